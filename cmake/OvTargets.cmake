@@ -1,5 +1,7 @@
 # How every target of the house is built: warnings, sanitizers, exports, rooms found by folder.
 
+set(OV_INSTALL_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/ov-FilterUtilities)
+
 find_program(OV_CCACHE ccache)
 if(OV_CCACHE)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${OV_CCACHE})
@@ -34,7 +36,23 @@ function(ov_floor target export_macro)
     endif()
     add_library(${target} SHARED ${sources})
     target_compile_definitions(${target} PRIVATE ${export_macro}_BUILD)
-    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
+    target_include_directories(${target} PUBLIC
+        $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>
+        $<INSTALL_INTERFACE:${OV_INSTALL_HEADERS}/${target}>)
     target_link_libraries(${target} PUBLIC ${floor_PUBLIC}
         PRIVATE $<BUILD_INTERFACE:ov-build-options> ${floor_PRIVATE})
+endfunction()
+
+# ov_install(<targets>): the libraries, for find_package(ov-FilterUtilities).
+function(ov_install)
+    install(TARGETS ${ARGN} EXPORT ov-FilterUtilities
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endfunction()
+
+# ov_install_rooms(<target>): the headers of a floor, each in its room.
+function(ov_install_rooms target)
+    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/ DESTINATION ${OV_INSTALL_HEADERS}/${target}
+        FILES_MATCHING PATTERN "*.h")
 endfunction()
