@@ -1,0 +1,62 @@
+#pragma once
+
+#include <Com/PlatformExport.h>
+
+#include "Package/PackageError.h"
+#include "Package/PackageReader.h"
+#include "Package/Relationships.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace OvPlatform {
+
+// Takes the bytes of one new part. One thread at a time.
+class OV_PLATFORM_API PackagePartSink {
+public:
+    // Without Close the part is left out of the package, as if it had never been added.
+    virtual ~PackagePartSink() = default;
+    // Throws PackageError.
+    virtual void Write(const void* bytes, std::size_t size) = 0;
+    // The part is complete. Further calls do nothing; Write after it is an error.
+    virtual void Close() = 0;
+};
+
+// Writes a package: parts in any order, several at a time if need be, relationships at any time before
+// Finish. The bytes stand in a temporary file beside the target until Finish puts the whole package under its
+// name; a writer that goes without Finish leaves nothing behind. The same calls give the same bytes. Memory
+// does not grow with the parts. Calls may come from several threads.
+class OV_PLATFORM_API PackageWriter {
+public:
+    // Throws PackageError where no file can be made beside the target.
+    static std::unique_ptr<PackageWriter> Create(const std::filesystem::path& target);
+
+    virtual ~PackageWriter() = default;
+
+    // Throws PackageError for a name that is no part name, or is equivalent to one added before, or extends
+    // one or is extended by one (OPC_E_DUPLICATE_PART); relationships parts are not added by hand.
+    virtual std::unique_ptr<PackagePartSink> AddPart(std::string_view name, std::string_view contentType,
+                                                     PackageCompression compression) = 0;
+
+    virtual bool HasPart(std::string_view name) const = 0;
+
+    // From a part, or "/" for the package. target: a part name (need not exist yet; checked by Finish) or,
+    // external, any URI. An empty id is replaced by one that is free: R1, R2, ... Returns the id. The same
+    // type, target and mode from one source twice, with no id asked for, gives the one that is there.
+    virtual std::string AddRelationship(std::string_view source, std::string_view type,
+                                        std::string_view target, bool external = false,
+                                        std::string_view id = {}) = 0;
+
+    // Writes content types, relationships and parts, and renames. Throws PackageError: a sink still open, a
+    // relationship from or to a part that is not there, no space. Nothing stands under the target's name then
+    // that was not there before.
+    virtual void Finish() = 0;
+
+    // Bytes of parts taken so far, before compression.
+    virtual std::uint64_t BytesWritten() const = 0;
+};
+
+} // namespace OvPlatform
