@@ -1,0 +1,13 @@
+#pragma once
+
+#include "FilterUtilitiesExport.h"
+
+#include <gdiplus.h>
+#include <windows.h>
+
+// The thread's last error as an HRESULT; no last error is S_OK.
+OV_FILTER_UTILITIES_API HRESULT GetLastErrorAsHResult();
+
+// The HRESULT that stands for a GDI+ status. Win32Error takes the thread's last error, so it is S_OK without
+// one.
+OV_FILTER_UTILITIES_API HRESULT GetGDIStatusErrorAsHResult(Gdiplus::Status status);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "FilterUtilitiesExport.h"
+
+#include <windows.h>
+
+// A VARIANT that starts empty and frees what it holds.
+class OV_FILTER_UTILITIES_API MsSafeVariant : public VARIANT {
+public:
+    MsSafeVariant();
+    ~MsSafeVariant();
+    MsSafeVariant(const MsSafeVariant&) = delete;
+    MsSafeVariant& operator=(const MsSafeVariant&) = delete;
+};
