@@ -1,0 +1,83 @@
+#include "Package/StrictXml.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <limits>
+#include <new>
+
+namespace OvPlatform {
+
+namespace {
+
+struct ParserDeleter {
+    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
+};
+
+// Where a document type declaration was met.
+struct DtdMark {
+    bool met = false;
+    long line = 0;
+};
+
+void RefuseDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    auto* mark = static_cast<DtdMark*>(parser->_private);
+    mark->met = true;
+    if (parser->input) mark->line = parser->input->line;
+    xmlStopParser(parser);
+}
+
+std::string FirstLine(const char* message) {
+    std::string text = message ? message : "not well-formed";
+    text = text.substr(0, text.find('\n'));
+    while (!text.empty() && text.back() == ' ')
+        text.pop_back();
+    return text;
+}
+
+std::string_view View(const xmlChar* text) {
+    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
+}
+
+} // namespace
+
+XmlDocument ParseStrictXml(std::string_view bytes) {
+    if (bytes.empty()) throw StrictXmlError(0, "the document is empty");
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
+        throw StrictXmlError(0, "the document is too large");
+    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
+    if (!parser) throw std::bad_alloc();
+    DtdMark dtd;
+    parser->_private = &dtd;
+    parser->sax->internalSubset = RefuseDtd;
+    XmlDocument document(
+        xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
+                          XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOCDATA));
+    if (dtd.met) throw StrictXmlError(dtd.line, "a document type declaration is not allowed");
+    if (!document || !parser->wellFormed) {
+        if (parser->lastError.code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
+        throw StrictXmlError(parser->lastError.line, FirstLine(parser->lastError.message));
+    }
+    return document;
+}
+
+std::string_view LocalName(const xmlNode* node) { return View(node->name); }
+
+std::string_view NamespaceOf(const xmlNode* node) {
+    return node->ns ? View(node->ns->href) : std::string_view();
+}
+
+std::string_view NamespaceOf(const xmlAttr* attribute) {
+    return attribute->ns ? View(attribute->ns->href) : std::string_view();
+}
+
+bool GetAttribute(const xmlNode* element, const char* name, std::string& value) {
+    xmlChar* text = xmlGetNoNsProp(element, reinterpret_cast<const xmlChar*>(name));
+    if (!text) return false;
+    value.assign(reinterpret_cast<const char*>(text));
+    xmlFree(text);
+    return true;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,133 @@
+#include "Spooler/QueueFolderWriter.h"
+
+#include "Package/XmlOutput.h"
+#include "Spooler/QueueFolder.h"
+#include "Spooler/QueueSchema.h"
+#include "Spooler/QueueText.h"
+
+#include <cstdio>
+#include <fstream>
+
+namespace OvPlatform {
+
+namespace {
+
+using namespace QueueSchema;
+
+const char TicketFile[] = "default-ticket.xml";
+const char CapabilitiesFile[] = "capabilities.xml";
+const char DevmodeFile[] = "devmode.bin";
+
+template <class Bytes>
+void WriteFile(const std::filesystem::path& file, const Bytes& bytes) {
+    std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+    stream.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (!stream) throw QueueFolderError(file, "the file cannot be written");
+}
+
+std::string FormatTime(std::chrono::sys_time<std::chrono::milliseconds> time) {
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
+    char text[40];
+    std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02d.%03dZ", int(date.year()),
+                  unsigned(date.month()), unsigned(date.day()), int(clock.hours().count()),
+                  int(clock.minutes().count()), int(clock.seconds().count()),
+                  int(clock.subseconds().count()));
+    return text;
+}
+
+// Attributes that differ from what stands there without them.
+template <class Record, std::size_t Texts, std::size_t Numbers>
+void WriteFields(XmlOutput& xml, const Record& record, const TextAttribute<Record> (&texts)[Texts],
+                 const NumberAttribute<Record> (&numbers)[Numbers]) {
+    const Record standard;
+    for (const auto& row : texts)
+        if (row.required || record.*row.field != standard.*row.field)
+            xml.Attribute(row.name, NarrowQueueText(record.*row.field));
+    for (const auto& row : numbers)
+        if (record.*row.field != standard.*row.field)
+            xml.Attribute(row.name, std::to_string(record.*row.field));
+}
+
+struct ValueWriter {
+    XmlOutput& xml;
+    void operator()(const std::wstring& text) const { xml.Text(NarrowQueueText(text)); }
+    void operator()(bool value) const { xml.Text(value ? "true" : "false"); }
+    void operator()(std::int32_t value) const { xml.Text(std::to_string(value)); }
+    void operator()(const QueueBytes& value) const { xml.Base64(value.bytes); }
+    void operator()(const QueueStream& value) const { xml.Base64(value.bytes); }
+};
+
+void WriteProperties(XmlOutput& xml, const char* element, const QueueValues& values) {
+    if (values.empty()) return;
+    xml.Start(element);
+    for (const auto& [name, value] : values) {
+        xml.Start(ValueElements[value.index()]);
+        xml.Attribute("name", NarrowQueueText(name));
+        std::visit(ValueWriter{xml}, value);
+        xml.End();
+    }
+    xml.End();
+}
+
+void WriteNamedFile(XmlOutput& xml, const char* element, const char* file) {
+    xml.Start(element);
+    xml.Attribute("file", file);
+    xml.End();
+}
+
+std::string JobDevmodeFile(const QueueJob& job) { return "job-" + std::to_string(job.id) + ".devmode.bin"; }
+
+void WriteJobs(XmlOutput& xml, const std::vector<QueueJob>& jobs) {
+    if (jobs.empty()) return;
+    xml.Start("Jobs");
+    for (const QueueJob& job : jobs) {
+        xml.Start("Job");
+        WriteFields(xml, job, JobTexts, JobNumbers);
+        if (job.submitted != QueueJob().submitted) xml.Attribute("submitted", FormatTime(job.submitted));
+        if (!job.devmode.empty()) xml.Attribute("devmode", JobDevmodeFile(job));
+        xml.End();
+    }
+    xml.End();
+}
+
+std::string FormatDescription(const QueueDescription& queue) {
+    XmlOutput xml(true);
+    xml.Start("Queue");
+    xml.Attribute("version", Version);
+    xml.Start("Printer");
+    WriteFields(xml, queue, PrinterTexts, PrinterNumbers);
+    xml.End();
+    WriteNamedFile(xml, "DefaultTicket", TicketFile);
+    WriteNamedFile(xml, "Capabilities", CapabilitiesFile);
+    if (!queue.devmode.empty()) WriteNamedFile(xml, "Devmode", DevmodeFile);
+    WriteProperties(xml, "DriverProperties", queue.driverProperties);
+    WriteProperties(xml, "QueueProperties", queue.queueProperties);
+    WriteJobs(xml, queue.jobs);
+    return xml.Finish();
+}
+
+} // namespace
+
+void WriteQueueFolder(const QueueDescription& description, const std::filesystem::path& folder) {
+    std::error_code failure;
+    std::filesystem::create_directories(folder, failure);
+    if (failure) throw QueueFolderError(folder, "the folder cannot be made: " + failure.message());
+    std::string text;
+    try {
+        text = FormatDescription(description);
+    } catch (const std::runtime_error& error) {
+        throw QueueFolderError(folder / QueueFolder::DescriptionFile, error.what());
+    }
+    WriteFile(folder / TicketFile, description.defaultTicket);
+    WriteFile(folder / CapabilitiesFile, description.capabilities);
+    if (!description.devmode.empty()) WriteFile(folder / DevmodeFile, description.devmode);
+    for (const QueueJob& job : description.jobs)
+        if (!job.devmode.empty()) WriteFile(folder / JobDevmodeFile(job), job.devmode);
+    // Last, so that a folder with a description is whole.
+    WriteFile(folder / QueueFolder::DescriptionFile, text);
+}
+
+} // namespace OvPlatform
