@@ -1,9 +1,10 @@
 #pragma once
 
-// Of GDI+, only the status codes in which its operations report.
+#include <windows.h>
 
 namespace Gdiplus {
 
+/// What the imaging functions answer.
 enum Status {
     Ok = 0,
     GenericError = 1,
@@ -17,7 +18,16 @@ enum Status {
     Aborted = 9,
     FileNotFound = 10,
     ValueOverflow = 11,
-    AccessDenied = 12
+    AccessDenied = 12,
+    UnknownImageFormat = 13,
+    FontFamilyNotFound = 14,
+    FontStyleNotFound = 15,
+    NotTrueTypeFont = 16,
+    UnsupportedGdiplusVersion = 17,
+    GdiplusNotInitialized = 18,
+    PropertyNotFound = 19,
+    PropertyNotSupported = 20,
+    ProfileNotFound = 21
 };
 
 } // namespace Gdiplus
