@@ -5,8 +5,8 @@
 
 namespace OvPlatform {
 
-/// Makes the class `clsid` known to CoCreateInstance and CoGetClassObject. The table counts `factory` once; a second
-/// registration of a class replaces the first. Call it before the class is asked for, from any thread.
+/// Makes the class `clsid` known to CoCreateInstance and CoGetClassObject. The table counts `factory` once; a
+/// second registration of a class replaces the first. Call it before the class is asked for, from any thread.
 OV_PLATFORM_API HRESULT RegisterClass(REFCLSID clsid, IClassFactory* factory) noexcept;
 
 /// Makes an object and answers for `riid`. The count of the object that it leaves is the caller's.

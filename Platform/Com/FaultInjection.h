@@ -5,12 +5,12 @@
 
 namespace OvPlatform {
 
-/// Lets one platform call fail, for tests of what happens then. Process-wide. Every platform function or interface
-/// method that can fail begins with a fault point; the points are counted while injection is armed.
+/// Lets one platform call fail, for tests of what happens then. Process-wide. Every platform function or
+/// interface method that can fail begins with a fault point; the points are counted while injection is armed.
 class OV_PLATFORM_API FaultInjection {
 public:
-    /// The `number`-th call from now (the first is 1) fails with `result`, and that one only. Calls before and after
-    /// it go on being counted.
+    /// The `number`-th call from now (the first is 1) fails with `result`, and that one only. Calls before
+    /// and after it go on being counted.
     static void FailCall(LONG number, HRESULT result = E_OUTOFMEMORY) noexcept;
 
     /// Counts the calls from now without letting one fail.

@@ -13,12 +13,13 @@ void** IID_PPV_ARGS_Helper(T** pp) {
     return reinterpret_cast<void**>(pp);
 }
 
-/// Puts the thread into an apartment: S_OK the first time, S_FALSE when it is in that apartment already (both to be
-/// matched by CoUninitialize), RPC_E_CHANGED_MODE when it is in the other kind (not to be matched).
+/// Puts the thread into an apartment: S_OK the first time, S_FALSE when it is in that apartment already (both
+/// to be matched by CoUninitialize), RPC_E_CHANGED_MODE when it is in the other kind (not to be matched).
 WINOLEAPI CoInitializeEx(LPVOID pvReserved, DWORD dwCoInit);
 WINOLEAPI_(void) CoUninitialize();
 
-WINOLEAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwClsContext, REFIID riid, LPVOID* ppv);
+WINOLEAPI CoCreateInstance(REFCLSID rclsid, LPUNKNOWN pUnkOuter, DWORD dwClsContext, REFIID riid,
+                           LPVOID* ppv);
 WINOLEAPI CoGetClassObject(REFCLSID rclsid, DWORD dwClsContext, LPVOID pvReserved, REFIID riid, LPVOID* ppv);
 
 WINOLEAPI CoCreateGuid(GUID* pguid);
@@ -34,8 +35,8 @@ WINOLEAPI_(LPVOID) CoTaskMemAlloc(SIZE_T cb);
 WINOLEAPI_(LPVOID) CoTaskMemRealloc(LPVOID pv, SIZE_T cb);
 WINOLEAPI_(void) CoTaskMemFree(LPVOID pv);
 
-/// A stream over `hGlobal`, or over new memory for null. The stream frees the memory when its last clone goes if
-/// `fDeleteOnRelease`.
+/// A stream over `hGlobal`, or over new memory for null. The stream frees the memory when its last clone goes
+/// if `fDeleteOnRelease`.
 WINOLEAPI CreateStreamOnHGlobal(HGLOBAL hGlobal, BOOL fDeleteOnRelease, IStream** ppstm);
 WINOLEAPI GetHGlobalFromStream(IStream* pstm, HGLOBAL* phglobal);
 

@@ -10,7 +10,8 @@ public:
     virtual HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER * pCbSize) = 0;
     virtual HRESULT STDMETHODCALLTYPE InitNew() = 0;
 };
-__CRT_UUID_DECL(IPersistStreamInit, 0x7fd52380, 0x4e07, 0x101b, 0xae, 0x2d, 0x08, 0x00, 0x2b, 0x2e, 0xc7, 0x13)
+__CRT_UUID_DECL(IPersistStreamInit, 0x7fd52380, 0x4e07, 0x101b, 0xae, 0x2d, 0x08, 0x00, 0x2b, 0x2e, 0xc7,
+                0x13)
 
 MIDL_INTERFACE("FC4801A3-2BA9-11CF-A229-00AA003D7352") IObjectWithSite : public IUnknown {
 public:

@@ -4,10 +4,10 @@
 
 #include <oaidl.h>
 
-// A BSTR points at its first unit. The four bytes before it hold its length in bytes of memory, and a zero unit
-// follows its last one. The functions that count bytes count memory, sizeof(OLECHAR) for a unit, so that what
-// SysStringByteLen says can be copied as it lies; bytes of text in an encoding come from WideCharToMultiByte only.
-// A null BSTR is the empty string: its length is zero, and freeing it does nothing.
+// A BSTR points at its first unit. The four bytes before it hold its length in bytes of memory, and a zero
+// unit follows its last one. The functions that count bytes count memory, sizeof(OLECHAR) for a unit, so that
+// what SysStringByteLen says can be copied as it lies; bytes of text in an encoding come from
+// WideCharToMultiByte only. A null BSTR is the empty string: its length is zero, and freeing it does nothing.
 
 /// Null for null, and when memory is out.
 WINOLEAUTAPI_(BSTR) SysAllocString(const OLECHAR* psz);
@@ -31,7 +31,8 @@ WINOLEAUTAPI VariantClear(VARIANTARG* pvarg);
 WINOLEAUTAPI VariantCopy(VARIANTARG* pvargDest, VARIANTARG* pvargSrc);
 /// Like VariantCopy, with one level of reference resolved.
 WINOLEAUTAPI VariantCopyInd(VARIANT* pvarDest, VARIANTARG* pvargSrc);
-/// Numbers, booleans and strings into one another, by the rules of the invariant locale; else DISP_E_TYPEMISMATCH.
+/// Numbers, booleans and strings into one another, by the rules of the invariant locale; else
+/// DISP_E_TYPEMISMATCH.
 WINOLEAUTAPI VariantChangeType(VARIANTARG* pvargDest, VARIANTARG* pvarSrc, USHORT wFlags, VARTYPE vt);
 WINOLEAUTAPI VariantChangeTypeEx(VARIANTARG* pvargDest, VARIANTARG* pvarSrc, LCID lcid, USHORT wFlags,
                                  VARTYPE vt);
@@ -54,8 +55,9 @@ WINOLEAUTAPI SafeArrayCopy(SAFEARRAY* psa, SAFEARRAY** ppsaOut);
 WINOLEAUTAPI SafeArrayGetElement(SAFEARRAY* psa, LONG* rgIndices, void* pv);
 WINOLEAUTAPI SafeArrayPutElement(SAFEARRAY* psa, LONG* rgIndices, void* pv);
 
-/// Compares whole BSTRs, zero units included; null equals the empty string. The result is a VARCMP_ value. With
-/// NORM_IGNORECASE letters of different case are equal. Strings are ordered as the locale `lcid` orders words.
+/// Compares whole BSTRs, zero units included; null equals the empty string. The result is a VARCMP_ value.
+/// With NORM_IGNORECASE letters of different case are equal. Strings are ordered as the locale `lcid` orders
+/// words.
 WINOLEAUTAPI VarBstrCmp(BSTR bstrLeft, BSTR bstrRight, LCID lcid, ULONG dwFlags);
 WINOLEAUTAPI VarBstrCat(BSTR bstrLeft, BSTR bstrRight, LPBSTR pbstrResult);
 #define VARCMP_LT 0
@@ -68,4 +70,3 @@ WINOLEAUTAPI SetErrorInfo(ULONG dwReserved, IErrorInfo* perrinfo);
 /// Hands the calling thread's error information over and clears it; S_FALSE and null if there is none.
 WINOLEAUTAPI GetErrorInfo(ULONG dwReserved, IErrorInfo** pperrinfo);
 WINOLEAUTAPI CreateErrorInfo(ICreateErrorInfo** pperrinfo);
-

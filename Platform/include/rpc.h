@@ -22,7 +22,8 @@
 #define THIS void
 #define interface struct
 
-/// An interface: a struct of pure virtual functions. Visible across modules, so that its run-time type is one.
+/// An interface: a struct of pure virtual functions. Visible across modules, so that its run-time type is
+/// one.
 #define MIDL_INTERFACE(uuid) struct __attribute__((visibility("default")))
 #define DECLARE_INTERFACE(name) struct __attribute__((visibility("default"))) name
 #define DECLARE_INTERFACE_(name, base) struct __attribute__((visibility("default"))) name : public base

@@ -11,7 +11,7 @@ public:
     virtual ULONG STDMETHODCALLTYPE Release() = 0;
 
     template <class Q>
-    HRESULT STDMETHODCALLTYPE QueryInterface(Q** pp) {
+    HRESULT STDMETHODCALLTYPE QueryInterface(Q * *pp) {
         return QueryInterface(__uuidof(Q), reinterpret_cast<void**>(pp));
     }
 };

@@ -13,7 +13,8 @@ inline BOOL IsWindowsVersionOrGreater(WORD major, WORD minor, WORD servicePack) 
         VerSetConditionMask(VerSetConditionMask(VerSetConditionMask(0, VER_MAJORVERSION, VER_GREATER_EQUAL),
                                                 VER_MINORVERSION, VER_GREATER_EQUAL),
                             VER_SERVICEPACKMAJOR, VER_GREATER_EQUAL);
-    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, mask) != FALSE;
+    return VerifyVersionInfoW(&version, VER_MAJORVERSION | VER_MINORVERSION | VER_SERVICEPACKMAJOR, mask) !=
+           FALSE;
 }
 inline BOOL IsWindows7OrGreater() { return IsWindowsVersionOrGreater(6, 1, 0); }
 inline BOOL IsWindows8OrGreater() { return IsWindowsVersionOrGreater(6, 2, 0); }

@@ -1,5 +1,5 @@
-// The wide functions of the C library that its standard does not name. No guard: the system's own header may be asked
-// for pieces of itself.
+// The wide functions of the C library that its standard does not name. No guard: the system's own header may
+// be asked for pieces of itself.
 #include_next <wchar.h>
 
 #ifndef OV_WCHAR_H

@@ -1,6 +1,7 @@
 #pragma once
 
-// The system's functions: last error, memory, modules, files, locks, time, threads' tokens, facts of the machine.
+// The system's functions: last error, memory, modules, files, locks, time, threads' tokens, facts of the
+// machine.
 
 #include <winerror.h>
 
@@ -28,8 +29,8 @@ EXTERN_C WINBASEAPI HGLOBAL WINAPI GlobalReAlloc(HGLOBAL hMem, SIZE_T dwBytes, U
 /// Null when freed; `hMem` when it is no block.
 EXTERN_C WINBASEAPI HGLOBAL WINAPI GlobalFree(HGLOBAL hMem);
 EXTERN_C WINBASEAPI LPVOID WINAPI GlobalLock(HGLOBAL hMem);
-/// TRUE as long as the block stays locked. FALSE with NO_ERROR when the last lock went, with ERROR_NOT_LOCKED when
-/// there was none.
+/// TRUE as long as the block stays locked. FALSE with NO_ERROR when the last lock went, with ERROR_NOT_LOCKED
+/// when there was none.
 EXTERN_C WINBASEAPI BOOL WINAPI GlobalUnlock(HGLOBAL hMem);
 EXTERN_C WINBASEAPI SIZE_T WINAPI GlobalSize(HGLOBAL hMem);
 EXTERN_C WINBASEAPI UINT WINAPI GlobalFlags(HGLOBAL hMem);
@@ -45,7 +46,8 @@ EXTERN_C WINBASEAPI HLOCAL WINAPI LocalFree(HLOCAL hMem);
 /// Clears memory in a way that the optimiser keeps.
 inline PVOID SecureZeroMemory(PVOID memory, SIZE_T count) {
     volatile BYTE* byte = static_cast<volatile BYTE*>(memory);
-    while (count-- > 0) *byte++ = 0;
+    while (count-- > 0)
+        *byte++ = 0;
     return memory;
 }
 
@@ -115,8 +117,8 @@ EXTERN_C WINBASEAPI BOOL WINAPI SetFilePointerEx(HANDLE hFile, LARGE_INTEGER liD
 EXTERN_C WINBASEAPI BOOL WINAPI CloseHandle(HANDLE hObject);
 EXTERN_C WINBASEAPI BOOL WINAPI DeleteFileW(LPCWSTR lpFileName);
 EXTERN_C WINBASEAPI DWORD WINAPI GetFileAttributesW(LPCWSTR lpFileName);
-/// The length without the terminator, with a separator at the end; the length needed, with it, if the buffer is too
-/// small; 0 on failure.
+/// The length without the terminator, with a separator at the end; the length needed, with it, if the buffer
+/// is too small; 0 on failure.
 EXTERN_C WINBASEAPI DWORD WINAPI GetTempPathW(DWORD nBufferLength, LPWSTR lpBuffer);
 #define CreateFile CreateFileW
 #define DeleteFile DeleteFileW
@@ -145,8 +147,12 @@ EXTERN_C WINBASEAPI HANDLE WINAPI GetCurrentProcess();
 EXTERN_C WINBASEAPI void WINAPI Sleep(DWORD dwMilliseconds);
 #define INFINITE 0xffffffffU
 
-inline LONG InterlockedIncrement(LONG volatile* value) { return __atomic_add_fetch(value, 1, __ATOMIC_SEQ_CST); }
-inline LONG InterlockedDecrement(LONG volatile* value) { return __atomic_sub_fetch(value, 1, __ATOMIC_SEQ_CST); }
+inline LONG InterlockedIncrement(LONG volatile* value) {
+    return __atomic_add_fetch(value, 1, __ATOMIC_SEQ_CST);
+}
+inline LONG InterlockedDecrement(LONG volatile* value) {
+    return __atomic_sub_fetch(value, 1, __ATOMIC_SEQ_CST);
+}
 inline LONG InterlockedExchange(LONG volatile* target, LONG value) {
     return __atomic_exchange_n(target, value, __ATOMIC_SEQ_CST);
 }
@@ -172,7 +178,8 @@ inline PVOID InterlockedCompareExchangePointer(PVOID volatile* target, PVOID val
 #define TOKEN_QUERY 0x8
 #define TOKEN_ALL_ACCESS 0xf01ff
 
-/// Puts `Token` on a thread (null for the calling one, the only one that this platform serves); null takes it off.
+/// Puts `Token` on a thread (null for the calling one, the only one that this platform serves); null takes it
+/// off.
 EXTERN_C WINADVAPI BOOL WINAPI SetThreadToken(PHANDLE Thread, HANDLE Token);
 /// FALSE with ERROR_NO_TOKEN when the thread has none.
 EXTERN_C WINADVAPI BOOL WINAPI OpenThreadToken(HANDLE ThreadHandle, DWORD DesiredAccess, BOOL OpenAsSelf,
@@ -193,7 +200,8 @@ enum COMPUTER_NAME_FORMAT {
     ComputerNameMax
 };
 /// FALSE with ERROR_MORE_DATA and the units needed, terminator included, if the buffer is too small.
-EXTERN_C WINBASEAPI BOOL WINAPI GetComputerNameExW(COMPUTER_NAME_FORMAT NameType, LPWSTR lpBuffer, LPDWORD nSize);
+EXTERN_C WINBASEAPI BOOL WINAPI GetComputerNameExW(COMPUTER_NAME_FORMAT NameType, LPWSTR lpBuffer,
+                                                   LPDWORD nSize);
 /// `*pcbBuffer` counts the terminator, in and out; FALSE with ERROR_INSUFFICIENT_BUFFER if it is too small.
 EXTERN_C WINADVAPI BOOL WINAPI GetUserNameW(LPWSTR lpBuffer, LPDWORD pcbBuffer);
 #define GetComputerNameEx GetComputerNameExW
@@ -227,7 +235,8 @@ using LPOSVERSIONINFOEXW = OSVERSIONINFOEXW*;
 #define VER_BUILDNUMBER 0x4
 #define VER_SERVICEPACKMINOR 0x10
 #define VER_SERVICEPACKMAJOR 0x20
-EXTERN_C WINBASEAPI ULONGLONG WINAPI VerSetConditionMask(ULONGLONG ConditionMask, DWORD TypeMask, BYTE Condition);
+EXTERN_C WINBASEAPI ULONGLONG WINAPI VerSetConditionMask(ULONGLONG ConditionMask, DWORD TypeMask,
+                                                         BYTE Condition);
 /// FALSE with ERROR_OLD_WIN_VERSION if the interfaces' version, 10.0, does not meet the conditions.
 EXTERN_C WINBASEAPI BOOL WINAPI VerifyVersionInfoW(LPOSVERSIONINFOEXW lpVersionInformation, DWORD dwTypeMask,
                                                    ULONGLONG dwlConditionMask);
@@ -246,8 +255,8 @@ struct SYSTEMTIME {
 using PSYSTEMTIME = SYSTEMTIME*;
 using LPSYSTEMTIME = SYSTEMTIME*;
 
-/// Minutes, with UTC = local time + bias. The dates say when each begins: in the year wYear, or for wYear 0 on the
-/// wDay-th (5: last) wDayOfWeek of wMonth each year.
+/// Minutes, with UTC = local time + bias. The dates say when each begins: in the year wYear, or for wYear 0
+/// on the wDay-th (5: last) wDayOfWeek of wMonth each year.
 struct TIME_ZONE_INFORMATION {
     LONG Bias;
     WCHAR StandardName[32];
@@ -271,12 +280,12 @@ EXTERN_C WINBASEAPI void WINAPI GetSystemTimeAsFileTime(LPFILETIME lpSystemTimeA
 EXTERN_C WINBASEAPI BOOL WINAPI SystemTimeToFileTime(const SYSTEMTIME* lpSystemTime, LPFILETIME lpFileTime);
 EXTERN_C WINBASEAPI BOOL WINAPI FileTimeToSystemTime(const FILETIME* lpFileTime, LPSYSTEMTIME lpSystemTime);
 /// With a null zone, the rules of the system's own zone for that moment.
-EXTERN_C WINBASEAPI BOOL WINAPI SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformation,
-                                                                const SYSTEMTIME* lpUniversalTime,
-                                                                LPSYSTEMTIME lpLocalTime);
-EXTERN_C WINBASEAPI BOOL WINAPI TzSpecificLocalTimeToSystemTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformation,
-                                                                const SYSTEMTIME* lpLocalTime,
-                                                                LPSYSTEMTIME lpUniversalTime);
+EXTERN_C WINBASEAPI BOOL WINAPI
+SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformation,
+                                const SYSTEMTIME* lpUniversalTime, LPSYSTEMTIME lpLocalTime);
+EXTERN_C WINBASEAPI BOOL WINAPI
+TzSpecificLocalTimeToSystemTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformation,
+                                const SYSTEMTIME* lpLocalTime, LPSYSTEMTIME lpUniversalTime);
 EXTERN_C WINBASEAPI DWORD WINAPI GetTimeZoneInformation(LPTIME_ZONE_INFORMATION lpTimeZoneInformation);
 EXTERN_C WINBASEAPI LONG WINAPI CompareFileTime(const FILETIME* lpFileTime1, const FILETIME* lpFileTime2);
 /// Milliseconds since an unnamed start; wraps after 49.7 days.

@@ -1,7 +1,7 @@
 #pragma once
 
-// The platform's basic types. The widths are those of the published binary interface on every system: LONG, ULONG,
-// DWORD, BOOL and HRESULT have 32 bits also where the compiler's `long` has 64.
+// The platform's basic types. The widths are those of the published binary interface on every system: LONG,
+// ULONG, DWORD, BOOL and HRESULT have 32 bits also where the compiler's `long` has 64.
 
 #include <cstddef>
 #include <cstdint>
@@ -244,4 +244,3 @@ using LPRECT = RECT*;
 #define LOBYTE(value) (static_cast<BYTE>(static_cast<DWORD_PTR>(value) & 0xff))
 #define HIBYTE(value) (static_cast<BYTE>((static_cast<DWORD_PTR>(value) >> 8) & 0xff))
 #define ARRAYSIZE(array) (sizeof(array) / sizeof((array)[0]))
-

@@ -1,7 +1,7 @@
 #pragma once
 
-// Result codes: an HRESULT carries severity, facility and code in 32 bits; a Win32 error is a plain number that
-// GetLastError returns.
+// Result codes: an HRESULT carries severity, facility and code in 32 bits; a Win32 error is a plain number
+// that GetLastError returns.
 
 #include <windef.h>
 

@@ -13,29 +13,31 @@
 #define WC_NO_BEST_FIT_CHARS 0x400
 #define WC_ERR_INVALID_CHARS 0x80
 
-/// UTF-16 to bytes. CP_UTF8 and CP_ACP both mean UTF-8 here. `cchWideChar` -1: up to and including the terminator.
-/// With `cbMultiByte` 0, the bytes needed. 0 with last error on failure: ERROR_INSUFFICIENT_BUFFER,
-/// ERROR_INVALID_PARAMETER, ERROR_INVALID_FLAGS, or with WC_ERR_INVALID_CHARS ERROR_NO_UNICODE_TRANSLATION. Without
-/// that flag a lone surrogate becomes U+FFFD.
+/// UTF-16 to bytes. CP_UTF8 and CP_ACP both mean UTF-8 here. `cchWideChar` -1: up to and including the
+/// terminator. With `cbMultiByte` 0, the bytes needed. 0 with last error on failure:
+/// ERROR_INSUFFICIENT_BUFFER, ERROR_INVALID_PARAMETER, ERROR_INVALID_FLAGS, or with WC_ERR_INVALID_CHARS
+/// ERROR_NO_UNICODE_TRANSLATION. Without that flag a lone surrogate becomes U+FFFD.
 EXTERN_C WINBASEAPI int WINAPI WideCharToMultiByte(UINT CodePage, DWORD dwFlags, LPCWCH lpWideCharStr,
                                                    int cchWideChar, LPSTR lpMultiByteStr, int cbMultiByte,
                                                    LPCCH lpDefaultChar, LPBOOL lpUsedDefaultChar);
 /// Bytes to UTF-16, with the same rules; each maximal ill-formed part becomes one U+FFFD.
-EXTERN_C WINBASEAPI int WINAPI MultiByteToWideChar(UINT CodePage, DWORD dwFlags, LPCCH lpMultiByteStr, int cbMultiByte,
-                                                   LPWSTR lpWideCharStr, int cchWideChar);
+EXTERN_C WINBASEAPI int WINAPI MultiByteToWideChar(UINT CodePage, DWORD dwFlags, LPCCH lpMultiByteStr,
+                                                   int cbMultiByte, LPWSTR lpWideCharStr, int cchWideChar);
 
 #define CSTR_LESS_THAN 1
 #define CSTR_EQUAL 2
 #define CSTR_GREATER_THAN 3
-/// Unit by unit; with `bIgnoreCase` after simple upper-casing. Counts of -1: up to the terminator. 0 on failure.
-EXTERN_C WINBASEAPI int WINAPI CompareStringOrdinal(LPCWCH lpString1, int cchCount1, LPCWCH lpString2, int cchCount2,
-                                                    BOOL bIgnoreCase);
+/// Unit by unit; with `bIgnoreCase` after simple upper-casing. Counts of -1: up to the terminator. 0 on
+/// failure.
+EXTERN_C WINBASEAPI int WINAPI CompareStringOrdinal(LPCWCH lpString1, int cchCount1, LPCWCH lpString2,
+                                                    int cchCount2, BOOL bIgnoreCase);
 /// By the rules of a locale (null: the user's; L"": invariant), for words. Reserved arguments are null or 0.
 struct NLSVERSIONINFO;
 using LPNLSVERSIONINFO = NLSVERSIONINFO*;
-EXTERN_C WINBASEAPI int WINAPI CompareStringEx(LPCWSTR lpLocaleName, DWORD dwCmpFlags, LPCWCH lpString1, int cchCount1,
-                                               LPCWCH lpString2, int cchCount2, LPNLSVERSIONINFO lpVersionInformation,
-                                               LPVOID lpReserved, LPARAM lParam);
+EXTERN_C WINBASEAPI int WINAPI CompareStringEx(LPCWSTR lpLocaleName, DWORD dwCmpFlags, LPCWCH lpString1,
+                                               int cchCount1, LPCWCH lpString2, int cchCount2,
+                                               LPNLSVERSIONINFO lpVersionInformation, LPVOID lpReserved,
+                                               LPARAM lParam);
 #define NORM_IGNORECASE 0x1
 #define NORM_IGNORENONSPACE 0x2
 #define NORM_IGNORESYMBOLS 0x4
@@ -72,7 +74,8 @@ using LCTYPE = DWORD;
 #define LOCALE_IPAPERSIZE 0x0000100A
 #define LOCALE_SNAME 0x0000005c
 
-/// A fact of a locale as text, or with LOCALE_RETURN_NUMBER as a DWORD in the buffer. The units written, terminator
-/// included; with `cchData` 0 the units needed; 0 with last error on failure.
-EXTERN_C WINBASEAPI int WINAPI GetLocaleInfoEx(LPCWSTR lpLocaleName, LCTYPE LCType, LPWSTR lpLCData, int cchData);
+/// A fact of a locale as text, or with LOCALE_RETURN_NUMBER as a DWORD in the buffer. The units written,
+/// terminator included; with `cchData` 0 the units needed; 0 with last error on failure.
+EXTERN_C WINBASEAPI int WINAPI GetLocaleInfoEx(LPCWSTR lpLocaleName, LCTYPE LCType, LPWSTR lpLCData,
+                                               int cchData);
 EXTERN_C WINBASEAPI int WINAPI GetUserDefaultLocaleName(LPWSTR lpLocaleName, int cchLocaleName);

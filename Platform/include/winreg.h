@@ -35,16 +35,17 @@ using LSTATUS = LONG;
 #define REG_OPENED_EXISTING_KEY 2
 
 /// The result is a Win32 error, not the last error. Names are found without regard to case.
-EXTERN_C WINADVAPI LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR lpSubKey, DWORD ulOptions, REGSAM samDesired,
-                                                PHKEY phkResult);
+EXTERN_C WINADVAPI LSTATUS WINAPI RegOpenKeyExW(HKEY hKey, LPCWSTR lpSubKey, DWORD ulOptions,
+                                                REGSAM samDesired, PHKEY phkResult);
 EXTERN_C WINADVAPI LSTATUS WINAPI RegCreateKeyExW(HKEY hKey, LPCWSTR lpSubKey, DWORD Reserved, LPWSTR lpClass,
                                                   DWORD dwOptions, REGSAM samDesired,
                                                   LPSECURITY_ATTRIBUTES lpSecurityAttributes, PHKEY phkResult,
                                                   LPDWORD lpdwDisposition);
-/// `*lpcbData` counts bytes of memory: text has sizeof(WCHAR) for a unit, terminator included. ERROR_MORE_DATA and
-/// the size needed if the buffer is too small, ERROR_FILE_NOT_FOUND if there is no such value.
-EXTERN_C WINADVAPI LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR lpValueName, LPDWORD lpReserved, LPDWORD lpType,
-                                                   LPBYTE lpData, LPDWORD lpcbData);
+/// `*lpcbData` counts bytes of memory: text has sizeof(WCHAR) for a unit, terminator included.
+/// ERROR_MORE_DATA and the size needed if the buffer is too small, ERROR_FILE_NOT_FOUND if there is no such
+/// value.
+EXTERN_C WINADVAPI LSTATUS WINAPI RegQueryValueExW(HKEY hKey, LPCWSTR lpValueName, LPDWORD lpReserved,
+                                                   LPDWORD lpType, LPBYTE lpData, LPDWORD lpcbData);
 EXTERN_C WINADVAPI LSTATUS WINAPI RegSetValueExW(HKEY hKey, LPCWSTR lpValueName, DWORD Reserved, DWORD dwType,
                                                  const BYTE* lpData, DWORD cbData);
 EXTERN_C WINADVAPI LSTATUS WINAPI RegDeleteValueW(HKEY hKey, LPCWSTR lpValueName);

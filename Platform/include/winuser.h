@@ -28,8 +28,8 @@
 #define IDYES 6
 #define IDNO 7
 
-/// Reports caption and text on the standard error stream and answers at once: IDOK, or the button of the style that
-/// stops least (IDIGNORE, IDCANCEL, IDNO).
+/// Reports caption and text on the standard error stream and answers at once: IDOK, or the button of the
+/// style that stops least (IDIGNORE, IDCANCEL, IDNO).
 EXTERN_C WINUSERAPI int WINAPI MessageBoxW(HWND hWnd, LPCWSTR lpText, LPCWSTR lpCaption, UINT uType);
 EXTERN_C WINUSERAPI int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);
 #define MessageBox MessageBoxW

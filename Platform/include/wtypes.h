@@ -10,7 +10,8 @@ using LPOLESTR = OLECHAR*;
 using LPCOLESTR = const OLECHAR*;
 #define OLESTR(text) L##text
 
-/// A string with its length in front, made and freed by the Sys...String functions. Null stands for the empty string.
+/// A string with its length in front, made and freed by the Sys...String functions. Null stands for the empty
+/// string.
 using BSTR = OLECHAR*;
 using LPBSTR = BSTR*;
 

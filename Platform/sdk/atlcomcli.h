@@ -52,9 +52,10 @@ public:
         if (p == nullptr || other == nullptr) return p == nullptr && other == nullptr;
         IUnknown* own = nullptr;
         IUnknown* others = nullptr;
-        const bool equal = SUCCEEDED(p->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(&own))) &&
-                           SUCCEEDED(other->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(&others))) &&
-                           own == others;
+        const bool equal =
+            SUCCEEDED(p->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(&own))) &&
+            SUCCEEDED(other->QueryInterface(__uuidof(IUnknown), reinterpret_cast<void**>(&others))) &&
+            own == others;
         if (own) own->Release();
         if (others) others->Release();
         return equal;
@@ -119,7 +120,8 @@ public:
     T* operator=(const CComPtr<Q>& other) noexcept {
         T* found = nullptr;
         if (other.p) {
-            if (FAILED(other.p->QueryInterface(__uuidof(T), reinterpret_cast<void**>(&found)))) found = nullptr;
+            if (FAILED(other.p->QueryInterface(__uuidof(T), reinterpret_cast<void**>(&found))))
+                found = nullptr;
         }
         this->Attach(found);
         return this->p;
@@ -145,17 +147,19 @@ public:
 private:
     void Ask(IUnknown* other) noexcept {
         T* found = nullptr;
-        if (other && FAILED(other->QueryInterface(__uuidof(T), reinterpret_cast<void**>(&found)))) found = nullptr;
+        if (other && FAILED(other->QueryInterface(__uuidof(T), reinterpret_cast<void**>(&found))))
+            found = nullptr;
         this->Attach(found);
     }
 };
 
-/// An owned BSTR. Construction and assignment throw CAtlException(E_OUTOFMEMORY) when memory is out; the operations
-/// with a result return it.
+/// An owned BSTR. Construction and assignment throw CAtlException(E_OUTOFMEMORY) when memory is out; the
+/// operations with a result return it.
 class CComBSTR {
 public:
     CComBSTR() noexcept : m_str(nullptr) {}
-    explicit CComBSTR(int length) : m_str(length > 0 ? ::SysAllocStringLen(nullptr, static_cast<UINT>(length)) : nullptr) {
+    explicit CComBSTR(int length)
+        : m_str(length > 0 ? ::SysAllocStringLen(nullptr, static_cast<UINT>(length)) : nullptr) {
         if (length < 0) AtlThrow(E_INVALIDARG);
         if (length > 0) Require();
     }
@@ -166,7 +170,8 @@ public:
         m_str = ::SysAllocStringLen(text, static_cast<UINT>(length));
         Require();
         if (text == nullptr) {
-            for (int index = 0; index < length; ++index) m_str[index] = 0;
+            for (int index = 0; index < length; ++index)
+                m_str[index] = 0;
         }
     }
     CComBSTR(LPCOLESTR text) : m_str(::SysAllocString(text)) {
@@ -252,9 +257,15 @@ public:
         return *this;
     }
 
-    bool operator<(const CComBSTR& other) const noexcept { return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_LT); }
-    bool operator>(const CComBSTR& other) const noexcept { return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_GT); }
-    bool operator==(const CComBSTR& other) const noexcept { return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_EQ); }
+    bool operator<(const CComBSTR& other) const noexcept {
+        return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_LT);
+    }
+    bool operator>(const CComBSTR& other) const noexcept {
+        return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_GT);
+    }
+    bool operator==(const CComBSTR& other) const noexcept {
+        return Compare(other.m_str) == static_cast<HRESULT>(VARCMP_EQ);
+    }
     bool operator!=(const CComBSTR& other) const noexcept { return !(*this == other); }
     bool operator==(LPCOLESTR text) const { return *this == CComBSTR(text); }
     bool operator!=(LPCOLESTR text) const { return !(*this == text); }
@@ -272,7 +283,8 @@ private:
     }
     static int Units(LPCOLESTR text) noexcept {
         int length = 0;
-        while (text[length]) ++length;
+        while (text[length])
+            ++length;
         return length;
     }
     HRESULT AppendUnits(LPCOLESTR text, UINT length) noexcept {
@@ -281,8 +293,10 @@ private:
         if (length > static_cast<UINT>(-1) / sizeof(OLECHAR) - own) return E_OUTOFMEMORY;
         BSTR joined = ::SysAllocStringLen(nullptr, own + length);
         if (!joined) return E_OUTOFMEMORY;
-        for (UINT index = 0; index < own; ++index) joined[index] = m_str[index];
-        for (UINT index = 0; index < length; ++index) joined[own + index] = text[index];
+        for (UINT index = 0; index < own; ++index)
+            joined[index] = m_str[index];
+        for (UINT index = 0; index < length; ++index)
+            joined[own + index] = text[index];
         Attach(joined);
         return S_OK;
     }
@@ -333,7 +347,8 @@ public:
 
     CComVariant& operator=(const CComVariant& other) { return *this = static_cast<const VARIANT&>(other); }
     CComVariant& operator=(const VARIANT& other) {
-        if (const HRESULT result = ::VariantCopy(this, const_cast<VARIANT*>(&other)); FAILED(result)) AtlThrow(result);
+        if (const HRESULT result = ::VariantCopy(this, const_cast<VARIANT*>(&other)); FAILED(result))
+            AtlThrow(result);
         return *this;
     }
 
@@ -349,6 +364,7 @@ public:
 private:
     void Assign(const VARIANT& other) {
         ::VariantInit(this);
-        if (const HRESULT result = ::VariantCopy(this, const_cast<VARIANT*>(&other)); FAILED(result)) AtlThrow(result);
+        if (const HRESULT result = ::VariantCopy(this, const_cast<VARIANT*>(&other)); FAILED(result))
+            AtlThrow(result);
     }
 };
