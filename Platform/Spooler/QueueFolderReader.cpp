@@ -276,14 +276,14 @@ private:
             if (child->type == XML_ELEMENT_NODE) Refuse(child, "unknown element " + Name(child));
 
         const bool block = type == "Bytes" || type == "Stream";
-        if (block)
+        if (block || type == "String")
             RefuseOtherAttributes(element, "name", "file");
         else
             RefuseOtherAttributes(element, "name");
 
         const std::string text = Content(element);
         const std::string_view trimmed = Trimmed(text);
-        if (type == "String") return Widen(element, text);
+        if (type == "String") return ReadString(element, text);
         if (type == "Bool") {
             if (trimmed == "true" || trimmed == "1") return true;
             if (trimmed == "false" || trimmed == "0") return false;
@@ -298,6 +298,16 @@ private:
         std::vector<std::uint8_t> bytes = ReadBlock(element, trimmed);
         if (type == "Bytes") return QueueBytes{std::move(bytes)};
         return QueueStream{std::move(bytes)};
+    }
+
+    std::wstring ReadString(const xmlNode* element, std::string_view text) const {
+        std::string file;
+        if (!GetAttribute(element, "file", file)) return WidenQueueText(text);
+        if (!text.empty()) Refuse(element, Name(element) + " names a file and has content too");
+        const std::string content = ReadNamedFile(element, file);
+        constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+        const bool marked = content.starts_with(ByteOrderMark);
+        return WidenQueueText(std::string_view(content).substr(marked ? ByteOrderMark.size() : 0));
     }
 
     std::vector<std::uint8_t> ReadBlock(const xmlNode* element, std::string_view text) const {
