@@ -1,0 +1,12 @@
+#pragma once
+
+#include "LowLevelFacilities/CPException.h"
+
+/// A malformed configuration document.
+class OV_UTILITIES_API CPExceptionXMLConfigurationFileParseFailed : public CPException {
+public:
+    CPExceptionXMLConfigurationFileParseFailed(std::string&& message, unsigned int lastError, DebugContextCopy context);
+    ~CPExceptionXMLConfigurationFileParseFailed() override;
+
+    [[nodiscard]] std::string getExceptionType() const override;
+};

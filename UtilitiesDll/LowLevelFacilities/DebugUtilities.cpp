@@ -1,0 +1,61 @@
+#include "LowLevelFacilities/DebugUtilities.h"
+
+#include "LowLevelFacilities/LastErrorKeeper.h"
+
+#include <atomic>
+
+#include <windows.h>
+
+namespace {
+
+std::atomic<DebugUtilities::ReportSink> reportSink{nullptr};
+thread_local const ReportContext* innermostContext = nullptr;
+
+void send(const char* text, const char* caption) noexcept {
+    if (const DebugUtilities::ReportSink sink = reportSink.load()) {
+        sink(text, caption);
+        return;
+    }
+    OutputDebugStringA(caption);
+    OutputDebugStringA(": ");
+    OutputDebugStringA(text);
+    OutputDebugStringA("\n");
+}
+
+} // namespace
+
+void DebugUtilities::reportErrorForLowLevelUtilities(const char* text, const char* caption) noexcept {
+    const LastErrorKeeper keeper;
+    if (text == nullptr) text = "";
+    if (caption == nullptr) caption = "";
+    if (innermostContext == nullptr) return send(text, caption);
+    try {
+        std::string report(text);
+        for (const ReportContext* context = innermostContext; context != nullptr;
+             context = context->m_outer) {
+            report += '\n';
+            context->describe(report);
+        }
+        send(report.c_str(), caption);
+    } catch (...) {
+        send(text, caption);
+    }
+}
+
+void DebugUtilities::reportErrorForLowLevelUtilities(const std::string& text,
+                                                     const std::string& caption) noexcept {
+    reportErrorForLowLevelUtilities(text.c_str(), caption.c_str());
+}
+
+DebugUtilities::ReportSink DebugUtilities::setReportSink(ReportSink sink) noexcept {
+    return reportSink.exchange(sink);
+}
+
+void DebugUtilities::pushReportContext(ReportContext& context) noexcept {
+    context.m_outer = innermostContext;
+    innermostContext = &context;
+}
+
+void DebugUtilities::popReportContext(const ReportContext& context) noexcept {
+    if (innermostContext == &context) innermostContext = context.m_outer;
+}

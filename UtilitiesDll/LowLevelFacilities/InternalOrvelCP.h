@@ -1,0 +1,273 @@
+#pragma once
+
+// The typed formatter. A format is written as for printf, but the static type of each argument decides how it
+// is read: %s takes narrow text, wide text (which comes out as UTF-8), numbers and whatever has operator<<;
+// %d takes any integral type, without a length modifier. %S is %s. Nothing is read that was not passed.
+
+#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/CPExceptionOSApiError.h"
+#include "LowLevelFacilities/CPExceptionTooManyArguments.h"
+#include "LowLevelFacilities/CPStringUtils.h"
+#include "LowLevelFacilities/DebugUtilities.h"
+#include "LowLevelFacilities/InternalOrvelCPFormatArgument.h"
+#include "LowLevelFacilities/InternalOrvelCPFormatSpecification.h"
+#include "LowLevelFacilities/InternalOrvelCPFormatStringBuffer.h"
+#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/Utf8.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <new>
+#include <span>
+
+namespace InternalOrvelCP {
+
+using FormatBuffer = FormatStringBuffer<1024>;
+
+/// Lets the runtime's formatter write one value under a specification that it understands.
+template <typename Value>
+void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatSpecification& specification,
+                                        const char* lengthAndLetter, Value value) {
+    constexpr const char* function = "InternalOrvelCP::useCrtToProcessFormatSpecification";
+    if (specification.containsAsterisk()) {
+        throw CPExceptionInvalidArgument(
+            "The InternalOrvelCP::formatWorkerMayThrow() family of methods does not support the '*' character "
+            "for the precision or width in a printf-style format specification.",
+            LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+    }
+    const FormatSpecification::CrtSpecification crt = specification.forCrt(lengthAndLetter);
+    destination.reserve(std::max<std::size_t>(2 * specification.getFormatSpecificationLength(), 256));
+    int length = std::snprintf(destination.writePosition(), destination.room(), crt.text, value);
+    if (length < 0 || static_cast<std::size_t>(length) >= destination.room()) {
+        length = std::snprintf(nullptr, 0, crt.text, value);
+        if (length >= 0) {
+            destination.reserve(static_cast<std::size_t>(length) + 1);
+            length = std::snprintf(destination.writePosition(), destination.room(), crt.text, value);
+        }
+    }
+    if (length < 0 || static_cast<std::size_t>(length) >= destination.room()) {
+        destination.commit(0);
+        throw CPExceptionOSApiError("snprintf() failed even after reallocation!", LastErrorKeeper::current(),
+                                    DebugContextReference(__FILE__, __LINE__, function));
+    }
+    destination.commit(static_cast<std::size_t>(length));
+}
+
+inline void appendDecimal(FormatBuffer& destination, std::uint64_t value, bool isSigned) {
+    char digits[24];
+    const auto end = isSigned ? std::to_chars(digits, digits + sizeof digits, static_cast<std::int64_t>(value))
+                              : std::to_chars(digits, digits + sizeof digits, value);
+    destination.append(digits, static_cast<std::size_t>(end.ptr - digits));
+}
+
+/// Formats an integral argument for d, i, u, o, x or X. As with printf, the letter decides whether the bits
+/// are read as signed; their number is that of the argument's type.
+inline void outputRequestedIntegralFormatArgument(FormatBuffer& destination,
+                                                  const FormatSpecification& specification,
+                                                  const FormatArgument& argument) {
+    const char letter = specification.conversion();
+    const bool isSigned = letter == 'd' || letter == 'i';
+    const unsigned int shortened = 8u * std::min<unsigned int>(argument.size, 4u >> specification.shortness());
+    const unsigned int bits = specification.shortness() == 0 ? 8u * argument.size : shortened;
+    const unsigned int unused = 64 - bits;
+    const std::uint64_t shifted = argument.integral << unused;
+    const std::uint64_t value = isSigned
+                                    ? static_cast<std::uint64_t>(static_cast<std::int64_t>(shifted) >> unused)
+                                    : shifted >> unused;
+    if (specification.isPlain() && (isSigned || letter == 'u')) {
+        appendDecimal(destination, value, isSigned);
+        return;
+    }
+    const char lengthAndLetter[] = {'l', 'l', letter, '\0'};
+    if (isSigned) {
+        useCrtToProcessFormatSpecification(destination, specification, lengthAndLetter,
+                                           static_cast<long long>(value));
+    } else {
+        useCrtToProcessFormatSpecification(destination, specification, lengthAndLetter,
+                                           static_cast<unsigned long long>(value));
+    }
+}
+
+/// The text of an argument, under a specification that may have a width or a precision. A cut by the precision
+/// never leaves half a code point.
+inline void outputText(FormatBuffer& destination, const FormatSpecification& specification, const char* text,
+                       std::size_t length) {
+    if (specification.isPlain()) {
+        destination.append(text, length);
+        return;
+    }
+    const int precision = specification.precision();
+    if (precision < 0 || static_cast<std::size_t>(precision) >= length) {
+        useCrtToProcessFormatSpecification(destination, specification, "s", text);
+        return;
+    }
+    auto kept = static_cast<std::size_t>(precision);
+    while (kept != 0 && (static_cast<unsigned char>(text[kept]) & 0xC0u) == 0x80u) --kept;
+    useCrtToProcessFormatSpecification(destination, specification, "s", std::string(text, kept).c_str());
+}
+
+inline void outputCharacter(FormatBuffer& destination, const FormatSpecification& specification,
+                            const FormatArgument& argument) {
+    char bytes[Utf8::maxBytes + 1] = {};
+    std::size_t length = 1;
+    if (argument.character == FormatArgument::Character::Wide || specification.conversion() == 'C') {
+        const auto unit = static_cast<wchar_t>(argument.integral & 0xFFFF);
+        const wchar_t* at = &unit;
+        length = Utf8::encode(Utf8::decode(at, &unit + 1), bytes);
+    } else {
+        bytes[0] = static_cast<char>(argument.integral);
+    }
+    if (specification.isPlain() || bytes[0] == '\0') {
+        destination.append(bytes, length);
+    } else {
+        outputText(destination, specification, bytes, length);
+    }
+}
+
+/// Everything that the specification's letter does not ask for in a way of its own comes out as operator<<
+/// writes it.
+inline void outputAsText(FormatBuffer& destination, FormatSpecification& specification,
+                         const FormatArgument& argument) {
+    switch (argument.kind) {
+    case FormatArgument::Kind::Narrow:
+        if (argument.pointer == nullptr) return outputText(destination, specification, "(null)", 6);
+        return outputText(destination, specification, static_cast<const char*>(argument.pointer),
+                          argument.length);
+    case FormatArgument::Kind::Wide: {
+        specification.convertWideCharFormatSpecifierCharacterToMultibyteSpecifier();
+        if (argument.pointer == nullptr) return outputText(destination, specification, "(null)", 6);
+        const auto* const text = static_cast<const wchar_t*>(argument.pointer);
+        if (specification.isPlain()) return CPStringUtils::narrowAndAppend(destination, text);
+        FormatBuffer narrowed;
+        CPStringUtils::narrowAndAppend(narrowed, text);
+        return outputText(destination, specification, narrowed.text(), narrowed.used());
+    }
+    case FormatArgument::Kind::Integral:
+    case FormatArgument::Kind::Floating:
+    case FormatArgument::Kind::Pointer:
+    case FormatArgument::Kind::Streamed: break;
+    }
+    if (argument.character != FormatArgument::Character::None)
+        return outputCharacter(destination, specification, argument);
+
+    FormatBuffer aside;
+    FormatBuffer& target = specification.isPlain() ? destination : aside;
+    if (argument.kind == FormatArgument::Kind::Integral) {
+        appendDecimal(target, argument.integral, argument.isSigned);
+    } else {
+        TemporaryFormatStringBufferStream stream(target);
+        if (argument.kind == FormatArgument::Kind::Floating)
+            stream << argument.floating;
+        else if (argument.kind == FormatArgument::Kind::Pointer)
+            stream << argument.pointer;
+        else
+            argument.stream(stream, argument.pointer);
+    }
+    if (&target == &aside) outputText(destination, specification, aside.text(), aside.used());
+}
+
+inline void formatArgument(FormatBuffer& destination, FormatSpecification& specification,
+                           const FormatArgument& argument) {
+    const bool isIntegral = argument.kind == FormatArgument::Kind::Integral;
+    const char letter = specification.conversion();
+    if (specification.isIntegral()) {
+        if (!isIntegral) {
+            throw CPExceptionInvalidArgument(
+                std::string(
+                    "Non-integral value supplied as integral argument to format string character: ") +
+                    letter,
+                LastErrorKeeper::current(),
+                DebugContextReference(__FILE__, __LINE__, "InternalOrvelCP::formatArgument"));
+        }
+        outputRequestedIntegralFormatArgument(destination, specification, argument);
+    } else if (specification.isCharacter() && isIntegral) {
+        outputCharacter(destination, specification, argument);
+    } else if (specification.isFloating() && (isIntegral || argument.kind == FormatArgument::Kind::Floating)) {
+        const double fromIntegral = argument.isSigned
+                                        ? static_cast<double>(static_cast<std::int64_t>(argument.integral))
+                                        : static_cast<double>(argument.integral);
+        const char onlyLetter[] = {letter, '\0'};
+        useCrtToProcessFormatSpecification(destination, specification, onlyLetter,
+                                           isIntegral ? fromIntegral : argument.floating);
+    } else if (letter == 'p' && argument.kind != FormatArgument::Kind::Streamed) {
+        const void* const address =
+            isIntegral ? reinterpret_cast<const void*>(static_cast<std::uintptr_t>(argument.integral))
+                       : argument.pointer;
+        useCrtToProcessFormatSpecification(destination, specification, "p", address);
+    } else {
+        outputAsText(destination, specification, argument);
+    }
+}
+
+inline void formatArguments(FormatBuffer& destination, const char* const format,
+                            std::span<const FormatArgument> arguments) {
+    constexpr const char* function = "InternalOrvelCP::formatWorkerMayThrow";
+    if (format == nullptr) {
+        throw CPExceptionInvalidArgument("Invalid format string: a null format string was supplied.",
+                                         LastErrorKeeper::current(),
+                                         DebugContextReference(__FILE__, __LINE__, function));
+    }
+    const char* literal = format;
+    std::size_t next = 0;
+    for (const char* at = std::strchr(format, '%'); at != nullptr; at = std::strchr(literal, '%')) {
+        if (at[1] == '%') {
+            destination.append(literal, static_cast<std::size_t>(at + 1 - literal));
+            literal = at + 2;
+            continue;
+        }
+        destination.append(literal, static_cast<std::size_t>(at - literal));
+        FormatSpecification specification;
+        literal = specification.parseAfterFirstPercentCharacter(at + 1);
+        if (next == arguments.size()) {
+            throw CPExceptionInvalidArgument(
+                std::string("Invalid format string: missing arguments. There's no argument corresponding to "
+                            "the current format specifier, ") +
+                    at,
+                LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+        }
+        if (specification.containsAsterisk()) {
+            useCrtToProcessFormatSpecification(destination, specification, "s", "");
+        }
+        formatArgument(destination, specification, arguments[next++]);
+    }
+    destination.append(literal, std::strlen(literal));
+    if (next != arguments.size()) {
+        throw CPExceptionTooManyArguments(
+            std::string("Extra arguments provided to formatWorkerMayThrow(). There's no format specifier "
+                        "corresponding to this argument in the original format string: ") +
+                format,
+            LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+    }
+}
+
+/// Formats into the destination, behind what stands there. Throws CPExceptionInvalidArgument for a mistake in
+/// the format, a missing argument or one of the wrong kind, CPExceptionTooManyArguments for one too many, and
+/// std::bad_alloc. What was formatted before the failure stays in the destination.
+template <typename... Arguments>
+void formatWorkerMayThrow(FormatBuffer& destination, const char* format, const Arguments&... arguments) {
+    if constexpr (sizeof...(Arguments) == 0) {
+        formatArguments(destination, format, {});
+    } else {
+        const FormatArgument list[] = {makeFormatArgument(arguments)...};
+        formatArguments(destination, format, list);
+    }
+}
+
+/// Tells the reporter of last resort about the exception that is being handled.
+OV_UTILITIES_API void reportFailureOfSafeFormatWorker(const char* format) noexcept;
+
+/// As formatWorkerMayThrow, but a failure ends in one report, never in an exception, so that a bad message
+/// format cannot stop a job. The thread's last error is afterwards what it was before.
+template <typename... Arguments>
+void safeFormatWorker(FormatBuffer& destination, const char* format, const Arguments&... arguments) noexcept {
+    const LastErrorKeeper keeper;
+    try {
+        formatWorkerMayThrow(destination, format, arguments...);
+    } catch (...) {
+        reportFailureOfSafeFormatWorker(format);
+    }
+}
+
+} // namespace InternalOrvelCP

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "LowLevelFacilities/UtilitiesExport.h"
+
+#include <cstddef>
+
+namespace InternalOrvelCP {
+
+/// One specification of a printf-style format, from its '%' to its conversion letter:
+/// %[flags][width][.precision][length]letter. The length (hh, h, l, ll, z, t, j, L, w, I32, I64, I) is
+/// understood and, apart from h and hh, without effect: the argument's own type decides.
+class OV_UTILITIES_API FormatSpecification {
+public:
+    /// Longest specification that is taken.
+    static constexpr std::size_t maxLength = 47;
+    /// Largest width or precision that is taken.
+    static constexpr int maxCount = 99'999;
+
+    /// `text` stands behind the '%'. Gives the place behind the specification. Throws
+    /// CPExceptionInvalidArgument if there is none or it is not understood.
+    const char* parseAfterFirstPercentCharacter(const char* text);
+
+    /// The specification with its '%', as it stood in the format.
+    [[nodiscard]] const char* getFormatSpecificationString() const noexcept { return m_text; }
+    [[nodiscard]] std::size_t getFormatSpecificationLength() const noexcept { return m_length; }
+    /// Turns %S and %ls into %s, and %C and %lc into %c.
+    void convertWideCharFormatSpecifierCharacterToMultibyteSpecifier() noexcept;
+
+    [[nodiscard]] char conversion() const noexcept { return m_text[m_length - 1]; }
+    [[nodiscard]] bool isIntegral() const noexcept;
+    [[nodiscard]] bool isCharacter() const noexcept { return conversion() == 'c' || conversion() == 'C'; }
+    [[nodiscard]] bool isFloating() const noexcept;
+    /// No flags, no width, no precision.
+    [[nodiscard]] bool isPlain() const noexcept { return m_lengthModifierAt == 1; }
+    [[nodiscard]] bool containsAsterisk() const noexcept { return m_containsAsterisk; }
+    /// -1 if there is none.
+    [[nodiscard]] int precision() const noexcept { return m_precision; }
+    /// 0, 1 for the length h, 2 for hh.
+    [[nodiscard]] int shortness() const noexcept { return m_shortness; }
+
+    /// The specification as the runtime's formatter is to get it: the same flags, width and precision, with
+    /// another length and letter.
+    struct CrtSpecification {
+        char text[maxLength + 5];
+    };
+    [[nodiscard]] CrtSpecification forCrt(const char* lengthAndLetter) const noexcept;
+
+private:
+    char m_text[maxLength + 1] = "%";
+    std::size_t m_length = 1;
+    std::size_t m_lengthModifierAt = 1; // where flags, width and precision end
+    int m_precision = -1;
+    int m_shortness = 0;
+    bool m_containsAsterisk = false;
+};
+
+} // namespace InternalOrvelCP
