@@ -77,7 +77,6 @@ void CPException::reportAndProcessCaughtException(const std::exception& caught,
 
 void CPException::reportAndProcessUnknownCaughtException(DebugContextReference&& context,
                                                          const char* message) noexcept {
-    report(message, [&] {
-        return std::string(message == nullptr ? "" : message) + "\ncaught at " + place(context);
-    });
+    report(message,
+           [&] { return std::string(message == nullptr ? "" : message) + "\ncaught at " + place(context); });
 }

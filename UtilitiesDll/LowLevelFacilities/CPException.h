@@ -30,8 +30,7 @@ public:
     /// Asked before each throw: says whether to stop in a debugger there. False unless the process has set a
     /// question of its own with setDebugQuestion.
     static bool allowForExceptionDebug(const char* exceptionTypeName, const std::string& message,
-                                       unsigned int lastError,
-                                       const DebugContextReference& context) noexcept;
+                                       unsigned int lastError, const DebugContextReference& context) noexcept;
     using DebugQuestion = bool (*)(const char* exceptionTypeName, const char* message, unsigned int lastError,
                                    const DebugContextReference& context) noexcept;
     /// Gives back the question that stood there; null asks nobody.

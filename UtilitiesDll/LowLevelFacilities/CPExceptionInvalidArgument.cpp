@@ -1,9 +1,11 @@
 #include "LowLevelFacilities/CPExceptionInvalidArgument.h"
 
-CPExceptionInvalidArgument::CPExceptionInvalidArgument(std::string&& message, unsigned int lastError, DebugContextCopy context)
+CPExceptionInvalidArgument::CPExceptionInvalidArgument(std::string&& message, unsigned int lastError,
+                                                       DebugContextCopy context)
     : CPException(std::move(message), lastError, std::move(context)) {}
 
-CPExceptionInvalidArgument::CPExceptionInvalidArgument(const char* message, unsigned int lastError, DebugContextCopy context)
+CPExceptionInvalidArgument::CPExceptionInvalidArgument(const char* message, unsigned int lastError,
+                                                       DebugContextCopy context)
     : CPException(std::string(message == nullptr ? "" : message), lastError, std::move(context)) {}
 
 CPExceptionInvalidArgument::~CPExceptionInvalidArgument() = default;

@@ -1,6 +1,7 @@
 #include "LowLevelFacilities/CPExceptionOSApiError.h"
 
-CPExceptionOSApiError::CPExceptionOSApiError(const char* message, unsigned int lastError, DebugContextCopy context)
+CPExceptionOSApiError::CPExceptionOSApiError(const char* message, unsigned int lastError,
+                                             DebugContextCopy context)
     : CPException(std::string(message == nullptr ? "" : message), lastError, std::move(context)) {}
 
 CPExceptionOSApiError::~CPExceptionOSApiError() = default;

@@ -1,6 +1,7 @@
 #include "LowLevelFacilities/CPExceptionTooManyArguments.h"
 
-CPExceptionTooManyArguments::CPExceptionTooManyArguments(std::string&& message, unsigned int lastError, DebugContextCopy context)
+CPExceptionTooManyArguments::CPExceptionTooManyArguments(std::string&& message, unsigned int lastError,
+                                                         DebugContextCopy context)
     : CPException(std::move(message), lastError, std::move(context)) {}
 
 CPExceptionTooManyArguments::~CPExceptionTooManyArguments() = default;

@@ -1,6 +1,7 @@
 #include "LowLevelFacilities/CPExceptionUnknownKeyRequest.h"
 
-CPExceptionUnknownKeyRequest::CPExceptionUnknownKeyRequest(std::string&& message, unsigned int lastError, DebugContextCopy context)
+CPExceptionUnknownKeyRequest::CPExceptionUnknownKeyRequest(std::string&& message, unsigned int lastError,
+                                                           DebugContextCopy context)
     : CPException(std::move(message), lastError, std::move(context)) {}
 
 CPExceptionUnknownKeyRequest::~CPExceptionUnknownKeyRequest() = default;

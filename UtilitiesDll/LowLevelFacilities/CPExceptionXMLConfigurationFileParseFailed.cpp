@@ -1,8 +1,11 @@
 #include "LowLevelFacilities/CPExceptionXMLConfigurationFileParseFailed.h"
 
-CPExceptionXMLConfigurationFileParseFailed::CPExceptionXMLConfigurationFileParseFailed(std::string&& message, unsigned int lastError, DebugContextCopy context)
+CPExceptionXMLConfigurationFileParseFailed::CPExceptionXMLConfigurationFileParseFailed(
+    std::string&& message, unsigned int lastError, DebugContextCopy context)
     : CPException(std::move(message), lastError, std::move(context)) {}
 
 CPExceptionXMLConfigurationFileParseFailed::~CPExceptionXMLConfigurationFileParseFailed() = default;
 
-std::string CPExceptionXMLConfigurationFileParseFailed::getExceptionType() const { return "CPExceptionXMLConfigurationFileParseFailed"; }
+std::string CPExceptionXMLConfigurationFileParseFailed::getExceptionType() const {
+    return "CPExceptionXMLConfigurationFileParseFailed";
+}

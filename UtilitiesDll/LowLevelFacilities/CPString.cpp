@@ -17,14 +17,16 @@ std::string_view viewOf(const char* text) noexcept {
 std::size_t offsetOf(std::string_view text, unsigned int codePoint) noexcept {
     const char* at = text.data();
     const char* const end = at + text.size();
-    for (; codePoint != 0 && at != end; --codePoint) Utf8::decode(at, end);
+    for (; codePoint != 0 && at != end; --codePoint)
+        Utf8::decode(at, end);
     return codePoint == 0 ? static_cast<std::size_t>(at - text.data()) : std::string_view::npos;
 }
 
 unsigned int countCodePoints(std::string_view text) noexcept {
     unsigned int count = 0;
     const char* const end = text.data() + text.size();
-    for (const char* at = text.data(); at != end; ++count) Utf8::decode(at, end);
+    for (const char* at = text.data(); at != end; ++count)
+        Utf8::decode(at, end);
     return count;
 }
 
@@ -117,7 +119,8 @@ int CPString::compare(const char* other) const noexcept { return view().compare(
 std::uint64_t CPString::hash() const noexcept {
     // FNV-1a, 64 bits: the same in every process and on every machine.
     std::uint64_t value = 0xCBF29CE484222325u;
-    for (const char byte : m_bytes) value = (value ^ static_cast<unsigned char>(byte)) * 0x100000001B3u;
+    for (const char byte : m_bytes)
+        value = (value ^ static_cast<unsigned char>(byte)) * 0x100000001B3u;
     return value;
 }
 

@@ -45,9 +45,9 @@ std::string narrowToStdString(const wchar_t* text, std::size_t length) {
 
 void narrowAndAppend(InternalOrvelCP::FormatStringBuffer<1024>& destination, const wchar_t* text) {
     if (text == nullptr) return;
-    narrowInPieces(
-        text, text + lengthOf(text),
-        [&destination](const char* bytes, std::size_t count) { destination.append(bytes, count); });
+    narrowInPieces(text, text + lengthOf(text), [&destination](const char* bytes, std::size_t count) {
+        destination.append(bytes, count);
+    });
 }
 
 std::wstring widenTo_wstring(const CPString& text) {
@@ -60,7 +60,8 @@ std::wstring widenTo_wstring(const char* text, std::size_t length) {
     // A text never has more UTF-16 units than UTF-8 bytes.
     result.resize(length);
     wchar_t* to = result.data();
-    for (const char* const end = text + length; text != end;) to += Utf8::encode(Utf8::decode(text, end), to);
+    for (const char* const end = text + length; text != end;)
+        to += Utf8::encode(Utf8::decode(text, end), to);
     result.resize(static_cast<std::size_t>(to - result.data()));
     return result;
 }

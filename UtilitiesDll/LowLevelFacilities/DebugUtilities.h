@@ -21,8 +21,8 @@ class OV_UTILITIES_API DebugUtilities {
 public:
     DebugUtilities() = delete;
 
-    /// The reporter of last resort: writes the text, its caption and the contexts of the calling thread to the
-    /// platform's debug output, or to the sink if one is set. Never throws; leaves the last error alone.
+    /// The reporter of last resort: writes the text, its caption and the contexts of the calling thread to
+    /// the platform's debug output, or to the sink if one is set. Never throws; leaves the last error alone.
     static void reportErrorForLowLevelUtilities(const char* text, const char* caption) noexcept;
     static void reportErrorForLowLevelUtilities(const std::string& text, const std::string& caption) noexcept;
 

@@ -28,8 +28,9 @@ void reportFailureOfSafeFormatWorker(const char* format) noexcept {
         std::string message = "<none>";
         describeCurrentException(type, message);
         const std::string issue =
-            format == nullptr ? std::string(": A null format string was supplied!\n\n")
-                              : std::string(": Issue with arguments or this format string: '") + format + "'.\n\n";
+            format == nullptr
+                ? std::string(": A null format string was supplied!\n\n")
+                : std::string(": Issue with arguments or this format string: '") + format + "'.\n\n";
         DebugUtilities::reportErrorForLowLevelUtilities("Caught " + type + issue + message,
                                                         std::string(caption));
     } catch (...) {

@@ -32,10 +32,11 @@ void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatS
                                         const char* lengthAndLetter, Value value) {
     constexpr const char* function = "InternalOrvelCP::useCrtToProcessFormatSpecification";
     if (specification.containsAsterisk()) {
-        throw CPExceptionInvalidArgument(
-            "The InternalOrvelCP::formatWorkerMayThrow() family of methods does not support the '*' character "
-            "for the precision or width in a printf-style format specification.",
-            LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+        throw CPExceptionInvalidArgument("The InternalOrvelCP::formatWorkerMayThrow() family of methods does "
+                                         "not support the '*' character "
+                                         "for the precision or width in a printf-style format specification.",
+                                         LastErrorKeeper::current(),
+                                         DebugContextReference(__FILE__, __LINE__, function));
     }
     const FormatSpecification::CrtSpecification crt = specification.forCrt(lengthAndLetter);
     destination.reserve(std::max<std::size_t>(2 * specification.getFormatSpecificationLength(), 256));
@@ -57,8 +58,9 @@ void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatS
 
 inline void appendDecimal(FormatBuffer& destination, std::uint64_t value, bool isSigned) {
     char digits[24];
-    const auto end = isSigned ? std::to_chars(digits, digits + sizeof digits, static_cast<std::int64_t>(value))
-                              : std::to_chars(digits, digits + sizeof digits, value);
+    const auto end = isSigned
+                         ? std::to_chars(digits, digits + sizeof digits, static_cast<std::int64_t>(value))
+                         : std::to_chars(digits, digits + sizeof digits, value);
     destination.append(digits, static_cast<std::size_t>(end.ptr - digits));
 }
 
@@ -69,7 +71,8 @@ inline void outputRequestedIntegralFormatArgument(FormatBuffer& destination,
                                                   const FormatArgument& argument) {
     const char letter = specification.conversion();
     const bool isSigned = letter == 'd' || letter == 'i';
-    const unsigned int shortened = 8u * std::min<unsigned int>(argument.size, 4u >> specification.shortness());
+    const unsigned int shortened =
+        8u * std::min<unsigned int>(argument.size, 4u >> specification.shortness());
     const unsigned int bits = specification.shortness() == 0 ? 8u * argument.size : shortened;
     const unsigned int unused = 64 - bits;
     const std::uint64_t shifted = argument.integral << unused;
@@ -90,8 +93,8 @@ inline void outputRequestedIntegralFormatArgument(FormatBuffer& destination,
     }
 }
 
-/// The text of an argument, under a specification that may have a width or a precision. A cut by the precision
-/// never leaves half a code point.
+/// The text of an argument, under a specification that may have a width or a precision. A cut by the
+/// precision never leaves half a code point.
 inline void outputText(FormatBuffer& destination, const FormatSpecification& specification, const char* text,
                        std::size_t length) {
     if (specification.isPlain()) {
@@ -104,7 +107,8 @@ inline void outputText(FormatBuffer& destination, const FormatSpecification& spe
         return;
     }
     auto kept = static_cast<std::size_t>(precision);
-    while (kept != 0 && (static_cast<unsigned char>(text[kept]) & 0xC0u) == 0x80u) --kept;
+    while (kept != 0 && (static_cast<unsigned char>(text[kept]) & 0xC0u) == 0x80u)
+        --kept;
     useCrtToProcessFormatSpecification(destination, specification, "s", std::string(text, kept).c_str());
 }
 
@@ -147,7 +151,8 @@ inline void outputAsText(FormatBuffer& destination, FormatSpecification& specifi
     case FormatArgument::Kind::Integral:
     case FormatArgument::Kind::Floating:
     case FormatArgument::Kind::Pointer:
-    case FormatArgument::Kind::Streamed: break;
+    case FormatArgument::Kind::Streamed:
+        break;
     }
     if (argument.character != FormatArgument::Character::None)
         return outputCharacter(destination, specification, argument);
@@ -175,8 +180,7 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
     if (specification.isIntegral()) {
         if (!isIntegral) {
             throw CPExceptionInvalidArgument(
-                std::string(
-                    "Non-integral value supplied as integral argument to format string character: ") +
+                std::string("Non-integral value supplied as integral argument to format string character: ") +
                     letter,
                 LastErrorKeeper::current(),
                 DebugContextReference(__FILE__, __LINE__, "InternalOrvelCP::formatArgument"));
@@ -184,7 +188,8 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
         outputRequestedIntegralFormatArgument(destination, specification, argument);
     } else if (specification.isCharacter() && isIntegral) {
         outputCharacter(destination, specification, argument);
-    } else if (specification.isFloating() && (isIntegral || argument.kind == FormatArgument::Kind::Floating)) {
+    } else if (specification.isFloating() &&
+               (isIntegral || argument.kind == FormatArgument::Kind::Floating)) {
         const double fromIntegral = argument.isSigned
                                         ? static_cast<double>(static_cast<std::int64_t>(argument.integral))
                                         : static_cast<double>(argument.integral);

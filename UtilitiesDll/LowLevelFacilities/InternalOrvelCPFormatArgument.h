@@ -18,7 +18,9 @@ template <typename T>
 concept NarrowText = std::is_convertible_v<const T&, const char*> && !std::is_same_v<T, std::nullptr_t>;
 
 template <typename T>
-concept Streamable = requires(std::ostream& stream, const T& value) { stream << value; };
+concept Streamable = requires(std::ostream& stream, const T& value) {
+    stream << value;
+};
 
 /// What the static type of one format argument came down to. Refers to the argument: valid as long as that.
 struct FormatArgument {

@@ -39,7 +39,8 @@ int skipCount(const char*& at, const char* specification) {
     int number = 0;
     for (; isDigit(*at); ++at) {
         number = number * 10 + (*at - '0');
-        if (number > FormatSpecification::maxCount) refuse("the width or precision is too large", specification);
+        if (number > FormatSpecification::maxCount)
+            refuse("the width or precision is too large", specification);
     }
     return number;
 }
@@ -49,7 +50,8 @@ int skipCount(const char*& at, const char* specification) {
 const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* text) {
     *this = FormatSpecification{};
     const char* at = text;
-    while (isOneOf(*at, flagCharacters)) ++at;
+    while (isOneOf(*at, flagCharacters))
+        ++at;
     m_containsAsterisk = skipCount(at, text) < 0;
     if (*at == '.') {
         ++at;
@@ -61,7 +63,8 @@ const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* tex
         ++at;
         if ((at[0] == '6' && at[1] == '4') || (at[0] == '3' && at[1] == '2')) at += 2;
     } else {
-        while (isOneOf(*at, lengthCharacters)) ++at;
+        while (isOneOf(*at, lengthCharacters))
+            ++at;
     }
     m_shortness = static_cast<int>(std::count(lengthModifier, at, 'h'));
     if (*at == '\0') refuse("the last format specifier is incomplete", text);

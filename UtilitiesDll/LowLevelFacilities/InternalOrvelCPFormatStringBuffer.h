@@ -46,9 +46,7 @@ public:
             m_string.resize(needed);
         }
     }
-    [[nodiscard]] char* writePosition() noexcept {
-        return (m_movedOut ? m_string.data() : m_area) + m_used;
-    }
+    [[nodiscard]] char* writePosition() noexcept { return (m_movedOut ? m_string.data() : m_area) + m_used; }
     /// The bytes that may be written at writePosition, the terminator's included.
     [[nodiscard]] std::size_t room() const noexcept {
         return (m_movedOut ? m_string.size() + 1 : AreaSize) - m_used;

@@ -7,15 +7,11 @@
 
 namespace InternalOrvelCP {
 
-/// A stream over a destination, which lets any value with operator<< be formatted. Holds no text of its own:
-/// what is written stands in the destination at once. The destination must outlive it.
-class TemporaryFormatStringBufferStream final : private std::streambuf, public std::ostream {
+/// Hands what is written to it on at once.
+class DestinationStreambuf final : public std::streambuf {
 public:
-    explicit TemporaryFormatStringBufferStream(IFormatStringStreamDestination& destination)
-        : std::ostream(static_cast<std::streambuf*>(this)), m_destination(destination) {
-        // A failing destination is the formatter's business, not the stream's.
-        exceptions(std::ios_base::badbit);
-    }
+    explicit DestinationStreambuf(IFormatStringStreamDestination& destination) noexcept
+        : m_destination(destination) {}
 
 private:
     std::streamsize xsputn(const char* text, std::streamsize length) override {
@@ -30,6 +26,22 @@ private:
     }
 
     IFormatStringStreamDestination& m_destination;
+};
+
+/// The buffer has to stand before the stream that is made over it.
+struct DestinationStreambufHolder {
+    DestinationStreambuf destinationStreambuf;
+};
+
+/// A stream over a destination, which lets any value with operator<< be formatted. Holds no text of its own:
+/// what is written stands in the destination at once. The destination must outlive it.
+class TemporaryFormatStringBufferStream final : private DestinationStreambufHolder, public std::ostream {
+public:
+    explicit TemporaryFormatStringBufferStream(IFormatStringStreamDestination& destination)
+        : DestinationStreambufHolder{DestinationStreambuf(destination)}, std::ostream(&destinationStreambuf) {
+        // What the destination throws is to reach the formatter, not to end in the stream's state.
+        exceptions(std::ios_base::badbit);
+    }
 };
 
 } // namespace InternalOrvelCP

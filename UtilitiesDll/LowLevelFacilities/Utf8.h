@@ -16,7 +16,10 @@ inline char32_t decode(const char*& text, const char* end, bool& valid) noexcept
     const unsigned char lead = byte(text++);
     valid = true;
     if (lead < 0x80) return lead;
-    const int tail = lead >= 0xF0 && lead <= 0xF4 ? 3 : lead >= 0xE0 && lead < 0xF0 ? 2 : lead >= 0xC2 && lead < 0xE0 ? 1 : 0;
+    const int tail = lead >= 0xF0 && lead <= 0xF4  ? 3
+                     : lead >= 0xE0 && lead < 0xF0 ? 2
+                     : lead >= 0xC2 && lead < 0xE0 ? 1
+                                                   : 0;
     if (tail != 0 && end - text >= tail) {
         char32_t code = lead & (0x3Fu >> tail);
         bool good = true;

@@ -1,0 +1,143 @@
+#include "LowLevelFacilities/NaturalNumber.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+constexpr std::size_t limbBits = 32;
+
+std::uint32_t lowLimb(std::uint64_t value) noexcept { return static_cast<std::uint32_t>(value); }
+
+} // namespace
+
+NaturalNumber::NaturalNumber(std::uint64_t value) {
+    for (; value != 0; value >>= limbBits)
+        m_limbs.push_back(lowLimb(value));
+}
+
+std::size_t NaturalNumber::bitLength() const noexcept {
+    return m_limbs.empty()
+               ? 0
+               : (m_limbs.size() - 1) * limbBits + static_cast<std::size_t>(std::bit_width(m_limbs.back()));
+}
+
+std::uint64_t NaturalNumber::toUint64() const noexcept {
+    std::uint64_t value = 0;
+    for (std::size_t i = m_limbs.size(); i-- > 0;)
+        value = (value << limbBits) | m_limbs[i];
+    return value;
+}
+
+void NaturalNumber::multiplyAndAdd(std::uint32_t factor, std::uint32_t summand) {
+    std::uint64_t carry = summand;
+    for (std::uint32_t& limb : m_limbs) {
+        carry += static_cast<std::uint64_t>(limb) * factor;
+        limb = lowLimb(carry);
+        carry >>= limbBits;
+    }
+    if (carry != 0) m_limbs.push_back(lowLimb(carry));
+    dropLeadingZeros();
+}
+
+void NaturalNumber::shiftLeft(std::size_t bits) {
+    if (isZero()) return;
+    const auto within = static_cast<unsigned int>(bits % limbBits);
+    if (within != 0) multiplyAndAdd(std::uint32_t{1} << within, 0);
+    m_limbs.insert(m_limbs.begin(), bits / limbBits, 0);
+}
+
+NaturalNumber& NaturalNumber::operator+=(const NaturalNumber& other) {
+    m_limbs.resize(std::max(m_limbs.size(), other.m_limbs.size()));
+    std::uint64_t carry = 0;
+    for (std::size_t i = 0; i < m_limbs.size(); ++i) {
+        carry += m_limbs[i];
+        if (i < other.m_limbs.size()) carry += other.m_limbs[i];
+        m_limbs[i] = lowLimb(carry);
+        carry >>= limbBits;
+    }
+    if (carry != 0) m_limbs.push_back(lowLimb(carry));
+    return *this;
+}
+
+NaturalNumber& NaturalNumber::operator-=(const NaturalNumber& other) {
+    std::uint64_t borrow = 0;
+    for (std::size_t i = 0; i < m_limbs.size(); ++i) {
+        const std::uint64_t subtrahend = (i < other.m_limbs.size() ? other.m_limbs[i] : 0u) + borrow;
+        borrow = m_limbs[i] < subtrahend ? 1 : 0;
+        m_limbs[i] = lowLimb(m_limbs[i] - subtrahend);
+    }
+    dropLeadingZeros();
+    return *this;
+}
+
+std::uint32_t NaturalNumber::divideBy(std::uint32_t divisor) {
+    std::uint64_t remainder = 0;
+    for (std::size_t i = m_limbs.size(); i-- > 0;) {
+        remainder = (remainder << limbBits) | m_limbs[i];
+        m_limbs[i] = lowLimb(remainder / divisor);
+        remainder %= divisor;
+    }
+    dropLeadingZeros();
+    return lowLimb(remainder);
+}
+
+NaturalNumber NaturalNumber::powerOfTen(unsigned int exponent) {
+    NaturalNumber result = 1;
+    for (; exponent >= 9; exponent -= 9)
+        result.multiplyAndAdd(1'000'000'000, 0);
+    for (; exponent > 0; --exponent)
+        result.multiplyAndAdd(10, 0);
+    return result;
+}
+
+std::pair<NaturalNumber, NaturalNumber> NaturalNumber::divide(const NaturalNumber& dividend,
+                                                              const NaturalNumber& divisor) {
+    if (divisor.m_limbs.size() == 1) {
+        NaturalNumber quotient = dividend;
+        const std::uint32_t remainder = quotient.divideBy(divisor.m_limbs[0]);
+        return {std::move(quotient), NaturalNumber(remainder)};
+    }
+    // Bit by bit: quotients here are short, or the numbers are.
+    NaturalNumber quotient;
+    NaturalNumber remainder;
+    for (std::size_t bit = dividend.bitLength(); bit-- > 0;) {
+        remainder.multiplyAndAdd(2, (dividend.m_limbs[bit / limbBits] >> (bit % limbBits)) & 1);
+        quotient.multiplyAndAdd(2, 0);
+        if (remainder >= divisor) {
+            remainder -= divisor;
+            quotient += 1;
+        }
+    }
+    return {std::move(quotient), std::move(remainder)};
+}
+
+NaturalNumber operator*(const NaturalNumber& left, const NaturalNumber& right) {
+    NaturalNumber result;
+    result.m_limbs.resize(left.m_limbs.size() + right.m_limbs.size());
+    for (std::size_t i = 0; i < left.m_limbs.size(); ++i) {
+        std::uint64_t carry = 0;
+        for (std::size_t j = 0; j < right.m_limbs.size() || carry != 0; ++j) {
+            carry += result.m_limbs[i + j];
+            if (j < right.m_limbs.size())
+                carry += static_cast<std::uint64_t>(left.m_limbs[i]) * right.m_limbs[j];
+            result.m_limbs[i + j] = lowLimb(carry);
+            carry >>= limbBits;
+        }
+    }
+    result.dropLeadingZeros();
+    return result;
+}
+
+std::strong_ordering operator<=>(const NaturalNumber& left, const NaturalNumber& right) noexcept {
+    if (left.m_limbs.size() != right.m_limbs.size()) return left.m_limbs.size() <=> right.m_limbs.size();
+    for (std::size_t i = left.m_limbs.size(); i-- > 0;) {
+        if (left.m_limbs[i] != right.m_limbs[i]) return left.m_limbs[i] <=> right.m_limbs[i];
+    }
+    return std::strong_ordering::equal;
+}
+
+void NaturalNumber::dropLeadingZeros() noexcept {
+    while (!m_limbs.empty() && m_limbs.back() == 0)
+        m_limbs.pop_back();
+}
