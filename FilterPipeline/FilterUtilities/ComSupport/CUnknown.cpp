@@ -1,0 +1,4 @@
+#include "CUnknown.h"
+
+template class CUnknown<IPrintPipelineFilter>;
+template class CUnknown<ISAXContentHandler>;

@@ -1,0 +1,35 @@
+#include "FailureBarrier.h"
+
+#include <LowLevelFacilities/CPComException.h>
+
+#include <exception>
+#include <new>
+
+HRESULT ReportCaughtException(const char* function, const std::source_location& location) noexcept {
+    const auto report = [&](const std::exception& caught, const char* message) {
+        CPException::reportAndProcessCaughtException(
+            caught, DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
+            message);
+    };
+    // The derived types stand before their bases.
+    try {
+        throw;
+    } catch (const std::bad_alloc& caught) {
+        report(caught, "std::bad_alloc exception caught by CATCH_VARIOUS() macro.");
+        return E_OUTOFMEMORY;
+    } catch (const CPComException& caught) {
+        report(caught, "CPComException exception caught by CATCH_VARIOUS() macro.");
+        return caught.GetHresult();
+    } catch (const CPException& caught) {
+        report(caught, "CPException exception caught by CATCH_VARIOUS() macro.");
+        return E_FAIL;
+    } catch (const std::exception& caught) {
+        report(caught, "std::exception exception caught by CATCH_VARIOUS() macro.");
+        return E_FAIL;
+    } catch (...) {
+        CPException::reportAndProcessUnknownCaughtException(
+            DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
+            "Unknown exception caught by CATCH_VARIOUS() macro's catch(...).");
+        return E_UNEXPECTED;
+    }
+}

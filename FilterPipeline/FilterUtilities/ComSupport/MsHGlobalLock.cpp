@@ -1,0 +1,12 @@
+#include "MsHGlobalLock.h"
+
+#include "HresultHelpers.h"
+#include "ThrowHresult.h"
+
+MsHGlobalLock::MsHGlobalLock(void* hglobal) : m_hglobal(hglobal), m_address(GlobalLock(hglobal)) {
+    if (!m_address) ThrowIfFailed(GetLastErrorAsHResult(), "MsHGlobalLock::MsHGlobalLock");
+}
+
+MsHGlobalLock::~MsHGlobalLock() { GlobalUnlock(m_hglobal); }
+
+void* MsHGlobalLock::GetAddress() const { return m_address; }

@@ -1,0 +1,17 @@
+#include "MsSafeCoinit.h"
+
+#include "ThrowHresult.h"
+
+#include <windows.h>
+
+MsSafeCoInit::MsSafeCoInit() : m_uninitializeIsOwed(false) {
+    const HRESULT hr = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    // A thread that lives in another apartment stays there, and nothing is owed for it.
+    if (hr == RPC_E_CHANGED_MODE) return;
+    ThrowIfFailed(hr, "MsSafeCoInit::MsSafeCoInit");
+    m_uninitializeIsOwed = true;
+}
+
+MsSafeCoInit::~MsSafeCoInit() {
+    if (m_uninitializeIsOwed) CoUninitialize();
+}

@@ -1,0 +1,22 @@
+#include "MsSafeHGlobal.h"
+
+#include "ThrowHresult.h"
+
+MsSafeHGlobal::MsSafeHGlobal(unsigned flags, std::size_t bytes) : m_hglobal(GlobalAlloc(flags, bytes)) {
+    if (!m_hglobal) ThrowComException(E_OUTOFMEMORY, "MsSafeHGlobal::MsSafeHGlobal");
+}
+
+MsSafeHGlobal::~MsSafeHGlobal() {
+    if (m_hglobal) GlobalFree(m_hglobal);
+}
+
+MsSafeHGlobal::operator void*() const { return m_hglobal; }
+
+std::unique_ptr<MsHGlobalLock> MsSafeHGlobal::Lock() { return std::make_unique<MsHGlobalLock>(m_hglobal); }
+
+CComPtr<IStream> MsSafeHGlobal::ConvertToIStream() {
+    CComPtr<IStream> stream;
+    ThrowIfFailed(CreateStreamOnHGlobal(m_hglobal, TRUE, &stream), "MsSafeHGlobal::ConvertToIStream");
+    m_hglobal = nullptr;
+    return stream;
+}

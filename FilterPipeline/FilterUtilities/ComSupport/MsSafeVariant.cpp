@@ -1,0 +1,5 @@
+#include "MsSafeVariant.h"
+
+MsSafeVariant::MsSafeVariant() { VariantInit(this); }
+
+MsSafeVariant::~MsSafeVariant() { VariantClear(this); }
