@@ -268,10 +268,6 @@ struct TIME_ZONE_INFORMATION {
 };
 using PTIME_ZONE_INFORMATION = TIME_ZONE_INFORMATION*;
 using LPTIME_ZONE_INFORMATION = TIME_ZONE_INFORMATION*;
-#define TIME_ZONE_ID_UNKNOWN 0
-#define TIME_ZONE_ID_STANDARD 1
-#define TIME_ZONE_ID_DAYLIGHT 2
-#define TIME_ZONE_ID_INVALID (static_cast<DWORD>(-1))
 
 EXTERN_C WINBASEAPI void WINAPI GetSystemTime(LPSYSTEMTIME lpSystemTime);
 EXTERN_C WINBASEAPI void WINAPI GetLocalTime(LPSYSTEMTIME lpSystemTime);
@@ -286,7 +282,6 @@ SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformati
 EXTERN_C WINBASEAPI BOOL WINAPI
 TzSpecificLocalTimeToSystemTime(const TIME_ZONE_INFORMATION* lpTimeZoneInformation,
                                 const SYSTEMTIME* lpLocalTime, LPSYSTEMTIME lpUniversalTime);
-EXTERN_C WINBASEAPI DWORD WINAPI GetTimeZoneInformation(LPTIME_ZONE_INFORMATION lpTimeZoneInformation);
 EXTERN_C WINBASEAPI LONG WINAPI CompareFileTime(const FILETIME* lpFileTime1, const FILETIME* lpFileTime2);
 /// Milliseconds since an unnamed start; wraps after 49.7 days.
 EXTERN_C WINBASEAPI DWORD WINAPI GetTickCount();
@@ -306,7 +301,4 @@ EXTERN_C WINBASEAPI void WINAPI DebugBreak();
 /// 0 for null.
 EXTERN_C WINBASEAPI int WINAPI lstrlenW(LPCWSTR lpString);
 EXTERN_C WINBASEAPI int WINAPI lstrlenA(LPCSTR lpString);
-/// By the user's language, as strcoll orders; null before all.
-EXTERN_C WINBASEAPI int WINAPI lstrcmpW(LPCWSTR lpString1, LPCWSTR lpString2);
-EXTERN_C WINBASEAPI int WINAPI lstrcmpiW(LPCWSTR lpString1, LPCWSTR lpString2);
 #define lstrlen lstrlenW

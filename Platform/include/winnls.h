@@ -31,13 +31,6 @@ EXTERN_C WINBASEAPI int WINAPI MultiByteToWideChar(UINT CodePage, DWORD dwFlags,
 /// failure.
 EXTERN_C WINBASEAPI int WINAPI CompareStringOrdinal(LPCWCH lpString1, int cchCount1, LPCWCH lpString2,
                                                     int cchCount2, BOOL bIgnoreCase);
-/// By the rules of a locale (null: the user's; L"": invariant), for words. Reserved arguments are null or 0.
-struct NLSVERSIONINFO;
-using LPNLSVERSIONINFO = NLSVERSIONINFO*;
-EXTERN_C WINBASEAPI int WINAPI CompareStringEx(LPCWSTR lpLocaleName, DWORD dwCmpFlags, LPCWCH lpString1,
-                                               int cchCount1, LPCWCH lpString2, int cchCount2,
-                                               LPNLSVERSIONINFO lpVersionInformation, LPVOID lpReserved,
-                                               LPARAM lParam);
 #define NORM_IGNORECASE 0x1
 #define NORM_IGNORENONSPACE 0x2
 #define NORM_IGNORESYMBOLS 0x4

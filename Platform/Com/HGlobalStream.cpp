@@ -1,0 +1,261 @@
+#include "Com/FaultInjection.h"
+#include "Com/GlobalMemory.h"
+
+#include <atlcomcli.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <mutex>
+#include <new>
+
+namespace {
+
+using namespace OvPlatform;
+
+// Known to this file only: how GetHGlobalFromStream finds out whether a stream is one of ours.
+constexpr IID OwnIdentifier = {0x6f1c7e52, 0x0b5d, 0x4d0a, {0x9a, 0x31, 0x52, 0xc4, 0x1e, 0x8f, 0x60, 0x7b}};
+
+/// The bytes that a stream and its clones share.
+struct SharedMemory {
+    SharedMemory(HGLOBAL block, bool freeAtEnd, ULONGLONG bytes)
+        : memory(block), owned(freeAtEnd), size(bytes) {}
+    SharedMemory(const SharedMemory&) = delete;
+    SharedMemory& operator=(const SharedMemory&) = delete;
+    ~SharedMemory() {
+        if (owned) GlobalMemory::Free(memory);
+    }
+
+    /// Makes room for `needed` bytes in steps that keep appending linear. The stream's size is as before.
+    bool Reserve(ULONGLONG needed) {
+        const ULONGLONG capacity = GlobalMemory::Size(memory);
+        if (needed <= capacity) return true;
+        if (needed > static_cast<ULONGLONG>((std::numeric_limits<std::ptrdiff_t>::max)())) return false;
+        return GlobalMemory::Resize(memory, (std::max)(needed, capacity + capacity / 2), false) != nullptr ||
+               GlobalMemory::Resize(memory, needed, false) != nullptr;
+    }
+    bool SetSize(ULONGLONG newSize) {
+        if (!Reserve(newSize)) return false;
+        if (newSize > size) std::memset(GlobalMemory::Data(memory) + size, 0, newSize - size);
+        size = newSize;
+        return true;
+    }
+
+    std::mutex lock;
+    HGLOBAL memory;
+    bool owned;
+    ULONGLONG size;
+};
+
+class HGlobalStream final : public IStream {
+public:
+    HGlobalStream(std::shared_ptr<SharedMemory> shared, ULONGLONG position)
+        : m_shared(std::move(shared)), m_position(position) {}
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        *object = nullptr;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        if (iid == OwnIdentifier)
+            *object = this;
+        else if (iid == __uuidof(IUnknown) || iid == __uuidof(ISequentialStream) || iid == __uuidof(IStream))
+            *object = static_cast<IStream*>(this);
+        else
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = --m_references;
+        if (left == 0) delete this;
+        return left;
+    }
+
+    HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG count, ULONG* got) override {
+        if (got != nullptr) *got = 0;
+        if (buffer == nullptr) return STG_E_INVALIDPOINTER;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        std::lock_guard guard(m_shared->lock);
+        if (m_position >= m_shared->size) return S_OK;
+        // The memory may have been made smaller behind the stream.
+        const ULONGLONG end =
+            (std::min)(m_shared->size, static_cast<ULONGLONG>(GlobalMemory::Size(m_shared->memory)));
+        const ULONG taken =
+            static_cast<ULONG>((std::min)(static_cast<ULONGLONG>(count), end - (std::min)(m_position, end)));
+        if (taken > 0) std::memcpy(buffer, GlobalMemory::Data(m_shared->memory) + m_position, taken);
+        m_position += taken;
+        if (got != nullptr) *got = taken;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE Write(const void* bytes, ULONG count, ULONG* written) override {
+        if (written != nullptr) *written = 0;
+        if (bytes == nullptr) return STG_E_INVALIDPOINTER;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        if (count == 0) return S_OK;
+        std::lock_guard guard(m_shared->lock);
+        const ULONGLONG end = m_position + count;
+        if (end < m_position) return STG_E_MEDIUMFULL;
+        if (end > m_shared->size) {
+            if (!m_shared->Reserve(end)) return E_OUTOFMEMORY;
+            // A gap that seeking left reads as zeros.
+            if (m_position > m_shared->size && !m_shared->SetSize(m_position)) return E_OUTOFMEMORY;
+            m_shared->size = end;
+        }
+        std::memcpy(GlobalMemory::Data(m_shared->memory) + m_position, bytes, count);
+        m_position = end;
+        if (written != nullptr) *written = count;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) override {
+        if (newPosition != nullptr) newPosition->QuadPart = m_position;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        std::lock_guard guard(m_shared->lock);
+        ULONGLONG base = 0;
+        switch (origin) {
+        case STREAM_SEEK_SET:
+            break;
+        case STREAM_SEEK_CUR:
+            base = m_position;
+            break;
+        case STREAM_SEEK_END:
+            base = m_shared->size;
+            break;
+        default:
+            return STG_E_SEEKERROR;
+        }
+        const ULONGLONG target = base + static_cast<ULONGLONG>(move.QuadPart);
+        const bool wrapped = move.QuadPart < 0 ? target > base : target < base;
+        if (wrapped) return STG_E_SEEKERROR;
+        m_position = target;
+        if (newPosition != nullptr) newPosition->QuadPart = m_position;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER newSize) override {
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        std::lock_guard guard(m_shared->lock);
+        return m_shared->SetSize(newSize.QuadPart) ? S_OK : E_OUTOFMEMORY;
+    }
+
+    HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
+                                     ULARGE_INTEGER* written) override {
+        if (read != nullptr) read->QuadPart = 0;
+        if (written != nullptr) written->QuadPart = 0;
+        if (target == nullptr) return STG_E_INVALIDPOINTER;
+        std::array<BYTE, 16384> buffer;
+        ULONGLONG left = count.QuadPart;
+        while (left > 0) {
+            ULONG got = 0;
+            const ULONG step = static_cast<ULONG>((std::min)(left, static_cast<ULONGLONG>(buffer.size())));
+            if (HRESULT result = Read(buffer.data(), step, &got); FAILED(result)) return result;
+            if (got == 0) break;
+            left -= got;
+            if (read != nullptr) read->QuadPart += got;
+            // The lock is not held here: the target may be a clone, or may call back.
+            for (ULONG done = 0; done < got;) {
+                ULONG put = 0;
+                if (HRESULT result = target->Write(buffer.data() + done, got - done, &put); FAILED(result))
+                    return result;
+                if (put == 0) return STG_E_MEDIUMFULL;
+                done += put;
+                if (written != nullptr) written->QuadPart += put;
+            }
+        }
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return FaultPoint(); }
+    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return STG_E_INVALIDFUNCTION;
+    }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return STG_E_INVALIDFUNCTION;
+    }
+
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG* statistics, DWORD) override {
+        if (statistics == nullptr) return STG_E_INVALIDPOINTER;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        std::lock_guard guard(m_shared->lock);
+        *statistics = STATSTG{};
+        statistics->type = STGTY_STREAM;
+        statistics->cbSize.QuadPart = m_shared->size;
+        statistics->grfMode = STGM_READWRITE;
+        return S_OK;
+    }
+
+    HRESULT STDMETHODCALLTYPE Clone(IStream** clone) override {
+        if (clone == nullptr) return STG_E_INVALIDPOINTER;
+        *clone = nullptr;
+        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        std::lock_guard guard(m_shared->lock);
+        auto* copy = new (std::nothrow) HGlobalStream(m_shared, m_position);
+        if (copy == nullptr) return E_OUTOFMEMORY;
+        copy->AddRef();
+        *clone = copy;
+        return S_OK;
+    }
+
+    /// The memory, cut to the stream's size where that is possible, so that its size is the stream's.
+    HGLOBAL Memory() {
+        std::lock_guard guard(m_shared->lock);
+        if (GlobalMemory::Size(m_shared->memory) > m_shared->size)
+            GlobalMemory::Resize(m_shared->memory, static_cast<SIZE_T>(m_shared->size), false);
+        return m_shared->memory;
+    }
+
+private:
+    ~HGlobalStream() = default;
+
+    std::atomic<ULONG> m_references{0};
+    std::shared_ptr<SharedMemory> m_shared;
+    // Guarded by the lock of the shared memory.
+    ULONGLONG m_position;
+};
+
+} // namespace
+
+HRESULT CreateStreamOnHGlobal(HGLOBAL memory, BOOL deleteOnRelease, IStream** stream) {
+    if (stream == nullptr) return E_INVALIDARG;
+    *stream = nullptr;
+    if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+    const bool ownBlock = memory == nullptr;
+    if (ownBlock) memory = GlobalMemory::Allocate(GMEM_MOVEABLE, 0);
+    if (memory == nullptr) return E_OUTOFMEMORY;
+    if (!GlobalMemory::IsBlock(memory)) return E_INVALIDARG;
+    std::shared_ptr<SharedMemory> shared;
+    try {
+        shared = std::make_shared<SharedMemory>(memory, false, GlobalMemory::Size(memory));
+    } catch (const std::bad_alloc&) {
+        if (ownBlock) GlobalMemory::Free(memory);
+        return E_OUTOFMEMORY;
+    }
+    auto* created = new (std::nothrow) HGlobalStream(shared, 0);
+    if (created == nullptr) {
+        if (ownBlock) GlobalMemory::Free(memory);
+        return E_OUTOFMEMORY;
+    }
+    // Only now: until the stream is made, the caller's memory stays the caller's.
+    shared->owned = deleteOnRelease != FALSE;
+    created->AddRef();
+    *stream = created;
+    return S_OK;
+}
+
+HRESULT GetHGlobalFromStream(IStream* stream, HGLOBAL* memory) {
+    if (stream == nullptr || memory == nullptr) return E_INVALIDARG;
+    *memory = nullptr;
+    void* own = nullptr;
+    if (HRESULT result = stream->QueryInterface(OwnIdentifier, &own); FAILED(result))
+        return result == E_NOINTERFACE ? E_INVALIDARG : result;
+    CComPtr<HGlobalStream> held;
+    held.Attach(static_cast<HGlobalStream*>(own));
+    *memory = held->Memory();
+    return S_OK;
+}

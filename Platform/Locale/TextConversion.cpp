@@ -1,0 +1,192 @@
+#include "Com/FaultInjection.h"
+#include "Locale/Utf16.h"
+
+#include <unicode/utf16.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <cstring>
+#include <cwchar>
+#include <limits>
+
+namespace {
+
+constexpr UChar32 Replacement = 0xFFFD;
+
+/// Receives output: counts it all, keeps what fits.
+template <typename Unit>
+class Output {
+public:
+    Output(Unit* buffer, std::size_t capacity) : m_buffer(buffer), m_capacity(capacity) {}
+
+    void Put(const Unit* units, std::size_t count) {
+        if (m_buffer != nullptr && m_capacity - (std::min)(m_size, m_capacity) >= count)
+            std::copy_n(units, count, m_buffer + m_size);
+        else
+            m_overflowed = true;
+        m_size += count;
+    }
+    std::size_t Size() const { return m_size; }
+    bool Overflowed() const { return m_overflowed; }
+
+private:
+    Unit* m_buffer;
+    std::size_t m_capacity;
+    std::size_t m_size = 0;
+    bool m_overflowed = false;
+};
+
+/// Takes the next character; negative for a unit that is none by itself, which a lone surrogate is, and a
+/// value that is wider than a UTF-16 unit.
+UChar32 NextCharacter(std::wstring_view text, std::size_t& index) {
+    const auto unit = static_cast<std::uint32_t>(text[index++]);
+    if (unit > 0xFFFF || U16_IS_TRAIL(unit)) return -1;
+    if (!U16_IS_LEAD(unit)) return static_cast<UChar32>(unit);
+    const auto trail = index < text.size() ? static_cast<std::uint32_t>(text[index]) : 0;
+    if (!U16_IS_TRAIL(trail)) return -1;
+    ++index;
+    return static_cast<UChar32>(U16_GET_SUPPLEMENTARY(unit, trail));
+}
+
+/// Says whether all was well-formed.
+bool Encode(std::wstring_view text, Output<char>& output, std::string_view substitute) {
+    bool wellFormed = true;
+    for (std::size_t index = 0; index < text.size();) {
+        if (static_cast<std::uint32_t>(text[index]) < 0x80) {
+            const char byte = static_cast<char>(text[index++]);
+            output.Put(&byte, 1);
+            continue;
+        }
+        const UChar32 character = NextCharacter(text, index);
+        if (character < 0) {
+            wellFormed = false;
+            output.Put(substitute.data(), substitute.size());
+            continue;
+        }
+        char bytes[U8_MAX_LENGTH];
+        std::size_t count = 0;
+        U8_APPEND_UNSAFE(bytes, count, character);
+        output.Put(bytes, count);
+    }
+    return wellFormed;
+}
+
+bool Decode(std::string_view bytes, Output<wchar_t>& output) {
+    bool wellFormed = true;
+    const auto* source = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const std::size_t size = bytes.size();
+    for (std::size_t index = 0; index < size;) {
+        if (source[index] < 0x80) {
+            const wchar_t unit = static_cast<wchar_t>(source[index++]);
+            output.Put(&unit, 1);
+            continue;
+        }
+        UChar32 character = 0;
+        U8_NEXT(source, index, size, character);
+        if (character < 0) {
+            wellFormed = false;
+            character = Replacement;
+        }
+        wchar_t units[U16_MAX_LENGTH];
+        std::size_t count = 0;
+        U16_APPEND_UNSAFE(units, count, character);
+        output.Put(units, count);
+    }
+    return wellFormed;
+}
+
+constexpr std::string_view ReplacementBytes = "\xEF\xBF\xBD";
+
+int Fail(DWORD error) {
+    SetLastError(error);
+    return 0;
+}
+
+bool IsUtf8(UINT codePage) { return codePage == CP_UTF8 || codePage == CP_ACP || codePage == CP_OEMCP; }
+
+template <typename Unit>
+int Finish(const Output<Unit>& output, bool wanted) {
+    if (output.Size() > static_cast<std::size_t>((std::numeric_limits<int>::max)()))
+        return Fail(ERROR_ARITHMETIC_OVERFLOW);
+    if (wanted && output.Overflowed()) return Fail(ERROR_INSUFFICIENT_BUFFER);
+    return static_cast<int>(output.Size());
+}
+
+} // namespace
+
+int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH text, int length, LPSTR bytes, int capacity,
+                        LPCCH defaultCharacter, LPBOOL usedDefault) {
+    if (OvPlatform::FaultPointHit()) return 0;
+    if (text == nullptr || length == 0 || capacity < 0 || (capacity > 0 && bytes == nullptr) ||
+        !IsUtf8(codePage) || static_cast<const void*>(text) == static_cast<const void*>(bytes))
+        return Fail(ERROR_INVALID_PARAMETER);
+    if (codePage == CP_UTF8 && (defaultCharacter != nullptr || usedDefault != nullptr))
+        return Fail(ERROR_INVALID_PARAMETER);
+    const DWORD allowed =
+        codePage == CP_UTF8 ? WC_ERR_INVALID_CHARS : WC_ERR_INVALID_CHARS | WC_NO_BEST_FIT_CHARS;
+    if ((flags & ~allowed) != 0) return Fail(ERROR_INVALID_FLAGS);
+
+    const std::size_t size = length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length);
+    Output<char> output(capacity > 0 ? bytes : nullptr, static_cast<std::size_t>(capacity));
+    const std::string_view substitute =
+        defaultCharacter != nullptr ? std::string_view(defaultCharacter, 1) : ReplacementBytes;
+    const bool wellFormed = Encode(std::wstring_view(text, size), output, substitute);
+    if (usedDefault != nullptr) *usedDefault = !wellFormed;
+    if (!wellFormed && (flags & WC_ERR_INVALID_CHARS) != 0) return Fail(ERROR_NO_UNICODE_TRANSLATION);
+    return Finish(output, capacity > 0);
+}
+
+int MultiByteToWideChar(UINT codePage, DWORD flags, LPCCH bytes, int length, LPWSTR text, int capacity) {
+    if (OvPlatform::FaultPointHit()) return 0;
+    if (bytes == nullptr || length == 0 || capacity < 0 || (capacity > 0 && text == nullptr) ||
+        !IsUtf8(codePage) || static_cast<const void*>(text) == static_cast<const void*>(bytes))
+        return Fail(ERROR_INVALID_PARAMETER);
+    const DWORD allowed = codePage == CP_UTF8 ? MB_ERR_INVALID_CHARS : MB_ERR_INVALID_CHARS | MB_PRECOMPOSED;
+    if ((flags & ~allowed) != 0) return Fail(ERROR_INVALID_FLAGS);
+
+    const std::size_t size = length < 0 ? std::strlen(bytes) + 1 : static_cast<std::size_t>(length);
+    Output<wchar_t> output(capacity > 0 ? text : nullptr, static_cast<std::size_t>(capacity));
+    const bool wellFormed = Decode(std::string_view(bytes, size), output);
+    if (!wellFormed && (flags & MB_ERR_INVALID_CHARS) != 0) return Fail(ERROR_NO_UNICODE_TRANSLATION);
+    return Finish(output, capacity > 0);
+}
+
+namespace OvPlatform {
+
+std::string ToUtf8(std::wstring_view text) {
+    Output<char> counted(nullptr, 0);
+    Encode(text, counted, ReplacementBytes);
+    std::string bytes(counted.Size(), '\0');
+    Output<char> output(bytes.data(), bytes.size());
+    Encode(text, output, ReplacementBytes);
+    return bytes;
+}
+
+std::wstring FromUtf8(std::string_view bytes) {
+    // Never more units than bytes.
+    std::wstring text(bytes.size(), L'\0');
+    Output<wchar_t> output(text.data(), text.size());
+    Decode(bytes, output);
+    text.resize(output.Size());
+    return text;
+}
+
+std::u16string ToUtf16(std::wstring_view text) {
+    std::u16string units;
+    units.reserve(text.size());
+    for (const wchar_t unit : text)
+        units += static_cast<std::uint32_t>(unit) <= 0xFFFF ? static_cast<char16_t>(unit)
+                                                            : static_cast<char16_t>(Replacement);
+    return units;
+}
+
+std::wstring FromUtf16(std::u16string_view text) { return std::wstring(text.begin(), text.end()); }
+
+bool CopyText(std::wstring_view text, LPWSTR buffer, std::size_t capacity) noexcept {
+    if (buffer == nullptr || text.size() >= capacity) return false;
+    std::copy(text.begin(), text.end(), buffer);
+    buffer[text.size()] = 0;
+    return true;
+}
+
+} // namespace OvPlatform
