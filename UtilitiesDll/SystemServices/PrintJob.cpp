@@ -1,0 +1,19 @@
+#include "SystemServices/PrintJob.h"
+
+#include "LowLevelFacilities/CPExceptionOSApiError.h"
+#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "SystemServices/SpoolerRecord.h"
+
+#include <winspool.h>
+
+ByteBuffer PrintJob::GetJobInfo(HANDLE printer, unsigned int jobId, unsigned int level, bool throwOnFailure) {
+    ByteBuffer info;
+    const bool done = ReadSpoolerRecord(info, [=](BYTE* buffer, DWORD size, DWORD* needed) {
+        return GetJobW(printer, jobId, level, buffer, size, needed);
+    });
+    if (!done && throwOnFailure) {
+        throw CPExceptionOSApiError("The spooler has no record of the job.", LastErrorKeeper::current(),
+                                    DebugContextReference(__FILE__, __LINE__, "PrintJob::GetJobInfo"));
+    }
+    return info;
+}

@@ -1,0 +1,36 @@
+#include "SystemServices/Printer.h"
+
+#include "SystemServices/SpoolerRecord.h"
+
+#include <winspool.h>
+
+Printer::~Printer() { Close(); }
+
+bool Printer::CreateHandle(const CXString& name) {
+    CXString writableName(name);
+    HANDLE printer = nullptr;
+    if (!OpenPrinterW(writableName.GetBuffer(0), &printer, nullptr)) return false;
+    Close();
+    m_printer = printer;
+    m_isOwned = true;
+    return true;
+}
+
+bool Printer::GetPrinterInfo(unsigned int level, ByteBuffer& info) const {
+    return ReadSpoolerRecord(info, [this, level](BYTE* buffer, DWORD size, DWORD* needed) {
+        return GetPrinterW(m_printer, level, buffer, size, needed);
+    });
+}
+
+bool Printer::IsMSSeparatorPageSelected() const {
+    ByteBuffer info;
+    if (!GetPrinterInfo(2, info)) return false;
+    const auto* const record = reinterpret_cast<const PRINTER_INFO_2W*>(info.getLpbyte());
+    return !CXString(record->pSepFile).IsBlank();
+}
+
+void Printer::Close() noexcept {
+    if (m_isOwned) ClosePrinter(m_printer);
+    m_printer = nullptr;
+    m_isOwned = false;
+}
