@@ -1,12 +1,11 @@
 #pragma once
 
-// The names of the calling thread's user, as the SDK header of this name publishes them: the part that is used.
+// The names of the calling thread's user, as the SDK header of this name publishes them: the part that is
+// used.
 
 #include <windows.h>
 
 #include <Com/PlatformExport.h>
-
-using BOOLEAN = BYTE;
 
 enum EXTENDED_NAME_FORMAT {
     NameUnknown = 0,

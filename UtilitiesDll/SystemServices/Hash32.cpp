@@ -25,6 +25,7 @@ unsigned int Hash32::GetHash32(const CXString& text) noexcept {
 unsigned int Hash32::GetHash32(const void* bytes, std::size_t length) noexcept {
     std::uint32_t hash = offsetBasis;
     const auto* const first = static_cast<const unsigned char*>(bytes);
-    for (std::size_t i = 0; i < length; ++i) hash = add(hash, first[i]);
+    for (std::size_t i = 0; i < length; ++i)
+        hash = add(hash, first[i]);
     return hash;
 }

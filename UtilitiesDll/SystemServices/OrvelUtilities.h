@@ -11,7 +11,8 @@ class OV_UTILITIES_API OrvelUtilities {
 public:
     OrvelUtilities() = delete;
 
-    /// Base64 in one line. The options say how lines are broken; 2 means not at all, and is all that is taken.
+    /// Base64 in one line. The options say how lines are broken; 2 means not at all, and is all that is
+    /// taken.
     static constexpr unsigned int base64WithoutLineBreaks = 2;
 
     /// The number of characters for that many bytes, without a terminator.
@@ -24,8 +25,8 @@ public:
                              unsigned int options) noexcept;
     /// A number of bytes that is enough for that many characters.
     [[nodiscard]] static int Base64DecodeGetRequiredLength(int characterCount) noexcept;
-    /// `*length` is the room in bytes on entry, the number of bytes afterwards. False, with `*length` 0, if the
-    /// text is not Base64 or does not fit.
+    /// `*length` is the room in bytes on entry, the number of bytes afterwards. False, with `*length` 0, if
+    /// the text is not Base64 or does not fit.
     static bool Base64Decode(const char* text, int characterCount, unsigned char* bytes, int* length);
     static bool Base64Decode(const wchar_t* text, int characterCount, unsigned char* bytes, int* length);
 

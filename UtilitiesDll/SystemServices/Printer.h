@@ -22,7 +22,8 @@ public:
     [[nodiscard]] HANDLE GetHandle() const noexcept { return m_printer; }
 
     /// Fills the buffer with the record of that level. The record points into the buffer, so a copy of the
-    /// buffer is not a record; a moved one is. False, with the last error set and the buffer empty, on failure.
+    /// buffer is not a record; a moved one is. False, with the last error set and the buffer empty, on
+    /// failure.
     bool GetPrinterInfo(unsigned int level, ByteBuffer& info) const;
     /// Whether the spooler puts a separator page before each job. False also if it cannot be asked.
     [[nodiscard]] bool IsMSSeparatorPageSelected() const;

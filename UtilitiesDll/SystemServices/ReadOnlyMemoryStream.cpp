@@ -47,10 +47,16 @@ HRESULT ReadOnlyMemoryStream::Write(const void*, ULONG, ULONG* written) {
 HRESULT ReadOnlyMemoryStream::Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) {
     LONGLONG base = 0;
     switch (origin) {
-    case STREAM_SEEK_SET: break;
-    case STREAM_SEEK_CUR: base = static_cast<LONGLONG>(m_position); break;
-    case STREAM_SEEK_END: base = static_cast<LONGLONG>(m_bytes->size()); break;
-    default: return STG_E_INVALIDFUNCTION;
+    case STREAM_SEEK_SET:
+        break;
+    case STREAM_SEEK_CUR:
+        base = static_cast<LONGLONG>(m_position);
+        break;
+    case STREAM_SEEK_END:
+        base = static_cast<LONGLONG>(m_bytes->size());
+        break;
+    default:
+        return STG_E_INVALIDFUNCTION;
     }
     LONGLONG target = 0;
     if (__builtin_add_overflow(base, move.QuadPart, &target) || target < 0) return STG_E_INVALIDFUNCTION;

@@ -11,7 +11,8 @@ CXString textOfRegistryString(const ByteBuffer& data) {
     // The terminator may be missing, or the data end in the middle of a unit.
     const std::size_t units = data.size() / sizeof(wchar_t);
     CXString text;
-    if (units != 0) std::memcpy(text.GetBufferSetLength(static_cast<int>(units)), data.data(), units * sizeof(wchar_t));
+    if (units != 0)
+        std::memcpy(text.GetBufferSetLength(static_cast<int>(units)), data.data(), units * sizeof(wchar_t));
     text.ReleaseBuffer();
     return text;
 }
@@ -51,9 +52,12 @@ bool RegistryKey::GetBooleanValue(const CXString& name, bool defaultValue) const
     data.resize(std::min<std::size_t>(size, data.size()));
     switch (type) {
     case REG_DWORD:
-    case REG_QWORD: return std::any_of(data.begin(), data.end(), [](unsigned char byte) { return byte != 0; });
+    case REG_QWORD:
+        return std::any_of(data.begin(), data.end(), [](unsigned char byte) { return byte != 0; });
     case REG_SZ:
-    case REG_EXPAND_SZ: return meansTrue(textOfRegistryString(data));
-    default: return defaultValue;
+    case REG_EXPAND_SZ:
+        return meansTrue(textOfRegistryString(data));
+    default:
+        return defaultValue;
     }
 }

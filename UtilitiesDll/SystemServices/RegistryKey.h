@@ -22,8 +22,8 @@ public:
                                                                      REGSAM access, CXString& error,
                                                                      bool createIfMissing);
 
-    /// True for a number other than 0, and for a text that is such a number or "true" in any case. A value that
-    /// is missing, or is neither number nor text, gives the default.
+    /// True for a number other than 0, and for a text that is such a number or "true" in any case. A value
+    /// that is missing, or is neither number nor text, gives the default.
     [[nodiscard]] bool GetBooleanValue(const CXString& name, bool defaultValue) const;
 
 private:

@@ -13,9 +13,9 @@ public:
     SafeCoInitialize(const SafeCoInitialize&) = delete;
     SafeCoInitialize& operator=(const SafeCoInitialize&) = delete;
 
-    /// Enters an apartment of that mode (COINIT_APARTMENTTHREADED is 2, COINIT_MULTITHREADED 0). A thread that
-    /// is in an apartment of the other mode stays there: true, or, if only this mode will do, false. False also
-    /// for any other failure. A second call on a success is true and does nothing.
+    /// Enters an apartment of that mode (COINIT_APARTMENTTHREADED is 2, COINIT_MULTITHREADED 0). A thread
+    /// that is in an apartment of the other mode stays there: true, or, if only this mode will do, false.
+    /// False also for any other failure. A second call on a success is true and does nothing.
     bool TryInitializeCom(DWORD mode, bool onlyThisMode);
 
 private:

@@ -11,8 +11,8 @@ class OV_UTILITIES_API UtcTime {
 public:
     /// Now.
     UtcTime();
-    /// From a broken-down time in UTC; fields beyond their range carry over. Throws CPExceptionInvalidArgument
-    /// if it lies before 1601.
+    /// From a broken-down time in UTC; fields beyond their range carry over. Throws
+    /// CPExceptionInvalidArgument if it lies before 1601.
     explicit UtcTime(const std::tm& utc);
 
     [[nodiscard]] std::tm GetTimeInUtc() const;
