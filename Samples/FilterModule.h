@@ -1,0 +1,53 @@
+#pragma once
+
+#include <filterpipeline.h>
+#include <windows.h>
+
+#include <new>
+
+// What a filter module needs besides its filter: a class factory and the two exports that the pipeline asks
+// for. Put FILTER_MODULE(YourFilter, {your class id}) once at the end of the filter's source.
+
+// Makes filters of one class. Lives as long as its module, so references are not counted.
+template <class Filter>
+class FilterFactory final : public IClassFactory {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+        if (!object) return E_POINTER;
+        const bool known = riid == __uuidof(IUnknown) || riid == __uuidof(IClassFactory);
+        *object = known ? this : nullptr;
+        return known ? S_OK : E_NOINTERFACE;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+
+    HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID riid, void** object) override {
+        if (!object) return E_POINTER;
+        *object = nullptr;
+        if (outer) return CLASS_E_NOAGGREGATION;
+        Filter* filter = new (std::nothrow) Filter;
+        if (!filter) return E_OUTOFMEMORY;
+        const HRESULT result = filter->QueryInterface(riid, object);
+        filter->Release();
+        return result;
+    }
+    HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
+};
+
+#if defined(_WIN32)
+#define FILTER_MODULE_EXPORT extern "C" __declspec(dllexport)
+#else
+#define FILTER_MODULE_EXPORT extern "C" __attribute__((visibility("default")))
+#endif
+
+#define FILTER_MODULE(Filter, ...)                                                                           \
+    FILTER_MODULE_EXPORT HRESULT WINAPI DllGetClassObject(REFCLSID classId, REFIID riid, void** object) {    \
+        static constexpr GUID ownClassId = __VA_ARGS__;                                                      \
+        static FilterFactory<Filter> factory;                                                                \
+        if (!object) return E_POINTER;                                                                       \
+        *object = nullptr;                                                                                   \
+        /* A host that is given nothing but the module's name asks for GUID_NULL. */                         \
+        const bool known = classId == ownClassId || classId == GUID_NULL;                                    \
+        return known ? factory.QueryInterface(riid, object) : CLASS_E_CLASSNOTAVAILABLE;                     \
+    }                                                                                                        \
+    FILTER_MODULE_EXPORT HRESULT WINAPI DllCanUnloadNow() { return S_FALSE; }
