@@ -1,0 +1,105 @@
+#include "System/RegistryStore.h"
+#include "System/HandleTable.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace OvPlatform {
+
+RegistryStore& RegistryStore::Instance() {
+    static RegistryStore& store = *new RegistryStore;
+    return store;
+}
+
+std::filesystem::path RegistryStore::FilePath() {
+    const auto variable = [](const char* name) -> std::filesystem::path {
+        const char* value = std::getenv(name);
+        return value != nullptr ? value : "";
+    };
+    if (auto named = variable("OV_REGISTRY"); !named.empty()) return named;
+    if (auto configuration = variable("XDG_CONFIG_HOME"); !configuration.empty())
+        return configuration / "ov-platform" / "registry";
+    const auto home = variable("HOME");
+    return home.empty() ? std::filesystem::path() : home / ".config" / "ov-platform" / "registry";
+}
+
+std::optional<RegistryStore::Mark> RegistryStore::MarkOf(const std::filesystem::path& file) {
+    std::error_code error;
+    struct stat facts;
+    if (stat(file.c_str(), &facts) != 0) return std::nullopt;
+    return Mark{file, std::filesystem::last_write_time(file, error),
+                static_cast<std::uintmax_t>(facts.st_size), static_cast<ULONGLONG>(facts.st_ino)};
+}
+
+LSTATUS RegistryStore::Refresh() {
+    const std::filesystem::path file = FilePath();
+    const std::optional<Mark> mark = file.empty() ? std::nullopt : MarkOf(file);
+    if (m_loaded && file == m_file && mark == m_mark) return m_state;
+    if (file != m_file) m_createdKeys.clear();
+    m_file = file;
+    m_mark = mark;
+    m_loaded = true;
+    m_state = ERROR_SUCCESS;
+    m_contents = {};
+    if (mark) {
+        try {
+            if (mark->size > MaximumRegistryFileBytes)
+                throw RegistryFileError(1, "the file is larger than 4 MB");
+            std::ifstream input(file, std::ios::binary);
+            std::ostringstream bytes;
+            bytes << input.rdbuf();
+            if (!input) return m_state = mark->size == 0 ? ERROR_BADDB : ERROR_CANTREAD;
+            m_contents = ParseRegistryFile(bytes.str());
+        } catch (const RegistryFileError& error) {
+            OutputDebugStringA(("Registry file " + file.string() + ", " + error.what() + "\n").c_str());
+            return m_state = ERROR_BADDB;
+        }
+    }
+    for (const std::wstring& path : m_createdKeys)
+        m_contents.Create(path);
+    return m_state;
+}
+
+void RegistryStore::CreateKey(std::wstring_view path) {
+    m_contents.Create(path);
+    m_createdKeys.emplace(path);
+}
+
+LSTATUS RegistryStore::Save() {
+    const LSTATUS status = Write();
+    // What did not reach the file must not be read back from memory.
+    if (status != ERROR_SUCCESS) m_loaded = false;
+    return status;
+}
+
+LSTATUS RegistryStore::Write() {
+    if (m_file.empty()) return ERROR_CANTWRITE;
+    const std::string text = PrintRegistryFile(m_contents);
+    if (text.size() > MaximumRegistryFileBytes) return ERROR_DISK_FULL;
+    std::error_code error;
+    if (m_file.has_parent_path()) std::filesystem::create_directories(m_file.parent_path(), error);
+    std::filesystem::path fresh = m_file;
+    fresh += "." + std::to_string(getpid()) + ".new";
+    std::ofstream output(fresh, std::ios::binary | std::ios::trunc);
+    if (!output) return static_cast<LSTATUS>(ErrorFromErrno(errno));
+    output << text;
+    output.close();
+    if (!output) {
+        std::filesystem::remove(fresh, error);
+        return ERROR_CANTWRITE;
+    }
+    std::filesystem::rename(fresh, m_file, error);
+    if (error) {
+        const DWORD result = ErrorFromErrno(error.value());
+        std::filesystem::remove(fresh, error);
+        return static_cast<LSTATUS>(result);
+    }
+    m_mark = MarkOf(m_file);
+    return ERROR_SUCCESS;
+}
+
+} // namespace OvPlatform
