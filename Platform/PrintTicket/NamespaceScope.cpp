@@ -1,0 +1,44 @@
+#include "PrintTicket/NamespaceScope.h"
+
+#include "PrintTicket/SchemaXml.h"
+
+#include <libxml/tree.h>
+
+namespace OvPlatform {
+
+std::string_view Trimmed(std::string_view text) {
+    constexpr std::string_view Space = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(Space);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(Space) - first + 1);
+}
+
+NamespaceScope::NamespaceScope(const xmlNode* root) : m_root(root) {
+    for (const xmlNs* declaration = root->nsDef; declaration; declaration = declaration->next)
+        m_rootPrefixes.emplace(ViewOf(declaration->prefix), ViewOf(declaration->href));
+}
+
+std::optional<std::string_view> NamespaceScope::Find(const xmlNode* node, std::string_view prefix) const {
+    for (; node && node != m_root; node = node->parent) {
+        if (node->type != XML_ELEMENT_NODE) continue;
+        for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next)
+            if (ViewOf(declaration->prefix) == prefix) return ViewOf(declaration->href);
+    }
+    if (const auto found = m_rootPrefixes.find(prefix); found != m_rootPrefixes.end()) return found->second;
+    if (prefix.empty()) return std::string_view();
+    if (prefix == "xml") return ViewOf(XML_XML_NAMESPACE);
+    return std::nullopt;
+}
+
+std::optional<KeywordName> NamespaceScope::Resolve(const xmlNode* node, std::string_view qualified) const {
+    qualified = Trimmed(qualified);
+    const std::size_t colon = qualified.find(':');
+    const std::string_view prefix = colon == std::string_view::npos ? std::string_view() : qualified.substr(0, colon);
+    const std::string local(colon == std::string_view::npos ? qualified : qualified.substr(colon + 1));
+    if (colon == 0 || xmlValidateNCName(XmlText(local.c_str()), 0) != 0) return std::nullopt;
+    const auto space = Find(node, prefix);
+    if (!space) return std::nullopt;
+    return KeywordName{std::string(*space), local};
+}
+
+} // namespace OvPlatform

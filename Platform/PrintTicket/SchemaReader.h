@@ -1,0 +1,17 @@
+#pragma once
+
+#include "PrintTicket/FrameworkCheck.h"
+#include "PrintTicket/SchemaModel.h"
+#include "PrintTicket/SchemaXml.h"
+
+#include <string_view>
+
+namespace OvPlatform {
+
+// Reads a document that has passed the framework's check.
+SchemaDocument ReadSchemaDocument(const xmlDoc* document);
+
+// Parses, checks and reads. Throws SchemaFormatError.
+SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind);
+
+} // namespace OvPlatform

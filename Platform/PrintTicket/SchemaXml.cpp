@@ -1,0 +1,99 @@
+#include "PrintTicket/SchemaXml.h"
+
+#include "PrintTicket/SchemaFormatError.h"
+
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <cstring>
+#include <limits>
+#include <mutex>
+#include <string>
+
+namespace OvPlatform {
+namespace {
+
+struct ParserDeleter {
+    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
+};
+
+bool StartsWith(std::string_view bytes, std::string_view mark) { return bytes.substr(0, mark.size()) == mark; }
+
+bool IsUtf16(std::string_view bytes) {
+    using namespace std::string_view_literals;
+    return StartsWith(bytes, "\xFF\xFE"sv) || StartsWith(bytes, "\xFE\xFF"sv) || StartsWith(bytes, "<\0"sv) ||
+           StartsWith(bytes, "\0<"sv);
+}
+
+// A document type could bring in entities; parsing ends before any of it is read.
+void RefuseDocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    *static_cast<bool*>(parser->_private) = true;
+    xmlStopParser(parser);
+}
+
+std::string LastProblem(xmlParserCtxt* parser) {
+    const xmlError* error = xmlCtxtGetLastError(parser);
+    if (!error || !error->message) return "not well-formed XML";
+    std::string text = error->message;
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
+    return "line " + std::to_string(error->line) + ", column " + std::to_string(error->int2) +
+           ": not well-formed: " + text;
+}
+
+void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
+    const std::string declared(ViewOf(document->encoding));
+    if (declared.empty()) return;
+    const bool says8 = strcasecmp(declared.c_str(), "UTF-8") == 0;
+    const bool says16 = strncasecmp(declared.c_str(), "UTF-16", 6) == 0;
+    if (!says8 && !says16)
+        throw SchemaFormatError("line 1: the encoding is '" + declared + "' where only UTF-8 and UTF-16 are allowed");
+    if (says16 != IsUtf16(bytes))
+        throw SchemaFormatError("line 1: the encoding '" + declared + "' is declared, but the text is in " +
+                                (says16 ? "UTF-8" : "UTF-16"));
+}
+
+} // namespace
+
+XmlDocPtr ParseSchemaXml(std::string_view bytes) {
+    static std::once_flag once;
+    std::call_once(once, xmlInitParser);
+
+    if (bytes.empty()) throw SchemaFormatError("the document is empty");
+    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max() / 2))
+        throw SchemaFormatError("the document is too large");
+
+    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
+    if (!parser) throw std::bad_alloc();
+    bool hasDocumentType = false;
+    parser->_private = &hasDocumentType;
+    parser->sax->internalSubset = RefuseDocumentType;
+    constexpr int Options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOCDATA |
+                            XML_PARSE_BIG_LINES | XML_PARSE_COMPACT;
+    XmlDocPtr document(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr,
+                                         nullptr, Options));
+    if (hasDocumentType) throw SchemaFormatError("a document type (DTD) is not allowed");
+    if (!document || !parser->wellFormed) throw SchemaFormatError(LastProblem(parser.get()));
+    // Undeclared prefixes of elements and attributes; libxml2 does not call them errors of form.
+    if (!parser->nsWellFormed) throw SchemaFormatError(LastProblem(parser.get()));
+    CheckEncoding(bytes, document.get());
+    return document;
+}
+
+bool IsElement(const xmlNode* node, const char* space) {
+    return node->type == XML_ELEMENT_NODE && node->ns && ViewOf(node->ns->href) == space;
+}
+
+xmlNode* FirstElement(const xmlNode* parent, const char* space) {
+    xmlNode* child = parent->children;
+    while (child && !IsElement(child, space)) child = child->next;
+    return child;
+}
+
+xmlNode* NextElement(const xmlNode* element, const char* space) {
+    xmlNode* next = element->next;
+    while (next && !IsElement(next, space)) next = next->next;
+    return next;
+}
+
+} // namespace OvPlatform
