@@ -1,0 +1,74 @@
+#include "PrintTicket/CapabilitiesIndex.h"
+
+#include "PrintTicket/FrameworkCheck.h"
+#include "PrintTicket/SchemaReader.h"
+
+namespace OvPlatform {
+namespace {
+
+XmlDocPtr ParseCapabilities(std::string_view bytes) {
+    XmlDocPtr document = ParseSchemaXml(bytes);
+    FrameworkCheck::Check(document.get(), FrameworkCheck::Kind::Capabilities);
+    return document;
+}
+
+// A framework property whose value is a keyword, in whichever type the document writes it.
+bool HasKeyword(const std::vector<SchemaProperty>& properties, std::string_view name, std::string_view keyword) {
+    const SchemaProperty* property = FindProperty(properties, SchemaSpace::Framework, name);
+    if (!property || !property->value) return false;
+    const std::string_view text = Trimmed(property->value->text);
+    const std::size_t colon = text.find(':');
+    return (colon == std::string_view::npos ? text : text.substr(colon + 1)) == keyword;
+}
+
+CapabilitiesOption IndexOption(const SchemaOption& schema) {
+    const bool viable = schema.constrained.Empty() || schema.constrained.Is(SchemaSpace::Keywords, "None");
+    return {&schema, viable, HasKeyword(schema.properties, "IdentityOption", "True")};
+}
+
+std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>& schemas,
+                                               KeywordMap<std::size_t>& byName, const SettingLevel* outermost) {
+    std::vector<CapabilitiesFeature> features;
+    for (const SchemaFeature& schema : schemas) {
+        if (!byName.emplace(schema.name, features.size()).second) continue;
+        CapabilitiesFeature& feature = features.emplace_back();
+        feature.schema = &schema;
+        feature.level = outermost ? *outermost : LevelOf(schema.name.local);
+        feature.pickMany = HasKeyword(schema.properties, "SelectionType", "PickMany");
+        for (const SchemaOption& option : schema.options) {
+            if (!option.name.Empty()) feature.optionByName.emplace(option.name, feature.options.size());
+            feature.options.push_back(IndexOption(option));
+        }
+        const SettingLevel level = feature.level;
+        feature.features = IndexFeatures(schema.features, feature.featureByName, &level);
+    }
+    return features;
+}
+
+} // namespace
+
+CapabilitiesIndex::CapabilitiesIndex(std::string_view bytes)
+    : m_xml(ParseCapabilities(bytes)), m_schema(ReadSchemaDocument(m_xml.get())),
+      m_prefixes(m_schema.namespaces, ConstraintRules::Namespace),
+      m_features(IndexFeatures(m_schema.features, m_featureByName, nullptr)) {
+    for (const SchemaParameterDef& definition : m_schema.definitions)
+        if (m_parameterByName.emplace(definition.name, m_parameters.size()).second)
+            m_parameters.emplace_back(definition);
+    for (const CapabilitiesFeature& feature : m_features) ReachParameters(feature);
+    m_constraints = ConstraintRules::Read(m_xml.get(), *this);
+}
+
+void CapabilitiesIndex::ReachParameters(const CapabilitiesFeature& feature) {
+    for (const CapabilitiesOption& option : feature.options)
+        for (const SchemaProperty& scored : option.schema->scored)
+            if (const std::size_t at = FindParameter(scored.parameter); at != NotFound)
+                m_parameters[at].ReachDownTo(feature.level);
+    for (const CapabilitiesFeature& nested : feature.features) ReachParameters(nested);
+}
+
+SettingLevel CapabilitiesIndex::LevelOfParameter(const KeywordName& name) const {
+    const std::size_t at = FindParameter(name);
+    return at == NotFound ? LevelOf(name.local) : m_parameters[at].Level();
+}
+
+} // namespace OvPlatform

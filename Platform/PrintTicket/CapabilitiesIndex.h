@@ -1,0 +1,73 @@
+#pragma once
+
+#include "PrintTicket/ConstraintRules.h"
+#include "PrintTicket/NamespacePrefixes.h"
+#include "PrintTicket/ParameterRules.h"
+#include "PrintTicket/SchemaModel.h"
+#include "PrintTicket/SchemaXml.h"
+
+#include <string_view>
+#include <vector>
+
+namespace OvPlatform {
+
+struct CapabilitiesOption {
+    const SchemaOption* schema;
+    bool viable;   // not constrained by the device or its administrator
+    bool identity; // means "none of the others" where several may be picked
+};
+
+struct CapabilitiesFeature {
+    const SchemaFeature* schema;
+    SettingLevel level; // of a nested feature, that of the outermost
+    bool pickMany;
+    std::vector<CapabilitiesOption> options;
+    KeywordMap<std::size_t> optionByName;
+    std::vector<CapabilitiesFeature> features;
+    KeywordMap<std::size_t> featureByName;
+
+    const KeywordName& Name() const { return schema->name; }
+};
+
+// A queue's capabilities document, read once and arranged for validation. Never changes afterwards, so it may be
+// shared between threads. Of elements with the same name the first counts.
+class CapabilitiesIndex {
+public:
+    // Throws SchemaFormatError.
+    explicit CapabilitiesIndex(std::string_view bytes);
+    CapabilitiesIndex(const CapabilitiesIndex&) = delete;
+    CapabilitiesIndex& operator=(const CapabilitiesIndex&) = delete;
+
+    const xmlDoc* Xml() const { return m_xml.get(); }
+    const SchemaDocument& Schema() const { return m_schema; }
+
+    const std::vector<CapabilitiesFeature>& Features() const { return m_features; }
+    const std::vector<ParameterRules>& Parameters() const { return m_parameters; }
+    const ConstraintRules& Constraints() const { return m_constraints; }
+    // The namespaces that this printer has settings in, and their prefixes.
+    const NamespacePrefixes& Prefixes() const { return m_prefixes; }
+
+    static constexpr std::size_t NotFound = static_cast<std::size_t>(-1);
+    std::size_t FindFeature(const KeywordName& name) const { return Find(m_featureByName, name); }
+    std::size_t FindParameter(const KeywordName& name) const { return Find(m_parameterByName, name); }
+    static std::size_t Find(const KeywordMap<std::size_t>& names, const KeywordName& name) {
+        const auto found = names.find(name);
+        return found == names.end() ? NotFound : found->second;
+    }
+
+    SettingLevel LevelOfParameter(const KeywordName& name) const;
+
+private:
+    void ReachParameters(const CapabilitiesFeature& feature);
+
+    XmlDocPtr m_xml;
+    SchemaDocument m_schema;
+    NamespacePrefixes m_prefixes;
+    std::vector<CapabilitiesFeature> m_features;
+    KeywordMap<std::size_t> m_featureByName;
+    std::vector<ParameterRules> m_parameters;
+    KeywordMap<std::size_t> m_parameterByName;
+    ConstraintRules m_constraints;
+};
+
+} // namespace OvPlatform

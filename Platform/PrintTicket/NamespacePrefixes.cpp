@@ -1,0 +1,61 @@
+#include "PrintTicket/NamespacePrefixes.h"
+
+#include <array>
+
+namespace OvPlatform {
+namespace {
+
+struct Conventional {
+    const char* space;
+    const char* prefix;
+};
+constexpr std::array<Conventional, 4> Schema{{{SchemaSpace::Framework, "psf"},
+                                              {SchemaSpace::Instance, "xsi"},
+                                              {SchemaSpace::Types, "xsd"},
+                                              {SchemaSpace::Keywords, "psk"}}};
+static_assert(NamespacePrefixes::BeforeVersion == Schema.size() - 1);
+
+} // namespace
+
+NamespacePrefixes::NamespacePrefixes(const Declarations& declared, std::string_view leftOut) {
+    for (const auto& [prefix, space] : declared) m_taken.emplace(prefix, space);
+    const auto declaredPrefix = [&](std::string_view space) {
+        for (const auto& [prefix, uri] : declared)
+            if (uri == space && !prefix.empty()) return prefix;
+        return std::string();
+    };
+    for (std::size_t i = 0; i < BeforeVersion; ++i) {
+        std::string prefix = declaredPrefix(Schema[i].space);
+        Assign(Schema[i].space, prefix.empty() ? Schema[i].prefix : std::move(prefix));
+    }
+    for (const auto& [prefix, space] : declared)
+        if (!prefix.empty() && space != leftOut) Assign(space, prefix);
+    for (const auto& [prefix, space] : declared)
+        if (prefix.empty() && space != leftOut) Assign(space, space == SchemaSpace::Keywords ? "psk" : "ns0000");
+    Assign(SchemaSpace::Keywords, "psk");
+}
+
+void NamespacePrefixes::Assign(const std::string& space, std::string preferred) {
+    if (space.empty() || Has(space)) return;
+    const auto isFree = [&](const std::string& prefix) {
+        const auto taken = m_taken.find(prefix);
+        return taken == m_taken.end() || taken->second == space;
+    };
+    for (int number = 0; !isFree(preferred); ++number) {
+        std::string digits = std::to_string(number);
+        preferred = "ns" + std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
+    }
+    m_taken[preferred] = space;
+    m_prefixes.emplace(space, preferred);
+    m_declarations.emplace_back(std::move(preferred), space);
+}
+
+std::string NamespacePrefixes::Qualified(std::string_view space, std::string_view local) const {
+    const auto found = m_prefixes.find(std::string(space));
+    if (found == m_prefixes.end()) return std::string(local);
+    std::string name;
+    name.reserve(found->second.size() + 1 + local.size());
+    return name.append(found->second).append(":").append(local);
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,125 @@
+#include "PrintTicket/TicketWriter.h"
+
+#include "PrintTicket/SchemaXml.h"
+
+#include <libxml/xmlwriter.h>
+
+#include <memory>
+#include <new>
+
+namespace OvPlatform {
+namespace {
+
+class Writer {
+public:
+    explicit Writer(const CapabilitiesIndex& capabilities)
+        : m_capabilities(capabilities), m_prefixes(capabilities.Prefixes()), m_buffer(xmlBufferCreate()),
+          m_writer(m_buffer ? xmlNewTextWriterMemory(m_buffer.get(), 0) : nullptr) {
+        if (!m_writer) throw std::bad_alloc();
+    }
+
+    std::string Write(const ValidatedTicket& ticket);
+
+private:
+    void Start(const char* element) {
+        Check(xmlTextWriterStartElement(m_writer.get(),
+                                        XmlText(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
+    }
+    void End() { Check(xmlTextWriterEndElement(m_writer.get())); }
+    void Attribute(const std::string& name, const std::string& value) {
+        Check(xmlTextWriterWriteAttribute(m_writer.get(), XmlText(name.c_str()), XmlText(value.c_str())));
+    }
+    void Name(const KeywordName& name) { Attribute("name", m_prefixes.Qualified(name)); }
+    void Declare(std::size_t at) { Attribute("xmlns:" + m_prefixes.All()[at].first, m_prefixes.All()[at].second); }
+
+    void Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice);
+    void Property(const char* element, const SchemaProperty& property);
+    void Value(const SchemaValue& value);
+
+    static void Check(int result) {
+        if (result < 0) throw std::bad_alloc();
+    }
+
+    struct Deleter {
+        void operator()(xmlBuffer* buffer) const { xmlBufferFree(buffer); }
+        void operator()(xmlTextWriter* writer) const { xmlFreeTextWriter(writer); }
+    };
+
+    const CapabilitiesIndex& m_capabilities;
+    const NamespacePrefixes& m_prefixes;
+    std::unique_ptr<xmlBuffer, Deleter> m_buffer;
+    std::unique_ptr<xmlTextWriter, Deleter> m_writer; // writes into m_buffer, so it goes first
+};
+
+std::string Writer::Write(const ValidatedTicket& ticket) {
+    Check(xmlTextWriterStartDocument(m_writer.get(), "1.0", "UTF-8", nullptr));
+    Start("PrintTicket");
+    for (std::size_t i = 0; i < NamespacePrefixes::BeforeVersion; ++i) Declare(i);
+    Attribute("version", "1");
+    for (std::size_t i = NamespacePrefixes::BeforeVersion; i < m_prefixes.All().size(); ++i) Declare(i);
+
+    for (std::size_t i = 0; i < ticket.parameters.size(); ++i) {
+        if (!ticket.parameters[i]) continue;
+        Start("ParameterInit");
+        Name(m_capabilities.Parameters()[i].Name());
+        Value(*ticket.parameters[i]);
+        End();
+    }
+    for (std::size_t i = 0; i < ticket.features.size(); ++i)
+        if (ticket.features[i].inScope) Feature(m_capabilities.Features()[i], ticket.features[i]);
+    for (const SchemaProperty* property : ticket.properties) Property("Property", *property);
+    End();
+
+    Check(xmlTextWriterFlush(m_writer.get()));
+    return {reinterpret_cast<const char*>(xmlBufferContent(m_buffer.get())),
+            static_cast<std::size_t>(xmlBufferLength(m_buffer.get()))};
+}
+
+void Writer::Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice) {
+    Start("Feature");
+    Name(feature.Name());
+    for (const SchemaProperty* property : choice.properties) Property("Property", *property);
+    for (const FeatureChoice::Chosen& chosen : choice.options) {
+        const SchemaOption& option = *feature.options[chosen.option].schema;
+        Start("Option");
+        if (!option.name.Empty()) Name(option.name);
+        for (const SchemaProperty& scored : option.scored) Property("ScoredProperty", scored);
+        for (const SchemaProperty* property : chosen.properties) Property("Property", *property);
+        End();
+    }
+    for (std::size_t i = 0; i < choice.features.size(); ++i) Feature(feature.features[i], choice.features[i]);
+    End();
+}
+
+void Writer::Property(const char* element, const SchemaProperty& property) {
+    Start(element);
+    Name(property.name);
+    if (property.value) Value(*property.value);
+    if (!property.parameter.Empty()) {
+        Start("ParameterRef");
+        Name(property.parameter);
+        End();
+    }
+    for (const SchemaProperty& scored : property.scored) Property("ScoredProperty", scored);
+    for (const SchemaProperty& nested : property.properties) Property("Property", nested);
+    End();
+}
+
+void Writer::Value(const SchemaValue& value) {
+    Start("Value");
+    if (!value.type.Empty())
+        Attribute(m_prefixes.Qualified(SchemaSpace::Instance, "type"), m_prefixes.Qualified(value.type));
+    if (!value.text.empty())
+        Check(xmlTextWriterWriteString(
+            m_writer.get(),
+            XmlText((value.space.empty() ? value.text : m_prefixes.Qualified(value.space, value.text)).c_str())));
+    End();
+}
+
+} // namespace
+
+std::string WriteTicket(const ValidatedTicket& ticket, const CapabilitiesIndex& capabilities) {
+    return Writer(capabilities).Write(ticket);
+}
+
+} // namespace OvPlatform
