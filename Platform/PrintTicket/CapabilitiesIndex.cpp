@@ -13,7 +13,8 @@ XmlDocPtr ParseCapabilities(std::string_view bytes) {
 }
 
 // A framework property whose value is a keyword, in whichever type the document writes it.
-bool HasKeyword(const std::vector<SchemaProperty>& properties, std::string_view name, std::string_view keyword) {
+bool HasKeyword(const std::vector<SchemaProperty>& properties, std::string_view name,
+                std::string_view keyword) {
     const SchemaProperty* property = FindProperty(properties, SchemaSpace::Framework, name);
     if (!property || !property->value) return false;
     const std::string_view text = Trimmed(property->value->text);
@@ -27,7 +28,8 @@ CapabilitiesOption IndexOption(const SchemaOption& schema) {
 }
 
 std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>& schemas,
-                                               KeywordMap<std::size_t>& byName, const SettingLevel* outermost) {
+                                               KeywordMap<std::size_t>& byName,
+                                               const SettingLevel* outermost) {
     std::vector<CapabilitiesFeature> features;
     for (const SchemaFeature& schema : schemas) {
         if (!byName.emplace(schema.name, features.size()).second) continue;
@@ -54,7 +56,8 @@ CapabilitiesIndex::CapabilitiesIndex(std::string_view bytes)
     for (const SchemaParameterDef& definition : m_schema.definitions)
         if (m_parameterByName.emplace(definition.name, m_parameters.size()).second)
             m_parameters.emplace_back(definition);
-    for (const CapabilitiesFeature& feature : m_features) ReachParameters(feature);
+    for (const CapabilitiesFeature& feature : m_features)
+        ReachParameters(feature);
     m_constraints = ConstraintRules::Read(m_xml.get(), *this);
 }
 
@@ -63,7 +66,8 @@ void CapabilitiesIndex::ReachParameters(const CapabilitiesFeature& feature) {
         for (const SchemaProperty& scored : option.schema->scored)
             if (const std::size_t at = FindParameter(scored.parameter); at != NotFound)
                 m_parameters[at].ReachDownTo(feature.level);
-    for (const CapabilitiesFeature& nested : feature.features) ReachParameters(nested);
+    for (const CapabilitiesFeature& nested : feature.features)
+        ReachParameters(nested);
 }
 
 SettingLevel CapabilitiesIndex::LevelOfParameter(const KeywordName& name) const {

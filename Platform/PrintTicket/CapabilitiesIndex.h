@@ -29,8 +29,8 @@ struct CapabilitiesFeature {
     const KeywordName& Name() const { return schema->name; }
 };
 
-// A queue's capabilities document, read once and arranged for validation. Never changes afterwards, so it may be
-// shared between threads. Of elements with the same name the first counts.
+// A queue's capabilities document, read once and arranged for validation. Never changes afterwards, so it may
+// be shared between threads. Of elements with the same name the first counts.
 class CapabilitiesIndex {
 public:
     // Throws SchemaFormatError.

@@ -17,7 +17,8 @@ namespace {
 
 std::string Attribute(const xmlNode* element, const char* name) {
     const xmlAttr* attribute = xmlHasNsProp(element, XmlText(name), nullptr);
-    if (!attribute || !attribute->children) Refuse(element, std::string("the attribute ") + name + " is missing");
+    if (!attribute || !attribute->children)
+        Refuse(element, std::string("the attribute ") + name + " is missing");
     return std::string(ViewOf(attribute->children->content));
 }
 
@@ -53,8 +54,10 @@ ConstraintRules ConstraintRules::Read(const xmlDoc* capabilities, const Capabili
     const NamespaceScope scope(root);
     ConstraintRules rules;
     rules.m_byFeature.resize(index.Features().size());
-    for (const xmlNode* element = FirstElement(root, Namespace); element; element = NextElement(element, Namespace)) {
-        if (ViewOf(element->name) != "Constraint") Refuse(element, "only Constraint elements are allowed here");
+    for (const xmlNode* element = FirstElement(root, Namespace); element;
+         element = NextElement(element, Namespace)) {
+        if (ViewOf(element->name) != "Constraint")
+            Refuse(element, "only Constraint elements are allowed here");
         Constraint constraint;
         for (const xmlNode* choice = FirstElement(element, Namespace); choice;
              choice = NextElement(choice, Namespace)) {
@@ -78,11 +81,12 @@ bool ConstraintRules::Holds(std::size_t constraint, const std::vector<FeatureCho
     });
 }
 
-std::size_t ConstraintRules::HoldingFor(std::size_t feature, const std::vector<FeatureChoice>& choices) const {
+std::size_t ConstraintRules::HoldingFor(std::size_t feature,
+                                        const std::vector<FeatureChoice>& choices) const {
     const std::vector<std::size_t>& constraints = m_byFeature[feature];
-    return static_cast<std::size_t>(std::count_if(constraints.begin(), constraints.end(), [&](std::size_t constraint) {
-        return Holds(constraint, choices);
-    }));
+    return static_cast<std::size_t>(
+        std::count_if(constraints.begin(), constraints.end(),
+                      [&](std::size_t constraint) { return Holds(constraint, choices); }));
 }
 
 } // namespace OvPlatform

@@ -91,7 +91,8 @@ std::string Quoted(std::string_view text) { return "'" + std::string(text.substr
 std::string NamesOf(std::uint16_t rows) {
     std::string names;
     for (std::size_t row = 0; row < RowCount; ++row)
-        if (rows & Bit(static_cast<Row>(row))) names.append(names.empty() ? "" : " or ").append(Rules[row].name);
+        if (rows & Bit(static_cast<Row>(row)))
+            names.append(names.empty() ? "" : " or ").append(Rules[row].name);
     return names;
 }
 
@@ -102,7 +103,9 @@ std::size_t RowOf(const xmlNode* element) {
     return RowCount;
 }
 
-bool IsText(const xmlNode* node) { return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE; }
+bool IsText(const xmlNode* node) {
+    return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
+}
 
 } // namespace
 
@@ -148,7 +151,8 @@ void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int d
         if (childRow == RowCount) Refuse(child, "the framework has no element of this name");
         const std::uint16_t bit = Bit(static_cast<Row>(childRow));
         if (!(rule.children & bit)) Refuse(child, "not allowed inside " + std::string(rule.name));
-        if ((rule.single & bit) && ++singles > 1) Refuse(child, "only one " + NamesOf(rule.single) + " is allowed");
+        if ((rule.single & bit) && ++singles > 1)
+            Refuse(child, "only one " + NamesOf(rule.single) + " is allowed");
         seen |= bit;
         CheckElement(child, childRow, depth + 1);
     }
@@ -180,7 +184,8 @@ void FrameworkCheck::CheckValue(const xmlNode* element) const {
     const auto resolved = m_scope.Resolve(element, typeName);
     if (!resolved) Refuse(element, "the prefix of the type " + Quoted(typeName) + " is not declared");
     if (resolved->Is(SchemaSpace::Types, "QName") && !m_scope.Resolve(element, text))
-        Refuse(element, "the prefix of the value " + Quoted(Trimmed(text)) + " is not declared, or it is no name");
+        Refuse(element,
+               "the prefix of the value " + Quoted(Trimmed(text)) + " is not declared, or it is no name");
 }
 
 } // namespace OvPlatform

@@ -9,9 +9,9 @@
 
 namespace OvPlatform {
 
-// The rules of the Print Schema framework that hold for every ticket and every capabilities document, whatever the
-// printer: which element may stand where, which must be named, how deep they may nest. Elements and attributes of
-// other namespaces are nobody's business here.
+// The rules of the Print Schema framework that hold for every ticket and every capabilities document,
+// whatever the printer: which element may stand where, which must be named, how deep they may nest. Elements
+// and attributes of other namespaces are nobody's business here.
 class FrameworkCheck {
 public:
     enum class Kind { Ticket, Capabilities };

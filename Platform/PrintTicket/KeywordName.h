@@ -32,8 +32,10 @@ using KeywordMap = std::unordered_map<KeywordName, T, KeywordNameHash>;
 
 // The namespaces of the published schema.
 namespace SchemaSpace {
-inline constexpr const char* Framework = "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
-inline constexpr const char* Keywords = "http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords";
+inline constexpr const char* Framework =
+    "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
+inline constexpr const char* Keywords =
+    "http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords";
 inline constexpr const char* KeywordsV11 =
     "http://schemas.microsoft.com/windows/2013/05/printing/printschemakeywordsv11";
 inline constexpr const char* Instance = "http://www.w3.org/2001/XMLSchema-instance";

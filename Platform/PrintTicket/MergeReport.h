@@ -19,7 +19,8 @@ enum class SettingOrigin {
 struct SettingReport {
     std::string name; // "psk:PageMediaSize"; of a nested feature "psk:DocumentNUp/psk:PresentationDirection"
     bool isParameter = false;
-    std::string value; // in the result: "psk:ISOA4", "(psk:PagesPerSheet=4)", a parameter's text; empty: not there
+    std::string
+        value; // in the result: "psk:ISOA4", "(psk:PagesPerSheet=4)", a parameter's text; empty: not there
     SettingOrigin origin = SettingOrigin::Queue;
     std::string requested; // what the input asked for, where validation changed that
     std::string reason;    // why validation changed it; empty: it did not

@@ -5,12 +5,13 @@
 namespace OvPlatform {
 namespace {
 
-void AddTicket(MergedTicket& merged, const SchemaDocument& ticket, SettingOrigin origin, EPrintTicketScope scope,
-               const CapabilitiesIndex& capabilities) {
+void AddTicket(MergedTicket& merged, const SchemaDocument& ticket, SettingOrigin origin,
+               EPrintTicketScope scope, const CapabilitiesIndex& capabilities) {
     for (const SchemaFeature& feature : ticket.features)
         if (InScope(LevelOf(feature.name.local), scope)) merged.features.Add(feature, origin);
     for (const SchemaParameter& parameter : ticket.parameters)
-        if (InScope(capabilities.LevelOfParameter(parameter.name), scope)) merged.parameters.Add(parameter, origin);
+        if (InScope(capabilities.LevelOfParameter(parameter.name), scope))
+            merged.parameters.Add(parameter, origin);
     for (const SchemaProperty& property : ticket.properties)
         if (InScope(LevelOf(property.name.local), scope)) merged.properties.Add(property, origin);
 }

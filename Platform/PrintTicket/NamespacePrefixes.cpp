@@ -18,7 +18,8 @@ static_assert(NamespacePrefixes::BeforeVersion == Schema.size() - 1);
 } // namespace
 
 NamespacePrefixes::NamespacePrefixes(const Declarations& declared, std::string_view leftOut) {
-    for (const auto& [prefix, space] : declared) m_taken.emplace(prefix, space);
+    for (const auto& [prefix, space] : declared)
+        m_taken.emplace(prefix, space);
     const auto declaredPrefix = [&](std::string_view space) {
         for (const auto& [prefix, uri] : declared)
             if (uri == space && !prefix.empty()) return prefix;
@@ -31,7 +32,8 @@ NamespacePrefixes::NamespacePrefixes(const Declarations& declared, std::string_v
     for (const auto& [prefix, space] : declared)
         if (!prefix.empty() && space != leftOut) Assign(space, prefix);
     for (const auto& [prefix, space] : declared)
-        if (prefix.empty() && space != leftOut) Assign(space, space == SchemaSpace::Keywords ? "psk" : "ns0000");
+        if (prefix.empty() && space != leftOut)
+            Assign(space, space == SchemaSpace::Keywords ? "psk" : "ns0000");
     Assign(SchemaSpace::Keywords, "psk");
 }
 

@@ -10,14 +10,14 @@
 
 namespace OvPlatform {
 
-// The prefixes under which a queue's tickets are written: those of its capabilities document, so that a result
-// never depends on the prefixes of the tickets that went into it.
+// The prefixes under which a queue's tickets are written: those of its capabilities document, so that a
+// result never depends on the prefixes of the tickets that went into it.
 class NamespacePrefixes {
 public:
     using Declarations = std::vector<std::pair<std::string, std::string>>; // prefix and URI
 
-    // Takes the declarations of a root element; one without a prefix gets a prefix here, since names need one.
-    // `left out` is a URI that tickets do not declare.
+    // Takes the declarations of a root element; one without a prefix gets a prefix here, since names need
+    // one. `left out` is a URI that tickets do not declare.
     NamespacePrefixes(const Declarations& declared, std::string_view leftOut);
 
     bool Has(std::string_view space) const { return m_prefixes.count(std::string(space)) != 0; }

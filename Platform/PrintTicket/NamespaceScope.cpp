@@ -33,7 +33,8 @@ std::optional<std::string_view> NamespaceScope::Find(const xmlNode* node, std::s
 std::optional<KeywordName> NamespaceScope::Resolve(const xmlNode* node, std::string_view qualified) const {
     qualified = Trimmed(qualified);
     const std::size_t colon = qualified.find(':');
-    const std::string_view prefix = colon == std::string_view::npos ? std::string_view() : qualified.substr(0, colon);
+    const std::string_view prefix =
+        colon == std::string_view::npos ? std::string_view() : qualified.substr(0, colon);
     const std::string local(colon == std::string_view::npos ? qualified : qualified.substr(colon + 1));
     if (colon == 0 || xmlValidateNCName(XmlText(local.c_str()), 0) != 0) return std::nullopt;
     const auto space = Find(node, prefix);

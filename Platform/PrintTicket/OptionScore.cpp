@@ -33,8 +33,8 @@ double Distance(const SchemaValue& one, const SchemaValue& other) {
 
 bool OptionScore::IsBetterThan(const OptionScore& other) const {
     const auto rank = [](const OptionScore& score) {
-        return std::make_tuple(!score.sameName, -score.matched, score.unmatched, score.distance, score.parameterised,
-                               score.extra);
+        return std::make_tuple(!score.sameName, -score.matched, score.unmatched, score.distance,
+                               score.parameterised, score.extra);
     };
     return rank(*this) < rank(other);
 }
@@ -53,7 +53,8 @@ void OptionScorer::ScoreProperties(const std::vector<SchemaProperty>& asked,
     std::vector<bool> used(offered.size());
     for (const SchemaProperty& property : asked) {
         std::size_t at = 0;
-        while (at < offered.size() && (used[at] || offered[at].name != property.name)) ++at;
+        while (at < offered.size() && (used[at] || offered[at].name != property.name))
+            ++at;
         if (at == offered.size()) {
             ++score.unmatched;
             score.distance += 1;
@@ -105,7 +106,8 @@ std::optional<OptionScorer::Best> OptionScorer::FindBest(const SchemaOption& tic
         const SchemaOption& candidate = *feature.options[option].schema;
         if (named != CapabilitiesIndex::NotFound && candidate.name != ticketOption.name) continue;
         OptionScore score = Score(ticketOption, candidate);
-        if (score.IsCandidate() && (!best || score.IsBetterThan(best->score))) best = Best{option, std::move(score)};
+        if (score.IsCandidate() && (!best || score.IsBetterThan(best->score)))
+            best = Best{option, std::move(score)};
     }
     return best;
 }

@@ -23,13 +23,14 @@ struct OptionScore {
     // Values that the ticket gives and the capabilities leave to a parameter.
     std::vector<std::pair<std::size_t, SchemaValue>> parameters;
 
-    bool IsCandidate() const { return sameName || matched > 0 || (equalNames && unmatched == 0 && extra == 0); }
+    bool IsCandidate() const {
+        return sameName || matched > 0 || (equalNames && unmatched == 0 && extra == 0);
+    }
     // Nothing of the ticket's option is lost.
     bool IsAsAsked() const { return (sameName || !named) && unmatched == 0; }
     // Nothing differs at all.
     bool IsPerfect() const { return equalNames && unmatched == 0 && extra == 0 && parameters.empty(); }
     bool IsBetterThan(const OptionScore& other) const;
-
 };
 
 // Scores options of tickets against those of one printer.
@@ -45,8 +46,8 @@ public:
         std::size_t option;
         OptionScore score;
     };
-    // The best viable option of the feature: the one of the same name, else the one with the best score. Nothing
-    // where no option has anything in common with the ticket's, or the one of the name is not viable.
+    // The best viable option of the feature: the one of the same name, else the one with the best score.
+    // Nothing where no option has anything in common with the ticket's, or the one of the name is not viable.
     std::optional<Best> FindBest(const SchemaOption& ticketOption, const CapabilitiesFeature& feature) const;
 
 private:

@@ -27,8 +27,9 @@ std::string_view Keyword(const SchemaValue& value) {
 }
 
 std::size_t CharacterCount(std::string_view utf8) {
-    return static_cast<std::size_t>(
-        std::count_if(utf8.begin(), utf8.end(), [](char unit) { return (static_cast<unsigned char>(unit) & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char unit) {
+        return (static_cast<unsigned char>(unit) & 0xC0) != 0x80;
+    }));
 }
 
 } // namespace
@@ -38,7 +39,8 @@ std::optional<double> NumberOf(std::string_view text, bool integer) {
     if (text.starts_with('+')) text.remove_prefix(1);
     const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
     const std::size_t point = digits.find('.');
-    const bool spelled = !digits.empty() && digits.find_first_not_of("0123456789.") == std::string_view::npos &&
+    const bool spelled = !digits.empty() &&
+                         digits.find_first_not_of("0123456789.") == std::string_view::npos &&
                          digits.find_first_of("0123456789") != std::string_view::npos &&
                          (point == std::string_view::npos ||
                           (!integer && digits.find('.', point + 1) == std::string_view::npos));

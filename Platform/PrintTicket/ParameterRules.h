@@ -29,8 +29,8 @@ public:
     // The definition's default, or null.
     const SchemaValue* Default() const { return m_default ? &*m_default : nullptr; }
 
-    // Null if the value is good; otherwise what is wrong with it, a phrase for a person. What counts is the text:
-    // applications leave the type out, or write a string.
+    // Null if the value is good; otherwise what is wrong with it, a phrase for a person. What counts is the
+    // text: applications leave the type out, or write a string.
     const char* Problem(const SchemaValue& value) const;
 
     // A good value in the form in which tickets carry it: with the definition's type.

@@ -1,29 +1,17 @@
 #include "PrintTicket/QueueTickets.h"
 
-#include "PrintTicket/SchemaFormatError.h"
 #include "PrintTicket/SchemaReader.h"
+#include "PrintTicket/TicketInput.h"
 #include "PrintTicket/TicketValidation.h"
 
 #include <map>
 #include <mutex>
 
 namespace OvPlatform {
-namespace {
-
-// Says of which document a problem is.
-template <typename Read>
-auto Named(const char* document, Read read) {
-    try {
-        return read();
-    } catch (const SchemaFormatError& error) {
-        throw SchemaFormatError(std::string(document) + ": " + error.what());
-    }
-}
-
-} // namespace
 
 std::shared_ptr<const QueueTickets> QueueTickets::Of(const std::shared_ptr<const QueueFolder>& queue) {
-    using Known = std::map<std::weak_ptr<const QueueFolder>, std::weak_ptr<const QueueTickets>, std::owner_less<>>;
+    using Known =
+        std::map<std::weak_ptr<const QueueFolder>, std::weak_ptr<const QueueTickets>, std::owner_less<>>;
     static std::mutex mutex;
     static Known known;
 
@@ -31,15 +19,17 @@ std::shared_ptr<const QueueTickets> QueueTickets::Of(const std::shared_ptr<const
     std::erase_if(known, [](const auto& entry) { return entry.first.expired() || entry.second.expired(); });
     if (const auto found = known.find(queue); found != known.end())
         if (auto tickets = found->second.lock()) return tickets;
-    auto tickets = std::make_shared<const QueueTickets>(*queue);
+    auto tickets = std::make_shared<const QueueTickets>(queue);
     known[queue] = tickets;
     return tickets;
 }
 
-QueueTickets::QueueTickets(const QueueFolder& queue)
-    : m_queue(queue), m_capabilities(Named("the queue's capabilities", [&] { return queue.Capabilities(); })),
-      m_defaultTicket(Named("the queue's default ticket", [&] {
-          return ReadSchemaDocument(queue.DefaultTicket(), FrameworkCheck::Kind::Ticket);
+QueueTickets::QueueTickets(std::shared_ptr<const QueueFolder> queue)
+    : m_queue(std::move(queue)),
+      m_capabilities(
+          AsInput(InputKind::Capabilities, [&] { return CapabilitiesIndex(m_queue->Capabilities()); })),
+      m_defaultTicket(AsInput(InputKind::DefaultTicket, [&] {
+          return ReadSchemaDocument(m_queue->DefaultTicket(), FrameworkCheck::Kind::Ticket);
       })) {
     const MergedTicket merged = MergeTickets(m_defaultTicket, nullptr, kPTJobScope, m_capabilities);
     m_defaults = TicketValidation(m_capabilities, nullptr, kPTJobScope, nullptr).Validate(merged);

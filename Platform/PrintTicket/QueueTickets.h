@@ -8,24 +8,24 @@
 
 namespace OvPlatform {
 
-// What tickets are validated against: a queue's capabilities and its default ticket, read once. Never changes, so
-// it may be shared between threads.
+// What tickets are validated against: a queue's capabilities and its default ticket, read once. Never
+// changes, so it may be shared between threads.
 class QueueTickets {
 public:
-    // Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws SchemaFormatError,
-    // whose text says which of the two documents is wrong.
+    // Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws
+    // PrintTicketError.
     static std::shared_ptr<const QueueTickets> Of(const std::shared_ptr<const QueueFolder>& queue);
 
-    explicit QueueTickets(const QueueFolder& queue);
+    explicit QueueTickets(std::shared_ptr<const QueueFolder> queue);
 
-    const QueueFolder& Queue() const { return m_queue; }
+    const std::wstring& PrinterName() const { return m_queue->PrinterName(); }
     const CapabilitiesIndex& Capabilities() const { return m_capabilities; }
     const SchemaDocument& DefaultTicket() const { return m_defaultTicket; }
     // The default ticket, validated.
     const ValidatedTicket& Defaults() const { return m_defaults; }
 
 private:
-    const QueueFolder m_queue;
+    std::shared_ptr<const QueueFolder> m_queue;
     CapabilitiesIndex m_capabilities;
     SchemaDocument m_defaultTicket;
     ValidatedTicket m_defaults; // points into the two before it

@@ -37,8 +37,7 @@ SchemaDocument Reader::Read() const {
         if (tag == "Feature") {
             document.features.push_back(Feature(child));
         } else if (tag == "ParameterInit") {
-            document.parameters.push_back(
-                {Name(child), Value(FirstElement(child, SchemaSpace::Framework))});
+            document.parameters.push_back({Name(child), Value(FirstElement(child, SchemaSpace::Framework))});
         } else if (tag == "ParameterDef") {
             document.definitions.push_back({Name(child), Property(child).properties});
         } else {
@@ -112,7 +111,9 @@ SchemaFeature Reader::Feature(const xmlNode* element) const {
 
 } // namespace
 
-SchemaDocument ReadSchemaDocument(const xmlDoc* document) { return Reader(xmlDocGetRootElement(document)).Read(); }
+SchemaDocument ReadSchemaDocument(const xmlDoc* document) {
+    return Reader(xmlDocGetRootElement(document)).Read();
+}
 
 SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind) {
     const XmlDocPtr document = ParseSchemaXml(bytes);

@@ -17,7 +17,9 @@ struct ParserDeleter {
     void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
 };
 
-bool StartsWith(std::string_view bytes, std::string_view mark) { return bytes.substr(0, mark.size()) == mark; }
+bool StartsWith(std::string_view bytes, std::string_view mark) {
+    return bytes.substr(0, mark.size()) == mark;
+}
 
 bool IsUtf16(std::string_view bytes) {
     using namespace std::string_view_literals;
@@ -36,7 +38,8 @@ std::string LastProblem(xmlParserCtxt* parser) {
     const xmlError* error = xmlCtxtGetLastError(parser);
     if (!error || !error->message) return "not well-formed XML";
     std::string text = error->message;
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' ')) text.pop_back();
+    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
+        text.pop_back();
     return "line " + std::to_string(error->line) + ", column " + std::to_string(error->int2) +
            ": not well-formed: " + text;
 }
@@ -47,7 +50,8 @@ void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
     const bool says8 = strcasecmp(declared.c_str(), "UTF-8") == 0;
     const bool says16 = strncasecmp(declared.c_str(), "UTF-16", 6) == 0;
     if (!says8 && !says16)
-        throw SchemaFormatError("line 1: the encoding is '" + declared + "' where only UTF-8 and UTF-16 are allowed");
+        throw SchemaFormatError("line 1: the encoding is '" + declared +
+                                "' where only UTF-8 and UTF-16 are allowed");
     if (says16 != IsUtf16(bytes))
         throw SchemaFormatError("line 1: the encoding '" + declared + "' is declared, but the text is in " +
                                 (says16 ? "UTF-8" : "UTF-16"));
@@ -86,13 +90,15 @@ bool IsElement(const xmlNode* node, const char* space) {
 
 xmlNode* FirstElement(const xmlNode* parent, const char* space) {
     xmlNode* child = parent->children;
-    while (child && !IsElement(child, space)) child = child->next;
+    while (child && !IsElement(child, space))
+        child = child->next;
     return child;
 }
 
 xmlNode* NextElement(const xmlNode* element, const char* space) {
     xmlNode* next = element->next;
-    while (next && !IsElement(next, space)) next = next->next;
+    while (next && !IsElement(next, space))
+        next = next->next;
     return next;
 }
 

@@ -12,8 +12,8 @@ struct XmlDocDeleter {
 };
 using XmlDocPtr = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 
-// Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the declared
-// encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
+// Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the
+// declared encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
 XmlDocPtr ParseSchemaXml(std::string_view bytes);
 
 // libxml2's strings as the standard library's; null gives an empty view.

@@ -25,8 +25,9 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
         if (!InScope(features[i].level, m_scope)) continue;
         const auto* asked = ticket.features.Find(features[i].Name());
         if (asked) m_featureNotes[i].origin = asked->origin;
-        m_result.features[i] = Choose(features[i], asked ? asked->setting : nullptr,
-                                      m_defaults ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
+        m_result.features[i] =
+            Choose(features[i], asked ? asked->setting : nullptr,
+                   m_defaults ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
     }
     ResolveConstraints();
     ReportFeatures();
@@ -38,7 +39,8 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
 }
 
 FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked,
-                                       const FeatureChoice* fallback, const OptionScorer& scorer, Note& note) {
+                                       const FeatureChoice* fallback, const OptionScorer& scorer,
+                                       Note& note) {
     FeatureChoice choice;
     choice.inScope = true;
     if (asked) {
@@ -49,17 +51,19 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
 
     KeywordMap<const SchemaFeature*> askedByName;
     if (asked)
-        for (const SchemaFeature& nested : asked->features) askedByName.emplace(nested.name, &nested);
+        for (const SchemaFeature& nested : asked->features)
+            askedByName.emplace(nested.name, &nested);
     for (std::size_t i = 0; i < feature.features.size(); ++i) {
         const auto found = askedByName.find(feature.features[i].Name());
-        choice.features.push_back(Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second,
-                                         fallback && !fallback->features.empty() ? &fallback->features[i] : nullptr,
-                                         scorer, note));
+        choice.features.push_back(
+            Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second,
+                   fallback && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer, note));
         if (found != askedByName.end()) askedByName.erase(found);
     }
     for (const auto& [name, nested] : askedByName)
         if (m_capabilities.Prefixes().Has(name.space))
-            Conflict(note, m_capabilities.Prefixes().Qualified(name), "the printer does not have this feature");
+            Conflict(note, m_capabilities.Prefixes().Qualified(name),
+                     "the printer does not have this feature");
     return choice;
 }
 
@@ -84,13 +88,15 @@ void TicketValidation::ChooseOptions(FeatureChoice& choice, const CapabilitiesFe
         if (choice.Has(best->option)) continue;
         choice.options.push_back({best->option, {}});
         if (best->score.IsPerfect()) choice.options.back().properties = Reported(option.properties);
-        for (auto& [parameter, value] : best->score.parameters) m_optionParameters[parameter] = std::move(value);
+        for (auto& [parameter, value] : best->score.parameters)
+            m_optionParameters[parameter] = std::move(value);
     }
     std::sort(choice.options.begin(), choice.options.end(),
               [](const auto& one, const auto& other) { return one.option < other.option; });
 
-    const auto identity = std::find_if(choice.options.begin(), choice.options.end(),
-                                       [&](const auto& chosen) { return feature.options[chosen.option].identity; });
+    const auto identity = std::find_if(choice.options.begin(), choice.options.end(), [&](const auto& chosen) {
+        return feature.options[chosen.option].identity;
+    });
     if (choice.options.size() > 1 && identity != choice.options.end()) {
         choice.options = {*identity};
         Conflict(note, TextOf(*feature.options[choice.options[0].option].schema, prefixes),
@@ -104,11 +110,13 @@ std::vector<FeatureChoice::Chosen> TicketValidation::DefaultOptions(const Capabi
     if (options.empty()) return {};
     if (fallback && !fallback->options.empty()) {
         std::vector<FeatureChoice::Chosen> chosen;
-        for (const FeatureChoice::Chosen& one : fallback->options) chosen.push_back({one.option, {}});
+        for (const FeatureChoice::Chosen& one : fallback->options)
+            chosen.push_back({one.option, {}});
         return chosen;
     }
     const auto first = [&](auto condition) {
-        return static_cast<std::size_t>(std::find_if(options.begin(), options.end(), condition) - options.begin());
+        return static_cast<std::size_t>(std::find_if(options.begin(), options.end(), condition) -
+                                        options.begin());
     };
     std::size_t option = first([](const auto& one) { return one.viable && one.identity; });
     if (option == options.size()) option = first([](const auto& one) { return one.viable; });
@@ -117,7 +125,8 @@ std::vector<FeatureChoice::Chosen> TicketValidation::DefaultOptions(const Capabi
     return {{option, {}}};
 }
 
-// Every step makes fewer constraints hold, so that this ends, and what it ends at is where it would start again.
+// Every step makes fewer constraints hold, so that this ends, and what it ends at is where it would start
+// again.
 void TicketValidation::ResolveConstraints() {
     const ConstraintRules& rules = m_capabilities.Constraints();
     for (bool moved = true; moved;) {
@@ -143,7 +152,8 @@ bool TicketValidation::GiveWay(std::size_t at, std::size_t constraint) {
     const std::vector<FeatureChoice::Chosen> asked = choice.options;
     const auto serves = [&](std::vector<FeatureChoice::Chosen> candidate) {
         choice.options = std::move(candidate);
-        return !rules.Holds(constraint, m_result.features) && rules.HoldingFor(at, m_result.features) < before;
+        return !rules.Holds(constraint, m_result.features) &&
+               rules.HoldingFor(at, m_result.features) < before;
     };
 
     bool found = serves(DefaultOptions(feature, m_defaults ? &m_defaults->features[at] : nullptr));
@@ -156,12 +166,14 @@ bool TicketValidation::GiveWay(std::size_t at, std::size_t constraint) {
     std::string others;
     for (const std::size_t other : rules.GivingWay(constraint))
         if (other != at)
-            others += (others.empty() ? "" : " and ") +
-                      m_capabilities.Prefixes().Qualified(m_capabilities.Features()[other].Name()) + " " +
-                      TextOf(m_result.features[other], m_capabilities.Features()[other], m_capabilities.Prefixes());
+            others +=
+                (others.empty() ? "" : " and ") +
+                m_capabilities.Prefixes().Qualified(m_capabilities.Features()[other].Name()) + " " +
+                TextOf(m_result.features[other], m_capabilities.Features()[other], m_capabilities.Prefixes());
     FeatureChoice askedChoice;
     askedChoice.options = asked;
-    Conflict(m_featureNotes[at], TextOf(askedChoice, feature, m_capabilities.Prefixes()), "not possible with " + others);
+    Conflict(m_featureNotes[at], TextOf(askedChoice, feature, m_capabilities.Prefixes()),
+             "not possible with " + others);
     return true;
 }
 
@@ -192,17 +204,20 @@ void TicketValidation::SetParameters(const MergedTicket& ticket) {
             } else {
                 value = rules.Normalised(asked->setting->value);
             }
-        } else if ((referenced[i] || rules.Need() == ParameterRules::Mandatory::Unconditional) && rules.Default()) {
+        } else if ((referenced[i] || rules.Need() == ParameterRules::Mandatory::Unconditional) &&
+                   rules.Default()) {
             value = *rules.Default();
         }
         if (value || asked)
-            Report(m_capabilities.Prefixes().Qualified(rules.Name()), true, value ? value->text : std::string(), note);
+            Report(m_capabilities.Prefixes().Qualified(rules.Name()), true,
+                   value ? value->text : std::string(), note);
     }
 }
 
 std::vector<bool> TicketValidation::ReferencedParameters() const {
     std::vector<bool> referenced(m_capabilities.Parameters().size());
-    const auto visitProperties = [&](const std::vector<SchemaProperty>& properties, const auto& again) -> void {
+    const auto visitProperties = [&](const std::vector<SchemaProperty>& properties,
+                                     const auto& again) -> void {
         for (const SchemaProperty& property : properties) {
             if (const std::size_t at = m_capabilities.FindParameter(property.parameter);
                 at != CapabilitiesIndex::NotFound)
@@ -229,30 +244,35 @@ void TicketValidation::KeepProperties(const MergedTicket& ticket) {
         Note note{entry.origin, {}, reported ? "" : "the printer does not know its namespace"};
         const std::string text = entry.setting->value ? entry.setting->value->text : std::string();
         if (!reported) note.requested = text;
-        Report(m_capabilities.Prefixes().Qualified(entry.setting->name), true, reported ? text : std::string(), note);
+        Report(m_capabilities.Prefixes().Qualified(entry.setting->name), true,
+               reported ? text : std::string(), note);
     }
 }
 
-// A setting in a namespace that the printer does not have was meant for another printer; that it goes is no conflict.
+// A setting in a namespace that the printer does not have was meant for another printer; that it goes is no
+// conflict.
 void TicketValidation::NoteUnknown(const MergedTicket& ticket) {
     const NamespacePrefixes& prefixes = m_capabilities.Prefixes();
-    const auto note = [&](const KeywordName& name, bool isParameter, SettingOrigin origin, std::string requested) {
+    const auto note = [&](const KeywordName& name, bool isParameter, SettingOrigin origin,
+                          std::string requested) {
         Note gone{origin, std::move(requested), "the printer does not know its namespace"};
         if (prefixes.Has(name.space))
-            Conflict(gone, std::move(gone.requested), "the printer does not have this " +
-                                                          std::string(isParameter ? "parameter" : "feature"));
+            Conflict(gone, std::move(gone.requested),
+                     "the printer does not have this " + std::string(isParameter ? "parameter" : "feature"));
         Report(prefixes.Qualified(name), isParameter, {}, std::move(gone));
     };
     for (const auto& entry : ticket.features.All())
         if (m_capabilities.FindFeature(entry.setting->name) == CapabilitiesIndex::NotFound)
             note(entry.setting->name, false, entry.origin,
-                 entry.setting->options.empty() ? std::string() : TextOf(entry.setting->options.front(), prefixes));
+                 entry.setting->options.empty() ? std::string()
+                                                : TextOf(entry.setting->options.front(), prefixes));
     for (const auto& entry : ticket.parameters.All())
         if (m_capabilities.FindParameter(entry.setting->name) == CapabilitiesIndex::NotFound)
             note(entry.setting->name, true, entry.origin, entry.setting->value.text);
 }
 
-std::vector<const SchemaProperty*> TicketValidation::Reported(const std::vector<SchemaProperty>& properties) const {
+std::vector<const SchemaProperty*>
+TicketValidation::Reported(const std::vector<SchemaProperty>& properties) const {
     std::vector<const SchemaProperty*> reported;
     KeywordMap<bool> seen;
     for (const SchemaProperty& property : properties)

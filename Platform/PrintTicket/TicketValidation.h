@@ -15,7 +15,8 @@ namespace OvPlatform {
 // 1. Features of the capabilities get the best option for what the ticket asks; those that it leaves out, and
 //    those whose option nothing matches or the device does not allow, get the queue's default.
 // 2. Options that exclude each other give way (ConstraintRules).
-// 3. Parameters get their value, or their default; those that chosen options refer to are added, conditional ones
+// 3. Parameters get their value, or their default; those that chosen options refer to are added, conditional
+// ones
 //    that no option refers to go.
 // 4. What the capabilities do not know goes.
 //
@@ -23,8 +24,8 @@ namespace OvPlatform {
 class TicketValidation {
 public:
     // `defaults` is the queue's own ticket, validated; null while that one is. `report` may be null.
-    TicketValidation(const CapabilitiesIndex& capabilities, const ValidatedTicket* defaults, EPrintTicketScope scope,
-                     MergeReport* report)
+    TicketValidation(const CapabilitiesIndex& capabilities, const ValidatedTicket* defaults,
+                     EPrintTicketScope scope, MergeReport* report)
         : m_capabilities(capabilities), m_defaults(defaults), m_scope(scope), m_report(report) {}
 
     ValidatedTicket Validate(const MergedTicket& ticket);
@@ -37,8 +38,8 @@ private:
         std::string reason;
     };
 
-    FeatureChoice Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked, const FeatureChoice* fallback,
-                         const OptionScorer& scorer, Note& note);
+    FeatureChoice Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked,
+                         const FeatureChoice* fallback, const OptionScorer& scorer, Note& note);
     void ChooseOptions(FeatureChoice& choice, const CapabilitiesFeature& feature, const SchemaFeature& asked,
                        const OptionScorer& scorer, Note& note);
     std::vector<FeatureChoice::Chosen> DefaultOptions(const CapabilitiesFeature& feature,
@@ -58,8 +59,8 @@ private:
 
     void Conflict(Note& note, std::string requested, std::string reason);
     void Report(std::string name, bool isParameter, std::string value, Note note);
-    void ReportFeature(const std::string& path, const CapabilitiesFeature& feature, const FeatureChoice& choice,
-                       const Note& note);
+    void ReportFeature(const std::string& path, const CapabilitiesFeature& feature,
+                       const FeatureChoice& choice, const Note& note);
     void ReportFeatures();
 
     const CapabilitiesIndex& m_capabilities;

@@ -22,15 +22,17 @@ public:
 
 private:
     void Start(const char* element) {
-        Check(xmlTextWriterStartElement(m_writer.get(),
-                                        XmlText(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
+        Check(xmlTextWriterStartElement(
+            m_writer.get(), XmlText(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
     }
     void End() { Check(xmlTextWriterEndElement(m_writer.get())); }
     void Attribute(const std::string& name, const std::string& value) {
         Check(xmlTextWriterWriteAttribute(m_writer.get(), XmlText(name.c_str()), XmlText(value.c_str())));
     }
     void Name(const KeywordName& name) { Attribute("name", m_prefixes.Qualified(name)); }
-    void Declare(std::size_t at) { Attribute("xmlns:" + m_prefixes.All()[at].first, m_prefixes.All()[at].second); }
+    void Declare(std::size_t at) {
+        Attribute("xmlns:" + m_prefixes.All()[at].first, m_prefixes.All()[at].second);
+    }
 
     void Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice);
     void Property(const char* element, const SchemaProperty& property);
@@ -54,9 +56,11 @@ private:
 std::string Writer::Write(const ValidatedTicket& ticket) {
     Check(xmlTextWriterStartDocument(m_writer.get(), "1.0", "UTF-8", nullptr));
     Start("PrintTicket");
-    for (std::size_t i = 0; i < NamespacePrefixes::BeforeVersion; ++i) Declare(i);
+    for (std::size_t i = 0; i < NamespacePrefixes::BeforeVersion; ++i)
+        Declare(i);
     Attribute("version", "1");
-    for (std::size_t i = NamespacePrefixes::BeforeVersion; i < m_prefixes.All().size(); ++i) Declare(i);
+    for (std::size_t i = NamespacePrefixes::BeforeVersion; i < m_prefixes.All().size(); ++i)
+        Declare(i);
 
     for (std::size_t i = 0; i < ticket.parameters.size(); ++i) {
         if (!ticket.parameters[i]) continue;
@@ -67,7 +71,8 @@ std::string Writer::Write(const ValidatedTicket& ticket) {
     }
     for (std::size_t i = 0; i < ticket.features.size(); ++i)
         if (ticket.features[i].inScope) Feature(m_capabilities.Features()[i], ticket.features[i]);
-    for (const SchemaProperty* property : ticket.properties) Property("Property", *property);
+    for (const SchemaProperty* property : ticket.properties)
+        Property("Property", *property);
     End();
 
     Check(xmlTextWriterFlush(m_writer.get()));
@@ -78,16 +83,20 @@ std::string Writer::Write(const ValidatedTicket& ticket) {
 void Writer::Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice) {
     Start("Feature");
     Name(feature.Name());
-    for (const SchemaProperty* property : choice.properties) Property("Property", *property);
+    for (const SchemaProperty* property : choice.properties)
+        Property("Property", *property);
     for (const FeatureChoice::Chosen& chosen : choice.options) {
         const SchemaOption& option = *feature.options[chosen.option].schema;
         Start("Option");
         if (!option.name.Empty()) Name(option.name);
-        for (const SchemaProperty& scored : option.scored) Property("ScoredProperty", scored);
-        for (const SchemaProperty* property : chosen.properties) Property("Property", *property);
+        for (const SchemaProperty& scored : option.scored)
+            Property("ScoredProperty", scored);
+        for (const SchemaProperty* property : chosen.properties)
+            Property("Property", *property);
         End();
     }
-    for (std::size_t i = 0; i < choice.features.size(); ++i) Feature(feature.features[i], choice.features[i]);
+    for (std::size_t i = 0; i < choice.features.size(); ++i)
+        Feature(feature.features[i], choice.features[i]);
     End();
 }
 
@@ -100,8 +109,10 @@ void Writer::Property(const char* element, const SchemaProperty& property) {
         Name(property.parameter);
         End();
     }
-    for (const SchemaProperty& scored : property.scored) Property("ScoredProperty", scored);
-    for (const SchemaProperty& nested : property.properties) Property("Property", nested);
+    for (const SchemaProperty& scored : property.scored)
+        Property("ScoredProperty", scored);
+    for (const SchemaProperty& nested : property.properties)
+        Property("Property", nested);
     End();
 }
 
@@ -112,7 +123,8 @@ void Writer::Value(const SchemaValue& value) {
     if (!value.text.empty())
         Check(xmlTextWriterWriteString(
             m_writer.get(),
-            XmlText((value.space.empty() ? value.text : m_prefixes.Qualified(value.space, value.text)).c_str())));
+            XmlText(
+                (value.space.empty() ? value.text : m_prefixes.Qualified(value.space, value.text)).c_str())));
     End();
 }
 

@@ -11,7 +11,8 @@ namespace OvPlatform {
 struct FeatureChoice {
     struct Chosen {
         std::size_t option;
-        std::vector<const SchemaProperty*> properties; // the ticket's own, if nothing else of its option differs
+        std::vector<const SchemaProperty*>
+            properties; // the ticket's own, if nothing else of its option differs
     };
 
     bool inScope = false;

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <objidl.h>
+
+#include <string>
+#include <string_view>
+
+namespace OvPlatform {
+
+// No document of the ticket provider is larger than this.
+inline constexpr std::size_t MaxStreamBytes = 64u * 1024 * 1024;
+
+// All that is left to read in the stream. Results of the stream pass through; E_OUTOFMEMORY beyond
+// MaxStreamBytes.
+HRESULT ReadStreamBytes(IStream* stream, std::string& bytes);
+
+// Writes where the stream stands and leaves it at the end of what was written.
+HRESULT WriteStreamBytes(IStream* stream, std::string_view bytes);
+
+} // namespace OvPlatform
