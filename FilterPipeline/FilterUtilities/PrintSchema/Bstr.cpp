@@ -1,0 +1,44 @@
+#include "Bstr.h"
+
+#include <ComSupport/ThrowHresult.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace PrintSchemaText {
+
+CComBSTR Join(std::initializer_list<std::wstring_view> pieces, const char* function) {
+    std::size_t length = 0;
+    for (const std::wstring_view piece : pieces)
+        length += piece.size();
+    constexpr std::size_t longest = std::numeric_limits<INT>::max() / sizeof(OLECHAR) - 1;
+    CComBSTR joined;
+    if (length <= longest) joined.Attach(::SysAllocStringLen(nullptr, static_cast<UINT>(length)));
+    if (joined.m_str == nullptr) ThrowComException(E_OUTOFMEMORY, function);
+    OLECHAR* end = joined.m_str;
+    for (const std::wstring_view piece : pieces)
+        end = std::copy(piece.begin(), piece.end(), end);
+    return joined;
+}
+
+CComBSTR Copy(const CComBSTR& text, const char* function) {
+    if (text.m_str == nullptr) return {};
+    return Make(View(text), function);
+}
+
+void CopyOut(const CComBSTR& text, BSTR* out, const char* function) { *out = Copy(text, function).Detach(); }
+
+VARIANT Borrowed(BSTR text) {
+    VARIANT variant;
+    ::VariantInit(&variant);
+    variant.vt = VT_BSTR;
+    variant.bstrVal = text;
+    return variant;
+}
+
+bool AreEqual(BSTR left, BSTR right) {
+    constexpr LCID userLocale = 1024;
+    return ::VarBstrCmp(left, right, userLocale, 0) == static_cast<HRESULT>(VARCMP_EQ);
+}
+
+} // namespace PrintSchemaText
