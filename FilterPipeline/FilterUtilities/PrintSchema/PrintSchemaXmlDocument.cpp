@@ -1,0 +1,595 @@
+#include "PrintSchemaXmlDocument.h"
+
+#include "Bstr.h"
+#include "PrintTicketQueryBuilder.h"
+
+#include <ComSupport/MsSafeVariant.h>
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/Number.h>
+
+#include <cwchar>
+#include <utility>
+
+using namespace PrintSchemaText;
+using PrintSchema::MsPrintTicketNamespacesEnum;
+
+namespace {
+
+constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
+
+constexpr std::wstring_view declarationPrefix = L"xmlns:";
+
+/// The name of the attribute that declares a prefix, which is given with its colon.
+CComBSTR DeclarationName(std::wstring_view prefix, const char* function) {
+    return Join({declarationPrefix, prefix.substr(0, prefix.size() - 1)}, function);
+}
+
+/// Why and where a document did not parse.
+std::string ParseErrorText(IXMLDOMDocument2* document) {
+    CComPtr<IXMLDOMParseError> error;
+    CComBSTR reason;
+    LONG line = 0;
+    LONG position = 0;
+    if (FAILED(document->get_parseError(&error)) || !error || FAILED(error->get_reason(&reason)) ||
+        FAILED(error->get_line(&line)) || FAILED(error->get_linepos(&position)))
+        return "The document does not parse.";
+    CXString text(reason.m_str);
+    text.TrimRight();
+    return FormatStdString("The document does not parse: %s (line %d, position %d)", text, line, position);
+}
+
+/// The text of a variant that a node gave; null if there is none.
+CComBSTR TakeText(MsSafeVariant& variant, const char* function) {
+    CComBSTR text;
+    if (variant.vt == VT_NULL || variant.vt == VT_EMPTY) return text;
+    if (variant.vt != VT_BSTR) ThrowIfFailed(::VariantChangeType(&variant, &variant, 0, VT_BSTR), function);
+    text.Attach(variant.bstrVal);
+    variant.vt = VT_EMPTY;
+    return text;
+}
+
+CComPtr<IXMLDOMNode> SelectChild(IXMLDOMNode* node, const CComBSTR& frameworkPrefix,
+                                 const wchar_t* elementName, const char* function) {
+    CComPtr<IXMLDOMNode> child;
+    const CComBSTR step = Join({View(frameworkPrefix), elementName}, function);
+    ThrowIfFailed(node->selectSingleNode(step, &child), function);
+    return child;
+}
+
+} // namespace
+
+// ---- Construction
+
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document)
+    : m_document(document),
+      m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
+    if (m_document) InitInstance();
+}
+
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream)
+    : m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
+    constexpr char function[] = "PrintSchemaXmlDocument::PrintSchemaXmlDocument";
+    if (stream == nullptr) ThrowComException(E_POINTER, function);
+    CreateDocument(function);
+    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr), function);
+    VARIANT source;
+    ::VariantInit(&source);
+    source.vt = VT_UNKNOWN;
+    source.punkVal = stream;
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    const HRESULT hr = m_document->load(source, &isLoaded);
+    FinishLoading(hr, isLoaded, function);
+}
+
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, const CXString& xml)
+    : m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
+    constexpr char function[] = "PrintSchemaXmlDocument::PrintSchemaXmlDocument";
+    CreateDocument(function);
+    // A byte-order mark or other junk may stand before the document.
+    std::wstring_view text = View(static_cast<const wchar_t*>(xml));
+    if (const std::size_t start = text.find(L'<'); start != std::wstring_view::npos) text.remove_prefix(start);
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    const HRESULT hr = m_document->loadXML(Make(text, function), &isLoaded);
+    FinishLoading(hr, isLoaded, function);
+}
+
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const PrintSchemaXmlDocument& other) { *this = other; }
+
+PrintSchemaXmlDocument& PrintSchemaXmlDocument::operator=(const PrintSchemaXmlDocument& other) {
+    constexpr char function[] = "PrintSchemaXmlDocument::operator=";
+    if (this == &other) return *this;
+    m_rootName = Copy(other.m_rootName, function);
+    m_xsdPrefix = Copy(other.m_xsdPrefix, function);
+    m_xsiPrefix = Copy(other.m_xsiPrefix, function);
+    m_frameworkPrefix = Copy(other.m_frameworkPrefix, function);
+    m_keywordsPrefix = Copy(other.m_keywordsPrefix, function);
+    m_keywordsV11Prefix = Copy(other.m_keywordsV11Prefix, function);
+    m_userKeywordsPrefix = Copy(other.m_userKeywordsPrefix, function);
+    m_document = other.m_document;
+    m_rootNode = other.m_rootNode;
+    return *this;
+}
+
+PrintSchemaXmlDocument::~PrintSchemaXmlDocument() = default;
+
+void PrintSchemaXmlDocument::CreateDocument(const char* function) {
+    ThrowIfFailed(m_document.CoCreateInstance(__uuidof(DOMDocument60), nullptr, CLSCTX_INPROC_SERVER),
+                  function);
+    ThrowIfFailed(m_document->put_async(VARIANT_FALSE), function);
+}
+
+void PrintSchemaXmlDocument::FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function) {
+    ThrowIfFailed(hr, function);
+    if (isLoaded != VARIANT_TRUE) ThrowComException(E_FAIL, function, ParseErrorText(m_document));
+    InitInstance();
+}
+
+void PrintSchemaXmlDocument::InitInstance() {
+    constexpr char function[] = "PrintSchemaXmlDocument::InitInstance";
+    RequireDocument(function);
+    const HRESULT languageResult =
+        m_document->setProperty(Make(L"SelectionLanguage", function), Borrowed(Make(L"XPath", function)));
+    ThrowIfFailed(languageResult, function, "Failed to set SelectionLanguage.");
+
+    // The root element is looked up by namespace: this prefix is ours, whatever the document uses.
+    SetSelectionNamespaces(L"psf");
+    HRESULT hr = GetNode(Join({L"//psf:", View(m_rootName)}, function), &m_rootNode);
+    if (hr != S_OK) {
+        // Deliberate: the exception carries the success code S_FALSE.
+        ThrowComException(hr, function, "Failed to get root node in PrintSchemaXmlDocument constructor!");
+    }
+
+    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix) == S_OK) {
+        const CComBSTR oldPrefix = Copy(m_userKeywordsPrefix, function);
+        hr = FixPrivateNameSpacePrefix();
+        if (FAILED(hr)) {
+            ThrowComException(hr, function,
+                              FormatStdString("Failed updating private namespace prefix from %s to %s",
+                                              oldPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX));
+        }
+    } else {
+        m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX, function);
+    }
+
+    const std::pair<const wchar_t*, CComBSTR*> namespaces[] = {
+        {PrintSchema::FRAMEWORK_URI, &m_frameworkPrefix},
+        {PrintSchema::KEYWORDS_URI, &m_keywordsPrefix},
+        {PrintSchema::SCHEMA_INST_URI, &m_xsiPrefix},
+        {PrintSchema::SCHEMA_DEF_URI, &m_xsdPrefix},
+    };
+    for (const auto& [uri, prefix] : namespaces) {
+        hr = TryGetPrefixFromURI(uri, prefix, function);
+        if (FAILED(hr)) {
+            ThrowComException(hr, function,
+                              FormatStdString("The root element declares %s without a prefix.", uri));
+        }
+    }
+    // Deliberate: the result is ignored, so that a default declaration of this namespace counts as none.
+    (void)TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix, function);
+
+    if (m_frameworkPrefix.Length() < 2) {
+        ThrowComException(E_FAIL, function, "The root element does not declare the framework namespace.");
+    }
+    SetSelectionNamespaces(View(m_frameworkPrefix).substr(0, m_frameworkPrefix.Length() - 1));
+}
+
+void PrintSchemaXmlDocument::SetSelectionNamespaces(std::wstring_view prefix) {
+    constexpr char function[] = "PrintSchemaXmlDocument::InitInstance";
+    const CComBSTR value = Join({L"xmlns:", prefix, L"='", PrintSchema::FRAMEWORK_URI, L"'"}, function);
+    ThrowIfFailed(m_document->setProperty(Make(L"SelectionNamespaces", function), Borrowed(value)), function);
+}
+
+// ---- Prefixes
+
+HRESULT PrintSchemaXmlDocument::GetPrefixFromURI(const wchar_t* uri, CComBSTR* out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetPrefixFromURI";
+    const HRESULT hr = TryGetPrefixFromURI(uri, out, function);
+    ThrowIfFailed(hr, function);
+    return hr;
+}
+
+HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, CComBSTR* out,
+                                                    const char* function) const {
+    if (out == nullptr) return E_POINTER;
+    if (IsEmpty(uri)) return E_INVALIDARG;
+    if (!m_rootNode) return E_PENDING;
+    const CComBSTR wanted = Make(uri, function);
+    CComPtr<IXMLDOMNamedNodeMap> attributes;
+    HRESULT hr = m_rootNode->get_attributes(&attributes);
+    if (FAILED(hr)) return hr;
+    if (!attributes) return S_FALSE;
+    hr = attributes->reset();
+    if (FAILED(hr)) return hr;
+    for (;;) {
+        CComPtr<IXMLDOMNode> attribute;
+        hr = attributes->nextNode(&attribute);
+        if (FAILED(hr)) return hr;
+        if (!attribute) return S_FALSE;
+        MsSafeVariant value;
+        hr = attribute->get_nodeValue(&value);
+        if (FAILED(hr)) return hr;
+        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted)) continue;
+
+        CComBSTR name;
+        hr = attribute->get_nodeName(&name);
+        if (FAILED(hr)) return hr;
+        // Deliberate: a default declaration is an error, not a miss.
+        if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
+        *out = Join({View(name).substr(declarationPrefix.size()), L":"}, function);
+        return S_OK;
+    }
+}
+
+HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
+    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
+    if (View(m_userKeywordsPrefix) == PrintSchema::USER_KEYWORDS_NS_PREFIX) return S_OK;
+    RefuseForeignUserPrefix();
+    // Deliberate: only names are renamed. QNames in the text of values keep the old prefix.
+    RenameInNames(View(m_userKeywordsPrefix));
+
+    const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix), function);
+    const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    if (CComBSTR uri; ReadAttribute(m_rootNode, oldDeclaration, uri, function)) {
+        try {
+            CComQIPtr<IXMLDOMElement> root(static_cast<IUnknown*>(m_rootNode.p));
+            AppendXMLAttribute(root, newDeclaration, L"", uri);
+        } catch (const CPComException& failure) {
+            return failure.GetHresult();
+        }
+        CComPtr<IXMLDOMNamedNodeMap> attributes;
+        ThrowIfFailed(m_rootNode->get_attributes(&attributes), function);
+        CComPtr<IXMLDOMNode> removed;
+        ThrowIfFailed(attributes->removeNamedItem(oldDeclaration, &removed), function);
+    }
+    m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    return S_OK;
+}
+
+void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
+    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
+    CComBSTR bound;
+    const CComBSTR declaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    if (!ReadAttribute(m_rootNode, declaration, bound, function)) return;
+    if (View(bound) == PrintSchema::USER_KEYWORDS_URI) return;
+    ThrowComException(E_FAIL, function,
+                      FormatStdString("Failed updating private namespace prefix from %s to %s: the document "
+                                      "binds that prefix to another namespace, %s",
+                                      m_userKeywordsPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX,
+                                      bound.m_str));
+}
+
+void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix) {
+    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
+    const CXString from(oldPrefix.data(), static_cast<int>(oldPrefix.size()));
+    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(Make(L"//*[@name]", function), function);
+    ThrowIfFailed(nodes->reset(), function);
+    for (;;) {
+        CComPtr<IXMLDOMNode> node;
+        ThrowIfFailed(nodes->nextNode(&node), function);
+        if (!node) return;
+        const CComPtr<IXMLDOMNode> name =
+            FindAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, function);
+        if (!name) continue;
+        MsSafeVariant value;
+        ThrowIfFailed(name->get_nodeValue(&value), function);
+        if (value.vt != VT_BSTR || !View(value.bstrVal).starts_with(oldPrefix)) continue;
+        CXString text(value.bstrVal);
+        text.Replace(from, PrintSchema::USER_KEYWORDS_NS_PREFIX);
+        ThrowIfFailed(name->put_nodeValue(Borrowed(Make(text.View(), function))), function);
+    }
+}
+
+CComBSTR PrintSchemaXmlDocument::GetFrameworkNsPrefix() const {
+    return Copy(m_frameworkPrefix, "PrintSchemaXmlDocument::GetFrameworkNsPrefix");
+}
+
+CComBSTR PrintSchemaXmlDocument::GetKeywordsNsPrefix() const {
+    return Copy(m_keywordsPrefix, "PrintSchemaXmlDocument::GetKeywordsNsPrefix");
+}
+
+CComBSTR PrintSchemaXmlDocument::GetKeywordsV11NsPrefix() const {
+    return Copy(m_keywordsV11Prefix, "PrintSchemaXmlDocument::GetKeywordsV11NsPrefix");
+}
+
+CComBSTR PrintSchemaXmlDocument::GetUserKeywordsNsPrefix() const {
+    return Copy(m_userKeywordsPrefix, "PrintSchemaXmlDocument::GetUserKeywordsNsPrefix");
+}
+
+bool PrintSchemaXmlDocument::IsKeywordsV11NsPrefixDefined() const { return m_keywordsV11Prefix.Length() > 0; }
+
+CComBSTR PrintSchemaXmlDocument::GetNsPrefix(MsPrintTicketNamespacesEnum ns) const {
+    switch (ns) {
+    case PrintSchema::FrameworkNs:
+        return GetFrameworkNsPrefix();
+    case PrintSchema::KeywordsNs:
+        return GetKeywordsNsPrefix();
+    case PrintSchema::UserKeywordsNs:
+        return GetUserKeywordsNsPrefix();
+    }
+    ThrowComException(E_INVALIDARG, "PrintSchemaXmlDocument::GetNsPrefix",
+                      FormatStdString("PrintSchemaXmlDocument::GetNsPrefix() does not have a case in the "
+                                      "namspace switch statment for %u.",
+                                      static_cast<unsigned int>(ns)));
+}
+
+HRESULT PrintSchemaXmlDocument::GetKeywordAndPrefixFromName(const wchar_t* name, CXString& keyword,
+                                                            MsPrintTicketNamespacesEnum& ns) const {
+    keyword.Empty();
+    ns = PrintSchema::KeywordsNs;
+    if (name == nullptr) return E_INVALIDARG;
+    const wchar_t* colon = std::wcschr(name, L':');
+    keyword = colon == nullptr ? name : colon + 1;
+    if (colon == nullptr) return S_OK;
+
+    const CXString prefix(name, static_cast<int>(colon - name) + 1);
+    const auto isPrefix = [&prefix](const CComBSTR& candidate) {
+        return candidate.m_str != nullptr && ::_wcsicmp(prefix, candidate) == 0;
+    };
+    if (isPrefix(m_userKeywordsPrefix)) {
+        ns = PrintSchema::UserKeywordsNs;
+        return S_OK;
+    }
+    return isPrefix(m_keywordsPrefix) ? S_OK : E_FAIL;
+}
+
+// ---- The document
+
+bool PrintSchemaXmlDocument::HasDomDocument() const { return m_document.p != nullptr; }
+IXMLDOMDocument2* PrintSchemaXmlDocument::GetDomDocPtr() const { return m_document; }
+IXMLDOMNode* PrintSchemaXmlDocument::GetRootNode() const { return m_rootNode; }
+
+void PrintSchemaXmlDocument::RequireDocument(const char* function) const {
+    if (!m_document) ThrowComException(E_PENDING, function);
+}
+
+HRESULT PrintSchemaXmlDocument::get_xml(wchar_t** out) const {
+    if (out == nullptr) return E_POINTER;
+    *out = nullptr;
+    if (!m_document) return E_FAIL;
+    return m_document->get_xml(out);
+}
+
+// ---- Looking up
+
+HRESULT PrintSchemaXmlDocument::GetNode(const wchar_t* xpath, IXMLDOMNode** out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetNode";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    RequireDocument(function);
+    *out = nullptr;
+    if (IsEmpty(xpath)) ThrowComException(E_INVALIDARG, function);
+    ThrowIfFailed(m_document->selectSingleNode(Make(xpath, function), out), function);
+    return *out != nullptr ? S_OK : S_FALSE;
+}
+
+CComPtr<IXMLDOMNodeList> PrintSchemaXmlDocument::SelectNodes(BSTR xpath, const char* function) const {
+    RequireDocument(function);
+    CComPtr<IXMLDOMNodeList> nodes;
+    ThrowIfFailed(m_document->selectNodes(xpath, &nodes), function);
+    if (!nodes) ThrowComException(E_FAIL, function);
+    return nodes;
+}
+
+HRESULT PrintSchemaXmlDocument::GetNodes(const wchar_t* elementName, IXMLDOMNodeList** out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetNodes";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    *out = nullptr;
+    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG, function);
+    *out = SelectNodes(Join({L"//", View(m_frameworkPrefix), elementName}, function), function).Detach();
+    return S_OK;
+}
+
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindAttribute(IXMLDOMNode* node, const wchar_t* name,
+                                                           const char* function) {
+    CComPtr<IXMLDOMNamedNodeMap> attributes;
+    ThrowIfFailed(node->get_attributes(&attributes), function);
+    CComPtr<IXMLDOMNode> attribute;
+    if (attributes) ThrowIfFailed(attributes->getNamedItem(Make(name, function), &attribute), function);
+    return attribute;
+}
+
+bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text,
+                                           const char* function) {
+    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name, function);
+    if (!attribute) return false;
+    MsSafeVariant value;
+    ThrowIfFailed(attribute->get_nodeValue(&value), function);
+    text = TakeText(value, function);
+    return true;
+}
+
+HRESULT PrintSchemaXmlDocument::GetAttributeValue(IXMLDOMNode const* node, const wchar_t* attribute,
+                                                  wchar_t** out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetAttributeValue";
+    if (node == nullptr || out == nullptr) ThrowComException(E_POINTER, function);
+    *out = nullptr;
+    if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    CComBSTR text;
+    // The interfaces of the DOM know no const.
+    if (!ReadAttribute(const_cast<IXMLDOMNode*>(node), attribute, text, function)) return S_FALSE;
+    *out = text.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::QueryNode(const wchar_t* xpath) const {
+    CComPtr<IXMLDOMNode> node;
+    return GetNode(xpath, &node) == S_OK ? S_OK : notFound;
+}
+
+HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, wchar_t** out) const {
+    return GetNodeValue(xpath, out) == S_OK ? S_OK : notFound;
+}
+
+HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, int* out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    CComBSTR text;
+    const HRESULT hr = QueryNodeValue(xpath, &text);
+    if (hr == S_OK) *out = text.m_str == nullptr ? 0 : ::_wtoi(text);
+    return hr;
+}
+
+HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, float* out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    CComBSTR text;
+    const HRESULT hr = QueryNodeValue(xpath, &text);
+    if (hr == S_OK) *out = static_cast<float>(Number(CXString(text.m_str), false).GetDoubleValue());
+    return hr;
+}
+
+HRESULT PrintSchemaXmlDocument::FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out,
+                                              const char* function) const {
+    CComPtr<IXMLDOMNode> node;
+    if (GetNode(xpath, &node) != S_OK) return S_FALSE;
+    out = SelectChild(node, m_frameworkPrefix, PrintSchema::VALUE_ELEMENT_NAME, function);
+    if (out) return S_OK;
+
+    const CComPtr<IXMLDOMNode> reference =
+        SelectChild(node, m_frameworkPrefix, PrintSchema::PARAM_REF_ELEMENT_NAME, function);
+    CComBSTR wanted;
+    if (!reference || !ReadAttribute(reference, PrintSchema::NAME_ATTRIBUTE_NAME, wanted, function))
+        return S_FALSE;
+    CComPtr<IXMLDOMNodeList> inits;
+    GetNodes(PrintSchema::PARAM_INIT_ELEMENT_NAME, &inits);
+    for (;;) {
+        CComPtr<IXMLDOMNode> init;
+        ThrowIfFailed(inits->nextNode(&init), function);
+        if (!init) return S_FALSE;
+        CComBSTR name;
+        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) && AreEqual(name, wanted)) {
+            out = init;
+            return S_OK;
+        }
+    }
+}
+
+HRESULT PrintSchemaXmlDocument::GetNodeValue(const wchar_t* xpath, wchar_t** out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetNodeValue";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    *out = nullptr;
+    CComPtr<IXMLDOMNode> node;
+    if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
+    MsSafeVariant value;
+    ThrowIfFailed(node->get_nodeTypedValue(&value), function);
+    CComBSTR text = TakeText(value, function);
+    if (text.Length() > 0) *out = text.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::SetNodeValue(const wchar_t* xpath, const wchar_t* value) {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
+    CComPtr<IXMLDOMNode> node;
+    if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
+    // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text replaces.
+    ThrowIfFailed(node->put_nodeTypedValue(Borrowed(Make(View(value), function))), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath, const wchar_t* value,
+                                                            const wchar_t* attribute) {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
+    if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    CComPtr<IXMLDOMNode> node;
+    if (GetNode(xpath, &node) != S_OK) return S_FALSE;
+    const CComPtr<IXMLDOMNode> option =
+        SelectChild(node, m_frameworkPrefix, PrintSchema::OPTION_ELEMENT_NAME, function);
+    if (!option) return S_FALSE;
+    const CComPtr<IXMLDOMNode> found = FindAttribute(option, attribute, function);
+    if (!found) return S_FALSE;
+    ThrowIfFailed(found->put_nodeValue(Borrowed(Make(View(value), function))), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name,
+                                                       IXMLDOMNode** out) const {
+    RequireDocument("PrintSchemaXmlDocument::GetFeatureNodeIfExists");
+    PrintTicketQueryBuilder builder(m_frameworkPrefix);
+    builder.AddFeature(prefix, name);
+    CComBSTR query;
+    builder.GetQuery(&query);
+    return GetNode(query, out);
+}
+
+HRESULT PrintSchemaXmlDocument::GetFeatureNode(const wchar_t* prefix, const wchar_t* name,
+                                               IXMLDOMNode** out) const {
+    if (GetFeatureNodeIfExists(prefix, name, out) != S_OK)
+        ThrowComException(E_FAIL, "PrintSchemaXmlDocument::GetFeatureNode");
+    return S_OK;
+}
+
+// ---- Deleting
+
+HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name) {
+    CComPtr<IXMLDOMNode> node;
+    if (GetFeatureNodeIfExists(prefix, name, &node) != S_OK) return S_FALSE;
+    return DeleteNode(node);
+}
+
+HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists(const wchar_t* prefix,
+                                                                    const wchar_t* name) {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists";
+    RequireDocument(function);
+    PrintTicketQueryBuilder builder(m_frameworkPrefix);
+    builder.AddFeature(prefix, name);
+    CComBSTR query;
+    builder.GetQuery(&query);
+    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
+    LONG count = 0;
+    ThrowIfFailed(nodes->get_length(&count), function);
+    if (count < 2) return S_FALSE;
+    // Deliberate: one goes, however many there are.
+    CComPtr<IXMLDOMNode> first;
+    ThrowIfFailed(nodes->get_item(0, &first), function);
+    return DeleteNode(first);
+}
+
+HRESULT PrintSchemaXmlDocument::DeletePropertyNodesIfExist(const wchar_t* prefix, const wchar_t* name) {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeletePropertyNodesIfExist";
+    // Deliberate: not E_INVALIDARG.
+    if (IsEmpty(name)) ThrowComException(E_FAIL, function);
+    RequireDocument(function);
+    PrintTicketQueryBuilder builder(m_frameworkPrefix);
+    builder.AddProperty(prefix, name);
+    CComBSTR query;
+    builder.GetQuery(&query);
+    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
+    LONG count = 0;
+    ThrowIfFailed(nodes->get_length(&count), function);
+    for (LONG index = 0; index < count; ++index) {
+        CComPtr<IXMLDOMNode> node;
+        ThrowIfFailed(nodes->get_item(index, &node), function);
+        if (node) DeleteNode(node);
+    }
+    return count > 0 ? S_OK : S_FALSE;
+}
+
+HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUri) {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeletePrivateFeatures";
+    if (IsEmpty(namespaceUri)) ThrowComException(E_INVALIDARG, function);
+    CComBSTR prefix;
+    if (GetPrefixFromURI(namespaceUri, &prefix) != S_OK) return S_FALSE;
+    CComPtr<IXMLDOMNodeList> features;
+    GetNodes(PrintSchema::FEATURE_ELEMENT_NAME, &features);
+    ThrowIfFailed(features->reset(), function);
+    for (;;) {
+        CComPtr<IXMLDOMNode> feature;
+        ThrowIfFailed(features->nextNode(&feature), function);
+        if (!feature) return S_OK;
+        CComBSTR name;
+        if (ReadAttribute(feature, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
+            View(name).starts_with(View(prefix)))
+            DeleteNode(feature);
+    }
+}
+
+HRESULT PrintSchemaXmlDocument::DeleteNode(IXMLDOMNode* node) {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeleteNode";
+    if (node == nullptr) ThrowComException(E_POINTER, function);
+    CComPtr<IXMLDOMNode> parent;
+    ThrowIfFailed(node->get_parentNode(&parent), function);
+    if (!parent) return S_FALSE;
+    CComPtr<IXMLDOMNode> removed;
+    ThrowIfFailed(parent->removeChild(node, &removed), function);
+    if (!removed) ThrowComException(E_FAIL, function);
+    return S_OK;
+}

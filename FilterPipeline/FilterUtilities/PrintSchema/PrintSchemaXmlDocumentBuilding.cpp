@@ -1,0 +1,322 @@
+// How PrintSchemaXmlDocument makes elements and edits the document as a whole.
+
+#include "Bstr.h"
+#include "PrintSchemaXmlDocument.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPComException.h>
+
+using namespace PrintSchemaText;
+using PrintSchema::MsPrintTicketNamespacesEnum;
+
+namespace {
+
+VARIANT NodeType(DOMNodeType type) {
+    VARIANT variant;
+    ::VariantInit(&variant);
+    variant.vt = VT_I4;
+    variant.lVal = type;
+    return variant;
+}
+
+void RequireTexts(std::initializer_list<const wchar_t*> texts, const char* function) {
+    for (const wchar_t* text : texts)
+        if (IsEmpty(text)) ThrowComException(E_INVALIDARG, function);
+}
+
+void RequireOut(const void* out, const char* function) {
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+}
+
+void RequireParent(const IXMLDOMNode* parent, const char* function) {
+    if (parent == nullptr) ThrowComException(E_INVALIDARG, function);
+}
+
+} // namespace
+
+// ---- Nodes of any kind
+
+HRESULT PrintSchemaXmlDocument::CreateXMLElement(const wchar_t* name, const wchar_t* namespaceUri,
+                                                 IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    if (name == nullptr || namespaceUri == nullptr) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    CComPtr<IXMLDOMNode> node;
+    ThrowIfFailed(m_document->createNode(NodeType(NODE_ELEMENT), Make(name, function),
+                                         Make(namespaceUri, function), &node),
+                  function);
+    if (out != nullptr) ThrowIfFailed(node.QueryInterface(out), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::AppendXMLAttribute(IXMLDOMElement* element, const wchar_t* name,
+                                                   const wchar_t* namespaceUri, const wchar_t* value) {
+    constexpr char function[] = "PrintSchemaXmlDocument::AppendXMLAttribute";
+    if (element == nullptr || name == nullptr || value == nullptr) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    CComPtr<IXMLDOMNode> node;
+    ThrowIfFailed(m_document->createNode(NodeType(NODE_ATTRIBUTE), Make(name, function),
+                                         Make(View(namespaceUri), function), &node),
+                  function);
+    CComPtr<IXMLDOMAttribute> attribute;
+    ThrowIfFailed(node.QueryInterface(&attribute), function);
+    ThrowIfFailed(attribute->put_value(Borrowed(Make(value, function))), function);
+    CComPtr<IXMLDOMAttribute> replaced;
+    ThrowIfFailed(element->setAttributeNode(attribute, &replaced), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateCDATASectionXMLElement(const wchar_t* text, IXMLDOMNode** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateCDATASectionXMLElement";
+    RequireOut(out, function);
+    *out = nullptr;
+    if (text == nullptr) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    CComPtr<IXMLDOMCDATASection> section;
+    ThrowIfFailed(m_document->createCDATASection(Make(text, function), &section), function);
+    ThrowIfFailed(section.QueryInterface(out), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChild(IXMLDOMNode* parent, IXMLDOMNode* child) {
+    constexpr char function[] = "PrintSchemaXmlDocument::AppendChild";
+    RequireParent(parent, function);
+    if (child == nullptr) ThrowComException(E_POINTER, function);
+    CComPtr<IXMLDOMNode> appended;
+    ThrowIfFailed(parent->appendChild(child, &appended), function);
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildToRootNode(IXMLDOMElement* child) {
+    RequireDocument("PrintSchemaXmlDocument::AppendChildToRootNode");
+    return AppendChild(m_rootNode, child);
+}
+
+// ---- Elements of Print Schema
+
+CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wchar_t* elementName, BSTR name) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    RequireDocument(function);
+    CComPtr<IXMLDOMElement> element;
+    CreateXMLElement(Join({View(m_frameworkPrefix), elementName}, function), PrintSchema::FRAMEWORK_URI,
+                     &element);
+    if (::SysStringLen(name) > 0) AppendXMLAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, L"", name);
+    return element;
+}
+
+CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type, const wchar_t* text) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    CComPtr<IXMLDOMElement> value = CreateFrameworkElement(PrintSchema::VALUE_ELEMENT_NAME, nullptr);
+    if (type != nullptr) {
+        // A document that never had a typed value need not declare the two namespaces of the type. The DOM
+        // declares that of the attribute where it is used; that of its text is declared here.
+        const std::wstring_view xsi = m_xsiPrefix.m_str != nullptr ? View(m_xsiPrefix) : L"xsi:";
+        const std::wstring_view xsd = m_xsdPrefix.m_str != nullptr ? View(m_xsdPrefix) : L"xsd:";
+        if (m_xsdPrefix.m_str == nullptr)
+            AppendXMLAttribute(value, L"xmlns:xsd", L"", PrintSchema::SCHEMA_DEF_URI);
+        AppendXMLAttribute(value, Join({xsi, PrintSchema::SCHEMA_TYPE}, function),
+                           PrintSchema::SCHEMA_INST_URI, Join({xsd, type}, function));
+    }
+    ThrowIfFailed(value->put_text(Make(View(text), function)), function);
+    return value;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({name}, function);
+    // Deliberate: always a public name.
+    const CComBSTR fullName = Join({View(m_keywordsPrefix), name}, function);
+    *out = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName).Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, const wchar_t* type,
+                                                     const wchar_t* value, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({name, type, value}, function);
+    CComPtr<IXMLDOMElement> property;
+    CreateScoredProperty(name, &property);
+    AppendChild(property, CreateValue(type, value));
+    *out = property.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDOMNode* child,
+                                                     IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    if (child == nullptr) ThrowComException(E_POINTER, function);
+    CComPtr<IXMLDOMElement> property;
+    CreateScoredProperty(name, &property);
+    AppendChild(property, child);
+    *out = property.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateStringScoredProperty(const wchar_t* name, const wchar_t* value,
+                                                           IXMLDOMElement** out) {
+    return CreateScoredProperty(name, PrintSchema::SCHEMA_STRING, value, out);
+}
+
+HRESULT PrintSchemaXmlDocument::CreateIntegerScoredProperty(const wchar_t* name, int value,
+                                                            IXMLDOMElement** out) {
+    CXString text;
+    text.Format(L"%i", value);
+    return CreateScoredProperty(name, PrintSchema::SCHEMA_INTEGER, text, out);
+}
+
+HRESULT PrintSchemaXmlDocument::CreateRealScoredProperty(const wchar_t* name, double value,
+                                                         IXMLDOMElement** out) {
+    CXString text;
+    text.Format(L"%.2f", value);
+    return CreateScoredProperty(name, PrintSchema::SCHEMA_DECIMAL, text, out);
+}
+
+HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, const wchar_t* name,
+                                               IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({name}, function);
+    const CComBSTR prefix = GetNsPrefix(ns);
+    const CComBSTR fullName = Join({View(prefix), name}, function);
+    *out = CreateFrameworkElement(PrintSchema::PROPERTY_ELEMENT_NAME, fullName).Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, const wchar_t* name,
+                                               const wchar_t* type, const wchar_t* value,
+                                               IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({name, type, value}, function);
+    CComPtr<IXMLDOMElement> property;
+    CreateProperty(ns, name, &property);
+    AppendChild(property, CreateValue(type, value));
+    *out = property.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateParameterRef(const wchar_t* prefix, const wchar_t* name,
+                                                   IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateParameterRef";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({prefix, name}, function);
+    *out = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, Join({prefix, name}, function)).Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* scoredPrefix,
+                                                                 const wchar_t* scoredName,
+                                                                 const wchar_t* refPrefix,
+                                                                 const wchar_t* refName,
+                                                                 IXMLDOMElement** out) {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateParameterRefScoredProperty";
+    RequireOut(out, function);
+    *out = nullptr;
+    RequireTexts({scoredName}, function);
+    const CComBSTR fullName = Join({View(scoredPrefix), scoredName}, function);
+    CComPtr<IXMLDOMElement> property = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName);
+    CComPtr<IXMLDOMElement> reference;
+    CreateParameterRef(refPrefix, refName, &reference);
+    AppendChild(property, reference);
+    *out = property.Detach();
+    return S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildIntegerProperty(IXMLDOMNode* parent, MsPrintTicketNamespacesEnum ns,
+                                                           const wchar_t* name, int value) {
+    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildIntegerProperty");
+    CXString text;
+    text.Format(L"%i", value);
+    CComPtr<IXMLDOMElement> property;
+    CreateProperty(ns, name, PrintSchema::SCHEMA_INTEGER, text, &property);
+    return AppendChild(parent, property);
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildStringProperty(IXMLDOMNode* parent, MsPrintTicketNamespacesEnum ns,
+                                                          const wchar_t* name, const wchar_t* value) {
+    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildStringProperty");
+    CComPtr<IXMLDOMElement> property;
+    CreateProperty(ns, name, PrintSchema::SCHEMA_STRING, value, &property);
+    return AppendChild(parent, property);
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildIntegerScoredProperty(IXMLDOMNode* parent, const wchar_t* name,
+                                                                 int value) {
+    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildIntegerScoredProperty");
+    CComPtr<IXMLDOMElement> property;
+    CreateIntegerScoredProperty(name, value, &property);
+    return AppendChild(parent, property);
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildQNameScoredProperty(IXMLDOMNode* parent, const wchar_t* name,
+                                                               const wchar_t* value) {
+    constexpr char function[] = "PrintSchemaXmlDocument::AppendChildQNameScoredProperty";
+    RequireParent(parent, function);
+    RequireTexts({value}, function);
+    CComPtr<IXMLDOMElement> property;
+    CreateScoredProperty(name, PrintSchema::SCHEMA_QNAME, Join({View(m_keywordsPrefix), value}, function),
+                         &property);
+    return AppendChild(parent, property);
+}
+
+HRESULT PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty(
+    IXMLDOMNode* parent, const wchar_t* scoredPrefix, const wchar_t* scoredName, const wchar_t* refPrefix,
+    const wchar_t* refName) {
+    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty");
+    CComPtr<IXMLDOMElement> property;
+    CreateParameterRefScoredProperty(scoredPrefix, scoredName, refPrefix, refName, &property);
+    return AppendChild(parent, property);
+}
+
+// ---- The document as a whole
+
+HRESULT PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8() {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8";
+    if (!m_document) return S_FALSE;
+    CComPtr<IXMLDOMProcessingInstruction> declaration;
+    HRESULT hr = m_document->createProcessingInstruction(
+        Make(L"xml", function), Make(L" version='1.0' encoding='UTF-8'", function), &declaration);
+    if (FAILED(hr)) return hr;
+    CComPtr<IXMLDOMNode> first;
+    hr = m_document->get_firstChild(&first);
+    if (FAILED(hr)) return hr;
+    if (!first) return E_FAIL;
+    CComBSTR text;
+    hr = first->get_xml(&text);
+    if (FAILED(hr)) return hr;
+    if (View(text).find(L"<?xml ") == std::wstring_view::npos) return E_FAIL;
+    CComPtr<IXMLDOMNode> replaced;
+    hr = m_document->replaceChild(declaration, first, &replaced);
+    return FAILED(hr) ? hr : S_OK;
+}
+
+HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
+    constexpr char function[] = "PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing";
+    try {
+        CComBSTR prefix;
+        if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &prefix) == S_OK) return S_OK;
+        CComPtr<IXMLDOMElement> root;
+        const HRESULT hr = m_rootNode.QueryInterface(&root);
+        if (FAILED(hr)) return hr;
+        const std::wstring_view userPrefix = PrintSchema::USER_KEYWORDS_NS_PREFIX;
+        AppendXMLAttribute(root, Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function), L"",
+                           PrintSchema::USER_KEYWORDS_URI);
+        // Deliberate: the prefix that GetUserKeywordsNsPrefix gives stays "ns0000:".
+        return S_FALSE;
+    } catch (const CPComException& failure) {
+        return failure.GetHresult();
+    }
+}
+
+HRESULT PrintSchemaXmlDocument::DebugDumpXmlToFileInTempDirectory(const CXString&, const CXString&) const {
+    return S_OK;
+}
