@@ -5,7 +5,8 @@ using DataModelIds::VAL_UNSPECIFIED;
 
 SimpleOptionValue::SimpleOptionValue() : SimpleOptionValue(false, VAL_UNSPECIFIED) {}
 
-SimpleOptionValue::SimpleOptionValue(tagValueEnum value) : SimpleOptionValue(value != VAL_UNSPECIFIED, value) {}
+SimpleOptionValue::SimpleOptionValue(tagValueEnum value)
+    : SimpleOptionValue(value != VAL_UNSPECIFIED, value) {}
 
 SimpleOptionValue::SimpleOptionValue(bool isSpecified, tagValueEnum value)
     : m_isSpecified(isSpecified), m_value(value) {}

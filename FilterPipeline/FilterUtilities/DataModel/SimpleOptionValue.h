@@ -6,8 +6,8 @@
 #include <ComSupport/FilterUtilitiesExport.h>
 #include <LowLevelFacilities/CPString.h>
 
-/// The choice of a feature, with the statement whether any source made it. A default that is known but that no
-/// source stated is an unspecified value other than VAL_UNSPECIFIED.
+/// The choice of a feature, with the statement whether any source made it. A default that is known but that
+/// no source stated is an unspecified value other than VAL_UNSPECIFIED.
 class OV_FILTER_UTILITIES_API SimpleOptionValue {
 public:
     /// Unspecified, VAL_UNSPECIFIED.

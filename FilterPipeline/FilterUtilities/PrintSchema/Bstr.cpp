@@ -1,8 +1,11 @@
 #include "Bstr.h"
 
 #include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/Number.h>
 
 #include <algorithm>
+#include <cwchar>
 #include <limits>
 
 namespace PrintSchemaText {
@@ -27,6 +30,12 @@ CComBSTR Copy(const CComBSTR& text, const char* function) {
 }
 
 void CopyOut(const CComBSTR& text, BSTR* out, const char* function) { *out = Copy(text, function).Detach(); }
+
+int IntegerOf(const CComBSTR& text) { return text.m_str == nullptr ? 0 : ::_wtoi(text); }
+
+float RealOf(const CComBSTR& text) {
+    return static_cast<float>(Number(CXString(text.m_str), false).GetDoubleValue());
+}
 
 VARIANT Borrowed(BSTR text) {
     VARIANT variant;

@@ -16,10 +16,7 @@ namespace PrintSchemaText {
 inline std::wstring_view View(const wchar_t* text) {
     return text == nullptr ? std::wstring_view() : std::wstring_view(text);
 }
-inline std::wstring_view View(BSTR text) {
-    return text == nullptr ? std::wstring_view() : std::wstring_view(text, ::SysStringLen(text));
-}
-inline std::wstring_view View(const CComBSTR& text) { return View(text.m_str); }
+inline std::wstring_view View(const CComBSTR& text) { return {text.m_str, text.Length()}; }
 
 inline bool IsEmpty(const wchar_t* text) { return text == nullptr || *text == L'\0'; }
 
@@ -30,6 +27,10 @@ inline CComBSTR Make(std::wstring_view text, const char* function) { return Join
 CComBSTR Copy(const CComBSTR& text, const char* function);
 /// Gives the caller a copy; null for null.
 void CopyOut(const CComBSTR& text, BSTR* out, const char* function);
+
+/// The number at the start of a text, 0 for none.
+int IntegerOf(const CComBSTR& text);
+float RealOf(const CComBSTR& text);
 
 /// A VARIANT over a text that stays the caller's: for arguments that are passed by value.
 VARIANT Borrowed(BSTR text);

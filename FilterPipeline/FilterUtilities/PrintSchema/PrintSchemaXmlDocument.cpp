@@ -7,7 +7,6 @@
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/Number.h>
 
 #include <cwchar>
 #include <utility>
@@ -89,7 +88,8 @@ PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, const CX
     CreateDocument(function);
     // A byte-order mark or other junk may stand before the document.
     std::wstring_view text = View(static_cast<const wchar_t*>(xml));
-    if (const std::size_t start = text.find(L'<'); start != std::wstring_view::npos) text.remove_prefix(start);
+    if (const std::size_t start = text.find(L'<'); start != std::wstring_view::npos)
+        text.remove_prefix(start);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const HRESULT hr = m_document->loadXML(Make(text, function), &isLoaded);
     FinishLoading(hr, isLoaded, function);
@@ -153,7 +153,7 @@ void PrintSchemaXmlDocument::InitInstance() {
         m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX, function);
     }
 
-    const std::pair<const wchar_t*, CComBSTR*> namespaces[] = {
+    const std::pair<const wchar_t*, wchar_t**> namespaces[] = {
         {PrintSchema::FRAMEWORK_URI, &m_frameworkPrefix},
         {PrintSchema::KEYWORDS_URI, &m_keywordsPrefix},
         {PrintSchema::SCHEMA_INST_URI, &m_xsiPrefix},
@@ -183,14 +183,14 @@ void PrintSchemaXmlDocument::SetSelectionNamespaces(std::wstring_view prefix) {
 
 // ---- Prefixes
 
-HRESULT PrintSchemaXmlDocument::GetPrefixFromURI(const wchar_t* uri, CComBSTR* out) const {
+HRESULT PrintSchemaXmlDocument::GetPrefixFromURI(const wchar_t* uri, wchar_t** out) const {
     constexpr char function[] = "PrintSchemaXmlDocument::GetPrefixFromURI";
     const HRESULT hr = TryGetPrefixFromURI(uri, out, function);
     ThrowIfFailed(hr, function);
     return hr;
 }
 
-HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, CComBSTR* out,
+HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out,
                                                     const char* function) const {
     if (out == nullptr) return E_POINTER;
     if (IsEmpty(uri)) return E_INVALIDARG;
@@ -217,7 +217,7 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, CComBSTR
         if (FAILED(hr)) return hr;
         // Deliberate: a default declaration is an error, not a miss.
         if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
-        *out = Join({View(name).substr(declarationPrefix.size()), L":"}, function);
+        *out = Join({View(name).substr(declarationPrefix.size()), L":"}, function).Detach();
         return S_OK;
     }
 }
@@ -233,7 +233,8 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
     const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
     if (CComBSTR uri; ReadAttribute(m_rootNode, oldDeclaration, uri, function)) {
         try {
-            CComQIPtr<IXMLDOMElement> root(static_cast<IUnknown*>(m_rootNode.p));
+            CComPtr<IXMLDOMElement> root;
+            ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
             AppendXMLAttribute(root, newDeclaration, L"", uri);
         } catch (const CPComException& failure) {
             return failure.GetHresult();
@@ -269,8 +270,7 @@ void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix) {
         CComPtr<IXMLDOMNode> node;
         ThrowIfFailed(nodes->nextNode(&node), function);
         if (!node) return;
-        const CComPtr<IXMLDOMNode> name =
-            FindAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, function);
+        const CComPtr<IXMLDOMNode> name = FindAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, function);
         if (!name) continue;
         MsSafeVariant value;
         ThrowIfFailed(name->get_nodeValue(&value), function);
@@ -425,7 +425,7 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, int* out) c
     if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
     CComBSTR text;
     const HRESULT hr = QueryNodeValue(xpath, &text);
-    if (hr == S_OK) *out = text.m_str == nullptr ? 0 : ::_wtoi(text);
+    if (hr == S_OK) *out = IntegerOf(text);
     return hr;
 }
 
@@ -433,7 +433,7 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, float* out)
     if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
     CComBSTR text;
     const HRESULT hr = QueryNodeValue(xpath, &text);
-    if (hr == S_OK) *out = static_cast<float>(Number(CXString(text.m_str), false).GetDoubleValue());
+    if (hr == S_OK) *out = RealOf(text);
     return hr;
 }
 
@@ -480,7 +480,8 @@ HRESULT PrintSchemaXmlDocument::SetNodeValue(const wchar_t* xpath, const wchar_t
     constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
     CComPtr<IXMLDOMNode> node;
     if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
-    // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text replaces.
+    // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text
+    // replaces.
     ThrowIfFailed(node->put_nodeTypedValue(Borrowed(Make(View(value), function))), function);
     return S_OK;
 }

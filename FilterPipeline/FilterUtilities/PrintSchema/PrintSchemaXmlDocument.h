@@ -10,24 +10,25 @@
 #include <atlcomcli.h>
 #include <msxml6.h>
 
-/// A Print Ticket or Print Capabilities document, over a DOM document that it shares: copies of the object work
-/// on the same tree. It knows the prefixes that the root element gives to the namespaces of Print Schema, and
-/// sees to it that private keywords have the prefix "ok:" in names, whatever they came with.
+/// A Print Ticket or Print Capabilities document, over a DOM document that it shares: copies of the object
+/// work on the same tree. It knows the prefixes that the root element gives to the namespaces of Print
+/// Schema, and sees to it that private keywords have the prefix "ok:" in names, whatever they came with.
 ///
 /// Names are given as a prefix with its colon and a local name, which are joined as they are. Out texts are
 /// BSTRs and, like out interfaces, the caller's to free or release.
 ///
-/// Operations with an HRESULT give S_OK, or S_FALSE where what is looked for does not exist; failures are raised
-/// as CPComException, with the HRESULT and the name of the operation: E_POINTER for null out arguments,
-/// E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so. What is found is
-/// never owned by more than one thread; the class has no locks.
+/// Operations with an HRESULT give S_OK, or S_FALSE where what is looked for does not exist; failures are
+/// raised as CPComException, with the HRESULT and the name of the operation: E_POINTER for null out
+/// arguments, E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so. What
+/// is found is never owned by more than one thread; the class has no locks.
 class OV_FILTER_UTILITIES_API PrintSchemaXmlDocument {
 public:
-    /// The local name of the root element, and the document, of which a reference is kept. Null gives an object
-    /// without DOM. Raises if the document's root element is another or does not declare the framework
+    /// The local name of the root element, and the document, of which a reference is kept. Null gives an
+    /// object without DOM. Raises if the document's root element is another or does not declare the framework
     /// namespace with a prefix.
     PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document);
-    /// Reads the stream from its start. Raises also if it does not parse: E_FAIL, with the place in the message.
+    /// Reads the stream from its start. Raises also if it does not parse: E_FAIL, with the place in the
+    /// message.
     PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream);
     /// The same with a text; what stands before its first '<' is dropped.
     PrintSchemaXmlDocument(const wchar_t* rootName, const CXString& xml);
@@ -51,8 +52,8 @@ public:
     bool IsKeywordsV11NsPrefixDefined() const;
     /// Raises E_INVALIDARG for what is no MsPrintTicketNamespacesEnum.
     CComBSTR GetNsPrefix(PrintSchema::MsPrintTicketNamespacesEnum ns) const;
-    /// Splits a name at its first colon. A name without prefix is public. E_FAIL, with the keyword filled in, for
-    /// prefixes other than those of the keywords and the private keywords; failures are returned.
+    /// Splits a name at its first colon. A name without prefix is public. E_FAIL, with the keyword filled in,
+    /// for prefixes other than those of the keywords and the private keywords; failures are returned.
     HRESULT GetKeywordAndPrefixFromName(const wchar_t* name, CXString& keyword,
                                         PrintSchema::MsPrintTicketNamespacesEnum& ns) const;
 
@@ -74,14 +75,15 @@ public:
     // ---- Deleting
 
     HRESULT DeleteFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name);
-    /// If the feature stands more than once, deletes the first, and only that. S_FALSE if there is nothing to do.
+    /// If the feature stands more than once, deletes the first, and only that. S_FALSE if there is nothing to
+    /// do.
     HRESULT DeleteFeatureNodeIfADuplicateExists(const wchar_t* prefix, const wchar_t* name);
     /// S_FALSE for a node without parent.
     HRESULT DeleteNode(IXMLDOMNode* node);
     /// All of that name. Raises E_FAIL, not E_INVALIDARG, for an empty name.
     HRESULT DeletePropertyNodesIfExist(const wchar_t* prefix, const wchar_t* name);
-    /// All features, nested ones too, whose name has the prefix that the root element gives to the namespace. None
-    /// if it declares no such namespace.
+    /// All features, nested ones too, whose name has the prefix that the root element gives to the namespace.
+    /// None if it declares no such namespace.
     HRESULT DeletePrivateFeatures(const wchar_t* namespaceUri);
 
     // ---- Building. A null parent raises E_INVALIDARG.
@@ -111,8 +113,8 @@ public:
     /// Makes the XML declaration say UTF-8. S_FALSE without DOM, E_FAIL for a document without declaration;
     /// failures are returned.
     HRESULT SetProcessingInstructionsEncodingUtf8();
-    /// Declares the private keywords with the prefix "ok" on the root element. S_OK if they are declared already,
-    /// S_FALSE if it declared them; failures are returned.
+    /// Declares the private keywords with the prefix "ok" on the root element. S_OK if they are declared
+    /// already, S_FALSE if it declared them; failures are returned.
     HRESULT AddUserKeywordsNamespaceDefinitionIfMissing();
     /// For diagnostic builds; without effect in this one.
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name, const CXString& extension) const;
@@ -120,9 +122,9 @@ public:
 protected:
     void InitInstance();
     HRESULT FixPrivateNameSpacePrefix();
-    /// The prefix that the root element gives to a namespace, with its colon; out is untouched on S_FALSE. Raises
-    /// E_FAIL for a namespace that is declared as the default.
-    HRESULT GetPrefixFromURI(const wchar_t* uri, CComBSTR* out) const;
+    /// The prefix that the root element gives to a namespace, with its colon; out is untouched on S_FALSE.
+    /// Raises E_FAIL for a namespace that is declared as the default.
+    HRESULT GetPrefixFromURI(const wchar_t* uri, wchar_t** out) const;
 
     HRESULT CreateProperty(PrintSchema::MsPrintTicketNamespacesEnum ns, const wchar_t* name,
                            const wchar_t* type, const wchar_t* value, IXMLDOMElement** out);
@@ -137,8 +139,8 @@ protected:
     HRESULT CreateRealScoredProperty(const wchar_t* name, double value, IXMLDOMElement** out);
 
     HRESULT SetNodeValue(const wchar_t* xpath, const wchar_t* value);
-    /// Sets an attribute of the node's Option. S_FALSE, and nothing changed, if there is no such node, option or
-    /// attribute.
+    /// Sets an attribute of the node's Option. S_FALSE, and nothing changed, if there is no such node, option
+    /// or attribute.
     HRESULT SetOptionNodeAttributeValue(const wchar_t* xpath, const wchar_t* value, const wchar_t* attribute);
     HRESULT GetNodeValue(const wchar_t* xpath, wchar_t** out) const;
     /// All elements of the framework namespace of that name, in document order.
@@ -149,11 +151,18 @@ protected:
     HRESULT CreateXMLElement(const wchar_t* name, const wchar_t* namespaceUri, IXMLDOMElement** out);
     HRESULT CreateCDATASectionXMLElement(const wchar_t* text, IXMLDOMNode** out);
 
+    // As the getters of the prefixes, without a copy.
+    const CComBSTR& FrameworkPrefix() const { return m_frameworkPrefix; }
+    const CComBSTR& KeywordsPrefix() const { return m_keywordsPrefix; }
+    const CComBSTR& UserKeywordsPrefix() const { return m_userKeywordsPrefix; }
+    /// Raises E_PENDING without DOM.
+    void RequireDocument(const char* function) const;
     /// An element of the framework namespace, with a name attribute unless name is empty.
     CComPtr<IXMLDOMElement> CreateFrameworkElement(const wchar_t* elementName, BSTR name);
     /// A Value with a text; of a type unless type is null.
     CComPtr<IXMLDOMElement> CreateValue(const wchar_t* type, const wchar_t* text);
-    /// The nodes that an expression selects in the document; raises under the name of the operation that asks.
+    /// The nodes that an expression selects in the document; raises under the name of the operation that
+    /// asks.
     CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath, const char* function) const;
     /// The attribute of a node; null if it has none of that name.
     static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name, const char* function);
@@ -164,9 +173,8 @@ private:
     void CreateDocument(const char* function);
     void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
     void SetSelectionNamespaces(std::wstring_view prefix);
-    HRESULT TryGetPrefixFromURI(const wchar_t* uri, CComBSTR* out, const char* function) const;
+    HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
     HRESULT FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out, const char* function) const;
-    void RequireDocument(const char* function) const;
     void RenameInNames(std::wstring_view oldPrefix);
     void RefuseForeignUserPrefix();
 

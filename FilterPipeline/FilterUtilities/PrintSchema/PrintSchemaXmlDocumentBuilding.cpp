@@ -94,7 +94,8 @@ HRESULT PrintSchemaXmlDocument::AppendChildToRootNode(IXMLDOMElement* child) {
 
 // ---- Elements of Print Schema
 
-CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wchar_t* elementName, BSTR name) {
+CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wchar_t* elementName,
+                                                                       BSTR name) {
     constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
     RequireDocument(function);
     CComPtr<IXMLDOMElement> element;
@@ -209,7 +210,8 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRef(const wchar_t* prefix, const 
     RequireOut(out, function);
     *out = nullptr;
     RequireTexts({prefix, name}, function);
-    *out = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, Join({prefix, name}, function)).Detach();
+    *out =
+        CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, Join({prefix, name}, function)).Detach();
     return S_OK;
 }
 
@@ -223,7 +225,8 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* 
     *out = nullptr;
     RequireTexts({scoredName}, function);
     const CComBSTR fullName = Join({View(scoredPrefix), scoredName}, function);
-    CComPtr<IXMLDOMElement> property = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName);
+    CComPtr<IXMLDOMElement> property =
+        CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName);
     CComPtr<IXMLDOMElement> reference;
     CreateParameterRef(refPrefix, refName, &reference);
     AppendChild(property, reference);
@@ -231,7 +234,8 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* 
     return S_OK;
 }
 
-HRESULT PrintSchemaXmlDocument::AppendChildIntegerProperty(IXMLDOMNode* parent, MsPrintTicketNamespacesEnum ns,
+HRESULT PrintSchemaXmlDocument::AppendChildIntegerProperty(IXMLDOMNode* parent,
+                                                           MsPrintTicketNamespacesEnum ns,
                                                            const wchar_t* name, int value) {
     RequireParent(parent, "PrintSchemaXmlDocument::AppendChildIntegerProperty");
     CXString text;
@@ -268,9 +272,11 @@ HRESULT PrintSchemaXmlDocument::AppendChildQNameScoredProperty(IXMLDOMNode* pare
     return AppendChild(parent, property);
 }
 
-HRESULT PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty(
-    IXMLDOMNode* parent, const wchar_t* scoredPrefix, const wchar_t* scoredName, const wchar_t* refPrefix,
-    const wchar_t* refName) {
+HRESULT PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty(IXMLDOMNode* parent,
+                                                                      const wchar_t* scoredPrefix,
+                                                                      const wchar_t* scoredName,
+                                                                      const wchar_t* refPrefix,
+                                                                      const wchar_t* refName) {
     RequireParent(parent, "PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty");
     CComPtr<IXMLDOMElement> property;
     CreateParameterRefScoredProperty(scoredPrefix, scoredName, refPrefix, refName, &property);
@@ -308,8 +314,8 @@ HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
         const HRESULT hr = m_rootNode.QueryInterface(&root);
         if (FAILED(hr)) return hr;
         const std::wstring_view userPrefix = PrintSchema::USER_KEYWORDS_NS_PREFIX;
-        AppendXMLAttribute(root, Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function), L"",
-                           PrintSchema::USER_KEYWORDS_URI);
+        AppendXMLAttribute(root, Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function),
+                           L"", PrintSchema::USER_KEYWORDS_URI);
         // Deliberate: the prefix that GetUserKeywordsNsPrefix gives stays "ns0000:".
         return S_FALSE;
     } catch (const CPComException& failure) {

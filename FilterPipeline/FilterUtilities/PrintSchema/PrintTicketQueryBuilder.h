@@ -6,13 +6,13 @@
 
 #include <atlcomcli.h>
 
-/// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a step
-/// that searches the subtree ("//") behind another one searches the whole subtree of that one. Nothing is
-/// checked or escaped; a name with a double quote gives a broken query.
+/// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a
+/// step that searches the subtree ("//") behind another one searches the whole subtree of that one. Nothing
+/// is checked or escaped; a name with a double quote gives a broken query.
 ///
 /// The Add operations take the prefix of the keyword with its colon (it may be empty or null) and its local
-/// name. They raise CPComException: E_FAIL if the framework prefix is empty, E_OUTOFMEMORY; the query may then
-/// hold part of the step.
+/// name. They raise CPComException: E_FAIL if the framework prefix is empty, E_OUTOFMEMORY; the query may
+/// then hold part of the step.
 class OV_FILTER_UTILITIES_API PrintTicketQueryBuilder {
 public:
     /// The framework prefix of the document, with its colon.

@@ -1,0 +1,535 @@
+#include "PrintTicketXmlDocument.h"
+
+#include "Bstr.h"
+#include "PrintTicketQueryBuilder.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPComException.h>
+#include <SystemServices/OrvelUtilities.h>
+
+#include <filterpipeline.h>
+
+#include <algorithm>
+#include <string>
+
+using namespace PrintSchemaText;
+
+namespace {
+
+constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
+
+constexpr wchar_t ocptForXps[] = L"Orvel_OcptForXps";
+constexpr wchar_t ocptForNonXps[] = L"Orvel_OcptForNonXps";
+
+/// Of the text in memory, at two bytes a character.
+constexpr int longestSettingsText = 4000 / 2;
+
+HRESULT FoundOrNot(HRESULT hr) { return hr == S_FALSE ? notFound : hr; }
+
+/// Text that looks like a CDATA section and is none: written as text, its brackets are escaped, and a reader
+/// gets the wrapper back as part of the value.
+CComBSTR CDataWrapped(const CXString& text, const char* function) {
+    return Join({L"<![CDATA[\n", text.View(), L"\n]]>"}, function);
+}
+
+/// A query under construction, and its text.
+class Query : public PrintTicketQueryBuilder {
+public:
+    using PrintTicketQueryBuilder::PrintTicketQueryBuilder;
+
+    CComBSTR Text() const {
+        CComBSTR text;
+        GetQuery(&text);
+        return text;
+    }
+};
+
+HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXString& text,
+                   const char* function) {
+    if (bag == nullptr) return E_POINTER;
+    bag->DeleteProperty(key);
+    const CComBSTR copy = Make(text.View(), function);
+    const VARIANT value = Borrowed(copy);
+    return bag->AddProperty(key, &value);
+}
+
+} // namespace
+
+PrintTicketXmlDocument::PrintTicketXmlDocument(IXMLDOMDocument2* document)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, document) {}
+
+PrintTicketXmlDocument::PrintTicketXmlDocument(IStream* stream)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, stream) {}
+
+PrintTicketXmlDocument::PrintTicketXmlDocument(const CXString& xml)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, xml) {}
+
+CXString PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket() {
+    CXString ticket;
+    ticket.Format(L"<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+                  L"<psf:PrintTicket xmlns:psf=\"%s\" xmlns:psk=\"%s\" xmlns:pskv11=\"%s\" xmlns:xsi=\"%s\" "
+                  L"xmlns:xsd=\"%s\" version=\"1\" xmlns:ok=\"%s\"></psf:PrintTicket>",
+                  PrintSchema::FRAMEWORK_URI, PrintSchema::KEYWORDS_URI, PrintSchema::KEYWORDSV11_URI,
+                  PrintSchema::SCHEMA_INST_URI, PrintSchema::SCHEMA_DEF_URI, PrintSchema::USER_KEYWORDS_URI);
+    return ticket;
+}
+
+const CComBSTR& PrintTicketXmlDocument::Prefix(bool isPublic) const {
+    return isPublic ? KeywordsPrefix() : UserKeywordsPrefix();
+}
+
+// ---- Reading
+
+HRESULT PrintTicketXmlDocument::FeaturePresent(const wchar_t* name, bool isPublic, IXMLDOMNode** out) const {
+    CComPtr<IXMLDOMNode> node;
+    const HRESULT hr = GetFeatureNodeIfExists(Prefix(isPublic), name, &node);
+    if (out != nullptr) *out = node.Detach();
+    return FoundOrNot(hr);
+}
+
+HRESULT PrintTicketXmlDocument::GetFeatureOption(const wchar_t* prefix, const wchar_t* name, wchar_t** option,
+                                                 wchar_t** optionPrefix) const {
+    constexpr char function[] = "PrintTicketXmlDocument::GetFeatureOption";
+    if (option == nullptr) ThrowComException(E_POINTER, function);
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    *option = nullptr;
+    if (optionPrefix != nullptr) *optionPrefix = nullptr;
+
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    query.AddFeature(prefix, name);
+    query.AddOption();
+    CComPtr<IXMLDOMNode> node;
+    if (GetNode(query.Text(), &node) != S_OK) return notFound;
+
+    CComBSTR fullName;
+    std::size_t split = 0;
+    if (ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, fullName, function)) {
+        split = View(fullName).find(L':') + 1;
+        if (split == 0) ThrowComException(E_FAIL, function);
+    }
+    CComBSTR local = Make(View(fullName).substr(split), function);
+    if (optionPrefix != nullptr) *optionPrefix = Make(View(fullName).substr(0, split), function).Detach();
+    *option = local.Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::GetSubFeatureOption(const wchar_t* feature, bool featureIsPublic,
+                                                    const wchar_t* subFeature, bool subFeatureIsPublic,
+                                                    wchar_t** option) const {
+    constexpr char function[] = "PrintTicketXmlDocument::GetSubFeatureOption";
+    if (option == nullptr) ThrowComException(E_POINTER, function);
+    if (IsEmpty(feature) || IsEmpty(subFeature)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    query.AddFeature(Prefix(featureIsPublic), feature);
+    query.AddFeature(Prefix(subFeatureIsPublic), subFeature);
+    query.AddOption();
+    return QueryNodeOption(query.Text(), option);
+}
+
+HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** option) const {
+    constexpr char function[] = "PrintTicketXmlDocument::QueryNodeOption";
+    if (option == nullptr) ThrowComException(E_POINTER, function);
+    *option = nullptr;
+    CComPtr<IXMLDOMNode> node;
+    if (GetNode(xpath, &node) != S_OK) return notFound;
+    CComBSTR name;
+    if (!ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name, function)) return notFound;
+    StripKeywordNamespace(&name);
+    *option = name.Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::StripKeywordNamespace(wchar_t** value) const {
+    constexpr char function[] = "PrintTicketXmlDocument::StripKeywordNamespace";
+    if (value == nullptr || *value == nullptr) ThrowComException(E_POINTER, function);
+    const std::wstring_view text = View(*value);
+    if (text.empty()) ThrowComException(E_INVALIDARG, function);
+    for (const bool isPublic : {true, false}) {
+        const std::wstring_view prefix = View(Prefix(isPublic));
+        if (prefix.empty()) continue;
+        // Deliberate: the prefix goes from wherever it stands in the text.
+        const std::size_t start = text.find(prefix);
+        if (start == std::wstring_view::npos) continue;
+        CComBSTR stripped = Join({text.substr(0, start), text.substr(start + prefix.size())}, function);
+        ::SysFreeString(*value);
+        *value = stripped.Detach();
+        break;
+    }
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
+                                                       const wchar_t* property, wchar_t** out) const {
+    constexpr char function[] = "PrintTicketXmlDocument::GetScoredPropertyValue";
+    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    query.AddFeature(Prefix(isPublic), feature);
+    query.AddScoredProperty(KeywordsPrefix(), property);
+    return FoundOrNot(GetNodeValue(query.Text(), out));
+}
+
+HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
+                                                       const wchar_t* property, int* out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintTicketXmlDocument::GetScoredPropertyValue");
+    CComBSTR text;
+    const HRESULT hr = GetScoredPropertyValue(feature, isPublic, property, &text);
+    if (hr == S_OK) *out = IntegerOf(text);
+    return hr;
+}
+
+HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
+                                                       const wchar_t* property, float* out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintTicketXmlDocument::GetScoredPropertyValue");
+    CComBSTR text;
+    const HRESULT hr = GetScoredPropertyValue(feature, isPublic, property, &text);
+    if (hr == S_OK) *out = RealOf(text);
+    return hr;
+}
+
+HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name,
+                                                             IXMLDOMNode** out) const {
+    RequireDocument("PrintTicketXmlDocument::GetParameterInitNodeIfExists");
+    Query query(FrameworkPrefix());
+    query.AddParameterInit(prefix, name);
+    return GetNode(query.Text(), out);
+}
+
+HRESULT PrintTicketXmlDocument::GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
+                                                                  IXMLDOMNode** out) const {
+    RequireDocument("PrintTicketXmlDocument::GetParameterInitValueNodeIfExists");
+    Query query(FrameworkPrefix());
+    query.AddParameterInit(prefix, name);
+    query.AddValue();
+    return GetNode(query.Text(), out);
+}
+
+HRESULT PrintTicketXmlDocument::GetStringParameterInitValue(const wchar_t* prefix, const wchar_t* name,
+                                                            CXString& out) const {
+    out.Empty();
+    CComPtr<IXMLDOMNode> node;
+    const HRESULT hr = GetParameterInitValueNodeIfExists(prefix, name, &node);
+    if (hr != S_OK) return hr;
+    CComBSTR text;
+    ThrowIfFailed(node->get_text(&text), "PrintTicketXmlDocument::GetStringParameterInitValue");
+    out = text.m_str;
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket(ByteBuffer& buffer) const {
+    buffer.clear();
+    try {
+        CComPtr<IXMLDOMNode> node;
+        const HRESULT hr = GetParameterInitValueNodeIfExists(
+            UserKeywordsPrefix(), PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, &node);
+        if (hr != S_OK) return hr;
+        CComBSTR text;
+        ThrowIfFailed(node->get_text(&text),
+                      "PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket");
+        if (text.Length() == 0) return S_OK;
+        const int characters = static_cast<int>(text.Length());
+        int length = OrvelUtilities::Base64DecodeGetRequiredLength(characters);
+        buffer.resize(static_cast<std::size_t>(length));
+        const bool isBase64 =
+            OrvelUtilities::Base64Decode(text.m_str, characters, buffer.getLpbyte(), &length);
+        buffer.resize(isBase64 ? static_cast<std::size_t>(length) : 0);
+        return isBase64 ? S_OK : E_FAIL;
+    } catch (const CPComException& failure) {
+        return failure.GetHresult();
+    }
+}
+
+// ---- Editing
+
+HRESULT PrintTicketXmlDocument::SetScoredPropertyValue(const wchar_t* feature, bool isPublic,
+                                                       const wchar_t* property, int value) {
+    constexpr char function[] = "PrintTicketXmlDocument::SetScoredPropertyValue";
+    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    query.AddFeature(Prefix(isPublic), feature);
+    query.AddScoredProperty(KeywordsPrefix(), property);
+    // Deliberate: a negative number becomes a large unsigned text.
+    CXString text;
+    text.Format(L"%u", value);
+    return FoundOrNot(SetNodeValue(query.Text(), text));
+}
+
+HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* feature, bool isPublic,
+                                                                 const wchar_t* attribute,
+                                                                 const wchar_t* value) {
+    constexpr char function[] = "PrintTicketXmlDocument::SetChildNodeOptionAttributeValue";
+    if (IsEmpty(feature) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    query.AddFeature(Prefix(isPublic), feature);
+    return FoundOrNot(SetOptionNodeAttributeValue(query.Text(), value, attribute));
+}
+
+HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool featureIsPublic,
+                                                 const wchar_t* option, bool optionIsPublic) {
+    constexpr char function[] = "PrintTicketXmlDocument::SetFeatureOption";
+    if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG, function);
+    return SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME,
+                                            Join({View(Prefix(optionIsPublic)), option}, function));
+}
+
+HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, bool isPublic,
+                                                        IXMLDOMElement** feature, IXMLDOMElement** option) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateFeatureOptionPair";
+    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
+    *feature = *option = nullptr;
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    const CComBSTR fullName = Join({View(Prefix(isPublic)), name}, function);
+    CComPtr<IXMLDOMElement> newFeature = CreateFrameworkElement(PrintSchema::FEATURE_ELEMENT_NAME, fullName);
+    CComPtr<IXMLDOMElement> newOption = CreateFrameworkElement(PrintSchema::OPTION_ELEMENT_NAME, nullptr);
+    AppendChild(newFeature, newOption);
+    *feature = newFeature.Detach();
+    *option = newOption.Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, bool isPublic,
+                                                        const wchar_t* optionName, bool optionIsPublic,
+                                                        IXMLDOMElement** feature, IXMLDOMElement** option) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateFeatureOptionPair";
+    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
+    *feature = *option = nullptr;
+    if (IsEmpty(optionName)) ThrowComException(E_INVALIDARG, function);
+    CComPtr<IXMLDOMElement> newFeature;
+    CComPtr<IXMLDOMElement> newOption;
+    CreateFeatureOptionPair(name, isPublic, &newFeature, &newOption);
+    AppendXMLAttribute(newOption, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
+                       Join({View(Prefix(optionIsPublic)), optionName}, function));
+    *feature = newFeature.Detach();
+    *option = newOption.Detach();
+    return S_OK;
+}
+
+CComPtr<IXMLDOMElement> PrintTicketXmlDocument::CreateParameterInit(const wchar_t* prefix,
+                                                                    const wchar_t* name, const wchar_t* type,
+                                                                    const wchar_t* value,
+                                                                    const char* function) {
+    if (IsEmpty(prefix) || IsEmpty(name) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
+    CComPtr<IXMLDOMElement> init =
+        CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, Join({prefix, name}, function));
+    AppendChild(init, CreateValue(type, value));
+    return init;
+}
+
+HRESULT PrintTicketXmlDocument::CreateParamRefInitPair(const wchar_t* name, const wchar_t* type,
+                                                       const wchar_t* value, IXMLDOMElement** ref,
+                                                       IXMLDOMElement** init) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateParamRefInitPair";
+    if (ref == nullptr || init == nullptr) ThrowComException(E_POINTER, function);
+    if (IsEmpty(name) || IsEmpty(type) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
+    const CComBSTR fullName = Join({View(KeywordsPrefix()), name}, function);
+    CComPtr<IXMLDOMElement> newRef = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, fullName);
+    CComPtr<IXMLDOMElement> newInit = CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, fullName);
+    AppendChild(newInit, CreateValue(type, value));
+    *ref = newRef.Detach();
+    *init = newInit.Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::CreateParamRefInitPair(const wchar_t* name, int value, IXMLDOMElement** ref,
+                                                       IXMLDOMElement** init) {
+    CXString text;
+    text.Format(L"%i", value);
+    return CreateParamRefInitPair(name, PrintSchema::SCHEMA_INTEGER, text, ref, init);
+}
+
+HRESULT PrintTicketXmlDocument::CreateStringParameterInit(const wchar_t* prefix, const wchar_t* name,
+                                                          const wchar_t* value, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateStringParameterInit";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_STRING, value, function).Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::CreateUntypedParameterInitFromString(const wchar_t* prefix,
+                                                                     const wchar_t* name,
+                                                                     const wchar_t* value,
+                                                                     IXMLDOMElement** out) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateUntypedParameterInitFromString";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    *out = CreateParameterInit(prefix, name, nullptr, value, function).Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::CreateCDATAStringParameterInit(const wchar_t* prefix, const wchar_t* name,
+                                                               const CXString& value, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateCDATAStringParameterInit";
+    return CreateStringParameterInit(prefix, name, CDataWrapped(value, function), out);
+}
+
+HRESULT PrintTicketXmlDocument::CreateIntegerParameterInit(const wchar_t* prefix, const wchar_t* name,
+                                                           int value, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintTicketXmlDocument::CreateIntegerParameterInit";
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    // Deliberate: written as unsigned.
+    CXString text;
+    text.Format(L"%u", value);
+    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_INTEGER, text, function).Detach();
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::AppendStringParameterInit(const wchar_t* prefix, const wchar_t* name,
+                                                          const wchar_t* value) {
+    CComPtr<IXMLDOMElement> init;
+    CreateStringParameterInit(prefix, name, value, &init);
+    return AppendChildToRootNode(init);
+}
+
+HRESULT PrintTicketXmlDocument::AppendIntegerParameterInit(const wchar_t* prefix, const wchar_t* name,
+                                                           int value) {
+    CComPtr<IXMLDOMElement> init;
+    CreateIntegerParameterInit(prefix, name, value, &init);
+    return AppendChildToRootNode(init);
+}
+
+HRESULT PrintTicketXmlDocument::AppendToElement(const wchar_t* elementName, IXMLDOMNode* node) {
+    constexpr char function[] = "PrintTicketXmlDocument::AppendToElement";
+    if (node == nullptr) ThrowComException(E_POINTER, function);
+    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG, function);
+    CComPtr<IXMLDOMNode> element;
+    if (GetNode(Join({View(FrameworkPrefix()), elementName}, function), &element) != S_OK)
+        ThrowComException(E_FAIL, function);
+    return AppendChild(element, node);
+}
+
+HRESULT PrintTicketXmlDocument::DeleteParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name) {
+    CComPtr<IXMLDOMNode> node;
+    if (GetParameterInitNodeIfExists(prefix, name, &node) != S_OK) return S_FALSE;
+    return DeleteNode(node);
+}
+
+HRESULT PrintTicketXmlDocument::DeleteProperty(const wchar_t* name) {
+    constexpr char function[] = "PrintTicketXmlDocument::DeleteProperty";
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    Query query(FrameworkPrefix());
+    // Deliberate: the name of the property stands in the framework namespace.
+    query.AddProperty(FrameworkPrefix(), name);
+    CComPtr<IXMLDOMNode> node;
+    if (GetNode(query.Text(), &node) != S_OK) return S_FALSE;
+    return DeleteNode(node);
+}
+
+HRESULT PrintTicketXmlDocument::DeleteNodeList(IXMLDOMNodeList* list) {
+    constexpr char function[] = "PrintTicketXmlDocument::DeleteNodeList";
+    if (list == nullptr) ThrowComException(E_POINTER, function);
+    LONG count = 0;
+    ThrowIfFailed(list->get_length(&count), function);
+    for (LONG index = 0; index < count; ++index) {
+        CComPtr<IXMLDOMNode> node;
+        ThrowIfFailed(list->get_item(index, &node), function);
+        if (node) DeleteNode(node);
+    }
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::DeleteParamInitOrphans(IXMLDOMNodeList* refs, IXMLDOMNodeList* inits) {
+    constexpr char function[] = "PrintTicketXmlDocument::DeleteParamInitOrphans";
+    if (refs == nullptr || inits == nullptr) ThrowComException(E_POINTER, function);
+    LONG refCount = 0;
+    ThrowIfFailed(refs->get_length(&refCount), function);
+    if (refCount == 0) return DeleteNodeList(inits);
+
+    const auto isReferredTo = [&](const CComBSTR& name) {
+        ThrowIfFailed(refs->reset(), function);
+        for (LONG index = 0; index < refCount; ++index) {
+            CComPtr<IXMLDOMNode> ref;
+            ThrowIfFailed(refs->get_item(index, &ref), function);
+            CComBSTR refName;
+            if (ref && ReadAttribute(ref, PrintSchema::NAME_ATTRIBUTE_NAME, refName, function) &&
+                AreEqual(refName, name))
+                return true;
+        }
+        return false;
+    };
+    LONG initCount = 0;
+    ThrowIfFailed(inits->get_length(&initCount), function);
+    for (LONG index = 0; index < initCount; ++index) {
+        CComPtr<IXMLDOMNode> init;
+        ThrowIfFailed(inits->get_item(index, &init), function);
+        CComBSTR name;
+        if (init && ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
+            !isReferredTo(name))
+            DeleteNode(init);
+    }
+    return S_OK;
+}
+
+// ---- What the driver hides in a ticket
+
+HRESULT PrintTicketXmlDocument::DeleteOcptParameterInitIfExists() {
+    return DeleteParameterInitNodeIfExists(UserKeywordsPrefix(),
+                                           PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME);
+}
+
+HRESULT PrintTicketXmlDocument::AddOrReplaceOcptParameterInit(const CXString& ocpt) {
+    constexpr char function[] = "PrintTicketXmlDocument::AddOrReplaceOcptParameterInit";
+    DeleteOcptParameterInitIfExists();
+    CComPtr<IXMLDOMElement> init;
+    CreateCDATAStringParameterInit(UserKeywordsPrefix(), PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME,
+                                   ocpt, &init);
+    CComPtr<IXMLDOMNode> first;
+    ThrowIfFailed(GetRootNode()->get_firstChild(&first), function);
+    VARIANT before;
+    ::VariantInit(&before);
+    if (first) {
+        before.vt = VT_UNKNOWN;
+        before.punkVal = first;
+    }
+    CComPtr<IXMLDOMNode> inserted;
+    ThrowIfFailed(GetRootNode()->insertBefore(init, before, &inserted), function);
+    return S_OK;
+}
+
+HRESULT PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
+    bool hasOcpt, DataModelIds::tagValueEnum value, const CXString& ocpt, IPrintPipelinePropertyBag* bag) {
+    constexpr char function[] =
+        "PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter";
+    const HRESULT deleted = DeleteOcptParameterInitIfExists();
+    if (!hasOcpt || ocpt.IsEmpty()) return deleted;
+    if (value != DataModelIds::VAL_PDL_XPS) return PutIntoBag(bag, ocptForNonXps, ocpt, function);
+    const HRESULT hr = PutIntoBag(bag, ocptForXps, ocpt, function);
+    return FAILED(hr) ? hr : AddOrReplaceOcptParameterInit(ocpt);
+}
+
+HRESULT
+PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(const ByteBuffer& buffer) {
+    constexpr char function[] =
+        "PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket";
+    try {
+        constexpr unsigned int inOneLine = OrvelUtilities::base64WithoutLineBreaks;
+        const int bytes = static_cast<int>(buffer.getDword());
+        const int room = OrvelUtilities::Base64EncodeGetRequiredLength(bytes, inOneLine);
+        std::wstring text(static_cast<std::size_t>(room), L'\0');
+        int length = room;
+        if (!OrvelUtilities::Base64Encode(buffer.getLpbyte(), bytes, text.data(), &length, inOneLine))
+            return E_FAIL;
+        text.resize(static_cast<std::size_t>((std::min)(length, room)));
+
+        DeleteParameterInitNodeIfExists(UserKeywordsPrefix(),
+                                        PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME);
+        // Deliberate: the old settings are gone also when the new ones are too long.
+        if (room > longestSettingsText) return E_FAIL;
+        CComPtr<IXMLDOMElement> init;
+        CreateStringParameterInit(UserKeywordsPrefix(),
+                                  PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text.c_str(),
+                                  &init);
+        CComPtr<IXMLDOMNode> appended;
+        ThrowIfFailed(GetRootNode()->appendChild(init, &appended), function);
+        return S_OK;
+    } catch (const CPComException& failure) {
+        return failure.GetHresult();
+    }
+}
+
+HRESULT PrintTicketXmlDocument::DebugDumpXmlToFileInTempDirectory(const CXString& name) const {
+    return PrintSchemaXmlDocument::DebugDumpXmlToFileInTempDirectory(L"PrintTicket_" + name, L"");
+}
