@@ -1,0 +1,90 @@
+#include <ComSupport/FailureBarrier.h>
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <functional>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+TEST(ThrowComException, CarriesResultTextLastErrorAndPlace) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    try {
+        ThrowComException(E_ACCESSDENIED, "Door::Open", "It is locked.");
+    } catch (const CPComException& failure) {
+        EXPECT_EQ(failure.GetHresult(), E_ACCESSDENIED);
+        EXPECT_STREQ(failure.getExceptionMessage(), "CPComException: It is locked.");
+        EXPECT_EQ(failure.getLastError(), static_cast<unsigned>(ERROR_ACCESS_DENIED));
+        EXPECT_EQ(failure.getDebugContext().function(), "Door::Open");
+        EXPECT_EQ(failure.getDebugContext().size(), 256u);
+        EXPECT_NE(failure.getDebugContext().file().find("FailureTest.cpp"), std::string::npos);
+    }
+    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
+}
+
+TEST(ThrowComException, AsksWhetherToStopInADebugger) {
+    static std::string asked;
+    asked.clear();
+    const auto before =
+        CPException::setDebugQuestion([](const char* type, const char* message, unsigned lastError,
+                                         const DebugContextReference& context) noexcept {
+            asked = std::string(type) + "|" + message + "|" + std::to_string(lastError) + "|" +
+                    context.function();
+            SetLastError(1); // must not reach the caller
+            return false;
+        });
+    SetLastError(5);
+    EXPECT_THROW(ThrowComException(E_FAIL, "Door::Open"), CPComException);
+    CPException::setDebugQuestion(before);
+    EXPECT_EQ(asked, "CPComException|CPComException: Door::Open|5|Door::Open");
+    EXPECT_EQ(GetLastError(), 5u);
+}
+
+TEST(ThrowIfFailed, LetsSuccessCodesPass) {
+    EXPECT_NO_THROW(ThrowIfFailed(S_OK, "Door::Open"));
+    EXPECT_NO_THROW(ThrowIfFailed(S_FALSE, "Door::Open"));
+    EXPECT_THROW(ThrowIfFailed(E_PENDING, "Door::Open"), CPComException);
+}
+
+HRESULT Guarded(const std::function<void()>& body) {
+    HRESULT hr = S_OK;
+    try {
+        body();
+    }
+    CATCH_VARIOUS(hr, "Guarded")
+    return hr;
+}
+
+TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
+    const struct {
+        const char* what;
+        std::function<void()> body;
+        HRESULT expected;
+    } cases[] = {
+        {"nothing", [] {}, S_OK},
+        {"bad_alloc", [] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
+        {"bad_array_new_length", [] { throw std::bad_array_new_length(); }, E_OUTOFMEMORY},
+        {"CPComException", [] { ThrowComException(E_PENDING, "Guarded"); }, E_PENDING},
+        // A success code that was thrown stays what it is.
+        {"CPComException S_FALSE", [] { ThrowComException(S_FALSE, "Guarded"); }, S_FALSE},
+        {"CPException",
+         [] {
+             throw CPExceptionInvalidArgument(
+                 std::string("no"), 0u,
+                 DebugContextCopy(DebugContextReference(__FILE__, __LINE__, "Guarded")));
+         },
+         E_FAIL},
+        {"std::exception", [] { throw std::runtime_error("no"); }, E_FAIL},
+        {"int", [] { throw 7; }, E_UNEXPECTED},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(Guarded(row.body), row.expected) << row.what;
+}
+
+} // namespace

@@ -1,0 +1,162 @@
+#include "Support/MemoryStreams.h"
+
+#include <ComSupport/MsFilterTypes.h>
+#include <ComSupport/MsSafeCoinit.h>
+#include <LowLevelFacilities/CPComException.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cstring>
+#include <limits>
+#include <thread>
+
+namespace {
+
+HRESULT ResultOf(const std::function<void()>& body) {
+    try {
+        body();
+        return S_OK;
+    } catch (const CPComException& failure) {
+        return failure.GetHresult();
+    }
+}
+
+TEST(MsSafeVariant, ReleasesWhatItHolds) {
+    const auto object = MakeFake<MemoryReadStream>("");
+    {
+        MsSafeVariant value;
+        EXPECT_EQ(value.vt, VT_EMPTY);
+        value.vt = VT_UNKNOWN;
+        value.punkVal = object;
+        object->AddRef();
+    }
+    EXPECT_EQ(object->References(), 1u);
+}
+
+TEST(MsSafeHGlobal, HandsItsBlockOverToTheStream) {
+    MsSafeHGlobal block(GMEM_FIXED, 5);
+    {
+        const auto lock = block.Lock();
+        ASSERT_NE(lock->GetAddress(), nullptr);
+        std::memcpy(lock->GetAddress(), "bytes", 5);
+    }
+    const CComPtr<IStream> stream = block.ConvertToIStream();
+    EXPECT_EQ(static_cast<void*>(block), nullptr);
+    EXPECT_EQ(ReadAll(stream), "bytes");
+
+    // There is no block left, so a second stream gets a fresh one.
+    const CComPtr<IStream> second = block.ConvertToIStream();
+    ASSERT_TRUE(second);
+    EXPECT_EQ(ReadAll(second), "");
+}
+
+TEST(MsSafeHGlobal, RefusesWhatCannotBeAllocated) {
+    EXPECT_EQ(
+        ResultOf([] { MsSafeHGlobal block(GMEM_FIXED, (std::numeric_limits<std::size_t>::max)() / 2); }),
+        E_OUTOFMEMORY);
+}
+
+TEST(MsHGlobalLock, ReportsTheLastErrorOfAFailingLock) {
+    SetLastError(0);
+    HRESULT hr = S_OK;
+    try {
+        MsHGlobalLock lock(nullptr);
+        EXPECT_EQ(lock.GetAddress(), nullptr);
+    } catch (const CPComException& failure) {
+        hr = failure.GetHresult();
+    }
+    EXPECT_EQ(hr, GetLastErrorAsHResult());
+}
+
+TEST(MsSafeCoInit, OwesItsApartmentOnlyWhereItEnteredOne) {
+    std::thread([] {
+        {
+            const MsSafeCoInit outer;
+            const MsSafeCoInit inner;
+        }
+        // The thread has left, so that it may enter an apartment of the other kind.
+        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        { const MsSafeCoInit guest; }
+        // Had the guest left the apartment, this would be the thread's first entry again.
+        EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_FALSE);
+        CoUninitialize();
+        CoUninitialize();
+    }).join();
+}
+
+TEST(HresultHelpers, LastErrorBecomesAnHresult) {
+    const struct {
+        DWORD lastError;
+        HRESULT expected;
+    } cases[] = {
+        {0, S_OK},
+        {5, E_ACCESSDENIED},
+        {0x12345, static_cast<HRESULT>(0x80072345)},
+        {0x80040003, static_cast<HRESULT>(0x80040003)},
+    };
+    for (const auto& row : cases) {
+        SetLastError(row.lastError);
+        EXPECT_EQ(GetLastErrorAsHResult(), row.expected) << row.lastError;
+        SetLastError(row.lastError);
+        EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::Win32Error), row.expected) << row.lastError;
+    }
+}
+
+TEST(HresultHelpers, GdiStatusBecomesAnHresult) {
+    SetLastError(5); // counts for Win32Error only
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::Ok), S_OK);
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::ObjectBusy), static_cast<HRESULT>(0x8000000A));
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::InsufficientBuffer), E_OUTOFMEMORY);
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::FileNotFound), static_cast<HRESULT>(0x80070002));
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::AccessDenied), E_ACCESSDENIED);
+    for (const int status : {1, 8, 9, 11, 13, 14, 1000, -1}) {
+        EXPECT_EQ(GetGDIStatusErrorAsHResult(static_cast<Gdiplus::Status>(status)), E_FAIL) << status;
+    }
+}
+
+TEST(XGenerateRandomGuidAsString, GivesBareUpperCaseGuids) {
+    const CXString first = XGenerateRandomGuidAsString();
+    ASSERT_EQ(first.GetLength(), 36);
+    for (int index = 0; index < 36; ++index) {
+        const wchar_t unit = first[index];
+        const bool isHyphenPlace = index == 8 || index == 13 || index == 18 || index == 23;
+        EXPECT_TRUE(isHyphenPlace ? unit == L'-'
+                                  : (unit >= L'0' && unit <= L'9') || (unit >= L'A' && unit <= L'F'))
+            << index;
+    }
+    EXPECT_FALSE(first == XGenerateRandomGuidAsString());
+}
+
+int Narrow(ULONG maxChars, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = RealDebugMessage(maxChars, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+int Wide(ULONG maxChars, const wchar_t* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int result = RealDebugMessageW(maxChars, format, arguments);
+    va_end(arguments);
+    return result;
+}
+
+TEST(DebugMessages, SucceedOnlyWithTextThatFits) {
+    const struct {
+        ULONG maxChars;
+        int expected;
+    } cases[] = {{0, 0},         {1, 0}, {4, 0}, {5, 0}, {6, 1}, {1000, 1}, {static_cast<ULONG>(INT_MAX), 0},
+                 {0xFFFFFFFF, 0}};
+    for (const auto& row : cases) {
+        EXPECT_EQ(Narrow(row.maxChars, "ab%d", 123), row.expected) << row.maxChars;
+        EXPECT_EQ(Wide(row.maxChars, L"ab%d", 123), row.expected) << row.maxChars;
+    }
+    EXPECT_EQ(Narrow(10, nullptr), 0);
+    EXPECT_EQ(Wide(10, nullptr), 0);
+    EXPECT_EQ(DbgPrint("%s", "nothing"), 0);
+}
+
+} // namespace

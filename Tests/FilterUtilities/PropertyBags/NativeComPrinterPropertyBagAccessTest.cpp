@@ -1,0 +1,114 @@
+#include "Support/FakePrinterPropertyBag.h"
+#include "Support/VirtualSlots.h"
+
+#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace {
+
+struct NativeComPrinterPropertyBagAccessTest : testing::Test {
+    CComPtr<FakePrinterPropertyBag> bag = MakeFake<FakePrinterPropertyBag>();
+    std::unique_ptr<IPrinterPropertyBagAccess> access = std::make_unique<NativeComPrinterPropertyBagAccess>(
+        *bag, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+    const CXString key{L"Key"};
+    ByteBuffer bytes = [] {
+        ByteBuffer filled;
+        filled.setWithLpbyte(reinterpret_cast<const unsigned char*>("old"), 3);
+        return filled;
+    }();
+
+    static std::string Text(const ByteBuffer& buffer) { return {buffer.begin(), buffer.end()}; }
+    static ByteBuffer Bytes(const std::string& text) {
+        return ByteBuffer(reinterpret_cast<const unsigned char*>(text.data()), text.size());
+    }
+};
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, DoesNotHoldTheBag) {
+    EXPECT_EQ(bag->References(), 1u);
+    access.reset();
+    EXPECT_EQ(bag->References(), 1u);
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, SimpleValuesGoThereAndBack) {
+    access->SetPrinterPropertyBagBool(key, true);
+    EXPECT_TRUE(access->GetPrinterPropertyBagBool(key));
+    access->SetPrinterPropertyBagInteger(key, -7);
+    EXPECT_EQ(access->GetPrinterPropertyBagInteger(key), -7);
+    access->SetPrinterPropertyBagString(key, CXString(L"text \xD83D\xDE00"));
+    CXString text(L"old");
+    access->GetPrinterPropertyBagString(key, text);
+    EXPECT_STREQ(text, L"text \xD83D\xDE00");
+    access->SetPrinterPropertyBagBytes(key, Bytes(std::string("a\0b", 3)));
+    access->GetPrinterPropertyBagBytes(key, bytes);
+    EXPECT_EQ(Text(bytes), std::string("a\0b", 3));
+    EXPECT_EQ(bag->BytesHandedOut(), 1);
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, MissingValuesAreFalseZeroAndEmpty) {
+    CXString text(L"old");
+    CPString narrow("old");
+    EXPECT_FALSE(access->GetPrinterPropertyBagBool(key));
+    EXPECT_EQ(access->GetPrinterPropertyBagInteger(key), 0);
+    access->GetPrinterPropertyBagString(key, text);
+    EXPECT_TRUE(text.IsEmpty());
+    access->GetPrinterPropertyBagStreamAsCPString(key, narrow);
+    EXPECT_TRUE(narrow.isEmpty());
+    for (const auto read : {&IPrinterPropertyBagAccess::GetPrinterPropertyBagBytes,
+                            &IPrinterPropertyBagAccess::GetPrinterPropertyBagStreamBuffer,
+                            &IPrinterPropertyBagAccess::GetPrinterPropertyBagCompressedStreamBuffer}) {
+        bytes = Bytes("old");
+        (access.get()->*read)(key, bytes);
+        EXPECT_TRUE(bytes.empty());
+    }
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, EmptyBytesAreFreedAndEmpty) {
+    bag->SetBytes(CComBSTR(L"Key"), 0, nullptr);
+    access->GetPrinterPropertyBagBytes(key, bytes);
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ(bag->BytesHandedOut(), 1); // and the sanitizer knows whether they came back
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, ShorterStreamReplacesTheLongerOneWhole) {
+    access->SetPrinterPropertyBagStreamBuffer(key, Bytes("a longer value \xC3\xA4"));
+    access->GetPrinterPropertyBagStreamBuffer(key, bytes);
+    EXPECT_EQ(Text(bytes), "a longer value \xC3\xA4");
+    CPString narrow;
+    access->GetPrinterPropertyBagStreamAsCPString(key, narrow);
+    EXPECT_STREQ(narrow.utf8Bytes(), "a longer value \xC3\xA4");
+
+    access->SetPrinterPropertyBagStreamBuffer(key, Bytes("short"));
+    access->GetPrinterPropertyBagCompressedStreamBuffer(key, bytes);
+    EXPECT_EQ(Text(bytes), "short");
+    access->SetPrinterPropertyBagStreamBuffer(key, ByteBuffer());
+    access->GetPrinterPropertyBagStreamBuffer(key, bytes);
+    EXPECT_TRUE(bytes.empty());
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, StreamThatCannotBeReadWholeIsEmpty) {
+    access->SetPrinterPropertyBagStreamBuffer(key, Bytes("value"));
+    using Trouble = FakePropertyStream::Trouble;
+    for (const Trouble trouble : {Trouble::Stat, Trouble::Read, Trouble::ShortRead, Trouble::HugeSize}) {
+        bag->streamTrouble = trouble;
+        bytes = Bytes("old");
+        access->GetPrinterPropertyBagStreamBuffer(key, bytes);
+        EXPECT_TRUE(bytes.empty()) << static_cast<int>(trouble);
+        CPString narrow("old");
+        access->GetPrinterPropertyBagStreamAsCPString(key, narrow);
+        EXPECT_TRUE(narrow.isEmpty()) << static_cast<int>(trouble);
+    }
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, KeepsItsSlots) {
+    using Access = NativeComPrinterPropertyBagAccess;
+    // Behind the destructor and the private question.
+    EXPECT_EQ(SlotOf(&Access::GetPrinterPropertyBagBool), 3u);
+    EXPECT_EQ(SlotOf(&Access::GetPrinterPropertyBagCompressedStreamBuffer), 9u);
+    EXPECT_EQ(SlotOf(&Access::SetPrinterPropertyBagBool), 10u);
+    EXPECT_EQ(SlotOf(&Access::SetPrinterPropertyBagStreamBuffer), 14u);
+}
+
+} // namespace

@@ -1,0 +1,121 @@
+#include "Support/MemoryStreams.h"
+#include "Support/VirtualSlots.h"
+
+#include <LowLevelFacilities/CPComException.h>
+#include <XpsParts/CSaxHandler.h>
+#include <XpsParts/CWideToUTF8.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class SomeHandler : public CSaxHandler {
+public:
+    using CSaxHandler::EscapeEntity;
+    using CSaxHandler::WriteToPrintStream;
+};
+
+TEST(CSaxHandler, HandlesEveryEventAndKeepsItsSlots) {
+    CComPtr<ISAXContentHandler> handler;
+    handler.Attach(new SomeHandler);
+    void* found = nullptr;
+    ASSERT_EQ(handler->QueryInterface(__uuidof(ISAXContentHandler), &found), S_OK);
+    handler->Release();
+    EXPECT_EQ(handler->startDocument(), S_OK);
+    EXPECT_EQ(handler->startElement(L"", 0, L"a", 1, L"a", 1, nullptr), S_OK);
+    EXPECT_EQ(handler->characters(L"text", 4), S_OK);
+    EXPECT_EQ(handler->endDocument(), S_OK);
+
+    EXPECT_EQ(SlotOf(&CSaxHandler::putDocumentLocator), 3u);
+    EXPECT_EQ(SlotOf(&CSaxHandler::startElement), 8u);
+    EXPECT_EQ(SlotOf(&CSaxHandler::skippedEntity), 13u);
+}
+
+TEST(CSaxHandler, EscapesReservedCharactersOnce) {
+    const struct {
+        const wchar_t* text;
+        const wchar_t* escaped;
+    } cases[] = {
+        {L"a&b<c", L"a&amp;b&lt;c"},
+        {L"&amp;", L"&amp;amp;"},
+        {L"<\">'", L"&lt;&quot;&gt;&apos;"},
+        {L"plain \xD83D\xDE00", L"plain \xD83D\xDE00"},
+    };
+    SomeHandler handler;
+    for (const auto& row : cases) {
+        CComBSTR text(row.text);
+        EXPECT_EQ(handler.EscapeEntity(&text), S_OK);
+        EXPECT_EQ(std::wstring(text), row.escaped);
+    }
+    CComBSTR none;
+    EXPECT_EQ(handler.EscapeEntity(&none), S_OK);
+    EXPECT_FALSE(none);
+    EXPECT_EQ(handler.EscapeEntity(nullptr), E_POINTER);
+}
+
+TEST(CSaxHandler, WritesUtf8ToBothKindsOfStream) {
+    SomeHandler handler;
+    CXString text(L"\x00E9\xD83D\xDE00");
+    const auto stream = MakeFake<MemoryWriteStream>();
+    EXPECT_EQ(handler.WriteToPrintStream(&text, static_cast<IPrintWriteStream*>(stream)), S_OK);
+    EXPECT_EQ(stream->bytes, "\xC3\xA9\xF0\x9F\x98\x80");
+
+    CComPtr<IStream> memory;
+    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &memory), S_OK);
+    EXPECT_EQ(handler.WriteToPrintStream(&text, static_cast<ISequentialStream*>(memory)), S_OK);
+    EXPECT_EQ(ReadAll(memory), stream->bytes);
+
+    EXPECT_EQ(handler.WriteToPrintStream(nullptr, static_cast<IPrintWriteStream*>(stream)), E_POINTER);
+    EXPECT_EQ(handler.WriteToPrintStream(&text, static_cast<ISequentialStream*>(nullptr)), E_POINTER);
+}
+
+TEST(CWideToUTF8, ConvertsAsOftenAsAsked) {
+    const struct {
+        std::wstring text;
+        std::string bytes;
+    } cases[] = {
+        {L"a", "a"},
+        {L"\x20AC", "\xE2\x82\xAC"},
+        {L"\xD834\xDD1E!", "\xF0\x9D\x84\x9E!"},
+        {L"x\xD83Dy", "x\xEF\xBF\xBDy"}, // half a pair
+        {std::wstring(70000, L'\x00E4'), std::string()},
+    };
+    CXString text;
+    CWideToUTF8 converter(&text);
+    for (const auto& row : cases) {
+        text = row.text.c_str();
+        void* bytes = nullptr;
+        ULONG count = 0;
+        ASSERT_EQ(converter.GetBuffer(&bytes, &count), S_OK);
+        const std::string got(static_cast<const char*>(bytes), count);
+        if (row.bytes.empty()) {
+            EXPECT_EQ(got.size(), 2 * row.text.size());
+        } else {
+            EXPECT_EQ(got, row.bytes);
+        }
+    }
+}
+
+TEST(CWideToUTF8, CannotWriteAnEmptyText) {
+    CXString empty;
+    CWideToUTF8 converter(&empty);
+    void* bytes = nullptr;
+    ULONG count = 0;
+    EXPECT_EQ(converter.GetBuffer(&bytes, &count), E_FAIL);
+    EXPECT_EQ(converter.GetBuffer(nullptr, &count), E_POINTER);
+    EXPECT_EQ(converter.GetBuffer(&bytes, nullptr), E_POINTER);
+
+    const auto stream = MakeFake<MemoryWriteStream>();
+    EXPECT_EQ(converter.WriteToPrintStream(stream), E_FAIL);
+    EXPECT_EQ(CWideToUTF8::WriteToPrintStream(nullptr, stream), E_POINTER);
+    EXPECT_EQ(CWideToUTF8::WriteToPrintStream(&empty, nullptr), E_POINTER);
+    EXPECT_THROW(CWideToUTF8(nullptr), CPComException);
+
+    CXString text(L"x");
+    stream->writeResult = E_PENDING;
+    EXPECT_EQ(CWideToUTF8::WriteToPrintStream(&text, stream), E_PENDING);
+}
+
+} // namespace
