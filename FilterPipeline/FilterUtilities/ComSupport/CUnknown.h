@@ -9,8 +9,8 @@
 #include <atomic>
 #include <cstdint>
 
-// Reference count and interface identity of the library's COM objects: an object answers for IUnknown and for one
-// interface T. Born with a count of 1. Only the count may be touched by several threads at a time.
+// Reference count and interface identity of the library's COM objects: an object answers for IUnknown and for
+// one interface T. Born with a count of 1. Only the count may be touched by several threads at a time.
 //
 // The library instantiates it for the two interfaces below, and for no others.
 template <typename T>
