@@ -1,24 +1,5 @@
 #pragma once
 
-// The one form in which the library throws a failing HRESULT.
+// The one form in which the library throws a failing HRESULT: ThrowComException and ThrowIfFailed.
 
-#include "FilterUtilitiesExport.h"
-
-#include <windows.h>
-
-#include <source_location>
-#include <string_view>
-
-// Throws CPComException with hr, the thread's last error and the place of the call. function is the qualified
-// name of the operation ("Class::Operation") and detail, where there is one, says what went wrong; the
-// message of the exception reads "CPComException: " and the detail, or the name of the operation without one.
-// The last error is the same before and after. Stops in a debugger if the exception family is told to.
-[[noreturn]] OV_FILTER_UTILITIES_API void
-ThrowComException(HRESULT hr, const char* function, std::string_view detail = {},
-                  const std::source_location& location = std::source_location::current());
-
-// As ThrowComException if hr is a failure; otherwise does nothing.
-inline void ThrowIfFailed(HRESULT hr, const char* function, std::string_view detail = {},
-                          const std::source_location& location = std::source_location::current()) {
-    if (FAILED(hr)) ThrowComException(hr, function, detail, location);
-}
+#include <LowLevelFacilities/ThrowComException.h>

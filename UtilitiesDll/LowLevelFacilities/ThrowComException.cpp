@@ -1,6 +1,6 @@
-#include "ThrowHresult.h"
+#include "LowLevelFacilities/ThrowComException.h"
 
-#include <LowLevelFacilities/CPComException.h>
+#include "LowLevelFacilities/CPComException.h"
 
 #include <string>
 #include <utility>

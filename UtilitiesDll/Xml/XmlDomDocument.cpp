@@ -1,0 +1,40 @@
+#include "Xml/XmlDomDocument.h"
+
+#include "Xml/XmlText.h"
+
+namespace {
+
+template <typename Node>
+XmlDomNode::Pointer wrap(const CComPtr<Node>& node) {
+    return node == nullptr ? XmlDomNode::Pointer() : XmlDomNode::Pointer(new XmlDomNode(node));
+}
+
+} // namespace
+
+XmlDomDocument::XmlDomDocument(IXMLDOMDocument2* document) : m_document(document) {}
+
+XmlDomNode::Pointer XmlDomDocument::GetDocumentElement() const {
+    CComPtr<IXMLDOMElement> element;
+    ThrowIfFailed(m_document->get_documentElement(&element), "XmlDomDocument::GetDocumentElement");
+    return wrap(element);
+}
+
+XmlDomNode::Pointer XmlDomDocument::CreateElement(const CXString& name) const {
+    CComPtr<IXMLDOMElement> element;
+    ThrowIfFailed(m_document->createElement(XmlText::toBstr(name), &element),
+                  "XmlDomDocument::CreateElement");
+    return wrap(element);
+}
+
+XmlDomNode::Pointer XmlDomDocument::CreateTextNode(const CXString& text) const {
+    CComPtr<IXMLDOMText> node;
+    ThrowIfFailed(m_document->createTextNode(XmlText::toBstr(text), &node), "XmlDomDocument::CreateTextNode");
+    return wrap(node);
+}
+
+XmlDomNode::Pointer XmlDomDocument::CreateCDataSection(const CXString& text) const {
+    CComPtr<IXMLDOMCDATASection> section;
+    ThrowIfFailed(m_document->createCDATASection(XmlText::toBstr(text), &section),
+                  "XmlDomDocument::CreateCDataSection");
+    return wrap(section);
+}

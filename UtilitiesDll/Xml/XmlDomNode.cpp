@@ -1,0 +1,142 @@
+#include "Xml/XmlDomNode.h"
+
+#include "Xml/XmlText.h"
+
+namespace {
+
+using NodePtr = CComPtr<IXMLDOMNode>;
+
+XmlDomNode::Pointer wrap(const NodePtr& node) {
+    return node == nullptr ? XmlDomNode::Pointer() : XmlDomNode::Pointer(new XmlDomNode(node));
+}
+
+NodePtr firstChildOf(IXMLDOMNode* node) {
+    NodePtr child;
+    ThrowIfFailed(node->get_firstChild(&child), "XmlDomNode::GetFirstChild");
+    return child;
+}
+
+NodePtr nextSiblingOf(IXMLDOMNode* node) {
+    NodePtr sibling;
+    ThrowIfFailed(node->get_nextSibling(&sibling), "XmlDomNode::GetNextSibling");
+    return sibling;
+}
+
+bool isElement(IXMLDOMNode* node) {
+    DOMNodeType type = NODE_INVALID;
+    ThrowIfFailed(node->get_nodeType(&type), "XmlDomNode::IsElement");
+    return type == NODE_ELEMENT;
+}
+
+bool isElementNamed(IXMLDOMNode* node, const CXString& name) {
+    if (!isElement(node)) return false;
+    CComBSTR nodeName;
+    ThrowIfFailed(node->get_nodeName(&nodeName), "XmlDomNode::GetNodeName");
+    return XmlText::viewOf(nodeName) == name.View();
+}
+
+/// Null if the node is no element, and so has no attributes.
+CComPtr<IXMLDOMElement> asElement(IXMLDOMNode* node) {
+    CComPtr<IXMLDOMElement> element;
+    if (isElement(node))
+        ThrowIfFailed(node->QueryInterface(__uuidof(IXMLDOMElement), reinterpret_cast<void**>(&element)),
+                      "XmlDomNode::GetAttribute");
+    return element;
+}
+
+CComPtr<IXMLDOMElement> requireElement(IXMLDOMNode* node, const char* function) {
+    CComPtr<IXMLDOMElement> element = asElement(node);
+    if (element == nullptr) ThrowComException(E_INVALIDARG, function, "the node is not an element.");
+    return element;
+}
+
+} // namespace
+
+XmlDomNode::XmlDomNode(IXMLDOMNode* node) : m_node(node) {}
+
+CXString XmlDomNode::GetNodeName() const {
+    CComBSTR name;
+    ThrowIfFailed(m_node->get_nodeName(&name), "XmlDomNode::GetNodeName");
+    return XmlText::toCXString(name);
+}
+
+bool XmlDomNode::IsElement() const { return isElement(m_node); }
+
+CXString XmlDomNode::GetTextValue() const {
+    CComBSTR text;
+    ThrowIfFailed(m_node->get_text(&text), "XmlDomNode::GetTextValue");
+    return XmlText::toCXString(text);
+}
+
+void XmlDomNode::SetTextValue(const CXString& text) {
+    ThrowIfFailed(m_node->put_text(XmlText::toBstr(text)), "XmlDomNode::SetTextValue");
+}
+
+bool XmlDomNode::GetAttribute(const CXString& name, CXString& value) const {
+    value.Empty();
+    const CComPtr<IXMLDOMElement> element = asElement(m_node);
+    if (element == nullptr) return false;
+    CComVariant found;
+    const HRESULT result = element->getAttribute(XmlText::toBstr(name), &found);
+    ThrowIfFailed(result, "XmlDomNode::GetAttribute");
+    if (result != S_OK || found.vt != VT_BSTR) return false;
+    value = XmlText::toCXString(found.bstrVal);
+    return true;
+}
+
+void XmlDomNode::SetAttribute(const CXString& name, const CXString& value) {
+    constexpr const char* function = "XmlDomNode::SetAttribute";
+    ThrowIfFailed(
+        requireElement(m_node, function)->setAttribute(XmlText::toBstr(name), XmlText::toVariant(value)),
+        function);
+}
+
+void XmlDomNode::RemoveAttribute(const CXString& name) {
+    constexpr const char* function = "XmlDomNode::RemoveAttribute";
+    ThrowIfFailed(requireElement(m_node, function)->removeAttribute(XmlText::toBstr(name)), function);
+}
+
+unsigned int XmlDomNode::GetChildCount() const {
+    unsigned int count = 0;
+    for (NodePtr child = firstChildOf(m_node); child != nullptr; child = nextSiblingOf(child))
+        ++count;
+    return count;
+}
+
+XmlDomNode::Pointer XmlDomNode::GetFirstChild() const { return wrap(firstChildOf(m_node)); }
+
+XmlDomNode::Pointer XmlDomNode::GetNextSibling() const { return wrap(nextSiblingOf(m_node)); }
+
+XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNode(const CXString& name) const {
+    return FindNamedChildElementNodeRecursive(name, 1);
+}
+
+XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNodeRecursive(const CXString& name, int maxDepth) const {
+    std::vector<NodePtr> path; // from a child of this node down to where the walk stands
+    NodePtr node = firstChildOf(m_node);
+    while (node != nullptr || !path.empty()) {
+        if (node == nullptr) {
+            node = nextSiblingOf(path.back());
+            path.pop_back();
+            continue;
+        }
+        if (isElementNamed(node, name)) return wrap(node);
+        const bool mayGoDown = maxDepth <= 0 || path.size() + 1 < static_cast<std::size_t>(maxDepth);
+        if (mayGoDown) {
+            NodePtr child = firstChildOf(node);
+            path.push_back(std::move(node));
+            node = std::move(child);
+        } else {
+            node = nextSiblingOf(node);
+        }
+    }
+    return nullptr;
+}
+
+void XmlDomNode::AppendChild(const XmlDomNode& child) {
+    ThrowIfFailed(m_node->appendChild(child.m_node, nullptr), "XmlDomNode::AppendChild");
+}
+
+void XmlDomNode::RemoveChild(const XmlDomNode& child) {
+    ThrowIfFailed(m_node->removeChild(child.m_node, nullptr), "XmlDomNode::RemoveChild");
+}

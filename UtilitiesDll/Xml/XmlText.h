@@ -1,0 +1,35 @@
+#pragma once
+
+#include "LowLevelFacilities/CXString.h"
+#include "LowLevelFacilities/ThrowComException.h"
+
+#include <atlcomcli.h>
+#include <windows.h>
+
+#include <string_view>
+
+/// Text on its way to and from the platform's XML interfaces.
+namespace XmlText {
+
+/// Both throw CPComException with E_OUTOFMEMORY.
+inline CComBSTR toBstr(const CXString& text) {
+    CComBSTR result;
+    result.Attach(SysAllocStringLen(text, static_cast<UINT>(text.GetLength())));
+    if (!result) ThrowComException(E_OUTOFMEMORY, "XmlText::toBstr");
+    return result;
+}
+
+inline CComVariant toVariant(const CXString& text) {
+    CComVariant result;
+    result.bstrVal = toBstr(text).Detach();
+    result.vt = VT_BSTR;
+    return result;
+}
+
+inline std::wstring_view viewOf(BSTR text) noexcept {
+    return text == nullptr ? std::wstring_view{} : std::wstring_view{text, SysStringLen(text)};
+}
+
+inline CXString toCXString(BSTR text) { return CXString(text, static_cast<int>(viewOf(text).size())); }
+
+} // namespace XmlText
