@@ -63,8 +63,8 @@ private:
     XmlDocPtr m_xml;
     SchemaDocument m_schema;
     NamespacePrefixes m_prefixes;
+    KeywordMap<std::size_t> m_featureByName; // filled along with m_features
     std::vector<CapabilitiesFeature> m_features;
-    KeywordMap<std::size_t> m_featureByName;
     std::vector<ParameterRules> m_parameters;
     KeywordMap<std::size_t> m_parameterByName;
     ConstraintRules m_constraints;
