@@ -1,0 +1,114 @@
+#include "Chain/FilterModule.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT ModuleNotFound = static_cast<HRESULT>(0x8007007E);
+constexpr HRESULT ProcedureNotFound = static_cast<HRESULT>(0x8007007F);
+constexpr HRESULT ClassNotAvailable = static_cast<HRESULT>(0x80040111);
+
+using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
+using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
+using PopulateFilterServices = HRESULT(STDAPICALLTYPE*)(IPrintPipelinePropertyBag*);
+
+std::vector<std::filesystem::path> SearchFolders(const FilterSpec& spec) {
+    std::vector<std::filesystem::path> folders{spec.beside};
+    if (const char* list = std::getenv("OV_FILTERS")) {
+        std::string_view rest = list;
+        while (!rest.empty()) {
+            const std::size_t colon = rest.find(':');
+            folders.emplace_back(rest.substr(0, colon));
+            rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
+        }
+    }
+    std::error_code error;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (!error) {
+        folders.push_back(program.parent_path());
+        folders.push_back(program.parent_path().parent_path() / "lib");
+        folders.push_back(program.parent_path().parent_path() / "lib" / "ov-filters");
+    }
+    return folders;
+}
+
+std::vector<std::string> FileNames(const std::filesystem::path& module) {
+    const std::string name = module.filename().string();
+    const std::string stem =
+        EqualIgnoringAsciiCase(module.extension().string(), ".dll") ? module.stem().string() : name;
+    return {name, stem + ".so", "lib" + stem + ".so"};
+}
+
+std::string FindModule(const FilterSpec& spec) {
+    const std::filesystem::path module = spec.module;
+    std::vector<std::filesystem::path> folders;
+    if (module.has_parent_path())
+        folders = {module.is_absolute() || spec.beside.empty() ? module.parent_path()
+                                                               : spec.beside / module.parent_path()};
+    else
+        folders = SearchFolders(spec);
+    for (const auto& folder : folders)
+        for (const std::string& name : FileNames(module)) {
+            std::error_code error;
+            const auto file = folder / name;
+            if (std::filesystem::is_regular_file(file, error)) return std::filesystem::absolute(file).string();
+        }
+    throw HostError(ModuleNotFound, spec.module, "there is no module " + spec.module);
+}
+
+} // namespace
+
+std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
+    const std::string path = FindModule(spec);
+    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!handle) {
+        const char* problem = dlerror();
+        throw HostError(static_cast<HRESULT>(0x800700C1), path,
+                        std::string("cannot load the module: ") + (problem ? problem : path));
+    }
+    return std::shared_ptr<FilterModule>(new FilterModule(path, handle));
+}
+
+FilterModule::~FilterModule() {
+    const auto canUnload = Find<CanUnloadNow>("DllCanUnloadNow");
+    if (canUnload && canUnload() == S_OK) dlclose(m_handle);
+}
+
+template <class Function>
+Function FilterModule::Find(const char* name) const {
+    return reinterpret_cast<Function>(dlsym(m_handle, name));
+}
+
+CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const {
+    const auto getClassObject = Find<GetClassObject>("DllGetClassObject");
+    if (!getClassObject)
+        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DllGetClassObject");
+    CComPtr<IPrintPipelineFilter> filter;
+    CComPtr<IClassFactory> factory;
+    HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
+    if (SUCCEEDED(hr) && factory)
+        hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
+    else if (hr != ClassNotAvailable)
+        hr = getClassObject(clsid, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
+    if (SUCCEEDED(hr) && !filter) hr = E_POINTER;
+    if (hr == ClassNotAvailable && clsid == GUID{})
+        throw HostError(hr, m_path, "the module " + m_path + " wants a class id: name it as MODULE,{class id}");
+    if (FAILED(hr))
+        throw HostError(hr, m_path,
+                        "the module " + m_path + " makes no filter of the class " + GuidText(clsid));
+    return filter;
+}
+
+void FilterModule::PopulateServices(IPrintPipelinePropertyBag* bag) const {
+    const auto populate = Find<PopulateFilterServices>("DrvPopulateFilterServices");
+    if (!populate)
+        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DrvPopulateFilterServices");
+    if (const HRESULT hr = populate(bag); FAILED(hr))
+        throw HostError(hr, m_path, "the services of the module " + m_path + " cannot be had");
+}
+
+} // namespace OvPipeline

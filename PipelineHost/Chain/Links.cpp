@@ -1,0 +1,141 @@
+#include "Chain/Links.h"
+
+#include "Parts/FixedPagePart.h"
+#include "Parts/PartFactory.h"
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT InvalidState = static_cast<HRESULT>(0x8007139F);
+
+} // namespace
+
+HRESULT PartQueue::Send(IUnknown* part) {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [&] { return m_parts.size() < Bound || m_receiverEnded || m_job->IsStopping(); });
+    if (m_job->IsStopping()) return m_job->StopResult();
+    if (m_receiverEnded) return S_OK;
+    m_parts.emplace_back(part);
+    lock.unlock();
+    m_changed.notify_all();
+    return S_OK;
+}
+
+HRESULT PartQueue::Receive(IUnknown** part) {
+    CComPtr<IUnknown> next;
+    {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [&] { return !m_parts.empty() || m_senderEnded || m_job->IsStopping(); });
+        if (m_job->IsStopping()) return m_job->StopResult();
+        if (!m_parts.empty()) {
+            next = std::move(m_parts.front());
+            m_parts.pop_front();
+        }
+    }
+    m_changed.notify_all();
+    *part = next.Detach();
+    return S_OK;
+}
+
+void PartQueue::EndSending() {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_senderEnded = true;
+    }
+    m_changed.notify_all();
+}
+
+void PartQueue::EndReceiving() {
+    std::deque<CComPtr<IUnknown>> dropped;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_receiverEnded = true;
+        dropped.swap(m_parts);
+    }
+    m_changed.notify_all();
+}
+
+void PartQueue::Wake() {
+    { const std::lock_guard lock(m_mutex); }
+    m_changed.notify_all();
+}
+
+HRESULT QueueProvider::GetXpsPart(IUnknown** part) {
+    if (!part) return E_POINTER;
+    *part = nullptr;
+    return Guarded([&] { return m_queue->Receive(part); });
+}
+
+HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
+    if (!part) return E_POINTER;
+    return Guarded([&] {
+        const std::string what = DescribePart(part);
+        if (m_isClosed) throw HostError(InvalidState, ThreadPart(), "a part is sent after CloseSender");
+        if (once && *once) throw HostError(InvalidState, ThreadPart(), "a second " + what + " is sent");
+        Trace& log = m_context->job->Log();
+        if (log.IsOn()) log.Step("sends", what);
+        const HRESULT hr = m_queue->Send(part);
+        if (SUCCEEDED(hr) && once) *once = true;
+        return hr;
+    });
+}
+
+HRESULT QueueConsumer::SendXpsUnknown(IUnknown* part) { return Send(part); }
+
+HRESULT QueueConsumer::SendXpsDocument(IXpsDocument* document) { return Send(document, &m_hasDocument); }
+
+HRESULT QueueConsumer::SendFixedDocumentSequence(IFixedDocumentSequence* sequence) {
+    return Send(sequence, &m_hasSequence);
+}
+
+HRESULT QueueConsumer::SendFixedDocument(IFixedDocument* document) { return Send(document); }
+
+HRESULT QueueConsumer::SendFixedPage(IFixedPage* page) { return Send(page); }
+
+HRESULT QueueConsumer::CloseSender() {
+    // The end of the parts comes through whatever fails.
+    const bool wasClosed = m_isClosed.exchange(true);
+    m_queue->EndSending();
+    return Guarded([&] {
+        if (wasClosed) return InvalidState;
+        Trace& log = m_context->job->Log();
+        if (log.IsOn()) log.Step("closes its output");
+        return S_OK;
+    });
+}
+
+HRESULT QueueConsumer::GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part, IPrintWriteStream** stream) {
+    if (!uri || !part || !stream) return E_POINTER;
+    *part = nullptr;
+    *stream = nullptr;
+    return Guarded([&] {
+        const std::string name = Utf8(uri);
+        ThreadPart() = name;
+        Trace& log = m_context->job->Log();
+        if (log.IsOn()) log.Step("makes", name);
+        return MakeNewPart(m_context, name, riid, part, stream);
+    });
+}
+
+std::string DescribePart(IUnknown* part) {
+    const auto named = [](const char* kind, auto* object) {
+        CComBSTR uri;
+        object->GetUri(&uri);
+        ThreadPart() = Utf8Argument(uri);
+        return std::string(kind) + " " + ThreadPart();
+    };
+    if (const CComQIPtr<IHostPart> host(part); host) {
+        const PartCore& core = host->Core();
+        ThreadPart() = core.name;
+        return std::string(KindName(core.kind)) + " " + core.name;
+    }
+    if (const CComQIPtr<IFixedDocument> document(part); document) return named("document", document.p);
+    if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence)
+        return named("document sequence", sequence.p);
+    ThreadPart().clear();
+    const CComQIPtr<IXpsDocument> package(part);
+    return package ? "XPS document" : "part";
+}
+
+} // namespace OvPipeline

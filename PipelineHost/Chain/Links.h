@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Chain/Ends.h"
+#include "Parts/PartObject.h"
+#include "Streams/FileStreams.h"
+#include "Streams/SpooledBytes.h"
+
+#include <atlcomcli.h>
+
+#include <condition_variable>
+#include <deque>
+
+namespace OvPipeline {
+
+// Parts on their way from one thread to the next; a sender waits while the queue is full.
+class PartQueue {
+public:
+    static constexpr std::size_t Bound = 8;
+
+    explicit PartQueue(std::shared_ptr<JobState> job) : m_job(std::move(job)) {}
+
+    // What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops.
+    HRESULT Send(IUnknown* part);
+    // Waits for a part; null at the end.
+    HRESULT Receive(IUnknown** part);
+    void EndSending();
+    void EndReceiving();
+    // Wakes all who wait here, for a job that stops.
+    void Wake();
+
+private:
+    std::shared_ptr<JobState> m_job;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<CComPtr<IUnknown>> m_parts;
+    bool m_senderEnded = false;
+    bool m_receiverEnded = false;
+};
+
+// The end of a queue at which a filter takes parts.
+class QueueProvider final : public ComObject<IXpsDocumentProvider> {
+public:
+    explicit QueueProvider(std::shared_ptr<PartQueue> queue) : m_queue(std::move(queue)) {}
+    HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
+
+private:
+    ~QueueProvider() override = default;
+
+    std::shared_ptr<PartQueue> m_queue;
+};
+
+// The end of a queue at which a filter puts parts.
+class QueueConsumer final : public ComObject<IXpsDocumentConsumer> {
+public:
+    QueueConsumer(std::shared_ptr<PartQueue> queue, SharedContext context)
+        : m_queue(std::move(queue)), m_context(std::move(context)) {}
+
+    HRESULT STDMETHODCALLTYPE SendXpsUnknown(IUnknown* part) override;
+    HRESULT STDMETHODCALLTYPE SendXpsDocument(IXpsDocument* document) override;
+    HRESULT STDMETHODCALLTYPE SendFixedDocumentSequence(IFixedDocumentSequence* sequence) override;
+    HRESULT STDMETHODCALLTYPE SendFixedDocument(IFixedDocument* document) override;
+    HRESULT STDMETHODCALLTYPE SendFixedPage(IFixedPage* page) override;
+    HRESULT STDMETHODCALLTYPE CloseSender() override;
+    HRESULT STDMETHODCALLTYPE GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part,
+                                              IPrintWriteStream** stream) override;
+
+    bool IsClosed() const { return m_isClosed.load(); }
+
+private:
+    ~QueueConsumer() override = default;
+
+    HRESULT Send(IUnknown* part, bool* once = nullptr);
+
+    std::shared_ptr<PartQueue> m_queue;
+    SharedContext m_context;
+    std::atomic<bool> m_isClosed{false};
+    bool m_hasDocument = false;
+    bool m_hasSequence = false;
+};
+
+// "page /Documents/1/Pages/1.fpage", for the trace; notes the part as the one that the calling thread has in hand.
+std::string DescribePart(IUnknown* part);
+
+} // namespace OvPipeline

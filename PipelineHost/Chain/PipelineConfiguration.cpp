@@ -1,0 +1,187 @@
+#include "Chain/FilterSpec.h"
+
+#include "Streams/FileStreams.h"
+
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+
+#include <array>
+#include <memory>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT InvalidData = static_cast<HRESULT>(0x8007000D);
+constexpr std::uint64_t MaxSize = 1 << 20;
+
+struct DocumentDeleter {
+    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
+};
+struct ContextDeleter {
+    void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
+};
+
+// One published interface that a Filter's Input or Output may name.
+struct KnownEnd {
+    const GUID& guid;
+    bool isInput;
+    EndKind kind;
+};
+const std::array KnownEnds{
+    KnownEnd{__uuidof(IXpsDocumentProvider), true, EndKind::XpsParts},
+    KnownEnd{__uuidof(IPrintReadStream), true, EndKind::Bytes},
+    KnownEnd{__uuidof(IXpsDocumentConsumer), false, EndKind::XpsParts},
+    KnownEnd{__uuidof(IPrintWriteStream), false, EndKind::Bytes},
+};
+
+class ConfigurationReader {
+public:
+    explicit ConfigurationReader(const std::filesystem::path& file) : m_file(file) {}
+
+    PipelineSpec Read() {
+        const auto document = Parse();
+        const xmlNode* root = xmlDocGetRootElement(document.get());
+        if (Name(root) != "Filters") Refuse(root, "the root element is " + Name(root) + ", not Filters");
+        for (const xmlNode* child = Element(root->children); child; child = Element(child->next)) ReadChild(child);
+        return m_spec;
+    }
+
+private:
+    [[noreturn]] void Refuse(const xmlNode* node, const std::string& problem) const {
+        const long line = node ? xmlGetLineNo(node) : 0;
+        throw HostError(InvalidData, m_file.string(),
+                        m_file.string() + (line > 0 ? " line " + std::to_string(line) : std::string()) + ": " +
+                            problem);
+    }
+
+    std::unique_ptr<xmlDoc, DocumentDeleter> Parse() const {
+        std::string text;
+        const auto reader = FileContent(m_file).Open();
+        if (reader->Size() > MaxSize) Refuse(nullptr, "the configuration is larger than 1 MB");
+        Drain(*reader, [&](const void* bytes, std::size_t size) {
+            text.append(static_cast<const char*>(bytes), size);
+        });
+        const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
+        if (!context) throw std::bad_alloc();
+        std::unique_ptr<xmlDoc, DocumentDeleter> document(
+            xmlCtxtReadMemory(context.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr,
+                              XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
+        if (!document || !xmlDocGetRootElement(document.get())) {
+            std::string problem = context->lastError.message ? context->lastError.message : "no XML";
+            while (!problem.empty() && problem.back() == '\n') problem.pop_back();
+            throw HostError(InvalidData, m_file.string(),
+                            m_file.string() + " line " + std::to_string(context->lastError.line) + ": " + problem);
+        }
+        if (document->intSubset) Refuse(nullptr, "document type declarations are not allowed");
+        return document;
+    }
+
+    static const xmlNode* Element(const xmlNode* node) {
+        while (node && node->type != XML_ELEMENT_NODE) node = node->next;
+        return node;
+    }
+    static std::string Name(const xmlNode* node) { return reinterpret_cast<const char*>(node->name); }
+
+    static std::string Attribute(const xmlNode* node, const char* name) {
+        xmlChar* value = xmlGetNoNsProp(node, BAD_CAST name);
+        std::string text = value ? reinterpret_cast<const char*>(value) : "";
+        xmlFree(value);
+        return text;
+    }
+    std::string RequiredAttribute(const xmlNode* node, const char* name) const {
+        std::string value = Attribute(node, name);
+        if (value.empty()) Refuse(node, Name(node) + " has no " + name);
+        return value;
+    }
+    GUID RequiredGuid(const xmlNode* node, const char* name) const {
+        const std::string text = RequiredAttribute(node, name);
+        GUID guid{};
+        if (!ParseGuid(text, guid)) Refuse(node, "the " + std::string(name) + " \"" + text + "\" is no GUID");
+        return guid;
+    }
+
+    void ReadChild(const xmlNode* node) {
+        const std::string name = Name(node);
+        if (name == "Filter")
+            m_spec.filters.push_back(ReadFilter(node));
+        else if (name == "FilterServiceProvider")
+            m_spec.services.push_back(ReadService(node));
+        else if (name == "OptionalFilterServiceProvider")
+            m_spec.optionalServices.push_back(ReadService(node));
+        else if (name != "Archive") // what becomes of the job afterwards is no matter of the host
+            Refuse(node, "unknown element " + name);
+    }
+
+    FilterSpec ReadService(const xmlNode* node) const {
+        FilterSpec spec;
+        spec.module = spec.name = RequiredAttribute(node, "dll");
+        spec.beside = m_file.parent_path();
+        return spec;
+    }
+
+    FilterSpec ReadFilter(const xmlNode* node) {
+        FilterSpec spec = ReadService(node);
+        spec.clsid = RequiredGuid(node, "clsid");
+        if (std::string name = Attribute(node, "name"); !name.empty()) spec.name = std::move(name);
+        std::optional<EndKind> input;
+        std::optional<EndKind> output;
+        for (const xmlNode* child = Element(node->children); child; child = Element(child->next)) {
+            if (Name(child) == "Input")
+                SetEnd(child, true, input);
+            else if (Name(child) == "Output")
+                SetEnd(child, false, output);
+            else if (Name(child) == "Interleaving")
+                ReadInterleaving(child);
+            else
+                Refuse(child, "unknown element " + Name(child) + " in the filter " + spec.name);
+        }
+        if (!input) Refuse(node, "the filter " + spec.name + " has no Input");
+        if (!output) Refuse(node, "the filter " + spec.name + " has no Output");
+        spec.ends = FilterEnds{*input, *output};
+        return spec;
+    }
+
+    void SetEnd(const xmlNode* node, bool isInput, std::optional<EndKind>& end) const {
+        if (end) Refuse(node, "a second " + Name(node));
+        const GUID guid = RequiredGuid(node, "guid");
+        for (const KnownEnd& known : KnownEnds)
+            if (known.guid == guid && known.isInput == isInput) end = known.kind;
+        if (!end)
+            Refuse(node, "the " + Name(node) + " " + GuidText(guid) + " is not an interface that this host connects");
+    }
+
+    void ReadInterleaving(const xmlNode* node) {
+        const std::string mode = RequiredAttribute(node, "mode");
+        if (mode == "MarkupFirst")
+            m_spec.interleaving = Interleaving::MarkupFirst;
+        else if (mode == "ResourcesFirst")
+            m_spec.interleaving = Interleaving::ResourcesFirst;
+        else
+            Refuse(node, "the interleaving mode \"" + mode + "\" is neither ResourcesFirst nor MarkupFirst");
+    }
+
+    std::filesystem::path m_file;
+    PipelineSpec m_spec;
+};
+
+} // namespace
+
+PipelineSpec ReadPipelineConfiguration(const std::filesystem::path& file) { return ConfigurationReader(file).Read(); }
+
+FilterSpec ParseFilterArgument(const std::string& argument) {
+    FilterSpec spec;
+    const std::size_t comma = argument.find(",{");
+    spec.module = argument.substr(0, comma);
+    if (comma != std::string::npos && !ParseGuid(argument.substr(comma + 1), spec.clsid))
+        throw HostError(E_INVALIDARG, argument, "\"" + argument.substr(comma + 1) + "\" is no class id");
+    spec.name = std::filesystem::path(spec.module).stem().string();
+    return spec;
+}
+
+bool ParseGuid(std::string text, GUID& guid) {
+    if (!text.starts_with('{')) text = "{" + text + "}";
+    return text.size() == 38 && SUCCEEDED(IIDFromString(Wide(text).c_str(), &guid));
+}
+
+} // namespace OvPipeline

@@ -1,0 +1,200 @@
+#include "Parts/FixedPagePart.h"
+
+#include "Parts/PartFactory.h"
+#include "Streams/PrintWriteStream.h"
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr std::size_t NotThere = static_cast<std::size_t>(-1);
+
+// Walks the parts of a page as they were when it was made.
+class PagePartIterator final : public ComObject<IXpsPartIterator> {
+public:
+    explicit PagePartIterator(FixedPagePart* page) : m_page(page), m_owner(page) {}
+
+    void STDMETHODCALLTYPE Reset() override { m_next = 0; }
+    HRESULT STDMETHODCALLTYPE Current(BSTR* uri, IUnknown** part) override {
+        if (uri) *uri = nullptr;
+        if (part) *part = nullptr;
+        return Guarded([&] {
+            if (IsDone()) return E_ELEMENT_NOT_FOUND;
+            CComPtr<IUnknown> object;
+            if (part) object = m_page->ObjectOf(m_next);
+            if (uri) *uri = NewBstr(m_page->Resources()[m_next].name);
+            if (part) *part = object.Detach();
+            return S_OK;
+        });
+    }
+    BOOL STDMETHODCALLTYPE IsDone() override { return m_next >= m_page->Resources().size(); }
+    void STDMETHODCALLTYPE Next() override { ++m_next; }
+
+private:
+    ~PagePartIterator() override = default;
+
+    FixedPagePart* m_page;
+    CComPtr<IFixedPage> m_owner;
+    std::size_t m_next = 0;
+};
+
+} // namespace
+
+FixedPagePart::FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference,
+                             std::vector<PageResource> resources)
+    : m_core(std::move(core)), m_ticket(std::move(ticket)), m_reference(std::move(reference)),
+      m_resources(std::move(resources)) {}
+
+HRESULT FixedPagePart::GetUri(BSTR* uri) {
+    if (!uri) return E_POINTER;
+    *uri = nullptr;
+    return Guarded([&] {
+        *uri = NewBstr(m_core.name);
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::GetStream(IPrintReadStream** stream) {
+    if (!stream) return E_POINTER;
+    *stream = nullptr;
+    return Guarded([&] {
+        ThreadPart() = m_core.name;
+        if (m_core.context->job->Log().IsOn()) m_core.context->job->Log().Step("reads", m_core.name);
+        const bool isReplaced = m_newMarkup && m_newMarkup->Bytes()->IsComplete();
+        *stream = new PrintReadStream(isReplaced ? m_newMarkup->Open() : m_core.content->Open());
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::GetPartCompression(EXpsCompressionOptions* compression) {
+    if (!compression) return E_POINTER;
+    return Guarded([&] {
+        *compression = m_core.compression;
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::SetPartCompression(EXpsCompressionOptions compression) {
+    return Guarded([&] {
+        if (compression < Compression_NotCompressed || compression > Compression_Fast) return E_INVALIDARG;
+        m_core.compression = compression;
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::GetPrintTicket(IPartPrintTicket** ticket) {
+    ThreadPart() = m_core.name;
+    const HRESULT hr = m_ticket.Get(ticket, PartKind::PrintTicket);
+    if (SUCCEEDED(hr) && m_ticketAskedBy != std::this_thread::get_id()) {
+        m_ticketAskedBy = std::this_thread::get_id();
+        ++m_core.context->job->Counters().pageTicketsAsked;
+    }
+    return hr;
+}
+
+HRESULT FixedPagePart::GetPagePart(PCWSTR uri, IUnknown** part) {
+    if (!uri || !part) return E_POINTER;
+    *part = nullptr;
+    return Guarded([&] {
+        const std::string key = ResolvedKey(uri);
+        if (const std::size_t index = IndexOf(key); index != NotThere) {
+            *part = ObjectOf(index).Detach();
+            return S_OK;
+        }
+        const auto& package = m_core.context->package;
+        const OvPlatform::PackagePart* stored = package ? package->Find(key) : nullptr;
+        if (!stored || !IsResource(KindOf(stored->contentType, stored->name))) return E_ELEMENT_NOT_FOUND;
+        *part = MakeStoredPart(m_core.context, *stored).Detach();
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::GetWriteStream(IPrintWriteStream** stream) {
+    if (!stream) return E_POINTER;
+    *stream = nullptr;
+    return Guarded([&] {
+        auto content = std::make_shared<SpooledContent>(m_core.name, m_core.context->job);
+        *stream = new PrintWriteStream(content->Bytes());
+        m_newMarkup = std::move(content);
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::SetPrintTicket(IPartPrintTicket* ticket) { return m_ticket.Set(ticket); }
+
+HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
+    if (!part) return E_POINTER;
+    return Guarded([&] {
+        if (CComQIPtr<IPartPrintTicket> ticket(part); ticket) {
+            m_ticket.Set(ticket);
+            return S_OK;
+        }
+        const CComQIPtr<IHostPart> host(part);
+        const CComQIPtr<IFixedPage> page(part);
+        if (!host || page) return E_INVALIDARG;
+
+        const CComQIPtr<IPartThumbnail> thumbnail(part);
+        const std::string& name = host->Core().name;
+        const std::size_t index = IndexOf(LowerAscii(name));
+        if (index != NotThere) {
+            PageResource& resource = m_resources[index];
+            resource.object = part;
+            resource.stored = nullptr;
+            resource.viaDictionary = false;
+            return S_OK;
+        }
+        PageResource resource;
+        resource.name = name;
+        resource.relationshipType = RelationType(thumbnail ? Relation::Thumbnail : Relation::RequiredResource,
+                                                 m_core.context->flavour);
+        resource.object = part;
+        m_resources.push_back(std::move(resource));
+        m_index.emplace(LowerAscii(name), m_resources.size() - 1);
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::DeleteResource(PCWSTR uri) {
+    if (!uri) return E_POINTER;
+    return Guarded([&] {
+        const std::size_t index = IndexOf(ResolvedKey(uri));
+        if (index == NotThere) return E_ELEMENT_NOT_FOUND;
+        m_resources.erase(m_resources.begin() + static_cast<std::ptrdiff_t>(index));
+        m_index.clear();
+        return S_OK;
+    });
+}
+
+HRESULT FixedPagePart::GetXpsPartIterator(IXpsPartIterator** iterator) {
+    if (!iterator) return E_POINTER;
+    *iterator = nullptr;
+    return Guarded([&] {
+        *iterator = new PagePartIterator(this);
+        return S_OK;
+    });
+}
+
+std::unique_ptr<ByteReader> FixedPagePart::OpenMarkup() const {
+    return m_newMarkup ? m_newMarkup->Open() : m_core.content->Open();
+}
+
+CComPtr<IUnknown> FixedPagePart::ObjectOf(std::size_t index) {
+    PageResource& resource = m_resources[index];
+    if (!resource.object)
+        resource.object = MakeStoredPart(m_core.context, *resource.stored,
+                                         RelationOf(resource.relationshipType) == Relation::Thumbnail);
+    return resource.object;
+}
+
+std::string FixedPagePart::ResolvedKey(PCWSTR uri) const {
+    return LowerAscii(ResolveReference(m_core.name, Utf8(uri)));
+}
+
+std::size_t FixedPagePart::IndexOf(const std::string& key) {
+    if (m_index.empty())
+        for (std::size_t i = 0; i < m_resources.size(); ++i) m_index.emplace(LowerAscii(m_resources[i].name), i);
+    const auto found = m_index.find(key);
+    return found == m_index.end() ? NotThere : found->second;
+}
+
+} // namespace OvPipeline

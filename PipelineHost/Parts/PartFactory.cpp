@@ -1,0 +1,128 @@
+#include "Parts/PartFactory.h"
+
+#include "Parts/FontPart.h"
+#include "Streams/PackageContent.h"
+#include "Streams/PrintWriteStream.h"
+
+#include <libxml/uri.h>
+#include <libxml/xmlmemory.h>
+
+#include <memory>
+
+namespace OvPipeline {
+
+namespace {
+
+struct XmlTextDeleter {
+    void operator()(void* text) const { xmlFree(text); }
+};
+template <class Char>
+using XmlText = std::unique_ptr<Char, XmlTextDeleter>;
+
+const xmlChar* Xml(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
+
+bool IsPartName(const std::string& name) {
+    return name.size() > 1 && name.front() == '/' && name.back() != '/' && name.find("//") == std::string::npos &&
+           name.find('\\') == std::string::npos && name.find("/./") == std::string::npos &&
+           name.find("/../") == std::string::npos;
+}
+
+template <class Object, class Interface>
+void Hand(Object* object, void** part) {
+    *part = static_cast<Interface*>(object);
+}
+
+} // namespace
+
+PartCore PartCore::Of(const SharedContext& context, const OvPlatform::PackagePart& part, PartKind kind) {
+    PartCore core;
+    core.context = context;
+    core.kind = kind;
+    core.name = part.name;
+    core.contentType = part.contentType;
+    core.content = std::make_shared<PackageContent>(context->package, part);
+    core.compression = static_cast<EXpsCompressionOptions>(part.compression);
+    core.stored = &part;
+    return core;
+}
+
+CComPtr<IUnknown> MakeStoredPart(const SharedContext& context, const OvPlatform::PackagePart& part,
+                                 bool isThumbnail) {
+    const PartKind kind = KindOf(part.contentType, part.name);
+    PartCore core = PartCore::Of(context, part, kind);
+    CComPtr<IUnknown> object;
+    if (isThumbnail)
+        object.Attach(static_cast<IPartThumbnail*>(new ThumbnailPart(std::move(core))));
+    else if (kind == PartKind::Font)
+        object.Attach(static_cast<IPartFont2*>(new FontPart(std::move(core))));
+    else if (kind == PartKind::Image)
+        object.Attach(static_cast<IPartImage*>(new ImagePart(std::move(core))));
+    else if (kind == PartKind::ColorProfile)
+        object.Attach(static_cast<IPartColorProfile*>(new ColorProfilePart(std::move(core))));
+    else if (kind == PartKind::ResourceDictionary)
+        object.Attach(static_cast<IPartResourceDictionary*>(new ResourceDictionaryPart(std::move(core))));
+    else if (kind == PartKind::PrintTicket)
+        object.Attach(static_cast<IPartPrintTicket*>(new PrintTicketPart(std::move(core))));
+    else
+        object.Attach(static_cast<IPartBase*>(new UnknownPart(std::move(core))));
+    return object;
+}
+
+HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFIID riid, void** part,
+                    IPrintWriteStream** stream) {
+    if (!IsPartName(name)) throw HostError(E_INVALIDARG, name, "\"" + name + "\" is not the name of a part");
+    const auto content = std::make_shared<SpooledContent>(name, context->job);
+    const auto core = [&](PartKind kind) {
+        PartCore c;
+        c.context = context;
+        c.kind = kind;
+        c.name = name;
+        c.contentType = DefaultContentType(kind, name);
+        c.content = content;
+        return c;
+    };
+    if (riid == __uuidof(IFixedDocument)) {
+        *part = static_cast<IFixedDocument*>(new FixedDocumentPart(context, name, {}));
+        return S_OK;
+    }
+    CComPtr<IPrintWriteStream> writer;
+    writer.Attach(new PrintWriteStream(content->Bytes()));
+    if (riid == __uuidof(IFixedPage))
+        *part = static_cast<IFixedPage*>(new FixedPagePart(core(PartKind::Page), {}, {name, {}, {}, {}}, {}));
+    else if (riid == __uuidof(IPartImage))
+        *part = static_cast<IPartImage*>(new ImagePart(core(PartKind::Image)));
+    else if (riid == __uuidof(IPartThumbnail))
+        *part = static_cast<IPartThumbnail*>(new ThumbnailPart(core(PartKind::Image)));
+    else if (riid == __uuidof(IPartFont) || riid == __uuidof(IPartFont2))
+        *part = static_cast<IPartFont2*>(new FontPart(core(PartKind::Font)));
+    else if (riid == __uuidof(IPartPrintTicket))
+        *part = static_cast<IPartPrintTicket*>(new PrintTicketPart(core(PartKind::PrintTicket)));
+    else if (riid == __uuidof(IPartColorProfile))
+        *part = static_cast<IPartColorProfile*>(new ColorProfilePart(core(PartKind::ColorProfile)));
+    else
+        return E_NOINTERFACE;
+    *stream = writer.Detach();
+    return S_OK;
+}
+
+std::string ResolveReference(const std::string& base, const std::string& reference) {
+    const std::string withoutFragment = reference.substr(0, reference.find('#'));
+    const XmlText<xmlChar> resolved(xmlBuildURI(Xml(withoutFragment), Xml(base)));
+    if (!resolved || withoutFragment.empty())
+        throw InputError(static_cast<HRESULT>(0x80510001), base,
+                         base + ": the reference \"" + reference + "\" cannot be resolved");
+    return reinterpret_cast<const char*>(resolved.get());
+}
+
+const OvPlatform::PackagePart* FindReferred(const OvPlatform::PackageReader& package, const std::string& base,
+                                            const std::string& reference) {
+    // References are IRIs: what a part's name must encode may stand in them as it is.
+    const XmlText<xmlChar> escaped(xmlURIEscapeStr(Xml(reference), BAD_CAST "/:@!$&'()*+,;=%-._~#?"));
+    const std::string resolved =
+        ResolveReference(base, escaped ? reinterpret_cast<const char*>(escaped.get()) : reference);
+    if (const OvPlatform::PackagePart* part = package.Find(resolved)) return part;
+    const XmlText<char> plain(xmlURIUnescapeString(resolved.c_str(), 0, nullptr));
+    return plain ? package.Find(plain.get()) : nullptr;
+}
+
+} // namespace OvPipeline

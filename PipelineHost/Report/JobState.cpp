@@ -1,0 +1,59 @@
+#include "Report/JobState.h"
+
+#include "Report/HresultText.h"
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT Cancelled = static_cast<HRESULT>(0x8007003F); // ERROR_PRINT_CANCELLED
+
+std::string OneLine(std::string text) {
+    for (char& c : text)
+        if (c == '\n' || c == '\r') c = ' ';
+    return text;
+}
+
+} // namespace
+
+std::string JobFailure::Line() const {
+    std::string line = stage;
+    // A problem in words names its part itself where it can.
+    if (!part.empty() && problem.find(part) == std::string::npos) line += " at " + part;
+    line += ": ";
+    if (!problem.empty()) line += problem + ": ";
+    return OneLine(line + HresultText(result));
+}
+
+void JobState::Fail(JobFailure failure) {
+    Announce([&] {
+        if (m_failure || m_cancelled) return;
+        m_failure = std::move(failure);
+        m_stopping.store(true, std::memory_order_release);
+    });
+}
+
+void JobState::Cancel() {
+    Announce([&] {
+        if (m_failure || m_cancelled) return;
+        m_cancelled = true;
+        m_stopping.store(true, std::memory_order_release);
+    });
+}
+
+HRESULT JobState::StopResult() const {
+    const std::lock_guard lock(m_mutex);
+    return m_failure && FAILED(m_failure->result) ? m_failure->result : Cancelled;
+}
+
+bool JobState::IsCancelled() const {
+    const std::lock_guard lock(m_mutex);
+    return m_cancelled;
+}
+
+std::optional<JobFailure> JobState::Failure() const {
+    const std::lock_guard lock(m_mutex);
+    return m_failure;
+}
+
+} // namespace OvPipeline

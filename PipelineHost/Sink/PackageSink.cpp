@@ -1,0 +1,194 @@
+#include "Sink/PackageSink.h"
+
+#include "Parts/FontPart.h"
+#include "Sink/MarkupText.h"
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT InvalidState = static_cast<HRESULT>(0x8007139F);
+constexpr HRESULT DuplicatePart = static_cast<HRESULT>(0x8051000B);
+constexpr HRESULT MissingPage = static_cast<HRESULT>(0x8052010C);
+constexpr const char* DefaultSequenceName = "/FixedDocumentSequence.fdseq";
+
+void Require(HRESULT hr, const std::string& name, const char* what) {
+    if (FAILED(hr)) throw HostError(hr, name, name + ": " + what);
+}
+
+template <class Part>
+std::string UriOf(Part* part) {
+    CComBSTR uri;
+    Require(part->GetUri(&uri), {}, "the part does not tell its name");
+    return Utf8Argument(uri);
+}
+
+// Null where the part has none.
+template <class Part>
+CComPtr<IPartPrintTicket> TicketOf(Part* part, const std::string& name) {
+    CComPtr<IPartPrintTicket> ticket;
+    const HRESULT hr = part->GetPrintTicket(&ticket);
+    if (hr != E_ELEMENT_NOT_FOUND) Require(hr, name, "its print ticket cannot be had");
+    return ticket;
+}
+
+} // namespace
+
+PackageSink::PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,
+                         Interleaving interleaving)
+    : m_job(std::move(job)), m_flavour(flavour), m_interleaving(interleaving),
+      m_writer(OvPlatform::PackageWriter::Create(target)) {}
+
+void PackageSink::Take(IUnknown* part) {
+    if (const CComQIPtr<IHostPage> page(part); page) {
+        TakePage(page->Page());
+    } else if (const CComQIPtr<IFixedDocument> document(part); document) {
+        TakeDocument(document);
+    } else if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
+        m_sequenceName = UriOf(sequence.p);
+        WriteTicket(m_sequenceName, TicketOf(sequence.p, m_sequenceName));
+    } else if (const CComQIPtr<IXpsDocument> package(part); package) {
+        CComPtr<IPartThumbnail> thumbnail;
+        const HRESULT hr = package->GetThumbnail(&thumbnail);
+        if (hr != E_ELEMENT_NOT_FOUND) Require(hr, "/", "the thumbnail cannot be had");
+        if (thumbnail) Relate("/", Relation::Thumbnail, WriteObject(thumbnail));
+    } else if (const CComQIPtr<IHostPart> host(part); host) {
+        const std::string name = WriteObject(part);
+        if (const auto& anchor = host->Core().anchor) m_links.push_back({anchor->source, anchor->type, name});
+    } else {
+        Say("leaves out a part of an unknown kind", {});
+    }
+    m_job->Counters().bytesWritten = m_writer->BytesWritten();
+}
+
+void PackageSink::TakeDocument(IFixedDocument* document) {
+    CloseDocument();
+    m_document = document;
+    m_documentName = UriOf(document);
+    m_restrictedFonts.clear();
+    if (const CComQIPtr<IHostDocument> host(document); host) m_restrictedFonts = host->RestrictedFonts();
+}
+
+// What hangs on a document is written with its first page, since a document without pages is none.
+void PackageSink::OpenDocument() {
+    if (!m_documentMarkup.empty()) return;
+    if (!m_document) throw HostError(InvalidState, {}, "a page was sent before any document");
+    m_documentMarkup = OpenRoot("FixedDocument", m_flavour);
+    WriteTicket(m_documentName, TicketOf(m_document.p, m_documentName));
+}
+
+void PackageSink::CloseDocument() {
+    if (m_documentMarkup.empty()) {
+        if (m_document) Say("leaves out the document without pages", m_documentName);
+        return;
+    }
+    WriteText(m_documentName, DocumentContentType, m_documentMarkup + "</FixedDocument>\n");
+    m_documentMarkup.clear();
+    if (m_sequenceMarkup.empty()) {
+        m_sequenceMarkup = OpenRoot("FixedDocumentSequence", m_flavour);
+        if (m_sequenceName.empty()) m_sequenceName = DefaultSequenceName;
+    }
+    m_sequenceMarkup += DocumentReferenceElement(m_sequenceName, m_documentName);
+}
+
+void PackageSink::TakePage(FixedPagePart& page) {
+    OpenDocument();
+    if (m_interleaving == Interleaving::MarkupFirst) WriteMarkup(page);
+    WriteResources(page);
+    if (m_interleaving == Interleaving::ResourcesFirst) WriteMarkup(page);
+    m_documentMarkup += PageContentElement(m_documentName, page.Core().name, page.Reference());
+    ++m_pages;
+    ++m_job->Counters().pagesWritten;
+}
+
+void PackageSink::WriteMarkup(FixedPagePart& page) {
+    const PartCore& core = page.Core();
+    WriteBytes(core.name, core.contentType, core.compression, *page.OpenMarkup());
+}
+
+void PackageSink::WriteResources(FixedPagePart& page) {
+    const std::string& name = page.Core().name;
+    WriteTicket(name, page.Ticket().Take(PartKind::PrintTicket));
+    for (const PageResource& resource : page.Resources()) {
+        if (resource.object)
+            WriteObject(resource.object);
+        else
+            WriteCore(PartCore::Of(page.Core().context, *resource.stored, PartKind::Unknown));
+        if (!resource.viaDictionary) m_writer->AddRelationship(name, resource.relationshipType, resource.name);
+        if (!m_restrictedFonts.empty() && m_restrictedFonts.contains(LowerAscii(resource.name)))
+            Relate(m_documentName, Relation::RestrictedFont, resource.name);
+    }
+}
+
+std::string PackageSink::WriteObject(IUnknown* object) {
+    const CComQIPtr<IHostPart> host(object);
+    if (!host) throw HostError(E_NOINTERFACE, {}, "a part was sent that the pipeline did not make");
+    const PartCore& core = host->Core();
+    const CComQIPtr<IPartFont> font(object);
+    if (!font) {
+        WriteCore(core);
+    } else if (Claim(core.name, core.content->Identity())) {
+        const PackagedFont packed = PackFont(font, core.name);
+        WriteBytes(core.name, packed.contentType, core.compression, *packed.bytes);
+    }
+    return core.name;
+}
+
+void PackageSink::WriteCore(const PartCore& core) {
+    if (!Claim(core.name, core.content->Identity())) return;
+    WriteBytes(core.name, core.contentType, core.compression, *core.content->Open());
+    if (!core.stored || KindOf(core.contentType, core.name) != PartKind::ResourceDictionary) return;
+    for (const auto& relationship : core.context->package->Relationships(core.name))
+        if (!relationship.external) m_links.push_back({core.name, relationship.type, relationship.targetPart});
+}
+
+void PackageSink::WriteTicket(const std::string& owner, IPartPrintTicket* ticket) {
+    if (ticket) Relate(owner, Relation::PrintTicket, WriteObject(ticket));
+}
+
+// Whether the part is still to be written. The same part comes again with each page that uses it.
+bool PackageSink::Claim(const std::string& name, std::uint64_t identity) {
+    const auto [place, isNew] = m_written.emplace(LowerAscii(name), identity);
+    if (!isNew && place->second != identity)
+        throw HostError(DuplicatePart, name, "two different parts were sent under the name " + name);
+    return isNew;
+}
+
+void PackageSink::WriteBytes(const std::string& name, const std::string& contentType,
+                             EXpsCompressionOptions compression, ByteReader& bytes) {
+    Say("writes", name);
+    ThreadPart() = name;
+    const auto sink =
+        m_writer->AddPart(name, contentType, static_cast<OvPlatform::PackageCompression>(compression));
+    Drain(bytes, [&](const void* chunk, std::size_t size) { sink->Write(chunk, size); });
+    sink->Close();
+    ++m_job->Counters().partsWritten;
+}
+
+void PackageSink::WriteText(const std::string& name, const char* contentType, const std::string& text) {
+    WriteBytes(name, contentType, Compression_Normal, *MemoryContent(text).Open());
+}
+
+void PackageSink::Relate(const std::string& source, Relation relation, const std::string& target) {
+    m_writer->AddRelationship(source, RelationType(relation, m_flavour), target);
+}
+
+void PackageSink::Complete() {
+    CloseDocument();
+    m_document.Release();
+    if (m_pages == 0) throw HostError(MissingPage, {}, "the last filter sent no page: there is nothing to write");
+    WriteText(m_sequenceName, SequenceContentType, m_sequenceMarkup + "</FixedDocumentSequence>\n");
+    Relate("/", Relation::FixedRepresentation, m_sequenceName);
+    for (const Link& link : m_links)
+        if ((link.source == "/" || m_writer->HasPart(link.source)) && m_writer->HasPart(link.target))
+            m_writer->AddRelationship(link.source, link.type, link.target);
+    m_job->Counters().bytesWritten = m_writer->BytesWritten();
+}
+
+void PackageSink::Commit() { m_writer->Finish(); }
+
+void PackageSink::Say(std::string_view step, const std::string& name) const {
+    if (m_job->Log().IsOn()) m_job->Log().Step(step, name);
+}
+
+} // namespace OvPipeline

@@ -1,0 +1,295 @@
+#include "Source/PackageSource.h"
+
+#include "Parts/PartFactory.h"
+
+#include <utility>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT UnexpectedContentType = static_cast<HRESULT>(0x80520008);
+constexpr HRESULT MissingSequence = static_cast<HRESULT>(0x80520108);
+constexpr HRESULT MissingDocument = static_cast<HRESULT>(0x80520109);
+constexpr HRESULT MissingReferredDocument = static_cast<HRESULT>(0x8052010A);
+constexpr HRESULT MissingReferredPage = static_cast<HRESULT>(0x8052010B);
+constexpr HRESULT MissingPage = static_cast<HRESULT>(0x8052010C);
+constexpr HRESULT TwoSequences = static_cast<HRESULT>(0x80520202);
+constexpr HRESULT TwoPageTickets = static_cast<HRESULT>(0x80520205);
+constexpr HRESULT TwoDocumentTickets = static_cast<HRESULT>(0x80520206);
+constexpr HRESULT TwoJobTickets = static_cast<HRESULT>(0x80520207);
+constexpr HRESULT ReferredTwice = static_cast<HRESULT>(0x80520208);
+
+} // namespace
+
+SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job) {
+    auto context = std::make_shared<PartContext>();
+    context->job = std::move(job);
+    context->package = OvPlatform::PackageReader::Open(file);
+    for (const auto& relationship : context->package->Relationships("/"))
+        if (RelationOf(relationship.type) == Relation::FixedRepresentation && IsOpenXpsType(relationship.type))
+            context->flavour = XpsFlavour::OpenXps;
+    return context;
+}
+
+PackageSource::PackageSource(SharedContext context)
+    : m_context(std::move(context)), m_reached(m_context->package->Parts().size()) {
+    FindSequence();
+}
+
+void PackageSource::FindSequence() {
+    const std::string file = m_context->package->File().string();
+    for (const auto& relationship : m_context->package->Relationships("/")) {
+        if (RelationOf(relationship.type) != Relation::FixedRepresentation) continue;
+        const Part& part = Follow("/", relationship);
+        if (m_sequence && m_sequence != &part)
+            throw InputError(TwoSequences, file,
+                             "the package names two document sequences, " + m_sequence->name + " and " + part.name);
+        m_sequence = &part;
+    }
+    if (!m_sequence)
+        throw InputError(MissingSequence, file, "the package names no document sequence: it is no XPS document");
+    if (KindOf(m_sequence->contentType, {}) != PartKind::Sequence)
+        throw InputError(UnexpectedContentType, m_sequence->name,
+                         m_sequence->name + " is of type " + m_sequence->contentType +
+                             ", which is no fixed document sequence");
+    MarkReached(*m_sequence);
+}
+
+HRESULT PackageSource::GetXpsPart(IUnknown** part) {
+    if (!part) return E_POINTER;
+    *part = nullptr;
+    return Guarded([&] {
+        if (m_context->job->IsStopping()) return m_context->job->StopResult();
+        CComPtr<IUnknown> next = Next();
+        if (next) {
+            ++m_context->job->Counters().parts;
+            const CComQIPtr<IFixedPage> page(next);
+            if (page) ++m_context->job->Counters().pages;
+        }
+        *part = next.Detach();
+        return S_OK;
+    });
+}
+
+CComPtr<IUnknown> PackageSource::Next() {
+    while (m_ready.empty() && m_stage != Stage::End) {
+        switch (m_stage) {
+        case Stage::Package:
+            QueuePackage();
+            m_stage = Stage::Sequence;
+            break;
+        case Stage::Sequence:
+            QueueSequence();
+            m_stage = Stage::Documents;
+            break;
+        case Stage::Documents:
+            m_stage = QueueDocument() ? Stage::Pages : Stage::Rest;
+            break;
+        case Stage::Pages:
+            if (!QueuePage()) m_stage = Stage::Documents;
+            break;
+        case Stage::Rest:
+            if (!QueueRest()) m_stage = Stage::End;
+            break;
+        case Stage::End:
+            break;
+        }
+    }
+    if (m_ready.empty()) return {};
+    CComPtr<IUnknown> part = std::move(m_ready.front());
+    m_ready.pop_front();
+    return part;
+}
+
+void PackageSource::QueuePackage() {
+    const auto relationships = m_context->package->Relationships("/");
+    const Part* thumbnail = nullptr;
+    for (const Relationship& relationship : relationships)
+        if (RelationOf(relationship.type) == Relation::Thumbnail && !thumbnail) {
+            thumbnail = &Follow("/", relationship);
+            MarkReached(*thumbnail);
+        }
+    CComPtr<IUnknown> document;
+    document.Attach(new XpsDocumentPart(ThumbnailSlot(m_context, thumbnail)));
+    m_ready.push_back(std::move(document));
+    for (const Relationship& relationship : relationships) {
+        const Relation relation = RelationOf(relationship.type);
+        if (relation == Relation::SignatureOrigin)
+            Skip("/", relationship); // what is rewritten is not what was signed
+        else if (relation != Relation::FixedRepresentation && relation != Relation::Thumbnail)
+            QueueUnknown("/", relationship);
+    }
+}
+
+void PackageSource::QueueSequence() {
+    const auto relationships = m_context->package->Relationships(m_sequence->name);
+    CComPtr<IUnknown> sequence;
+    sequence.Attach(new FixedDocumentSequencePart(m_context, m_sequence->name,
+                                                  TicketOf(m_sequence->name, relationships, TwoJobTickets)));
+    m_ready.push_back(std::move(sequence));
+    for (const Relationship& relationship : relationships)
+        if (RelationOf(relationship.type) != Relation::PrintTicket) QueueUnknown(m_sequence->name, relationship);
+    m_documents = std::make_unique<ReferenceList>(ReferenceList::Of::Sequence,
+                                                  PartCore::Of(m_context, *m_sequence, PartKind::Sequence));
+}
+
+bool PackageSource::QueueDocument() {
+    const auto reference = m_documents->Next();
+    if (!reference) {
+        if (m_documentCount == 0)
+            throw InputError(MissingDocument, m_sequence->name, m_sequence->name + " has no documents");
+        if (m_pageCount == 0)
+            throw InputError(MissingPage, m_sequence->name, "the job has no pages: there is nothing to print");
+        return false;
+    }
+    m_document = &Refer(m_sequence->name, *reference, PartKind::Document, MissingReferredDocument);
+    ++m_documentCount;
+
+    const auto relationships = m_context->package->Relationships(m_document->name);
+    std::unordered_set<std::string> restrictedFonts;
+    for (const Relationship& relationship : relationships)
+        if (RelationOf(relationship.type) == Relation::RestrictedFont)
+            restrictedFonts.insert(LowerAscii(Follow(m_document->name, relationship).name));
+    CComPtr<IUnknown> document;
+    document.Attach(static_cast<IFixedDocument*>(new FixedDocumentPart(
+        m_context, m_document->name, TicketOf(m_document->name, relationships, TwoDocumentTickets),
+        std::move(restrictedFonts))));
+    m_ready.push_back(std::move(document));
+    for (const Relationship& relationship : relationships) {
+        const Relation relation = RelationOf(relationship.type);
+        if (relation == Relation::SignatureDefinitions)
+            Skip(m_document->name, relationship);
+        else if (relation != Relation::PrintTicket && relation != Relation::RestrictedFont)
+            QueueUnknown(m_document->name, relationship);
+    }
+    m_pages = std::make_unique<ReferenceList>(ReferenceList::Of::Document,
+                                              PartCore::Of(m_context, *m_document, PartKind::Document));
+    return true;
+}
+
+bool PackageSource::QueuePage() {
+    auto reference = m_pages->Next();
+    if (!reference) return false;
+    const Part& page = Refer(m_document->name, *reference, PartKind::Page, MissingReferredPage);
+    ++m_pageCount;
+    const auto relationships = m_context->package->Relationships(page.name);
+    CComPtr<IUnknown> object;
+    object.Attach(static_cast<IFixedPage*>(new FixedPagePart(
+        PartCore::Of(m_context, page, PartKind::Page), TicketOf(page.name, relationships, TwoPageTickets),
+        std::move(*reference), ResourcesOf(page, relationships))));
+    m_ready.push_back(std::move(object));
+    return true;
+}
+
+bool PackageSource::QueueRest() {
+    const auto& parts = m_context->package->Parts();
+    for (; m_nextRest < parts.size(); ++m_nextRest) {
+        const Part& part = parts[m_nextRest];
+        if (m_reached[m_nextRest] || !IsResource(KindOf(part.contentType, {}))) continue;
+        MarkReached(part);
+        m_ready.push_back(MakeStoredPart(m_context, part));
+        return true;
+    }
+    return false;
+}
+
+const PackageSource::Part& PackageSource::Follow(const std::string& source, const Relationship& relationship) const {
+    return OvPlatform::RequireTarget(*m_context->package, source, relationship);
+}
+
+const PackageSource::Part& PackageSource::Refer(const std::string& source, const PageReference& reference,
+                                                PartKind kind, HRESULT missing) {
+    const Part* part = FindReferred(*m_context->package, source, reference.source);
+    const std::string word = KindName(kind);
+    if (!part)
+        throw InputError(missing, source,
+                         source + " names the " + word + " " + reference.source + ", which the package does not hold");
+    if (KindOf(part->contentType, {}) != kind)
+        throw InputError(UnexpectedContentType, part->name,
+                         part->name + " is of type " + part->contentType + ", which is no fixed " + word);
+    if (!MarkReached(*part))
+        throw InputError(ReferredTwice, part->name, "the " + word + " " + part->name + " is referred to twice");
+    return *part;
+}
+
+TicketSlot PackageSource::TicketOf(const std::string& source, const std::vector<Relationship>& relationships,
+                                   HRESULT twice) const {
+    const Part* ticket = nullptr;
+    for (const Relationship& relationship : relationships) {
+        if (RelationOf(relationship.type) != Relation::PrintTicket) continue;
+        const Part& target = Follow(source, relationship);
+        if (ticket)
+            throw InputError(twice, source,
+                             source + " has two print tickets, " + ticket->name + " and " + target.name);
+        ticket = &target;
+    }
+    return {m_context, ticket};
+}
+
+void PackageSource::QueueUnknown(const std::string& source, const Relationship& relationship) {
+    std::vector<std::pair<std::string, Relationship>> open{{source, relationship}};
+    while (!open.empty()) {
+        const auto [from, link] = std::move(open.back());
+        open.pop_back();
+        const Part* part = link.external ? nullptr : m_context->package->Find(link.targetPart);
+        if (!part) {
+            Skip(from, link);
+            continue;
+        }
+        PartCore core = PartCore::Of(m_context, *part, PartKind::Unknown);
+        core.anchor = Anchor{from, link.type};
+        CComPtr<IUnknown> object;
+        object.Attach(static_cast<IPartBase*>(new UnknownPart(std::move(core))));
+        m_ready.push_back(std::move(object));
+        if (!MarkReached(*part)) continue;
+        for (Relationship& further : m_context->package->Relationships(part->name))
+            open.emplace_back(part->name, std::move(further));
+    }
+}
+
+std::vector<PageResource> PackageSource::ResourcesOf(const Part& page,
+                                                     const std::vector<Relationship>& relationships) {
+    std::vector<PageResource> resources;
+    std::unordered_set<const Part*> seen{&page};
+    const auto take = [&](const Part& part, const std::string& type, bool viaDictionary) {
+        MarkReached(part);
+        if (seen.insert(&part).second) resources.push_back({part.name, type, &part, {}, viaDictionary});
+    };
+    for (const Relationship& relationship : relationships) {
+        const Relation relation = RelationOf(relationship.type);
+        if (relation == Relation::PrintTicket) continue;
+        const bool isRequired = relation == Relation::RequiredResource || relation == Relation::Thumbnail;
+        // Story fragments do not survive the pipeline.
+        const Part* part = relation == Relation::StoryFragments ? nullptr
+                           : isRequired                         ? &Follow(page.name, relationship)
+                                                                : m_context->package->Find(relationship.targetPart);
+        if (part)
+            take(*part, relationship.type, false);
+        else
+            Skip(page.name, relationship);
+    }
+    // What a dictionary uses, its page uses; dictionaries may lead to dictionaries.
+    for (std::size_t i = 0; i < resources.size(); ++i) {
+        const Part& part = *resources[i].stored;
+        if (KindOf(part.contentType, part.name) != PartKind::ResourceDictionary) continue;
+        for (const Relationship& relationship : m_context->package->Relationships(part.name))
+            if (RelationOf(relationship.type) == Relation::RequiredResource)
+                take(Follow(part.name, relationship), relationship.type, true);
+    }
+    return resources;
+}
+
+bool PackageSource::MarkReached(const Part& part) {
+    const auto index = static_cast<std::size_t>(&part - m_context->package->Parts().data());
+    if (m_reached[index]) return false;
+    m_reached[index] = true;
+    return true;
+}
+
+void PackageSource::Skip(const std::string& source, const Relationship& relationship) const {
+    Trace& log = m_context->job->Log();
+    if (log.IsOn()) log.Step("leaves out", relationship.target + " of " + source);
+}
+
+} // namespace OvPipeline

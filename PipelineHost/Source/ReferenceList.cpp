@@ -1,0 +1,125 @@
+#include "Source/ReferenceList.h"
+
+#include <cstring>
+#include <exception>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr HRESULT InvalidMarkup = static_cast<HRESULT>(0x8052000C);    // XPS_E_INVALID_MARKUP
+constexpr HRESULT MissingReference = static_cast<HRESULT>(0x80520110); // XPS_E_MISSING_PART_REFERENCE
+
+// Problems are told by the exception, not on the error stream.
+void Ignore(void*, xmlErrorPtr) {}
+
+const char* RootName(ReferenceList::Of kind) {
+    return kind == ReferenceList::Of::Sequence ? "FixedDocumentSequence" : "FixedDocument";
+}
+
+const char* ItemName(ReferenceList::Of kind) {
+    return kind == ReferenceList::Of::Sequence ? "DocumentReference" : "PageContent";
+}
+
+std::string Text(const xmlChar* text) { return text ? reinterpret_cast<const char*>(text) : ""; }
+
+} // namespace
+
+ReferenceList::ReferenceList(Of kind, const PartCore& part)
+    : m_kind(kind), m_partName(part.name), m_bytes(part.content->Open()) {
+    m_reader.reset(xmlReaderForIO(&ReferenceList::ReadBytes, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
+    if (!m_reader) throw std::bad_alloc();
+    xmlTextReaderSetStructuredErrorHandler(m_reader.get(), &Ignore, nullptr);
+}
+
+ReferenceList::~ReferenceList() = default;
+
+int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
+    auto* self = static_cast<ReferenceList*>(context);
+    try {
+        return static_cast<int>(self->m_bytes->Read(buffer, static_cast<std::size_t>(size)));
+    } catch (...) {
+        self->m_readFailure = std::current_exception();
+        return -1;
+    }
+}
+
+void ReferenceList::Refuse(const std::string& problem) const {
+    const int line = xmlTextReaderGetParserLineNumber(m_reader.get());
+    throw InputError(InvalidMarkup, m_partName, m_partName + " line " + std::to_string(line) + ": " + problem);
+}
+
+bool ReferenceList::Advance() {
+    const int more = xmlTextReaderRead(m_reader.get());
+    if (m_readFailure) std::rethrow_exception(m_readFailure);
+    if (more < 0) {
+        const xmlError* error = xmlGetLastError();
+        std::string problem = error && error->message ? error->message : "the markup cannot be read";
+        while (!problem.empty() && (problem.back() == '\n' || problem.back() == '\r')) problem.pop_back();
+        Refuse(problem);
+    }
+    if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)
+        Refuse("document type declarations are not allowed");
+    return more == 1;
+}
+
+bool ReferenceList::IsElement(const char* name) const {
+    return xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_ELEMENT &&
+           Text(xmlTextReaderConstLocalName(m_reader.get())) == name &&
+           IsMarkupNamespace(Text(xmlTextReaderConstNamespaceUri(m_reader.get())));
+}
+
+std::string ReferenceList::Attribute(const char* name) const {
+    xmlChar* value = xmlTextReaderGetAttribute(m_reader.get(), BAD_CAST name);
+    std::string text = Text(value);
+    xmlFree(value);
+    return text;
+}
+
+void ReferenceList::CheckRoot() {
+    while (Advance()) {
+        if (xmlTextReaderNodeType(m_reader.get()) != XML_READER_TYPE_ELEMENT) continue;
+        if (!IsElement(RootName(m_kind)))
+            Refuse("the root element is " + Text(xmlTextReaderConstName(m_reader.get())) + ", not a " +
+                   RootName(m_kind) + " of XPS");
+        return;
+    }
+    Refuse("the part is empty");
+}
+
+void ReferenceList::TakeLinkTargets(PageReference& reference) {
+    if (xmlTextReaderIsEmptyElement(m_reader.get())) return;
+    const int depth = xmlTextReaderDepth(m_reader.get());
+    while (Advance() && xmlTextReaderDepth(m_reader.get()) > depth)
+        if (IsElement("LinkTarget")) reference.linkTargets.push_back(Attribute("Name"));
+}
+
+PageReference ReferenceList::TakeReference() {
+    PageReference reference{Attribute("Source"), Attribute("Width"), Attribute("Height"), {}};
+    if (reference.source.empty())
+        throw InputError(MissingReference, m_partName,
+                         m_partName + " line " +
+                             std::to_string(xmlTextReaderGetParserLineNumber(m_reader.get())) + ": a " +
+                             ItemName(m_kind) + " has no Source");
+    if (m_kind == Of::Document) TakeLinkTargets(reference);
+    return reference;
+}
+
+std::optional<PageReference> ReferenceList::Next() {
+    if (!m_started) CheckRoot();
+    m_started = true;
+    while (!m_ended) {
+        if (!Advance()) {
+            m_ended = true;
+        } else if (xmlTextReaderDepth(m_reader.get()) == 1 && IsElement(ItemName(m_kind))) {
+            return TakeReference();
+        } else if (xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_ELEMENT &&
+                   Text(xmlTextReaderConstLocalName(m_reader.get())) == "AlternateContent") {
+            // To leave pages out in silence would be worse.
+            Refuse("alternatives (AlternateContent) are not supported here");
+        }
+    }
+    return {};
+}
+
+} // namespace OvPipeline

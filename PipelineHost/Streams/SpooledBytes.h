@@ -1,0 +1,77 @@
+#pragma once
+
+#include "Streams/ByteReader.h"
+
+#include "Report/JobState.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace OvPipeline {
+
+// Bytes on their way from one writer to readers: in memory while they are few, then in a temporary file that has no
+// name. Writer and readers may be on different threads.
+class SpooledBytes {
+public:
+    static constexpr std::size_t MemoryBound = 256 * 1024;
+
+    SpooledBytes();
+    SpooledBytes(const SpooledBytes&) = delete;
+    SpooledBytes& operator=(const SpooledBytes&) = delete;
+    ~SpooledBytes();
+
+    // Throws HostError, also after the end.
+    void Append(const void* bytes, std::size_t size);
+    // No more will come: all is there, or the writer gave up. The first one counts.
+    void Complete() { End(State::Complete); }
+    void Abandon() { End(State::Abandoned); }
+
+    // What is there at a position now; 0 where nothing is.
+    std::size_t ReadAt(std::uint64_t position, void* buffer, std::size_t size) const;
+    std::uint64_t SizeSoFar() const;
+    bool IsComplete() const;
+
+    // Waits until bytes beyond the position are there (true) or none will come (false). Throws HostError where the
+    // job stops meanwhile, where the writer gave up, or where the calling thread is the writer and would wait for
+    // itself.
+    bool WaitBeyond(std::uint64_t position, const JobState& job) const;
+
+private:
+    enum class State { Open, Complete, Abandoned };
+
+    void End(State state);
+    void MoveToFile();
+
+    mutable std::mutex m_mutex;
+    mutable std::condition_variable m_changed;
+    std::thread::id m_writer = std::this_thread::get_id();
+    State m_state = State::Open;
+    std::uint64_t m_size = 0;
+    std::vector<unsigned char> m_memory;
+    int m_file = -1;
+};
+
+// Reads bytes while they are being written.
+std::unique_ptr<ByteReader> ReadWhileWritten(std::shared_ptr<const SpooledBytes> bytes,
+                                             std::shared_ptr<const JobState> job);
+
+// A new part's bytes. They can be read once all are written.
+class SpooledContent final : public Content {
+public:
+    SpooledContent(std::string partName, std::shared_ptr<const JobState> job);
+
+    std::unique_ptr<ByteReader> Open() const override;
+    std::uint64_t Identity() const override { return m_identity; }
+
+    const std::shared_ptr<SpooledBytes>& Bytes() const { return m_bytes; }
+
+private:
+    std::string m_partName;
+    std::shared_ptr<const JobState> m_job;
+    std::shared_ptr<SpooledBytes> m_bytes = std::make_shared<SpooledBytes>();
+    std::uint64_t m_identity;
+};
+
+} // namespace OvPipeline
