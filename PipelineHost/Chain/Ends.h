@@ -11,10 +11,12 @@ struct FilterEnds {
 };
 
 inline const char* InputName(EndKind kind) {
-    return kind == EndKind::XpsParts ? "XPS parts (IXpsDocumentProvider)" : "a byte stream (IPrintReadStream)";
+    return kind == EndKind::XpsParts ? "XPS parts (IXpsDocumentProvider)"
+                                     : "a byte stream (IPrintReadStream)";
 }
 inline const char* OutputName(EndKind kind) {
-    return kind == EndKind::XpsParts ? "XPS parts (IXpsDocumentConsumer)" : "a byte stream (IPrintWriteStream)";
+    return kind == EndKind::XpsParts ? "XPS parts (IXpsDocumentConsumer)"
+                                     : "a byte stream (IPrintWriteStream)";
 }
 
 } // namespace OvPipeline

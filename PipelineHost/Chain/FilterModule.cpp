@@ -55,7 +55,8 @@ std::string FindModule(const FilterSpec& spec) {
         for (const std::string& name : FileNames(module)) {
             std::error_code error;
             const auto file = folder / name;
-            if (std::filesystem::is_regular_file(file, error)) return std::filesystem::absolute(file).string();
+            if (std::filesystem::is_regular_file(file, error))
+                return std::filesystem::absolute(file).string();
         }
     throw HostError(ModuleNotFound, spec.module, "there is no module " + spec.module);
 }
@@ -91,12 +92,14 @@ CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const 
     CComPtr<IClassFactory> factory;
     HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
     if (SUCCEEDED(hr) && factory)
-        hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
+        hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter),
+                                     reinterpret_cast<void**>(&filter));
     else if (hr != ClassNotAvailable)
         hr = getClassObject(clsid, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
     if (SUCCEEDED(hr) && !filter) hr = E_POINTER;
     if (hr == ClassNotAvailable && clsid == GUID{})
-        throw HostError(hr, m_path, "the module " + m_path + " wants a class id: name it as MODULE,{class id}");
+        throw HostError(hr, m_path,
+                        "the module " + m_path + " wants a class id: name it as MODULE,{class id}");
     if (FAILED(hr))
         throw HostError(hr, m_path,
                         "the module " + m_path + " makes no filter of the class " + GuidText(clsid));
@@ -106,7 +109,8 @@ CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const 
 void FilterModule::PopulateServices(IPrintPipelinePropertyBag* bag) const {
     const auto populate = Find<PopulateFilterServices>("DrvPopulateFilterServices");
     if (!populate)
-        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DrvPopulateFilterServices");
+        throw HostError(ProcedureNotFound, m_path,
+                        "the module " + m_path + " has no DrvPopulateFilterServices");
     if (const HRESULT hr = populate(bag); FAILED(hr))
         throw HostError(hr, m_path, "the services of the module " + m_path + " cannot be had");
 }

@@ -11,17 +11,17 @@ namespace OvPipeline {
 // A loaded module. It is unloaded with the last reference, where it says that it can be.
 class FilterModule {
 public:
-    // Loads the module that a spec names. A name without a folder is looked for beside the configuration, in the
-    // folders of OV_FILTERS, beside the program and in its lib folder; "Name.dll" and "Name" also find "Name.so" and
-    // "libName.so", so that one configuration serves all systems. Throws HostError.
+    // Loads the module that a spec names. A name without a folder is looked for beside the configuration, in
+    // the folders of OV_FILTERS, beside the program and in its lib folder; "Name.dll" and "Name" also find
+    // "Name.so" and "libName.so", so that one configuration serves all systems. Throws HostError.
     static std::shared_ptr<FilterModule> Load(const FilterSpec& spec);
 
     FilterModule(const FilterModule&) = delete;
     FilterModule& operator=(const FilterModule&) = delete;
     ~FilterModule();
 
-    // A new filter, by the module's class factory, or straight from DllGetClassObject as older modules have it.
-    // Throws HostError.
+    // A new filter, by the module's class factory, or straight from DllGetClassObject as older modules have
+    // it. Throws HostError.
     CComPtr<IPrintPipelineFilter> MakeFilter(const GUID& clsid) const;
 
     // Lets a service module fill the bag. Throws HostError where it does not export how.

@@ -13,10 +13,10 @@ namespace OvPipeline {
 // One filter of a chain, as a configuration or a command names it.
 struct FilterSpec {
     std::string name;
-    std::string module;              // as written
-    std::filesystem::path beside;    // the folder that relative modules are looked for in first; may be empty
-    GUID clsid{};                    // null: whatever class the module makes
-    std::optional<FilterEnds> ends;  // not known where a module is named by itself
+    std::string module;             // as written
+    std::filesystem::path beside;   // the folder that relative modules are looked for in first; may be empty
+    GUID clsid{};                   // null: whatever class the module makes
+    std::optional<FilterEnds> ends; // not known where a module is named by itself
 };
 
 struct PipelineSpec {

@@ -1,6 +1,6 @@
 #include "Chain/Links.h"
 
-#include "Parts/FixedPagePart.h"
+#include "Parts/DescribePart.h"
 #include "Parts/PartFactory.h"
 
 namespace OvPipeline {
@@ -64,7 +64,11 @@ void PartQueue::Wake() {
 HRESULT QueueProvider::GetXpsPart(IUnknown** part) {
     if (!part) return E_POINTER;
     *part = nullptr;
-    return Guarded([&] { return m_queue->Receive(part); });
+    return Guarded([&] {
+        const HRESULT hr = m_queue->Receive(part);
+        if (SUCCEEDED(hr)) NoteReceived(*part, m_log);
+        return hr;
+    });
 }
 
 HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
@@ -116,26 +120,6 @@ HRESULT QueueConsumer::GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part, IPr
         if (log.IsOn()) log.Step("makes", name);
         return MakeNewPart(m_context, name, riid, part, stream);
     });
-}
-
-std::string DescribePart(IUnknown* part) {
-    const auto named = [](const char* kind, auto* object) {
-        CComBSTR uri;
-        object->GetUri(&uri);
-        ThreadPart() = Utf8Argument(uri);
-        return std::string(kind) + " " + ThreadPart();
-    };
-    if (const CComQIPtr<IHostPart> host(part); host) {
-        const PartCore& core = host->Core();
-        ThreadPart() = core.name;
-        return std::string(KindName(core.kind)) + " " + core.name;
-    }
-    if (const CComQIPtr<IFixedDocument> document(part); document) return named("document", document.p);
-    if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence)
-        return named("document sequence", sequence.p);
-    ThreadPart().clear();
-    const CComQIPtr<IXpsDocument> package(part);
-    return package ? "XPS document" : "part";
 }
 
 } // namespace OvPipeline

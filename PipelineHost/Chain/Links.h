@@ -40,13 +40,16 @@ private:
 // The end of a queue at which a filter takes parts.
 class QueueProvider final : public ComObject<IXpsDocumentProvider> {
 public:
-    explicit QueueProvider(std::shared_ptr<PartQueue> queue) : m_queue(std::move(queue)) {}
+    QueueProvider(std::shared_ptr<PartQueue> queue, std::shared_ptr<JobState> job)
+        : m_queue(std::move(queue)), m_job(std::move(job)), m_log(m_job->Log()) {}
     HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
 
 private:
     ~QueueProvider() override = default;
 
     std::shared_ptr<PartQueue> m_queue;
+    std::shared_ptr<JobState> m_job;
+    Trace& m_log;
 };
 
 // The end of a queue at which a filter puts parts.
@@ -77,8 +80,5 @@ private:
     bool m_hasDocument = false;
     bool m_hasSequence = false;
 };
-
-// "page /Documents/1/Pages/1.fpage", for the trace; notes the part as the one that the calling thread has in hand.
-std::string DescribePart(IUnknown* part);
 
 } // namespace OvPipeline

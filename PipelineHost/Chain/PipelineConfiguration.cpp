@@ -43,7 +43,8 @@ public:
         const auto document = Parse();
         const xmlNode* root = xmlDocGetRootElement(document.get());
         if (Name(root) != "Filters") Refuse(root, "the root element is " + Name(root) + ", not Filters");
-        for (const xmlNode* child = Element(root->children); child; child = Element(child->next)) ReadChild(child);
+        for (const xmlNode* child = Element(root->children); child; child = Element(child->next))
+            ReadChild(child);
         return m_spec;
     }
 
@@ -51,8 +52,8 @@ private:
     [[noreturn]] void Refuse(const xmlNode* node, const std::string& problem) const {
         const long line = node ? xmlGetLineNo(node) : 0;
         throw HostError(InvalidData, m_file.string(),
-                        m_file.string() + (line > 0 ? " line " + std::to_string(line) : std::string()) + ": " +
-                            problem);
+                        m_file.string() + (line > 0 ? " line " + std::to_string(line) : std::string()) +
+                            ": " + problem);
     }
 
     std::unique_ptr<xmlDoc, DocumentDeleter> Parse() const {
@@ -69,16 +70,19 @@ private:
                               XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
         if (!document || !xmlDocGetRootElement(document.get())) {
             std::string problem = context->lastError.message ? context->lastError.message : "no XML";
-            while (!problem.empty() && problem.back() == '\n') problem.pop_back();
+            while (!problem.empty() && problem.back() == '\n')
+                problem.pop_back();
             throw HostError(InvalidData, m_file.string(),
-                            m_file.string() + " line " + std::to_string(context->lastError.line) + ": " + problem);
+                            m_file.string() + " line " + std::to_string(context->lastError.line) + ": " +
+                                problem);
         }
         if (document->intSubset) Refuse(nullptr, "document type declarations are not allowed");
         return document;
     }
 
     static const xmlNode* Element(const xmlNode* node) {
-        while (node && node->type != XML_ELEMENT_NODE) node = node->next;
+        while (node && node->type != XML_ELEMENT_NODE)
+            node = node->next;
         return node;
     }
     static std::string Name(const xmlNode* node) { return reinterpret_cast<const char*>(node->name); }
@@ -148,7 +152,8 @@ private:
         for (const KnownEnd& known : KnownEnds)
             if (known.guid == guid && known.isInput == isInput) end = known.kind;
         if (!end)
-            Refuse(node, "the " + Name(node) + " " + GuidText(guid) + " is not an interface that this host connects");
+            Refuse(node, "the " + Name(node) + " " + GuidText(guid) +
+                             " is not an interface that this host connects");
     }
 
     void ReadInterleaving(const xmlNode* node) {
@@ -167,7 +172,9 @@ private:
 
 } // namespace
 
-PipelineSpec ReadPipelineConfiguration(const std::filesystem::path& file) { return ConfigurationReader(file).Read(); }
+PipelineSpec ReadPipelineConfiguration(const std::filesystem::path& file) {
+    return ConfigurationReader(file).Read();
+}
 
 FilterSpec ParseFilterArgument(const std::string& argument) {
     FilterSpec spec;
@@ -176,6 +183,7 @@ FilterSpec ParseFilterArgument(const std::string& argument) {
     if (comma != std::string::npos && !ParseGuid(argument.substr(comma + 1), spec.clsid))
         throw HostError(E_INVALIDARG, argument, "\"" + argument.substr(comma + 1) + "\" is no class id");
     spec.name = std::filesystem::path(spec.module).stem().string();
+    if (spec.name.starts_with("lib")) spec.name.erase(0, 3);
     return spec;
 }
 

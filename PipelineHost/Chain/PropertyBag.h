@@ -11,8 +11,8 @@
 
 namespace OvPipeline {
 
-// The property bag that the filters of a job share. A name that is not there gives E_ELEMENT_NOT_FOUND; a name that is
-// added again gets the new value. Any thread.
+// The property bag that the filters of a job share. A name that is not there gives E_ELEMENT_NOT_FOUND; a
+// name that is added again gets the new value. Any thread.
 class PropertyBag final : public ComObject<IPrintPipelinePropertyBag> {
 public:
     HRESULT STDMETHODCALLTYPE AddProperty(PCWSTR name, const VARIANT* value) override;

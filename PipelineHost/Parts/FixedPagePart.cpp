@@ -192,7 +192,8 @@ std::string FixedPagePart::ResolvedKey(PCWSTR uri) const {
 
 std::size_t FixedPagePart::IndexOf(const std::string& key) {
     if (m_index.empty())
-        for (std::size_t i = 0; i < m_resources.size(); ++i) m_index.emplace(LowerAscii(m_resources[i].name), i);
+        for (std::size_t i = 0; i < m_resources.size(); ++i)
+            m_index.emplace(LowerAscii(m_resources[i].name), i);
     const auto found = m_index.find(key);
     return found == m_index.end() ? NotThere : found->second;
 }

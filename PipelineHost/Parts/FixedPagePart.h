@@ -34,19 +34,24 @@ MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f03")
 IHostPage : public IUnknown {
 public:
     virtual FixedPagePart& STDMETHODCALLTYPE Page() = 0;
+
+protected:
+    ~IHostPage() = default;
 };
 // clang-format on
 
 } // namespace OvPipeline
 
-__CRT_UUID_DECL(OvPipeline::IHostPage, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e, 0x2f, 0x03)
+__CRT_UUID_DECL(OvPipeline::IHostPage, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e, 0x2f,
+                0x03)
 
 namespace OvPipeline {
 
 // A page: its markup, its ticket, and the parts that it uses. Belongs to one filter's thread at a time.
 class FixedPagePart final : public ComObject<IFixedPage, IHostPart, IHostPage> {
 public:
-    FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference, std::vector<PageResource> resources);
+    FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference,
+                  std::vector<PageResource> resources);
 
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* uri) override;
     HRESULT STDMETHODCALLTYPE GetStream(IPrintReadStream** stream) override;
@@ -54,8 +59,8 @@ public:
     HRESULT STDMETHODCALLTYPE SetPartCompression(EXpsCompressionOptions compression) override;
 
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** ticket) override;
-    // A part of the page's own; or a resource of the job's package, since pages exist that use what they do not relate
-    // to. The name may be relative to the page's.
+    // A part of the page's own; or a resource of the job's package, since pages exist that use what they do
+    // not relate to. The name may be relative to the page's.
     HRESULT STDMETHODCALLTYPE GetPagePart(PCWSTR uri, IUnknown** part) override;
     // Until that stream is closed, GetStream gives the markup as it was.
     HRESULT STDMETHODCALLTYPE GetWriteStream(IPrintWriteStream** stream) override;

@@ -9,7 +9,8 @@ namespace OvPipeline {
 
 namespace {
 
-// Bytes that lie obfuscated in the job's package and whose name gives the key; one without a key stays as it is.
+// Bytes that lie obfuscated in the job's package and whose name gives the key; one without a key stays as it
+// is.
 std::optional<ObfuscationKey> StoredKey(const PartCore& core) {
     if (!core.stored || !IsObfuscatedFontType(core.stored->contentType)) return {};
     return ObfuscationKeyOf(core.stored->name);
@@ -92,7 +93,8 @@ HRESULT FontPart::GetFontRestriction(EXpsFontRestriction* restriction) {
 PackagedFont PackFont(IPartFont* font, const std::string& partName) {
     CComPtr<IHostPart> own;
     font->QueryInterface(&own);
-    if (!own) throw HostError(E_NOINTERFACE, partName, partName + " is a font that the pipeline did not make");
+    if (!own)
+        throw HostError(E_NOINTERFACE, partName, partName + " is a font that the pipeline did not make");
     const PartCore& core = own->Core();
 
     CComBSTR type;

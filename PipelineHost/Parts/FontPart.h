@@ -10,7 +10,9 @@ public:
     explicit FontPart(PartCore core);
 
     HRESULT STDMETHODCALLTYPE GetFontProperties(BSTR* contentType, EXpsFontOptions* options) override;
-    HRESULT STDMETHODCALLTYPE SetFontContent(PCWSTR contentType) override { return SetContentType(contentType); }
+    HRESULT STDMETHODCALLTYPE SetFontContent(PCWSTR contentType) override {
+        return SetContentType(contentType);
+    }
     HRESULT STDMETHODCALLTYPE SetFontOptions(EXpsFontOptions options) override;
     // The embedding bits of the font's OS/2 table; installable where it has none.
     HRESULT STDMETHODCALLTYPE GetFontRestriction(EXpsFontRestriction* restriction) override;

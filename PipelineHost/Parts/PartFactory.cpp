@@ -22,9 +22,9 @@ using XmlText = std::unique_ptr<Char, XmlTextDeleter>;
 const xmlChar* Xml(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
 
 bool IsPartName(const std::string& name) {
-    return name.size() > 1 && name.front() == '/' && name.back() != '/' && name.find("//") == std::string::npos &&
-           name.find('\\') == std::string::npos && name.find("/./") == std::string::npos &&
-           name.find("/../") == std::string::npos;
+    return name.size() > 1 && name.front() == '/' && name.back() != '/' &&
+           name.find("//") == std::string::npos && name.find('\\') == std::string::npos &&
+           name.find("/./") == std::string::npos && name.find("/../") == std::string::npos;
 }
 
 template <class Object, class Interface>

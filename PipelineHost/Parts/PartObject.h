@@ -53,12 +53,16 @@ MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f01")
 IHostPart : public IUnknown {
 public:
     virtual PartCore& STDMETHODCALLTYPE Core() = 0;
+
+protected:
+    ~IHostPart() = default;
 };
 // clang-format on
 
 } // namespace OvPipeline
 
-__CRT_UUID_DECL(OvPipeline::IHostPart, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e, 0x2f, 0x01)
+__CRT_UUID_DECL(OvPipeline::IHostPart, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e, 0x2f,
+                0x01)
 
 namespace OvPipeline {
 
@@ -95,7 +99,8 @@ public:
     }
     HRESULT STDMETHODCALLTYPE SetPartCompression(EXpsCompressionOptions compression) override {
         return Guarded([&] {
-            if (compression < Compression_NotCompressed || compression > Compression_Fast) return E_INVALIDARG;
+            if (compression < Compression_NotCompressed || compression > Compression_Fast)
+                return E_INVALIDARG;
             m_core.compression = compression;
             return S_OK;
         });

@@ -6,8 +6,8 @@
 
 namespace OvPipeline {
 
-// The one part of a kind that a sequence, document, page or package may have: a ticket, a thumbnail. The object of a
-// part of the package is made when it is first asked for.
+// The one part of a kind that a sequence, document, page or package may have: a ticket, a thumbnail. The
+// object of a part of the package is made when it is first asked for.
 template <class Interface, class Object>
 class PartSlot {
 public:

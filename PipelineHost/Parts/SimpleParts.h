@@ -7,8 +7,12 @@ namespace OvPipeline {
 class ImagePart final : public PartObject<IPartImage> {
 public:
     using PartObject::PartObject;
-    HRESULT STDMETHODCALLTYPE GetImageProperties(BSTR* contentType) override { return GetContentType(contentType); }
-    HRESULT STDMETHODCALLTYPE SetImageContent(PCWSTR contentType) override { return SetContentType(contentType); }
+    HRESULT STDMETHODCALLTYPE GetImageProperties(BSTR* contentType) override {
+        return GetContentType(contentType);
+    }
+    HRESULT STDMETHODCALLTYPE SetImageContent(PCWSTR contentType) override {
+        return SetContentType(contentType);
+    }
 
 private:
     ~ImagePart() override = default;
@@ -20,7 +24,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetThumbnailProperties(BSTR* contentType) override {
         return GetContentType(contentType);
     }
-    HRESULT STDMETHODCALLTYPE SetThumbnailContent(PCWSTR contentType) override { return SetContentType(contentType); }
+    HRESULT STDMETHODCALLTYPE SetThumbnailContent(PCWSTR contentType) override {
+        return SetContentType(contentType);
+    }
 
 private:
     ~ThumbnailPart() override = default;

@@ -18,7 +18,9 @@ public:
     HRESULT STDMETHODCALLTYPE GetThumbnail(IPartThumbnail** thumbnail) override {
         return m_thumbnail.Get(thumbnail, PartKind::Image);
     }
-    HRESULT STDMETHODCALLTYPE SetThumbnail(IPartThumbnail* thumbnail) override { return m_thumbnail.Set(thumbnail); }
+    HRESULT STDMETHODCALLTYPE SetThumbnail(IPartThumbnail* thumbnail) override {
+        return m_thumbnail.Set(thumbnail);
+    }
 
 private:
     ~XpsDocumentPart() override = default;
@@ -45,7 +47,9 @@ public:
         ThreadPart() = m_name;
         return m_ticket.Get(ticket, PartKind::PrintTicket);
     }
-    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* ticket) override { return m_ticket.Set(ticket); }
+    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* ticket) override {
+        return m_ticket.Set(ticket);
+    }
 
     const std::string& Name() const { return m_name; }
 
@@ -71,13 +75,16 @@ MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f02")
 IHostDocument : public IUnknown {
 public:
     virtual const std::unordered_set<std::string>& STDMETHODCALLTYPE RestrictedFonts() = 0; // names in lower case
+
+protected:
+    ~IHostDocument() = default;
 };
 // clang-format on
 
 } // namespace OvPipeline
 
-__CRT_UUID_DECL(OvPipeline::IHostDocument, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e, 0x2f,
-                0x02)
+__CRT_UUID_DECL(OvPipeline::IHostDocument, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e,
+                0x2f, 0x02)
 
 namespace OvPipeline {
 
@@ -88,7 +95,9 @@ public:
         : TicketedPart(std::move(context), std::move(name), std::move(ticket)),
           m_restrictedFonts(std::move(restrictedFonts)) {}
 
-    const std::unordered_set<std::string>& STDMETHODCALLTYPE RestrictedFonts() override { return m_restrictedFonts; }
+    const std::unordered_set<std::string>& STDMETHODCALLTYPE RestrictedFonts() override {
+        return m_restrictedFonts;
+    }
 
 private:
     ~FixedDocumentPart() override = default;

@@ -78,7 +78,8 @@ constexpr std::array Extensions{
 
 std::string_view WithoutParameters(std::string_view contentType) {
     contentType = contentType.substr(0, contentType.find(';'));
-    while (!contentType.empty() && contentType.back() == ' ') contentType.remove_suffix(1);
+    while (!contentType.empty() && contentType.back() == ' ')
+        contentType.remove_suffix(1);
     return contentType;
 }
 
@@ -101,7 +102,8 @@ std::string_view TypeOfExtension(std::string_view partName) {
 Relation RelationOf(std::string_view type) {
     for (const RelationName& row : RelationNames) {
         const auto isIt = [&](std::string_view base) {
-            return type.size() == base.size() + row.tail.size() && type.starts_with(base) && type.ends_with(row.tail);
+            return type.size() == base.size() + row.tail.size() && type.starts_with(base) &&
+                   type.ends_with(row.tail);
         };
         if (row.ofPackages ? isIt(PackageBase) : isIt(XpsBase) || isIt(OpenXpsBase)) return row.relation;
     }
@@ -111,7 +113,9 @@ Relation RelationOf(std::string_view type) {
 std::string RelationType(Relation relation, XpsFlavour flavour) {
     for (const RelationName& row : RelationNames) {
         if (row.relation != relation) continue;
-        std::string type(row.ofPackages ? PackageBase : flavour == XpsFlavour::OpenXps ? OpenXpsBase : XpsBase);
+        std::string type(row.ofPackages                   ? PackageBase
+                         : flavour == XpsFlavour::OpenXps ? OpenXpsBase
+                                                          : XpsBase);
         return type += row.tail;
     }
     return {};

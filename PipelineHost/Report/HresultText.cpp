@@ -34,7 +34,8 @@ constexpr std::array Known{
     KnownResult{0x8003001e, "STG_E_READFAULT", "reading failed"},
     KnownResult{0x8003001d, "STG_E_WRITEFAULT", "writing failed"},
     KnownResult{0x80030070, "STG_E_MEDIUMFULL", "no space is left"},
-    KnownResult{0x80040003, "E_PRINTTICKET_FORMAT", "the ticket that is merged on to is no valid Print Ticket"},
+    KnownResult{0x80040003, "E_PRINTTICKET_FORMAT",
+                "the ticket that is merged on to is no valid Print Ticket"},
     KnownResult{0x80040004, "E_PRINTCAPABILITIES_FORMAT", "the queue's Print Capabilities are not valid"},
     KnownResult{0x80040005, "E_DELTA_PRINTTICKET_FORMAT", "the part's print ticket is no valid Print Ticket"},
     KnownResult{0x80040006, "E_PRINTDEVICECAPABILITIES_FORMAT", "the device capabilities are not valid"},
@@ -76,28 +77,34 @@ constexpr std::array Known{
     KnownResult{0x80510018, "OPC_E_NO_SUCH_PART", "the package has no such part"},
     KnownResult{0x80520008, "XPS_E_UNEXPECTED_CONTENT_TYPE", "a part of the wrong content type"},
     KnownResult{0x8052000c, "XPS_E_INVALID_MARKUP", "markup that breaks the rules"},
-    KnownResult{0x8052000f, "XPS_E_INVALID_OBFUSCATED_FONT_URI", "an obfuscated font needs a GUID as its name"},
+    KnownResult{0x8052000f, "XPS_E_INVALID_OBFUSCATED_FONT_URI",
+                "an obfuscated font needs a GUID as its name"},
     KnownResult{0x80520105, "XPS_E_MISSING_RELATIONSHIP_TARGET", "a relationship leads to no part"},
-    KnownResult{0x80520108, "XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP", "the package names no document sequence"},
+    KnownResult{0x80520108, "XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP",
+                "the package names no document sequence"},
     KnownResult{0x80520109, "XPS_E_MISSING_DOCUMENT", "the document sequence has no document"},
-    KnownResult{0x8052010a, "XPS_E_MISSING_REFERRED_DOCUMENT", "the package lacks a document that is referred to"},
+    KnownResult{0x8052010a, "XPS_E_MISSING_REFERRED_DOCUMENT",
+                "the package lacks a document that is referred to"},
     KnownResult{0x8052010b, "XPS_E_MISSING_REFERRED_PAGE", "the package lacks a page that is referred to"},
     KnownResult{0x8052010c, "XPS_E_MISSING_PAGE_IN_DOCUMENT", "there is no page"},
     KnownResult{0x80520110, "XPS_E_MISSING_PART_REFERENCE", "a reference without the part's name"},
     KnownResult{0x80520113, "XPS_E_MISSING_PART_STREAM", "a part was never written"},
-    KnownResult{0x80520202, "XPS_E_MULTIPLE_DOCUMENTSEQUENCE_RELATIONSHIPS", "the package names two document sequences"},
+    KnownResult{0x80520202, "XPS_E_MULTIPLE_DOCUMENTSEQUENCE_RELATIONSHIPS",
+                "the package names two document sequences"},
     KnownResult{0x80520203, "XPS_E_MULTIPLE_THUMBNAILS_ON_PAGE", "a page has two thumbnails"},
     KnownResult{0x80520204, "XPS_E_MULTIPLE_THUMBNAILS_ON_PACKAGE", "the package has two thumbnails"},
     KnownResult{0x80520205, "XPS_E_MULTIPLE_PRINTTICKETS_ON_PAGE", "a page has two print tickets"},
     KnownResult{0x80520206, "XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENT", "a document has two print tickets"},
-    KnownResult{0x80520207, "XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE", "the job has two print tickets"},
+    KnownResult{0x80520207, "XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE",
+                "the job has two print tickets"},
     KnownResult{0x80520208, "XPS_E_MULTIPLE_REFERENCES_TO_PART", "a part is referred to more than once"},
     KnownResult{0xc00ce000, "XML_E_PARSEERRORBASE", "XML that cannot be read"},
 };
 
 const KnownResult* Find(HRESULT result) {
     const auto code = static_cast<std::uint32_t>(result);
-    const auto found = std::find_if(Known.begin(), Known.end(), [&](const KnownResult& k) { return k.code == code; });
+    const auto found =
+        std::find_if(Known.begin(), Known.end(), [&](const KnownResult& k) { return k.code == code; });
     return found == Known.end() ? nullptr : &*found;
 }
 

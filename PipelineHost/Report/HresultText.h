@@ -6,7 +6,8 @@
 
 namespace OvPipeline {
 
-// "0x80070490 E_ELEMENT_NOT_FOUND (no such element)": the number, and for a known result its name and what it means.
+// "0x80070490 E_ELEMENT_NOT_FOUND (no such element)": the number, and for a known result its name and what it
+// means.
 std::string HresultText(HRESULT result);
 
 // The meaning alone; empty for a result that is not known.

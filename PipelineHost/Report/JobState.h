@@ -35,8 +35,8 @@ struct JobFailure {
     std::string Line() const;
 };
 
-// Whether a job runs on; shared by all its threads. The first failure is the one that counts: what follows from it is
-// no news. A cancellation after a failure, or a failure after a cancellation, changes nothing.
+// Whether a job runs on; shared by all its threads. The first failure is the one that counts: what follows
+// from it is no news. A cancellation after a failure, or a failure after a cancellation, changes nothing.
 class JobState {
 public:
     explicit JobState(Trace::Writer trace = {}) : m_trace(std::move(trace)) {}

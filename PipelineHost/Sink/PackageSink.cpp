@@ -16,6 +16,16 @@ void Require(HRESULT hr, const std::string& name, const char* what) {
     if (FAILED(hr)) throw HostError(hr, name, name + ": " + what);
 }
 
+// What the package writer throws is the output's fault, not the input's.
+template <class Step>
+auto Writing(Step&& step) {
+    try {
+        return step();
+    } catch (const OvPlatform::PackageError& error) {
+        throw HostError(static_cast<HRESULT>(error.Result()), error.Subject(), error.what());
+    }
+}
+
 template <class Part>
 std::string UriOf(Part* part) {
     CComBSTR uri;
@@ -34,10 +44,10 @@ CComPtr<IPartPrintTicket> TicketOf(Part* part, const std::string& name) {
 
 } // namespace
 
-PackageSink::PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,
-                         Interleaving interleaving)
+PackageSink::PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job,
+                         XpsFlavour flavour, Interleaving interleaving)
     : m_job(std::move(job)), m_flavour(flavour), m_interleaving(interleaving),
-      m_writer(OvPlatform::PackageWriter::Create(target)) {}
+      m_writer(Writing([&] { return OvPlatform::PackageWriter::Create(target); })) {}
 
 void PackageSink::Take(IUnknown* part) {
     if (const CComQIPtr<IHostPage> page(part); page) {
@@ -114,7 +124,7 @@ void PackageSink::WriteResources(FixedPagePart& page) {
             WriteObject(resource.object);
         else
             WriteCore(PartCore::Of(page.Core().context, *resource.stored, PartKind::Unknown));
-        if (!resource.viaDictionary) m_writer->AddRelationship(name, resource.relationshipType, resource.name);
+        if (!resource.viaDictionary) Relate(name, resource.relationshipType, resource.name);
         if (!m_restrictedFonts.empty() && m_restrictedFonts.contains(LowerAscii(resource.name)))
             Relate(m_documentName, Relation::RestrictedFont, resource.name);
     }
@@ -139,7 +149,8 @@ void PackageSink::WriteCore(const PartCore& core) {
     WriteBytes(core.name, core.contentType, core.compression, *core.content->Open());
     if (!core.stored || KindOf(core.contentType, core.name) != PartKind::ResourceDictionary) return;
     for (const auto& relationship : core.context->package->Relationships(core.name))
-        if (!relationship.external) m_links.push_back({core.name, relationship.type, relationship.targetPart});
+        if (!relationship.external)
+            m_links.push_back({core.name, relationship.type, relationship.targetPart});
 }
 
 void PackageSink::WriteTicket(const std::string& owner, IPartPrintTicket* ticket) {
@@ -158,10 +169,10 @@ void PackageSink::WriteBytes(const std::string& name, const std::string& content
                              EXpsCompressionOptions compression, ByteReader& bytes) {
     Say("writes", name);
     ThreadPart() = name;
-    const auto sink =
-        m_writer->AddPart(name, contentType, static_cast<OvPlatform::PackageCompression>(compression));
-    Drain(bytes, [&](const void* chunk, std::size_t size) { sink->Write(chunk, size); });
-    sink->Close();
+    const auto packing = static_cast<OvPlatform::PackageCompression>(compression);
+    const auto sink = Writing([&] { return m_writer->AddPart(name, contentType, packing); });
+    Drain(bytes, [&](const void* chunk, std::size_t size) { Writing([&] { sink->Write(chunk, size); }); });
+    Writing([&] { sink->Close(); });
     ++m_job->Counters().partsWritten;
 }
 
@@ -170,22 +181,29 @@ void PackageSink::WriteText(const std::string& name, const char* contentType, co
 }
 
 void PackageSink::Relate(const std::string& source, Relation relation, const std::string& target) {
-    m_writer->AddRelationship(source, RelationType(relation, m_flavour), target);
+    Relate(source, RelationType(relation, m_flavour), target);
+}
+
+void PackageSink::Relate(const std::string& source, const std::string& type, const std::string& target) {
+    Writing([&] { m_writer->AddRelationship(source, type, target); });
 }
 
 void PackageSink::Complete() {
     CloseDocument();
     m_document.Release();
-    if (m_pages == 0) throw HostError(MissingPage, {}, "the last filter sent no page: there is nothing to write");
+    if (m_pages == 0)
+        throw HostError(MissingPage, {}, "the last filter sent no page: there is nothing to write");
     WriteText(m_sequenceName, SequenceContentType, m_sequenceMarkup + "</FixedDocumentSequence>\n");
     Relate("/", Relation::FixedRepresentation, m_sequenceName);
     for (const Link& link : m_links)
         if ((link.source == "/" || m_writer->HasPart(link.source)) && m_writer->HasPart(link.target))
-            m_writer->AddRelationship(link.source, link.type, link.target);
+            Relate(link.source, link.type, link.target);
     m_job->Counters().bytesWritten = m_writer->BytesWritten();
 }
 
-void PackageSink::Commit() { m_writer->Finish(); }
+void PackageSink::Commit() {
+    Writing([&] { m_writer->Finish(); });
+}
 
 void PackageSink::Say(std::string_view step, const std::string& name) const {
     if (m_job->Log().IsOn()) m_job->Log().Step(step, name);

@@ -15,9 +15,10 @@ namespace OvPipeline {
 // Whether the parts that a page uses lie before or behind its markup in the package.
 enum class Interleaving { ResourcesFirst, MarkupFirst };
 
-// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared part once,
-// tickets and resources related as they were. Nothing stands under the target's name before Commit, and nothing is
-// left of it without. Everything throws: HostError or OvPlatform::PackageError. Belongs to one thread at a time.
+// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
+// part once, tickets and resources related as they were. Nothing stands under the target's name before
+// Commit, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
+// Belongs to one thread at a time.
 class PackageSink {
 public:
     PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,
@@ -46,10 +47,11 @@ private:
     void WriteCore(const PartCore& core);
     void WriteTicket(const std::string& owner, IPartPrintTicket* ticket);
     bool Claim(const std::string& name, std::uint64_t identity);
-    void WriteBytes(const std::string& name, const std::string& contentType, EXpsCompressionOptions compression,
-                    ByteReader& bytes);
+    void WriteBytes(const std::string& name, const std::string& contentType,
+                    EXpsCompressionOptions compression, ByteReader& bytes);
     void WriteText(const std::string& name, const char* contentType, const std::string& text);
     void Relate(const std::string& source, Relation relation, const std::string& target);
+    void Relate(const std::string& source, const std::string& type, const std::string& target);
     void Say(std::string_view step, const std::string& name) const;
 
     std::shared_ptr<JobState> m_job;
@@ -57,7 +59,7 @@ private:
     Interleaving m_interleaving;
     std::unique_ptr<OvPlatform::PackageWriter> m_writer;
     std::unordered_map<std::string, std::uint64_t> m_written; // identity by name in lower case
-    std::vector<Link> m_links; // between parts that may never be written
+    std::vector<Link> m_links;                                // between parts that may never be written
     std::string m_sequenceName;
     std::string m_sequenceMarkup;
     CComPtr<IFixedDocument> m_document;

@@ -1,5 +1,6 @@
 #include "Source/PackageSource.h"
 
+#include "Parts/DescribePart.h"
 #include "Parts/PartFactory.h"
 
 #include <utility>
@@ -27,7 +28,8 @@ SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<
     context->job = std::move(job);
     context->package = OvPlatform::PackageReader::Open(file);
     for (const auto& relationship : context->package->Relationships("/"))
-        if (RelationOf(relationship.type) == Relation::FixedRepresentation && IsOpenXpsType(relationship.type))
+        if (RelationOf(relationship.type) == Relation::FixedRepresentation &&
+            IsOpenXpsType(relationship.type))
             context->flavour = XpsFlavour::OpenXps;
     return context;
 }
@@ -44,11 +46,13 @@ void PackageSource::FindSequence() {
         const Part& part = Follow("/", relationship);
         if (m_sequence && m_sequence != &part)
             throw InputError(TwoSequences, file,
-                             "the package names two document sequences, " + m_sequence->name + " and " + part.name);
+                             "the package names two document sequences, " + m_sequence->name + " and " +
+                                 part.name);
         m_sequence = &part;
     }
     if (!m_sequence)
-        throw InputError(MissingSequence, file, "the package names no document sequence: it is no XPS document");
+        throw InputError(MissingSequence, file,
+                         "the package names no document sequence: it is no XPS document");
     if (KindOf(m_sequence->contentType, {}) != PartKind::Sequence)
         throw InputError(UnexpectedContentType, m_sequence->name,
                          m_sequence->name + " is of type " + m_sequence->contentType +
@@ -67,6 +71,7 @@ HRESULT PackageSource::GetXpsPart(IUnknown** part) {
             const CComQIPtr<IFixedPage> page(next);
             if (page) ++m_context->job->Counters().pages;
         }
+        NoteReceived(next, m_context->job->Log());
         *part = next.Detach();
         return S_OK;
     });
@@ -129,7 +134,8 @@ void PackageSource::QueueSequence() {
                                                   TicketOf(m_sequence->name, relationships, TwoJobTickets)));
     m_ready.push_back(std::move(sequence));
     for (const Relationship& relationship : relationships)
-        if (RelationOf(relationship.type) != Relation::PrintTicket) QueueUnknown(m_sequence->name, relationship);
+        if (RelationOf(relationship.type) != Relation::PrintTicket)
+            QueueUnknown(m_sequence->name, relationship);
     m_documents = std::make_unique<ReferenceList>(ReferenceList::Of::Sequence,
                                                   PartCore::Of(m_context, *m_sequence, PartKind::Sequence));
 }
@@ -140,7 +146,8 @@ bool PackageSource::QueueDocument() {
         if (m_documentCount == 0)
             throw InputError(MissingDocument, m_sequence->name, m_sequence->name + " has no documents");
         if (m_pageCount == 0)
-            throw InputError(MissingPage, m_sequence->name, "the job has no pages: there is nothing to print");
+            throw InputError(MissingPage, m_sequence->name,
+                             "the job has no pages: there is nothing to print");
         return false;
     }
     m_document = &Refer(m_sequence->name, *reference, PartKind::Document, MissingReferredDocument);
@@ -194,7 +201,8 @@ bool PackageSource::QueueRest() {
     return false;
 }
 
-const PackageSource::Part& PackageSource::Follow(const std::string& source, const Relationship& relationship) const {
+const PackageSource::Part& PackageSource::Follow(const std::string& source,
+                                                 const Relationship& relationship) const {
     return OvPlatform::RequireTarget(*m_context->package, source, relationship);
 }
 
@@ -204,12 +212,14 @@ const PackageSource::Part& PackageSource::Refer(const std::string& source, const
     const std::string word = KindName(kind);
     if (!part)
         throw InputError(missing, source,
-                         source + " names the " + word + " " + reference.source + ", which the package does not hold");
+                         source + " names the " + word + " " + reference.source +
+                             ", which the package does not hold");
     if (KindOf(part->contentType, {}) != kind)
         throw InputError(UnexpectedContentType, part->name,
                          part->name + " is of type " + part->contentType + ", which is no fixed " + word);
     if (!MarkReached(*part))
-        throw InputError(ReferredTwice, part->name, "the " + word + " " + part->name + " is referred to twice");
+        throw InputError(ReferredTwice, part->name,
+                         "the " + word + " " + part->name + " is referred to twice");
     return *part;
 }
 
@@ -263,7 +273,7 @@ std::vector<PageResource> PackageSource::ResourcesOf(const Part& page,
         // Story fragments do not survive the pipeline.
         const Part* part = relation == Relation::StoryFragments ? nullptr
                            : isRequired                         ? &Follow(page.name, relationship)
-                                                                : m_context->package->Find(relationship.targetPart);
+                                        : m_context->package->Find(relationship.targetPart);
         if (part)
             take(*part, relationship.type, false);
         else

@@ -8,19 +8,21 @@
 
 namespace OvPipeline {
 
-// Opens a job's package and finds out which vocabulary it speaks. Throws OvPlatform::PackageError or InputError.
+// Opens a job's package and finds out which vocabulary it speaks. Throws OvPlatform::PackageError or
+// InputError.
 SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job);
 
-// The job's package as the pipeline's parts, in the order of the pipeline: the document, what hangs on the package,
-// the sequence, and each document with its pages; at the end, the resources that no page relates to. Parts are made
-// when they are asked for, so memory does not grow with the job. Belongs to one thread.
+// The job's package as the pipeline's parts, in the order of the pipeline: the document, what hangs on the
+// package, the sequence, and each document with its pages; at the end, the resources that no page relates to.
+// Parts are made when they are asked for, so memory does not grow with the job. Belongs to one thread.
 class PackageSource final : public ComObject<IXpsDocumentProvider> {
 public:
     // Throws InputError where the package names no sequence, or two.
     explicit PackageSource(SharedContext context);
 
-    // The next part, null at the end. A part's relationships and references are checked before it is handed out; a
-    // fault in them is the failing result, and the thread's note says more. A job without pages is a fault.
+    // The next part, null at the end. A part's relationships and references are checked before it is handed
+    // out; a fault in them is the failing result, and the thread's note says more. A job without pages is a
+    // fault.
     HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
 
     // The same for the host: throws.
@@ -41,7 +43,8 @@ private:
     bool QueueRest();
 
     const Part& Follow(const std::string& source, const Relationship& relationship) const;
-    const Part& Refer(const std::string& source, const PageReference& reference, PartKind kind, HRESULT missing);
+    const Part& Refer(const std::string& source, const PageReference& reference, PartKind kind,
+                      HRESULT missing);
     TicketSlot TicketOf(const std::string& source, const std::vector<Relationship>& relationships,
                         HRESULT twice) const;
     void QueueUnknown(const std::string& source, const Relationship& relationship);
@@ -56,7 +59,7 @@ private:
     std::unique_ptr<ReferenceList> m_documents;
     std::unique_ptr<ReferenceList> m_pages;
     std::deque<CComPtr<IUnknown>> m_ready;
-    std::vector<bool> m_reached;       // by index of the package's parts
+    std::vector<bool> m_reached; // by index of the package's parts
     std::size_t m_nextRest = 0;
     std::uint64_t m_documentCount = 0;
     std::uint64_t m_pageCount = 0;

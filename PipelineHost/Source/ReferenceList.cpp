@@ -27,7 +27,8 @@ std::string Text(const xmlChar* text) { return text ? reinterpret_cast<const cha
 
 ReferenceList::ReferenceList(Of kind, const PartCore& part)
     : m_kind(kind), m_partName(part.name), m_bytes(part.content->Open()) {
-    m_reader.reset(xmlReaderForIO(&ReferenceList::ReadBytes, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
+    m_reader.reset(
+        xmlReaderForIO(&ReferenceList::ReadBytes, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
     if (!m_reader) throw std::bad_alloc();
     xmlTextReaderSetStructuredErrorHandler(m_reader.get(), &Ignore, nullptr);
 }
@@ -46,7 +47,8 @@ int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
 
 void ReferenceList::Refuse(const std::string& problem) const {
     const int line = xmlTextReaderGetParserLineNumber(m_reader.get());
-    throw InputError(InvalidMarkup, m_partName, m_partName + " line " + std::to_string(line) + ": " + problem);
+    throw InputError(InvalidMarkup, m_partName,
+                     m_partName + " line " + std::to_string(line) + ": " + problem);
 }
 
 bool ReferenceList::Advance() {
@@ -55,7 +57,8 @@ bool ReferenceList::Advance() {
     if (more < 0) {
         const xmlError* error = xmlGetLastError();
         std::string problem = error && error->message ? error->message : "the markup cannot be read";
-        while (!problem.empty() && (problem.back() == '\n' || problem.back() == '\r')) problem.pop_back();
+        while (!problem.empty() && (problem.back() == '\n' || problem.back() == '\r'))
+            problem.pop_back();
         Refuse(problem);
     }
     if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)

@@ -9,9 +9,9 @@
 
 namespace OvPipeline {
 
-// The references of a sequence to its documents, or of a document to its pages, one after another: memory does not
-// grow with their number. Throws InputError (with the line) for markup that cannot be read, a DTD, another root, a
-// reference without a source, and for what the package's bytes throw.
+// The references of a sequence to its documents, or of a document to its pages, one after another: memory
+// does not grow with their number. Throws InputError (with the line) for markup that cannot be read, a DTD,
+// another root, a reference without a source, and for what the package's bytes throw.
 class ReferenceList {
 public:
     enum class Of { Sequence, Document };

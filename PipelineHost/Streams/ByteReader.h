@@ -7,8 +7,8 @@
 
 namespace OvPipeline {
 
-// Bytes that are read from their start, with a position. One thread at a time. Everything throws: HostError, or
-// OvPlatform::PackageError for the bytes of a package.
+// Bytes that are read from their start, with a position. One thread at a time. Everything throws: HostError,
+// or OvPlatform::PackageError for the bytes of a package.
 class ByteReader {
 public:
     virtual ~ByteReader() = default;

@@ -30,14 +30,16 @@ HRESULT FromErrno(int error) {
     }
 }
 
-[[noreturn]] void ThrowFor(int error, const std::filesystem::path& file, const char* what, bool fromInput = false) {
+[[noreturn]] void ThrowFor(int error, const std::filesystem::path& file, const char* what,
+                           bool fromInput = false) {
     throw HostError(FromErrno(error), file.string(),
                     std::string(what) + " " + file.string() + ": " + std::strerror(error), fromInput);
 }
 
 class FileReader final : public ByteReader {
 public:
-    explicit FileReader(const std::filesystem::path& file) : m_name(file), m_file(std::fopen(file.c_str(), "rb")) {
+    explicit FileReader(const std::filesystem::path& file)
+        : m_name(file), m_file(std::fopen(file.c_str(), "rb")) {
         if (!m_file) ThrowFor(errno, file, "cannot read", true);
         if (fseeko(m_file, 0, SEEK_END) != 0) {
             const int error = errno;
@@ -56,7 +58,8 @@ public:
         return read;
     }
     void Seek(std::uint64_t position) override {
-        if (fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0) ThrowFor(errno, m_name, "cannot read", true);
+        if (fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0)
+            ThrowFor(errno, m_name, "cannot read", true);
         m_position = position;
     }
     std::uint64_t Position() const override { return m_position; }
@@ -95,7 +98,8 @@ FileSink::~FileSink() {
 }
 
 void FileSink::Write(const void* bytes, std::size_t size) {
-    if (!m_file || (size > 0 && std::fwrite(bytes, 1, size, m_file) != size)) ThrowFor(errno, m_target, "cannot write");
+    if (!m_file || (size > 0 && std::fwrite(bytes, 1, size, m_file) != size))
+        ThrowFor(errno, m_target, "cannot write");
 }
 
 void FileSink::Flush() {

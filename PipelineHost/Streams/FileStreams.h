@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Support/ComObject.h"
 #include "Streams/ByteReader.h"
+#include "Support/ComObject.h"
 
 #include "Report/JobState.h"
 
@@ -24,8 +24,8 @@ private:
     std::filesystem::path m_file;
 };
 
-// A file that comes to stand under its name only when all is well: until Commit the bytes lie beside it, and without
-// Commit nothing is left of them.
+// A file that comes to stand under its name only when all is well: until Commit the bytes lie beside it, and
+// without Commit nothing is left of them.
 class FileSink {
 public:
     // Throws HostError.

@@ -9,7 +9,8 @@ namespace OvPipeline {
 // The bytes of a part of the job's package.
 class PackageContent final : public Content {
 public:
-    PackageContent(std::shared_ptr<const OvPlatform::PackageReader> package, const OvPlatform::PackagePart& part)
+    PackageContent(std::shared_ptr<const OvPlatform::PackageReader> package,
+                   const OvPlatform::PackagePart& part)
         : m_package(std::move(package)), m_part(part) {}
 
     std::unique_ptr<ByteReader> Open() const override;

@@ -43,8 +43,8 @@ HRESULT PrintReadStream::Seek(LONGLONG offset, DWORD origin, ULONGLONG* newPosit
             start = m_reader->Size();
         else if (origin != STREAM_SEEK_SET)
             return E_INVALIDARG;
-        const std::uint64_t distance =
-            offset < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(offset) : static_cast<std::uint64_t>(offset);
+        const std::uint64_t distance = offset < 0 ? std::uint64_t{0} - static_cast<std::uint64_t>(offset)
+                                                  : static_cast<std::uint64_t>(offset);
         if (offset < 0 ? distance > start : distance > std::numeric_limits<std::uint64_t>::max() - start)
             return E_INVALIDARG;
         const std::uint64_t target = offset < 0 ? start - distance : start + distance;

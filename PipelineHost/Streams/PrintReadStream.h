@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Support/ComObject.h"
 #include "Streams/ByteReader.h"
+#include "Support/ComObject.h"
 
 #include <filterpipeline.h>
 
@@ -37,7 +37,8 @@ private:
 // A text or document that is held in memory.
 class MemoryContent final : public Content {
 public:
-    explicit MemoryContent(std::string bytes) : m_bytes(std::make_shared<const std::string>(std::move(bytes))) {}
+    explicit MemoryContent(std::string bytes)
+        : m_bytes(std::make_shared<const std::string>(std::move(bytes))) {}
 
     std::unique_ptr<ByteReader> Open() const override;
     std::uint64_t Identity() const override { return reinterpret_cast<std::uintptr_t>(m_bytes.get()); }

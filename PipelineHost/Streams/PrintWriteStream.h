@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Support/ComObject.h"
 #include "Streams/SpooledBytes.h"
+#include "Support/ComObject.h"
 
 #include <filterpipeline.h>
 

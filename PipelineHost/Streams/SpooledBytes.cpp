@@ -23,7 +23,8 @@ int MakeNamelessFile() {
     std::string name = (std::filesystem::temp_directory_path() / "ov-pipeline-XXXXXX").string();
     const int file = mkstemp(name.data());
     if (file < 0)
-        throw HostError(MediumFull, name, std::string("cannot make a temporary file: ") + std::strerror(errno));
+        throw HostError(MediumFull, name,
+                        std::string("cannot make a temporary file: ") + std::strerror(errno));
     unlink(name.c_str());
     return file;
 }
@@ -33,7 +34,8 @@ void WriteAt(int file, std::uint64_t position, const unsigned char* bytes, std::
         const ssize_t written = pwrite(file, bytes, size, static_cast<off_t>(position));
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0)
-            throw HostError(MediumFull, {}, std::string("cannot write a temporary file: ") + std::strerror(errno));
+            throw HostError(MediumFull, {},
+                            std::string("cannot write a temporary file: ") + std::strerror(errno));
         bytes += written;
         size -= static_cast<std::size_t>(written);
         position += static_cast<std::uint64_t>(written);
@@ -85,7 +87,8 @@ void SpooledBytes::MoveToFile() {
 void SpooledBytes::Append(const void* bytes, std::size_t size) {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_state != State::Open) throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that is closed");
+        if (m_state != State::Open)
+            throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that is closed");
         const auto* first = static_cast<const unsigned char*>(bytes);
         if (m_file < 0 && m_memory.size() + size > MemoryBound) MoveToFile();
         if (m_file >= 0)
@@ -115,7 +118,8 @@ std::size_t SpooledBytes::ReadAt(std::uint64_t position, void* buffer, std::size
         return size;
     }
     ssize_t read;
-    do read = pread(m_file, buffer, size, static_cast<off_t>(position));
+    do
+        read = pread(m_file, buffer, size, static_cast<off_t>(position));
     while (read < 0 && errno == EINTR);
     if (read <= 0) throw HostError(ReadFault, {}, "cannot read a temporary file back");
     return static_cast<std::size_t>(read);

@@ -11,8 +11,8 @@
 
 namespace OvPipeline {
 
-// Bytes on their way from one writer to readers: in memory while they are few, then in a temporary file that has no
-// name. Writer and readers may be on different threads.
+// Bytes on their way from one writer to readers: in memory while they are few, then in a temporary file that
+// has no name. Writer and readers may be on different threads.
 class SpooledBytes {
 public:
     static constexpr std::size_t MemoryBound = 256 * 1024;
@@ -33,9 +33,9 @@ public:
     std::uint64_t SizeSoFar() const;
     bool IsComplete() const;
 
-    // Waits until bytes beyond the position are there (true) or none will come (false). Throws HostError where the
-    // job stops meanwhile, where the writer gave up, or where the calling thread is the writer and would wait for
-    // itself.
+    // Waits until bytes beyond the position are there (true) or none will come (false). Throws HostError
+    // where the job stops meanwhile, where the writer gave up, or where the calling thread is the writer and
+    // would wait for itself.
     bool WaitBeyond(std::uint64_t position, const JobState& job) const;
 
 private:

@@ -52,8 +52,8 @@ struct ExtendedInterface<IClassFactory> {
     using Type = IUnknown;
 };
 
-// Reference count and identity of the host's objects: born with one reference, answers for IUnknown, for each of the
-// interfaces, and for what those extend. Threads may share it.
+// Reference count and identity of the host's objects: born with one reference, answers for IUnknown, for each
+// of the interfaces, and for what those extend. Threads may share it.
 template <class Primary, class... Others>
 class ComObject : public Primary, public Others... {
 public:

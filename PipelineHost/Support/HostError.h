@@ -9,12 +9,13 @@
 
 namespace OvPipeline {
 
-// Trouble that the host itself finds. what() says in words what is wrong; Subject() is the part, module or file that
-// it is about.
+// Trouble that the host itself finds. what() says in words what is wrong; Subject() is the part, module or
+// file that it is about.
 class HostError : public std::runtime_error {
 public:
     HostError(HRESULT result, std::string subject, const std::string& problem, bool fromInput = false)
-        : std::runtime_error(problem), m_result(result), m_subject(std::move(subject)), m_fromInput(fromInput) {}
+        : std::runtime_error(problem), m_result(result), m_subject(std::move(subject)),
+          m_fromInput(fromInput) {}
 
     HRESULT Result() const { return m_result; }
     const std::string& Subject() const { return m_subject; }
@@ -32,8 +33,8 @@ inline HostError InputError(HRESULT result, std::string subject, const std::stri
     return {result, std::move(subject), problem, true};
 }
 
-// What a failing HRESULT of the host's methods stands for: kept for the thread that got it, since the HRESULT is all
-// that a filter hands on.
+// What a failing HRESULT of the host's methods stands for: kept for the thread that got it, since the HRESULT
+// is all that a filter hands on.
 struct FailureNote {
     HRESULT result = S_OK;
     std::string subject;

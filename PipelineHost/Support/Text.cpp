@@ -50,7 +50,8 @@ std::string Utf8Argument(const wchar_t* text) { return text ? Utf8(text) : std::
 
 std::string LowerAscii(std::string_view text) {
     std::string lower(text);
-    for (char& c : lower) c = LowerOf(c);
+    for (char& c : lower)
+        c = LowerOf(c);
     return lower;
 }
 
