@@ -26,6 +26,7 @@ struct PackageLimits {
         64u << 20; // the content types and each relationships part, which are held whole
     std::uint64_t maxRatio =
         1100; // inflated to stored bytes, beyond the first MiB; deflate itself ends at 1032
+    std::uint64_t maxPackageSize = std::uint64_t{64} << 30; // bytes inflated, all parts
     std::size_t maxItems = 1'000'000;
 };
 
@@ -36,7 +37,8 @@ struct PackagePart {
     std::uint64_t size = 0; // bytes inflated, as declared
     std::uint64_t storedSize = 0;
     PackageCompression compression = PackageCompression::Normal;
-    std::size_t pieces = 1; // more than one, or one in piece form: interleaved
+    std::size_t pieces = 1;
+    bool interleaved = false; // stored as pieces, be it one
 };
 
 // The bytes of one part, from its start, a chunk at a time; memory does not grow with the part. Belongs to

@@ -1,0 +1,298 @@
+#include "Package/PackageWriter.h"
+
+#include "Package/ContentTypes.h"
+#include "Package/PackageAssembly.h"
+#include "Package/PartCompressor.h"
+#include "Package/PartName.h"
+#include "Package/SpoolFile.h"
+
+#include <msopc.h>
+
+#include <algorithm>
+#include <atomic>
+#include <deque>
+#include <mutex>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr char RelationshipsType[] = "application/vnd.openxmlformats-package.relationships+xml";
+constexpr std::size_t ChunkSize = 64u << 10;
+
+enum class PartState { Open, Complete, Abandoned };
+
+struct NewPart {
+    std::string name;
+    std::string_view contentType; // of the writer's pool
+    std::shared_ptr<SpooledPart> spooled;
+    PartState state = PartState::Open;
+};
+
+// A relationship with its texts in the writer's pool: the pages of a job say much the same.
+struct NewRelationship {
+    std::string_view id;
+    std::string_view type;
+    std::string_view target;
+    bool external = false;
+};
+
+// What sinks share with their writer, so that neither need outlive the other.
+struct WriterCore {
+    explicit WriterCore(const std::filesystem::path& file) : target(file), spool(file), compressor(spool) {}
+
+    const std::filesystem::path target;
+    SpoolFile spool;
+    PartCompressor compressor;
+    std::atomic<std::uint64_t> bytesWritten = 0;
+
+    std::mutex lock;           // for what follows
+    std::deque<NewPart> parts; // in the order of adding; addresses stand
+    std::unordered_map<std::string_view, NewPart*, PartNameHash, PartNameEqual> byName;
+    bool finished = false;
+
+    void SetState(NewPart& part, PartState state) {
+        const std::lock_guard guard(lock);
+        part.state = state;
+    }
+};
+
+class SpoolingSink final : public PackagePartSink {
+public:
+    SpoolingSink(std::shared_ptr<WriterCore> core, NewPart& part) : m_core(std::move(core)), m_part(part) {}
+
+    ~SpoolingSink() override {
+        if (m_closed) return;
+        try {
+            m_core->SetState(m_part, PartState::Abandoned);
+            Pass(PartCompressor::End::Abandoned);
+        } catch (...) {
+            // The compressor failed before, and tells it when the package is finished.
+        }
+    }
+
+    void Write(const void* bytes, std::size_t size) override {
+        if (m_closed) throw PackageError(E_UNEXPECTED, m_part.name, "the part is closed");
+        const auto* next = static_cast<const std::uint8_t*>(bytes);
+        m_core->bytesWritten += size;
+        while (size != 0) {
+            const std::size_t step = (std::min)(size, ChunkSize - m_chunk.size());
+            m_chunk.insert(m_chunk.end(), next, next + step);
+            next += step;
+            size -= step;
+            if (m_chunk.size() == ChunkSize) Pass(PartCompressor::End::More);
+        }
+    }
+
+    void Close() override {
+        if (m_closed) return;
+        m_closed = true;
+        Pass(PartCompressor::End::Complete);
+        m_core->SetState(m_part, PartState::Complete);
+    }
+
+private:
+    void Pass(PartCompressor::End end) {
+        m_core->compressor.Put(m_part.spooled, std::exchange(m_chunk, {}), end);
+        if (end == PartCompressor::End::More) m_chunk.reserve(ChunkSize);
+    }
+
+    std::shared_ptr<WriterCore> m_core;
+    NewPart& m_part;
+    std::vector<std::uint8_t> m_chunk;
+    bool m_closed = false;
+};
+
+class SpoolingWriter final : public PackageWriter {
+public:
+    explicit SpoolingWriter(const std::filesystem::path& target)
+        : m_core(std::make_shared<WriterCore>(target)) {}
+
+    std::unique_ptr<PackagePartSink> AddPart(std::string_view name, std::string_view contentType,
+                                             PackageCompression compression) override {
+        const std::string text(name);
+        try {
+            CheckPartName(name);
+        } catch (const PartNameError& error) {
+            throw PackageError(error.Result(), text, error.what());
+        }
+        if (IsRelationshipsPartName(name))
+            throw PackageError(OPC_E_NONCONFORMING_URI, text, "the name is that of a relationships part");
+        if (contentType.empty())
+            throw PackageError(OPC_E_INVALID_CONTENT_TYPE, text, "the part has no content type");
+
+        const std::lock_guard guard(m_core->lock);
+        RequireUnfinished();
+        CheckFree(text);
+        NewPart& part = m_core->parts.emplace_back();
+        part.name = text;
+        part.contentType = Pooled(contentType);
+        part.spooled = std::make_shared<SpooledPart>(compression);
+        m_core->byName[part.name] = &part;
+        return std::make_unique<SpoolingSink>(m_core, part);
+    }
+
+    bool HasPart(std::string_view name) const override {
+        const std::lock_guard guard(m_core->lock);
+        return Find(name) != nullptr;
+    }
+
+    std::string AddRelationship(std::string_view source, std::string_view type, std::string_view target,
+                                bool external, std::string_view id) override {
+        if (!external) {
+            try {
+                CheckPartName(target);
+            } catch (const PartNameError& error) {
+                throw PackageError(OPC_E_INVALID_RELATIONSHIP_TARGET, RelationshipsPartName(source),
+                                   "the target '" + std::string(target) + "': " + error.what());
+            }
+        }
+        const std::lock_guard guard(m_core->lock);
+        RequireUnfinished();
+        auto& list = m_relationships.try_emplace(std::string(source)).first->second;
+        for (const NewRelationship& other : list) {
+            const bool same = other.type == type && other.target == target && other.external == external;
+            if (same && id.empty()) return std::string(other.id);
+            if (other.id == id)
+                throw PackageError(OPC_E_DUPLICATE_RELATIONSHIP, RelationshipsPartName(source),
+                                   "the relationship '" + std::string(id) + "' stands twice");
+        }
+        const std::string chosen = id.empty() ? FreeId(list) : std::string(id);
+        list.push_back({Pooled(chosen), Pooled(type), Pooled(target), external});
+        return chosen;
+    }
+
+    void Finish() override;
+
+    std::uint64_t BytesWritten() const override { return m_core->bytesWritten; }
+
+private:
+    using RelationshipList = std::vector<NewRelationship>;
+
+    void RequireUnfinished() const {
+        if (m_core->finished)
+            throw PackageError(E_UNEXPECTED, m_core->target.string(), "the package is finished");
+    }
+
+    const NewPart* Find(std::string_view name) const {
+        const auto found = m_core->byName.find(name);
+        return found == m_core->byName.end() || found->second->state == PartState::Abandoned ? nullptr
+                                                                                             : found->second;
+    }
+
+    void CheckFree(const std::string& name) {
+        if (Find(name)) throw PackageError(OPC_E_DUPLICATE_PART, name, "there is a part of that name");
+        m_core->byName.erase(name); // that of an abandoned part, which goes with its name
+        for (std::size_t slash = name.find('/', 1); slash != std::string::npos;
+             slash = name.find('/', slash + 1)) {
+            const std::string prefix = name.substr(0, slash);
+            if (Find(prefix))
+                throw PackageError(OPC_E_DUPLICATE_PART, name,
+                                   "the name extends the name of the part '" + prefix + "'");
+            m_folders.insert(prefix);
+        }
+        if (m_folders.contains(name))
+            throw PackageError(OPC_E_DUPLICATE_PART, name, "the names of other parts extend that name");
+    }
+
+    static std::string FreeId(const RelationshipList& list) {
+        for (std::size_t number = list.size() + 1;; ++number) {
+            std::string id = "R" + std::to_string(number);
+            const auto taken = [&](const NewRelationship& other) { return other.id == id; };
+            if (std::none_of(list.begin(), list.end(), taken)) return id;
+        }
+    }
+
+    std::string_view Pooled(std::string_view text) { return *m_pool.emplace(text).first; }
+
+    std::shared_ptr<SpooledPart> Spool(const std::string& text);
+    void CheckRelationships() const;
+    std::vector<AssemblyItem> SpoolStructure();
+
+    std::shared_ptr<WriterCore> m_core;
+    std::unordered_set<std::string> m_pool;
+    std::unordered_set<std::string, PartNameHash, PartNameEqual> m_folders; // of the names so far
+    std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
+        m_relationships; // by source
+};
+
+std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
+
+std::shared_ptr<SpooledPart> SpoolingWriter::Spool(const std::string& text) {
+    auto part = std::make_shared<SpooledPart>(PackageCompression::Normal);
+    m_core->compressor.Put(part, {text.begin(), text.end()}, PartCompressor::End::Complete);
+    return part;
+}
+
+void SpoolingWriter::CheckRelationships() const {
+    for (const auto& [source, list] : m_relationships) {
+        if (source != PackageRoot && !Find(source))
+            throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
+                               "there is no part '" + source + "' that has these relationships");
+        for (const NewRelationship& relationship : list)
+            if (!relationship.external && !Find(relationship.target))
+                throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
+                                   "the relationship '" + std::string(relationship.id) + "' leads to '" +
+                                       std::string(relationship.target) + "', which is not in the package");
+    }
+}
+
+// Spools what describes the parts, and puts all items into their order: the content types first, each
+// relationships part behind its source.
+std::vector<AssemblyItem> SpoolingWriter::SpoolStructure() {
+    ContentTypes types;
+    types.SetDefault("rels", RelationshipsType);
+    std::vector<AssemblyItem> items;
+    items.reserve(m_core->parts.size() + m_relationships.size() + 1);
+    items.emplace_back();
+    const auto addRelationships = [&](const std::string& source) {
+        const auto found = m_relationships.find(source);
+        if (found == m_relationships.end()) return;
+        std::vector<PackageRelationship> list;
+        for (const NewRelationship& from : found->second) {
+            PackageRelationship to;
+            to.id = from.id;
+            to.type = from.type;
+            to.target = from.external ? std::string(from.target) : RelativeReference(source, from.target);
+            to.external = from.external;
+            list.push_back(std::move(to));
+        }
+        items.push_back({ZipName(RelationshipsPartName(source)), Spool(FormatRelationships(list))});
+    };
+    addRelationships(std::string(PackageRoot));
+    for (const NewPart& part : m_core->parts) {
+        if (part.state != PartState::Complete) continue;
+        types.Add(part.name, part.contentType);
+        items.push_back({ZipName(part.name), part.spooled});
+        addRelationships(part.name);
+    }
+    items.front() = {ZipName(ContentTypesName), Spool(types.Format())};
+    return items;
+}
+
+void SpoolingWriter::Finish() {
+    std::vector<AssemblyItem> items;
+    {
+        const std::lock_guard guard(m_core->lock);
+        RequireUnfinished();
+        for (const NewPart& part : m_core->parts)
+            if (part.state == PartState::Open)
+                throw PackageError(E_UNEXPECTED, part.name, "the part was not closed");
+        CheckRelationships();
+        m_core->finished = true;
+        items = SpoolStructure();
+    }
+    m_core->compressor.Finish();
+    AssemblePackage(m_core->target, m_core->spool, items);
+}
+
+} // namespace
+
+std::unique_ptr<PackageWriter> PackageWriter::Create(const std::filesystem::path& target) {
+    return std::make_unique<SpoolingWriter>(target);
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,230 @@
+#include "Package/PartName.h"
+
+#include <msopc.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr std::string_view RelationshipsFolder = "/_rels/";
+constexpr std::string_view RelationshipsExtension = ".rels";
+
+constexpr bool IsAlnum(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+constexpr bool IsUnreserved(char c) {
+    return IsAlnum(c) || std::string_view("-._~").find(c) != std::string_view::npos;
+}
+
+// RFC 3986 pchar, but for percent-encoding.
+constexpr bool IsSegmentChar(char c) {
+    return IsUnreserved(c) || std::string_view("!$&'()*+,;=:@").find(c) != std::string_view::npos;
+}
+
+constexpr int HexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+// The octet encoded at that place, -1 if there is none.
+int EncodedOctet(std::string_view text, std::size_t at) {
+    if (text[at] != '%' || at + 2 >= text.size()) return -1;
+    const int high = HexDigit(text[at + 1]), low = HexDigit(text[at + 2]);
+    return high < 0 || low < 0 ? -1 : high * 16 + low;
+}
+
+void AppendEncoded(std::string& text, unsigned octet) {
+    constexpr char Digits[] = "0123456789ABCDEF";
+    text += '%';
+    text += Digits[octet >> 4 & 15];
+    text += Digits[octet & 15];
+}
+
+constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+[[noreturn]] void Refuse(const std::string& problem, HRESULT result = OPC_E_NONCONFORMING_URI) {
+    throw PartNameError(result, problem);
+}
+
+std::string Printable(char c) {
+    if (c > ' ' && c < 0x7F) return std::string("'") + c + "'";
+    std::string code;
+    AppendEncoded(code, static_cast<unsigned char>(c));
+    return "the byte " + code.substr(1);
+}
+
+void CheckSegment(std::string_view segment) {
+    if (segment.empty()) Refuse("the name has an empty segment");
+    if (std::all_of(segment.begin(), segment.end(), [](char c) { return c == '.'; }))
+        Refuse("the name has a segment of dots only");
+    if (segment.back() == '.') Refuse("a segment of the name ends with a dot");
+    for (std::size_t i = 0; i < segment.size(); ++i) {
+        if (segment[i] != '%') {
+            if (!IsSegmentChar(segment[i])) Refuse("the name holds " + Printable(segment[i]));
+            continue;
+        }
+        const int octet = EncodedOctet(segment, i);
+        if (octet < 0) Refuse("the name holds a '%' that encodes nothing");
+        if (octet == '/' || octet == '\\') Refuse("the name holds a percent-encoded slash");
+        if (IsUnreserved(static_cast<char>(octet)))
+            Refuse("the name holds a percent-encoded letter, digit or mark");
+        i += 2;
+    }
+}
+
+std::vector<std::string_view> Segments(std::string_view path) {
+    std::vector<std::string_view> segments;
+    for (std::size_t start = 0; start <= path.size();) {
+        const std::size_t end = (std::min)(path.find('/', start), path.size());
+        segments.push_back(path.substr(start, end - start));
+        start = end + 1;
+    }
+    return segments;
+}
+
+// Everything up to and with the last slash.
+std::string_view Folder(std::string_view name) { return name.substr(0, name.rfind('/') + 1); }
+
+bool HasScheme(std::string_view reference) {
+    const std::size_t colon = reference.find(':');
+    return colon != std::string_view::npos && reference.find_first_of("/?#") > colon;
+}
+
+} // namespace
+
+void CheckPartName(std::string_view name) {
+    if (name.empty()) Refuse("the name is empty");
+    if (name.front() != '/') Refuse("the name does not begin with a slash");
+    if (name.back() == '/') Refuse("the name ends with a slash", OPC_E_PART_CANNOT_BE_DIRECTORY);
+    for (const std::string_view segment : Segments(name.substr(1)))
+        CheckSegment(segment);
+}
+
+void CheckStaysInPackage(std::string_view path) {
+    if (path.find('\\') != std::string_view::npos) Refuse("the name holds a backslash");
+    int depth = 0;
+    for (const std::string_view segment : Segments(path)) {
+        if (segment == "..")
+            --depth;
+        else if (!segment.empty() && segment != ".")
+            ++depth;
+        if (depth < 0) Refuse("the name leads out of the package");
+    }
+}
+
+std::string NormalizePercent(std::string_view text) {
+    std::string normal;
+    normal.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto c = static_cast<unsigned char>(text[i]);
+        const int octet = EncodedOctet(text, i);
+        if (octet >= 0) {
+            if (IsUnreserved(static_cast<char>(octet)))
+                normal += static_cast<char>(octet);
+            else
+                AppendEncoded(normal, static_cast<unsigned>(octet));
+            i += 2;
+        } else if (c >= 0x80)
+            AppendEncoded(normal, c);
+        else
+            normal += text[i];
+    }
+    return normal;
+}
+
+std::string ResolvePartName(std::string_view source, std::string_view reference) {
+    if (reference.empty() || reference.front() == '#') return std::string(source); // the same document
+    if (HasScheme(reference) || reference.starts_with("//"))
+        Refuse("the reference is not within the package", OPC_E_RELATIVE_URI_REQUIRED);
+    std::string path = NormalizePercent(reference.substr(0, reference.find('#')));
+    if (path.find('?') != std::string::npos) Refuse("the reference holds a query");
+    if (path.front() != '/') path.insert(0, Folder(source));
+    CheckStaysInPackage(path);
+    if (path.back() == '/') Refuse("the name ends with a slash", OPC_E_PART_CANNOT_BE_DIRECTORY);
+
+    std::vector<std::string_view> kept;
+    for (const std::string_view segment : Segments(std::string_view(path).substr(1))) {
+        if (segment == "..")
+            kept.pop_back(); // CheckStaysInPackage saw that there is one
+        else if (segment != ".")
+            kept.push_back(segment);
+    }
+    std::string name;
+    for (const std::string_view segment : kept)
+        name.append("/").append(segment);
+    CheckPartName(name);
+    return name;
+}
+
+std::string RelativeReference(std::string_view source, std::string_view target) {
+    const std::string_view from = Folder(source);
+    std::size_t common = 0; // length of the folder path that both share, with its slash
+    for (std::size_t i = 0; i < from.size() && i < target.size() && from[i] == target[i]; ++i)
+        if (from[i] == '/') common = i + 1;
+    std::string reference;
+    for (const char c : from.substr(common))
+        if (c == '/') reference += "../";
+    reference += target.substr(common);
+    // A first segment with a colon would read as a scheme.
+    return HasScheme(reference) ? std::string(target) : reference;
+}
+
+std::string RelationshipsPartName(std::string_view source) {
+    const std::string_view folder = Folder(source);
+    std::string name(folder);
+    name.append(RelationshipsFolder.substr(1))
+        .append(source.substr(folder.size()))
+        .append(RelationshipsExtension);
+    return name;
+}
+
+bool IsRelationshipsPartName(std::string_view name) {
+    const std::string_view folder = Folder(name);
+    return folder.size() >= RelationshipsFolder.size() &&
+           ComparePartNames(folder.substr(folder.size() - RelationshipsFolder.size()), RelationshipsFolder) ==
+               0 &&
+           name.size() >= folder.size() + RelationshipsExtension.size() &&
+           ComparePartNames(name.substr(name.size() - RelationshipsExtension.size()),
+                            RelationshipsExtension) == 0;
+}
+
+std::string RelationshipsSource(std::string_view relationshipsPart) {
+    const std::string_view folder = Folder(relationshipsPart);
+    std::string_view last = relationshipsPart.substr(folder.size());
+    last.remove_suffix(RelationshipsExtension.size());
+    std::string source(folder.substr(0, folder.size() - RelationshipsFolder.size() + 1));
+    return source.append(last);
+}
+
+std::string_view PartExtension(std::string_view name) {
+    const std::size_t dot = name.find_last_of("./");
+    return dot == std::string_view::npos || name[dot] == '/' ? std::string_view() : name.substr(dot + 1);
+}
+
+std::string FoldPartName(std::string_view name) {
+    std::string folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), Lower);
+    return folded;
+}
+
+int ComparePartNames(std::string_view left, std::string_view right) {
+    const std::size_t length = (std::min)(left.size(), right.size());
+    for (std::size_t i = 0; i < length; ++i)
+        if (const int difference = Lower(left[i]) - Lower(right[i]); difference != 0) return difference;
+    return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
+}
+
+std::size_t PartNameHash::operator()(std::string_view name) const {
+    std::uint64_t hash = 0xCBF29CE484222325; // FNV-1a
+    for (const char c : name)
+        hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 0x100000001B3;
+    return static_cast<std::size_t>(hash);
+}
+
+} // namespace OvPlatform

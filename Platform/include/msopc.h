@@ -1,0 +1,114 @@
+#pragma once
+
+// Open packaging, as the SDK header of this name publishes it: part names, the factory and the result codes.
+// Packages themselves are read and written by Package/PackageReader.h and Package/PackageWriter.h.
+
+#include <urlmon.h>
+
+#define FACILITY_OPC 81
+
+#define OPC_E_NONCONFORMING_URI _HRESULT_TYPEDEF_(0x80510001)
+#define OPC_E_RELATIVE_URI_REQUIRED _HRESULT_TYPEDEF_(0x80510002)
+#define OPC_E_RELATIONSHIP_URI_REQUIRED _HRESULT_TYPEDEF_(0x80510003)
+#define OPC_E_PART_CANNOT_BE_DIRECTORY _HRESULT_TYPEDEF_(0x80510004)
+#define OPC_E_UNEXPECTED_CONTENT_TYPE _HRESULT_TYPEDEF_(0x80510005)
+#define OPC_E_INVALID_CONTENT_TYPE_XML _HRESULT_TYPEDEF_(0x80510006)
+#define OPC_E_MISSING_CONTENT_TYPES _HRESULT_TYPEDEF_(0x80510007)
+#define OPC_E_NONCONFORMING_CONTENT_TYPES_XML _HRESULT_TYPEDEF_(0x80510008)
+#define OPC_E_NONCONFORMING_RELS_XML _HRESULT_TYPEDEF_(0x80510009)
+#define OPC_E_INVALID_RELS_XML _HRESULT_TYPEDEF_(0x8051000A)
+#define OPC_E_DUPLICATE_PART _HRESULT_TYPEDEF_(0x8051000B)
+#define OPC_E_INVALID_OVERRIDE_PART_NAME _HRESULT_TYPEDEF_(0x8051000C)
+#define OPC_E_DUPLICATE_OVERRIDE_PART _HRESULT_TYPEDEF_(0x8051000D)
+#define OPC_E_INVALID_DEFAULT_EXTENSION _HRESULT_TYPEDEF_(0x8051000E)
+#define OPC_E_DUPLICATE_DEFAULT_EXTENSION _HRESULT_TYPEDEF_(0x8051000F)
+#define OPC_E_INVALID_RELATIONSHIP_ID _HRESULT_TYPEDEF_(0x80510010)
+#define OPC_E_INVALID_RELATIONSHIP_TYPE _HRESULT_TYPEDEF_(0x80510011)
+#define OPC_E_INVALID_RELATIONSHIP_TARGET _HRESULT_TYPEDEF_(0x80510012)
+#define OPC_E_DUPLICATE_RELATIONSHIP _HRESULT_TYPEDEF_(0x80510013)
+#define OPC_E_CONFLICTING_SETTINGS _HRESULT_TYPEDEF_(0x80510014)
+#define OPC_E_DUPLICATE_PIECE _HRESULT_TYPEDEF_(0x80510015)
+#define OPC_E_INVALID_PIECE _HRESULT_TYPEDEF_(0x80510016)
+#define OPC_E_MISSING_PIECE _HRESULT_TYPEDEF_(0x80510017)
+#define OPC_E_NO_SUCH_PART _HRESULT_TYPEDEF_(0x80510018)
+#define OPC_E_INVALID_XML_ENCODING _HRESULT_TYPEDEF_(0x80510042)
+#define OPC_E_INVALID_CONTENT_TYPE _HRESULT_TYPEDEF_(0x80510044)
+#define OPC_E_NO_SUCH_RELATIONSHIP _HRESULT_TYPEDEF_(0x80510048)
+#define OPC_E_INVALID_RELATIONSHIP_TARGET_MODE _HRESULT_TYPEDEF_(0x8051004D)
+#define OPC_E_COULD_NOT_RECOVER _HRESULT_TYPEDEF_(0x8051004E)
+#define OPC_E_UNSUPPORTED_PACKAGE _HRESULT_TYPEDEF_(0x8051004F)
+#define OPC_E_NO_SUCH_SETTINGS _HRESULT_TYPEDEF_(0x80510057)
+#define OPC_E_ZIP_INCORRECT_DATA_SIZE _HRESULT_TYPEDEF_(0x80511001)
+#define OPC_E_ZIP_CORRUPTED_ARCHIVE _HRESULT_TYPEDEF_(0x80511002)
+#define OPC_E_ZIP_COMPRESSION_FAILED _HRESULT_TYPEDEF_(0x80511003)
+#define OPC_E_ZIP_DECOMPRESSION_FAILED _HRESULT_TYPEDEF_(0x80511004)
+#define OPC_E_ZIP_INCONSISTENT_FILEITEM _HRESULT_TYPEDEF_(0x80511005)
+#define OPC_E_ZIP_INCONSISTENT_DIRECTORY _HRESULT_TYPEDEF_(0x80511006)
+#define OPC_E_ZIP_MISSING_DATA_DESCRIPTOR _HRESULT_TYPEDEF_(0x80511007)
+#define OPC_E_ZIP_UNSUPPORTEDARCHIVE _HRESULT_TYPEDEF_(0x80511008)
+#define OPC_E_ZIP_CENTRAL_DIRECTORY_TOO_LARGE _HRESULT_TYPEDEF_(0x80511009)
+#define OPC_E_ZIP_NAME_TOO_LARGE _HRESULT_TYPEDEF_(0x8051100A)
+#define OPC_E_ZIP_DUPLICATE_NAME _HRESULT_TYPEDEF_(0x8051100B)
+#define OPC_E_ZIP_COMMENT_TOO_LARGE _HRESULT_TYPEDEF_(0x8051100C)
+#define OPC_E_ZIP_EXTRA_FIELDS_TOO_LARGE _HRESULT_TYPEDEF_(0x8051100D)
+#define OPC_E_ZIP_FILE_HEADER_TOO_LARGE _HRESULT_TYPEDEF_(0x8051100E)
+#define OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY _HRESULT_TYPEDEF_(0x8051100F)
+#define OPC_E_ZIP_REQUIRES_64_BIT _HRESULT_TYPEDEF_(0x80511010)
+
+enum OPC_URI_TARGET_MODE { OPC_URI_TARGET_MODE_INTERNAL = 0, OPC_URI_TARGET_MODE_EXTERNAL = 1 };
+enum OPC_COMPRESSION_OPTIONS {
+    OPC_COMPRESSION_NONE = -1,
+    OPC_COMPRESSION_NORMAL = 0,
+    OPC_COMPRESSION_MAXIMUM = 1,
+    OPC_COMPRESSION_FAST = 2,
+    OPC_COMPRESSION_SUPERFAST = 3
+};
+enum OPC_STREAM_IO_MODE { OPC_STREAM_IO_READ = 1, OPC_STREAM_IO_WRITE = 2 };
+enum OPC_READ_FLAGS { OPC_READ_DEFAULT = 0x0, OPC_VALIDATE_ON_LOAD = 0x1, OPC_CACHE_ON_ACCESS = 0x2 };
+enum OPC_WRITE_FLAGS { OPC_WRITE_DEFAULT = 0x0, OPC_WRITE_FORCE_ZIP32 = 0x1 };
+
+struct IOpcPartUri;
+struct IOpcPackage;
+struct IOpcDigitalSignatureManager;
+
+// The URI of the package's root or of a part.
+MIDL_INTERFACE("bc9c1b9b-d62c-49eb-aef0-3b4e0b28ebed") IOpcUri : public IUri {
+public:
+    // OPC_E_NONCONFORMING_URI for the name of a relationships part, which has none itself.
+    virtual HRESULT STDMETHODCALLTYPE GetRelationshipsPartUri(IOpcPartUri * *relationshipPartUri) = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetRelativeUri(IOpcPartUri * targetPartUri, IUri * *relativeUri) = 0;
+    // The part that a relative reference from this one leads to.
+    virtual HRESULT STDMETHODCALLTYPE CombinePartUri(IUri * relativeUri, IOpcPartUri * *combinedUri) = 0;
+};
+__CRT_UUID_DECL(IOpcUri, 0xbc9c1b9b, 0xd62c, 0x49eb, 0xae, 0xf0, 0x3b, 0x4e, 0x0b, 0x28, 0xeb, 0xed)
+
+MIDL_INTERFACE("7d3babe7-88b2-46ba-85cb-4203cb016c87") IOpcPartUri : public IOpcUri {
+public:
+    // Negative, 0 or positive, by the equivalence of part names: 0 says that the two name one part.
+    virtual HRESULT STDMETHODCALLTYPE ComparePartUri(IOpcPartUri * partUri, INT32 * comparisonResult) = 0;
+    // For a relationships part, what its relationships belong to; otherwise OPC_E_RELATIONSHIP_URI_REQUIRED.
+    virtual HRESULT STDMETHODCALLTYPE GetSourceUri(IOpcUri * *sourceUri) = 0;
+    virtual HRESULT STDMETHODCALLTYPE IsRelationshipsPartUri(BOOL * isRelationshipUri) = 0;
+};
+__CRT_UUID_DECL(IOpcPartUri, 0x7d3babe7, 0x88b2, 0x46ba, 0x85, 0xcb, 0x42, 0x03, 0xcb, 0x01, 0x6c, 0x87)
+
+MIDL_INTERFACE("6d0b4446-cd73-4ab3-94f4-8ccdf6116154") IOpcFactory : public IUnknown {
+public:
+    virtual HRESULT STDMETHODCALLTYPE CreatePackageRootUri(IOpcUri * *rootUri) = 0;
+    // OPC_E_RELATIVE_URI_REQUIRED, OPC_E_PART_CANNOT_BE_DIRECTORY, OPC_E_NONCONFORMING_URI.
+    virtual HRESULT STDMETHODCALLTYPE CreatePartUri(LPCWSTR uri, IOpcPartUri * *partUri) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CreateStreamOnFile(LPCWSTR filename, OPC_STREAM_IO_MODE ioMode,
+                                                         SECURITY_ATTRIBUTES * securityAttributes,
+                                                         DWORD flagsAndAttributes, IStream * *stream) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CreatePackage(IOpcPackage * *package) = 0;
+    virtual HRESULT STDMETHODCALLTYPE ReadPackageFromStream(IStream * stream, OPC_READ_FLAGS flags,
+                                                            IOpcPackage * *package) = 0;
+    virtual HRESULT STDMETHODCALLTYPE WritePackageToStream(IOpcPackage * package, OPC_WRITE_FLAGS flags,
+                                                           IStream * stream) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CreateDigitalSignatureManager(
+        IOpcPackage * package, IOpcDigitalSignatureManager * *manager) = 0;
+};
+__CRT_UUID_DECL(IOpcFactory, 0x6d0b4446, 0xcd73, 0x4ab3, 0x94, 0xf4, 0x8c, 0xcd, 0xf6, 0x11, 0x61, 0x54)
+
+class OpcFactory;
+__CRT_UUID_DECL(OpcFactory, 0x6b2d6ba0, 0x9f3e, 0x4f27, 0x92, 0x0b, 0x31, 0x3c, 0xc4, 0x26, 0xa3, 0x9e)
