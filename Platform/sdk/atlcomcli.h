@@ -269,6 +269,9 @@ public:
     bool operator!=(const CComBSTR& other) const noexcept { return !(*this == other); }
     bool operator==(LPCOLESTR text) const { return *this == CComBSTR(text); }
     bool operator!=(LPCOLESTR text) const { return !(*this == text); }
+    // Else the built-in comparison of pointers would be as good a match.
+    bool operator==(LPOLESTR text) const { return *this == static_cast<LPCOLESTR>(text); }
+    bool operator!=(LPOLESTR text) const { return !(*this == text); }
     bool operator==(std::nullptr_t) const noexcept { return m_str == nullptr; }
     bool operator!=(std::nullptr_t) const noexcept { return m_str != nullptr; }
 

@@ -1,0 +1,147 @@
+#include <Com/FaultInjection.h>
+
+#include <atlcomcli.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+std::wstring Text(BSTR string) { return std::wstring(string, SysStringLen(string)); }
+
+TEST(BinaryString, HasItsLengthInFrontAndAZeroBehind) {
+    BSTR string = SysAllocStringLen(L"a\0b", 3);
+    ASSERT_NE(nullptr, string);
+    UINT prefix = 0;
+    std::memcpy(&prefix, reinterpret_cast<const BYTE*>(string) - 4, sizeof(prefix));
+    EXPECT_EQ(3 * sizeof(wchar_t), prefix);
+    EXPECT_EQ(3u, SysStringLen(string));
+    EXPECT_EQ(prefix, SysStringByteLen(string));
+    EXPECT_EQ(std::wstring(L"a\0b", 3), Text(string));
+    EXPECT_EQ(0, string[3]);
+    SysFreeString(string);
+}
+
+TEST(BinaryString, NullIsTheEmptyString) {
+    EXPECT_EQ(0u, SysStringLen(nullptr));
+    EXPECT_EQ(0u, SysStringByteLen(nullptr));
+    EXPECT_EQ(nullptr, SysAllocString(nullptr));
+    SysFreeString(nullptr);
+    BSTR empty = SysAllocString(L"");
+    EXPECT_NE(nullptr, empty);
+    EXPECT_EQ(VARCMP_EQ, VarBstrCmp(nullptr, empty, LOCALE_USER_DEFAULT, 0));
+    SysFreeString(empty);
+}
+
+TEST(BinaryString, RefusesLengthsThatDoNotFit) {
+    EXPECT_EQ(nullptr, SysAllocStringLen(nullptr, 0xFFFFFFFF));
+    EXPECT_EQ(nullptr, SysAllocStringLen(nullptr, 0x40000000));
+    EXPECT_EQ(nullptr, SysAllocStringByteLen(nullptr, 0xFFFFFFFF));
+}
+
+TEST(BinaryString, HoldsAnOddNumberOfBytes) {
+    BSTR string = SysAllocStringByteLen("abc", 3);
+    ASSERT_NE(nullptr, string);
+    EXPECT_EQ(3u, SysStringByteLen(string));
+    EXPECT_EQ(0u, SysStringLen(string));
+    EXPECT_EQ(0, std::memcmp("abc\0\0\0\0", string, 7));
+    SysFreeString(string);
+}
+
+TEST(BinaryString, IsReallocatedFromItself) {
+    BSTR string = SysAllocString(L"abcdef");
+    ASSERT_TRUE(SysReAllocStringLen(&string, string + 2, 3));
+    EXPECT_EQ(L"cde", Text(string));
+    ASSERT_TRUE(SysReAllocStringLen(&string, nullptr, 2));
+    EXPECT_EQ(L"cd", Text(string));
+    {
+        OvPlatform::FaultInjectionScope fault(1);
+        EXPECT_FALSE(SysReAllocString(&string, L"other"));
+    }
+    EXPECT_EQ(L"cd", Text(string));
+    SysFreeString(string);
+}
+
+TEST(ComString, AppendsItselfPartsOfItselfAndZeroUnits) {
+    CComBSTR string(3, L"a\0b");
+    EXPECT_EQ(S_OK, string.Append(string));
+    EXPECT_EQ(std::wstring(L"a\0ba\0b", 6), Text(string));
+    EXPECT_EQ(S_OK, string.Append(string.m_str + 2, 2));
+    EXPECT_EQ(std::wstring(L"a\0ba\0bba", 8), Text(string));
+    EXPECT_EQ(8 * sizeof(wchar_t), string.ByteLength());
+    EXPECT_EQ(E_INVALIDARG, string.Append(nullptr, 1));
+    EXPECT_EQ(S_OK, string.Append(static_cast<LPCOLESTR>(nullptr)));
+    EXPECT_EQ(8u, string.Length());
+}
+
+TEST(ComString, CopiesAndComparesWhatStandsBehindAZeroUnit) {
+    const CComBSTR first(3, L"a\0b");
+    const CComBSTR second(3, L"a\0c");
+    CComBSTR copy(first);
+    EXPECT_TRUE(copy == first);
+    EXPECT_TRUE(first != second);
+    EXPECT_TRUE(first < second);
+    EXPECT_FALSE(CComBSTR(L"a") == CComBSTR(2, L"a\0"));
+    copy = copy;
+    EXPECT_TRUE(copy == first);
+    copy = copy.m_str;
+    EXPECT_EQ(3u, copy.Length());
+    BSTR detached = copy.Detach();
+    EXPECT_EQ(nullptr, copy.m_str);
+    copy.Attach(detached);
+    EXPECT_EQ(detached, copy.m_str);
+}
+
+TEST(ComString, ThrowsWhenMemoryIsOutAndKeepsWhatItHas) {
+    CComBSTR string(L"kept");
+    {
+        OvPlatform::FaultInjectionScope fault(1);
+        try {
+            string = L"other";
+            FAIL() << "nothing was thrown";
+        } catch (const CAtlException& exception) {
+            EXPECT_EQ(E_OUTOFMEMORY, exception);
+        }
+    }
+    {
+        OvPlatform::FaultInjectionScope fault(1);
+        EXPECT_EQ(E_OUTOFMEMORY, string.Append(L"more"));
+    }
+    {
+        OvPlatform::FaultInjectionScope fault(1);
+        EXPECT_THROW(CComBSTR copy(string), CAtlException);
+    }
+    EXPECT_EQ(L"kept", Text(string));
+}
+
+TEST(StringComparison, OrdersAsTheLocaleOrdersWords) {
+    struct Case {
+        const wchar_t* left;
+        const wchar_t* right;
+        ULONG flags;
+        HRESULT order;
+    };
+    const Case cases[] = {
+        {L"Portrait", L"Portrait", 0, VARCMP_EQ},
+        {L"Portrait", L"portrait", 0, VARCMP_GT},
+        {L"Portrait", L"portrait", NORM_IGNORECASE, VARCMP_EQ},
+        {L"a", L"B", 0, VARCMP_LT},
+        {L"psk:A", L"psk:AB", 0, VARCMP_LT},
+        {L"\u00C4rger", L"\u00E4rger", NORM_IGNORECASE, VARCMP_EQ},
+        // Composed and decomposed.
+        {L"\u00E4", L"a\u0308", 0, VARCMP_EQ},
+        {L"\u00E4", L"z", 0, VARCMP_LT},
+        {L"", L"a", 0, VARCMP_LT},
+    };
+    for (const Case& each : cases) {
+        const CComBSTR left(each.left);
+        const CComBSTR right(each.right);
+        EXPECT_EQ(each.order, VarBstrCmp(left, right, LOCALE_USER_DEFAULT, each.flags))
+            << each.left << " " << each.right;
+    }
+    // Without a locale unit by unit.
+    EXPECT_EQ(VARCMP_GT, VarBstrCmp(CComBSTR(L"a"), CComBSTR(L"B"), LOCALE_NEUTRAL, 0));
+}
+
+} // namespace

@@ -1,0 +1,184 @@
+#include <Com/FaultInjection.h>
+
+#include <atlcomcli.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+class CountedObject : public IUnknown {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        *object = iid == __uuidof(IUnknown) ? this : nullptr;
+        if (*object == nullptr) return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
+    ULONG STDMETHODCALLTYPE Release() override { return --references; }
+    virtual ~CountedObject() = default;
+
+    ULONG references = 1;
+};
+
+TEST(Variant, OwnsWhatItHolds) {
+    CountedObject object;
+    {
+        CComVariant holder(static_cast<IUnknown*>(&object));
+        CComVariant copy(holder);
+        EXPECT_EQ(3u, object.references);
+        copy = CComVariant(L"text");
+        EXPECT_EQ(2u, object.references);
+    }
+    EXPECT_EQ(1u, object.references);
+
+    VARIANT byReference{};
+    IUnknown* pointer = &object;
+    byReference.vt = VT_UNKNOWN | VT_BYREF;
+    byReference.ppunkVal = &pointer;
+    VARIANT resolved{};
+    EXPECT_EQ(S_OK, VariantCopyInd(&resolved, &byReference));
+    EXPECT_EQ(VT_UNKNOWN, resolved.vt);
+    EXPECT_EQ(2u, object.references);
+    EXPECT_EQ(S_OK, VariantClear(&byReference));
+    EXPECT_EQ(2u, object.references) << "what is held by reference is not owned";
+    EXPECT_EQ(S_OK, VariantClear(&resolved));
+    EXPECT_EQ(1u, object.references);
+    EXPECT_EQ(VT_EMPTY, resolved.vt);
+}
+
+TEST(Variant, CopiesStringsWholeAndSurvivesAFailingCopy) {
+    CComVariant source;
+    source.vt = VT_BSTR;
+    source.bstrVal = SysAllocStringLen(L"a\0b", 3);
+    VARIANT target{};
+    ASSERT_EQ(S_OK, VariantCopy(&target, &source));
+    EXPECT_EQ(3u, SysStringLen(target.bstrVal));
+    EXPECT_NE(source.bstrVal, target.bstrVal);
+    {
+        // The second call is the copy of the string.
+        OvPlatform::FaultInjectionScope fault(2);
+        EXPECT_EQ(E_OUTOFMEMORY, VariantCopy(&target, &source));
+    }
+    EXPECT_EQ(3u, SysStringLen(target.bstrVal));
+    VariantClear(&target);
+}
+
+TEST(Variant, RefusesUnknownTypes) {
+    VARIANT value{};
+    value.vt = 15;
+    EXPECT_EQ(DISP_E_BADVARTYPE, VariantClear(&value));
+    value.vt = VT_VARIANT;
+    EXPECT_EQ(DISP_E_BADVARTYPE, VariantClear(&value));
+}
+
+TEST(Variant, ConvertsTextToValues) {
+    struct Case {
+        const wchar_t* text;
+        VARTYPE type;
+        HRESULT result;
+        double value;
+    };
+    const Case cases[] = {
+        {L"42", VT_I4, S_OK, 42},
+        {L" -7 ", VT_I2, S_OK, -7},
+        {L"2.5", VT_I4, S_OK, 2},
+        {L"3.5", VT_I4, S_OK, 4},
+        {L"1e3", VT_R8, S_OK, 1000},
+        {L"4294967295", VT_UI4, S_OK, 4294967295.0},
+        {L"4294967296", VT_UI4, DISP_E_OVERFLOW, 0},
+        {L"-1", VT_UI4, DISP_E_OVERFLOW, 0},
+        {L"40000", VT_I2, DISP_E_OVERFLOW, 0},
+        {L"1e400", VT_R8, DISP_E_OVERFLOW, 0},
+        {L"", VT_I4, DISP_E_TYPEMISMATCH, 0},
+        {L"12a", VT_I4, DISP_E_TYPEMISMATCH, 0},
+        {L"0x10", VT_I4, DISP_E_TYPEMISMATCH, 0},
+        {L"nan", VT_R8, DISP_E_TYPEMISMATCH, 0},
+        {L"true", VT_BOOL, S_OK, -1},
+        {L"0", VT_BOOL, S_OK, 0},
+        {L"maybe", VT_BOOL, DISP_E_TYPEMISMATCH, 0},
+    };
+    for (const Case& each : cases) {
+        CComVariant value(each.text);
+        ASSERT_EQ(each.result, value.ChangeType(each.type)) << each.text;
+        if (FAILED(each.result)) continue;
+        ASSERT_EQ(each.type, value.vt);
+        CComVariant number(value);
+        ASSERT_EQ(S_OK, number.ChangeType(VT_R8));
+        EXPECT_EQ(each.value, number.dblVal) << each.text;
+    }
+}
+
+TEST(Variant, ConvertsValuesToText) {
+    const auto text = [](CComVariant value, USHORT flags = 0) {
+        EXPECT_EQ(S_OK, VariantChangeType(&value, &value, flags, VT_BSTR));
+        return std::wstring(value.bstrVal, SysStringLen(value.bstrVal));
+    };
+    CComVariant real;
+    real.vt = VT_R8;
+    real.dblVal = 0.1;
+    CComVariant large;
+    large.vt = VT_UI8;
+    large.ullVal = 18446744073709551615ULL;
+    EXPECT_EQ(L"-5", text(CComVariant(-5)));
+    EXPECT_EQ(L"0.1", text(real));
+    EXPECT_EQ(L"18446744073709551615", text(large));
+    EXPECT_EQ(L"-1", text(CComVariant(true)));
+    EXPECT_EQ(L"True", text(CComVariant(true), VARIANT_ALPHABOOL));
+    EXPECT_EQ(L"", text(CComVariant()));
+    CComVariant null;
+    null.vt = VT_NULL;
+    EXPECT_EQ(DISP_E_TYPEMISMATCH, null.ChangeType(VT_BSTR));
+}
+
+TEST(ByteArray, KeepsBoundsLocksAndContents) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_UI1, 0, 5);
+    ASSERT_NE(nullptr, array);
+    LONG lower = -1;
+    LONG upper = -1;
+    EXPECT_EQ(S_OK, SafeArrayGetLBound(array, 1, &lower));
+    EXPECT_EQ(S_OK, SafeArrayGetUBound(array, 1, &upper));
+    EXPECT_EQ(0, lower);
+    EXPECT_EQ(4, upper);
+    EXPECT_EQ(DISP_E_BADINDEX, SafeArrayGetUBound(array, 2, &upper));
+    void* data = nullptr;
+    ASSERT_EQ(S_OK, SafeArrayAccessData(array, &data));
+    std::memcpy(data, "bytes", 5);
+    EXPECT_EQ(DISP_E_ARRAYISLOCKED, SafeArrayDestroy(array));
+
+    VARIANT holder{};
+    holder.vt = VT_ARRAY | VT_UI1;
+    holder.parray = array;
+    VARIANT copy{};
+    ASSERT_EQ(S_OK, VariantCopy(&copy, &holder));
+    EXPECT_NE(array, copy.parray);
+    EXPECT_EQ(0, std::memcmp(copy.parray->pvData, "bytes", 5));
+    EXPECT_EQ(S_OK, VariantClear(&copy));
+
+    EXPECT_EQ(S_OK, SafeArrayUnaccessData(array));
+    EXPECT_EQ(E_UNEXPECTED, SafeArrayUnaccessData(array));
+    EXPECT_EQ(S_OK, VariantClear(&holder));
+}
+
+TEST(Array, OwnsItsElements) {
+    SAFEARRAY* array = SafeArrayCreateVector(VT_BSTR, 1, 2);
+    ASSERT_NE(nullptr, array);
+    LONG index = 2;
+    CComBSTR text(L"element");
+    EXPECT_EQ(S_OK, SafeArrayPutElement(array, &index, text.m_str));
+    EXPECT_EQ(S_OK, SafeArrayPutElement(array, &index, text.m_str));
+    CComBSTR read;
+    EXPECT_EQ(S_OK, SafeArrayGetElement(array, &index, &read));
+    EXPECT_TRUE(read == text);
+    index = 3;
+    EXPECT_EQ(DISP_E_BADINDEX, SafeArrayPutElement(array, &index, text.m_str));
+    SAFEARRAY* copy = nullptr;
+    EXPECT_EQ(S_OK, SafeArrayCopy(array, &copy));
+    EXPECT_EQ(S_OK, SafeArrayDestroy(copy));
+    EXPECT_EQ(S_OK, SafeArrayDestroy(array));
+    EXPECT_EQ(nullptr, SafeArrayCreateVector(VT_UI1, 0x7FFFFFFF, 2));
+}
+
+} // namespace

@@ -1,0 +1,262 @@
+#include <Com/FaultInjection.h>
+#include <System/UserToken.h>
+#include <windows.h>
+
+#include <gtest/gtest.h>
+#include <versionhelpers.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <thread>
+
+namespace {
+
+std::wstring UserName() {
+    wchar_t name[256];
+    DWORD size = 256;
+    EXPECT_TRUE(GetUserNameW(name, &size));
+    EXPECT_EQ(wcslen(name) + 1, size);
+    return name;
+}
+
+TEST(ThreadToken, StandsOnItsThreadUntilItIsTakenOff) {
+    HANDLE token = OvPlatform::CreateUserToken(L"alice");
+    HANDLE opened = nullptr;
+    EXPECT_FALSE(OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &opened));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_NO_TOKEN), GetLastError());
+
+    const std::wstring own = UserName();
+    ASSERT_TRUE(SetThreadToken(nullptr, token));
+    EXPECT_EQ(token, OvPlatform::ThreadToken());
+    EXPECT_EQ(L"alice", UserName());
+    std::thread([&] {
+        EXPECT_EQ(nullptr, OvPlatform::ThreadToken());
+        EXPECT_EQ(own, UserName());
+    }).join();
+
+    EXPECT_TRUE(CloseHandle(token));
+    EXPECT_FALSE(CloseHandle(token));
+    ASSERT_TRUE(OpenThreadToken(GetCurrentThread(), TOKEN_QUERY, TRUE, &opened))
+        << "the thread keeps the token";
+    EXPECT_TRUE(RevertToSelf());
+    EXPECT_EQ(own, UserName());
+    EXPECT_TRUE(ImpersonateLoggedOnUser(opened));
+    EXPECT_EQ(L"alice", UserName());
+    EXPECT_TRUE(SetThreadToken(nullptr, nullptr));
+    EXPECT_EQ(nullptr, OvPlatform::ThreadToken());
+    CloseHandle(opened);
+
+    OvPlatform::FaultInjectionScope fault(1, E_ACCESSDENIED);
+    EXPECT_FALSE(SetThreadToken(nullptr, reinterpret_cast<HANDLE>(0x1234)));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_ACCESS_DENIED), GetLastError());
+}
+
+TEST(UserName, IsNotCutShort) {
+    DWORD size = 1;
+    wchar_t unit = L'?';
+    EXPECT_FALSE(GetUserNameW(&unit, &size));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER), GetLastError());
+    EXPECT_EQ(UserName().size() + 1, size);
+}
+
+TEST(ComputerName, ReportsTheRoomItNeeds) {
+    DWORD needed = 0;
+    EXPECT_FALSE(GetComputerNameExW(ComputerNameDnsFullyQualified, nullptr, &needed));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MORE_DATA), GetLastError());
+    std::wstring name(needed, L'?');
+    DWORD size = needed;
+    ASSERT_TRUE(GetComputerNameExW(ComputerNameDnsFullyQualified, name.data(), &size));
+    EXPECT_EQ(needed - 1, size);
+    EXPECT_EQ(size, wcslen(name.c_str()));
+}
+
+TEST(Version, IsComparedFieldByField) {
+    EXPECT_TRUE(IsWindows7OrGreater());
+    EXPECT_TRUE(IsWindows10OrGreater());
+    EXPECT_TRUE(IsWindowsVersionOrGreater(6, 3, 9));
+    EXPECT_FALSE(IsWindowsVersionOrGreater(10, 1, 0));
+    EXPECT_FALSE(IsWindowsVersionOrGreater(11, 0, 0));
+}
+
+TEST(CriticalSection, IsEnteredAgainByItsOwnerOnly) {
+    CRITICAL_SECTION section;
+    InitializeCriticalSection(&section);
+    EnterCriticalSection(&section);
+    EXPECT_TRUE(TryEnterCriticalSection(&section));
+    LeaveCriticalSection(&section);
+    std::thread([&] { EXPECT_FALSE(TryEnterCriticalSection(&section)); }).join();
+    LeaveCriticalSection(&section);
+    std::thread([&] {
+        EXPECT_TRUE(TryEnterCriticalSection(&section));
+        LeaveCriticalSection(&section);
+    }).join();
+    DeleteCriticalSection(&section);
+}
+
+TEST(Modules, AreLoadedByPathAndTellWhatIsWrong) {
+    const auto load = [](const std::string& path) {
+        return LoadLibraryW(std::wstring(path.begin(), path.end()).c_str());
+    };
+    EXPECT_EQ(nullptr, load("/no/such/module.so"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_MOD_NOT_FOUND), GetLastError());
+    EXPECT_EQ(nullptr, load(OV_SOURCE_DIR "/CMakeLists.txt"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_BAD_EXE_FORMAT), GetLastError());
+
+    HMODULE module = load(OV_BINARY_DIR "/lib/libov-Platform.so");
+    ASSERT_NE(nullptr, module);
+    const FARPROC found = GetProcAddress(module, "SysStringLen");
+    EXPECT_EQ(reinterpret_cast<void*>(&SysStringLen), reinterpret_cast<void*>(found));
+    EXPECT_EQ(nullptr, GetProcAddress(module, "NoSuchFunction"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_PROC_NOT_FOUND), GetLastError());
+    wchar_t name[1024];
+    EXPECT_LT(0u, GetModuleFileNameW(module, name, 1024));
+    EXPECT_NE(std::wstring::npos, std::wstring(name).find(L"libov-Platform.so"));
+    EXPECT_EQ(5u, GetModuleFileNameW(module, name, 5));
+    EXPECT_EQ(4u, wcslen(name));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INSUFFICIENT_BUFFER), GetLastError());
+    EXPECT_TRUE(FreeLibrary(module));
+}
+
+TEST(Files, AreCreatedReadSoughtAndDeleted) {
+    wchar_t folder[512];
+    ASSERT_NE(0u, GetTempPathW(512, folder));
+    const std::wstring path = std::wstring(folder) + L"ov-\u00E4-" + std::to_wstring(GetCurrentProcessId());
+    HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(INVALID_HANDLE_VALUE, file);
+    EXPECT_EQ(INVALID_HANDLE_VALUE,
+              CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_EXISTS), GetLastError());
+    DWORD count = 0;
+    EXPECT_TRUE(WriteFile(file, "content", 7, &count, nullptr));
+    LARGE_INTEGER position{};
+    EXPECT_TRUE(GetFileSizeEx(file, &position));
+    EXPECT_EQ(7, position.QuadPart);
+    position.QuadPart = 3;
+    EXPECT_TRUE(SetFilePointerEx(file, position, nullptr, FILE_BEGIN));
+    char bytes[10] = {};
+    EXPECT_TRUE(ReadFile(file, bytes, 10, &count, nullptr));
+    EXPECT_STREQ("tent", bytes);
+    EXPECT_TRUE(CloseHandle(file));
+    EXPECT_FALSE(ReadFile(file, bytes, 10, &count, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(FILE_ATTRIBUTE_NORMAL), GetFileAttributesW(path.c_str()));
+    EXPECT_TRUE(DeleteFileW(path.c_str()));
+    EXPECT_FALSE(DeleteFileW(path.c_str()));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_FILE_NOT_FOUND), GetLastError());
+    EXPECT_EQ(INVALID_HANDLE_VALUE,
+              CreateFileW((path + L"/x").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_PATH_NOT_FOUND), GetLastError());
+}
+
+std::string Text(const SYSTEMTIME& time) {
+    char text[64];
+    std::snprintf(text, sizeof(text), "%04d-%02d-%02d %02d:%02d:%02d.%03d %d", time.wYear, time.wMonth,
+                  time.wDay, time.wHour, time.wMinute, time.wSecond, time.wMilliseconds, time.wDayOfWeek);
+    return text;
+}
+
+TEST(Time, ConvertsBetweenItsForms) {
+    const struct {
+        SYSTEMTIME time;
+        ULONGLONG ticks;
+    } cases[] = {
+        {{1601, 1, 1, 1, 0, 0, 0, 0}, 0},
+        {{1970, 1, 4, 1, 0, 0, 0, 0}, 116444736000000000ULL},
+        {{2000, 2, 2, 29, 23, 59, 59, 999}, 125963423999990000ULL},
+    };
+    for (const auto& each : cases) {
+        FILETIME fileTime{};
+        ASSERT_TRUE(SystemTimeToFileTime(&each.time, &fileTime));
+        EXPECT_EQ(each.ticks, static_cast<ULONGLONG>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime);
+        SYSTEMTIME back{};
+        ASSERT_TRUE(FileTimeToSystemTime(&fileTime, &back));
+        EXPECT_EQ(Text(each.time), Text(back));
+    }
+    const SYSTEMTIME impossible[] = {
+        {1600, 1, 0, 1, 0, 0, 0, 0}, {2001, 2, 0, 29, 0, 0, 0, 0}, {2001, 1, 0, 1, 24, 0, 0, 0}};
+    FILETIME ignored;
+    for (const SYSTEMTIME& time : impossible)
+        EXPECT_FALSE(SystemTimeToFileTime(&time, &ignored));
+    const FILETIME tooLate = {0xFFFFFFFF, 0x7FFFFFFF};
+    SYSTEMTIME unused;
+    EXPECT_FALSE(FileTimeToSystemTime(&tooLate, &unused));
+}
+
+TEST(Time, FollowsTheRulesOfAZone) {
+    // Central Europe: last Sunday of March at 2 to last Sunday of October at 3.
+    TIME_ZONE_INFORMATION zone{};
+    zone.Bias = -60;
+    zone.StandardDate = {0, 10, 0, 5, 3, 0, 0, 0};
+    zone.DaylightDate = {0, 3, 0, 5, 2, 0, 0, 0};
+    zone.DaylightBias = -60;
+    const struct {
+        SYSTEMTIME utc;
+        const char* local;
+    } cases[] = {
+        {{2024, 3, 0, 31, 0, 59, 59, 0}, "2024-03-31 01:59:59.000 0"},
+        {{2024, 3, 0, 31, 1, 0, 0, 0}, "2024-03-31 03:00:00.000 0"},
+        {{2024, 10, 0, 27, 0, 59, 59, 0}, "2024-10-27 02:59:59.000 0"},
+        {{2024, 10, 0, 27, 1, 0, 0, 0}, "2024-10-27 02:00:00.000 0"},
+        {{2023, 12, 0, 31, 23, 30, 0, 0}, "2024-01-01 00:30:00.000 1"},
+    };
+    for (const auto& each : cases) {
+        SYSTEMTIME local{};
+        ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(&zone, &each.utc, &local));
+        EXPECT_EQ(each.local, Text(local));
+    }
+    // South of the equator, and the way back.
+    TIME_ZONE_INFORMATION south{};
+    south.Bias = -600;
+    south.StandardDate = {0, 4, 0, 1, 3, 0, 0, 0};
+    south.DaylightDate = {0, 10, 0, 1, 2, 0, 0, 0};
+    south.DaylightBias = -60;
+    const SYSTEMTIME summer = {2024, 1, 1, 15, 1, 0, 0, 0};
+    SYSTEMTIME local{};
+    SYSTEMTIME back{};
+    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(&south, &summer, &local));
+    EXPECT_EQ("2024-01-15 12:00:00.000 1", Text(local));
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(&south, &local, &back));
+    EXPECT_EQ(Text(summer), Text(back));
+}
+
+TEST(Time, UsesTheSystemsZoneOfThatMoment) {
+    const char* before = std::getenv("TZ");
+    const std::string saved = before != nullptr ? before : "";
+    setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
+    tzset();
+    const SYSTEMTIME winter = {2024, 1, 1, 15, 12, 0, 0, 0};
+    const SYSTEMTIME summer = {2024, 7, 1, 15, 12, 0, 0, 0};
+    SYSTEMTIME local{};
+    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &winter, &local));
+    EXPECT_EQ(13, local.wHour);
+    ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(nullptr, &summer, &local));
+    EXPECT_EQ(14, local.wHour);
+    ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &local));
+    EXPECT_EQ(12, local.wHour);
+    if (before != nullptr)
+        setenv("TZ", saved.c_str(), 1);
+    else
+        unsetenv("TZ");
+    tzset();
+}
+
+TEST(DebugOutput, IsWrittenOnlyWhenItIsWanted) {
+    unsetenv("OV_DEBUG_OUTPUT");
+    testing::internal::CaptureStderr();
+    OutputDebugStringW(L"silent");
+    EXPECT_EQ("", testing::internal::GetCapturedStderr());
+    setenv("OV_DEBUG_OUTPUT", "1", 1);
+    testing::internal::CaptureStderr();
+    OutputDebugStringW(L"h\u00E4\n");
+    OutputDebugStringA("narrow\n");
+    OutputDebugStringW(nullptr);
+    EXPECT_EQ("h\xC3\xA4\nnarrow\n", testing::internal::GetCapturedStderr());
+    unsetenv("OV_DEBUG_OUTPUT");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(IDOK, MessageBoxW(nullptr, L"text", L"caption", MB_OK | MB_ICONERROR));
+    EXPECT_EQ(IDIGNORE, MessageBoxA(nullptr, "text", "caption", MB_ABORTRETRYIGNORE | MB_TASKMODAL));
+    EXPECT_EQ("caption: text\ncaption: text\n", testing::internal::GetCapturedStderr());
+}
+
+} // namespace
