@@ -54,7 +54,7 @@ ContentTypes ContentTypes::Parse(std::string_view xml) {
                 Refuse(OPC_E_DUPLICATE_DEFAULT_EXTENSION, line, "the extension '" + key + "' stands twice");
             continue;
         }
-        const std::string name = NormalizePercent(key);
+        const std::string name = DecodeUnreserved(EncodeExcluded(key));
         try {
             CheckPartName(name);
         } catch (const PartNameError& error) {

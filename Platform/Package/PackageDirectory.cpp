@@ -209,12 +209,8 @@ ContentTypes PackageDirectory::ReadContentTypes(const Group& group) {
 }
 
 void PackageDirectory::AddPart(const Group& group, const ContentTypes& types) {
-    std::string name = group.name;
-    // Names outside ASCII are written raw by some producers, and mean their encoded form.
-    const bool ascii =
-        std::all_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (!ascii) name = NormalizePercent(name);
-
+    // Some producers write names raw that should be percent-encoded.
+    const std::string name = EncodeExcluded(group.name);
     const std::string_view type = types.Find(name);
     try {
         CheckPartName(name);
@@ -234,7 +230,7 @@ void PackageDirectory::AddPart(const Group& group, const ContentTypes& types) {
         return;
     }
     PackagePart part;
-    part.name = std::move(name);
+    part.name = name;
     part.contentType = type;
     part.size = group.Size();
     part.storedSize = group.StoredSize();

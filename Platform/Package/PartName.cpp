@@ -25,6 +25,12 @@ constexpr bool IsSegmentChar(char c) {
     return IsUnreserved(c) || std::string_view("!$&'()*+,;=:@").find(c) != std::string_view::npos;
 }
 
+// What never stands in a URI as it is, but may well be meant: octets outside ASCII, spaces and the like.
+constexpr bool IsExcluded(char c) {
+    return static_cast<unsigned char>(c) >= 0x80 ||
+           std::string_view(" <>\"{}|^`").find(c) != std::string_view::npos;
+}
+
 constexpr int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
@@ -118,31 +124,41 @@ void CheckStaysInPackage(std::string_view path) {
     }
 }
 
-std::string NormalizePercent(std::string_view text) {
-    std::string normal;
-    normal.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<unsigned char>(text[i]);
-        const int octet = EncodedOctet(text, i);
-        if (octet >= 0) {
-            if (IsUnreserved(static_cast<char>(octet)))
-                normal += static_cast<char>(octet);
-            else
-                AppendEncoded(normal, static_cast<unsigned>(octet));
-            i += 2;
-        } else if (c >= 0x80)
-            AppendEncoded(normal, c);
+std::string EncodeExcluded(std::string_view text) {
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char c : text) {
+        if (IsExcluded(c))
+            AppendEncoded(encoded, static_cast<unsigned char>(c));
         else
-            normal += text[i];
+            encoded += c;
     }
-    return normal;
+    return encoded;
+}
+
+std::string DecodeUnreserved(std::string_view text) {
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const int octet = EncodedOctet(text, i);
+        if (octet < 0) {
+            decoded += text[i];
+            continue;
+        }
+        if (IsUnreserved(static_cast<char>(octet)))
+            decoded += static_cast<char>(octet);
+        else
+            AppendEncoded(decoded, static_cast<unsigned>(octet));
+        i += 2;
+    }
+    return decoded;
 }
 
 std::string ResolvePartName(std::string_view source, std::string_view reference) {
     if (reference.empty() || reference.front() == '#') return std::string(source); // the same document
     if (HasScheme(reference) || reference.starts_with("//"))
         Refuse("the reference is not within the package", OPC_E_RELATIVE_URI_REQUIRED);
-    std::string path = NormalizePercent(reference.substr(0, reference.find('#')));
+    std::string path = DecodeUnreserved(EncodeExcluded(reference.substr(0, reference.find('#'))));
     if (path.find('?') != std::string::npos) Refuse("the reference holds a query");
     if (path.front() != '/') path.insert(0, Folder(source));
     CheckStaysInPackage(path);

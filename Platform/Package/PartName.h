@@ -34,9 +34,12 @@ OV_PLATFORM_API void CheckPartName(std::string_view name);
 // the root.
 OV_PLATFORM_API void CheckStaysInPackage(std::string_view path);
 
-// The text with octets outside ASCII percent-encoded, percent-encoded letters and the like decoded, and the
-// digits of what stays encoded in capitals. Does not check.
-OV_PLATFORM_API std::string NormalizePercent(std::string_view text);
+// The text with what a URI cannot hold percent-encoded: octets outside ASCII, spaces and the like.
+OV_PLATFORM_API std::string EncodeExcluded(std::string_view text);
+
+// The text with percent-encoded letters, digits and marks decoded, and the digits of what stays encoded in
+// capitals.
+OV_PLATFORM_API std::string DecodeUnreserved(std::string_view text);
 
 // The part that a reference leads to from a part ("/" for the package): relative or absolute within the
 // package; a fragment is dropped. Throws PartNameError.
