@@ -78,7 +78,10 @@ bool OptionScorer::ScoreProperty(const SchemaProperty& asked, const SchemaProper
         if (!value) return !asked.parameter.Empty();
         // A parameter that the ticket gives a bad value is mended as a parameter; the option is still meant.
         if (asked.parameter == offered.parameter) return true;
-        if (rules.Problem(*value)) return false;
+        if (rules.Problem(*value)) {
+            ++score.refused;
+            return false;
+        }
         score.parameters.emplace_back(parameter, rules.Normalised(*value));
         return true;
     }

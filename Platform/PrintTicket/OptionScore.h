@@ -17,6 +17,7 @@ struct OptionScore {
     int matched = 0;         // scored properties that both have and that agree
     int unmatched = 0;       // scored properties of the ticket's option that find no match
     int extra = 0;           // scored properties that only the capabilities' option has
+    int refused = 0;         // values of the ticket that the candidate's parameters do not take
     double distance = 0;     // how far numbers lie apart, each between 0 and 1
     bool parameterised = false;
 
@@ -26,8 +27,9 @@ struct OptionScore {
     bool IsCandidate() const {
         return sameName || matched > 0 || (equalNames && unmatched == 0 && extra == 0);
     }
-    // Nothing of the ticket's option is lost.
-    bool IsAsAsked() const { return (sameName || !named) && unmatched == 0; }
+    // The ticket gets what it asks for. A name says it all: what the ticket takes the option to be made of
+    // may be more than the printer says of it, or rounded otherwise.
+    bool IsAsAsked() const { return sameName ? refused == 0 : !named && unmatched == 0; }
     // Nothing differs at all.
     bool IsPerfect() const { return equalNames && unmatched == 0 && extra == 0 && parameters.empty(); }
     bool IsBetterThan(const OptionScore& other) const;

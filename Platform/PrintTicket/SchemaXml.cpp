@@ -5,10 +5,12 @@
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace OvPlatform {
 namespace {
@@ -44,6 +46,27 @@ std::string LastProblem(xmlParserCtxt* parser) {
            ": not well-formed: " + text;
 }
 
+// The parser's time grows with the square of the attributes of one element, so that a start tag has to end in
+// time.
+constexpr std::size_t ChunkSize = 16 * 1024;
+constexpr std::size_t MaxStartTag = 64 * 1024;
+
+void Feed(xmlParserCtxt* parser, std::string_view bytes) {
+    while (!bytes.empty() && parser->wellFormed) {
+        const std::string_view chunk = bytes.substr(0, ChunkSize);
+        bytes.remove_prefix(chunk.size());
+        xmlParseChunk(parser, chunk.data(), static_cast<int>(chunk.size()), bytes.empty());
+        const xmlParserInput* input = parser->input;
+        if (!input || bytes.empty()) continue;
+        const auto waiting = static_cast<std::size_t>(input->end - input->cur);
+        if (waiting > MaxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?') {
+            const int line = input->line;
+            xmlFreeDoc(std::exchange(parser->myDoc, nullptr));
+            throw SchemaFormatError("line " + std::to_string(line) + ": the start tag is too long");
+        }
+    }
+}
+
 void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
     const std::string declared(ViewOf(document->encoding));
     if (declared.empty()) return;
@@ -67,19 +90,24 @@ XmlDocPtr ParseSchemaXml(std::string_view bytes) {
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max() / 2))
         throw SchemaFormatError("the document is too large");
 
-    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
+    // The first bytes go in with the parser, so that it sees what the text is encoded in.
+    const auto head = static_cast<int>((std::min)(bytes.size(), std::size_t{4}));
+    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(
+        xmlCreatePushParserCtxt(nullptr, nullptr, bytes.data(), head, nullptr));
     if (!parser) throw std::bad_alloc();
     bool hasDocumentType = false;
     parser->_private = &hasDocumentType;
     parser->sax->internalSubset = RefuseDocumentType;
-    constexpr int Options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOCDATA |
-                            XML_PARSE_BIG_LINES | XML_PARSE_COMPACT;
-    XmlDocPtr document(xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr,
-                                         nullptr, Options));
+    parser->sax->serror = [](void*, xmlError*) {}; // kept in the parser; nothing goes to the console
+    xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
+                                        XML_PARSE_NOCDATA | XML_PARSE_BIG_LINES | XML_PARSE_COMPACT);
+    Feed(parser.get(), bytes.substr(static_cast<std::size_t>(head)));
+    XmlDocPtr document(std::exchange(parser->myDoc, nullptr));
     if (hasDocumentType) throw SchemaFormatError("a document type (DTD) is not allowed");
-    if (!document || !parser->wellFormed) throw SchemaFormatError(LastProblem(parser.get()));
-    // Undeclared prefixes of elements and attributes; libxml2 does not call them errors of form.
-    if (!parser->nsWellFormed) throw SchemaFormatError(LastProblem(parser.get()));
+    // An undeclared prefix, or a text too long to keep, leaves a document that libxml2 calls well-formed.
+    const xmlError* error = xmlCtxtGetLastError(parser.get());
+    if (!document || !parser->wellFormed || (error && error->level >= XML_ERR_ERROR))
+        throw SchemaFormatError(LastProblem(parser.get()));
     CheckEncoding(bytes, document.get());
     return document;
 }
