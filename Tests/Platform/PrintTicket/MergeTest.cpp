@@ -1,0 +1,426 @@
+#include "TicketFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace OvPlatform;
+using namespace TicketFixture;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+PrintTicketMerge::Result Merge(const std::string& base, const std::string& delta, EPrintTicketScope scope,
+                               MergeReport* report = nullptr) {
+    static const PrintTicketMerge merge(Queue());
+    const std::string_view view = delta;
+    PrintTicketMerge::Result result = merge.Merge(base, delta.empty() ? nullptr : &view, scope, report);
+    // Whatever a test is about, what comes out is what goes in again.
+    const PrintTicketMerge::Result again = merge.Merge(result.ticket, nullptr, scope);
+    EXPECT_EQ(again.ticket, result.ticket);
+    EXPECT_FALSE(again.conflictResolved);
+    return result;
+}
+
+// Settings of a ticket with nothing in it.
+constexpr const char* PageDefaults =
+    "PageOrientation=Portrait PageMediaSize=ISOA4 PageResolution=t:R600 PageMediaType=Plain";
+constexpr const char* DocumentDefaults =
+    "DocumentCollate=Uncollated DocumentNUp=- PresentationDirection=RightBottom";
+constexpr const char* JobDefaults = "JobDuplexAllDocumentsContiguously=OneSided t:JobFinish=t:None";
+
+TEST(TicketMerge, FillsUpWithTheDefaultsOfItsScope) {
+    const std::string page = PageDefaults, document = DocumentDefaults, job = JobDefaults;
+    EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTPageScope).ticket), page);
+    EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTDocumentScope).ticket), page + " " + document);
+    EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTJobScope).ticket),
+              "JobCopiesAllDocuments=1 " + page + " " + document + " " + job);
+    EXPECT_FALSE(Merge(Ticket(""), "", kPTJobScope).conflictResolved);
+}
+
+struct Case {
+    const char* what;
+    std::string base;
+    std::string delta;
+    EPrintTicketScope scope;
+    std::vector<std::pair<std::string, std::string>> expected; // setting and value
+    bool conflict = false;
+};
+
+TEST(TicketMerge, LaysTheDeltaOverTheBase) {
+    const Case cases[] = {
+        {"the delta's feature wins",
+         Ticket(Feature("PageOrientation", "Portrait") + Feature("PageMediaSize", "ISOA5")),
+         Ticket(Feature("PageOrientation", "Landscape")),
+         kPTPageScope,
+         {{"PageOrientation", "Landscape"}, {"PageMediaSize", "ISOA5"}}},
+        {"a feature is replaced whole, nested ones included",
+         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
+                        Feature("PresentationDirection", "BottomRight"))),
+         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4))),
+         kPTDocumentScope,
+         {{"PresentationDirection", "RightBottom"}}},
+        {"a parameter is replaced",
+         Ticket(Parameter("JobCopiesAllDocuments", "2")),
+         Ticket(Parameter("JobCopiesAllDocuments", "3")),
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "3"}}},
+        {"what lies above the scope is ignored and goes, private names too",
+         Ticket(Parameter("JobCopiesAllDocuments", "2") + Parameter("t:JobNote", "n", "xsd:string") +
+                Feature("DocumentCollate", "Collated")),
+         Ticket(Feature("JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge") +
+                Feature("PageOrientation", "Landscape")),
+         kPTPageScope,
+         {{"JobCopiesAllDocuments", "(none)"},
+          {"t:JobNote", "(none)"},
+          {"DocumentCollate", "(none)"},
+          {"JobDuplexAllDocumentsContiguously", "(none)"},
+          {"PageOrientation", "Landscape"}}},
+        {"a broken setting above the scope is no conflict",
+         Ticket(""),
+         Ticket(Parameter("JobCopiesAllDocuments", "many")),
+         kPTDocumentScope,
+         {{"JobCopiesAllDocuments", "(none)"}}},
+        {"of repeated settings the first counts",
+         Ticket(Feature("PageOrientation", "Landscape") + Feature("PageOrientation", "Portrait") +
+                Parameter("JobCopiesAllDocuments", "4") + Parameter("JobCopiesAllDocuments", "5")),
+         "",
+         kPTJobScope,
+         {{"PageOrientation", "Landscape"}, {"JobCopiesAllDocuments", "4"}}},
+        {"of repeated settings the first of the delta counts",
+         Ticket(Feature("PageMediaType", "Plain")),
+         Ticket(Feature("PageMediaType", "Bond") + Feature("PageMediaType", "Transparency")),
+         kPTPageScope,
+         {{"PageMediaType", "Bond"}}},
+        {"the snapshot of a page survives, in its private namespace",
+         Ticket(Parameter("t:PageDevmodeSnapshot", "AAEC", "xsd:string")),
+         Ticket(""),
+         kPTPageScope,
+         {{"t:PageDevmodeSnapshot", "AAEC"}}},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const auto result = Merge(one.base, one.delta, one.scope);
+        for (const auto& [name, value] : one.expected)
+            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
+        EXPECT_EQ(result.conflictResolved, one.conflict);
+    }
+}
+
+TEST(TicketMerge, ChoosesOptionsByNameThenByScore) {
+    const auto size = [](int width, int height) {
+        return Scored("MediaSizeWidth", width) + Scored("MediaSizeHeight", height);
+    };
+    const Case cases[] = {
+        {"the name counts, whatever else the option says",
+         Ticket(Feature("PageMediaSize", "ISOA5", size(1, 2))),
+         "",
+         kPTPageScope,
+         {{"PageMediaSize", "ISOA5"}}},
+        {"a nameless option by its properties",
+         Ticket(Feature("PageMediaSize", "", size(215900, 279400))),
+         "",
+         kPTPageScope,
+         {{"PageMediaSize", "NorthAmericaLetter"}}},
+        {"a name of another printer by its properties",
+         "<psf:PrintTicket xmlns:o=\"urn:other\" " + std::string(Declarations) + ">" +
+             Feature("PageResolution", "o:High", Scored("ResolutionX", 300) + Scored("ResolutionY", 300)) +
+             "</psf:PrintTicket>",
+         "",
+         kPTPageScope,
+         {{"PageResolution", "t:R300"}}},
+        {"more matches before fewer",
+         Ticket(Feature("PageResolution", "", Scored("ResolutionX", 590) + Scored("ResolutionY", 600))),
+         "",
+         kPTPageScope,
+         {{"PageResolution", "t:R600"}},
+         true},
+        {"fixed properties before parameters",
+         Ticket(Feature("PageMediaSize", "", size(148000, 210000))),
+         "",
+         kPTPageScope,
+         {{"PageMediaSize", "ISOA5"}, {"PageMediaSizeMediaSizeWidth", "(none)"}}},
+        {"fixed values become parameters",
+         Ticket(Feature("PageMediaSize", "", size(100000, 200000))),
+         "",
+         kPTPageScope,
+         {{"PageMediaSize", "CustomMediaSize"},
+          {"PageMediaSizeMediaSizeWidth", "100000"},
+          {"PageMediaSizeMediaSizeHeight", "200000"}}},
+        {"nothing in common gives the queue's default",
+         Ticket(Feature("PageResolution", "", Scored("ResolutionX", 1) + Scored("ResolutionY", 2)) +
+                Feature("DocumentCollate", "t:Never")),
+         "",
+         kPTDocumentScope,
+         {{"PageResolution", "t:R600"}, {"DocumentCollate", "Uncollated"}},
+         true},
+        {"an option that the device rules out",
+         Ticket(Feature("PageMediaType", "Label")),
+         "",
+         kPTPageScope,
+         {{"PageMediaType", "Plain"}},
+         true},
+        {"only one option where one may be picked",
+         Ticket(Feature("PageOrientation", "Landscape", "", "<psf:Option name=\"psk:Portrait\"/>")),
+         "",
+         kPTPageScope,
+         {{"PageOrientation", "Landscape"}},
+         true},
+        {"several where many may be picked, in the printer's order",
+         Ticket(Feature("t:JobFinish", "t:Staple", "", "<psf:Option name=\"t:Punch\"/>")),
+         "",
+         kPTJobScope,
+         {{"t:JobFinish", "t:Punch+t:Staple"}}},
+        {"the identity option stands alone",
+         Ticket(Feature("t:JobFinish", "t:Staple", "", "<psf:Option name=\"t:None\"/>")),
+         "",
+         kPTJobScope,
+         {{"t:JobFinish", "t:None"}},
+         true},
+        {"nested features",
+         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
+                        Feature("PresentationDirection", "BottomRight"))),
+         "",
+         kPTDocumentScope,
+         {{"PresentationDirection", "BottomRight"}}},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const auto result = Merge(one.base, one.delta, one.scope);
+        for (const auto& [name, value] : one.expected)
+            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
+        EXPECT_EQ(result.conflictResolved, one.conflict);
+    }
+}
+
+TEST(TicketMerge, HoldsParametersToTheirDefinitions) {
+    const std::string custom = Feature("PageMediaSize", "CustomMediaSize");
+    const Case cases[] = {
+        {"good",
+         Ticket(Parameter("JobCopiesAllDocuments", "99")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "99"}}},
+        {"the text counts, not its type",
+         Ticket(Parameter("JobCopiesAllDocuments", " 7 ", "xsd:string")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "7"}}},
+        {"no type", Ticket(Parameter("t:JobNote", "12", "")), "", kPTJobScope, {{"t:JobNote", "12"}}},
+        {"too large",
+         Ticket(Parameter("JobCopiesAllDocuments", "100")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "1"}},
+         true},
+        {"beyond any integer",
+         Ticket(Parameter("JobCopiesAllDocuments", "99999999999999999999")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "1"}},
+         true},
+        {"too small",
+         Ticket(Parameter("JobCopiesAllDocuments", "-1")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "1"}},
+         true},
+        {"no number",
+         Ticket(Parameter("JobCopiesAllDocuments", "0x2")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "1"}},
+         true},
+        {"no integer",
+         Ticket(Parameter("JobCopiesAllDocuments", "2.0", "xsd:decimal")),
+         "",
+         kPTJobScope,
+         {{"JobCopiesAllDocuments", "1"}},
+         true},
+        {"length in characters, not in bytes",
+         Ticket(Parameter("t:JobNote", "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xE2\x82\xAC", "xsd:string")),
+         "",
+         kPTJobScope,
+         {{"t:JobNote", "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xE2\x82\xAC"}}},
+        {"too long",
+         Ticket(Parameter("t:JobNote", "123456", "xsd:string")),
+         "",
+         kPTJobScope,
+         {{"t:JobNote", ""}},
+         true},
+        {"steps",
+         Ticket(custom + Parameter("PageMediaSizeMediaSizeWidth", "100005")),
+         "",
+         kPTPageScope,
+         {{"PageMediaSizeMediaSizeWidth", "210000"}},
+         true},
+        {"conditional, added with its option",
+         Ticket(custom),
+         "",
+         kPTPageScope,
+         {{"PageMediaSizeMediaSizeWidth", "210000"}, {"PageMediaSizeMediaSizeHeight", "297000"}}},
+        {"conditional, gone with its option",
+         Ticket(custom + Parameter("PageMediaSizeMediaSizeWidth", "100000") +
+                Parameter("PageMediaSizeMediaSizeHeight", "200000")),
+         Ticket(Feature("PageMediaSize", "ISOA4")),
+         kPTPageScope,
+         {{"PageMediaSizeMediaSizeWidth", "(none)"}, {"PageMediaSizeMediaSizeHeight", "(none)"}}},
+        {"not defined",
+         Ticket(Parameter("PageNonsense", "1")),
+         "",
+         kPTPageScope,
+         {{"PageNonsense", "(none)"}},
+         true},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const auto result = Merge(one.base, one.delta, one.scope);
+        for (const auto& [name, value] : one.expected)
+            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
+        EXPECT_EQ(result.conflictResolved, one.conflict);
+    }
+}
+
+TEST(TicketMerge, LetsExcludedCombinationsGiveWay) {
+    const std::string twoSided = Feature("JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge");
+    const std::string transparency = Feature("PageMediaType", "Transparency");
+    const Case cases[] = {
+        {"in one ticket the choice named last gives way",
+         Ticket(twoSided + transparency),
+         "",
+         kPTJobScope,
+         {{"JobDuplexAllDocumentsContiguously", "OneSided"}, {"PageMediaType", "Transparency"}},
+         true},
+        {"the base gives way to the delta",
+         Ticket(transparency),
+         Ticket(twoSided),
+         kPTJobScope,
+         {{"JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge"}, {"PageMediaType", "Plain"}},
+         true},
+        {"the base gives way where it is named last, too",
+         Ticket(Feature("PageMediaSize", "ISOA5")),
+         Ticket(Feature("t:JobFinish", "t:Staple")),
+         kPTJobScope,
+         {{"t:JobFinish", "t:Staple"}, {"PageMediaSize", "ISOA4"}},
+         true},
+        {"out of scope there is nothing to exclude",
+         Ticket(twoSided + transparency),
+         "",
+         kPTPageScope,
+         {{"PageMediaType", "Transparency"}}},
+    };
+    for (const Case& one : cases) {
+        SCOPED_TRACE(one.what);
+        const auto result = Merge(one.base, one.delta, one.scope);
+        for (const auto& [name, value] : one.expected)
+            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
+        EXPECT_EQ(result.conflictResolved, one.conflict);
+    }
+}
+
+TEST(TicketMerge, ComparesNamesByNamespaceAndWritesThePrintersPrefixes) {
+    // The prefixes of base and delta clash with each other and with the printer's.
+    const std::string base =
+        R"(<PrintTicket xmlns="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework" version="1.0")"
+        R"( xmlns:t="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords" xmlns:psk="urn:test:printer">)"
+        R"(<Feature name="t:PageOrientation"><Option name="t:Landscape"/></Feature>)"
+        R"(<Feature name="psk:JobFinish"><Option name="psk:Staple"/></Feature></PrintTicket>)";
+    const std::string delta =
+        R"(<a:PrintTicket xmlns:a="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework" version="1" )"
+        R"(xmlns:b="urn:test:printer" xmlns:c="urn:somebody:else" xmlns:i="http://www.w3.org/2001/XMLSchema-instance" )"
+        R"(xmlns:s="http://www.w3.org/2001/XMLSchema">)"
+        R"(<a:Property name="b:JobTag"><a:Value i:type="s:QName">b:Blue</a:Value></a:Property>)"
+        R"(<a:Property name="c:JobTag"><a:Value i:type="s:string">gone</a:Value></a:Property>)"
+        R"(<a:Feature name="b:JobFinish" xmlns:d="urn:test:printer"><a:Option name="d:Punch"/></a:Feature>)"
+        R"(<c:Feature name="b:JobFinish"/></a:PrintTicket>)";
+    const auto result = Merge(base, delta, kPTJobScope);
+    EXPECT_EQ(EffectiveOf(result.ticket, "PageOrientation"), "Landscape");
+    EXPECT_EQ(EffectiveOf(result.ticket, "t:JobFinish"), "t:Punch");
+    EXPECT_THAT(
+        result.ticket,
+        HasSubstr(
+            R"(<psf:Property name="t:JobTag"><psf:Value xsi:type="xsd:QName">t:Blue</psf:Value></psf:Property>)"));
+    EXPECT_THAT(result.ticket, Not(HasSubstr("somebody")));
+    EXPECT_FALSE(result.conflictResolved);
+}
+
+TEST(TicketMerge, WritesOneStableForm) {
+    const auto result = Merge(Ticket("\n  " + Feature("PageOrientation", "Landscape") + "<!-- note -->\r\n"),
+                              "", kPTPageScope);
+    EXPECT_TRUE(result.ticket.starts_with(
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<psf:PrintTicket "
+        "xmlns:psf=\"http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework\" "
+        "xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
+        "xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\" "
+        "version=\"1\" "
+        "xmlns:psk=\"http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords\" "
+        "xmlns:t=\"urn:test:printer\"><psf:Feature"))
+        << result.ticket;
+    EXPECT_EQ(std::count(result.ticket.begin(), result.ticket.end(), '\n'), 1);
+
+    // The order of the settings and the way they are written make no difference.
+    const std::string one = Feature("PageOrientation", "Landscape"), other = Feature("PageMediaType", "Bond");
+    EXPECT_EQ(Merge(Ticket(one + other), "", kPTJobScope).ticket,
+              Merge(Ticket(other), Ticket(one), kPTJobScope).ticket);
+}
+
+TEST(TicketMerge, KeepsTextAndPropertiesThatThePrinterKnows) {
+    const std::string property =
+        R"(<psf:Property name="t:Hint"><psf:Value xsi:type="xsd:string">a &amp; b</psf:Value></psf:Property>)";
+    const auto result = Merge(Ticket(Parameter("t:JobNote", "<![CDATA[<&]]>&#13;]", "xsd:string") +
+                                     Feature("PageOrientation", "Landscape", property) +
+                                     Feature("PageMediaType", "Label", property)),
+                              "", kPTJobScope);
+    EXPECT_THAT(result.ticket, HasSubstr("&lt;&amp;&#13;]</psf:Value>"));
+    EXPECT_THAT(result.ticket,
+                HasSubstr("<psf:Option name=\"psk:Landscape\">" + property));  // a perfect match
+    EXPECT_THAT(result.ticket, HasSubstr("<psf:Option name=\"psk:Plain\"/>")); // none
+}
+
+TEST(TicketMerge, ReportsWhereValuesComeFromAndWhyTheyChanged) {
+    MergeReport report;
+    const auto result =
+        Merge(Ticket(Feature("PageOrientation", "Landscape") + Parameter("JobCopiesAllDocuments", "5")),
+              Ticket(Parameter("JobCopiesAllDocuments", "500") + Feature("PageMediaSize", "ISOA5") +
+                     Feature("JobNonsense", "On") +
+                     Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
+                             Feature("PresentationDirection", "BottomRight"))),
+              kPTJobScope, &report);
+    EXPECT_TRUE(report.conflictResolved);
+
+    struct Row {
+        const char* name;
+        const char* value;
+        SettingOrigin origin;
+        const char* requested;
+        const char* reason;
+    };
+    const Row rows[] = {
+        {"psk:PageOrientation", "psk:Landscape", SettingOrigin::Base, "", ""},
+        {"psk:PageMediaSize", "psk:ISOA5", SettingOrigin::Delta, "", ""},
+        {"psk:PageResolution", "t:R600", SettingOrigin::Queue, "", ""},
+        {"psk:DocumentNUp", "(psk:PagesPerSheet=4)", SettingOrigin::Delta, "", ""},
+        {"psk:DocumentNUp/psk:PresentationDirection", "psk:BottomRight", SettingOrigin::Delta, "", ""},
+        {"psk:JobCopiesAllDocuments", "1", SettingOrigin::Delta, "500", "the value is too large"},
+        {"psk:JobNonsense", "", SettingOrigin::Delta, "psk:On", "the printer does not have this feature"},
+    };
+    for (const Row& row : rows) {
+        const SettingReport* setting = report.Find(row.name);
+        ASSERT_NE(setting, nullptr) << row.name;
+        EXPECT_EQ(setting->value, row.value) << row.name;
+        EXPECT_EQ(setting->origin, row.origin) << row.name;
+        EXPECT_EQ(setting->requested, row.requested) << row.name;
+        EXPECT_EQ(setting->reason, row.reason) << row.name;
+    }
+}
+
+TEST(TicketMerge, TakesTenMegabytesInTheTimeOfTheirReading) {
+    std::string features;
+    for (int i = 0; i < 100000; ++i)
+        features += Feature("t:JobX" + std::to_string(i), "t:A");
+    const auto result = Merge(Ticket(features), Ticket(features), kPTJobScope);
+    EXPECT_TRUE(result.conflictResolved);
+    EXPECT_THAT(result.ticket, Not(HasSubstr("JobX")));
+}
+
+} // namespace
