@@ -16,7 +16,10 @@ namespace OvPlatform {
 namespace {
 
 struct ParserDeleter {
-    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
+    void operator()(xmlParserCtxt* parser) const {
+        xmlFreeDoc(parser->myDoc);
+        xmlFreeParserCtxt(parser);
+    }
 };
 
 bool StartsWith(std::string_view bytes, std::string_view mark) {
@@ -52,19 +55,16 @@ constexpr std::size_t ChunkSize = 16 * 1024;
 constexpr std::size_t MaxStartTag = 64 * 1024;
 
 void Feed(xmlParserCtxt* parser, std::string_view bytes) {
-    while (!bytes.empty() && parser->wellFormed) {
+    do {
         const std::string_view chunk = bytes.substr(0, ChunkSize);
         bytes.remove_prefix(chunk.size());
         xmlParseChunk(parser, chunk.data(), static_cast<int>(chunk.size()), bytes.empty());
         const xmlParserInput* input = parser->input;
         if (!input || bytes.empty()) continue;
         const auto waiting = static_cast<std::size_t>(input->end - input->cur);
-        if (waiting > MaxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?') {
-            const int line = input->line;
-            xmlFreeDoc(std::exchange(parser->myDoc, nullptr));
-            throw SchemaFormatError("line " + std::to_string(line) + ": the start tag is too long");
-        }
-    }
+        if (waiting > MaxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?')
+            throw SchemaFormatError("line " + std::to_string(input->line) + ": the start tag is too long");
+    } while (!bytes.empty() && parser->wellFormed);
 }
 
 void CheckEncoding(std::string_view bytes, const xmlDoc* document) {

@@ -79,7 +79,7 @@ TEST(FrameworkCheck, SaysWhatIsWrongAndWhere) {
          Ticket(Feature("A", "B",
                         "<psf:ScoredProperty name=\"psk:C\"><psf:Value/><psf:ParameterRef "
                         "name=\"psk:D\"/></psf:ScoredProperty>")),
-         "only one Value or ParameterRef is allowed"},
+         "only one ParameterRef or Value is allowed"},
         {"text between elements", Ticket("Landscape"), "text is not allowed here: 'Landscape'"},
         {"element in a value",
          Ticket("<psf:ParameterInit name=\"psk:A\"><psf:Value><b/></psf:Value></psf:ParameterInit>"),
