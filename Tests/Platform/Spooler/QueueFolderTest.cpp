@@ -1,0 +1,172 @@
+#include "SampleQueue.h"
+
+#include "Spooler/QueueFolder.h"
+#include "Spooler/QueueFolderWriter.h"
+#include "Spooler/QueueRegistry.h"
+
+#include <Support/TemporaryFolder.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+using namespace OvPlatform;
+using testing::HasSubstr;
+
+namespace {
+
+std::string Problem(const std::filesystem::path& folder) {
+    try {
+        QueueFolder::Load(folder);
+        return "no problem";
+    } catch (const QueueFolderError& error) {
+        return error.what();
+    }
+}
+
+const std::string Head = R"(<Queue version="1"><Printer name="P" port="FILE:" driver="D"/>)"
+                         R"(<DefaultTicket file="t.xml"/><Capabilities file="c.xml"/>)";
+
+// A folder whose description is the given text.
+void MakeFolder(const TemporaryFolder& folder, const std::string& description) {
+    folder.Write("queue.xml", description);
+    folder.Write("t.xml", "<t/>");
+    folder.Write("c.xml", "<c/>");
+    folder.Write("empty.xml", "");
+}
+
+} // namespace
+
+TEST(QueueFolder, ReadsBackWhatWasWritten) {
+    const TemporaryFolder folder;
+    QueueDescription queue = SampleQueue();
+    queue.devmode.assign(220, 3);
+    queue.jobs[1].devmode.assign(221, 5);
+    WriteQueueFolder(queue, folder / "deep/queue");
+    EXPECT_EQ(QueueFolder::Load(folder / "deep/queue")->Description(), queue);
+}
+
+TEST(QueueFolder, ReadsTypedPropertiesAndFiles) {
+    const TemporaryFolder folder;
+    MakeFolder(folder, Head + R"(<!-- a note --><DriverProperties>
+        <String name="File" file="text.txt"/><String name="Inline"> x <![CDATA[<y/>]]></String>
+        <Bool name="One"> 1 </Bool><Int32 name="Hex">0x7FFFFFFF</Int32>
+        <Bytes name="File" /><Stream name="Flow" file="sub/data.bin"/></DriverProperties></Queue>)");
+    EXPECT_THAT(Problem(folder.Path()), HasSubstr("missing")); // text.txt
+    folder.Write("text.txt", "\xEF\xBB\xBF\xF0\x9F\x96\xA8");
+    folder.Write("sub/data.bin", std::string("\0\1", 2));
+    EXPECT_THAT(Problem(folder.Path()), HasSubstr("'File' stands twice"));
+    MakeFolder(folder, Head + R"(<DriverProperties><String name="File" file="text.txt"/>
+        <String name="Inline"> x <![CDATA[<y/>]]></String><Bool name="One"> 1 </Bool>
+        <Int32 name="Hex">0x7FFFFFFF</Int32><Stream name="Flow" file="sub/data.bin"/></DriverProperties></Queue>)");
+    const QueueValues expected = {{L"File", std::wstring(L"\xD83D\xDDA8")},
+                                  {L"Inline", std::wstring(L" x <y/>")},
+                                  {L"One", true},
+                                  {L"Hex", std::int32_t{0x7FFFFFFF}},
+                                  {L"Flow", QueueStream{{0, 1}}}};
+    EXPECT_EQ(QueueFolder::Load(folder.Path())->DriverProperties(), expected);
+}
+
+TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
+    const struct {
+        std::string description, problem;
+    } rows[] = {
+        {"", "queue.xml: the document is empty"},
+        {"<Queue version='1'>", "queue.xml:1: "},
+        {"<Printer/>", "<Printer>, not <Queue>"},
+        {"<Queue xmlns='urn:x' version='1'/>", "not <Queue>"},
+        {"<Queue/>", "needs the attribute 'version'"},
+        {"<Queue version='2'/>", "version '2' is not known"},
+        {"<!DOCTYPE Queue [<!ENTITY e 'x'>]><Queue version='1'/>", "document type declaration"},
+        {"<Queue version='1'><Printer name='P' port='FILE:' driver='D'/></Queue>",
+         "<DefaultTicket> is missing"},
+        {Head + "<Printer name='Q' port='x' driver='D'/></Queue>", "<Printer> stands twice"},
+        {Head + "<Colour/></Queue>", "unknown element <Colour>"},
+        {Head + "<Jobs>\n<Job id='1' document='d' user='u' pagse='3'/></Jobs></Queue>",
+         ":2: unknown attribute 'pagse'"},
+        {Head + "<Jobs><Job id='0' document='d' user='u'/></Jobs></Queue>",
+         "'0' is no value for the attribute 'id'"},
+        {Head + "<Jobs><Job document='d' user='u'/></Jobs></Queue>", "needs the attribute 'id'"},
+        {Head + "<Jobs><Job id='4294967296' document='d' user='u'/></Jobs></Queue>",
+         "no value for the attribute 'id'"},
+        {Head + "<Jobs><Job id='1' document='d' user='u'/><Job id='1' document='d' user='u'/></Jobs></Queue>",
+         "two jobs have the id 1"},
+        {Head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-29T00:00:00Z'/></Jobs></Queue>",
+         "is no time"},
+        {Head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-28T00:00:00'/></Jobs></Queue>",
+         "is no time"},
+        {Head + "<Devmode file='../t.xml'/></Queue>", "is not in the folder"},
+        {Head + "<Devmode file='/etc/passwd'/></Queue>", "is not in the folder"},
+        {Head + "<Devmode file='.'/></Queue>", "this is not a file"},
+        {Head + "<Devmode file='none'/></Queue>", "none: the file is missing"},
+        {Head + "<Devmode file='empty.xml'/></Queue>", "empty.xml: the file is empty"},
+        {Head + "loose text</Queue>", "unexpected text in <Queue>"},
+        {Head + "<DriverProperties><Bool name='b'>yes</Bool></DriverProperties></Queue>",
+         "'yes' is neither true nor false"},
+        {Head + "<DriverProperties><Int32 name='i'>2147483648</Int32></DriverProperties></Queue>",
+         "no 32-bit integer"},
+        {Head + "<DriverProperties><Bytes name='x'>AA=A</Bytes></DriverProperties></Queue>", "is not base64"},
+        {Head + "<DriverProperties><Bytes name='x'>AAA</Bytes></DriverProperties></Queue>", "is not base64"},
+        {Head + "<DriverProperties><Bytes name='x' file='t.xml'>AAAA</Bytes></DriverProperties></Queue>",
+         "has content too"},
+        {Head + "<DriverProperties><Bool name='b' file='t.xml'/></DriverProperties></Queue>",
+         "unknown attribute 'file'"},
+        {Head + "<QueueProperties><Double name='x'>1</Double></QueueProperties></Queue>",
+         "unknown element <Double>"},
+        {Head + "<QueueProperties><String>x</String></QueueProperties></Queue>",
+         "needs the attribute 'name'"},
+    };
+    const TemporaryFolder folder;
+    EXPECT_THAT(Problem(folder / "nowhere"), HasSubstr("queue.xml: the file is missing"));
+    for (const auto& row : rows) {
+        MakeFolder(folder, row.description);
+        const std::string problem = Problem(folder.Path());
+        EXPECT_THAT(problem, HasSubstr(row.problem)) << row.description;
+        EXPECT_EQ(problem.find('\n'), std::string::npos) << "one line: " << problem;
+    }
+}
+
+TEST(QueueFolder, AddsAJobWithoutChangingTheOriginal) {
+    const QueueFolder queue(SampleQueue());
+    QueueJob job;
+    job.id = 41;
+    job.document = L"new";
+    const auto altered = queue.WithJob(job);
+    EXPECT_EQ(altered->Jobs().size(), 2u);
+    EXPECT_EQ(altered->Jobs().back().document, L"new");
+    EXPECT_NE(queue.FindJob(41)->document, L"new");
+    EXPECT_EQ(queue.FindJob(8), nullptr);
+}
+
+TEST(QueueFolder, SampleQueuesLoad) {
+    for (const char* name : {"ColorOffice", "MonoOffice"}) {
+        const auto queue = QueueFolder::Load(std::filesystem::path(OV_SOURCE_DIR) / "Samples/Queues" / name);
+        EXPECT_FALSE(queue->PrinterName().empty());
+        EXPECT_THAT(queue->Capabilities(), HasSubstr("PrintCapabilities"));
+        EXPECT_THAT(queue->DefaultTicket(), HasSubstr("PrintTicket"));
+    }
+}
+
+TEST(QueueRegistry, FindsByNameWithoutRegardToCaseAndBySearching) {
+    QueueRegistry::Clear();
+    const TemporaryFolder folder;
+    QueueDescription queue = SampleQueue();
+    queue.printerName = L"\x00C4rger"; // Ä
+    WriteQueueFolder(queue, folder / "b");
+    folder.Write("a/queue.xml", "<damaged");
+    EXPECT_EQ(QueueRegistry::Find(L"\x00E4RGER"), nullptr);
+    EXPECT_EQ(QueueRegistry::Find(nullptr), nullptr);
+
+    setenv(QueueRegistry::SearchVariable, ("/nowhere:" + folder.Path().string()).c_str(), 1);
+    const auto found = QueueRegistry::Find(L"\x00E4RGER");
+    unsetenv(QueueRegistry::SearchVariable);
+    ASSERT_NE(found, nullptr) << "a damaged folder must hide no other";
+    EXPECT_EQ(QueueRegistry::Find(L"\x00C4rger"), found) << "kept once found";
+
+    const auto other = std::make_shared<QueueFolder>(queue);
+    QueueRegistry::Add(other);
+    EXPECT_EQ(QueueRegistry::Find(L"\x00C4rger"), other);
+    QueueRegistry::Clear();
+    EXPECT_EQ(QueueRegistry::Find(L"\x00C4rger"), nullptr);
+}
