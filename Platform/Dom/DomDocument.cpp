@@ -1,0 +1,473 @@
+#include "Dom/DomDocument.h"
+
+#include "Dom/DomErrorInfo.h"
+#include "Dom/DomImplementation.h"
+#include "Dom/DomLoader.h"
+#include "Dom/DomNodeFactory.h"
+#include "Dom/DomParseError.h"
+#include "Dom/DomProperties.h"
+#include "Dom/DomSerializer.h"
+#include "Dom/DomSource.h"
+#include "Dom/DomStream.h"
+#include "Dom/TextConversion.h"
+
+#include <Com/ClassTable.h>
+#include <atlcomcli.h>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr LONG ReadyStateComplete = 4;
+constexpr HRESULT NoSchema = XmlCode(0xE225);
+
+const ClassRegistration registration(CLSID_DOMDocument60, &DomDocument::Create);
+const ClassRegistration freeThreadedRegistration(CLSID_FreeThreadedDOMDocument60, &DomDocument::Create);
+
+struct NamedType {
+    std::wstring_view name;
+    DOMNodeType type;
+};
+constexpr NamedType NamedTypes[] = {
+    {L"element", NODE_ELEMENT},   {L"attribute", NODE_ATTRIBUTE},
+    {L"text", NODE_TEXT},         {L"cdatasection", NODE_CDATA_SECTION},
+    {L"comment", NODE_COMMENT},   {L"processinginstruction", NODE_PROCESSING_INSTRUCTION},
+    {L"document", NODE_DOCUMENT}, {L"documentfragment", NODE_DOCUMENT_FRAGMENT},
+};
+
+bool TypeOf(const VARIANT& value, DOMNodeType& type) {
+    if (value.vt == VT_BSTR) {
+        for (const NamedType& row : NamedTypes) {
+            if (row.name != ViewOf(value.bstrVal)) continue;
+            type = row.type;
+            return true;
+        }
+    }
+    CComVariant number;
+    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value), 0, VT_I4))) return false;
+    type = static_cast<DOMNodeType>(number.lVal);
+    return true;
+}
+
+VARIANT_BOOL Flag(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+
+/// Frees a node outside the tree that was not given to anyone.
+HRESULT GiveNew(DomTree& tree, xmlNode* node, IXMLDOMNode** place) {
+    try {
+        return DomNodeObject::Give(tree, node, place);
+    } catch (...) {
+        tree.Dispose(node);
+        throw;
+    }
+}
+
+} // namespace
+
+HRESULT DomDocument::Create(REFIID riid, void** object) noexcept {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    try {
+        DomTree* tree = DomTree::Create(nullptr, {});
+        auto* document = new (std::nothrow) DomDocument(*tree);
+        tree->Release();
+        if (document == nullptr) return E_OUTOFMEMORY;
+        const HRESULT result = document->QueryInterface(riid, object);
+        document->Release();
+        return result;
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+bool DomDocument::Answers(REFIID riid) const noexcept {
+    return riid == __uuidof(IXMLDOMDocument2) || riid == __uuidof(IXMLDOMDocument) ||
+           riid == __uuidof(IXMLDOMDocument3);
+}
+
+HRESULT DomDocument::OtherInterface(REFIID riid, void** object) {
+    if (riid != __uuidof(IStream) && riid != __uuidof(ISequentialStream)) return E_NOINTERFACE;
+    return Guarded([&]() -> HRESULT {
+        if (m_stream != nullptr)
+            m_stream->AddRef();
+        else
+            m_stream = new DomStream(*this);
+        *object = static_cast<IStream*>(m_stream);
+        return S_OK;
+    });
+}
+
+void DomDocument::BeforeUse() {
+    if (m_stream != nullptr) m_stream->TakeWritten();
+}
+
+// ---- Loading and saving ----
+
+void DomDocument::Replace(xmlDoc* document) {
+    DomTree* fresh = DomTree::Create(document, Tree().Settings());
+    MoveTo(*fresh, fresh->DocumentNode());
+    fresh->Release();
+    if (m_stream != nullptr) m_stream->Forget();
+}
+
+HRESULT DomDocument::LoadFailed(DomFailure failure) {
+    Replace(nullptr);
+    m_failure = std::move(failure);
+    Failed(m_failure.code, m_failure.reason);
+    return m_failure.code == E_OUTOFMEMORY ? E_OUTOFMEMORY : S_FALSE;
+}
+
+HRESULT DomDocument::Load(std::string_view text, Source source) {
+    DomLoader loader(Tree().Settings());
+    xmlDoc* document = source == Source::Bytes ? loader.FromBytes(text) : loader.FromText(text);
+    if (document == nullptr) {
+        DomFailure failure = loader.Failure();
+        failure.url = m_url;
+        return LoadFailed(std::move(failure));
+    }
+    Replace(document);
+    m_failure = {};
+    return S_OK;
+}
+
+HRESULT DomDocument::LoadWritten(std::string_view bytes) {
+    m_url.clear();
+    return Load(bytes, Source::Bytes);
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSuccessful) {
+    if (isSuccessful != nullptr) *isSuccessful = VARIANT_FALSE;
+    return Guarded([&]() -> HRESULT {
+        const VARIANT& value = DomSource::Value(source);
+        std::string bytes;
+        HRESULT result = S_OK;
+        if (value.vt == VT_BSTR || value.vt == (VT_BSTR | VT_BYREF)) {
+            const BSTR path = value.vt == VT_BSTR ? value.bstrVal : *value.pbstrVal;
+            if (::SysStringLen(path) == 0) return E_INVALIDARG;
+            m_url.clear();
+            AppendUtf8(m_url, ViewOf(path));
+            DomFailure failure;
+            failure.code = DomSource::ReadFile(path, bytes, failure.reason);
+            failure.url = m_url;
+            if (FAILED(failure.code)) return LoadFailed(std::move(failure));
+        } else {
+            // A document itself is read from its start, a stream from where it stands.
+            CComQIPtr<IXMLDOMDocument> document(
+                value.vt == VT_UNKNOWN || value.vt == VT_DISPATCH ? value.punkVal : nullptr);
+            CComQIPtr<IStream> stream(document.p);
+            if (stream && static_cast<IUnknown*>(stream) != value.punkVal) {
+                if (result = stream->Seek({}, STREAM_SEEK_SET, nullptr); FAILED(result)) return result;
+            }
+            if (result = DomSource::Read(value, bytes); FAILED(result)) return result;
+            m_url.clear();
+        }
+        result = Load(bytes, Source::Bytes);
+        if (isSuccessful != nullptr) *isSuccessful = Flag(result == S_OK);
+        return result;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::loadXML(BSTR xml, VARIANT_BOOL* isSuccessful) {
+    if (isSuccessful != nullptr) *isSuccessful = VARIANT_FALSE;
+    return Guarded([&]() -> HRESULT {
+        m_url.clear();
+        std::string text;
+        if (!AppendUtf8(text, ViewOf(xml))) {
+            DomFailure failure;
+            failure.code = XML_E_INVALID_UNICODE;
+            failure.reason = "The text holds half of a surrogate pair";
+            return LoadFailed(std::move(failure));
+        }
+        const HRESULT result = Load(text, Source::Text);
+        if (isSuccessful != nullptr) *isSuccessful = Flag(result == S_OK);
+        return result;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::save(VARIANT destination) {
+    return Guarded([&]() -> HRESULT {
+        std::string bytes;
+        if (!DomSerializer::ToBytes(Tree(), bytes))
+            return Failed(E_FAIL, "The encoding that the document declares is not supported");
+        const VARIANT& value = DomSource::Value(destination);
+        switch (value.vt) {
+        case VT_BSTR:
+            return DomSource::WriteFile(value.bstrVal, bytes);
+        case VT_UNKNOWN:
+        case VT_DISPATCH:
+            return DomSource::WriteStream(value.punkVal, bytes);
+        default:
+            return E_INVALIDARG;
+        }
+    });
+}
+
+HRESULT DomDocument::GiveParseError(const DomFailure& failure, IXMLDOMParseError** error) {
+    if (error == nullptr) return E_INVALIDARG;
+    *error = new DomParseError(failure);
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_parseError(IXMLDOMParseError** error) {
+    return Guarded([&] { return GiveParseError(m_failure, error); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::validate(IXMLDOMParseError** error) {
+    return Guarded([&] {
+        DomFailure failure;
+        failure.code = NoSchema;
+        failure.reason = "The document has neither a schema nor a document type declaration to be checked by";
+        const HRESULT result = GiveParseError(failure, error);
+        return FAILED(result) ? result : S_FALSE;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::validateNode(IXMLDOMNode* node, IXMLDOMParseError** error) {
+    return node == nullptr ? E_INVALIDARG : validate(error);
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_readyState(LONG* value) {
+    return Guarded([&]() -> HRESULT {
+        if (value == nullptr) return E_INVALIDARG;
+        *value = ReadyStateComplete;
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_url(BSTR* url) {
+    return Guarded([&]() -> HRESULT {
+        if (m_url.empty()) return GiveNothing(url);
+        return GiveText(url, m_url);
+    });
+}
+
+// ---- Nodes ----
+
+HRESULT STDMETHODCALLTYPE DomDocument::cloneNode(VARIANT_BOOL deep, IXMLDOMNode** clone) {
+    return Guarded([&]() -> HRESULT {
+        if (clone == nullptr) return E_INVALIDARG;
+        *clone = nullptr;
+        DomTree* tree = DomTree::Create(nullptr, Tree().Settings());
+        const HRESULT result = DomNodeObject::Give(*tree, tree->DocumentNode(), clone);
+        tree->Release();
+        if (FAILED(result) || deep == VARIANT_FALSE) return result;
+        for (xmlNode* child = Node()->children; child != nullptr; child = child->next)
+            tree->Link(tree->DocumentNode(), tree->Copy(Tree(), child, true), nullptr);
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::importNode(IXMLDOMNode* node, VARIANT_BOOL deep, IXMLDOMNode** clone) {
+    return Guarded([&]() -> HRESULT {
+        if (clone == nullptr) return E_INVALIDARG;
+        *clone = nullptr;
+        const DomNodeObject* object = Behind(node);
+        if (object == nullptr || object->Node()->type == XML_DOCUMENT_NODE) return E_INVALIDARG;
+        return GiveNew(Tree(), Tree().Copy(object->Tree(), object->Node(), deep != VARIANT_FALSE), clone);
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_doctype(IXMLDOMDocumentType** documentType) {
+    return Guarded([&]() -> HRESULT { return GiveNothing(documentType); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_implementation(IXMLDOMImplementation** implementation) {
+    return Guarded([&]() -> HRESULT {
+        if (implementation == nullptr) return E_INVALIDARG;
+        *implementation = new DomImplementation;
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_documentElement(IXMLDOMElement** element) {
+    return Guarded([&] { return GiveAs(Tree(), xmlDocGetRootElement(Tree().Document()), element); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::putref_documentElement(IXMLDOMElement* element) {
+    return Guarded([&]() -> HRESULT {
+        CComPtr<IXMLDOMNode> old;
+        const HRESULT result = Give(Tree(), xmlDocGetRootElement(Tree().Document()), &old);
+        if (FAILED(result)) return result;
+        if (old.p == static_cast<IXMLDOMNode*>(element)) return S_OK;
+        return old ? ReplaceChild(element, old, nullptr) : AppendChild(element, nullptr);
+    });
+}
+
+/// Null with a failing result where there is no such node.
+xmlNode* DomDocument::NewNode(DOMNodeType type, BSTR name, BSTR namespaceUri, HRESULT& result) {
+    DomTree& tree = Tree();
+    std::string qualified, uri;
+    result = E_INVALIDARG;
+    if (!AppendXmlUtf8(qualified, ViewOf(name)) || !AppendXmlUtf8(uri, ViewOf(namespaceUri))) return nullptr;
+    const std::size_t colon = qualified.find(':');
+    const std::string prefix = colon == std::string::npos ? "" : qualified.substr(0, colon);
+    const std::string local = colon == std::string::npos ? qualified : qualified.substr(colon + 1);
+    const bool hasName = xmlValidateQName(AsXml(qualified.c_str()), 0) == 0;
+    const bool isDeclaration = type == NODE_ATTRIBUTE && (prefix == "xmlns" || qualified == "xmlns");
+    result = S_OK;
+    switch (type) {
+    case NODE_ELEMENT:
+    case NODE_ATTRIBUTE:
+        if (isDeclaration && hasName && (uri.empty() || uri == XmlnsUri))
+            return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, XmlnsUri), ""));
+        if (prefix == "xml" && uri.empty()) uri = reinterpret_cast<const char*>(XML_XML_NAMESPACE);
+        if (!hasName || prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) ||
+            uri == XmlnsUri)
+            break;
+        if (!prefix.empty() && uri.empty()) {
+            result = Failed(E_FAIL, "Reference to undeclared namespace prefix: " + prefix);
+            return nullptr;
+        }
+        if (type == NODE_ELEMENT) return tree.NewElement(local, tree.Namespace(prefix, uri));
+        return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, uri), ""));
+    case NODE_TEXT:
+        return tree.NewText("");
+    case NODE_CDATA_SECTION:
+        return tree.NewCharacterData(XML_CDATA_SECTION_NODE, "");
+    case NODE_COMMENT:
+        return tree.NewCharacterData(XML_COMMENT_NODE, "");
+    case NODE_PROCESSING_INSTRUCTION:
+        if (xmlValidateNCName(AsXml(qualified.c_str()), 0) != 0) break;
+        return tree.NewProcessingInstruction(qualified, qualified == "xml" ? "version=\"1.0\"" : "");
+    case NODE_DOCUMENT_FRAGMENT:
+        return tree.NewFragment();
+    default:
+        break;
+    }
+    result = E_INVALIDARG;
+    return nullptr;
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createNode(VARIANT type, BSTR name, BSTR namespaceUri,
+                                                  IXMLDOMNode** node) {
+    return Guarded([&]() -> HRESULT {
+        if (node == nullptr) return E_INVALIDARG;
+        *node = nullptr;
+        DOMNodeType wanted = NODE_INVALID;
+        if (!TypeOf(DomSource::Value(type), wanted)) return E_INVALIDARG;
+        HRESULT result = S_OK;
+        xmlNode* made = NewNode(wanted, name, namespaceUri, result);
+        return made != nullptr ? GiveNew(Tree(), made, node) : result;
+    });
+}
+
+template <class Wanted>
+HRESULT DomDocument::CreateNamed(DOMNodeType type, BSTR name, Wanted** node) {
+    if (node == nullptr) return E_INVALIDARG;
+    *node = nullptr;
+    HRESULT result = S_OK;
+    xmlNode* made = NewNode(type, name, nullptr, result);
+    if (made == nullptr) return result;
+    CComPtr<IXMLDOMNode> object;
+    result = GiveNew(Tree(), made, &object);
+    return FAILED(result) ? result : object->QueryInterface(node);
+}
+
+template <class Wanted>
+HRESULT DomDocument::CreateData(xmlElementType type, BSTR data, Wanted** node) {
+    if (node == nullptr) return E_INVALIDARG;
+    *node = nullptr;
+    std::string content;
+    if (!AppendXmlUtf8(content, ViewOf(data)) || !DomNodeFactory::MayHold(type, {}, content))
+        return E_INVALIDARG;
+    CComPtr<IXMLDOMNode> object;
+    const HRESULT result = GiveNew(Tree(), Tree().NewCharacterData(type, content), &object);
+    return FAILED(result) ? result : object->QueryInterface(node);
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createElement(BSTR tagName, IXMLDOMElement** element) {
+    return Guarded([&] { return CreateNamed(NODE_ELEMENT, tagName, element); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createDocumentFragment(IXMLDOMDocumentFragment** fragment) {
+    return Guarded([&] { return CreateNamed(NODE_DOCUMENT_FRAGMENT, nullptr, fragment); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createAttribute(BSTR name, IXMLDOMAttribute** attribute) {
+    return Guarded([&] { return CreateNamed(NODE_ATTRIBUTE, name, attribute); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createTextNode(BSTR data, IXMLDOMText** text) {
+    return Guarded([&] { return CreateData(XML_TEXT_NODE, data, text); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createComment(BSTR data, IXMLDOMComment** comment) {
+    return Guarded([&] { return CreateData(XML_COMMENT_NODE, data, comment); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::createCDATASection(BSTR data, IXMLDOMCDATASection** section) {
+    return Guarded([&] { return CreateData(XML_CDATA_SECTION_NODE, data, section); });
+}
+
+HRESULT STDMETHODCALLTYPE
+DomDocument::createProcessingInstruction(BSTR target, BSTR data, IXMLDOMProcessingInstruction** instruction) {
+    return Guarded([&]() -> HRESULT {
+        const HRESULT result = CreateNamed(NODE_PROCESSING_INSTRUCTION, target, instruction);
+        if (FAILED(result)) return result;
+        std::string content;
+        HRESULT set = E_INVALIDARG;
+        if (AppendXmlUtf8(content, ViewOf(data))) set = Behind(*instruction)->SetValue(content);
+        if (FAILED(set)) {
+            (*instruction)->Release();
+            *instruction = nullptr;
+        }
+        return set;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::getElementsByTagName(BSTR tagName, IXMLDOMNodeList** list) {
+    return Guarded([&] { return ElementsByTagName(tagName, list); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::nodeFromID(BSTR id, IXMLDOMNode** node) {
+    return Guarded([&]() -> HRESULT { return id == nullptr ? E_INVALIDARG : GiveNothing(node); });
+}
+
+// ---- Settings ----
+
+HRESULT STDMETHODCALLTYPE DomDocument::get_async(VARIANT_BOOL* isAsync) {
+    return Guarded([&] { return GiveFlag(isAsync, Flag(Tree().Settings().async)); });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::put_async(VARIANT_BOOL isAsync) {
+    return Guarded([&]() -> HRESULT {
+        Tree().Settings().async = isAsync != VARIANT_FALSE;
+        return S_OK;
+    });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::get_validateOnParse(VARIANT_BOOL* isValidating) {
+    return Guarded([&] { return GiveFlag(isValidating, Flag(Tree().Settings().validateOnParse)); });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::put_validateOnParse(VARIANT_BOOL isValidating) {
+    return Guarded([&]() -> HRESULT {
+        Tree().Settings().validateOnParse = isValidating != VARIANT_FALSE;
+        return S_OK;
+    });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::get_resolveExternals(VARIANT_BOOL* isResolving) {
+    return Guarded([&] { return GiveFlag(isResolving, Flag(Tree().Settings().resolveExternals)); });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::put_resolveExternals(VARIANT_BOOL isResolving) {
+    return Guarded([&]() -> HRESULT {
+        Tree().Settings().resolveExternals = isResolving != VARIANT_FALSE;
+        return S_OK;
+    });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::get_preserveWhiteSpace(VARIANT_BOOL* isPreserving) {
+    return Guarded([&] { return GiveFlag(isPreserving, Flag(Tree().Settings().preserveWhiteSpace)); });
+}
+HRESULT STDMETHODCALLTYPE DomDocument::put_preserveWhiteSpace(VARIANT_BOOL isPreserving) {
+    return Guarded([&]() -> HRESULT {
+        Tree().Settings().preserveWhiteSpace = isPreserving != VARIANT_FALSE;
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::setProperty(BSTR name, VARIANT value) {
+    return Guarded(
+        [&] { return DomProperties::Set(Tree().Settings(), ViewOf(name), DomSource::Value(value)); });
+}
+
+HRESULT STDMETHODCALLTYPE DomDocument::getProperty(BSTR name, VARIANT* value) {
+    return Guarded([&] { return DomProperties::Get(Tree().Settings(), ViewOf(name), value); });
+}
+
+} // namespace OvPlatform

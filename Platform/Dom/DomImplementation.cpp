@@ -1,0 +1,48 @@
+#include "Dom/DomImplementation.h"
+
+#include "Dom/TextConversion.h"
+
+#include <algorithm>
+#include <array>
+#include <wctype.h>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr std::array<std::wstring_view, 3> Features = {L"XML", L"DOM", L"MS-DOM"};
+constexpr std::array<std::wstring_view, 3> Versions = {L"", L"1.0", L"2.0"};
+
+bool Has(const std::array<std::wstring_view, 3>& known, std::wstring_view wanted) {
+    return std::any_of(known.begin(), known.end(), [&](std::wstring_view name) {
+        return std::equal(name.begin(), name.end(), wanted.begin(), wanted.end(), [](wchar_t a, wchar_t b) {
+            return towupper(static_cast<wint_t>(b)) == static_cast<wint_t>(a);
+        });
+    });
+}
+
+} // namespace
+
+HRESULT STDMETHODCALLTYPE DomImplementation::QueryInterface(REFIID riid, void** object) {
+    if (object == nullptr) return E_POINTER;
+    *object = nullptr;
+    if (riid != __uuidof(IUnknown) && riid != __uuidof(IDispatch) && riid != __uuidof(IXMLDOMImplementation))
+        return E_NOINTERFACE;
+    *object = static_cast<IXMLDOMImplementation*>(this);
+    AddRef();
+    return S_OK;
+}
+
+ULONG STDMETHODCALLTYPE DomImplementation::Release() {
+    const ULONG left = m_count.Decrement();
+    if (left == 0) delete this;
+    return left;
+}
+
+HRESULT STDMETHODCALLTYPE DomImplementation::hasFeature(BSTR feature, BSTR version, VARIANT_BOOL* has) {
+    if (feature == nullptr || has == nullptr) return E_INVALIDARG;
+    *has = Has(Features, ViewOf(feature)) && Has(Versions, ViewOf(version)) ? VARIANT_TRUE : VARIANT_FALSE;
+    return S_OK;
+}
+
+} // namespace OvPlatform

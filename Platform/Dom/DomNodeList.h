@@ -1,0 +1,123 @@
+#pragma once
+
+#include "Dom/DomNodeObject.h"
+
+#include <vector>
+
+namespace OvPlatform {
+
+/// The slots that lists and maps share: a place where nextNode stands, and access by number.
+template <class Interface_>
+class DomNodeSequence : public Dispatch<Interface_>, public ISupportErrorInfo {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
+        if (object == nullptr) return E_POINTER;
+        *object = nullptr;
+        if (riid == __uuidof(IUnknown) || riid == __uuidof(IDispatch) || riid == __uuidof(Interface_))
+            *object = static_cast<Interface_*>(this);
+        else if (riid == __uuidof(ISupportErrorInfo))
+            *object = static_cast<ISupportErrorInfo*>(this);
+        else
+            return E_NOINTERFACE;
+        AddRef();
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = m_count.Decrement();
+        if (left == 0) delete this;
+        return left;
+    }
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID riid) override {
+        return riid == __uuidof(Interface_) ? S_OK : S_FALSE;
+    }
+
+    HRESULT STDMETHODCALLTYPE get_item(LONG index, IXMLDOMNode** item) override {
+        return Guarded([&]() -> HRESULT {
+            if (item == nullptr) return E_INVALIDARG;
+            *item = nullptr;
+            return index < 0 ? S_FALSE : GiveAt(static_cast<std::size_t>(index), item);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_length(LONG* length) override {
+        return Guarded([&]() -> HRESULT {
+            if (length == nullptr) return E_INVALIDARG;
+            *length = static_cast<LONG>(Length());
+            return S_OK;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE nextNode(IXMLDOMNode** next) override {
+        return Guarded([&]() -> HRESULT {
+            if (next == nullptr) return E_INVALIDARG;
+            *next = nullptr;
+            const HRESULT result = GiveAt(m_next, next);
+            if (result == S_OK) ++m_next;
+            return result;
+        });
+    }
+    HRESULT STDMETHODCALLTYPE reset() override {
+        return Guarded([&]() -> HRESULT {
+            m_next = 0;
+            return S_OK;
+        });
+    }
+    /// Enumerators serve scripts, of which there are none here.
+    HRESULT STDMETHODCALLTYPE get__newEnum(IUnknown** enumerator) override {
+        if (enumerator != nullptr) *enumerator = nullptr;
+        return E_NOTIMPL;
+    }
+
+protected:
+    virtual ~DomNodeSequence() = default;
+
+    /// S_FALSE and null behind the end.
+    virtual HRESULT GiveAt(std::size_t index, IXMLDOMNode** item) = 0;
+    virtual std::size_t Length() = 0;
+
+    template <class Work>
+    static HRESULT Guarded(Work&& work) noexcept {
+        if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+        try {
+            return work();
+        } catch (const std::bad_alloc&) {
+            return E_OUTOFMEMORY;
+        }
+    }
+
+private:
+    ReferenceCount m_count;
+    std::size_t m_next = 0;
+};
+
+/// The nodes that a query selected, as they were then.
+class DomSelection final : public DomNodeSequence<IXMLDOMNodeList> {
+public:
+    DomSelection(DomTree& tree, std::vector<xmlNode*> nodes) noexcept;
+
+private:
+    ~DomSelection() override;
+    HRESULT GiveAt(std::size_t index, IXMLDOMNode** item) override;
+    std::size_t Length() override { return m_nodes.size(); }
+
+    DomTree& m_tree;
+    std::vector<xmlNode*> m_nodes;
+};
+
+/// The children of a node, as they are at each moment.
+class DomChildList final : public DomNodeSequence<IXMLDOMNodeList> {
+public:
+    explicit DomChildList(DomNodeObject& parent) noexcept;
+
+private:
+    ~DomChildList() override;
+    HRESULT GiveAt(std::size_t index, IXMLDOMNode** item) override;
+    std::size_t Length() override;
+
+    DomNodeObject& m_parent;
+    /// Where the last access was, so that a walk by number does not start over each time.
+    std::uint64_t m_version = 0;
+    xmlNode* m_last = nullptr;
+    std::size_t m_lastIndex = 0;
+};
+
+} // namespace OvPlatform

@@ -1,0 +1,162 @@
+#include "Dom/DomSource.h"
+
+#include "Dom/TextConversion.h"
+
+#include <atlcomcli.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <sys/stat.h>
+
+namespace OvPlatform {
+
+namespace {
+
+/// More than the parser takes.
+constexpr ULONGLONG MostBytes = static_cast<ULONGLONG>(std::numeric_limits<int>::max());
+constexpr ULONG Block = 64 * 1024;
+
+using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
+
+HRESULT ResultOfErrno() noexcept {
+    switch (errno) {
+    case ENOENT:
+    case ENOTDIR:
+    case EISDIR:
+        return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
+    case EACCES:
+    case EPERM:
+        return E_ACCESSDENIED;
+    case ENOSPC:
+        return HRESULT_FROM_WIN32(ERROR_DISK_FULL);
+    default:
+        return E_FAIL;
+    }
+}
+
+HRESULT ReadStream(IUnknown* source, std::string& bytes) {
+    CComPtr<ISequentialStream> stream;
+    CComPtr<IStream> sized;
+    if (source == nullptr) return E_INVALIDARG;
+    if (SUCCEEDED(source->QueryInterface(&sized)))
+        stream = static_cast<ISequentialStream*>(sized.p);
+    else if (FAILED(source->QueryInterface(&stream)))
+        return E_INVALIDARG;
+
+    STATSTG stat = {};
+    std::size_t expected = Block;
+    if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < MostBytes)
+        expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
+    std::size_t used = 0;
+    while (true) {
+        // The size is only a hint: what is read counts.
+        bytes.resize(used + (used == 0 ? expected : Block));
+        ULONG read = 0;
+        const auto room = static_cast<ULONG>(bytes.size() - used);
+        const HRESULT result = stream->Read(bytes.data() + used, room, &read);
+        if (FAILED(result)) return result;
+        if (read > room) return E_UNEXPECTED;
+        used += read;
+        if (read == 0 || used > MostBytes) break;
+    }
+    bytes.resize(used);
+    return S_OK;
+}
+
+/// The path that a caller named, in the system's own spelling.
+bool PathOf(BSTR name, std::string& path) {
+    if (!AppendUtf8(path, ViewOf(name))) return false;
+    constexpr std::string_view Scheme = "file://";
+    if (path.starts_with(Scheme)) path.erase(0, Scheme.size());
+    return path.find("://") == std::string::npos;
+}
+
+} // namespace
+
+const VARIANT& DomSource::Value(const VARIANT& variant) noexcept {
+    const VARIANT* value = &variant;
+    for (int depth = 0; depth < 4 && value->vt == (VT_BYREF | VT_VARIANT) && value->pvarVal != nullptr;
+         ++depth)
+        value = value->pvarVal;
+    return *value;
+}
+
+HRESULT DomSource::Read(const VARIANT& source, std::string& bytes) {
+    switch (source.vt) {
+    case VT_ARRAY | VT_UI1: {
+        if (source.parray == nullptr) return E_INVALIDARG;
+        void* data = nullptr;
+        if (const HRESULT result = ::SafeArrayAccessData(source.parray, &data); FAILED(result)) return result;
+        bytes.assign(static_cast<const char*>(data), source.parray->rgsabound[0].cElements);
+        ::SafeArrayUnaccessData(source.parray);
+        return S_OK;
+    }
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+        return ReadStream(source.punkVal, bytes);
+    case VT_UNKNOWN | VT_BYREF:
+    case VT_DISPATCH | VT_BYREF:
+        return source.ppunkVal != nullptr ? ReadStream(*source.ppunkVal, bytes) : E_INVALIDARG;
+    default:
+        return E_INVALIDARG;
+    }
+}
+
+HRESULT DomSource::ReadFile(BSTR name, std::string& bytes, std::string& reason) {
+    std::string path;
+    if (!PathOf(name, path)) {
+        reason = "Documents are not fetched from the network: " + path;
+        return E_ACCESSDENIED;
+    }
+    const File file(std::fopen(path.c_str(), "rb"), &std::fclose);
+    struct stat about = {};
+    if (file == nullptr || ::fstat(::fileno(file.get()), &about) != 0 || S_ISDIR(about.st_mode)) {
+        if (file != nullptr) errno = EISDIR;
+        const HRESULT result = ResultOfErrno();
+        reason = "The file cannot be read: " + path + ": " + std::strerror(errno);
+        return result;
+    }
+    std::size_t used = 0;
+    while (used <= MostBytes) {
+        bytes.resize(used + Block);
+        const std::size_t read = std::fread(bytes.data() + used, 1, Block, file.get());
+        used += read;
+        if (read < Block) break;
+    }
+    bytes.resize(used);
+    if (std::ferror(file.get()) == 0) return S_OK;
+    reason = "The file cannot be read: " + path;
+    return E_FAIL;
+}
+
+HRESULT DomSource::WriteFile(BSTR name, const std::string& bytes) {
+    std::string path;
+    if (!PathOf(name, path) || path.empty()) return E_INVALIDARG;
+    File file(std::fopen(path.c_str(), "wb"), &std::fclose);
+    if (file == nullptr) return ResultOfErrno();
+    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
+    const bool closed = std::fclose(file.release()) == 0;
+    if (written && closed) return S_OK;
+    const HRESULT result = ResultOfErrno();
+    std::remove(path.c_str());
+    return result;
+}
+
+HRESULT DomSource::WriteStream(IUnknown* target, const std::string& bytes) {
+    CComPtr<ISequentialStream> stream;
+    if (target == nullptr || FAILED(target->QueryInterface(&stream))) return E_INVALIDARG;
+    for (std::size_t done = 0; done < bytes.size();) {
+        const auto count = static_cast<ULONG>(std::min<std::size_t>(bytes.size() - done, 1U << 30));
+        ULONG written = 0;
+        if (const HRESULT result = stream->Write(bytes.data() + done, count, &written); FAILED(result))
+            return result;
+        if (written == 0 || written > count) return STG_E_WRITEFAULT;
+        done += written;
+    }
+    return S_OK;
+}
+
+} // namespace OvPlatform

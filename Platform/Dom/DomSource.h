@@ -1,0 +1,26 @@
+#pragma once
+
+#include <oleauto.h>
+
+#include <string>
+
+namespace OvPlatform {
+
+/// Bytes from where a caller says they are, and to there.
+class DomSource {
+public:
+    /// What a variant holds, with references followed.
+    static const VARIANT& Value(const VARIANT& variant) noexcept;
+
+    /// From an array of bytes, or from a stream's place to its end. E_INVALIDARG for anything else.
+    static HRESULT Read(const VARIANT& source, std::string& bytes);
+
+    /// A file by its path, or by a file: address. A failing result with `reason` if there is none; addresses
+    /// on the network are refused.
+    static HRESULT ReadFile(BSTR path, std::string& bytes, std::string& reason);
+
+    static HRESULT WriteFile(BSTR path, const std::string& bytes);
+    static HRESULT WriteStream(IUnknown* stream, const std::string& bytes);
+};
+
+} // namespace OvPlatform

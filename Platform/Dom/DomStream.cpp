@@ -1,0 +1,193 @@
+#include "Dom/DomStream.h"
+
+#include "Dom/DomDocument.h"
+#include "Dom/DomSerializer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace OvPlatform {
+
+namespace {
+
+template <class Work>
+HRESULT Guarded(Work&& work) noexcept {
+    if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+} // namespace
+
+DomStream::DomStream(DomDocument& document) noexcept : m_document(document) { m_document.AddRef(); }
+
+DomStream::~DomStream() {
+    try {
+        TakeWritten();
+    } catch (const std::bad_alloc&) {
+        // The document is left as it was: nobody is there to be told.
+    }
+    m_document.StreamEnded();
+    m_document.Release();
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::QueryInterface(REFIID riid, void** object) {
+    return m_document.QueryInterface(riid, object);
+}
+
+ULONG STDMETHODCALLTYPE DomStream::Release() {
+    const ULONG left = m_count.Decrement();
+    if (left == 0) delete this;
+    return left;
+}
+
+HRESULT DomStream::TakeWritten() {
+    if (!m_isWritten) return S_OK;
+    m_isWritten = false;
+    m_isCurrent = false;
+    const std::string written = std::exchange(m_text, {});
+    m_position = 0;
+    return m_document.LoadWritten(written);
+}
+
+HRESULT DomStream::EnsureText() {
+    if (m_isWritten) return S_OK;
+    // In the middle the reader goes on with the text that he began with.
+    const bool isStale = m_version != m_document.Tree().Version();
+    if (m_isCurrent && (!isStale || m_position != 0)) return S_OK;
+    if (!DomSerializer::ToBytes(m_document.Tree(), m_text)) return E_FAIL;
+    m_version = m_document.Tree().Version();
+    m_isCurrent = true;
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Read(void* target, ULONG count, ULONG* read) {
+    if (read != nullptr) *read = 0;
+    return Guarded([&]() -> HRESULT {
+        if (target == nullptr) return STG_E_INVALIDPOINTER;
+        if (m_isWritten) return S_FALSE; // the writer stands at the end
+        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
+        const std::size_t left = m_text.size() - std::min(m_position, m_text.size());
+        const std::size_t given = std::min<std::size_t>(left, count);
+        if (given != 0) std::memcpy(target, m_text.data() + m_position, given);
+        m_position += given;
+        if (read != nullptr) *read = static_cast<ULONG>(given);
+        return given == count ? S_OK : S_FALSE;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Write(const void* source, ULONG count, ULONG* written) {
+    if (written != nullptr) *written = 0;
+    return Guarded([&]() -> HRESULT {
+        if (source == nullptr && count != 0) return STG_E_INVALIDPOINTER;
+        if (!std::exchange(m_isWritten, true)) {
+            m_text.clear();
+            m_isCurrent = false;
+        }
+        m_text.append(static_cast<const char*>(source), count);
+        m_position = m_text.size();
+        if (written != nullptr) *written = count;
+        return S_OK;
+    });
+}
+
+HRESULT DomStream::SeekTo(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) {
+    LONGLONG base = 0;
+    if (origin == STREAM_SEEK_CUR && move.QuadPart == 0) {
+        // Only asked where it stands: a writer goes on writing.
+        if (newPosition != nullptr) newPosition->QuadPart = m_position;
+        return S_OK;
+    }
+    if (origin > STREAM_SEEK_END) return STG_E_INVALIDFUNCTION;
+    if (origin == STREAM_SEEK_CUR) base = static_cast<LONGLONG>(m_position);
+    if (const HRESULT result = TakeWritten(); result != S_OK) return FAILED(result) ? result : E_FAIL;
+    if (origin == STREAM_SEEK_END) {
+        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
+        base = static_cast<LONGLONG>(m_text.size());
+    }
+    if (move.QuadPart < -base || move.QuadPart > std::numeric_limits<LONGLONG>::max() - base)
+        return STG_E_INVALIDFUNCTION;
+    m_position = static_cast<std::size_t>(base + move.QuadPart);
+    if (newPosition != nullptr) newPosition->QuadPart = m_position;
+    return S_OK;
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) {
+    return Guarded([&] { return SeekTo(move, origin, newPosition); });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::SetSize(ULARGE_INTEGER size) {
+    return Guarded([&]() -> HRESULT {
+        // A text is as long as it is; only a writer can take something back.
+        if (m_isWritten && size.QuadPart < m_text.size()) {
+            m_text.resize(static_cast<std::size_t>(size.QuadPart));
+            m_position = m_text.size();
+        }
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
+                                            ULARGE_INTEGER* written) {
+    if (read != nullptr) read->QuadPart = 0;
+    if (written != nullptr) written->QuadPart = 0;
+    return Guarded([&]() -> HRESULT {
+        if (target == nullptr) return STG_E_INVALIDPOINTER;
+        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
+        const std::size_t begin = std::min(m_position, m_text.size());
+        const ULONGLONG given = std::min<ULONGLONG>(m_text.size() - begin, count.QuadPart);
+        // The target may be this very stream.
+        const std::string part = m_text.substr(begin, static_cast<std::size_t>(given));
+        m_position = begin + part.size();
+        if (read != nullptr) read->QuadPart = part.size();
+        ULONGLONG done = 0;
+        HRESULT result = S_OK;
+        while (done < part.size() && SUCCEEDED(result)) {
+            ULONG once = 0;
+            result = target->Write(part.data() + done, static_cast<ULONG>(part.size() - done), &once);
+            if (once == 0) break;
+            done += once;
+        }
+        if (written != nullptr) written->QuadPart = done;
+        if (FAILED(result)) return result;
+        return done == part.size() ? S_OK : STG_E_MEDIUMFULL;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Commit(DWORD) {
+    return Guarded([&]() -> HRESULT {
+        const HRESULT result = TakeWritten();
+        return result == S_FALSE ? E_FAIL : result;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Revert() {
+    return Guarded([&]() -> HRESULT {
+        if (std::exchange(m_isWritten, false)) m_position = 0;
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Stat(STATSTG* stat, DWORD) {
+    return Guarded([&]() -> HRESULT {
+        if (stat == nullptr) return STG_E_INVALIDPOINTER;
+        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
+        *stat = {};
+        stat->type = STGTY_STREAM;
+        stat->cbSize.QuadPart = m_text.size();
+        stat->grfMode = STGM_READWRITE;
+        return S_OK;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE DomStream::Clone(IStream** clone) {
+    if (clone != nullptr) *clone = nullptr;
+    return E_NOTIMPL;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,383 @@
+#include "Dom/DomTree.h"
+
+#include "Dom/DomNodeObject.h"
+
+#include <new>
+
+namespace OvPlatform {
+
+namespace {
+
+template <class T>
+T* Made(T* pointer) {
+    if (pointer == nullptr) throw std::bad_alloc();
+    return pointer;
+}
+
+xmlAttr* AsAttribute(xmlNode* node) noexcept { return reinterpret_cast<xmlAttr*>(node); }
+xmlNode* AsNode(xmlAttr* attribute) noexcept { return reinterpret_cast<xmlNode*>(attribute); }
+xmlAttr* Mirror(const xmlNs* declaration) noexcept { return static_cast<xmlAttr*>(declaration->_private); }
+DomNodeObject* ObjectOf(const xmlNode* node) noexcept { return static_cast<DomNodeObject*>(node->_private); }
+
+const xmlNode* TopOf(const xmlNode* node) noexcept {
+    while (node->parent != nullptr)
+        node = node->parent;
+    return node;
+}
+
+bool AttributeHasObjects(const xmlAttr* attribute) noexcept {
+    if (attribute->_private != nullptr) return true;
+    for (const xmlNode* text = attribute->children; text != nullptr; text = text->next)
+        if (text->_private != nullptr) return true;
+    return false;
+}
+
+bool HasObjects(xmlNode* top) noexcept {
+    if (top->type == XML_ATTRIBUTE_NODE) return AttributeHasObjects(AsAttribute(top));
+    for (xmlNode* node = top; node != nullptr; node = NextInTree(node, top)) {
+        if (node->_private != nullptr) return true;
+        if (node->type != XML_ELEMENT_NODE) continue;
+        for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
+            if (AttributeHasObjects(attribute)) return true;
+        for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next)
+            if (Mirror(declaration) != nullptr && AttributeHasObjects(Mirror(declaration))) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
+    if (node->children != nullptr) return node->children;
+    while (node != top && node->next == nullptr)
+        node = node->parent;
+    return node == top ? nullptr : node->next;
+}
+
+DomTree* DomTree::Create(xmlDoc* document, const DomSettings& settings) {
+    DomTree* tree = new (std::nothrow) DomTree;
+    if (document == nullptr && tree != nullptr) document = xmlNewDoc(nullptr);
+    if (tree == nullptr || document == nullptr) {
+        xmlFreeDoc(document);
+        delete tree;
+        throw std::bad_alloc();
+    }
+    tree->m_document = document;
+    tree->m_settings = settings;
+    tree->m_preservesWhiteSpace = settings.preserveWhiteSpace;
+    return tree;
+}
+
+DomTree::~DomTree() {
+    for (xmlAttr* mirror : m_mirrors)
+        xmlFreeProp(mirror);
+    xmlFreeDoc(m_document);
+    xmlFreeNsList(m_retired);
+    for (const auto& [key, ns] : m_namespaces)
+        xmlFreeNs(ns);
+}
+
+xmlNs* DomTree::NewNs(std::string_view prefix, std::string_view uri) {
+    const std::string uriText(uri);
+    const std::string prefixText(prefix);
+    return Made(
+        xmlNewNs(nullptr, AsXml(uriText.c_str()), prefix.empty() ? nullptr : AsXml(prefixText.c_str())));
+}
+
+xmlNs* DomTree::Namespace(std::string_view prefix, std::string_view uri) {
+    if (uri.empty()) return nullptr;
+    // The prefix xml is bound everywhere, and the tree library makes its namespace itself.
+    if (prefix == "xml") return Made(xmlSearchNs(m_document, DocumentNode(), AsXml("xml")));
+    std::string key(prefix);
+    key.append(1, '\0').append(uri);
+    xmlNs*& ns = m_namespaces[key];
+    if (ns == nullptr) ns = NewNs(prefix, uri);
+    return ns;
+}
+
+xmlNode* DomTree::NewElement(std::string_view name, xmlNs* ns) {
+    return Made(xmlNewDocNode(m_document, ns, AsXml(std::string(name).c_str()), nullptr));
+}
+
+xmlAttr* DomTree::NewAttribute(std::string_view name, xmlNs* ns, std::string_view value) {
+    xmlAttr* attribute = Made(xmlNewNsProp(nullptr, ns, AsXml(std::string(name).c_str()), nullptr));
+    attribute->doc = m_document;
+    if (!value.empty()) SetAttributeValue(attribute, value, *this);
+    return attribute;
+}
+
+xmlNode* DomTree::NewText(std::string_view text) {
+    return Made(xmlNewDocTextLen(m_document, AsXml(text.data()), static_cast<int>(text.size())));
+}
+
+xmlNode* DomTree::NewCharacterData(xmlElementType type, std::string_view text) {
+    if (type == XML_TEXT_NODE) return NewText(text);
+    if (type == XML_CDATA_SECTION_NODE)
+        return Made(xmlNewCDataBlock(m_document, AsXml(text.data()), static_cast<int>(text.size())));
+    return Made(xmlNewDocComment(m_document, AsXml(std::string(text).c_str())));
+}
+
+xmlNode* DomTree::NewProcessingInstruction(std::string_view target, std::string_view data) {
+    return Made(
+        xmlNewDocPI(m_document, AsXml(std::string(target).c_str()), AsXml(std::string(data).c_str())));
+}
+
+xmlNode* DomTree::NewFragment() { return Made(xmlNewDocFragment(m_document)); }
+
+bool DomTree::IsDeclaration(const xmlNode* attribute) noexcept {
+    return attribute->type == XML_ATTRIBUTE_NODE && attribute->ns != nullptr &&
+           View(attribute->ns->href) == XmlnsUri;
+}
+
+xmlAttr* DomTree::MirrorOf(xmlNode* element, xmlNs* declaration) {
+    if (xmlAttr* known = Mirror(declaration)) return known;
+    const bool isDefault = declaration->prefix == nullptr;
+    xmlAttr* mirror = NewAttribute(isDefault ? "xmlns" : View(declaration->prefix),
+                                   Namespace(isDefault ? "" : "xmlns", XmlnsUri), View(declaration->href));
+    mirror->parent = element;
+    mirror->psvi = declaration;
+    try {
+        m_mirrors.insert(mirror);
+    } catch (...) {
+        xmlFreeProp(mirror);
+        throw;
+    }
+    declaration->_private = mirror;
+    return mirror;
+}
+
+xmlNs* DomTree::DeclarationOf(const xmlNode* attribute) noexcept {
+    if (!IsDeclaration(attribute) || attribute->parent == nullptr) return nullptr;
+    return static_cast<xmlNs*>(reinterpret_cast<const xmlAttr*>(attribute)->psvi);
+}
+
+xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
+    const std::string_view prefix = mirror->ns->prefix ? View(mirror->name) : std::string_view();
+    const std::string_view uri = mirror->children ? View(mirror->children->content) : std::string_view();
+    xmlNs* declaration = NewNs(prefix, uri);
+    m_mirrors.insert(mirror);
+    xmlNs* old = element->nsDef;
+    while (old != nullptr && View(old->prefix) != prefix)
+        old = old->next;
+    xmlAttr* replaced = nullptr;
+    if (old != nullptr) {
+        replaced = MirrorOf(element, old);
+        AttributeOrder::Replace(element, old, declaration);
+        m_mirrors.erase(replaced);
+        replaced->parent = nullptr;
+        replaced->psvi = nullptr;
+        Retire(old);
+    } else {
+        AttributeOrder::Append(element, declaration);
+    }
+    declaration->_private = mirror;
+    mirror->parent = element;
+    mirror->psvi = declaration;
+    Changed();
+    return replaced;
+}
+
+xmlAttr* DomTree::Undeclare(xmlNode* element, xmlNs* declaration) {
+    xmlAttr* mirror = MirrorOf(element, declaration);
+    AttributeOrder::Remove(element, declaration);
+    m_mirrors.erase(mirror);
+    mirror->parent = nullptr;
+    mirror->psvi = nullptr;
+    Retire(declaration);
+    Changed();
+    return mirror;
+}
+
+void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::string_view uri) {
+    xmlAttr* mirror = MirrorOf(element, declaration);
+    xmlNs* fresh = NewNs(View(declaration->prefix), uri);
+    AttributeOrder::Replace(element, declaration, fresh);
+    fresh->_private = mirror;
+    mirror->psvi = fresh;
+    Retire(declaration);
+    SetAttributeValue(mirror, uri, *this);
+    Changed();
+}
+
+void DomTree::Retire(xmlNs* declaration) noexcept {
+    declaration->_private = nullptr;
+    declaration->next = m_retired;
+    m_retired = declaration;
+}
+
+void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree) {
+    xmlNode* text = value.empty() ? nullptr : tree.NewText(value);
+    while (xmlNode* old = attribute->children) {
+        tree.Unlink(old);
+        tree.Dispose(old);
+    }
+    attribute->children = attribute->last = text;
+    if (text != nullptr) text->parent = AsNode(attribute);
+    tree.Changed();
+}
+
+void DomTree::Unlink(xmlNode* node) noexcept {
+    xmlUnlinkNode(node);
+    Changed();
+}
+
+void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
+    node->parent = parent;
+    node->next = next;
+    node->prev = next != nullptr ? next->prev : parent->last;
+    (node->prev != nullptr ? node->prev->next : parent->children) = node;
+    (next != nullptr ? next->prev : parent->last) = node;
+    Changed();
+}
+
+void DomTree::Dispose(xmlNode* top) noexcept {
+    if (HasObjects(top)) return;
+    if (m_pins == 0) {
+        Free(top);
+        return;
+    }
+    try {
+        m_waiting.insert(top);
+    } catch (const std::bad_alloc&) {
+        // The node is then kept for good, which is better than a list that refers to what is gone.
+    }
+}
+
+void DomTree::ObjectEnded(xmlNode* node) noexcept {
+    xmlNode* top = const_cast<xmlNode*>(TopOf(node));
+    if (top != DocumentNode()) Dispose(top);
+}
+
+void DomTree::Unpin() noexcept {
+    if (--m_pins != 0) return;
+    while (!m_waiting.empty()) {
+        xmlNode* node = m_waiting.extract(m_waiting.begin()).value();
+        // It may have been put into another waiting node, or have an object again, which then ends it.
+        if (node->parent == nullptr && !HasObjects(node)) Free(node);
+    }
+}
+
+void DomTree::Free(xmlNode* top) noexcept {
+    if (top->type == XML_ATTRIBUTE_NODE) {
+        xmlFreeProp(AsAttribute(top));
+        return;
+    }
+    // Other nodes may be in a namespace that an element in here declares.
+    for (xmlNode* node = top; node != nullptr; node = NextInTree(node, top)) {
+        if (node->type != XML_ELEMENT_NODE) continue;
+        while (xmlNs* declaration = node->nsDef) {
+            node->nsDef = declaration->next;
+            FreeMirror(declaration);
+            Retire(declaration);
+        }
+    }
+    xmlFreeNode(top);
+}
+
+void DomTree::FreeMirror(xmlNs* declaration) noexcept {
+    xmlAttr* mirror = Mirror(declaration);
+    if (mirror == nullptr) return;
+    m_mirrors.erase(mirror);
+    xmlFreeProp(mirror);
+}
+
+xmlNs* DomTree::NamespaceFrom(const DomTree& from, xmlNs* ns) {
+    if (ns == nullptr || &from == this) return ns;
+    if (m_lastMapped.first != ns) m_lastMapped = {ns, Namespace(View(ns->prefix), View(ns->href))};
+    return m_lastMapped.second;
+}
+
+xmlNode* DomTree::CopyNode(const DomTree& from, xmlNode* source) {
+    xmlNode* copy = nullptr;
+    switch (source->type) {
+    case XML_ELEMENT_NODE:
+        copy = NewElement(View(source->name), NamespaceFrom(from, source->ns));
+        for (const xmlNs* declaration = source->nsDef; declaration; declaration = declaration->next)
+            AttributeOrder::Append(copy, NewNs(View(declaration->prefix), View(declaration->href)));
+        for (xmlAttr* attribute = source->properties; attribute; attribute = attribute->next) {
+            xmlAttr* own = AsAttribute(CopyNode(from, AsNode(attribute)));
+            AttributeOrder::Insert(copy, own, nullptr);
+            AttributeOrder::SetRank(own, AttributeOrder::Rank(attribute));
+        }
+        break;
+    case XML_ATTRIBUTE_NODE: {
+        xmlChar* value = xmlNodeListGetString(from.m_document, source->children, 1);
+        try {
+            copy = AsNode(NewAttribute(View(source->name), NamespaceFrom(from, source->ns), View(value)));
+        } catch (...) {
+            xmlFree(value);
+            throw;
+        }
+        xmlFree(value);
+        return copy;
+    }
+    case XML_PI_NODE:
+        copy = NewProcessingInstruction(View(source->name), View(source->content));
+        break;
+    case XML_DOCUMENT_FRAG_NODE:
+        copy = NewFragment();
+        break;
+    default:
+        copy = NewCharacterData(source->type, View(source->content));
+        break;
+    }
+    copy->extra = source->extra;
+    return copy;
+}
+
+xmlNode* DomTree::Copy(const DomTree& from, xmlNode* source, bool deep) {
+    m_lastMapped = {};
+    xmlNode* top = CopyNode(from, source);
+    if (!deep || source->type == XML_ATTRIBUTE_NODE) return top;
+    try {
+        xmlNode* parent = top;
+        for (xmlNode *node = source, *next = NextInTree(node, source); next != nullptr;
+             node = next, next = NextInTree(node, source)) {
+            if (node->children != next) {
+                // The walk left `node` and its last ancestors; it goes on beside one of them.
+                for (const xmlNode* left = node; left->parent != next->parent; left = left->parent)
+                    parent = parent->parent;
+            }
+            xmlNode* copy = CopyNode(from, next);
+            Link(parent, copy, nullptr);
+            if (next->children != nullptr) parent = copy;
+        }
+    } catch (...) {
+        Free(top);
+        throw;
+    }
+    return top;
+}
+
+xmlNode* DomTree::Adopt(DomTree& from, xmlNode* source) {
+    xmlNode* top = Copy(from, source, true);
+    const auto moveObject = [this](xmlNode* old, xmlNode* fresh) {
+        if (DomNodeObject* object = ObjectOf(old)) object->MoveTo(*this, fresh);
+    };
+    const auto moveAttribute = [&](xmlAttr* old, xmlAttr* fresh) {
+        moveObject(AsNode(old), AsNode(fresh));
+        if (old->children != nullptr && fresh->children != nullptr)
+            moveObject(old->children, fresh->children);
+    };
+    if (source->type == XML_ATTRIBUTE_NODE) {
+        moveAttribute(AsAttribute(source), AsAttribute(top));
+    } else {
+        xmlNode* fresh = top;
+        for (xmlNode* old = source; old != nullptr;
+             old = NextInTree(old, source), fresh = NextInTree(fresh, top)) {
+            moveObject(old, fresh);
+            if (old->type != XML_ELEMENT_NODE) continue;
+            for (xmlAttr *attribute = old->properties, *own = fresh->properties; attribute;
+                 attribute = attribute->next, own = own->next)
+                moveAttribute(attribute, own);
+            for (xmlNs *declaration = old->nsDef, *own = fresh->nsDef; declaration;
+                 declaration = declaration->next, own = own->next)
+                if (Mirror(declaration) != nullptr && AttributeHasObjects(Mirror(declaration)))
+                    moveAttribute(Mirror(declaration), MirrorOf(fresh, own));
+        }
+    }
+    from.Dispose(source);
+    return top;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,126 @@
+#include "Dom/XPathCache.h"
+
+#include "Dom/AttributeOrder.h"
+#include "Dom/TextConversion.h"
+
+#include <libxml/xpathInternals.h>
+
+#include <new>
+
+namespace OvPlatform {
+
+namespace {
+
+/// Queries that hold values of a document would fill the memory else.
+constexpr std::size_t MostQueries = 512;
+
+struct ObjectDeleter {
+    void operator()(xmlXPathObject* object) const noexcept { xmlXPathFreeObject(object); }
+};
+using Result = std::unique_ptr<xmlXPathObject, ObjectDeleter>;
+
+bool IsNode(const xmlNode* node) noexcept { return node->type != XML_NAMESPACE_DECL; }
+
+} // namespace
+
+XPathCache& XPathCache::OfThisThread() {
+    thread_local XPathCache cache;
+    return cache;
+}
+
+XPathCache::XPathCache() : m_context(xmlXPathNewContext(nullptr)) {
+    if (m_context == nullptr) throw std::bad_alloc();
+    m_context->userData = this;
+    m_context->error = [](void* cache, xmlError* error) { NoteError(cache, error); };
+    xmlXPathContextSetCache(m_context, 1, -1, 0);
+}
+
+XPathCache::~XPathCache() {
+    Forget();
+    xmlXPathFreeContext(m_context);
+}
+
+void XPathCache::Forget() noexcept {
+    for (const auto& [text, expression] : m_compiled)
+        xmlXPathFreeCompExpr(expression);
+    m_compiled.clear();
+}
+
+void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
+    std::string& reason = static_cast<XPathCache*>(cache)->m_reason;
+    if (!reason.empty() || error->message == nullptr) return;
+    try {
+        reason = error->message;
+        reason.erase(reason.find_last_not_of(" \n") + 1);
+    } catch (const std::bad_alloc&) {
+        reason.clear();
+    }
+}
+
+xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
+    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return known->second;
+    std::string text;
+    if (!AppendXmlUtf8(text, query)) {
+        m_reason = "The query holds a character that XML does not allow";
+        return nullptr;
+    }
+    xmlXPathCompExpr* expression = xmlXPathCtxtCompile(m_context, AsXml(text.c_str()));
+    if (expression == nullptr) return nullptr;
+    try {
+        if (m_compiled.size() >= MostQueries) Forget();
+        m_compiled.emplace(query, expression);
+    } catch (...) {
+        xmlXPathFreeCompExpr(expression);
+        throw;
+    }
+    return expression;
+}
+
+xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
+                                     const SelectionNamespaces& namespaces) {
+    m_reason.clear();
+    xmlXPathCompExpr* expression = Compiled(query);
+    if (expression == nullptr) return nullptr;
+    m_context->doc = node->doc;
+    m_context->node = node;
+    m_context->namespaces = namespaces.Declarations();
+    m_context->nsNr = namespaces.Count();
+    // A compiled query sorts its result into document order.
+    xmlXPathObject* object = xmlXPathCompiledEval(expression, m_context);
+    m_context->doc = nullptr;
+    m_context->node = nullptr;
+    m_context->namespaces = nullptr;
+    m_context->nsNr = 0;
+    if (object != nullptr && object->type != XPATH_NODESET) {
+        m_reason = "The query does not select nodes";
+        xmlXPathFreeObject(object);
+        return nullptr;
+    }
+    return object;
+}
+
+HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
+                           std::vector<xmlNode*>& result) {
+    const Result object(Evaluate(node, query, namespaces));
+    if (object == nullptr) return E_FAIL;
+    if (const xmlNodeSet* set = object->nodesetval) {
+        result.reserve(static_cast<std::size_t>(set->nodeNr));
+        for (int index = 0; index < set->nodeNr; ++index)
+            if (IsNode(set->nodeTab[index])) result.push_back(set->nodeTab[index]);
+    }
+    return S_OK;
+}
+
+HRESULT XPathCache::SelectFirst(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
+                                xmlNode*& result) {
+    result = nullptr;
+    const Result object(Evaluate(node, query, namespaces));
+    if (object == nullptr) return E_FAIL;
+    if (const xmlNodeSet* set = object->nodesetval) {
+        for (int index = 0; result == nullptr && index < set->nodeNr; ++index)
+            if (IsNode(set->nodeTab[index])) result = set->nodeTab[index];
+    }
+    return S_OK;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,95 @@
+#include "Dom/XmlDeclaration.h"
+
+#include <algorithm>
+#include <array>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr std::string_view Blanks = " \t\r\n";
+
+struct Item {
+    std::string_view name;
+    std::string XmlDeclaration::*value;
+};
+
+/// In the order in which a declaration has them.
+constexpr std::array<Item, 3> Items = {{
+    {"version", &XmlDeclaration::version},
+    {"encoding", &XmlDeclaration::encoding},
+    {"standalone", &XmlDeclaration::standalone},
+}};
+
+void SkipBlanks(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
+}
+
+bool Skip(std::string_view& text, std::string_view word) {
+    if (!text.starts_with(word)) return false;
+    text.remove_prefix(word.size());
+    return true;
+}
+
+bool IsAsciiWord(std::string_view value) {
+    return !value.empty() && std::all_of(value.begin(), value.end(), [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
+               c == '-' || c == '_' || c == ':';
+    });
+}
+
+bool EqualNoCase(std::string_view left, std::string_view right) noexcept {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [&](char a, char b) { return lower(a) == lower(b); });
+}
+
+} // namespace
+
+std::string XmlDeclaration::Data() const {
+    std::string data;
+    for (const Item& item : Items) {
+        const std::string& value = this->*item.value;
+        if (value.empty()) continue;
+        if (!data.empty()) data += ' ';
+        data.append(item.name).append("=\"").append(value).append("\"");
+    }
+    return data;
+}
+
+std::optional<XmlDeclaration> XmlDeclaration::FromData(std::string_view data) {
+    XmlDeclaration declaration;
+    SkipBlanks(data);
+    for (const Item& item : Items) {
+        if (!Skip(data, item.name)) continue;
+        SkipBlanks(data);
+        if (!Skip(data, "=")) return std::nullopt;
+        SkipBlanks(data);
+        if (data.empty() || (data.front() != '"' && data.front() != '\'')) return std::nullopt;
+        const std::size_t end = data.find(data.front(), 1);
+        if (end == std::string_view::npos) return std::nullopt;
+        const std::string_view value = data.substr(1, end - 1);
+        if (!IsAsciiWord(value)) return std::nullopt;
+        declaration.*item.value = value;
+        data.remove_prefix(end + 1);
+        SkipBlanks(data);
+    }
+    if (!data.empty() || declaration.version.empty()) return std::nullopt;
+    return declaration;
+}
+
+std::optional<XmlDeclaration> XmlDeclaration::FromDocument(std::string_view text) {
+    if (!Skip(text, "<?xml") || text.empty() || Blanks.find(text.front()) == std::string_view::npos)
+        return std::nullopt;
+    const std::size_t end = text.find("?>");
+    return end == std::string_view::npos ? std::nullopt : FromData(text.substr(0, end));
+}
+
+TextEncoding ClassifyEncoding(std::string_view name) noexcept {
+    if (name.empty() || EqualNoCase(name, "UTF-8") || EqualNoCase(name, "UTF8")) return TextEncoding::Utf8;
+    for (std::string_view utf16 : {"UTF-16", "UTF-16LE", "UTF-16BE", "ISO-10646-UCS-2", "UCS-2"})
+        if (EqualNoCase(name, utf16)) return TextEncoding::Utf16;
+    return TextEncoding::Other;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace OvPlatform {
+
+/// What an XML declaration says. Empty where it says nothing.
+struct XmlDeclaration {
+    std::string version;
+    std::string encoding;
+    std::string standalone;
+
+    /// As the data of the declaration's node, `version="1.0" encoding="UTF-8"`.
+    std::string Data() const;
+
+    /// Reads such data, with either quote. Nothing if it is not well formed.
+    static std::optional<XmlDeclaration> FromData(std::string_view data);
+
+    /// Reads the declaration that `text` begins with. Nothing if there is none.
+    static std::optional<XmlDeclaration> FromDocument(std::string_view text);
+};
+
+/// How a document's text becomes bytes.
+enum class TextEncoding { Utf8, Utf16, Other };
+
+/// Of an encoding's name; an empty name is UTF-8.
+TextEncoding ClassifyEncoding(std::string_view name) noexcept;
+
+} // namespace OvPlatform

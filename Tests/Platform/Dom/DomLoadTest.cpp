@@ -1,0 +1,210 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+namespace {
+
+TEST(DomLoad, ReadsWhatIsWellFormed) {
+    struct Case {
+        const char* name;
+        std::string bytes;
+        const char* root;
+    };
+    using namespace std::string_literals;
+    const Case cases[] = {
+        {"no declaration", "<a/>", "<a/>"},
+        {"declared UTF-8", "<?xml version='1.0' encoding='utf-8'?><a>\xC3\xBC</a>", "<a>\xC3\xBC</a>"},
+        {"UTF-8 mark", "\xEF\xBB\xBF<a>\xC3\xBC</a>", "<a>\xC3\xBC</a>"},
+        {"UTF-8 mark and declaration", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?><a/>", "<a/>"},
+        {"UTF-16, little-endian", "\xFF\xFE<\0a\0/\0>\0"s, "<a/>"},
+        {"UTF-16, big-endian, surrogates", "\xFE\xFF\0<\0a\0>\xD8\x3D\xDE\x00\0<\0/\0a\0>"s,
+         "<a>\xF0\x9F\x98\x80</a>"},
+        {"Latin-1", "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xFC</a>", "<a>\xC3\xBC</a>"},
+        {"characters by number", "<a>&#x1F600;&#65;&amp;</a>",
+         "<a>\xF0\x9F\x98\x80"
+         "A&amp;</a>"},
+        {"names that are no URIs", "<p:a xmlns:p='not a uri'/>", "<p:a xmlns:p=\"not a uri\"/>"},
+    };
+    for (const Case& each : cases) {
+        auto fromBytes = NewDocument();
+        EXPECT_EQ(S_OK, Load(fromBytes, Bytes(each.bytes))) << each.name << FailureOf(fromBytes).reason;
+        EXPECT_EQ(each.root, XmlOf(RootOf(fromBytes))) << each.name;
+        auto fromStream = NewDocument();
+        EXPECT_EQ(S_OK, Load(fromStream, CComVariant(StreamOf(each.bytes).p))) << each.name;
+        EXPECT_EQ(each.root, XmlOf(RootOf(fromStream))) << each.name;
+    }
+}
+
+TEST(DomLoad, RefusesWithCodeAndPlace) {
+    struct Case {
+        const char* bytes;
+        std::uint32_t code;
+        LONG line;
+        LONG column;
+        const char* inReason;
+    };
+    const Case cases[] = {
+        {"<a>\n  <b></c>\n</a>", 0xC00CE56D, 2, 10, "mismatch"},
+        {"<a><b></a>", 0xC00CE56D, 1, 11, "mismatch"},
+        {"<a>", 0xC00CE553, 1, 4, ""},
+        {"<a/><b/>", 0xC00CE555, 1, 5, ""},
+        {"<a x='1' x='2'/>", 0xC00CE554, 1, 15, "x"},
+        {"<a x=1/>", 0xC00CE502, 1, 6, ""},
+        {"<a>&nbsp;</a>", 0xC00CE002, 1, 10, "nbsp"},
+        {"<p:a/>", 0xC00CE01D, 1, 5, "p"},
+        {"<a p:x='1'/>", 0xC00CE01D, 1, 11, "p"},
+        {"<a>\x01</a>", 0xC00CE508, 1, 4, ""},
+        {"<a>\xFC</a>", 0xC00CE508, 1, 4, "UTF-8"},
+        {"<!DOCTYPE a><a/>", 0xC00CE584, 1, 0, "DTD"},
+        {"<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/passwd'>]><a>&e;</a>", 0xC00CE584, 1, 0, "DTD"},
+        {"<?xml version='1.0' encoding='UTF-16'?><a/>", 0xC00CE56F, 0, 0, "UTF-16"},
+        {"\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?><a/>", 0xC00CE56F, 0, 0, "ISO-8859-1"},
+        {"<?xml version='1.0' encoding='nonesuch'?><a/>", 0xC00CE56E, 1, 0, "nonesuch"},
+        {"", 0xC00CE558, 0, 0, "empty"},
+        {"no markup", 0xC00CE558, 1, 1, ""},
+    };
+    for (const Case& each : cases) {
+        auto document = Parsed("<before/>");
+        EXPECT_EQ(S_FALSE, Load(document, Bytes(each.bytes))) << each.bytes;
+        const ParseFailure failure = FailureOf(document);
+        EXPECT_EQ(static_cast<HRESULT>(each.code), failure.code) << each.bytes << ": " << failure.reason;
+        EXPECT_EQ(each.line, failure.line) << each.bytes;
+        if (each.column != 0) {
+            EXPECT_EQ(each.column, failure.column) << each.bytes;
+        }
+        EXPECT_NE(std::string::npos, failure.reason.find(each.inReason)) << failure.reason;
+        EXPECT_FALSE(failure.reason.empty());
+        VARIANT_BOOL has = VARIANT_TRUE;
+        EXPECT_EQ(S_FALSE, document->hasChildNodes(&has)) << "a failed load leaves nothing of what was there";
+    }
+}
+
+TEST(DomLoad, PointsAtTheLineOfTheError) {
+    auto document = NewDocument();
+    EXPECT_EQ(S_FALSE, Load(document, Bytes("<a>\r\n <b>\xC3\xBC</c>\r\n</a>")));
+    EXPECT_EQ(" <b>\xC3\xBC</c>", FailureOf(document).source);
+
+    // Of a text in one long line only the surroundings are given.
+    EXPECT_EQ(S_FALSE, Load(document, Bytes("<a>" + std::string(100000, 'x') + "</b>")));
+    EXPECT_LE(FailureOf(document).source.size(), 1024U);
+    EXPECT_NE(std::string::npos, FailureOf(document).source.find("</b>"));
+
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, document->loadXML(Wide("<a/>"), &loaded));
+    EXPECT_EQ(S_OK, FailureOf(document).code);
+}
+
+TEST(DomLoad, WideTextNeedsItsMarkAndAgreesWithItsDeclaration) {
+    using namespace std::string_literals;
+    auto document = NewDocument();
+    EXPECT_EQ(S_FALSE, Load(document, Bytes("<\0a\0/\0>\0"s)));
+    EXPECT_EQ(S_FALSE, Load(document, Bytes("\xFF\xFE<\0a\0/\0"s)));
+    EXPECT_EQ(S_FALSE, Load(document, Bytes("\xFF\xFE<\0a\0>\0\x00\xD8<\0/\0a\0>\0"s)));
+    std::string wide = "\xFF\xFE";
+    for (char c : "<?xml version='1.0' encoding='UTF-8'?><a/>"s)
+        wide += {c, '\0'};
+    EXPECT_EQ(S_FALSE, Load(document, Bytes(wide)));
+    EXPECT_EQ(static_cast<HRESULT>(0xC00CE56F), FailureOf(document).code);
+
+    // Text that already is text has no bytes for its declaration to speak of.
+    EXPECT_EQ("<a/>", XmlOf(RootOf(Parsed("<?xml version='1.0' encoding='UTF-16'?><a/>"))));
+    EXPECT_EQ("<a/>", XmlOf(RootOf(Parsed("<?xml version='1.0' encoding='nonesuch'?><a/>"))));
+}
+
+TEST(DomLoad, BoundsDepthAndSize) {
+    const auto nested = [](int depth) {
+        std::string text;
+        for (int level = 0; level < depth; ++level)
+            text += "<a>";
+        for (int level = 0; level < depth; ++level)
+            text += "</a>";
+        return text;
+    };
+    auto document = NewDocument();
+    EXPECT_EQ(S_OK, Load(document, Bytes(nested(256))));
+    EXPECT_EQ(S_FALSE, Load(document, Bytes(nested(257))));
+    EXPECT_NE(std::string::npos, FailureOf(document).reason.find("deep"));
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"MaxElementDepth"), CComVariant(3000)));
+    EXPECT_EQ(S_OK, Load(document, Bytes(nested(3000))));
+    EXPECT_EQ(S_FALSE, Load(document, Bytes(nested(100000))));
+
+    const std::string large = "<a>" + std::string(12 << 20, 'x') + "</a>";
+    EXPECT_EQ(S_OK, Load(document, Bytes(large)));
+    EXPECT_EQ(12U << 20, TextOf(document).size());
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"MaxXMLSize"), CComVariant(1024)));
+    EXPECT_EQ(S_FALSE, Load(document, Bytes(large)));
+}
+
+TEST(DomLoad, TakesPathsStreamsAndDocumentsAndNothingElse) {
+    const std::string path = ::testing::TempDir() + "dom-load-\xC3\xBC.xml";
+    auto source = Parsed("<a><b/></a>");
+    EXPECT_EQ(S_OK, source->save(Value(path)));
+
+    auto document = NewDocument();
+    EXPECT_EQ(S_OK, Load(document, Value(path)));
+    EXPECT_EQ("<a><b/></a>", XmlOf(RootOf(document)));
+    CComBSTR url;
+    EXPECT_EQ(S_OK, document->get_url(&url));
+    EXPECT_EQ(path, Narrow(url));
+
+    EXPECT_EQ(S_FALSE, Load(document, Value(path + ".none")));
+    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), FailureOf(document).code);
+    EXPECT_EQ(S_FALSE, Load(document, Value(::testing::TempDir())));
+    EXPECT_EQ(S_FALSE, Load(document, Value("http://localhost/a.xml")));
+    EXPECT_EQ(E_ACCESSDENIED, FailureOf(document).code);
+
+    EXPECT_EQ(S_OK, Load(document, CComVariant(static_cast<IUnknown*>(source.p))));
+    EXPECT_EQ("<a><b/></a>", XmlOf(RootOf(document)));
+    CComVariant byReference;
+    CComVariant inner(static_cast<IUnknown*>(source.p));
+    byReference.vt = VT_VARIANT | VT_BYREF;
+    byReference.pvarVal = &inner;
+    EXPECT_EQ(S_OK, Load(document, byReference));
+
+    // A stream is read from where it stands.
+    auto stream = StreamOf("junk<a/>");
+    LARGE_INTEGER four = {};
+    four.QuadPart = 4;
+    EXPECT_EQ(S_OK, stream->Seek(four, STREAM_SEEK_SET, nullptr));
+    EXPECT_EQ(S_OK, Load(document, CComVariant(stream.p)));
+
+    CComVariant words;
+    words.vt = VT_ARRAY | VT_UI2;
+    words.parray = ::SafeArrayCreateVector(VT_UI2, 0, 4);
+    EXPECT_EQ(E_INVALIDARG, Load(document, words));
+    EXPECT_EQ(E_INVALIDARG, Load(document, CComVariant(static_cast<IUnknown*>(nullptr))));
+    EXPECT_EQ(E_INVALIDARG, Load(document, CComVariant(3)));
+}
+
+TEST(DomLoad, KeepsSettingsAcrossLoads) {
+    auto document = NewDocument();
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:p='urn:x'")));
+    EXPECT_EQ(S_OK, document->put_preserveWhiteSpace(VARIANT_TRUE));
+    EXPECT_EQ(S_OK, Load(document, Bytes("<q:a xmlns:q='urn:x'> </q:a>")));
+    EXPECT_TRUE(First(document, "/p:a"));
+    EXPECT_EQ("<q:a xmlns:q=\"urn:x\"> </q:a>", XmlOf(document));
+
+    struct Case {
+        const wchar_t* name;
+        CComVariant value;
+        HRESULT result;
+    };
+    const Case cases[] = {
+        {L"SelectionLanguage", L"XPath", S_OK},
+        {L"SelectionLanguage", L"XSLPattern", E_FAIL},
+        {L"SelectionNamespaces", L"xmlns:p=", E_FAIL},
+        {L"SelectionNamespaces", L"p='urn:x'", E_FAIL},
+        {L"SelectionNamespaces", L"/><x", E_FAIL},
+        {L"ProhibitDTD", true, S_OK},
+        {L"ProhibitDTD", false, E_NOTIMPL},
+        {L"MaxElementDepth", -1, E_INVALIDARG},
+        {L"selectionlanguage", L"XPath", E_FAIL},
+        {L"NewParser", false, S_OK},
+    };
+    for (const Case& each : cases)
+        EXPECT_EQ(each.result, document->setProperty(CComBSTR(each.name), each.value))
+            << Narrow(CComBSTR(each.name));
+    CComVariant namespaces;
+    EXPECT_EQ(S_OK, document->getProperty(CComBSTR(L"SelectionNamespaces"), &namespaces));
+    EXPECT_EQ("xmlns:p='urn:x'", Narrow(namespaces.bstrVal)) << "what was refused changed nothing";
+}
+
+} // namespace

@@ -1,0 +1,159 @@
+#pragma once
+
+#include <atlcomcli.h>
+#include <msxml6.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What the tests of the DOM share: texts go in and out as UTF-8 or, for ASCII, as they are.
+
+inline CComBSTR Wide(std::string_view utf8) {
+    const int length =
+        ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
+    CComBSTR text;
+    text.m_str = ::SysAllocStringLen(nullptr, static_cast<UINT>(length));
+    ::MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), text.m_str, length);
+    return text;
+}
+
+inline std::string Narrow(BSTR text) {
+    const int units = static_cast<int>(::SysStringLen(text));
+    std::string utf8(static_cast<std::size_t>(units) * 3, '\0');
+    utf8.resize(static_cast<std::size_t>(
+        units == 0 ? 0
+                   : ::WideCharToMultiByte(CP_UTF8, 0, text, units, utf8.data(),
+                                           static_cast<int>(utf8.size()), nullptr, nullptr)));
+    return utf8;
+}
+
+inline CComVariant Value(std::string_view text) {
+    CComVariant value;
+    value.vt = VT_BSTR;
+    value.bstrVal = Wide(text).Detach();
+    return value;
+}
+
+inline CComPtr<IXMLDOMDocument2> NewDocument() {
+    CComPtr<IXMLDOMDocument2> document;
+    EXPECT_EQ(S_OK, document.CoCreateInstance(__uuidof(DOMDocument60)));
+    return document;
+}
+
+inline CComPtr<IXMLDOMDocument2> Parsed(std::string_view xml) {
+    auto document = NewDocument();
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, document->loadXML(Wide(xml), &loaded)) << xml;
+    EXPECT_EQ(VARIANT_TRUE, loaded);
+    return document;
+}
+
+inline std::string XmlOf(IXMLDOMNode* node) {
+    CComBSTR text;
+    EXPECT_EQ(S_OK, node->get_xml(&text));
+    return Narrow(text);
+}
+
+inline std::string NameOf(IXMLDOMNode* node) {
+    CComBSTR name;
+    EXPECT_EQ(S_OK, node->get_nodeName(&name));
+    return Narrow(name);
+}
+
+inline std::string TextOf(IXMLDOMNode* node) {
+    CComBSTR text;
+    EXPECT_EQ(S_OK, node->get_text(&text));
+    return Narrow(text);
+}
+
+inline CComPtr<IXMLDOMElement> RootOf(IXMLDOMDocument* document) {
+    CComPtr<IXMLDOMElement> root;
+    EXPECT_EQ(S_OK, document->get_documentElement(&root));
+    return root;
+}
+
+inline CComPtr<IXMLDOMNode> First(IXMLDOMNode* node, std::string_view query) {
+    CComPtr<IXMLDOMNode> found;
+    const HRESULT result = node->selectSingleNode(Wide(query), &found);
+    EXPECT_EQ(found ? S_OK : S_FALSE, result) << query;
+    return found;
+}
+
+/// The attributes and declarations of an element, `a=1 xmlns:p=urn:x`.
+inline std::string AttributesOf(IXMLDOMNode* element) {
+    CComPtr<IXMLDOMNamedNodeMap> map;
+    EXPECT_EQ(S_OK, element->get_attributes(&map));
+    std::string all;
+    CComPtr<IXMLDOMNode> attribute;
+    while (map->nextNode(&attribute) == S_OK) {
+        CComVariant value;
+        EXPECT_EQ(S_OK, attribute->get_nodeValue(&value));
+        all += (all.empty() ? "" : " ") + NameOf(attribute) + "=" + Narrow(value.bstrVal);
+        attribute.Release();
+    }
+    return all;
+}
+
+inline CComVariant Bytes(std::string_view bytes) {
+    CComVariant value;
+    value.vt = VT_ARRAY | VT_UI1;
+    value.parray = ::SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(bytes.size()));
+    void* data = nullptr;
+    EXPECT_EQ(S_OK, ::SafeArrayAccessData(value.parray, &data));
+    bytes.copy(static_cast<char*>(data), bytes.size());
+    ::SafeArrayUnaccessData(value.parray);
+    return value;
+}
+
+inline CComPtr<IStream> StreamOf(std::string_view bytes) {
+    CComPtr<IStream> stream;
+    EXPECT_EQ(S_OK, ::CreateStreamOnHGlobal(nullptr, TRUE, &stream));
+    ULONG written = 0;
+    EXPECT_EQ(S_OK, stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written));
+    EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
+    return stream;
+}
+
+inline std::string Rest(ISequentialStream* stream) {
+    std::string all;
+    char block[100];
+    ULONG read = 0;
+    while (SUCCEEDED(stream->Read(block, sizeof block, &read)) && read != 0)
+        all.append(block, read);
+    return all;
+}
+
+inline HRESULT Load(IXMLDOMDocument* document, const VARIANT& source) {
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    const HRESULT result = document->load(source, &loaded);
+    EXPECT_EQ(result == S_OK, loaded != VARIANT_FALSE);
+    return result;
+}
+
+struct ParseFailure {
+    HRESULT code = S_OK;
+    std::string reason;
+    std::string source;
+    LONG line = 0;
+    LONG column = 0;
+};
+
+inline ParseFailure FailureOf(IXMLDOMDocument* document) {
+    CComPtr<IXMLDOMParseError> error;
+    EXPECT_EQ(S_OK, document->get_parseError(&error));
+    ParseFailure failure;
+    CComBSTR reason, source;
+    LONG code = 0;
+    error->get_errorCode(&code);
+    error->get_reason(&reason);
+    error->get_srcText(&source);
+    error->get_line(&failure.line);
+    error->get_linepos(&failure.column);
+    failure.code = code;
+    failure.reason = Narrow(reason);
+    failure.source = Narrow(source);
+    return failure;
+}
