@@ -276,6 +276,23 @@ void PrintBytes(const RegistryValue& value, std::string& out) {
     }
 }
 
+void PrintValue(const RegistryValue& value, std::string& out) {
+    if (value.name.empty())
+        out += '@';
+    else
+        PrintText(value.name, out);
+    out += '=';
+    const auto form = std::find_if(TextForms.begin(), TextForms.end(),
+                                   [&](const TextForm& text) { return text.type == value.type; });
+    if (form != TextForms.end()) {
+        out += form->word;
+        PrintText(value.text, out);
+    } else {
+        PrintBytes(value, out);
+    }
+    out += '\n';
+}
+
 } // namespace
 
 std::wstring FoldRegistryName(std::wstring_view name) {
@@ -305,22 +322,8 @@ std::string PrintRegistryFile(const RegistryContents& contents) {
     for (const auto& [folded, key] : contents.Keys()) {
         if (key.values.empty()) continue;
         out += "\n[" + ToUtf8(key.path) + "]\n";
-        for (const auto& [foldedName, value] : key.values) {
-            if (value.name.empty())
-                out += '@';
-            else
-                PrintText(value.name, out);
-            out += '=';
-            const auto form = std::find_if(TextForms.begin(), TextForms.end(),
-                                           [&](const TextForm& text) { return text.type == value.type; });
-            if (form != TextForms.end()) {
-                out += form->word;
-                PrintText(value.text, out);
-            } else {
-                PrintBytes(value, out);
-            }
-            out += '\n';
-        }
+        for (const auto& [foldedName, value] : key.values)
+            PrintValue(value, out);
     }
     return out;
 }
