@@ -8,6 +8,12 @@ if(OV_CCACHE)
 endif()
 
 add_library(ov-build-options INTERFACE)
+include(CheckCXXSourceCompiles)
+check_cxx_source_compiles("#include <source_location>
+int main() { return static_cast<int>(std::source_location::current().line()) * 0; }" OV_HAS_SOURCE_LOCATION)
+if(NOT OV_HAS_SOURCE_LOCATION)
+    target_include_directories(ov-build-options SYSTEM BEFORE INTERFACE ${CMAKE_CURRENT_LIST_DIR}/compatibility)
+endif()
 # Clang counts changes of sign to -Wconversion, GCC does not in C++: both check the same here.
 target_compile_options(ov-build-options INTERFACE
     -Wall -Wextra -Wconversion -Wno-sign-conversion -Werror)

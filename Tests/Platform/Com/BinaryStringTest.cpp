@@ -83,7 +83,8 @@ TEST(ComString, CopiesAndComparesWhatStandsBehindAZeroUnit) {
     EXPECT_TRUE(first != second);
     EXPECT_TRUE(first < second);
     EXPECT_FALSE(CComBSTR(L"a") == CComBSTR(2, L"a\0"));
-    copy = copy;
+    const CComBSTR& alias = copy;
+    copy = alias;
     EXPECT_TRUE(copy == first);
     copy = copy.m_str;
     EXPECT_EQ(3u, copy.Length());

@@ -53,7 +53,7 @@ TEST(ComPointer, CountsOnceForEachOwner) {
         EXPECT_EQ(2u, subject.references);
         const auto& alias = first;
         first = alias;
-        first = std::move(first);
+        first = std::move(const_cast<CComPtr<IStream>&>(alias));
         EXPECT_EQ(2u, subject.references) << "assigned to itself";
         moved.Release();
         EXPECT_EQ(1u, subject.references);
