@@ -1,0 +1,137 @@
+#include "Support/FakePrinterPropertyBag.h"
+#include "Support/FilterJob.h"
+
+#include <Filter/StreamFilterBase.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SomeFilter : public StreamFilterBase {};
+
+struct FilterJobServices : testing::Test {
+    CComPtr<SomeFilter> Initialized(FilterJob& job) {
+        CComPtr<SomeFilter> filter;
+        filter.Attach(new SomeFilter);
+        const auto communicator =
+            MakeFake<FakeCommunicator>(MakeFake<MemoryReadStream>(""), MakeFake<MemoryWriteStream>());
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+        job.bag->reads.clear();
+        return filter;
+    }
+};
+
+TEST_F(FilterJobServices, DestinationFollowsThePort) {
+    const struct {
+        const wchar_t* port;
+        int destination;
+        bool isFile;
+        const wchar_t* fileName;
+    } cases[] = {
+        {L"LPT1:", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
+        {L"192.0.2.7", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
+        {L"NUL:", MsRenderFilterBase::OutputDestinationNulPort, false, L""},
+        {L"file:", MsRenderFilterBase::OutputDestinationFilePort, true, L""},
+        {L"C:\\spool\\out.prn", MsRenderFilterBase::OutputDestinationPathPort, true, L"C:\\spool\\out.prn"},
+    };
+    for (const auto& row : cases) {
+        FilterJob job(row.port);
+        const auto filter = Initialized(job);
+        EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationNotYetDetermined);
+        EXPECT_EQ(filter->IsJobDefinitelyBeingPrintedToFile(), row.isFile) << row.destination;
+        EXPECT_EQ(filter->GetOutputDestinationEnum(), row.destination);
+        EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), row.fileName);
+    }
+}
+
+TEST_F(FilterJobServices, FileNameOfTheJobDecidesAndIsReadOnce) {
+    FilterJob job;
+    job.bag->SetString(L"PrintOutputFileName", L"/tmp/out.prn");
+    const auto filter = Initialized(job);
+    EXPECT_TRUE(filter->GetOutputFilenameIfKnown().IsEmpty());
+    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
+    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
+    EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationNamedFile);
+    EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), L"/tmp/out.prn");
+    EXPECT_EQ(job.bag->reads, std::vector<std::wstring>{L"PrintOutputFileName"});
+}
+
+TEST_F(FilterJobServices, BlankFileNameLeavesItToThePort) {
+    FilterJob job(L"FILE:");
+    job.bag->SetString(L"PrintOutputFileName", L"  ");
+    const auto filter = Initialized(job);
+    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
+    EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationFilePort);
+}
+
+TEST_F(FilterJobServices, PrinterThatCannotBeAskedIsUnknown) {
+    FilterJob job;
+    job.bag->SetHandle(L"PrinterHandle", nullptr);
+    const auto filter = Initialized(job);
+    EXPECT_FALSE(filter->IsJobDefinitelyBeingPrintedToFile());
+    EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationUnknown);
+    job.bag->SetString(L"PrintOutputFileName", L"too late");
+    EXPECT_FALSE(filter->IsJobDefinitelyBeingPrintedToFile());
+}
+
+TEST_F(FilterJobServices, TicketManagerIsMadeFromTheUsersTicket) {
+    FilterJob job;
+    const auto filter = Initialized(job);
+    ASSERT_EQ(filter->InitializePrintTicketManager(), S_OK);
+    ASSERT_NE(filter->GetPTManagerPtr(), nullptr);
+    EXPECT_STREQ(filter->GetPTManagerPtr()->GetPrinterName(), SampleQueue::name);
+    EXPECT_NE(filter->GetPTManagerPtr()->GetPtrToDefaultPrintTicketForReading(), nullptr);
+    filter->UnInitializePrintTicketManager();
+    EXPECT_EQ(filter->GetPTManagerPtr(), nullptr);
+    filter->UnInitializePrintTicketManager();
+}
+
+TEST_F(FilterJobServices, TicketManagerReportsWhatIsWrong) {
+    CComPtr<SomeFilter> uninitialized;
+    uninitialized.Attach(new SomeFilter);
+    EXPECT_EQ(uninitialized->InitializePrintTicketManager(), E_PENDING);
+
+    FilterJob job;
+    const auto filter = Initialized(job);
+    job.bag->SetObject(L"PerUserPrintTicket", MakeFake<MemoryReadStream>("")); // no factory
+    EXPECT_EQ(filter->InitializePrintTicketManager(), E_NOINTERFACE);
+    job.userTicket->result = E_ABORT;
+    job.bag->SetObject(L"PerUserPrintTicket", job.userTicket);
+    EXPECT_EQ(filter->InitializePrintTicketManager(), E_ABORT);
+    EXPECT_EQ(filter->GetPTManagerPtr(), nullptr);
+
+    job.bag->SetObject(L"PerUserPrintTicket", MakeFake<MemoryStreamFactory>("<no ticket"));
+    EXPECT_EQ(filter->InitializePrintTicketManager(), E_FAIL);
+    EXPECT_NE(filter->GetPTManagerPtr(), nullptr); // the manager that failed stays
+
+    job.bag->SetString(L"PrinterName", L"");
+    job.bag->SetObject(L"PerUserPrintTicket", MakeFake<MemoryStreamFactory>(job.queue.DefaultTicket()));
+    EXPECT_EQ(Initialized(job)->InitializePrintTicketManager(), E_INVALIDARG);
+}
+
+TEST_F(FilterJobServices, PropertyBagsAreThoseOfThePipeline) {
+    FilterJob job;
+    const auto filter = Initialized(job);
+    EXPECT_FALSE(filter->GetDriverPropertyBagAccess());
+    EXPECT_FALSE(filter->GetQueuePropertyBagAccess());
+    EXPECT_EQ(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), nullptr);
+
+    job.bag->SetObject(L"DriverPropertyBag", MakeFake<MemoryReadStream>("")); // of the wrong kind
+    EXPECT_FALSE(filter->GetDriverPropertyBagAccess());
+
+    const auto driverBag = MakeFake<FakePrinterPropertyBag>();
+    const auto queueBag = MakeFake<FakePrinterPropertyBag>();
+    driverBag->SetInt32(CComBSTR(L"Number"), 1);
+    queueBag->SetInt32(CComBSTR(L"Number"), 2);
+    job.bag->SetObject(L"DriverPropertyBag", driverBag);
+    job.bag->SetObject(L"QueuePropertyBag", queueBag);
+    EXPECT_EQ(filter->GetDriverPropertyBagAccess()->GetPrinterPropertyBagInteger(CXString(L"Number")), 1);
+    EXPECT_EQ(filter->GetQueuePropertyBagAccess()->GetPrinterPropertyBagInteger(CXString(L"Number")), 2);
+    EXPECT_EQ(driverBag->References(), 2u); // the test's and the pipeline's
+
+    OrvelDriverPropertyBag* const bag = filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse();
+    ASSERT_NE(bag, nullptr);
+    EXPECT_EQ(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), bag);
+}
+
+} // namespace

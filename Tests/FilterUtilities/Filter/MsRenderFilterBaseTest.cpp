@@ -1,0 +1,299 @@
+#include "Support/FilterJob.h"
+#include "Support/VirtualSlots.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <Filter/StreamFilterBase.h>
+#include <Filter/XpsInStreamOutFilterBase.h>
+#include <LowLevelFacilities/CPComException.h>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <new>
+#include <stdexcept>
+
+namespace {
+
+// A filter that does in each step what the test says, and shows what it holds.
+class SomeFilter : public MsRenderFilterBase {
+public:
+    Journal journal;
+    std::function<HRESULT()> initialize = [] { return S_OK; };
+    std::function<void()> connect = [] {};
+    std::function<void()> start = [] {};
+    std::function<void()> close = [] {};
+
+    using MsRenderFilterBase::CloseWriter;
+    using MsRenderFilterBase::InitializeIO_throws;
+    using MsRenderFilterBase::m_communicator;
+    using MsRenderFilterBase::m_control;
+    using MsRenderFilterBase::m_jobId;
+    using MsRenderFilterBase::m_liveness;
+    using MsRenderFilterBase::m_outputDestination;
+    using MsRenderFilterBase::m_outputFileName;
+    using MsRenderFilterBase::m_printerHandle;
+    using MsRenderFilterBase::m_printerName;
+    using MsRenderFilterBase::m_propertyBag;
+    using MsRenderFilterBase::m_ticketManager;
+    using MsRenderFilterBase::m_userSecurityToken;
+    using MsRenderFilterBase::OnInitializeFilter;
+    using MsRenderFilterBase::StartOperation_throws;
+
+protected:
+    HRESULT OnInitializeFilter() override {
+        journal.push_back("initialize");
+        return initialize();
+    }
+    void InitializeIO_throws(const CComPtr<IInterFilterCommunicator>&) override {
+        journal.push_back("connect");
+        connect();
+    }
+    void StartOperation_throws() override {
+        journal.push_back("start");
+        start();
+    }
+    void CloseWriter() override {
+        journal.push_back("close");
+        close();
+    }
+};
+
+struct MsRenderFilterBaseTest : testing::Test {
+    FilterJob job;
+    CComPtr<FakeCommunicator> communicator =
+        MakeFake<FakeCommunicator>(MakeFake<MemoryReadStream>("in"), MakeFake<MemoryWriteStream>());
+    CComPtr<SomeFilter> filter = [] {
+        CComPtr<SomeFilter> made;
+        made.Attach(new SomeFilter); // born with its first reference
+        return made;
+    }();
+
+    HRESULT Initialize() { return filter->InitializeFilter(communicator, job.bag, job.control); }
+};
+
+TEST_F(MsRenderFilterBaseTest, InitializeReadsTheJobThenRunsTheSteps) {
+    filter->initialize = [&] {
+        EXPECT_STREQ(filter->m_printerName, SampleQueue::name);
+        EXPECT_EQ(filter->m_printerHandle, job.queue.handle);
+        EXPECT_EQ(filter->m_userSecurityToken, nullptr);
+        EXPECT_EQ(filter->m_jobId, 7u);
+        EXPECT_EQ(filter->GetPTManagerPtr(), nullptr);
+        return S_OK;
+    };
+    EXPECT_EQ(Initialize(), S_OK);
+    EXPECT_EQ(job.bag->reads,
+              (std::vector<std::wstring>{L"PrinterName", L"PrinterHandle", L"UserSecurityToken", L"PrintJobId"}));
+    EXPECT_EQ(filter->journal, (Journal{"initialize", "connect"}));
+    EXPECT_EQ(filter->GetIPrintPipelinePropertyBagPtr(), static_cast<IPrintPipelinePropertyBag*>(job.bag));
+    filter.Release();
+    EXPECT_EQ(job.bag->References(), 1u);
+    EXPECT_EQ(job.control->References(), 1u);
+    EXPECT_EQ(communicator->References(), 1u);
+}
+
+TEST_F(MsRenderFilterBaseTest, NullArgumentsAreRefusedAndNothingIsKept) {
+    EXPECT_EQ(filter->InitializeFilter(nullptr, job.bag, job.control), E_POINTER);
+    EXPECT_EQ(filter->InitializeFilter(communicator, nullptr, job.control), E_POINTER);
+    EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, nullptr), E_POINTER);
+    EXPECT_FALSE(filter->m_communicator || filter->m_propertyBag || filter->m_control);
+    EXPECT_EQ(filter->m_printerHandle, INVALID_HANDLE_VALUE);
+    EXPECT_TRUE(filter->journal.empty());
+}
+
+TEST_F(MsRenderFilterBaseTest, MissingPropertyEndsInitializationThere) {
+    const wchar_t* const names[] = {L"PrinterName", L"PrinterHandle", L"UserSecurityToken", L"PrintJobId"};
+    for (std::size_t failing = 0; failing < 4; ++failing) {
+        job.bag->failures = {{names[failing], E_ACCESSDENIED}};
+        job.bag->reads.clear();
+        EXPECT_EQ(Initialize(), E_ACCESSDENIED) << failing;
+        EXPECT_EQ(job.bag->reads.size(), failing + 1);
+    }
+    EXPECT_TRUE(filter->journal.empty());
+    // What was reached stays.
+    EXPECT_STREQ(filter->m_printerName, SampleQueue::name);
+    EXPECT_EQ(filter->m_jobId, 0u);
+    EXPECT_TRUE(filter->m_propertyBag);
+}
+
+TEST_F(MsRenderFilterBaseTest, EveryFailureInAStepBecomesTheOneResult) {
+    const struct {
+        std::function<void()> fail;
+        HRESULT expected;
+    } cases[] = {
+        {[] { ThrowComException(E_PENDING, "step"); }, E_PENDING},
+        {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
+        {[] { throw std::runtime_error("no"); }, E_FAIL},
+        {[] { throw 7; }, E_UNEXPECTED},
+    };
+    for (const auto& row : cases) {
+        filter->journal.clear();
+        filter->initialize = [] { return S_OK; };
+        filter->connect = row.fail;
+        EXPECT_EQ(Initialize(), row.expected);
+        filter->initialize = [&] { return row.fail(), S_OK; };
+        EXPECT_EQ(Initialize(), row.expected);
+        EXPECT_EQ(filter->journal, (Journal{"initialize", "connect", "initialize"}));
+
+        filter->journal.clear();
+        filter->start = row.fail;
+        EXPECT_EQ(filter->StartOperation(), row.expected);
+        EXPECT_EQ(filter->journal, (Journal{"start", "close"}));
+    }
+    filter->journal.clear();
+    filter->initialize = [] { return E_ACCESSDENIED; };
+    EXPECT_EQ(Initialize(), E_ACCESSDENIED);
+    EXPECT_EQ(filter->journal, (Journal{"initialize"}));
+}
+
+TEST_F(MsRenderFilterBaseTest, CloseWriterStandsOutsideTheBarrier) {
+    filter->close = [] { throw std::runtime_error("no"); };
+    EXPECT_THROW(filter->StartOperation(), std::runtime_error);
+}
+
+class BareFilter : public MsRenderFilterBase {};
+
+TEST_F(MsRenderFilterBaseTest, FilterWithoutStepsIsNotImplemented) {
+    CComPtr<BareFilter> bare;
+    bare.Attach(new BareFilter);
+    EXPECT_EQ(bare->InitializeFilter(communicator, job.bag, job.control), E_NOTIMPL);
+    EXPECT_TRUE(communicator->journal.empty());
+    EXPECT_THROW(bare->StartOperation(), CPComException); // out of CloseWriter
+}
+
+TEST_F(MsRenderFilterBaseTest, ShutdownCancelsForGood) {
+    EXPECT_TRUE(filter->IsAlive());
+    EXPECT_EQ(filter->m_liveness->Continue(), S_OK);
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK); // before there is a property bag
+    EXPECT_FALSE(filter->IsAlive());
+    EXPECT_EQ(filter->m_liveness->Continue(), static_cast<HRESULT>(0x8007003F));
+    EXPECT_EQ(Initialize(), S_OK);
+    EXPECT_FALSE(filter->IsAlive());
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+}
+
+TEST_F(MsRenderFilterBaseTest, ShutdownDeletesTheTemporaryPrintReadyFile) {
+    const auto path = std::filesystem::temp_directory_path() / "ov-print-ready-copy.tmp";
+    std::ofstream(path) << "page";
+    job.bag->SetString(L"XPS_FP_FILESPEC_FOR_TEMP_COPY_OF_PRINT_READY_FILE_PASSED_IN_XPS_WRAPPER",
+                       path.wstring().c_str());
+    ASSERT_EQ(Initialize(), S_OK);
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK); // nothing there any more
+}
+
+TEST_F(MsRenderFilterBaseTest, RequestShutdownGoesToThePipeline) {
+    filter->RequestShutdown(E_FAIL);
+    ASSERT_EQ(Initialize(), S_OK);
+    filter->RequestShutdown(E_ABORT);
+    EXPECT_EQ(job.control->shutdowns, std::vector<HRESULT>{E_ABORT});
+    VARIANT value{};
+    EXPECT_EQ(filter->GetFromPrintPipelinePropertyBag(L"PrintJobId", &value), S_OK);
+    EXPECT_EQ(value.ulVal, 7u);
+}
+
+TEST(MsRenderFilterBase, KeepsItsSlots) {
+    // A destructor takes two.
+    EXPECT_EQ(SlotOf(&FilterLiveness::Continue), 2u);
+    EXPECT_EQ(SlotOf(&MsRenderFilterBase::InitializeFilter), 3u);
+    EXPECT_EQ(SlotOf(&MsRenderFilterBase::ShutdownOperation), 4u);
+    EXPECT_EQ(SlotOf(&MsRenderFilterBase::StartOperation), 5u);
+
+    struct Steps : XpsFilterBase {
+        static std::vector<std::size_t> Slots() {
+            return {SlotOf(&Steps::InitializeIO_throws), SlotOf(&Steps::CloseWriter),
+                    SlotOf(&Steps::OnInitializeFilter),  SlotOf(&Steps::StartOperation_throws),
+                    SlotOf(&Steps::OnXpsDocument),       SlotOf(&Steps::OnFixedDocumentSequence),
+                    SlotOf(&Steps::OnFixedDocument),     SlotOf(&Steps::OnFixedPage),
+                    SlotOf(&Steps::OnFinalize)};
+        }
+    };
+    EXPECT_EQ(Steps::Slots(), (std::vector<std::size_t>{8, 9, 10, 11, 12, 13, 14, 15, 16}));
+}
+
+TEST_F(MsRenderFilterBaseTest, KeepsTheOrderOfItsFields) {
+    const std::vector<const void*> fields{
+        &filter->m_printerName,   std::addressof(filter->m_printerHandle), &filter->m_userSecurityToken,
+        &filter->m_jobId,         std::addressof(filter->m_propertyBag),   std::addressof(filter->m_control),
+        &filter->m_liveness,      std::addressof(filter->m_communicator),  &filter->m_ticketManager,
+        &filter->m_outputFileName, &filter->m_outputDestination};
+    EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end()));
+}
+
+// ---- Streams
+
+class BareStreamFilter : public StreamFilterBase {};
+
+class CopyFilter : public StreamFilterBase {
+protected:
+    void StartOperation_throws() override {
+        char bytes[2];
+        ULONG count = 0;
+        for (BOOL end = FALSE; !end && IsAlive();) {
+            ThrowIfFailed(m_reader->ReadBytes(bytes, sizeof bytes, &count, &end), "CopyFilter");
+            ThrowIfFailed(m_writer->WriteBytes(bytes, count, &count), "CopyFilter");
+        }
+    }
+};
+
+TEST(StreamFilterBase, RunsTheConcreteFilterAndClosesTheStream) {
+    FilterJob job;
+    const auto writer = MakeFake<MemoryWriteStream>();
+    const auto communicator = MakeFake<FakeCommunicator>(MakeFake<MemoryReadStream>("some bytes"), writer);
+    {
+        CComPtr<CopyFilter> filter;
+        filter.Attach(new CopyFilter);
+        ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+        EXPECT_EQ(filter->StartOperation(), S_OK);
+    }
+    EXPECT_EQ(writer->bytes, "some bytes");
+    EXPECT_EQ(writer->timesClosed, 1);
+
+    CComPtr<BareStreamFilter> bare;
+    bare.Attach(new BareStreamFilter);
+    ASSERT_EQ(bare->InitializeFilter(communicator, job.bag, job.control), S_OK);
+    EXPECT_EQ(bare->StartOperation(), E_NOTIMPL);
+    EXPECT_EQ(writer->timesClosed, 2);
+}
+
+class BareXpsFilter : public XpsFilterBase {};
+class BareXpsInStreamOutFilter : public XpsInStreamOutFilterBase {};
+
+TEST(FilterConnections, PipelineOfTheWrongShapeFailsAheadOfTheJob) {
+    FilterJob job;
+    const CComPtr<IUnknown> provider = MakeFake<FakeXpsProvider>().p;
+    const CComPtr<IUnknown> consumer = MakeFake<FakeXpsConsumer>().p;
+    const CComPtr<IUnknown> readStream = MakeFake<MemoryReadStream>("").p;
+    const CComPtr<IUnknown> writeStream = MakeFake<MemoryWriteStream>().p;
+    const struct {
+        std::function<MsRenderFilterBase*()> make;
+        IUnknown* reader;
+        IUnknown* writer;
+        HRESULT expected;
+    } cases[] = {
+        {[] { return new BareXpsFilter; }, provider, consumer, S_OK},
+        {[] { return new BareXpsFilter; }, readStream, consumer, E_NOINTERFACE},
+        {[] { return new BareXpsFilter; }, provider, writeStream, E_NOINTERFACE},
+        {[] { return new BareXpsInStreamOutFilter; }, provider, writeStream, S_OK},
+        {[] { return new BareXpsInStreamOutFilter; }, provider, consumer, E_NOINTERFACE},
+        {[] { return new BareStreamFilter; }, readStream, writeStream, S_OK},
+        {[] { return new BareStreamFilter; }, provider, writeStream, E_NOINTERFACE},
+        {[] { return new BareStreamFilter; }, readStream, consumer, E_NOINTERFACE},
+    };
+    for (const auto& row : cases) {
+        const auto communicator = MakeFake<FakeCommunicator>(row.reader, row.writer);
+        CComPtr<MsRenderFilterBase> filter;
+        filter.Attach(row.make());
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), row.expected) << &row - cases;
+        EXPECT_EQ(communicator->journal, (Journal{"reader", "writer"}));
+
+        communicator->writerResult = E_PENDING;
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), E_PENDING);
+        communicator->readerResult = E_ABORT;
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), E_ABORT);
+    }
+}
+
+} // namespace

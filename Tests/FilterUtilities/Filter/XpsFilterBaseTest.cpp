@@ -1,0 +1,257 @@
+#include "Support/FilterJob.h"
+
+#include <Filter/XpsInStreamOutFilterBase.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <future>
+#include <map>
+#include <thread>
+
+namespace {
+
+// Writes down its steps; what a test puts into `during` runs within the step of that name and gives its result.
+template <typename Base>
+class RecordingFilter : public Base {
+public:
+    Journal journal;
+    std::map<std::string, std::function<HRESULT()>> during;
+    IFixedDocument* lastFixedDocument = nullptr;
+
+    using Base::m_fixedDocumentCount;
+    using Base::m_fixedPageCount;
+
+protected:
+    HRESULT OnXpsDocument(IXpsDocument* part) override {
+        return Step("document", [&] { return Base::OnXpsDocument(part); });
+    }
+    HRESULT OnFixedDocumentSequence(IFixedDocumentSequence* part) override {
+        return Step("sequence", [&] { return Base::OnFixedDocumentSequence(part); });
+    }
+    HRESULT OnFixedDocument(IFixedDocument* part) override {
+        lastFixedDocument = part;
+        return Step("fixed document", [&] { return Base::OnFixedDocument(part); });
+    }
+    HRESULT OnFixedPage(IFixedPage* part) override {
+        return Step("page", [&] { return Base::OnFixedPage(part); });
+    }
+    HRESULT OnFinalize() override {
+        return Step("finalize", [&] { return Base::OnFinalize(); });
+    }
+
+private:
+    HRESULT Step(const char* name, const std::function<HRESULT()>& base) {
+        journal.push_back(name);
+        const auto special = during.find(name);
+        const HRESULT hr = special != during.end() ? special->second() : S_OK;
+        return FAILED(hr) ? hr : base();
+    }
+};
+
+template <typename Base>
+struct RunningFilter {
+    RunningFilter() {
+        filter.Attach(new RecordingFilter<Base>);
+        provider->parts = {document.p, sequence.p, fixedDocument.p, page.p};
+    }
+
+    HRESULT Run() {
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+        return filter->StartOperation();
+    }
+
+    FilterJob job;
+    CComPtr<FakeXpsDocument> document = MakeFake<FakeXpsDocument>();
+    CComPtr<FakeFixedDocumentSequence> sequence = MakeFake<FakeFixedDocumentSequence>();
+    CComPtr<FakeFixedDocument> fixedDocument = MakeFake<FakeFixedDocument>();
+    CComPtr<FakeFixedPage> page = MakeFake<FakeFixedPage>();
+    CComPtr<FakeXpsProvider> provider = MakeFake<FakeXpsProvider>();
+    CComPtr<FakeXpsConsumer> consumer = MakeFake<FakeXpsConsumer>();
+    CComPtr<MemoryWriteStream> stream = MakeFake<MemoryWriteStream>();
+    CComPtr<FakeCommunicator> communicator = MakeFake<FakeCommunicator>(
+        provider, std::is_same_v<Base, XpsFilterBase> ? static_cast<IUnknown*>(consumer.p) : stream.p);
+    CComPtr<RecordingFilter<Base>> filter;
+};
+
+using XpsFilterBaseTest = RunningFilter<XpsFilterBase>;
+using XpsInStreamOutFilterBaseTest = RunningFilter<XpsInStreamOutFilterBase>;
+
+struct XpsLoop : testing::Test, XpsFilterBaseTest {};
+struct StreamOutLoop : testing::Test, XpsInStreamOutFilterBaseTest {};
+
+TEST_F(XpsLoop, PassesAJobOnInOrder) {
+    const auto secondDocument = MakeFake<FakeFixedDocument>();
+    provider->parts = {document.p, sequence.p, fixedDocument.p, page.p, page.p, secondDocument.p, page.p};
+    filter->during["page"] = [&] { return filter->GetPTManagerPtr() ? S_OK : E_UNEXPECTED; };
+    EXPECT_EQ(Run(), S_OK);
+    const Journal parts{"document", "sequence", "fixed document", "page", "page", "fixed document", "page"};
+    Journal steps = parts;
+    steps.push_back("finalize");
+    Journal sent = parts;
+    sent.push_back("close");
+    EXPECT_EQ(filter->journal, steps);
+    EXPECT_EQ(consumer->journal, sent);
+    EXPECT_EQ(filter->m_fixedDocumentCount, 2u);
+    EXPECT_EQ(filter->m_fixedPageCount, 3u);
+    EXPECT_EQ(filter->GetPTManagerPtr(), nullptr);
+    EXPECT_EQ(filter->lastFixedDocument, static_cast<IFixedDocument*>(secondDocument));
+}
+
+TEST_F(XpsLoop, TellsNothingOfAJobWithoutPages) {
+    provider->parts = {document.p, sequence.p, fixedDocument.p};
+    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(filter->journal, Journal{"finalize"});
+    EXPECT_EQ(consumer->journal, Journal{"close"});
+    EXPECT_EQ(filter->m_fixedDocumentCount, 1u);
+    EXPECT_EQ(fixedDocument->References(), 3u); // the test's, the provider's, and the one that waits
+    filter.Release();
+    EXPECT_EQ(fixedDocument->References(), 2u);
+    EXPECT_EQ(document->References(), 2u);
+}
+
+TEST_F(XpsLoop, OnlyTheLastOfSeveralHeldPartsIsSeen) {
+    const auto secondDocument = MakeFake<FakeFixedDocument>();
+    provider->parts = {document.p, sequence.p, fixedDocument.p, secondDocument.p, page.p};
+    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "finalize"}));
+    EXPECT_EQ(filter->lastFixedDocument, static_cast<IFixedDocument*>(secondDocument));
+    EXPECT_EQ(filter->m_fixedDocumentCount, 2u);
+}
+
+TEST_F(XpsLoop, PageNeedsADocumentAheadOfIt) {
+    provider->parts = {sequence.p, fixedDocument.p, page.p};
+    EXPECT_EQ(Run(), E_POINTER);
+    EXPECT_EQ(filter->journal, Journal{"document"});
+    EXPECT_EQ(consumer->journal, Journal{"close"});
+}
+
+TEST_F(StreamOutLoop, PageNeedsNothingAheadOfIt) {
+    provider->parts = {page.p, MakeFake<FakeUnknownPart>().p, page.p};
+    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
+    EXPECT_EQ(stream->timesClosed, 1);
+    EXPECT_TRUE(consumer->journal.empty());
+}
+
+TEST_F(XpsLoop, UnknownPartsOvertakeTheHeldOnes) {
+    provider->parts = {document.p, MakeFake<FakeUnknownPart>().p, sequence.p, fixedDocument.p, page.p};
+    consumer->sendUnknownResult = E_FAIL; // does not matter
+    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(consumer->journal,
+              (Journal{"unknown", "document", "sequence", "fixed document", "page", "close"}));
+}
+
+TEST_F(XpsLoop, FailingProviderEndsTheJob) {
+    provider->failAt = 4;
+    provider->failure = E_ABORT;
+    EXPECT_EQ(Run(), E_ABORT);
+    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page"}));
+    EXPECT_EQ(consumer->journal.back(), "close");
+    EXPECT_NE(filter->GetPTManagerPtr(), nullptr); // until the filter dies
+}
+
+TEST(XpsFilterBase, FailingStepEndsTheJobAndClosesTheWriter) {
+    const std::vector<std::string> steps{"document", "sequence", "fixed document", "page"};
+    for (std::size_t failing = 0; failing < steps.size(); ++failing) {
+        XpsFilterBaseTest test;
+        test.filter->during[steps[failing]] = [] { return E_ACCESSDENIED; };
+        EXPECT_EQ(test.Run(), E_ACCESSDENIED) << steps[failing];
+        EXPECT_EQ(test.filter->journal, Journal(steps.begin(), steps.begin() + static_cast<long>(failing) + 1));
+        EXPECT_EQ(test.consumer->journal.back(), "close");
+        EXPECT_EQ(test.provider->asked, 4u);
+    }
+}
+
+TEST_F(XpsLoop, FailingSendIsTheResult) {
+    consumer->sendResult = E_ABORT;
+    EXPECT_EQ(Run(), E_ABORT);
+    EXPECT_EQ(consumer->journal, (Journal{"document", "close"}));
+}
+
+TEST_F(XpsLoop, FailureAtTheEndDoesNotCount) {
+    filter->during["finalize"] = [] { return E_FAIL; };
+    EXPECT_EQ(Run(), S_OK);
+}
+
+TEST_F(XpsLoop, UnreadableUserTicketEndsTheJobAheadOfItsParts) {
+    job.bag->failures = {{L"PerUserPrintTicket", E_ACCESSDENIED}};
+    EXPECT_EQ(Run(), E_ACCESSDENIED);
+    EXPECT_EQ(provider->asked, 0u);
+    EXPECT_EQ(consumer->journal, Journal{"close"});
+}
+
+TEST_F(XpsLoop, PartWhoseTicketCannotBeMergedIsNotSent) {
+    fixedDocument->ticket = MakeFake<FakePrintTicketPart>(L"/Metadata/Doc_PT.xml", "<not a ticket").p;
+    EXPECT_TRUE(FAILED(Run()));
+    EXPECT_EQ(consumer->journal, (Journal{"document", "sequence", "close"}));
+}
+
+TEST(XpsFilterBase, ShutdownDuringTheFlushLeavesTheRest) {
+    const std::vector<std::string> steps{"document", "sequence", "fixed document"};
+    for (std::size_t at = 0; at < steps.size(); ++at) {
+        XpsFilterBaseTest test;
+        test.filter->during[steps[at]] = [&] { return test.filter->ShutdownOperation(); };
+        EXPECT_EQ(test.Run(), S_OK);
+        Journal expected(steps.begin(), steps.begin() + static_cast<long>(at) + 1);
+        Journal sent = expected;
+        expected.push_back("finalize");
+        sent.push_back("close");
+        EXPECT_EQ(test.filter->journal, expected);
+        EXPECT_EQ(test.consumer->journal, sent);
+        EXPECT_EQ(test.filter->m_fixedPageCount, 0u);
+        EXPECT_EQ(test.fixedDocument->References(), at < 2 ? 3u : 2u);
+        test.filter.Release();
+        EXPECT_EQ(test.fixedDocument->References(), 2u);
+        EXPECT_EQ(test.sequence->References(), 2u);
+    }
+}
+
+TEST_F(XpsLoop, ShutdownBetweenPartsEndsTheJobWithSuccess) {
+    provider->parts.insert(provider->parts.end(), {page.p, page.p});
+    provider->beforePart = [&](std::size_t index) {
+        if (index == 5) filter->ShutdownOperation();
+    };
+    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
+    EXPECT_EQ(consumer->journal.back(), "close");
+}
+
+// The job would go on for ever; only the other thread ends it, wherever the loop happens to be.
+TEST_F(XpsLoop, ShutdownFromAnotherThreadEndsARunningJob) {
+    std::promise<void> isRunning;
+    provider->beforePart = [&](std::size_t index) {
+        provider->parts.emplace_back(page);
+        if (index == 20) isRunning.set_value();
+    };
+    std::thread other([&] {
+        isRunning.get_future().wait();
+        EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+    });
+    EXPECT_EQ(Run(), S_OK);
+    other.join();
+    EXPECT_EQ(filter->journal.back(), "finalize");
+    EXPECT_EQ(consumer->journal.back(), "close");
+    EXPECT_FALSE(filter->IsAlive());
+}
+
+// The second thread comes while the flush is within its first step, and is through when the step returns.
+TEST_F(XpsLoop, ShutdownFromAnotherThreadIsSeenWithinTheFlush) {
+    std::promise<void> isFlushing;
+    std::promise<void> isShutDown;
+    filter->during["document"] = [&] {
+        isFlushing.set_value();
+        isShutDown.get_future().wait();
+        return S_OK;
+    };
+    std::thread other([&] {
+        isFlushing.get_future().wait();
+        EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+        isShutDown.set_value();
+    });
+    EXPECT_EQ(Run(), S_OK);
+    other.join();
+    EXPECT_EQ(filter->journal, (Journal{"document", "finalize"}));
+}
+
+} // namespace
