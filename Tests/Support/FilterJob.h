@@ -19,7 +19,8 @@ class SampleQueue {
 public:
     explicit SampleQueue(const wchar_t* portName = L"LPT1:") {
         OvPlatform::QueueDescription description =
-            OvPlatform::QueueFolder::Load(std::string(OV_SOURCE_DIR) + "/Samples/Queues/ColorOffice")->Description();
+            OvPlatform::QueueFolder::Load(std::string(OV_SOURCE_DIR) + "/Samples/Queues/ColorOffice")
+                ->Description();
         description.printerName = name;
         description.portName = portName;
         OvPlatform::QueueJob job;

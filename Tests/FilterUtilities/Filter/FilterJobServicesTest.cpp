@@ -1,6 +1,7 @@
 #include "Support/FakePrinterPropertyBag.h"
 #include "Support/FilterJob.h"
 
+#include <ComSupport/MsSafeCoinit.h>
 #include <Filter/StreamFilterBase.h>
 
 #include <gtest/gtest.h>
@@ -10,6 +11,8 @@ namespace {
 class SomeFilter : public StreamFilterBase {};
 
 struct FilterJobServices : testing::Test {
+    const MsSafeCoInit apartment; // as the thread of a running filter has it
+
     CComPtr<SomeFilter> Initialized(FilterJob& job) {
         CComPtr<SomeFilter> filter;
         filter.Attach(new SomeFilter);

@@ -83,8 +83,8 @@ TEST_F(MsRenderFilterBaseTest, InitializeReadsTheJobThenRunsTheSteps) {
         return S_OK;
     };
     EXPECT_EQ(Initialize(), S_OK);
-    EXPECT_EQ(job.bag->reads,
-              (std::vector<std::wstring>{L"PrinterName", L"PrinterHandle", L"UserSecurityToken", L"PrintJobId"}));
+    EXPECT_EQ(job.bag->reads, (std::vector<std::wstring>{L"PrinterName", L"PrinterHandle",
+                                                         L"UserSecurityToken", L"PrintJobId"}));
     EXPECT_EQ(filter->journal, (Journal{"initialize", "connect"}));
     EXPECT_EQ(filter->GetIPrintPipelinePropertyBagPtr(), static_cast<IPrintPipelinePropertyBag*>(job.bag));
     filter.Release();
@@ -214,11 +214,17 @@ TEST(MsRenderFilterBase, KeepsItsSlots) {
 }
 
 TEST_F(MsRenderFilterBaseTest, KeepsTheOrderOfItsFields) {
-    const std::vector<const void*> fields{
-        &filter->m_printerName,   std::addressof(filter->m_printerHandle), &filter->m_userSecurityToken,
-        &filter->m_jobId,         std::addressof(filter->m_propertyBag),   std::addressof(filter->m_control),
-        &filter->m_liveness,      std::addressof(filter->m_communicator),  &filter->m_ticketManager,
-        &filter->m_outputFileName, &filter->m_outputDestination};
+    const std::vector<const void*> fields{&filter->m_printerName,
+                                          std::addressof(filter->m_printerHandle),
+                                          &filter->m_userSecurityToken,
+                                          &filter->m_jobId,
+                                          std::addressof(filter->m_propertyBag),
+                                          std::addressof(filter->m_control),
+                                          &filter->m_liveness,
+                                          std::addressof(filter->m_communicator),
+                                          &filter->m_ticketManager,
+                                          &filter->m_outputFileName,
+                                          &filter->m_outputDestination};
     EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end()));
 }
 

@@ -11,7 +11,8 @@
 
 namespace {
 
-// Writes down its steps; what a test puts into `during` runs within the step of that name and gives its result.
+// Writes down its steps; what a test puts into `during` runs within the step of that name and gives its
+// result.
 template <typename Base>
 class RecordingFilter : public Base {
 public:
@@ -56,7 +57,7 @@ struct RunningFilter {
         provider->parts = {document.p, sequence.p, fixedDocument.p, page.p};
     }
 
-    HRESULT Run() {
+    HRESULT RunJob() {
         EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
         return filter->StartOperation();
     }
@@ -84,7 +85,7 @@ TEST_F(XpsLoop, PassesAJobOnInOrder) {
     const auto secondDocument = MakeFake<FakeFixedDocument>();
     provider->parts = {document.p, sequence.p, fixedDocument.p, page.p, page.p, secondDocument.p, page.p};
     filter->during["page"] = [&] { return filter->GetPTManagerPtr() ? S_OK : E_UNEXPECTED; };
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     const Journal parts{"document", "sequence", "fixed document", "page", "page", "fixed document", "page"};
     Journal steps = parts;
     steps.push_back("finalize");
@@ -100,7 +101,7 @@ TEST_F(XpsLoop, PassesAJobOnInOrder) {
 
 TEST_F(XpsLoop, TellsNothingOfAJobWithoutPages) {
     provider->parts = {document.p, sequence.p, fixedDocument.p};
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     EXPECT_EQ(filter->journal, Journal{"finalize"});
     EXPECT_EQ(consumer->journal, Journal{"close"});
     EXPECT_EQ(filter->m_fixedDocumentCount, 1u);
@@ -113,7 +114,7 @@ TEST_F(XpsLoop, TellsNothingOfAJobWithoutPages) {
 TEST_F(XpsLoop, OnlyTheLastOfSeveralHeldPartsIsSeen) {
     const auto secondDocument = MakeFake<FakeFixedDocument>();
     provider->parts = {document.p, sequence.p, fixedDocument.p, secondDocument.p, page.p};
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "finalize"}));
     EXPECT_EQ(filter->lastFixedDocument, static_cast<IFixedDocument*>(secondDocument));
     EXPECT_EQ(filter->m_fixedDocumentCount, 2u);
@@ -121,15 +122,16 @@ TEST_F(XpsLoop, OnlyTheLastOfSeveralHeldPartsIsSeen) {
 
 TEST_F(XpsLoop, PageNeedsADocumentAheadOfIt) {
     provider->parts = {sequence.p, fixedDocument.p, page.p};
-    EXPECT_EQ(Run(), E_POINTER);
+    EXPECT_EQ(RunJob(), E_POINTER);
     EXPECT_EQ(filter->journal, Journal{"document"});
     EXPECT_EQ(consumer->journal, Journal{"close"});
 }
 
 TEST_F(StreamOutLoop, PageNeedsNothingAheadOfIt) {
     provider->parts = {page.p, MakeFake<FakeUnknownPart>().p, page.p};
-    EXPECT_EQ(Run(), S_OK);
-    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
+    EXPECT_EQ(RunJob(), S_OK);
+    EXPECT_EQ(filter->journal,
+              (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
     EXPECT_EQ(stream->timesClosed, 1);
     EXPECT_TRUE(consumer->journal.empty());
 }
@@ -137,7 +139,7 @@ TEST_F(StreamOutLoop, PageNeedsNothingAheadOfIt) {
 TEST_F(XpsLoop, UnknownPartsOvertakeTheHeldOnes) {
     provider->parts = {document.p, MakeFake<FakeUnknownPart>().p, sequence.p, fixedDocument.p, page.p};
     consumer->sendUnknownResult = E_FAIL; // does not matter
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     EXPECT_EQ(consumer->journal,
               (Journal{"unknown", "document", "sequence", "fixed document", "page", "close"}));
 }
@@ -145,7 +147,7 @@ TEST_F(XpsLoop, UnknownPartsOvertakeTheHeldOnes) {
 TEST_F(XpsLoop, FailingProviderEndsTheJob) {
     provider->failAt = 4;
     provider->failure = E_ABORT;
-    EXPECT_EQ(Run(), E_ABORT);
+    EXPECT_EQ(RunJob(), E_ABORT);
     EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page"}));
     EXPECT_EQ(consumer->journal.back(), "close");
     EXPECT_NE(filter->GetPTManagerPtr(), nullptr); // until the filter dies
@@ -156,8 +158,9 @@ TEST(XpsFilterBase, FailingStepEndsTheJobAndClosesTheWriter) {
     for (std::size_t failing = 0; failing < steps.size(); ++failing) {
         XpsFilterBaseTest test;
         test.filter->during[steps[failing]] = [] { return E_ACCESSDENIED; };
-        EXPECT_EQ(test.Run(), E_ACCESSDENIED) << steps[failing];
-        EXPECT_EQ(test.filter->journal, Journal(steps.begin(), steps.begin() + static_cast<long>(failing) + 1));
+        EXPECT_EQ(test.RunJob(), E_ACCESSDENIED) << steps[failing];
+        EXPECT_EQ(test.filter->journal,
+                  Journal(steps.begin(), steps.begin() + static_cast<long>(failing) + 1));
         EXPECT_EQ(test.consumer->journal.back(), "close");
         EXPECT_EQ(test.provider->asked, 4u);
     }
@@ -165,25 +168,25 @@ TEST(XpsFilterBase, FailingStepEndsTheJobAndClosesTheWriter) {
 
 TEST_F(XpsLoop, FailingSendIsTheResult) {
     consumer->sendResult = E_ABORT;
-    EXPECT_EQ(Run(), E_ABORT);
+    EXPECT_EQ(RunJob(), E_ABORT);
     EXPECT_EQ(consumer->journal, (Journal{"document", "close"}));
 }
 
 TEST_F(XpsLoop, FailureAtTheEndDoesNotCount) {
     filter->during["finalize"] = [] { return E_FAIL; };
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
 }
 
 TEST_F(XpsLoop, UnreadableUserTicketEndsTheJobAheadOfItsParts) {
     job.bag->failures = {{L"PerUserPrintTicket", E_ACCESSDENIED}};
-    EXPECT_EQ(Run(), E_ACCESSDENIED);
+    EXPECT_EQ(RunJob(), E_ACCESSDENIED);
     EXPECT_EQ(provider->asked, 0u);
     EXPECT_EQ(consumer->journal, Journal{"close"});
 }
 
 TEST_F(XpsLoop, PartWhoseTicketCannotBeMergedIsNotSent) {
     fixedDocument->ticket = MakeFake<FakePrintTicketPart>(L"/Metadata/Doc_PT.xml", "<not a ticket").p;
-    EXPECT_TRUE(FAILED(Run()));
+    EXPECT_TRUE(FAILED(RunJob()));
     EXPECT_EQ(consumer->journal, (Journal{"document", "sequence", "close"}));
 }
 
@@ -192,7 +195,7 @@ TEST(XpsFilterBase, ShutdownDuringTheFlushLeavesTheRest) {
     for (std::size_t at = 0; at < steps.size(); ++at) {
         XpsFilterBaseTest test;
         test.filter->during[steps[at]] = [&] { return test.filter->ShutdownOperation(); };
-        EXPECT_EQ(test.Run(), S_OK);
+        EXPECT_EQ(test.RunJob(), S_OK);
         Journal expected(steps.begin(), steps.begin() + static_cast<long>(at) + 1);
         Journal sent = expected;
         expected.push_back("finalize");
@@ -212,8 +215,9 @@ TEST_F(XpsLoop, ShutdownBetweenPartsEndsTheJobWithSuccess) {
     provider->beforePart = [&](std::size_t index) {
         if (index == 5) filter->ShutdownOperation();
     };
-    EXPECT_EQ(Run(), S_OK);
-    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
+    EXPECT_EQ(RunJob(), S_OK);
+    EXPECT_EQ(filter->journal,
+              (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
     EXPECT_EQ(consumer->journal.back(), "close");
 }
 
@@ -228,7 +232,7 @@ TEST_F(XpsLoop, ShutdownFromAnotherThreadEndsARunningJob) {
         isRunning.get_future().wait();
         EXPECT_EQ(filter->ShutdownOperation(), S_OK);
     });
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     other.join();
     EXPECT_EQ(filter->journal.back(), "finalize");
     EXPECT_EQ(consumer->journal.back(), "close");
@@ -249,7 +253,7 @@ TEST_F(XpsLoop, ShutdownFromAnotherThreadIsSeenWithinTheFlush) {
         EXPECT_EQ(filter->ShutdownOperation(), S_OK);
         isShutDown.set_value();
     });
-    EXPECT_EQ(Run(), S_OK);
+    EXPECT_EQ(RunJob(), S_OK);
     other.join();
     EXPECT_EQ(filter->journal, (Journal{"document", "finalize"}));
 }

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <ComSupport/ThrowHresult.h>
+
+#include <atlcomcli.h>
+#include <filterpipeline.h>
+
+// Throws CPComException unless what the pipeline connected has the interface that the filter expects.
+template <typename Interface>
+void CheckConnection(Interface* connection, const char* function) {
+    CComPtr<Interface> expected;
+    if (!connection) ThrowComException(E_POINTER, function);
+    ThrowIfFailed(connection->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&expected)),
+                  function);
+}
+
+// Takes reader and writer of a filter from the pipeline, and only then checks both. The pipeline hands out
+// the interface that its configuration names, so a pipeline of the wrong shape fails here, ahead of any page.
+template <typename Reader, typename Writer>
+void ConnectReaderAndWriter(IInterFilterCommunicator& communicator, CComPtr<Reader>& reader,
+                            CComPtr<Writer>& writer, const char* function) {
+    reader.Release();
+    ThrowIfFailed(communicator.RequestReader(reinterpret_cast<void**>(&reader)), function);
+    writer.Release();
+    ThrowIfFailed(communicator.RequestWriter(reinterpret_cast<void**>(&writer)), function);
+    CheckConnection(reader.p, function);
+    CheckConnection(writer.p, function);
+}

@@ -1,0 +1,327 @@
+#include "PrintTicketManager.h"
+
+#include <ComSupport/FailureBarrier.h>
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/ByteBuffer.h>
+#include <SystemServices/PrintJob.h>
+#include <SystemServices/SetThreadTokenWrapper.h>
+#include <SystemServices/User.h>
+#include <XpsParts/MsOMConvertor.h>
+
+#include <winspool.h>
+
+#include <utility>
+
+namespace {
+
+constexpr auto mergeFunction = "PrintTicketManager::MergeAndValidatePartPrintTicket";
+constexpr auto copyFunction = "PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart";
+
+// The page cache's key for pages without a ticket part.
+constexpr auto noPageTicketKey = L"(No Page PrintTicket for Page)";
+
+using Document = CComPtr<IXMLDOMDocument2>;
+
+Document Load(const CComPtr<IStream>& stream, const char* function) {
+    Document document;
+    ThrowIfFailed(CreateIXMLDOMDocumentFromIStream(stream, &document), function);
+    return document;
+}
+
+Document Clone(const Document& source, const char* function) {
+    Document document;
+    ThrowIfFailed(CreateCopyOfIXMLDOMDocument(source, &document), function);
+    return document;
+}
+
+// The document's text. A document that is not there yet is E_POINTER: its level was not merged.
+CComPtr<IStream> AsStream(const Document& document, const char* function) {
+    if (!document) ThrowComException(E_POINTER, function);
+    CComPtr<IStream> stream;
+    ThrowIfFailed(document->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&stream)), function);
+    return stream;
+}
+
+// Whether the job's own ticket leaves the passcode feature out.
+bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
+    PrintTicketXmlDocument ticket(GetIStreamFromPart(CComPtr<IPartBase>(partTicket)));
+    CComBSTR option;
+    CComBSTR optionPrefix;
+    try {
+        return FAILED(ticket.GetFeatureOption(ticket.GetKeywordsV11NsPrefix(),
+                                              PrintSchema::JobPasscode::FEATURE, &option, &optionPrefix));
+    } catch (const CPException&) {
+        return true;
+    }
+}
+
+void StripPasscode(const Document& document) {
+    PrintTicketXmlDocument ticket(document);
+    ThrowIfFailed(
+        ticket.DeleteFeatureNodeIfExists(ticket.GetKeywordsV11NsPrefix(), PrintSchema::JobPasscode::FEATURE),
+        mergeFunction);
+}
+
+template <typename Part>
+std::unique_ptr<PrintTicketXmlDocument> CopyTicketOf(Part* part) {
+    std::unique_ptr<PrintTicketXmlDocument> copy;
+    HRESULT hr = S_OK;
+    try {
+        if (!part) ThrowComException(E_POINTER, copyFunction);
+        CComPtr<IPartPrintTicket> ticket;
+        hr = part->GetPrintTicket(&ticket);
+        if (hr == E_ELEMENT_NOT_FOUND) return copy;
+        ThrowIfFailed(hr, copyFunction);
+        copy = std::make_unique<PrintTicketXmlDocument>(GetIStreamFromPart(CComPtr<IPartBase>(ticket)));
+    }
+    CATCH_VARIOUS(hr, copyFunction)
+    return copy;
+}
+
+} // namespace
+
+PrintTicketManager::PrintTicketManager()
+    : m_userToken(nullptr), m_jobTicketChanged(false), m_documentTicketChanged(false),
+      m_pageTicketChanged(false) {}
+
+PrintTicketManager::~PrintTicketManager() = default;
+
+PrintTicketManager::PrintTicketManager(PrintTicketManager& other) { CopyFrom(other); }
+
+PrintTicketManager& PrintTicketManager::operator=(PrintTicketManager& other) {
+    if (this != &other) CopyFrom(other);
+    return *this;
+}
+
+void PrintTicketManager::CopyFrom(PrintTicketManager& other) {
+    m_userToken = other.m_userToken;
+    m_printerName = other.m_printerName;
+    m_updatedTickets = other.m_updatedTickets;
+    m_provider = std::move(other.m_provider);
+    m_defaultTicket = other.m_defaultTicket;
+    m_jobTicket = other.m_jobTicket;
+    m_documentTicket = other.m_documentTicket;
+    m_pageTicket = other.m_pageTicket;
+    m_jobBaseTicket = other.m_jobBaseTicket;
+    m_documentBaseTicket = other.m_documentBaseTicket;
+    m_jobTicketChanged = other.m_jobTicketChanged;
+    m_documentTicketChanged = other.m_documentTicketChanged;
+    m_pageTicketChanged = other.m_pageTicketChanged;
+    m_pageTicketCache = other.m_pageTicketCache;
+    m_capabilitiesCache = other.m_capabilitiesCache;
+}
+
+HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName,
+                                       void* userToken) {
+    constexpr auto function = "PrintTicketManager::Initialize";
+    HRESULT hr = S_OK;
+    try {
+        if (!defaultTicket) return E_POINTER;
+        if (!printerName || !*printerName) return E_INVALIDARG;
+        m_printerName = printerName;
+        m_userToken = userToken;
+        m_provider = std::make_unique<MsSafeHPTProvider>(printerName, userToken);
+        const CComPtr<IStream> stream =
+            CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(defaultTicket));
+        if (!stream) ThrowComException(E_POINTER, function);
+        m_defaultTicket.Release();
+        m_defaultTicket = Load(stream, function);
+    }
+    CATCH_VARIOUS(hr, function)
+    return hr;
+}
+
+HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part) {
+    m_jobTicket.Release();
+    m_documentTicket.Release();
+    m_pageTicket.Release();
+    m_jobBaseTicket.Release();
+    m_documentBaseTicket.Release();
+    m_jobTicketChanged = m_documentTicketChanged = m_pageTicketChanged = false;
+    HRESULT hr = S_OK;
+    try {
+        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        MergeJobLevel_throws(*part);
+    }
+    CATCH_VARIOUS(hr, mergeFunction)
+    return hr;
+}
+
+HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocument* part) {
+    m_documentTicket.Release();
+    m_pageTicket.Release();
+    m_documentBaseTicket.Release();
+    m_documentTicketChanged = m_pageTicketChanged = false;
+    HRESULT hr = S_OK;
+    try {
+        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        MergeDocumentLevel_throws(*part);
+    }
+    CATCH_VARIOUS(hr, mergeFunction)
+    return hr;
+}
+
+HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedPage* part) {
+    m_pageTicket.Release();
+    m_pageTicketChanged = false;
+    HRESULT hr = S_OK;
+    try {
+        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        MergePageLevel_throws(*part);
+    }
+    CATCH_VARIOUS(hr, mergeFunction)
+    return hr;
+}
+
+void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
+    CComPtr<IPartPrintTicket> partTicket;
+    HRESULT ticketResult = S_OK;
+    bool stripPasscode = false;
+    // What goes wrong here is reported and no more: the merge goes on with the ticket as far as it was
+    // obtained, and says for itself what is wrong with it.
+    try {
+        ticketResult = part.GetPrintTicket(&partTicket);
+        if (SUCCEEDED(ticketResult)) stripPasscode = LacksPasscode(partTicket);
+    } catch (...) {
+        ReportCaughtException(mergeFunction);
+    }
+    if (ticketResult == E_ELEMENT_NOT_FOUND) {
+        m_jobTicket = Clone(m_defaultTicket, mergeFunction);
+        m_jobBaseTicket = Clone(m_defaultTicket, mergeFunction);
+        return;
+    }
+    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
+        AsStream(m_defaultTicket, mergeFunction), partTicket, kPTJobScope);
+    // The passcode of the printer's default must not lock a job that did not ask for one.
+    m_jobTicket = Load(merged, mergeFunction);
+    if (stripPasscode) StripPasscode(m_jobTicket);
+    m_jobBaseTicket = Load(merged, mergeFunction);
+    if (stripPasscode) StripPasscode(m_jobBaseTicket);
+}
+
+void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
+    CComPtr<IPartPrintTicket> partTicket;
+    if (part.GetPrintTicket(&partTicket) == E_ELEMENT_NOT_FOUND) {
+        m_documentTicket = Clone(m_jobBaseTicket, mergeFunction);
+        m_documentBaseTicket = Clone(m_jobBaseTicket, mergeFunction);
+        return;
+    }
+    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
+        AsStream(m_jobBaseTicket, mergeFunction), partTicket, kPTDocumentScope);
+    m_documentTicket = Load(merged, mergeFunction);
+    m_documentBaseTicket = Load(merged, mergeFunction);
+}
+
+void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
+    CComPtr<IPartPrintTicket> partTicket;
+    const HRESULT ticketResult = part.GetPrintTicket(&partTicket);
+    if (ticketResult == E_ELEMENT_NOT_FOUND) {
+        m_pageTicket = Clone(m_documentBaseTicket, mergeFunction);
+        return;
+    }
+    // The key stays empty if the URI cannot be had for another reason than that there is none.
+    CXString key;
+    if (ticketResult == S_OK) {
+        CComBSTR uri;
+        const HRESULT uriResult = partTicket->GetUri(&uri);
+        if (SUCCEEDED(uriResult)) key = static_cast<const wchar_t*>(uri);
+        if (uriResult == E_ELEMENT_NOT_FOUND) key = noPageTicketKey;
+    }
+    if (SUCCEEDED(m_pageTicketCache.TryGetPrintSchemaDomFromCache(key, &m_pageTicket))) return;
+
+    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
+        AsStream(m_documentBaseTicket, mergeFunction), partTicket, kPTPageScope);
+    m_pageTicket = Load(merged, mergeFunction);
+    ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, m_pageTicket), mergeFunction);
+}
+
+// Does no caching, whatever its name says: the callers do.
+CComPtr<IStream> PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws(
+    const CComPtr<IStream>& base, const CComPtr<IPartPrintTicket>& partTicket, EPrintTicketScope scope) {
+    constexpr auto function = "PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws";
+    CComPtr<IStream> delta;
+    if (partTicket) delta = GetIStreamFromPart(CComPtr<IPartBase>(partTicket));
+    ThrowIfFailed(base->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr), function);
+    CComPtr<IStream> result;
+    ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &result), function);
+    if (!m_provider) ThrowComException(E_POINTER, function);
+    m_provider->PTMergeAndValidatePrintTicket_throws(base, delta, scope, result);
+    return result;
+}
+
+IXMLDOMDocument2* PrintTicketManager::GetPtrToDefaultPrintTicketForReading() { return m_defaultTicket; }
+
+IXMLDOMDocument2* PrintTicketManager::GetPtrToJobPrintTicketForReading() { return m_jobTicket; }
+
+IXMLDOMDocument2* PrintTicketManager::GetPtrToDocPrintTicketForReading() { return m_documentTicket; }
+
+IXMLDOMDocument2* PrintTicketManager::GetPtrToPagePrintTicketForReading() { return m_pageTicket; }
+
+std::unique_ptr<PrintTicketXmlDocument>
+PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part) {
+    return CopyTicketOf(part);
+}
+
+std::unique_ptr<PrintTicketXmlDocument>
+PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart(IFixedDocument* part) {
+    return CopyTicketOf(part);
+}
+
+std::unique_ptr<PrintTicketXmlDocument>
+PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart(IFixedPage* part) {
+    return CopyTicketOf(part);
+}
+
+bool PrintTicketManager::GetJobPtChangedFlag() const { return m_jobTicketChanged; }
+
+bool PrintTicketManager::GetDocPtChangedFlag() const { return m_documentTicketChanged; }
+
+bool PrintTicketManager::GetPagePtChangedFlag() const { return m_pageTicketChanged; }
+
+void PrintTicketManager::SetJobPtChangedFlag(bool changed) { m_jobTicketChanged = changed; }
+
+void PrintTicketManager::SetDocPtChangedFlag(bool changed) { m_documentTicketChanged = changed; }
+
+void PrintTicketManager::SetPagePtChangedFlag(bool changed) { m_pageTicketChanged = changed; }
+
+HRESULT PrintTicketManager::AddUpdatedPrintTicketToMap(IPartPrintTicket* ticket) {
+    if (!ticket) return E_POINTER;
+    CComBSTR uri;
+    const HRESULT hr = ticket->GetUri(&uri);
+    if (SUCCEEDED(hr)) m_updatedTickets.emplace(static_cast<const wchar_t*>(uri), ticket);
+    return hr;
+}
+
+HRESULT PrintTicketManager::GetUpdatedPrintTicketFromMap(CXString& uri, IPartPrintTicket** ticket) {
+    if (!ticket) return E_POINTER;
+    const auto found = m_updatedTickets.find(uri);
+    *ticket = found != m_updatedTickets.end() ? found->second.p : nullptr;
+    return found != m_updatedTickets.end() ? S_OK : S_FALSE;
+}
+
+HRESULT PrintTicketManager::ClearPerJobInMemoryDomDocumentCaches() {
+    m_pageTicketCache.ClearCache();
+    m_capabilitiesCache.ClearCache();
+    return S_OK;
+}
+
+HRESULT PrintTicketManager::GetJobNameUserNameAndDomainName(ULONG jobId, void* printerHandle,
+                                                            CXString& jobName, CXString& userName,
+                                                            CXString& domain) {
+    jobName.Empty();
+    userName.Empty();
+    domain.Empty();
+    const SetThreadTokenWrapper impersonation(m_userToken);
+    User::GetCurrentUsersDomain(domain);
+    const ByteBuffer info = PrintJob::GetJobInfo(printerHandle, jobId, 1, false);
+    if (info.size() >= sizeof(JOB_INFO_1W)) {
+        const auto& job = *reinterpret_cast<const JOB_INFO_1W*>(info.getLpbyte());
+        jobName = job.pDocument;
+        userName = job.pUserName;
+    }
+    return jobName.IsEmpty() || userName.IsEmpty() ? E_FAIL : S_OK;
+}
+
+void* PrintTicketManager::GetUserToken() const { return m_userToken; }
+
+CXString PrintTicketManager::GetPrinterName() const { return m_printerName; }

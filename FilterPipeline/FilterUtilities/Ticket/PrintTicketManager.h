@@ -1,0 +1,106 @@
+#pragma once
+
+#include "MsSafeHPTProvider.h"
+
+#include <ComSupport/FilterUtilitiesExport.h>
+#include <LowLevelFacilities/CXString.h>
+#include <PrintSchema/DomDocumentCache.h>
+#include <PrintSchema/PrintTicketXmlDocument.h>
+
+#include <atlcomcli.h>
+#include <filterpipeline.h>
+#include <msxml6.h>
+
+#include <map>
+#include <memory>
+
+// The chain of merged tickets of one job: the printer's default, under the job's, under the document's, under
+// the page's. Between calls it holds the complete ticket of the current job, document and page. A level is
+// merged after the one above it. Belongs to one filter and its thread. Operations with a result let no
+// exception out, unless it says so.
+class OV_FILTER_UTILITIES_API PrintTicketManager {
+public:
+    PrintTicketManager();
+    virtual ~PrintTicketManager();
+
+    // A copy shares the tickets and takes the provider away from its source.
+    PrintTicketManager(PrintTicketManager& other);
+    PrintTicketManager& operator=(PrintTicketManager& other);
+
+    // Opens the provider of the printer and reads its default ticket. The token is not owned. E_POINTER for a
+    // null ticket, E_INVALIDARG for an empty name.
+    HRESULT Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName, void* userToken);
+
+    // Make the ticket of the part's level, and forget those of the levels below.
+    HRESULT MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part);
+    HRESULT MergeAndValidatePartPrintTicket(IFixedDocument* part);
+    HRESULT MergeAndValidatePartPrintTicket(IFixedPage* part);
+
+    // Without a reference; null until the level is merged.
+    IXMLDOMDocument2* GetPtrToDefaultPrintTicketForReading();
+    IXMLDOMDocument2* GetPtrToJobPrintTicketForReading();
+    IXMLDOMDocument2* GetPtrToDocPrintTicketForReading();
+    IXMLDOMDocument2* GetPtrToPagePrintTicketForReading();
+
+    // The part's own ticket, unmerged and independent of the part; empty if it has none or it cannot be read.
+    std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part);
+    std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocument* part);
+    std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedPage* part);
+
+    // Whether the level's ticket was edited since it was merged.
+    bool GetJobPtChangedFlag() const;
+    bool GetDocPtChangedFlag() const;
+    bool GetPagePtChangedFlag() const;
+    void SetJobPtChangedFlag(bool changed);
+    void SetDocPtChangedFlag(bool changed);
+    void SetPagePtChangedFlag(bool changed);
+
+    // Remembers an edited ticket part by its URI, with a reference. The first of a URI stays. E_POINTER for
+    // null.
+    HRESULT AddUpdatedPrintTicketToMap(IPartPrintTicket* ticket);
+
+    // S_FALSE and null for a URI that is not known. No reference is added.
+    HRESULT GetUpdatedPrintTicketFromMap(CXString& uri, IPartPrintTicket** ticket);
+
+    // Forgets the merged page tickets and the capabilities.
+    HRESULT ClearPerJobInMemoryDomDocumentCaches();
+
+    // S_OK if the spooler knows both a document name and a user name, else E_FAIL. Throws CPComException if
+    // the thread cannot take the user's token.
+    HRESULT GetJobNameUserNameAndDomainName(ULONG jobId, void* printerHandle, CXString& jobName,
+                                            CXString& userName, CXString& domain);
+
+    void* GetUserToken() const;
+    CXString GetPrinterName() const;
+
+private:
+    struct ByText {
+        bool operator()(const CXString& left, const CXString& right) const { return left.Compare(right) < 0; }
+    };
+
+    CComPtr<IStream> MergeAndValidatePrintTicket_Cached_throws(const CComPtr<IStream>& base,
+                                                               const CComPtr<IPartPrintTicket>& partTicket,
+                                                               EPrintTicketScope scope);
+    void CopyFrom(PrintTicketManager& other);
+    void MergeJobLevel_throws(IFixedDocumentSequence& part);
+    void MergeDocumentLevel_throws(IFixedDocument& part);
+    void MergePageLevel_throws(IFixedPage& part);
+
+    void* m_userToken;
+    CXString m_printerName;
+    std::map<CXString, CComPtr<IPartPrintTicket>, ByText> m_updatedTickets;
+    std::unique_ptr<MsSafeHPTProvider> m_provider;
+    CComPtr<IXMLDOMDocument2> m_defaultTicket;
+    CComPtr<IXMLDOMDocument2> m_jobTicket;
+    CComPtr<IXMLDOMDocument2> m_documentTicket;
+    CComPtr<IXMLDOMDocument2> m_pageTicket;
+    // What the next level is merged on: never handed out, so that an edit of the tickets above does not reach
+    // it.
+    CComPtr<IXMLDOMDocument2> m_jobBaseTicket;
+    CComPtr<IXMLDOMDocument2> m_documentBaseTicket;
+    bool m_jobTicketChanged;
+    bool m_documentTicketChanged;
+    bool m_pageTicketChanged;
+    DomDocumentCache m_pageTicketCache;
+    DomDocumentCache m_capabilitiesCache;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+// From the pipeline's part objects to memory streams and package URIs. Each function throws CPComException
+// with the failing HRESULT.
+
+#include <ComSupport/FilterUtilitiesExport.h>
+
+#include <atlcomcli.h>
+#include <filterpipeline.h>
+#include <msopc.h>
+
+// A copy of the part's bytes, positioned at its start. A null part is E_INVALIDARG.
+OV_FILTER_UTILITIES_API CComPtr<IStream> GetIStreamFromPart(const CComPtr<IPartBase>& part);
+
+// A copy in memory of the whole stream, whatever its position was; the copy is positioned at its start. A
+// null reader is E_INVALIDARG.
+OV_FILTER_UTILITIES_API CComPtr<IStream>
+CreateIStreamFromIPrintReadStream(const CComPtr<IPrintReadStream>& reader);
+
+// The part's name as a package URI.
+OV_FILTER_UTILITIES_API CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,
+                                                                      const CComPtr<IOpcFactory>& factory);

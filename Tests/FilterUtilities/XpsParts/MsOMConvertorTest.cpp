@@ -1,0 +1,73 @@
+#include "Support/FakeParts.h"
+
+#include <LowLevelFacilities/CPComException.h>
+#include <XpsParts/MsOMConvertor.h>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+
+namespace {
+
+HRESULT ResultOf(const std::function<void()>& body) {
+    try {
+        body();
+        return S_OK;
+    } catch (const CPComException& failure) {
+        return failure.GetHresult();
+    }
+}
+
+ULONGLONG PositionOf(IStream* stream) {
+    ULARGE_INTEGER position{};
+    stream->Seek(LARGE_INTEGER{}, STREAM_SEEK_CUR, &position);
+    return position.QuadPart;
+}
+
+TEST(CreateIStreamFromIPrintReadStream, CopiesTheWholeStreamWhereverItStood) {
+    const std::string bytes = std::string(100000, 'x') + "end";
+    for (const ULONG chunk : {1u, 7u, 4096u, 0xFFFFFFFFu}) {
+        for (const bool tellsEndOfFile : {true, false}) {
+            const auto reader = MakeFake<MemoryReadStream>(chunk == 1 ? "few bytes" : bytes);
+            reader->mostBytesAtATime = chunk;
+            reader->tellsEndOfFile = tellsEndOfFile;
+            reader->Seek(5, STREAM_SEEK_SET, nullptr);
+            const CComPtr<IStream> copy =
+                CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(reader));
+            ASSERT_TRUE(copy);
+            EXPECT_EQ(PositionOf(copy), 0u);
+            EXPECT_EQ(ReadAll(copy), chunk == 1 ? "few bytes" : bytes) << chunk;
+        }
+    }
+}
+
+TEST(CreateIStreamFromIPrintReadStream, EmptyStreamGivesAnEmptyCopy) {
+    const CComPtr<IStream> copy =
+        CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(MakeFake<MemoryReadStream>("")));
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(PositionOf(copy), 0u);
+    EXPECT_EQ(ReadAll(copy), "");
+}
+
+TEST(CreateIStreamFromIPrintReadStream, FailuresAreThrown) {
+    const auto reader = MakeFake<MemoryReadStream>("bytes");
+    reader->readResult = E_ACCESSDENIED;
+    EXPECT_EQ(ResultOf([&] { CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(reader)); }),
+              E_ACCESSDENIED);
+    reader->seekResult = E_PENDING;
+    EXPECT_EQ(ResultOf([&] { CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(reader)); }),
+              E_PENDING);
+    EXPECT_EQ(reader->References(), 1u);
+    EXPECT_EQ(ResultOf([] { CreateIStreamFromIPrintReadStream(nullptr); }), E_INVALIDARG);
+}
+
+TEST(GetIStreamFromPart, CopiesThePartAndRefusesNone) {
+    const auto part = MakeFake<FakeImagePart>(L"/Resources/1.png", "image bytes");
+    EXPECT_EQ(ReadAll(GetIStreamFromPart(CComPtr<IPartBase>(part))), "image bytes");
+    part->streamResult = E_PENDING;
+    EXPECT_EQ(ResultOf([&] { GetIStreamFromPart(CComPtr<IPartBase>(part)); }), E_PENDING);
+    EXPECT_EQ(ResultOf([] { GetIStreamFromPart(nullptr); }), E_INVALIDARG);
+}
+
+} // namespace
