@@ -4,12 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <future>
 #include <map>
 #include <thread>
 
 namespace {
+
+// So that a fault shows as a failure, not as a test that hangs.
+constexpr std::chrono::seconds patience{20};
 
 // Writes down its steps; what a test puts into `during` runs within the step of that name and gives its
 // result.
@@ -229,7 +233,7 @@ TEST_F(XpsLoop, ShutdownFromAnotherThreadEndsARunningJob) {
         if (index == 20) isRunning.set_value();
     };
     std::thread other([&] {
-        isRunning.get_future().wait();
+        isRunning.get_future().wait_for(patience);
         EXPECT_EQ(filter->ShutdownOperation(), S_OK);
     });
     EXPECT_EQ(RunJob(), S_OK);
@@ -245,11 +249,11 @@ TEST_F(XpsLoop, ShutdownFromAnotherThreadIsSeenWithinTheFlush) {
     std::promise<void> isShutDown;
     filter->during["document"] = [&] {
         isFlushing.set_value();
-        isShutDown.get_future().wait();
+        isShutDown.get_future().wait_for(patience);
         return S_OK;
     };
     std::thread other([&] {
-        isFlushing.get_future().wait();
+        isFlushing.get_future().wait_for(patience);
         EXPECT_EQ(filter->ShutdownOperation(), S_OK);
         isShutDown.set_value();
     });
