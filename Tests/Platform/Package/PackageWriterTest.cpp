@@ -1,0 +1,261 @@
+#include "Package/PackageWriter.h"
+#include "Package/PackageReader.h"
+
+#include <Support/TemporaryFolder.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <msopc.h>
+
+#include <functional>
+#include <random>
+#include <thread>
+
+#include <csignal>
+
+#include <sys/resource.h>
+
+using namespace OvPlatform;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+void Add(PackageWriter& writer, const std::string& name, const std::string& bytes,
+         const std::string& type = "text/xml", PackageCompression compression = PackageCompression::Normal) {
+    const auto sink = writer.AddPart(name, type, compression);
+    sink->Write(bytes.data(), bytes.size());
+    sink->Close();
+}
+
+std::string Noise(std::size_t size, unsigned seed) {
+    std::mt19937 random(seed);
+    std::string noise(size, '\0');
+    for (char& c : noise)
+        c = static_cast<char>(random());
+    return noise;
+}
+
+std::pair<HRESULT, std::string> Failure(const std::function<void()>& call) {
+    try {
+        call();
+        return {S_OK, ""};
+    } catch (const PackageError& error) {
+        return {error.Result(), error.what()};
+    }
+}
+
+class PackageWriterTest : public testing::Test {
+protected:
+    TemporaryFolder m_folder;
+    const std::filesystem::path m_target = m_folder / "out.xps";
+};
+
+} // namespace
+
+TEST_F(PackageWriterTest, WritesWhatTheReaderReads) {
+    const auto writer = PackageWriter::Create(m_target);
+    const std::string noise = Noise(300000, 1);
+    Add(*writer, "/a/page.xml", "<page/>");
+    Add(*writer, "/a/font.odttf", noise, "font/x", PackageCompression::None);
+    Add(*writer, "/other.xml", std::string(100000, 'x'), "other/type", PackageCompression::Small);
+    Add(*writer, "/noextension", "", "odd/type", PackageCompression::Fast);
+    EXPECT_EQ(writer->AddRelationship("/", "urn:start", "/a/page.xml"), "R1");
+    EXPECT_EQ(writer->AddRelationship("/", "urn:start", "/a/page.xml"), "R1") << "said already";
+    EXPECT_EQ(writer->AddRelationship("/", "urn:<&\">", "http://x/?a&b", true), "R2");
+    EXPECT_EQ(writer->AddRelationship("/a/page.xml", "urn:font", "/a/font.odttf", false, "R2"), "R2");
+    EXPECT_EQ(writer->AddRelationship("/a/page.xml", "urn:other", "/other.xml"), "R3");
+    EXPECT_EQ(writer->BytesWritten(), 7 + 300000 + 100000u);
+    writer->Finish();
+    EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+
+    const auto package = PackageReader::Open(m_target);
+    std::vector<std::string> parts;
+    for (const PackagePart& part : package->Parts())
+        parts.push_back(part.name + " " + part.contentType);
+    EXPECT_THAT(parts, ElementsAre("/a/page.xml text/xml", "/a/font.odttf font/x", "/other.xml other/type",
+                                   "/noextension odd/type"));
+    EXPECT_EQ(package->ReadPart("/a/font.odttf", 1 << 20), noise);
+    EXPECT_EQ(package->ReadPart("/other.xml", 1 << 20), std::string(100000, 'x'));
+    EXPECT_EQ(package->ReadPart("/noextension", 0), "");
+    EXPECT_EQ(package->Find("/a/font.odttf")->storedSize, 300000u);
+    EXPECT_LT(package->Find("/other.xml")->storedSize, 1000u);
+    const auto root = package->Relationships("/");
+    ASSERT_EQ(root.size(), 2u);
+    EXPECT_EQ(root[0].targetPart, "/a/page.xml");
+    EXPECT_EQ(root[1].target, "http://x/?a&b");
+    EXPECT_EQ(root[1].type, "urn:<&\">");
+    const auto page = package->Relationships("/a/page.xml");
+    ASSERT_EQ(page.size(), 2u);
+    EXPECT_EQ(page[0].target, "font.odttf");
+    EXPECT_EQ(page[1].targetPart, "/other.xml");
+}
+
+TEST_F(PackageWriterTest, TakesPartsSideBySideAndGivesTheSameBytes) {
+    const std::string noise[] = {Noise(400000, 1), Noise(400000, 2), std::string(500000, 'z')};
+    const auto write = [&](const std::filesystem::path& target) {
+        const auto writer = PackageWriter::Create(target);
+        std::unique_ptr<PackagePartSink> sinks[3];
+        for (int i = 0; i < 3; ++i)
+            sinks[i] = writer->AddPart("/" + std::to_string(i), "t",
+                                       i ? PackageCompression::Normal : PackageCompression::None);
+        for (std::size_t at = 0; at < 500000; at += 50000)
+            for (int i = 2; i >= 0; --i)
+                if (at < noise[i].size()) sinks[i]->Write(noise[i].data() + at, 50000);
+        for (const auto& sink : sinks)
+            sink->Close();
+        writer->Finish();
+    };
+    write(m_target);
+    write(m_folder / "again.xps");
+    EXPECT_EQ(TemporaryFolder::Read(m_target), TemporaryFolder::Read(m_folder / "again.xps"));
+    const auto package = PackageReader::Open(m_target);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(package->ReadPart("/" + std::to_string(i), 1 << 20), noise[i]);
+}
+
+TEST_F(PackageWriterTest, TakesPartsFromSeveralThreads) {
+    const auto writer = PackageWriter::Create(m_target);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < 50; ++i) {
+                const std::string name = "/t" + std::to_string(t) + "/" + std::to_string(i);
+                Add(*writer, name, name);
+                writer->AddRelationship("/", "urn:x", name);
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    writer->Finish();
+    const auto package = PackageReader::Open(m_target);
+    EXPECT_EQ(package->Parts().size(), 200u);
+    EXPECT_EQ(package->Relationships("/").size(), 200u);
+    for (const PackagePart& part : package->Parts())
+        EXPECT_EQ(package->ReadPart(part.name, 100), part.name);
+}
+
+TEST_F(PackageWriterTest, LeavesNothingBehindUnlessFinished) {
+    m_folder.Write("out.xps", "before");
+    {
+        const auto writer = PackageWriter::Create(m_target);
+        Add(*writer, "/a", Noise(1 << 20, 1));
+        EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+    }
+    EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+    EXPECT_EQ(TemporaryFolder::Read(m_target), "before");
+
+    // A sink may outlive its writer.
+    auto writer = PackageWriter::Create(m_target);
+    const auto sink = writer->AddPart("/a", "t", PackageCompression::Normal);
+    writer.reset();
+    sink->Write("x", 1);
+    sink->Close();
+    EXPECT_EQ(TemporaryFolder::Read(m_target), "before");
+
+    EXPECT_EQ(Failure([&] { PackageWriter::Create(m_folder / "none/out.xps"); }).first,
+              HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND));
+}
+
+TEST_F(PackageWriterTest, LeavesOutPartsThatWereNotClosed) {
+    const auto writer = PackageWriter::Create(m_target);
+    writer->AddPart("/gone", "t", PackageCompression::Normal)->Write("abc", 3);
+    EXPECT_FALSE(writer->HasPart("/gone"));
+    Add(*writer, "/again", "first");
+    writer->AddPart("/AGAIN2", "t", PackageCompression::Normal)->Write("abc", 3);
+    Add(*writer, "/again2", "second");
+    writer->Finish();
+    const auto package = PackageReader::Open(m_target);
+    EXPECT_EQ(package->Parts().size(), 2u);
+    EXPECT_EQ(package->ReadPart("/again2", 100), "second");
+}
+
+TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
+    const auto writer = PackageWriter::Create(m_target);
+    Add(*writer, "/a/b", "x");
+    const struct {
+        const char* what;
+        std::function<void()> call;
+        HRESULT result;
+    } rows[] = {
+        {"name twice", [&] { Add(*writer, "/A/B", "x"); }, OPC_E_DUPLICATE_PART},
+        {"name extended", [&] { Add(*writer, "/a/b/c", "x"); }, OPC_E_DUPLICATE_PART},
+        {"name that extends", [&] { Add(*writer, "/A", "x"); }, OPC_E_DUPLICATE_PART},
+        {"no name", [&] { Add(*writer, "a", "x"); }, OPC_E_NONCONFORMING_URI},
+        {"relationships part", [&] { Add(*writer, "/_rels/.rels", "x"); }, OPC_E_NONCONFORMING_URI},
+        {"no type", [&] { Add(*writer, "/c", "x", ""); }, OPC_E_INVALID_CONTENT_TYPE},
+        {"target that is no part", [&] { writer->AddRelationship("/", "t", "../x"); },
+         OPC_E_INVALID_RELATIONSHIP_TARGET},
+        {"id twice",
+         [&] {
+             writer->AddRelationship("/a/b", "t", "/a/b", false, "I");
+             writer->AddRelationship("/a/b", "u", "/a/b", false, "I");
+         },
+         OPC_E_DUPLICATE_RELATIONSHIP},
+    };
+    for (const auto& row : rows) {
+        const auto [result, text] = Failure(row.call);
+        EXPECT_EQ(result, row.result) << row.what << ": " << text;
+    }
+
+    const auto open = writer->AddPart("/open", "t", PackageCompression::Normal);
+    EXPECT_THAT(Failure([&] { writer->Finish(); }).second, HasSubstr("/open: the part was not closed"));
+    open->Close();
+    EXPECT_EQ(Failure([&] { open->Write("x", 1); }).first, E_UNEXPECTED);
+    writer->AddRelationship("/a/b", "t", "/missing");
+    const auto [result, text] = Failure([&] { writer->Finish(); });
+    EXPECT_EQ(result, OPC_E_NO_SUCH_PART);
+    EXPECT_THAT(text, HasSubstr("/a/_rels/b.rels: the relationship 'R2' leads to '/missing'"));
+    EXPECT_THAT(m_folder.Names(), IsEmpty());
+    Add(*writer, "/missing", "now there");
+    writer->Finish();
+    EXPECT_EQ(Failure([&] { writer->Finish(); }).first, E_UNEXPECTED);
+    EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+}
+
+TEST_F(PackageWriterTest, SaysThatTheDiskIsFull) {
+    // A limit on the size of files stands for a disk that is full; it acts on this process alone.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto ignored = signal(SIGXFSZ, SIG_IGN);
+    auto writer = PackageWriter::Create(m_target);
+    rlimit small = before;
+    small.rlim_cur = 100000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const std::string noise = Noise(1 << 20, 1);
+    const auto [result, text] = Failure([&] {
+        for (int i = 0; i < 8; ++i)
+            Add(*writer, "/" + std::to_string(i), noise);
+        writer->Finish();
+    });
+    writer.reset();
+    setrlimit(RLIMIT_FSIZE, &before);
+    signal(SIGXFSZ, ignored);
+    EXPECT_EQ(result, HRESULT_FROM_WIN32(ERROR_WRITE_FAULT)) << text;
+    EXPECT_THAT(text, HasSubstr("cannot be written"));
+    EXPECT_THAT(m_folder.Names(), IsEmpty());
+}
+
+TEST_F(PackageWriterTest, KeepsMemoryFlatForALargePart) {
+    const auto peak = [] {
+        rusage usage{};
+        getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss; // KiB
+    };
+    const std::string block = Noise(1 << 20, 3);
+    const long before = peak();
+    const auto writer = PackageWriter::Create(m_target);
+    const auto sink = writer->AddPart("/large", "t", PackageCompression::Fast);
+    for (int i = 0; i < 64; ++i)
+        sink->Write(block.data(), block.size());
+    sink->Close();
+    writer->Finish();
+    const auto stream = PackageReader::Open(m_target)->OpenPart("/large");
+    std::string buffer(1 << 20, '\0');
+    std::uint64_t size = 0;
+    while (const std::size_t count = stream->Read(buffer.data(), buffer.size()))
+        size += count;
+    EXPECT_EQ(size, std::uint64_t{32} << 20);
+    EXPECT_LT(peak() - before, 16 << 10) << "KiB for a part of 32 MiB";
+}
