@@ -45,9 +45,21 @@ VARIANT Borrowed(BSTR text) {
     return variant;
 }
 
-bool AreEqual(BSTR left, BSTR right) {
+bool AreEqual(BSTR left, BSTR right, const char* function) {
+    const auto isPlain = [](BSTR text) {
+        return std::all_of(text, text + ::SysStringLen(text),
+                           [](wchar_t unit) { return unit >= L' ' && unit <= L'~'; });
+    };
+    // Texts of visible ASCII are equal for every language only if they are equal unit by unit. Names and
+    // namespaces are such texts; asking the language's rules costs more than reading the document.
+    if (isPlain(left) && isPlain(right)) {
+        const std::size_t length = ::SysStringLen(left);
+        return length == ::SysStringLen(right) && std::equal(left, left + length, right);
+    }
     constexpr LCID userLocale = 1024;
-    return ::VarBstrCmp(left, right, userLocale, 0) == static_cast<HRESULT>(VARCMP_EQ);
+    const HRESULT order = ::VarBstrCmp(left, right, userLocale, 0);
+    ThrowIfFailed(order, function);
+    return order == static_cast<HRESULT>(VARCMP_EQ);
 }
 
 } // namespace PrintSchemaText

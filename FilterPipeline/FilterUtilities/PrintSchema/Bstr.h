@@ -36,6 +36,6 @@ float RealOf(const CComBSTR& text);
 VARIANT Borrowed(BSTR text);
 
 /// Whether two texts are equal in the platform's comparison of BSTRs, as names and namespaces are compared.
-bool AreEqual(BSTR left, BSTR right);
+bool AreEqual(BSTR left, BSTR right, const char* function);
 
 } // namespace PrintSchemaText

@@ -210,7 +210,7 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t*
         MsSafeVariant value;
         hr = attribute->get_nodeValue(&value);
         if (FAILED(hr)) return hr;
-        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted)) continue;
+        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted, function)) continue;
 
         CComBSTR name;
         hr = attribute->get_nodeName(&name);
@@ -456,7 +456,7 @@ HRESULT PrintSchemaXmlDocument::FindValueNode(const wchar_t* xpath, CComPtr<IXML
         ThrowIfFailed(inits->nextNode(&init), function);
         if (!init) return S_FALSE;
         CComBSTR name;
-        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) && AreEqual(name, wanted)) {
+        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) && AreEqual(name, wanted, function)) {
             out = init;
             return S_OK;
         }

@@ -445,7 +445,7 @@ HRESULT PrintTicketXmlDocument::DeleteParamInitOrphans(IXMLDOMNodeList* refs, IX
             ThrowIfFailed(refs->get_item(index, &ref), function);
             CComBSTR refName;
             if (ref && ReadAttribute(ref, PrintSchema::NAME_ATTRIBUTE_NAME, refName, function) &&
-                AreEqual(refName, name))
+                AreEqual(refName, name, function))
                 return true;
         }
         return false;

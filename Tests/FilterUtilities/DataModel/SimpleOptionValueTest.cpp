@@ -1,0 +1,81 @@
+#include <DataModel/FeatureIds.h>
+#include <DataModel/SimpleOptionValue.h>
+
+#include <gtest/gtest.h>
+
+using namespace DataModelIds;
+
+TEST(SimpleOptionValue, IsSpecifiedByItsValueUnlessToldOtherwise) {
+    const struct {
+        SimpleOptionValue value;
+        bool isSpecified;
+        tagValueEnum stored;
+        tagValueEnum withState;
+    } cases[] = {
+        {{}, false, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
+        {{VAL_UNSPECIFIED}, false, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
+        {{VAL_SIDES_ONE_SIDED}, true, VAL_SIDES_ONE_SIDED, VAL_SIDES_ONE_SIDED},
+        {{false, VAL_PAGE_LAYOUT_NUP_1}, false, VAL_PAGE_LAYOUT_NUP_1, VAL_UNSPECIFIED},
+        {{true, VAL_UNSPECIFIED}, true, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
+    };
+    for (const auto& expected : cases) {
+        EXPECT_EQ(expected.value.IsSpecified(), expected.isSpecified);
+        EXPECT_EQ(expected.value.GetValue(), expected.stored);
+        EXPECT_EQ(expected.value.GetValuePlusSpecifiedState(), expected.withState);
+    }
+}
+
+TEST(SimpleOptionValue, NeverBecomesASpecifiedNothing) {
+    SimpleOptionValue value;
+    value.SetIsSpecified(true);
+    EXPECT_FALSE(value.IsSpecified());
+
+    value.SetValue(VAL_JOB_TYPE_NORMAL_PRINT);
+    EXPECT_TRUE(value.IsSpecified());
+    value.SetIsSpecified(false);
+    EXPECT_EQ(value.GetValue(), VAL_JOB_TYPE_NORMAL_PRINT);
+    value.SetIsSpecified(true);
+    EXPECT_TRUE(value.IsSpecified());
+    value.SetValue(VAL_UNSPECIFIED);
+    EXPECT_FALSE(value.IsSpecified());
+
+    // One that was made so keeps its state.
+    SimpleOptionValue odd(true, VAL_UNSPECIFIED);
+    odd.SetIsSpecified(true);
+    EXPECT_TRUE(odd.IsSpecified());
+}
+
+TEST(SimpleOptionValue, DiffersInEitherMember) {
+    const SimpleOptionValue known(false, VAL_JOB_TYPE_NORMAL_PRINT);
+    EXPECT_EQ(SimpleOptionValue(), SimpleOptionValue(VAL_UNSPECIFIED));
+    EXPECT_NE(known, SimpleOptionValue());
+    EXPECT_NE(known, SimpleOptionValue(VAL_JOB_TYPE_NORMAL_PRINT));
+    SimpleOptionValue copy(VAL_SIDES_ONE_SIDED);
+    copy = known;
+    EXPECT_EQ(copy, known);
+}
+
+// Stored jobs hold these numbers: a renumbered enumerator is a fault that no compiler sees.
+TEST(DataModelIds, KeepTheirNumbers) {
+    const struct {
+        int identifier;
+        int number;
+    } cases[] = {
+        {FEAT_MS_ORIENTATION, 3},
+        {FEAT_AL_HANDLER, 1141},
+        {FEAT_START_SHEET_FROM_APPLICATION, 390},
+        {FEAT_BOOKLET_MAKING_TYPE, 90001},
+        {FEAT_TRAPPING, 90037},
+        {VAL_CIE_PROFILES_ALWAYS, 90038},
+        {VAL_UNSPECIFIED, 5001},
+        {VAL_AL_HANDLER_DISABLED, 11508},
+        {VAL_PDL_XPS, 7364},
+        {VAL_CPSS_FINISHING_6300, 6300},
+        {VAL_CREATOR_NAME_WINDOWS_PSA_PRINT, 8860},
+        {VAL_INPUT_TRAY_MANUAL, 9163},
+        {VAL_MEDIA_TYPE_STATIONERY_HEAVYWEIGHT, 6807},
+    };
+    for (const auto& [identifier, number] : cases)
+        EXPECT_EQ(identifier, number);
+    static_assert(sizeof(tagFeatureEnum) == 4 && sizeof(tagValueEnum) == 4);
+}

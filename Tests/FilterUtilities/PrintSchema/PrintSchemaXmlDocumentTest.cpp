@@ -1,0 +1,529 @@
+#include "TicketSupport.h"
+
+#include <vector>
+
+using namespace PrintSchema;
+
+namespace {
+
+const std::string v11 = Declare("pskv11", keywordsV11Uri);
+
+// ---- Loading
+
+TEST(PrintSchemaXmlDocument, LearnsThePrefixesOfTheRootElement) {
+    const struct {
+        const char* what;
+        std::string xml;
+        const char* framework;
+        const char* keywords;
+        const char* keywordsV11;
+        const char* userKeywords;
+    } cases[] = {
+        {"usual", Ticket("", v11 + Declare("ok", PrivateUri())), "psf:", "psk:", "pskv11:", "ok:"},
+        {"no private declaration", Ticket(""), "psf:", "psk:", "(null)", "ns0000:"},
+        {"private prefix of its own", Ticket("", Declare("ns0001", PrivateUri())), "psf:", "psk:", "(null)",
+         "ok:"},
+        {"v1.1 as the default", Ticket("", Declare("", keywordsV11Uri)), "psf:", "psk:", "(null)", "ns0000:"},
+        {"odd prefixes",
+         "<a:PrintTicket" + Declare("a", frameworkUri) + Declare("psf", keywordsUri) +
+             "><a:Feature name='psf:X'/>"
+             "</a:PrintTicket>",
+         "a:", "psf:", "(null)", "ns0000:"},
+        {"no keywords", "<f:PrintTicket" + Declare("f", frameworkUri) + "/>", "f:", "(null)", "(null)",
+         "ns0000:"},
+        {"two prefixes for one namespace: the first counts", Ticket("", Declare("other", frameworkUri)),
+         "psf:", "psk:", "(null)", "ns0000:"},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.what);
+        const OpenTicket ticket(expected.xml);
+        EXPECT_EQ(TextOf(ticket.GetFrameworkNsPrefix()), expected.framework);
+        EXPECT_EQ(TextOf(ticket.GetKeywordsNsPrefix()), expected.keywords);
+        EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), expected.keywordsV11);
+        EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), expected.userKeywords);
+        EXPECT_EQ(ticket.IsKeywordsV11NsPrefixDefined(), expected.keywordsV11 != std::string("(null)"));
+        EXPECT_TRUE(ticket.GetRootNode());
+        // Queries use the document's own prefix.
+        CComPtr<IXMLDOMNodeList> features;
+        EXPECT_EQ(ticket.GetNodes(L"Feature", &features), S_OK);
+    }
+}
+
+TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
+    const std::string psf = Declare("psf", frameworkUri);
+    const struct {
+        const char* what;
+        std::string xml;
+        HRESULT result;
+        const char* message;
+    } cases[] = {
+        {"other root", "<psf:PrintCapabilities" + psf + "/>", S_FALSE, "Failed to get root node"},
+        {"root in no namespace", "<PrintTicket" + psf + "/>", S_FALSE, "Failed to get root node"},
+        {"root in another namespace", "<psf:PrintTicket xmlns:psf='urn:other'/>", S_FALSE,
+         "Failed to get root node"},
+        {"framework as the default namespace", "<PrintTicket" + Declare("", frameworkUri) + "/>", E_FAIL,
+         "without a prefix"},
+        {"keywords as the default namespace", "<psf:PrintTicket" + psf + Declare("", keywordsUri) + "/>",
+         E_FAIL, "without a prefix"},
+        {"framework declared below the root",
+         "<wrapper><psf:PrintTicket" + psf + "><psf:Feature/></psf:PrintTicket></wrapper>", S_OK, ""},
+        {"the private prefix taken",
+         Ticket(Feature("my:A", "my:B"), Declare("my", PrivateUri()) + Declare("ok", "urn:other")), E_FAIL,
+         "binds that prefix to another namespace, urn:other"},
+        {"malformed", "<psf:PrintTicket" + psf + ">\n<psf:Feature>\n</psf:PrintTicket>", E_FAIL, "line 3"},
+        {"nothing", "", E_FAIL, "does not parse"},
+        {"text", "no ticket", E_FAIL, "does not parse"},
+        {"document type", "<!DOCTYPE a [<!ENTITY e 'x'>]>" + Ticket("&e;").substr(39), E_FAIL,
+         "does not parse"},
+        {"undeclared prefix", Ticket("<zzz:Feature/>"), E_FAIL, "does not parse"},
+        {"two roots", Ticket("").substr(39) + "<b/>", E_FAIL, "does not parse"},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.what);
+        const auto load = [&] { OpenTicket ticket(expected.xml); };
+        if (expected.result == S_OK) {
+            EXPECT_NO_THROW(load());
+            continue;
+        }
+        try {
+            load();
+            ADD_FAILURE() << "was taken";
+        } catch (const CPComException& failure) {
+            EXPECT_EQ(failure.GetHresult(), expected.result);
+            EXPECT_NE(std::string(failure.getExceptionMessage()).find(expected.message), std::string::npos)
+                << failure.getExceptionMessage();
+        }
+    }
+}
+
+TEST(PrintSchemaXmlDocument, LoadsTextAndBytesOfAllEncodings) {
+    const std::string utf8 = Ticket(Feature("psk:A", "psk:\xC3\xA4\xF0\x9F\x96\xA8"));
+    const std::string plain = Ticket(Feature("psk:A", "psk:x"));
+    const auto utf16 = [](const std::string& text, bool bigEndian, bool mark) {
+        std::string bytes = mark ? (bigEndian ? "\xFE\xFF" : "\xFF\xFE") : "";
+        for (const char c : text)
+            bytes += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+        return bytes;
+    };
+    std::string declared16 = plain;
+    declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");
+    const struct {
+        const char* what;
+        std::string bytes;
+        const char* option;
+    } cases[] = {
+        {"UTF-8", utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
+        {"UTF-8 with mark", "\xEF\xBB\xBF" + utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
+        {"UTF-16LE with mark", utf16(declared16, false, true), "x"},
+        {"UTF-16BE with mark", utf16(declared16, true, true), "x"},
+        {"no declaration", plain.substr(39), "x"},
+        {"UTF-8 bytes that say UTF-16", declared16, nullptr},
+        {"UTF-16 bytes cut in two", utf16(declared16, false, true) + "<", nullptr},
+        {"bad UTF-8", Ticket(Feature("psk:A", "psk:\xC3(")), nullptr},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.what);
+        CComBSTR option;
+        const HRESULT hr = ResultOf(
+            [&] { return OpenTicket(expected.bytes).GetFeatureOption(L"psk:", L"A", &option, nullptr); });
+        EXPECT_EQ(hr, expected.option ? S_OK : E_FAIL);
+        if (expected.option) {
+            EXPECT_EQ(TextOf(option), expected.option);
+        }
+    }
+    // In a text the declared encoding says nothing, and what stands before the document is dropped.
+    for (const wchar_t* junk : {L"", L"\xFEFF", L"junk \xFEFF"}) {
+        const PrintTicketXmlDocument ticket(junk + CXString(declared16.c_str()));
+        EXPECT_EQ(ticket.QueryNode(L"//psf:Feature"), S_OK);
+    }
+}
+
+TEST(PrintSchemaXmlDocument, RenamesThePrivatePrefixInNamesOnly) {
+    const OpenTicket ticket(
+        Ticket(Feature("ns0001:A", "ns0001:B",
+                       ScoredProperty("ns0001:C", "<psf:Value xsi:type='xsd:QName'>ns0001:D</psf:Value>")) +
+                   Feature("psk:ns0001:E", "xns0001:F") + Feature("ns0001:G-ns0001:H", "") +
+                   "<other name='ns0001:I' alias='ns0001:J'/>",
+               Declare("ns0001", PrivateUri())));
+    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/namespace::ok"), PrivateUri());
+    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::ns0001)"), "0");
+    const struct {
+        const char* xpath;
+        const char* found;
+    } cases[] = {
+        {"//psf:Feature[1]/@name", "ok:A"},
+        {"//psf:Option[1]/@name", "ok:B"},
+        {"//psf:ScoredProperty/@name", "ok:C"},
+        {"//psf:Value", "ns0001:D"},
+        {"//psf:Feature[2]/@name", "psk:ns0001:E"},
+        {"//psf:Feature[2]/*/@name", "xns0001:F"},
+        {"//psf:Feature[3]/@name", "ok:G-ok:H"},
+        {"//other/@name", "ok:I"},
+        {"//other/@alias", "ns0001:J"},
+    };
+    for (const auto& [xpath, found] : cases)
+        EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
+
+    // Loading it again changes nothing.
+    const std::string once = XmlOf(ticket);
+    EXPECT_EQ(XmlOf(OpenTicket(once)), once);
+}
+
+TEST(PrintSchemaXmlDocument, LeavesADocumentWithoutPrivateNamesAlone) {
+    const std::string xml = Ticket(Feature("ns0000:A", "ns0000:B"));
+    CComPtr<IXMLDOMDocument2> raw;
+    ASSERT_EQ(raw.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    ASSERT_EQ(raw->loadXML(CComBSTR(CXString(xml.c_str())), &isLoaded), S_OK);
+    CComBSTR before;
+    raw->get_xml(&before);
+    const PrintTicketXmlDocument ticket(raw);
+    EXPECT_EQ(XmlOf(ticket), TextOf(before));
+}
+
+TEST(PrintSchemaXmlDocument, CopiesWorkOnOneTree) {
+    OpenTicket ticket(Ticket(Feature("psk:A", "psk:B")));
+    PrintTicketXmlDocument copy(ticket);
+    PrintTicketXmlDocument assigned{static_cast<IXMLDOMDocument2*>(nullptr)};
+    assigned = copy;
+    EXPECT_EQ(assigned.SetFeatureOption(L"A", true, L"C", true), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:C");
+    EXPECT_EQ(ticket.GetDomDocPtr(), copy.GetDomDocPtr());
+}
+
+TEST(PrintSchemaXmlDocument, WithoutDomRefusesEveryQuestion) {
+    PrintTicketXmlDocument ticket{static_cast<IXMLDOMDocument2*>(nullptr)};
+    CComBSTR text;
+    CComPtr<IXMLDOMNode> node;
+    CComPtr<IXMLDOMElement> element;
+    EXPECT_FALSE(ticket.HasDomDocument());
+    EXPECT_FALSE(ticket.GetRootNode());
+    EXPECT_EQ(ticket.get_xml(&text), E_FAIL);
+    EXPECT_EQ(ticket.SetProcessingInstructionsEncodingUtf8(), S_FALSE);
+    EXPECT_EQ(ticket.AddUserKeywordsNamespaceDefinitionIfMissing(), E_PENDING);
+    ExpectRaised([&] { ticket.GetNode(L"//a", &node); }, E_PENDING, "PrintSchemaXmlDocument::GetNode");
+    const std::function<HRESULT()> operations[] = {
+        [&] { return ticket.QueryNode(L"//a"); },
+        [&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"A", &node); },
+        [&] { return ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"); },
+        [&] { return ticket.DeletePropertyNodesIfExist(L"psk:", L"A"); },
+        [&] { return ticket.DeletePrivateFeatures(USER_KEYWORDS_URI); },
+        [&] { return ticket.CreateParameterRef(L"psk:", L"A", &element); },
+        [&] { return ticket.GetFeatureOption(L"psk:", L"A", &text, nullptr); },
+        [&] { return ticket.AppendStringParameterInit(L"psk:", L"A", L"B"); },
+        [&] { return ticket.AddOrReplaceOcptParameterInit(L"<a/>"); },
+    };
+    for (const auto& operation : operations)
+        EXPECT_EQ(ResultOf(operation), E_PENDING);
+}
+
+// ---- Names and prefixes
+
+TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
+    const OpenTicket ticket(Ticket("", v11 + Declare("my", PrivateUri())));
+    const struct {
+        const wchar_t* name;
+        HRESULT result;
+        const char* keyword;
+        MsPrintTicketNamespacesEnum ns;
+    } cases[] = {
+        {L"psk:A", S_OK, "A", KeywordsNs},
+        {L"PSK:A", S_OK, "A", KeywordsNs},
+        {L"ok:A", S_OK, "A", UserKeywordsNs},
+        {L"A", S_OK, "A", KeywordsNs},
+        {L"psk:a:b", S_OK, "a:b", KeywordsNs},
+        {L"my:A", E_FAIL, "A", KeywordsNs},
+        {L"pskv11:A", E_FAIL, "A", KeywordsNs},
+        {L":A", E_FAIL, "A", KeywordsNs},
+        {L"", S_OK, "", KeywordsNs},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(Narrow(expected.name));
+        CXString keyword(L"old");
+        MsPrintTicketNamespacesEnum ns = FrameworkNs;
+        EXPECT_EQ(ticket.GetKeywordAndPrefixFromName(expected.name, keyword, ns), expected.result);
+        EXPECT_EQ(Narrow(keyword), expected.keyword);
+        EXPECT_EQ(ns, expected.ns);
+    }
+}
+
+TEST(PrintSchemaXmlDocument, KnowsThreeNamespacesByNumber) {
+    const OpenTicket ticket(Ticket(""));
+    EXPECT_EQ(TextOf(ticket.GetNsPrefix(FrameworkNs)), "psf:");
+    EXPECT_EQ(TextOf(ticket.GetNsPrefix(KeywordsNs)), "psk:");
+    EXPECT_EQ(TextOf(ticket.GetNsPrefix(UserKeywordsNs)), "ns0000:");
+    EXPECT_NE(MessageOf([&] {
+                  (void)ticket.GetNsPrefix(static_cast<MsPrintTicketNamespacesEnum>(2));
+              }).find("switch statment for 2."),
+              std::string::npos);
+    ExpectRaised([&] { (void)ticket.GetNsPrefix(static_cast<MsPrintTicketNamespacesEnum>(4)); }, E_INVALIDARG,
+                 "PrintSchemaXmlDocument::GetNsPrefix");
+}
+
+TEST(PrintSchemaXmlDocument, FindsPrefixesOnTheRootElementOnly) {
+    const OpenTicket ticket(
+        Ticket("<psf:Feature xmlns:low='urn:low'/>", " xmlns='urn:default' about='urn:about'"));
+    CComBSTR prefix;
+    EXPECT_EQ(ticket.GetPrefixFromURI(KEYWORDS_URI, &prefix), S_OK);
+    EXPECT_EQ(TextOf(prefix), "psk:");
+    for (const wchar_t* uri : {L"urn:low", L"urn:nowhere"}) {
+        CComBSTR untouched(L"untouched");
+        BSTR out = untouched;
+        EXPECT_EQ(ticket.GetPrefixFromURI(uri, &out), S_FALSE);
+        EXPECT_EQ(out, untouched.m_str);
+    }
+    CComBSTR none;
+    for (const wchar_t* uri : {L"urn:default", L"urn:about"})
+        ExpectRaised([&] { ticket.GetPrefixFromURI(uri, &none); }, E_FAIL,
+                     "PrintSchemaXmlDocument::GetPrefixFromURI");
+    EXPECT_EQ(ResultOf([&] { return ticket.GetPrefixFromURI(L"", &none); }), E_INVALIDARG);
+    EXPECT_EQ(ResultOf([&] { return ticket.GetPrefixFromURI(KEYWORDS_URI, nullptr); }), E_POINTER);
+}
+
+TEST(PrintSchemaXmlDocument, AddsThePrivateNamespaceOnce) {
+    OpenTicket ticket(Ticket(""));
+    EXPECT_EQ(ticket.AddUserKeywordsNamespaceDefinitionIfMissing(), S_FALSE);
+    EXPECT_EQ(ticket.AddUserKeywordsNamespaceDefinitionIfMissing(), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/namespace::ok"), PrivateUri());
+    EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ns0000:");
+    // What is read anew knows better.
+    EXPECT_EQ(TextOf(OpenTicket(XmlOf(ticket)).GetUserKeywordsNsPrefix()), "ok:");
+}
+
+TEST(PrintSchemaXmlDocument, MakesTheDeclarationSayUtf8) {
+    std::string declared16 = Ticket("");
+    declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");
+    PrintTicketXmlDocument ticket{CXString(declared16.c_str())};
+    EXPECT_EQ(ticket.SetProcessingInstructionsEncodingUtf8(), S_OK);
+    CComPtr<IXMLDOMNode> first;
+    ticket.GetDomDocPtr()->get_firstChild(&first);
+    CComBSTR text;
+    first->get_xml(&text);
+    EXPECT_NE(TextOf(text).find("UTF-8"), std::string::npos) << TextOf(text);
+
+    OpenTicket bare(Ticket("").substr(39));
+    const std::string before = XmlOf(bare);
+    EXPECT_EQ(bare.SetProcessingInstructionsEncodingUtf8(), E_FAIL);
+    EXPECT_EQ(XmlOf(bare), before);
+}
+
+// ---- Values
+
+const std::string valueTicket = Ticket(
+    Feature("psk:Direct", "psk:O", ScoredProperty("psk:Width", Value(" 210000 "))) +
+    Feature("psk:ByRef", "psk:O", ScoredProperty("psk:Width", "<psf:ParameterRef name='psk:Two'/>")) +
+    Feature("psk:Orphan", "psk:O", ScoredProperty("psk:Width", "<psf:ParameterRef name='psk:Nine'/>")) +
+    Feature("psk:Bare", "psk:O", ScoredProperty("psk:Width", "")) +
+    Feature("psk:Empty", "psk:O", ScoredProperty("psk:Width", Value(""))) +
+    Feature("psk:Real", "psk:O", ScoredProperty("psk:Width", Value("12.75x"))) +
+    "<psf:ParameterInit name='psk:One'>" + Value("1") + "</psf:ParameterInit>" +
+    "<psf:ParameterInit name='psk:Two'>" + Value("2") + "</psf:ParameterInit>" +
+    "<psf:ParameterInit name='psk:Two'>" + Value("3") + "</psf:ParameterInit>");
+
+std::wstring WidthOf(const char* feature) {
+    const std::string name = feature;
+    return L"//psf:Feature[@name='psk:" + std::wstring(name.begin(), name.end()) + L"']//psf:ScoredProperty";
+}
+
+TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
+    const OpenTicket ticket(valueTicket);
+    const struct {
+        const char* feature;
+        HRESULT result;
+        const char* text;
+        int integer;
+        float real;
+    } cases[] = {
+        {"Direct", S_OK, "210000", 210000, 210000.f},
+        {"ByRef", S_OK, "2", 2, 2.f},
+        {"Real", S_OK, "12.75x", 12, 12.75f},
+        {"Empty", S_OK, "(null)", 0, 0.f},
+        {"Orphan", elementNotFound, "(null)", -7, -7.f},
+        {"Bare", elementNotFound, "(null)", -7, -7.f},
+        {"Missing", elementNotFound, "(null)", -7, -7.f},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.feature);
+        const std::wstring xpath = WidthOf(expected.feature);
+        CComBSTR text;
+        int integer = -7;
+        float real = -7.f;
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &text), expected.result);
+        EXPECT_EQ(TextOf(text), expected.text);
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &integer), expected.result);
+        EXPECT_EQ(integer, expected.integer);
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &real), expected.result);
+        EXPECT_EQ(real, expected.real);
+    }
+    EXPECT_EQ(ticket.QueryNode(L"//psf:Feature"), S_OK);
+    EXPECT_EQ(ticket.QueryNode(L"//psf:Nothing"), elementNotFound);
+}
+
+TEST(PrintSchemaXmlDocument, SetsValuesWhereItFindsThem) {
+    OpenTicket ticket(valueTicket);
+    EXPECT_EQ(ticket.SetNodeValue(WidthOf("Direct").c_str(), L"<5>"), S_OK);
+    EXPECT_EQ(ticket.SetNodeValue(WidthOf("ByRef").c_str(), L"6"), S_OK);
+    for (const char* absent : {"Orphan", "Bare", "Missing"})
+        EXPECT_EQ(ticket.SetNodeValue(WidthOf(absent).c_str(), L"7"), S_FALSE) << absent;
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[1]//psf:Value"), "<5>");
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[1]//psf:Value/@xsi:type"), "xsd:integer");
+    // The content of the initialiser goes, its Value included.
+    EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit[2]"), "6");
+    EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit[2]/*)"), "0");
+    EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit/psf:Value)"), "2");
+}
+
+TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
+    OpenTicket ticket(valueTicket);
+    CComPtr<IXMLDOMNode> node;
+    CComBSTR text;
+    const struct {
+        std::function<HRESULT()> operation;
+        HRESULT result;
+    } cases[] = {
+        {[&] { return ticket.GetNode(L"//a", nullptr); }, E_POINTER},
+        {[&] { return ticket.GetNode(L"", &node); }, E_INVALIDARG},
+        {[&] { return ticket.GetNode(L"//undeclared:a", &node); }, E_FAIL},
+        {[&] { return ticket.GetNode(L"//psf:a[", &node); }, E_FAIL},
+        {[&] { return ticket.QueryNodeValue(L"//psf:a", static_cast<int*>(nullptr)); }, E_POINTER},
+        {[&] { return ticket.GetAttributeValue(nullptr, L"name", &text); }, E_POINTER},
+        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"", &text); }, E_INVALIDARG},
+        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"absent", &text); }, S_FALSE},
+        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"version", &text); }, S_OK},
+        {[&] { return ticket.GetFeatureNode(L"psk:", L"Missing", &node); }, E_FAIL},
+        {[&] { return ticket.DeletePropertyNodesIfExist(L"psk:", L""); }, E_FAIL},
+        {[&] { return ticket.DeletePrivateFeatures(L""); }, E_INVALIDARG},
+        {[&] { return ticket.DeleteNode(nullptr); }, E_POINTER},
+        {[&] { return ticket.get_xml(nullptr); }, E_POINTER},
+    };
+    for (const auto& expected : cases)
+        EXPECT_EQ(ResultOf(expected.operation), expected.result) << (&expected - cases);
+    EXPECT_EQ(TextOf(text), "1");
+}
+
+// ---- Deleting
+
+TEST(PrintSchemaXmlDocument, DeletesTheFirstOfDuplicates) {
+    const struct {
+        int copies;
+        HRESULT result;
+        const char* left;
+    } cases[] = {{0, S_FALSE, "0"}, {1, S_FALSE, "1"}, {2, S_OK, "1"}, {3, S_OK, "2"}};
+    for (const auto& expected : cases) {
+        std::string content;
+        for (int copy = 0; copy < expected.copies; ++copy)
+            content += Feature("psk:A", "psk:Option" + std::to_string(copy));
+        OpenTicket ticket(Ticket(content + Feature("psk:B", "psk:B")));
+        EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), expected.result);
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature[@name='psk:A'])"), expected.left);
+        if (expected.result == S_OK) {
+            EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:Option1");
+        }
+    }
+}
+
+TEST(PrintSchemaXmlDocument, DeletesWhatItIsAskedToAndNothingElse) {
+    const std::string content =
+        Feature("psk:A", "psk:O", "<psf:Property name='psk:P'/>") + Feature("my:B", "my:O") +
+        "<psf:Feature name='psk:C'><psf:Feature name='my:D'/><psf:Feature name='myother:E'/></psf:Feature>" +
+        "<psf:Feature name='my:F'><psf:Feature name='my:G'/></psf:Feature><psf:Feature/>" +
+        "<psf:Property name='psk:P'/><psf:Property name='psk:Q'/>";
+    OpenTicket ticket(Ticket(content, Declare("my", "urn:my")));
+    const auto features = [&] { return OutsideView(ticket, "count(//psf:Feature)"); };
+    EXPECT_EQ(features(), "8");
+    EXPECT_EQ(ticket.DeletePrivateFeatures(L"urn:unknown"), S_FALSE);
+    EXPECT_EQ(features(), "8");
+    EXPECT_EQ(ticket.DeletePrivateFeatures(L"urn:my"), S_OK);
+    EXPECT_EQ(features(), "4");
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature/psf:Feature/@name"), "myother:E");
+    EXPECT_EQ(ticket.DeletePropertyNodesIfExist(L"psk:", L"P"), S_OK);
+    EXPECT_EQ(ticket.DeletePropertyNodesIfExist(L"psk:", L"P"), S_FALSE);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Property/@name"), "psk:Q");
+    EXPECT_EQ(ticket.DeleteFeatureNodeIfExists(L"psk:", L"A"), S_OK);
+    EXPECT_EQ(ticket.DeleteFeatureNodeIfExists(L"psk:", L"A"), S_FALSE);
+    EXPECT_EQ(features(), "3");
+
+    CComPtr<IXMLDOMNode> gone;
+    ASSERT_EQ(ticket.GetFeatureNode(L"psk:", L"C", &gone), S_OK);
+    EXPECT_EQ(ticket.DeleteNode(gone), S_OK);
+    EXPECT_EQ(ticket.DeleteNode(gone), S_FALSE);
+}
+
+// ---- Building
+
+TEST(PrintSchemaXmlDocument, BuildsPropertiesThatAnOutsideReaderUnderstands) {
+    OpenTicket ticket(Ticket("<psf:Feature/>", Declare("my", PrivateUri())));
+    CComPtr<IXMLDOMNode> parent;
+    ASSERT_EQ(ticket.GetNode(L"//psf:Feature", &parent), S_OK);
+    EXPECT_EQ(ticket.AppendChildIntegerProperty(parent, UserKeywordsNs, L"A", -5), S_OK);
+    EXPECT_EQ(ticket.AppendChildStringProperty(parent, FrameworkNs, L"B", L"a < b & \"c\""), S_OK);
+    EXPECT_EQ(ticket.AppendChildIntegerScoredProperty(parent, L"C", 7), S_OK);
+    EXPECT_EQ(ticket.AppendChildQNameScoredProperty(parent, L"D", L"Paper"), S_OK);
+    EXPECT_EQ(ticket.AppendChildParameterRefScoredProperty(parent, L"ok:", L"E", L"psk:", L"F"), S_OK);
+    CComPtr<IXMLDOMElement> real;
+    CComPtr<IXMLDOMElement> outer;
+    EXPECT_EQ(ticket.CreateRealScoredProperty(L"G", 1.005e2, &real), S_OK);
+    EXPECT_EQ(ticket.CreateScoredProperty(L"H", real, &outer), S_OK);
+    EXPECT_EQ(ticket.AppendChildToRootNode(outer), S_OK);
+    CComPtr<IXMLDOMNode> cdata;
+    EXPECT_EQ(ticket.CreateCDATASectionXMLElement(L"<raw>", &cdata), S_OK);
+    EXPECT_EQ(ticket.AppendChild(outer, cdata), S_OK);
+
+    const struct {
+        const char* xpath;
+        const char* found;
+    } cases[] = {
+        {"//psf:Feature/psf:Property[1]/@name", "ok:A"},
+        {"//psf:Feature/psf:Property[1]/psf:Value", "-5"},
+        {"//psf:Feature/psf:Property[1]/psf:Value/@xsi:type", "xsd:integer"},
+        {"//psf:Feature/psf:Property[2]/@name", "psf:B"},
+        {"//psf:Feature/psf:Property[2]/psf:Value", "a < b & \"c\""},
+        {"//psf:Feature/psf:Property[2]/psf:Value/@xsi:type", "xsd:string"},
+        {"//psf:ScoredProperty[@name='psk:C']/psf:Value", "7"},
+        {"//psf:ScoredProperty[@name='psk:D']/psf:Value[@xsi:type='xsd:QName']", "psk:Paper"},
+        {"//psf:ScoredProperty[@name='ok:E']/psf:ParameterRef/@name", "psk:F"},
+        {"/*/psf:ScoredProperty[@name='psk:H']/psf:ScoredProperty[@name='psk:G']/psf:Value", "100.50"},
+        {"/*/psf:ScoredProperty[@name='psk:H']/text()", "<raw>"},
+    };
+    for (const auto& [xpath, found] : cases)
+        EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
+}
+
+TEST(PrintSchemaXmlDocument, DeclaresTheNamespacesOfTypesWhereADocumentDoesNot) {
+    OpenTicket ticket("<f:PrintTicket" + Declare("f", frameworkUri) + "/>");
+    EXPECT_EQ(ticket.AppendStringParameterInit(L"ok:", L"A", L"B"), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Value/@xsi:type"), "xsd:string");
+    EXPECT_EQ(OutsideView(ticket, "//psf:Value/namespace::xsd"), "http://www.w3.org/2001/XMLSchema");
+    EXPECT_NO_THROW(OpenTicket(XmlOf(ticket)));
+}
+
+TEST(PrintSchemaXmlDocument, BuildsNothingFromNothing) {
+    OpenTicket ticket(Ticket(""));
+    CComPtr<IXMLDOMElement> out;
+    IXMLDOMNode* root = ticket.GetRootNode();
+    const std::string before = XmlOf(ticket);
+    const struct {
+        std::function<HRESULT()> operation;
+        HRESULT result;
+    } cases[] = {
+        {[&] { return ticket.CreateParameterRef(L"", L"A", &out); }, E_INVALIDARG},
+        {[&] { return ticket.CreateParameterRef(L"psk:", L"A", nullptr); }, E_POINTER},
+        {[&] { return ticket.CreateProperty(KeywordsNs, L"", &out); }, E_INVALIDARG},
+        {[&] { return ticket.CreateProperty(KeywordsNs, L"A", L"", L"B", &out); }, E_INVALIDARG},
+        {[&] { return ticket.CreateScoredProperty(L"A", static_cast<IXMLDOMNode*>(nullptr), &out); },
+         E_POINTER},
+        {[&] { return ticket.CreateStringScoredProperty(L"A", L"", &out); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChild(nullptr, root); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildStringProperty(root, KeywordsNs, L"A", L""); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildIntegerProperty(nullptr, KeywordsNs, L"A", 1); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildQNameScoredProperty(root, L"A", L""); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildToRootNode(nullptr); }, E_POINTER},
+    };
+    for (const auto& expected : cases) {
+        EXPECT_EQ(ResultOf(expected.operation), expected.result) << (&expected - cases);
+        EXPECT_FALSE(out);
+    }
+    EXPECT_EQ(XmlOf(ticket), before);
+}
+
+} // namespace

@@ -1,0 +1,363 @@
+#include "TicketSupport.h"
+
+#include "Support/ComFake.h"
+
+#include <filterpipeline.h>
+
+#include <map>
+
+using DataModelIds::VAL_PDL_POSTSCRIPT;
+using DataModelIds::VAL_PDL_XPS;
+
+namespace {
+
+const std::string privateDeclaration = Declare("ok", PrivateUri());
+
+OpenTicket SampleTicket() {
+    return OpenTicket(
+        Ticket(Feature("psk:PageMediaSize", "psk:ISOA4",
+                       ScoredProperty("psk:MediaSizeWidth", Value("210000")) +
+                           ScoredProperty("psk:MediaSizeHeight", "<psf:ParameterRef name='psk:Height'/>")) +
+                   Feature("psk:PageResolution", "", ScoredProperty("psk:ResolutionX", Value("600"))) +
+                   Feature("ok:JobThing", "ok:On") + Feature("psk:Plain", "NoPrefix") +
+                   Feature("psk:Other", "zzz:X") + Feature("psk:Twice", "psk:psk:Y") +
+                   Feature("psk:Middle", "a-ok:Z") + "<psf:Feature name='psk:DocumentNUp'><psf:Option/>" +
+                   Feature("psk:PresentationDirection", "psk:RightBottom") + Feature("ok:Border", "ok:Thin") +
+                   "</psf:Feature><psf:Feature name='psk:NoOption'/><psf:Feature "
+                   "name='psk:NoColonOption'><psf:Option "
+                   "name=''/></psf:Feature><psf:ParameterInit name='psk:Height'>" +
+                   Value("297000") + "</psf:ParameterInit>",
+               privateDeclaration));
+}
+
+// A bag that remembers its strings, and can be told to refuse them.
+class StringBag : public ComFake<IPrintPipelinePropertyBag> {
+public:
+    std::map<std::wstring, std::string> strings;
+    HRESULT addResult = S_OK;
+
+    HRESULT STDMETHODCALLTYPE AddProperty(PCWSTR name, const VARIANT* value) override {
+        if (FAILED(addResult)) return addResult;
+        // As in the pipeline, a name that is taken must be freed first.
+        if (value->vt != VT_BSTR || strings.count(name)) return E_INVALIDARG;
+        strings[name] = Narrow(value->bstrVal);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetProperty(PCWSTR, VARIANT*) override { return E_NOTIMPL; }
+    BOOL STDMETHODCALLTYPE DeleteProperty(PCWSTR name) override { return strings.erase(name) > 0; }
+};
+
+TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
+    const OpenTicket ticket = SampleTicket();
+    const struct {
+        const wchar_t* prefix;
+        const wchar_t* feature;
+        HRESULT result;
+        const char* option;
+        const char* optionPrefix;
+    } cases[] = {
+        {L"psk:", L"PageMediaSize", S_OK, "ISOA4", "psk:"},
+        {nullptr, L"psk:PageMediaSize", S_OK, "ISOA4", "psk:"},
+        {L"ok:", L"JobThing", S_OK, "On", "ok:"},
+        {L"psk:", L"Other", S_OK, "X", "zzz:"},
+        {L"psk:", L"Twice", S_OK, "psk:Y", "psk:"},
+        {L"psk:", L"PageResolution", S_OK, "", ""},
+        {L"psk:", L"Plain", E_FAIL, "(null)", "(null)"},
+        {L"psk:", L"NoColonOption", E_FAIL, "(null)", "(null)"},
+        {L"psk:", L"NoOption", elementNotFound, "(null)", "(null)"},
+        {L"psk:", L"JobThing", elementNotFound, "(null)", "(null)"},
+        {L"psk:", L"", E_INVALIDARG, "(null)", "(null)"},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(Narrow(expected.feature));
+        CComBSTR option;
+        CComBSTR prefix;
+        const auto ask = [&](wchar_t** prefixOut) {
+            option.Empty();
+            return ResultOf([&] {
+                return ticket.GetFeatureOption(expected.prefix, expected.feature, &option, prefixOut);
+            });
+        };
+        EXPECT_EQ(ask(&prefix), expected.result);
+        EXPECT_EQ(TextOf(option), expected.option);
+        EXPECT_EQ(TextOf(prefix), expected.optionPrefix);
+        EXPECT_EQ(ask(nullptr), expected.result);
+        EXPECT_EQ(TextOf(option), expected.option);
+    }
+    ExpectRaised([&] { ticket.GetFeatureOption(L"psk:", L"Plain", nullptr, nullptr); }, E_POINTER,
+                 "PrintTicketXmlDocument::GetFeatureOption");
+}
+
+TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
+    const OpenTicket ticket = SampleTicket();
+    const struct {
+        const wchar_t* feature;
+        bool featureIsPublic;
+        const wchar_t* subFeature;
+        bool subIsPublic;
+        HRESULT result;
+        const char* option;
+    } subFeatures[] = {
+        {L"DocumentNUp", true, L"PresentationDirection", true, S_OK, "RightBottom"},
+        {L"DocumentNUp", true, L"Border", false, S_OK, "Thin"},
+        {L"DocumentNUp", true, L"Border", true, elementNotFound, "(null)"},
+        {L"PageMediaSize", true, L"PresentationDirection", true, elementNotFound, "(null)"},
+        {L"", true, L"Border", true, E_INVALIDARG, "(null)"},
+        {L"DocumentNUp", true, L"", true, E_INVALIDARG, "(null)"},
+    };
+    for (const auto& expected : subFeatures) {
+        CComBSTR option;
+        EXPECT_EQ(ResultOf([&] {
+                      return ticket.GetSubFeatureOption(expected.feature, expected.featureIsPublic,
+                                                        expected.subFeature, expected.subIsPublic, &option);
+                  }),
+                  expected.result);
+        EXPECT_EQ(TextOf(option), expected.option);
+    }
+    const struct {
+        const wchar_t* feature;
+        HRESULT result;
+        const char* option;
+    } options[] = {
+        {L"psk:PageMediaSize", S_OK, "ISOA4"},
+        {L"psk:Other", S_OK, "zzz:X"},
+        {L"psk:Plain", S_OK, "NoPrefix"},
+        {L"psk:Twice", S_OK, "psk:Y"},
+        {L"psk:Middle", S_OK, "a-Z"},
+        {L"psk:PageResolution", elementNotFound, "(null)"},
+        {L"psk:Absent", elementNotFound, "(null)"},
+        {L"psk:NoColonOption", E_INVALIDARG, "(null)"},
+    };
+    for (const auto& expected : options) {
+        const CXString xpath = CXString(L"//psf:Feature[@name='") + expected.feature + L"']/psf:Option";
+        CComBSTR option;
+        EXPECT_EQ(ResultOf([&] { return ticket.QueryNodeOption(xpath, &option); }), expected.result)
+            << Narrow(xpath);
+        EXPECT_EQ(TextOf(option), expected.option) << Narrow(xpath);
+    }
+}
+
+TEST(PrintTicketXmlDocument, ReadsScoredPropertiesAndFeatures) {
+    const OpenTicket ticket = SampleTicket();
+    CComBSTR text;
+    int number = 0;
+    float real = 0;
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", &text), S_OK);
+    EXPECT_EQ(TextOf(text), "297000");
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", &number), S_OK);
+    EXPECT_EQ(number, 210000);
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionX", &real), S_OK);
+    EXPECT_EQ(real, 600.f);
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionY", &number),
+              elementNotFound);
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", false, L"ResolutionX", &number),
+              elementNotFound);
+    EXPECT_EQ(number, 210000);
+    EXPECT_EQ(ResultOf([&] { return ticket.GetScoredPropertyValue(L"", true, L"A", &number); }),
+              E_INVALIDARG);
+
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", false, &node), S_OK);
+    EXPECT_TRUE(node);
+    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", true, nullptr), elementNotFound);
+}
+
+TEST(PrintTicketXmlDocument, SetsOptionsAndScoredPropertiesThatExist) {
+    OpenTicket ticket = SampleTicket();
+    EXPECT_EQ(ticket.SetFeatureOption(L"PageMediaSize", true, L"Own", false), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"), "ok:Own");
+    EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", -1), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:MediaSizeWidth']/psf:Value"),
+              "4294967295");
+    EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 148000), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), "148000");
+    EXPECT_EQ(ticket.SetChildNodeOptionAttributeValue(L"JobThing", false, L"name", L"raw"), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='ok:JobThing']/psf:Option/@name"), "raw");
+
+    const std::string before = XmlOf(ticket);
+    const std::function<HRESULT()> misses[] = {
+        [&] { return ticket.SetFeatureOption(L"PageResolution", true, L"A", true); }, // a nameless option
+        [&] { return ticket.SetFeatureOption(L"NoOption", true, L"A", true); },
+        [&] { return ticket.SetFeatureOption(L"Absent", true, L"A", true); },
+        [&] { return ticket.SetChildNodeOptionAttributeValue(L"PageMediaSize", true, L"absent", L"A"); },
+        [&] { return ticket.SetScoredPropertyValue(L"PageResolution", true, L"Absent", 1); },
+    };
+    for (const auto& miss : misses)
+        EXPECT_EQ(miss(), elementNotFound) << (&miss - misses);
+    EXPECT_EQ(XmlOf(ticket), before);
+}
+
+TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
+    OpenTicket ticket(Ticket("", privateDeclaration));
+    const std::string before = XmlOf(ticket);
+    CComPtr<IXMLDOMElement> feature;
+    CComPtr<IXMLDOMElement> option;
+    CComPtr<IXMLDOMElement> ref;
+    CComPtr<IXMLDOMElement> init;
+    CComPtr<IXMLDOMElement> untyped;
+    CComPtr<IXMLDOMElement> wrapped;
+    EXPECT_EQ(ticket.CreateFeatureOptionPair(L"JobA", false, L"B", true, &feature, &option), S_OK);
+    EXPECT_EQ(ticket.CreateParamRefInitPair(L"JobC", -3, &ref, &init), S_OK);
+    EXPECT_EQ(ticket.CreateUntypedParameterInitFromString(L"ok:", L"D", L"d", &untyped), S_OK);
+    EXPECT_EQ(ticket.CreateCDATAStringParameterInit(L"ok:", L"E", L"<e/>", &wrapped), S_OK);
+    EXPECT_EQ(XmlOf(ticket), before);
+
+    EXPECT_EQ(ticket.AppendChild(option, ref), S_OK);
+    for (IXMLDOMElement* element : {feature.p, init.p, untyped.p, wrapped.p})
+        EXPECT_EQ(ticket.AppendChildToRootNode(element), S_OK);
+    EXPECT_EQ(ticket.AppendIntegerParameterInit(L"psk:", L"F", -1), S_OK);
+    CComPtr<IXMLDOMElement> bare;
+    CComPtr<IXMLDOMElement> bareOption;
+    EXPECT_EQ(ticket.CreateFeatureOptionPair(L"PageG", true, &bare, &bareOption), S_OK);
+    EXPECT_EQ(ticket.AppendToElement(L"PrintTicket", bare), S_OK);
+    const struct {
+        const char* xpath;
+        const char* found;
+    } cases[] = {
+        {"/*/psf:Feature[@name='ok:JobA']/psf:Option[@name='psk:B']/psf:ParameterRef/@name", "psk:JobC"},
+        {"/*/psf:ParameterInit[@name='psk:JobC']/psf:Value[@xsi:type='xsd:integer']", "-3"},
+        {"/*/psf:ParameterInit[@name='ok:D']/psf:Value[not(@*)]", "d"},
+        {"/*/psf:ParameterInit[@name='ok:E']/psf:Value[@xsi:type='xsd:string']", "<![CDATA[\n<e/>\n]]>"},
+        {"/*/psf:ParameterInit[@name='psk:F']/psf:Value", "4294967295"},
+        {"count(/*/psf:Feature[@name='psk:PageG']/psf:Option[not(@*)])", "1"},
+    };
+    for (const auto& [xpath, found] : cases)
+        EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
+
+    const std::function<HRESULT()> refused[] = {
+        [&] { return ticket.CreateStringParameterInit(L"", L"A", L"B", &init); },
+        [&] { return ticket.CreateStringParameterInit(L"psk:", L"A", L"", &init); },
+        [&] { return ticket.CreateIntegerParameterInit(L"psk:", L"", 1, &init); },
+        [&] { return ticket.CreateParamRefInitPair(L"A", L"string", L"", &ref, &init); },
+        [&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &feature, &option); },
+        [&] { return ticket.AppendToElement(L"", bare); },
+    };
+    for (const auto& operation : refused)
+        EXPECT_EQ(ResultOf(operation), E_INVALIDARG) << (&operation - refused);
+    EXPECT_EQ(ResultOf([&] { return ticket.AppendToElement(L"Feature", bare); }), E_FAIL);
+    EXPECT_EQ(ResultOf([&] { return ticket.AppendToElement(L"PrintTicket", nullptr); }), E_POINTER);
+}
+
+TEST(PrintTicketXmlDocument, ReadsAndDeletesParameterInitialisersAndProperties) {
+    OpenTicket ticket(Ticket("<psf:ParameterInit name='psk:A'>" + Value("a &lt; b") + "</psf:ParameterInit>" +
+                             "<psf:ParameterInit name='psk:Bare'/>" +
+                             "<psf:Property name='psf:P'/><psf:Property name='psk:P'/>"));
+    CXString text(L"old");
+    EXPECT_EQ(ticket.GetStringParameterInitValue(L"psk:", L"A", text), S_OK);
+    EXPECT_EQ(Narrow(text), "a < b");
+    for (const wchar_t* name : {L"Bare", L"Absent"}) {
+        text = L"old";
+        EXPECT_EQ(ticket.GetStringParameterInitValue(L"psk:", name, text), S_FALSE);
+        EXPECT_TRUE(text.IsEmpty());
+    }
+    EXPECT_EQ(ticket.DeleteParameterInitNodeIfExists(L"psk:", L"A"), S_OK);
+    EXPECT_EQ(ticket.DeleteParameterInitNodeIfExists(L"psk:", L"A"), S_FALSE);
+    EXPECT_EQ(ticket.DeleteProperty(L"P"), S_OK);
+    EXPECT_EQ(ticket.DeleteProperty(L"P"), S_FALSE);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Property/@name"), "psk:P");
+    EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), "1");
+}
+
+TEST(PrintTicketXmlDocument, MakesAnEmptyTicketThatItsOwnReaderAndOthersTake) {
+    const PrintTicketXmlDocument ticket(PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket());
+    EXPECT_EQ(TextOf(ticket.GetFrameworkNsPrefix()), "psf:");
+    EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), "pskv11:");
+    EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ok:");
+    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/@version"), "1");
+    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::*)"), "7"); // and xml
+    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/node())"), "0");
+}
+
+// ---- What the driver hides in a ticket
+
+TEST(PrintTicketXmlDocument, CarriesTheOcptTextFirst) {
+    OpenTicket ticket(Ticket(Feature("psk:A", "psk:B"), Declare("my", PrivateUri())));
+    EXPECT_EQ(ticket.DeleteOcptParameterInitIfExists(), S_FALSE);
+    for (const wchar_t* ocpt : {L"<job a=\"1\">&amp;]]></job>", L"<second/>"})
+        EXPECT_EQ(ticket.AddOrReplaceOcptParameterInit(ocpt), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "/*/*[1][self::psf:ParameterInit]/@name"), "ok:JobOrvelOpifJobTicket");
+    EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), "1");
+
+    // A reader gets the wrapper back as part of the value.
+    const OpenTicket read(XmlOf(ticket));
+    CXString text;
+    EXPECT_EQ(read.GetStringParameterInitValue(L"ok:", L"JobOrvelOpifJobTicket", text), S_OK);
+    EXPECT_EQ(Narrow(text), "<![CDATA[\n<second/>\n]]>");
+    EXPECT_NE(XmlOf(ticket).find("&lt;![CDATA["), std::string::npos);
+    EXPECT_EQ(ticket.DeleteOcptParameterInitIfExists(), S_OK);
+
+    OpenTicket empty(Ticket("", privateDeclaration));
+    EXPECT_EQ(empty.AddOrReplaceOcptParameterInit(L"<a/>"), S_OK);
+    EXPECT_EQ(OutsideView(empty, "count(/*/psf:ParameterInit)"), "1");
+}
+
+TEST(PrintTicketXmlDocument, HandsTheOcptTextToLaterFilters) {
+    constexpr HRESULT refused = static_cast<HRESULT>(0x80070005);
+    const struct {
+        bool hasOcpt;
+        DataModelIds::tagValueEnum value;
+        const wchar_t* ocpt;
+        HRESULT bagResult;
+        HRESULT result;
+        const char* forXps;
+        const char* forOthers;
+        const char* inTicket;
+    } cases[] = {
+        {true, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "<new/>", "-", "<![CDATA[\n<new/>\n]]>"},
+        {true, VAL_PDL_POSTSCRIPT, L"<new/>", S_OK, S_OK, "before", "<new/>", ""},
+        {false, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "before", "-", ""},
+        {true, VAL_PDL_XPS, L"", S_OK, S_OK, "before", "-", ""},
+        {true, VAL_PDL_XPS, L"<new/>", refused, refused, "-", "-", ""},
+        {true, VAL_PDL_POSTSCRIPT, L"<new/>", refused, refused, "before", "-", ""},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(&expected - cases);
+        OpenTicket ticket(Ticket("", privateDeclaration));
+        ticket.AddOrReplaceOcptParameterInit(L"<old/>");
+        const CComPtr<StringBag> bag = MakeFake<StringBag>();
+        bag->strings[L"Orvel_OcptForXps"] = "before";
+        bag->addResult = expected.bagResult;
+        EXPECT_EQ(ticket.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
+                      expected.hasOcpt, expected.value, expected.ocpt, bag),
+                  expected.result);
+        const auto inBag = [&](const wchar_t* name) {
+            return bag->strings.count(name) ? bag->strings[name] : std::string("-");
+        };
+        EXPECT_EQ(inBag(L"Orvel_OcptForXps"), expected.forXps);
+        EXPECT_EQ(inBag(L"Orvel_OcptForNonXps"), expected.forOthers);
+        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), expected.inTicket);
+    }
+}
+
+TEST(PrintTicketXmlDocument, CarriesTheAttributeBytesLastUpToTheirLimit) {
+    for (const std::size_t size :
+         {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{256}, std::size_t{1500}}) {
+        OpenTicket ticket(Ticket("", privateDeclaration));
+        ByteBuffer bytes(size);
+        for (std::size_t index = 0; index < size; ++index)
+            bytes[index] = static_cast<unsigned char>(index * 7);
+        EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(3)), S_OK);
+        ticket.AppendStringParameterInit(L"psk:", L"A", L"a");
+        EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(bytes), S_OK);
+        EXPECT_EQ(OutsideView(ticket, "/*/*[last()]/@name"), "ok:JobOrvelCompleteDocSettings");
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), "2");
+        ByteBuffer read(99);
+        EXPECT_EQ(OpenTicket(XmlOf(ticket)).GetOrvelCompleteDocSettingsFromPrintTicket(read), S_OK);
+        EXPECT_EQ(read, bytes);
+
+        // Too long: the old bytes go all the same.
+        EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(1501)), E_FAIL);
+        EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(read), S_FALSE);
+        EXPECT_TRUE(read.empty());
+    }
+}
+
+TEST(PrintTicketXmlDocument, TakesNoAttributeBytesThatAreNotBase64) {
+    OpenTicket ticket(Ticket("", privateDeclaration));
+    ticket.AppendStringParameterInit(L"ok:", L"JobOrvelCompleteDocSettings", L"AA*=");
+    ByteBuffer read(1);
+    EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(read), E_FAIL);
+    EXPECT_TRUE(read.empty());
+}
+
+} // namespace
