@@ -9,7 +9,7 @@
 namespace PrintSchema {
 
 // Selects the prefix of a name. There is no namespace 2.
-enum MsPrintTicketNamespacesEnum { FrameworkNs = 0, KeywordsNs = 1, UserKeywordsNs = 3 };
+enum MsPrintTicketNamespacesEnum : int { FrameworkNs = 0, KeywordsNs = 1, UserKeywordsNs = 3 };
 
 // Namespaces of the documents that the driver reads and writes.
 extern OV_FILTER_UTILITIES_API wchar_t const* const FRAMEWORK_URI;
