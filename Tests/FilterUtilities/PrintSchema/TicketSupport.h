@@ -6,6 +6,8 @@
 #include <LowLevelFacilities/CPStringUtils.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
+#include <objbase.h>
+
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
@@ -16,6 +18,13 @@
 #include <memory>
 #include <string>
 #include <string_view>
+
+// Documents are made in an apartment.
+class Apartment : public ::testing::Environment {
+    void SetUp() override { ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK); }
+    void TearDown() override { CoUninitialize(); }
+};
+inline ::testing::Environment* const apartment = ::testing::AddGlobalTestEnvironment(new Apartment);
 
 inline constexpr HRESULT elementNotFound = static_cast<HRESULT>(0x80070490);
 
