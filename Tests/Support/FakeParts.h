@@ -20,6 +20,7 @@ public:
     std::string bytes;
     HRESULT uriResult = S_OK;
     HRESULT streamResult = S_OK;
+    int streamsGiven = 0;
 
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* out) override {
         if (FAILED(uriResult)) return uriResult;
@@ -28,6 +29,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetStream(IPrintReadStream** stream) override {
         if (FAILED(streamResult)) return streamResult;
+        ++streamsGiven;
         CComPtr<IPrintReadStream> made(new MemoryReadStream(bytes));
         return made.CopyTo(stream);
     }

@@ -1,0 +1,329 @@
+#include "Support/FilterJob.h"
+#include "Support/TicketText.h"
+
+#include <ComSupport/MsSafeCoinit.h>
+#include <Ticket/PrintTicketManager.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+// The option of a feature of the keywords, "" if the ticket has none.
+std::wstring OptionOf(IXMLDOMDocument2* document, const wchar_t* feature) {
+    if (!document) return L"(no document)";
+    const PrintTicketXmlDocument ticket(document);
+    CComBSTR option;
+    CComBSTR prefix;
+    const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
+    return SUCCEEDED(ticket.GetFeatureOption(keywords, feature, &option, &prefix)) && option
+               ? std::wstring(option)
+               : L"";
+}
+
+bool HasPasscode(IXMLDOMDocument2* document) {
+    const PrintTicketXmlDocument ticket(document);
+    CComPtr<IXMLDOMNode> node;
+    return ticket.GetFeatureNodeIfExists(ticket.GetKeywordsV11NsPrefix(), L"JobPasscode", &node) == S_OK;
+}
+
+std::wstring TextOf(IXMLDOMDocument2* document) {
+    CComBSTR text;
+    EXPECT_EQ(document->get_xml(&text), S_OK);
+    return std::wstring(text, text.Length());
+}
+
+void Edit(IXMLDOMDocument2* document) {
+    EXPECT_EQ(
+        PrintTicketXmlDocument(document).SetFeatureOption(L"PageOrientation", true, L"ReversePortrait", true),
+        S_OK);
+}
+
+CComPtr<IPartPrintTicket> Ticket(const wchar_t* uri, const std::string& elements) {
+    return CComPtr<IPartPrintTicket>(new FakePrintTicketPart(uri, TicketText(elements)));
+}
+
+struct PrintTicketManagerTest : testing::Test {
+    const MsSafeCoInit apartment;
+    SampleQueue queue;
+    PrintTicketManager manager;
+    CComPtr<FakeFixedDocumentSequence> job = MakeFake<FakeFixedDocumentSequence>();
+    CComPtr<FakeFixedDocument> document = MakeFake<FakeFixedDocument>();
+    CComPtr<FakeFixedPage> page = MakeFake<FakeFixedPage>();
+
+    HRESULT Initialize(PrintTicketManager& which, const std::string& ticket) {
+        std::wstring name = SampleQueue::name;
+        return which.Initialize(MakeFake<MemoryReadStream>(ticket), name.data(), nullptr);
+    }
+    void SetUp() override { ASSERT_EQ(Initialize(manager, queue.DefaultTicket()), S_OK); }
+
+    HRESULT MergeAll() {
+        HRESULT hr = manager.MergeAndValidatePartPrintTicket(job);
+        if (SUCCEEDED(hr)) hr = manager.MergeAndValidatePartPrintTicket(document);
+        if (SUCCEEDED(hr)) hr = manager.MergeAndValidatePartPrintTicket(page);
+        return hr;
+    }
+    // For each level, the default's included, the option of the feature.
+    std::vector<std::wstring> Options(const wchar_t* feature) {
+        return {OptionOf(manager.GetPtrToDefaultPrintTicketForReading(), feature),
+                OptionOf(manager.GetPtrToJobPrintTicketForReading(), feature),
+                OptionOf(manager.GetPtrToDocPrintTicketForReading(), feature),
+                OptionOf(manager.GetPtrToPagePrintTicketForReading(), feature)};
+    }
+    using Levels = std::vector<std::wstring>;
+};
+
+TEST_F(PrintTicketManagerTest, InitializeSaysWhatIsWrong) {
+    PrintTicketManager other;
+    std::wstring name = SampleQueue::name;
+    std::wstring unknown = L"No such printer";
+    std::wstring empty;
+    const auto ticket = MakeFake<MemoryReadStream>(queue.DefaultTicket());
+    EXPECT_EQ(other.Initialize(nullptr, name.data(), nullptr), E_POINTER);
+    EXPECT_EQ(other.Initialize(ticket, empty.data(), nullptr), E_INVALIDARG);
+    EXPECT_EQ(other.Initialize(ticket, nullptr, nullptr), E_INVALIDARG);
+    EXPECT_EQ(other.Initialize(ticket, unknown.data(), nullptr),
+              HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME));
+    EXPECT_EQ(Initialize(other, "<broken"), E_FAIL);
+    EXPECT_EQ(other.GetPtrToDefaultPrintTicketForReading(), nullptr);
+    EXPECT_STREQ(other.GetPrinterName(), SampleQueue::name);
+    // The last one counts.
+    EXPECT_EQ(Initialize(other, queue.DefaultTicket()), S_OK);
+    EXPECT_EQ(Initialize(other, "<broken"), E_FAIL);
+    EXPECT_EQ(other.GetPtrToDefaultPrintTicketForReading(), nullptr);
+}
+
+TEST_F(PrintTicketManagerTest, JobWithoutTicketsHasTheDefaultOnEveryLevel) {
+    ASSERT_EQ(MergeAll(), S_OK);
+    const std::wstring expected = TextOf(manager.GetPtrToDefaultPrintTicketForReading());
+    EXPECT_EQ(TextOf(manager.GetPtrToJobPrintTicketForReading()), expected);
+    EXPECT_EQ(TextOf(manager.GetPtrToDocPrintTicketForReading()), expected);
+    EXPECT_EQ(TextOf(manager.GetPtrToPagePrintTicketForReading()),
+              expected); // unmerged: also what is the job's
+}
+
+TEST_F(PrintTicketManagerTest, EachLevelLiesOverTheOneAbove) {
+    job->ticket = Ticket(L"/Metadata/Job_PT.xml", Choice("psk:PageOrientation", "psk:Landscape") +
+                                                      Choice("psk:PageMediaSize", "psk:ISOA3") +
+                                                      Choice("psk:JobInputBin", "psk:Manual"));
+    document->ticket = Ticket(L"/Metadata/Doc_PT.xml", Choice("psk:PageMediaSize", "psk:NorthAmericaLetter") +
+                                                           Choice("psk:PageOutputColor", "psk:Monochrome"));
+    page->ticket = Ticket(L"/Metadata/Page_PT.xml", Choice("psk:PageOutputColor", "psk:Color"));
+    ASSERT_TRUE(SUCCEEDED(MergeAll()));
+    EXPECT_EQ(Options(L"PageOrientation"), (Levels{L"Portrait", L"Landscape", L"Landscape", L"Landscape"}));
+    EXPECT_EQ(Options(L"PageMediaSize"),
+              (Levels{L"ISOA4", L"ISOA3", L"NorthAmericaLetter", L"NorthAmericaLetter"}));
+    EXPECT_EQ(Options(L"PageOutputColor"), (Levels{L"Color", L"Color", L"Monochrome", L"Color"}));
+    EXPECT_EQ(Options(L"JobInputBin"), (Levels{L"AutoSelect", L"Manual", L"", L""}));
+
+    // The next document is merged on the job, not on the document before it.
+    document->ticket.Release();
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    EXPECT_EQ(manager.GetPtrToPagePrintTicketForReading(), nullptr);
+    EXPECT_EQ(OptionOf(manager.GetPtrToDocPrintTicketForReading(), L"PageMediaSize"), L"ISOA3");
+}
+
+TEST_F(PrintTicketManagerTest, EditOfALevelDoesNotReachTheNext) {
+    for (const bool withTickets : {false, true}) {
+        if (withTickets) {
+            job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
+            document->ticket = Ticket(L"/d", Choice("psk:PageOutputColor", "psk:Monochrome"));
+        }
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
+        Edit(manager.GetPtrToJobPrintTicketForReading());
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(document)));
+        Edit(manager.GetPtrToDocPrintTicketForReading());
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+        EXPECT_EQ(Options(L"PageOrientation"),
+                  (Levels{L"Portrait", L"ReversePortrait", L"ReversePortrait", L"Portrait"}));
+    }
+}
+
+TEST_F(PrintTicketManagerTest, MergeOfALevelClearsItsFlagAndThoseBelow) {
+    ASSERT_EQ(MergeAll(), S_OK);
+    const auto set = [&] {
+        manager.SetJobPtChangedFlag(true);
+        manager.SetDocPtChangedFlag(true);
+        manager.SetPagePtChangedFlag(true);
+    };
+    set();
+    manager.MergeAndValidatePartPrintTicket(page);
+    EXPECT_TRUE(manager.GetJobPtChangedFlag() && manager.GetDocPtChangedFlag() &&
+                !manager.GetPagePtChangedFlag());
+    set();
+    manager.MergeAndValidatePartPrintTicket(document);
+    EXPECT_TRUE(manager.GetJobPtChangedFlag() && !manager.GetDocPtChangedFlag() &&
+                !manager.GetPagePtChangedFlag());
+    set();
+    manager.MergeAndValidatePartPrintTicket(job);
+    EXPECT_FALSE(manager.GetJobPtChangedFlag() || manager.GetDocPtChangedFlag() ||
+                 manager.GetPagePtChangedFlag());
+}
+
+TEST_F(PrintTicketManagerTest, DefaultsPasscodeDoesNotLockAJobThatAskedForNone) {
+    std::string defaultTicket = queue.DefaultTicket();
+    const std::string passcode = Choice("pskv11:JobPasscode", "psk:On");
+    if (const auto at = defaultTicket.find("<psf:Feature name=\"pskv11:JobPasscode\"");
+        at != std::string::npos) {
+        defaultTicket.erase(at, defaultTicket.find("</psf:Feature>", at) + 14 - at);
+    }
+    defaultTicket.insert(defaultTicket.rfind("</psf:PrintTicket>"), passcode);
+    ASSERT_EQ(Initialize(manager, defaultTicket), S_OK);
+
+    const auto expectPasscode = [&](bool inJob, const char* what) {
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job))) << what;
+        EXPECT_EQ(HasPasscode(manager.GetPtrToJobPrintTicketForReading()), inJob) << what;
+        // The document without a ticket is the copy of what the next level stands on.
+        ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK) << what;
+        EXPECT_EQ(HasPasscode(manager.GetPtrToDocPrintTicketForReading()), inJob) << what;
+    };
+    expectPasscode(true, "no job ticket");
+    job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
+    expectPasscode(false, "job ticket without the feature");
+    job->ticket = Ticket(L"/j", passcode);
+    expectPasscode(true, "job ticket with the feature");
+}
+
+TEST_F(PrintTicketManagerTest, PagesOfOneTicketPartCostOneMerge) {
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(job), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    const auto ticket = MakeFake<FakePrintTicketPart>(
+        L"/Metadata/Page_PT.xml", TicketText(Choice("psk:PageOrientation", "psk:Landscape")));
+    page->ticket = ticket.p;
+    for (int number = 0; number < 200; ++number) {
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+        // An edit of one page does not appear in the next.
+        ASSERT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"Landscape");
+        Edit(manager.GetPtrToPagePrintTicketForReading());
+    }
+    EXPECT_EQ(ticket->streamsGiven, 1);
+
+    // It outlives document and job, and ends when it is told to.
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(job), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(page), S_OK);
+    EXPECT_EQ(ticket->streamsGiven, 1);
+    EXPECT_EQ(manager.ClearPerJobInMemoryDomDocumentCaches(), S_OK);
+    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_EQ(ticket->streamsGiven, 2);
+
+    // Another part is another merge, and one without a URI has a place of its own.
+    page->ticket = Ticket(L"/Metadata/Other_PT.xml", Choice("psk:PageOrientation", "psk:ReverseLandscape"));
+    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"ReverseLandscape");
+    ticket->uriResult = E_ELEMENT_NOT_FOUND;
+    page->ticket = ticket.p;
+    for (int number = 0; number < 2; ++number) {
+        ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+        EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"Landscape");
+    }
+    EXPECT_EQ(ticket->streamsGiven, 3);
+}
+
+TEST_F(PrintTicketManagerTest, BadTicketFailsItsLevelAndLeavesItEmpty) {
+    const auto bad = MakeFake<FakePrintTicketPart>(L"/bad", "<broken");
+    job->ticket = bad.p;
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT));
+    EXPECT_EQ(manager.GetPtrToJobPrintTicketForReading(), nullptr);
+    // What stands above is not there to merge on.
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(document), E_POINTER);
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page), E_POINTER);
+
+    job->ticket.Release();
+    document->ticket = bad.p;
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(job), S_OK);
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(document),
+              static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT));
+    EXPECT_EQ(manager.GetPtrToDocPrintTicketForReading(), nullptr);
+
+    document->ticket.Release();
+    page->ticket = bad.p;
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page),
+              static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT));
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page),
+              static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT));
+    bad->streamResult = E_ACCESSDENIED;
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page), E_ACCESSDENIED);
+}
+
+TEST_F(PrintTicketManagerTest, TicketThatCannotBeFetchedCountsAsNothingToLayOver) {
+    job->ticketResult = document->ticketResult = page->ticketResult = E_ACCESSDENIED;
+    ASSERT_TRUE(SUCCEEDED(MergeAll()));
+    EXPECT_EQ(Options(L"PageMediaSize"), (Levels{L"ISOA4", L"ISOA4", L"ISOA4", L"ISOA4"}));
+    EXPECT_EQ(Options(L"JobInputBin"),
+              (Levels{L"AutoSelect", L"AutoSelect", L"", L""})); // merged, so in scope
+}
+
+TEST_F(PrintTicketManagerTest, PartsOwnTicketIsGivenAsItIs) {
+    EXPECT_EQ(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(page)), nullptr);
+    page->ticket = Ticket(L"/p", Choice("psk:PageOrientation", "psk:Landscape"));
+    document->ticket = page->ticket;
+    job->ticket = page->ticket;
+    for (const auto& copy :
+         {manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(page)),
+          manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedDocument*>(document)),
+          manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedDocumentSequence*>(job))}) {
+        ASSERT_TRUE(copy);
+        EXPECT_EQ(OptionOf(copy->GetDomDocPtr(), L"PageOrientation"), L"Landscape");
+        EXPECT_EQ(OptionOf(copy->GetDomDocPtr(), L"PageMediaSize"), L"");
+    }
+    page->ticket = CComPtr<IPartPrintTicket>(new FakePrintTicketPart(L"/p", "<broken"));
+    EXPECT_EQ(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(page)), nullptr);
+    EXPECT_EQ(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(nullptr)), nullptr);
+}
+
+TEST_F(PrintTicketManagerTest, FirstUpdateOfATicketPartStays) {
+    const auto first = MakeFake<FakePrintTicketPart>(L"/Metadata/Job_PT.xml");
+    const auto second = MakeFake<FakePrintTicketPart>(L"/Metadata/Job_PT.xml");
+    EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(first), S_OK);
+    EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(second), S_OK);
+    EXPECT_EQ(first->References(), 2u);
+    EXPECT_EQ(second->References(), 1u);
+    manager.ClearPerJobInMemoryDomDocumentCaches();
+
+    CXString uri(L"/Metadata/Job_PT.xml");
+    IPartPrintTicket* found = nullptr;
+    EXPECT_EQ(manager.GetUpdatedPrintTicketFromMap(uri, &found), S_OK);
+    EXPECT_EQ(found, static_cast<IPartPrintTicket*>(first));
+    EXPECT_EQ(first->References(), 2u);
+    uri = L"/Metadata/Other.xml";
+    EXPECT_EQ(manager.GetUpdatedPrintTicketFromMap(uri, &found), S_FALSE);
+    EXPECT_EQ(found, nullptr);
+
+    EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(nullptr), E_POINTER);
+    EXPECT_EQ(manager.GetUpdatedPrintTicketFromMap(uri, nullptr), E_POINTER);
+    second->uriResult = E_ABORT;
+    EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(second), E_ABORT);
+}
+
+TEST_F(PrintTicketManagerTest, CopySharesTheTicketsAndTakesTheProvider) {
+    job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
+    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
+    manager.SetJobPtChangedFlag(true);
+    PrintTicketManager copy(manager);
+    EXPECT_EQ(copy.GetPtrToJobPrintTicketForReading(), manager.GetPtrToJobPrintTicketForReading());
+    EXPECT_TRUE(copy.GetJobPtChangedFlag());
+    EXPECT_STREQ(copy.GetPrinterName(), SampleQueue::name);
+
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), E_POINTER);
+    EXPECT_TRUE(SUCCEEDED(copy.MergeAndValidatePartPrintTicket(job)));
+    manager = copy;
+    EXPECT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
+    EXPECT_EQ(copy.MergeAndValidatePartPrintTicket(job), E_POINTER);
+}
+
+TEST_F(PrintTicketManagerTest, SpoolerNamesTheJobAndItsUser) {
+    CXString jobName(L"old");
+    CXString userName(L"old");
+    CXString domain(L"old");
+    EXPECT_EQ(manager.GetJobNameUserNameAndDomainName(7, queue.handle, jobName, userName, domain), S_OK);
+    EXPECT_STREQ(jobName, L"Report");
+    EXPECT_STREQ(userName, L"ada");
+    EXPECT_FALSE(domain == L"old");
+    EXPECT_EQ(manager.GetJobNameUserNameAndDomainName(8, queue.handle, jobName, userName, domain), E_FAIL);
+    EXPECT_TRUE(jobName.IsEmpty() && userName.IsEmpty());
+}
+
+} // namespace
