@@ -42,9 +42,7 @@ function(ov_floor target export_macro)
     endif()
     add_library(${target} SHARED ${sources})
     target_compile_definitions(${target} PRIVATE ${export_macro}_BUILD)
-    target_include_directories(${target} PUBLIC
-        $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>
-        $<INSTALL_INTERFACE:${OV_INSTALL_HEADERS}/${target}>)
+    target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
     target_link_libraries(${target} PUBLIC ${floor_PUBLIC}
         PRIVATE $<BUILD_INTERFACE:ov-build-options> ${floor_PRIVATE})
 endfunction()
@@ -59,6 +57,7 @@ endfunction()
 
 # ov_install_rooms(<target>): the headers of a floor, each in its room.
 function(ov_install_rooms target)
+    target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${OV_INSTALL_HEADERS}/${target}>)
     install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/ DESTINATION ${OV_INSTALL_HEADERS}/${target}
         FILES_MATCHING PATTERN "*.h")
 endfunction()
