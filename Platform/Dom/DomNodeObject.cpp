@@ -9,6 +9,7 @@
 #include "Dom/DomSerializer.h"
 #include "Dom/TextConversion.h"
 #include "Dom/XPathCache.h"
+#include "Dom/XmlDeclaration.h"
 
 #include <array>
 
@@ -262,11 +263,18 @@ HRESULT DomNodeObject::SetValue(std::string_view value) {
         return S_OK;
     }
     default:
-        if (!DomNodeFactory::MayHold(m_node->type, View(m_node->name), value)) return E_INVALIDARG;
-        xmlNodeSetContentLen(m_node, AsXml(std::string(value).c_str()), static_cast<int>(value.size()));
-        m_tree->Changed();
-        return S_OK;
+        return SetData(value);
     }
+}
+
+HRESULT DomNodeObject::SetData(std::string_view value) {
+    if (!DomNodeFactory::MayHold(m_node->type, View(m_node->name), value)) return E_INVALIDARG;
+    std::string data(value);
+    if (m_node->type == XML_PI_NODE && View(m_node->name) == "xml")
+        data = XmlDeclaration::FromData(value)->Data();
+    xmlNodeSetContentLen(m_node, AsXml(data.c_str()), static_cast<int>(data.size()));
+    m_tree->Changed();
+    return S_OK;
 }
 
 HRESULT DomNodeObject::TypedValue(VARIANT* value) const {

@@ -105,6 +105,7 @@ protected:
     virtual void BeforeUse() {}
 
 private:
+    HRESULT SetData(std::string_view value);
     HRESULT Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode** inserted);
 
     DomTree* m_tree;

@@ -19,6 +19,42 @@ struct ObjectDeleter {
 };
 using Result = std::unique_ptr<xmlXPathObject, ObjectDeleter>;
 
+/// The library reports some errors to the thread's handler too, which would print them.
+class QuietErrors {
+public:
+    QuietErrors() noexcept : m_handler(xmlGenericError), m_context(xmlGenericErrorContext) {
+        xmlSetGenericErrorFunc(nullptr, [](void*, const char*, ...) {});
+    }
+    ~QuietErrors() { xmlSetGenericErrorFunc(m_context, m_handler); }
+    QuietErrors(const QuietErrors&) = delete;
+    QuietErrors& operator=(const QuietErrors&) = delete;
+
+private:
+    xmlGenericErrorFunc m_handler;
+    void* m_context;
+};
+
+struct Complaint {
+    int error;
+    const char* text;
+};
+constexpr Complaint Complaints[] = {
+    {XPATH_UNDEF_PREFIX_ERROR, "The query uses a prefix that SelectionNamespaces does not declare"},
+    {XPATH_UNKNOWN_FUNC_ERROR, "The query calls a function that does not exist"},
+    {XPATH_UNDEF_VARIABLE_ERROR, "The query uses a variable"},
+    {XPATH_INVALID_TYPE, "The query treats a value as a set of nodes"},
+    {XPATH_INVALID_ARITY, "The query calls a function with the wrong number of arguments"},
+    {XPATH_UNCLOSED_ERROR, "A bracket of the query is not closed"},
+    {XPATH_UNFINISHED_LITERAL_ERROR, "A literal of the query is not closed"},
+    {XPATH_INVALID_PREDICATE_ERROR, "A predicate of the query is not well formed"},
+};
+
+const char* ComplaintOf(int error) noexcept {
+    for (const Complaint& complaint : Complaints)
+        if (complaint.error == error) return complaint.text;
+    return "The query is not well formed";
+}
+
 bool IsNode(const xmlNode* node) noexcept { return node->type != XML_NAMESPACE_DECL; }
 
 } // namespace
@@ -48,10 +84,9 @@ void XPathCache::Forget() noexcept {
 
 void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
     std::string& reason = static_cast<XPathCache*>(cache)->m_reason;
-    if (!reason.empty() || error->message == nullptr) return;
+    if (!reason.empty()) return;
     try {
-        reason = error->message;
-        reason.erase(reason.find_last_not_of(" \n") + 1);
+        reason = ComplaintOf(error->code - XML_XPATH_EXPRESSION_OK);
     } catch (const std::bad_alloc&) {
         reason.clear();
     }
@@ -78,6 +113,7 @@ xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
 
 xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
                                      const SelectionNamespaces& namespaces) {
+    const QuietErrors quiet;
     m_reason.clear();
     xmlXPathCompExpr* expression = Compiled(query);
     if (expression == nullptr) return nullptr;

@@ -1,0 +1,202 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+namespace {
+
+CComPtr<IXMLDOMNamedNodeMap> MapOf(IXMLDOMNode* element) {
+    CComPtr<IXMLDOMNamedNodeMap> map;
+    EXPECT_EQ(S_OK, element->get_attributes(&map));
+    return map;
+}
+
+CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, std::string_view name, std::string_view uri,
+                                       std::string_view value) {
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri), &node));
+    CComPtr<IXMLDOMAttribute> attribute;
+    EXPECT_EQ(S_OK, node->QueryInterface(&attribute));
+    EXPECT_EQ(S_OK, attribute->put_value(Value(value)));
+    return attribute;
+}
+
+TEST(DomAttributes, StandWithDeclarationsInSourceOrder) {
+    struct Case {
+        const char* xml;
+        const char* attributes;
+    };
+    const Case cases[] = {
+        {"<a/>", ""},
+        {"<a x='1' y='2'/>", "x=1 y=2"},
+        {"<a xmlns='urn:d' xmlns:p='urn:p' x='1'/>", "xmlns=urn:d xmlns:p=urn:p x=1"},
+        {"<a x='1' xmlns:p='urn:p' y='2' xmlns='urn:d' p:z='3'/>", "x=1 xmlns:p=urn:p y=2 xmlns=urn:d p:z=3"},
+        {"<a x='1' y='2' xmlns:p='urn:p'/>", "x=1 y=2 xmlns:p=urn:p"},
+        {"<a\n x = \"xmlns:q='1'\"\n\txmlns:p\n=\n'urn:&lt;p'\ny='>'/>", "x=xmlns:q='1' xmlns:p=urn:<p y=>"},
+        {"<a xmlns:xml='http://www.w3.org/XML/1998/namespace' x='1' xmlns:p='u'/>", "x=1 xmlns:p=u"},
+    };
+    for (const Case& each : cases) {
+        auto document = Parsed(each.xml);
+        EXPECT_EQ(each.attributes, AttributesOf(RootOf(document))) << each.xml;
+        EXPECT_EQ(each.attributes, AttributesOf(RootOf(Parsed(XmlOf(document))))) << each.xml;
+        auto clone = NewDocument();
+        EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(document.p))));
+        EXPECT_EQ(each.attributes, AttributesOf(RootOf(clone))) << each.xml;
+        CComPtr<IXMLDOMNode> copy;
+        EXPECT_EQ(S_OK, RootOf(document)->cloneNode(VARIANT_TRUE, &copy));
+        EXPECT_EQ(each.attributes, AttributesOf(copy)) << each.xml;
+    }
+    // The order of an inner element, and of text that was converted from another encoding.
+    auto document = NewDocument();
+    EXPECT_EQ(S_OK, Load(document,
+                         Bytes("<?xml version='1.0' encoding='ISO-8859-1'?><r><a x='\xFC' xmlns:p='u' y='2'/>"
+                               "</r>")));
+    EXPECT_EQ("x=\xC3\xBC xmlns:p=u y=2", AttributesOf(First(document, "/r/a")));
+}
+
+TEST(DomAttributes, RenameAPrefixAsTicketsNeedIt) {
+    auto document = Parsed("<p:a xmlns:p='urn:p' v='1' xmlns:n0='urn:own' w='2'><p:b name='n0:x'/></p:a>");
+    auto root = RootOf(document);
+    auto added = NewAttribute(document, "xmlns:ok", "", "urn:own");
+    EXPECT_EQ(S_OK, root->setAttributeNode(added, nullptr));
+    EXPECT_EQ("xmlns:p=urn:p v=1 xmlns:n0=urn:own w=2 xmlns:ok=urn:own", AttributesOf(root));
+
+    CComPtr<IXMLDOMNode> removed;
+    EXPECT_EQ(S_OK, MapOf(root)->removeNamedItem(CComBSTR(L"xmlns:n0"), &removed));
+    EXPECT_EQ("xmlns:n0", NameOf(removed));
+    EXPECT_EQ("urn:own", TextOf(removed));
+    EXPECT_EQ("xmlns:p=urn:p v=1 w=2 xmlns:ok=urn:own", AttributesOf(root));
+    CComPtr<IXMLDOMNode> absent;
+    EXPECT_EQ(S_FALSE, MapOf(root)->removeNamedItem(CComBSTR(L"xmlns:n0"), &absent));
+    EXPECT_FALSE(absent);
+    EXPECT_EQ(E_INVALIDARG, MapOf(root)->removeNamedItem(nullptr, nullptr));
+    EXPECT_EQ("<p:a xmlns:p=\"urn:p\" v=\"1\" w=\"2\" xmlns:ok=\"urn:own\"><p:b name=\"n0:x\"/></p:a>",
+              XmlOf(root));
+
+    // The attribute that was set is the one that stands there now.
+    EXPECT_EQ(S_OK, added->put_value(Value("urn:other")));
+    CComVariant value;
+    EXPECT_EQ(S_OK, root->getAttribute(CComBSTR(L"xmlns:ok"), &value));
+    EXPECT_EQ("urn:other", Narrow(value.bstrVal));
+}
+
+TEST(DomAttributes, ADeclarationThatGoesLeavesNodesInTheirNamespace) {
+    auto document = Parsed("<p:a xmlns:p='urn:p'><p:b p:x='1'/></p:a>");
+    CComPtr<IXMLDOMNode> removed;
+    EXPECT_EQ(S_OK, MapOf(RootOf(document))->removeNamedItem(CComBSTR(L"xmlns:p"), &removed));
+    EXPECT_EQ("", AttributesOf(RootOf(document)));
+    EXPECT_EQ("<p:a xmlns:p=\"urn:p\"><p:b p:x=\"1\"/></p:a>", XmlOf(RootOf(document)));
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:q='urn:p'")));
+    EXPECT_TRUE(First(document, "/q:a/q:b[@q:x='1']"));
+
+    // It may come back, also after its document's element is gone.
+    CComPtr<IXMLDOMElement> other;
+    EXPECT_EQ(S_OK, document->createElement(CComBSTR(L"c"), &other));
+    EXPECT_EQ(S_OK, MapOf(other)->setNamedItem(removed, nullptr));
+    EXPECT_EQ("<c xmlns:p=\"urn:p\"/>", XmlOf(other));
+    EXPECT_EQ(E_FAIL, MapOf(RootOf(document))->setNamedItem(removed, nullptr)) << "another element has it";
+}
+
+TEST(DomAttributes, MustNotContradictTheNamesInUse) {
+    auto document = Parsed("<p:a xmlns:p='urn:p' xmlns:q='urn:q' q:x='1'><b/></p:a>");
+    auto root = RootOf(document);
+    EXPECT_EQ(E_INVALIDARG, root->setAttribute(CComBSTR(L"xmlns:p"), Value("urn:z")));
+    EXPECT_EQ(E_INVALIDARG, root->setAttribute(CComBSTR(L"xmlns:q"), Value("urn:z")));
+    EXPECT_EQ(E_INVALIDARG, root->setAttribute(CComBSTR(L"xmlns:xml"), Value("urn:z")));
+    EXPECT_EQ(E_INVALIDARG, root->setAttributeNode(NewAttribute(document, "xmlns:p", "", "urn:z"), nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->setAttributeNode(NewAttribute(document, "q:y", "urn:z", "1"), nullptr));
+    EXPECT_EQ(E_FAIL, root->setAttribute(CComBSTR(L"z:y"), Value("1"))) << "no such prefix";
+    EXPECT_EQ(E_INVALIDARG, root->setAttribute(CComBSTR(L"a b"), Value("1")));
+    EXPECT_EQ("xmlns:p=urn:p xmlns:q=urn:q q:x=1", AttributesOf(root));
+
+    EXPECT_EQ(S_OK, root->setAttribute(CComBSTR(L"q:y"), Value("2"))) << "a prefix in scope";
+    EXPECT_EQ(S_OK, root->setAttribute(CComBSTR(L"xml:space"), Value("preserve")));
+    auto inner = First(document, "//b");
+    CComQIPtr<IXMLDOMElement> b(inner.p);
+    EXPECT_EQ(S_OK, b->setAttribute(CComBSTR(L"xmlns:p"), Value("urn:other")));
+    EXPECT_EQ("<p:a xmlns:p=\"urn:p\" xmlns:q=\"urn:q\" q:x=\"1\" q:y=\"2\" xml:space=\"preserve\">"
+              "<b xmlns:p=\"urn:other\"/></p:a>",
+              XmlOf(root));
+}
+
+TEST(DomAttributes, AnswerForTheirNames) {
+    auto document = Parsed("<p:a xmlns='urn:d' xmlns:p='urn:p' p:x='1' y='2'/>");
+    struct Case {
+        const char* name;
+        const char* base;
+        const char* prefix;
+        const char* uri;
+    };
+    const Case cases[] = {
+        {"xmlns", "xmlns", "", "http://www.w3.org/2000/xmlns/"},
+        {"xmlns:p", "p", "xmlns", "http://www.w3.org/2000/xmlns/"},
+        {"p:x", "x", "p", "urn:p"},
+        {"y", "y", "", ""},
+    };
+    for (const Case& each : cases) {
+        CComPtr<IXMLDOMNode> node, qualified;
+        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getNamedItem(Wide(each.name), &node)) << each.name;
+        CComBSTR base, prefix, uri;
+        EXPECT_EQ(S_OK, node->get_baseName(&base));
+        EXPECT_EQ(*each.prefix ? S_OK : S_FALSE, node->get_prefix(&prefix)) << each.name;
+        EXPECT_EQ(*each.uri ? S_OK : S_FALSE, node->get_namespaceURI(&uri)) << each.name;
+        EXPECT_EQ(each.base, Narrow(base));
+        EXPECT_EQ(each.prefix, Narrow(prefix));
+        EXPECT_EQ(each.uri, Narrow(uri));
+        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getQualifiedItem(base, uri, &qualified)) << each.name;
+        EXPECT_TRUE(node.IsEqualObject(qualified)) << each.name;
+        CComPtr<IXMLDOMNode> parent;
+        EXPECT_EQ(S_FALSE, node->get_parentNode(&parent));
+    }
+    CComVariant value;
+    EXPECT_EQ(S_FALSE, RootOf(document)->getAttribute(CComBSTR(L"x"), &value));
+    EXPECT_EQ(VT_NULL, value.vt);
+    EXPECT_EQ(E_INVALIDARG, RootOf(document)->getAttribute(nullptr, &value));
+    EXPECT_EQ(E_INVALIDARG, RootOf(document)->getAttribute(CComBSTR(L"x"), nullptr));
+}
+
+TEST(DomAttributes, AReplacedAttributeIsGivenBackAndItsPlaceKept) {
+    auto document = Parsed("<a x='1' xmlns:p='urn:p' y='2' z='3'/>");
+    auto root = RootOf(document);
+    CComPtr<IXMLDOMAttribute> old;
+    EXPECT_EQ(S_OK, root->setAttributeNode(NewAttribute(document, "y", "", "9"), &old));
+    EXPECT_EQ("2", TextOf(old));
+    EXPECT_EQ("x=1 xmlns:p=urn:p y=9 z=3", AttributesOf(root));
+    CComPtr<IXMLDOMAttribute> oldDeclaration;
+    EXPECT_EQ(S_OK, root->setAttributeNode(NewAttribute(document, "xmlns:p", "", "urn:q"), &oldDeclaration));
+    EXPECT_EQ("urn:p", TextOf(oldDeclaration));
+    EXPECT_EQ("x=1 xmlns:p=urn:q y=9 z=3", AttributesOf(root));
+    EXPECT_EQ(S_OK, root->removeAttribute(CComBSTR(L"x")));
+    EXPECT_EQ(S_FALSE, root->removeAttribute(CComBSTR(L"x")));
+    CComPtr<IXMLDOMAttribute> z;
+    EXPECT_EQ(S_OK, root->getAttributeNode(CComBSTR(L"z"), &z));
+    EXPECT_EQ(S_OK, root->removeAttributeNode(z, nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->removeAttributeNode(z, nullptr));
+    EXPECT_EQ("xmlns:p=urn:q y=9", AttributesOf(root));
+}
+
+TEST(DomAttributes, AMapSeesChangesWhileItIsWalked) {
+    auto document = Parsed("<a v='0' w='1' x='2' y='3'/>");
+    auto map = MapOf(RootOf(document));
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(S_OK, map->nextNode(&node));
+    EXPECT_EQ("v", NameOf(node));
+    EXPECT_EQ(S_OK, node->put_nodeValue(Value("changed")));
+    node.Release();
+    EXPECT_EQ(S_OK, map->nextNode(&node));
+    EXPECT_EQ("w", NameOf(node));
+    EXPECT_EQ(S_OK, map->removeNamedItem(CComBSTR(L"x"), nullptr));
+    node.Release();
+    EXPECT_EQ(S_OK, map->nextNode(&node));
+    EXPECT_EQ("y", NameOf(node));
+    node.Release();
+    EXPECT_EQ(S_FALSE, map->nextNode(&node));
+    EXPECT_EQ(S_OK, map->reset());
+    LONG length = 0;
+    EXPECT_EQ(S_OK, map->get_length(&length));
+    EXPECT_EQ(3, length);
+    EXPECT_EQ(S_OK, map->get_item(0, &node));
+    EXPECT_EQ("changed", TextOf(node));
+    node.Release();
+    EXPECT_EQ(S_FALSE, map->get_item(3, &node));
+    EXPECT_EQ(S_FALSE, map->get_item(-1, &node));
+}
+
+} // namespace

@@ -1,0 +1,312 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+#include <Com/FaultInjection.h>
+
+#include <functional>
+
+namespace {
+
+CComPtr<IXMLDOMNode> NewElement(IXMLDOMDocument* document, std::string_view name, std::string_view uri = "") {
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ELEMENT), Wide(name), Wide(uri), &node));
+    return node;
+}
+
+CComVariant Reference(IXMLDOMNode* node) { return CComVariant(static_cast<IUnknown*>(node)); }
+
+TEST(DomEditing, InsertsMovesReplacesAndRemoves) {
+    auto document = Parsed("<r><a/><b/><c/></r>");
+    auto root = RootOf(document);
+    auto d = NewElement(document, "d");
+    CComPtr<IXMLDOMNode> inserted;
+    EXPECT_EQ(S_OK, root->insertBefore(d, Reference(First(root, "a")), &inserted));
+    EXPECT_EQ(d.p, inserted.p);
+    EXPECT_EQ("<r><d/><a/><b/><c/></r>", XmlOf(root));
+    EXPECT_EQ(S_OK, root->insertBefore(d, CComVariant(), nullptr)) << "without a reference it comes last";
+    EXPECT_EQ("<r><a/><b/><c/><d/></r>", XmlOf(root));
+    EXPECT_EQ(S_OK, root->insertBefore(d, Reference(d), nullptr));
+    EXPECT_EQ("<r><a/><b/><c/><d/></r>", XmlOf(root));
+    EXPECT_EQ(S_OK, First(root, "a")->appendChild(First(root, "c"), nullptr));
+    EXPECT_EQ("<r><a><c/></a><b/><d/></r>", XmlOf(root));
+
+    CComPtr<IXMLDOMNode> old;
+    EXPECT_EQ(S_OK, root->replaceChild(NewElement(document, "e"), First(root, "b"), &old));
+    EXPECT_EQ("b", NameOf(old));
+    EXPECT_EQ(S_OK, root->replaceChild(d, First(root, "e"), nullptr));
+    EXPECT_EQ("<r><a><c/></a><d/></r>", XmlOf(root));
+    EXPECT_EQ(S_OK, root->removeChild(d, nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->removeChild(d, nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->removeChild(nullptr, nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->insertBefore(d, Reference(old), nullptr));
+    EXPECT_EQ("<r><a><c/></a></r>", XmlOf(root));
+}
+
+TEST(DomEditing, KeepsDocumentsSound) {
+    auto document = Parsed("<r><a><b/></a></r>");
+    auto root = RootOf(document);
+    CComPtr<IXMLDOMText> text;
+    EXPECT_EQ(S_OK, document->createTextNode(Wide("t"), &text));
+    CComPtr<IXMLDOMNode> attribute;
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide(""), &attribute));
+    EXPECT_EQ(E_FAIL, document->appendChild(text, nullptr));
+    EXPECT_EQ(E_FAIL, document->appendChild(NewElement(document, "second"), nullptr));
+    EXPECT_EQ(E_FAIL, root->appendChild(attribute, nullptr));
+    EXPECT_EQ(E_FAIL, First(root, "a/b")->appendChild(First(root, "a"), nullptr)) << "into itself";
+    EXPECT_EQ(E_FAIL, root->appendChild(document, nullptr));
+    EXPECT_EQ(E_FAIL, text->appendChild(First(root, "a"), nullptr));
+    EXPECT_EQ(E_FAIL, document->replaceChild(text, root, nullptr));
+    EXPECT_EQ("<r><a><b/></a></r>\r\n", XmlOf(document));
+
+    auto fresh = NewElement(document, "fresh");
+    CComQIPtr<IXMLDOMElement> element(fresh.p);
+    EXPECT_EQ(S_OK, document->putref_documentElement(element));
+    EXPECT_EQ("<fresh/>\r\n", XmlOf(document));
+}
+
+TEST(DomEditing, NamesAndContentsMustBeProper) {
+    auto document = Parsed("<r/>");
+    struct Case {
+        int type;
+        const char* name;
+        const char* uri;
+        HRESULT result;
+    };
+    const Case cases[] = {
+        {NODE_ELEMENT, "a", "", S_OK},
+        {NODE_ELEMENT, "p:a", "urn:p", S_OK},
+        {NODE_ELEMENT, "p:a", "", E_FAIL},
+        {NODE_ELEMENT, "a b", "", E_INVALIDARG},
+        {NODE_ELEMENT, "", "", E_INVALIDARG},
+        {NODE_ELEMENT, "p:", "urn:p", E_INVALIDARG},
+        {NODE_ELEMENT, "xmlns:a", "urn:p", E_INVALIDARG},
+        {NODE_ATTRIBUTE, "xmlns:a", "urn:p", E_INVALIDARG},
+        {NODE_ATTRIBUTE, "xmlns:a", "http://www.w3.org/2000/xmlns/", S_OK},
+        {NODE_ATTRIBUTE, "xml:lang", "", S_OK},
+        {NODE_ATTRIBUTE, "xml:lang", "urn:p", E_INVALIDARG},
+        {NODE_PROCESSING_INSTRUCTION, "a:b", "", E_INVALIDARG},
+        {NODE_TEXT, "", "", S_OK},
+        {NODE_DOCUMENT, "", "", E_INVALIDARG},
+        {99, "a", "", E_INVALIDARG},
+    };
+    for (const Case& each : cases) {
+        CComPtr<IXMLDOMNode> node;
+        EXPECT_EQ(each.result,
+                  document->createNode(CComVariant(each.type), Wide(each.name), Wide(each.uri), &node))
+            << each.name;
+        EXPECT_EQ(each.result == S_OK, node.p != nullptr);
+    }
+    CComPtr<IXMLDOMNode> byName;
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(L"element"), Wide("a"), nullptr, &byName));
+    CComPtr<IXMLDOMComment> comment;
+    EXPECT_EQ(E_INVALIDARG, document->createComment(Wide("a--b"), &comment));
+    CComPtr<IXMLDOMCDATASection> section;
+    EXPECT_EQ(S_OK, document->createCDATASection(Wide("a]]>b"), &section));
+    EXPECT_EQ("<![CDATA[a]]]]><![CDATA[>b]]>", XmlOf(section));
+}
+
+TEST(DomEditing, MovesNodesBetweenDocuments) {
+    auto source =
+        Parsed("<p:r xmlns:p='urn:p' xmlns:q='urn:q'><p:a q:x='1' xmlns:own='urn:own' y='2'><p:b>t</p:b>"
+               "</p:a></p:r>");
+    auto target = Parsed("<r/>");
+    CComPtr<IXMLDOMNode> a, b, text;
+    a = First(source, "//*[local-name()='a']");
+    b = First(source, "//*[local-name()='b']");
+    EXPECT_EQ(S_OK, b->get_firstChild(&text));
+    CComPtr<IXMLDOMNode> declaration;
+    CComPtr<IXMLDOMNamedNodeMap> map;
+    EXPECT_EQ(S_OK, a->get_attributes(&map));
+    EXPECT_EQ(S_OK, map->getNamedItem(CComBSTR(L"xmlns:own"), &declaration));
+
+    EXPECT_EQ(S_OK, RootOf(target)->appendChild(a, nullptr));
+    EXPECT_EQ("<p:r xmlns:p=\"urn:p\" xmlns:q=\"urn:q\"/>\r\n", XmlOf(source));
+    source.Release();
+    EXPECT_EQ("<r><p:a q:x=\"1\" xmlns:own=\"urn:own\" y=\"2\" xmlns:p=\"urn:p\" "
+              "xmlns:q=\"urn:q\"><p:b>t</p:b></p:a>"
+              "</r>",
+              XmlOf(RootOf(target)));
+    // Whoever held a node holds the one that moved.
+    EXPECT_EQ("p:b", NameOf(b));
+    EXPECT_TRUE(b.IsEqualObject(First(target, "//*[local-name()='b']")));
+    CComPtr<IXMLDOMDocument> owner;
+    EXPECT_EQ(S_OK, text->get_ownerDocument(&owner));
+    EXPECT_TRUE(owner.IsEqualObject(target));
+    EXPECT_EQ(S_OK, declaration->put_nodeValue(Value("urn:new")));
+    EXPECT_EQ("q:x=1 xmlns:own=urn:new y=2", AttributesOf(a));
+
+    auto third = NewDocument();
+    CComPtr<IXMLDOMDocument3> importer;
+    EXPECT_EQ(S_OK, third->QueryInterface(&importer));
+    CComPtr<IXMLDOMNode> copy;
+    EXPECT_EQ(S_OK, importer->importNode(b, VARIANT_TRUE, &copy));
+    EXPECT_EQ(S_OK, third->appendChild(copy, nullptr));
+    EXPECT_EQ("<p:b xmlns:p=\"urn:p\">t</p:b>\r\n", XmlOf(third));
+}
+
+TEST(DomEditing, FragmentsGiveTheirChildren) {
+    auto document = Parsed("<r><z/></r>");
+    CComPtr<IXMLDOMDocumentFragment> fragment;
+    EXPECT_EQ(S_OK, document->createDocumentFragment(&fragment));
+    EXPECT_EQ(S_OK, fragment->appendChild(NewElement(document, "a"), nullptr));
+    EXPECT_EQ(S_OK, fragment->appendChild(NewElement(document, "b"), nullptr));
+    EXPECT_EQ(E_FAIL, document->appendChild(fragment, nullptr));
+    EXPECT_EQ(S_OK, RootOf(document)->insertBefore(fragment, Reference(First(document, "//z")), nullptr));
+    EXPECT_EQ("<r><a/><b/><z/></r>\r\n", XmlOf(document));
+    VARIANT_BOOL has = VARIANT_TRUE;
+    EXPECT_EQ(S_FALSE, fragment->hasChildNodes(&has));
+}
+
+TEST(DomEditing, TextsAreSplitJoinedAndCut) {
+    auto document = Parsed("<r>ab\xF0\x9F\x98\x80"
+                           "cd</r>");
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(S_OK, RootOf(document)->get_firstChild(&node));
+    CComQIPtr<IXMLDOMText> text(node.p);
+    LONG length = 0;
+    EXPECT_EQ(S_OK, text->get_length(&length));
+    EXPECT_EQ(6, length) << "in UTF-16 units";
+    CComBSTR part;
+    EXPECT_EQ(S_OK, text->substringData(2, 2, &part));
+    EXPECT_EQ("\xF0\x9F\x98\x80", Narrow(part));
+    EXPECT_EQ(E_INVALIDARG, text->substringData(5, 2, &part.m_str));
+    EXPECT_EQ(E_INVALIDARG, text->deleteData(2, 1)) << "half a character";
+    CComPtr<IXMLDOMText> right;
+    EXPECT_EQ(S_OK, text->splitText(4, &right));
+    EXPECT_EQ("cd", TextOf(right));
+    EXPECT_EQ(S_OK, text->replaceData(0, 1, Wide("X")));
+    EXPECT_EQ(S_OK, right->appendData(Wide("e")));
+    EXPECT_EQ(S_OK, RootOf(document)->normalize());
+    CComPtr<IXMLDOMNodeList> children;
+    EXPECT_EQ(S_OK, RootOf(document)->get_childNodes(&children));
+    EXPECT_EQ(S_OK, children->get_length(&length));
+    EXPECT_EQ(1, length);
+    EXPECT_EQ("Xb\xF0\x9F\x98\x80"
+              "cde",
+              TextOf(RootOf(document)));
+}
+
+TEST(DomEditing, ChildListsAreLive) {
+    auto document = Parsed("<r><a/><b/><c/></r>");
+    CComPtr<IXMLDOMNodeList> list;
+    EXPECT_EQ(S_OK, RootOf(document)->get_childNodes(&list));
+    CComPtr<IXMLDOMNode> second;
+    EXPECT_EQ(S_OK, list->get_item(1, &second));
+    EXPECT_EQ(S_OK, RootOf(document)->removeChild(First(document, "//a"), nullptr));
+    second.Release();
+    EXPECT_EQ(S_OK, list->get_item(1, &second));
+    EXPECT_EQ("c", NameOf(second));
+    CComPtr<IXMLDOMNodeList> all;
+    EXPECT_EQ(S_OK, document->getElementsByTagName(CComBSTR(L"*"), &all));
+    LONG length = 0;
+    EXPECT_EQ(S_OK, all->get_length(&length));
+    EXPECT_EQ(3, length);
+}
+
+// Run under the address sanitizer, these tests also show that nothing is freed twice, late or never.
+TEST(DomLifetime, NodesKeepWhatTheyStandIn) {
+    CComPtr<IXMLDOMNode> inner;
+    inner = First(Parsed("<r xmlns:p='urn:p'><a><p:b x='1'/></a></r>"), "//*[@x]");
+    CComPtr<IXMLDOMNode> parent;
+    EXPECT_EQ(S_OK, inner->get_parentNode(&parent));
+    EXPECT_EQ("a", NameOf(parent));
+    CComPtr<IXMLDOMDocument> owner;
+    EXPECT_EQ(S_OK, inner->get_ownerDocument(&owner));
+    EXPECT_EQ("<r xmlns:p=\"urn:p\"><a><p:b x=\"1\"/></a></r>\r\n", XmlOf(owner));
+
+    // A node outside its document goes on, and so does one inside it.
+    CComPtr<IXMLDOMNode> root;
+    EXPECT_EQ(S_OK, parent->get_parentNode(&root));
+    EXPECT_EQ(S_OK, root->removeChild(parent, nullptr));
+    parent.Release();
+    root.Release();
+    owner.Release();
+    EXPECT_EQ(S_OK, inner->get_parentNode(&parent));
+    EXPECT_EQ("<a><p:b x=\"1\" xmlns:p=\"urn:p\"/></a>", XmlOf(parent));
+}
+
+TEST(DomLifetime, OneNodeIsOneObject) {
+    auto document = Parsed("<r a='1' xmlns:p='u'><b/></r>");
+    auto b = First(document, "//b");
+    CComPtr<IXMLDOMNode> again;
+    EXPECT_EQ(S_OK, RootOf(document)->get_firstChild(&again));
+    EXPECT_EQ(b.p, again.p);
+    EXPECT_TRUE(document.IsEqualObject(First(document, "/")));
+    for (const wchar_t* name : {L"a", L"xmlns:p"}) {
+        CComPtr<IXMLDOMAttribute> first, second;
+        EXPECT_EQ(S_OK, RootOf(document)->getAttributeNode(CComBSTR(name), &first));
+        EXPECT_EQ(S_OK, RootOf(document)->getAttributeNode(CComBSTR(name), &second));
+        EXPECT_EQ(first.p, second.p);
+    }
+    CComQIPtr<IXMLDOMText> noText(b.p);
+    EXPECT_FALSE(noText);
+    CComQIPtr<ISupportErrorInfo> errors(b.p);
+    EXPECT_TRUE(errors && b.IsEqualObject(errors));
+}
+
+TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
+    auto document = Parsed("<r/>");
+    auto root = RootOf(document);
+    CComPtr<IXMLDOMNodeList> pinned;
+    EXPECT_EQ(S_OK, document->selectNodes(Wide("//r"), &pinned));
+    for (int round = 0; round < 1000; ++round) {
+        if (round == 500) pinned.Release();
+        auto node = NewElement(document, "p:a", "urn:p");
+        CComQIPtr<IXMLDOMElement> element(node.p);
+        EXPECT_EQ(S_OK, element->setAttribute(CComBSTR(L"xmlns:q"), Value("urn:q")));
+        EXPECT_EQ(S_OK, element->setAttribute(CComBSTR(L"q:x"), Value("1")));
+        EXPECT_EQ(S_OK, root->appendChild(node, nullptr));
+        CComPtr<IXMLDOMNode> copy;
+        EXPECT_EQ(S_OK, node->cloneNode(VARIANT_TRUE, &copy));
+        EXPECT_EQ(S_OK, copy->appendChild(NewElement(document, "c"), nullptr));
+        EXPECT_EQ(S_OK, root->removeChild(node, nullptr));
+    }
+    EXPECT_EQ("<r/>\r\n", XmlOf(document));
+}
+
+TEST(DomLifetime, AFailureAtAnyCallIsReportedAndLosesNothing) {
+    const CComBSTR property(L"SelectionNamespaces"), xml(L"<p:r xmlns:p='u'><p:a/></p:r>"), name(L"b"),
+        uri(L"v"), attribute(L"xmlns:p"), query(L"//p:a"), path(Wide(::testing::TempDir() + "dom-fault.xml"));
+    const CComVariant namespaces(L"xmlns:p='u'"), type(NODE_ELEMENT), file(static_cast<const wchar_t*>(path));
+    const auto work = [&](IXMLDOMDocument2* document) -> HRESULT {
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        CComPtr<IXMLDOMElement> root;
+        CComPtr<IXMLDOMNode> node, found;
+        CComPtr<IXMLDOMNodeList> list;
+        CComPtr<IXMLDOMNamedNodeMap> map;
+        CComPtr<IStream> stream;
+        CComBSTR text;
+        CComVariant value;
+        const std::function<HRESULT()> steps[] = {
+            [&] { return document->setProperty(property, namespaces); },
+            [&] { return document->loadXML(xml, &loaded); },
+            [&] { return document->get_documentElement(&root); },
+            [&] { return document->createNode(type, name, uri, &node); },
+            [&] { return root->appendChild(node, nullptr); },
+            [&] { return root->get_attributes(&map); },
+            [&] { return map->getNamedItem(attribute, &found); },
+            [&] { return found->get_nodeValue(&value); },
+            [&] { return document->selectNodes(query, &list); },
+            [&] { return document->get_xml(&text); },
+            [&] { return document->save(file); },
+            [&] { return document->load(file, &loaded); },
+            [&] { return document->QueryInterface(&stream); },
+            [&] { return stream->Seek({}, STREAM_SEEK_SET, nullptr); },
+        };
+        for (const auto& step : steps)
+            if (const HRESULT result = step(); result != S_OK) return result;
+        return S_OK;
+    };
+    auto counted = NewDocument();
+    OvPlatform::FaultInjection::CountCalls();
+    EXPECT_EQ(S_OK, work(counted));
+    const LONG calls = OvPlatform::FaultInjection::CallCount();
+    OvPlatform::FaultInjection::Reset();
+    EXPECT_GE(calls, 14);
+    for (LONG number = 1; number <= calls; ++number) {
+        auto document = NewDocument();
+        OvPlatform::FaultInjectionScope fault(number);
+        EXPECT_EQ(E_OUTOFMEMORY, work(document)) << number;
+    }
+}
+
+} // namespace

@@ -1,0 +1,167 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+namespace {
+
+CComPtr<IStream> StreamInto(IXMLDOMDocument* document) {
+    CComPtr<IStream> stream;
+    EXPECT_EQ(S_OK, document->QueryInterface(&stream));
+    return stream;
+}
+
+void Write(IStream* stream, std::string_view bytes) {
+    ULONG written = 0;
+    EXPECT_EQ(S_OK, stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written));
+    EXPECT_EQ(bytes.size(), written);
+}
+
+HRESULT SeekTo(IStream* stream, LONGLONG place, DWORD origin = STREAM_SEEK_SET) {
+    LARGE_INTEGER move = {};
+    move.QuadPart = place;
+    return stream->Seek(move, origin, nullptr);
+}
+
+std::uint64_t PlaceOf(IStream* stream) {
+    ULARGE_INTEGER place = {};
+    EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_CUR, &place));
+    return place.QuadPart;
+}
+
+/// As the library copies documents.
+CComPtr<IXMLDOMDocument2> CloneOf(IXMLDOMDocument2* source) {
+    auto stream = StreamInto(source);
+    auto clone = NewDocument();
+    EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
+    EXPECT_EQ(S_OK, clone->put_validateOnParse(VARIANT_FALSE));
+    EXPECT_EQ(S_OK, Load(clone, CComVariant(stream.p)));
+    return clone;
+}
+
+TEST(DomStream, ReadsTheTextInItsDeclaredEncoding) {
+    auto document = Parsed("<?xml version='1.0' encoding='UTF-8'?><a>\xC3\xBC</a>");
+    auto stream = StreamInto(document);
+    const std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a>\xC3\xBC</a>\r\n";
+    STATSTG stat = {};
+    EXPECT_EQ(S_OK, stream->Stat(&stat, STATFLAG_NONAME));
+    EXPECT_EQ(text.size(), stat.cbSize.QuadPart);
+    EXPECT_EQ(text, Rest(stream));
+    EXPECT_EQ(text.size(), PlaceOf(stream));
+    EXPECT_EQ(S_OK, SeekTo(stream, -7, STREAM_SEEK_END));
+    EXPECT_EQ("\xBC</a>\r\n", Rest(stream));
+    EXPECT_EQ(STG_E_INVALIDFUNCTION, SeekTo(stream, -1));
+    EXPECT_EQ(S_OK, SeekTo(stream, 1000));
+    EXPECT_EQ("", Rest(stream));
+
+    auto copy = StreamOf("");
+    EXPECT_EQ(S_OK, SeekTo(stream, 0));
+    ULARGE_INTEGER all = {}, read = {}, written = {};
+    all.QuadPart = ~0ULL;
+    EXPECT_EQ(S_OK, stream->CopyTo(copy, all, &read, &written));
+    EXPECT_EQ(text.size(), written.QuadPart);
+    EXPECT_EQ(S_OK, SeekTo(copy, 0));
+    EXPECT_EQ(text, Rest(copy));
+
+    auto wide = StreamInto(Parsed("<?xml version='1.0' encoding='UTF-16'?><a/>"));
+    EXPECT_EQ("\xFF\xFE<", Rest(wide).substr(0, 3));
+}
+
+TEST(DomStream, IsAnInterfaceOfTheDocument) {
+    auto document = Parsed("<a/>");
+    auto stream = StreamInto(document);
+    EXPECT_TRUE(document.IsEqualObject(stream));
+    CComQIPtr<IXMLDOMDocument2> back(stream.p);
+    EXPECT_EQ(document.p, back.p);
+    EXPECT_EQ(stream.p, StreamInto(document).p) << "one place in the text";
+    document.Release();
+    back.Release();
+    EXPECT_EQ("<a/>\r\n", Rest(stream)) << "the stream keeps the document";
+}
+
+TEST(DomStream, ShowsTheDocumentAsItIsAtTheStart) {
+    auto document = Parsed("<a x='1'/>");
+    auto stream = StreamInto(document);
+    EXPECT_EQ("<a x=\"1\"/>\r\n", Rest(stream));
+    EXPECT_EQ(S_OK, RootOf(document)->setAttribute(CComBSTR(L"x"), Value("2")));
+    EXPECT_EQ("", Rest(stream)) << "a reader at the end stays there";
+    EXPECT_EQ(S_OK, SeekTo(stream, 0));
+    EXPECT_EQ("<a x=\"2\"/>\r\n", Rest(stream));
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, document->loadXML(Wide("<b/>"), &loaded));
+    EXPECT_EQ(S_OK, SeekTo(stream, 0));
+    EXPECT_EQ("<b/>\r\n", Rest(stream));
+}
+
+TEST(DomStream, TakesOverWhatWasWritten) {
+    const std::string_view text = "<?xml version='1.0'?><a x='1' xmlns:p='u' y='2'/>";
+    const struct {
+        const char* name;
+        void (*finish)(IXMLDOMDocument2* document, CComPtr<IStream>& stream);
+    } cases[] = {
+        {"seek", [](IXMLDOMDocument2*, CComPtr<IStream>& stream) { EXPECT_EQ(S_OK, SeekTo(stream, 0)); }},
+        {"release", [](IXMLDOMDocument2*, CComPtr<IStream>& stream) { stream.Release(); }},
+        {"commit", [](IXMLDOMDocument2*, CComPtr<IStream>& stream) { EXPECT_EQ(S_OK, stream->Commit(0)); }},
+        {"use", [](IXMLDOMDocument2*, CComPtr<IStream>&) {}},
+    };
+    for (const auto& each : cases) {
+        auto document = Parsed("<before/>");
+        auto stream = StreamInto(document);
+        for (std::size_t at = 0; at < text.size(); at += 7)
+            Write(stream, text.substr(at, 7));
+        EXPECT_EQ(text.size(), PlaceOf(stream)) << "asking for the place is no end of writing";
+        each.finish(document, stream);
+        EXPECT_EQ("x=1 xmlns:p=u y=2", AttributesOf(RootOf(document))) << each.name;
+        EXPECT_EQ("<a x=\"1\" xmlns:p=\"u\" y=\"2\"/>", XmlOf(RootOf(document))) << each.name;
+        if (stream) {
+            EXPECT_EQ(S_OK, SeekTo(stream, 0));
+            EXPECT_EQ("<?xml version=\"1.0\"?>\r\n<a x=\"1\" xmlns:p=\"u\" y=\"2\"/>\r\n", Rest(stream));
+        }
+    }
+}
+
+TEST(DomStream, ATextThatIsNoDocumentLeavesNone) {
+    auto document = Parsed("<before/>");
+    auto node = RootOf(document);
+    auto stream = StreamInto(document);
+    Write(stream, "<a><b></a>");
+    EXPECT_EQ(E_FAIL, SeekTo(stream, 0));
+    EXPECT_EQ(static_cast<HRESULT>(0xC00CE56D), FailureOf(document).code);
+    EXPECT_EQ("", XmlOf(document));
+    EXPECT_EQ("before", NameOf(node)) << "nodes of the old tree live on";
+
+    Write(stream, "<c/>");
+    EXPECT_EQ(S_OK, stream->Revert());
+    EXPECT_EQ("", XmlOf(document));
+    Write(stream, "<c/>");
+    EXPECT_EQ("<c/>\r\n", XmlOf(document));
+    EXPECT_EQ(S_OK, FailureOf(document).code);
+}
+
+TEST(DomStream, IsASaveTarget) {
+    auto source = Parsed("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xC3\xBC</a>");
+    auto target = NewDocument();
+    EXPECT_EQ(S_OK, source->save(CComVariant(static_cast<IUnknown*>(target.p))));
+    EXPECT_EQ(XmlOf(source), XmlOf(target));
+    EXPECT_EQ(S_OK, source->save(CComVariant(StreamInto(source).p))) << "into itself";
+    EXPECT_EQ(XmlOf(target), XmlOf(source));
+    EXPECT_EQ(E_INVALIDARG, source->save(CComVariant(3)));
+}
+
+TEST(DomStream, GivesIndependentClones) {
+    auto document =
+        Parsed("<?xml version='1.0' encoding='utf-8'?>\n<p:a v='1' xmlns:p='urn:p' w='2'>\n <p:b>t</p:b>\n"
+               "</p:a>");
+    CComPtr<IXMLDOMNode> added;
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ELEMENT), Wide("q:c"), Wide("urn:q"), &added));
+    EXPECT_EQ(S_OK, RootOf(document)->appendChild(added, nullptr));
+    auto clone = CloneOf(document);
+    EXPECT_EQ(XmlOf(document), XmlOf(clone));
+    EXPECT_EQ(XmlOf(clone), XmlOf(CloneOf(clone)));
+    EXPECT_EQ("v=1 xmlns:p=urn:p w=2", AttributesOf(RootOf(clone)));
+
+    const std::string before = XmlOf(document);
+    EXPECT_EQ(S_OK, RootOf(clone)->setAttribute(CComBSTR(L"v"), Value("9")));
+    EXPECT_EQ(before, XmlOf(document));
+    document.Release();
+    EXPECT_TRUE(First(clone, "//*[local-name() = 'c']"));
+}
+
+} // namespace

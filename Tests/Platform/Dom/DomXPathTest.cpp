@@ -1,0 +1,156 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+#include <thread>
+
+namespace {
+
+const char* const Ticket = "<psf:PrintTicket xmlns:psf='urn:f' version='1'>"
+                           "<psf:Feature name='psk:A'><psf:Option name='psk:A1'/>"
+                           "<psf:Feature name='psk:B'><psf:Option name='psk:B1'/></psf:Feature></psf:Feature>"
+                           "<psf:Feature name='psk:A'><psf:Option name='psk:A2'/></psf:Feature>"
+                           "<psf:ParameterInit name='psk:P'><psf:Value>7</psf:Value></psf:ParameterInit>"
+                           "<other>x</other></psf:PrintTicket>";
+
+CComPtr<IXMLDOMDocument2> TicketDocument() {
+    auto document = Parsed(Ticket);
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:psf='urn:f'")));
+    return document;
+}
+
+std::string NamesSelected(IXMLDOMNode* node, std::string_view query) {
+    CComPtr<IXMLDOMNodeList> list;
+    const HRESULT result = node->selectNodes(Wide(query), &list);
+    if (result != S_OK) return "failed";
+    std::string names;
+    CComPtr<IXMLDOMNode> item;
+    while (list->nextNode(&item) == S_OK) {
+        CComQIPtr<IXMLDOMElement> element(item.p);
+        CComVariant name;
+        if (element) element->getAttribute(CComBSTR(L"name"), &name);
+        names += (names.empty() ? "" : " ") + (name.vt == VT_BSTR ? Narrow(name.bstrVal) : NameOf(item));
+        item.Release();
+    }
+    return names;
+}
+
+TEST(DomXPath, SelectsInDocumentOrder) {
+    auto document = TicketDocument();
+    struct Case {
+        const char* query;
+        const char* names;
+    };
+    const Case cases[] = {
+        {"//psf:Feature", "psk:A psk:B psk:A"},
+        {"//psf:Feature[@name = \"psk:A\"]/psf:Option", "psk:A1 psk:A2"},
+        {"//psf:Feature[@name = \"psk:A\"]//psf:Option", "psk:A1 psk:B1 psk:A2"},
+        {"//psf:Option/..", "psk:A psk:B psk:A"},
+        {"//psf:ParameterInit | //psf:Feature", "psk:A psk:B psk:A psk:P"},
+        {"//psf:Value/ancestor::*", "psf:PrintTicket psk:P"},
+        {"//*[@name='psk:P']/psf:Value/text()", "#text"},
+        {"//other", "other"},
+        {"//Feature", ""},
+        {"/psf:PrintTicket/@*", "version"},
+        {"//namespace::*", ""},
+        {"/", "#document"},
+        {"//psf:Feature[2]", "psk:A"},
+        {"(//psf:Feature)[2]", "psk:B"},
+        {"1 + 1", "failed"},
+        {"//psf:Feature[", "failed"},
+        {"//nope:Feature", "failed"},
+        {"", "failed"},
+        {"nosuch()", "failed"},
+    };
+    for (int round = 0; round < 2; ++round) // compiled, then remembered
+        for (const Case& each : cases)
+            EXPECT_EQ(each.names, NamesSelected(document, each.query)) << each.query;
+    EXPECT_EQ("psk:B1", NamesSelected(First(document, "//psf:Feature"), "psf:Feature/psf:Option"));
+}
+
+TEST(DomXPath, SaysWhatItFound) {
+    auto document = TicketDocument();
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(S_OK, document->selectSingleNode(Wide("//psf:Feature"), &node));
+    node.Release();
+    EXPECT_EQ(S_FALSE, document->selectSingleNode(Wide("//psf:Nothing"), &node));
+    EXPECT_EQ(nullptr, node.p);
+    EXPECT_EQ(E_FAIL, document->selectSingleNode(Wide("//nope:Feature"), &node));
+    CComPtr<IErrorInfo> info;
+    EXPECT_EQ(S_OK, ::GetErrorInfo(0, &info));
+    CComBSTR reason;
+    EXPECT_EQ(S_OK, info->GetDescription(&reason));
+    EXPECT_NE(std::string::npos, Narrow(reason).find("prefix")) << Narrow(reason);
+    EXPECT_EQ(E_INVALIDARG, document->selectSingleNode(nullptr, &node));
+    EXPECT_EQ(E_INVALIDARG, document->selectSingleNode(Wide("/"), nullptr));
+    EXPECT_EQ(E_INVALIDARG, document->selectNodes(nullptr, nullptr));
+}
+
+TEST(DomXPath, ResolvesPrefixesByTheDocumentsOwnSetting) {
+    auto first = Parsed("<a xmlns='urn:1'/>");
+    auto second = Parsed("<a xmlns='urn:2'/>");
+    EXPECT_EQ(S_OK, first->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:p='urn:1'")));
+    EXPECT_EQ(S_OK, second->setProperty(CComBSTR(L"SelectionNamespaces"),
+                                        Value("xmlns:q='urn:1' xmlns:p=\"urn:2\"")));
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_TRUE(First(first, "/p:a"));
+        EXPECT_TRUE(First(second, "/p:a"));
+    }
+    EXPECT_EQ(S_OK, first->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns='urn:1'")));
+    EXPECT_FALSE(First(first, "/a")) << "a default namespace is for no step";
+    EXPECT_EQ("failed", NamesSelected(first, "/p:a"));
+}
+
+TEST(DomXPath, AListIsAsItWasWhenSelected) {
+    auto document = TicketDocument();
+    CComPtr<IXMLDOMNodeList> list;
+    EXPECT_EQ(S_OK, document->selectNodes(Wide("//psf:Feature"), &list));
+    CComPtr<IXMLDOMNode> node, parent;
+    EXPECT_EQ(S_OK, list->get_item(0, &node));
+    EXPECT_EQ(S_OK, node->get_parentNode(&parent));
+    EXPECT_EQ(S_OK, parent->removeChild(node, nullptr));
+    node.Release();
+    parent.Release();
+    document.Release();
+
+    // The removed node, its inner feature and the other are still there.
+    LONG length = 0;
+    EXPECT_EQ(S_OK, list->get_length(&length));
+    EXPECT_EQ(3, length);
+    for (LONG index = 0; index < length; ++index) {
+        CComPtr<IXMLDOMNode> item;
+        EXPECT_EQ(S_OK, list->get_item(index, &item));
+        EXPECT_EQ("psf:Feature", NameOf(item));
+    }
+    CComPtr<IXMLDOMNode> next;
+    EXPECT_EQ(S_OK, list->nextNode(&next));
+    EXPECT_EQ(S_OK, list->reset());
+    CComPtr<IXMLDOMNode> again;
+    EXPECT_EQ(S_OK, list->nextNode(&again));
+    EXPECT_EQ(next.p, again.p);
+    EXPECT_EQ(S_FALSE, list->get_item(3, &again.p));
+}
+
+TEST(DomXPath, RunsOnSeveralThreads) {
+    std::vector<std::thread> threads;
+    for (int index = 0; index < 4; ++index) {
+        threads.emplace_back([] {
+            ASSERT_EQ(S_OK, ::CoInitializeEx(nullptr, COINIT_MULTITHREADED));
+            for (int round = 0; round < 50; ++round) {
+                auto document = TicketDocument();
+                EXPECT_EQ("psk:A1 psk:A2",
+                          NamesSelected(document, "//psf:Feature[@name = \"psk:A\"]/psf:Option"));
+            }
+            ::CoUninitialize();
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+TEST(DomXPath, ForgetsOldQueries) {
+    auto document = TicketDocument();
+    for (int number = 0; number < 2000; ++number)
+        EXPECT_FALSE(First(document, "//psf:Feature[@name = '" + std::to_string(number) + "']"));
+    EXPECT_TRUE(First(document, "//psf:Feature[@name = 'psk:B']"));
+}
+
+} // namespace
