@@ -114,7 +114,8 @@ HRESULT DomDataType::Typed(std::string_view name, std::string_view text, VARIANT
         }
         CComVariant string;
         if (const HRESULT result = GiveText(&string, text); FAILED(result)) return result;
-        return FAILED(::VariantChangeType(value, &string, 0, type->automation)) ? E_FAIL : S_OK;
+        const HRESULT result = Convert(string, type->automation, value);
+        return result == E_INVALIDARG ? E_FAIL : result;
     }
     std::string bytes;
     if (!Unspell(SpellingOf(type->form), text, bytes)) return E_FAIL;
@@ -150,11 +151,15 @@ HRESULT DomDataType::Untyped(std::string_view name, const VARIANT& value, std::s
     return S_OK;
 }
 
+HRESULT DomDataType::Convert(const VARIANT& value, VARTYPE type, VARIANT* converted) {
+    const HRESULT result = ::VariantChangeType(converted, const_cast<VARIANT*>(&value), 0, type);
+    return FAILED(result) && HRESULT_FACILITY(result) == FACILITY_DISPATCH ? E_INVALIDARG : result;
+}
+
 HRESULT DomDataType::TextOf(const VARIANT& value, std::string& text) {
     if (value.vt == VT_BSTR) return AppendXmlUtf8(text, ViewOf(value.bstrVal)) ? S_OK : E_INVALIDARG;
     CComVariant string;
-    const HRESULT result = ::VariantChangeType(&string, const_cast<VARIANT*>(&value), 0, VT_BSTR);
-    if (FAILED(result)) return result == E_OUTOFMEMORY ? result : E_INVALIDARG;
+    if (const HRESULT result = Convert(value, VT_BSTR, &string); FAILED(result)) return result;
     return AppendXmlUtf8(text, ViewOf(string.bstrVal)) ? S_OK : E_INVALIDARG;
 }
 

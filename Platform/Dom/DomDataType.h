@@ -25,6 +25,9 @@ public:
     /// The text of a value.
     static HRESULT Untyped(std::string_view type, const VARIANT& value, std::string& text);
 
+    /// A value in another automation type. E_INVALIDARG if it has none.
+    static HRESULT Convert(const VARIANT& value, VARTYPE type, VARIANT* converted);
+
     /// Any value that can be a string, as UTF-8. E_INVALIDARG for characters that XML does not have.
     static HRESULT TextOf(const VARIANT& value, std::string& text);
 };

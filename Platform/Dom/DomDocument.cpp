@@ -1,5 +1,6 @@
 #include "Dom/DomDocument.h"
 
+#include "Dom/DomDataType.h"
 #include "Dom/DomErrorInfo.h"
 #include "Dom/DomImplementation.h"
 #include "Dom/DomLoader.h"
@@ -35,18 +36,18 @@ constexpr NamedType NamedTypes[] = {
     {L"document", NODE_DOCUMENT}, {L"documentfragment", NODE_DOCUMENT_FRAGMENT},
 };
 
-bool TypeOf(const VARIANT& value, DOMNodeType& type) {
+HRESULT TypeOf(const VARIANT& value, DOMNodeType& type) {
     if (value.vt == VT_BSTR) {
         for (const NamedType& row : NamedTypes) {
             if (row.name != ViewOf(value.bstrVal)) continue;
             type = row.type;
-            return true;
+            return S_OK;
         }
     }
     CComVariant number;
-    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value), 0, VT_I4))) return false;
-    type = static_cast<DOMNodeType>(number.lVal);
-    return true;
+    const HRESULT result = DomDataType::Convert(value, VT_I4, &number);
+    if (SUCCEEDED(result)) type = static_cast<DOMNodeType>(number.lVal);
+    return result;
 }
 
 VARIANT_BOOL Flag(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
@@ -343,8 +344,8 @@ HRESULT STDMETHODCALLTYPE DomDocument::createNode(VARIANT type, BSTR name, BSTR 
         if (node == nullptr) return E_INVALIDARG;
         *node = nullptr;
         DOMNodeType wanted = NODE_INVALID;
-        if (!TypeOf(DomSource::Value(type), wanted)) return E_INVALIDARG;
-        HRESULT result = S_OK;
+        HRESULT result = TypeOf(DomSource::Value(type), wanted);
+        if (FAILED(result)) return result;
         xmlNode* made = NewNode(wanted, name, namespaceUri, result);
         return made != nullptr ? GiveNew(Tree(), made, node) : result;
     });

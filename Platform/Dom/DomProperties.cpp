@@ -48,7 +48,7 @@ const Property* Find(std::wstring_view name) noexcept {
 
 HRESULT ReadFlag(const VARIANT& value, bool& flag) {
     CComVariant changed;
-    if (FAILED(::VariantChangeType(&changed, const_cast<VARIANT*>(&value), 0, VT_BOOL))) return E_INVALIDARG;
+    if (const HRESULT result = DomDataType::Convert(value, VT_BOOL, &changed); FAILED(result)) return result;
     flag = changed.boolVal != VARIANT_FALSE;
     return S_OK;
 }
@@ -74,8 +74,9 @@ HRESULT DomProperties::Set(DomSettings& settings, std::wstring_view name, const 
     }
     case Kind::Number: {
         CComVariant changed;
-        if (FAILED(::VariantChangeType(&changed, const_cast<VARIANT*>(&value), 0, VT_I4)) || changed.lVal < 0)
-            return E_INVALIDARG;
+        if (const HRESULT result = DomDataType::Convert(value, VT_I4, &changed); FAILED(result))
+            return result;
+        if (changed.lVal < 0) return E_INVALIDARG;
         settings.*property->number = changed.lVal;
         return S_OK;
     }

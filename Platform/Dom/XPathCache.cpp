@@ -19,11 +19,13 @@ struct ObjectDeleter {
 };
 using Result = std::unique_ptr<xmlXPathObject, ObjectDeleter>;
 
+void Swallow(void*, const char*, ...) {}
+
 /// The library reports some errors to the thread's handler too, which would print them.
 class QuietErrors {
 public:
     QuietErrors() noexcept : m_handler(xmlGenericError), m_context(xmlGenericErrorContext) {
-        xmlSetGenericErrorFunc(nullptr, [](void*, const char*, ...) {});
+        xmlSetGenericErrorFunc(nullptr, &Swallow);
     }
     ~QuietErrors() { xmlSetGenericErrorFunc(m_context, m_handler); }
     QuietErrors(const QuietErrors&) = delete;
