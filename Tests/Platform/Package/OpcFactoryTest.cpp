@@ -114,7 +114,8 @@ TEST_F(OpcFactoryTest, DescribesAPath) {
     DWORD number = 7;
     EXPECT_EQ(part->GetPort(&number), S_FALSE);
     EXPECT_EQ(number, 0u);
-    EXPECT_EQ(part->GetPropertyBSTR(Uri_PROPERTY_PORT, &host, 0), E_INVALIDARG);
+    CComBSTR none;
+    EXPECT_EQ(part->GetPropertyBSTR(Uri_PROPERTY_PORT, &none, 0), E_INVALIDARG);
     CComPtr<IOpcUri> uri;
     EXPECT_EQ(part->QueryInterface(__uuidof(IOpcUri), reinterpret_cast<void**>(&uri)), S_OK);
     CComPtr<IOpcFactory> other;

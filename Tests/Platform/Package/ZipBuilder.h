@@ -9,8 +9,8 @@
 struct ZipEntry {
     std::string name;
     std::string data;
-    std::uint16_t method = 0;          // data is stored as given: deflate it beforehand
-    std::uint16_t flags = 0;           // 1 encrypted, 8 sizes behind the data
+    std::uint16_t method = 0;            // data is stored as given: deflate it beforehand
+    std::uint16_t flags = 0;             // 1 encrypted, 8 sizes behind the data
     std::optional<std::uint32_t> size{}; // declared, in place of the true one
     std::optional<std::uint32_t> checksum{};
     bool zip64 = false;       // sizes in the extra field
@@ -77,7 +77,8 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
         Put(directory, 0x02014B50, 4);
         Put(directory, 45, 2);
         common(directory, false);
-        Put(directory, 0, 2 + 2 + 2 + 4); // comment, disk, attributes
+        Put(directory, 0, 2 + 2); // comment, disk
+        Put(directory, 0, 2 + 4); // attributes
         Put(directory, offset, 4);
         directory += entry.name + extra;
     }
