@@ -46,6 +46,15 @@ std::pair<HRESULT, std::string> Failure(const std::function<void()>& call) {
     }
 }
 
+// A sanitizer keeps freed memory, so that a peak says nothing.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool Sanitized = true;
+#elif defined(__has_feature)
+constexpr bool Sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+#else
+constexpr bool Sanitized = false;
+#endif
+
 class PackageWriterTest : public testing::Test {
 protected:
     TemporaryFolder m_folder;
@@ -247,7 +256,7 @@ TEST_F(PackageWriterTest, KeepsMemoryFlatForALargePart) {
     const long before = peak();
     const auto writer = PackageWriter::Create(m_target);
     const auto sink = writer->AddPart("/large", "t", PackageCompression::Fast);
-    for (int i = 0; i < 64; ++i)
+    for (int i = 0; i < 32; ++i)
         sink->Write(block.data(), block.size());
     sink->Close();
     writer->Finish();
@@ -257,5 +266,7 @@ TEST_F(PackageWriterTest, KeepsMemoryFlatForALargePart) {
     while (const std::size_t count = stream->Read(buffer.data(), buffer.size()))
         size += count;
     EXPECT_EQ(size, std::uint64_t{32} << 20);
-    EXPECT_LT(peak() - before, 16 << 10) << "KiB for a part of 32 MiB";
+    if (!Sanitized) {
+        EXPECT_LT(peak() - before, 16 << 10) << "KiB for a part of 32 MiB";
+    }
 }
