@@ -43,6 +43,8 @@ void MsRenderFilterBase::InitializeFilter_throws(const CComPtr<IInterFilterCommu
     constexpr auto function = "MsRenderFilterBase::InitializeFilter_throws";
     MsSafeVariant printerName;
     ThrowIfFailed(bag->GetProperty(XPS_FP_PRINTER_NAME, &printerName), function);
+    if (printerName.vt != VT_BSTR)
+        ThrowComException(DISP_E_TYPEMISMATCH, function, "PrinterName is no text.");
     m_printerName = printerName.bstrVal;
 
     MsSafeVariant printerHandle;

@@ -16,8 +16,8 @@
 
 // The chain of merged tickets of one job: the printer's default, under the job's, under the document's, under
 // the page's. Between calls it holds the complete ticket of the current job, document and page. A level is
-// merged after the one above it. Belongs to one filter and its thread. Operations with a result let no
-// exception out, unless it says so.
+// merged after the one above it. Belongs to one filter and its thread. Initialize, the merges
+// and the copies of tickets let no exception out; the others let std::bad_alloc through.
 class OV_FILTER_UTILITIES_API PrintTicketManager {
 public:
     PrintTicketManager();

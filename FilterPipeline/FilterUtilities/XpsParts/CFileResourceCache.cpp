@@ -36,6 +36,8 @@ HRESULT CFileResourceCache::InitializeWithAnnotationResourcesEmbeddedByClient(IF
             hr = TakeInCurrentPart(*parts, uriPrefix);
     } catch (const std::exception&) {
         return E_FAIL;
+    } catch (const CAtlException& failure) {
+        return failure;
     }
     return hr;
 }
@@ -84,6 +86,8 @@ HRESULT CFileResourceCache::WriteNewResource(IXpsDocumentConsumer& consumer, IRe
         m_entries.emplace(CComBSTR(key), Entry{CComBSTR(uri), part});
     } catch (const std::exception&) {
         return E_FAIL;
+    } catch (const CAtlException& failure) {
+        return failure;
     }
     return S_OK;
 }

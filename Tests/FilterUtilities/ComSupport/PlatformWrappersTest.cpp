@@ -7,7 +7,9 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <thread>
 
@@ -157,6 +159,17 @@ TEST(DebugMessages, SucceedOnlyWithTextThatFits) {
     EXPECT_EQ(Narrow(10, nullptr), 0);
     EXPECT_EQ(Wide(10, nullptr), 0);
     EXPECT_EQ(DbgPrint("%s", "nothing"), 0);
+}
+
+TEST(DebugMessages, WriteWhatFitsToTheDebugOutput) {
+    setenv("OV_DEBUG_OUTPUT", "1", 1);
+    testing::internal::CaptureStderr();
+    Narrow(100, "<%s %d>", "narrow", 1);
+    Wide(100, L"<wide %d>", 2);
+    Narrow(4, "%s", "truncated");
+    const std::string output = testing::internal::GetCapturedStderr();
+    unsetenv("OV_DEBUG_OUTPUT");
+    EXPECT_EQ(output, "<narrow 1><wide 2>tru");
 }
 
 } // namespace

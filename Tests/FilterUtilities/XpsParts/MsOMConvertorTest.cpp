@@ -1,5 +1,6 @@
 #include "Support/FakeParts.h"
 
+#include <ComSupport/MsSafeCoinit.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <XpsParts/MsOMConvertor.h>
 
@@ -68,6 +69,25 @@ TEST(GetIStreamFromPart, CopiesThePartAndRefusesNone) {
     part->streamResult = E_PENDING;
     EXPECT_EQ(ResultOf([&] { GetIStreamFromPart(CComPtr<IPartBase>(part)); }), E_PENDING);
     EXPECT_EQ(ResultOf([] { GetIStreamFromPart(nullptr); }), E_INVALIDARG);
+}
+
+TEST(CreateOpcPartUriFromPart, NamesThePart) {
+    const MsSafeCoInit apartment;
+    CComPtr<IOpcFactory> factory;
+    ASSERT_EQ(factory.CoCreateInstance(__uuidof(OpcFactory)), S_OK);
+    const auto part = MakeFake<FakeImagePart>(L"/Resources/1.png");
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(CComPtr<IPartBase>(part), factory);
+    ASSERT_TRUE(uri);
+    CComPtr<IOpcPartUri> same;
+    ASSERT_EQ(factory->CreatePartUri(L"/resources/1.PNG", &same), S_OK);
+    INT32 order = 1;
+    EXPECT_EQ(uri->ComparePartUri(same, &order), S_OK);
+    EXPECT_EQ(order, 0);
+
+    part->uri = L"http://elsewhere/1.png";
+    EXPECT_TRUE(FAILED(ResultOf([&] { CreateOpcPartUriFromPart(CComPtr<IPartBase>(part), factory); })));
+    part->uriResult = E_PENDING;
+    EXPECT_EQ(ResultOf([&] { CreateOpcPartUriFromPart(CComPtr<IPartBase>(part), factory); }), E_PENDING);
 }
 
 } // namespace
