@@ -26,7 +26,7 @@ public:
         }
         ULONG count = (std::min)(wanted, static_cast<ULONG>(m_bytes->size() - m_position));
         if (m_trouble == Trouble::ShortRead && count) --count;
-        std::memcpy(to, m_bytes->data() + m_position, count);
+        if (count) std::memcpy(to, m_bytes->data() + m_position, count);
         m_position += count;
         if (read) *read = count;
         return count == wanted ? S_OK : S_FALSE;

@@ -1,3 +1,4 @@
+#include "Com/FaultInjection.h"
 #include "Support/MemoryStreams.h"
 
 #include <ComSupport/MsFilterTypes.h>
@@ -10,7 +11,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <functional>
-#include <limits>
 #include <thread>
 
 namespace {
@@ -53,10 +53,15 @@ TEST(MsSafeHGlobal, HandsItsBlockOverToTheStream) {
     EXPECT_EQ(ReadAll(second), "");
 }
 
-TEST(MsSafeHGlobal, RefusesWhatCannotBeAllocated) {
-    EXPECT_EQ(
-        ResultOf([] { MsSafeHGlobal block(GMEM_FIXED, (std::numeric_limits<std::size_t>::max)() / 2); }),
-        E_OUTOFMEMORY);
+TEST(MsSafeHGlobal, ReportsWhatThePlatformRefuses) {
+    const OvPlatform::FaultInjectionScope noBlock(1);
+    EXPECT_EQ(ResultOf([] { MsSafeHGlobal block(GMEM_FIXED, 5); }), E_OUTOFMEMORY);
+
+    OvPlatform::FaultInjection::Reset();
+    MsSafeHGlobal block(GMEM_FIXED, 5);
+    const OvPlatform::FaultInjectionScope noStream(1, E_ACCESSDENIED);
+    EXPECT_EQ(ResultOf([&] { block.ConvertToIStream(); }), E_ACCESSDENIED);
+    EXPECT_NE(static_cast<void*>(block), nullptr); // still ours
 }
 
 TEST(MsHGlobalLock, ReportsTheLastErrorOfAFailingLock) {
