@@ -65,15 +65,17 @@ inline void appendDecimal(FormatBuffer& destination, std::uint64_t value, bool i
 }
 
 /// Formats an integral argument for d, i, u, o, x or X. As with printf, the letter decides whether the bits
-/// are read as signed; their number is that of the argument's type.
+/// are read as signed; their number is that of the argument's type, promoted.
 inline void outputRequestedIntegralFormatArgument(FormatBuffer& destination,
                                                   const FormatSpecification& specification,
                                                   const FormatArgument& argument) {
     const char letter = specification.conversion();
     const bool isSigned = letter == 'd' || letter == 'i';
-    const unsigned int shortened =
-        8u * std::min<unsigned int>(argument.size, 4u >> specification.shortness());
-    const unsigned int bits = specification.shortness() == 0 ? 8u * argument.size : shortened;
+    // Narrow types count as int, as they do for printf; h and hh cut them.
+    const unsigned int promoted = std::max<unsigned int>(argument.size, sizeof(int));
+    const unsigned int bytes =
+        specification.shortness() == 0 ? promoted : 4u >> std::min(specification.shortness(), 2);
+    const unsigned int bits = 8 * bytes;
     const unsigned int unused = 64 - bits;
     const std::uint64_t shifted = argument.integral << unused;
     const std::uint64_t value = isSigned

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LowLevelFacilities/UtilitiesExport.h"
+
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +9,7 @@
 #include <vector>
 
 /// An unsigned integer of any size: as much arithmetic as Number needs.
-class NaturalNumber {
+class OV_UTILITIES_API NaturalNumber {
 public:
     NaturalNumber(std::uint64_t value = 0);
 
@@ -29,8 +31,9 @@ public:
     [[nodiscard]] static std::pair<NaturalNumber, NaturalNumber> divide(const NaturalNumber& dividend,
                                                                         const NaturalNumber& divisor);
 
-    friend NaturalNumber operator*(const NaturalNumber& left, const NaturalNumber& right);
-    friend std::strong_ordering operator<=>(const NaturalNumber& left, const NaturalNumber& right) noexcept;
+    friend OV_UTILITIES_API NaturalNumber operator*(const NaturalNumber& left, const NaturalNumber& right);
+    friend OV_UTILITIES_API std::strong_ordering operator<=>(const NaturalNumber& left,
+                                                             const NaturalNumber& right) noexcept;
     friend bool operator==(const NaturalNumber& left, const NaturalNumber& right) noexcept = default;
 
 private:

@@ -1,0 +1,52 @@
+#include <LowLevelFacilities/ByteBuffer.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ByteBuffer, TakesBytesAlsoFromItself) {
+    const unsigned char bytes[] = {1, 2, 3};
+    ByteBuffer buffer(bytes, 3);
+    EXPECT_EQ(3u, buffer.getDword());
+    buffer.appendLpbyte(buffer.getLpbyte(), 3);
+    EXPECT_EQ((std::vector<unsigned char>{1, 2, 3, 1, 2, 3}), buffer);
+    buffer.setWithLpbyte(buffer.getLpbyte() + 2, 2);
+    EXPECT_EQ((std::vector<unsigned char>{3, 1}), buffer);
+    buffer.setWithLpbyte(nullptr, 0);
+    EXPECT_TRUE(buffer.empty());
+    EXPECT_EQ((std::vector<unsigned char>{7, 7}), ByteBuffer(2, 7));
+}
+
+TEST(ByteBuffer, CarriesTextAsUtf8) {
+    ByteBuffer buffer = ByteBuffer::createByteBufferWithUtf8EncodedStringData("\xC3\xA9");
+    buffer.appendAsUtf8(L"\u20AC");
+    EXPECT_EQ(5u, buffer.size());
+    EXPECT_EQ(L"\u00E9\u20AC", buffer.getAsCXStringFromUtf8Buffer());
+    EXPECT_EQ("\xC3\xA9\xE2\x82\xAC", buffer.getAsCPStringFromUtf8Buffer());
+    EXPECT_EQ(L"", ByteBuffer().getAsCXStringFromUtf8Buffer());
+    EXPECT_EQ("", ByteBuffer().getAsCPStringFromUtf8Buffer());
+}
+
+TEST(ByteBuffer, ReadsHexadecimalTextOrRefusesIt) {
+    struct Row {
+        const wchar_t* text;
+        bool isLenient;
+        bool isGood;
+        std::vector<unsigned char> bytes;
+    };
+    for (const Row& row : {Row{L"00fFA5", false, true, {0, 0xFF, 0xA5}},
+                           {L"", false, true, {}},
+                           {L"0", false, false, {}},
+                           {L"0g", false, false, {}},
+                           {L"00 ff", false, false, {}},
+                           {L" 00-ff\n", true, true, {0, 0xFF}},
+                           {L"0 0", true, false, {}},
+                           {L"0x00", true, false, {}}}) {
+        ByteBuffer buffer(1, 9);
+        EXPECT_EQ(row.isGood,
+                  ByteBuffer::ConvertHexBinaryStringToByteBuffer(row.text, buffer, row.isLenient));
+        EXPECT_EQ(row.bytes, buffer) << CXString(row.text);
+    }
+}
+
+} // namespace

@@ -1,0 +1,96 @@
+#include "Support/ReportRecorder.h"
+
+#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/CPExceptionDuplicateDictionaryIndexEntry.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/CPExceptionOSApiError.h>
+#include <LowLevelFacilities/CPExceptionTooManyArguments.h>
+#include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
+#include <LowLevelFacilities/CPExceptionXMLConfigurationFileParseFailed.h>
+#include <LowLevelFacilities/ThrowComException.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+namespace {
+
+const DebugContextReference place("File.cpp", 12, "Class::Operation");
+
+TEST(CPException, KnowsItsTypeMessageErrorAndPlace) {
+    const std::unique_ptr<CPException> family[] = {
+        std::make_unique<CPComException>("m", 5, place, E_FAIL),
+        std::make_unique<CPExceptionInvalidArgument>("m", 5, place),
+        std::make_unique<CPExceptionOSApiError>("m", 5, place),
+        std::make_unique<CPExceptionTooManyArguments>("m", 5, place),
+        std::make_unique<CPExceptionUnknownKeyRequest>("m", 5, place),
+        std::make_unique<CPExceptionDuplicateDictionaryIndexEntry>("m", 5, place),
+        std::make_unique<CPExceptionXMLConfigurationFileParseFailed>("m", 5, place),
+    };
+    const char* const names[] = {"CPComException",
+                                 "CPExceptionInvalidArgument",
+                                 "CPExceptionOSApiError",
+                                 "CPExceptionTooManyArguments",
+                                 "CPExceptionUnknownKeyRequest",
+                                 "CPExceptionDuplicateDictionaryIndexEntry",
+                                 "CPExceptionXMLConfigurationFileParseFailed"};
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        EXPECT_EQ(names[i], family[i]->getExceptionType());
+        EXPECT_STREQ("m", family[i]->what());
+        EXPECT_EQ(256u, family[i]->getDebugContext().size());
+        EXPECT_TRUE(family[i]->getLogString().starts_with(
+            std::string(names[i]) + ": m [last error 5] at File.cpp:12 (Class::Operation)"));
+    }
+}
+
+TEST(CPException, IsThrownForAnHresultWithThePlaceAndTheLastError) {
+    SetLastError(31);
+    try {
+        ThrowIfFailed(S_FALSE, "Class::Operation");
+        ThrowIfFailed(E_PENDING, "Class::Operation", "not yet.");
+        FAIL();
+    } catch (const CPComException& thrown) {
+        EXPECT_EQ(E_PENDING, thrown.GetHresult());
+        EXPECT_STREQ("CPComException: not yet.", thrown.getExceptionMessage());
+        EXPECT_EQ(31u, thrown.getLastError());
+        EXPECT_EQ("Class::Operation", thrown.getDebugContext().function());
+        EXPECT_NE(std::string::npos, thrown.getDebugContext().file().find("CPExceptionTest.cpp"));
+    }
+    EXPECT_EQ(31u, GetLastError());
+}
+
+TEST(CPException, AsksTheDebugQuestionOfTheProcess) {
+    static std::string asked;
+    const auto previous =
+        CPException::setDebugQuestion([](const char* type, const char* message, unsigned int,
+                                         const DebugContextReference& context) noexcept {
+            asked = std::string(type) + "/" + message + "/" + context.function();
+            return false;
+        });
+    EXPECT_THROW(ThrowComException(E_FAIL, "Class::Operation"), CPComException);
+    CPException::setDebugQuestion(previous);
+    EXPECT_EQ("CPComException/CPComException: Class::Operation/Class::Operation", asked);
+    EXPECT_FALSE(CPException::allowForExceptionDebug("T", "m", 0, place));
+}
+
+TEST(CPException, ReportsWhatWasCaughtAndWhere) {
+    const ReportRecorder recorder;
+    SetLastError(9);
+    CPException::reportAndProcessCaughtException(CPComException("inner", 5, place, E_FAIL),
+                                                 DebugContextReference("Barrier.cpp", 3, "Barrier"), "outer");
+    CPException::reportAndProcessCaughtException(std::runtime_error("plain"), DebugContextReference(place),
+                                                 nullptr);
+    CPException::reportAndProcessCaughtException(std::bad_alloc(), DebugContextReference(place), "memory");
+    CPException::reportAndProcessUnknownCaughtException(DebugContextReference(nullptr, 0, nullptr),
+                                                        "unknown");
+    EXPECT_EQ(9u, GetLastError());
+    ASSERT_EQ(4u, recorder.reports().size());
+    const char* const parts[] = {"(HRESULT 0x80004005)", "plain", "bad allocation", "unknown"};
+    for (std::size_t i = 0; i < std::size(parts); ++i)
+        EXPECT_NE(std::string::npos, recorder.reports()[i].text.find(parts[i])) << recorder.reports()[i].text;
+    EXPECT_NE(std::string::npos, recorder.reports()[0].text.find("caught at Barrier.cpp:3 (Barrier)"));
+}
+
+} // namespace

@@ -1,0 +1,105 @@
+#include <LowLevelFacilities/CPString.h>
+#include <LowLevelFacilities/CPStringUtils.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+#include <type_traits>
+
+namespace {
+
+SizeCodePoints32 at(unsigned int position) { return SizeCodePoints32{position}; }
+
+static_assert(!std::is_convertible_v<SizeCodePoints32, SizeRawBytes32> &&
+              !std::is_constructible_v<SizeCodePoints32, SizeRawBytes32>);
+
+TEST(CPString, CountsCodePointsAndBytesApart) {
+    const CPString text("a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80z");
+    EXPECT_EQ(11u, text.sizeOfUtf8Bytes().value());
+    EXPECT_EQ(5u, text.sizeInCodePoints().value());
+    EXPECT_EQ(at(4), text.find("z"));
+    EXPECT_EQ(at(2), text.find(CPString("\xE2\x82\xAC")));
+    EXPECT_EQ("\xE2\x82\xAC\xF0\x9F\x98\x80", text.substring(at(2), at(2)));
+    EXPECT_EQ("z", text.substring(at(4), at(100)));
+    EXPECT_EQ("\xF0\x9F\x98\x80z", text.substring(at(3), CPString::npos));
+    EXPECT_EQ("", text.substring(at(5), at(1)));
+    EXPECT_EQ("", text.substring(at(6), at(1)));
+}
+
+TEST(CPString, FindsFromACodePointOn) {
+    const CPString text("\xC3\xA9x\xC3\xA9x");
+    EXPECT_EQ(at(1), text.find("x", at(0)));
+    EXPECT_EQ(at(3), text.find("x", at(2)));
+    EXPECT_EQ(CPString::npos, text.find("x", at(4)));
+    EXPECT_EQ(at(4), text.find("", at(4)));
+    EXPECT_EQ(CPString::npos, text.find("", at(5)));
+    EXPECT_EQ(CPString::npos, text.find("y"));
+    EXPECT_EQ(at(0), text.find(static_cast<const char*>(nullptr)));
+}
+
+TEST(CPString, KeepsMalformedBytesAndCountsEach) {
+    const CPString text("a\xFF\xC3"
+                        "b\xE2\x82");
+    EXPECT_EQ(6u, text.sizeOfUtf8RawBytes().value());
+    EXPECT_EQ(6u, text.sizeInCodePoints().value());
+    EXPECT_EQ(at(3), text.find("b"));
+    EXPECT_EQ(0xFF, text.utf8RawBytes()[1]);
+    EXPECT_EQ(L"a\uFFFD\uFFFD"
+              L"b\uFFFD\uFFFD",
+              CPStringUtils::widenTo_wstring(text));
+}
+
+TEST(CPString, HoldsBytesForOverwriting) {
+    CPString text(SizeRawBytes32{4}, ' ');
+    EXPECT_TRUE(text.isEmptyOrOnlyWhitespace());
+    std::memcpy(text.utf8RawBytesPointerForOverwriting(), "ABC\0", 4);
+    EXPECT_EQ(4u, text.sizeOfUtf8Bytes().value());
+    text.toLowerAscii();
+    EXPECT_EQ(0, std::memcmp(text.utf8Bytes(), "abc\0\0", 5));
+    CPString mixed("\xC3\x84"
+                   "AZ@[");
+    mixed.toLowerAscii();
+    EXPECT_EQ("\xC3\x84"
+              "az@[",
+              mixed);
+}
+
+TEST(CPString, ComparesHashesAndReplaces) {
+    EXPECT_EQ(0, CPString("a").compare("a"));
+    EXPECT_GT(0, CPString("a").compare(CPString("b")));
+    EXPECT_LT(0, CPString("a").compare(static_cast<const char*>(nullptr)));
+    EXPECT_EQ(CPString("key").hash(), CPString(L"key").hash());
+    EXPECT_NE(CPString("key").hash(), CPString("kez").hash());
+    CPString text("%&quot;a%&quot;");
+    text.replaceAll("%&quot;", "\"");
+    EXPECT_EQ("\"a\"", text);
+    text.replaceAll("", "x");
+    text.replaceAll("\"", nullptr);
+    EXPECT_EQ("a", text);
+    EXPECT_TRUE(text.startsWith('a'));
+    EXPECT_FALSE(CPString().startsWith('\0'));
+    EXPECT_TRUE(CPString(" \t\xE3\x80\x80").isEmptyOrOnlyWhitespace());
+    text = text.utf8Bytes();
+    text += "b";
+    text += CPString("c");
+    std::ostringstream stream;
+    stream << text;
+    EXPECT_EQ("abc", stream.str());
+}
+
+TEST(CPStringUtils, NarrowsAndWidensWithoutLoss) {
+    std::wstring all;
+    for (unsigned int code = 1; code < 0x10000; ++code)
+        if (code < 0xD800 || code > 0xDFFF) all += static_cast<wchar_t>(code);
+    for (unsigned int code = 0x10000; code < 0x110000; code += 0x3FF) {
+        all += static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
+        all += static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+    }
+    const CPString narrow = CPStringUtils::narrow(all.c_str());
+    EXPECT_EQ(all, CPStringUtils::widenTo_wstring(narrow));
+    EXPECT_EQ("", CPStringUtils::narrowToStdString(nullptr));
+    EXPECT_EQ(std::string("a\0b", 3), CPStringUtils::narrowToStdString(L"a\0bc", 3));
+}
+
+} // namespace

@@ -1,0 +1,240 @@
+// The typed formatter: what each specification makes of each kind of argument, what it refuses and with which
+// words, where the text stands at the edge of the in-place area, and what the safe worker leaves behind.
+
+#include "Support/ReportRecorder.h"
+
+#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/CXString.h>
+
+#include <gtest/gtest.h>
+
+#include <windows.h>
+
+#include <climits>
+#include <cmath>
+#include <functional>
+#include <ostream>
+
+namespace {
+
+using InternalOrvelCP::FormatBuffer;
+using InternalOrvelCP::formatWorkerMayThrow;
+
+struct Streamed {
+    int value;
+};
+std::ostream& operator<<(std::ostream& stream, const Streamed& streamed) {
+    return stream << "<" << streamed.value << ">";
+}
+
+struct SetsLastErrorWhenStreamed {};
+std::ostream& operator<<(std::ostream& stream, const SetsLastErrorWhenStreamed&) {
+    SetLastError(5);
+    return stream;
+}
+
+struct ThrowsWhenStreamed {};
+std::ostream& operator<<(std::ostream&, const ThrowsWhenStreamed&) { throw 42; }
+
+enum Plain { PlainOne = 1 };
+enum class Scoped : unsigned char { Big = 200 };
+
+template <typename... Arguments>
+std::string format(const char* format, const Arguments&... arguments) {
+    FormatBuffer buffer;
+    formatWorkerMayThrow(buffer, format, arguments...);
+    return std::string(buffer.text(), buffer.used());
+}
+
+/// The exception's type and message, or "none".
+std::string failureOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const CPException& failure) {
+        return failure.getExceptionType() + ": " + failure.getExceptionMessage();
+    }
+    return "none";
+}
+
+TEST(Formatter, FormatsAsTheRuntimeDoes) {
+    // With snprintf as the judge; the typed formatter needs no length modifiers, but takes them.
+    const auto expected = [](const char* format, auto value) {
+        char text[512];
+        std::snprintf(text, sizeof text, format, value);
+        return std::string(text);
+    };
+    for (const char* specification : {"%d", "%i", "%u", "%x", "%X", "%o", "%5d", "%-5d|", "%05d", "%+d",
+                                      "% d", "%#x", "%.3d", "%8.3d", "%hhd", "%hu", "%hx", "%hhx"}) {
+        for (const int value : {0, 1, -1, 42, -42, 65535, INT_MAX, INT_MIN})
+            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
+    }
+    for (const char* specification : {"%lld", "%llu", "%llx", "%20lld", "%llo"}) {
+        for (const long long value : {0LL, -1LL, LLONG_MAX, LLONG_MIN})
+            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
+    }
+    for (const char* specification : {"%f", "%e", "%g", "%G", "%.2f", "%10.3f", "%-10g|", "%+.0f", "%a"}) {
+        for (const double value : {0.0, 1.5, -2.25, 1e300, 1e-300, static_cast<double>(INFINITY)})
+            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
+    }
+    EXPECT_EQ(expected("%zu", sizeof(int)), format("%zu", sizeof(int)));
+    EXPECT_EQ(expected("%p", static_cast<const void*>(&expected)), format("%p", &expected));
+}
+
+TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
+    struct Row {
+        std::string actual;
+        const char* expected;
+    };
+    const wchar_t* const nullWide = nullptr;
+    const char* const nullNarrow = nullptr;
+    const Row rows[] = {
+        {format("%s", "narrow"), "narrow"},
+        {format("%S", "narrow"), "narrow"},
+        {format("%s", L"wide"), "wide"},
+        {format("%ls|%S", L"wide", L"wide"), "wide|wide"},
+        {format("%s", CXString(L"caf\u00E9 \xD83D\xDE00")), "caf\xC3\xA9 \xF0\x9F\x98\x80"},
+        {format("%s", CPString("utf8")), "utf8"},
+        {format("%s", std::string("a\0b", 3)), "a"},
+        {format("%s%s", std::string_view("view"), std::wstring(L"wide")), "viewwide"},
+        {format("%s|%S", nullNarrow, nullWide), "(null)|(null)"},
+        {format("%6s|%-6s|%.2s", L"ab", "ab", L"abc"), "    ab|ab    |ab"},
+        {format("%.2s", L"a\u00E9"), "a"}, // a cut never leaves half a character
+        {format("%s", 42), "42"},
+        {format("%S", 4000000000u), "4000000000"},
+        {format("%5s|%s", -1, 1.5), "   -1|1.5"},
+        {format("%s|%6s", Streamed{7}, Streamed{7}), "<7>|   <7>"},
+        {format("%c%c%C", 'a', 98, L'\u00E9'), "ab\xC3\xA9"},
+        {format("%3c|%s", 'x', 'y'), "  x|y"},
+        {format("%d %d %d", PlainOne, Scoped::Big, true), "1 200 1"},
+        {format("%d|%u|%x", static_cast<unsigned char>(255), static_cast<signed char>(-1),
+                static_cast<short>(-1)),
+         "255|4294967295|ffffffff"},
+        {format("%.1f", 2), "2.0"},
+        {format("%I64d %Iu", 1LL << 40, sizeof(char)), "1099511627776 1"},
+        {format("100%%"), "100%"},
+        {format("%%%d%%", 5), "%5%"},
+        {format(""), ""},
+    };
+    for (const Row& row : rows) {
+        // A string keeps its zeros: compared up to the first.
+        EXPECT_STREQ(row.expected, row.actual.c_str());
+    }
+    EXPECT_EQ(3u, format("%s", std::string("a\0b", 3)).size());
+}
+
+TEST(Formatter, RefusesWhatDoesNotFit) {
+    struct Row {
+        std::function<void()> action;
+        std::string expected;
+    };
+    const std::string star =
+        "CPExceptionInvalidArgument: The InternalOrvelCP::formatWorkerMayThrow() family of methods does not "
+        "support the '*' character for the precision or width in a printf-style format specification.";
+    const std::string nonIntegral = "CPExceptionInvalidArgument: Non-integral value supplied as integral "
+                                    "argument to format string character: ";
+    const std::string missing =
+        "CPExceptionInvalidArgument: Invalid format string: missing arguments. There's no argument "
+        "corresponding to the current format specifier, ";
+    const std::string extra =
+        "CPExceptionTooManyArguments: Extra arguments provided to formatWorkerMayThrow(). There's no format "
+        "specifier corresponding to this argument in the original format string: ";
+    const Row rows[] = {
+        {[] { format("%*d", 5, 1); }, star},
+        {[] { format("%.*s", 5, "a"); }, star},
+        {[] { format("%-*s", L"a"); }, star},
+        {[] { format("%*d", Streamed{1}); }, star},
+        {[] { format("%*d"); }, missing + "%*d"},
+        {[] { format("%s"); }, missing + "%s"},
+        {[] { format("a %d b %5.2f c", 1); }, missing + "%5.2f c"},
+        {[] { format("%d", 1.5); }, nonIntegral + "d"},
+        {[] { format("%x", "text"); }, nonIntegral + "x"},
+        {[] { format("%u", L"text"); }, nonIntegral + "u"},
+        {[] { format("%i", Streamed{1}); }, nonIntegral + "i"},
+        {[] { format("done", 1); }, extra + "done"},
+        {[] { format("%d of %d", 1, 2, 3); }, extra + "%d of %d"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(row.expected, failureOf(row.action));
+
+    for (const char* malformed :
+         {"%", "50%", "%5", "%.", "%l", "%y", "%n", "%-", "%d %", "%100000d", "%.100000f",
+          "%99999999999999999999d", "%0000000000000000000000000000000000000000000000000000000005d"}) {
+        EXPECT_TRUE(failureOf([malformed] {
+                        format(malformed, 1, 1);
+                    }).starts_with("CPExceptionInvalidArgument: Invalid format string: "))
+            << malformed;
+    }
+    EXPECT_TRUE(failureOf([] { format(nullptr); }).starts_with("CPExceptionInvalidArgument: "));
+}
+
+TEST(Formatter, KeepsShortTextInPlaceAndMovesLongTextOut) {
+    for (const std::size_t length : {0u, 1u, 1021u, 1022u, 1023u, 1024u, 1025u, 5000u}) {
+        const std::string text(length, 'x');
+        FormatBuffer once;
+        formatWorkerMayThrow(once, "%s", text);
+        FormatBuffer inPieces;
+        for (std::size_t i = 0; i < length; ++i)
+            formatWorkerMayThrow(inPieces, "%c", 'x');
+        FormatBuffer wide;
+        formatWorkerMayThrow(wide, "%s", CXString(text.c_str()));
+        for (FormatBuffer* buffer : {&once, &inPieces, &wide}) {
+            EXPECT_EQ(length > 1022, buffer->hasMovedOut()) << length;
+            EXPECT_EQ(length, buffer->used());
+            EXPECT_EQ(length, std::strlen(buffer->text())); // terminated in both modes
+            EXPECT_EQ(text, buffer->takeText());
+        }
+    }
+}
+
+TEST(Formatter, WritesThroughTheRuntimeAtEveryFillOfTheArea) {
+    // Room left for the runtime's formatter shrinks to nothing and beyond.
+    for (const std::size_t filled :
+         {700u, 766u, 767u, 768u, 1000u, 1019u, 1020u, 1021u, 1022u, 1023u, 2000u, 3000u}) {
+        for (const int width : {1, 255, 256, 257, 1023, 1024, 1025, 4000}) {
+            const std::string head(filled, 'h');
+            const std::string specification = "%s%" + std::to_string(width) + "d!";
+            const std::string expected = head + std::string(static_cast<std::size_t>(width - 1), ' ') + "7!";
+            EXPECT_EQ(expected, format(specification.c_str(), head, 7)) << filled << "," << width;
+        }
+    }
+}
+
+TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
+    struct Row {
+        std::function<std::string()> action;
+        const char* result;
+        const char* report;
+    };
+    const Row rows[] = {
+        {[] { return FormatStdString("page %d: %s", 3); }, "page 3: ",
+         "Caught CPExceptionInvalidArgument: Issue with arguments or this format string: 'page %d: %s'.\n\n"
+         "Invalid format string: missing arguments. There's no argument corresponding to the current format "
+         "specifier, %s"},
+        {[] { return FormatStdString("ok", 1); }, "ok",
+         "Caught CPExceptionTooManyArguments: Issue with arguments or this format string: 'ok'.\n\nExtra "
+         "arguments provided to formatWorkerMayThrow(). There's no format specifier corresponding to this "
+         "argument in the original format string: ok"},
+        {[] { return FormatStdString("a%sb", ThrowsWhenStreamed{}); }, "a",
+         "Caught <unknown>: Issue with arguments or this format string: 'a%sb'.\n\n<none>"},
+        {[] { return FormatStdString(nullptr, 1); }, "",
+         "Caught CPExceptionInvalidArgument: A null format string was supplied!\n\nInvalid format string: a "
+         "null format string was supplied."},
+    };
+    for (const Row& row : rows) {
+        const ReportRecorder recorder;
+        SetLastError(77);
+        EXPECT_EQ(row.result, row.action());
+        EXPECT_EQ(77u, GetLastError());
+        ASSERT_EQ(1u, recorder.reports().size());
+        EXPECT_EQ(row.report, recorder.reports()[0].text);
+        EXPECT_EQ("SafeFormatWorker() Error", recorder.reports()[0].caption);
+    }
+}
+
+TEST(SafeFormatter, LeavesTheLastErrorAloneOnSuccess) {
+    SetLastError(1234);
+    EXPECT_EQ("1.500 x", FormatStdString("%.3f %s%s", 1.5, L"x", SetsLastErrorWhenStreamed{}));
+    EXPECT_EQ(1234u, GetLastError());
+}
+
+} // namespace

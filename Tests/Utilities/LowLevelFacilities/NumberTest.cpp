@@ -1,0 +1,169 @@
+// Number keeps decimals exactly; its double is the nearest one, with strtod as the judge.
+
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Dimension.h>
+#include <LowLevelFacilities/Number.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <random>
+
+namespace {
+
+constexpr double offset = 0.499999;
+
+Number number(const char* text) { return Number(CXString(text), false); }
+
+TEST(Number, IsExactWhereADoubleIsNot) {
+    EXPECT_EQ(number("0.1"), number("1e-1"));
+    EXPECT_EQ(number("100"), Number(100));
+    EXPECT_EQ(number("0.30000000000000000000"), number("3e-1"));
+    EXPECT_NE(number("0.1"), Number::fromDouble(0.1)); // the double is another number
+    EXPECT_NE(number("9007199254740993"), number("9007199254740992"));
+    EXPECT_NE(number("1e4000"), number("1.00000000000000000000001e4000"));
+    EXPECT_EQ(number("-0"), Number());
+    EXPECT_TRUE(number("-1e-4000") < Number() && Number() < number("1e-4000"));
+    EXPECT_TRUE(number("-2") < number("-1.9999999999999999999999"));
+    EXPECT_EQ(number("0.1").times(10, 1), Number(1));
+}
+
+TEST(Number, GivesTheNearestDouble) {
+    const auto check = [](const std::string& text) {
+        const double expected = std::strtod(text.c_str(), nullptr);
+        const double actual = number(text.c_str()).GetDoubleValue();
+        EXPECT_EQ(expected, actual) << text;
+        EXPECT_EQ(std::signbit(expected), std::signbit(actual)) << text;
+    };
+    for (const char* text :
+         {"0", "0.1", "-0.1", "1.7976931348623157e308", "1.7976931348623159e308", "1e400", "-1e400", "5e-324",
+          "2.4703282292062327e-324", "2.4703282292062328e-324", "2.2250738585072011e-308", "9007199254740993",
+          "9007199254740995", "1e23", "9007199254740993.00000000000000000000000000000000001",
+          "0.500000000000000166533453693773481063544750213623046875", "123456789012345678901234567890",
+          "1e-400", "3.14159265358979323846264338327950288"})
+        check(text);
+    std::mt19937_64 random(20260131); // reproducible
+    for (int i = 0; i < 2000; ++i) {
+        const int exponent = static_cast<int>(random() % 660) - 340;
+        check((i % 2 == 0 ? "" : "-") + std::to_string(random()) + "." + std::to_string(random()) + "e" +
+              std::to_string(exponent - 19));
+    }
+    for (const double value : {0.1, -1e-310, std::numeric_limits<double>::max(),
+                               std::numeric_limits<double>::denorm_min(), 12345.678})
+        EXPECT_EQ(value, Number::fromDouble(value).GetDoubleValue());
+    EXPECT_EQ(Number(), Number::fromDouble(NAN));
+    EXPECT_EQ(Number(), Number::fromDouble(-INFINITY));
+}
+
+TEST(Number, RoundsByItsOffsetAndSaturates) {
+    struct Row {
+        const char* text;
+        double offset;
+        int value;
+    };
+    for (const Row& row : {Row{"2.5", offset, 2},
+                           {"2.500001", offset, 3},
+                           {"2.5000009999", offset, 2},
+                           {"-2.6", offset, -3},
+                           {"-2.5", offset, -2},
+                           {"2.99", 0, 2},
+                           {"0.4", 0.999999, 1},
+                           {"2.5", 0.5, 3},
+                           {"1", -2, 0},
+                           {"1.5", -0.5, 1},
+                           {"2147483647.4", offset, INT_MAX},
+                           {"2147483648", offset, INT_MAX},
+                           {"-2147483648", offset, INT_MIN},
+                           {"1e4000", offset, INT_MAX},
+                           {"-1e4000", offset, INT_MIN},
+                           {"1e-4000", offset, 0}})
+        EXPECT_EQ(row.value, number(row.text).GetIntValue(row.offset)) << row.text;
+    EXPECT_EQ(INT_MIN, Number(INT_MIN).GetIntValue(0));
+}
+
+TEST(Number, ReadsTheNumberAtTheStartOrRefusesTheText) {
+    struct Row {
+        const char* text;
+        const char* value;
+        bool isWhole;
+    };
+    for (const Row& row : {Row{" +12.50 ", "12.5", true},
+                           {".5", "0.5", true},
+                           {"5.", "5", true},
+                           {"1e2", "100", true},
+                           {"1e", "1", false},
+                           {"1e+", "1", false},
+                           {"12mm", "12", false},
+                           {"", "0", false},
+                           {"-", "0", false},
+                           {".", "0", false},
+                           {"abc", "0", false},
+                           {"1,5", "1", false},
+                           {"1e99999999999", "0", false},
+                           {"--1", "0", false}}) {
+        EXPECT_EQ(number(row.value), number(row.text)) << row.text;
+        if (row.isWhole) {
+            EXPECT_EQ(number(row.value), Number(CXString(row.text), true));
+        } else {
+            EXPECT_THROW(Number(CXString(row.text), true), CPExceptionInvalidArgument) << row.text;
+        }
+    }
+    const CXString tooLong(std::wstring(Number::maxDigits + 1, L'9'));
+    EXPECT_EQ(Number(), Number(tooLong, false));
+}
+
+TEST(Dimension, ConvertsBetweenUnitsExactly) {
+    // One length in every unit: 1 inch.
+    struct Row {
+        int unit;
+        const char* value;
+    };
+    for (const Row& row : {Row{0, "1"},
+                           {1, "10"},
+                           {2, "1440"},
+                           {3, "100"},
+                           {4, "1000"},
+                           {5, "25.4"},
+                           {6, "254"},
+                           {7, "2540"},
+                           {8, "25400"},
+                           {9, "72"},
+                           {10, "720"},
+                           {11, "7200"},
+                           {12, "96"}}) {
+        const auto unit = static_cast<Dimension::UnitsEnum>(row.unit);
+        Dimension length;
+        length.SetValue(number(row.value), unit);
+        for (int other = 0; other <= 12; ++other) {
+            Dimension converted;
+            const auto otherUnit = static_cast<Dimension::UnitsEnum>(other);
+            converted.SetValue(length.GetValue(otherUnit), otherUnit);
+            EXPECT_EQ(number(row.value), converted.GetValue(unit)) << row.unit << " by " << other;
+        }
+        EXPECT_EQ(number("25400"), length.GetValue(Dimension::Micron));
+    }
+    EXPECT_EQ(265, Dimension(1, Dimension::XpsUnit).GetValue(Dimension::Micron).GetIntValue(offset));
+    EXPECT_EQ(96,
+              Dimension(2540, Dimension::HundredthOfMillimeter).GetValue(Dimension::XpsUnit).GetIntValue(0));
+    EXPECT_THROW((void)Dimension().GetValue(static_cast<Dimension::UnitsEnum>(13)),
+                 CPExceptionInvalidArgument);
+}
+
+TEST(Dimension, WritesItsValue) {
+    Dimension a4Width;
+    a4Width.SetValue(Number(210000), Dimension::Micron);
+    EXPECT_EQ("210", a4Width.GetStringValue(Dimension::Millimeter, 0, offset, false, false));
+    EXPECT_EQ("210.00", a4Width.GetStringValue(Dimension::Millimeter, 2, offset, false, false));
+    EXPECT_EQ("210 mm", a4Width.GetStringValue(Dimension::Millimeter, 2, offset, true, true));
+    EXPECT_EQ("8.268", a4Width.GetStringValue(Dimension::Inch, 3, offset, false, false));
+    EXPECT_EQ("8.26", a4Width.GetStringValue(Dimension::Inch, 2, 0, false, false));
+    EXPECT_EQ("-0.05",
+              Dimension(-0.05, Dimension::Inch).GetStringValue(Dimension::Inch, 2, offset, false, false));
+    EXPECT_EQ("0.0",
+              Dimension(-0.01, Dimension::Inch).GetStringValue(Dimension::Inch, 1, offset, false, false));
+}
+
+} // namespace
