@@ -9,7 +9,7 @@
 namespace {
 
 std::atomic<DebugUtilities::ReportSink> reportSink{nullptr};
-thread_local const ReportContext* innermostContext = nullptr;
+thread_local ReportContext* innermostContext = nullptr;
 
 void send(const char* text, const char* caption) noexcept {
     if (const DebugUtilities::ReportSink sink = reportSink.load()) {
@@ -57,5 +57,12 @@ void DebugUtilities::pushReportContext(ReportContext& context) noexcept {
 }
 
 void DebugUtilities::popReportContext(const ReportContext& context) noexcept {
-    if (innermostContext == &context) innermostContext = context.m_outer;
+    // As a rule it is the innermost; one that ends before those within it is taken out of the chain.
+    if (innermostContext == &context) {
+        innermostContext = context.m_outer;
+        return;
+    }
+    for (ReportContext* inner = innermostContext; inner != nullptr; inner = inner->m_outer) {
+        if (inner->m_outer == &context) inner->m_outer = context.m_outer;
+    }
 }

@@ -14,7 +14,7 @@ protected:
 
 private:
     friend class DebugUtilities;
-    const ReportContext* m_outer = nullptr;
+    ReportContext* m_outer = nullptr;
 };
 
 class OV_UTILITIES_API DebugUtilities {
@@ -30,7 +30,7 @@ public:
     /// Gives back the sink that stood there; null means the debug output. Process-wide.
     static ReportSink setReportSink(ReportSink sink) noexcept;
 
-    /// Puts a context on the calling thread; contexts come off in the opposite order, on the same thread.
+    /// Puts a context on the calling thread, and takes it off there. It must not move meanwhile.
     static void pushReportContext(ReportContext& context) noexcept;
     static void popReportContext(const ReportContext& context) noexcept;
 };

@@ -1,0 +1,141 @@
+#include "Support/ReportRecorder.h"
+
+#include <LowLevelFacilities/ByteBuffer.h>
+#include <SystemServices/Hash32.h>
+#include <SystemServices/OrvelUtilities.h>
+#include <SystemServices/WindowsDesktopUtilities.h>
+
+#include <atlcomcli.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+
+namespace {
+
+LARGE_INTEGER move(LONGLONG distance) {
+    LARGE_INTEGER result{};
+    result.QuadPart = distance;
+    return result;
+}
+
+TEST(ReadOnlyStream, ReadsACopyAndRefusesToWrite) {
+    std::string bytes = "0123456789";
+    CComPtr<IStream> stream;
+    ASSERT_EQ(S_OK, WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, bytes.data(), 10));
+    bytes.assign(10, 'x');
+    char buffer[20] = {};
+    ULONG count = 0;
+    EXPECT_EQ(S_OK, stream->Read(buffer, 4, &count));
+    EXPECT_EQ("0123", std::string(buffer, count));
+    ULARGE_INTEGER position{};
+    EXPECT_EQ(S_OK, stream->Seek(move(-2), STREAM_SEEK_END, &position));
+    EXPECT_EQ(8u, position.QuadPart);
+    EXPECT_EQ(S_FALSE, stream->Read(buffer, 20, &count));
+    EXPECT_EQ("89", std::string(buffer, count));
+    EXPECT_EQ(S_FALSE, stream->Read(buffer, 1, &count));
+    EXPECT_EQ(0u, count);
+    EXPECT_EQ(STG_E_INVALIDFUNCTION, stream->Seek(move(-11), STREAM_SEEK_END, nullptr));
+    EXPECT_EQ(STG_E_INVALIDFUNCTION, stream->Seek(move(LLONG_MAX), STREAM_SEEK_END, nullptr));
+    EXPECT_EQ(S_OK, stream->Seek(move(100), STREAM_SEEK_SET, nullptr));
+    EXPECT_EQ(S_FALSE, stream->Read(buffer, 1, nullptr));
+    EXPECT_EQ(STG_E_ACCESSDENIED, stream->Write("a", 1, &count));
+    EXPECT_EQ(STG_E_ACCESSDENIED, stream->SetSize(ULARGE_INTEGER{}));
+    STATSTG statistics{};
+    EXPECT_EQ(S_OK, stream->Stat(&statistics, STATFLAG_NONAME));
+    EXPECT_EQ(10u, statistics.cbSize.QuadPart);
+
+    EXPECT_EQ(S_OK, stream->Seek(move(3), STREAM_SEEK_SET, nullptr));
+    CComPtr<IStream> clone;
+    ASSERT_EQ(S_OK, stream->Clone(&clone));
+    stream.Release();
+    CComPtr<IStream> target;
+    ASSERT_EQ(S_OK, CreateStreamOnHGlobal(nullptr, TRUE, &target));
+    ULARGE_INTEGER all{};
+    all.QuadPart = ULLONG_MAX;
+    ULARGE_INTEGER written{};
+    EXPECT_EQ(S_OK, clone->CopyTo(target, all, nullptr, &written));
+    EXPECT_EQ(7u, written.QuadPart);
+}
+
+TEST(ReadOnlyStream, IsNotMadeFromNothing) {
+    CComPtr<IStream> stream;
+    EXPECT_EQ(E_POINTER, WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(nullptr, "", 0));
+    EXPECT_EQ(E_POINTER, WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, nullptr, 1));
+    ASSERT_EQ(S_OK, WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, nullptr, 0));
+    char byte = 0;
+    EXPECT_EQ(S_FALSE, stream->Read(&byte, 1, nullptr));
+}
+
+TEST(MessageBox, IsReportedAndAnswered) {
+    const ReportRecorder recorder;
+    EXPECT_EQ(IDOK, WindowsDesktopUtilities::noHangDebugMessageBox(nullptr, L"Text \u20AC", L"Caption",
+                                                                   MB_TASKMODAL | MB_ICONERROR));
+    ASSERT_EQ(1u, recorder.reports().size());
+    EXPECT_EQ("Text \xE2\x82\xAC", recorder.reports()[0].text);
+    EXPECT_EQ("Caption", recorder.reports()[0].caption);
+}
+
+TEST(Hash32, IsStable) {
+    // Published values of the function.
+    EXPECT_EQ(0x811C9DC5u, Hash32::GetHash32("", 0));
+    EXPECT_EQ(0xE40C292Cu, Hash32::GetHash32("a", 1));
+    EXPECT_EQ(0xBF9CF968u, Hash32::GetHash32("foobar", 6));
+    EXPECT_EQ(Hash32::GetHash32("a\0\xAC\x20", 4), Hash32::GetHash32(CXString(L"a\u20AC")));
+}
+
+TEST(OrvelUtilities, EncodeAndDecodeWithinTheirRoom) {
+    for (int count = 0; count < 20; ++count) {
+        ByteBuffer bytes(static_cast<std::size_t>(count), 0xA5);
+        int length = OrvelUtilities::Base64EncodeGetRequiredLength(count, 2);
+        std::wstring text(static_cast<std::size_t>(length), L'?');
+        ASSERT_TRUE(OrvelUtilities::Base64Encode(bytes.getLpbyte(), count, text.data(), &length, 2));
+        EXPECT_EQ(static_cast<int>(text.size()), length);
+        int tooShort = length - 1;
+        EXPECT_EQ(length == 0,
+                  OrvelUtilities::Base64Encode(bytes.getLpbyte(), count, text.data(), &tooShort, 2));
+
+        int decodedLength = OrvelUtilities::Base64DecodeGetRequiredLength(length);
+        ASSERT_GE(decodedLength, count);
+        ByteBuffer decoded(static_cast<std::size_t>(decodedLength));
+        ASSERT_TRUE(OrvelUtilities::Base64Decode(text.data(), length, decoded.getLpbyte(), &decodedLength));
+        decoded.resize(static_cast<std::size_t>(decodedLength));
+        EXPECT_EQ(bytes, decoded);
+        int noRoom = count - 1;
+        EXPECT_EQ(count == 0,
+                  OrvelUtilities::Base64Decode(text.data(), length, decoded.getLpbyte(), &noRoom));
+    }
+    int length = 100;
+    unsigned char byte = 0;
+    EXPECT_FALSE(OrvelUtilities::Base64Decode("!", 1, &byte, &length));
+    EXPECT_EQ(0, length);
+    char text[8];
+    length = 8;
+    EXPECT_FALSE(OrvelUtilities::Base64Encode(&byte, 1, text, &length, 0)); // line breaks are not offered
+}
+
+TEST(OrvelUtilities, SplitPathsAndLists) {
+    struct Row {
+        const wchar_t* path;
+        const wchar_t* folder;
+        const wchar_t* file;
+    };
+    for (const Row& row : {Row{L"C:\\a\\b.txt", L"C:\\a\\", L"b.txt"},
+                           {L"/usr/lib/x", L"/usr/lib/", L"x"},
+                           {L"x", L"", L"x"},
+                           {L"C:x", L"C:", L"x"},
+                           {L"a/b\\", L"a/b\\", L""},
+                           {L"", L"", L""}}) {
+        EXPECT_EQ(row.folder, OrvelUtilities::getPathFromFileName(row.path));
+        EXPECT_EQ(row.file, OrvelUtilities::getFileNameFromFullPath(row.path));
+    }
+    std::vector<CXString> pieces;
+    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L"a, b ,,c", L',', false, false);
+    EXPECT_EQ((std::vector<CXString>{L"a", L" b ", L"", L"c"}), pieces);
+    pieces.clear();
+    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L" a , ,b", L',', true, true);
+    EXPECT_EQ((std::vector<CXString>{L"a", L"b"}), pieces);
+}
+
+} // namespace

@@ -1,0 +1,98 @@
+// Printers and jobs of a queue, as the services over the spooler see them.
+
+#include <LowLevelFacilities/CPExceptionOSApiError.h>
+#include <SystemServices/PrintJob.h>
+#include <SystemServices/Printer.h>
+
+#include <Com/FaultInjection.h>
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueRegistry.h>
+
+#include <gtest/gtest.h>
+
+#include <winspool.h>
+
+namespace {
+
+class SpoolerServices : public testing::Test {
+protected:
+    SpoolerServices() { Add(L""); }
+    ~SpoolerServices() override { OvPlatform::QueueRegistry::Clear(); }
+
+    static void Add(const wchar_t* separatorFile) {
+        OvPlatform::QueueDescription queue;
+        queue.printerName = L"Office \u20AC";
+        queue.portName = L"FILE:";
+        queue.separatorFile = separatorFile;
+        OvPlatform::QueueJob job;
+        job.id = 7;
+        job.document = L"Report";
+        job.user = L"anna";
+        queue.jobs = {job};
+        OvPlatform::QueueRegistry::Add(std::make_shared<OvPlatform::QueueFolder>(queue));
+    }
+};
+
+TEST_F(SpoolerServices, ReadThePrintersRecord) {
+    Printer printer;
+    ASSERT_TRUE(printer.CreateHandle(L"office \u20AC"));
+    ByteBuffer info;
+    ASSERT_TRUE(printer.GetPrinterInfo(2, info));
+    const ByteBuffer moved = std::move(info);
+    const auto* record = reinterpret_cast<const PRINTER_INFO_2W*>(moved.getLpbyte());
+    EXPECT_STREQ(L"FILE:", record->pPortName);
+    EXPECT_STREQ(L"Office \u20AC", record->pPrinterName);
+
+    ByteBuffer sameInfo;
+    EXPECT_TRUE(Printer(printer.GetHandle()).GetPrinterInfo(2, sameInfo)); // does not close the handle
+    EXPECT_TRUE(printer.GetPrinterInfo(2, sameInfo));
+    EXPECT_FALSE(printer.GetPrinterInfo(99, sameInfo));
+    EXPECT_TRUE(sameInfo.empty());
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_LEVEL), GetLastError());
+}
+
+TEST_F(SpoolerServices, SayThatAPrinterIsMissing) {
+    Printer printer;
+    EXPECT_FALSE(printer.CreateHandle(L"nobody's"));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PRINTER_NAME), GetLastError());
+    ByteBuffer info(1);
+    EXPECT_FALSE(printer.GetPrinterInfo(2, info));
+    EXPECT_TRUE(info.empty());
+    EXPECT_FALSE(printer.IsMSSeparatorPageSelected());
+}
+
+TEST_F(SpoolerServices, TellWhetherASeparatorPageIsSelected) {
+    Printer without;
+    ASSERT_TRUE(without.CreateHandle(L"Office \u20AC"));
+    EXPECT_FALSE(without.IsMSSeparatorPageSelected());
+    Add(L"pcl.sep");
+    Printer with;
+    ASSERT_TRUE(with.CreateHandle(L"Office \u20AC"));
+    EXPECT_TRUE(with.IsMSSeparatorPageSelected());
+}
+
+TEST_F(SpoolerServices, ReadAJobsRecord) {
+    Printer printer;
+    ASSERT_TRUE(printer.CreateHandle(L"Office \u20AC"));
+    const ByteBuffer first = PrintJob::GetJobInfo(printer.GetHandle(), 7, 1, false);
+    ASSERT_FALSE(first.empty());
+    EXPECT_STREQ(L"Report", reinterpret_cast<const JOB_INFO_1W*>(first.getLpbyte())->pDocument);
+    const ByteBuffer second = PrintJob::GetJobInfo(printer.GetHandle(), 7, 2, true);
+    EXPECT_STREQ(L"anna", reinterpret_cast<const JOB_INFO_2W*>(second.getLpbyte())->pUserName);
+
+    EXPECT_TRUE(PrintJob::GetJobInfo(printer.GetHandle(), 8, 1, false).empty());
+    EXPECT_THROW((void)PrintJob::GetJobInfo(printer.GetHandle(), 8, 1, true), CPExceptionOSApiError);
+}
+
+TEST_F(SpoolerServices, SurviveTheFailureOfEachCall) {
+    Printer printer;
+    ASSERT_TRUE(printer.CreateHandle(L"Office \u20AC"));
+    for (LONG call = 1; call <= 2; ++call) {
+        const OvPlatform::FaultInjectionScope fault(call, E_ACCESSDENIED);
+        ByteBuffer info;
+        EXPECT_FALSE(printer.GetPrinterInfo(2, info)) << call;
+        EXPECT_TRUE(info.empty());
+    }
+}
+
+} // namespace

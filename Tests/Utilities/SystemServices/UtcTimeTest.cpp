@@ -1,0 +1,69 @@
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <SystemServices/UtcTime.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+
+namespace {
+
+std::tm fields(int year, int month, int day, int hour, int minute, int second) {
+    std::tm result{};
+    result.tm_year = year - 1900;
+    result.tm_mon = month - 1;
+    result.tm_mday = day;
+    result.tm_hour = hour;
+    result.tm_min = minute;
+    result.tm_sec = second;
+    return result;
+}
+
+TEST(UtcTime, BreaksDownAsTheRuntimeDoes) {
+    for (const std::time_t seconds : {std::time_t{0}, std::time_t{951782400}, std::time_t{1709210096},
+                                      std::time_t{4102444799}, std::time_t{-1}}) {
+        std::tm expected{};
+        gmtime_r(&seconds, &expected);
+        const std::tm actual = UtcTime(expected).GetTimeInUtc();
+        EXPECT_EQ(expected.tm_year, actual.tm_year) << seconds;
+        EXPECT_EQ(expected.tm_mon, actual.tm_mon);
+        EXPECT_EQ(expected.tm_mday, actual.tm_mday);
+        EXPECT_EQ(expected.tm_hour, actual.tm_hour);
+        EXPECT_EQ(expected.tm_sec, actual.tm_sec);
+        EXPECT_EQ(expected.tm_wday, actual.tm_wday);
+        EXPECT_EQ(expected.tm_yday, actual.tm_yday);
+    }
+    EXPECT_TRUE(UtcTime(fields(2025, 14, 1, 24, 0, 0)) == UtcTime(fields(2026, 2, 2, 0, 0, 0)));
+    EXPECT_THROW(UtcTime(fields(1600, 12, 31, 23, 59, 59)), CPExceptionInvalidArgument);
+}
+
+TEST(UtcTime, KnowsTheTimeZone) {
+    const char* const before = std::getenv("TZ");
+    const std::string saved = before == nullptr ? "" : before;
+    setenv("TZ", "Europe/Berlin", 1);
+    tzset();
+    EXPECT_EQ(11, UtcTime(fields(2025, 1, 15, 10, 0, 0)).GetTimeInCurrentTimeZone().tm_hour);
+    EXPECT_EQ(12, UtcTime(fields(2025, 7, 15, 10, 0, 0)).GetTimeInCurrentTimeZone().tm_hour);
+    before == nullptr ? unsetenv("TZ") : setenv("TZ", saved.c_str(), 1);
+    tzset();
+}
+
+TEST(UtcTime, MovesIntoTheNextDayKeepingItsTimeOfDay) {
+    for (const int year : {1700, 2020, 2900}) {
+        for (const int hour : {0, 6, 12, 18, 23}) {
+            UtcTime time(fields(year, 5, 6, hour, 30, 15));
+            const UtcTime before;
+            time.EnsureTimeIsWithinOneDayAfterCurrentTime();
+            EXPECT_TRUE(before <= time);
+            std::tm tomorrow = UtcTime().GetTimeInUtc();
+            ++tomorrow.tm_mday;
+            ++tomorrow.tm_sec; // UtcTime() counts less than a second
+            EXPECT_TRUE(time < UtcTime(tomorrow));
+            EXPECT_EQ(hour, time.GetTimeInUtc().tm_hour);
+            EXPECT_EQ(30, time.GetTimeInUtc().tm_min);
+            EXPECT_EQ(15, time.GetTimeInUtc().tm_sec);
+        }
+    }
+}
+
+} // namespace

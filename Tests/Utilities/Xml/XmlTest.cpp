@@ -1,0 +1,243 @@
+// The parser, its nodes, the serialisation, and the one-pass reader, over the platform's DOM and SAX reader.
+
+#include "Support/ReportRecorder.h"
+
+#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <SystemServices/SafeCoInitialize.h>
+#include <Xml/MicrosoftXmlParser.h>
+#include <Xml/UtilitiesLibraryHost.h>
+#include <Xml/XmlLiteWrapper.h>
+#include <Xml/XmlOutputUtf8StringCallback.h>
+
+#include <Com/FaultInjection.h>
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+
+namespace {
+
+class Xml : public testing::Test {
+protected:
+    Xml() { m_apartment.TryInitializeCom(0, false); }
+
+    static CPString Written(
+        const OrvelXmlParser& parser, bool withDeclaration,
+        XmlOutputCallback::EnhanceXmlLegibilityEnum enhance = XmlOutputCallback::DoNotEnhanceXmlLegibility) {
+        CPString text("stale");
+        XmlOutputUtf8StringCallback output(text, enhance);
+        parser.convertToXmlStream(output, withDeclaration);
+        return text;
+    }
+
+private:
+    SafeCoInitialize m_apartment;
+};
+
+TEST_F(Xml, ParsesTextAndBytesAlike) {
+    const char* const utf8 = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><r a='\xC3\xA9'>\xE2\x82\xAC</r>";
+    const auto check = [](MicrosoftXmlParser& parser) {
+        const XmlDomNode::Pointer root = parser.getDocument().GetDocumentElement();
+        ASSERT_TRUE(root);
+        EXPECT_EQ(L"\u20AC", root->GetTextValue());
+        CXString value;
+        EXPECT_TRUE(root->GetAttribute(L"a", value));
+        EXPECT_EQ(L"\u00E9", value);
+    };
+    MicrosoftXmlParser parser(L"test", false);
+    EXPECT_FALSE(parser.getDocument().GetDocumentElement());
+    parser.parse(CPString(utf8));
+    check(parser);
+    parser.parse(CXString(utf8));
+    check(parser);
+    parser.parse(reinterpret_cast<const unsigned char*>(utf8), std::strlen(utf8));
+    check(parser);
+    // Text is already decoded: the encoding that it declares does not count.
+    parser.parse(CPString("<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a='\xC3\xA9'>\xE2\x82\xAC</r>"));
+    check(parser);
+
+    const std::string path = testing::TempDir() + "xml-parser-test.xml";
+    parser.SaveXmlToFile(path.c_str());
+    MicrosoftXmlParser again(L"file", false);
+    again.parseThisFile(path.c_str());
+    check(again);
+    EXPECT_THROW(again.parseThisFile(L"/nonexistent/file.xml"), CPComException);
+}
+
+TEST_F(Xml, SaysWhatIsMalformedAndWhere) {
+    const auto parser = UtilitiesLibraryHost::CreateMicrosoftXmlParser(L"Queue properties", false);
+    for (const char* malformed : {"", "   ", "<a>\n<b></a>", "<a", "<a/><b/>", "<p:a/>", "<a>&undefined;</a>",
+                                  "<!DOCTYPE a [<!ENTITY x 'y'>]><a>&x;</a>"}) {
+        parser->parse(CPString("<good/>"));
+        try {
+            parser->parse(CPString(malformed));
+            ADD_FAILURE() << malformed;
+        } catch (const CPComException& thrown) {
+            EXPECT_TRUE(FAILED(thrown.GetHresult()));
+            const std::string message = thrown.getExceptionMessage();
+            EXPECT_TRUE(message.starts_with("CPComException: Queue properties: ")) << message;
+            EXPECT_EQ(std::strcmp(malformed, "<a>\n<b></a>") == 0,
+                      message.find("(line 2,") != std::string::npos)
+                << message;
+        }
+        EXPECT_FALSE(parser->getDocument().GetDocumentElement()) << malformed;
+    }
+}
+
+TEST_F(Xml, FindsElementsByName) {
+    MicrosoftXmlParser parser(L"test", false);
+    parser.parse(
+        CPString("<r><a n='1'><deep n='2'><a n='3'/></deep></a><!--c--><deep n='4'/>text<a n='5'/></r>"));
+    const XmlDomNode::Pointer root = parser.getDocument().GetDocumentElement();
+    const auto numberOf = [](const XmlDomNode::Pointer& node) {
+        CXString value;
+        if (!node || !node->GetAttribute(L"n", value)) return -1;
+        return value.GetAsInt();
+    };
+    EXPECT_EQ(1, numberOf(root->FindNamedChildElementNode(L"a")));
+    EXPECT_EQ(4, numberOf(root->FindNamedChildElementNode(L"deep")));
+    EXPECT_EQ(2, numberOf(root->FindNamedChildElementNodeRecursive(L"deep", 0)));
+    EXPECT_EQ(4, numberOf(root->FindNamedChildElementNodeRecursive(L"deep", 1)));
+    EXPECT_EQ(2, numberOf(root->FindNamedChildElementNodeRecursive(L"deep", 2)));
+    EXPECT_EQ(3,
+              numberOf(root->FindNamedChildElementNode(L"a")->FindNamedChildElementNodeRecursive(L"a", 0)));
+    EXPECT_FALSE(root->FindNamedChildElementNodeRecursive(L"A", 0));
+    EXPECT_FALSE(root->FindNamedChildElementNodeRecursive(L"r", 0));
+    EXPECT_EQ(5u, root->GetChildCount());
+    EXPECT_EQ(L"a", root->GetFirstChild()->GetNodeName());
+    EXPECT_FALSE(root->GetFirstChild()->GetNextSibling()->IsElement());
+    EXPECT_FALSE(root->GetNextSibling());
+}
+
+TEST_F(Xml, ChangesADocumentAndWritesIt) {
+    MicrosoftXmlParser parser(L"test", false);
+    parser.parse(CPString("<?xml version=\"1.0\"?><r><old/><kept x=\"1\" y=\"2\"/></r>"));
+    const XmlDomDocument& document = parser.getDocument();
+    const XmlDomNode::Pointer root = document.GetDocumentElement();
+    root->RemoveChild(*root->FindNamedChildElementNode(L"old"));
+    const XmlDomNode::Pointer kept = root->FindNamedChildElementNode(L"kept");
+    kept->SetTextValue(L"<\u20AC>");
+    kept->SetAttribute(L"x", L"\"&");
+    kept->RemoveAttribute(L"y");
+    kept->RemoveAttribute(L"absent");
+    const XmlDomNode::Pointer added = document.CreateElement(L"added");
+    added->AppendChild(*document.CreateCDataSection(L"<b/>"));
+    root->AppendChild(*added);
+    root->AppendChild(*document.CreateElement(L"text"));
+    root->FindNamedChildElementNode(L"text")->AppendChild(*document.CreateTextNode(L"t"));
+
+    const char* const body =
+        "<r><kept x=\"&quot;&amp;\">&lt;\xE2\x82\xAC&gt;</kept><added><![CDATA[<b/>]]></added>"
+        "<text>t</text></r>";
+    std::string plain = Written(parser, false).utf8Bytes();
+    plain.erase(plain.find_last_not_of("\r\n") + 1);
+    EXPECT_EQ(body, plain);
+    EXPECT_TRUE(CPString(Written(parser, true))
+                    .view()
+                    .starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<r>"));
+    EXPECT_EQ(L"<b/>", added->GetFirstChild()->GetTextValue());
+    EXPECT_THROW(added->GetFirstChild()->SetAttribute(L"a", L"b"), CPComException);
+    EXPECT_THROW((void)document.CreateElement(L"not a name"), CPComException);
+}
+
+TEST_F(Xml, IndentsWhereNoTextChanges) {
+    MicrosoftXmlParser parser(L"test", false);
+    parser.parse(CPString("<r><a><b>text</b><b/></a><c>mixed<d/></c></r>"));
+    std::string text = Written(parser, false, XmlOutputCallback::EnhanceXmlLegibility).utf8Bytes();
+    std::erase(text, '\r');
+    text.erase(text.find_last_not_of('\n') + 1);
+    EXPECT_EQ("<r>\n  <a>\n    <b>text</b>\n    <b/>\n  </a>\n  <c>mixed<d/></c>\n</r>", text);
+    std::string plain = Written(parser, false).utf8Bytes(); // the document itself is as it was
+    EXPECT_EQ(std::string::npos, plain.find("  <a>"));
+}
+
+TEST_F(Xml, KeepsADocumentThatTheParserDied) {
+    XmlDomNode::Pointer node;
+    {
+        MicrosoftXmlParser parser(L"test", false);
+        parser.parse(CPString("<r><a>alive</a></r>"));
+        node = parser.getDocument().GetDocumentElement()->GetFirstChild();
+    }
+    EXPECT_EQ(L"alive", node->GetTextValue());
+}
+
+TEST_F(Xml, SurvivesTheFailureOfEachPlatformCall) {
+    int failures = 0;
+    for (LONG call = 1;; ++call) {
+        const OvPlatform::FaultInjectionScope fault(call, E_ACCESSDENIED);
+        try {
+            MicrosoftXmlParser parser(L"test", false);
+            parser.parse(CPString("<r><a n='1'/></r>"));
+            CXString value;
+            const XmlDomNode::Pointer root = parser.getDocument().GetDocumentElement();
+            if (root && root->FindNamedChildElementNodeRecursive(L"a", 0)) (void)Written(parser, true);
+        } catch (const CPComException& thrown) {
+            EXPECT_TRUE(FAILED(thrown.GetHresult()));
+            ++failures;
+        }
+        if (!OvPlatform::FaultInjection::HasFailed()) break;
+    }
+    EXPECT_LT(5, failures);
+}
+
+TEST_F(Xml, AnswersQueriesInOnePass) {
+    XmlLiteWrapper wrapper;
+    ASSERT_TRUE(wrapper.LoadXmlStringAsReadOnly(
+        L"<s:set xmlns:s='u'><tray id='1'>one<b> bold</b></tray><other><tray id='x'>no</tray></other>"
+        L"<tray>\u20AC<![CDATA[<&>]]></tray><tray id='3'/></s:set>"));
+    XmlLiteWrapper::Query trays(L"/s:set/tray");
+    XmlLiteWrapper::Query ids(L"/s:set/tray/@id");
+    XmlLiteWrapper::Query missing(L"/s:set/absent");
+    XmlLiteWrapper::Query unprefixed(L"/set/tray");
+    XmlLiteWrapper::Query malformed[] = {XmlLiteWrapper::Query(L""), XmlLiteWrapper::Query(L"s:set"),
+                                         XmlLiteWrapper::Query(L"/"), XmlLiteWrapper::Query(L"/s:set//tray"),
+                                         XmlLiteWrapper::Query(L"/@id")};
+    for (XmlLiteWrapper::Query* query : {&trays, &ids, &missing, &unprefixed})
+        wrapper.AttachQuery(*query);
+    for (XmlLiteWrapper::Query& query : malformed)
+        wrapper.AttachQuery(query);
+    for (int run = 0; run < 2; ++run) {
+        ASSERT_TRUE(wrapper.RunAttachedQueries());
+        ASSERT_EQ(3, trays.GetResult().GetCount());
+        EXPECT_EQ(L"one bold", *trays.GetResult().TryGet(0));
+        EXPECT_EQ(L"\u20AC<&>", *trays.GetResult().TryGet(1));
+        EXPECT_EQ(L"", *trays.GetResult().TryGet(2));
+        EXPECT_EQ(nullptr, trays.GetResult().TryGet(3));
+        EXPECT_EQ(nullptr, trays.GetResult().TryGet(-1));
+        ASSERT_EQ(2, ids.GetResult().GetCount());
+        EXPECT_EQ(L"3", *ids.GetResult().TryGet(1));
+        EXPECT_EQ(0, missing.GetResult().GetCount() + unprefixed.GetResult().GetCount());
+        for (const XmlLiteWrapper::Query& query : malformed)
+            EXPECT_EQ(0, query.GetResult().GetCount());
+    }
+    EXPECT_TRUE(wrapper.LoadXmlStringAsReadOnly(L"<s:set xmlns:s='u'><tray>one</tray>"));
+    EXPECT_FALSE(wrapper.RunAttachedQueries());
+    EXPECT_EQ(0, trays.GetResult().GetCount());
+    EXPECT_FALSE(wrapper.LoadXmlStringAsReadOnly(L" \n"));
+}
+
+TEST(UtilitiesLibraryHost, TurnsTheExceptionInFlightIntoAResult) {
+    const ReportRecorder recorder;
+    const auto resultOf = [](auto thrower) {
+        try {
+            thrower();
+            return S_OK;
+        } catch (...) {
+            return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(
+                "while parsing the Queue Property Bag");
+        }
+    };
+    const DebugContextReference place("File.cpp", 1, "Operation");
+    EXPECT_EQ(E_PENDING, resultOf([&] { throw CPComException("m", 0, place, E_PENDING); }));
+    EXPECT_EQ(E_OUTOFMEMORY, resultOf([] { throw std::bad_alloc(); }));
+    EXPECT_EQ(E_FAIL, resultOf([&] { throw CPExceptionInvalidArgument("m", 0, place); }));
+    EXPECT_EQ(E_ACCESSDENIED, resultOf([] { throw CAtlException(E_ACCESSDENIED); }));
+    EXPECT_EQ(E_UNEXPECTED, resultOf([] { throw 1; }));
+    ASSERT_EQ(5u, recorder.reports().size());
+    for (const auto& report : recorder.reports())
+        EXPECT_TRUE(report.text.starts_with("while parsing the Queue Property Bag\n"));
+}
+
+} // namespace
