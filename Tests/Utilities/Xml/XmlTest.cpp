@@ -1,4 +1,4 @@
-// The parser, its nodes, the serialisation, and the one-pass reader, over the platform's DOM and SAX reader.
+// The parser, its nodes, and the serialisation, over the platform's DOM.
 
 #include "Support/ReportRecorder.h"
 
@@ -7,7 +7,6 @@
 #include <SystemServices/SafeCoInitialize.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/UtilitiesLibraryHost.h>
-#include <Xml/XmlLiteWrapper.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
 
 #include <Com/FaultInjection.h>
@@ -180,42 +179,6 @@ TEST_F(Xml, SurvivesTheFailureOfEachPlatformCall) {
         if (!OvPlatform::FaultInjection::HasFailed()) break;
     }
     EXPECT_LT(5, failures);
-}
-
-TEST_F(Xml, AnswersQueriesInOnePass) {
-    XmlLiteWrapper wrapper;
-    ASSERT_TRUE(wrapper.LoadXmlStringAsReadOnly(
-        L"<s:set xmlns:s='u'><tray id='1'>one<b> bold</b></tray><other><tray id='x'>no</tray></other>"
-        L"<tray>\u20AC<![CDATA[<&>]]></tray><tray id='3'/></s:set>"));
-    XmlLiteWrapper::Query trays(L"/s:set/tray");
-    XmlLiteWrapper::Query ids(L"/s:set/tray/@id");
-    XmlLiteWrapper::Query missing(L"/s:set/absent");
-    XmlLiteWrapper::Query unprefixed(L"/set/tray");
-    XmlLiteWrapper::Query malformed[] = {XmlLiteWrapper::Query(L""), XmlLiteWrapper::Query(L"s:set"),
-                                         XmlLiteWrapper::Query(L"/"), XmlLiteWrapper::Query(L"/s:set//tray"),
-                                         XmlLiteWrapper::Query(L"/@id")};
-    for (XmlLiteWrapper::Query* query : {&trays, &ids, &missing, &unprefixed})
-        wrapper.AttachQuery(*query);
-    for (XmlLiteWrapper::Query& query : malformed)
-        wrapper.AttachQuery(query);
-    for (int run = 0; run < 2; ++run) {
-        ASSERT_TRUE(wrapper.RunAttachedQueries());
-        ASSERT_EQ(3, trays.GetResult().GetCount());
-        EXPECT_EQ(L"one bold", *trays.GetResult().TryGet(0));
-        EXPECT_EQ(L"\u20AC<&>", *trays.GetResult().TryGet(1));
-        EXPECT_EQ(L"", *trays.GetResult().TryGet(2));
-        EXPECT_EQ(nullptr, trays.GetResult().TryGet(3));
-        EXPECT_EQ(nullptr, trays.GetResult().TryGet(-1));
-        ASSERT_EQ(2, ids.GetResult().GetCount());
-        EXPECT_EQ(L"3", *ids.GetResult().TryGet(1));
-        EXPECT_EQ(0, missing.GetResult().GetCount() + unprefixed.GetResult().GetCount());
-        for (const XmlLiteWrapper::Query& query : malformed)
-            EXPECT_EQ(0, query.GetResult().GetCount());
-    }
-    EXPECT_TRUE(wrapper.LoadXmlStringAsReadOnly(L"<s:set xmlns:s='u'><tray>one</tray>"));
-    EXPECT_FALSE(wrapper.RunAttachedQueries());
-    EXPECT_EQ(0, trays.GetResult().GetCount());
-    EXPECT_FALSE(wrapper.LoadXmlStringAsReadOnly(L" \n"));
 }
 
 TEST(UtilitiesLibraryHost, TurnsTheExceptionInFlightIntoAResult) {
