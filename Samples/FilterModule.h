@@ -46,8 +46,8 @@ public:
         static FilterFactory<Filter> factory;                                                                \
         if (!object) return E_POINTER;                                                                       \
         *object = nullptr;                                                                                   \
-        /* A host that is given nothing but the module's name asks for GUID_NULL. */                         \
-        const bool known = classId == ownClassId || classId == GUID_NULL;                                    \
+        /* A host that is given nothing but the module's name asks for the null class. */                    \
+        const bool known = classId == ownClassId || classId == GUID{};                                       \
         return known ? factory.QueryInterface(riid, object) : CLASS_E_CLASSNOTAVAILABLE;                     \
     }                                                                                                        \
     FILTER_MODULE_EXPORT HRESULT WINAPI DllCanUnloadNow() { return S_FALSE; }
