@@ -3,6 +3,8 @@
 #include <filterpipeline.h>
 #include <windows.h>
 
+#include <cguid.h>
+
 #include <new>
 
 // What a filter module needs besides its filter: a class factory and the two exports that the pipeline asks

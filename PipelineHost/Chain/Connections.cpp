@@ -1,6 +1,6 @@
 #include "Chain/Connections.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 namespace OvPipeline {
 

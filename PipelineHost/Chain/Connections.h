@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Common/ComObject.h"
 #include "Report/JobState.h"
-#include "Support/ComObject.h"
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

@@ -64,6 +64,7 @@ std::string FindModule(const FilterSpec& spec) {
 } // namespace
 
 std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
+    if (spec.maker) return std::shared_ptr<FilterModule>(new FilterModule(spec.name, nullptr, spec.maker));
     const std::string path = FindModule(spec);
     void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!handle) {
@@ -75,6 +76,7 @@ std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
 }
 
 FilterModule::~FilterModule() {
+    if (!m_handle) return;
     const auto canUnload = Find<CanUnloadNow>("DllCanUnloadNow");
     if (canUnload && canUnload() == S_OK) dlclose(m_handle);
 }
@@ -85,10 +87,15 @@ Function FilterModule::Find(const char* name) const {
 }
 
 CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const {
+    CComPtr<IPrintPipelineFilter> filter;
+    if (m_maker) {
+        filter.Attach(m_maker());
+        if (!filter) throw HostError(E_POINTER, m_path, "the filter " + m_path + " cannot be made");
+        return filter;
+    }
     const auto getClassObject = Find<GetClassObject>("DllGetClassObject");
     if (!getClassObject)
         throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DllGetClassObject");
-    CComPtr<IPrintPipelineFilter> filter;
     CComPtr<IClassFactory> factory;
     HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
     if (SUCCEEDED(hr) && factory)

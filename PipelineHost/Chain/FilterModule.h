@@ -30,13 +30,15 @@ public:
     const std::string& Path() const { return m_path; }
 
 private:
-    FilterModule(std::string path, void* handle) : m_path(std::move(path)), m_handle(handle) {}
+    FilterModule(std::string path, void* handle, std::function<IPrintPipelineFilter*()> maker = {})
+        : m_path(std::move(path)), m_handle(handle), m_maker(std::move(maker)) {}
 
     template <class Function>
     Function Find(const char* name) const;
 
     std::string m_path;
-    void* m_handle;
+    void* m_handle; // null where a maker takes the module's place
+    std::function<IPrintPipelineFilter*()> m_maker;
 };
 
 } // namespace OvPipeline

@@ -3,7 +3,10 @@
 #include "Chain/Ends.h"
 #include "Sink/PackageSink.h"
 
+#include <filterpipeline.h>
+
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -13,6 +16,9 @@ namespace OvPipeline {
 // One filter of a chain, as a configuration or a command names it.
 struct FilterSpec {
     std::string name;
+    // Makes the filter in place of a module, for a program that runs a filter of its own. Hands over a
+    // reference.
+    std::function<IPrintPipelineFilter*()> maker;
     std::string module;             // as written
     std::filesystem::path beside;   // the folder that relative modules are looked for in first; may be empty
     GUID clsid{};                   // null: whatever class the module makes

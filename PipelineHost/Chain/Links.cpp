@@ -98,9 +98,8 @@ HRESULT QueueConsumer::SendFixedDocument(IFixedDocument* document) { return Send
 HRESULT QueueConsumer::SendFixedPage(IFixedPage* page) { return Send(page); }
 
 HRESULT QueueConsumer::CloseSender() {
-    // The end of the parts comes through whatever fails.
+    // Counts as called whatever fails here.
     const bool wasClosed = m_isClosed.exchange(true);
-    m_queue->EndSending();
     return Guarded([&] {
         if (wasClosed) return InvalidState;
         Trace& log = m_context->job->Log();

@@ -12,7 +12,9 @@
 
 namespace OvPipeline {
 
-// Parts on their way from one thread to the next; a sender waits while the queue is full.
+// Parts on their way from one thread to the next; a sender waits while the queue is full. The receiver sees
+// the end when the sending filter has succeeded, not when it closes its output: a filter that fails closes
+// its output too, and nobody shall take its parts for a whole job.
 class PartQueue {
 public:
     static constexpr std::size_t Bound = 8;

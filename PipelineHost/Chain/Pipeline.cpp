@@ -3,6 +3,7 @@
 #include "Chain/Connections.h"
 #include "Chain/JobProperties.h"
 #include "Chain/Links.h"
+#include "Chain/TicketDiagnosis.h"
 #include "Source/PackageSource.h"
 #include "Streams/PrintWriteStream.h"
 
@@ -46,6 +47,7 @@ public:
         JobOutcome outcome;
         if (Attempt([&] { Prepare(); }, "the job")) {
             outcome.outputKind = OutputKind();
+            outcome.output = m_job.output;
             RunFilters();
             if (!m_state->IsStopping()) outcome.isWritten = Attempt([&] { Commit(); }, "the output");
         }
@@ -131,6 +133,7 @@ private:
     }
 
     void OpenOutput() {
+        if (OutputKind() == EndKind::Bytes && !m_job.byteOutput.empty()) m_job.output = m_job.byteOutput;
         if (OutputKind() == EndKind::Bytes)
             m_fileSink = std::make_shared<FileSink>(m_job.output);
         else
@@ -169,7 +172,9 @@ private:
                 const auto bytes = std::make_shared<SpooledBytes>();
                 const auto closed = std::make_shared<std::atomic<bool>>(false);
                 node.writer.Attach(new PrintWriteStream(bytes, [closed] { *closed = true; }));
-                node.endOutput = [bytes] { bytes->Complete(); };
+                node.endOutput = [this, bytes] {
+                    m_state->IsStopping() ? bytes->Abandon() : bytes->Complete();
+                };
                 node.isOutputClosed = [closed] { return closed->load(); };
                 reader.Attach(new PrintReadStream(ReadWhileWritten(bytes, m_state)));
             }
@@ -217,6 +222,7 @@ private:
         m_state->WaitUntil([&] { return m_isGo; });
         if (node.state == Node::State::Initialised && !m_state->IsStopping()) Start(node);
         node.outcome.closedOutput = node.isOutputClosed();
+        if (node.outcome.wasStarted && !node.outcome.closedOutput) Say("has not closed its output");
         node.endInput();
         node.endOutput();
         node.reader.Release();
@@ -252,10 +258,10 @@ private:
         node.outcome.wasStarted = true;
         const HRESULT hr = Barrier([&] { return node.filter->StartOperation(); });
         node.outcome.result = hr;
-        if (FAILED(hr))
-            m_state->Fail(FailureOf(hr, "filter " + node.spec.name));
-        else
-            Say("is done");
+        if (SUCCEEDED(hr)) return Say("is done");
+        JobFailure failure = FailureOf(hr, "filter " + node.spec.name);
+        if (failure.problem.empty()) failure.problem = DiagnoseTicket(m_job.queue, *m_context, failure.part);
+        m_state->Fail(std::move(failure));
     }
 
     // No exception may come out of a filter; one that does is a failure of that filter.

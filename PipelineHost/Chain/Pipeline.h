@@ -18,6 +18,7 @@ struct JobDescription {
     std::shared_ptr<const OvPlatform::QueueFolder> queue;
     PipelineSpec pipeline;
     std::filesystem::path output;
+    std::filesystem::path byteOutput; // in place of output where bytes come out; empty: output
     // Filters are told the output's name, as of a job that the user prints to a file.
     bool outputIsNamed = false;
 };
@@ -35,6 +36,7 @@ struct JobOutcome {
     std::optional<JobFailure> failure;
     std::vector<FilterOutcome> filters;
     EndKind outputKind = EndKind::XpsParts;
+    std::filesystem::path output;
 };
 
 // Plays the print filter pipeline for one job: loads the filters, connects them, runs each on its own thread,

@@ -1,14 +1,35 @@
 #include "Chain/PropertyBag.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 namespace OvPipeline {
+
+namespace {
+
+// What is held by reference, as handles are, is not the bag's: a bare VT_BYREF is no type that VariantCopy
+// knows.
+HRESULT CopyValue(VARIANT* to, const VARIANT& from) {
+    if (!(from.vt & VT_BYREF)) return VariantCopy(to, const_cast<VARIANT*>(&from));
+    *to = from;
+    return S_OK;
+}
+
+} // namespace
+
+PropertyBag::Value::Value(const VARIANT& from) {
+    VariantInit(&variant);
+    if (const HRESULT hr = CopyValue(&variant, from); FAILED(hr))
+        throw HostError(hr, {}, "a property's value cannot be copied");
+}
+
+PropertyBag::Value::~Value() {
+    if (!(variant.vt & VT_BYREF)) VariantClear(&variant);
+}
 
 HRESULT PropertyBag::AddProperty(PCWSTR name, const VARIANT* value) {
     if (!name || !value) return E_POINTER;
     return Guarded([&] {
-        CComVariant copy;
-        if (const HRESULT hr = VariantCopy(&copy, const_cast<VARIANT*>(value)); FAILED(hr)) return hr;
+        auto copy = std::make_shared<Value>(*value);
         const std::lock_guard lock(m_mutex);
         m_values.insert_or_assign(name, std::move(copy));
         return S_OK;
@@ -24,7 +45,8 @@ HRESULT PropertyBag::GetProperty(PCWSTR name, VARIANT* value) {
             ThreadNote() = {E_ELEMENT_NOT_FOUND, {}, {}, false};
             return E_ELEMENT_NOT_FOUND;
         }
-        return VariantCopy(value, &found->second);
+        VariantInit(value);
+        return CopyValue(value, found->second->variant);
     });
 }
 

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "Support/ComObject.h"
+#include "Common/ComObject.h"
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <string>
 
@@ -32,8 +33,17 @@ private:
     PropertyBag() = default;
     ~PropertyBag() override = default;
 
+    // Never changed once it stands in the bag.
+    struct Value {
+        explicit Value(const VARIANT& from);
+        Value(const Value&) = delete;
+        Value& operator=(const Value&) = delete;
+        ~Value();
+        VARIANT variant;
+    };
+
     std::mutex m_mutex;
-    std::map<std::wstring, CComVariant> m_values;
+    std::map<std::wstring, std::shared_ptr<const Value>> m_values;
 };
 
 } // namespace OvPipeline

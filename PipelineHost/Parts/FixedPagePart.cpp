@@ -85,10 +85,7 @@ HRESULT FixedPagePart::SetPartCompression(EXpsCompressionOptions compression) {
 HRESULT FixedPagePart::GetPrintTicket(IPartPrintTicket** ticket) {
     ThreadPart() = m_core.name;
     const HRESULT hr = m_ticket.Get(ticket, PartKind::PrintTicket);
-    if (SUCCEEDED(hr) && m_ticketAskedBy != std::this_thread::get_id()) {
-        m_ticketAskedBy = std::this_thread::get_id();
-        ++m_core.context->job->Counters().pageTicketsAsked;
-    }
+    if (SUCCEEDED(hr)) m_ticketCount.Asked(*m_core.context);
     return hr;
 }
 

@@ -3,7 +3,6 @@
 #include "Parts/StructureParts.h"
 #include "Streams/SpooledBytes.h"
 
-#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -95,7 +94,7 @@ private:
     std::vector<PageResource> m_resources;
     std::unordered_map<std::string, std::size_t> m_index; // by name in lower case; made when first needed
     std::shared_ptr<const SpooledContent> m_newMarkup;
-    std::thread::id m_ticketAskedBy;
+    TicketCount m_ticketCount;
 };
 
 } // namespace OvPipeline

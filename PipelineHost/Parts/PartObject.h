@@ -1,12 +1,12 @@
 #pragma once
 
+#include "Common/ComObject.h"
+#include "Common/HostError.h"
+#include "Common/Text.h"
 #include "Parts/XpsVocabulary.h"
 #include "Report/JobState.h"
 #include "Streams/ByteReader.h"
 #include "Streams/PrintReadStream.h"
-#include "Support/ComObject.h"
-#include "Support/HostError.h"
-#include "Support/Text.h"
 
 #include "Package/PackageReader.h"
 

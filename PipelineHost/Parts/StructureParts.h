@@ -3,6 +3,7 @@
 #include "Parts/PartSlot.h"
 #include "Parts/SimpleParts.h"
 
+#include <thread>
 #include <unordered_set>
 
 namespace OvPipeline {
@@ -28,9 +29,41 @@ private:
     ThumbnailSlot m_thumbnail;
 };
 
+// By which the host has a ticket of its own sequences and documents without being counted as one who asks.
+// clang-format off
+MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f04")
+IHostTicketed : public IUnknown {
+public:
+    virtual TicketSlot& STDMETHODCALLTYPE Ticket() = 0;
+
+protected:
+    ~IHostTicketed() = default;
+};
+// clang-format on
+
+// Counts the filters that ask for a part's ticket, each once: every filter has its own thread.
+class TicketCount {
+public:
+    void Asked(const PartContext& context) {
+        if (m_lastAsker == std::this_thread::get_id()) return;
+        m_lastAsker = std::this_thread::get_id();
+        ++context.job->Counters().ticketsAsked;
+    }
+
+private:
+    std::thread::id m_lastAsker;
+};
+
+} // namespace OvPipeline
+
+__CRT_UUID_DECL(OvPipeline::IHostTicketed, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0x6f, 0x1a, 0x0c, 0x6e,
+                0x2f, 0x04)
+
+namespace OvPipeline {
+
 // A sequence or a document: a name and a ticket.
 template <class Interface, class... Others>
-class TicketedPart : public ComObject<Interface, Others...> {
+class TicketedPart : public ComObject<Interface, IHostTicketed, Others...> {
 public:
     TicketedPart(SharedContext context, std::string name, TicketSlot ticket)
         : m_context(std::move(context)), m_name(std::move(name)), m_ticket(std::move(ticket)) {}
@@ -45,20 +78,23 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** ticket) override {
         ThreadPart() = m_name;
-        return m_ticket.Get(ticket, PartKind::PrintTicket);
+        const HRESULT hr = m_ticket.Get(ticket, PartKind::PrintTicket);
+        if (SUCCEEDED(hr)) m_ticketCount.Asked(*m_context);
+        return hr;
     }
     HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* ticket) override {
         return m_ticket.Set(ticket);
     }
-
-    const std::string& Name() const { return m_name; }
+    TicketSlot& STDMETHODCALLTYPE Ticket() override { return m_ticket; }
 
 protected:
     ~TicketedPart() override = default;
 
+private:
     SharedContext m_context;
     std::string m_name;
     TicketSlot m_ticket;
+    TicketCount m_ticketCount;
 };
 
 class FixedDocumentSequencePart final : public TicketedPart<IFixedDocumentSequence> {

@@ -1,6 +1,6 @@
 #include "Parts/XpsVocabulary.h"
 
-#include "Support/Text.h"
+#include "Common/Text.h"
 
 #include <array>
 

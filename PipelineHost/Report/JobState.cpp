@@ -17,10 +17,10 @@ std::string OneLine(std::string text) {
 } // namespace
 
 std::string JobFailure::Line() const {
-    std::string line = stage;
-    // A problem in words names its part itself where it can.
-    if (!part.empty() && problem.find(part) == std::string::npos) line += " at " + part;
-    line += ": ";
+    // Of an input at fault, no filter need be named. A problem in words names its part itself where it can.
+    std::string line = fromInput && !problem.empty() ? std::string() : stage;
+    if (!part.empty() && problem.find(part) == std::string::npos) line += (line.empty() ? "" : " at ") + part;
+    if (!line.empty()) line += ": ";
     if (!problem.empty()) line += problem + ": ";
     return OneLine(line + HresultText(result));
 }

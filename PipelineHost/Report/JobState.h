@@ -20,7 +20,7 @@ struct JobCounters {
     std::atomic<std::uint64_t> pagesWritten{0}; // written into the output package
     std::atomic<std::uint64_t> partsWritten{0};
     std::atomic<std::uint64_t> bytesWritten{0};
-    std::atomic<std::uint64_t> pageTicketsAsked{0}; // pages whose ticket a filter took
+    std::atomic<std::uint64_t> ticketsAsked{0}; // tickets of parts that filters took, each once a filter
 };
 
 // Why a job did not come to its end.

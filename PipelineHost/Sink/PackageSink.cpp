@@ -36,6 +36,7 @@ std::string UriOf(Part* part) {
 // Null where the part has none.
 template <class Part>
 CComPtr<IPartPrintTicket> TicketOf(Part* part, const std::string& name) {
+    if (const CComQIPtr<IHostTicketed> host(part); host) return host->Ticket().Take(PartKind::PrintTicket);
     CComPtr<IPartPrintTicket> ticket;
     const HRESULT hr = part->GetPrintTicket(&ticket);
     if (hr != E_ELEMENT_NOT_FOUND) Require(hr, name, "its print ticket cannot be had");

@@ -130,8 +130,8 @@ void PackageSource::QueuePackage() {
 void PackageSource::QueueSequence() {
     const auto relationships = m_context->package->Relationships(m_sequence->name);
     CComPtr<IUnknown> sequence;
-    sequence.Attach(new FixedDocumentSequencePart(m_context, m_sequence->name,
-                                                  TicketOf(m_sequence->name, relationships, TwoJobTickets)));
+    sequence.Attach(static_cast<IFixedDocumentSequence*>(new FixedDocumentSequencePart(
+        m_context, m_sequence->name, TicketOf(m_sequence->name, relationships, TwoJobTickets))));
     m_ready.push_back(std::move(sequence));
     for (const Relationship& relationship : relationships)
         if (RelationOf(relationship.type) != Relation::PrintTicket)

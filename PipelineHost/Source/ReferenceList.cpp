@@ -1,5 +1,7 @@
 #include "Source/ReferenceList.h"
 
+#include <libxml/xmlreader.h>
+
 #include <cstring>
 #include <exception>
 
@@ -24,6 +26,8 @@ const char* ItemName(ReferenceList::Of kind) {
 std::string Text(const xmlChar* text) { return text ? reinterpret_cast<const char*>(text) : ""; }
 
 } // namespace
+
+void ReferenceList::ReaderDeleter::operator()(_xmlTextReader* reader) const { xmlFreeTextReader(reader); }
 
 ReferenceList::ReferenceList(Of kind, const PartCore& part)
     : m_kind(kind), m_partName(part.name), m_bytes(part.content->Open()) {

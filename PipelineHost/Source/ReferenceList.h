@@ -2,10 +2,10 @@
 
 #include "Parts/FixedPagePart.h"
 
-#include <libxml/xmlreader.h>
-
 #include <memory>
 #include <optional>
+
+struct _xmlTextReader; // libxml2's
 
 namespace OvPipeline {
 
@@ -26,7 +26,7 @@ public:
 
 private:
     struct ReaderDeleter {
-        void operator()(xmlTextReader* reader) const { xmlFreeTextReader(reader); }
+        void operator()(_xmlTextReader* reader) const;
     };
 
     static int ReadBytes(void* context, char* buffer, int size);
@@ -42,7 +42,7 @@ private:
     std::string m_partName;
     std::unique_ptr<ByteReader> m_bytes;
     std::exception_ptr m_readFailure;
-    std::unique_ptr<xmlTextReader, ReaderDeleter> m_reader;
+    std::unique_ptr<_xmlTextReader, ReaderDeleter> m_reader;
     bool m_started = false;
     bool m_ended = false;
 };

@@ -1,6 +1,6 @@
 #include "Streams/FileStreams.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Common/ComObject.h"
 #include "Streams/ByteReader.h"
-#include "Support/ComObject.h"
 
 #include "Report/JobState.h"
 

@@ -1,6 +1,6 @@
 #include "Streams/PrintReadStream.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "Streams/PrintWriteStream.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 namespace OvPipeline {
 
@@ -8,6 +8,7 @@ HRESULT PrintWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* writ
     if (!written || (!bytes && count > 0)) return E_POINTER;
     *written = 0;
     return Guarded([&] {
+        if (m_isClosed) throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that is closed");
         m_bytes->Append(bytes, count);
         *written = count;
         return S_OK;
@@ -15,9 +16,11 @@ HRESULT PrintWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* writ
 }
 
 void PrintWriteStream::Close() {
-    if (m_closed) m_closed();
-    m_closed = {};
-    m_bytes->Complete();
+    m_isClosed = true;
+    if (m_closed)
+        m_closed();
+    else
+        m_bytes->Complete();
 }
 
 } // namespace OvPipeline

@@ -1,6 +1,6 @@
 #include "Streams/SpooledBytes.h"
 
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -87,8 +87,6 @@ void SpooledBytes::MoveToFile() {
 void SpooledBytes::Append(const void* bytes, std::size_t size) {
     {
         const std::lock_guard lock(m_mutex);
-        if (m_state != State::Open)
-            throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that is closed");
         const auto* first = static_cast<const unsigned char*>(bytes);
         if (m_file < 0 && m_memory.size() + size > MemoryBound) MoveToFile();
         if (m_file >= 0)

@@ -22,7 +22,7 @@ public:
     SpooledBytes& operator=(const SpooledBytes&) = delete;
     ~SpooledBytes();
 
-    // Throws HostError, also after the end.
+    // Throws HostError.
     void Append(const void* bytes, std::size_t size);
     // No more will come: all is there, or the writer gave up. The first one counts.
     void Complete() { End(State::Complete); }

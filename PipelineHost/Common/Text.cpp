@@ -1,4 +1,4 @@
-#include "Support/Text.h"
+#include "Common/Text.h"
 
 #include <array>
 #include <climits>

@@ -1,4 +1,4 @@
-#include "Support/HostError.h"
+#include "Common/HostError.h"
 
 #include "Package/PackageError.h"
 

@@ -1,0 +1,178 @@
+#include "Commands/CommandLine.h"
+
+#include <array>
+#include <charconv>
+#include <string_view>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr const char* GeneralHelp =
+    R"(ov-pipeline plays the print filter pipeline outside a spooler.
+
+  ov-pipeline run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps
+      sends a job through filters and writes what the device would get
+  ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
+      the merged print ticket of the job, a document or a page
+  ov-pipeline parts JOB.xps
+      the tree of the job's parts, with sizes and tickets
+
+  ov-pipeline COMMAND --help    says more of a command
+  ov-pipeline --version
+
+Exit codes: 0 done; 1 the job failed (a filter, the chain or the output); 2 wrong usage; 3 the job's file or the
+queue folder was refused; 130 cancelled.
+)";
+
+constexpr const char* RunHelp =
+    R"(ov-pipeline run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps
+
+Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or a file
+of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the filters down and leaves no output.
+
+  --queue DIR          the queue folder of the printer; without it, the sample queue ColorOffice
+  --config FILE        a pipeline configuration: <Filters><Filter dll clsid name><Input guid/><Output guid/>...
+  --filter MODULE...   filter modules in order; each MODULE or MODULE,{class id}. A module's ends are found by asking
+                       it. Names without a folder are looked for in the folders of OV_FILTERS and beside ov-pipeline.
+                       Without --config and --filter the job goes through as it is.
+  -o, --output OUT     the output; filters are told its name. Without it, JOB-printed.xps (.oxps, .prn) in this folder
+  --trace              prints every part and step in order, on the error stream
+
+On a terminal, the error stream shows the progress. The summary goes to the output stream.
+)";
+
+constexpr const char* TicketHelp =
+    R"(ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
+
+Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the
+page laid over it and made valid for the device. Without --document and --page: the job's.
+
+  --queue DIR     the queue folder of the printer; without it, the sample queue ColorOffice
+  --document N    the Nth document
+  --page N        the Nth page of that document, or without --document of the whole job
+  --explain       instead of the ticket, each setting with its value and where that came from: default, job, document,
+                  page, or changed by validation
+)";
+
+constexpr const char* PartsHelp =
+    R"(ov-pipeline parts JOB.xps
+
+Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.
+)";
+
+struct CommandName {
+    const char* name;
+    const char* help;
+};
+constexpr std::array Commands{CommandName{"run", RunHelp}, CommandName{"ticket", TicketHelp},
+                              CommandName{"parts", PartsHelp}};
+
+struct OptionName {
+    const char* name;
+    const char* commands; // that know it
+    bool hasValue;
+};
+constexpr std::array Options{
+    OptionName{"--queue", "run ticket", true},
+    OptionName{"--config", "run", true},
+    OptionName{"--filter", "run", true},
+    OptionName{"--output", "run", true},
+    OptionName{"-o", "run", true},
+    OptionName{"--trace", "run", false},
+    OptionName{"--document", "ticket", true},
+    OptionName{"--page", "ticket", true},
+    OptionName{"--explain", "ticket", false},
+};
+
+const OptionName& FindOption(const std::string& name, const std::string& command) {
+    for (const OptionName& option : Options)
+        if (name == option.name && std::string_view(option.commands).find(command) != std::string_view::npos)
+            return option;
+    throw UsageError("ov-pipeline " + command + " has no option " + name);
+}
+
+unsigned long Number(const std::string& option, const std::string& text) {
+    unsigned long number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number == 0)
+        throw UsageError(option + " wants a number from 1, not \"" + text + "\"");
+    return number;
+}
+
+void Once(std::string& place, const std::string& option, std::string value) {
+    if (!place.empty()) throw UsageError(option + " is given twice");
+    if (value.empty()) throw UsageError(option + " is given an empty value");
+    place = std::move(value);
+}
+
+void Apply(CommandOptions& options, const std::string& option, std::string value) {
+    if (option == "--queue")
+        Once(options.queue, option, std::move(value));
+    else if (option == "--config")
+        Once(options.config, option, std::move(value));
+    else if (option == "--filter")
+        options.filters.push_back(std::move(value));
+    else if (option == "--output" || option == "-o")
+        Once(options.output, option, std::move(value));
+    else if (option == "--document")
+        options.document = Number(option, value);
+    else if (option == "--page")
+        options.page = Number(option, value);
+    else if (option == "--trace")
+        options.trace = true;
+    else
+        options.explain = true;
+}
+
+} // namespace
+
+CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
+    CommandOptions options;
+    if (arguments.empty()) throw UsageError("which command: run, ticket or parts?");
+    std::vector<std::string> loose;
+    bool afterFilter = false; // loose arguments there are further modules, but for the last
+    std::size_t moduleCount = 0;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        if (argument == "--help" || argument == "-h") {
+            options.wantsHelp = true;
+        } else if (argument == "--version") {
+            options.wantsVersion = true;
+        } else if (options.command.empty()) {
+            for (const CommandName& command : Commands)
+                if (argument == command.name) options.command = argument;
+            if (options.command.empty()) throw UsageError("there is no command " + argument);
+        } else if (argument.size() > 1 && argument[0] == '-') {
+            const OptionName& option = FindOption(argument, options.command);
+            if (option.hasValue && i + 1 == arguments.size()) throw UsageError(argument + " wants a value");
+            Apply(options, argument, option.hasValue ? arguments[++i] : std::string());
+            afterFilter = argument == "--filter";
+        } else if (afterFilter) {
+            // The last of all is the job; until one more comes, this may be it.
+            options.filters.push_back(argument);
+            moduleCount = options.filters.size();
+        } else {
+            loose.push_back(argument);
+        }
+    }
+    if (options.wantsHelp || options.wantsVersion) return options;
+    if (loose.empty() && moduleCount > 0) {
+        loose.push_back(options.filters[moduleCount - 1]);
+        options.filters.erase(options.filters.begin() + static_cast<std::ptrdiff_t>(moduleCount - 1));
+    }
+    if (loose.empty()) throw UsageError("which job? ov-pipeline " + options.command + " wants an XPS file");
+    if (loose.size() > 1) throw UsageError("one job at a time: " + loose[0] + " or " + loose[1] + "?");
+    if (!options.config.empty() && !options.filters.empty())
+        throw UsageError("--config and --filter exclude each other");
+    options.job = loose[0];
+    return options;
+}
+
+std::string HelpText(const std::string& command) {
+    for (const CommandName& known : Commands)
+        if (command == known.name) return known.help;
+    return GeneralHelp;
+}
+
+} // namespace OvPipeline

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace OvPipeline {
+
+enum ExitCode { ExitOk = 0, ExitJobFailed = 1, ExitUsage = 2, ExitInputRefused = 3, ExitCancelled = 130 };
+
+// A command that was not given as it has to be. what() is one line.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct CommandOptions {
+    std::string command; // run, ticket, parts; empty where only help or the version is wanted
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+    std::string job;
+    std::string queue;                // empty: the sample queue
+    std::string config;               // empty: none
+    std::vector<std::string> filters; // MODULE or MODULE,{class id}
+    std::string output;               // empty: beside the job
+    bool trace = false;
+    bool explain = false;
+    std::optional<unsigned long> document; // from 1
+    std::optional<unsigned long> page;     // from 1
+};
+
+// Reads the arguments behind the program's name. Throws UsageError.
+CommandOptions ParseCommandLine(const std::vector<std::string>& arguments);
+
+// The help of a command, or of the program for an empty one.
+std::string HelpText(const std::string& command);
+
+} // namespace OvPipeline

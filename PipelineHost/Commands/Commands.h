@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Commands/CommandLine.h"
+
+#include "Spooler/QueueFolder.h"
+
+#include <iosfwd>
+#include <memory>
+
+namespace OvPipeline {
+
+// The whole program: reads the arguments, runs the command, and gives the exit code. Errors are one line on
+// the error stream.
+int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors);
+
+// The commands. They throw HostError, OvPlatform::PackageError, OvPlatform::QueueFolderError and UsageError
+// for what keeps them from their work.
+int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& errors);
+int TicketCommand(const CommandOptions& options, std::ostream& out);
+int PartsCommand(const CommandOptions& options, std::ostream& out);
+
+// Puts the job's name before a line that does not begin with it.
+std::string AboutJob(const CommandOptions& options, const std::string& line);
+
+// The queue that the options name, or the sample queue.
+std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options);
+
+} // namespace OvPipeline

@@ -1,0 +1,93 @@
+#include "Chain/Pipeline.h"
+#include "Commands/Commands.h"
+#include "Commands/JobWatch.h"
+#include "Report/RunSummary.h"
+
+#include "PrintTicket/PrintTicketMerge.h"
+
+#include <chrono>
+#include <ostream>
+
+namespace OvPipeline {
+
+namespace {
+
+PipelineSpec ChosenPipeline(const CommandOptions& options) {
+    if (!options.config.empty()) return ReadPipelineConfiguration(options.config);
+    PipelineSpec pipeline;
+    for (const std::string& filter : options.filters)
+        pipeline.filters.push_back(ParseFilterArgument(filter));
+    return pipeline;
+}
+
+// In the current folder, so that a job in a folder of others' does not leave its output there.
+std::string DefaultOutput(const std::filesystem::path& job, const std::string& extension) {
+    return job.stem().string() + "-printed" + extension;
+}
+
+std::uint64_t SizeOf(const std::filesystem::path& file) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    return error ? 0 : size;
+}
+
+int ReportFailure(const JobFailure& failure, const CommandOptions& options, std::ostream& errors) {
+    errors << "ov-pipeline: " << AboutJob(options, failure.Line()) << "\n";
+    return failure.fromInput ? ExitInputRefused : ExitJobFailed;
+}
+
+} // namespace
+
+int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& errors) {
+    JobDescription job;
+    job.file = options.job;
+    job.queue = LoadQueue(options);
+    job.pipeline = ChosenPipeline(options);
+    job.outputIsNamed = !options.output.empty();
+    job.output = job.outputIsNamed ? options.output : DefaultOutput(job.file, job.file.extension().string());
+    if (!job.outputIsNamed) job.byteOutput = DefaultOutput(job.file, ".prn");
+    std::error_code error;
+    if (std::filesystem::equivalent(job.file, job.output, error))
+        throw UsageError("the output would take the place of the job " + options.job);
+
+    RunSummary summary;
+    summary.job = job.file.string();
+    summary.queue = Utf8(job.queue->PrinterName());
+    for (const FilterSpec& filter : job.pipeline.filters)
+        summary.filters.push_back(filter.name);
+    summary.bytesIn = SizeOf(job.file);
+
+    Trace::Writer trace;
+    if (options.trace) trace = [&errors](const std::string& line) { errors << line << "\n"; };
+    const auto state = std::make_shared<JobState>(std::move(trace));
+    const OvPlatform::MergeCounts before = OvPlatform::PrintTicketMerge::Counts();
+    const auto start = std::chrono::steady_clock::now();
+    JobOutcome outcome;
+    {
+        const JobWatch watch(state, !options.trace);
+        outcome = Pipeline(std::move(job), state).Run();
+    }
+    summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+
+    if (outcome.isCancelled) {
+        errors << "ov-pipeline: " << options.job << ": cancelled; nothing was written\n";
+        return ExitCancelled;
+    }
+    if (outcome.failure) return ReportFailure(*outcome.failure, options, errors);
+
+    summary.isPackage = outcome.outputKind == EndKind::XpsParts;
+    summary.output = outcome.output.string();
+    const JobCounters& counters = state->Counters();
+    const OvPlatform::MergeCounts after = OvPlatform::PrintTicketMerge::Counts();
+    summary.partsRead = counters.parts;
+    summary.partsWritten = counters.partsWritten;
+    summary.pages = counters.pages;
+    summary.ticketsAsked = counters.ticketsAsked;
+    summary.merges = after.merges - before.merges;
+    summary.conflictsResolved = after.conflictsResolved - before.conflictsResolved;
+    summary.bytesOut = SizeOf(outcome.output);
+    out << summary.Text();
+    return ExitOk;
+}
+
+} // namespace OvPipeline

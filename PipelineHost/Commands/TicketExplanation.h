@@ -1,0 +1,50 @@
+#pragma once
+
+#include "PrintTicket/PrintTicketMerge.h"
+#include "Spooler/QueueFolder.h"
+
+#include <string>
+#include <vector>
+
+namespace OvPipeline {
+
+// A job's tickets merged level by level, with an account of each setting.
+class TicketExplanation {
+public:
+    // Throws OvPlatform::PrintTicketError for a queue whose documents are wrong.
+    explicit TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue);
+
+    // The next level: "job", "document" or "page". ticket is the part's own, null where it has none. Throws
+    // OvPlatform::PrintTicketError, with words, for a ticket that is none.
+    void Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket);
+
+    struct Row {
+        std::string setting; // "psk:PageMediaSize", a nested feature behind a slash
+        std::string value;   // empty: the setting is not in the ticket
+        std::string origin;  // "default", "job", "document", "page", "changed by validation"
+        std::string remark;  // what was asked for and why it was not had
+    };
+    // The settings of the last level, in the ticket's order; then what was asked for there and left out.
+    std::vector<Row> Rows() const;
+
+    const std::string& Ticket() const { return m_ticket; }
+
+private:
+    struct Level {
+        std::string name;
+        OvPlatform::MergeReport report;
+    };
+
+    std::string OriginOf(const std::string& setting) const;
+
+    std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
+    OvPlatform::PrintTicketMerge m_merge;
+    std::string m_ticket;
+    std::vector<Level> m_levels; // from the default down; a level without a ticket is not among them
+    bool m_hasDroppedPasscode = false;
+};
+
+// The rows as a table of aligned columns.
+std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows);
+
+} // namespace OvPipeline

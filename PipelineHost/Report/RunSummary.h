@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace OvPipeline {
+
+// What there is to say of a job that has run.
+struct RunSummary {
+    std::string job;
+    std::string output;
+    std::string queue;
+    std::vector<std::string> filters;
+    bool isPackage = true; // the output is a package, not a byte stream
+    std::uint64_t partsRead = 0;
+    std::uint64_t partsWritten = 0;
+    std::uint64_t pages = 0;
+    std::uint64_t ticketsAsked = 0;
+    std::uint64_t merges = 0;
+    std::uint64_t conflictsResolved = 0;
+    std::uint64_t bytesIn = 0; // of the files
+    std::uint64_t bytesOut = 0;
+    double seconds = 0;
+
+    // Several lines, the last one ended.
+    std::string Text() const;
+};
+
+} // namespace OvPipeline

@@ -1,0 +1,247 @@
+#include <Parts/DescribePart.h>
+#include <Source/PackageSource.h>
+#include <Support/PipelineJob.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace OvPipeline;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+class PackageSourceTest : public testing::Test {
+protected:
+    CComPtr<PackageSource> Open(const ZipItems& items) {
+        const auto file = m_folder / "job.xps";
+        WriteZip(file, items);
+        CComPtr<PackageSource> source;
+        source.Attach(new PackageSource(OpenJobPackage(file, std::make_shared<JobState>())));
+        return source;
+    }
+    // The names of all parts in order, or the failure.
+    std::vector<std::string> Walk(const ZipItems& items) {
+        std::vector<std::string> parts;
+        const auto source = Open(items);
+        while (const CComPtr<IUnknown> part = source->Next())
+            parts.push_back(DescribePart(part));
+        return parts;
+    }
+    CComPtr<IFixedPage> FirstPage(const ZipItems& items) {
+        const auto source = Open(items);
+        while (const CComPtr<IUnknown> part = source->Next())
+            if (const CComQIPtr<IFixedPage> page(part); page) return page;
+        return {};
+    }
+
+    ScratchFolder m_folder;
+};
+
+std::vector<std::string> PartsOf(IFixedPage* page) {
+    std::vector<std::string> names;
+    CComPtr<IXpsPartIterator> iterator;
+    page->GetXpsPartIterator(&iterator);
+    for (; !iterator->IsDone(); iterator->Next()) {
+        CComBSTR uri;
+        CComPtr<IUnknown> part;
+        EXPECT_EQ(S_OK, iterator->Current(&uri, &part));
+        EXPECT_EQ(Utf8Argument(uri), UriOf(CComQIPtr<IPartBase>(part).p));
+        names.push_back(DescribePart(part));
+    }
+    return names;
+}
+
+TEST_F(PackageSourceTest, GivesThePartsInTheOrderOfThePipelineInBothVocabularies) {
+    for (const bool isOpenXps : {false, true}) {
+        SampleJob job;
+        job.isOpenXps = isOpenXps;
+        job.documents = 2;
+        job.pages = 1;
+        ZipItems items = job.Items();
+        items["Resources/Unused.png"] = "an image that no page relates to";
+        EXPECT_THAT(Walk(items),
+                    ElementsAre("XPS document", "part /docProps/core.xml",
+                                "document sequence /FixedDocSeq.fdseq", "document /Documents/1/FixedDoc.fdoc",
+                                "part /Documents/1/Structure.struct", "page /Documents/1/Pages/1.fpage",
+                                "document /Documents/2/FixedDoc.fdoc", "part /Documents/2/Structure.struct",
+                                "page /Documents/2/Pages/1.fpage", "image /Resources/Unused.png"));
+    }
+}
+
+TEST_F(PackageSourceTest, GivesTheTicketOfItsLevelAndNoneWhereThereIsNone) {
+    SampleJob job;
+    job.documentTicket = "<document/>";
+    const auto source = Open(job.Items());
+    while (const CComPtr<IUnknown> part = source->Next()) {
+        CComPtr<IPartPrintTicket> ticket;
+        if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
+            EXPECT_EQ(E_ELEMENT_NOT_FOUND, sequence->GetPrintTicket(&ticket));
+        } else if (const CComQIPtr<IFixedDocument> document(part); document) {
+            ASSERT_EQ(S_OK, document->GetPrintTicket(&ticket));
+            EXPECT_EQ("/Documents/1/Metadata/Doc_PT.xml", UriOf(ticket.p));
+            EXPECT_EQ("<document/>", BytesOf(ticket));
+        } else if (const CComQIPtr<IFixedPage> page(part); page) {
+            EXPECT_EQ(E_ELEMENT_NOT_FOUND, page->GetPrintTicket(&ticket));
+        } else if (const CComQIPtr<IXpsDocument> package(part); package) {
+            CComPtr<IPartThumbnail> thumbnail;
+            ASSERT_EQ(S_OK, package->GetThumbnail(&thumbnail));
+            EXPECT_EQ("/docProps/thumb.jpeg", UriOf(thumbnail.p));
+        }
+    }
+}
+
+TEST_F(PackageSourceTest, GivesAPageTheResourcesOfItsDictionariesToo) {
+    ZipItems items = SampleJob().Items();
+    items["Resources/Other.png"] = "an image that no page relates to";
+    const CComPtr<IFixedPage> page = FirstPage(items);
+    EXPECT_THAT(PartsOf(page),
+                ElementsAre(std::string("font ") + SampleJob::FontName, "image /Resources/Picture.png",
+                            "resource dictionary /Resources/Brushes.dict", "image /Resources/Pattern.jpg"));
+    CComPtr<IUnknown> part;
+    EXPECT_EQ(S_OK, page->GetPagePart(L"../../../resources/PICTURE.png", &part))
+        << "relative, in another case";
+    part.Release();
+    EXPECT_EQ(S_OK, page->GetPagePart(L"/Resources/Other.png", &part))
+        << "of the package, though not of the page";
+    part.Release();
+    EXPECT_EQ(E_ELEMENT_NOT_FOUND, page->GetPagePart(L"/Resources/None.png", &part));
+    EXPECT_EQ(E_ELEMENT_NOT_FOUND, page->GetPagePart(L"/FixedDocSeq.fdseq", &part));
+}
+
+TEST_F(PackageSourceTest, EndsWhereDictionariesLeadInCircles) {
+    ZipItems items = SampleJob().Items();
+    const std::string required = SampleJob().Base() + "/required-resource";
+    items["Resources/Second.dict"] = "<ResourceDictionary/>";
+    items["Resources/_rels/Brushes.dict.rels"] = SampleJob::Relationships({{required, "Second.dict"}});
+    items["Resources/_rels/Second.dict.rels"] =
+        SampleJob::Relationships({{required, "Brushes.dict"}, {required, "Second.dict"}});
+    EXPECT_EQ(4u, PartsOf(FirstPage(items)).size());
+}
+
+TEST_F(PackageSourceTest, FindsPagesWhoseReferencesAndNamesAreEncodedDifferently) {
+    ZipItems items = SampleJob().Items();
+    items["Documents/1/Pages/A%20page.fpage"] = "<FixedPage/>";
+    items["Documents/1/FixedDoc.fdoc"] = "<FixedDocument xmlns=\"" + SampleJob().Base() +
+                                         "\"><PageContent Source=\"Pages/A page.fpage\"/>"
+                                         "<PageContent Source=\"../../Documents/1/Pages/1.fpage#anchor\"/>"
+                                         "</FixedDocument>";
+    EXPECT_THAT(Walk(items), testing::IsSupersetOf({"page /Documents/1/Pages/A%20page.fpage",
+                                                    "page /Documents/1/Pages/1.fpage"}));
+}
+
+struct Damage {
+    const char* what;
+    std::function<void(ZipItems&)> inflict;
+    HRESULT result;
+    const char* line;
+};
+
+void PrintTo(const Damage& damage, std::ostream* out) { *out << damage.what; }
+
+std::string Document(const std::string& content) {
+    return "<FixedDocument xmlns=\"http://schemas.microsoft.com/xps/2005/06\">" + content +
+           "</FixedDocument>";
+}
+
+const std::string Xps = "http://schemas.microsoft.com/xps/2005/06";
+
+const Damage Damages[] = {
+    {"no sequence", [](ZipItems& i) { i["_rels/.rels"] = SampleJob::Relationships({}); },
+     static_cast<HRESULT>(0x80520108), "names no document sequence"},
+    {"two sequences",
+     [](ZipItems& i) {
+         i["Second.fdseq"] = i["FixedDocSeq.fdseq"];
+         i["_rels/.rels"] = SampleJob::Relationships({{Xps + "/fixedrepresentation", "FixedDocSeq.fdseq"},
+                                                      {Xps + "/fixedrepresentation", "Second.fdseq"}});
+     },
+     static_cast<HRESULT>(0x80520202), "two document sequences, /FixedDocSeq.fdseq and /Second.fdseq"},
+    {"sequence of the wrong type",
+     [](ZipItems& i) {
+         i["_rels/.rels"] =
+             SampleJob::Relationships({{Xps + "/fixedrepresentation", "Resources/Picture.png"}});
+     },
+     static_cast<HRESULT>(0x80520008), "/Resources/Picture.png is of type image/png"},
+    {"sequence missing", [](ZipItems& i) { i.erase("FixedDocSeq.fdseq"); }, 0, "/FixedDocSeq.fdseq"},
+    {"document missing", [](ZipItems& i) { i.erase("Documents/1/FixedDoc.fdoc"); },
+     static_cast<HRESULT>(0x8052010A),
+     "/FixedDocSeq.fdseq names the document Documents/1/FixedDoc.fdoc, which the package does not hold"},
+    {"page missing", [](ZipItems& i) { i.erase("Documents/1/Pages/2.fpage"); },
+     static_cast<HRESULT>(0x8052010B),
+     "/Documents/1/FixedDoc.fdoc names the page Pages/2.fpage, which the package does not hold"},
+    {"page twice",
+     [](ZipItems& i) {
+         i["Documents/1/FixedDoc.fdoc"] =
+             Document("<PageContent Source='Pages/1.fpage'/><PageContent Source='Pages/1.fpage'/>");
+     },
+     static_cast<HRESULT>(0x80520208), "the page /Documents/1/Pages/1.fpage is referred to twice"},
+    {"document that is a sequence",
+     [](ZipItems& i) {
+         i["FixedDocSeq.fdseq"] =
+             "<FixedDocumentSequence xmlns=\"" + Xps +
+             "\"><DocumentReference Source=\"FixedDocSeq.fdseq\"/></FixedDocumentSequence>";
+     },
+     static_cast<HRESULT>(0x80520008), "/FixedDocSeq.fdseq is of type"},
+    {"no documents",
+     [](ZipItems& i) { i["FixedDocSeq.fdseq"] = "<FixedDocumentSequence xmlns=\"" + Xps + "\"/>"; },
+     static_cast<HRESULT>(0x80520109), "has no documents"},
+    {"no pages", [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = Document(""); },
+     static_cast<HRESULT>(0x8052010C), "the job has no pages"},
+    {"document not well-formed",
+     [](ZipItems& i) {
+         i["Documents/1/FixedDoc.fdoc"] = "<FixedDocument xmlns=\"" + Xps + "\">\n<PageContent";
+     },
+     static_cast<HRESULT>(0x8052000C), "/Documents/1/FixedDoc.fdoc line 2:"},
+    {"document with a DTD",
+     [](ZipItems& i) {
+         i["Documents/1/FixedDoc.fdoc"] =
+             "<!DOCTYPE x [<!ENTITY a \"b\">]>" + Document("<PageContent Source='Pages/1.fpage'/>");
+     },
+     static_cast<HRESULT>(0x8052000C), "document type declarations are not allowed"},
+    {"document of another namespace",
+     [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = "<FixedDocument xmlns=\"urn:other\"/>"; },
+     static_cast<HRESULT>(0x8052000C), "not a FixedDocument of XPS"},
+    {"page without a source",
+     [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = Document("\n<PageContent/>"); },
+     static_cast<HRESULT>(0x80520110), "/Documents/1/FixedDoc.fdoc line 2: a PageContent has no Source"},
+    {"two tickets",
+     [](ZipItems& i) {
+         i["Metadata/a.xml"] = i["Metadata/b.xml"] = "<t/>";
+         i["_rels/FixedDocSeq.fdseq.rels"] = SampleJob::Relationships(
+             {{Xps + "/printticket", "Metadata/a.xml"}, {Xps + "/printticket", "Metadata/b.xml"}});
+     },
+     static_cast<HRESULT>(0x80520207), "has two print tickets, /Metadata/a.xml and /Metadata/b.xml"},
+    {"ticket missing",
+     [](ZipItems& i) {
+         i["_rels/FixedDocSeq.fdseq.rels"] =
+             SampleJob::Relationships({{Xps + "/printticket", "Metadata/none.xml"}});
+     },
+     0, "none.xml"},
+    {"resource missing", [](ZipItems& i) { i.erase("Resources/Picture.png"); }, 0, "Picture.png"},
+    {"relationships not well-formed",
+     [](ZipItems& i) { i["Documents/1/Pages/_rels/2.fpage.rels"] = "<Relationships"; }, 0,
+     "/Documents/1/Pages/_rels/2.fpage.rels"},
+};
+
+class DamagedPackage : public PackageSourceTest, public testing::WithParamInterface<Damage> {};
+
+TEST_P(DamagedPackage, IsRefusedWithTheResultAndWords) {
+    ZipItems items = SampleJob().Items();
+    GetParam().inflict(items);
+    try {
+        Walk(items);
+        FAIL() << "nothing was said";
+    } catch (const HostError& error) {
+        EXPECT_EQ(GetParam().result, error.Result()) << error.what();
+        EXPECT_TRUE(error.FromInput());
+        EXPECT_THAT(error.what(), HasSubstr(GetParam().line));
+    } catch (const OvPlatform::PackageError& error) {
+        EXPECT_EQ(0, GetParam().result) << error.what();
+        EXPECT_TRUE(FAILED(static_cast<HRESULT>(error.Result())));
+        EXPECT_THAT(error.what(), HasSubstr(GetParam().line));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(, DamagedPackage, testing::ValuesIn(Damages));
+
+} // namespace
