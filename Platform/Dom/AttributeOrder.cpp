@@ -1,26 +1,8 @@
 #include "Dom/AttributeOrder.h"
 
-#include <algorithm>
-
 namespace OvPlatform {
 
 namespace {
-
-constexpr std::string_view Blanks = " \t\r\n";
-
-/// The next attribute name of a start tag, behind which `tag` then begins. Empty at the end.
-std::string_view NextName(std::string_view& tag) noexcept {
-    const std::size_t begin = tag.find_first_not_of(" \t\r\n/");
-    if (begin == std::string_view::npos) return {};
-    const std::size_t end = tag.find_first_of(" \t\r\n=", begin);
-    const std::size_t quote = tag.find_first_of("\"'", end);
-    if (quote == std::string_view::npos) return {};
-    const std::size_t close = tag.find(tag[quote], quote + 1);
-    if (close == std::string_view::npos) return {};
-    const std::string_view name = tag.substr(begin, end - begin);
-    tag.remove_prefix(close + 1);
-    return name;
-}
 
 bool HasName(const xmlAttr* attribute, std::string_view name) noexcept {
     const std::string_view local = View(attribute->name);
@@ -67,14 +49,12 @@ void SetRank(xmlAttr* attribute, std::uintptr_t rank) noexcept {
     attribute->psvi = reinterpret_cast<void*>(rank);
 }
 
-void RankFromSource(xmlNode* element, std::string_view startTag) noexcept {
-    startTag.remove_prefix(std::min(startTag.find_first_of(Blanks), startTag.size()));
+void RankFromSource(xmlNode* element, StartTag tag) noexcept {
     xmlAttr* attribute = element->properties;
     std::uintptr_t declarations = 0;
-    for (std::string_view name = NextName(startTag); attribute != nullptr && !name.empty();
-         name = NextName(startTag)) {
-        if (name == "xmlns:xml") continue; // allowed, and not kept
-        if (name == "xmlns" || name.starts_with("xmlns:")) {
+    for (std::string_view name = tag.NextName(); attribute != nullptr && !name.empty();
+         name = tag.NextName()) {
+        if (StartTag::IsDeclaration(name)) {
             ++declarations;
         } else {
             SetRank(attribute, declarations);

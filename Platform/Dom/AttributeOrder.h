@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Dom/StartTag.h"
+
 #include <libxml/tree.h>
 
 #include <string_view>
@@ -39,8 +41,8 @@ namespace AttributeOrder {
 std::uintptr_t Rank(const xmlAttr* attribute) noexcept;
 void SetRank(xmlAttr* attribute, std::uintptr_t rank) noexcept;
 
-/// Ranks the attributes of a freshly parsed element by its start tag, without the angle brackets.
-void RankFromSource(xmlNode* element, std::string_view startTag) noexcept;
+/// Ranks the attributes of a freshly parsed element.
+void RankFromSource(xmlNode* element, StartTag tag) noexcept;
 
 /// The member of that qualified name.
 AttributeSlot Find(const xmlNode* element, std::string_view name) noexcept;

@@ -36,7 +36,8 @@ constexpr NamedType NamedTypes[] = {
     {L"document", NODE_DOCUMENT}, {L"documentfragment", NODE_DOCUMENT_FRAGMENT},
 };
 
-HRESULT TypeOf(const VARIANT& value, DOMNodeType& type) {
+/// A DOMNodeType, or some other number.
+HRESULT TypeOf(const VARIANT& value, LONG& type) {
     if (value.vt == VT_BSTR) {
         for (const NamedType& row : NamedTypes) {
             if (row.name != ViewOf(value.bstrVal)) continue;
@@ -46,7 +47,7 @@ HRESULT TypeOf(const VARIANT& value, DOMNodeType& type) {
     }
     CComVariant number;
     const HRESULT result = DomDataType::Convert(value, VT_I4, &number);
-    if (SUCCEEDED(result)) type = static_cast<DOMNodeType>(number.lVal);
+    if (SUCCEEDED(result)) type = number.lVal;
     return result;
 }
 
@@ -151,13 +152,6 @@ HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSucc
             failure.url = m_url;
             if (FAILED(failure.code)) return LoadFailed(std::move(failure));
         } else {
-            // A document itself is read from its start, a stream from where it stands.
-            CComQIPtr<IXMLDOMDocument> document(
-                value.vt == VT_UNKNOWN || value.vt == VT_DISPATCH ? value.punkVal : nullptr);
-            CComQIPtr<IStream> stream(document.p);
-            if (stream && static_cast<IUnknown*>(stream) != value.punkVal) {
-                if (result = stream->Seek({}, STREAM_SEEK_SET, nullptr); FAILED(result)) return result;
-            }
             if (result = DomSource::Read(value, bytes); FAILED(result)) return result;
             m_url.clear();
         }
@@ -294,7 +288,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::putref_documentElement(IXMLDOMElement* el
 }
 
 /// Null with a failing result where there is no such node.
-xmlNode* DomDocument::NewNode(DOMNodeType type, BSTR name, BSTR namespaceUri, HRESULT& result) {
+xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result) {
     DomTree& tree = Tree();
     std::string qualified, uri;
     result = E_INVALIDARG;
@@ -343,7 +337,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::createNode(VARIANT type, BSTR name, BSTR 
     return Guarded([&]() -> HRESULT {
         if (node == nullptr) return E_INVALIDARG;
         *node = nullptr;
-        DOMNodeType wanted = NODE_INVALID;
+        LONG wanted = NODE_INVALID;
         HRESULT result = TypeOf(DomSource::Value(type), wanted);
         if (FAILED(result)) return result;
         xmlNode* made = NewNode(wanted, name, namespaceUri, result);

@@ -86,7 +86,7 @@ private:
     HRESULT Load(std::string_view text, Source source);
     HRESULT LoadFailed(DomFailure failure);
     void Replace(xmlDoc* document);
-    xmlNode* NewNode(DOMNodeType type, BSTR name, BSTR namespaceUri, HRESULT& result);
+    xmlNode* NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result);
     template <class Wanted>
     HRESULT CreateNamed(DOMNodeType type, BSTR name, Wanted** node);
     template <class Wanted>

@@ -1,6 +1,8 @@
 #include "Dom/DomLoader.h"
 
 #include "Dom/DomTree.h"
+#include "Dom/ParserError.h"
+#include "Dom/StartTag.h"
 #include "Dom/TextConversion.h"
 
 #include <libxml/SAX2.h>
@@ -15,7 +17,6 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 constexpr std::size_t LongestSource = 512;
 
 struct ParserDeleter {
@@ -27,69 +28,28 @@ bool IsBlank(const xmlChar* text, int length) noexcept {
                        [](xmlChar c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; });
 }
 
-/// Namespace names are compared as texts; whether they are proper URIs does not matter.
-bool Matters(const xmlError& error) noexcept {
-    return error.level >= XML_ERR_ERROR && error.code != XML_WAR_NS_URI &&
-           error.code != XML_WAR_NS_URI_RELATIVE;
-}
-
-std::string Reason(const xmlError& error) {
-    std::string reason = error.message != nullptr ? error.message : "The text is not well-formed";
-    reason.erase(reason.find_last_not_of(" \r\n") + 1);
-    return reason;
-}
-
 } // namespace
 
 DomLoader& DomLoader::Of(void* context) noexcept {
     return *static_cast<DomLoader*>(static_cast<xmlParserCtxt*>(context)->_private);
 }
 
-bool DomLoader::Refuse(HRESULT code, std::string reason) {
+void DomLoader::Refuse(HRESULT code, std::string reason) {
     m_failure.code = code;
     m_failure.reason = std::move(reason);
-    return false;
 }
 
 xmlDoc* DomLoader::FromBytes(std::string_view bytes) {
-    std::string converted;
-    const bool littleEndian = bytes.starts_with("\xFF\xFE");
-    const bool marked = bytes.starts_with(Utf8Mark);
-    const bool wide = littleEndian || bytes.starts_with("\xFE\xFF");
-    if (wide) {
-        if (!FromUtf16Bytes(bytes.substr(2), !littleEndian, converted)) {
-            Refuse(XML_E_INVALID_UNICODE, "The bytes after the UTF-16 byte order mark are no UTF-16");
-            return nullptr;
-        }
-        bytes = converted;
-    } else if (marked) {
-        bytes.remove_prefix(Utf8Mark.size());
-    } else if (bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0')) {
-        Refuse(XML_E_INVALIDATROOTLEVEL, "UTF-16 text must begin with a byte order mark");
-        return nullptr;
-    }
-    m_declaration = XmlDeclaration::FromDocument(bytes);
-    const std::string encoding = m_declaration ? m_declaration->encoding : std::string();
-    const TextEncoding declared = ClassifyEncoding(encoding);
-    const bool fits = encoding.empty() || (wide     ? declared == TextEncoding::Utf16
-                                           : marked ? declared == TextEncoding::Utf8
-                                                    : declared != TextEncoding::Utf16);
-    if (!fits) {
-        Refuse(XML_E_INVALIDSWITCH,
-               "The text says that its encoding is " + encoding + ", but its bytes are in another");
-        return nullptr;
-    }
-    return Parse(bytes, wide || marked || declared == TextEncoding::Utf8);
+    return m_source.FromBytes(bytes, m_failure) ? Parse() : nullptr;
 }
 
 xmlDoc* DomLoader::FromText(std::string_view utf8) {
-    if (utf8.starts_with(Utf8Mark)) utf8.remove_prefix(Utf8Mark.size());
-    m_declaration = XmlDeclaration::FromDocument(utf8);
-    return Parse(utf8, true);
+    m_source.FromText(utf8);
+    return Parse();
 }
 
-xmlDoc* DomLoader::Parse(std::string_view text, bool isUtf8) {
-    m_text = text;
+xmlDoc* DomLoader::Parse() {
+    const std::string_view text = m_source.Text();
     if (text.empty()) {
         Refuse(XML_E_MISSINGROOT, "The text is empty: a document must have a root element");
         return nullptr;
@@ -119,7 +79,7 @@ xmlDoc* DomLoader::Parse(std::string_view text, bool isUtf8) {
 
     // The depth is bounded by the handler, hence the option for huge documents.
     xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_COMPACT | XML_PARSE_HUGE |
-                                        (isUtf8 ? XML_PARSE_IGNORE_ENC : 0));
+                                        (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
     xmlParseDocument(parser.get());
     xmlDoc* document = std::exchange(parser->myDoc, nullptr);
     if (m_failure.code == S_OK &&
@@ -147,7 +107,7 @@ void DomLoader::FailAt(xmlParserCtxt* parser, HRESULT code, std::string reason, 
 }
 
 void DomLoader::NoteSource(int line, int column) {
-    std::string_view rest = m_text;
+    std::string_view rest = m_source.Text();
     for (int passed = 1; passed < line; ++passed) {
         const std::size_t end = rest.find('\n');
         if (end == std::string_view::npos) break;
@@ -166,17 +126,17 @@ void DomLoader::NoteSource(int line, int column) {
 
 void DomLoader::NoteError(void* context, xmlError* error) {
     auto* parser = static_cast<xmlParserCtxt*>(error->ctxt != nullptr ? error->ctxt : context);
-    if (Matters(*error))
-        Of(parser).FailAt(parser, CodeOfParserError(error->code), Reason(*error), error->line, error->int2);
+    if (ParserError::Matters(*error))
+        Of(parser).FailAt(parser, CodeOfParserError(error->code), ParserError::Reason(*error), error->line,
+                          error->int2);
 }
 
 void DomLoader::StartDocument(void* context) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
     xmlSAX2StartDocument(context);
-    const DomLoader& loader = Of(context);
-    if (!loader.m_declaration || parser->myDoc == nullptr) return;
-    xmlNode* declaration =
-        xmlNewDocPI(parser->myDoc, AsXml("xml"), AsXml(loader.m_declaration->Data().c_str()));
+    const std::optional<XmlDeclaration>& declared = Of(context).m_source.Declaration();
+    if (!declared || parser->myDoc == nullptr) return;
+    xmlNode* declaration = xmlNewDocPI(parser->myDoc, AsXml("xml"), AsXml(declared->Data().c_str()));
     if (declaration == nullptr) return;
     Mark(declaration, ReadDeclaration);
     xmlAddChild(reinterpret_cast<xmlNode*>(parser->myDoc), declaration);
@@ -209,13 +169,7 @@ void DomLoader::StartElement(void* context, const xmlChar* name, const xmlChar* 
     if (element == nullptr) return;
     loader.MarkBreak(element, BreakBefore);
     if (declarationCount == 0 || attributeCount == 0) return;
-    // The parser stands at the end of the start tag, which holds no other '<'.
-    const xmlChar* end = parser->input->cur;
-    const xmlChar* begin = end;
-    while (begin > parser->input->base && *(begin - 1) != '<')
-        --begin;
-    AttributeOrder::RankFromSource(
-        element, {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)});
+    AttributeOrder::RankFromSource(element, StartTag::Before(*parser->input));
 }
 
 void DomLoader::EndElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) {

@@ -3,7 +3,7 @@
 #include "Dom/DomFailure.h"
 #include "Dom/DomSettings.h"
 #include "Dom/DomTree.h"
-#include "Dom/XmlDeclaration.h"
+#include "Dom/SourceText.h"
 
 #include <libxml/parser.h>
 
@@ -16,7 +16,7 @@ namespace OvPlatform {
 /// and no prefix without its declaration.
 class DomLoader {
 public:
-    explicit DomLoader(const DomSettings& settings) noexcept : m_settings(settings) {}
+    explicit DomLoader(const DomSettings& settings) : m_settings(settings) {}
 
     /// From bytes, by their byte order mark and their declaration. Null on failure.
     xmlDoc* FromBytes(std::string_view bytes);
@@ -42,8 +42,8 @@ private:
                              const xmlChar* systemId);
     static void NoteError(void* context, xmlError* error);
 
-    xmlDoc* Parse(std::string_view text, bool isUtf8);
-    bool Refuse(HRESULT code, std::string reason);
+    xmlDoc* Parse();
+    void Refuse(HRESULT code, std::string reason);
     void FailAt(xmlParserCtxt* parser, HRESULT code, std::string reason, int line, int column);
     void NoteSource(int line, int column);
     void EndText() noexcept;
@@ -52,8 +52,7 @@ private:
 
     const DomSettings& m_settings;
     DomFailure m_failure;
-    std::optional<XmlDeclaration> m_declaration;
-    std::string_view m_text;
+    SourceText m_source;
     LONG m_depth = 0;
     /// Blanks at the beginning of a text, which are dropped if nothing else follows.
     std::string m_blanks;

@@ -3,6 +3,7 @@
 #include "Dom/TextConversion.h"
 
 #include <atlcomcli.h>
+#include <msxml6.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -41,10 +42,16 @@ HRESULT ReadStream(IUnknown* source, std::string& bytes) {
     CComPtr<ISequentialStream> stream;
     CComPtr<IStream> sized;
     if (source == nullptr) return E_INVALIDARG;
-    if (SUCCEEDED(source->QueryInterface(&sized)))
+    if (SUCCEEDED(source->QueryInterface(&sized))) {
+        // A document itself is read from its start, a stream from where it stands.
+        const CComQIPtr<IXMLDOMDocument> document(source);
+        if (document && static_cast<IUnknown*>(sized) != source) {
+            if (const HRESULT result = sized->Seek({}, STREAM_SEEK_SET, nullptr); FAILED(result))
+                return result;
+        }
         stream = static_cast<ISequentialStream*>(sized.p);
-    else if (FAILED(source->QueryInterface(&stream)))
-        return E_INVALIDARG;
+    }
+    if (!stream && FAILED(source->QueryInterface(&stream))) return E_INVALIDARG;
 
     STATSTG stat = {};
     std::size_t expected = Block;

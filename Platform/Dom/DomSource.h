@@ -12,7 +12,8 @@ public:
     /// What a variant holds, with references followed.
     static const VARIANT& Value(const VARIANT& variant) noexcept;
 
-    /// From an array of bytes, or from a stream's place to its end. E_INVALIDARG for anything else.
+    /// From an array of bytes, from a stream's place to its end, or from a document. E_INVALIDARG for
+    /// anything else.
     static HRESULT Read(const VARIANT& source, std::string& bytes);
 
     /// A file by its path, or by a file: address. A failing result with `reason` if there is none; addresses

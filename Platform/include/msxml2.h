@@ -275,7 +275,6 @@ public:
 struct ISAXDTDHandler;
 struct ISAXDeclHandler;
 struct ISAXEntityResolver;
-struct ISAXLexicalHandler;
 
 MIDL_INTERFACE("9b7e472a-0de4-4640-bff3-84d38a051c31")
 ISAXLocator : public IUnknown {
@@ -345,6 +344,20 @@ public:
                                                  HRESULT code) = 0;
     virtual HRESULT STDMETHODCALLTYPE ignorableWarning(ISAXLocator * locator, const wchar_t* message,
                                                        HRESULT code) = 0;
+};
+
+MIDL_INTERFACE("7f85d5f5-47a8-4497-bda5-84ba04819ea6")
+ISAXLexicalHandler : public IUnknown {
+public:
+    virtual HRESULT STDMETHODCALLTYPE startDTD(const wchar_t* name, int nameLength, const wchar_t* publicId,
+                                               int publicIdLength, const wchar_t* systemId,
+                                               int systemIdLength) = 0;
+    virtual HRESULT STDMETHODCALLTYPE endDTD() = 0;
+    virtual HRESULT STDMETHODCALLTYPE startEntity(const wchar_t* name, int length) = 0;
+    virtual HRESULT STDMETHODCALLTYPE endEntity(const wchar_t* name, int length) = 0;
+    virtual HRESULT STDMETHODCALLTYPE startCDATA() = 0;
+    virtual HRESULT STDMETHODCALLTYPE endCDATA() = 0;
+    virtual HRESULT STDMETHODCALLTYPE comment(const wchar_t* text, int length) = 0;
 };
 
 MIDL_INTERFACE("a4f96ed0-f829-476e-81c0-cdc7bd2a0802")

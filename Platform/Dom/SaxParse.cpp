@@ -1,0 +1,297 @@
+#include "Dom/SaxParse.h"
+
+#include "Dom/AttributeOrder.h"
+#include "Dom/ParserError.h"
+#include "Dom/StartTag.h"
+#include "Dom/TextConversion.h"
+
+#include <libxml/parserInternals.h>
+
+#include <limits>
+#include <memory>
+#include <new>
+
+namespace OvPlatform {
+
+namespace {
+
+int Length(const std::wstring& text) noexcept { return static_cast<int>(text.size()); }
+
+void AssignName(std::wstring& target, const xmlChar* prefix, const xmlChar* name) {
+    target.clear();
+    if (prefix != nullptr) {
+        AppendUtf16(target, View(prefix));
+        target += L':';
+    }
+    AppendUtf16(target, View(name));
+}
+
+void Assign(std::wstring& target, std::string_view text) {
+    target.clear();
+    AppendUtf16(target, text);
+}
+
+struct ParserDeleter {
+    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+};
+
+} // namespace
+
+SaxParse::SaxParse(const SaxHandlers& handlers)
+    : m_handlers(handlers), m_locator(new SaxLocator), m_attributes(new SaxAttributes) {}
+
+SaxParse::~SaxParse() {
+    m_locator->Follow(nullptr);
+    m_locator->Release();
+    m_attributes->Clear();
+    m_attributes->Release();
+}
+
+SaxParse& SaxParse::Of(void* context) noexcept {
+    return *static_cast<SaxParse*>(static_cast<xmlParserCtxt*>(context)->_private);
+}
+
+/// Calls a handler, unless one has failed already. Its failure ends the parse.
+template <class Call>
+void SaxParse::Tell(Call&& call) {
+    if (m_result != S_OK) return;
+    const HRESULT result = call();
+    if (SUCCEEDED(result)) return;
+    m_result = result;
+    xmlStopParser(m_parser);
+}
+
+const std::wstring& SaxParse::Wide(std::string_view text) {
+    Assign(m_text, text);
+    return m_text;
+}
+
+HRESULT SaxParse::FromBytes(std::string_view bytes) {
+    SourceText source;
+    DomFailure failure;
+    return source.FromBytes(bytes, failure) ? Run(source) : Fail(failure);
+}
+
+HRESULT SaxParse::FromText(std::string_view utf8) {
+    SourceText source;
+    source.FromText(utf8);
+    return Run(source);
+}
+
+HRESULT SaxParse::Fail(const DomFailure& failure) {
+    if (m_handlers.errors) {
+        const std::wstring reason = Wide(failure.reason);
+        m_handlers.errors->fatalError(m_locator, reason.c_str(), failure.code);
+    }
+    return failure.code;
+}
+
+HRESULT SaxParse::Run(const SourceText& source) {
+    const std::string_view text = source.Text();
+    DomFailure failure;
+    if (text.empty()) {
+        failure.code = XML_E_MISSINGROOT;
+        failure.reason = "The text is empty: a document must have a root element";
+        return Fail(failure);
+    }
+    if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+        failure.code = XML_E_MAX_SIZE;
+        failure.reason = "The text is too long";
+        return Fail(failure);
+    }
+    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(
+        xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
+    if (parser == nullptr) throw std::bad_alloc();
+    parser->_private = this;
+    xmlSAXHandler& sax = *parser->sax;
+    sax = {};
+    sax.initialized = XML_SAX2_MAGIC;
+    sax.startDocument = StartDocument;
+    sax.endDocument = EndDocument;
+    sax.startElementNs = StartElement;
+    sax.endElementNs = EndElement;
+    sax.characters = Characters;
+    sax.ignorableWhitespace = Characters;
+    sax.cdataBlock = CData;
+    sax.comment = Comment;
+    sax.processingInstruction = ProcessingInstruction;
+    sax.internalSubset = DocumentType;
+    sax.serror = NoteError;
+    // With entities in place of their references; there are only those of XML itself.
+    xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOENT |
+                                        (source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
+    m_parser = parser.get();
+    m_locator->Follow(m_parser);
+    xmlParseDocument(m_parser);
+    if (m_result == S_OK && m_failure.code == S_OK && parser->wellFormed == 0) {
+        m_failure.code = XML_E_SYNTAX;
+        m_failure.reason = "The text is not well-formed";
+    }
+    if (m_result == S_OK && m_failure.code != S_OK) m_result = Fail(m_failure);
+    m_locator->Follow(nullptr);
+    m_parser = nullptr;
+    return m_result;
+}
+
+void SaxParse::NoteError(void* context, xmlError* error) {
+    auto* parser = static_cast<xmlParserCtxt*>(error->ctxt != nullptr ? error->ctxt : context);
+    SaxParse& parse = Of(parser);
+    if (!ParserError::Matters(*error)) return;
+    if (parse.m_failure.code == S_OK) {
+        parse.m_failure.code = CodeOfParserError(error->code);
+        parse.m_failure.reason = ParserError::Reason(*error);
+    }
+    xmlStopParser(parser);
+}
+
+void SaxParse::DocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+    SaxParse& parse = Of(context);
+    parse.m_failure.code = XML_E_DTD_PROHIBITED;
+    parse.m_failure.reason = "A document type declaration (DTD) is not allowed";
+    xmlStopParser(parse.m_parser);
+}
+
+void SaxParse::StartDocument(void* context) {
+    SaxParse& parse = Of(context);
+    const auto& content = parse.m_handlers.content;
+    if (!content) return;
+    parse.Tell([&] { return content->putDocumentLocator(parse.m_locator); });
+    parse.Tell([&] { return content->startDocument(); });
+}
+
+void SaxParse::EndDocument(void* context) {
+    SaxParse& parse = Of(context);
+    const auto& content = parse.m_handlers.content;
+    if (content && parse.m_failure.code == S_OK && parse.m_parser->wellFormed != 0)
+        parse.Tell([&] { return content->endDocument(); });
+}
+
+void SaxParse::ListAttributes(int declarationCount, const xmlChar** declarations, int attributeCount,
+                              const xmlChar** attributes) {
+    m_attributes->Clear();
+    const auto addDeclaration = [&](int index) {
+        SaxAttributes::Item& item = m_attributes->Add();
+        const xmlChar* prefix = declarations[2 * index];
+        item.qName = prefix != nullptr ? L"xmlns:" : L"xmlns";
+        AppendUtf16(item.qName, View(prefix));
+        AppendUtf16(item.value, View(declarations[2 * index + 1]));
+    };
+    const auto addAttribute = [&](int index) {
+        const xmlChar** attribute = attributes + 5 * index;
+        SaxAttributes::Item& item = m_attributes->Add();
+        Assign(item.localName, View(attribute[0]));
+        AssignName(item.qName, attribute[1], attribute[0]);
+        Assign(item.uri, View(attribute[2]));
+        Assign(item.value, {reinterpret_cast<const char*>(attribute[3]),
+                            static_cast<std::size_t>(attribute[4] - attribute[3])});
+    };
+    if (!m_handlers.namespacePrefixes) declarationCount = 0;
+    int declaration = 0;
+    int attribute = 0;
+    if (declarationCount != 0) {
+        StartTag tag = StartTag::Before(*m_parser->input);
+        for (std::string_view name = tag.NextName(); !name.empty(); name = tag.NextName()) {
+            if (StartTag::IsDeclaration(name)) {
+                if (declaration < declarationCount) addDeclaration(declaration++);
+            } else if (attribute < attributeCount) {
+                addAttribute(attribute++);
+            }
+        }
+    }
+    while (declaration < declarationCount)
+        addDeclaration(declaration++);
+    while (attribute < attributeCount)
+        addAttribute(attribute++);
+}
+
+void SaxParse::StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
+                            int declarationCount, const xmlChar** declarations, int attributeCount, int,
+                            const xmlChar** attributes) {
+    SaxParse& parse = Of(context);
+    if (parse.m_handlers.maxElementDepth > 0 &&
+        parse.m_depth >= static_cast<std::size_t>(parse.m_handlers.maxElementDepth)) {
+        parse.m_failure.code = XML_E_MAX_ELEMENT_DEPTH;
+        parse.m_failure.reason = "Elements are nested too deeply";
+        xmlStopParser(parse.m_parser);
+        return;
+    }
+    if (parse.m_depth == parse.m_scopes.size()) parse.m_scopes.emplace_back();
+    Scope& scope = parse.m_scopes[parse.m_depth++];
+    const auto& content = parse.m_handlers.content;
+    if (!content) return;
+    scope.prefixes = parse.m_prefixes.size();
+    Assign(scope.uri, View(uri));
+    Assign(scope.localName, View(name));
+    AssignName(scope.qName, prefix, name);
+    for (int index = 0; index < declarationCount; ++index) {
+        std::wstring& declared = parse.m_prefixes.emplace_back();
+        AppendUtf16(declared, View(declarations[2 * index]));
+        const std::wstring& target = parse.Wide(View(declarations[2 * index + 1]));
+        parse.Tell([&] {
+            return content->startPrefixMapping(declared.c_str(), Length(declared), target.c_str(),
+                                               Length(target));
+        });
+    }
+    parse.ListAttributes(declarationCount, declarations, attributeCount, attributes);
+    parse.Tell([&] {
+        return content->startElement(scope.uri.c_str(), Length(scope.uri), scope.localName.c_str(),
+                                     Length(scope.localName), scope.qName.c_str(), Length(scope.qName),
+                                     parse.m_attributes);
+    });
+    parse.m_attributes->Clear();
+}
+
+void SaxParse::EndElement(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
+    SaxParse& parse = Of(context);
+    if (parse.m_depth == 0) return;
+    const Scope& scope = parse.m_scopes[--parse.m_depth];
+    const auto& content = parse.m_handlers.content;
+    if (!content) return;
+    parse.Tell([&] {
+        return content->endElement(scope.uri.c_str(), Length(scope.uri), scope.localName.c_str(),
+                                   Length(scope.localName), scope.qName.c_str(), Length(scope.qName));
+    });
+    for (; parse.m_prefixes.size() > scope.prefixes; parse.m_prefixes.pop_back()) {
+        const std::wstring& prefix = parse.m_prefixes.back();
+        parse.Tell([&] { return content->endPrefixMapping(prefix.c_str(), Length(prefix)); });
+    }
+}
+
+void SaxParse::Characters(void* context, const xmlChar* text, int length) {
+    SaxParse& parse = Of(context);
+    const auto& content = parse.m_handlers.content;
+    if (!content) return;
+    const std::wstring& wide =
+        parse.Wide({reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)});
+    parse.Tell([&] { return content->characters(wide.c_str(), Length(wide)); });
+}
+
+void SaxParse::CData(void* context, const xmlChar* text, int length) {
+    SaxParse& parse = Of(context);
+    const auto& lexical = parse.m_handlers.lexical;
+    if (lexical) parse.Tell([&] { return lexical->startCDATA(); });
+    Characters(context, text, length);
+    if (lexical) parse.Tell([&] { return lexical->endCDATA(); });
+}
+
+void SaxParse::Comment(void* context, const xmlChar* text) {
+    SaxParse& parse = Of(context);
+    const auto& lexical = parse.m_handlers.lexical;
+    if (!lexical) return;
+    const std::wstring& wide = parse.Wide(View(text));
+    parse.Tell([&] { return lexical->comment(wide.c_str(), Length(wide)); });
+}
+
+void SaxParse::ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data) {
+    SaxParse& parse = Of(context);
+    const auto& content = parse.m_handlers.content;
+    if (!content) return;
+    std::wstring name;
+    AppendUtf16(name, View(target));
+    const std::wstring& wide = parse.Wide(View(data));
+    parse.Tell([&] {
+        return content->processingInstruction(name.c_str(), Length(name), wide.c_str(), Length(wide));
+    });
+}
+
+} // namespace OvPlatform

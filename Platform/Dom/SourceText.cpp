@@ -1,0 +1,54 @@
+#include "Dom/SourceText.h"
+
+#include "Dom/TextConversion.h"
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
+bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
+    failure.code = code;
+    failure.reason = std::move(reason);
+    return false;
+}
+
+} // namespace
+
+bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
+    const bool littleEndian = bytes.starts_with("\xFF\xFE");
+    const bool marked = bytes.starts_with(Utf8Mark);
+    const bool wide = littleEndian || bytes.starts_with("\xFE\xFF");
+    if (wide) {
+        if (!FromUtf16Bytes(bytes.substr(2), !littleEndian, m_converted))
+            return Refuse(failure, XML_E_INVALID_UNICODE,
+                          "The bytes after the UTF-16 byte order mark are no UTF-16");
+        bytes = m_converted;
+    } else if (marked) {
+        bytes.remove_prefix(Utf8Mark.size());
+    } else if (bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0')) {
+        return Refuse(failure, XML_E_INVALIDATROOTLEVEL, "UTF-16 text must begin with a byte order mark");
+    }
+    m_declaration = XmlDeclaration::FromDocument(bytes);
+    const std::string encoding = m_declaration ? m_declaration->encoding : std::string();
+    const TextEncoding declared = ClassifyEncoding(encoding);
+    const bool fits = encoding.empty() || (wide     ? declared == TextEncoding::Utf16
+                                           : marked ? declared == TextEncoding::Utf8
+                                                    : declared != TextEncoding::Utf16);
+    if (!fits)
+        return Refuse(failure, XML_E_INVALIDSWITCH,
+                      "The text says that its encoding is " + encoding + ", but its bytes are in another");
+    m_text = bytes;
+    m_isUtf8 = wide || marked || declared == TextEncoding::Utf8;
+    return true;
+}
+
+void SourceText::FromText(std::string_view utf8) {
+    if (utf8.starts_with(Utf8Mark)) utf8.remove_prefix(Utf8Mark.size());
+    m_declaration = XmlDeclaration::FromDocument(utf8);
+    m_text = utf8;
+    m_isUtf8 = true;
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Dom/DomFailure.h"
+#include "Dom/XmlDeclaration.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace OvPlatform {
+
+/// The text to be parsed, with what its bytes and its declaration say of its encoding.
+class SourceText {
+public:
+    SourceText() = default;
+    SourceText(const SourceText&) = delete;
+    SourceText& operator=(const SourceText&) = delete;
+
+    /// From bytes, by their byte order mark and their declaration. False with `failure` if the two
+    /// contradict, or the bytes are not what their mark says. The bytes must outlive the text.
+    bool FromBytes(std::string_view bytes, DomFailure& failure);
+
+    /// From text that already is UTF-8, whatever its declaration says. It must outlive this.
+    void FromText(std::string_view utf8);
+
+    std::string_view Text() const noexcept { return m_text; }
+    /// Otherwise the parser reads it in the declared encoding.
+    bool IsUtf8() const noexcept { return m_isUtf8; }
+    const std::optional<XmlDeclaration>& Declaration() const noexcept { return m_declaration; }
+
+private:
+    std::string m_converted;
+    std::string_view m_text;
+    std::optional<XmlDeclaration> m_declaration;
+    bool m_isUtf8 = true;
+};
+
+} // namespace OvPlatform
