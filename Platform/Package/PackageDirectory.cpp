@@ -63,11 +63,42 @@ struct PackageDirectory::Group {
     bool inPieces = false;
     bool encrypted = false;
     bool supported = true;
-    bool compressed = false; // the first piece
+    bool compressed = false; // the first item
     std::vector<Member> members;
 
     std::uint64_t Size() const { return Sum(&Member::size); }
     std::uint64_t StoredSize() const { return Sum(&Member::storedSize); }
+
+    void Add(const LogicalName& logical, std::uint32_t index, const ZipItem& item) {
+        if (members.empty()) {
+            name = logical.prefix;
+            inPieces = logical.isPiece;
+            compressed = item.compressed;
+        } else if (!inPieces || !logical.isPiece)
+            throw PackageError(OPC_E_DUPLICATE_PART, logical.prefix, "the part stands twice in the package");
+        encrypted |= item.encrypted;
+        supported &= item.supported;
+        members.push_back({index, logical.number, logical.isLast, item.size, item.storedSize});
+    }
+
+    // Puts pieces into their order; throws where they make no whole.
+    void Complete() {
+        if (!inPieces) return;
+        std::sort(members.begin(), members.end(),
+                  [](const Member& left, const Member& right) { return left.number < right.number; });
+        for (std::size_t i = 0; i < members.size(); ++i) {
+            if (i != 0 && members[i].number == members[i - 1].number)
+                throw PackageError(OPC_E_DUPLICATE_PIECE, name,
+                                   "the piece " + std::to_string(members[i].number) + " stands twice");
+            if (members[i].number != i)
+                throw PackageError(OPC_E_MISSING_PIECE, name,
+                                   "the piece " + std::to_string(i) + " is missing");
+            if (members[i].isLast && i + 1 != members.size())
+                throw PackageError(OPC_E_INVALID_PIECE, name, "there are pieces after the last one");
+        }
+        if (!members.back().isLast)
+            throw PackageError(OPC_E_MISSING_PIECE, name, "the last piece is missing");
+    }
 
 private:
     // Sticks at the largest number, so that sizes made to overflow pass no bound.
@@ -80,93 +111,92 @@ private:
     }
 };
 
-// Sorts the items of the archive into groups, in the order of the directory.
-class PackageDirectory::Collector {
+// The items that are pieces, gathered by the first of each whole.
+class PackageDirectory::Groups {
 public:
-    explicit Collector(const ZipArchive& archive) : m_archive(archive) {}
-
-    void Collect(std::size_t maxItems) {
-        const std::size_t count = m_archive.Count();
-        if (count > maxItems)
-            throw PackageError(OPC_E_ZIP_CENTRAL_DIRECTORY_TOO_LARGE, m_archive.File().string(),
-                               "the package has more than " + std::to_string(maxItems) + " items");
-        m_groups.reserve(count);
-        for (std::size_t i = 0; i < count; ++i)
-            Add(static_cast<std::uint32_t>(i), m_archive.Item(i));
-        for (Group& group : m_groups)
-            if (group.inPieces) OrderPieces(group);
+    void Add(const LogicalName& logical, std::uint32_t index, const ZipItem& item) {
+        const auto [entry, added] = m_byName.try_emplace(logical.prefix, index);
+        m_byFirst[entry->second].Add(logical, index, item);
     }
 
-    const std::vector<Group>& Groups() const { return m_groups; }
-
-    const Group* Find(std::string_view name) const {
-        const auto found = m_index.find(name);
-        return found == m_index.end() ? nullptr : &m_groups[found->second];
+    // The group whose first item that is; null if the item is another piece.
+    Group* StartingAt(std::uint32_t index) {
+        const auto found = m_byFirst.find(index);
+        return found == m_byFirst.end() ? nullptr : &found->second;
     }
 
 private:
-    void Add(std::uint32_t index, const ZipItem& item) {
+    std::unordered_map<std::string, std::uint32_t, PartNameHash, PartNameEqual> m_byName;
+    std::unordered_map<std::uint32_t, Group> m_byFirst;
+};
+
+PackageDirectory::PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits)
+    : m_archive(std::move(archive)), m_limits(limits) {
+    if (m_archive->Count() > limits.maxItems)
+        throw PackageError(OPC_E_ZIP_CENTRAL_DIRECTORY_TOO_LARGE, m_archive->File().string(),
+                           "the package has more than " + std::to_string(limits.maxItems) + " items");
+    ReadItems(ReadContentTypes());
+    IndexParts();
+}
+
+// The content types say which items are parts, and may stand behind all of them.
+ContentTypes PackageDirectory::ReadContentTypes() {
+    Group group;
+    for (std::size_t i = 0; i < m_archive->Count(); ++i) {
+        const ZipItem item = m_archive->Item(i);
+        if (ComparePartNames(item.name.substr(0, ContentTypesName.size() - 1), ContentTypesName.substr(1)) !=
+            0)
+            continue;
+        const LogicalName logical = SplitPiece("/" + item.name);
+        if (ComparePartNames(logical.prefix, ContentTypesName) == 0)
+            group.Add(logical, static_cast<std::uint32_t>(i), item);
+    }
+    if (group.members.empty())
+        throw PackageError(OPC_E_MISSING_CONTENT_TYPES, m_archive->File().string(),
+                           "this is no package: it has no [Content_Types].xml");
+    group.Complete();
+    CheckBounds(group);
+    if (group.Size() > m_limits.maxXmlPartSize)
+        throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, group.name, "it is too large");
+    const Place place = Store(group);
+    PieceStream stream(nullptr, m_archive, std::string(ContentTypesName), At(place));
+    std::string xml(static_cast<std::size_t>(stream.Size()), '\0');
+    std::size_t done = 0;
+    while (const std::size_t count = stream.Read(xml.data() + done, xml.size() - done))
+        done += count;
+    return ContentTypes::Parse(xml);
+}
+
+void PackageDirectory::ReadItems(const ContentTypes& types) {
+    const auto count = static_cast<std::uint32_t>(m_archive->Count());
+    Groups groups;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const ZipItem item = m_archive->Item(i);
         try {
             CheckStaysInPackage(item.name);
         } catch (const PartNameError& error) {
             throw PackageError(error.Result(), item.name, error.what());
         }
-        if (item.name.empty() || (item.name.back() == '/' && item.size == 0)) return; // a folder
-
-        LogicalName logical = SplitPiece("/" + item.name);
-        const auto [entry, added] =
-            m_index.try_emplace(logical.prefix, static_cast<std::uint32_t>(m_groups.size()));
-        if (added) {
-            m_groups.emplace_back();
-            m_groups.back().name = logical.prefix;
-            m_groups.back().inPieces = logical.isPiece;
-            m_groups.back().compressed = item.compressed;
-        }
-        Group& group = m_groups[entry->second];
-        if (!added && (!logical.isPiece || !group.inPieces))
-            throw PackageError(OPC_E_DUPLICATE_PART, logical.prefix,
-                               "the part stands twice in the package, the other time as '" + group.name +
-                                   "'");
-        group.encrypted |= item.encrypted;
-        group.supported &= item.supported;
-        group.members.push_back({index, logical.number, logical.isLast, item.size, item.storedSize});
+        const LogicalName logical = SplitPiece("/" + item.name);
+        if (logical.isPiece) groups.Add(logical, i, item);
     }
-
-    static void OrderPieces(Group& group) {
-        auto& members = group.members;
-        std::sort(members.begin(), members.end(),
-                  [](const auto& left, const auto& right) { return left.number < right.number; });
-        for (std::size_t i = 0; i < members.size(); ++i) {
-            if (i != 0 && members[i].number == members[i - 1].number)
-                throw PackageError(OPC_E_DUPLICATE_PIECE, group.name,
-                                   "the piece " + std::to_string(members[i].number) + " stands twice");
-            if (members[i].number != i)
-                throw PackageError(OPC_E_MISSING_PIECE, group.name,
-                                   "the piece " + std::to_string(i) + " is missing");
-            if (members[i].isLast && i + 1 != members.size())
-                throw PackageError(OPC_E_INVALID_PIECE, group.name, "there are pieces after the last one");
+    m_parts.reserve(count);
+    m_places.reserve(count);
+    m_pieces.reserve(count + 1);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        if (Group* pieces = groups.StartingAt(i)) {
+            pieces->Complete();
+            AddGroup(*pieces, types);
+            continue;
         }
-        if (!members.back().isLast)
-            throw PackageError(OPC_E_MISSING_PIECE, group.name, "the last piece is missing");
+        const ZipItem item = m_archive->Item(i);
+        const LogicalName logical = SplitPiece("/" + item.name);
+        const bool isFolder = item.name.empty() || (item.name.back() == '/' && item.size == 0);
+        if (logical.isPiece || isFolder) continue;
+        Group whole;
+        whole.Add(logical, i, item);
+        AddGroup(whole, types);
     }
-
-    const ZipArchive& m_archive;
-    std::vector<Group> m_groups;
-    std::unordered_map<std::string, std::uint32_t, PartNameHash, PartNameEqual> m_index;
-};
-
-PackageDirectory::PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits)
-    : m_archive(std::move(archive)), m_limits(limits) {
-    Collector collector(*m_archive);
-    collector.Collect(limits.maxItems);
-    const Group* typesGroup = collector.Find(ContentTypesName);
-    if (!typesGroup)
-        throw PackageError(OPC_E_MISSING_CONTENT_TYPES, m_archive->File().string(),
-                           "this is no package: it has no [Content_Types].xml");
-    const ContentTypes types = ReadContentTypes(*typesGroup);
-    for (const Group& group : collector.Groups())
-        if (&group != typesGroup) AddPart(group, types);
-    IndexParts();
 }
 
 PackageDirectory::Place PackageDirectory::Store(const Group& group) {
@@ -196,19 +226,8 @@ void PackageDirectory::CheckBounds(const Group& group) {
                                " bytes");
 }
 
-ContentTypes PackageDirectory::ReadContentTypes(const Group& group) {
-    CheckBounds(group);
-    if (group.Size() > m_limits.maxXmlPartSize)
-        throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, group.name, "it is too large");
-    const Place place = Store(group);
-    PieceStream stream(nullptr, m_archive, std::string(ContentTypesName), At(place));
-    std::string xml(static_cast<std::size_t>(stream.Size()), '\0');
-    for (std::size_t done = 0; done < xml.size();)
-        done += stream.Read(xml.data() + done, xml.size() - done);
-    return ContentTypes::Parse(xml);
-}
-
-void PackageDirectory::AddPart(const Group& group, const ContentTypes& types) {
+void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {
+    if (ComparePartNames(group.name, ContentTypesName) == 0) return;
     // Some producers write names raw that should be percent-encoded.
     const std::string name = EncodeExcluded(group.name);
     const std::string_view type = types.Find(name);
@@ -225,11 +244,10 @@ void PackageDirectory::AddPart(const Group& group, const ContentTypes& types) {
         if (type != RelationshipsType)
             throw PackageError(OPC_E_UNEXPECTED_CONTENT_TYPE, name,
                                "a relationships part has the content type '" + std::string(type) + "'");
-        if (!m_relationships.emplace(name, Store(group)).second)
-            throw PackageError(OPC_E_DUPLICATE_PART, name, "the part stands twice in the package");
+        m_found.push_back({name, Store(group)});
         return;
     }
-    PackagePart part;
+    PackagePart& part = m_parts.emplace_back();
     part.name = name;
     part.contentType = type;
     part.size = group.Size();
@@ -237,19 +255,19 @@ void PackageDirectory::AddPart(const Group& group, const ContentTypes& types) {
     part.compression = group.compressed ? PackageCompression::Normal : PackageCompression::None;
     part.pieces = group.members.size();
     part.interleaved = group.inPieces;
-    m_parts.push_back(std::move(part));
     m_places.push_back(Store(group));
 }
 
 // Parts do not move any more: the index keeps views of their names.
 void PackageDirectory::IndexParts() {
-    m_parts.shrink_to_fit();
-    m_places.shrink_to_fit();
-    m_pieces.shrink_to_fit();
     m_index.reserve(m_parts.size());
-    for (std::size_t i = 0; i < m_parts.size(); ++i)
-        if (!m_index.emplace(m_parts[i].name, static_cast<std::uint32_t>(i)).second)
-            throw PackageError(OPC_E_DUPLICATE_PART, m_parts[i].name, "the part stands twice in the package");
+    for (std::size_t i = 0; i < m_parts.size(); ++i) {
+        const auto [entry, added] = m_index.emplace(m_parts[i].name, static_cast<std::uint32_t>(i));
+        if (!added)
+            throw PackageError(OPC_E_DUPLICATE_PART, m_parts[i].name,
+                               "the part stands twice in the package, the other time as '" +
+                                   std::string(entry->first) + "'");
+    }
     for (const PackagePart& part : m_parts) {
         const std::string_view name = part.name;
         for (std::size_t slash = name.find('/', 1); slash != std::string_view::npos;
@@ -259,6 +277,20 @@ void PackageDirectory::IndexParts() {
                                    "the name extends the name of the part '" +
                                        std::string(name.substr(0, slash)) + "'");
     }
+    m_relationships.resize(m_parts.size());
+    for (const FoundRelationships& found : m_found)
+        AddRelationships(found.name, found.place);
+    m_found = {};
+}
+
+// Relationships of what is not there belong to nothing, and are left out.
+void PackageDirectory::AddRelationships(const std::string& name, Place place) {
+    const std::string source = RelationshipsSource(name);
+    const PackagePart* part = Find(source);
+    if (!part && source != PackageRoot) return;
+    Place& at = part ? m_relationships[IndexOf(*part)] : m_packageRelationships;
+    if (at.count != 0) throw PackageError(OPC_E_DUPLICATE_PART, name, "the part stands twice in the package");
+    at = place;
 }
 
 const PackagePart* PackageDirectory::Find(std::string_view partName) const {
@@ -267,12 +299,13 @@ const PackagePart* PackageDirectory::Find(std::string_view partName) const {
 }
 
 std::span<const StoredPiece> PackageDirectory::Pieces(const PackagePart& part) const {
-    return At(m_places[static_cast<std::size_t>(&part - m_parts.data())]);
+    return At(m_places[IndexOf(part)]);
 }
 
-std::span<const StoredPiece> PackageDirectory::RelationshipPieces(std::string_view relationshipsPart) const {
-    const auto found = m_relationships.find(relationshipsPart);
-    return found == m_relationships.end() ? std::span<const StoredPiece>() : At(found->second);
+std::span<const StoredPiece> PackageDirectory::RelationshipPieces(std::string_view source) const {
+    if (source == PackageRoot) return At(m_packageRelationships);
+    const PackagePart* part = Find(source);
+    return part ? At(m_relationships[IndexOf(*part)]) : std::span<const StoredPiece>();
 }
 
 } // namespace OvPlatform

@@ -24,8 +24,8 @@ public:
     const PackagePart* Find(std::string_view partName) const;
 
     std::span<const StoredPiece> Pieces(const PackagePart& part) const;
-    // Of a relationships part; empty where there is none.
-    std::span<const StoredPiece> RelationshipPieces(std::string_view relationshipsPart) const;
+    // Of the relationships part of a source; empty where there is none.
+    std::span<const StoredPiece> RelationshipPieces(std::string_view source) const;
 
 private:
     // A range of m_pieces.
@@ -33,26 +33,38 @@ private:
         std::uint32_t first = 0;
         std::uint32_t count = 0;
     };
+    // A relationships part, until its source is known to be there.
+    struct FoundRelationships {
+        std::string name;
+        Place place;
+    };
     struct Group;
-    class Collector;
+    class Groups;
 
-    void AddPart(const Group& group, const ContentTypes& types);
+    ContentTypes ReadContentTypes();
+    void ReadItems(const ContentTypes& types);
+    void AddGroup(const Group& group, const ContentTypes& types);
+    void AddRelationships(const std::string& name, Place place);
+    void IndexParts();
+    void CheckBounds(const Group& group);
     Place Store(const Group& group);
     std::span<const StoredPiece> At(Place place) const {
         return {m_pieces.data() + place.first, place.count};
     }
-    ContentTypes ReadContentTypes(const Group& group);
-    void CheckBounds(const Group& group);
-    void IndexParts();
+    std::size_t IndexOf(const PackagePart& part) const {
+        return static_cast<std::size_t>(&part - m_parts.data());
+    }
 
     std::shared_ptr<const ZipArchive> m_archive;
     PackageLimits m_limits;
     std::uint64_t m_totalSize = 0;
     std::vector<StoredPiece> m_pieces;
     std::vector<PackagePart> m_parts;
-    std::vector<Place> m_places; // of m_parts, in step
+    std::vector<Place> m_places;        // of m_parts, in step
+    std::vector<Place> m_relationships; // of the relationships parts of m_parts, in step
+    Place m_packageRelationships;
+    std::vector<FoundRelationships> m_found; // empty once read
     std::unordered_map<std::string_view, std::uint32_t, PartNameHash, PartNameEqual> m_index; // into m_parts
-    std::unordered_map<std::string, Place, PartNameHash, PartNameEqual> m_relationships;
 };
 
 } // namespace OvPlatform

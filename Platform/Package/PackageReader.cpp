@@ -31,9 +31,9 @@ public:
     }
 
     std::vector<PackageRelationship> Relationships(std::string_view source) const override {
-        const std::string name = RelationshipsPartName(source);
-        const auto pieces = m_directory.RelationshipPieces(name);
+        const auto pieces = m_directory.RelationshipPieces(source);
         if (pieces.empty()) return {};
+        const std::string name = RelationshipsPartName(source);
         return ParseRelationships(ReadWhole(name, pieces, m_limits.maxXmlPartSize), std::string(source));
     }
 
