@@ -2,21 +2,40 @@
 
 #include "Package/PartCompressor.h"
 
+#include <deque>
 #include <filesystem>
+#include <memory>
 #include <string>
-#include <vector>
+
+struct zip;
 
 namespace OvPlatform {
 
-// One item of a package to be: its zip name and its compressed bytes.
-struct AssemblyItem {
-    std::string name;
-    std::shared_ptr<const SpooledPart> part;
-};
+// Writes spooled parts as a zip archive under a name of the moment, and renames it to the target. The same
+// items give the same bytes. Spool and parts must outlive the assembly. Throws PackageError; the target is as
+// before then.
+class PackageAssembly {
+public:
+    PackageAssembly(const std::filesystem::path& target, const SpoolFile& spool);
+    PackageAssembly(const PackageAssembly&) = delete;
+    PackageAssembly& operator=(const PackageAssembly&) = delete;
+    ~PackageAssembly();
 
-// Writes the items, in their order, as a zip archive under a name of the moment, and renames it to the
-// target. The same items give the same bytes. Throws PackageError; the target is as before then.
-void AssemblePackage(const std::filesystem::path& target, const SpoolFile& spool,
-                     const std::vector<AssemblyItem>& items);
+    // The next item.
+    void Add(const std::string& zipName, const SpooledPart& part);
+    void Finish();
+
+private:
+    class Source;
+    class Cursor;
+    struct Discard {
+        void operator()(zip* archive) const;
+    };
+
+    std::filesystem::path m_target;
+    std::unique_ptr<Cursor> m_cursor;
+    std::deque<Source> m_sources; // outlive the archive, which calls them
+    std::unique_ptr<zip, Discard> m_archive;
+};
 
 } // namespace OvPlatform

@@ -26,9 +26,12 @@ constexpr std::size_t ChunkSize = 64u << 10;
 enum class PartState { Open, Complete, Abandoned };
 
 struct NewPart {
-    std::string name;
-    std::string_view contentType; // of the writer's pool
-    std::shared_ptr<SpooledPart> spooled;
+    NewPart(std::string_view partName, std::string_view type, PackageCompression compression)
+        : name(partName), contentType(type), spooled(compression) {}
+
+    const std::string name;
+    const std::string_view contentType; // of the writer's pool
+    SpooledPart spooled;
     PartState state = PartState::Open;
 };
 
@@ -40,24 +43,33 @@ struct NewRelationship {
     bool external = false;
 };
 
+// What describes the parts, spooled; the order of the items is that of the parts.
+struct Structure {
+    std::unique_ptr<SpooledPart> contentTypes;
+    std::unique_ptr<SpooledPart> packageRelationships; // null where there are none
+    std::deque<SpooledPart> relationships;             // of the parts that have some, in their order
+};
+
 // What sinks share with their writer, so that neither need outlive the other.
 struct WriterCore {
     explicit WriterCore(const std::filesystem::path& file) : target(file), spool(file), compressor(spool) {}
-
-    const std::filesystem::path target;
-    SpoolFile spool;
-    PartCompressor compressor;
-    std::atomic<std::uint64_t> bytesWritten = 0;
-
-    std::mutex lock;           // for what follows
-    std::deque<NewPart> parts; // in the order of adding; addresses stand
-    std::unordered_map<std::string_view, NewPart*, PartNameHash, PartNameEqual> byName;
-    bool finished = false;
 
     void SetState(NewPart& part, PartState state) {
         const std::lock_guard guard(lock);
         part.state = state;
     }
+
+    const std::filesystem::path target;
+    SpoolFile spool;
+    std::atomic<std::uint64_t> bytesWritten = 0;
+
+    std::mutex lock;           // for what follows
+    std::deque<NewPart> parts; // in the order of adding; addresses stand
+    std::unordered_map<std::string_view, NewPart*, PartNameHash, PartNameEqual> byName;
+    Structure structure;
+    bool finished = false;
+
+    PartCompressor compressor; // last, so that it ends before what it works on goes
 };
 
 class SpoolingSink final : public PackagePartSink {
@@ -127,10 +139,7 @@ public:
         const std::lock_guard guard(m_core->lock);
         RequireUnfinished();
         CheckFree(text);
-        NewPart& part = m_core->parts.emplace_back();
-        part.name = text;
-        part.contentType = Pooled(contentType);
-        part.spooled = std::make_shared<SpooledPart>(compression);
+        NewPart& part = m_core->parts.emplace_back(name, Pooled(contentType), compression);
         m_core->byName[part.name] = &part;
         return std::make_unique<SpoolingSink>(m_core, part);
     }
@@ -208,9 +217,16 @@ private:
 
     std::string_view Pooled(std::string_view text) { return *m_pool.emplace(text).first; }
 
-    std::shared_ptr<SpooledPart> Spool(const std::string& text);
+    const RelationshipList* RelationshipsOf(const std::string& source) const {
+        const auto found = m_relationships.find(source);
+        return found == m_relationships.end() ? nullptr : &found->second;
+    }
+
+    void Spool(SpooledPart& part, const std::string& text);
+    void SpoolRelationships(SpooledPart& part, const std::string& source, const RelationshipList& list);
     void CheckRelationships() const;
-    std::vector<AssemblyItem> SpoolStructure();
+    void SpoolStructure();
+    void Assemble();
 
     std::shared_ptr<WriterCore> m_core;
     std::unordered_set<std::string> m_pool;
@@ -221,10 +237,22 @@ private:
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
 
-std::shared_ptr<SpooledPart> SpoolingWriter::Spool(const std::string& text) {
-    auto part = std::make_shared<SpooledPart>(PackageCompression::Normal);
+void SpoolingWriter::Spool(SpooledPart& part, const std::string& text) {
     m_core->compressor.Put(part, {text.begin(), text.end()}, PartCompressor::End::Complete);
-    return part;
+}
+
+void SpoolingWriter::SpoolRelationships(SpooledPart& part, const std::string& source,
+                                        const RelationshipList& list) {
+    std::vector<PackageRelationship> relationships;
+    relationships.reserve(list.size());
+    for (const NewRelationship& from : list) {
+        PackageRelationship& to = relationships.emplace_back();
+        to.id = from.id;
+        to.type = from.type;
+        to.target = from.external ? std::string(from.target) : RelativeReference(source, from.target);
+        to.external = from.external;
+    }
+    Spool(part, FormatRelationships(relationships));
 }
 
 void SpoolingWriter::CheckRelationships() const {
@@ -240,53 +268,54 @@ void SpoolingWriter::CheckRelationships() const {
     }
 }
 
-// Spools what describes the parts, and puts all items into their order: the content types first, each
-// relationships part behind its source.
-std::vector<AssemblyItem> SpoolingWriter::SpoolStructure() {
+void SpoolingWriter::SpoolStructure() {
+    constexpr PackageCompression Packing = PackageCompression::Normal;
+    Structure& structure = m_core->structure;
     ContentTypes types;
     types.SetDefault("rels", RelationshipsType);
-    std::vector<AssemblyItem> items;
-    items.reserve(m_core->parts.size() + m_relationships.size() + 1);
-    items.emplace_back();
-    const auto addRelationships = [&](const std::string& source) {
-        const auto found = m_relationships.find(source);
-        if (found == m_relationships.end()) return;
-        std::vector<PackageRelationship> list;
-        for (const NewRelationship& from : found->second) {
-            PackageRelationship to;
-            to.id = from.id;
-            to.type = from.type;
-            to.target = from.external ? std::string(from.target) : RelativeReference(source, from.target);
-            to.external = from.external;
-            list.push_back(std::move(to));
-        }
-        items.push_back({ZipName(RelationshipsPartName(source)), Spool(FormatRelationships(list))});
-    };
-    addRelationships(std::string(PackageRoot));
+    const std::string root(PackageRoot);
+    if (const RelationshipList* list = RelationshipsOf(root)) {
+        structure.packageRelationships = std::make_unique<SpooledPart>(Packing);
+        SpoolRelationships(*structure.packageRelationships, root, *list);
+    }
     for (const NewPart& part : m_core->parts) {
         if (part.state != PartState::Complete) continue;
         types.Add(part.name, part.contentType);
-        items.push_back({ZipName(part.name), part.spooled});
-        addRelationships(part.name);
+        if (const RelationshipList* list = RelationshipsOf(part.name))
+            SpoolRelationships(structure.relationships.emplace_back(Packing), part.name, *list);
     }
-    items.front() = {ZipName(ContentTypesName), Spool(types.Format())};
-    return items;
+    structure.contentTypes = std::make_unique<SpooledPart>(Packing);
+    Spool(*structure.contentTypes, types.Format());
+}
+
+// The content types first, and each relationships part behind its source.
+void SpoolingWriter::Assemble() {
+    const Structure& structure = m_core->structure;
+    PackageAssembly assembly(m_core->target, m_core->spool);
+    assembly.Add(ZipName(ContentTypesName), *structure.contentTypes);
+    if (structure.packageRelationships)
+        assembly.Add(ZipName(RelationshipsPartName(PackageRoot)), *structure.packageRelationships);
+    auto relationships = structure.relationships.begin();
+    for (const NewPart& part : m_core->parts) {
+        if (part.state != PartState::Complete) continue;
+        assembly.Add(ZipName(part.name), part.spooled);
+        if (RelationshipsOf(part.name))
+            assembly.Add(ZipName(RelationshipsPartName(part.name)), *relationships++);
+    }
+    assembly.Finish();
 }
 
 void SpoolingWriter::Finish() {
-    std::vector<AssemblyItem> items;
-    {
-        const std::lock_guard guard(m_core->lock);
-        RequireUnfinished();
-        for (const NewPart& part : m_core->parts)
-            if (part.state == PartState::Open)
-                throw PackageError(E_UNEXPECTED, part.name, "the part was not closed");
-        CheckRelationships();
-        m_core->finished = true;
-        items = SpoolStructure();
-    }
+    const std::lock_guard guard(m_core->lock);
+    RequireUnfinished();
+    for (const NewPart& part : m_core->parts)
+        if (part.state == PartState::Open)
+            throw PackageError(E_UNEXPECTED, part.name, "the part was not closed");
+    CheckRelationships();
+    m_core->finished = true;
+    SpoolStructure();
     m_core->compressor.Finish();
-    AssemblePackage(m_core->target, m_core->spool, items);
+    Assemble();
 }
 
 } // namespace

@@ -27,16 +27,21 @@ int Level(PackageCompression compression) {
     }
 }
 
-void AppendExtent(SpooledPart& part, std::uint64_t offset, std::uint64_t size) {
-    auto& extents = part.extents;
-    part.storedSize += size;
-    if (!extents.empty() && extents.back().offset + extents.back().size == offset)
-        extents.back().size += size;
-    else
-        extents.push_back({offset, size});
-}
-
 } // namespace
+
+void SpooledPart::Append(std::uint64_t offset, std::uint64_t count) {
+    if (count == 0) return;
+    storedSize += count;
+    Extent& last = m_more ? m_more->back() : m_first;
+    if (last.size == 0)
+        last = {offset, count};
+    else if (last.offset + last.size == offset)
+        last.size += count;
+    else {
+        if (!m_more) m_more = std::make_unique<std::vector<Extent>>();
+        m_more->push_back({offset, count});
+    }
+}
 
 // A raw deflate stream, used for one part after the other: setting one up costs more than a small part.
 class PartCompressor::Deflater {
@@ -62,7 +67,7 @@ public:
             if (made == 0) break;
             const std::uint64_t offset = spool.End();
             spool.Append(m_output, made);
-            AppendExtent(part, offset, made);
+            part.Append(offset, made);
         } while (m_stream.avail_out == 0);
     }
 
@@ -86,7 +91,7 @@ public:
         if (part.compression == PackageCompression::None) {
             const std::uint64_t offset = m_spool.End();
             m_spool.Append(task.bytes.data(), task.bytes.size());
-            if (!task.bytes.empty()) AppendExtent(part, offset, task.bytes.size());
+            part.Append(offset, task.bytes.size());
         } else
             Stream(part).Compress(task.bytes, last, part, m_spool);
         if (last) Release(part);
@@ -121,13 +126,13 @@ PartCompressor::PartCompressor(SpoolFile& spool) : m_spool(spool), m_thread([thi
 
 PartCompressor::~PartCompressor() { Stop(false); }
 
-void PartCompressor::Put(std::shared_ptr<SpooledPart> part, std::vector<std::uint8_t> bytes, End end) {
+void PartCompressor::Put(SpooledPart& part, std::vector<std::uint8_t> bytes, End end) {
     {
         std::unique_lock guard(m_lock);
         m_taken.wait(guard, [&] { return m_queuedBytes < MaxQueuedBytes || m_failure; });
         if (m_failure) std::rethrow_exception(m_failure);
         m_queuedBytes += bytes.size();
-        m_tasks.push_back({std::move(part), std::move(bytes), end});
+        m_tasks.push_back({&part, std::move(bytes), end});
     }
     m_added.notify_one();
 }

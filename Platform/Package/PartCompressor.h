@@ -15,20 +15,31 @@
 namespace OvPlatform {
 
 // A part on its way into a package: compressed bytes in the spool file, and what the zip directory says of
-// them. Changed only by the compressor until it is done.
-struct SpooledPart {
+// them. Changed only by the compressor until it is done. Small: a package may have very many.
+class SpooledPart {
+public:
     struct Extent {
-        std::uint64_t offset;
-        std::uint64_t size;
+        std::uint64_t offset = 0;
+        std::uint64_t size = 0;
     };
 
     explicit SpooledPart(PackageCompression how) : compression(how) {}
+
+    // The next bytes of the part lie there.
+    void Append(std::uint64_t offset, std::uint64_t count);
+
+    // Where the bytes lie, in order: one place, unless parts were written at the same time.
+    std::size_t ExtentCount() const { return m_first.size == 0 ? 0 : 1 + (m_more ? m_more->size() : 0); }
+    const Extent& ExtentAt(std::size_t index) const { return index == 0 ? m_first : (*m_more)[index - 1]; }
 
     const PackageCompression compression;
     std::uint32_t checksum = 0;
     std::uint64_t size = 0;
     std::uint64_t storedSize = 0;
-    std::vector<Extent> extents; // one, unless parts were written at the same time
+
+private:
+    Extent m_first;
+    std::unique_ptr<std::vector<Extent>> m_more;
 };
 
 // Compresses the chunks of parts on a thread of its own, so that the work goes on beside what produces them,
@@ -43,15 +54,15 @@ public:
 
     enum class End { More, Complete, Abandoned };
 
-    // The next bytes of a part. Throws what failed before, if anything did.
-    void Put(std::shared_ptr<SpooledPart> part, std::vector<std::uint8_t> bytes, End end);
+    // The next bytes of a part, which must stay where it is. Throws what failed before, if anything did.
+    void Put(SpooledPart& part, std::vector<std::uint8_t> bytes, End end);
 
     // Waits until all is done and ends the thread. Throws what failed.
     void Finish();
 
 private:
     struct Task {
-        std::shared_ptr<SpooledPart> part;
+        SpooledPart* part;
         std::vector<std::uint8_t> bytes;
         End end;
     };
