@@ -8,6 +8,7 @@
 #include <unicode/locid.h>
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <cwchar>
 #include <memory>
@@ -51,6 +52,25 @@ const icu::Collator* UserCollator(bool ignoreCase) {
     return (ignoreCase ? caseless : exact).get();
 }
 
+/// Text as the collator takes it; names and other short texts without an allocation.
+class Utf16Text {
+public:
+    explicit Utf16Text(std::wstring_view text) : m_size(text.size()) {
+        if (text.size() > m_short.size())
+            m_long = OvPlatform::ToUtf16(text);
+        else
+            std::transform(text.begin(), text.end(), m_short.begin(),
+                           [](wchar_t unit) { return static_cast<char16_t>(unit); });
+    }
+    const char16_t* Data() const { return m_size > m_short.size() ? m_long.data() : m_short.data(); }
+    int32_t Size() const { return static_cast<int32_t>(m_size); }
+
+private:
+    std::size_t m_size;
+    std::array<char16_t, 128> m_short;
+    std::u16string m_long;
+};
+
 /// By the user's locale, as words.
 int Collate(std::wstring_view left, std::wstring_view right, bool ignoreCase) {
     if (left == right) return 0;
@@ -58,11 +78,10 @@ int Collate(std::wstring_view left, std::wstring_view right, bool ignoreCase) {
     const icu::Collator* collator = UserCollator(ignoreCase);
     if (byUnits == 0 || collator == nullptr) return byUnits;
     UErrorCode status = U_ZERO_ERROR;
-    const std::u16string leftUnits = OvPlatform::ToUtf16(left);
-    const std::u16string rightUnits = OvPlatform::ToUtf16(right);
+    const Utf16Text leftUnits(left);
+    const Utf16Text rightUnits(right);
     const UCollationResult order =
-        collator->compare(leftUnits.data(), static_cast<int32_t>(leftUnits.size()), rightUnits.data(),
-                          static_cast<int32_t>(rightUnits.size()), status);
+        collator->compare(leftUnits.Data(), leftUnits.Size(), rightUnits.Data(), rightUnits.Size(), status);
     if (U_FAILURE(status)) return byUnits;
     if (order != UCOL_EQUAL) return order == UCOL_LESS ? -1 : 1;
     // The collator skips zero units, which are part of a BSTR.

@@ -19,9 +19,11 @@ class Output {
 public:
     Output(Unit* buffer, std::size_t capacity) : m_buffer(buffer), m_capacity(capacity) {}
 
-    void Put(const Unit* units, std::size_t count) {
+    template <typename Source>
+    void Put(const Source* units, std::size_t count) {
         if (m_buffer != nullptr && m_capacity - (std::min)(m_size, m_capacity) >= count)
-            std::copy_n(units, count, m_buffer + m_size);
+            std::transform(units, units + count, m_buffer + m_size,
+                           [](Source unit) { return static_cast<Unit>(unit); });
         else
             m_overflowed = true;
         m_size += count;
@@ -35,6 +37,22 @@ private:
     std::size_t m_size = 0;
     bool m_overflowed = false;
 };
+
+/// How many ASCII characters stand at the front. Looked for in blocks, because most text is nothing else.
+template <typename Unit>
+std::size_t AsciiRun(const Unit* units, std::size_t size) {
+    constexpr std::size_t Block = 16;
+    std::size_t run = 0;
+    for (; run + Block <= size; run += Block) {
+        std::uint32_t all = 0;
+        for (std::size_t index = 0; index < Block; ++index)
+            all |= static_cast<std::uint32_t>(units[run + index]);
+        if (all >= 0x80) break;
+    }
+    while (run < size && static_cast<std::uint32_t>(units[run]) < 0x80)
+        ++run;
+    return run;
+}
 
 /// Takes the next character; negative for a unit that is none by itself, which a lone surrogate is, and a
 /// value that is wider than a UTF-16 unit.
@@ -52,9 +70,9 @@ UChar32 NextCharacter(std::wstring_view text, std::size_t& index) {
 bool Encode(std::wstring_view text, Output<char>& output, std::string_view substitute) {
     bool wellFormed = true;
     for (std::size_t index = 0; index < text.size();) {
-        if (static_cast<std::uint32_t>(text[index]) < 0x80) {
-            const char byte = static_cast<char>(text[index++]);
-            output.Put(&byte, 1);
+        if (const std::size_t run = AsciiRun(text.data() + index, text.size() - index); run > 0) {
+            output.Put(text.data() + index, run);
+            index += run;
             continue;
         }
         const UChar32 character = NextCharacter(text, index);
@@ -76,9 +94,9 @@ bool Decode(std::string_view bytes, Output<wchar_t>& output) {
     const auto* source = reinterpret_cast<const std::uint8_t*>(bytes.data());
     const std::size_t size = bytes.size();
     for (std::size_t index = 0; index < size;) {
-        if (source[index] < 0x80) {
-            const wchar_t unit = static_cast<wchar_t>(source[index++]);
-            output.Put(&unit, 1);
+        if (const std::size_t run = AsciiRun(source + index, size - index); run > 0) {
+            output.Put(source + index, run);
+            index += run;
             continue;
         }
         UChar32 character = 0;
