@@ -126,7 +126,8 @@ TEST(DomXPath, AListIsAsItWasWhenSelected) {
     CComPtr<IXMLDOMNode> again;
     EXPECT_EQ(S_OK, list->nextNode(&again));
     EXPECT_EQ(next.p, again.p);
-    EXPECT_EQ(S_FALSE, list->get_item(3, &again.p));
+    CComPtr<IXMLDOMNode> behind;
+    EXPECT_EQ(S_FALSE, list->get_item(3, &behind));
 }
 
 TEST(DomXPath, RunsOnSeveralThreads) {
