@@ -11,7 +11,7 @@
 namespace OvPlatform {
 namespace {
 
-constexpr int MicronsPerTenthMillimetre = 100;
+constexpr long long MicronsPerTenthMillimetre = 100;
 
 KeywordName Public(const char* local) { return {SchemaSpace::Keywords, local}; }
 
@@ -69,7 +69,7 @@ public:
     Conversion(const DEVMODEW& mode, const CapabilitiesIndex& capabilities)
         : m_mode(mode), m_capabilities(capabilities) {}
 
-    SchemaDocument Run(std::vector<std::uint8_t> record) {
+    SchemaDocument Run(const std::vector<std::uint8_t>& record) {
         for (const DevmodeField& field : DevmodeFields)
             if (Counts(field.flag))
                 if (const DevmodeKeyword* row = FindDevmodeRow(field.keywords, field.number(m_mode)))

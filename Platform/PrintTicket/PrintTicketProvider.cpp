@@ -21,7 +21,7 @@ std::unordered_map<const void*, OpenProvider>& OpenProviders() {
 
 } // namespace
 
-HPTPROVIDER PrintTicketProvider::Open(std::shared_ptr<const QueueFolder> queue) {
+HPTPROVIDER PrintTicketProvider::Open(const std::shared_ptr<const QueueFolder>& queue) {
     auto provider = std::make_shared<const PrintTicketProvider>(queue);
     const void* key = provider.get();
     const std::scoped_lock lock(openMutex);

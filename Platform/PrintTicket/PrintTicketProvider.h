@@ -13,7 +13,7 @@ namespace OvPlatform {
 class PrintTicketProvider {
 public:
     // The handle of a new provider for the queue, which the current thread owns.
-    static HPTPROVIDER Open(std::shared_ptr<const QueueFolder> queue);
+    static HPTPROVIDER Open(const std::shared_ptr<const QueueFolder>& queue);
 
     // Null if the handle is not one that the current thread opened.
     static std::shared_ptr<const PrintTicketProvider> Find(HPTPROVIDER handle);

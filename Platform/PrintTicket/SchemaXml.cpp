@@ -51,8 +51,8 @@ std::string LastProblem(xmlParserCtxt* parser) {
 
 // The parser's time grows with the square of the attributes of one element, so that a start tag has to end in
 // time.
-constexpr std::size_t ChunkSize = 16 * 1024;
-constexpr std::size_t MaxStartTag = 64 * 1024;
+constexpr std::size_t ChunkSize = 16u << 10;
+constexpr std::size_t MaxStartTag = 64u << 10;
 
 void Feed(xmlParserCtxt* parser, std::string_view bytes) {
     do {

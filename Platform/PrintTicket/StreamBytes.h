@@ -8,7 +8,7 @@
 namespace OvPlatform {
 
 // No document of the ticket provider is larger than this.
-inline constexpr std::size_t MaxStreamBytes = 64u * 1024 * 1024;
+inline constexpr std::size_t MaxStreamBytes = std::size_t{64} << 20;
 
 // All that is left to read in the stream. Results of the stream pass through; E_OUTOFMEMORY beyond
 // MaxStreamBytes.

@@ -47,9 +47,9 @@ bool IsScope(EPrintTicketScope scope) {
 
 HRESULT Open(PCWSTR printerName, HPTPROVIDER* provider) {
     return Guarded(nullptr, [&] {
-        std::shared_ptr<const QueueFolder> queue = QueueRegistry::Find(printerName);
+        const std::shared_ptr<const QueueFolder> queue = QueueRegistry::Find(printerName);
         if (!queue) return HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME);
-        *provider = PrintTicketProvider::Open(std::move(queue));
+        *provider = PrintTicketProvider::Open(queue);
         return S_OK;
     });
 }

@@ -4,6 +4,7 @@
 
 #include <Com/FaultInjection.h>
 #include <atlcomcli.h>
+#include <msxml6.h>
 #include <objbase.h>
 #include <prntvpt.h>
 
@@ -120,6 +121,35 @@ TEST_F(Provider, ReadsFromWhereStreamsStandAndLeavesTheResultAtItsEnd) {
     EXPECT_EQ(end, written.size());
     EXPECT_TRUE(written.starts_with("head<?xml"));
     EXPECT_EQ(EffectiveOf(written, "PageOrientation"), "Landscape");
+}
+
+TEST_F(Provider, TakesDomDocumentsAsStreams) {
+    ASSERT_GE(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
+    const auto document = [](const std::wstring& xml) {
+        CComPtr<IXMLDOMDocument2> dom;
+        EXPECT_EQ(dom.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        if (!xml.empty()) {
+            EXPECT_EQ(dom->loadXML(CComBSTR(xml.c_str()), &loaded), S_OK);
+        }
+        return dom;
+    };
+    const std::string ascii = Ticket(Feature("PageOrientation", "Landscape"));
+    CComPtr<IXMLDOMDocument2> base = document(std::wstring(ascii.begin(), ascii.end())),
+                              result = document(L"");
+    CComPtr<IStream> from, to;
+    ASSERT_EQ(base->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&from)), S_OK);
+    ASSERT_EQ(result->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&to)), S_OK);
+    EXPECT_EQ(PTMergeAndValidatePrintTicket(m_provider, from, nullptr, kPTPageScope, to, nullptr),
+              static_cast<HRESULT>(S_PT_NO_CONFLICT));
+    from.Release();
+    to.Release();
+    CComBSTR xml;
+    ASSERT_EQ(result->get_xml(&xml), S_OK);
+    EXPECT_NE(std::wstring(xml).find(L"psk:Landscape"), std::wstring::npos);
+    base.Release();
+    result.Release();
+    CoUninitialize();
 }
 
 TEST_F(Provider, GivesCodeAndTextForABadInputAndStaysUsable) {
