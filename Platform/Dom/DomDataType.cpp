@@ -137,7 +137,7 @@ HRESULT DomDataType::Untyped(std::string_view name, const VARIANT& value, std::s
     const Type* type = Find(name);
     const bool isBytes = value.vt == (VT_ARRAY | VT_UI1);
     if (!isBytes && value.vt == VT_BOOL && type != nullptr && type->automation == VT_BOOL) {
-        text = value.boolVal != VARIANT_FALSE ? "1" : "0";
+        text.assign(1, value.boolVal != VARIANT_FALSE ? '1' : '0');
         return S_OK;
     }
     if (!isBytes) return TextOf(value, text);
