@@ -224,12 +224,14 @@ TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
     for (const auto& [xpath, found] : cases)
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
 
+    CComPtr<IXMLDOMElement> first;
+    CComPtr<IXMLDOMElement> second;
     const std::function<HRESULT()> refused[] = {
-        [&] { return ticket.CreateStringParameterInit(L"", L"A", L"B", &init); },
-        [&] { return ticket.CreateStringParameterInit(L"psk:", L"A", L"", &init); },
-        [&] { return ticket.CreateIntegerParameterInit(L"psk:", L"", 1, &init); },
-        [&] { return ticket.CreateParamRefInitPair(L"A", L"string", L"", &ref, &init); },
-        [&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &feature, &option); },
+        [&] { return ticket.CreateStringParameterInit(L"", L"A", L"B", &second); },
+        [&] { return ticket.CreateStringParameterInit(L"psk:", L"A", L"", &second); },
+        [&] { return ticket.CreateIntegerParameterInit(L"psk:", L"", 1, &second); },
+        [&] { return ticket.CreateParamRefInitPair(L"A", L"string", L"", &first, &second); },
+        [&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &first, &second); },
         [&] { return ticket.AppendToElement(L"", bare); },
     };
     for (const auto& operation : refused)
