@@ -13,7 +13,6 @@ SimpleOptionValue::SimpleOptionValue(bool isSpecified, tagValueEnum value)
 
 SimpleOptionValue::SimpleOptionValue(const SimpleOptionValue& other) = default;
 SimpleOptionValue& SimpleOptionValue::operator=(const SimpleOptionValue& other) = default;
-SimpleOptionValue::~SimpleOptionValue() = default;
 
 bool SimpleOptionValue::IsSpecified() const { return m_isSpecified; }
 

@@ -456,7 +456,8 @@ HRESULT PrintSchemaXmlDocument::FindValueNode(const wchar_t* xpath, CComPtr<IXML
         ThrowIfFailed(inits->nextNode(&init), function);
         if (!init) return S_FALSE;
         CComBSTR name;
-        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) && AreEqual(name, wanted, function)) {
+        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
+            AreEqual(name, wanted, function)) {
             out = init;
             return S_OK;
         }

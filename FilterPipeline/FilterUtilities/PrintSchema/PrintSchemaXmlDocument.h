@@ -19,13 +19,15 @@
 ///
 /// Operations with an HRESULT give S_OK, or S_FALSE where what is looked for does not exist; failures are
 /// raised as CPComException, with the HRESULT and the name of the operation: E_POINTER for null out
-/// arguments, E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so. What
-/// is found is never owned by more than one thread; the class has no locks.
+/// arguments, E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so.
+///
+/// A document and its copies belong to one thread at a time; there are no locks.
 class OV_FILTER_UTILITIES_API PrintSchemaXmlDocument {
 public:
     /// The local name of the root element, and the document, of which a reference is kept. Null gives an
-    /// object without DOM. Raises if the document's root element is another or does not declare the framework
-    /// namespace with a prefix.
+    /// object without DOM. Raises if there is no such root element (with the code S_FALSE), if it does not
+    /// declare the framework namespace with a prefix (E_FAIL), or if private names cannot have the prefix
+    /// "ok:" because the document binds that to another namespace (E_FAIL).
     PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document);
     /// Reads the stream from its start. Raises also if it does not parse: E_FAIL, with the place in the
     /// message.
