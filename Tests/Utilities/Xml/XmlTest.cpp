@@ -1,4 +1,4 @@
-// The parser, its nodes, and the serialisation, over the platform's DOM.
+// The parser, its nodesand the serialisation, over the platform's DOM.
 
 #include "Support/ReportRecorder.h"
 
