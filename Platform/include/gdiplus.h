@@ -4,8 +4,8 @@
 
 namespace Gdiplus {
 
-/// What the imaging functions answer.
-enum Status {
+/// What the imaging functions answer; a caller may meet numbers that are not named here.
+enum Status : int {
     Ok = 0,
     GenericError = 1,
     InvalidParameter = 2,

@@ -1,0 +1,106 @@
+// Lets the n-th platform call of a whole job fail, for n = 1, 2, 3, ...: with the library's filters, so that
+// merges, documents and parts are all on the way. A job either fails with a result and leaves nothing, or has
+// written every page: filters may do without the job's ticket and without parts that they do not know. Every
+// filter that was started has closed its output. Leaks are the address sanitizer's to find.
+#include <Support/PipelineJob.h>
+
+#include <Com/FaultInjection.h>
+#include <Spooler/QueueFolder.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+
+using namespace OvPipeline;
+
+namespace {
+
+class FailureSweepTest : public testing::Test {
+protected:
+    void SetUp() override {
+        m_queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
+        SampleJob job;
+        job.pages = 2;
+        job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+        job.documentTicket = SampleTicket("DocumentCollate", "Collated");
+        job.pageTicket = SampleTicket("PageMediaSize", "ISOA4");
+        job.Write(m_folder / "job.xps");
+    }
+
+    JobOutcome Run(const std::vector<FilterSpec>& filters) {
+        JobDescription job = MakeJob(m_folder / "job.xps", m_folder / "out", filters);
+        job.queue = m_queue;
+        return RunJob(std::move(job));
+    }
+
+    using CountPages = std::size_t (*)(const std::filesystem::path&);
+
+    void Sweep(std::vector<FilterSpec> filters, CountPages countPages, HRESULT fault) {
+        OvPlatform::FaultInjection::CountCalls();
+        ASSERT_TRUE(Run(filters).isWritten);
+        const LONG calls = OvPlatform::FaultInjection::CallCount();
+        OvPlatform::FaultInjection::Reset();
+        ASSERT_EQ(2u, countPages(m_folder / "out"));
+        std::filesystem::remove(m_folder / "out");
+        ASSERT_GT(calls, 100);
+
+        int failures = 0;
+        for (LONG number = 1; number <= calls; ++number) {
+            SCOPED_TRACE("call " + std::to_string(number));
+            JobOutcome outcome;
+            {
+                const OvPlatform::FaultInjectionScope scope(number, fault);
+                outcome = Run(filters);
+            }
+            EXPECT_FALSE(outcome.isCancelled);
+            EXPECT_NE(outcome.isWritten, outcome.failure.has_value());
+            if (outcome.failure) {
+                ++failures;
+                EXPECT_TRUE(FAILED(outcome.failure->result)) << FailureLine(outcome);
+                EXPECT_EQ(1u, m_folder.Files().size()) << "nothing but the job is there";
+            } else {
+                EXPECT_EQ(2u, countPages(m_folder / "out"));
+                std::filesystem::remove(m_folder / "out");
+            }
+            for (const FilterOutcome& filter : outcome.filters)
+                EXPECT_EQ(filter.wasStarted, filter.closedOutput)
+                    << filter.name << ": " << FailureLine(outcome);
+            if (HasFailure()) return; // one is enough to look at
+        }
+        EXPECT_GT(failures, calls / 2) << "a failing call is seen by somebody";
+    }
+
+    ScratchFolder m_folder;
+    std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
+};
+
+FilterSpec Sample(const char* name, FilterEnds ends) {
+    FilterSpec spec = ParseFilterArgument(std::string(OV_BINARY_DIR "/lib/lib") + name + ".so");
+    spec.ends = ends;
+    return spec;
+}
+
+std::size_t PartsOfPages(const std::filesystem::path& package) {
+    const auto reader = OvPlatform::PackageReader::Open(package);
+    return std::ranges::count_if(reader->Parts(),
+                                 [](const auto& part) { return part.name.ends_with(".fpage"); });
+}
+
+std::size_t LinesOfPages(const std::filesystem::path& list) {
+    std::ifstream file(list);
+    return std::count(std::istreambuf_iterator<char>(file), {}, '\n');
+}
+
+TEST_F(FailureSweepTest, AnyFailingCallOfAJobOfPartsIsSurvived) {
+    Sweep({Sample("PassThrough", {EndKind::XpsParts, EndKind::XpsParts})}, PartsOfPages, E_OUTOFMEMORY);
+}
+
+TEST_F(FailureSweepTest, AnyFailingCallOfAJobOfBytesIsSurvived) {
+    Sweep({Sample("PageList", {EndKind::XpsParts, EndKind::Bytes}),
+           Sample("StreamCopy", {EndKind::Bytes, EndKind::Bytes})},
+          LinesOfPages, E_FAIL);
+}
+
+} // namespace
