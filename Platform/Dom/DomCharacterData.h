@@ -5,7 +5,8 @@
 
 namespace OvPlatform {
 
-/// Texts, CDATA sections and comments. Offsets and counts are in UTF-16 units.
+/// Texts, CDATA sections and comments. Offsets and counts are in UTF-16 units. An offset must lie in the data
+/// or at its end; a count may reach behind it.
 template <class Interface_>
 class DomCharacterData : public DomNode<Interface_> {
 public:
@@ -28,8 +29,9 @@ public:
         return this->Guarded([&]() -> HRESULT {
             if (data == nullptr) return E_INVALIDARG;
             *data = nullptr;
+            if (offset < 0 || count < 0) return E_INVALIDARG;
             const std::wstring units = Units();
-            if (!IsWithin(units, offset, count)) return E_INVALIDARG;
+            if (count == 0 || !HasOffset(units, offset)) return S_FALSE;
             const std::wstring part =
                 units.substr(static_cast<std::size_t>(offset), static_cast<std::size_t>(count));
             *data = ::SysAllocStringLen(part.data(), static_cast<UINT>(part.size()));
@@ -40,7 +42,8 @@ public:
         return this->Guarded([&] { return Splice(static_cast<LONG>(Units().size()), 0, data); });
     }
     HRESULT STDMETHODCALLTYPE insertData(LONG offset, BSTR data) override {
-        return this->Guarded([&] { return Splice(offset, 0, data); });
+        return this->Guarded(
+            [&]() -> HRESULT { return ::SysStringLen(data) == 0 ? S_OK : Splice(offset, 0, data); });
     }
     HRESULT STDMETHODCALLTYPE deleteData(LONG offset, LONG count) override {
         return this->Guarded([&] { return Splice(offset, count, nullptr); });
@@ -60,15 +63,14 @@ protected:
         AppendUtf16(units, Content());
         return units;
     }
-    static bool IsWithin(const std::wstring& units, LONG offset, LONG count) noexcept {
-        return offset >= 0 && count >= 0 && static_cast<std::size_t>(offset) <= units.size() &&
-               static_cast<std::size_t>(count) <= units.size() - static_cast<std::size_t>(offset);
+    static bool HasOffset(const std::wstring& units, LONG offset) noexcept {
+        return offset >= 0 && static_cast<std::size_t>(offset) <= units.size();
     }
 
 private:
     HRESULT Splice(LONG offset, LONG count, BSTR data) {
         std::wstring units = Units();
-        if (!IsWithin(units, offset, count)) return E_INVALIDARG;
+        if (count < 0 || !HasOffset(units, offset)) return E_INVALIDARG;
         units.replace(static_cast<std::size_t>(offset), static_cast<std::size_t>(count), ViewOf(data));
         std::string value;
         return AppendXmlUtf8(value, units) ? this->SetValue(value) : E_INVALIDARG;
@@ -86,7 +88,7 @@ public:
             if (rightHandText == nullptr) return E_INVALIDARG;
             *rightHandText = nullptr;
             const std::wstring units = this->Units();
-            if (!this->IsWithin(units, offset, 0)) return E_INVALIDARG;
+            if (!this->HasOffset(units, offset)) return E_INVALIDARG;
             const auto at = static_cast<std::size_t>(offset);
             std::string left, right;
             if (!AppendXmlUtf8(left, std::wstring_view(units).substr(0, at)) ||

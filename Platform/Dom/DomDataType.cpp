@@ -5,6 +5,7 @@
 
 #include <atlcomcli.h>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 
@@ -20,9 +21,10 @@ struct Type {
     VARTYPE automation;
 };
 
-constexpr std::array<Type, 17> Types = {{
+constexpr std::array<Type, 18> Types = {{
     {"string", Form::Plain, VT_BSTR},
     {"uri", Form::Plain, VT_BSTR},
+    {"uuid", Form::Plain, VT_BSTR},
     {"boolean", Form::Automation, VT_BOOL},
     {"i1", Form::Automation, VT_I1},
     {"i2", Form::Automation, VT_I2},
@@ -41,8 +43,11 @@ constexpr std::array<Type, 17> Types = {{
 }};
 
 const Type* Find(std::string_view name) noexcept {
+    const auto isLetter = [](char own, char given) {
+        return own == (given >= 'A' && given <= 'Z' ? static_cast<char>(given - 'A' + 'a') : given);
+    };
     for (const Type& type : Types)
-        if (type.name == name) return &type;
+        if (std::equal(type.name.begin(), type.name.end(), name.begin(), name.end(), isLetter)) return &type;
     return nullptr;
 }
 

@@ -53,16 +53,6 @@ HRESULT TypeOf(const VARIANT& value, LONG& type) {
 
 VARIANT_BOOL Flag(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
 
-/// Frees a node outside the tree that was not given to anyone.
-HRESULT GiveNew(DomTree& tree, xmlNode* node, IXMLDOMNode** place) {
-    try {
-        return DomNodeObject::Give(tree, node, place);
-    } catch (...) {
-        tree.Dispose(node);
-        throw;
-    }
-}
-
 } // namespace
 
 HRESULT DomDocument::Create(REFIID riid, void** object) noexcept {
@@ -88,14 +78,14 @@ bool DomDocument::Answers(REFIID riid) const noexcept {
 
 HRESULT DomDocument::OtherInterface(REFIID riid, void** object) {
     if (riid != __uuidof(IStream) && riid != __uuidof(ISequentialStream)) return E_NOINTERFACE;
-    return Guarded([&]() -> HRESULT {
-        if (m_stream != nullptr)
-            m_stream->AddRef();
-        else
-            m_stream = new DomStream(*this);
-        *object = static_cast<IStream*>(m_stream);
-        return S_OK;
-    });
+    if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
+    // To ask for the interface is no use of the document: a writer goes on writing.
+    if (m_stream != nullptr)
+        m_stream->AddRef();
+    else if (m_stream = new (std::nothrow) DomStream(*this); m_stream == nullptr)
+        return E_OUTOFMEMORY;
+    *object = static_cast<IStream*>(m_stream);
+    return S_OK;
 }
 
 void DomDocument::BeforeUse() {
@@ -187,6 +177,8 @@ HRESULT STDMETHODCALLTYPE DomDocument::save(VARIANT destination) {
         switch (value.vt) {
         case VT_BSTR:
             return DomSource::WriteFile(value.bstrVal, bytes);
+        case VT_BSTR | VT_BYREF:
+            return DomSource::WriteFile(*value.pbstrVal, bytes);
         case VT_UNKNOWN:
         case VT_DISPATCH:
             return DomSource::WriteStream(value.punkVal, bytes);
@@ -287,29 +279,31 @@ HRESULT STDMETHODCALLTYPE DomDocument::putref_documentElement(IXMLDOMElement* el
     });
 }
 
-/// Null with a failing result where there is no such node.
+/// Null with a failing result where there is no such node: E_FAIL for a name that is none, or whose prefix
+/// has no namespace, E_INVALIDARG for a namespace that contradicts the name.
 xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result) {
     DomTree& tree = Tree();
     std::string qualified, uri;
     result = E_INVALIDARG;
-    if (!AppendXmlUtf8(qualified, ViewOf(name)) || !AppendXmlUtf8(uri, ViewOf(namespaceUri))) return nullptr;
+    if (!AppendXmlUtf8(uri, ViewOf(namespaceUri))) return nullptr;
+    result = E_FAIL;
+    if (!AppendXmlUtf8(qualified, ViewOf(name))) return nullptr;
     const std::size_t colon = qualified.find(':');
     const std::string prefix = colon == std::string::npos ? "" : qualified.substr(0, colon);
     const std::string local = colon == std::string::npos ? qualified : qualified.substr(colon + 1);
     const bool hasName = xmlValidateQName(AsXml(qualified.c_str()), 0) == 0;
     const bool isDeclaration = type == NODE_ATTRIBUTE && (prefix == "xmlns" || qualified == "xmlns");
-    result = S_OK;
     switch (type) {
     case NODE_ELEMENT:
     case NODE_ATTRIBUTE:
-        if (isDeclaration && hasName && (uri.empty() || uri == XmlnsUri))
+        if (!hasName) return nullptr;
+        if (isDeclaration && (uri.empty() || uri == XmlnsUri))
             return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, XmlnsUri), ""));
         if (prefix == "xml" && uri.empty()) uri = reinterpret_cast<const char*>(XML_XML_NAMESPACE);
-        if (!hasName || prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) ||
-            uri == XmlnsUri)
+        if (prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) || uri == XmlnsUri)
             break;
         if (!prefix.empty() && uri.empty()) {
-            result = Failed(E_FAIL, "Reference to undeclared namespace prefix: " + prefix);
+            Failed(result, "Reference to undeclared namespace prefix: " + prefix);
             return nullptr;
         }
         if (type == NODE_ELEMENT) return tree.NewElement(local, tree.Namespace(prefix, uri));
@@ -321,7 +315,7 @@ xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& 
     case NODE_COMMENT:
         return tree.NewCharacterData(XML_COMMENT_NODE, "");
     case NODE_PROCESSING_INSTRUCTION:
-        if (xmlValidateNCName(AsXml(qualified.c_str()), 0) != 0) break;
+        if (xmlValidateNCName(AsXml(qualified.c_str()), 0) != 0) return nullptr;
         return tree.NewProcessingInstruction(qualified, qualified == "xml" ? "version=\"1.0\"" : "");
     case NODE_DOCUMENT_FRAGMENT:
         return tree.NewFragment();
@@ -349,6 +343,7 @@ template <class Wanted>
 HRESULT DomDocument::CreateNamed(DOMNodeType type, BSTR name, Wanted** node) {
     if (node == nullptr) return E_INVALIDARG;
     *node = nullptr;
+    if (name == nullptr && (type == NODE_ELEMENT || type == NODE_ATTRIBUTE)) return E_INVALIDARG;
     HRESULT result = S_OK;
     xmlNode* made = NewNode(type, name, nullptr, result);
     if (made == nullptr) return result;

@@ -18,10 +18,10 @@ HRESULT STDMETHODCALLTYPE DomElement::getAttribute(BSTR name, VARIANT* value) {
         ::VariantInit(value);
         value->vt = VT_NULL;
         std::string wanted;
-        if (!AppendXmlUtf8(wanted, ViewOf(name))) return S_FALSE;
+        if (!AppendXmlUtf8(wanted, ViewOf(name))) return E_FAIL;
         const AttributeSlot slot = AttributeOrder::Find(Node(), wanted);
+        if (!slot) return xmlValidateQName(AsXml(wanted.c_str()), 0) == 0 ? S_FALSE : E_FAIL;
         if (slot.declaration != nullptr) return GiveText(value, View(slot.declaration->href));
-        if (slot.attribute == nullptr) return S_FALSE;
         std::string text;
         for (const xmlNode* part = slot.attribute->children; part != nullptr; part = part->next)
             text.append(View(part->content));

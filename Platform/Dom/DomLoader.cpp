@@ -20,7 +20,10 @@ namespace {
 constexpr std::size_t LongestSource = 512;
 
 struct ParserDeleter {
-    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
+    void operator()(xmlParserCtxt* parser) const noexcept {
+        xmlFreeDoc(parser->myDoc);
+        xmlFreeParserCtxt(parser);
+    }
 };
 
 bool IsBlank(const xmlChar* text, int length) noexcept {

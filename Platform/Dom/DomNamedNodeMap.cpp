@@ -120,9 +120,9 @@ HRESULT DomNamedNodeMap::Set(DomNodeObject& element, IXMLDOMNode* attribute, IXM
 
 HRESULT DomNamedNodeMap::SetValue(DomNodeObject& element, BSTR name, std::string_view value) {
     std::string qualified;
-    if (name == nullptr || !AppendXmlUtf8(qualified, ViewOf(name)) ||
-        xmlValidateQName(AsXml(qualified.c_str()), 0) != 0)
-        return E_INVALIDARG;
+    if (name == nullptr) return E_INVALIDARG;
+    if (!AppendXmlUtf8(qualified, ViewOf(name)) || xmlValidateQName(AsXml(qualified.c_str()), 0) != 0)
+        return Failed(E_FAIL, "The name of an attribute is not well formed: " + qualified);
     DomTree& tree = element.Tree();
     xmlNode* node = element.Node();
     const AttributeSlot known = AttributeOrder::Find(node, qualified);

@@ -2,14 +2,11 @@
 
 #include "Dom/DomNodeFactory.h"
 #include "Dom/DomNodeObject.h"
+#include "Dom/XmlDeclaration.h"
 
 namespace OvPlatform {
 
 namespace {
-
-bool IsXmlDeclaration(const xmlNode* node) noexcept {
-    return node->type == XML_PI_NODE && View(node->name) == "xml";
-}
 
 bool HasElement(const xmlNode* parent, const xmlNode* besides) noexcept {
     for (const xmlNode* child = parent->children; child != nullptr; child = child->next)
@@ -26,9 +23,10 @@ bool MayInsert(const xmlNode* parent, const xmlNode* child, const xmlNode* next,
     if (!inDocument && parent->type != XML_ELEMENT_NODE && parent->type != XML_DOCUMENT_FRAG_NODE)
         return false;
     const xmlNode* first = parent->children == gone && gone != nullptr ? gone->next : parent->children;
-    if (IsXmlDeclaration(child)) return inDocument && next == first && !(first && IsXmlDeclaration(first));
+    if (XmlDeclaration::Is(child))
+        return inDocument && next == first && !(first != nullptr && XmlDeclaration::Is(first));
     // Nothing but a declaration stands before a declaration.
-    if (next != nullptr && IsXmlDeclaration(next)) return false;
+    if (next != nullptr && XmlDeclaration::Is(next)) return false;
     switch (child->type) {
     case XML_ELEMENT_NODE:
         return !inDocument || child->parent == parent || !HasElement(parent, gone);
@@ -130,9 +128,10 @@ HRESULT DomNodeObject::ReplaceChild(IXMLDOMNode* child, IXMLDOMNode* old, IXMLDO
     if (replaced != nullptr) *replaced = nullptr;
     const DomNodeObject* gone = Behind(old);
     const DomNodeObject* fresh = Behind(child);
-    if (gone == nullptr || gone->m_node->parent != m_node || gone->m_node->type == XML_ATTRIBUTE_NODE)
+    if (fresh == nullptr || gone == nullptr || gone->m_node->parent != m_node ||
+        gone->m_node->type == XML_ATTRIBUTE_NODE)
         return E_INVALIDARG;
-    if (fresh != nullptr && fresh != gone) {
+    if (fresh != gone) {
         xmlNode* next = gone->m_node->next;
         if (fresh->m_node->type != XML_DOCUMENT_FRAG_NODE &&
             !MayInsert(m_node, fresh->m_node, next == fresh->m_node ? next->next : next, gone->m_node))
@@ -144,10 +143,6 @@ HRESULT DomNodeObject::ReplaceChild(IXMLDOMNode* child, IXMLDOMNode* old, IXMLDO
             m_tree->Link(m_node, removed, next);
             return result;
         }
-    } else if (fresh == nullptr) {
-        // Nothing in its place: the node goes.
-        if (child != nullptr) return E_INVALIDARG;
-        m_tree->Unlink(gone->m_node);
     }
     if (replaced != nullptr) {
         *replaced = old;

@@ -51,6 +51,11 @@ bool IsText(const xmlNode* node) noexcept {
     return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
 }
 
+/// Texts, CDATA sections, comments and processing instructions.
+bool HasContent(const xmlNode* node) noexcept {
+    return IsText(node) || node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE;
+}
+
 std::string QualifiedName(const xmlNode* node) {
     std::string name;
     if (IsNamed(node) && node->ns != nullptr && node->ns->prefix != nullptr)
@@ -122,6 +127,15 @@ HRESULT DomNodeObject::Give(DomTree& tree, xmlNode* node, IXMLDOMNode** place) {
     return S_OK;
 }
 
+HRESULT DomNodeObject::GiveNew(DomTree& tree, xmlNode* node, IXMLDOMNode** place) {
+    try {
+        return Give(tree, node, place);
+    } catch (...) {
+        tree.Dispose(node);
+        throw;
+    }
+}
+
 HRESULT DomNodeObject::NodeName(BSTR* name) const {
     const std::string_view fixed = KindOf(m_node).name;
     return fixed.empty() ? GiveText(name, QualifiedName(m_node)) : GiveText(name, fixed);
@@ -136,25 +150,15 @@ HRESULT DomNodeObject::NodeType(DOMNodeType* type) const {
 HRESULT DomNodeObject::NodeTypeString(BSTR* name) const { return GiveText(name, KindOf(m_node).typeName); }
 
 HRESULT DomNodeObject::NodeValue(VARIANT* value) const {
-    switch (m_node->type) {
-    case XML_ELEMENT_NODE:
-    case XML_DOCUMENT_NODE:
-    case XML_DOCUMENT_FRAG_NODE:
-        return GiveNull(value);
-    case XML_ATTRIBUTE_NODE:
-        return GiveText(value, TextContent());
-    default:
-        return GiveText(value, View(m_node->content));
-    }
+    if (m_node->type != XML_ATTRIBUTE_NODE && !HasContent(m_node)) return GiveNull(value);
+    return GiveText(value, Value());
 }
 
 HRESULT DomNodeObject::SetNodeValue(const VARIANT& value) {
-    if (m_node->type == XML_ELEMENT_NODE || m_node->type == XML_DOCUMENT_NODE ||
-        m_node->type == XML_DOCUMENT_FRAG_NODE)
-        return E_FAIL;
+    if (m_node->type != XML_ATTRIBUTE_NODE && !HasContent(m_node)) return E_FAIL;
     std::string text;
     if (const HRESULT result = DomDataType::TextOf(value, text); FAILED(result)) return result;
-    return SetValue(text);
+    return Change(text);
 }
 
 HRESULT DomNodeObject::ParentNode(IXMLDOMNode** parent) const {
@@ -201,25 +205,32 @@ HRESULT DomNodeObject::OwnerDocument(IXMLDOMDocument** document) const {
 
 HRESULT DomNodeObject::CloneNode(bool deep, IXMLDOMNode** clone) const {
     if (clone == nullptr) return E_INVALIDARG;
-    return Give(*m_tree, m_tree->Copy(*m_tree, m_node, deep), clone);
+    return GiveNew(*m_tree, m_tree->Copy(*m_tree, m_node, deep), clone);
+}
+
+std::string DomNodeObject::Value() const {
+    if (HasContent(m_node)) return std::string(View(m_node->content));
+    std::string value;
+    for (const xmlNode* text = m_node->children; text != nullptr; text = text->next)
+        value.append(View(text->content));
+    return value;
 }
 
 std::string DomNodeObject::TextContent() const {
-    const xmlNode* node = m_node;
-    if (node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE ||
-        node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE)
-        return std::string(View(node->content));
+    if (m_node->type == XML_ATTRIBUTE_NODE || (HasContent(m_node) && m_node->type != XML_TEXT_NODE))
+        return Value();
 
     std::string text;
     const xmlNode* first = nullptr;
     const xmlNode* last = nullptr;
-    for (xmlNode* inner = NextInTree(m_node, m_node); inner != nullptr; inner = NextInTree(inner, m_node)) {
+    for (xmlNode* inner = m_node; inner != nullptr; inner = NextInTree(inner, m_node)) {
         if (!IsText(inner)) continue;
         text.append(View(inner->content));
         if (first == nullptr) first = inner;
         last = inner;
     }
-    if (first == nullptr || node->type == XML_ATTRIBUTE_NODE || m_tree->PreservesWhiteSpace()) return text;
+    const bool ofAttribute = m_node->parent != nullptr && m_node->parent->type == XML_ATTRIBUTE_NODE;
+    if (first == nullptr || ofAttribute || m_tree->PreservesWhiteSpace()) return text;
     // A CDATA section keeps its blanks, and so does what xml:space protects.
     if (last->type == XML_TEXT_NODE && !SpaceIsPreserved(last->parent))
         text.erase(text.find_last_not_of(Blanks) + 1);
@@ -234,7 +245,11 @@ HRESULT DomNodeObject::SetText(BSTR text) {
     if (m_node->type == XML_DOCUMENT_NODE) return E_FAIL;
     std::string value;
     if (!AppendXmlUtf8(value, ViewOf(text))) return E_INVALIDARG;
-    return SetValue(value);
+    return Change(value);
+}
+
+HRESULT DomNodeObject::Change(std::string_view value) {
+    return XmlDeclaration::Is(m_node) ? E_FAIL : SetValue(value);
 }
 
 HRESULT DomNodeObject::SetValue(std::string_view value) {
@@ -270,8 +285,7 @@ HRESULT DomNodeObject::SetValue(std::string_view value) {
 HRESULT DomNodeObject::SetData(std::string_view value) {
     if (!DomNodeFactory::MayHold(m_node->type, View(m_node->name), value)) return E_INVALIDARG;
     std::string data(value);
-    if (m_node->type == XML_PI_NODE && View(m_node->name) == "xml")
-        data = XmlDeclaration::FromData(value)->Data();
+    if (XmlDeclaration::Is(m_node)) data = XmlDeclaration::FromData(value)->Data();
     xmlNodeSetContentLen(m_node, AsXml(data.c_str()), static_cast<int>(data.size()));
     m_tree->Changed();
     return S_OK;
@@ -279,6 +293,7 @@ HRESULT DomNodeObject::SetData(std::string_view value) {
 
 HRESULT DomNodeObject::TypedValue(VARIANT* value) const {
     if (m_node->type == XML_DOCUMENT_NODE || m_node->type == XML_DOCUMENT_FRAG_NODE) return GiveNull(value);
+    if (m_node->type != XML_ELEMENT_NODE) return GiveText(value, Value());
     return DomDataType::Typed(DomDataType::NameOf(m_node), TextContent(), value);
 }
 
@@ -286,7 +301,7 @@ HRESULT DomNodeObject::SetTypedValue(const VARIANT& value) {
     if (m_node->type == XML_DOCUMENT_NODE || m_node->type == XML_DOCUMENT_FRAG_NODE) return E_FAIL;
     std::string text;
     const HRESULT result = DomDataType::Untyped(DomDataType::NameOf(m_node), value, text);
-    return FAILED(result) ? result : SetValue(text);
+    return FAILED(result) ? result : Change(text);
 }
 
 HRESULT DomNodeObject::DataType(VARIANT* name) const {
@@ -296,8 +311,9 @@ HRESULT DomNodeObject::DataType(VARIANT* name) const {
 
 HRESULT DomNodeObject::SetDataType(BSTR name) {
     std::string type;
-    if (m_node->type != XML_ELEMENT_NODE) return E_FAIL;
-    if (!AppendXmlUtf8(type, ViewOf(name)) || !DomDataType::IsKnown(type)) return E_INVALIDARG;
+    if (name == nullptr) return E_INVALIDARG;
+    if (m_node->type != XML_ELEMENT_NODE || !AppendXmlUtf8(type, ViewOf(name)) || !DomDataType::IsKnown(type))
+        return E_FAIL;
     const AttributeSlot known = AttributeOrder::Find(m_node, DomDataType::Attribute, DomDataType::Uri);
     if (known.attribute != nullptr) {
         DomTree::SetAttributeValue(known.attribute, type, *m_tree);

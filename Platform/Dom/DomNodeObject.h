@@ -36,6 +36,8 @@ public:
     /// The object of a node, made if there is none: S_FALSE and null for no node. E_INVALIDARG for a null
     /// place.
     static HRESULT Give(DomTree& tree, xmlNode* node, IXMLDOMNode** place);
+    /// The same for a node that was just made: it ends if its object cannot be given.
+    static HRESULT GiveNew(DomTree& tree, xmlNode* node, IXMLDOMNode** place);
     /// The same in an interface of that kind of node.
     template <class Wanted>
     static HRESULT GiveAs(DomTree& tree, xmlNode* node, Wanted** place) {
@@ -85,6 +87,8 @@ public:
 
     /// The text of the node and all in it, without blanks at its ends unless they count there.
     std::string TextContent() const;
+    /// The value of an attribute or the text of a character node, as it stands.
+    std::string Value() const;
     /// Replaces the value of an attribute or the text of a character node.
     HRESULT SetValue(std::string_view value);
 
@@ -105,6 +109,8 @@ protected:
     virtual void BeforeUse() {}
 
 private:
+    /// The same for a caller's text. E_FAIL for the XML declaration, which can only be replaced.
+    HRESULT Change(std::string_view value);
     HRESULT SetData(std::string_view value);
     HRESULT Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode** inserted);
 

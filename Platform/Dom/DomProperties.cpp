@@ -22,7 +22,7 @@ struct Property {
     LONG DomSettings::*number = nullptr;
 };
 
-constexpr std::array<Property, 15> Properties = {{
+constexpr std::array<Property, 16> Properties = {{
     {L"SelectionLanguage", Kind::Language},
     {L"SelectionNamespaces", Kind::Namespaces},
     {L"MaxElementDepth", Kind::Number, false, nullptr, &DomSettings::maxElementDepth},
@@ -36,6 +36,7 @@ constexpr std::array<Property, 15> Properties = {{
     {L"MultipleErrorMessages", Kind::Fixed, false},
     {L"NewParser", Kind::Fixed, false},
     {L"NormalizeAttributeValues", Kind::Fixed, false},
+    {L"PopulateElementDefaultValues", Kind::Fixed, false},
     {L"ServerHTTPRequest", Kind::Fixed, false},
     {L"UseInlineSchema", Kind::Fixed, false},
 }};

@@ -250,11 +250,11 @@ void DomTree::ObjectEnded(xmlNode* node) noexcept {
 
 void DomTree::Unpin() noexcept {
     if (--m_pins != 0) return;
-    while (!m_waiting.empty()) {
-        xmlNode* node = m_waiting.extract(m_waiting.begin()).value();
-        // It may have been put into another waiting node, or have an object again, which then ends it.
-        if (node->parent == nullptr && !HasObjects(node)) Free(node);
-    }
+    // Some may have been put into another node, even a waiting one, or have an object again, which then ends
+    // them. They must be sorted out while all are still there.
+    std::erase_if(m_waiting, [](xmlNode* node) { return node->parent != nullptr || HasObjects(node); });
+    while (!m_waiting.empty())
+        Free(m_waiting.extract(m_waiting.begin()).value());
 }
 
 void DomTree::Free(xmlNode* top) noexcept {

@@ -85,6 +85,10 @@ std::optional<XmlDeclaration> XmlDeclaration::FromDocument(std::string_view text
     return end == std::string_view::npos ? std::nullopt : FromData(text.substr(0, end));
 }
 
+bool XmlDeclaration::Is(const xmlNode* node) noexcept {
+    return node->type == XML_PI_NODE && xmlStrEqual(node->name, reinterpret_cast<const xmlChar*>("xml"));
+}
+
 TextEncoding ClassifyEncoding(std::string_view name) noexcept {
     if (name.empty() || EqualNoCase(name, "UTF-8") || EqualNoCase(name, "UTF8")) return TextEncoding::Utf8;
     for (std::string_view utf16 : {"UTF-16", "UTF-16LE", "UTF-16BE", "ISO-10646-UCS-2", "UCS-2"})

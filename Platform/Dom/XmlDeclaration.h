@@ -1,5 +1,7 @@
 #pragma once
 
+#include <libxml/tree.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,6 +22,9 @@ struct XmlDeclaration {
 
     /// Reads the declaration that `text` begins with. Nothing if there is none.
     static std::optional<XmlDeclaration> FromDocument(std::string_view text);
+
+    /// Whether a node stands for one.
+    static bool Is(const xmlNode* node) noexcept;
 };
 
 /// How a document's text becomes bytes.

@@ -103,7 +103,8 @@ TEST(DomAttributes, MustNotContradictTheNamesInUse) {
     EXPECT_EQ(E_INVALIDARG, root->setAttributeNode(NewAttribute(document, "xmlns:p", "", "urn:z"), nullptr));
     EXPECT_EQ(E_INVALIDARG, root->setAttributeNode(NewAttribute(document, "q:y", "urn:z", "1"), nullptr));
     EXPECT_EQ(E_FAIL, root->setAttribute(CComBSTR(L"z:y"), Value("1"))) << "no such prefix";
-    EXPECT_EQ(E_INVALIDARG, root->setAttribute(CComBSTR(L"a b"), Value("1")));
+    EXPECT_EQ(E_FAIL, root->setAttribute(CComBSTR(L"a b"), Value("1")));
+    EXPECT_EQ(E_INVALIDARG, root->setAttribute(nullptr, Value("1")));
     EXPECT_EQ("xmlns:p=urn:p xmlns:q=urn:q q:x=1", AttributesOf(root));
 
     EXPECT_EQ(S_OK, root->setAttribute(CComBSTR(L"q:y"), Value("2"))) << "a prefix in scope";
@@ -147,6 +148,8 @@ TEST(DomAttributes, AnswerForTheirNames) {
     }
     CComVariant value;
     EXPECT_EQ(S_FALSE, RootOf(document)->getAttribute(CComBSTR(L"x"), &value));
+    EXPECT_EQ(VT_NULL, value.vt);
+    EXPECT_EQ(E_FAIL, RootOf(document)->getAttribute(CComBSTR(L"x y"), &value)) << "no name at all";
     EXPECT_EQ(VT_NULL, value.vt);
     EXPECT_EQ(E_INVALIDARG, RootOf(document)->getAttribute(nullptr, &value));
     EXPECT_EQ(E_INVALIDARG, RootOf(document)->getAttribute(CComBSTR(L"x"), nullptr));

@@ -38,6 +38,9 @@ TEST(DomEditing, InsertsMovesReplacesAndRemoves) {
     EXPECT_EQ(E_INVALIDARG, root->removeChild(d, nullptr));
     EXPECT_EQ(E_INVALIDARG, root->removeChild(nullptr, nullptr));
     EXPECT_EQ(E_INVALIDARG, root->insertBefore(d, Reference(old), nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->insertBefore(d, CComVariant(1), nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->replaceChild(nullptr, First(root, "a"), nullptr));
+    EXPECT_EQ(E_INVALIDARG, root->replaceChild(d, First(root, "a/c"), nullptr)) << "a child's child";
     EXPECT_EQ("<r><a><c/></a></r>", XmlOf(root));
 }
 
@@ -75,15 +78,15 @@ TEST(DomEditing, NamesAndContentsMustBeProper) {
         {NODE_ELEMENT, "a", "", S_OK},
         {NODE_ELEMENT, "p:a", "urn:p", S_OK},
         {NODE_ELEMENT, "p:a", "", E_FAIL},
-        {NODE_ELEMENT, "a b", "", E_INVALIDARG},
-        {NODE_ELEMENT, "", "", E_INVALIDARG},
-        {NODE_ELEMENT, "p:", "urn:p", E_INVALIDARG},
+        {NODE_ELEMENT, "a b", "", E_FAIL},
+        {NODE_ELEMENT, "", "", E_FAIL},
+        {NODE_ELEMENT, "p:", "urn:p", E_FAIL},
         {NODE_ELEMENT, "xmlns:a", "urn:p", E_INVALIDARG},
         {NODE_ATTRIBUTE, "xmlns:a", "urn:p", E_INVALIDARG},
         {NODE_ATTRIBUTE, "xmlns:a", "http://www.w3.org/2000/xmlns/", S_OK},
         {NODE_ATTRIBUTE, "xml:lang", "", S_OK},
         {NODE_ATTRIBUTE, "xml:lang", "urn:p", E_INVALIDARG},
-        {NODE_PROCESSING_INSTRUCTION, "a:b", "", E_INVALIDARG},
+        {NODE_PROCESSING_INSTRUCTION, "a:b", "", E_FAIL},
         {NODE_TEXT, "", "", S_OK},
         {NODE_DOCUMENT, "", "", E_INVALIDARG},
         {99, "a", "", E_INVALIDARG},
@@ -97,6 +100,9 @@ TEST(DomEditing, NamesAndContentsMustBeProper) {
     }
     CComPtr<IXMLDOMNode> byName;
     EXPECT_EQ(S_OK, document->createNode(CComVariant(L"element"), Wide("a"), nullptr, &byName));
+    CComPtr<IXMLDOMElement> element;
+    EXPECT_EQ(E_INVALIDARG, document->createElement(nullptr, &element));
+    EXPECT_EQ(E_FAIL, document->createElement(CComBSTR(L""), &element));
     CComPtr<IXMLDOMComment> comment;
     EXPECT_EQ(E_INVALIDARG, document->createComment(Wide("a--b"), &comment));
     CComPtr<IXMLDOMCDATASection> section;
@@ -168,7 +174,16 @@ TEST(DomEditing, TextsAreSplitJoinedAndCut) {
     CComBSTR part, none;
     EXPECT_EQ(S_OK, text->substringData(2, 2, &part));
     EXPECT_EQ("\xF0\x9F\x98\x80", Narrow(part));
-    EXPECT_EQ(E_INVALIDARG, text->substringData(5, 2, &none));
+    part.Empty();
+    EXPECT_EQ(S_OK, text->substringData(5, 2, &part)) << "a count may reach behind the end";
+    EXPECT_EQ("d", Narrow(part));
+    EXPECT_EQ(S_FALSE, text->substringData(7, 1, &none));
+    EXPECT_EQ(S_FALSE, text->substringData(1, 0, &none));
+    EXPECT_EQ(E_INVALIDARG, text->substringData(-1, 1, &none));
+    EXPECT_EQ(E_INVALIDARG, text->deleteData(7, 1));
+    EXPECT_EQ(E_INVALIDARG, text->insertData(7, Wide("x")));
+    EXPECT_EQ(S_OK, text->insertData(7, nullptr)) << "nothing fits everywhere";
+    EXPECT_EQ(S_OK, text->deleteData(6, 100));
     EXPECT_EQ(E_INVALIDARG, text->deleteData(2, 1)) << "half a character";
     CComPtr<IXMLDOMText> right;
     EXPECT_EQ(S_OK, text->splitText(4, &right));
@@ -261,6 +276,25 @@ TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
         EXPECT_EQ(S_OK, root->removeChild(node, nullptr));
     }
     EXPECT_EQ("<r/>\r\n", XmlOf(document));
+}
+
+TEST(DomLifetime, NodesThatAListKeepsMayBePutIntoOneAnother) {
+    auto document = Parsed("<r><a/><b/><c/></r>");
+    auto root = RootOf(document);
+    CComPtr<IXMLDOMNodeList> list;
+    EXPECT_EQ(S_OK, document->selectNodes(Wide("/r/*"), &list));
+    for (const char* name : {"a", "b", "c"})
+        EXPECT_EQ(S_OK, root->removeChild(First(root, name), nullptr));
+    const auto at = [&](LONG index) {
+        CComPtr<IXMLDOMNode> node;
+        EXPECT_EQ(S_OK, list->get_item(index, &node));
+        return node;
+    };
+    EXPECT_EQ(S_OK, at(0)->appendChild(at(1), nullptr));
+    EXPECT_EQ(S_OK, root->appendChild(at(2), nullptr));
+    EXPECT_EQ("<a><b/></a>", XmlOf(at(0)));
+    list.Release();
+    EXPECT_EQ("<r><c/></r>", XmlOf(root));
 }
 
 TEST(DomLifetime, AFailureAtAnyCallIsReportedAndLosesNothing) {

@@ -117,6 +117,17 @@ TEST(DomStream, TakesOverWhatWasWritten) {
     }
 }
 
+TEST(DomStream, AskingForInterfacesIsNoEndOfWriting) {
+    auto document = Parsed("<before/>");
+    auto stream = StreamInto(document);
+    Write(stream, "<a><b/>");
+    const CComQIPtr<ISequentialStream> same(stream.p);
+    const CComQIPtr<IXMLDOMNode> node(stream.p);
+    EXPECT_TRUE(same && node);
+    Write(StreamInto(document), "</a>");
+    EXPECT_EQ("<a><b/></a>\r\n", XmlOf(document));
+}
+
 TEST(DomStream, ATextThatIsNoDocumentLeavesNone) {
     auto document = Parsed("<before/>");
     auto node = RootOf(document);

@@ -65,6 +65,34 @@ TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
     }
 }
 
+TEST(DomText, OfATextNodeIsTrimmedButNotItsValue) {
+    auto document = Parsed("<a b=' y '> x <c/><![CDATA[ z ]]></a>");
+    struct Case {
+        const char* query;
+        const char* text;
+        const char* value;
+        const char* xml;
+    };
+    const Case cases[] = {
+        {"/a/text()[1]", "x", " x ", " x "},
+        {"/a/text()[2]", " z ", " z ", "<![CDATA[ z ]]>"},
+        {"/a/@b", " y ", " y ", "b=\" y \""},
+    };
+    for (const Case& each : cases) {
+        auto node = First(document, each.query);
+        CComVariant value, typed;
+        EXPECT_EQ(S_OK, node->get_nodeValue(&value));
+        EXPECT_EQ(S_OK, node->get_nodeTypedValue(&typed));
+        EXPECT_EQ(each.text, TextOf(node)) << each.query;
+        EXPECT_EQ(each.value, Narrow(value.bstrVal)) << each.query;
+        EXPECT_EQ(each.value, Narrow(typed.bstrVal)) << each.query;
+        EXPECT_EQ(each.xml, XmlOf(node));
+    }
+    CComPtr<IXMLDOMNode> ofAttribute;
+    EXPECT_EQ(S_OK, First(document, "/a/@b")->get_firstChild(&ofAttribute));
+    EXPECT_EQ(" y ", TextOf(ofAttribute));
+}
+
 TEST(DomText, OfAnElementIsReplacedAndEscaped) {
     auto document = Parsed("<a> <b/>x<c/>\n</a>");
     auto root = RootOf(document);
@@ -151,6 +179,8 @@ TEST(DomText, OfADeclarationThatWasMadeKeepsItsEncoding) {
     EXPECT_EQ(S_OK, document->get_firstChild(&first));
     EXPECT_EQ("<?xml version=\"1.0\"?>", XmlOf(first));
     EXPECT_EQ("xml", NameOf(first));
+    EXPECT_EQ(E_FAIL, first->put_text(Wide("version=\"1.0\""))) << "a declaration is replaced, not changed";
+    EXPECT_EQ(E_FAIL, first->put_nodeValue(Value("version=\"1.0\"")));
 
     CComPtr<IXMLDOMProcessingInstruction> made;
     EXPECT_EQ(S_OK, document->createProcessingInstruction(CComBSTR(L"xml"),
@@ -199,6 +229,15 @@ TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     CComVariant none;
     EXPECT_EQ(S_FALSE, document->get_nodeTypedValue(&none));
     EXPECT_EQ(VT_NULL, none.vt);
+
+    auto root = RootOf(document);
+    EXPECT_EQ(S_OK, root->put_dataType(CComBSTR(L"Bin.Hex"))) << "whatever its case";
+    EXPECT_EQ(E_FAIL, root->put_dataType(CComBSTR(L"nonesuch")));
+    EXPECT_EQ(E_INVALIDARG, root->put_dataType(nullptr));
+    EXPECT_EQ(E_FAIL, document->put_dataType(CComBSTR(L"int")));
+    CComVariant type;
+    EXPECT_EQ(S_OK, root->get_dataType(&type));
+    EXPECT_EQ("Bin.Hex", Narrow(type.bstrVal));
 }
 
 } // namespace
