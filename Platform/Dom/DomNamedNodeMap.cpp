@@ -151,8 +151,14 @@ HRESULT DomNamedNodeMap::SetValue(DomNodeObject& element, BSTR name, std::string
         if (bound == nullptr) return Failed(E_FAIL, "Reference to undeclared namespace prefix: " + prefix);
         ns = tree.Namespace(prefix, View(bound->href));
     }
-    AttributeOrder::Insert(node, tree.NewAttribute(local, ns, value), nullptr);
+    // Under another prefix the same attribute may be there: then the new one takes its place.
+    xmlAttr* old = ns != nullptr ? AttributeOrder::Find(node, local, View(ns->href)).attribute : nullptr;
+    AttributeOrder::Insert(node, tree.NewAttribute(local, ns, value), old);
     tree.Changed();
+    if (old != nullptr) {
+        tree.Unlink(reinterpret_cast<xmlNode*>(old));
+        tree.Dispose(reinterpret_cast<xmlNode*>(old));
+    }
     return S_OK;
 }
 

@@ -109,6 +109,9 @@ TEST(DomAttributes, MustNotContradictTheNamesInUse) {
 
     EXPECT_EQ(S_OK, root->setAttribute(CComBSTR(L"q:y"), Value("2"))) << "a prefix in scope";
     EXPECT_EQ(S_OK, root->setAttribute(CComBSTR(L"xml:space"), Value("preserve")));
+    auto same = RootOf(Parsed("<a xmlns:p='urn:p' xmlns:q='urn:p' p:x='1' y='2'/>"));
+    EXPECT_EQ(S_OK, same->setAttribute(CComBSTR(L"q:x"), Value("3")));
+    EXPECT_EQ("xmlns:p=urn:p xmlns:q=urn:p q:x=3 y=2", AttributesOf(same)) << "one attribute of a name";
     auto inner = First(document, "//b");
     CComQIPtr<IXMLDOMElement> b(inner.p);
     EXPECT_EQ(S_OK, b->setAttribute(CComBSTR(L"xmlns:p"), Value("urn:other")));
