@@ -12,6 +12,8 @@ HRESULT LoadFromStart(IStream* stream, IXMLDOMDocument2** out) {
     if (FAILED(hr)) return hr;
     hr = document->put_validateOnParse(VARIANT_FALSE);
     if (FAILED(hr)) return hr;
+    hr = document->put_async(VARIANT_FALSE); // load is to say whether it parsed
+    if (FAILED(hr)) return hr;
 
     VARIANT source;
     ::VariantInit(&source);

@@ -344,6 +344,14 @@ void PrintSchemaXmlDocument::RequireDocument(const char* function) const {
     if (!m_document) ThrowComException(E_PENDING, function);
 }
 
+void PrintSchemaXmlDocument::RequireQuestion(const wchar_t* name, IXMLDOMNode** out,
+                                             const char* function) const {
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    RequireDocument(function);
+    *out = nullptr;
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+}
+
 HRESULT PrintSchemaXmlDocument::get_xml(wchar_t** out) const {
     if (out == nullptr) return E_POINTER;
     *out = nullptr;
@@ -479,18 +487,19 @@ HRESULT PrintSchemaXmlDocument::GetNodeValue(const wchar_t* xpath, wchar_t** out
 
 HRESULT PrintSchemaXmlDocument::SetNodeValue(const wchar_t* xpath, const wchar_t* value) {
     constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
+    if (IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
     CComPtr<IXMLDOMNode> node;
     if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
     // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text
     // replaces.
-    ThrowIfFailed(node->put_nodeTypedValue(Borrowed(Make(View(value), function))), function);
+    ThrowIfFailed(node->put_nodeTypedValue(Borrowed(Make(value, function))), function);
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath, const wchar_t* value,
                                                             const wchar_t* attribute) {
     constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
-    if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
     CComPtr<IXMLDOMNode> node;
     if (GetNode(xpath, &node) != S_OK) return S_FALSE;
     const CComPtr<IXMLDOMNode> option =
@@ -498,13 +507,14 @@ HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath
     if (!option) return S_FALSE;
     const CComPtr<IXMLDOMNode> found = FindAttribute(option, attribute, function);
     if (!found) return S_FALSE;
-    ThrowIfFailed(found->put_nodeValue(Borrowed(Make(View(value), function))), function);
+    ThrowIfFailed(found->put_nodeValue(Borrowed(Make(value, function))), function);
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                        IXMLDOMNode** out) const {
-    RequireDocument("PrintSchemaXmlDocument::GetFeatureNodeIfExists");
+    constexpr char function[] = "PrintSchemaXmlDocument::GetFeatureNodeIfExists";
+    RequireQuestion(name, out, function);
     PrintTicketQueryBuilder builder(m_frameworkPrefix);
     builder.AddFeature(prefix, name);
     CComBSTR query;
@@ -530,6 +540,7 @@ HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfExists(const wchar_t* prefix,
 HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists(const wchar_t* prefix,
                                                                     const wchar_t* name) {
     constexpr char function[] = "PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists";
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
     PrintTicketQueryBuilder builder(m_frameworkPrefix);
     builder.AddFeature(prefix, name);

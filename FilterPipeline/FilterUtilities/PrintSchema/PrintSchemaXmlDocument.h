@@ -65,7 +65,8 @@ public:
     /// S_OK or 0x80070490, which is returned.
     HRESULT QueryNode(const wchar_t* xpath) const;
     /// The value of a property: the text of its Value, or of the initialiser that its ParameterRef names. An
-    /// empty text is a null BSTR. 0x80070490, which is returned, and out untouched, if there is none.
+    /// empty text is a null BSTR. 0x80070490, which is returned, if there is none: a text is null then, a
+    /// number untouched. A text that is no number reads as far as it is one.
     HRESULT QueryNodeValue(const wchar_t* xpath, wchar_t** out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, int* out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, float* out) const;
@@ -116,7 +117,8 @@ public:
     /// failures are returned.
     HRESULT SetProcessingInstructionsEncodingUtf8();
     /// Declares the private keywords with the prefix "ok" on the root element. S_OK if they are declared
-    /// already, S_FALSE if it declared them; failures are returned.
+    /// already, S_FALSE if it declared them; GetUserKeywordsNsPrefix gives "ns0000:" all the same. Failures
+    /// are returned: E_FAIL, and nothing changed, if the document binds "ok" to another namespace.
     HRESULT AddUserKeywordsNamespaceDefinitionIfMissing();
     /// For diagnostic builds; without effect in this one.
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name, const CXString& extension) const;
@@ -159,6 +161,8 @@ protected:
     const CComBSTR& UserKeywordsPrefix() const { return m_userKeywordsPrefix; }
     /// Raises E_PENDING without DOM.
     void RequireDocument(const char* function) const;
+    /// What a question for a node by its name needs; clears out.
+    void RequireQuestion(const wchar_t* name, IXMLDOMNode** out, const char* function) const;
     /// An element of the framework namespace, with a name attribute unless name is empty.
     CComPtr<IXMLDOMElement> CreateFrameworkElement(const wchar_t* elementName, BSTR name);
     /// A Value with a text; of a type unless type is null.

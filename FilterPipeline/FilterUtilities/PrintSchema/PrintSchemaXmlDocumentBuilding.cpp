@@ -39,6 +39,7 @@ void RequireParent(const IXMLDOMNode* parent, const char* function) {
 HRESULT PrintSchemaXmlDocument::CreateXMLElement(const wchar_t* name, const wchar_t* namespaceUri,
                                                  IXMLDOMElement** out) {
     constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    if (out != nullptr) *out = nullptr;
     if (name == nullptr || namespaceUri == nullptr) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
     CComPtr<IXMLDOMNode> node;
@@ -314,8 +315,10 @@ HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
         const HRESULT hr = m_rootNode.QueryInterface(&root);
         if (FAILED(hr)) return hr;
         const std::wstring_view userPrefix = PrintSchema::USER_KEYWORDS_NS_PREFIX;
-        AppendXMLAttribute(root, Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function),
-                           L"", PrintSchema::USER_KEYWORDS_URI);
+        const CComBSTR declaration = Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function);
+        // To bind the prefix anew would make private names of those that have it.
+        if (FindAttribute(root, declaration, function)) return E_FAIL;
+        AppendXMLAttribute(root, declaration, L"", PrintSchema::USER_KEYWORDS_URI);
         // Deliberate: the prefix that GetUserKeywordsNsPrefix gives stays "ns0000:".
         return S_FALSE;
     } catch (const CPComException& failure) {

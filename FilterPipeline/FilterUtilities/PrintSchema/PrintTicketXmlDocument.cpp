@@ -10,6 +10,7 @@
 #include <filterpipeline.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
 
 using namespace PrintSchemaText;
@@ -81,6 +82,7 @@ const CComBSTR& PrintTicketXmlDocument::Prefix(bool isPublic) const {
 // ---- Reading
 
 HRESULT PrintTicketXmlDocument::FeaturePresent(const wchar_t* name, bool isPublic, IXMLDOMNode** out) const {
+    if (out != nullptr) *out = nullptr;
     CComPtr<IXMLDOMNode> node;
     const HRESULT hr = GetFeatureNodeIfExists(Prefix(isPublic), name, &node);
     if (out != nullptr) *out = node.Detach();
@@ -119,6 +121,7 @@ HRESULT PrintTicketXmlDocument::GetSubFeatureOption(const wchar_t* feature, bool
                                                     wchar_t** option) const {
     constexpr char function[] = "PrintTicketXmlDocument::GetSubFeatureOption";
     if (option == nullptr) ThrowComException(E_POINTER, function);
+    *option = nullptr;
     if (IsEmpty(feature) || IsEmpty(subFeature)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
     Query query(FrameworkPrefix());
@@ -143,8 +146,8 @@ HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** 
 
 HRESULT PrintTicketXmlDocument::StripKeywordNamespace(wchar_t** value) const {
     constexpr char function[] = "PrintTicketXmlDocument::StripKeywordNamespace";
-    if (value == nullptr || *value == nullptr) ThrowComException(E_POINTER, function);
-    const std::wstring_view text = View(*value);
+    if (value == nullptr) ThrowComException(E_POINTER, function);
+    const std::wstring_view text = View(*value); // null is a BSTR without characters
     if (text.empty()) ThrowComException(E_INVALIDARG, function);
     for (const bool isPublic : {true, false}) {
         const std::wstring_view prefix = View(Prefix(isPublic));
@@ -191,7 +194,8 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
 
 HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                              IXMLDOMNode** out) const {
-    RequireDocument("PrintTicketXmlDocument::GetParameterInitNodeIfExists");
+    constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitNodeIfExists";
+    RequireQuestion(name, out, function);
     Query query(FrameworkPrefix());
     query.AddParameterInit(prefix, name);
     return GetNode(query.Text(), out);
@@ -199,7 +203,8 @@ HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* pref
 
 HRESULT PrintTicketXmlDocument::GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                                   IXMLDOMNode** out) const {
-    RequireDocument("PrintTicketXmlDocument::GetParameterInitValueNodeIfExists");
+    constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitValueNodeIfExists";
+    RequireQuestion(name, out, function);
     Query query(FrameworkPrefix());
     query.AddParameterInit(prefix, name);
     query.AddValue();
@@ -238,6 +243,8 @@ HRESULT PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket(ByteB
         return isBase64 ? S_OK : E_FAIL;
     } catch (const CPComException& failure) {
         return failure.GetHresult();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
     }
 }
 
@@ -527,6 +534,8 @@ PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(co
         return S_OK;
     } catch (const CPComException& failure) {
         return failure.GetHresult();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
     }
 }
 

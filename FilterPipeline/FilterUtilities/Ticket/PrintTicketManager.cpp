@@ -34,6 +34,15 @@ Document Clone(const Document& source, const char* function) {
     return document;
 }
 
+// Makes the document of a level twice, for reading and as the base of the next level. Both or neither: what
+// fails half way leaves no ticket that looks like a merged one.
+template <typename Make>
+void SetBoth(Document& ticket, Document& baseTicket, const Make& make) {
+    const Document forReading = make();
+    baseTicket = make();
+    ticket = forReading;
+}
+
 // The document's text. A document that is not there yet is E_POINTER: its level was not merged.
 CComPtr<IStream> AsStream(const Document& document, const char* function) {
     if (!document) ThrowComException(E_POINTER, function);
@@ -120,6 +129,8 @@ HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t*
         if (!printerName || !*printerName) return E_INVALIDARG;
         m_printerName = printerName;
         m_userToken = userToken;
+        // Also if this printer cannot be opened, nothing is merged for the one before.
+        m_provider.reset();
         m_provider = std::make_unique<MsSafeHPTProvider>(printerName, userToken);
         const CComPtr<IStream> stream =
             CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(defaultTicket));
@@ -186,30 +197,29 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
         ReportCaughtException(mergeFunction);
     }
     if (ticketResult == E_ELEMENT_NOT_FOUND) {
-        m_jobTicket = Clone(m_defaultTicket, mergeFunction);
-        m_jobBaseTicket = Clone(m_defaultTicket, mergeFunction);
+        SetBoth(m_jobTicket, m_jobBaseTicket, [&] { return Clone(m_defaultTicket, mergeFunction); });
         return;
     }
     const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
         AsStream(m_defaultTicket, mergeFunction), partTicket, kPTJobScope);
-    // The passcode of the printer's default must not lock a job that did not ask for one.
-    m_jobTicket = Load(merged, mergeFunction);
-    if (stripPasscode) StripPasscode(m_jobTicket);
-    m_jobBaseTicket = Load(merged, mergeFunction);
-    if (stripPasscode) StripPasscode(m_jobBaseTicket);
+    SetBoth(m_jobTicket, m_jobBaseTicket, [&] {
+        Document ticket = Load(merged, mergeFunction);
+        // The passcode of the printer's default must not lock a job that did not ask for one.
+        if (stripPasscode) StripPasscode(ticket);
+        return ticket;
+    });
 }
 
 void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
     CComPtr<IPartPrintTicket> partTicket;
     if (part.GetPrintTicket(&partTicket) == E_ELEMENT_NOT_FOUND) {
-        m_documentTicket = Clone(m_jobBaseTicket, mergeFunction);
-        m_documentBaseTicket = Clone(m_jobBaseTicket, mergeFunction);
+        SetBoth(m_documentTicket, m_documentBaseTicket,
+                [&] { return Clone(m_jobBaseTicket, mergeFunction); });
         return;
     }
     const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
         AsStream(m_jobBaseTicket, mergeFunction), partTicket, kPTDocumentScope);
-    m_documentTicket = Load(merged, mergeFunction);
-    m_documentBaseTicket = Load(merged, mergeFunction);
+    SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Load(merged, mergeFunction); });
 }
 
 void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
@@ -221,7 +231,7 @@ void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
     }
     // The key stays empty if the URI cannot be had for another reason than that there is none.
     CXString key;
-    if (ticketResult == S_OK) {
+    if (ticketResult == S_OK && partTicket) {
         CComBSTR uri;
         const HRESULT uriResult = partTicket->GetUri(&uri);
         if (SUCCEEDED(uriResult)) key = static_cast<const wchar_t*>(uri);
@@ -231,8 +241,9 @@ void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
 
     const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
         AsStream(m_documentBaseTicket, mergeFunction), partTicket, kPTPageScope);
-    m_pageTicket = Load(merged, mergeFunction);
-    ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, m_pageTicket), mergeFunction);
+    const Document ticket = Load(merged, mergeFunction);
+    ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, ticket), mergeFunction);
+    m_pageTicket = ticket;
 }
 
 // Does no caching, whatever its name says: the callers do.

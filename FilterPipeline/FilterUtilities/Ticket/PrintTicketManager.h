@@ -16,8 +16,10 @@
 
 // The chain of merged tickets of one job: the printer's default, under the job's, under the document's, under
 // the page's. Between calls it holds the complete ticket of the current job, document and page. A level is
-// merged after the one above it. Belongs to one filter and its thread. Initialize, the merges
-// and the copies of tickets let no exception out; the others let std::bad_alloc through.
+// merged after the one above it. Belongs to one filter and its thread. Initialize, the merges and the copies
+// of tickets let no exception out: they hand it to the reporter, and give the HRESULT it carries,
+// E_OUTOFMEMORY for std::bad_alloc, E_FAIL for other known kinds and E_UNEXPECTED for the rest. The other
+// operations let std::bad_alloc through.
 class OV_FILTER_UTILITIES_API PrintTicketManager {
 public:
     PrintTicketManager();
@@ -27,11 +29,19 @@ public:
     PrintTicketManager(PrintTicketManager& other);
     PrintTicketManager& operator=(PrintTicketManager& other);
 
-    // Opens the provider of the printer and reads its default ticket. The token is not owned. E_POINTER for a
-    // null ticket, E_INVALIDARG for an empty name.
+    // Opens the provider of the printer, in place of an earlier one, and reads its default ticket. The token
+    // is not owned; null leaves the thread as it is. E_POINTER for a null ticket, E_INVALIDARG for an empty
+    // name (nothing is changed then), E_FAIL for a ticket that does not parse, or what opening the printer
+    // says; there is no default ticket if reading it fails.
     HRESULT Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName, void* userToken);
 
-    // Make the ticket of the part's level, and forget those of the levels below.
+    // Make the ticket of the part's level, and forget those of the levels below with all changed flags of
+    // these levels. A part without ticket gets a copy of the ticket above; of a page's ticket part there is
+    // one merge, found again by its URI until the caches are cleared. A part that cannot give its ticket
+    // counts as one with an empty ticket. S_OK also if the provider resolved conflicts; E_POINTER for null,
+    // or if the level above is not merged; otherwise the provider's failure or that of reading its result.
+    // After a failure the level has no ticket, nor has a page, with S_OK, whose stored ticket cannot be
+    // copied.
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocument* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedPage* part);
@@ -55,18 +65,19 @@ public:
     void SetDocPtChangedFlag(bool changed);
     void SetPagePtChangedFlag(bool changed);
 
-    // Remembers an edited ticket part by its URI, with a reference. The first of a URI stays. E_POINTER for
-    // null.
+    // Remembers an edited ticket part by its URI, with a reference, for the life of the manager. The first of
+    // a URI stays. E_POINTER for null, or the part's own answer to the question for its URI.
     HRESULT AddUpdatedPrintTicketToMap(IPartPrintTicket* ticket);
 
-    // S_FALSE and null for a URI that is not known. No reference is added.
+    // S_FALSE and null for a URI that is not known, E_POINTER for a null out. No reference is added.
     HRESULT GetUpdatedPrintTicketFromMap(CXString& uri, IPartPrintTicket** ticket);
 
-    // Forgets the merged page tickets and the capabilities.
+    // Forgets the merged page tickets and the capabilities; for the change from job to job. Always S_OK.
     HRESULT ClearPerJobInMemoryDomDocumentCaches();
 
-    // S_OK if the spooler knows both a document name and a user name, else E_FAIL. Throws CPComException if
-    // the thread cannot take the user's token.
+    // Asks the spooler for the names of a job, under the user's token. Empty where one is not known. S_OK if
+    // the spooler knows both a document name and a user name, else E_FAIL. Throws CPComException if the
+    // thread cannot take the user's token.
     HRESULT GetJobNameUserNameAndDomainName(ULONG jobId, void* printerHandle, CXString& jobName,
                                             CXString& userName, CXString& domain);
 

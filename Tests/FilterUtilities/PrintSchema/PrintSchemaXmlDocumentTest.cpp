@@ -288,6 +288,11 @@ TEST(PrintSchemaXmlDocument, AddsThePrivateNamespaceOnce) {
     EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ns0000:");
     // What is read anew knows better.
     EXPECT_EQ(TextOf(OpenTicket(XmlOf(ticket)).GetUserKeywordsNsPrefix()), "ok:");
+
+    // Names of another owner do not become private ones.
+    OpenTicket foreign(Ticket(Feature("ok:A", "ok:B"), Declare("ok", "urn:other")));
+    EXPECT_EQ(foreign.AddUserKeywordsNamespaceDefinitionIfMissing(), E_FAIL);
+    EXPECT_EQ(OutsideView(foreign, "/psf:PrintTicket/namespace::ok"), "urn:other");
 }
 
 TEST(PrintSchemaXmlDocument, MakesTheDeclarationSayUtf8) {
@@ -391,6 +396,16 @@ TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
         {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"absent", &text); }, S_FALSE},
         {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"version", &text); }, S_OK},
         {[&] { return ticket.GetFeatureNode(L"psk:", L"Missing", &node); }, E_FAIL},
+        {[&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
+        {[&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"A", nullptr); }, E_POINTER},
+        {[&] { return ticket.DeleteFeatureNodeIfExists(L"psk:", nullptr); }, E_INVALIDARG},
+        {[&] { return ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L""); }, E_INVALIDARG},
+        {[&] { return ticket.SetNodeValue(L"//psf:ScoredProperty", L""); }, E_INVALIDARG},
+        {[&] { return ticket.SetChildNodeOptionAttributeValue(L"Direct", true, L"name", L""); },
+         E_INVALIDARG},
+        {[&] { return ticket.GetParameterInitNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
+        {[&] { return ticket.GetParameterInitValueNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
+        {[&] { return ticket.GetParameterInitNodeIfExists(L"psk:", L"One", nullptr); }, E_POINTER},
         {[&] { return ticket.DeletePropertyNodesIfExist(L"psk:", L""); }, E_FAIL},
         {[&] { return ticket.DeletePrivateFeatures(L""); }, E_INVALIDARG},
         {[&] { return ticket.DeleteNode(nullptr); }, E_POINTER},

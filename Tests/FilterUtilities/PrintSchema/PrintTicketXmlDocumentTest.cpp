@@ -266,6 +266,17 @@ TEST(PrintTicketXmlDocument, MakesAnEmptyTicketThatItsOwnReaderAndOthersTake) {
     EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), "pskv11:");
     EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ok:");
     EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/@version"), "1");
+    // In this order, which readers by position know.
+    const std::string text = Narrow(PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket());
+    EXPECT_TRUE(text.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) << text;
+    EXPECT_TRUE(text.ends_with("></psf:PrintTicket>")) << text;
+    std::size_t last = text.find("<psf:PrintTicket");
+    for (const char* attribute : {" xmlns:psf=", " xmlns:psk=", " xmlns:pskv11=", " xmlns:xsi=",
+                                  " xmlns:xsd=", " version=", " xmlns:ok="}) {
+        const std::size_t at = text.find(attribute, last);
+        ASSERT_NE(at, std::string::npos) << attribute;
+        last = at;
+    }
     EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::*)"), "7"); // and xml
     EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/node())"), "0");
 }

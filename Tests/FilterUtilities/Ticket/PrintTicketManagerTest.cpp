@@ -1,10 +1,14 @@
 #include "Support/FilterJob.h"
+#include "Support/ReportRecorder.h"
 #include "Support/TicketText.h"
+#include "Support/VirtualSlots.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Ticket/PrintTicketManager.h>
 
 #include <gtest/gtest.h>
+
+#include "Com/FaultInjection.h"
 
 #include <string>
 
@@ -92,6 +96,14 @@ TEST_F(PrintTicketManagerTest, InitializeSaysWhatIsWrong) {
     EXPECT_EQ(Initialize(other, queue.DefaultTicket()), S_OK);
     EXPECT_EQ(Initialize(other, "<broken"), E_FAIL);
     EXPECT_EQ(other.GetPtrToDefaultPrintTicketForReading(), nullptr);
+}
+
+TEST_F(PrintTicketManagerTest, PrinterThatCannotBeOpenedLeavesNoOtherInItsPlace) {
+    job->ticket = Ticket(L"/j", "");
+    std::wstring unknown = L"No such printer";
+    EXPECT_TRUE(FAILED(
+        manager.Initialize(MakeFake<MemoryReadStream>(queue.DefaultTicket()), unknown.data(), nullptr)));
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), E_POINTER);
 }
 
 TEST_F(PrintTicketManagerTest, JobWithoutTicketsHasTheDefaultOnEveryLevel) {
@@ -256,6 +268,60 @@ TEST_F(PrintTicketManagerTest, TicketThatCannotBeFetchedCountsAsNothingToLayOver
               (Levels{L"AutoSelect", L"AutoSelect", L"", L""})); // merged, so in scope
 }
 
+TEST_F(PrintTicketManagerTest, PartThatGivesNoTicketAndSaysItDidCountsAsNothingToLayOver) {
+    job->ticketResult = document->ticketResult = page->ticketResult = S_OK;
+    ASSERT_EQ(MergeAll(), S_OK);
+    EXPECT_EQ(Options(L"PageMediaSize"), (Levels{L"ISOA4", L"ISOA4", L"ISOA4", L"ISOA4"}));
+}
+
+TEST_F(PrintTicketManagerTest, LookAtTheJobTicketThatFailsIsReportedAndNoMore) {
+    // Gives its stream from the second time on: the first is for the look, the second for the merge.
+    class LateTicket : public FakePrintTicketPart {
+    public:
+        using FakePrintTicketPart::FakePrintTicketPart;
+        HRESULT STDMETHODCALLTYPE GetStream(IPrintReadStream** stream) override {
+            return m_asked++ ? FakePrintTicketPart::GetStream(stream) : E_ACCESSDENIED;
+        }
+
+    private:
+        int m_asked = 0;
+    };
+    job->ticket = CComPtr<IPartPrintTicket>(
+        new LateTicket(L"/j", TicketText(Choice("psk:PageMediaSize", "psk:ISOA3"))));
+    const ReportRecorder recorder;
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), S_OK);
+    EXPECT_EQ(OptionOf(manager.GetPtrToJobPrintTicketForReading(), L"PageMediaSize"), L"ISOA3");
+    ASSERT_EQ(ReportRecorder::reports().size(), 1u);
+    EXPECT_NE(ReportRecorder::reports()[0].text.find("PrintTicketManager::MergeAndValidatePartPrintTicket"),
+              std::string::npos)
+        << ReportRecorder::reports()[0].text;
+
+    // A part's own ticket likewise; that there is none is nothing to report.
+    document->ticket = CComPtr<IPartPrintTicket>(new FakePrintTicketPart(L"/d", "<broken"));
+    EXPECT_FALSE(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedDocument*>(document)));
+    EXPECT_FALSE(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(page)));
+    EXPECT_EQ(ReportRecorder::reports().size(), 2u);
+}
+
+TEST_F(PrintTicketManagerTest, LevelThatFailsHalfWayHasNoTicketAndNoBase) {
+    job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
+    for (const bool withTicket : {true, false}) {
+        if (!withTicket) job->ticket.Release();
+        HRESULT hr = E_FAIL;
+        LONG call = 0;
+        while (FAILED(hr) || OvPlatform::FaultInjection::HasFailed()) {
+            {
+                const OvPlatform::FaultInjectionScope fault(++call, E_ABORT);
+                hr = manager.MergeAndValidatePartPrintTicket(job);
+            }
+            ASSERT_LT(call, 10'000);
+            const bool isMerged = manager.GetPtrToJobPrintTicketForReading();
+            EXPECT_EQ(isMerged, SUCCEEDED(hr)) << call;
+            EXPECT_EQ(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(document)), isMerged) << call;
+        }
+    }
+}
+
 TEST_F(PrintTicketManagerTest, PartsOwnTicketIsGivenAsItIs) {
     EXPECT_EQ(manager.GetCopyOfCurrentPrintTicketFromPart(static_cast<IFixedPage*>(page)), nullptr);
     page->ticket = Ticket(L"/p", Choice("psk:PageOrientation", "psk:Landscape"));
@@ -312,6 +378,32 @@ TEST_F(PrintTicketManagerTest, CopySharesTheTicketsAndTakesTheProvider) {
     manager = copy;
     EXPECT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
     EXPECT_EQ(copy.MergeAndValidatePartPrintTicket(job), E_POINTER);
+}
+
+TEST_F(PrintTicketManagerTest, HoldsItsFieldsInOrder) {
+    EXPECT_EQ(SlotOf(&OneMore<PrintTicketManager>::Next), 2u);
+    int token = 0;
+    PrintTicketManager unopened;
+    std::wstring name = L"No such printer";
+    unopened.Initialize(MakeFake<MemoryReadStream>(queue.DefaultTicket()), name.data(), &token);
+    EXPECT_EQ(unopened.GetUserToken(), &token);
+    EXPECT_EQ(WordOf(&unopened, 1), &token);
+
+    ASSERT_EQ(MergeAll(), S_OK);
+    constexpr std::size_t provider =
+        2 + (sizeof(CXString) + sizeof(std::map<CXString, CComPtr<IPartPrintTicket>>)) / sizeof(void*);
+    EXPECT_TRUE(WordOf(&manager, provider));
+    EXPECT_FALSE(WordOf(&unopened, provider));
+    EXPECT_EQ(WordOf(&manager, provider + 1), manager.GetPtrToDefaultPrintTicketForReading());
+    EXPECT_EQ(WordOf(&manager, provider + 2), manager.GetPtrToJobPrintTicketForReading());
+    EXPECT_EQ(WordOf(&manager, provider + 3), manager.GetPtrToDocPrintTicketForReading());
+    EXPECT_EQ(WordOf(&manager, provider + 4), manager.GetPtrToPagePrintTicketForReading());
+    manager.MergeAndValidatePartPrintTicket(job);
+    EXPECT_TRUE(WordOf(&manager, provider + 5));
+    EXPECT_FALSE(WordOf(&manager, provider + 6));
+    manager.SetDocPtChangedFlag(true);
+    const auto* const flags = reinterpret_cast<const bool*>(&manager) + (provider + 7) * sizeof(void*);
+    EXPECT_TRUE(!flags[0] && flags[1] && !flags[2]);
 }
 
 TEST_F(PrintTicketManagerTest, SpoolerNamesTheJobAndItsUser) {

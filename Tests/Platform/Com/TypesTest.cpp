@@ -1,4 +1,4 @@
-#include <Support/SlotIndex.h>
+#include "Support/VirtualSlots.h"
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>
@@ -10,8 +10,6 @@
 #include <cstddef>
 
 namespace {
-
-using OvTest::SlotIndex;
 
 // The published binary interface, whatever the compiler's own types are.
 static_assert(sizeof(LONG) == 4 && sizeof(ULONG) == 4 && sizeof(DWORD) == 4 && sizeof(BOOL) == 4 &&
@@ -37,42 +35,42 @@ TEST(ResultCodes, CarryWin32ErrorsAndLeaveResultsAlone) {
 TEST(Interfaces, StandInTheirPublishedSlots) {
     const auto query = static_cast<HRESULT (IUnknown::*)(REFIID, void**)>(&IUnknown::QueryInterface);
     const std::pair<std::size_t, std::size_t> slots[] = {
-        {0, SlotIndex(query)},
-        {2, SlotIndex(&IUnknown::Release)},
-        {3, SlotIndex(&IClassFactory::CreateInstance)},
-        {3, SlotIndex(&ISequentialStream::Read)},
-        {4, SlotIndex(&IStream::Write)},
-        {5, SlotIndex(&IStream::Seek)},
-        {6, SlotIndex(&IStream::SetSize)},
-        {7, SlotIndex(&IStream::CopyTo)},
-        {8, SlotIndex(&IStream::Commit)},
-        {9, SlotIndex(&IStream::Revert)},
-        {10, SlotIndex(&IStream::LockRegion)},
-        {11, SlotIndex(&IStream::UnlockRegion)},
-        {12, SlotIndex(&IStream::Stat)},
-        {13, SlotIndex(&IStream::Clone)},
-        {6, SlotIndex(&IDispatch::Invoke)},
-        {5, SlotIndex(&IErrorInfo::GetDescription)},
-        {5, SlotIndex(&ICreateErrorInfo::SetDescription)},
-        {6, SlotIndex(&IPersistStream::Save)},
-        {8, SlotIndex(&IPersistStreamInit::InitNew)},
-        {3, SlotIndex(&IPrintPipelineFilter::InitializeFilter)},
-        {4, SlotIndex(&IPrintPipelineFilter::ShutdownOperation)},
-        {5, SlotIndex(&IPrintPipelineFilter::StartOperation)},
-        {5, SlotIndex(&IPrintPipelinePropertyBag::DeleteProperty)},
-        {4, SlotIndex(&IPrintReadStream::ReadBytes)},
-        {4, SlotIndex(&IPrintWriteStream::Close)},
-        {8, SlotIndex(&IXpsDocumentConsumer::CloseSender)},
-        {9, SlotIndex(&IXpsDocumentConsumer::GetNewEmptyPart)},
+        {0, SlotOf(query)},
+        {2, SlotOf(&IUnknown::Release)},
+        {3, SlotOf(&IClassFactory::CreateInstance)},
+        {3, SlotOf(&ISequentialStream::Read)},
+        {4, SlotOf(&IStream::Write)},
+        {5, SlotOf(&IStream::Seek)},
+        {6, SlotOf(&IStream::SetSize)},
+        {7, SlotOf(&IStream::CopyTo)},
+        {8, SlotOf(&IStream::Commit)},
+        {9, SlotOf(&IStream::Revert)},
+        {10, SlotOf(&IStream::LockRegion)},
+        {11, SlotOf(&IStream::UnlockRegion)},
+        {12, SlotOf(&IStream::Stat)},
+        {13, SlotOf(&IStream::Clone)},
+        {6, SlotOf(&IDispatch::Invoke)},
+        {5, SlotOf(&IErrorInfo::GetDescription)},
+        {5, SlotOf(&ICreateErrorInfo::SetDescription)},
+        {6, SlotOf(&IPersistStream::Save)},
+        {8, SlotOf(&IPersistStreamInit::InitNew)},
+        {3, SlotOf(&IPrintPipelineFilter::InitializeFilter)},
+        {4, SlotOf(&IPrintPipelineFilter::ShutdownOperation)},
+        {5, SlotOf(&IPrintPipelineFilter::StartOperation)},
+        {5, SlotOf(&IPrintPipelinePropertyBag::DeleteProperty)},
+        {4, SlotOf(&IPrintReadStream::ReadBytes)},
+        {4, SlotOf(&IPrintWriteStream::Close)},
+        {8, SlotOf(&IXpsDocumentConsumer::CloseSender)},
+        {9, SlotOf(&IXpsDocumentConsumer::GetNewEmptyPart)},
         // Automation interfaces go on behind the four slots of IDispatch.
-        {7, SlotIndex(&IXMLDOMNode::get_nodeName)},
-        {30, SlotIndex(&IXMLDOMNode::get_nodeTypedValue)},
-        {36, SlotIndex(&IXMLDOMNode::selectNodes)},
-        {37, SlotIndex(&IXMLDOMNode::selectSingleNode)},
-        {42, SlotIndex(&IXMLDOMNode::transformNodeToObject)},
-        {45, SlotIndex(&IXMLDOMDocument::get_documentElement)},
-        {65, SlotIndex(&IXMLDOMDocument::loadXML)},
-        {80, SlotIndex(&IXMLDOMDocument2::setProperty)},
+        {7, SlotOf(&IXMLDOMNode::get_nodeName)},
+        {30, SlotOf(&IXMLDOMNode::get_nodeTypedValue)},
+        {36, SlotOf(&IXMLDOMNode::selectNodes)},
+        {37, SlotOf(&IXMLDOMNode::selectSingleNode)},
+        {42, SlotOf(&IXMLDOMNode::transformNodeToObject)},
+        {45, SlotOf(&IXMLDOMDocument::get_documentElement)},
+        {65, SlotOf(&IXMLDOMDocument::loadXML)},
+        {80, SlotOf(&IXMLDOMDocument2::setProperty)},
     };
     for (const auto& slot : slots)
         EXPECT_EQ(slot.first, slot.second) << "row " << &slot - slots + 1;

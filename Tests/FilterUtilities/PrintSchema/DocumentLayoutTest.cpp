@@ -1,0 +1,112 @@
+#include "TicketSupport.h"
+
+#include "Support/VirtualSlots.h"
+
+#include <PrintSchema/DomDocumentCache.h>
+#include <PrintSchema/PrintTicketQueryBuilder.h>
+
+// What modules that were built against an earlier library rely on.
+
+namespace {
+
+std::string TextAt(const void* object, std::size_t word) {
+    const auto* const text = static_cast<const wchar_t*>(WordOf(object, word));
+    return text ? Narrow(text) : "(null)";
+}
+
+TEST(DocumentLayout, DestructorsAreTheOnlyVirtualOperations) {
+    EXPECT_EQ(SlotOf(&OneMore<PrintSchemaXmlDocument>::Next), 2u);
+    EXPECT_EQ(SlotOf(&OneMore<PrintTicketXmlDocument>::Next), 2u);
+    EXPECT_EQ(SlotOf(&OneMore<PrintTicketQueryBuilder>::Next), 2u);
+    EXPECT_EQ(SlotOf(&OneMore<DomDocumentCache>::Next), 2u);
+}
+
+TEST(DocumentLayout, DocumentsHoldTheirFieldsInOrder) {
+    const OpenTicket ticket("<f:PrintTicket" + Declare("d", "http://www.w3.org/2001/XMLSchema") +
+                            Declare("i", "http://www.w3.org/2001/XMLSchema-instance") +
+                            Declare("f", frameworkUri) + Declare("k", keywordsUri) +
+                            Declare("k11", keywordsV11Uri) + Declare("u", PrivateUri()) + "/>");
+    static_assert(sizeof(PrintTicketXmlDocument) == 10 * sizeof(void*));
+    EXPECT_EQ(WordOf(&ticket, 1), ticket.GetDomDocPtr());
+    const char* texts[] = {"PrintTicket", "d:", "i:", "f:", "k:", "k11:", "ok:"};
+    for (std::size_t index = 0; index < std::size(texts); ++index)
+        EXPECT_EQ(TextAt(&ticket, 2 + index), texts[index]);
+    EXPECT_EQ(WordOf(&ticket, 9), ticket.GetRootNode());
+}
+
+TEST(DocumentLayout, QueriesHoldTheirFieldsInOrder) {
+    static_assert(sizeof(PrintTicketQueryBuilder) == 3 * sizeof(void*));
+    const PrintTicketQueryBuilder builder(L"psf:", L"//here");
+    EXPECT_EQ(TextAt(&builder, 1), "//here");
+    EXPECT_EQ(TextAt(&builder, 2), "psf:");
+}
+
+// ---- What is private to tickets, and exported
+
+using OfTwoLists = HRESULT (PrintTicketXmlDocument::*)(IXMLDOMNodeList*, IXMLDOMNodeList*);
+using OfAText = HRESULT (PrintTicketXmlDocument::*)(wchar_t**) const;
+OfTwoLists DeleteParamInitOrphans();
+OfAText StripKeywordNamespace();
+
+// Explicit instantiation may name what is private.
+template <OfTwoLists orphans, OfAText strip>
+struct Opened {
+    friend OfTwoLists DeleteParamInitOrphans() { return orphans; }
+    friend OfAText StripKeywordNamespace() { return strip; }
+};
+template struct Opened<&PrintTicketXmlDocument::DeleteParamInitOrphans,
+                       &PrintTicketXmlDocument::StripKeywordNamespace>;
+
+TEST(PrintTicketXmlDocument, DeletesInitialisersThatNoReferenceNames) {
+    const std::string inits = "<psf:ParameterInit name='psk:A'/><psf:ParameterInit name='psk:B'/>"
+                              "<psf:ParameterInit/><psf:ParameterInit name='psk:C'/>";
+    const struct {
+        const char* what;
+        std::string refs;
+        const char* left;
+        const char* first;
+    } cases[] = {
+        {"no reference: also those without a name", "", "0", ""},
+        {"a reference to some",
+         "<psf:ParameterRef/><psf:ParameterRef name='psk:C'/><psf:ParameterRef name='psk:B'/>", "3", "psk:B"},
+        {"a reference to none", "<psf:ParameterRef name='psk:D'/>", "1", ""},
+    };
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.what);
+        OpenTicket ticket(Ticket(expected.refs + inits));
+        CComPtr<IXMLDOMNodeList> refs;
+        CComPtr<IXMLDOMNodeList> found;
+        ASSERT_EQ(ticket.GetNodes(L"ParameterRef", &refs), S_OK);
+        ASSERT_EQ(ticket.GetNodes(L"ParameterInit", &found), S_OK);
+        EXPECT_EQ((ticket.*DeleteParamInitOrphans())(refs, found), S_OK);
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), expected.left);
+        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit/@name"), expected.first);
+        for (const bool withRefs : {false, true})
+            EXPECT_EQ(ResultOf([&] {
+                          return (ticket.*DeleteParamInitOrphans())(withRefs ? refs.p : nullptr,
+                                                                    withRefs ? nullptr : found.p);
+                      }),
+                      E_POINTER);
+    }
+}
+
+TEST(PrintTicketXmlDocument, StripsNothingFromNothing) {
+    const OpenTicket ticket(Ticket(""));
+    BSTR none = nullptr; // a text without characters
+    EXPECT_EQ(ResultOf([&] { return (ticket.*StripKeywordNamespace())(&none); }), E_INVALIDARG);
+    EXPECT_EQ(ResultOf([&] { return (ticket.*StripKeywordNamespace())(nullptr); }), E_POINTER);
+}
+
+// ---- Keywords
+
+TEST(PrintSchemaKeywords, KeepTheTextsThatDifferFromTheirNames) {
+    EXPECT_EQ(Narrow(PrintSchema::PageOutputQuality::Text), "Automatic");
+    EXPECT_EQ(Narrow(PrintSchema::PageMediaType::Archival), "Archive");
+    EXPECT_EQ(Narrow(PrintSchema::Common::PrinterDefault), "printer-default");
+    EXPECT_EQ(Narrow(PrintSchema::PageInputBin::MEDIAFACE_PROP), "FeedFace");
+    EXPECT_EQ(Narrow(PrintSchema::PageImageableArea::PROPERTY), "ImageableArea");
+    EXPECT_EQ(Narrow(PrintSchema::Binding::BIND_OPTIONS[13]), "None");
+    EXPECT_EQ(PrintSchema::JobOptimalDestinationColorProfile::PROFILESELECTOR[2], nullptr);
+}
+
+} // namespace
