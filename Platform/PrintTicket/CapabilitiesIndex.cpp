@@ -1,7 +1,10 @@
 #include "PrintTicket/CapabilitiesIndex.h"
 
 #include "PrintTicket/FrameworkCheck.h"
+#include "PrintTicket/SchemaFormatError.h"
 #include "PrintTicket/SchemaReader.h"
+
+#include <algorithm>
 
 namespace OvPlatform {
 namespace {
@@ -23,8 +26,8 @@ bool HasKeyword(const std::vector<SchemaProperty>& properties, std::string_view 
 }
 
 CapabilitiesOption IndexOption(const SchemaOption& schema) {
-    const bool viable = schema.constrained.Empty() || schema.constrained.Is(SchemaSpace::Keywords, "None");
-    return {&schema, viable, HasKeyword(schema.properties, "IdentityOption", "True")};
+    const bool free = schema.constrained.Empty() || schema.constrained.Is(SchemaSpace::Keywords, "None");
+    return {&schema, !free, free, HasKeyword(schema.properties, "IdentityOption", "True")};
 }
 
 std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>& schemas,
@@ -41,6 +44,10 @@ std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>&
             if (!option.name.Empty()) feature.optionByName.emplace(option.name, feature.options.size());
             feature.options.push_back(IndexOption(option));
         }
+        // A printer that allows none of its options still needs a ticket that says something.
+        if (!feature.options.empty() && std::none_of(feature.options.begin(), feature.options.end(),
+                                                     [](const auto& option) { return option.viable; }))
+            feature.options.front().viable = true;
         const SettingLevel level = feature.level;
         feature.features = IndexFeatures(schema.features, feature.featureByName, &level);
     }
@@ -51,8 +58,11 @@ std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>&
 
 CapabilitiesIndex::CapabilitiesIndex(std::string_view bytes)
     : m_xml(ParseCapabilities(bytes)), m_schema(ReadSchemaDocument(m_xml.get())),
-      m_prefixes(m_schema.namespaces, ConstraintRules::Namespace),
+      m_prefixes(DeclaredNamespaces(m_xml.get()), ConstraintRules::Namespace),
       m_features(IndexFeatures(m_schema.features, m_featureByName, nullptr)) {
+    // Every ticket declares them all.
+    if (m_prefixes.All().size() > std::size_t{MaxDeclarations})
+        throw SchemaFormatError("more than " + std::to_string(MaxDeclarations) + " namespaces are declared");
     for (const SchemaParameterDef& definition : m_schema.definitions)
         if (m_parameterByName.emplace(definition.name, m_parameters.size()).second)
             m_parameters.emplace_back(definition);

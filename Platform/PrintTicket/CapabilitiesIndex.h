@@ -13,8 +13,9 @@ namespace OvPlatform {
 
 struct CapabilitiesOption {
     const SchemaOption* schema;
-    bool viable;   // not constrained by the device or its administrator
-    bool identity; // means "none of the others" where several may be picked
+    bool constrained; // by the device or its administrator
+    bool viable;      // may be chosen: not constrained, or the first where all are
+    bool identity;    // means "none of the others" where several may be picked
 };
 
 struct CapabilitiesFeature {

@@ -52,7 +52,7 @@ private:
             if (ViewOf(child->name) != "Option") continue;
             // What the device or its administrator rules out stays ruled out for that reason, the stricter
             // one.
-            if (feature.options[option].viable) SetOption(child, IsExcluded(at, option));
+            if (!feature.options[option].constrained) SetOption(child, IsExcluded(at, option));
             ++option;
         }
     }

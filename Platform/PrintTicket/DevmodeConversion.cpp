@@ -5,6 +5,7 @@
 #include "Spooler/DevmodeLayout.h"
 #include "Spooler/QueueText.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 
@@ -167,8 +168,13 @@ SchemaDocument SettingsOfDevmode(const DEVMODEW* devmode, std::size_t size, cons
     std::memcpy(&mode, devmode, (std::min)(std::size_t{mode.dmSize}, sizeof(mode)));
 
     if (!IsOfPrinter(mode, printerName)) return {};
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(devmode);
-    return Conversion(mode, capabilities).Run({bytes, bytes + whole});
+    // The driver's own bytes, behind a public part of full length whatever version the record is of.
+    const auto* own = reinterpret_cast<const std::uint8_t*>(devmode) + mode.dmSize;
+    std::vector<std::uint8_t> record(sizeof(mode) + mode.dmDriverExtra);
+    std::copy_n(own, mode.dmDriverExtra, record.begin() + sizeof(mode));
+    mode.dmSize = sizeof(mode);
+    std::memcpy(record.data(), &mode, sizeof(mode));
+    return Conversion(mode, capabilities).Run(record);
 }
 
 } // namespace OvPlatform

@@ -43,8 +43,8 @@ void NamespacePrefixes::Assign(const std::string& space, std::string preferred) 
         const auto taken = m_taken.find(prefix);
         return taken == m_taken.end() || taken->second == space;
     };
-    for (int number = 0; !isFree(preferred); ++number) {
-        std::string digits = std::to_string(number);
+    while (!isFree(preferred)) {
+        const std::string digits = std::to_string(m_number++);
         preferred = "ns" + std::string(digits.size() < 4 ? 4 - digits.size() : 0, '0') + digits;
     }
     m_taken[preferred] = space;

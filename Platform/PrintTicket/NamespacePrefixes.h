@@ -16,8 +16,9 @@ class NamespacePrefixes {
 public:
     using Declarations = std::vector<std::pair<std::string, std::string>>; // prefix and URI
 
-    // Takes the declarations of a root element; one without a prefix gets a prefix here, since names need
-    // one. `left out` is a URI that tickets do not declare.
+    // Takes the declarations of a document; one without a prefix gets a prefix here, since names need one,
+    // and so does one whose prefix stands for another namespace elsewhere. `left out` is a URI that tickets
+    // do not declare.
     NamespacePrefixes(const Declarations& declared, std::string_view leftOut);
 
     bool Has(std::string_view space) const { return m_prefixes.count(std::string(space)) != 0; }
@@ -35,6 +36,7 @@ private:
     void Assign(const std::string& space, std::string preferred);
 
     Declarations m_declarations;
+    int m_number = 0;                                        // of the next made-up prefix
     std::unordered_map<std::string, std::string> m_prefixes; // by URI
     std::unordered_map<std::string, std::string> m_taken;    // by prefix
 };

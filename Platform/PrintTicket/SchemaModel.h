@@ -56,8 +56,6 @@ struct SchemaParameterDef {
 // A Print Ticket or Print Capabilities document without its XML: prefixes are resolved, foreign elements and
 // attributes left out. Elements stand in the order of the document, repeated ones included.
 struct SchemaDocument {
-    std::vector<std::pair<std::string, std::string>>
-        namespaces; // of the root: prefix and URI, in source order
     std::vector<SchemaProperty> properties;
     std::vector<SchemaFeature> features;
     std::vector<SchemaParameter> parameters;

@@ -29,10 +29,15 @@ void ForEachChild(const xmlNode* parent, Visitor visit) {
         visit(child, ViewOf(child->name));
 }
 
+void AddDeclarations(const xmlNode* element, NamespacePrefixes::Declarations& declarations) {
+    for (const xmlNs* declaration = element->nsDef; declaration; declaration = declaration->next)
+        declarations.emplace_back(ViewOf(declaration->prefix), ViewOf(declaration->href));
+    ForEachChild(element,
+                 [&](const xmlNode* child, std::string_view) { AddDeclarations(child, declarations); });
+}
+
 SchemaDocument Reader::Read() const {
     SchemaDocument document;
-    for (const xmlNs* declaration = m_root->nsDef; declaration; declaration = declaration->next)
-        document.namespaces.emplace_back(ViewOf(declaration->prefix), ViewOf(declaration->href));
     ForEachChild(m_root, [&](const xmlNode* child, std::string_view tag) {
         if (tag == "Feature") {
             document.features.push_back(Feature(child));
@@ -113,6 +118,12 @@ SchemaFeature Reader::Feature(const xmlNode* element) const {
 
 SchemaDocument ReadSchemaDocument(const xmlDoc* document) {
     return Reader(xmlDocGetRootElement(document)).Read();
+}
+
+NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document) {
+    NamespacePrefixes::Declarations declarations;
+    AddDeclarations(xmlDocGetRootElement(document), declarations);
+    return declarations;
 }
 
 SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PrintTicket/FrameworkCheck.h"
+#include "PrintTicket/NamespacePrefixes.h"
 #include "PrintTicket/SchemaModel.h"
 #include "PrintTicket/SchemaXml.h"
 
@@ -10,6 +11,9 @@ namespace OvPlatform {
 
 // Reads a document that has passed the framework's check.
 SchemaDocument ReadSchemaDocument(const xmlDoc* document);
+
+// The namespace declarations of the framework's elements, in source order.
+NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document);
 
 // Parses, checks and reads. Throws SchemaFormatError.
 SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind);

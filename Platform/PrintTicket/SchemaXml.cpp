@@ -15,6 +15,12 @@
 namespace OvPlatform {
 namespace {
 
+// What parsing notices that the parser itself allows.
+struct Refused {
+    bool documentType = false;
+    int declarationsLine = 0; // where there are too many
+};
+
 struct ParserDeleter {
     void operator()(xmlParserCtxt* parser) const {
         xmlFreeDoc(parser->myDoc);
@@ -35,8 +41,20 @@ bool IsUtf16(std::string_view bytes) {
 // A document type could bring in entities; parsing ends before any of it is read.
 void RefuseDocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
-    *static_cast<bool*>(parser->_private) = true;
+    static_cast<Refused*>(parser->_private)->documentType = true;
     xmlStopParser(parser);
+}
+
+void StartElement(void* context, const xmlChar* local, const xmlChar* prefix, const xmlChar* space,
+                  int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaultedCount,
+                  const xmlChar** attributes) {
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    if (parser->nsNr / 2 > MaxDeclarations) { // prefix and name each
+        static_cast<Refused*>(parser->_private)->declarationsLine = parser->input->line;
+        return xmlStopParser(parser);
+    }
+    xmlSAX2StartElementNs(context, local, prefix, space, namespaceCount, namespaces, attributeCount,
+                          defaultedCount, attributes);
 }
 
 std::string LastProblem(xmlParserCtxt* parser) {
@@ -45,8 +63,17 @@ std::string LastProblem(xmlParserCtxt* parser) {
     std::string text = error->message;
     while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
         text.pop_back();
-    return "line " + std::to_string(error->line) + ", column " + std::to_string(error->int2) +
-           ": not well-formed: " + text;
+    const std::string place =
+        "line " + std::to_string(error->line) + ", column " + std::to_string(error->int2) + ": ";
+    switch (error->code) {
+    case XML_ERR_DOCUMENT_EMPTY:
+        return place + "there is no XML here";
+    case XML_ERR_INTERNAL_ERROR:
+    case XML_ERR_NO_MEMORY:
+        return place + "too large or too deeply nested: " + text; // the parser's bounds
+    default:
+        return place + "not well-formed: " + text;
+    }
 }
 
 // The parser's time grows with the square of the attributes of one element, so that a start tag has to end in
@@ -95,15 +122,19 @@ XmlDocPtr ParseSchemaXml(std::string_view bytes) {
     const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(
         xmlCreatePushParserCtxt(nullptr, nullptr, bytes.data(), head, nullptr));
     if (!parser) throw std::bad_alloc();
-    bool hasDocumentType = false;
-    parser->_private = &hasDocumentType;
+    Refused refused;
+    parser->_private = &refused;
     parser->sax->internalSubset = RefuseDocumentType;
+    parser->sax->startElementNs = StartElement;
     parser->sax->serror = [](void*, xmlError*) {}; // kept in the parser; nothing goes to the console
     xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                                         XML_PARSE_NOCDATA | XML_PARSE_BIG_LINES | XML_PARSE_COMPACT);
     Feed(parser.get(), bytes.substr(static_cast<std::size_t>(head)));
     XmlDocPtr document(std::exchange(parser->myDoc, nullptr));
-    if (hasDocumentType) throw SchemaFormatError("a document type (DTD) is not allowed");
+    if (refused.documentType) throw SchemaFormatError("a document type (DTD) is not allowed");
+    if (refused.declarationsLine != 0)
+        throw SchemaFormatError("line " + std::to_string(refused.declarationsLine) + ": more than " +
+                                std::to_string(MaxDeclarations) + " namespace declarations are in force");
     // An undeclared prefix, or a text too long to keep, leaves a document that libxml2 calls well-formed.
     const xmlError* error = xmlCtxtGetLastError(parser.get());
     if (!document || !parser->wellFormed || (error && error->level >= XML_ERR_ERROR))

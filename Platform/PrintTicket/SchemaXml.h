@@ -12,6 +12,9 @@ struct XmlDocDeleter {
 };
 using XmlDocPtr = std::unique_ptr<xmlDoc, XmlDocDeleter>;
 
+// Namespace declarations in force at one element: the parser searches them one by one, for every element.
+inline constexpr int MaxDeclarations = 256;
+
 // Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the
 // declared encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
 XmlDocPtr ParseSchemaXml(std::string_view bytes);

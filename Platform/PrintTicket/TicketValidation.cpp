@@ -24,10 +24,9 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
     for (std::size_t i = 0; i < features.size(); ++i) {
         if (!InScope(features[i].level, m_scope)) continue;
         const auto* asked = ticket.features.Find(features[i].Name());
-        if (asked) m_featureNotes[i].origin = asked->origin;
-        m_result.features[i] =
-            Choose(features[i], asked ? asked->setting : nullptr,
-                   m_defaults ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
+        m_result.features[i] = Choose(
+            features[i], asked ? asked->setting : nullptr, asked ? asked->origin : SettingOrigin::Queue,
+            m_defaults ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
     }
     ResolveConstraints();
     ReportFeatures();
@@ -39,11 +38,13 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
 }
 
 FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked,
-                                       const FeatureChoice* fallback, const OptionScorer& scorer,
-                                       Note& note) {
+                                       SettingOrigin origin, const FeatureChoice* fallback,
+                                       const OptionScorer& scorer, Note& note) {
     FeatureChoice choice;
     choice.inScope = true;
     if (asked) {
+        // A feature without an option leaves the choice to the queue.
+        if (!asked->options.empty()) note.origin = origin;
         choice.properties = Reported(asked->properties);
         ChooseOptions(choice, feature, *asked, scorer, note);
     }
@@ -53,11 +54,13 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
     if (asked)
         for (const SchemaFeature& nested : asked->features)
             askedByName.emplace(nested.name, &nested);
+    note.nested.resize(feature.features.size());
     for (std::size_t i = 0; i < feature.features.size(); ++i) {
         const auto found = askedByName.find(feature.features[i].Name());
         choice.features.push_back(
-            Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second,
-                   fallback && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer, note));
+            Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second, origin,
+                   fallback && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer,
+                   note.nested[i]));
         if (found != askedByName.end()) askedByName.erase(found);
     }
     for (const auto& [name, nested] : askedByName)
@@ -89,7 +92,7 @@ void TicketValidation::ChooseOptions(FeatureChoice& choice, const CapabilitiesFe
         choice.options.push_back({best->option, {}});
         if (best->score.IsPerfect()) choice.options.back().properties = Reported(option.properties);
         for (auto& [parameter, value] : best->score.parameters)
-            m_optionParameters[parameter] = std::move(value);
+            m_optionParameters[parameter] = OptionValue{std::move(value), note.origin};
     }
     std::sort(choice.options.begin(), choice.options.end(),
               [](const auto& one, const auto& other) { return one.option < other.option; });
@@ -120,8 +123,6 @@ std::vector<FeatureChoice::Chosen> TicketValidation::DefaultOptions(const Capabi
     };
     std::size_t option = first([](const auto& one) { return one.viable && one.identity; });
     if (option == options.size()) option = first([](const auto& one) { return one.viable; });
-    // A printer that allows none of its options still needs a ticket that says something.
-    if (option == options.size()) option = 0;
     return {{option, {}}};
 }
 
@@ -196,7 +197,8 @@ void TicketValidation::SetParameters(const MergedTicket& ticket) {
                 note.reason = "no chosen option uses it";
             }
         } else if (m_optionParameters[i] && referenced[i]) {
-            value = m_optionParameters[i];
+            value = m_optionParameters[i]->value;
+            note.origin = m_optionParameters[i]->origin;
         } else if (asked) {
             if (const char* problem = rules.Problem(asked->setting->value)) {
                 Conflict(note, asked->setting->value.text, std::string("the value ") + problem);
@@ -306,7 +308,7 @@ void TicketValidation::ReportFeature(const std::string& path, const Capabilities
     const std::string name = path + m_capabilities.Prefixes().Qualified(feature.Name());
     Report(name, false, TextOf(choice, feature, m_capabilities.Prefixes()), note);
     for (std::size_t i = 0; i < choice.features.size(); ++i)
-        ReportFeature(name + "/", feature.features[i], choice.features[i], {note.origin, {}, {}});
+        ReportFeature(name + "/", feature.features[i], choice.features[i], note.nested[i]);
 }
 
 void TicketValidation::ReportFeatures() {

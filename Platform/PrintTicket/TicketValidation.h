@@ -36,9 +36,16 @@ private:
         SettingOrigin origin = SettingOrigin::Queue;
         std::string requested;
         std::string reason;
+        std::vector<Note> nested{}; // for the nested features of a feature
+    };
+    // A parameter's value that an option brings with it.
+    struct OptionValue {
+        SchemaValue value;
+        SettingOrigin origin;
     };
 
-    FeatureChoice Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked,
+    // `origin` is that of `asked`.
+    FeatureChoice Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked, SettingOrigin origin,
                          const FeatureChoice* fallback, const OptionScorer& scorer, Note& note);
     void ChooseOptions(FeatureChoice& choice, const CapabilitiesFeature& feature, const SchemaFeature& asked,
                        const OptionScorer& scorer, Note& note);
@@ -70,7 +77,7 @@ private:
 
     ValidatedTicket m_result;
     std::vector<Note> m_featureNotes;
-    std::vector<std::optional<SchemaValue>> m_optionParameters; // values that options bring with them
+    std::vector<std::optional<OptionValue>> m_optionParameters; // by the place of the definition
 };
 
 } // namespace OvPlatform

@@ -74,6 +74,18 @@ TEST(DevmodeConversion, KeepsTheWholeRecordAsTheSnapshot) {
     EXPECT_TRUE(snapshot.ends_with("APrODw==")) << snapshot;           // 00 FA CE 0F
 }
 
+TEST(DevmodeConversion, KeepsTheDriversBytesOfAShorterRecord) {
+    DEVMODEW mode = Devmode(DM_ORIENTATION);
+    mode.dmOrientation = DMORIENT_LANDSCAPE;
+    const unsigned char extra[3] = {0xFA, 0xCE, 0x0F};
+    mode.dmSize = offsetof(DEVMODEW, dmICMMethod);
+    mode.dmDriverExtra = sizeof(extra);
+    std::memcpy(reinterpret_cast<unsigned char*>(&mode) + mode.dmSize, extra, sizeof(extra));
+    const std::string ticket = Convert(mode, kPTPageScope, mode.dmSize + sizeof(extra));
+    EXPECT_EQ(EffectiveOf(ticket, "PageOrientation"), "Landscape");
+    EXPECT_TRUE(EffectiveOf(ticket, "t:PageDevmodeSnapshot").ends_with("AAAAPrODw==")); // zeros, FA CE 0F
+}
+
 TEST(DevmodeConversion, IgnoresTheRecordOfAnotherPrinter) {
     DEVMODEW mode = Devmode(DM_ORIENTATION);
     mode.dmOrientation = DMORIENT_LANDSCAPE;

@@ -45,7 +45,7 @@ TEST(FrameworkCheck, SaysWhatIsWrongAndWhere) {
     };
     const Row rows[] = {
         {"empty", "", "the document is empty"},
-        {"no XML", "ticket", "line 1, column 1: not well-formed"},
+        {"no XML", "ticket", "line 1, column 1: there is no XML here"},
         {"cut off", root.substr(0, 60), "not well-formed"},
         {"two roots", Ticket("") + "<x/>", "not well-formed"},
         {"wrong root", "<psf:PrintCapabilities " + std::string(Declarations) + "/>", "has to be PrintTicket"},
@@ -145,7 +145,7 @@ std::string Nested(int features) {
 TEST(FrameworkCheck, BoundsDepthAttributesAndText) {
     EXPECT_EQ(ProblemOf(Nested(9)), "");
     EXPECT_THAT(ProblemOf(Nested(10)), HasSubstr("more than 10 levels"));
-    EXPECT_THAT(ProblemOf(Nested(100000)), HasSubstr("not well-formed"));
+    EXPECT_THAT(ProblemOf(Nested(100000)), HasSubstr("too deeply nested"));
 
     std::string attributes;
     for (int i = 0; i < 50000; ++i)
@@ -155,6 +155,29 @@ TEST(FrameworkCheck, BoundsDepthAttributesAndText) {
 
     EXPECT_EQ(ProblemOf(Ticket(Parameter("JobA", std::string(9'000'000, 'x')))), "");
     EXPECT_THAT(ProblemOf(Ticket(Parameter("JobA", std::string(11'000'000, 'x')))), HasSubstr("huge text"));
+}
+
+// Every name looks its prefix up among the declarations in force.
+TEST(FrameworkCheck, BoundsNamespaceDeclarations) {
+    const auto declare = [](int count) {
+        std::string declarations;
+        for (int i = 0; i < count; ++i)
+            declarations += " xmlns:n" + std::to_string(i) + "=\"urn:" + std::to_string(i) + "\"";
+        return declarations;
+    };
+    const auto nested = [&](int outer, int inner) {
+        return Ticket("<psf:Feature name=\"psk:A\"" + declare(outer) + ">" + "<x" + declare(inner) +
+                      "/></psf:Feature>");
+    };
+    EXPECT_EQ(ProblemOf(nested(120, 120)), "");
+    EXPECT_THAT(ProblemOf(nested(260, 0)), HasSubstr("line 1: more than 256 namespace declarations"));
+    EXPECT_THAT(ProblemOf(nested(120, 140)), HasSubstr("more than 256 namespace declarations"));
+
+    // One after the other they are no trouble.
+    std::string features;
+    for (int i = 0; i < 1000; ++i)
+        features += "<psf:Feature name=\"n1:A\"" + declare(2) + "/>";
+    EXPECT_EQ(ProblemOf(Ticket(features)), "");
 }
 
 TEST(FrameworkCheck, SaysWhichDocumentIsWrong) {

@@ -414,6 +414,71 @@ TEST(TicketMerge, ReportsWhereValuesComeFromAndWhyTheyChanged) {
     }
 }
 
+TEST(TicketMerge, ReportsTheSourceOfWhatOptionsAndNestedFeaturesBring) {
+    const std::string custom = Feature("PageMediaSize", "CustomMediaSize",
+                                       Scored("MediaSizeWidth", 100000) + Scored("MediaSizeHeight", 200000));
+    MergeReport report;
+    Merge(Ticket(Feature("PageMediaSize", "CustomMediaSize") +
+                 Parameter("PageMediaSizeMediaSizeWidth", "300000")),
+          Ticket(custom + Feature("DocumentNUp", "", Scored("PagesPerSheet", 4)) +
+                 "<psf:Feature name=\"psk:PageOrientation\"/>"),
+          kPTJobScope, &report);
+    struct Row {
+        const char* name;
+        const char* value;
+        SettingOrigin origin;
+    };
+    const Row rows[] = {
+        {"psk:PageMediaSizeMediaSizeWidth", "100000", SettingOrigin::Delta},
+        {"psk:PageMediaSizeMediaSizeHeight", "200000", SettingOrigin::Delta},
+        {"psk:DocumentNUp", "(psk:PagesPerSheet=4)", SettingOrigin::Delta},
+        {"psk:DocumentNUp/psk:PresentationDirection", "psk:RightBottom", SettingOrigin::Queue},
+        {"psk:PageOrientation", "psk:Portrait", SettingOrigin::Queue},
+    };
+    for (const Row& row : rows) {
+        const SettingReport* setting = report.Find(row.name);
+        ASSERT_NE(setting, nullptr) << row.name;
+        EXPECT_EQ(setting->value, row.value) << row.name;
+        EXPECT_EQ(setting->origin, row.origin) << row.name;
+    }
+
+    // What changed is told where it changed.
+    Merge(Ticket(""),
+          Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
+                         Feature("PresentationDirection", "Sideways"))),
+          kPTJobScope, &report);
+    EXPECT_EQ(report.Find("psk:DocumentNUp")->reason, "");
+    EXPECT_EQ(report.Find("psk:DocumentNUp/psk:PresentationDirection")->requested, "psk:Sideways");
+}
+
+TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
+    const auto validate = [](const std::string& capabilities, const std::string& ticket) {
+        const PrintTicketMerge merge(Queue(Capabilities(capabilities), Ticket("")));
+        const std::string once = merge.Merge(ticket, nullptr, kPTJobScope).ticket;
+        const auto twice = merge.Merge(once, nullptr, kPTJobScope);
+        EXPECT_EQ(twice.ticket, once);
+        EXPECT_FALSE(twice.conflictResolved);
+        return Effective(once);
+    };
+    // Namespaces that are declared below the root, one of them under a prefix that is taken.
+    EXPECT_EQ(
+        validate(R"(<psf:Feature name="v:JobA" xmlns:v="urn:v"><psf:Option name="w:On" xmlns:w="urn:w"/>)"
+                 R"(<psf:Option name="v:Off"/></psf:Feature>)"
+                 R"(<psf:Feature name="v:JobB" xmlns:v="urn:v2"><psf:Option name="v:On"/></psf:Feature>)",
+                 Ticket("")),
+        "v:JobA=w:On ns0000:JobB=ns0000:On");
+    // A printer that allows no option at all.
+    const std::string none = R"(<psf:Feature name="psk:JobInputBin"><psf:Option name="psk:Auto" )"
+                             R"(constrained="psk:DeviceSettings"/><psf:Option name="psk:Manual" )"
+                             R"(constrained="psk:AdminSettings"/></psf:Feature>)";
+    EXPECT_EQ(validate(none, Ticket(Feature("JobInputBin", "Manual"))), "JobInputBin=Auto");
+    // A feature of nothing but nested ones.
+    EXPECT_EQ(validate(R"(<psf:Feature name="psk:JobA"><psf:Feature name="psk:B"><psf:Option name="psk:C"/>)"
+                       R"(<psf:Option name="psk:D"/></psf:Feature></psf:Feature>)",
+                       Ticket("<psf:Feature name=\"psk:JobA\">" + Feature("B", "D") + "</psf:Feature>")),
+              "JobA= B=D");
+}
+
 TEST(TicketMerge, TakesTenMegabytesInTheTimeOfTheirReading) {
     std::string features;
     for (int i = 0; i < 100000; ++i)
