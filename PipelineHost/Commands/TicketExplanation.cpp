@@ -31,10 +31,29 @@ const OvPlatform::SettingReport* Find(const OvPlatform::MergeReport& report, con
     return nullptr;
 }
 
+// A text for one line of a table: the whole of a snapshot of the driver's settings would fill the screen.
+std::string Shortened(const std::string& text) {
+    constexpr std::size_t Longest = 60;
+    constexpr std::size_t Kept = 32;
+    std::string line = text.substr(0, text.size() > Longest ? Kept : text.size());
+    while (!line.empty() && line.size() < text.size() && (text[line.size()] & 0xC0) == 0x80)
+        line.pop_back(); // not within a character
+    if (line.size() < text.size()) line += "... (" + std::to_string(text.size()) + " bytes)";
+    std::replace_if(
+        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    return line;
+}
+
+// A nested feature stands indented below the one that it belongs to.
+std::string Indented(const std::string& setting) {
+    const auto depth = static_cast<std::size_t>(std::count(setting.begin(), setting.end(), '/'));
+    return depth == 0 ? setting : std::string(2 * depth, ' ') + setting.substr(setting.rfind('/') + 1);
+}
+
 std::string Remark(const OvPlatform::SettingReport& setting) {
     if (setting.reason.empty()) return {};
     return setting.requested.empty() ? setting.reason
-                                     : setting.requested + " was asked for: " + setting.reason;
+                                     : Shortened(setting.requested) + " was asked for: " + setting.reason;
 }
 
 } // namespace
@@ -89,8 +108,8 @@ std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows) {
     constexpr std::size_t MaxColumn = 48;
     std::array<std::size_t, 3> widths{7, 5, 6};
     for (const auto& row : rows) {
-        widths[0] = std::min(std::max(widths[0], row.setting.size()), MaxColumn);
-        widths[1] = std::min(std::max(widths[1], row.value.size()), MaxColumn);
+        widths[0] = std::min(std::max(widths[0], Indented(row.setting).size()), MaxColumn);
+        widths[1] = std::min(std::max(widths[1], Shortened(row.value).size()), MaxColumn);
         widths[2] = std::max(widths[2], row.origin.size());
     }
     std::string text;
@@ -110,7 +129,8 @@ std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows) {
     };
     line("setting", "value", "from", {});
     for (const auto& row : rows)
-        line(row.setting, row.value.empty() ? "(left out)" : row.value, row.origin, row.remark);
+        line(Indented(row.setting), row.value.empty() ? "(left out)" : Shortened(row.value), row.origin,
+             row.remark);
     return text;
 }
 

@@ -1,0 +1,124 @@
+#include "Commands/TicketExplanation.h"
+
+#include "Support/TicketText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace OvPipeline;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+TicketExplanation Explanation(const char* queue) {
+    return TicketExplanation(
+        OvPlatform::QueueFolder::Load(std::string(OV_SOURCE_DIR) + "/Samples/Queues/" + queue));
+}
+
+void Add(TicketExplanation& explanation, const char* level, EPrintTicketScope scope,
+         const std::string& elements) {
+    const std::string ticket = TicketText(elements);
+    explanation.Add(level, scope, &ticket);
+}
+
+std::string Custom(int width, int height) {
+    const auto scored = [](const char* name, int value) {
+        return std::string("<psf:ScoredProperty name=\"psk:") + name +
+               "\"><psf:Value xsi:type=\"xsd:integer\">" + std::to_string(value) +
+               "</psf:Value></psf:ScoredProperty>";
+    };
+    return "<psf:Feature name=\"psk:PageMediaSize\"><psf:Option name=\"psk:CustomMediaSize\">" +
+           scored("MediaSizeWidth", width) + scored("MediaSizeHeight", height) +
+           "</psf:Option></psf:Feature>";
+}
+
+struct Expected {
+    const char* setting;
+    const char* value;
+    const char* origin;
+    const char* remark = ""; // a part of it
+};
+
+void ExpectRows(const TicketExplanation& explanation, const std::vector<Expected>& expected) {
+    const auto rows = explanation.Rows();
+    for (const Expected& one : expected) {
+        const auto row = std::find_if(rows.begin(), rows.end(),
+                                      [&](const auto& other) { return other.setting == one.setting; });
+        ASSERT_NE(row, rows.end()) << one.setting;
+        EXPECT_EQ(row->value, one.value) << one.setting;
+        EXPECT_EQ(row->origin, one.origin) << one.setting;
+        EXPECT_EQ(row->remark.empty(), !*one.remark) << one.setting << ": " << row->remark;
+        EXPECT_THAT(row->remark, HasSubstr(one.remark)) << one.setting;
+    }
+}
+
+TEST(TicketExplanation, NamesTheLevelThatEachValueComesFrom) {
+    TicketExplanation explanation = Explanation("MonoOffice");
+    Add(explanation, "job", kPTJobScope,
+        Choice("psk:PageOrientation", "psk:Landscape") + Choice("psk:PageOutputColor", "psk:Color") +
+            Choice("psk:PageInputBin", "psk:AutoSelect") +
+            Choice("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedLongEdge") +
+            Choice("psk:JobNonsense", "psk:On"));
+    ExpectRows(explanation,
+               {{"psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedLongEdge", "job"},
+                {"psk:PageOrientation", "psk:Landscape", "job"},
+                {"psk:PageOutputColor", "psk:Monochrome", "changed by validation", "psk:Color was asked for"},
+                {"psk:PageMediaSize", "psk:ISOA4", "default"},
+                {"psk:JobNonsense", "", "changed by validation", "psk:On was asked for"}});
+
+    Add(explanation, "document", kPTDocumentScope, Choice("psk:DocumentCollate", "psk:Uncollated"));
+    Add(explanation, "page", kPTPageScope,
+        Choice("psk:PageOrientation", "psk:Portrait") + Custom(150000, 200000) +
+            Choice("psk:JobDuplexAllDocumentsContiguously", "psk:OneSided"));
+    ExpectRows(explanation,
+               {{"psk:PageOrientation", "psk:Portrait", "page"},
+                {"psk:PageMediaSize", "psk:CustomMediaSize", "page"},
+                {"psk:PageMediaSizeMediaSizeWidth", "150000", "page"},
+                {"psk:PageInputBin", "psk:AutoSelect", "job"},
+                {"psk:PageOutputColor", "psk:Monochrome", "changed by validation", "psk:Color was asked for"},
+                {"psk:PageMediaType", "psk:Plain", "default"}});
+    for (const auto& row : explanation.Rows())
+        EXPECT_TRUE(row.setting.starts_with("psk:Page") || row.setting.starts_with("ok:Page")) << row.setting;
+}
+
+TEST(TicketExplanation, LeavesALevelWithoutATicketOut) {
+    TicketExplanation explanation = Explanation("ColorOffice");
+    Add(explanation, "job", kPTJobScope, Choice("psk:PageOrientation", "psk:Landscape"));
+    const std::string before = explanation.Ticket();
+    explanation.Add("page", kPTPageScope, nullptr);
+    EXPECT_EQ(explanation.Ticket(), before);
+    ExpectRows(explanation, {{"psk:PageOrientation", "psk:Landscape", "job"}});
+}
+
+TEST(TicketExplanation, IsATableThatFitsAScreen) {
+    TicketExplanation explanation = Explanation("ColorOffice");
+    const std::string snapshot(3000, 'Q');
+    const auto parameter = [&](const char* name) {
+        return std::string("<psf:ParameterInit name=\"") + name + "\"><psf:Value xsi:type=\"xsd:string\">" +
+               snapshot + "</psf:Value></psf:ParameterInit>";
+    };
+    Add(explanation, "job", kPTJobScope,
+        parameter("psk:JobComment") +
+            "<psf:Feature name=\"psk:DocumentNUp\"><psf:Option><psf:ScoredProperty "
+            "name=\"psk:PagesPerSheet\">"
+            "<psf:Value "
+            "xsi:type=\"xsd:integer\">4</psf:Value></psf:ScoredProperty></psf:Option></psf:Feature>");
+    auto rows = explanation.Rows();
+    rows.push_back({"ok:PageDevmodeSnapshot", snapshot, "page", {}});
+    rows.push_back({"ok:PageNote", std::string(31, 'n') + "\xC3\xA4" + std::string(40, '\n'), "page", {}});
+    const std::string table = FormatExplanation(rows);
+
+    EXPECT_THAT(table, HasSubstr("\npsk:DocumentNUp "));
+    EXPECT_THAT(table, HasSubstr("\n  psk:PresentationDirection "));
+    EXPECT_THAT(table, Not(HasSubstr(std::string(40, 'Q'))));
+    EXPECT_THAT(table, HasSubstr("QQ... (3000 bytes)"));
+    EXPECT_THAT(table, HasSubstr(std::string(31, 'n') + "... (73 bytes)")) << "not within a character";
+
+    std::size_t column = table.find("from"); // of the heading
+    for (std::size_t line = 0; line + 1 < table.size(); line = table.find('\n', line) + 1)
+        EXPECT_THAT(table.substr(line + column - 2, 3), testing::MatchesRegex("  [a-z]"))
+            << table.substr(line, table.find('\n', line) - line);
+}
+
+} // namespace
