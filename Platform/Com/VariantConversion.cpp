@@ -86,6 +86,7 @@ std::string NumberText(std::wstring_view text) {
     const auto first = text.find_first_not_of(Blanks);
     if (first == std::wstring_view::npos) return {};
     text = text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
+    if (text.starts_with(L"+-")) return {};
     if (text.front() == L'+') text.remove_prefix(1);
     std::string number;
     for (const wchar_t unit : text) {

@@ -89,11 +89,11 @@ public:
     HRESULT STDMETHODCALLTYPE GetString(BSTR name, BSTR* text) override {
         std::wstring value;
         const HRESULT hr = Get(m_texts, name, &value);
-        if (SUCCEEDED(hr)) *text = SysAllocString(value.c_str());
+        if (SUCCEEDED(hr)) *text = SysAllocStringLen(value.data(), static_cast<UINT>(value.size()));
         return hr;
     }
     HRESULT STDMETHODCALLTYPE SetString(BSTR name, BSTR value) override {
-        m_texts[name] = value;
+        m_texts[name].assign(value, SysStringLen(value));
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetBytes(BSTR name, DWORD* count, BYTE** bytes) override {

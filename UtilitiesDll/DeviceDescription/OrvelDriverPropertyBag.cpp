@@ -1,6 +1,6 @@
 #include "DeviceDescription/OrvelDriverPropertyBag.h"
 
-OrvelDriverPropertyBag::OrvelDriverPropertyBag(const IPrinterPropertyBagAccess& bag) : m_bag(bag) {}
+OrvelDriverPropertyBag::OrvelDriverPropertyBag(IPrinterPropertyBagAccess& bag) : m_bag(bag) {}
 
 OrvelDriverPropertyBag::~OrvelDriverPropertyBag() = default;
 

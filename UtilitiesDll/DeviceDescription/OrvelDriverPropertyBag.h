@@ -12,7 +12,7 @@ public:
     static constexpr const wchar_t* productDataPropertyName = L"ProductData";
 
     /// Does not own the bag, which must outlive this object.
-    explicit OrvelDriverPropertyBag(const IPrinterPropertyBagAccess& bag);
+    explicit OrvelDriverPropertyBag(IPrinterPropertyBagAccess& bag);
     OrvelDriverPropertyBag(const OrvelDriverPropertyBag&) = delete;
     OrvelDriverPropertyBag& operator=(const OrvelDriverPropertyBag&) = delete;
     ~OrvelDriverPropertyBag() override;
@@ -21,6 +21,6 @@ public:
     [[nodiscard]] const CPString& GetProductPdlDataXml() const override;
 
 private:
-    const IPrinterPropertyBagAccess& m_bag;
+    IPrinterPropertyBagAccess& m_bag;
     mutable CPString m_productPdlDataXml;
 };

@@ -50,8 +50,8 @@ CPString::CPString(SizeRawBytes32 count, char fill) : m_bytes(count.value(), fil
 CPString::CPString(std::size_t count, char fill) : m_bytes(count, fill) {}
 
 CPString& CPString::operator=(const char* utf8) {
-    // Assigned from a copy: the pointer may lie in this very string.
-    m_bytes = std::string{viewOf(utf8)};
+    // The pointer may lie in this very string; assign() allows that.
+    m_bytes.assign(viewOf(utf8));
     return *this;
 }
 

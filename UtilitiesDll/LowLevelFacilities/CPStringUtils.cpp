@@ -44,8 +44,13 @@ std::string narrowToStdString(const wchar_t* text, std::size_t length) {
 }
 
 void narrowAndAppend(InternalOrvelCP::FormatStringBuffer<1024>& destination, const wchar_t* text) {
+    narrowAndAppend(destination, text, lengthOf(text));
+}
+
+void narrowAndAppend(InternalOrvelCP::FormatStringBuffer<1024>& destination, const wchar_t* text,
+                     std::size_t length) {
     if (text == nullptr) return;
-    narrowInPieces(text, text + lengthOf(text), [&destination](const char* bytes, std::size_t count) {
+    narrowInPieces(text, text + length, [&destination](const char* bytes, std::size_t count) {
         destination.append(bytes, count);
     });
 }

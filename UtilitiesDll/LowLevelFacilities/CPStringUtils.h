@@ -22,6 +22,9 @@ OV_UTILITIES_API std::string narrowToStdString(const wchar_t* text, std::size_t 
 /// Appends without allocating as long as the text fits into the buffer's area.
 OV_UTILITIES_API void narrowAndAppend(InternalOrvelCP::FormatStringBuffer<1024>& destination,
                                       const wchar_t* text);
+/// Takes exactly length units, zeros included.
+OV_UTILITIES_API void narrowAndAppend(InternalOrvelCP::FormatStringBuffer<1024>& destination,
+                                      const wchar_t* text, std::size_t length);
 OV_UTILITIES_API std::wstring widenTo_wstring(const CPString& text);
 OV_UTILITIES_API std::wstring widenTo_wstring(const char* text, std::size_t length);
 

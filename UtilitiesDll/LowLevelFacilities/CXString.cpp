@@ -42,8 +42,8 @@ CXString::CXString(std::wstring&& text) noexcept : m_text(std::move(text)) {}
 CXString::CXString(const CPString& text) : m_text(CPStringUtils::widenTo_wstring(text)) {}
 
 CXString& CXString::operator=(const wchar_t* text) {
-    // Assigned from a copy: the pointer may lie in this very string.
-    m_text = std::wstring{viewOf(text)};
+    // The pointer may lie in this very string; assign() allows that.
+    m_text.assign(viewOf(text));
     return *this;
 }
 

@@ -10,6 +10,7 @@ namespace {
 
 std::atomic<DebugUtilities::ReportSink> reportSink{nullptr};
 thread_local ReportContext* innermostContext = nullptr;
+thread_local bool isDescribingContexts = false;
 
 void send(const char* text, const char* caption) noexcept {
     if (const DebugUtilities::ReportSink sink = reportSink.load()) {
@@ -28,7 +29,9 @@ void DebugUtilities::reportErrorForLowLevelUtilities(const char* text, const cha
     const LastErrorKeeper keeper;
     if (text == nullptr) text = "";
     if (caption == nullptr) caption = "";
-    if (innermostContext == nullptr) return send(text, caption);
+    // A context that itself has something to report while it is described goes without contexts.
+    if (innermostContext == nullptr || isDescribingContexts) return send(text, caption);
+    isDescribingContexts = true;
     try {
         std::string report(text);
         for (const ReportContext* context = innermostContext; context != nullptr;
@@ -40,6 +43,7 @@ void DebugUtilities::reportErrorForLowLevelUtilities(const char* text, const cha
     } catch (...) {
         send(text, caption);
     }
+    isDescribingContexts = false;
 }
 
 void DebugUtilities::reportErrorForLowLevelUtilities(const std::string& text,

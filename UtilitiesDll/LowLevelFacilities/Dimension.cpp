@@ -1,7 +1,7 @@
 #include "LowLevelFacilities/Dimension.h"
 
 #include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 
 #include <array>
 
@@ -33,9 +33,8 @@ constexpr std::array<UnitRow, 13> unitTable{{
 const UnitRow& rowOf(Dimension::UnitsEnum unit) {
     const auto index = static_cast<std::size_t>(unit);
     if (index >= unitTable.size()) {
-        throw CPExceptionInvalidArgument("Not a unit of length: " + std::to_string(index),
-                                         LastErrorKeeper::current(),
-                                         DebugContextReference(__FILE__, __LINE__, "Dimension::GetValue"));
+        ThrowFailure<CPExceptionInvalidArgument>(
+            "Dimension::GetValue", [index] { return "Not a unit of length: " + std::to_string(index); });
     }
     return unitTable[index];
 }

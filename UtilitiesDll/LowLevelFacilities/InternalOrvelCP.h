@@ -13,12 +13,14 @@
 #include "LowLevelFacilities/InternalOrvelCPFormatSpecification.h"
 #include "LowLevelFacilities/InternalOrvelCPFormatStringBuffer.h"
 #include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 #include "LowLevelFacilities/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <cwchar>
 #include <new>
 #include <span>
 
@@ -26,19 +28,18 @@ namespace InternalOrvelCP {
 
 using FormatBuffer = FormatStringBuffer<1024>;
 
+[[noreturn]] inline void refuseAsterisk() {
+    ThrowFailure<CPExceptionInvalidArgument>("InternalOrvelCP::useCrtToProcessFormatSpecification", [] {
+        return "The InternalOrvelCP::formatWorkerMayThrow() family of methods does not support the '*' "
+               "character for the precision or width in a printf-style format specification.";
+    });
+}
+
 /// Lets the runtime's formatter write one value under a specification that it understands.
 template <typename Value>
 void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatSpecification& specification,
-                                        const char* lengthAndLetter, Value value) {
-    constexpr const char* function = "InternalOrvelCP::useCrtToProcessFormatSpecification";
-    if (specification.containsAsterisk()) {
-        throw CPExceptionInvalidArgument("The InternalOrvelCP::formatWorkerMayThrow() family of methods does "
-                                         "not support the '*' character "
-                                         "for the precision or width in a printf-style format specification.",
-                                         LastErrorKeeper::current(),
-                                         DebugContextReference(__FILE__, __LINE__, function));
-    }
-    const FormatSpecification::CrtSpecification crt = specification.forCrt(lengthAndLetter);
+                                        const FormatSpecification::CrtSpecification& crt, Value value) {
+    if (specification.containsAsterisk()) refuseAsterisk();
     destination.reserve(std::max<std::size_t>(2 * specification.getFormatSpecificationLength(), 256));
     int length = std::snprintf(destination.writePosition(), destination.room(), crt.text, value);
     if (length < 0 || static_cast<std::size_t>(length) >= destination.room()) {
@@ -50,8 +51,8 @@ void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatS
     }
     if (length < 0 || static_cast<std::size_t>(length) >= destination.room()) {
         destination.commit(0);
-        throw CPExceptionOSApiError("snprintf() failed even after reallocation!", LastErrorKeeper::current(),
-                                    DebugContextReference(__FILE__, __LINE__, function));
+        ThrowFailure<CPExceptionOSApiError>("InternalOrvelCP::useCrtToProcessFormatSpecification",
+                                            [] { return "snprintf() failed even after reallocation!"; });
     }
     destination.commit(static_cast<std::size_t>(length));
 }
@@ -87,38 +88,39 @@ inline void outputRequestedIntegralFormatArgument(FormatBuffer& destination,
     }
     const char lengthAndLetter[] = {'l', 'l', letter, '\0'};
     if (isSigned) {
-        useCrtToProcessFormatSpecification(destination, specification, lengthAndLetter,
+        useCrtToProcessFormatSpecification(destination, specification, specification.forCrt(lengthAndLetter),
                                            static_cast<long long>(value));
     } else {
-        useCrtToProcessFormatSpecification(destination, specification, lengthAndLetter,
+        useCrtToProcessFormatSpecification(destination, specification, specification.forCrt(lengthAndLetter),
                                            static_cast<unsigned long long>(value));
     }
 }
 
-/// The text of an argument, under a specification that may have a width or a precision. A cut by the
-/// precision never leaves half a code point.
+/// The text of an argument, under a specification that may have a width or a precision; it need not be
+/// terminated. A cut by the precision never leaves half a code point. Under a width or a precision the text
+/// ends at its first zero, as the runtime has it; without them zeros are kept.
 inline void outputText(FormatBuffer& destination, const FormatSpecification& specification, const char* text,
                        std::size_t length) {
     if (specification.isPlain()) {
         destination.append(text, length);
         return;
     }
-    const int precision = specification.precision();
-    if (precision < 0 || static_cast<std::size_t>(precision) >= length) {
-        useCrtToProcessFormatSpecification(destination, specification, "s", text);
-        return;
+    const auto precision = static_cast<std::size_t>(specification.precision());
+    if (specification.precision() >= 0 && precision < length) {
+        length = precision;
+        while (length != 0 && (static_cast<unsigned char>(text[length]) & 0xC0u) == 0x80u)
+            --length;
     }
-    auto kept = static_cast<std::size_t>(precision);
-    while (kept != 0 && (static_cast<unsigned char>(text[kept]) & 0xC0u) == 0x80u)
-        --kept;
-    useCrtToProcessFormatSpecification(destination, specification, "s", std::string(text, kept).c_str());
+    useCrtToProcessFormatSpecification(destination, specification, specification.forCrtText(length), text);
 }
 
 inline void outputCharacter(FormatBuffer& destination, const FormatSpecification& specification,
                             const FormatArgument& argument) {
     char bytes[Utf8::maxBytes + 1] = {};
     std::size_t length = 1;
-    if (argument.character == FormatArgument::Character::Wide || specification.conversion() == 'C') {
+    const bool asksForWide = specification.conversion() == 'C' || specification.isLong();
+    if (argument.character == FormatArgument::Character::Wide ||
+        (asksForWide && argument.character != FormatArgument::Character::Narrow)) {
         const auto unit = static_cast<wchar_t>(argument.integral & 0xFFFF);
         const wchar_t* at = &unit;
         length = Utf8::encode(Utf8::decode(at, &unit + 1), bytes);
@@ -147,7 +149,10 @@ inline void outputAsText(FormatBuffer& destination, FormatSpecification& specifi
         const auto* const text = static_cast<const wchar_t*>(argument.pointer);
         if (specification.isPlain()) return CPStringUtils::narrowAndAppend(destination, text);
         FormatBuffer narrowed;
-        CPStringUtils::narrowAndAppend(narrowed, text);
+        // A unit gives at least one byte, so that no more units than bytes are wanted.
+        const auto wanted = static_cast<std::size_t>(specification.precision());
+        CPStringUtils::narrowAndAppend(
+            narrowed, text, specification.precision() < 0 ? std::wcslen(text) : wcsnlen(text, wanted));
         return outputText(destination, specification, narrowed.text(), narrowed.used());
     }
     case FormatArgument::Kind::Integral:
@@ -181,11 +186,11 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
     const char letter = specification.conversion();
     if (specification.isIntegral()) {
         if (!isIntegral) {
-            throw CPExceptionInvalidArgument(
-                std::string("Non-integral value supplied as integral argument to format string character: ") +
-                    letter,
-                LastErrorKeeper::current(),
-                DebugContextReference(__FILE__, __LINE__, "InternalOrvelCP::formatArgument"));
+            ThrowFailure<CPExceptionInvalidArgument>("InternalOrvelCP::formatArgument", [letter] {
+                return std::string(
+                           "Non-integral value supplied as integral argument to format string character: ") +
+                       letter;
+            });
         }
         outputRequestedIntegralFormatArgument(destination, specification, argument);
     } else if (specification.isCharacter() && isIntegral) {
@@ -196,13 +201,13 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
                                         ? static_cast<double>(static_cast<std::int64_t>(argument.integral))
                                         : static_cast<double>(argument.integral);
         const char onlyLetter[] = {letter, '\0'};
-        useCrtToProcessFormatSpecification(destination, specification, onlyLetter,
+        useCrtToProcessFormatSpecification(destination, specification, specification.forCrt(onlyLetter),
                                            isIntegral ? fromIntegral : argument.floating);
     } else if (letter == 'p' && argument.kind != FormatArgument::Kind::Streamed) {
         const void* const address =
             isIntegral ? reinterpret_cast<const void*>(static_cast<std::uintptr_t>(argument.integral))
                        : argument.pointer;
-        useCrtToProcessFormatSpecification(destination, specification, "p", address);
+        useCrtToProcessFormatSpecification(destination, specification, specification.forCrt("p"), address);
     } else {
         outputAsText(destination, specification, argument);
     }
@@ -212,9 +217,8 @@ inline void formatArguments(FormatBuffer& destination, const char* const format,
                             std::span<const FormatArgument> arguments) {
     constexpr const char* function = "InternalOrvelCP::formatWorkerMayThrow";
     if (format == nullptr) {
-        throw CPExceptionInvalidArgument("Invalid format string: a null format string was supplied.",
-                                         LastErrorKeeper::current(),
-                                         DebugContextReference(__FILE__, __LINE__, function));
+        ThrowFailure<CPExceptionInvalidArgument>(
+            function, [] { return "Invalid format string: a null format string was supplied."; });
     }
     const char* literal = format;
     std::size_t next = 0;
@@ -228,24 +232,22 @@ inline void formatArguments(FormatBuffer& destination, const char* const format,
         FormatSpecification specification;
         literal = specification.parseAfterFirstPercentCharacter(at + 1);
         if (next == arguments.size()) {
-            throw CPExceptionInvalidArgument(
-                std::string("Invalid format string: missing arguments. There's no argument corresponding to "
-                            "the current format specifier, ") +
-                    at,
-                LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+            ThrowFailure<CPExceptionInvalidArgument>(function, [at] {
+                return std::string("Invalid format string: missing arguments. There's no argument "
+                                   "corresponding to the current format specifier, ") +
+                       at;
+            });
         }
-        if (specification.containsAsterisk()) {
-            useCrtToProcessFormatSpecification(destination, specification, "s", "");
-        }
+        if (specification.containsAsterisk()) refuseAsterisk();
         formatArgument(destination, specification, arguments[next++]);
     }
     destination.append(literal, std::strlen(literal));
     if (next != arguments.size()) {
-        throw CPExceptionTooManyArguments(
-            std::string("Extra arguments provided to formatWorkerMayThrow(). There's no format specifier "
-                        "corresponding to this argument in the original format string: ") +
-                format,
-            LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, function));
+        ThrowFailure<CPExceptionTooManyArguments>(function, [format] {
+            return std::string("Extra arguments provided to formatWorkerMayThrow(). There's no format "
+                               "specifier corresponding to this argument in the original format string: ") +
+                   format;
+        });
     }
 }
 

@@ -1,9 +1,10 @@
 #include "LowLevelFacilities/InternalOrvelCPFormatSpecification.h"
 
 #include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <string>
 
@@ -24,10 +25,9 @@ bool isOneOf(char character, const char* set) noexcept {
 bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 [[noreturn]] void refuse(const char* what, const char* specification) {
-    throw CPExceptionInvalidArgument(
-        std::string("Invalid format string: ") + what + ", %" + specification, LastErrorKeeper::current(),
-        DebugContextReference(__FILE__, __LINE__,
-                              "InternalOrvelCP::FormatSpecification::parseAfterFirstPercentCharacter"));
+    ThrowFailure<CPExceptionInvalidArgument>(
+        "InternalOrvelCP::FormatSpecification::parseAfterFirstPercentCharacter",
+        [&] { return std::string("Invalid format string: ") + what + ", %" + specification; });
 }
 
 /// Moves behind digits or one asterisk. The number is -1 for an asterisk, 0 if nothing stands there.
@@ -53,6 +53,7 @@ const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* tex
     while (isOneOf(*at, flagCharacters))
         ++at;
     m_containsAsterisk = skipCount(at, text) < 0;
+    m_precisionAt = 1 + static_cast<std::size_t>(at - text);
     if (*at == '.') {
         ++at;
         m_precision = skipCount(at, text);
@@ -67,6 +68,7 @@ const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* tex
             ++at;
     }
     m_shortness = static_cast<int>(std::count(lengthModifier, at, 'h'));
+    m_isLong = std::find(lengthModifier, at, 'l') != at || std::find(lengthModifier, at, 'w') != at;
     if (*at == '\0') refuse("the last format specifier is incomplete", text);
     if (!isOneOf(*at, integralLetters) && !isOneOf(*at, floatingLetters) && !isOneOf(*at, otherLetters)) {
         refuse("unknown format specifier character", text);
@@ -99,6 +101,17 @@ FormatSpecification::forCrt(const char* lengthAndLetter) const noexcept {
     CrtSpecification result;
     std::memcpy(result.text, m_text, m_lengthModifierAt);
     std::strcpy(result.text + m_lengthModifierAt, lengthAndLetter);
+    return result;
+}
+
+FormatSpecification::CrtSpecification FormatSpecification::forCrtText(std::size_t bytes) const noexcept {
+    CrtSpecification result;
+    std::memcpy(result.text, m_text, m_precisionAt);
+    char* at = result.text + m_precisionAt;
+    *at++ = '.';
+    at = std::to_chars(at, result.text + sizeof result.text - 2, bytes).ptr;
+    *at++ = 's';
+    *at = '\0';
     return result;
 }
 

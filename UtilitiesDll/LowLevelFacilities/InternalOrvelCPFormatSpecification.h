@@ -37,20 +37,26 @@ public:
     [[nodiscard]] int precision() const noexcept { return m_precision; }
     /// 0, 1 for the length h, 2 for hh.
     [[nodiscard]] int shortness() const noexcept { return m_shortness; }
+    /// The length l or w, which makes a character of %c a wide one.
+    [[nodiscard]] bool isLong() const noexcept { return m_isLong; }
 
     /// The specification as the runtime's formatter is to get it: the same flags, width and precision, with
     /// another length and letter.
     struct CrtSpecification {
-        char text[maxLength + 5];
+        char text[maxLength + 25];
     };
     [[nodiscard]] CrtSpecification forCrt(const char* lengthAndLetter) const noexcept;
+    /// The same for %s and a text of that many bytes, which need not be terminated: they are its precision.
+    [[nodiscard]] CrtSpecification forCrtText(std::size_t bytes) const noexcept;
 
 private:
     char m_text[maxLength + 1] = "%";
     std::size_t m_length = 1;
+    std::size_t m_precisionAt = 1;      // where flags and width end
     std::size_t m_lengthModifierAt = 1; // where flags, width and precision end
     int m_precision = -1;
     int m_shortness = 0;
+    bool m_isLong = false;
     bool m_containsAsterisk = false;
 };
 

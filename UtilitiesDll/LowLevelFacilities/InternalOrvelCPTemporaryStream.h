@@ -2,6 +2,7 @@
 
 #include "LowLevelFacilities/InternalOrvelCPFormatStringBuffer.h"
 
+#include <locale>
 #include <ostream>
 #include <streambuf>
 
@@ -41,6 +42,8 @@ public:
         : DestinationStreambufHolder{DestinationStreambuf(destination)}, std::ostream(&destinationStreambuf) {
         // What the destination throws is to reach the formatter, not to end in the stream's state.
         exceptions(std::ios_base::badbit);
+        // Numbers look alike whatever locale the process has.
+        imbue(std::locale::classic());
     }
 };
 

@@ -1,7 +1,7 @@
 #include "LowLevelFacilities/Number.h"
 
 #include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 #include "LowLevelFacilities/WhiteSpace.h"
 
 #include <algorithm>
@@ -81,9 +81,9 @@ Number::Number(const CXString& text, bool refuseBadText) {
     const bool isNumber =
         digits != 0 && digits <= static_cast<std::size_t>(maxDigits) && std::abs(exponent) <= maxExponent;
     if (refuseBadText && !(isNumber && reader.isAtEnd())) {
-        throw CPExceptionInvalidArgument(
-            "Not a decimal number: " + CPStringUtils::narrowToStdString(text.Left(80)),
-            LastErrorKeeper::current(), DebugContextReference(__FILE__, __LINE__, "Number::Number"));
+        ThrowFailure<CPExceptionInvalidArgument>("Number::Number", [&text] {
+            return "Not a decimal number: " + CPStringUtils::narrowToStdString(text.Left(80));
+        });
     }
     if (isNumber) {
         appendDigits(m_numerator, whole);

@@ -1,7 +1,7 @@
 #include "SystemServices/PrintJob.h"
 
 #include "LowLevelFacilities/CPExceptionOSApiError.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 #include "SystemServices/SpoolerRecord.h"
 
 #include <winspool.h>
@@ -12,8 +12,8 @@ ByteBuffer PrintJob::GetJobInfo(HANDLE printer, unsigned int jobId, unsigned int
         return GetJobW(printer, jobId, level, buffer, size, needed);
     });
     if (!done && throwOnFailure) {
-        throw CPExceptionOSApiError("The spooler has no record of the job.", LastErrorKeeper::current(),
-                                    DebugContextReference(__FILE__, __LINE__, "PrintJob::GetJobInfo"));
+        ThrowFailure<CPExceptionOSApiError>("PrintJob::GetJobInfo",
+                                            [] { return "The spooler has no record of the job."; });
     }
     return info;
 }

@@ -1,19 +1,23 @@
 #include "SystemServices/Printer.h"
 
+#include "LowLevelFacilities/CPExceptionOSApiError.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 #include "SystemServices/SpoolerRecord.h"
 
 #include <winspool.h>
 
 Printer::~Printer() { Close(); }
 
-bool Printer::CreateHandle(const CXString& name) {
+void Printer::CreateHandle(const CXString& name) {
     CXString writableName(name);
     HANDLE printer = nullptr;
-    if (!OpenPrinterW(writableName.GetBuffer(0), &printer, nullptr)) return false;
+    if (!OpenPrinterW(writableName.GetBuffer(0), &printer, nullptr)) {
+        ThrowFailure<CPExceptionOSApiError>("Printer::CreateHandle",
+                                            [] { return "The printer cannot be opened."; });
+    }
     Close();
     m_printer = printer;
     m_isOwned = true;
-    return true;
 }
 
 bool Printer::GetPrinterInfo(unsigned int level, ByteBuffer& info) const {

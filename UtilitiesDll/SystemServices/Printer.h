@@ -16,9 +16,9 @@ public:
     Printer(const Printer&) = delete;
     Printer& operator=(const Printer&) = delete;
 
-    /// Opens the printer of that name; the handle is closed with this object. False, with the last error set,
-    /// if there is none.
-    bool CreateHandle(const CXString& name);
+    /// Opens the printer of that name; the handle is closed with this object. Throws CPExceptionOSApiError,
+    /// with the last error, if there is none; what was open before stays open then.
+    void CreateHandle(const CXString& name);
     [[nodiscard]] HANDLE GetHandle() const noexcept { return m_printer; }
 
     /// Fills the buffer with the record of that level. The record points into the buffer, so a copy of the

@@ -25,21 +25,23 @@ bool meansTrue(CXString text) {
 } // namespace
 
 RegistryKey::~RegistryKey() {
-    if (m_isOwned) RegCloseKey(m_key);
+    if (m_isOwned && m_key != nullptr) RegCloseKey(m_key);
 }
 
 OvlUniquePtr<RegistryKey> RegistryKey::CreateRegistryKey(HKEY parent, const CXString& path, REGSAM access,
                                                          CXString& error, bool createIfMissing) {
     error.Empty();
-    HKEY key = nullptr;
+    // Made first, so that no open key is lost when memory is out.
+    OvlUniquePtr<RegistryKey> opened(new RegistryKey(nullptr, true));
+    HKEY* const key = &opened->m_key;
     const LONG result = createIfMissing ? RegCreateKeyExW(parent, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                                          access, nullptr, &key, nullptr)
-                                        : RegOpenKeyExW(parent, path, 0, access, &key);
+                                                          access, nullptr, key, nullptr)
+                                        : RegOpenKeyExW(parent, path, 0, access, key);
     if (result != ERROR_SUCCESS) {
         error.Format(L"error %d", result);
         return nullptr;
     }
-    return OvlUniquePtr<RegistryKey>(new RegistryKey(key, true));
+    return opened;
 }
 
 bool RegistryKey::GetBooleanValue(const CXString& name, bool defaultValue) const {

@@ -2,7 +2,7 @@
 
 #include "LowLevelFacilities/CPExceptionInvalidArgument.h"
 #include "LowLevelFacilities/CPExceptionOSApiError.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 
 #include <chrono>
 
@@ -26,8 +26,8 @@ SYSTEMTIME toSystemTime(std::uint64_t ticks) {
     time.dwHighDateTime = static_cast<DWORD>(ticks >> 32);
     SYSTEMTIME result{};
     if (!FileTimeToSystemTime(&time, &result)) {
-        throw CPExceptionOSApiError("FileTimeToSystemTime failed.", LastErrorKeeper::current(),
-                                    DebugContextReference(__FILE__, __LINE__, "UtcTime::GetTimeInUtc"));
+        ThrowFailure<CPExceptionOSApiError>("UtcTime::GetTimeInUtc",
+                                            [] { return "FileTimeToSystemTime failed."; });
     }
     return result;
 }
@@ -58,8 +58,8 @@ UtcTime::UtcTime(const std::tm& utc) : m_ticks(0) {
                              hours(utc.tm_hour) + minutes(utc.tm_min) + seconds(utc.tm_sec);
     const auto sinceEpoch = time - epoch;
     if (sinceEpoch.count() < 0) {
-        throw CPExceptionInvalidArgument("The time lies before the year 1601.", LastErrorKeeper::current(),
-                                         DebugContextReference(__FILE__, __LINE__, "UtcTime::UtcTime"));
+        ThrowFailure<CPExceptionInvalidArgument>("UtcTime::UtcTime",
+                                                 [] { return "The time lies before the year 1601."; });
     }
     m_ticks = static_cast<std::uint64_t>(seconds(sinceEpoch).count()) * ticksPerSecond;
 }
@@ -74,9 +74,8 @@ std::tm UtcTime::GetTimeInCurrentTimeZone() const {
     const SYSTEMTIME utc = toSystemTime(m_ticks);
     SYSTEMTIME local{};
     if (!SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
-        throw CPExceptionOSApiError(
-            "SystemTimeToTzSpecificLocalTime failed.", LastErrorKeeper::current(),
-            DebugContextReference(__FILE__, __LINE__, "UtcTime::GetTimeInCurrentTimeZone"));
+        ThrowFailure<CPExceptionOSApiError>("UtcTime::GetTimeInCurrentTimeZone",
+                                            [] { return "SystemTimeToTzSpecificLocalTime failed."; });
     }
     std::tm result = toTm(local);
     result.tm_isdst = -1;

@@ -11,7 +11,7 @@ namespace {
 
 CComBSTR ToBstr(const CXString& text, const char* function) {
     CComBSTR result;
-    result.Attach(SysAllocString(text));
+    result.Attach(SysAllocStringLen(text, static_cast<UINT>(text.GetLength())));
     if (!result) ThrowComException(E_OUTOFMEMORY, function);
     return result;
 }
@@ -61,7 +61,7 @@ void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagString(const CXStri
                                                                     CXString& out) const {
     CComBSTR value;
     m_bag->GetString(ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagString"), &value);
-    out = value ? static_cast<const wchar_t*>(value) : L"";
+    out = CXString(value, static_cast<int>(value.Length()));
 }
 
 void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBytes(const CXString& key,

@@ -74,6 +74,11 @@ TEST(MsHGlobalLock, ReportsTheLastErrorOfAFailingLock) {
         hr = failure.GetHresult();
     }
     EXPECT_EQ(hr, GetLastErrorAsHResult());
+
+    // Without a last error there is nothing to throw.
+    MsSafeHGlobal block(GMEM_FIXED, 5);
+    const OvPlatform::FaultInjectionScope noLock(1, static_cast<HRESULT>(0x80070000));
+    EXPECT_EQ(block.Lock()->GetAddress(), nullptr);
 }
 
 TEST(MsSafeCoInit, OwesItsApartmentOnlyWhereItEnteredOne) {

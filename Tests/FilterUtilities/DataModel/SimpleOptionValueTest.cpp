@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
 using namespace DataModelIds;
 
 TEST(SimpleOptionValue, IsSpecifiedByItsValueUnlessToldOtherwise) {
@@ -53,6 +55,18 @@ TEST(SimpleOptionValue, DiffersInEitherMember) {
     SimpleOptionValue copy(VAL_SIDES_ONE_SIDED);
     copy = known;
     EXPECT_EQ(copy, known);
+}
+
+// It crosses library boundaries by value: the flag first, then the value, nothing else.
+TEST(SimpleOptionValue, KeepsItsLayout) {
+    static_assert(sizeof(SimpleOptionValue) == 8);
+    const SimpleOptionValue value(true, VAL_SIDES_ONE_SIDED);
+    unsigned char bytes[sizeof value];
+    std::memcpy(bytes, static_cast<const void*>(&value), sizeof value);
+    EXPECT_EQ(bytes[0], 1);
+    tagValueEnum stored{};
+    std::memcpy(&stored, bytes + 4, sizeof stored);
+    EXPECT_EQ(stored, VAL_SIDES_ONE_SIDED);
 }
 
 // Stored jobs hold these numbers: a renumbered enumerator is a fault that no compiler sees.

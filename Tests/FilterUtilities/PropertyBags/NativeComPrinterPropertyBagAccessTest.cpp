@@ -41,6 +41,10 @@ TEST_F(NativeComPrinterPropertyBagAccessTest, SimpleValuesGoThereAndBack) {
     CXString text(L"old");
     access->GetPrinterPropertyBagString(key, text);
     EXPECT_STREQ(text, L"text \xD83D\xDE00");
+    const CXString withZero(L"a\0b", 3);
+    access->SetPrinterPropertyBagString(key, withZero);
+    access->GetPrinterPropertyBagString(key, text);
+    EXPECT_EQ(text, withZero);
     access->SetPrinterPropertyBagBytes(key, Bytes(std::string("a\0b", 3)));
     access->GetPrinterPropertyBagBytes(key, bytes);
     EXPECT_EQ(Text(bytes), std::string("a\0b", 3));
@@ -105,10 +109,22 @@ TEST_F(NativeComPrinterPropertyBagAccessTest, StreamThatCannotBeReadWholeIsEmpty
 TEST_F(NativeComPrinterPropertyBagAccessTest, KeepsItsSlots) {
     using Access = NativeComPrinterPropertyBagAccess;
     // Behind the destructor and the private question.
-    EXPECT_EQ(SlotOf(&Access::GetPrinterPropertyBagBool), 3u);
-    EXPECT_EQ(SlotOf(&Access::GetPrinterPropertyBagCompressedStreamBuffer), 9u);
-    EXPECT_EQ(SlotOf(&Access::SetPrinterPropertyBagBool), 10u);
-    EXPECT_EQ(SlotOf(&Access::SetPrinterPropertyBagStreamBuffer), 14u);
+    const std::size_t slots[] = {
+        SlotOf(&Access::GetPrinterPropertyBagBool),
+        SlotOf(&Access::GetPrinterPropertyBagInteger),
+        SlotOf(&Access::GetPrinterPropertyBagString),
+        SlotOf(&Access::GetPrinterPropertyBagBytes),
+        SlotOf(&Access::GetPrinterPropertyBagStreamBuffer),
+        SlotOf(&Access::GetPrinterPropertyBagStreamAsCPString),
+        SlotOf(&Access::GetPrinterPropertyBagCompressedStreamBuffer),
+        SlotOf(&Access::SetPrinterPropertyBagBool),
+        SlotOf(&Access::SetPrinterPropertyBagInteger),
+        SlotOf(&Access::SetPrinterPropertyBagString),
+        SlotOf(&Access::SetPrinterPropertyBagBytes),
+        SlotOf(&Access::SetPrinterPropertyBagStreamBuffer),
+    };
+    for (std::size_t i = 0; i < std::size(slots); ++i)
+        EXPECT_EQ(slots[i], i + 3);
 }
 
 } // namespace

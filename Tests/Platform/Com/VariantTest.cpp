@@ -95,6 +95,8 @@ TEST(Variant, ConvertsTextToValues) {
         {L"", VT_I4, DISP_E_TYPEMISMATCH, 0},
         {L"12a", VT_I4, DISP_E_TYPEMISMATCH, 0},
         {L"0x10", VT_I4, DISP_E_TYPEMISMATCH, 0},
+        {L"+-1", VT_I4, DISP_E_TYPEMISMATCH, 0},
+        {L"+1", VT_I4, S_OK, 1},
         {L"nan", VT_R8, DISP_E_TYPEMISMATCH, 0},
         {L"true", VT_BOOL, S_OK, -1},
         {L"0", VT_BOOL, S_OK, 0},

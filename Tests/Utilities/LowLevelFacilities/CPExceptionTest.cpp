@@ -8,6 +8,7 @@
 #include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
 #include <LowLevelFacilities/CPExceptionXMLConfigurationFileParseFailed.h>
 #include <LowLevelFacilities/ThrowComException.h>
+#include <LowLevelFacilities/ThrowFailure.h>
 
 #include <gtest/gtest.h>
 
@@ -61,6 +62,21 @@ TEST(CPException, IsThrownForAnHresultWithThePlaceAndTheLastError) {
     EXPECT_EQ(31u, GetLastError());
 }
 
+TEST(CPException, IsThrownWithTheLastErrorThatStoodBeforeItsMessage) {
+    SetLastError(31);
+    try {
+        ThrowFailure<CPExceptionInvalidArgument>("Class::Operation", [] {
+            SetLastError(7);
+            return std::string("m");
+        });
+    } catch (const CPExceptionInvalidArgument& thrown) {
+        EXPECT_EQ(31u, thrown.getLastError());
+        EXPECT_EQ("Class::Operation", thrown.getDebugContext().function());
+        EXPECT_NE(std::string::npos, thrown.getDebugContext().file().find("CPExceptionTest.cpp"));
+    }
+    EXPECT_EQ(31u, GetLastError());
+}
+
 TEST(CPException, AsksTheDebugQuestionOfTheProcess) {
     static std::string asked;
     const auto previous =
@@ -70,8 +86,11 @@ TEST(CPException, AsksTheDebugQuestionOfTheProcess) {
             return false;
         });
     EXPECT_THROW(ThrowComException(E_FAIL, "Class::Operation"), CPComException);
-    CPException::setDebugQuestion(previous);
     EXPECT_EQ("CPComException/CPComException: Class::Operation/Class::Operation", asked);
+    EXPECT_THROW(ThrowFailure<CPExceptionOSApiError>("Class::Call", [] { return "m"; }),
+                 CPExceptionOSApiError);
+    CPException::setDebugQuestion(previous);
+    EXPECT_EQ("CPExceptionOSApiError/m/Class::Call", asked);
     EXPECT_FALSE(CPException::allowForExceptionDebug("T", "m", 0, place));
 }
 

@@ -54,6 +54,10 @@ TEST(FormatterAllocation, AMessageOfLessThan1024BytesCostsAtMostItsResult) {
     std::string longest;
     EXPECT_EQ(1, allocationsOf([&] { longest = FormatStdString("%1023d", 1); }));
     EXPECT_EQ(1023u, longest.size());
+    const std::string longText(2000, 'n');
+    const CXString longWideText(std::wstring(2000, L'w'));
+    EXPECT_EQ(1, allocationsOf([&] { longest = FormatStdString("%.99s %.99S", longText, longWideText); }));
+    EXPECT_EQ(199u, longest.size());
     CXString wideResult;
     EXPECT_EQ(1, allocationsOf([&] { wideResult.Format(L"%s: %d (%08x)", wide, 12, 0xABC); }));
 }

@@ -13,7 +13,10 @@
 #include <climits>
 #include <cmath>
 #include <functional>
+#include <locale>
+#include <new>
 #include <ostream>
+#include <stdexcept>
 
 namespace {
 
@@ -35,6 +38,20 @@ std::ostream& operator<<(std::ostream& stream, const SetsLastErrorWhenStreamed&)
 
 struct ThrowsWhenStreamed {};
 std::ostream& operator<<(std::ostream&, const ThrowsWhenStreamed&) { throw 42; }
+
+template <typename Exception>
+struct Throws {
+    Exception exception;
+};
+template <typename Exception>
+std::ostream& operator<<(std::ostream&, const Throws<Exception>& thrower) {
+    throw thrower.exception;
+}
+
+struct GroupsDigits : std::numpunct<char> {
+    char do_thousands_sep() const override { return '\''; }
+    std::string do_grouping() const override { return "\3"; }
+};
 
 enum Plain { PlainOne = 1 };
 enum class Scoped : unsigned char { Big = 200 };
@@ -87,6 +104,7 @@ TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
     };
     const wchar_t* const nullWide = nullptr;
     const char* const nullNarrow = nullptr;
+    const std::string_view view = std::string_view("abcdef").substr(0, 2);
     const Row rows[] = {
         {format("%s", "narrow"), "narrow"},
         {format("%S", "narrow"), "narrow"},
@@ -105,6 +123,11 @@ TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
         {format("%s|%6s", Streamed{7}, Streamed{7}), "<7>|   <7>"},
         {format("%c%c%C", 'a', 98, L'\u00E9'), "ab\xC3\xA9"},
         {format("%3c|%s", 'x', 'y'), "  x|y"},
+        {format("%lc|%3lc|%lc", 0x20AC, L'\u20AC', 'a'), "\xE2\x82\xAC|\xE2\x82\xAC|a"},
+        // A view ends at its length, with or without a width.
+        {format("%s|%3s|%-3s|%.1s|%.9s", view, view, view, view, view), "ab| ab|ab |a|ab"},
+        {format("%5.3s|%-5.2s|", L"\u20ACab", std::string("\xC3\xA9z")), "  \xE2\x82\xAC|\xC3\xA9   |"},
+        {format("%.3S|%.4s", L"\xD83D\xDE00", L"\xD83D\xDE00x"), "|\xF0\x9F\x98\x80"},
         {format("%d %d %d", PlainOne, Scoped::Big, true), "1 200 1"},
         {format("%d|%u|%x", static_cast<unsigned char>(255), static_cast<signed char>(-1),
                 static_cast<short>(-1)),
@@ -155,6 +178,13 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
     };
     for (const Row& row : rows)
         EXPECT_EQ(row.expected, failureOf(row.action));
+    SetLastError(31);
+    try {
+        format("%d", 1.5);
+    } catch (const CPException& failure) {
+        EXPECT_EQ(31u, failure.getLastError());
+    }
+    EXPECT_EQ(31u, GetLastError());
 
     for (const char* malformed :
          {"%", "50%", "%5", "%.", "%l", "%y", "%n", "%-", "%d %", "%100000d", "%.100000f",
@@ -165,6 +195,13 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
             << malformed;
     }
     EXPECT_TRUE(failureOf([] { format(nullptr); }).starts_with("CPExceptionInvalidArgument: "));
+}
+
+TEST(Formatter, WritesNumbersWithoutTheLocaleOfTheProcess) {
+    const std::locale before = std::locale::global(std::locale(std::locale::classic(), new GroupsDigits));
+    const std::string text = format("%s %s %d", Streamed{1234567}, 1234.5, 1234567);
+    std::locale::global(before);
+    EXPECT_EQ("<1234567> 1234.5 1234567", text);
 }
 
 TEST(Formatter, KeepsShortTextInPlaceAndMovesLongTextOut) {
@@ -216,6 +253,10 @@ TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
          "argument in the original format string: ok"},
         {[] { return FormatStdString("a%sb", ThrowsWhenStreamed{}); }, "a",
          "Caught <unknown>: Issue with arguments or this format string: 'a%sb'.\n\n<none>"},
+        {[] { return FormatStdString("%s", Throws<std::bad_alloc>{}); }, "",
+         "Caught <unknown>: Issue with arguments or this format string: '%s'.\n\nbad allocation"},
+        {[] { return FormatStdString("%s", Throws<std::runtime_error>{std::runtime_error("why")}); }, "",
+         "Caught <unknown>: Issue with arguments or this format string: '%s'.\n\nwhy"},
         {[] { return FormatStdString(nullptr, 1); }, "",
          "Caught CPExceptionInvalidArgument: A null format string was supplied!\n\nInvalid format string: a "
          "null format string was supplied."},

@@ -35,7 +35,7 @@ protected:
 
 TEST_F(SpoolerServices, ReadThePrintersRecord) {
     Printer printer;
-    ASSERT_TRUE(printer.CreateHandle(L"office \u20AC"));
+    printer.CreateHandle(L"office \u20AC");
     ByteBuffer info;
     ASSERT_TRUE(printer.GetPrinterInfo(2, info));
     const ByteBuffer moved = std::move(info);
@@ -53,27 +53,35 @@ TEST_F(SpoolerServices, ReadThePrintersRecord) {
 
 TEST_F(SpoolerServices, SayThatAPrinterIsMissing) {
     Printer printer;
-    EXPECT_FALSE(printer.CreateHandle(L"nobody's"));
-    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PRINTER_NAME), GetLastError());
+    try {
+        printer.CreateHandle(L"nobody's");
+        FAIL();
+    } catch (const CPExceptionOSApiError& failure) {
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PRINTER_NAME), failure.getLastError());
+        EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PRINTER_NAME), GetLastError());
+    }
     ByteBuffer info(1);
     EXPECT_FALSE(printer.GetPrinterInfo(2, info));
     EXPECT_TRUE(info.empty());
     EXPECT_FALSE(printer.IsMSSeparatorPageSelected());
+    printer.CreateHandle(L"Office \u20AC");
+    EXPECT_THROW(printer.CreateHandle(L"nobody's"), CPExceptionOSApiError);
+    EXPECT_TRUE(printer.GetPrinterInfo(2, info)); // the first is still open
 }
 
 TEST_F(SpoolerServices, TellWhetherASeparatorPageIsSelected) {
     Printer without;
-    ASSERT_TRUE(without.CreateHandle(L"Office \u20AC"));
+    without.CreateHandle(L"Office \u20AC");
     EXPECT_FALSE(without.IsMSSeparatorPageSelected());
     Add(L"pcl.sep");
     Printer with;
-    ASSERT_TRUE(with.CreateHandle(L"Office \u20AC"));
+    with.CreateHandle(L"Office \u20AC");
     EXPECT_TRUE(with.IsMSSeparatorPageSelected());
 }
 
 TEST_F(SpoolerServices, ReadAJobsRecord) {
     Printer printer;
-    ASSERT_TRUE(printer.CreateHandle(L"Office \u20AC"));
+    printer.CreateHandle(L"Office \u20AC");
     const ByteBuffer first = PrintJob::GetJobInfo(printer.GetHandle(), 7, 1, false);
     ASSERT_FALSE(first.empty());
     EXPECT_STREQ(L"Report", reinterpret_cast<const JOB_INFO_1W*>(first.getLpbyte())->pDocument);
@@ -86,7 +94,7 @@ TEST_F(SpoolerServices, ReadAJobsRecord) {
 
 TEST_F(SpoolerServices, SurviveTheFailureOfEachCall) {
     Printer printer;
-    ASSERT_TRUE(printer.CreateHandle(L"Office \u20AC"));
+    printer.CreateHandle(L"Office \u20AC");
     for (LONG call = 1; call <= 2; ++call) {
         const OvPlatform::FaultInjectionScope fault(call, E_ACCESSDENIED);
         ByteBuffer info;

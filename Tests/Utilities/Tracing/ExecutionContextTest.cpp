@@ -45,6 +45,26 @@ TEST(ExecutionContext, MayEndOutOfOrder) {
     EXPECT_EQ("bad", reported("bad"));
 }
 
+/// Reports while it is described, as one does whose memory is out.
+struct TroubledContext final : ReportContext {
+    void describe(std::string& report) const override {
+        DebugUtilities::reportErrorForLowLevelUtilities("trouble", "caption");
+        report += "described";
+    }
+};
+
+TEST(ExecutionContext, MayReportWhileItIsDescribed) {
+    TroubledContext context;
+    DebugUtilities::pushReportContext(context);
+    const ReportRecorder recorder;
+    for (int round = 0; round < 2; ++round)
+        DebugUtilities::reportErrorForLowLevelUtilities("bad", "caption");
+    DebugUtilities::popReportContext(context);
+    ASSERT_EQ(4u, recorder.reports().size());
+    EXPECT_EQ("trouble", recorder.reports()[2].text);
+    EXPECT_EQ("bad\ndescribed", recorder.reports()[3].text);
+}
+
 TEST(ExecutionContext, ReportsItsEntryIfAsked) {
     const ReportRecorder recorder;
     const ExecutionContextLifetime lifetime(entry("Step", "s", true));
