@@ -81,7 +81,7 @@ void FitChain(PipelineSpec& pipeline, const std::vector<std::shared_ptr<FilterMo
         if (i == 0) continue;
         const FilterSpec& before = pipeline.filters[i - 1];
         if (before.ends->output != spec.ends->input)
-            throw HostError(E_NOINTERFACE, spec.module,
+            throw HostError(E_NOINTERFACE, {},
                             "the chain does not fit: filter " + std::to_string(i) + " (" + before.name +
                                 ") writes " + OutputName(before.ends->output) + ", but filter " +
                                 std::to_string(i + 1) + " (" + spec.name + ") reads " +

@@ -51,7 +51,8 @@ public:
             RunFilters();
             if (!m_state->IsStopping()) outcome.isWritten = Attempt([&] { Commit(); }, "the output");
         }
-        outcome.isCancelled = m_state->IsCancelled();
+        // A cancellation that comes after the output changes nothing.
+        outcome.isCancelled = !outcome.isWritten && m_state->IsCancelled();
         outcome.failure = m_state->Failure();
         for (Node& node : m_nodes)
             outcome.filters.push_back(std::move(node.outcome));
@@ -134,6 +135,12 @@ private:
 
     void OpenOutput() {
         if (OutputKind() == EndKind::Bytes && !m_job.byteOutput.empty()) m_job.output = m_job.byteOutput;
+        // A folder cannot be replaced, and a device must not be.
+        std::error_code error;
+        if (std::filesystem::exists(m_job.output, error) &&
+            !std::filesystem::is_regular_file(m_job.output, error))
+            throw HostError(E_ACCESSDENIED, m_job.output.string(),
+                            m_job.output.string() + " is there, and is no file that can be replaced");
         if (OutputKind() == EndKind::Bytes)
             m_fileSink = std::make_shared<FileSink>(m_job.output);
         else
@@ -247,7 +254,13 @@ private:
                 return filter->InitializeFilter(connections, m_bag, control);
             });
             node.outcome.result = hr;
-            if (FAILED(hr)) m_state->Fail(FailureOf(hr, "filter " + node.spec.name + " (InitializeFilter)"));
+            if (FAILED(hr)) {
+                JobFailure failure = FailureOf(hr, "filter " + node.spec.name + " (InitializeFilter)");
+                if (hr == E_NOINTERFACE && failure.problem.empty())
+                    failure.problem = std::string("it does not read ") + InputName(node.spec.ends->input) +
+                                      " and write " + OutputName(node.spec.ends->output);
+                m_state->Fail(std::move(failure));
+            }
         }
         const bool isReady = node.filter && SUCCEEDED(hr);
         m_state->Announce([&] { node.state = isReady ? Node::State::Initialised : Node::State::Refused; });

@@ -56,13 +56,22 @@ private:
                             ": " + problem);
     }
 
+    std::string ReadText() const {
+        try {
+            std::string text;
+            const auto reader = FileContent(m_file).Open();
+            if (reader->Size() > MaxSize) Refuse(nullptr, "the configuration is larger than 1 MB");
+            Drain(*reader, [&](const void* bytes, std::size_t size) {
+                text.append(static_cast<const char*>(bytes), size);
+            });
+            return text;
+        } catch (const HostError& error) { // not a fault of the job
+            throw HostError(error.Result(), error.Subject(), error.what());
+        }
+    }
+
     std::unique_ptr<xmlDoc, DocumentDeleter> Parse() const {
-        std::string text;
-        const auto reader = FileContent(m_file).Open();
-        if (reader->Size() > MaxSize) Refuse(nullptr, "the configuration is larger than 1 MB");
-        Drain(*reader, [&](const void* bytes, std::size_t size) {
-            text.append(static_cast<const char*>(bytes), size);
-        });
+        const std::string text = ReadText();
         const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
         if (!context) throw std::bad_alloc();
         std::unique_ptr<xmlDoc, DocumentDeleter> document(

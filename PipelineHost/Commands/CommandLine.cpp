@@ -111,6 +111,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
         Once(options.queue, option, std::move(value));
     else if (option == "--config")
         Once(options.config, option, std::move(value));
+    else if (option == "--filter" && value.empty())
+        throw UsageError(option + " is given an empty value");
     else if (option == "--filter")
         options.filters.push_back(std::move(value));
     else if (option == "--output" || option == "-o")

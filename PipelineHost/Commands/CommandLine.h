@@ -23,7 +23,7 @@ struct CommandOptions {
     std::string queue;                // empty: the sample queue
     std::string config;               // empty: none
     std::vector<std::string> filters; // MODULE or MODULE,{class id}
-    std::string output;               // empty: beside the job
+    std::string output;               // empty: named after the job, in the current folder
     bool trace = false;
     bool explain = false;
     std::optional<unsigned long> document; // from 1

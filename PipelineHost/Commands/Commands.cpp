@@ -4,6 +4,7 @@
 #include "Report/HresultText.h"
 
 #include "Package/PackageError.h"
+#include "PrintTicket/PrintTicketMerge.h"
 #include "Spooler/QueueFolderError.h"
 
 #include <ostream>
@@ -35,13 +36,28 @@ int RunChosen(const CommandOptions& options, std::ostream& out, std::ostream& er
     return options.command == "ticket" ? TicketCommand(options, out) : PartsCommand(options, out);
 }
 
+// Without this check a filter that needs the queue's documents would fail, and have no words for why.
+std::shared_ptr<const OvPlatform::QueueFolder> LoadChecked(const std::filesystem::path& folder) {
+    auto queue = OvPlatform::QueueFolder::Load(folder);
+    try {
+        const OvPlatform::PrintTicketMerge readsBoth(queue);
+    } catch (const OvPlatform::PrintTicketError& error) {
+        throw OvPlatform::QueueFolderError(folder,
+                                           std::string(error.what()) + ": " + HresultText(error.Result()));
+    }
+    return queue;
+}
+
 } // namespace
 
 int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
     CommandOptions options;
     try {
         options = ParseCommandLine(arguments);
-        return RunChosen(options, out, errors);
+        const int code = RunChosen(options, out, errors);
+        if (code == ExitOk && !out.flush())
+            return Complain(errors, "what was to be printed cannot be written", ExitJobFailed);
+        return code;
     } catch (const UsageError& error) {
         return Complain(errors, std::string(error.what()) + " (see ov-pipeline --help)", ExitUsage);
     } catch (const HostError& error) {
@@ -66,12 +82,12 @@ std::string AboutJob(const CommandOptions& options, const std::string& line) {
 }
 
 std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options) {
-    if (!options.queue.empty()) return OvPlatform::QueueFolder::Load(options.queue);
+    if (!options.queue.empty()) return LoadChecked(options.queue);
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
     for (const auto& folder : {program.parent_path() / "share" / "ov-pipeline" / "Queues" / SampleQueue,
                                std::filesystem::path(OV_SAMPLE_QUEUES) / SampleQueue})
-        if (std::filesystem::exists(folder, error)) return OvPlatform::QueueFolder::Load(folder);
+        if (std::filesystem::exists(folder, error)) return LoadChecked(folder);
     throw UsageError(std::string("no queue: name one with --queue DIR; the sample queue ") + SampleQueue +
                      " is not installed");
 }

@@ -84,16 +84,11 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
 
 TicketExplanation Explain(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                           const LevelParts& parts) {
-    try {
-        TicketExplanation explanation(queue);
-        AddLevel(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
-        AddLevel(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
-        AddLevel(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
-        return explanation;
-    } catch (const OvPlatform::PrintTicketError& error) {
-        throw InputError(error.Result(), Utf8(queue->PrinterName()),
-                         "the queue " + Utf8(queue->PrinterName()) + ": " + error.what());
-    }
+    TicketExplanation explanation(queue);
+    AddLevel(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
+    AddLevel(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
+    AddLevel(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
+    return explanation;
 }
 
 void Require(HRESULT hr, const char* level) {

@@ -75,6 +75,7 @@ constexpr std::array Known{
     KnownResult{0x80510016, "OPC_E_INVALID_PIECE", "an invalid piece of a part"},
     KnownResult{0x80510017, "OPC_E_MISSING_PIECE", "a piece of a part is missing"},
     KnownResult{0x80510018, "OPC_E_NO_SUCH_PART", "the package has no such part"},
+    KnownResult{0x8051004f, "OPC_E_UNSUPPORTED_PACKAGE", "a package beyond what can be read here"},
     KnownResult{0x80511001, "OPC_E_ZIP_INCORRECT_DATA_SIZE", "data of another size than declared"},
     KnownResult{0x80511002, "OPC_E_ZIP_CORRUPTED_ARCHIVE", "the zip archive is damaged"},
     KnownResult{0x80511003, "OPC_E_ZIP_COMPRESSION_FAILED", "data cannot be compressed"},

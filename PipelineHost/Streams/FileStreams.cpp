@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace OvPipeline {
@@ -41,6 +42,11 @@ public:
     explicit FileReader(const std::filesystem::path& file)
         : m_name(file), m_file(std::fopen(file.c_str(), "rb")) {
         if (!m_file) ThrowFor(errno, file, "cannot read", true);
+        struct stat state {};
+        if (fstat(fileno(m_file), &state) == 0 && S_ISDIR(state.st_mode)) {
+            std::fclose(m_file);
+            ThrowFor(EISDIR, file, "cannot read", true);
+        }
         if (fseeko(m_file, 0, SEEK_END) != 0) {
             const int error = errno;
             std::fclose(m_file);
@@ -78,7 +84,6 @@ private:
 std::unique_ptr<ByteReader> FileContent::Open() const { return std::make_unique<FileReader>(m_file); }
 
 FileSink::FileSink(std::filesystem::path target) : m_target(std::move(target)) {
-    if (std::filesystem::is_directory(m_target)) ThrowFor(EISDIR, m_target, "cannot write");
     const std::string name = m_target.string() + "." + std::to_string(getpid()) + ".part";
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (file < 0) ThrowFor(errno, m_target, "cannot write");

@@ -10,17 +10,16 @@
 namespace OvPlatform {
 
 std::shared_ptr<const QueueTickets> QueueTickets::Of(const std::shared_ptr<const QueueFolder>& queue) {
-    using Known =
-        std::map<std::weak_ptr<const QueueFolder>, std::weak_ptr<const QueueTickets>, std::owner_less<>>;
+    using Known = std::map<std::weak_ptr<const void>, std::weak_ptr<const QueueTickets>, std::owner_less<>>;
     static std::mutex mutex;
     static Known known;
 
     const std::scoped_lock lock(mutex);
     std::erase_if(known, [](const auto& entry) { return entry.first.expired() || entry.second.expired(); });
-    if (const auto found = known.find(queue); found != known.end())
+    if (const auto found = known.find(queue->DocumentsOwner()); found != known.end())
         if (auto tickets = found->second.lock()) return tickets;
     auto tickets = std::make_shared<const QueueTickets>(queue);
-    known[queue] = tickets;
+    known[queue->DocumentsOwner()] = tickets;
     return tickets;
 }
 

@@ -28,7 +28,9 @@ std::shared_ptr<const QueueFolder> QueueFolder::WithJob(QueueJob job) const {
     QueueDescription altered = m_description;
     std::erase_if(altered.jobs, [&](const QueueJob& other) { return other.id == job.id; });
     altered.jobs.push_back(std::move(job));
-    return std::make_shared<QueueFolder>(std::move(altered), m_folder);
+    const auto queue = std::make_shared<QueueFolder>(std::move(altered), m_folder);
+    queue->m_documentsOwner = m_documentsOwner;
+    return queue;
 }
 
 const QueueJob* QueueFolder::FindJob(std::uint32_t id) const {

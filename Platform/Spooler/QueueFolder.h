@@ -35,8 +35,11 @@ public:
 
     // The bytes of the default ticket and of the Print Capabilities document. Never empty for a loaded
     // folder.
-    std::string DefaultTicket() const { return m_description.defaultTicket; }
-    std::string Capabilities() const { return m_description.capabilities; }
+    const std::string& DefaultTicket() const { return m_description.defaultTicket; }
+    const std::string& Capabilities() const { return m_description.capabilities; }
+    // Shared by queues of which one was made of the other, so that what was worked out of these documents for
+    // one serves all.
+    const std::shared_ptr<const void>& DocumentsOwner() const { return m_documentsOwner; }
 
     const QueueValues& DriverProperties() const { return m_description.driverProperties; }
     const QueueValues& QueueProperties() const { return m_description.queueProperties; }
@@ -48,6 +51,7 @@ public:
 private:
     QueueDescription m_description;
     std::filesystem::path m_folder;
+    std::shared_ptr<const void> m_documentsOwner = std::make_shared<char>();
 };
 
 } // namespace OvPlatform

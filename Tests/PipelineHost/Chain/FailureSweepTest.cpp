@@ -5,6 +5,7 @@
 #include <Support/PipelineJob.h>
 
 #include <Com/FaultInjection.h>
+#include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolder.h>
 
 #include <gtest/gtest.h>
@@ -12,6 +13,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <optional>
 
 using namespace OvPipeline;
 
@@ -21,6 +23,7 @@ class FailureSweepTest : public testing::Test {
 protected:
     void SetUp() override {
         m_queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
+        m_tickets.emplace(m_queue);
         SampleJob job;
         job.pages = 2;
         job.jobTicket = SampleTicket("PageOrientation", "Landscape");
@@ -74,6 +77,7 @@ protected:
 
     ScratchFolder m_folder;
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
+    std::optional<OvPlatform::PrintTicketMerge> m_tickets; // lest every job reads the queue's documents again
 };
 
 FilterSpec Sample(const char* name, FilterEnds ends) {

@@ -282,7 +282,11 @@ TEST_F(PipelineTest, StartsNoFilterWhereOneCannotBeInitialised) {
     bad->initialiseResult = E_NOINTERFACE;
     const JobOutcome outcome =
         Run({}, {Filter("good", PassOn(), PartsToParts, good), Filter("bad", PassOn(), PartsToParts, bad)});
-    EXPECT_THAT(FailureLine(outcome), HasSubstr("filter bad (InitializeFilter): 0x80004002 E_NOINTERFACE"));
+    EXPECT_THAT(
+        FailureLine(outcome),
+        HasSubstr(
+            "filter bad (InitializeFilter): it does not read XPS parts (IXpsDocumentProvider) and write "
+            "XPS parts (IXpsDocumentConsumer): 0x80004002"));
     EXPECT_EQ(0, good->started + bad->started);
     EXPECT_EQ(2, good->shutDown + bad->shutDown);
     ExpectNoOutput();
