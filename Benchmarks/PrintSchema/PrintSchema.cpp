@@ -9,10 +9,12 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -79,12 +81,19 @@ xmlDoc* ParseWithLibxml() {
                          XML_PARSE_NONET);
 }
 
-// Alternates the two, so that both see the same machine.
+double MedianOf(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+// Alternates the two, so that both see the same machine, and compares their medians: what else runs there
+// lengthens some rounds of either.
 void Compare(benchmark::State& state, double limit, const std::function<void()>& own,
              const std::function<void()>& peer) {
     using Clock = std::chrono::steady_clock;
-    double ownSeconds = 0;
-    double peerSeconds = 0;
+    std::vector<double> ownSeconds;
+    std::vector<double> peerSeconds;
     for (auto _ : state) {
         const auto start = Clock::now();
         own();
@@ -93,10 +102,10 @@ void Compare(benchmark::State& state, double limit, const std::function<void()>&
         const auto end = Clock::now();
         const double seconds = std::chrono::duration<double>(between - start).count();
         state.SetIterationTime(seconds);
-        ownSeconds += seconds;
-        peerSeconds += std::chrono::duration<double>(end - between).count();
+        ownSeconds.push_back(seconds);
+        peerSeconds.push_back(std::chrono::duration<double>(end - between).count());
     }
-    state.counters["ratio"] = ownSeconds / peerSeconds;
+    state.counters["ratio"] = MedianOf(ownSeconds) / MedianOf(peerSeconds);
     state.counters["limit"] = limit;
 }
 
