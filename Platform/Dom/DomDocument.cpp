@@ -22,8 +22,8 @@ namespace {
 constexpr LONG ReadyStateComplete = 4;
 constexpr HRESULT NoSchema = XmlCode(0xE225);
 
+// The free-threaded class is not offered: a document belongs to one thread at a time.
 const ClassRegistration registration(CLSID_DOMDocument60, &DomDocument::Create);
-const ClassRegistration freeThreadedRegistration(CLSID_FreeThreadedDOMDocument60, &DomDocument::Create);
 
 struct NamedType {
     std::wstring_view name;
