@@ -45,7 +45,8 @@ public:
     JobOutcome Run() {
         Trace::NameThread("job");
         JobOutcome outcome;
-        if (Attempt([&] { Prepare(); }, "the job")) {
+        if (Attempt([&] { Prepare(); }, "the job") && Attempt([&] { OpenOutput(); }, "the output")) {
+            Connect();
             outcome.outputKind = OutputKind();
             outcome.output = m_job.output;
             RunFilters();
@@ -100,8 +101,6 @@ private:
             m_nodes.back().outcome.name = m_nodes.back().spec.name;
         }
         OpenJob();
-        OpenOutput();
-        Connect();
     }
 
     void AddServices() {

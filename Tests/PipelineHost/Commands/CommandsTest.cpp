@@ -1,0 +1,405 @@
+// The program's commands in this process, on captured streams.
+#include <Commands/Commands.h>
+#include <Support/SampleJob.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <regex>
+#include <sstream>
+
+#include <sys/stat.h>
+
+using namespace OvPipeline;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
+
+namespace {
+
+const std::string PassThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
+const std::string PageList = OV_BINARY_DIR "/lib/libPageList.so";
+const std::string StreamCopy = OV_BINARY_DIR "/lib/libStreamCopy.so";
+const std::string SampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
+
+std::string FileText(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+struct Result {
+    int code = 0;
+    std::string out;
+    std::string errors;
+};
+
+class CommandsTest : public testing::Test {
+protected:
+    void SetUp() override { std::filesystem::current_path(m_folder.Path()); }
+    void TearDown() override { std::filesystem::current_path(m_before); }
+
+    static Result Run(const std::vector<std::string>& arguments) {
+        std::ostringstream out;
+        std::ostringstream errors;
+        const int code = RunProgram(arguments, out, errors);
+        return {code, out.str(), errors.str()};
+    }
+    // A failure is one line on the error stream and nothing else.
+    static void ExpectRefusal(const Result& result, int code, const std::string& words) {
+        EXPECT_EQ(code, result.code) << result.errors;
+        EXPECT_EQ("", result.out);
+        EXPECT_THAT(Lines(result.errors), ElementsAre(StartsWith("ov-pipeline: ")));
+        EXPECT_THAT(result.errors, HasSubstr(words));
+    }
+
+    ScratchFolder m_folder;
+    std::filesystem::path m_before = std::filesystem::current_path();
+};
+
+TEST_F(CommandsTest, HelpAndVersionGoToTheOutput) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"--help"}, "Exit codes: 0 done"},
+        {{"run", "--help"}, "--trace"},
+        {{"ticket", "job.xps", "-h"}, "--explain"},
+        {{"parts", "--help"}, "tree"},
+        {{"--version"}, "ov-pipeline "},
+    };
+    for (const auto& [arguments, words] : cases) {
+        const Result result = Run(arguments);
+        EXPECT_EQ(ExitOk, result.code);
+        EXPECT_THAT(result.out, HasSubstr(words));
+        EXPECT_EQ("", result.errors);
+    }
+}
+
+TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
+    SampleJob().Write("job.xps");
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{}, "which command"},
+        {{"print", "job.xps"}, "there is no command print"},
+        {{"run"}, "which job? ov-pipeline run wants an XPS file"},
+        {{"run", "job.xps", "other.xps"}, "one job at a time: job.xps or other.xps?"},
+        {{"run", "--fast", "job.xps"}, "ov-pipeline run has no option --fast"},
+        {{"parts", "--explain", "job.xps"}, "ov-pipeline parts has no option --explain"},
+        {{"run", "job.xps", "-o"}, "-o wants a value"},
+        {{"run", "job.xps", "--filter", ""}, "--filter is given an empty value"},
+        {{"run", "-o", "a.xps", "--output", "b.xps", "job.xps"}, "--output is given twice"},
+        {{"run", "--config", "a.xml", "--filter", "b", "job.xps"}, "exclude each other"},
+        {{"ticket", "job.xps", "--page", "0"}, "--page wants a number from 1, not \"0\""},
+        {{"ticket", "job.xps", "--page", "2x"}, "not \"2x\""},
+        {{"ticket", "job.xps", "--page", "3"}, "the job has 2 pages; there is no page 3"},
+        {{"ticket", "job.xps", "--document", "2"}, "the job has 1 document; there is no document 2"},
+        {{"run", "-o", "../" + m_folder.Path().filename().string() + "/job.xps", "job.xps"},
+         "the output would take the place of the job job.xps"},
+    };
+    for (const auto& [arguments, words] : cases) {
+        const Result result = Run(arguments);
+        ExpectRefusal(result, ExitUsage, words);
+        EXPECT_THAT(result.errors, HasSubstr("(see ov-pipeline --help)"));
+    }
+    EXPECT_THAT(m_folder.Files(), ElementsAre("job.xps"));
+}
+
+TEST_F(CommandsTest, RunSumsUpWhatItDid) {
+    SampleJob job;
+    job.documents = 2;
+    job.pages = 3;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    job.pageTicket = SampleTicket("PageMediaType", "NoSuchPaper");
+    job.Write("job.xps");
+    const Result result = Run({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
+    ASSERT_EQ(ExitOk, result.code) << result.errors;
+    EXPECT_EQ("", result.errors);
+    const std::vector<std::string> lines = Lines(result.out);
+    ASSERT_EQ(8u, lines.size()) << result.out;
+    EXPECT_EQ("job.xps -> out.xps", lines[0]);
+    EXPECT_EQ("  queue     Color Office", lines[1]);
+    EXPECT_EQ("  filters   PassThrough -> PassThrough", lines[2]);
+    // The package and its core properties, the sequence, and for each document: itself, its structure, pages.
+    // Written are the sequence, the documents with their structure, the pages, four resources, two tickets,
+    // and the package's own two.
+    EXPECT_EQ("  parts     13 to the first filter, 19 written", lines[3]);
+    EXPECT_EQ("  pages     6", lines[4]);
+    // For each filter: the job's ticket and the six pages' one, all but the first of which is known already.
+    EXPECT_EQ("  tickets   4 merges made, 10 saved by the cache; 2 conflicts resolved", lines[5]);
+    EXPECT_THAT(lines[6], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
+    EXPECT_THAT(lines[7], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
+    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "out.xps"));
+}
+
+TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
+    std::filesystem::create_directory("jobs");
+    SampleJob().Write("jobs/letter.oxps");
+    EXPECT_EQ(ExitOk, Run({"run", "jobs/letter.oxps"}).code);
+    EXPECT_EQ(ExitOk, Run({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
+    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
+    EXPECT_EQ(2u, Lines(FileText("letter-printed.prn")).size());
+    EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
+}
+
+TEST_F(CommandsTest, RunTakesAPipelineConfigurationAndLooksForModulesInTheNamedFolders) {
+    SampleJob().Write("job.xps");
+    const std::string config = OV_SOURCE_DIR "/Samples/Pipelines/page-list.xml";
+    ASSERT_EQ(0, setenv("OV_FILTERS", ("/nonexistent:" + std::string(OV_BINARY_DIR "/lib")).c_str(), 1));
+    const Result result = Run({"run", "--config", config, "-o", "out.txt", "job.xps"});
+    unsetenv("OV_FILTERS");
+    ASSERT_EQ(ExitOk, result.code) << result.errors;
+    EXPECT_THAT(result.out, HasSubstr("filters   Pass-through -> Page list -> Stream copy"));
+    EXPECT_EQ(2u, Lines(FileText("out.txt")).size());
+}
+
+TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone) {
+    SampleJob job;
+    job.pageTicket = "<psf:PrintTicket";
+    job.Write("job.xps");
+    std::ofstream("out.xps") << "old";
+    ExpectRefusal(Run({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}), ExitJobFailed,
+                  "ov-pipeline: job.xps: filter PassThrough at /Metadata/Page_PT.xml: ");
+    const Result result = Run({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    EXPECT_THAT(result.errors, HasSubstr(": 0x80040005 E_DELTA_PRINTTICKET_FORMAT (the part's print ticket "
+                                         "is no valid Print Ticket)\n"));
+    EXPECT_EQ("old", FileText("out.xps"));
+    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "out.xps"));
+}
+
+TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
+    std::ofstream("text.xps") << "no zip";
+    ZipItems items = SampleJob().Items();
+    items.erase("Documents/1/Pages/1.fpage");
+    WriteZip("pageless.xps", items);
+    for (const std::vector<std::string>& command :
+         std::vector<std::vector<std::string>>{{"run", "--filter", PassThrough, "-o", "out.xps"},
+                                               {"run", "-o", "out.xps"},
+                                               {"parts"},
+                                               {"ticket", "--page", "1"}}) {
+        for (const auto& [job, words] : std::map<std::string, std::string>{
+                 {"none.xps", "none.xps: there is no such file: 0x80070002 ERROR_FILE_NOT_FOUND"},
+                 {"text.xps", "text.xps: this is no package: it is not a zip archive: 0x80511002"},
+                 {"pageless.xps", "/Documents/1/FixedDoc.fdoc names the page Pages/1.fpage, which the "
+                                  "package does not hold: 0x8052010b"}}) {
+            std::vector<std::string> arguments = command;
+            arguments.push_back(job);
+            const Result result = Run(arguments);
+            EXPECT_EQ(ExitInputRefused, result.code) << result.errors;
+            const std::vector<std::string> lines = Lines(result.errors);
+            ASSERT_EQ(1u, lines.size()) << result.errors;
+            EXPECT_THAT(lines[0], StartsWith("ov-pipeline: " + job + ": "));
+            EXPECT_THAT(lines[0], HasSubstr(words));
+        }
+    }
+    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("text.xps", "pageless.xps"));
+}
+
+TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
+    SampleJob().Write("job.xps");
+    std::filesystem::create_directory("folder");
+    ASSERT_EQ(0, mkfifo("pipe", 0600));
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"--filter", "NoSuchModule"}, "there is no module NoSuchModule: 0x8007007e ERROR_MOD_NOT_FOUND"},
+        {{"--filter", StreamCopy, PassThrough}, "the chain does not fit: filter 1 (StreamCopy) writes"},
+        {{"--config", "none.xml"}, "ov-pipeline: cannot read none.xml: No such file or directory"},
+        {{"--config", "folder"}, "ov-pipeline: cannot read folder: Is a directory"},
+        {{"--config", "job.xps"}, "ov-pipeline: job.xps line 1: "},
+        {{"-o", "folder"}, "the output: folder is there, and is no file that can be replaced: 0x80070005"},
+        {{"-o", "pipe"}, "pipe is there, and is no file that can be replaced"},
+        {{"--filter", PageList, "-o", "pipe"}, "pipe is there, and is no file that can be replaced"},
+        {{"-o", "none/out.xps"}, "none/out.xps"},
+        {{"--filter", PageList, "-o", "none/out.txt"}, "cannot write none/out.txt"},
+    };
+    for (const auto& [options, words] : cases) {
+        std::vector<std::string> arguments{"run", "job.xps"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        ExpectRefusal(Run(arguments), ExitJobFailed, words);
+    }
+    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "folder", "pipe"));
+}
+
+TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {
+    const auto edit = [](const std::string& from, const std::string& to) {
+        std::string text = FileText("queue/queue.xml");
+        const std::size_t place = text.find(from);
+        ASSERT_NE(std::string::npos, place);
+        std::ofstream("queue/queue.xml") << text.replace(place, from.size(), to);
+    };
+    const std::pair<std::function<void()>, const char*> cases[] = {
+        {[] { std::filesystem::remove_all("queue"); }, "queue/queue.xml: the file is missing"},
+        {[] { std::filesystem::remove("queue/capabilities.xml"); },
+         "queue/capabilities.xml: the file is missing"},
+        {[&] { edit("location=", "colour="); }, "queue/queue.xml:4: unknown attribute 'colour' of <Printer>"},
+        {[&] { edit("\"default-ticket.xml\"", "\"../job.xps\""); }, "is not in the folder"},
+        {[] { std::ofstream("queue/default-ticket.xml") << "<a"; },
+         "ov-pipeline: queue: the queue's default ticket: line 1"},
+        {[] { std::ofstream("queue/capabilities.xml") << "<a/>"; },
+         "ov-pipeline: queue: the queue's capabilities: line 1"},
+    };
+    SampleJob().Write("job.xps");
+    for (const auto& [damage, words] : cases) {
+        std::filesystem::remove_all("queue");
+        std::filesystem::copy(SampleQueue, "queue");
+        std::filesystem::permissions("queue", std::filesystem::perms::owner_all);
+        for (const auto& file : std::filesystem::directory_iterator("queue"))
+            std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+        damage();
+        ExpectRefusal(Run({"run", "--queue", "queue", "-o", "out.xps", "job.xps"}), ExitInputRefused, words);
+        ExpectRefusal(Run({"ticket", "--queue", "queue", "job.xps"}), ExitInputRefused, words);
+    }
+    EXPECT_FALSE(std::filesystem::exists("out.xps"));
+}
+
+TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
+    SampleJob job;
+    job.pages = 1;
+    job.hasExtras = false;
+    job.Write("job.xps");
+    const Result result = Run({"run", "--trace", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    ASSERT_EQ(ExitOk, result.code);
+    // The filter and the output work at the same time: the order is that of each.
+    std::map<std::string, std::vector<std::string>> steps;
+    for (const std::string& line : Lines(result.errors)) {
+        const std::size_t colon = line.find(": ");
+        ASSERT_NE(std::string::npos, colon) << line;
+        steps[line.substr(0, colon)].push_back(line.substr(colon + 2));
+    }
+    const std::string document = "/Documents/1/FixedDoc.fdoc";
+    const std::string page = "/Documents/1/Pages/1.fpage";
+    const std::vector<std::string>& filter = steps["PassThrough"];
+    const auto place = [&](const std::string& step) {
+        return std::find(filter.begin(), filter.end(), step) - filter.begin();
+    };
+    for (const std::string& part : {std::string("XPS document"), "document " + document, "page " + page}) {
+        ASSERT_LT(place("sends " + part), static_cast<std::ptrdiff_t>(filter.size())) << part;
+        EXPECT_LT(place("receives " + part), place("sends " + part)) << part;
+    }
+    EXPECT_EQ("is initialised", filter.front());
+    EXPECT_EQ("is done", filter.back());
+    EXPECT_LT(place("receives the end of the parts"), place("closes its output"));
+    EXPECT_THAT(steps["output"],
+                ElementsAre("writes " + std::string(SampleJob::FontName), "writes /Resources/Picture.png",
+                            "writes /Resources/Brushes.dict", "writes /Resources/Pattern.jpg",
+                            "writes " + page, "writes " + document, "writes /FixedDocSeq.fdseq"));
+}
+
+// A row of the explanation: value and origin by setting.
+std::map<std::string, std::pair<std::string, std::string>> Explained(const std::string& text) {
+    std::map<std::string, std::pair<std::string, std::string>> rows;
+    for (const std::string& line : Lines(text)) {
+        std::vector<std::string> cells;
+        std::istringstream stream(line);
+        for (std::string cell; stream >> cell;)
+            cells.push_back(cell);
+        if (cells.size() < 3) continue;
+        std::string origin = cells[2];
+        if (origin == "changed") origin += " " + cells.at(3) + " " + cells.at(4);
+        rows[cells[0]] = {cells[1], origin};
+    }
+    return rows;
+}
+
+TEST_F(CommandsTest, TicketMergesTheLevelsAndExplainsWhereEachValueIsFrom) {
+    SampleJob job;
+    job.documents = 2;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    job.documentTicket = SampleTicket("DocumentCollate", "Uncollated");
+    job.pageTicket = SampleTicket("PageOutputColor", "Monochrome");
+    job.Write("job.xps");
+
+    using Row = std::pair<std::string, std::string>;
+    struct Case {
+        std::vector<std::string> level;
+        Row orientation, collation, color;
+    };
+    const Row landscape{"psk:Landscape", "job"};
+    const Row collated{"psk:Collated", "default"};
+    const Row uncollated{"psk:Uncollated", "document"};
+    const Row outOfScope;
+    const Row color{"psk:Color", "default"};
+    const Row monochrome{"psk:Monochrome", "page"};
+    const Case cases[] = {{{}, landscape, collated, color},
+                          {{"--document", "2"}, landscape, uncollated, color},
+                          {{"--document", "2", "--page", "2"}, landscape, outOfScope, monochrome},
+                          {{"--page", "4"}, landscape, outOfScope, monochrome}};
+    for (const Case& test : cases) {
+        std::vector<std::string> arguments{"ticket", "job.xps"};
+        arguments.insert(arguments.end(), test.level.begin(), test.level.end());
+        const Result ticket = Run(arguments);
+        ASSERT_EQ(ExitOk, ticket.code) << ticket.errors;
+        EXPECT_THAT(ticket.out, HasSubstr("\"" + test.orientation.first + "\""));
+        EXPECT_EQ(test.color.first == "psk:Monochrome",
+                  ticket.out.find("\"psk:Monochrome\"") != std::string::npos);
+        arguments.emplace_back("--explain");
+        const Result explained = Run(arguments);
+        ASSERT_EQ(ExitOk, explained.code) << explained.errors;
+        auto rows = Explained(explained.out);
+        EXPECT_EQ(test.orientation, rows["psk:PageOrientation"]);
+        EXPECT_EQ(test.collation, rows["psk:DocumentCollate"]);
+        EXPECT_EQ(test.color, rows["psk:PageOutputColor"]);
+    }
+}
+
+TEST_F(CommandsTest, ExplainTellsWhatValidationChanged) {
+    SampleJob job;
+    job.jobTicket = SampleTicket("PageOutputColor", "Ultraviolet");
+    job.Write("job.xps");
+    const Result result = Run({"ticket", "job.xps", "--page", "1", "--explain"});
+    auto rows = Explained(result.out);
+    EXPECT_EQ("changed by validation", rows["psk:PageOutputColor"].second);
+    EXPECT_EQ("psk:Color", rows["psk:PageOutputColor"].first);
+    EXPECT_THAT(result.out, HasSubstr("psk:Ultraviolet was asked for"));
+}
+
+TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
+    SampleJob job;
+    job.jobTicket = "<job/>";
+    job.pageTicket = "<page/>";
+    ZipItems items = job.Items();
+    items["Resources/Unused.png"] = "unused";
+    WriteZip("job.xps", items);
+    const Result result = Run({"parts", "job.xps"});
+    ASSERT_EQ(ExitOk, result.code) << result.errors;
+    // Of the sizes, one of bytes that the test knows.
+    EXPECT_THAT(result.out, HasSubstr("  image /Resources/Picture.png  12 bytes\n"));
+    std::vector<std::string> lines =
+        Lines(std::regex_replace(result.out, std::regex("  [0-9.]+ (bytes|KB)"), ""));
+    const std::string font = SampleJob::FontName;
+    EXPECT_THAT(
+        lines,
+        ElementsAre(
+            "job.xps  XPS, 16 parts", "thumbnail /docProps/thumb.jpeg",
+            "part /docProps/core.xml  "
+            "application/vnd.openxmlformats-package.core-properties+xml",
+            "document sequence /FixedDocSeq.fdseq", "  print ticket /Metadata/Job_PT.xml",
+            "  document 1 /Documents/1/FixedDoc.fdoc",
+            "    part /Documents/1/Structure.struct  "
+            "application/vnd.ms-package.xps-documentstructure+xml",
+            "    page 1 /Documents/1/Pages/1.fpage  816 x 1056", "      print ticket /Metadata/Page_PT.xml",
+            "      font " + font, "      image /Resources/Picture.png",
+            "      resource dictionary /Resources/Brushes.dict", "        image /Resources/Pattern.jpg",
+            "    page 2 /Documents/1/Pages/2.fpage  816 x 1056",
+            "      print ticket /Metadata/Page_PT.xml  (shown before)",
+            "      font " + font + "  (shown before)", "      image /Resources/Picture.png  (shown before)",
+            "      resource dictionary /Resources/Brushes.dict  (shown before)",
+            "        image /Resources/Pattern.jpg  (shown before)",
+            "image /Resources/Unused.png  (no page relates to it)", "2 pages"));
+}
+
+TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {
+    SampleJob().Write("job.xps");
+    std::ostream nowhere(nullptr);
+    std::ostringstream errors;
+    EXPECT_EQ(ExitJobFailed, RunProgram({"parts", "job.xps"}, nowhere, errors));
+    EXPECT_EQ("ov-pipeline: what was to be printed cannot be written\n", errors.str());
+}
+
+} // namespace
