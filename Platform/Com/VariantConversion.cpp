@@ -35,7 +35,7 @@ std::optional<Value> Read(const VARIANT& source) {
     case VT_EMPTY:
         break;
     case VT_I1:
-        whole(static_cast<signed char>(source.cVal));
+        whole(static_cast<int>(static_cast<signed char>(source.cVal)));
         break;
     case VT_UI1:
         whole(source.bVal);

@@ -1,3 +1,5 @@
+#include "Support/ReportRecorder.h"
+
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
@@ -63,28 +65,40 @@ HRESULT Guarded(const std::function<void()>& body) {
 
 TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
     const struct {
-        const char* what;
+        const char* message; // of the report
         std::function<void()> body;
         HRESULT expected;
     } cases[] = {
-        {"nothing", [] {}, S_OK},
-        {"bad_alloc", [] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
-        {"bad_array_new_length", [] { throw std::bad_array_new_length(); }, E_OUTOFMEMORY},
-        {"CPComException", [] { ThrowComException(E_PENDING, "Guarded"); }, E_PENDING},
+        {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.", [] { throw std::bad_alloc(); },
+         E_OUTOFMEMORY},
+        {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.",
+         [] { throw std::bad_array_new_length(); }, E_OUTOFMEMORY},
+        {"CPComException exception caught by CATCH_VARIOUS() macro.",
+         [] { ThrowComException(E_PENDING, "Guarded"); }, E_PENDING},
         // A success code that was thrown stays what it is.
-        {"CPComException S_FALSE", [] { ThrowComException(S_FALSE, "Guarded"); }, S_FALSE},
-        {"CPException",
+        {"CPComException exception caught by CATCH_VARIOUS() macro.",
+         [] { ThrowComException(S_FALSE, "Guarded"); }, S_FALSE},
+        {"CPException exception caught by CATCH_VARIOUS() macro.",
          [] {
              throw CPExceptionInvalidArgument(
                  std::string("no"), 0u,
                  DebugContextCopy(DebugContextReference(__FILE__, __LINE__, "Guarded")));
          },
          E_FAIL},
-        {"std::exception", [] { throw std::runtime_error("no"); }, E_FAIL},
-        {"int", [] { throw 7; }, E_UNEXPECTED},
+        {"std::exception exception caught by CATCH_VARIOUS() macro.", [] { throw std::runtime_error("no"); },
+         E_FAIL},
+        {"Unknown exception caught by CATCH_VARIOUS() macro's catch(...).", [] { throw 7; }, E_UNEXPECTED},
     };
-    for (const auto& row : cases)
-        EXPECT_EQ(Guarded(row.body), row.expected) << row.what;
+    EXPECT_EQ(Guarded([] {}), S_OK);
+    for (const auto& row : cases) {
+        const ReportRecorder recorder;
+        EXPECT_EQ(Guarded(row.body), row.expected) << row.message;
+        ASSERT_EQ(recorder.reports().size(), 1u) << row.message;
+        const std::string& report = recorder.reports()[0].text;
+        EXPECT_TRUE(report.starts_with(std::string(row.message) + "\n")) << report;
+        EXPECT_NE(report.find("FailureTest.cpp"), std::string::npos) << report;
+        EXPECT_NE(report.find("(Guarded)"), std::string::npos) << report;
+    }
 }
 
 } // namespace

@@ -64,7 +64,7 @@ TEST(MsSafeHGlobal, ReportsWhatThePlatformRefuses) {
     EXPECT_NE(static_cast<void*>(block), nullptr); // still ours
 }
 
-TEST(MsHGlobalLock, ReportsTheLastErrorOfAFailingLock) {
+TEST(MsHGlobalLock, UnlocksAndReportsTheLastErrorOfAFailingLock) {
     SetLastError(0);
     HRESULT hr = S_OK;
     try {
@@ -74,6 +74,13 @@ TEST(MsHGlobalLock, ReportsTheLastErrorOfAFailingLock) {
         hr = failure.GetHresult();
     }
     EXPECT_EQ(hr, GetLastErrorAsHResult());
+
+    MsSafeHGlobal movable(GMEM_MOVEABLE, 5);
+    {
+        const auto lock = movable.Lock();
+        EXPECT_EQ(GlobalFlags(movable) & GMEM_LOCKCOUNT, 1u);
+    }
+    EXPECT_EQ(GlobalFlags(movable) & GMEM_LOCKCOUNT, 0u);
 
     // Without a last error there is nothing to throw.
     MsSafeHGlobal block(GMEM_FIXED, 5);

@@ -110,7 +110,10 @@ TEST(OrvelUtilities, EncodeAndDecodeWithinTheirRoom) {
     unsigned char byte = 0;
     EXPECT_FALSE(OrvelUtilities::Base64Decode("!", 1, &byte, &length));
     EXPECT_EQ(0, length);
-    char text[8];
+    char text[8] = "xxxxxxx";
+    length = 8;
+    EXPECT_TRUE(OrvelUtilities::Base64Encode(&byte, 1, text, &length, 2));
+    EXPECT_STREQ("AA==", text); // there was room for a terminator
     length = 8;
     EXPECT_FALSE(OrvelUtilities::Base64Encode(&byte, 1, text, &length, 0)); // line breaks are not offered
 }

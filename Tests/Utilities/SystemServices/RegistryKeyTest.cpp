@@ -42,6 +42,7 @@ TEST_F(RegistryValues, ReadAsBooleansWithADefault) {
     };
     const DWORD zero = 0;
     const DWORD high = 0x01000000;
+    const ULONGLONG longHigh = 1ull << 63;
     Set(L"Zero", REG_DWORD, &zero, sizeof zero);
     Set(L"High", REG_DWORD, &high, sizeof high);
     setText(L"One", L" 1 ");
@@ -50,6 +51,8 @@ TEST_F(RegistryValues, ReadAsBooleansWithADefault) {
     setText(L"Empty", L"");
     Set(L"Unended", REG_SZ, L"true", 4 * sizeof(WCHAR));
     Set(L"Nothing", REG_SZ, nullptr, 0);
+    Set(L"Expanded", REG_EXPAND_SZ, L"true", 5 * sizeof(WCHAR));
+    Set(L"Long", REG_QWORD, &longHigh, sizeof longHigh);
     Set(L"Binary", REG_BINARY, &high, sizeof high);
 
     CXString error(L"stale");
@@ -68,12 +71,24 @@ TEST_F(RegistryValues, ReadAsBooleansWithADefault) {
                            {L"Empty", 0},
                            {L"Unended", 1},
                            {L"Nothing", 0},
+                           {L"Expanded", 1},
+                           {L"Long", 1},
                            {L"Binary", -1},
                            {L"Missing", -1}}) {
         for (const bool defaultValue : {false, true})
             EXPECT_EQ(row.value < 0 ? defaultValue : row.value == 1,
                       key->GetBooleanValue(row.name, defaultValue))
                 << CXString(row.name);
+    }
+}
+
+TEST_F(RegistryValues, CloseTheirKeyIfTheyOwnIt) {
+    for (const bool isOwned : {false, true}) {
+        HKEY key = nullptr;
+        ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyPath, 0, nullptr, 0, KEY_READ,
+                                                 nullptr, &key, nullptr));
+        { const RegistryKey wrapped(key, isOwned); }
+        EXPECT_EQ(isOwned ? ERROR_INVALID_HANDLE : ERROR_SUCCESS, RegCloseKey(key));
     }
 }
 

@@ -51,6 +51,18 @@ TEST_F(SpoolerServices, ReadThePrintersRecord) {
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_LEVEL), GetLastError());
 }
 
+TEST_F(SpoolerServices, CloseWhatTheyOpened) {
+    HANDLE handle = nullptr;
+    {
+        Printer printer;
+        printer.CreateHandle(L"Office \u20AC");
+        handle = printer.GetHandle();
+    }
+    ByteBuffer info;
+    EXPECT_FALSE(Printer(handle).GetPrinterInfo(2, info));
+    EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_HANDLE), GetLastError());
+}
+
 TEST_F(SpoolerServices, SayThatAPrinterIsMissing) {
     Printer printer;
     try {
