@@ -1,5 +1,6 @@
 #include "Xml/XmlLiteWrapper.h"
 
+#include "LowLevelFacilities/CPComException.h"
 #include "Xml/XmlText.h"
 
 #include <msxml6.h>
@@ -41,9 +42,11 @@ private:
         const wchar_t* value = nullptr;
         int length = 0;
         const CXString& name = m_query.m_attribute;
-        if (attributes != nullptr &&
-            SUCCEEDED(attributes->getValueFromQName(name, name.GetLength(), &value, &length)))
-            m_found.emplace_back(value, length);
+        if (attributes == nullptr) return;
+        const HRESULT result = attributes->getValueFromQName(name, name.GetLength(), &value, &length);
+        if (result == E_INVALIDARG) return; // there is no such attribute
+        ThrowIfFailed(result, "XmlLiteWrapper::RunAttachedQueries");
+        m_found.emplace_back(value, length);
     }
 
     XmlLiteWrapper::Query& m_query;
@@ -109,6 +112,8 @@ private:
             for (QueryRun& run : m_runs)
                 action(run);
             return S_OK;
+        } catch (const CPComException& failure) {
+            return failure.GetHresult();
         } catch (...) {
             return E_OUTOFMEMORY;
         }
