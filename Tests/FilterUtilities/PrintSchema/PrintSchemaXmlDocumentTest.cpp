@@ -498,6 +498,7 @@ TEST(PrintSchemaXmlDocument, BuildsPropertiesThatAnOutsideReaderUnderstands) {
         {"//psf:ScoredProperty[@name='psk:D']/psf:Value[@xsi:type='xsd:QName']", "psk:Paper"},
         {"//psf:ScoredProperty[@name='ok:E']/psf:ParameterRef/@name", "psk:F"},
         {"/*/psf:ScoredProperty[@name='psk:H']/psf:ScoredProperty[@name='psk:G']/psf:Value", "100.50"},
+        {"/*/psf:ScoredProperty[@name='psk:H']/psf:ScoredProperty/psf:Value/@xsi:type", "xsd:decimal"},
         {"/*/psf:ScoredProperty[@name='psk:H']/text()", "<raw>"},
     };
     for (const auto& [xpath, found] : cases)

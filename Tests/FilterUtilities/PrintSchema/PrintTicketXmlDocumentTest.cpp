@@ -19,9 +19,10 @@ OpenTicket SampleTicket() {
                        ScoredProperty("psk:MediaSizeWidth", Value("210000")) +
                            ScoredProperty("psk:MediaSizeHeight", "<psf:ParameterRef name='psk:Height'/>")) +
                    Feature("psk:PageResolution", "", ScoredProperty("psk:ResolutionX", Value("600"))) +
-                   Feature("ok:JobThing", "ok:On") + Feature("psk:Plain", "NoPrefix") +
-                   Feature("psk:Other", "zzz:X") + Feature("psk:Twice", "psk:psk:Y") +
-                   Feature("psk:Middle", "a-ok:Z") + "<psf:Feature name='psk:DocumentNUp'><psf:Option/>" +
+                   Feature("ok:JobThing", "ok:On", ScoredProperty("psk:Count", Value("3"))) +
+                   Feature("psk:Plain", "NoPrefix") + Feature("psk:Other", "zzz:X") +
+                   Feature("psk:Twice", "psk:psk:Y") + Feature("psk:Middle", "a-ok:Z") +
+                   Feature("psk:Both", "ok:psk:Z") + "<psf:Feature name='psk:DocumentNUp'><psf:Option/>" +
                    Feature("psk:PresentationDirection", "psk:RightBottom") + Feature("ok:Border", "ok:Thin") +
                    "</psf:Feature><psf:Feature name='psk:NoOption'/><psf:Feature "
                    "name='psk:NoColonOption'><psf:Option "
@@ -124,6 +125,7 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
         {L"psk:Plain", S_OK, "NoPrefix"},
         {L"psk:Twice", S_OK, "psk:Y"},
         {L"psk:Middle", S_OK, "a-Z"},
+        {L"psk:Both", S_OK, "ok:Z"},
         {L"psk:PageResolution", elementNotFound, "(null)"},
         {L"psk:Absent", elementNotFound, "(null)"},
         {L"psk:NoColonOption", E_INVALIDARG, "(null)"},
@@ -148,11 +150,13 @@ TEST(PrintTicketXmlDocument, ReadsScoredPropertiesAndFeatures) {
     EXPECT_EQ(number, 210000);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionX", &real), S_OK);
     EXPECT_EQ(real, 600.f);
+    EXPECT_EQ(ticket.GetScoredPropertyValue(L"JobThing", false, L"Count", &number), S_OK);
+    EXPECT_EQ(number, 3); // a public property of a private feature
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionY", &number),
               elementNotFound);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", false, L"ResolutionX", &number),
               elementNotFound);
-    EXPECT_EQ(number, 210000);
+    EXPECT_EQ(number, 3);
     EXPECT_EQ(ResultOf([&] { return ticket.GetScoredPropertyValue(L"", true, L"A", &number); }),
               E_INVALIDARG);
 
@@ -169,6 +173,8 @@ TEST(PrintTicketXmlDocument, SetsOptionsAndScoredPropertiesThatExist) {
     EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", -1), S_OK);
     EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:MediaSizeWidth']/psf:Value"),
               "4294967295");
+    EXPECT_EQ(ticket.SetScoredPropertyValue(L"JobThing", false, L"Count", 4), S_OK);
+    EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:Count']/psf:Value"), "4");
     EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 148000), S_OK);
     EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), "148000");
     EXPECT_EQ(ticket.SetChildNodeOptionAttributeValue(L"JobThing", false, L"name", L"raw"), S_OK);

@@ -5,6 +5,8 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <Ticket/MsSafeHPTProvider.h>
 
+#include "System/UserToken.h"
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -76,6 +78,65 @@ TEST_F(MsSafeHPTProviderTest, FailureTellsTheProvidersOwnWordsAndDoesNotBreakIt)
                        }).first));
 
     EXPECT_EQ(merge(StreamOf(queue.DefaultTicket()), nullptr).first, S_OK);
+}
+
+// A stream that remembers as whom it was written to.
+class WitnessStream : public ComFake<IStream, ISequentialStream> {
+public:
+    HANDLE token = nullptr;
+    HRESULT writeResult = S_OK;
+
+    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG count, ULONG* written) override {
+        token = OvPlatform::ThreadToken();
+        if (written) *written = count;
+        return writeResult;
+    }
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
+};
+
+TEST_F(MsSafeHPTProviderTest, WorksAsTheUserAndStopsToAlsoAfterAFailure) {
+    const HANDLE token = OvPlatform::CreateUserToken(L"ada");
+    {
+        MsSafeHPTProvider provider(SampleQueue::name, token);
+        EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+        for (const HRESULT writeResult : {S_OK, E_ACCESSDENIED}) {
+            const auto merged = MakeFake<WitnessStream>();
+            const auto described = MakeFake<WitnessStream>();
+            merged->writeResult = described->writeResult = writeResult;
+            CComPtr<IStream> mergedStream(merged);
+            CComPtr<IStream> describedStream(described);
+            EXPECT_EQ(FailureOf([&] {
+                          provider.PTMergeAndValidatePrintTicket_throws(StreamOf(queue.DefaultTicket()),
+                                                                        nullptr, kPTJobScope, mergedStream);
+                      }).first,
+                      writeResult);
+            EXPECT_EQ(merged->token, token);
+            EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+            EXPECT_EQ(FailureOf([&] {
+                          provider.PTGetPrintCapabilities_throws(nullptr, describedStream, nullptr);
+                      }).first,
+                      writeResult);
+            EXPECT_EQ(described->token, token);
+            EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+        }
+    }
+    EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+    CloseHandle(token);
+    EXPECT_EQ(FailureOf([] { MsSafeHPTProvider provider(SampleQueue::name, INVALID_HANDLE_VALUE); }).first,
+              HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE));
 }
 
 TEST_F(MsSafeHPTProviderTest, NeedsAPrinter) {

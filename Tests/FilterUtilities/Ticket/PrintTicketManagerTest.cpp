@@ -173,6 +173,33 @@ TEST_F(PrintTicketManagerTest, MergeOfALevelClearsItsFlagAndThoseBelow) {
                  manager.GetPagePtChangedFlag());
 }
 
+TEST_F(PrintTicketManagerTest, MergeOfALevelForgetsThoseBelow) {
+    const auto bad = MakeFake<FakePrintTicketPart>(L"/bad", "<broken");
+    ASSERT_EQ(MergeAll(), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(job), S_OK);
+    EXPECT_FALSE(manager.GetPtrToDocPrintTicketForReading());
+    EXPECT_FALSE(manager.GetPtrToPagePrintTicketForReading());
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page), E_POINTER);
+
+    ASSERT_EQ(MergeAll(), S_OK);
+    document->ticket = bad.p;
+    EXPECT_TRUE(FAILED(manager.MergeAndValidatePartPrintTicket(document)));
+    EXPECT_FALSE(manager.GetPtrToPagePrintTicketForReading());
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(page), E_POINTER);
+
+    document->ticket.Release();
+    ASSERT_EQ(MergeAll(), S_OK);
+    job->ticket = bad.p;
+    EXPECT_TRUE(FAILED(manager.MergeAndValidatePartPrintTicket(job)));
+    EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(document), E_POINTER);
+
+    job->ticket.Release();
+    ASSERT_EQ(MergeAll(), S_OK);
+    page->ticket = bad.p;
+    EXPECT_TRUE(FAILED(manager.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_FALSE(manager.GetPtrToPagePrintTicketForReading());
+}
+
 TEST_F(PrintTicketManagerTest, DefaultsPasscodeDoesNotLockAJobThatAskedForNone) {
     std::string defaultTicket = queue.DefaultTicket();
     const std::string passcode = Choice("pskv11:JobPasscode", "psk:On");
@@ -231,6 +258,12 @@ TEST_F(PrintTicketManagerTest, PagesOfOneTicketPartCostOneMerge) {
         EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"Landscape");
     }
     EXPECT_EQ(ticket->streamsGiven, 3);
+    const auto nameless =
+        MakeFake<FakePrintTicketPart>(L"", TicketText(Choice("psk:PageOrientation", "psk:ReverseLandscape")));
+    nameless->uriResult = E_ABORT; // not the same as having none
+    page->ticket = nameless.p;
+    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"ReverseLandscape");
 }
 
 TEST_F(PrintTicketManagerTest, BadTicketFailsItsLevelAndLeavesItEmpty) {
@@ -366,11 +399,25 @@ TEST_F(PrintTicketManagerTest, FirstUpdateOfATicketPartStays) {
 
 TEST_F(PrintTicketManagerTest, CopySharesTheTicketsAndTakesTheProvider) {
     job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
-    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
+    const auto pageTicket = MakeFake<FakePrintTicketPart>(L"/p", TicketText(""));
+    page->ticket = pageTicket.p;
+    int token = 0;
+    std::wstring name = SampleQueue::name;
+    ASSERT_EQ(manager.Initialize(MakeFake<MemoryReadStream>(queue.DefaultTicket()), name.data(), &token),
+              S_OK);
+    ASSERT_TRUE(SUCCEEDED(MergeAll()));
+    EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(Ticket(L"/updated", "")), S_OK);
     manager.SetJobPtChangedFlag(true);
     PrintTicketManager copy(manager);
     EXPECT_EQ(copy.GetPtrToJobPrintTicketForReading(), manager.GetPtrToJobPrintTicketForReading());
     EXPECT_TRUE(copy.GetJobPtChangedFlag());
+    EXPECT_EQ(copy.GetUserToken(), manager.GetUserToken());
+    CXString updated(L"/updated");
+    IPartPrintTicket* found = nullptr;
+    EXPECT_EQ(copy.GetUpdatedPrintTicketFromMap(updated, &found), S_OK);
+    ASSERT_TRUE(SUCCEEDED(copy.MergeAndValidatePartPrintTicket(document)));
+    ASSERT_TRUE(SUCCEEDED(copy.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_EQ(pageTicket->streamsGiven, 1); // the stored pages came along
     EXPECT_STREQ(copy.GetPrinterName(), SampleQueue::name);
 
     EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), E_POINTER);
