@@ -364,6 +364,22 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
     EXPECT_EQ(ticket.QueryNode(L"//psf:Nothing"), elementNotFound);
 }
 
+TEST(PrintSchemaXmlDocument, TellsNamesApartInAllAlphabets) {
+    const std::string big = "\xC3\x84", small = "\xC3\xA4", other = "\xC3\x96", han = "\xE7\xB4\x99";
+    for (const std::string& name : {big, small, han}) {
+        std::string inits;
+        for (const std::string& init : {other, small, big, han})
+            inits += "<psf:ParameterInit name='psk:" + init + "'>" + Value(init) + "</psf:ParameterInit>";
+        const OpenTicket ticket(
+            Ticket(Feature("psk:A", "psk:O",
+                           ScoredProperty("psk:Width", "<psf:ParameterRef name='psk:" + name + "'/>")) +
+                   inits));
+        CComBSTR text;
+        EXPECT_EQ(ticket.QueryNodeValue(L"//psf:ScoredProperty", &text), S_OK);
+        EXPECT_EQ(TextOf(text), name);
+    }
+}
+
 TEST(PrintSchemaXmlDocument, SetsValuesWhereItFindsThem) {
     OpenTicket ticket(valueTicket);
     EXPECT_EQ(ticket.SetNodeValue(WidthOf("Direct").c_str(), L"<5>"), S_OK);

@@ -120,14 +120,18 @@ TEST_F(PrintTicketManagerTest, EachLevelLiesOverTheOneAbove) {
                                                       Choice("psk:PageMediaSize", "psk:ISOA3") +
                                                       Choice("psk:JobInputBin", "psk:Manual"));
     document->ticket = Ticket(L"/Metadata/Doc_PT.xml", Choice("psk:PageMediaSize", "psk:NorthAmericaLetter") +
-                                                           Choice("psk:PageOutputColor", "psk:Monochrome"));
+                                                           Choice("psk:PageOutputColor", "psk:Monochrome") +
+                                                           Choice("psk:DocumentCollate", "psk:Uncollated") +
+                                                           Choice("psk:JobInputBin", "psk:AutoSelect"));
     page->ticket = Ticket(L"/Metadata/Page_PT.xml", Choice("psk:PageOutputColor", "psk:Color"));
     ASSERT_TRUE(SUCCEEDED(MergeAll()));
     EXPECT_EQ(Options(L"PageOrientation"), (Levels{L"Portrait", L"Landscape", L"Landscape", L"Landscape"}));
     EXPECT_EQ(Options(L"PageMediaSize"),
               (Levels{L"ISOA4", L"ISOA3", L"NorthAmericaLetter", L"NorthAmericaLetter"}));
     EXPECT_EQ(Options(L"PageOutputColor"), (Levels{L"Color", L"Color", L"Monochrome", L"Color"}));
+    // What lies beyond the scope of a level is neither taken from its ticket nor kept.
     EXPECT_EQ(Options(L"JobInputBin"), (Levels{L"AutoSelect", L"Manual", L"", L""}));
+    EXPECT_EQ(Options(L"DocumentCollate"), (Levels{L"Collated", L"Collated", L"Uncollated", L""}));
 
     // The next document is merged on the job, not on the document before it.
     document->ticket.Release();
@@ -141,6 +145,7 @@ TEST_F(PrintTicketManagerTest, EditOfALevelDoesNotReachTheNext) {
         if (withTickets) {
             job->ticket = Ticket(L"/j", Choice("psk:PageMediaSize", "psk:ISOA3"));
             document->ticket = Ticket(L"/d", Choice("psk:PageOutputColor", "psk:Monochrome"));
+            page->ticket = Ticket(L"/p", Choice("psk:PageOutputColor", "psk:Color"));
         }
         ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(job)));
         Edit(manager.GetPtrToJobPrintTicketForReading());
