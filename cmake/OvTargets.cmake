@@ -36,14 +36,10 @@ function(ov_sources variable)
     set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# ov_floor(<target> <export macro> [LINK libraries...]): a shared library out of the rooms below the current folder.
+# ov_floor(<target> <export macro> [PUBLIC libraries...] [PRIVATE libraries...]): a shared library out of the rooms below the current folder.
 function(ov_floor target export_macro)
     cmake_parse_arguments(floor "" "" "PUBLIC;PRIVATE" ${ARGN})
     ov_sources(sources)
-    if(NOT sources)
-        file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp "")
-        set(sources ${CMAKE_CURRENT_BINARY_DIR}/empty.cpp)
-    endif()
     add_library(${target} SHARED ${sources})
     target_compile_definitions(${target} PRIVATE ${export_macro}_BUILD)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)

@@ -42,6 +42,7 @@ double Seconds(const timeval& time) {
 
 void RunOnce(const std::vector<std::string>& command, Measured& measured) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& part : command)
         arguments.push_back(const_cast<char*>(part.c_str()));
     arguments.push_back(nullptr);

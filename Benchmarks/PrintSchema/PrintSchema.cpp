@@ -60,7 +60,7 @@ std::string MakeTicket() {
         "<psf:ParameterInit name=\"psk:JobCopiesAllDocuments\"><psf:Value xsi:type=\"xsd:integer\">1"
         "</psf:Value></psf:ParameterInit><psf:ParameterInit name=\"psk:PageDevmodeSnapshot\"><psf:Value "
         "xsi:type=\"xsd:string\">";
-    while (ticket.size() < 7 * 1024)
+    while (ticket.size() < std::size_t{7} << 10)
         ticket += "RABlAHYAbQBvAGQAZQAg";
     return ticket + "</psf:Value></psf:ParameterInit></psf:PrintTicket>";
 }
@@ -94,7 +94,7 @@ void Compare(benchmark::State& state, double limit, const std::function<void()>&
     using Clock = std::chrono::steady_clock;
     std::vector<double> ownSeconds;
     std::vector<double> peerSeconds;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto start = Clock::now();
         own();
         const auto between = Clock::now();
