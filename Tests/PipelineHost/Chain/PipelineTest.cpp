@@ -1,5 +1,6 @@
 #include <Support/PipelineJob.h>
 
+#include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueuePropertyBag.h>
 
 #include <gmock/gmock.h>
@@ -338,6 +339,51 @@ TEST_F(PipelineTest, CancellationFromAnotherThreadEndsEveryFilter) {
             EXPECT_TRUE(filter.closedOutput) << filter.name;
         ExpectNoOutput();
     }
+}
+
+// The library's own filters, whose tickets, parts and streams are on the way at each of these moments.
+TEST_F(PipelineTest, CancellationAtAnyMomentEndsTheLibrarysFilters) {
+    SampleJob job;
+    job.pages = 60;
+    job.pageSize = 20000;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    job.pageTicket = SampleTicket("PageMediaSize", "ISOA4");
+    const auto file = WriteJob(job);
+    const auto queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
+    const OvPlatform::PrintTicketMerge tickets(queue); // lest every job reads the queue's documents again
+    const auto sample = [](const char* name) {
+        return ParseFilterArgument(std::string(OV_BINARY_DIR "/lib/lib") + name + ".so");
+    };
+    const std::vector<FilterSpec> chains[] = {
+        {sample("PassThrough"), sample("PassThrough")},
+        {sample("PassThrough"), sample("PageList"), sample("StreamCopy")}};
+    int cancelled = 0;
+    for (const std::vector<FilterSpec>& chain : chains) {
+        for (const std::uint64_t parts : {0, 1, 2, 4, 8, 20, 40, 60, 64}) {
+            SCOPED_TRACE(parts);
+            const auto state = std::make_shared<JobState>();
+            JobDescription description = MakeJob(file, Output(), chain);
+            description.queue = queue;
+            Pipeline pipeline(std::move(description), state);
+            std::atomic<bool> isOver{false};
+            std::thread canceller([&] {
+                while (state->Counters().parts < parts && !isOver)
+                    std::this_thread::yield();
+                pipeline.Cancel();
+            });
+            const JobOutcome outcome = pipeline.Run();
+            isOver = true;
+            canceller.join();
+            EXPECT_FALSE(outcome.failure) << FailureLine(outcome);
+            EXPECT_NE(outcome.isWritten, outcome.isCancelled);
+            for (const FilterOutcome& filter : outcome.filters)
+                EXPECT_EQ(filter.wasStarted, filter.closedOutput) << filter.name;
+            cancelled += outcome.isCancelled;
+            std::filesystem::remove(Output());
+            ExpectNoOutput();
+        }
+    }
+    EXPECT_GE(cancelled, 10) << "most moments lie within the job";
 }
 
 TEST_F(PipelineTest, CancellationWakesAFilterThatWaitsForBytes) {
