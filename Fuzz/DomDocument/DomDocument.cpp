@@ -228,6 +228,66 @@ const std::map<char, Editor::Edit> Editor::Edits = {
     {'K', &Editor::Drop},
 };
 
+/// Sees elements close in the order in which they opened, and finds every attribute by its name.
+class NestingCheck final : public ISAXContentHandler {
+public:
+    bool IsClosed() const { return m_open.empty(); }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    HRESULT STDMETHODCALLTYPE putDocumentLocator(ISAXLocator*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE startDocument() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE endDocument() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE startPrefixMapping(const wchar_t*, int, const wchar_t*, int) override {
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE endPrefixMapping(const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE startElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
+                                           int length, ISAXAttributes* attributes) override {
+        m_open.emplace_back(name, static_cast<std::size_t>(length));
+        int count = 0;
+        attributes->getLength(&count);
+        for (int index = 0; index < count; ++index) {
+            const wchar_t* attribute = nullptr;
+            int attributeLength = 0;
+            int found = -1;
+            attributes->getQName(index, &attribute, &attributeLength);
+            attributes->getIndexFromQName(attribute, attributeLength, &found);
+            if (found != index) std::abort();
+        }
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE endElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
+                                         int length) override {
+        if (m_open.empty() || m_open.back() != std::wstring_view(name, static_cast<std::size_t>(length)))
+            std::abort();
+        m_open.pop_back();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE characters(const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ignorableWhitespace(const wchar_t*, int) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE processingInstruction(const wchar_t*, int, const wchar_t*, int) override {
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t*, int) override { return S_OK; }
+
+private:
+    std::vector<std::wstring> m_open;
+};
+
+/// The reader must take what the document takes, and nothing else.
+void Read(std::string_view bytes, bool isDocument) {
+    NestingCheck check;
+    CComPtr<ISAXXMLReader> reader;
+    if (FAILED(reader.CoCreateInstance(__uuidof(SAXXMLReader60))) ||
+        FAILED(reader->putProperty(L"max-element-depth", CComVariant(100000))) ||
+        FAILED(reader->putContentHandler(&check)))
+        std::abort();
+    const HRESULT result = reader->parse(CComVariant(StreamOf(bytes).p));
+    if ((result == S_OK) != isDocument || (isDocument && !check.IsClosed())) std::abort();
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -237,7 +297,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view edits = TakeLine(rest).substr(0, MostEdits);
 
     auto document = NewDocument();
-    if (!Load(document, StreamOf(rest))) return 0;
+    const bool isLoaded = Load(document, StreamOf(rest));
+    Read(rest, isLoaded);
+    if (!isLoaded) return 0;
     {
         Editor editor(document, query);
         for (char edit : edits)

@@ -59,9 +59,8 @@ HRESULT DomDocument::Create(REFIID riid, void** object) noexcept {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     try {
-        DomTree* tree = DomTree::Create(nullptr, {});
+        const DomTree::Pointer tree = DomTree::Create(nullptr, {});
         auto* document = new (std::nothrow) DomDocument(*tree);
-        tree->Release();
         if (document == nullptr) return E_OUTOFMEMORY;
         const HRESULT result = document->QueryInterface(riid, object);
         document->Release();
@@ -95,9 +94,8 @@ void DomDocument::BeforeUse() {
 // ---- Loading and saving ----
 
 void DomDocument::Replace(xmlDoc* document) {
-    DomTree* fresh = DomTree::Create(document, Tree().Settings());
+    const DomTree::Pointer fresh = DomTree::Create(document, Tree().Settings());
     MoveTo(*fresh, fresh->DocumentNode());
-    fresh->Release();
     if (m_stream != nullptr) m_stream->Forget();
 }
 
@@ -233,13 +231,11 @@ HRESULT STDMETHODCALLTYPE DomDocument::cloneNode(VARIANT_BOOL deep, IXMLDOMNode*
     return Guarded([&]() -> HRESULT {
         if (clone == nullptr) return E_INVALIDARG;
         *clone = nullptr;
-        DomTree* tree = DomTree::Create(nullptr, Tree().Settings());
-        const HRESULT result = DomNodeObject::Give(*tree, tree->DocumentNode(), clone);
-        tree->Release();
-        if (FAILED(result) || deep == VARIANT_FALSE) return result;
-        for (xmlNode* child = Node()->children; child != nullptr; child = child->next)
+        const DomTree::Pointer tree = DomTree::Create(nullptr, Tree().Settings());
+        for (xmlNode* child = Node()->children; deep != VARIANT_FALSE && child != nullptr;
+             child = child->next)
             tree->Link(tree->DocumentNode(), tree->Copy(Tree(), child, true), nullptr);
-        return S_OK;
+        return DomNodeObject::Give(*tree, tree->DocumentNode(), clone);
     });
 }
 

@@ -54,12 +54,11 @@ xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
     return node == top ? nullptr : node->next;
 }
 
-DomTree* DomTree::Create(xmlDoc* document, const DomSettings& settings) {
-    DomTree* tree = new (std::nothrow) DomTree;
+DomTree::Pointer DomTree::Create(xmlDoc* document, const DomSettings& settings) {
+    Pointer tree(new (std::nothrow) DomTree);
     if (document == nullptr && tree != nullptr) document = xmlNewDoc(nullptr);
     if (tree == nullptr || document == nullptr) {
         xmlFreeDoc(document);
-        delete tree;
         throw std::bad_alloc();
     }
     tree->m_document = document;

@@ -6,6 +6,7 @@
 #include <libxml/tree.h>
 #include <windows.h>
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,8 +22,13 @@ class DomNodeObject;
 /// its. Belongs to one thread at a time, like the document.
 class DomTree {
 public:
-    /// Takes the document over; null makes an empty one. Counted once, for the caller.
-    static DomTree* Create(xmlDoc* document, const DomSettings& settings);
+    struct Releaser {
+        void operator()(DomTree* tree) const noexcept { tree->Release(); }
+    };
+    using Pointer = std::unique_ptr<DomTree, Releaser>;
+
+    /// Takes the document over; null makes an empty one.
+    static Pointer Create(xmlDoc* document, const DomSettings& settings);
 
     void AddRef() noexcept { ++m_count; }
     void Release() noexcept {

@@ -149,6 +149,24 @@ TEST(DomEditing, MovesNodesBetweenDocuments) {
     EXPECT_EQ("<p:b xmlns:p=\"urn:p\">t</p:b>\r\n", XmlOf(third));
 }
 
+TEST(DomEditing, ClonesAreDeepOrShallowAndOnTheirOwn) {
+    auto document = Parsed("<?xml version='1.0'?><!--c--><p:r xmlns:p='urn:p' x='1'><p:a>t</p:a></p:r>");
+    CComPtr<IXMLDOMNode> whole, empty, element;
+    EXPECT_EQ(S_OK, document->cloneNode(VARIANT_TRUE, &whole));
+    EXPECT_EQ(S_OK, document->cloneNode(VARIANT_FALSE, &empty));
+    EXPECT_EQ(S_OK, RootOf(document)->cloneNode(VARIANT_FALSE, &element));
+    const std::string text = XmlOf(document);
+    EXPECT_EQ(S_OK, RootOf(document)->put_text(nullptr));
+    document.Release();
+    EXPECT_EQ(text, XmlOf(whole));
+    EXPECT_EQ("", XmlOf(empty));
+    EXPECT_EQ("<p:r xmlns:p=\"urn:p\" x=\"1\"/>", XmlOf(element)) << "attributes are part of an element";
+    CComPtr<IXMLDOMNode> parent;
+    EXPECT_EQ(S_FALSE, element->get_parentNode(&parent));
+    EXPECT_EQ(S_OK, empty->appendChild(element, nullptr));
+    EXPECT_EQ("<p:r xmlns:p=\"urn:p\" x=\"1\"/>\r\n", XmlOf(empty));
+}
+
 TEST(DomEditing, FragmentsGiveTheirChildren) {
     auto document = Parsed("<r><z/></r>");
     CComPtr<IXMLDOMDocumentFragment> fragment;
