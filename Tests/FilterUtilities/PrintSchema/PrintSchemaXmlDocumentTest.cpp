@@ -164,6 +164,12 @@ TEST(PrintSchemaXmlDocument, RenamesThePrivatePrefixInNamesOnly) {
     for (const auto& [xpath, found] : cases)
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
 
+    // The private namespace may have the wanted prefix besides another.
+    const OpenTicket both(
+        Ticket(Feature("my:A", "ok:B"), Declare("my", PrivateUri()) + Declare("ok", PrivateUri())));
+    EXPECT_EQ(OutsideView(both, "//psf:Feature/@name"), "ok:A");
+    EXPECT_EQ(OutsideView(both, "count(/psf:PrintTicket/namespace::my)"), "0");
+
     // Loading it again changes nothing.
     const std::string once = XmlOf(ticket);
     EXPECT_EQ(XmlOf(OpenTicket(once)), once);
@@ -245,6 +251,16 @@ TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
         EXPECT_EQ(Narrow(keyword), expected.keyword);
         EXPECT_EQ(ns, expected.ns);
     }
+}
+
+TEST(PrintSchemaXmlDocument, TakesAPrefixThatFitsBothForThatOfThePrivateKeywords) {
+    // Prefixes are compared without regard to case.
+    const OpenTicket ticket("<psf:PrintTicket" + Declare("psf", frameworkUri) + Declare("OK", keywordsUri) +
+                            Declare("ok", PrivateUri()) + "/>");
+    CXString keyword;
+    MsPrintTicketNamespacesEnum ns = FrameworkNs;
+    EXPECT_EQ(ticket.GetKeywordAndPrefixFromName(L"OK:A", keyword, ns), S_OK);
+    EXPECT_EQ(ns, UserKeywordsNs);
 }
 
 TEST(PrintSchemaXmlDocument, KnowsThreeNamespacesByNumber) {
