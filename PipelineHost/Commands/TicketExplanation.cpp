@@ -78,11 +78,11 @@ void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, c
 }
 
 std::string TicketExplanation::OriginOf(const std::string& setting) const {
-    for (auto level = m_levels.rbegin(); level != m_levels.rend(); ++level) {
-        const OvPlatform::SettingReport* report = Find(level->report, setting);
+    for (std::size_t at = m_levels.size(); at-- > 0;) {
+        const OvPlatform::SettingReport* report = Find(m_levels[at].report, setting);
         if (!report) break;
         if (!report->reason.empty()) return ByValidation;
-        if (report->origin == OvPlatform::SettingOrigin::Delta) return level->name;
+        if (report->origin == OvPlatform::SettingOrigin::Delta) return m_levels[at].name;
         if (report->origin == OvPlatform::SettingOrigin::Queue) break;
     }
     return DefaultLevel;

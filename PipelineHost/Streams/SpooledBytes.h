@@ -15,7 +15,7 @@ namespace OvPipeline {
 // has no name. Writer and readers may be on different threads.
 class SpooledBytes {
 public:
-    static constexpr std::size_t MemoryBound = 256 * 1024;
+    static constexpr std::size_t MemoryBound = std::size_t{256} * 1024;
 
     SpooledBytes();
     SpooledBytes(const SpooledBytes&) = delete;
