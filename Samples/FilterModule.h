@@ -1,11 +1,11 @@
 #pragma once
 
+#include <ComSupport/FailureBarrier.h>
+
 #include <filterpipeline.h>
 #include <windows.h>
 
 #include <cguid.h>
-
-#include <new>
 
 // What a filter module needs besides its filter: a class factory and the two exports that the pipeline asks
 // for. Put FILTER_MODULE(YourFilter, {your class id}) once at the end of the filter's source.
@@ -27,10 +27,13 @@ public:
         if (!object) return E_POINTER;
         *object = nullptr;
         if (outer) return CLASS_E_NOAGGREGATION;
-        Filter* filter = new (std::nothrow) Filter;
-        if (!filter) return E_OUTOFMEMORY;
-        const HRESULT result = filter->QueryInterface(riid, object);
-        filter->Release();
+        HRESULT result = S_OK;
+        try {
+            Filter* filter = new Filter;
+            result = filter->QueryInterface(riid, object);
+            filter->Release();
+        }
+        CATCH_VARIOUS(result, "FilterFactory::CreateInstance")
         return result;
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }

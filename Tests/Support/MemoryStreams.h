@@ -47,15 +47,17 @@ private:
     std::size_t m_position = 0;
 };
 
-// Keeps what is written to it.
+// Keeps what is written to it. Can be told to take few bytes at a time, or to fail.
 class MemoryWriteStream : public ComFake<IPrintWriteStream> {
 public:
     std::string bytes;
     int timesClosed = 0;
     HRESULT writeResult = S_OK;
+    ULONG mostBytesAtATime = (std::numeric_limits<ULONG>::max)();
 
     HRESULT STDMETHODCALLTYPE WriteBytes(const void* data, ULONG count, ULONG* written) override {
         if (FAILED(writeResult)) return writeResult;
+        count = (std::min)(count, mostBytesAtATime);
         bytes.append(static_cast<const char*>(data), count);
         if (written) *written = count;
         return S_OK;

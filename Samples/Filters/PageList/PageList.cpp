@@ -7,6 +7,7 @@
 #include <Ticket/PrintTicketManager.h>
 
 #include "FilterModule.h"
+#include "WriteAll.h"
 
 #include <string>
 
@@ -25,8 +26,10 @@ protected:
         if (FAILED(merged)) return merged;
 
         PrintTicketXmlDocument ticket(GetPTManagerPtr()->GetPtrToPagePrintTicketForReading());
-        return WriteLine("page " + std::to_string(m_fixedPageCount) + ": " +
-                         Option(ticket, L"PageMediaSize") + ", " + Option(ticket, L"PageOrientation") + "\n");
+        const std::string line = "page " + std::to_string(m_fixedPageCount) + ": " +
+                                 Option(ticket, L"PageMediaSize") + ", " +
+                                 Option(ticket, L"PageOrientation") + "\n";
+        return WriteAll(*m_streamWriter, line.data(), static_cast<ULONG>(line.size()));
     }
 
 private:
@@ -35,10 +38,6 @@ private:
         CComBSTR prefix = ticket.GetKeywordsNsPrefix();
         if (FAILED(ticket.GetFeatureOption(prefix, feature, &option, nullptr))) return "(not set)";
         return CPStringUtils::narrowToStdString(option);
-    }
-    HRESULT WriteLine(const std::string& line) {
-        ULONG written = 0;
-        return m_streamWriter->WriteBytes(line.data(), static_cast<ULONG>(line.size()), &written);
     }
 };
 

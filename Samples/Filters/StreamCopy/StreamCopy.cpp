@@ -4,6 +4,7 @@
 #include <Filter/StreamFilterBase.h>
 
 #include "FilterModule.h"
+#include "WriteAll.h"
 
 #include <array>
 
@@ -12,17 +13,16 @@ namespace {
 class StreamCopy final : public StreamFilterBase {
 protected:
     void StartOperation_throws() override {
+        constexpr auto function = "StreamCopy::StartOperation_throws";
         std::array<BYTE, 64 * 1024> buffer;
         BOOL atEnd = FALSE;
         while (IsAlive() && !atEnd) {
             ULONG read = 0;
             ThrowIfFailed(
                 m_reader->ReadBytes(buffer.data(), static_cast<ULONG>(buffer.size()), &read, &atEnd),
-                "StreamCopy::StartOperation_throws");
-            for (ULONG offset = 0, written = 0; offset < read; offset += written) {
-                ThrowIfFailed(m_writer->WriteBytes(buffer.data() + offset, read - offset, &written),
-                              "StreamCopy::StartOperation_throws");
-            }
+                function);
+            if (read == 0) break; // some streams tell of their end by this alone
+            ThrowIfFailed(WriteAll(*m_writer, buffer.data(), read), function);
         }
     }
 };
