@@ -5,6 +5,7 @@
 #ifndef OV_WCHAR_H
 #define OV_WCHAR_H
 #ifdef __cplusplus
+#include <stdarg.h>
 #include <stddef.h>
 #define OV_CRTIMP extern "C" __attribute__((visibility("default")))
 /// Letters by simple lower-casing of all characters, not of ASCII alone.
@@ -14,6 +15,10 @@ OV_CRTIMP int _wcsnicmp(const wchar_t* string1, const wchar_t* string2, size_t c
 OV_CRTIMP int _wtoi(const wchar_t* string);
 OV_CRTIMP long long _wtoi64(const wchar_t* string);
 OV_CRTIMP double _wtof(const wchar_t* string);
+/// Formats at most count - 1 characters, always terminated. In the format, "%s" and "%c" are wide and "%S"
+/// and
+/// "%C" narrow. The length, or -1 if the text was cut off or cannot be formatted.
+OV_CRTIMP int _vsnwprintf(wchar_t* text, size_t count, const wchar_t* format, va_list arguments);
 /// A copy made with malloc.
 OV_CRTIMP wchar_t* _wcsdup(const wchar_t* string);
 #endif

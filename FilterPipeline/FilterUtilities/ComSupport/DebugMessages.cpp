@@ -3,8 +3,9 @@
 #include <climits>
 #include <cstddef>
 #include <cstdio>
-#include <cwchar>
 #include <memory>
+
+#include <wchar.h>
 
 namespace {
 
@@ -18,9 +19,11 @@ int DebugMessage(ULONG maxChars, const Char* format, Format&& formatText, Output
         output(&empty);
         return 0;
     }
-    const auto buffer = std::make_unique<Char[]>(std::size_t{maxChars} + 1);
+    // Not cleared: the room may be large, and the text short.
+    const auto buffer = std::make_unique_for_overwrite<Char[]>(std::size_t{maxChars} + 1);
+    buffer[0] = 0;
     const int written = formatText(buffer.get(), std::size_t{maxChars});
-    buffer[maxChars] = 0;
+    buffer[maxChars - 1] = 0;
     output(buffer.get());
     return written >= 0 && static_cast<ULONG>(written) < maxChars ? 1 : 0;
 }
@@ -43,6 +46,6 @@ int RealDebugMessage(ULONG maxChars, const char* format, va_list arguments) {
 int RealDebugMessageW(ULONG maxChars, const wchar_t* format, va_list arguments) {
     return DebugMessage(
         maxChars, format,
-        [&](wchar_t* buffer, std::size_t room) { return std::vswprintf(buffer, room, format, arguments); },
+        [&](wchar_t* buffer, std::size_t room) { return _vsnwprintf(buffer, room, format, arguments); },
         [](const wchar_t* text) { OutputDebugStringW(text); });
 }
