@@ -31,15 +31,19 @@ HRESULT CFileResourceCache::InitializeWithAnnotationResourcesEmbeddedByClient(IF
     m_clientResourcesAreLoaded = true;
     CComPtr<IXpsPartIterator> parts;
     HRESULT hr = page->GetXpsPartIterator(&parts);
+    if (FAILED(hr)) return hr;
     try {
-        for (; SUCCEEDED(hr) && !parts->IsDone(); parts->Next())
+        while (!parts->IsDone()) {
             hr = TakeInCurrentPart(*parts, uriPrefix);
+            if (FAILED(hr)) return hr;
+            parts->Next();
+        }
     } catch (const std::exception&) {
         return E_FAIL;
     } catch (const CAtlException& failure) {
         return failure;
     }
-    return hr;
+    return S_OK;
 }
 
 HRESULT CFileResourceCache::TakeInCurrentPart(IXpsPartIterator& parts, const CXString& uriPrefix) {

@@ -10,11 +10,12 @@ HRESULT CResourceCopier::CopyPageResources(const IFixedPage* from, IFixedPage* t
     // The published interface knows no const; the page is only read.
     HRESULT hr = const_cast<IFixedPage*>(from)->GetXpsPartIterator(&parts);
     if (FAILED(hr)) return hr;
-    for (parts->Reset(); SUCCEEDED(hr) && !parts->IsDone(); parts->Next()) {
+    for (parts->Reset(); !parts->IsDone(); parts->Next()) {
         CComBSTR uri;
         CComPtr<IUnknown> part;
         hr = parts->Current(&uri, &part);
         if (SUCCEEDED(hr)) hr = to->SetPagePart(part);
+        if (FAILED(hr)) return hr;
     }
-    return hr;
+    return S_OK;
 }

@@ -40,7 +40,8 @@ CComPtr<IStream> CreateIStreamFromIPrintReadStream(const CComPtr<IPrintReadStrea
     if (!reader) ThrowComException(E_INVALIDARG, function);
     ULONGLONG size = 0;
     ThrowIfFailed(reader->Seek(0, STREAM_SEEK_END, &size), function);
-    ThrowIfFailed(reader->Seek(0, STREAM_SEEK_SET, nullptr), function);
+    ULONGLONG start = 0;
+    ThrowIfFailed(reader->Seek(0, STREAM_SEEK_SET, &start), function);
 
     MsSafeHGlobal block(GMEM_FIXED, static_cast<std::size_t>(size));
     ReadWholeStream(*reader, block, size, function);
@@ -52,6 +53,7 @@ CComPtr<IStream> CreateIStreamFromIPrintReadStream(const CComPtr<IPrintReadStrea
 CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,
                                               const CComPtr<IOpcFactory>& factory) {
     constexpr auto function = "CreateOpcPartUriFromPart";
+    if (!part || !factory) ThrowComException(E_INVALIDARG, function);
     CComBSTR name;
     ThrowIfFailed(part->GetUri(&name), function);
     CComPtr<IOpcPartUri> uri;

@@ -1,7 +1,7 @@
 #pragma once
 
 // From the pipeline's part objects to memory streams and package URIs. Each function throws CPComException
-// with the failing HRESULT.
+// with the failing HRESULT. Callable on any thread that may use its arguments.
 
 #include <ComSupport/FilterUtilitiesExport.h>
 
@@ -17,6 +17,7 @@ OV_FILTER_UTILITIES_API CComPtr<IStream> GetIStreamFromPart(const CComPtr<IPartB
 OV_FILTER_UTILITIES_API CComPtr<IStream>
 CreateIStreamFromIPrintReadStream(const CComPtr<IPrintReadStream>& reader);
 
-// The part's name as a package URI.
+// The part's name as a package URI. A name that is none throws what the factory says of it; a null part or
+// factory is E_INVALIDARG.
 OV_FILTER_UTILITIES_API CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,
                                                                       const CComPtr<IOpcFactory>& factory);
