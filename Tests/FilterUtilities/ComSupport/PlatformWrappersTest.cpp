@@ -104,6 +104,17 @@ TEST(MsSafeCoInit, OwesItsApartmentOnlyWhereItEnteredOne) {
     }).join();
 }
 
+TEST(MsSafeCoInit, OwesNothingWhereItEnteredNone) {
+    std::thread([] {
+        {
+            const OvPlatform::FaultInjectionScope noApartment(1, E_OUTOFMEMORY);
+            EXPECT_EQ(ResultOf([] { const MsSafeCoInit apartment; }), E_OUTOFMEMORY);
+        }
+        EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
+        CoUninitialize();
+    }).join();
+}
+
 TEST(HresultHelpers, LastErrorBecomesAnHresult) {
     const struct {
         DWORD lastError;
@@ -145,6 +156,9 @@ TEST(XGenerateRandomGuidAsString, GivesBareUpperCaseGuids) {
             << index;
     }
     EXPECT_FALSE(first == XGenerateRandomGuidAsString());
+
+    const OvPlatform::FaultInjectionScope noGuid(1);
+    EXPECT_TRUE(XGenerateRandomGuidAsString().IsEmpty());
 }
 
 int Narrow(ULONG maxChars, const char* format, ...) {
@@ -182,11 +196,12 @@ TEST(DebugMessages, WriteWhatFitsToTheDebugOutput) {
     setenv("OV_DEBUG_OUTPUT", "1", 1);
     testing::internal::CaptureStderr();
     Narrow(100, "<%s %d>", "narrow", 1);
-    Wide(100, L"<wide %d>", 2);
+    Wide(100, L"<%s %S %5.2s|%hs|%c%ls|%I64d %%>", L"wide", "narrow", L"cut", "small", L'c', L"ell", 5LL);
     Narrow(4, "%s", "truncated");
+    Wide(4, L"%s", L"TRUNCATED");
     const std::string output = testing::internal::GetCapturedStderr();
     unsetenv("OV_DEBUG_OUTPUT");
-    EXPECT_EQ(output, "<narrow 1><wide 2>tru");
+    EXPECT_EQ(output, "<narrow 1><wide narrow    cu|small|cell|5 %>truTRU");
 }
 
 } // namespace

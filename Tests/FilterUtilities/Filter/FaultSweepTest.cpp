@@ -5,6 +5,8 @@
 #include <ComSupport/MsSafeCoinit.h>
 #include <Filter/XpsFilterBase.h>
 
+#include <prntvpt.h>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -49,6 +51,11 @@ TEST(FaultSweep, FilterSurvivesTheFailureOfAnyPlatformCall) {
     page->ticket = Ticket(L"/p", Choice("psk:PageOrientation", "psk:Landscape"));
     provider->parts = {MakeFake<FakeXpsDocument>().p, sequence.p, document.p, page.p, page.p};
 
+    // While another provider is open, the queue's capabilities stay read; to read them anew for each job is
+    // most of the time that a job takes.
+    HPTPROVIDER other = nullptr;
+    ASSERT_EQ(PTOpenProvider(SampleQueue::name, 1, &other), S_OK);
+
     OvPlatform::FaultInjection::CountCalls();
     ASSERT_EQ(RunJob(job, *provider, *consumer), S_OK);
     const LONG calls = OvPlatform::FaultInjection::CallCount();
@@ -68,6 +75,7 @@ TEST(FaultSweep, FilterSurvivesTheFailureOfAnyPlatformCall) {
         ASSERT_EQ(sequence->References(), 2u) << number;
         ASSERT_EQ(job.bag->References(), 1u) << number;
     }
+    EXPECT_EQ(PTCloseProvider(other), S_OK);
     // The look into the job's own ticket may fail, and what only tidies up; most else may not.
     EXPECT_GT(reported, calls / 3);
 }

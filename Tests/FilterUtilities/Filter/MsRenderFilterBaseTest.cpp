@@ -14,6 +14,8 @@
 #include <new>
 #include <stdexcept>
 
+#include <dlfcn.h>
+
 namespace {
 
 // A filter that does in each step what the test says, and shows what it holds.
@@ -29,6 +31,8 @@ public:
     using MsRenderFilterBase::InitializeIO_throws;
     using MsRenderFilterBase::m_communicator;
     using MsRenderFilterBase::m_control;
+    using MsRenderFilterBase::m_driverPropertyBag;
+    using MsRenderFilterBase::m_driverPropertyBagAccess;
     using MsRenderFilterBase::m_jobId;
     using MsRenderFilterBase::m_liveness;
     using MsRenderFilterBase::m_outputDestination;
@@ -115,6 +119,16 @@ TEST_F(MsRenderFilterBaseTest, MissingPropertyEndsInitializationThere) {
     EXPECT_STREQ(filter->m_printerName, SampleQueue::name);
     EXPECT_EQ(filter->m_jobId, 0u);
     EXPECT_TRUE(filter->m_propertyBag);
+}
+
+TEST_F(MsRenderFilterBaseTest, PropertiesOfAnotherTypeAreNotTakenForText) {
+    constexpr auto temporaryFile = L"XPS_FP_FILESPEC_FOR_TEMP_COPY_OF_PRINT_READY_FILE_PASSED_IN_XPS_WRAPPER";
+    job.bag->SetNumber(temporaryFile, 7);
+    ASSERT_EQ(Initialize(), S_OK);
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+
+    job.bag->SetNumber(L"PrinterName", 7);
+    EXPECT_EQ(Initialize(), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(MsRenderFilterBaseTest, EveryFailureInAStepBecomesTheOneResult) {
@@ -223,38 +237,81 @@ TEST_F(MsRenderFilterBaseTest, KeepsTheOrderOfItsFields) {
                                           &filter->m_liveness,
                                           std::addressof(filter->m_communicator),
                                           &filter->m_ticketManager,
+                                          &filter->m_driverPropertyBagAccess,
+                                          &filter->m_driverPropertyBag,
                                           &filter->m_outputFileName,
                                           &filter->m_outputDestination};
     EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end()));
+}
+
+TEST(FilterBases, KeepTheOrderOfTheirFields) {
+    struct XpsFields : XpsInStreamOutFilterBase {
+        std::vector<const void*> Addresses() const {
+            return {std::addressof(m_reader), std::addressof(m_writer), &m_resourceCache,
+                    &m_fixedDocumentCount,    &m_fixedPageCount,        std::addressof(m_streamWriter)};
+        }
+    };
+    struct StreamFields : StreamFilterBase {
+        std::vector<const void*> Addresses() const {
+            return {std::addressof(m_reader), std::addressof(m_writer), std::addressof(m_first),
+                    std::addressof(m_second), std::addressof(m_third)};
+        }
+    };
+    for (const auto& fields : {XpsFields().Addresses(), StreamFields().Addresses()})
+        EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end()));
 }
 
 // ---- Streams
 
 class BareStreamFilter : public StreamFilterBase {};
 
-class CopyFilter : public StreamFilterBase {
-protected:
-    void StartOperation_throws() override {
-        char bytes[2];
-        ULONG count = 0;
-        for (BOOL end = FALSE; !end && IsAlive();) {
-            ThrowIfFailed(m_reader->ReadBytes(bytes, sizeof bytes, &count, &end), "CopyFilter");
-            ThrowIfFailed(m_writer->WriteBytes(bytes, count, &count), "CopyFilter");
-        }
+// The sample's filter, as a pipeline gets it.
+CComPtr<IPrintPipelineFilter> StreamCopyFilter() {
+    static void* const module = dlopen(OV_BINARY_DIR "/lib/libStreamCopy.so", RTLD_NOW | RTLD_NODELETE);
+    using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+    const auto getClassObject =
+        module ? reinterpret_cast<GetClassObject>(dlsym(module, "DllGetClassObject")) : nullptr;
+    CComPtr<IClassFactory> factory;
+    CComPtr<IPrintPipelineFilter> filter;
+    if (getClassObject &&
+        SUCCEEDED(getClassObject(GUID{}, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory)))) {
+        factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
     }
-};
+    return filter;
+}
 
-TEST(StreamFilterBase, RunsTheConcreteFilterAndClosesTheStream) {
-    FilterJob job;
-    const auto writer = MakeFake<MemoryWriteStream>();
-    const auto communicator = MakeFake<FakeCommunicator>(MakeFake<MemoryReadStream>("some bytes"), writer);
-    {
-        CComPtr<CopyFilter> filter;
-        filter.Attach(new CopyFilter);
-        ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
-        EXPECT_EQ(filter->StartOperation(), S_OK);
+TEST(StreamFilterBase, CopiesAStreamThatGivesAndTakesLittleAtATime) {
+    const std::string bytes(1000, 'x');
+    for (const bool tellsEndOfFile : {true, false}) {
+        FilterJob job;
+        const auto reader = MakeFake<MemoryReadStream>(bytes);
+        reader->mostBytesAtATime = 7;
+        reader->tellsEndOfFile = tellsEndOfFile;
+        const auto writer = MakeFake<MemoryWriteStream>();
+        writer->mostBytesAtATime = 3;
+        const auto communicator = MakeFake<FakeCommunicator>(reader, writer);
+        {
+            const CComPtr<IPrintPipelineFilter> filter = StreamCopyFilter();
+            ASSERT_TRUE(filter);
+            ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+            EXPECT_EQ(filter->StartOperation(), S_OK);
+        }
+        EXPECT_EQ(writer->bytes, bytes);
+        EXPECT_EQ(writer->timesClosed, 1);
+        EXPECT_EQ(reader->References(), 2u); // the test's and the pipeline's
     }
-    EXPECT_EQ(writer->bytes, "some bytes");
+}
+
+TEST(StreamFilterBase, ClosesTheStreamBehindAFailure) {
+    FilterJob job;
+    const auto reader = MakeFake<MemoryReadStream>("some bytes");
+    const auto writer = MakeFake<MemoryWriteStream>();
+    writer->mostBytesAtATime = 0; // takes nothing and calls that a success
+    const auto communicator = MakeFake<FakeCommunicator>(reader, writer);
+    const CComPtr<IPrintPipelineFilter> filter = StreamCopyFilter();
+    ASSERT_TRUE(filter);
+    ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+    EXPECT_EQ(filter->StartOperation(), E_FAIL);
     EXPECT_EQ(writer->timesClosed, 1);
 
     CComPtr<BareStreamFilter> bare;

@@ -1,4 +1,5 @@
 #include "Support/FilterJob.h"
+#include "Support/ReportRecorder.h"
 
 #include <Filter/XpsInStreamOutFilterBase.h>
 
@@ -223,6 +224,33 @@ TEST_F(XpsLoop, ShutdownBetweenPartsEndsTheJobWithSuccess) {
     EXPECT_EQ(filter->journal,
               (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
     EXPECT_EQ(consumer->journal.back(), "close");
+}
+
+TEST_F(XpsLoop, ShutdownAheadOfTheStartLeavesNothingToDo) {
+    ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
+    EXPECT_EQ(filter->ShutdownOperation(), S_OK);
+    EXPECT_EQ(filter->StartOperation(), S_OK);
+    EXPECT_EQ(filter->journal, Journal{"finalize"});
+    EXPECT_EQ(consumer->journal, Journal{"close"});
+    EXPECT_EQ(filter->m_fixedDocumentCount, 0u);
+}
+
+// A report made within a step says which filter ran, and where.
+TEST_F(XpsLoop, ReportsOfAStepNameTheLoop) {
+    const ReportRecorder recorder;
+    const auto report = [] {
+        DebugUtilities::reportErrorForLowLevelUtilities("Something is odd.", "Test");
+        return S_OK;
+    };
+    filter->during["page"] = report;
+    EXPECT_EQ(RunJob(), S_OK);
+    report();
+    ASSERT_EQ(ReportRecorder::reports().size(), 2u);
+    const std::string& within = ReportRecorder::reports()[0].text;
+    EXPECT_NE(within.find("XpsFilterBase::StartOperation_throws"), std::string::npos) << within;
+    EXPECT_NE(within.find("code 31676"), std::string::npos) << within;
+    EXPECT_NE(within.find("RecordingFilter"), std::string::npos) << within;
+    EXPECT_EQ(ReportRecorder::reports()[1].text.find("31676"), std::string::npos);
 }
 
 // The job would go on for ever; only the other thread ends it, wherever the loop happens to be.

@@ -1,4 +1,5 @@
 #include "Support/FakePipeline.h"
+#include "Support/VirtualSlots.h"
 
 #include <XpsParts/CFileResourceCache.h>
 #include <XpsParts/CResourceCopier.h>
@@ -66,6 +67,27 @@ TEST_F(CFileResourceCacheTest, ResourceIsWrittenOnceAndBoundToEachPage) {
     SomeResource other(L"seal", L"/Resources/seal.png");
     EXPECT_EQ(cache.WriteResource(consumer, first, &other), S_OK);
     EXPECT_EQ(other.timesWritten, 1);
+}
+
+TEST_F(CFileResourceCacheTest, KeysAreTheSameIfTheLocaleSaysSo) {
+    SomeResource composed(L"caf\x00E9");
+    SomeResource decomposed(L"cafe\x0301");
+    SomeResource capital(L"CAF\x00C9");
+    EXPECT_EQ(cache.WriteResource(consumer, first, &composed), S_OK);
+    EXPECT_EQ(cache.WriteResource(consumer, second, &decomposed), S_OK);
+    EXPECT_EQ(decomposed.timesWritten, 0);
+    EXPECT_EQ(second->boundParts.size(), 1u);
+    EXPECT_FALSE(cache.IsInCache(CComBSTR(L"CAF\x00C9")));
+    EXPECT_EQ(cache.WriteResource(consumer, second, &capital), S_OK);
+    EXPECT_EQ(capital.timesWritten, 1);
+}
+
+TEST(IResWriter, KeepsItsSlots) {
+    // A destructor takes two.
+    EXPECT_EQ(SlotOf(&IResWriter::WriteResource), 2u);
+    EXPECT_EQ(SlotOf(&IResWriter::GetKey), 3u);
+    EXPECT_EQ(SlotOf(&IResWriter::GetUri), 4u);
+    EXPECT_EQ(SlotOf(&IResWriter::GetPartIid), 5u);
 }
 
 TEST_F(CFileResourceCacheTest, FailedWriteClosesItsStreamAndLeavesNothing) {

@@ -84,6 +84,8 @@ TEST(CreateOpcPartUriFromPart, NamesThePart) {
     EXPECT_EQ(uri->ComparePartUri(same, &order), S_OK);
     EXPECT_EQ(order, 0);
 
+    EXPECT_EQ(ResultOf([&] { CreateOpcPartUriFromPart(nullptr, factory); }), E_INVALIDARG);
+    EXPECT_EQ(ResultOf([&] { CreateOpcPartUriFromPart(CComPtr<IPartBase>(part), nullptr); }), E_INVALIDARG);
     part->uri = L"http://elsewhere/1.png";
     EXPECT_TRUE(FAILED(ResultOf([&] { CreateOpcPartUriFromPart(CComPtr<IPartBase>(part), factory); })));
     part->uriResult = E_PENDING;
