@@ -1,10 +1,10 @@
 #include "Com/ClassTable.h"
 #include "Com/Apartment.h"
+#include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 
 #include <atlcomcli.h>
 
-#include <atomic>
 #include <map>
 #include <mutex>
 #include <new>
@@ -29,26 +29,10 @@ Table& ClassTable() {
     return table;
 }
 
-class FunctionFactory final : public IClassFactory {
+class FunctionFactory final : public CountedObject<IClassFactory> {
 public:
     explicit FunctionFactory(CreateObject create) noexcept : m_create(create) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        if (iid != __uuidof(IUnknown) && iid != __uuidof(IClassFactory)) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<IClassFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** object) override {
         if (object == nullptr) return E_POINTER;
         *object = nullptr;
@@ -58,9 +42,6 @@ public:
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
 private:
-    ~FunctionFactory() = default;
-
-    std::atomic<ULONG> m_references{0};
     CreateObject m_create;
 };
 
@@ -79,7 +60,8 @@ HRESULT RegisterClass(REFCLSID clsid, IClassFactory* factory) noexcept {
 }
 
 HRESULT RegisterClass(REFCLSID clsid, CreateObject create) noexcept {
-    CComPtr<IClassFactory> factory(new (std::nothrow) FunctionFactory(create));
+    CComPtr<IClassFactory> factory;
+    factory.Attach(new (std::nothrow) FunctionFactory(create));
     return factory ? RegisterClass(clsid, factory.p) : E_OUTOFMEMORY;
 }
 

@@ -1,9 +1,9 @@
+#include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 
 #include <atlcomcli.h>
 #include <cguid.h>
 
-#include <atomic>
 #include <new>
 
 namespace {
@@ -11,28 +11,8 @@ namespace {
 thread_local CComPtr<IErrorInfo> threadErrorInfo;
 
 /// The platform's own record of an error: written through one interface, read through the other.
-class ErrorRecord final : public IErrorInfo, public ICreateErrorInfo {
+class ErrorRecord final : public OvPlatform::CountedObject<IErrorInfo, ICreateErrorInfo> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        if (iid == __uuidof(IUnknown) || iid == __uuidof(IErrorInfo))
-            *object = static_cast<IErrorInfo*>(this);
-        else if (iid == __uuidof(ICreateErrorInfo))
-            *object = static_cast<ICreateErrorInfo*>(this);
-        else {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
-
     HRESULT STDMETHODCALLTYPE GetGUID(GUID* guid) override {
         if (guid == nullptr) return E_INVALIDARG;
         *guid = m_guid;
@@ -64,8 +44,6 @@ public:
     }
 
 private:
-    ~ErrorRecord() = default;
-
     static HRESULT Give(const CComBSTR& text, BSTR* out) {
         if (out == nullptr) return E_INVALIDARG;
         *out = nullptr;
@@ -80,7 +58,6 @@ private:
         return S_OK;
     }
 
-    std::atomic<ULONG> m_references{0};
     GUID m_guid = GUID_NULL;
     CComBSTR m_source;
     CComBSTR m_description;
@@ -106,7 +83,8 @@ HRESULT CreateErrorInfo(ICreateErrorInfo** information) {
     if (information == nullptr) return E_INVALIDARG;
     *information = nullptr;
     if (HRESULT fault = OvPlatform::FaultPoint(); FAILED(fault)) return fault;
-    CComPtr<ErrorRecord> record(new (std::nothrow) ErrorRecord);
+    CComPtr<ErrorRecord> record;
+    record.Attach(new (std::nothrow) ErrorRecord);
     if (!record) return E_OUTOFMEMORY;
     *information = record.Detach();
     return S_OK;

@@ -1,3 +1,4 @@
+#include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 #include "Com/GlobalMemory.h"
 
@@ -5,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -50,29 +50,16 @@ struct SharedMemory {
     ULONGLONG size;
 };
 
-class HGlobalStream final : public IStream {
+class HGlobalStream final : public CountedObject<IStream> {
 public:
     HGlobalStream(std::shared_ptr<SharedMemory> shared, ULONGLONG position)
         : m_shared(std::move(shared)), m_position(position) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        if (iid == OwnIdentifier)
-            *object = this;
-        else if (iid == __uuidof(IUnknown) || iid == __uuidof(ISequentialStream) || iid == __uuidof(IStream))
-            *object = static_cast<IStream*>(this);
-        else
-            return E_NOINTERFACE;
+        if (iid != OwnIdentifier) return CountedObject::QueryInterface(iid, object);
+        *object = this;
         AddRef();
         return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG count, ULONG* got) override {
@@ -197,7 +184,6 @@ public:
         std::lock_guard guard(m_shared->lock);
         auto* copy = new (std::nothrow) HGlobalStream(m_shared, m_position);
         if (copy == nullptr) return E_OUTOFMEMORY;
-        copy->AddRef();
         *clone = copy;
         return S_OK;
     }
@@ -211,9 +197,6 @@ public:
     }
 
 private:
-    ~HGlobalStream() = default;
-
-    std::atomic<ULONG> m_references{0};
     std::shared_ptr<SharedMemory> m_shared;
     // Guarded by the lock of the shared memory.
     ULONGLONG m_position;
@@ -243,7 +226,6 @@ HRESULT CreateStreamOnHGlobal(HGLOBAL memory, BOOL deleteOnRelease, IStream** st
     }
     // Only now: until the stream is made, the caller's memory stays the caller's.
     shared->owned = deleteOnRelease != FALSE;
-    created->AddRef();
     *stream = created;
     return S_OK;
 }

@@ -1,11 +1,11 @@
 #include "Com/ClassTable.h"
+#include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 #include "Package/OpcUri.h"
 #include "Package/PartName.h"
 
 #include <msopc.h>
 
-#include <atomic>
 #include <new>
 
 namespace OvPlatform {
@@ -14,7 +14,7 @@ namespace {
 
 // The factory of open packaging. It makes names; packages go through PackageReader and PackageWriter, so that
 // the calls for whole packages answer E_NOTIMPL.
-class OpcFactoryObject final : public IOpcFactory {
+class OpcFactoryObject final : public CountedObject<IOpcFactory> {
 public:
     static HRESULT Create(REFIID riid, void** object) {
         if (!object) return E_POINTER;
@@ -24,22 +24,6 @@ public:
         const HRESULT result = factory->QueryInterface(riid, object);
         factory->Release();
         return result;
-    }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        if (!object) return E_POINTER;
-        *object = nullptr;
-        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        if (riid != __uuidof(IUnknown) && riid != __uuidof(IOpcFactory)) return E_NOINTERFACE;
-        *object = static_cast<IOpcFactory*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
     }
 
     HRESULT STDMETHODCALLTYPE CreatePackageRootUri(IOpcUri** rootUri) override {
@@ -79,11 +63,6 @@ public:
                                                             IOpcDigitalSignatureManager**) override {
         return E_NOTIMPL;
     }
-
-private:
-    ~OpcFactoryObject() = default;
-
-    std::atomic<ULONG> m_references{1};
 };
 
 const ClassRegistration Registration(__uuidof(OpcFactory), OpcFactoryObject::Create);

@@ -1,15 +1,23 @@
 #include "Package/OpcUri.h"
 
+#include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 #include "Package/PartName.h"
 
 #include <atlcomcli.h>
 
-#include <atomic>
 #include <new>
-#include <type_traits>
 
 namespace OvPlatform {
+
+template <>
+struct ExtendedInterface<IOpcUri> {
+    using Type = IUri;
+};
+template <>
+struct ExtendedInterface<IOpcPartUri> {
+    using Type = IOpcUri;
+};
 
 namespace {
 
@@ -45,27 +53,11 @@ HRESULT ToBstr(std::string_view text, BSTR* result) {
     return S_OK;
 }
 
-// What all have: reference count, and the properties of a relative URI that is a path and nothing else.
+// What all have: the properties of a relative URI that is a path and nothing else.
 template <class Interface>
-class UriObject : public Interface {
+class UriObject : public CountedObject<Interface> {
 public:
     explicit UriObject(std::string text) : m_text(std::move(text)) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        if (!object) return E_POINTER;
-        *object = nullptr;
-        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        if (!Answers(riid)) return E_NOINTERFACE;
-        *object = static_cast<Interface*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
 
     HRESULT STDMETHODCALLTYPE GetPropertyBSTR(Uri_PROPERTY property, BSTR* text, DWORD) override {
         if (!text) return E_POINTER;
@@ -149,19 +141,9 @@ public:
     }
 
 protected:
-    virtual ~UriObject() = default;
     const std::string& Uri() const { return m_text; }
 
 private:
-    static bool Answers(REFIID riid) {
-        if (riid == __uuidof(IUnknown) || riid == __uuidof(IUri)) return true;
-        if constexpr (std::is_base_of_v<IOpcUri, Interface>)
-            if (riid == __uuidof(IOpcUri)) return true;
-        if constexpr (std::is_base_of_v<IOpcPartUri, Interface>)
-            if (riid == __uuidof(IOpcPartUri)) return true;
-        return false;
-    }
-
     std::string_view Property(Uri_PROPERTY property) const {
         switch (property) {
         case Uri_PROPERTY_DISPLAY_URI:
@@ -182,7 +164,6 @@ private:
     HRESULT Text(Uri_PROPERTY property, BSTR* text) { return GetPropertyBSTR(property, text, 0); }
     HRESULT Number(Uri_PROPERTY property, DWORD* value) { return GetPropertyDWORD(property, value, 0); }
 
-    std::atomic<ULONG> m_references{1};
     const std::string m_text;
 };
 

@@ -11,7 +11,6 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view RelationshipsType = "application/vnd.openxmlformats-package.relationships+xml";
 constexpr std::uint64_t RatioFrom = 1u << 20; // small parts may compress as well as they like
 
 bool EndsWith(std::string_view text, std::string_view end) {
@@ -241,7 +240,7 @@ void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {
     CheckBounds(group);
 
     if (IsRelationshipsPartName(name)) {
-        if (type != RelationshipsType)
+        if (ComparePartNames(type, RelationshipsContentType) != 0) // without regard to case, as names
             throw PackageError(OPC_E_UNEXPECTED_CONTENT_TYPE, name,
                                "a relationships part has the content type '" + std::string(type) + "'");
         m_found.push_back({name, Store(group)});

@@ -20,7 +20,6 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr char RelationshipsType[] = "application/vnd.openxmlformats-package.relationships+xml";
 constexpr std::size_t ChunkSize = 64u << 10;
 
 enum class PartState { Open, Complete, Abandoned };
@@ -203,8 +202,17 @@ private:
                                    "the name extends the name of the part '" + prefix + "'");
             m_folders.insert(prefix);
         }
-        if (m_folders.contains(name))
+        if (m_folders.contains(name) && IsFolder(name))
             throw PackageError(OPC_E_DUPLICATE_PART, name, "the names of other parts extend that name");
+    }
+
+    // Of a part that stays, that is: abandoned ones leave their folders behind.
+    bool IsFolder(std::string_view name) const {
+        return std::any_of(m_core->parts.begin(), m_core->parts.end(), [&](const NewPart& part) {
+            return part.state != PartState::Abandoned && part.name.size() > name.size() &&
+                   part.name[name.size()] == '/' &&
+                   ComparePartNames(std::string_view(part.name).substr(0, name.size()), name) == 0;
+        });
     }
 
     static std::string FreeId(const RelationshipList& list) {
@@ -272,7 +280,7 @@ void SpoolingWriter::SpoolStructure() {
     constexpr PackageCompression Packing = PackageCompression::Normal;
     Structure& structure = m_core->structure;
     ContentTypes types;
-    types.SetDefault("rels", RelationshipsType);
+    types.SetDefault("rels", RelationshipsContentType);
     const std::string root(PackageRoot);
     if (const RelationshipList* list = RelationshipsOf(root)) {
         structure.packageRelationships = std::make_unique<SpooledPart>(Packing);

@@ -8,6 +8,9 @@
 
 namespace OvPlatform {
 
+inline constexpr std::string_view RelationshipsContentType =
+    "application/vnd.openxmlformats-package.relationships+xml";
+
 // One relationship of a package or part. All texts UTF-8.
 struct PackageRelationship {
     std::string id;

@@ -174,9 +174,11 @@ TEST_F(PackageWriterTest, LeavesOutPartsThatWereNotClosed) {
     Add(*writer, "/again", "first");
     writer->AddPart("/AGAIN2", "t", PackageCompression::Normal)->Write("abc", 3);
     Add(*writer, "/again2", "second");
+    writer->AddPart("/folder/gone", "t", PackageCompression::Normal)->Write("abc", 3);
+    Add(*writer, "/folder", "no folder any more");
     writer->Finish();
     const auto package = PackageReader::Open(m_target);
-    EXPECT_EQ(package->Parts().size(), 2u);
+    EXPECT_EQ(package->Parts().size(), 3u);
     EXPECT_EQ(package->ReadPart("/again2", 100), "second");
 }
 

@@ -98,7 +98,7 @@ inline const std::string TypesHead =
     R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">)";
 inline const std::string TypesXml =
     TypesHead +
-    R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/>)"
+    R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.Relationships+xml"/>)"
     R"(<Default Extension="XML" ContentType="text/xml"/><Override PartName="/Special.xml" ContentType="special"/></Types>)";
 inline const std::string RelsHead =
     R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)";
