@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -58,6 +59,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string format = input.substr(0, input.find('\n'));
     const std::string rest = input.substr(std::min(input.size(), format.size() + 1));
     const CXString wide(rest.c_str());
+    // Of exactly its size, so that reading behind its end is seen.
+    const std::vector<char> unterminated(rest.begin(), rest.end());
 
     const FormatArgument kinds[] = {
         InternalOrvelCP::makeFormatArgument(static_cast<int>(number)),
@@ -68,6 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         InternalOrvelCP::makeFormatArgument(real),
         InternalOrvelCP::makeFormatArgument(rest),
         InternalOrvelCP::makeFormatArgument(wide),
+        InternalOrvelCP::makeFormatArgument(std::string_view(unterminated.data(), unterminated.size())),
         InternalOrvelCP::makeFormatArgument(static_cast<const void*>(nullptr)),
         InternalOrvelCP::makeFormatArgument(static_cast<const char*>(nullptr)),
     };

@@ -111,7 +111,9 @@ inline void outputText(FormatBuffer& destination, const FormatSpecification& spe
         while (length != 0 && (static_cast<unsigned char>(text[length]) & 0xC0u) == 0x80u)
             --length;
     }
-    useCrtToProcessFormatSpecification(destination, specification, specification.forCrtText(length), text);
+    // Of a text of which nothing is kept nothing is read.
+    useCrtToProcessFormatSpecification(destination, specification, specification.forCrtText(length),
+                                       length == 0 ? "" : text);
 }
 
 inline void outputCharacter(FormatBuffer& destination, const FormatSpecification& specification,

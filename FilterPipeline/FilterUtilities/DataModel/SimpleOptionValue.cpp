@@ -14,6 +14,8 @@ SimpleOptionValue::SimpleOptionValue(bool isSpecified, tagValueEnum value)
 SimpleOptionValue::SimpleOptionValue(const SimpleOptionValue& other) = default;
 SimpleOptionValue& SimpleOptionValue::operator=(const SimpleOptionValue& other) = default;
 
+SimpleOptionValue::~SimpleOptionValue() = default;
+
 bool SimpleOptionValue::IsSpecified() const { return m_isSpecified; }
 
 tagValueEnum SimpleOptionValue::GetValue() const { return m_value; }

@@ -18,7 +18,7 @@ public:
     SimpleOptionValue(bool isSpecified, DataModelIds::tagValueEnum value);
     SimpleOptionValue(const SimpleOptionValue& other);
     SimpleOptionValue& operator=(const SimpleOptionValue& other);
-    ~SimpleOptionValue() = default;
+    ~SimpleOptionValue();
 
     bool IsSpecified() const;
     /// As stored, specified or not.
