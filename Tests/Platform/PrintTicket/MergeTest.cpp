@@ -375,6 +375,12 @@ TEST(TicketMerge, KeepsTextAndPropertiesThatThePrinterKnows) {
     EXPECT_THAT(result.ticket,
                 HasSubstr("<psf:Option name=\"psk:Landscape\">" + property));  // a perfect match
     EXPECT_THAT(result.ticket, HasSubstr("<psf:Option name=\"psk:Plain\"/>")); // none
+
+    // An option that is not the printer's in every detail loses them: they may not hold for the printer's.
+    const auto changed = Merge(
+        Ticket(Feature("PageMediaSize", "ISOA5", Scored("MediaSizeWidth", 1) + property)), "", kPTPageScope);
+    EXPECT_EQ(EffectiveOf(changed.ticket, "PageMediaSize"), "ISOA5");
+    EXPECT_THAT(changed.ticket, Not(HasSubstr("t:Hint")));
 }
 
 TEST(TicketMerge, ReportsWhereValuesComeFromAndWhyTheyChanged) {
