@@ -154,7 +154,7 @@ private:
         for (std::size_t i = 0; i < m_nodes.size(); ++i) {
             Node& node = m_nodes[i];
             const bool isLast = i + 1 == m_nodes.size();
-            node.reader = std::move(reader);
+            node.reader.Attach(reader.Detach());
             node.endInput = std::move(endInput);
             endInput = [] {};
             if (node.spec.ends->output == EndKind::XpsParts) {
