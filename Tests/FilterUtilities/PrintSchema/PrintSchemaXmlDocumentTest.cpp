@@ -192,6 +192,7 @@ TEST(PrintSchemaXmlDocument, CopiesWorkOnOneTree) {
     PrintTicketXmlDocument copy(ticket);
     PrintTicketXmlDocument assigned{static_cast<IXMLDOMDocument2*>(nullptr)};
     assigned = copy;
+    EXPECT_EQ(copy.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), S_FALSE);
     EXPECT_EQ(assigned.SetFeatureOption(L"A", true, L"C", true), S_OK);
     EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:C");
     EXPECT_EQ(ticket.GetDomDocPtr(), copy.GetDomDocPtr());
@@ -229,19 +230,19 @@ TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
     const OpenTicket ticket(Ticket("", v11 + Declare("my", PrivateUri())));
     const struct {
         const wchar_t* name;
-        HRESULT result;
         const char* keyword;
+        HRESULT result;
         MsPrintTicketNamespacesEnum ns;
     } cases[] = {
-        {L"psk:A", S_OK, "A", KeywordsNs},
-        {L"PSK:A", S_OK, "A", KeywordsNs},
-        {L"ok:A", S_OK, "A", UserKeywordsNs},
-        {L"A", S_OK, "A", KeywordsNs},
-        {L"psk:a:b", S_OK, "a:b", KeywordsNs},
-        {L"my:A", E_FAIL, "A", KeywordsNs},
-        {L"pskv11:A", E_FAIL, "A", KeywordsNs},
-        {L":A", E_FAIL, "A", KeywordsNs},
-        {L"", S_OK, "", KeywordsNs},
+        {L"psk:A", "A", S_OK, KeywordsNs},
+        {L"PSK:A", "A", S_OK, KeywordsNs},
+        {L"ok:A", "A", S_OK, UserKeywordsNs},
+        {L"A", "A", S_OK, KeywordsNs},
+        {L"psk:a:b", "a:b", S_OK, KeywordsNs},
+        {L"my:A", "A", E_FAIL, KeywordsNs},
+        {L"pskv11:A", "A", E_FAIL, KeywordsNs},
+        {L":A", "A", E_FAIL, KeywordsNs},
+        {L"", "", S_OK, KeywordsNs},
     };
     for (const auto& expected : cases) {
         SCOPED_TRACE(Narrow(expected.name));
@@ -385,11 +386,14 @@ TEST(PrintSchemaXmlDocument, TellsNamesApartInAllAlphabets) {
     for (const std::string& name : {big, small, han}) {
         std::string inits;
         for (const std::string& init : {other, small, big, han})
-            inits += "<psf:ParameterInit name='psk:" + init + "'>" + Value(init) + "</psf:ParameterInit>";
+            inits.append("<psf:ParameterInit name='psk:")
+                .append(init)
+                .append("'>")
+                .append(Value(init))
+                .append("</psf:ParameterInit>");
+        const std::string reference = std::string("<psf:ParameterRef name='psk:").append(name).append("'/>");
         const OpenTicket ticket(
-            Ticket(Feature("psk:A", "psk:O",
-                           ScoredProperty("psk:Width", "<psf:ParameterRef name='psk:" + name + "'/>")) +
-                   inits));
+            Ticket(Feature("psk:A", "psk:O", ScoredProperty("psk:Width", reference)) + inits));
         CComBSTR text;
         EXPECT_EQ(ticket.QueryNodeValue(L"//psf:ScoredProperty", &text), S_OK);
         EXPECT_EQ(TextOf(text), name);

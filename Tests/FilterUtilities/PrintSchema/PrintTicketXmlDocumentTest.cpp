@@ -93,18 +93,18 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
     const OpenTicket ticket = SampleTicket();
     const struct {
         const wchar_t* feature;
-        bool featureIsPublic;
         const wchar_t* subFeature;
-        bool subIsPublic;
-        HRESULT result;
         const char* option;
+        HRESULT result;
+        bool featureIsPublic;
+        bool subIsPublic;
     } subFeatures[] = {
-        {L"DocumentNUp", true, L"PresentationDirection", true, S_OK, "RightBottom"},
-        {L"DocumentNUp", true, L"Border", false, S_OK, "Thin"},
-        {L"DocumentNUp", true, L"Border", true, elementNotFound, "(null)"},
-        {L"PageMediaSize", true, L"PresentationDirection", true, elementNotFound, "(null)"},
-        {L"", true, L"Border", true, E_INVALIDARG, "(null)"},
-        {L"DocumentNUp", true, L"", true, E_INVALIDARG, "(null)"},
+        {L"DocumentNUp", L"PresentationDirection", "RightBottom", S_OK, true, true},
+        {L"DocumentNUp", L"Border", "Thin", S_OK, true, false},
+        {L"DocumentNUp", L"Border", "(null)", elementNotFound, true, true},
+        {L"PageMediaSize", L"PresentationDirection", "(null)", elementNotFound, true, true},
+        {L"", L"Border", "(null)", E_INVALIDARG, true, true},
+        {L"DocumentNUp", L"", "(null)", E_INVALIDARG, true, true},
     };
     for (const auto& expected : subFeatures) {
         CComBSTR option;

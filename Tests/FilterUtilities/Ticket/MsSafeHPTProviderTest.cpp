@@ -113,8 +113,8 @@ TEST_F(MsSafeHPTProviderTest, WorksAsTheUserAndStopsToAlsoAfterAFailure) {
         MsSafeHPTProvider provider(SampleQueue::name, token);
         EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
         for (const HRESULT writeResult : {S_OK, E_ACCESSDENIED}) {
-            const auto merged = MakeFake<WitnessStream>();
-            const auto described = MakeFake<WitnessStream>();
+            auto* const merged = new WitnessStream;
+            auto* const described = new WitnessStream;
             merged->writeResult = described->writeResult = writeResult;
             CComPtr<IStream> mergedStream(merged);
             CComPtr<IStream> describedStream(described);
