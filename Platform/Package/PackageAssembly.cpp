@@ -164,7 +164,7 @@ void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
 
 void PackageAssembly::Finish() {
     if (zip_close(m_archive.get()) != 0) Throw(m_target, zip_get_error(m_archive.get()));
-    m_archive.release(); // closed is freed
+    static_cast<void>(m_archive.release()); // closed is freed
 }
 
 } // namespace OvPlatform

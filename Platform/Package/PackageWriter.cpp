@@ -168,7 +168,7 @@ public:
                 throw PackageError(OPC_E_DUPLICATE_RELATIONSHIP, RelationshipsPartName(source),
                                    "the relationship '" + std::string(id) + "' stands twice");
         }
-        const std::string chosen = id.empty() ? FreeId(list) : std::string(id);
+        std::string chosen = id.empty() ? FreeId(list) : std::string(id);
         list.push_back({Pooled(chosen), Pooled(type), Pooled(target), external});
         return chosen;
     }

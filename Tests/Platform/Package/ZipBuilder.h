@@ -96,6 +96,7 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
 
 inline const std::string TypesHead =
     R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">)";
+// The type of relationships in an unusual case: types are compared without regard to it.
 inline const std::string TypesXml =
     TypesHead +
     R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.Relationships+xml"/>)"
