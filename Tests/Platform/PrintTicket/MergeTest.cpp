@@ -265,6 +265,12 @@ TEST(TicketMerge, HoldsParametersToTheirDefinitions) {
          Ticket(Feature("PageMediaSize", "ISOA4")),
          kPTPageScope,
          {{"PageMediaSizeMediaSizeWidth", "(none)"}, {"PageMediaSizeMediaSizeHeight", "(none)"}}},
+        {"a name where a text is wanted",
+         Ticket(Parameter("t:JobNote", "psk:None", "xsd:QName")),
+         "",
+         kPTJobScope,
+         {{"t:JobNote", ""}},
+         true},
         {"not defined",
          Ticket(Parameter("PageNonsense", "1")),
          "",
@@ -376,6 +382,13 @@ TEST(TicketMerge, KeepsTextAndPropertiesThatThePrinterKnows) {
                 HasSubstr("<psf:Option name=\"psk:Landscape\">" + property));  // a perfect match
     EXPECT_THAT(result.ticket, HasSubstr("<psf:Option name=\"psk:Plain\"/>")); // none
 
+    // A property goes whole if there is anything in it that the printer does not know.
+    const std::string tree =
+        R"(<psf:Property name="t:Tree"><psf:Property name="o:Leaf" xmlns:o="urn:other"/>)"
+        R"(<psf:Property name="t:Leaf"/></psf:Property>)";
+    EXPECT_THAT(Merge(Ticket(Feature("PageOrientation", "Landscape", tree)), "", kPTPageScope).ticket,
+                Not(HasSubstr("Leaf")));
+
     // An option that is not the printer's in every detail loses them: they may not hold for the printer's.
     const auto changed = Merge(
         Ticket(Feature("PageMediaSize", "ISOA5", Scored("MediaSizeWidth", 1) + property)), "", kPTPageScope);
@@ -478,6 +491,15 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
                              R"(constrained="psk:DeviceSettings"/><psf:Option name="psk:Manual" )"
                              R"(constrained="psk:AdminSettings"/></psf:Feature>)";
     EXPECT_EQ(validate(none, Ticket(Feature("JobInputBin", "Manual"))), "JobInputBin=Auto");
+    // Names as scored properties: the namespace decides.
+    const auto scored = [](const char* name) {
+        return std::string("<psf:ScoredProperty name=\"psk:Place\"><psf:Value xsi:type=\"xsd:QName\">") +
+               name + "</psf:Value></psf:ScoredProperty>";
+    };
+    const std::string place = "<psf:Feature name=\"psk:JobPlace\"><psf:Option name=\"t:A\">" +
+                              scored("psk:Left") + "</psf:Option><psf:Option name=\"t:B\">" +
+                              scored("t:Left") + "</psf:Option></psf:Feature>";
+    EXPECT_EQ(validate(place, Ticket(Feature("JobPlace", "", scored("t:Left")))), "JobPlace=t:B");
     // A feature of nothing but nested ones.
     EXPECT_EQ(validate(R"(<psf:Feature name="psk:JobA"><psf:Feature name="psk:B"><psf:Option name="psk:C"/>)"
                        R"(<psf:Option name="psk:D"/></psf:Feature></psf:Feature>)",

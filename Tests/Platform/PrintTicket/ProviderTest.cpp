@@ -110,6 +110,7 @@ TEST_F(Provider, ReadsFromWhereStreamsStandAndLeavesTheResultAtItsEnd) {
     const CComPtr<IStream> result = Stream("");
     result->Write("head", 4, nullptr);
 
+    const MergeCounts counts = PrintTicketMerge::Counts();
     BSTR error = SysAllocString(L"left over"); // the caller's own, overwritten
     const BSTR before = error;
     EXPECT_EQ(PTMergeAndValidatePrintTicket(m_provider, base, delta, kPTJobScope, result, &error),
@@ -120,6 +121,8 @@ TEST_F(Provider, ReadsFromWhereStreamsStandAndLeavesTheResultAtItsEnd) {
     const std::string written = All(result);
     EXPECT_EQ(end, written.size());
     EXPECT_TRUE(written.starts_with("head<?xml"));
+    EXPECT_EQ(PrintTicketMerge::Counts().merges, counts.merges + 1);
+    EXPECT_EQ(PrintTicketMerge::Counts().conflictsResolved, counts.conflictsResolved + 1);
     EXPECT_EQ(EffectiveOf(written, "PageOrientation"), "Landscape");
 }
 

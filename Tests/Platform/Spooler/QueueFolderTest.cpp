@@ -107,6 +107,8 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
         {Head + "<DriverProperties><Int32 name='i'>2147483648</Int32></DriverProperties></Queue>",
          "no 32-bit integer"},
         {Head + "<DriverProperties><Bytes name='x'>AA=A</Bytes></DriverProperties></Queue>", "is not base64"},
+        {Head + "<DriverProperties><Bytes name='x'>AA== AAAA</Bytes></DriverProperties></Queue>",
+         "is not base64"},
         {Head + "<DriverProperties><Bytes name='x'>AAA</Bytes></DriverProperties></Queue>", "is not base64"},
         {Head + "<DriverProperties><Bytes name='x' file='t.xml'>AAAA</Bytes></DriverProperties></Queue>",
          "has content too"},

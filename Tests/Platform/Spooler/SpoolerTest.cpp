@@ -126,6 +126,8 @@ TEST_F(Spooler, ListsJobsInTheOrderOfPrinting) {
     ASSERT_EQ(returned, 2u);
     EXPECT_EQ(jobs[0].JobId, 41u);
     EXPECT_EQ(jobs[1].JobId, 7u);
+    EXPECT_EQ(jobs[0].Position, 1u);
+    EXPECT_EQ(jobs[1].Position, 2u);
     EXPECT_EQ(Packed(jobs[1].pNotifyName), L"ben");
     EXPECT_TRUE(EnumJobsW(m_printer, 2, 9, 1, nullptr, 0, &needed, &returned));
     EXPECT_EQ(returned, 0u);
