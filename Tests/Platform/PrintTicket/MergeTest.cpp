@@ -471,10 +471,11 @@ TEST(TicketMerge, ReportsTheSourceOfWhatOptionsAndNestedFeaturesBring) {
 }
 
 TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
-    const auto validate = [](const std::string& capabilities, const std::string& ticket) {
+    const auto validate = [](const std::string& capabilities, const std::string& ticket,
+                             EPrintTicketScope scope = kPTJobScope) {
         const PrintTicketMerge merge(Queue(Capabilities(capabilities), Ticket("")));
-        const std::string once = merge.Merge(ticket, nullptr, kPTJobScope).ticket;
-        const auto twice = merge.Merge(once, nullptr, kPTJobScope);
+        const std::string once = merge.Merge(ticket, nullptr, scope).ticket;
+        const auto twice = merge.Merge(once, nullptr, scope);
         EXPECT_EQ(twice.ticket, once);
         EXPECT_FALSE(twice.conflictResolved);
         return Effective(once);
@@ -491,6 +492,28 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
                              R"(constrained="psk:DeviceSettings"/><psf:Option name="psk:Manual" )"
                              R"(constrained="psk:AdminSettings"/></psf:Feature>)";
     EXPECT_EQ(validate(none, Ticket(Feature("JobInputBin", "Manual"))), "JobInputBin=Auto");
+    // As many properties agree: the nearest numbers. The option of the ticket's name is ruled out: no other
+    // is meant, however much it has in common with it.
+    const auto quality = [](const char* name, int y, const char* attributes = "") {
+        return std::string("<psf:Option name=\"t:") + name + "\"" + attributes + ">" +
+               Scored("ResolutionX", 600) + Scored("ResolutionY", y) + "</psf:Option>";
+    };
+    const std::string qualities = "<psf:Feature name=\"psk:PageResolution\">" + quality("Low", 300) +
+                                  quality("High", 1200) + quality("Middle", 600) +
+                                  quality("Fast", 600, " constrained=\"psk:DeviceSettings\"") +
+                                  "</psf:Feature>";
+    const auto asked = [](const char* name, int y) {
+        return Ticket(Feature("PageResolution", name, Scored("ResolutionX", 600) + Scored("ResolutionY", y)));
+    };
+    EXPECT_EQ(validate(qualities, asked("", 1000)), "PageResolution=t:High");
+    EXPECT_EQ(validate(qualities, asked("t:Fast", 600)), "PageResolution=t:Low"); // the default
+    // A parameter whose name has no level belongs to that of the feature that uses it.
+    const std::string lead =
+        R"(<psf:ParameterDef name="t:Lead"><psf:Property name="psf:DataType"><psf:Value xsi:type="xsd:QName">)"
+        R"(xsd:integer</psf:Value></psf:Property></psf:ParameterDef><psf:Feature name="t:PageEdge"><psf:Option )"
+        R"(name="t:A"><psf:ScoredProperty name="t:Lead"><psf:ParameterRef name="t:Lead"/></psf:ScoredProperty>)"
+        R"(</psf:Option></psf:Feature>)";
+    EXPECT_EQ(validate(lead, Ticket(Parameter("t:Lead", "7")), kPTPageScope), "t:Lead=7 t:PageEdge=t:A");
     // Names as scored properties: the namespace decides.
     const auto scored = [](const char* name) {
         return std::string("<psf:ScoredProperty name=\"psk:Place\"><psf:Value xsi:type=\"xsd:QName\">") +

@@ -63,6 +63,7 @@ protected:
     std::wstring Packed(const wchar_t* text) {
         const auto* place = reinterpret_cast<const BYTE*>(text);
         if (place < m_begin || place >= m_end) return L"outside the buffer";
+        if (reinterpret_cast<std::uintptr_t>(place) % alignof(wchar_t) != 0) return L"not aligned";
         const std::wstring copy(text);
         return place + (copy.size() + 1) * sizeof(wchar_t) <= m_end ? copy : L"beyond the buffer";
     }
