@@ -3,46 +3,16 @@
 // XPS jobs for tests: built item by item, so that a test can damage what it likes before the package is
 // written. The package is written by libzip, not by the system's own writer.
 
+#include "TemporaryFolder.h"
+
 #include <zip.h>
 
-#include <atomic>
 #include <filesystem>
 #include <fstream>
 #include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
-
-#include <unistd.h>
-
-// A folder that goes with the test.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        static std::atomic<int> count{0};
-        m_path = std::filesystem::temp_directory_path() /
-                 ("ov-test-" + std::to_string(getpid()) + "-" + std::to_string(count++));
-        std::filesystem::create_directories(m_path);
-    }
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-    ~ScratchFolder() {
-        std::error_code error;
-        std::filesystem::remove_all(m_path, error);
-    }
-    std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
-    const std::filesystem::path& Path() const { return m_path; }
-    // What a failed job must not leave: files other than those named.
-    std::vector<std::string> Files() const {
-        std::vector<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(m_path))
-            names.push_back(entry.path().filename().string());
-        return names;
-    }
-
-private:
-    std::filesystem::path m_path;
-};
 
 using ZipItems = std::map<std::string, std::string>; // by item name, "_rels/.rels"
 

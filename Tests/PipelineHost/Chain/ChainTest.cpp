@@ -26,7 +26,7 @@ protected:
         std::ofstream(m_folder / "pipeline.xml") << text;
         return ReadPipelineConfiguration(m_folder / "pipeline.xml");
     }
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(ConfigurationTest, ReadsFiltersInOrderWithTheirEnds) {
@@ -85,7 +85,7 @@ protected:
         SampleJob().Write(m_folder / "job.xps");
         return FailureLine(RunJob(MakeJob(m_folder / "job.xps", m_folder / "out.xps", std::move(filters))));
     }
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 // A filter that looks at its ends as the library's bases do: what it reads and writes is asked for the

@@ -62,7 +62,7 @@ protected:
             if (outcome.failure) {
                 ++failures;
                 EXPECT_TRUE(FAILED(outcome.failure->result)) << FailureLine(outcome);
-                EXPECT_EQ(1u, m_folder.Files().size()) << "nothing but the job is there";
+                EXPECT_EQ(1u, m_folder.Names().size()) << "nothing but the job is there";
             } else {
                 EXPECT_EQ(2u, countPages(m_folder / "out"));
                 std::filesystem::remove(m_folder / "out");
@@ -75,7 +75,7 @@ protected:
         EXPECT_GT(failures, calls / 2) << "a failing call is seen by somebody";
     }
 
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
     std::optional<OvPlatform::PrintTicketMerge> m_tickets; // lest every job reads the queue's documents again
 };

@@ -32,9 +32,9 @@ protected:
     }
     std::filesystem::path Output() const { return m_folder / "out.xps"; }
     // Nothing but the job is there: no output, and no rest of one.
-    void ExpectNoOutput() { EXPECT_THAT(m_folder.Files(), ElementsAre("job.xps")); }
+    void ExpectNoOutput() { EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps")); }
 
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 // Each part's relationships as "source -> type target", whatever their ids and their order.

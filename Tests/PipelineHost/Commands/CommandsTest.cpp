@@ -64,7 +64,7 @@ protected:
         EXPECT_THAT(result.errors, HasSubstr(words));
     }
 
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
     std::filesystem::path m_before = std::filesystem::current_path();
 };
 
@@ -109,7 +109,7 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         ExpectRefusal(result, ExitUsage, words);
         EXPECT_THAT(result.errors, HasSubstr("(see ov-pipeline --help)"));
     }
-    EXPECT_THAT(m_folder.Files(), ElementsAre("job.xps"));
+    EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
 }
 
 TEST_F(CommandsTest, RunSumsUpWhatItDid) {
@@ -136,7 +136,7 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     EXPECT_EQ("  tickets   4 merges made, 10 saved by the cache; 2 conflicts resolved", lines[5]);
     EXPECT_THAT(lines[6], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
     EXPECT_THAT(lines[7], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "out.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
 TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
@@ -144,7 +144,7 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     SampleJob().Write("jobs/letter.oxps");
     EXPECT_EQ(ExitOk, Run({"run", "jobs/letter.oxps"}).code);
     EXPECT_EQ(ExitOk, Run({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
     EXPECT_EQ(2u, Lines(FileText("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
 }
@@ -171,7 +171,7 @@ TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone
     EXPECT_THAT(result.errors, HasSubstr(": 0x80040005 E_DELTA_PRINTTICKET_FORMAT (the part's print ticket "
                                          "is no valid Print Ticket)\n"));
     EXPECT_EQ("old", FileText("out.xps"));
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "out.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
 TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
@@ -199,7 +199,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
             EXPECT_THAT(lines[0], HasSubstr(words));
         }
     }
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("text.xps", "pageless.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("text.xps", "pageless.xps"));
 }
 
 TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
@@ -223,7 +223,7 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
         arguments.insert(arguments.end(), options.begin(), options.end());
         ExpectRefusal(Run(arguments), ExitJobFailed, words);
     }
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "folder", "pipe"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "folder", "pipe"));
 }
 
 TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {

@@ -106,7 +106,7 @@ private:
 class ProgramTest : public testing::Test {
 protected:
     void SetUp() override { SampleJob().Write(m_folder / "job.xps"); }
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
@@ -120,7 +120,7 @@ TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
         Program program(arguments, m_folder.Path());
         EXPECT_EQ(code, program.Finish()) << program.Said();
     }
-    EXPECT_THAT(m_folder.Files(), UnorderedElementsAre("job.xps", "out.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
 TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
@@ -132,7 +132,7 @@ TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
         program.Signal(signal);
         EXPECT_EQ(130, program.Finish());
         EXPECT_THAT(program.Said(), HasSubstr("ov-pipeline: job.xps: cancelled; nothing was written\n"));
-        EXPECT_THAT(m_folder.Files(), ElementsAre("job.xps"));
+        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
     }
 }
 

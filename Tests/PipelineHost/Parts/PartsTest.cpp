@@ -37,7 +37,7 @@ protected:
         return CComQIPtr<IPartFont2>(part);
     }
 
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
     SharedContext m_context;
 };
 

@@ -35,7 +35,7 @@ protected:
         return {};
     }
 
-    ScratchFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 std::vector<std::string> PartsOf(IFixedPage* page) {
