@@ -14,7 +14,7 @@ class StreamCopy final : public StreamFilterBase {
 protected:
     void StartOperation_throws() override {
         constexpr auto function = "StreamCopy::StartOperation_throws";
-        std::array<BYTE, 64 * 1024> buffer;
+        std::array<BYTE, 0x10000> buffer;
         BOOL atEnd = FALSE;
         while (IsAlive() && !atEnd) {
             ULONG read = 0;

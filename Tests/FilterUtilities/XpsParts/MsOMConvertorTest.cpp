@@ -44,11 +44,14 @@ TEST(CreateIStreamFromIPrintReadStream, CopiesTheWholeStreamWhereverItStood) {
 }
 
 TEST(CreateIStreamFromIPrintReadStream, EmptyStreamGivesAnEmptyCopy) {
-    const CComPtr<IStream> copy =
-        CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(MakeFake<MemoryReadStream>("")));
-    ASSERT_TRUE(copy);
-    EXPECT_EQ(PositionOf(copy), 0u);
-    EXPECT_EQ(ReadAll(copy), "");
+    for (const bool tellsEndOfFile : {true, false}) {
+        const auto reader = MakeFake<MemoryReadStream>("");
+        reader->tellsEndOfFile = tellsEndOfFile;
+        const CComPtr<IStream> copy = CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(reader));
+        ASSERT_TRUE(copy);
+        EXPECT_EQ(PositionOf(copy), 0u);
+        EXPECT_EQ(ReadAll(copy), "");
+    }
 }
 
 TEST(CreateIStreamFromIPrintReadStream, FailuresAreThrown) {
