@@ -1,0 +1,23 @@
+#include "NativeXmlConfigCpssOptionValueDictionary.h"
+
+#include "NativeXmlConfigCpssOptionValueTable.h"
+#include "NativeXmlConfigFeatureDictionary.h"
+#include "ValueNameTable.h"
+
+#include <memory>
+
+NativeXmlConfigCpssOptionValueDictionary::NativeXmlConfigCpssOptionValueDictionary()
+    : m_valueIndex(
+          m_dictionary.AddIndex(std::make_unique<NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex>())),
+      m_cpssNameIndex(m_dictionary.AddIndex(
+          std::make_unique<NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex>())) {
+    const NativeXmlConfigFeatureDictionary& features = *NativeXmlConfigFeatureDictionary::Instance();
+    for (const NativeXmlConfigCpssOptionValueRow& row : GetNativeXmlConfigCpssOptionValueRows()) {
+        m_dictionary.AddEntry(std::make_unique<NativeXmlConfigCpssOptionValueEntry>(
+            NativeXmlConfigCpssOptionValueEntry{row.cpssName, row.feature,
+                                                features.GetEntry(row.feature).featureEnumString, row.value,
+                                                MakeValueEnumString(row.value)}));
+    }
+}
+
+NativeXmlConfigCpssOptionValueDictionary::~NativeXmlConfigCpssOptionValueDictionary() = default;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "FeatureOptionKey.h"
+#include "NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex.h"
+#include "NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex.h"
+
+#include <Dictionary/Dictionary.h>
+#include <Dictionary/SingletonBase.h>
+
+/// The options that have a CPSS name; a value may belong to several features here. Immutable; any thread.
+/// Lookups allocate nothing unless they throw CPExceptionUnknownKeyRequest; names are compared byte for byte
+/// and may be wide (UTF-16 units).
+class NativeXmlConfigCpssOptionValueDictionary final
+    : public SingletonBase<NativeXmlConfigCpssOptionValueDictionary> {
+public:
+    ~NativeXmlConfigCpssOptionValueDictionary() override;
+
+    [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
+    GetEntry(DataModelIds::tagFeatureEnum feature, DataModelIds::tagValueEnum value) const {
+        return m_valueIndex.GetEntryRef(FeatureOptionKey(feature, value).GetView());
+    }
+    [[nodiscard]] bool IsValuePresent(DataModelIds::tagFeatureEnum feature,
+                                      DataModelIds::tagValueEnum value) const {
+        return m_valueIndex.IsKeyPresent(FeatureOptionKey(feature, value).GetView());
+    }
+    [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
+    GetEntryByCpssName(DataModelIds::tagFeatureEnum feature, std::string_view cpssName) const {
+        return m_cpssNameIndex.GetEntryRef(FeatureOptionKey(feature, cpssName).GetView());
+    }
+    [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
+    GetEntryByCpssName(DataModelIds::tagFeatureEnum feature, std::wstring_view cpssName) const {
+        return m_cpssNameIndex.GetEntryRef(FeatureOptionKey(feature, cpssName).GetView());
+    }
+    [[nodiscard]] bool IsCpssNamePresent(DataModelIds::tagFeatureEnum feature,
+                                         std::string_view cpssName) const {
+        return m_cpssNameIndex.IsKeyPresent(FeatureOptionKey(feature, cpssName).GetView());
+    }
+    [[nodiscard]] bool IsCpssNamePresent(DataModelIds::tagFeatureEnum feature,
+                                         std::wstring_view cpssName) const {
+        return m_cpssNameIndex.IsKeyPresent(FeatureOptionKey(feature, cpssName).GetView());
+    }
+    /// In the order of the table, in place of what is in the vector.
+    void GetAllEntries(std::vector<const NativeXmlConfigCpssOptionValueEntry*>& entries) const {
+        m_valueIndex.GetAllEntries(entries);
+    }
+
+private:
+    friend SingletonBase<NativeXmlConfigCpssOptionValueDictionary>;
+    NativeXmlConfigCpssOptionValueDictionary();
+
+    Dictionary<NativeXmlConfigCpssOptionValueEntry> m_dictionary;
+    NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex& m_valueIndex;
+    NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex& m_cpssNameIndex;
+};

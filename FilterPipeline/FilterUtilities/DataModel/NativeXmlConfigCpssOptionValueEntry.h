@@ -1,0 +1,22 @@
+#pragma once
+
+#include "FeatureIds.h"
+#include "ValueIds.h"
+
+#include <Dictionary/DictionaryKeyTraits.h>
+#include <LowLevelFacilities/CPString.h>
+
+/// What an option of a feature is called in the device's own vocabulary (CPSS), which its capabilities and
+/// the public document settings use.
+struct NativeXmlConfigCpssOptionValueEntry {
+    CPString cpssOptionName;
+    DataModelIds::tagFeatureEnum feature;
+    CPString featureEnumString; // the qualified names of the enumerators
+    DataModelIds::tagValueEnum value;
+    CPString valueEnumString;
+};
+
+template <>
+struct DictionaryTypeName<NativeXmlConfigCpssOptionValueEntry> {
+    static constexpr const char* value = "class NativeXmlConfigCpssOptionValueEntry";
+};

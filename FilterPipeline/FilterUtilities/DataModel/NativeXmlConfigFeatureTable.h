@@ -1,0 +1,22 @@
+#pragma once
+
+#include "NativeXmlConfigFeatureEntry.h"
+
+#include <span>
+
+/// The features as data.
+struct NativeXmlConfigFeatureRow {
+    static constexpr DataModelIds::tagFeatureEnum noParent{};
+
+    DataModelIds::tagFeatureEnum feature;
+    const char* enumerator;
+    NativeXmlConfigFeatureEntry::ModeEnum mode;
+    NativeXmlConfigFeatureEntry::SyntaxEnum syntax;
+    const char* cpssName;
+    const char* xmlConfigName;
+    NativeXmlConfigFeatureEntry::TicketKindEnum ticketKind;
+    const wchar_t* printTicketName;
+    DataModelIds::tagFeatureEnum parent = noParent;
+};
+
+[[nodiscard]] std::span<const NativeXmlConfigFeatureRow> GetNativeXmlConfigFeatureRows() noexcept;

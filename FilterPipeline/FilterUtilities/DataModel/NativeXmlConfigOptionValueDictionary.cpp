@@ -1,0 +1,54 @@
+#include "NativeXmlConfigOptionValueDictionary.h"
+
+#include "NativeXmlConfigFeatureDictionary.h"
+#include "NativeXmlConfigOptionValueTable.h"
+#include "ValueNameTable.h"
+
+#include <memory>
+
+using DataModelIds::tagFeatureEnum;
+
+namespace {
+
+struct Alias {
+    std::string_view olderName;
+    std::string_view name;
+};
+
+// Only who reads a configuration meets the older names; no other lookup knows them, on purpose.
+constexpr Alias aliases[] = {
+    {"Envelope4_375x5_75", "Envelope5_5"},
+    {"12_6x18_5", "SR12_6x18_5"},
+};
+
+std::string_view ResolveAlias(std::string_view xmlConfigName) noexcept {
+    for (const Alias& alias : aliases) {
+        if (alias.olderName == xmlConfigName) return alias.name;
+    }
+    return xmlConfigName;
+}
+
+} // namespace
+
+NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
+    : m_valueIndex(m_dictionary.AddIndex(std::make_unique<NativeXmlConfigOptionValueEnumIndex>())),
+      m_xmlConfigNameIndex(m_dictionary.AddIndex(
+          std::make_unique<NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex>())),
+      m_printTicketNameIndex(m_dictionary.AddIndex(
+          std::make_unique<NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex>())) {
+    const NativeXmlConfigFeatureDictionary& features = *NativeXmlConfigFeatureDictionary::Instance();
+    for (const NativeXmlConfigOptionValueRow& row : GetNativeXmlConfigOptionValueRows()) {
+        m_dictionary.AddEntry(std::make_unique<NativeXmlConfigOptionValueEntry>(
+            NativeXmlConfigOptionValueEntry{row.xmlConfigName, row.printTicketName, row.feature,
+                                            features.GetEntry(row.feature).featureEnumString, row.value,
+                                            MakeValueEnumString(row.value)}));
+    }
+}
+
+NativeXmlConfigOptionValueDictionary::~NativeXmlConfigOptionValueDictionary() = default;
+
+const NativeXmlConfigOptionValueEntry&
+NativeXmlConfigOptionValueDictionary::GetEntryByXmlConfigName(tagFeatureEnum feature,
+                                                              std::string_view xmlConfigName) const {
+    return m_xmlConfigNameIndex.GetEntryRef(FeatureOptionKey(feature, ResolveAlias(xmlConfigName)).GetView());
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "FeatureOptionKey.h"
+#include "NativeXmlConfigOptionValueEnumIndex.h"
+#include "NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex.h"
+#include "NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex.h"
+
+#include <Dictionary/Dictionary.h>
+#include <Dictionary/SingletonBase.h>
+
+/// The options that have names in the configuration and in the ticket; a value belongs to one feature here.
+/// Immutable; any thread. Lookups allocate nothing unless they throw CPExceptionUnknownKeyRequest; names are
+/// compared byte for byte. A name of the ticket goes without its prefix, and may be wide (UTF-16 units).
+class NativeXmlConfigOptionValueDictionary final
+    : public SingletonBase<NativeXmlConfigOptionValueDictionary> {
+public:
+    ~NativeXmlConfigOptionValueDictionary() override;
+
+    [[nodiscard]] const NativeXmlConfigOptionValueEntry& GetEntry(DataModelIds::tagValueEnum value) const {
+        return m_valueIndex.GetEntryRef(value);
+    }
+    [[nodiscard]] bool IsValuePresent(DataModelIds::tagValueEnum value) const noexcept {
+        return m_valueIndex.IsKeyPresent(value);
+    }
+    /// Knows the names of older configuration files as well.
+    [[nodiscard]] const NativeXmlConfigOptionValueEntry&
+    GetEntryByXmlConfigName(DataModelIds::tagFeatureEnum feature, std::string_view xmlConfigName) const;
+    [[nodiscard]] const NativeXmlConfigOptionValueEntry&
+    GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::string_view printTicketName) const {
+        return m_printTicketNameIndex.GetEntryRef(FeatureOptionKey(feature, printTicketName).GetView());
+    }
+    [[nodiscard]] const NativeXmlConfigOptionValueEntry&
+    GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::wstring_view printTicketName) const {
+        return m_printTicketNameIndex.GetEntryRef(FeatureOptionKey(feature, printTicketName).GetView());
+    }
+    [[nodiscard]] bool IsPrintTicketNamePresent(DataModelIds::tagFeatureEnum feature,
+                                                std::string_view printTicketName) const {
+        return m_printTicketNameIndex.IsKeyPresent(FeatureOptionKey(feature, printTicketName).GetView());
+    }
+    [[nodiscard]] bool IsPrintTicketNamePresent(DataModelIds::tagFeatureEnum feature,
+                                                std::wstring_view printTicketName) const {
+        return m_printTicketNameIndex.IsKeyPresent(FeatureOptionKey(feature, printTicketName).GetView());
+    }
+    /// In the order of the table, in place of what is in the vector.
+    void GetAllEntries(std::vector<const NativeXmlConfigOptionValueEntry*>& entries) const {
+        m_valueIndex.GetAllEntries(entries);
+    }
+
+private:
+    friend SingletonBase<NativeXmlConfigOptionValueDictionary>;
+    NativeXmlConfigOptionValueDictionary();
+
+    Dictionary<NativeXmlConfigOptionValueEntry> m_dictionary;
+    NativeXmlConfigOptionValueEnumIndex& m_valueIndex;
+    NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex& m_xmlConfigNameIndex;
+    NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex& m_printTicketNameIndex;
+};

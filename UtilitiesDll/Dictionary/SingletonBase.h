@@ -1,0 +1,20 @@
+#pragma once
+
+/// A class of which the process has one object, built when it is first asked for and kept to the end. T
+/// derives from SingletonBase<T> and makes it a friend.
+template <typename T>
+class SingletonBase {
+public:
+    SingletonBase(const SingletonBase&) = delete;
+    SingletonBase& operator=(const SingletonBase&) = delete;
+    virtual ~SingletonBase() = default;
+
+    /// Any thread. A failure of the constructor leaves; the next call tries again.
+    [[nodiscard]] static T* Instance() {
+        static T* const instance = new T();
+        return instance;
+    }
+
+protected:
+    SingletonBase() = default;
+};
