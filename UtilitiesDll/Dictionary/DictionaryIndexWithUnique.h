@@ -1,13 +1,14 @@
 #pragma once
 
 #include "Dictionary/DictionaryIndex.h"
-#include "Dictionary/DictionaryKeyTable.h"
+#include "Dictionary/DictionaryKeyTraits.h"
 #include "LowLevelFacilities/CPExceptionDuplicateDictionaryIndexEntry.h"
 #include "LowLevelFacilities/CPExceptionUnknownKeyRequest.h"
 #include "LowLevelFacilities/CPFormat.h"
 #include "LowLevelFacilities/LastErrorKeeper.h"
 
 #include <algorithm>
+#include <concepts>
 #include <string>
 #include <vector>
 
@@ -28,7 +29,20 @@ public:
         if (Entry* const entry = m_table.Find(key)) return *entry;
         ThrowUnknownKey(DictionaryKeyTraits<Key>::MakeKey(key), "GetNonConstEntryRef", __LINE__);
     }
+    /// Null if the key is absent.
+    [[nodiscard]] const Entry* FindEntry(KeyView key) const noexcept { return m_table.Find(key); }
     [[nodiscard]] bool IsKeyPresent(KeyView key) const noexcept { return m_table.Find(key) != nullptr; }
+
+    /// The same for a text in two pieces.
+    [[nodiscard]] const Entry&
+    GetEntryRef(const DictionaryNumberedText& key) const requires std::same_as<Key, CPString> {
+        if (const Entry* const entry = m_table.Find(key)) return *entry;
+        ThrowUnknownKey(DictionaryKeyTraits<Key>::MakeKey(key), "GetEntryRef", __LINE__);
+    }
+    [[nodiscard]] const Entry*
+    FindEntry(const DictionaryNumberedText& key) const noexcept requires std::same_as<Key, CPString> {
+        return m_table.Find(key);
+    }
 
     [[nodiscard]] const Entry* FindEntryWithKeyOf(const Entry& entry) const override {
         return m_table.Find(GetKey(entry, 0));
@@ -115,6 +129,6 @@ private:
                                      function.c_str());
     }
 
-    DictionaryKeyTable<Key, Entry> m_table;
+    typename DictionaryKeyTraits<Key>::template Table<Entry> m_table;
     std::vector<Entry*> m_entries; // in the order of their coming
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "FeatureOptionKey.h"
 #include "NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex.h"
 #include "NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex.h"
 
@@ -17,27 +16,27 @@ public:
 
     [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
     GetEntry(DataModelIds::tagFeatureEnum feature, DataModelIds::tagValueEnum value) const {
-        return m_valueIndex.GetEntryRef(FeatureOptionKey(feature, value).GetView());
+        return m_valueIndex.GetOptionRef(feature, value);
     }
     [[nodiscard]] bool IsValuePresent(DataModelIds::tagFeatureEnum feature,
                                       DataModelIds::tagValueEnum value) const {
-        return m_valueIndex.IsKeyPresent(FeatureOptionKey(feature, value).GetView());
+        return m_valueIndex.FindOption(feature, value) != nullptr;
     }
     [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
     GetEntryByCpssName(DataModelIds::tagFeatureEnum feature, std::string_view cpssName) const {
-        return m_cpssNameIndex.GetEntryRef(FeatureOptionKey(feature, cpssName).GetView());
+        return m_cpssNameIndex.GetOptionRef(feature, cpssName);
     }
     [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
     GetEntryByCpssName(DataModelIds::tagFeatureEnum feature, std::wstring_view cpssName) const {
-        return m_cpssNameIndex.GetEntryRef(FeatureOptionKey(feature, cpssName).GetView());
+        return m_cpssNameIndex.GetOptionRef(feature, cpssName);
     }
     [[nodiscard]] bool IsCpssNamePresent(DataModelIds::tagFeatureEnum feature,
                                          std::string_view cpssName) const {
-        return m_cpssNameIndex.IsKeyPresent(FeatureOptionKey(feature, cpssName).GetView());
+        return m_cpssNameIndex.FindOption(feature, cpssName) != nullptr;
     }
     [[nodiscard]] bool IsCpssNamePresent(DataModelIds::tagFeatureEnum feature,
                                          std::wstring_view cpssName) const {
-        return m_cpssNameIndex.IsKeyPresent(FeatureOptionKey(feature, cpssName).GetView());
+        return m_cpssNameIndex.FindOption(feature, cpssName) != nullptr;
     }
     /// In the order of the table, in place of what is in the vector.
     void GetAllEntries(std::vector<const NativeXmlConfigCpssOptionValueEntry*>& entries) const {

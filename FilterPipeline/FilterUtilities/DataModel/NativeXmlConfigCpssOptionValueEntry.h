@@ -3,7 +3,7 @@
 #include "FeatureIds.h"
 #include "ValueIds.h"
 
-#include <Dictionary/DictionaryKeyTraits.h>
+#include <Dictionary/DictionaryTypeName.h>
 #include <LowLevelFacilities/CPString.h>
 
 /// What an option of a feature is called in the device's own vocabulary (CPSS), which its capabilities and

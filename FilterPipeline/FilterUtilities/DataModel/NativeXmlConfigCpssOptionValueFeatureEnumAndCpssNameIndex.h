@@ -1,15 +1,13 @@
 #pragma once
 
-#include "FeatureOptionKey.h"
+#include "FeatureOptionIndex.h"
 #include "NativeXmlConfigCpssOptionValueEntry.h"
-
-#include <Dictionary/DictionaryIndexWithUnique.h>
 
 /// Options by feature and CPSS name.
 class NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex final
-    : public DictionaryIndexWithUnique<CPString, NativeXmlConfigCpssOptionValueEntry> {
+    : public FeatureOptionIndex<NativeXmlConfigCpssOptionValueEntry> {
 public:
     [[nodiscard]] CPString GetKey(const NativeXmlConfigCpssOptionValueEntry& entry, int) const override {
-        return FeatureOptionKey(entry.feature, entry.cpssOptionName.view()).MakeString();
+        return MakeKey(entry.feature, entry.cpssOptionName.view());
     }
 };

@@ -2,7 +2,7 @@
 
 #include "FeatureIds.h"
 
-#include <Dictionary/DictionaryKeyTraits.h>
+#include <Dictionary/DictionaryTypeName.h>
 #include <LowLevelFacilities/CPString.h>
 #include <LowLevelFacilities/CXString.h>
 

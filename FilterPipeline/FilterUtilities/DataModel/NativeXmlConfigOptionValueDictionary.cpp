@@ -21,11 +21,11 @@ constexpr Alias aliases[] = {
     {"12_6x18_5", "SR12_6x18_5"},
 };
 
-std::string_view ResolveAlias(std::string_view xmlConfigName) noexcept {
+std::string_view ResolveAlias(std::string_view name) noexcept {
     for (const Alias& alias : aliases) {
-        if (alias.olderName == xmlConfigName) return alias.name;
+        if (alias.olderName == name) return alias.name;
     }
-    return xmlConfigName;
+    return name;
 }
 
 } // namespace
@@ -48,7 +48,7 @@ NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
 NativeXmlConfigOptionValueDictionary::~NativeXmlConfigOptionValueDictionary() = default;
 
 const NativeXmlConfigOptionValueEntry&
-NativeXmlConfigOptionValueDictionary::GetEntryByXmlConfigName(tagFeatureEnum feature,
-                                                              std::string_view xmlConfigName) const {
-    return m_xmlConfigNameIndex.GetEntryRef(FeatureOptionKey(feature, ResolveAlias(xmlConfigName)).GetView());
+NativeXmlConfigOptionValueDictionary::GetEntryByOlderName(tagFeatureEnum feature,
+                                                          std::string_view name) const {
+    return m_xmlConfigNameIndex.GetOptionRef(feature, ResolveAlias(name));
 }

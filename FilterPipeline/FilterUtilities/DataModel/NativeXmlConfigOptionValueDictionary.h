@@ -1,6 +1,5 @@
 #pragma once
 
-#include "FeatureOptionKey.h"
 #include "NativeXmlConfigOptionValueEnumIndex.h"
 #include "NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex.h"
 #include "NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex.h"
@@ -24,22 +23,27 @@ public:
     }
     /// Knows the names of older configuration files as well.
     [[nodiscard]] const NativeXmlConfigOptionValueEntry&
-    GetEntryByXmlConfigName(DataModelIds::tagFeatureEnum feature, std::string_view xmlConfigName) const;
+    GetEntryByXmlConfigName(DataModelIds::tagFeatureEnum feature, std::string_view xmlConfigName) const {
+        // No option bears an older name, so only what is not found needs a look at them.
+        const NativeXmlConfigOptionValueEntry* const entry =
+            m_xmlConfigNameIndex.FindOption(feature, xmlConfigName);
+        return entry != nullptr ? *entry : GetEntryByOlderName(feature, xmlConfigName);
+    }
     [[nodiscard]] const NativeXmlConfigOptionValueEntry&
     GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::string_view printTicketName) const {
-        return m_printTicketNameIndex.GetEntryRef(FeatureOptionKey(feature, printTicketName).GetView());
+        return m_printTicketNameIndex.GetOptionRef(feature, printTicketName);
     }
     [[nodiscard]] const NativeXmlConfigOptionValueEntry&
     GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::wstring_view printTicketName) const {
-        return m_printTicketNameIndex.GetEntryRef(FeatureOptionKey(feature, printTicketName).GetView());
+        return m_printTicketNameIndex.GetOptionRef(feature, printTicketName);
     }
     [[nodiscard]] bool IsPrintTicketNamePresent(DataModelIds::tagFeatureEnum feature,
                                                 std::string_view printTicketName) const {
-        return m_printTicketNameIndex.IsKeyPresent(FeatureOptionKey(feature, printTicketName).GetView());
+        return m_printTicketNameIndex.FindOption(feature, printTicketName) != nullptr;
     }
     [[nodiscard]] bool IsPrintTicketNamePresent(DataModelIds::tagFeatureEnum feature,
                                                 std::wstring_view printTicketName) const {
-        return m_printTicketNameIndex.IsKeyPresent(FeatureOptionKey(feature, printTicketName).GetView());
+        return m_printTicketNameIndex.FindOption(feature, printTicketName) != nullptr;
     }
     /// In the order of the table, in place of what is in the vector.
     void GetAllEntries(std::vector<const NativeXmlConfigOptionValueEntry*>& entries) const {
@@ -49,6 +53,9 @@ public:
 private:
     friend SingletonBase<NativeXmlConfigOptionValueDictionary>;
     NativeXmlConfigOptionValueDictionary();
+
+    const NativeXmlConfigOptionValueEntry& GetEntryByOlderName(DataModelIds::tagFeatureEnum feature,
+                                                               std::string_view name) const;
 
     Dictionary<NativeXmlConfigOptionValueEntry> m_dictionary;
     NativeXmlConfigOptionValueEnumIndex& m_valueIndex;

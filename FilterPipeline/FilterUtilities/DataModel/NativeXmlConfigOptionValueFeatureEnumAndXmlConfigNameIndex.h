@@ -1,15 +1,13 @@
 #pragma once
 
-#include "FeatureOptionKey.h"
+#include "FeatureOptionIndex.h"
 #include "NativeXmlConfigOptionValueEntry.h"
-
-#include <Dictionary/DictionaryIndexWithUnique.h>
 
 /// Options by feature and name in the configuration.
 class NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex final
-    : public DictionaryIndexWithUnique<CPString, NativeXmlConfigOptionValueEntry> {
+    : public FeatureOptionIndex<NativeXmlConfigOptionValueEntry> {
 public:
     [[nodiscard]] CPString GetKey(const NativeXmlConfigOptionValueEntry& entry, int) const override {
-        return FeatureOptionKey(entry.feature, entry.xmlConfigOptionName.view()).MakeString();
+        return MakeKey(entry.feature, entry.xmlConfigOptionName.view());
     }
 };
