@@ -11,7 +11,8 @@
 #include <string_view>
 
 /// An index of options. Its key is the number of the option's feature in at least five digits and, right
-/// behind it, what the derived class takes: the option's name or number. Whoever asks gives the two apart.
+/// behind it, what the derived class takes: the option's name or number. Whoever asks gives the two apart;
+/// only a feature's number of six digits or a wide name beyond 64 units then costs an allocation.
 template <typename Entry>
 class FeatureOptionIndex : public DictionaryIndexWithUnique<CPString, Entry> {
 public:

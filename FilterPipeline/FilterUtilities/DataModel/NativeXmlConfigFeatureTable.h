@@ -14,8 +14,8 @@ struct NativeXmlConfigFeatureRow {
     NativeXmlConfigFeatureEntry::SyntaxEnum syntax;
     const char* cpssName;
     const char* xmlConfigName;
-    NativeXmlConfigFeatureEntry::TicketKindEnum ticketKind;
     const wchar_t* printTicketName;
+    NativeXmlConfigFeatureEntry::TicketKindEnum ticketKind;
     DataModelIds::tagFeatureEnum parent = noParent;
 };
 
