@@ -2,8 +2,8 @@
 
 /// The version of a driver.
 struct DriverVersion {
-    unsigned short major = 0;
-    unsigned short minor = 0;
+    unsigned short majorNumber = 0;
+    unsigned short minorNumber = 0;
     unsigned short build = 0;
     unsigned short revision = 0;
 };

@@ -42,5 +42,4 @@ private:
     };
 
     std::map<ULONG, Parameter> m_parameters;
-    std::size_t m_bytes = 0; // of all parameters as they are written
 };

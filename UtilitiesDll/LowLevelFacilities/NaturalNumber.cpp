@@ -22,6 +22,22 @@ std::size_t NaturalNumber::bitLength() const noexcept {
                : (m_limbs.size() - 1) * limbBits + static_cast<std::size_t>(std::bit_width(m_limbs.back()));
 }
 
+std::vector<unsigned char> NaturalNumber::getBytes() const {
+    std::vector<unsigned char> bytes((bitLength() + 7) / 8);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<unsigned char>(m_limbs[i / 4] >> (i % 4 * 8));
+    return bytes;
+}
+
+NaturalNumber NaturalNumber::fromBytes(const unsigned char* bytes, std::size_t length) {
+    NaturalNumber result;
+    result.m_limbs.resize((length + 3) / 4);
+    for (std::size_t i = 0; i < length; ++i)
+        result.m_limbs[i / 4] |= std::uint32_t{bytes[i]} << (i % 4 * 8);
+    result.dropLeadingZeros();
+    return result;
+}
+
 std::uint64_t NaturalNumber::toUint64() const noexcept {
     std::uint64_t value = 0;
     for (std::size_t i = m_limbs.size(); i-- > 0;)

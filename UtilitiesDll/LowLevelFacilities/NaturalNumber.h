@@ -15,6 +15,9 @@ public:
 
     [[nodiscard]] bool isZero() const noexcept { return m_limbs.empty(); }
     [[nodiscard]] std::size_t bitLength() const noexcept;
+    /// Least significant byte first, without zeros at the end; 0 has no bytes.
+    [[nodiscard]] std::vector<unsigned char> getBytes() const;
+    [[nodiscard]] static NaturalNumber fromBytes(const unsigned char* bytes, std::size_t length);
     /// The value, if it has at most 64 bits.
     [[nodiscard]] std::uint64_t toUint64() const noexcept;
 

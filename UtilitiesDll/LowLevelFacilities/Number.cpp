@@ -111,6 +111,14 @@ Number Number::fromDouble(double value) {
     return result;
 }
 
+Number Number::fromFraction(NaturalNumber numerator, NaturalNumber denominator, bool isNegative) {
+    Number result;
+    result.m_numerator = std::move(numerator);
+    result.m_denominator = std::move(denominator);
+    result.m_isNegative = isNegative && !result.m_numerator.isZero();
+    return result;
+}
+
 double Number::GetDoubleValue() const {
     if (m_numerator.isZero()) return 0;
     // A quotient of 63 or 64 bits holds all that decides the rounding, with the remainder for the ties.

@@ -23,6 +23,15 @@ public:
     /// The exact value of the double; 0 for an infinity or a NaN.
     [[nodiscard]] static Number fromDouble(double value);
 
+    /// The denominator must not be 0.
+    [[nodiscard]] static Number fromFraction(NaturalNumber numerator, NaturalNumber denominator,
+                                             bool isNegative);
+
+    // The fraction as it is held, not reduced.
+    [[nodiscard]] const NaturalNumber& GetNumerator() const noexcept { return m_numerator; }
+    [[nodiscard]] const NaturalNumber& GetDenominator() const noexcept { return m_denominator; }
+    [[nodiscard]] bool IsNegative() const noexcept { return m_isNegative; }
+
     /// The nearest double.
     [[nodiscard]] double GetDoubleValue() const;
     /// The magnitude plus the rounding offset, cut to an integer, with the sign: an offset of 0.499999 rounds

@@ -1,0 +1,105 @@
+#include "AttributeStore/AttributeBytesValue.h"
+
+#include "AttributeStore/AttributeBytesRawList.h"
+
+#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/ThrowFailure.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+bool isNamed(unsigned int kind) noexcept {
+    return kind >= static_cast<unsigned int>(AttributeBytesValue::Kind::Option) &&
+           kind <= static_cast<unsigned int>(AttributeBytesValue::Kind::CollectionSet);
+}
+
+/// The depth of a collection of these members.
+unsigned int depthOver(const AttributeBytesList& members) {
+    unsigned int depth = 0;
+    for (auto i = members.GetIterator(); members.IsValid(i);)
+        depth = (std::max)(depth, members.GetNextAttributeBytes(i)->GetAttributeBytesValue().GetDepth());
+    if (depth == AttributeBytesValue::maxDepth) {
+        ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesValue::FromCollection", [] {
+            return "Collections nest deeper than " + std::to_string(AttributeBytesValue::maxDepth) +
+                   " levels";
+        });
+    }
+    return depth + 1;
+}
+
+} // namespace
+
+AttributeBytesValue AttributeBytesValue::FromOption(LONG value, bool isSpecified) {
+    return {Kind::Option, isSpecified, value};
+}
+
+AttributeBytesValue AttributeBytesValue::FromInteger(int value, bool isSpecified) {
+    return {Kind::Integer, isSpecified, static_cast<LONG>(value)};
+}
+
+AttributeBytesValue AttributeBytesValue::FromString(const CXString& value, bool isSpecified) {
+    return {Kind::String, isSpecified, value};
+}
+
+AttributeBytesValue AttributeBytesValue::FromDimension(const ::Dimension& value, bool isSpecified) {
+    return {Kind::Dimension, isSpecified, value};
+}
+
+AttributeBytesValue AttributeBytesValue::FromCollection(const AttributeBytesList& members, bool isSpecified) {
+    const unsigned int depth = depthOver(members);
+    auto copy = OvlSharedPtr<AttributeBytesRawList>::make();
+    for (auto i = members.GetIterator(); members.IsValid(i);)
+        copy->AddAttributeBytes(members.GetNextAttributeBytesSharedPtr(i));
+    return {Kind::Collection, isSpecified, Members(std::move(copy)), depth};
+}
+
+AttributeBytesValue AttributeBytesValue::FromCollectionSet(const AttributeBytesList& members,
+                                                           bool isSpecified) {
+    const unsigned int depth = depthOver(members);
+    auto copy = OvlSharedPtr<AttributeBytesRawList>::make();
+    LONG position = 0;
+    for (auto i = members.GetIterator(); members.IsValid(i); ++position) {
+        auto member = members.GetNextAttributeBytesSharedPtr(i);
+        const AttributeBytesFeatureId id(position);
+        if (member->GetFeatureId() == id)
+            copy->AddAttributeBytes(member);
+        else
+            copy->AddAttributeBytes(AttributeBytes(id, member->GetAttributeBytesValue()));
+    }
+    return {Kind::CollectionSet, isSpecified, Members(std::move(copy)), depth};
+}
+
+AttributeBytesValue AttributeBytesValue::FromUnknown(unsigned int kind, const ByteBuffer& bytes,
+                                                     bool isSpecified) {
+    if (isNamed(kind) || kind > maxKind) {
+        ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesValue::FromUnknown", [kind] {
+            return "Not an unknown kind of attribute: " + std::to_string(kind);
+        });
+    }
+    return {static_cast<Kind>(kind), isSpecified, bytes};
+}
+
+const LONG* AttributeBytesValue::GetOption() const noexcept {
+    return m_kind == Kind::Option ? std::get_if<LONG>(&m_content) : nullptr;
+}
+
+const LONG* AttributeBytesValue::GetInteger() const noexcept {
+    return m_kind == Kind::Integer ? std::get_if<LONG>(&m_content) : nullptr;
+}
+
+const CXString* AttributeBytesValue::GetString() const noexcept { return std::get_if<CXString>(&m_content); }
+
+const Dimension* AttributeBytesValue::GetDimension() const noexcept {
+    return std::get_if<::Dimension>(&m_content);
+}
+
+const AttributeBytesRawList* AttributeBytesValue::GetCollection() const noexcept {
+    const auto* const members = std::get_if<Members>(&m_content);
+    return members == nullptr ? nullptr : members->get();
+}
+
+const ByteBuffer* AttributeBytesValue::GetUnknown() const noexcept {
+    return std::get_if<ByteBuffer>(&m_content);
+}
