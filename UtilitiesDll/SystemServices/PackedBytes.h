@@ -1,7 +1,10 @@
 #pragma once
 
 #include "LowLevelFacilities/ByteBuffer.h"
+#include "SystemServices/Hash32.h"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -78,14 +81,47 @@ private:
     std::span<const unsigned char> m_rest;
 };
 
-/// The start of a format's bytes; the content is to be appended.
-ByteBuffer beginEnvelope(const char (&mark)[3]);
-/// Appends the check.
-void endEnvelope(ByteBuffer& bytes);
+inline std::array<unsigned char, checkLength> checkOf(std::span<const unsigned char> bytes) noexcept {
+    const std::uint32_t hash = Hash32::GetHash32(bytes.data(), bytes.size());
+    std::array<unsigned char, checkLength> check{};
+    for (std::size_t i = 0; i < checkLength; ++i)
+        check[i] = static_cast<unsigned char>(hash >> (8 * i));
+    return check;
+}
 
-/// The bytes of the content, as far as the envelope can be told apart. damage becomes what is wrong with the
-/// envelope, null if nothing is. Fewer bytes than an envelope has, another mark or version give no content.
-std::span<const unsigned char> openEnvelope(std::span<const unsigned char> bytes, const char (&mark)[3],
-                                            const char*& damage) noexcept;
+/// The start of a format's bytes; the content is to be appended.
+inline ByteBuffer beginEnvelope(const char (&mark)[3]) {
+    ByteBuffer bytes;
+    bytes.push_back(static_cast<unsigned char>(mark[0]));
+    bytes.push_back(static_cast<unsigned char>(mark[1]));
+    bytes.push_back(version);
+    return bytes;
+}
+
+/// Appends the check.
+inline void endEnvelope(ByteBuffer& bytes) {
+    const auto check = checkOf(bytes);
+    bytes.insert(bytes.end(), check.begin(), check.end());
+}
+
+/// The bytes of the content. damage becomes what is wrong with the envelope, null if nothing is. A wrong
+/// check leaves the content to those who want to see it; otherwise there is none.
+inline std::span<const unsigned char> openEnvelope(std::span<const unsigned char> bytes,
+                                                   const char (&mark)[3], const char*& damage) noexcept {
+    damage = nullptr;
+    if (bytes.size() < headLength + checkLength)
+        damage = "it is too short";
+    else if (bytes[0] != static_cast<unsigned char>(mark[0]) ||
+             bytes[1] != static_cast<unsigned char>(mark[1]))
+        damage = "it begins with another mark";
+    else if (bytes[2] != version)
+        damage = "it is of a version unknown here";
+    if (damage != nullptr) return {};
+    const auto checked = bytes.first(bytes.size() - checkLength);
+    const auto check = checkOf(checked);
+    if (!std::equal(check.begin(), check.end(), bytes.last(checkLength).begin()))
+        damage = "its check sum does not fit: it was cut or changed";
+    return checked.subspan(headLength);
+}
 
 } // namespace PackedBytes

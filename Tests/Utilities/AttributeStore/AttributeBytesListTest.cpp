@@ -1,0 +1,218 @@
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <AttributeStore/AttributeBytesRawList.h>
+#include <AttributeStore/AttributeBytesReader.h>
+
+#include "Support/PackedRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+using Id = AttributeBytesFeatureId;
+using Value = AttributeBytesValue;
+
+AttributeBytes Option(LONG id, LONG value, bool isSpecified = true) {
+    return {Id(id), Value::FromOption(value, isSpecified)};
+}
+
+std::vector<LONG> NumbersOf(const AttributeBytesIndexedList& list) {
+    std::vector<LONG> numbers;
+    for (auto i = list.GetIndexedListIterator(); list.IsValidIndexedListIterator(i);
+         list.IncrementIndexedListIterator(i))
+        numbers.push_back(list.GetAttributeBytesPtr(i)->GetFeatureId().GetFeatureId());
+    return numbers;
+}
+
+TEST(AttributeBytesIndexedList, TellsValueAndWhetherItWasStated) {
+    AttributeBytesIndexedList list;
+    list.AddAttributeBytes(Option(10, 5111));
+    list.AddAttributeBytes(Option(20, 5110, false));
+    list.AddAttributeBytes(AttributeBytes(Id(30), Value::FromInteger(-7)));
+
+    struct Row {
+        LONG feature;
+        LONG value;
+        LONG newValue;
+        bool found;
+    };
+    for (const Row& row : {Row{10, 5111, 5111, true}, // stated
+                           {20, 5110, 5001, false},   // stored, not stated
+                           {30, 5001, 5001, false},   // of another kind
+                           {40, 5001, 5001, false}}) {
+        bool found = !row.found;
+        EXPECT_EQ(row.value, list.GetOptionValue(Id(row.feature), &found)) << row.feature;
+        EXPECT_EQ(row.found, found) << row.feature;
+        found = !row.found;
+        EXPECT_EQ(row.newValue, list.GetNewOptionValueId(Id(row.feature), &found)) << row.feature;
+        EXPECT_EQ(row.found, found) << row.feature;
+        EXPECT_EQ(row.value, list.GetOptionValue(Id(row.feature), nullptr)) << row.feature;
+    }
+    bool found = false;
+    EXPECT_EQ(-7, list.GetIntegerValue(Id(30), &found));
+    EXPECT_TRUE(found);
+    EXPECT_EQ(0, list.GetIntegerValue(Id(10), &found));
+    EXPECT_FALSE(found);
+    EXPECT_EQ(L"", list.GetStringValue(Id(10), &found));
+    EXPECT_EQ(Number(0), list.GetDimensionValue(Id(10), &found).GetValue());
+}
+
+TEST(AttributeBytesIndexedList, HasEachFeatureOnceInOrderOfNumbersAndTheLastCounts) {
+    AttributeBytesRawList raw;
+    for (const AttributeBytes& attribute :
+         {Option(30, 1), Option(-1, 2), Option(30, 3), Option(10, 4), Option(30, 5), Option(20, 6)})
+        raw.AddAttributeBytes(attribute);
+    AttributeBytesIndexedList list;
+    list.AddAttributeBytes(Option(1, 1));
+    list.ImportFromRawList(raw);
+    EXPECT_EQ((std::vector<LONG>{10, 20, 30, -1}), NumbersOf(list));
+    EXPECT_EQ(5, list.GetOptionValue(Id(30), nullptr));
+
+    // Adding goes by the same rule, wherever the number lies.
+    AttributeBytesIndexedList added;
+    for (auto i = raw.GetIterator(); raw.IsValid(i);)
+        added.AddAttributeBytes(raw.GetNextAttributeBytesSharedPtr(i));
+    EXPECT_EQ(NumbersOf(list), NumbersOf(added));
+    EXPECT_EQ(5, added.GetOptionValue(Id(30), nullptr));
+
+    AttributeBytesRawList back;
+    back.AddAttributeBytes(Option(1, 1));
+    back.ImportFromIndexedList(list);
+    EXPECT_EQ(4u, back.GetNumberOfAttributeBytes());
+    EXPECT_FALSE(back.LengthIsExactlyOne());
+    list.DeleteAllAttributeBytes();
+    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(4u, back.GetNumberOfAttributeBytes());
+    EXPECT_NE("", RefusalOf([&] { list.AddAttributeBytes(AttributeBytesList::SharedPtr()); }));
+}
+
+TEST(AttributeBytesIndexedList, IsWalkedToItsEndAndNoFurther) {
+    AttributeBytesIndexedList list;
+    list.AddAttributeBytes(Option(1, 1));
+    EXPECT_TRUE(list.LengthIsExactlyOne());
+    auto i = list.GetIterator();
+    EXPECT_EQ(Id(1), list.GetNextAttributeBytes(i)->GetFeatureId());
+    EXPECT_FALSE(list.IsValid(i));
+    EXPECT_EQ(nullptr, list.GetNextAttributeBytes(i));
+    EXPECT_FALSE(list.GetNextAttributeBytesSharedPtr(i));
+    list.IncrementIndexedListIterator(i);
+    EXPECT_EQ(nullptr, list.GetAttributeBytesPtr(i));
+}
+
+TEST(AttributeBytesIndexedList, OpensCollectionsByNumberAndMembersOfASetByPosition) {
+    AttributeBytesIndexedList first;
+    first.AddAttributeBytes(Option(895, 7203));
+    AttributeBytesIndexedList second;
+    second.AddAttributeBytes(Option(895, 7204, false));
+    AttributeBytesRawList elements;
+    elements.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollection(first)));
+    elements.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollection(second)));
+    AttributeBytesIndexedList annotations;
+    annotations.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollectionSet(elements)));
+    AttributeBytesIndexedList list;
+    list.AddAttributeBytes(AttributeBytes(Id(544), Value::FromCollection(annotations, false)));
+    list.AddAttributeBytes(Option(10, 5111));
+
+    // Through one and the same list, which gives up what it held.
+    AttributeBytesIndexedList at = list;
+    ASSERT_TRUE(at.GetCollection(Id(544), at));
+    ASSERT_TRUE(at.GetCollection(Id(921), at));
+    EXPECT_EQ((std::vector<LONG>{0, 1}), NumbersOf(at));
+    AttributeBytesIndexedList element;
+    ASSERT_TRUE(at.GetCollectionByIndex(0, element));
+    EXPECT_EQ(7203, element.GetOptionValue(Id(895), nullptr));
+    ASSERT_TRUE(at.GetCollectionByIndex(1, element));
+    EXPECT_EQ(7204, element.GetOptionValue(Id(895), nullptr));
+
+    EXPECT_FALSE(at.GetCollectionByIndex(2, element));
+    EXPECT_TRUE(element.IsEmpty());
+    element = first;
+    EXPECT_FALSE(list.GetCollection(Id(10), element)); // no collection
+    EXPECT_TRUE(element.IsEmpty());
+    EXPECT_FALSE(list.GetCollection(Id(11), element));
+}
+
+TEST(AttributeBytesValue, NestsToALimitAndTakesNoKnownKindForUnknown) {
+    AttributeBytesIndexedList list;
+    for (unsigned int depth = 0; depth < Value::maxDepth; ++depth) {
+        const AttributeBytes holder(Id(1), depth % 2 == 0 ? Value::FromCollection(list)
+                                                          : Value::FromCollectionSet(list));
+        list.DeleteAllAttributeBytes();
+        list.AddAttributeBytes(holder);
+    }
+    EXPECT_NE("", RefusalOf([&] { (void)Value::FromCollection(list); }));
+    EXPECT_NE("", RefusalOf([&] { (void)Value::FromCollectionSet(list); }));
+    EXPECT_NE("", RefusalOf([] { (void)Value::FromUnknown(1, {}); }));
+    EXPECT_NE("", RefusalOf([] { (void)Value::FromUnknown(16, {}); }));
+    EXPECT_EQ("", RefusalOf([] { (void)Value::FromUnknown(0, {}); }));
+}
+
+class Reader : public AttributeBytesReader {
+public:
+    [[nodiscard]] const AttributeBytesIndexedList& GetAttributeBytesIndexedListRef() const override {
+        return list;
+    }
+    AttributeBytesIndexedList list;
+};
+
+TEST(AttributeBytesReader, AsksTheListThatItsDerivedClassSupplies) {
+    Reader reader;
+    EXPECT_TRUE(reader.IsAttributeBytesListEmpty());
+    EXPECT_FALSE(reader.IsSpecifiedInAttributeBytes(Id(1)));
+    AttributeBytesIndexedList members;
+    members.AddAttributeBytes(Option(9, 9));
+    Dimension dimension(2.5, Dimension::Millimeter);
+    reader.list.AddAttributeBytes(Option(1, 5110));
+    reader.list.AddAttributeBytes(AttributeBytes(Id(2), Value::FromInteger(42)));
+    reader.list.AddAttributeBytes(AttributeBytes(Id(3), Value::FromString(L"name")));
+    reader.list.AddAttributeBytes(AttributeBytes(Id(4), Value::FromDimension(dimension)));
+    reader.list.AddAttributeBytes(AttributeBytes(Id(5), Value::FromCollection(members)));
+    reader.list.AddAttributeBytes(Option(6, 5110, false));
+    bool found[4] = {};
+    EXPECT_EQ(5110, reader.GetOptionValueFromAttributeBytes(Id(1), &found[0]));
+    EXPECT_EQ(42, reader.GetIntegerValueFromAttributeBytes(Id(2), &found[1]));
+    EXPECT_EQ(L"name", reader.GetStringValueFromAttributeBytes(Id(3), &found[2]));
+    EXPECT_EQ(dimension.GetValue(), reader.GetDimensionValueFromAttributeBytes(Id(4), &found[3]).GetValue());
+    EXPECT_TRUE(found[0] && found[1] && found[2] && found[3]);
+    AttributeBytesIndexedList collection;
+    EXPECT_TRUE(reader.GetCollectionFromAttributeBytes(Id(5), collection));
+    EXPECT_TRUE(collection.LengthIsExactlyOne());
+    EXPECT_TRUE(reader.IsSpecifiedInAttributeBytes(Id(5)));
+    EXPECT_FALSE(reader.IsSpecifiedInAttributeBytes(Id(6)));
+    EXPECT_FALSE(reader.IsAttributeBytesListEmpty());
+}
+
+class Names : public IAttributeBytesDebugDisplayHelper {
+public:
+    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
+        return std::make_unique<Names>(*this);
+    }
+    [[nodiscard]] CPString GetFeatureName(Id feature) const override {
+        return feature == Id(199) ? "booklet" : "";
+    }
+    [[nodiscard]] CPString GetOptionName(Id, LONG option) const override {
+        return option == 5111 ? "on" : "";
+    }
+};
+
+TEST(AttributeBytesList, DumpsALineForEachAttribute) {
+    AttributeBytesIndexedList members;
+    members.AddAttributeBytes(
+        AttributeBytes(Id(155), Value::FromDimension(Dimension(210, Dimension::Millimeter))));
+    members.AddAttributeBytes(AttributeBytes(Id(163), Value::FromInteger(80, false)));
+    AttributeBytesIndexedList list;
+    list.AddAttributeBytes(AttributeBytes(Id(193), Value::FromCollection(members)));
+    list.AddAttributeBytes(Option(199, 5111));
+    list.AddAttributeBytes(AttributeBytes(Id(489), Value::FromString(L"7.1\u00E9")));
+    list.AddAttributeBytes(AttributeBytes(Id(600), Value::FromUnknown(9, ByteBuffer(3))));
+    EXPECT_EQ("193: collection of 2\n"
+              "  155: dimension 210 mm\n"
+              "  163: integer 80, not specified\n"
+              "199 (booklet): option 5111 (on)\n"
+              "489: string \"7.1\xC3\xA9\"\n"
+              "600: kind 9, 3 bytes\n",
+              list.AttributeBytesDump(*Names().Clone()));
+}
+
+} // namespace

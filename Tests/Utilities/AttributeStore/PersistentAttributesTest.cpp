@@ -1,0 +1,323 @@
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <AttributeStore/PersistentAttributes.h>
+
+#include "Support/PackedRecords.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+
+namespace {
+
+using Id = AttributeBytesFeatureId;
+using NameSpaceId = AttributeBytesNameSpacesId;
+using Value = AttributeBytesValue;
+
+const NameSpaceId ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
+
+ByteBuffer StoreOf(const AttributeBytesRawList& list, const ByteBuffer& before = {}) {
+    AttributeBytesNameSpaces nameSpaces;
+    nameSpaces.SetNameSpaceAttributes(ours, list);
+    PersistentAttributes store(before, false, nullptr);
+    store.SetAttributeBytesNameSpaces(nameSpaces);
+    return store.GetPersistentAttributesState();
+}
+
+AttributeBytesRawList ListOf(const ByteBuffer& bytes) {
+    AttributeBytesRawList list;
+    PersistentAttributes(bytes, false, nullptr).GetAttributeBytesListForNameSpace(ours, list);
+    return list;
+}
+
+/// A store with one name space, ours, of these records.
+ByteBuffer StoreOfRecords(const ByteBuffer& records) {
+    ByteBuffer content = BytesOf({1});
+    PackedBytes::appendNumber(content, static_cast<std::uint32_t>(records.size()));
+    content.insert(content.end(), records.begin(), records.end());
+    return Packed("OA", content);
+}
+
+bool AreEqual(const AttributeBytesList& left, const AttributeBytesList& right);
+
+bool AreEqual(const Value& left, const Value& right) {
+    if (left.GetKind() != right.GetKind() || left.IsSpecified() != right.IsSpecified()) return false;
+    if (left.GetOption()) return *left.GetOption() == *right.GetOption();
+    if (left.GetInteger()) return *left.GetInteger() == *right.GetInteger();
+    if (left.GetString()) return *left.GetString() == *right.GetString();
+    if (left.GetCollection()) return AreEqual(*left.GetCollection(), *right.GetCollection());
+    if (left.GetUnknown()) return *left.GetUnknown() == *right.GetUnknown();
+    return left.GetDimension()->GetUnits() == right.GetDimension()->GetUnits() &&
+           left.GetDimension()->GetValue() == right.GetDimension()->GetValue();
+}
+
+bool AreEqual(const AttributeBytesList& left, const AttributeBytesList& right) {
+    auto i = left.GetIterator();
+    auto j = right.GetIterator();
+    while (left.IsValid(i) && right.IsValid(j)) {
+        const AttributeBytes* const a = left.GetNextAttributeBytes(i);
+        const AttributeBytes* const b = right.GetNextAttributeBytes(j);
+        if (a->GetFeatureId() != b->GetFeatureId() ||
+            !AreEqual(a->GetAttributeBytesValue(), b->GetAttributeBytesValue()))
+            return false;
+    }
+    return left.IsValid(i) == right.IsValid(j);
+}
+
+/// One attribute of everything, in ascending order of numbers.
+AttributeBytesRawList Everything() {
+    Dimension third;
+    third.SetValue(Number::fromFraction(1, 3, true), Dimension::Point);
+    const std::vector<Value> values{
+        Value::FromOption(0),
+        Value::FromOption(5001, false),
+        Value::FromOption(-1),
+        Value::FromOption(INT_MAX),
+        Value::FromInteger(0),
+        Value::FromInteger(-100, false),
+        Value::FromInteger(INT_MIN),
+        Value::FromInteger(INT_MAX),
+        Value::FromString(L""),
+        Value::FromString(L"", false),
+        Value::FromString(L"\u00E9 \u20AC \xD83D\xDE00"),
+        Value::FromString(CXString(L"a\0b", 3)),
+        Value::FromString(CXString(std::wstring(300, L'x'))),
+        Value::FromDimension(Dimension()),
+        Value::FromDimension(Dimension(215.9, Dimension::Millimeter)),
+        Value::FromDimension(Dimension(-1e-300, Dimension::XpsUnit), false),
+        Value::FromDimension(Dimension(1e300, Dimension::Micron)),
+        Value::FromDimension(third),
+        Value::FromUnknown(0, {}),
+        Value::FromUnknown(15, ByteBuffer(200, 7), false),
+    };
+    AttributeBytesRawList list;
+    LONG id = 0;
+    for (const Value& value : values)
+        list.AddAttributeBytes(AttributeBytes(Id(id += 37), value));
+    const AttributeBytesRawList flat = list;
+    list.AddAttributeBytes(AttributeBytes(Id(INT_MAX), Value::FromCollection(flat)));
+    list.AddAttributeBytes(AttributeBytes(Id(INT_MIN), Value::FromCollectionSet(list, false)));
+    list.AddAttributeBytes(AttributeBytes(Id(-2), Value::FromCollection(AttributeBytesRawList())));
+    list.AddAttributeBytes(AttributeBytes(Id(-1), Value::FromCollectionSet(AttributeBytesRawList())));
+    return list;
+}
+
+TEST(PersistentAttributes, ReadsBackWhatItWrote) {
+    const AttributeBytesRawList list = Everything();
+    const ByteBuffer bytes = StoreOf(list);
+    EXPECT_TRUE(AreEqual(list, ListOf(bytes)));
+    EXPECT_EQ(bytes, StoreOf(ListOf(bytes)));
+
+    // Out of order, and with a feature twice: the last stays.
+    AttributeBytesRawList mixed;
+    for (const LONG id : {9, 7, 9, 8})
+        mixed.AddAttributeBytes(
+            AttributeBytes(Id(id), Value::FromInteger(static_cast<int>(mixed.GetNumberOfAttributeBytes()))));
+    AttributeBytesIndexedList ordered;
+    ordered.ImportFromRawList(mixed);
+    EXPECT_EQ(2, ordered.GetIntegerValue(Id(9), nullptr));
+    EXPECT_TRUE(AreEqual(ordered, ListOf(StoreOf(mixed))));
+}
+
+TEST(PersistentAttributes, WritesTheDocumentedExample) {
+    Dimension width;
+    width.SetValue(Number(210), Dimension::Millimeter);
+    AttributeBytesRawList media;
+    media.AddAttributeBytes(AttributeBytes(Id(155), Value::FromDimension(width)));
+    media.AddAttributeBytes(AttributeBytes(Id(163), Value::FromInteger(80, false)));
+    AttributeBytesRawList list;
+    list.AddAttributeBytes(AttributeBytes(Id(193), Value::FromCollection(media)));
+    list.AddAttributeBytes(AttributeBytes(Id(199), Value::FromOption(5111)));
+    list.AddAttributeBytes(AttributeBytes(Id(489), Value::FromString(L"7.1")));
+    const ByteBuffer expected =
+        BytesOf({'O',  'A',  1,                                                              //
+                 1,    26,                                                                   //
+                 0xC1, 1,    0xF5, 12,   0x9B, 1, 0x94, 5,   1,   0xD2, 1, 7, 0x42, 0xA0, 1, //
+                 5,    0x51, 0xF7, 0x27, 0xA1, 2, 0x73, '7', '.', '1',  0, 0, 0,    0});
+    EXPECT_EQ(expected, StoreOf(list));
+}
+
+TEST(PersistentAttributes, IsSmallEnoughForATicket) {
+    // A ticket takes 1,500 bytes.
+    AttributeBytesRawList list;
+    for (LONG id = 0; id < 280; ++id)
+        list.AddAttributeBytes(AttributeBytes(Id(40 + 4 * id), Value::FromOption(5000 + 30 * id)));
+    EXPECT_LE(StoreOf(list).size(), 1500u);
+}
+
+TEST(PersistentAttributes, KeepsWhatItDoesNotKnow) {
+    // Name space 7 is not of records; name space 1 holds a kind 9 and, in a set, a kind 12.
+    const ByteBuffer foreign =
+        BytesOf({1, 8, 10, 0x39, 0xAB, 0, 0x66, 0x1C, 0x2C, 0xEE, 5, 4, 0xFF, 0xFF, 0xFF, 0xFF});
+    const ByteBuffer bytes = Packed("OA", foreign);
+    PersistentAttributes store(bytes, false, nullptr);
+    EXPECT_EQ(bytes, store.GetPersistentAttributesState());
+
+    AttributeBytesRawList list;
+    EXPECT_NE("", RefusalOf([&] { store.GetAttributeBytesListForNameSpace(NameSpaceId(7), list); }));
+    EXPECT_FALSE(store.GetAttributeBytesListForNameSpace(NameSpaceId(2), list));
+    ASSERT_TRUE(store.GetAttributeBytesListForNameSpace(ours, list));
+    EXPECT_EQ(bytes, StoreOf(list, bytes));
+    list.AddAttributeBytes(AttributeBytes(Id(40), Value::FromOption(1)));
+    const ByteBuffer changed = StoreOf(list, bytes);
+    EXPECT_TRUE(AreEqual(list, ListOf(changed)));
+    const ByteBuffer tail = BytesOf({5, 4, 0xFF, 0xFF, 0xFF, 0xFF});
+    EXPECT_TRUE(std::equal(tail.begin(), tail.end(), changed.end() - 4 - static_cast<int>(tail.size())));
+}
+
+TEST(PersistentAttributes, BeginsEmptyAndHoldsWhatWasSetWithoutAnIntermediateWrite) {
+    PersistentAttributes store({}, false, nullptr);
+    AttributeBytesRawList list = Everything();
+    EXPECT_FALSE(store.GetAttributeBytesListForNameSpace(ours, list));
+    EXPECT_TRUE(list.IsEmpty());
+    AttributeBytesNameSpaces nameSpaces;
+    nameSpaces.SetNameSpaceAttributes(ours, list);
+    nameSpaces.SetNameSpaceAttributes(NameSpaceId(-1), Everything());
+    store.SetAttributeBytesNameSpaces(nameSpaces);
+    EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(NameSpaceId(-1), list));
+    EXPECT_TRUE(AreEqual(Everything(), list));
+    EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(ours, list));
+    EXPECT_TRUE(list.IsEmpty());
+}
+
+TEST(PersistentAttributes, RefusesEveryCutAndEveryChangedBit) {
+    ForEachDamage(StoreOf(Everything()), [](const ByteBuffer& damaged) {
+        EXPECT_NE("", RefusalOf([&] { PersistentAttributes(damaged, false, nullptr); }));
+
+        PersistentAttributes tolerant(damaged, true, nullptr);
+        EXPECT_NE("", tolerant.GetDamage());
+        EXPECT_NE("", RefusalOf([&] { (void)tolerant.GetPersistentAttributesState(); }));
+    });
+}
+
+TEST(PersistentAttributes, ShowsWhatStandsBeforeTheCutIfAsked) {
+    AttributeBytesRawList list;
+    for (LONG id = 10; id < 20; ++id)
+        list.AddAttributeBytes(AttributeBytes(Id(id), Value::FromOption(id)));
+    const ByteBuffer bytes = StoreOf(list);
+    PersistentAttributes half(ByteBuffer(bytes.data(), bytes.size() / 2), true, nullptr);
+    AttributeBytesRawList seen;
+    ASSERT_TRUE(half.GetAttributeBytesListForNameSpace(ours, seen));
+    ASSERT_FALSE(seen.IsEmpty());
+    AttributeBytesRawList start;
+    for (auto i = list.GetIterator(); start.GetNumberOfAttributeBytes() < seen.GetNumberOfAttributeBytes();)
+        start.AddAttributeBytes(list.GetNextAttributeBytesSharedPtr(i));
+    EXPECT_TRUE(AreEqual(start, seen));
+}
+
+TEST(PersistentAttributes, SaysWhatIsWrongInAStoreWhoseCheckFits) {
+    // Collections, each the only member of the one before.
+    ByteBuffer tooDeep;
+    for (unsigned int depth = 0; depth <= Value::maxDepth; ++depth) {
+        ByteBuffer holder = BytesOf({0, 0xF5});
+        PackedBytes::appendNumber(holder, static_cast<std::uint32_t>(tooDeep.size()));
+        if (tooDeep.size() < 7) holder = BytesOf({0, static_cast<int>(tooDeep.size() << 5 | 0x15)});
+        holder.insert(holder.end(), tooDeep.begin(), tooDeep.end());
+        tooDeep = holder;
+    }
+    ByteBuffer tooMany(2 * (PersistentAttributes::maxRecords + 1));
+    ByteBuffer tooManyInASet = BytesOf({0, 0xF6, 0x81, 0x80, 4});
+    tooManyInASet.insert(tooManyInASet.end(), PersistentAttributes::maxRecords + 1, 0);
+    ByteBuffer longNumerator = BytesOf({0, 0xF4, 0x85, 4, 5, 0x81, 4});
+    longNumerator.insert(longNumerator.end(), 513, 1);
+    longNumerator.push_back(1);
+    ByteBuffer manyNameSpaces(2 * (PersistentAttributes::maxNameSpaces + 1));
+    struct Row {
+        const char* what;
+        ByteBuffer bytes;
+        const char* message;
+    };
+    for (const Row& row : {
+             Row{"empty envelope", BytesOf({'O', 'A', 1}), "too short"},
+             {"other mark", Packed("OJ", {}), "another mark"},
+             {"newer version", BytesOf({'O', 'A', 2, 0, 0, 0, 0}), "version"},
+             {"name space without a length", Packed("OA", BytesOf({1})), "head of a name space"},
+             {"name space beyond the end", Packed("OA", BytesOf({1, 3, 0, 0})), "longer than what holds it"},
+             {"name space length of 4 GB", Packed("OA", BytesOf({1, 0xFF, 0xFF, 0xFF, 0xFF, 15})), "longer"},
+             {"name space number too large", Packed("OA", BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0})),
+              "number of a name space"},
+             {"name spaces without end", Packed("OA", manyNameSpaces), "too many name spaces"},
+             {"number that does not end", StoreOfRecords(BytesOf({0x80, 0x80})), "feature number is cut"},
+             {"number of six bytes", StoreOfRecords(BytesOf({0x80, 0x80, 0x80, 0x80, 0x80, 1, 0})), "cut"},
+             {"number of 35 bits", StoreOfRecords(BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 0})), "cut"},
+             {"number with a useless zero", StoreOfRecords(BytesOf({0x81, 0, 0})), "cut"},
+             {"numbers past 32 bits", StoreOfRecords(BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0})),
+              "number is too large, at byte 6 of name space 1"},
+             {"number without a value", StoreOfRecords(BytesOf({0, 0, 5})), "record is cut, at byte 3"},
+             {"value beyond the end", StoreOfRecords(BytesOf({5, 0x31})), "longer than what holds it"},
+             {"long value beyond the end", StoreOfRecords(BytesOf({5, 0xF3, 0xFF, 0xFF, 0xFF, 0xFF, 15})),
+              "longer than what holds it"},
+             {"short length in long form", StoreOfRecords(BytesOf({5, 0xF3, 1, 'a'})), "shortest form"},
+             {"option without a value", StoreOfRecords(BytesOf({5, 0x11})), "option"},
+             {"option with more behind it", StoreOfRecords(BytesOf({5, 0x51, 1, 1})), "option"},
+             {"integer of 33 bits", StoreOfRecords(BytesOf({5, 0xB2, 0x80, 0x80, 0x80, 0x80, 16})),
+              "integer"},
+             {"string not UTF-8", StoreOfRecords(BytesOf({5, 0x53, 'a', 0xC3})), "UTF-8"},
+             {"string with a surrogate", StoreOfRecords(BytesOf({5, 0x73, 0xED, 0xA0, 0x80})), "UTF-8"},
+             {"dimension of nothing", StoreOfRecords(BytesOf({5, 0x14})), "dimension"},
+             {"dimension over nothing", StoreOfRecords(BytesOf({5, 0x74, 5, 1, 1})), "dimension"},
+             {"dimension over zero", StoreOfRecords(BytesOf({5, 0x94, 5, 1, 1, 0})), "dimension"},
+             {"dimension of unit 13", StoreOfRecords(BytesOf({5, 0x94, 13, 1, 1, 1})), "dimension"},
+             {"negative zero", StoreOfRecords(BytesOf({5, 0x74, 0x85, 0, 1})), "dimension"},
+             {"dimension with a useless zero", StoreOfRecords(BytesOf({5, 0xB4, 5, 2, 1, 0, 1})),
+              "dimension"},
+             {"dimension with 513 bytes", StoreOfRecords(longNumerator), "dimension"},
+             {"member beyond its collection", StoreOfRecords(BytesOf({5, 0x55, 1, 0x31, 9, 9})), "longer"},
+             {"collections too deep", StoreOfRecords(tooDeep), "too deep"},
+             {"records without end", StoreOfRecords(tooMany), "too many records"},
+             {"set without end", StoreOfRecords(tooManyInASet), "too many records"},
+             {"more than a megabyte", ByteBuffer(PersistentAttributes::maxBytes + 1), "larger"},
+         }) {
+        const std::string refusal = RefusalOf([&] { PersistentAttributes(row.bytes, false, nullptr); });
+        EXPECT_NE(std::string::npos, refusal.find(row.message)) << row.what << ": " << refusal;
+        PersistentAttributes tolerant(row.bytes, true, nullptr);
+        EXPECT_NE(std::string::npos, tolerant.GetDamage().find(row.message)) << row.what;
+    }
+}
+
+TEST(PersistentAttributes, WritesNothingThatItWouldNotRead) {
+    const auto refusalOf = [](const AttributeBytesRawList& list) {
+        return RefusalOf([&] { (void)StoreOf(list); });
+    };
+    AttributeBytesRawList tooMany;
+    for (std::size_t i = 0; i <= PersistentAttributes::maxRecords; ++i)
+        tooMany.AddAttributeBytes(AttributeBytes(Id(static_cast<LONG>(i)), Value::FromUnknown(9, {})));
+    EXPECT_NE("", refusalOf(tooMany));
+
+    // One that just fits, and one a byte larger.
+    constexpr std::size_t overhead = 3 + 1 + 3 + 1 + 1 + 3 + 4;
+    for (const std::size_t beyond : {0u, 1u}) {
+        AttributeBytesRawList large;
+        const ByteBuffer content(PersistentAttributes::maxBytes - overhead + beyond);
+        large.AddAttributeBytes(AttributeBytes(Id(1), Value::FromUnknown(9, content)));
+        EXPECT_EQ(beyond == 0, refusalOf(large).empty());
+    }
+
+    AttributeBytesRawList digits;
+    Dimension many;
+    many.SetValue(Number(CXString(std::wstring(1300, L'9')), true), Dimension::Inch);
+    digits.AddAttributeBytes(AttributeBytes(Id(1), Value::FromDimension(many)));
+    EXPECT_NE("", refusalOf(digits));
+    AttributeBytesRawList unit;
+    unit.AddAttributeBytes(
+        AttributeBytes(Id(1), Value::FromDimension(Dimension(1, static_cast<Dimension::UnitsEnum>(13)))));
+    EXPECT_NE("", refusalOf(unit));
+
+    // A refused change changes nothing.
+    AttributeBytesNameSpaces good;
+    good.SetNameSpaceAttributes(ours, Everything());
+    PersistentAttributes store({}, false, nullptr);
+    store.SetAttributeBytesNameSpaces(good);
+    const ByteBuffer before = store.GetPersistentAttributesState();
+    AttributeBytesNameSpaces bad;
+    bad.SetNameSpaceAttributes(NameSpaceId(0), {});
+    bad.SetNameSpaceAttributes(ours, unit);
+    EXPECT_NE("", RefusalOf([&] { store.SetAttributeBytesNameSpaces(bad); }));
+    EXPECT_EQ(before, store.GetPersistentAttributesState());
+    AttributeBytesNameSpaces many256;
+    for (LONG id = 2; id < 258; ++id)
+        many256.SetNameSpaceAttributes(NameSpaceId(id), {});
+    EXPECT_NE("", RefusalOf([&] { store.SetAttributeBytesNameSpaces(many256); }));
+    EXPECT_EQ(before, store.GetPersistentAttributesState());
+}
+
+} // namespace

@@ -1,0 +1,106 @@
+#include <ClientJobData/ClientJobData2ReaderWriter.h>
+
+#include "Support/PackedRecords.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(ClientJobData2ReaderWriter, ReadsBackWhatItWroteAsTextAndAsBytes) {
+    ClientJobData2ReaderWriter data;
+    data.AddOrReplaceInParameterList(205, CXString(L"0:first;"));
+    data.AddOrReplaceInParameterList(-1, ByteBuffer(3, 0xFF));
+    data.AddOrReplaceInParameterList(203, CXString(L"\u00E9\xD83D\xDE00"));
+    data.AddOrReplaceInParameterList(0, CXString());
+    data.AddOrReplaceInParameterList(205, CXString(L"1:second;"));
+
+    const ClientJobData2ReaderWriter read(data.GetClientJobData2());
+    CXString text;
+    ByteBuffer bytes;
+    EXPECT_TRUE(read.GetStringFromParameterList(205, text));
+    EXPECT_EQ(L"1:second;", text);
+    EXPECT_TRUE(read.GetStringFromParameterList(203, text));
+    EXPECT_EQ(L"\u00E9\xD83D\xDE00", text);
+    EXPECT_TRUE(read.GetByteBufferFromParameterList(203, bytes));
+    EXPECT_EQ(BytesOf({0xC3, 0xA9, 0xF0, 0x9F, 0x98, 0x80}), bytes);
+    EXPECT_TRUE(read.GetByteBufferFromParameterList(-1, bytes));
+    EXPECT_EQ(ByteBuffer(3, 0xFF), bytes);
+    EXPECT_TRUE(read.GetStringFromParameterList(-1, text));
+    EXPECT_EQ(L"\uFFFD\uFFFD\uFFFD", text);
+    EXPECT_TRUE(read.GetStringFromParameterList(0, text));
+    EXPECT_EQ(L"", text);
+    text = L"old";
+    EXPECT_FALSE(read.GetStringFromParameterList(207, text));
+    EXPECT_EQ(L"", text);
+    bytes.resize(9);
+    EXPECT_FALSE(read.GetByteBufferFromParameterList(207, bytes));
+    EXPECT_TRUE(bytes.empty());
+    EXPECT_EQ(data.GetClientJobData2(), read.GetClientJobData2());
+}
+
+TEST(ClientJobData2ReaderWriter, WritesTheDocumentedExample) {
+    ClientJobData2ReaderWriter data;
+    data.AddOrReplaceInParameterList(205, CXString(L"0:MQAyAA==;"));
+    data.AddOrReplaceInParameterList(207, CXString());
+    EXPECT_EQ(BytesOf({'O',  'J', 1,                                                            //
+                       0xCD, 1,   0, 11, '0', ':', 'M', 'Q', 'A', 'y', 'A', 'A', '=', '=', ';', //
+                       1,    0,   0, 0,  0,   0,   0}),
+              data.GetClientJobData2());
+}
+
+TEST(ClientJobData2ReaderWriter, KeepsWhatItDoesNotKnow) {
+    // Parameter 5 is of form 2.
+    const ByteBuffer bytes = Packed("OJ", BytesOf({5, 2, 3, 1, 2, 3, 0, 0, 1, 'x'}));
+    ClientJobData2ReaderWriter data(bytes);
+    ByteBuffer value;
+    EXPECT_FALSE(data.GetByteBufferFromParameterList(5, value));
+    EXPECT_EQ(bytes, data.GetClientJobData2());
+    data.AddOrReplaceInParameterList(7, CXString(L"y"));
+    EXPECT_EQ(Packed("OJ", BytesOf({5, 2, 3, 1, 2, 3, 0, 0, 1, 'x', 0, 0, 1, 'y'})),
+              data.GetClientJobData2());
+    data.AddOrReplaceInParameterList(5, CXString(L"z"));
+    EXPECT_TRUE(data.GetByteBufferFromParameterList(5, value));
+}
+
+TEST(ClientJobData2ReaderWriter, RefusesDamage) {
+    ClientJobData2ReaderWriter data;
+    data.AddOrReplaceInParameterList(203, CXString(L"<annotations/>"));
+    data.AddOrReplaceInParameterList(205, CXString(L"0:MQAyAA==;"));
+    ForEachDamage(data.GetClientJobData2(), [](const ByteBuffer& damaged) {
+        EXPECT_NE("", RefusalOf([&] { ClientJobData2ReaderWriter reader(damaged); }));
+    });
+
+    ByteBuffer tooMany(3 * (ClientJobData2ReaderWriter::maxParameters + 1));
+    struct Row {
+        ByteBuffer content;
+        const char* message;
+    };
+    for (const Row& row : {Row{BytesOf({5}), "cut"},
+                           {BytesOf({5, 0}), "cut"},
+                           {BytesOf({5, 0, 2, 'x'}), "cut"},
+                           {BytesOf({5, 0, 0xFF, 0xFF, 0xFF, 0xFF, 15}), "cut"},
+                           {BytesOf({0x85, 0, 0, 0}), "cut"},
+                           {BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0, 0, 0}), "number of a parameter"},
+                           {tooMany, "too many"},
+                           {ByteBuffer(ClientJobData2ReaderWriter::maxBytes), "larger"}}) {
+        const std::string refusal =
+            RefusalOf([&] { ClientJobData2ReaderWriter reader(Packed("OJ", row.content)); });
+        EXPECT_NE(std::string::npos, refusal.find(row.message)) << refusal;
+    }
+}
+
+TEST(ClientJobData2ReaderWriter, TakesNoMoreThanItCouldReadAgain) {
+    ClientJobData2ReaderWriter data;
+    data.AddOrReplaceInParameterList(1, ByteBuffer(ClientJobData2ReaderWriter::maxBytes - 100));
+    const ByteBuffer before = data.GetClientJobData2();
+    EXPECT_NE("", RefusalOf([&] { data.AddOrReplaceInParameterList(2, ByteBuffer(100)); }));
+    EXPECT_EQ(before, data.GetClientJobData2());
+    data.AddOrReplaceInParameterList(1, CXString(L"short"));
+    for (LONG id = 2; id <= static_cast<LONG>(ClientJobData2ReaderWriter::maxParameters); ++id)
+        data.AddOrReplaceInParameterList(id, CXString());
+    EXPECT_NE("", RefusalOf([&] { data.AddOrReplaceInParameterList(0, CXString()); }));
+    data.AddOrReplaceInParameterList(1, CXString(L"again"));
+    EXPECT_NO_THROW(ClientJobData2ReaderWriter(data.GetClientJobData2()));
+}
+
+} // namespace
