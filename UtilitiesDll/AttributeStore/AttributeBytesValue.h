@@ -8,6 +8,8 @@
 
 #include <windows.h>
 
+#include <type_traits>
+#include <utility>
 #include <variant>
 
 class AttributeBytesList;
@@ -69,9 +71,10 @@ private:
     using Members = OvlSharedPtr<const AttributeBytesRawList>;
     using Content = std::variant<LONG, CXString, Dimension, Members, ByteBuffer>;
 
-    AttributeBytesValue(Kind kind, bool isSpecified, Content&& content, unsigned int depth = 0)
-        : m_content(std::move(content)), m_kind(kind), m_isSpecified(isSpecified),
-          m_depth(static_cast<unsigned char>(depth)) {}
+    template <typename Part>
+    AttributeBytesValue(Kind kind, bool isSpecified, Part&& content, unsigned int depth = 0)
+        : m_content(std::in_place_type<std::remove_cvref_t<Part>>, std::forward<Part>(content)), m_kind(kind),
+          m_isSpecified(isSpecified), m_depth(static_cast<unsigned char>(depth)) {}
 
     Content m_content;
     Kind m_kind;

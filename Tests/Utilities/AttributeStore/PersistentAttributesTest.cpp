@@ -93,9 +93,16 @@ AttributeBytesRawList Everything() {
     LONG id = 0;
     for (const Value& value : values)
         list.AddAttributeBytes(AttributeBytes(Id(id += 37), value));
-    const AttributeBytesRawList flat = list;
-    list.AddAttributeBytes(AttributeBytes(Id(INT_MAX), Value::FromCollection(flat)));
-    list.AddAttributeBytes(AttributeBytes(Id(INT_MIN), Value::FromCollectionSet(list, false)));
+    AttributeBytesRawList few;
+    for (const std::size_t value : {1u, 10u, 17u})
+        few.AddAttributeBytes(
+            AttributeBytes(Id(few.IsEmpty() ? 0 : -static_cast<LONG>(20 - value)), values[value]));
+    const Value collection = Value::FromCollection(few);
+    list.AddAttributeBytes(AttributeBytes(Id(INT_MAX), collection));
+    AttributeBytesRawList set;
+    set.AddAttributeBytes(AttributeBytes(Id(0), collection));
+    set.AddAttributeBytes(AttributeBytes(Id(1), Value::FromCollectionSet(few, false)));
+    list.AddAttributeBytes(AttributeBytes(Id(INT_MIN), Value::FromCollectionSet(set, false)));
     list.AddAttributeBytes(AttributeBytes(Id(-2), Value::FromCollection(AttributeBytesRawList())));
     list.AddAttributeBytes(AttributeBytes(Id(-1), Value::FromCollectionSet(AttributeBytesRawList())));
     return list;
@@ -128,11 +135,16 @@ TEST(PersistentAttributes, WritesTheDocumentedExample) {
     list.AddAttributeBytes(AttributeBytes(Id(193), Value::FromCollection(media)));
     list.AddAttributeBytes(AttributeBytes(Id(199), Value::FromOption(5111)));
     list.AddAttributeBytes(AttributeBytes(Id(489), Value::FromString(L"7.1")));
-    const ByteBuffer expected =
-        BytesOf({'O',  'A',  1,                                                              //
-                 1,    26,                                                                   //
-                 0xC1, 1,    0xF5, 12,   0x9B, 1, 0x94, 5,   1,   0xD2, 1, 7, 0x42, 0xA0, 1, //
-                 5,    0x51, 0xF7, 0x27, 0xA1, 2, 0x73, '7', '.', '1',  0, 0, 0,    0});
+    const ByteBuffer expected = BytesOf({
+        'O',  'A',  1,                        // envelope
+        1,    25,                             // name space 1
+        0xC1, 1,    0xF5, 11,                 // 193: collection
+        0x9B, 1,    0x94, 5,    1,   0xD2, 1, // its 155: 210 mm
+        7,    0x42, 0xA0, 1,                  // its 163: 80, not specified
+        5,    0x51, 0xF7, 0x27,               // 199: option 5111
+        0xA1, 2,    0x73, '7',  '.', '1',     // 489: "7.1"
+        0xB9, 0x4A, 0xD9, 0x76,
+    });
     EXPECT_EQ(expected, StoreOf(list));
 }
 

@@ -42,10 +42,13 @@ TEST(ClientJobData2ReaderWriter, WritesTheDocumentedExample) {
     ClientJobData2ReaderWriter data;
     data.AddOrReplaceInParameterList(205, CXString(L"0:MQAyAA==;"));
     data.AddOrReplaceInParameterList(207, CXString());
-    EXPECT_EQ(BytesOf({'O',  'J', 1,                                                            //
-                       0xCD, 1,   0, 11, '0', ':', 'M', 'Q', 'A', 'y', 'A', 'A', '=', '=', ';', //
-                       1,    0,   0, 0,  0,   0,   0}),
-              data.GetClientJobData2());
+    const ByteBuffer expected = BytesOf({
+        'O',  'J',  1,                                                                 // envelope
+        0xCD, 1,    0,    11,   '0', ':', 'M', 'Q', 'A', 'y', 'A', 'A', '=', '=', ';', // 205
+        1,    0,    0,                                                                 // 207
+        0xA2, 0x4E, 0x88, 0xCE,
+    });
+    EXPECT_EQ(expected, data.GetClientJobData2());
 }
 
 TEST(ClientJobData2ReaderWriter, KeepsWhatItDoesNotKnow) {
