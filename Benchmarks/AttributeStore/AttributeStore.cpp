@@ -18,8 +18,8 @@ namespace {
 
 constexpr unsigned int records = 200;
 constexpr double limit = 20;
-constexpr int rounds = 2'000;
-constexpr int repetitions = 9;
+constexpr int rounds = 100;
+constexpr int repetitions = 200;
 
 using Id = AttributeBytesFeatureId;
 using Value = AttributeBytesValue;

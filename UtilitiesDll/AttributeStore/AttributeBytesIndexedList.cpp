@@ -42,12 +42,16 @@ bool membersOf(const AttributeBytes* attribute, AttributeBytesIndexedList& colle
 AttributeBytesIndexedList::~AttributeBytesIndexedList() = default;
 
 void AttributeBytesIndexedList::ImportFromRawList(const AttributeBytesRawList& list) {
-    std::vector<SharedPtr> imported;
-    imported.reserve(list.GetNumberOfAttributeBytes());
-    for (auto i = list.GetIterator(); list.IsValid(i);)
-        imported.push_back(list.GetNextAttributeBytesSharedPtr(i));
-    if (!std::is_sorted(imported.begin(), imported.end(), precedes))
-        std::stable_sort(imported.begin(), imported.end(), precedes);
+    std::vector<SharedPtr> imported = AttributesOf(list);
+    const auto isOutOfOrder = [](const SharedPtr& left, const SharedPtr& right) {
+        return !precedes(left, right);
+    };
+    // As a rule the list comes from a store, and is in order.
+    if (std::adjacent_find(imported.begin(), imported.end(), isOutOfOrder) == imported.end()) {
+        m_attributes = std::move(imported);
+        return;
+    }
+    std::stable_sort(imported.begin(), imported.end(), precedes);
     // Kept is the last of those with the same number.
     std::size_t kept = 0;
     for (std::size_t i = 0; i < imported.size(); ++i) {
@@ -59,16 +63,16 @@ void AttributeBytesIndexedList::ImportFromRawList(const AttributeBytesRawList& l
     m_attributes = std::move(imported);
 }
 
-void AttributeBytesIndexedList::AddAttributeBytes(const SharedPtr& attribute) {
+void AttributeBytesIndexedList::AddAttributeBytes(SharedPtr attribute) {
     if (attribute == nullptr || m_attributes.empty() || precedes(m_attributes.back(), attribute)) {
-        AttributeBytesList::AddAttributeBytes(attribute);
+        AttributeBytesList::AddAttributeBytes(std::move(attribute));
         return;
     }
     const auto place = std::lower_bound(m_attributes.begin(), m_attributes.end(), attribute, precedes);
     if (precedes(attribute, *place))
-        m_attributes.insert(place, attribute);
+        m_attributes.insert(place, std::move(attribute));
     else
-        *place = attribute;
+        *place = std::move(attribute);
 }
 
 LONG AttributeBytesIndexedList::GetOptionValue(AttributeBytesFeatureId feature, bool* found) const {

@@ -27,7 +27,7 @@ public:
 
     using AttributeBytesList::AddAttributeBytes;
     /// Takes the place of an attribute of the same feature.
-    void AddAttributeBytes(const SharedPtr& attribute) override;
+    void AddAttributeBytes(SharedPtr attribute) override;
 
     // The value of a feature. `found` (may be null) becomes true if the list has it, of this kind, and it is
     // specified. If it is there but not specified, the result is the value as stored; if it is not there or

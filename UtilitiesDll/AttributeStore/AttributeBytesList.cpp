@@ -7,6 +7,7 @@
 #include "LowLevelFacilities/ThrowFailure.h"
 
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -57,12 +58,12 @@ void appendList(std::string& text, const AttributeBytesList& list, std::size_t d
 
 AttributeBytesList::~AttributeBytesList() = default;
 
-void AttributeBytesList::AddAttributeBytes(const SharedPtr& attribute) {
+void AttributeBytesList::AddAttributeBytes(SharedPtr attribute) {
     if (attribute == nullptr) {
         ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesList::AddAttributeBytes",
                                                  [] { return "No attribute to add"; });
     }
-    m_attributes.push_back(attribute);
+    m_attributes.push_back(std::move(attribute));
 }
 
 void AttributeBytesList::AddAttributeBytes(const AttributeBytes& attribute) {

@@ -35,7 +35,7 @@ public:
     }
 
     /// A null pointer throws CPExceptionInvalidArgument.
-    virtual void AddAttributeBytes(const SharedPtr& attribute);
+    virtual void AddAttributeBytes(SharedPtr attribute);
     void AddAttributeBytes(const AttributeBytes& attribute);
     void DeleteAllAttributeBytes() noexcept { m_attributes.clear(); }
 
@@ -58,6 +58,11 @@ protected:
     AttributeBytesList(AttributeBytesList&&) noexcept = default;
     AttributeBytesList& operator=(const AttributeBytesList&) = default;
     AttributeBytesList& operator=(AttributeBytesList&&) noexcept = default;
+
+    /// Of a list of another class, too.
+    static const std::vector<SharedPtr>& AttributesOf(const AttributeBytesList& list) noexcept {
+        return list.m_attributes;
+    }
 
     std::vector<SharedPtr> m_attributes; // no null among them
 };

@@ -39,12 +39,12 @@ AttributeBytesValue AttributeBytesValue::FromInteger(int value, bool isSpecified
     return {Kind::Integer, isSpecified, static_cast<LONG>(value)};
 }
 
-AttributeBytesValue AttributeBytesValue::FromString(const CXString& value, bool isSpecified) {
-    return {Kind::String, isSpecified, value};
+AttributeBytesValue AttributeBytesValue::FromString(CXString value, bool isSpecified) {
+    return {Kind::String, isSpecified, std::move(value)};
 }
 
-AttributeBytesValue AttributeBytesValue::FromDimension(const ::Dimension& value, bool isSpecified) {
-    return {Kind::Dimension, isSpecified, value};
+AttributeBytesValue AttributeBytesValue::FromDimension(::Dimension value, bool isSpecified) {
+    return {Kind::Dimension, isSpecified, std::move(value)};
 }
 
 AttributeBytesValue AttributeBytesValue::FromCollection(const AttributeBytesList& members, bool isSpecified) {
@@ -71,14 +71,13 @@ AttributeBytesValue AttributeBytesValue::FromCollectionSet(const AttributeBytesL
     return {Kind::CollectionSet, isSpecified, Members(std::move(copy)), depth};
 }
 
-AttributeBytesValue AttributeBytesValue::FromUnknown(unsigned int kind, const ByteBuffer& bytes,
-                                                     bool isSpecified) {
+AttributeBytesValue AttributeBytesValue::FromUnknown(unsigned int kind, ByteBuffer bytes, bool isSpecified) {
     if (isNamed(kind) || kind > maxKind) {
         ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesValue::FromUnknown", [kind] {
             return "Not an unknown kind of attribute: " + std::to_string(kind);
         });
     }
-    return {static_cast<Kind>(kind), isSpecified, bytes};
+    return {static_cast<Kind>(kind), isSpecified, std::move(bytes)};
 }
 
 const LONG* AttributeBytesValue::GetOption() const noexcept {

@@ -39,8 +39,8 @@ public:
 
     [[nodiscard]] static AttributeBytesValue FromOption(LONG value, bool isSpecified = true);
     [[nodiscard]] static AttributeBytesValue FromInteger(int value, bool isSpecified = true);
-    [[nodiscard]] static AttributeBytesValue FromString(const CXString& value, bool isSpecified = true);
-    [[nodiscard]] static AttributeBytesValue FromDimension(const Dimension& value, bool isSpecified = true);
+    [[nodiscard]] static AttributeBytesValue FromString(CXString value, bool isSpecified = true);
+    [[nodiscard]] static AttributeBytesValue FromDimension(::Dimension value, bool isSpecified = true);
     /// Of the attributes of a list. Throws CPExceptionInvalidArgument beyond maxDepth.
     [[nodiscard]] static AttributeBytesValue FromCollection(const AttributeBytesList& members,
                                                             bool isSpecified = true);
@@ -49,7 +49,7 @@ public:
     [[nodiscard]] static AttributeBytesValue FromCollectionSet(const AttributeBytesList& members,
                                                                bool isSpecified = true);
     /// Of a kind that has no name here, at most maxKind. Throws CPExceptionInvalidArgument for one that has.
-    [[nodiscard]] static AttributeBytesValue FromUnknown(unsigned int kind, const ByteBuffer& bytes,
+    [[nodiscard]] static AttributeBytesValue FromUnknown(unsigned int kind, ByteBuffer bytes,
                                                          bool isSpecified = true);
 
     [[nodiscard]] bool IsSpecified() const noexcept { return m_isSpecified; }

@@ -125,7 +125,7 @@ bool AttributeRecordReader::ReadMember(PackedBytes::Reader& reader, AttributeByt
     case Kind::Dimension: {
         auto dimension = readDimension(content);
         if (!dimension) return Refuse("a dimension is not in its form", start);
-        return add(AttributeBytesValue::FromDimension(*dimension, isSpecified));
+        return add(AttributeBytesValue::FromDimension(std::move(*dimension), isSpecified));
     }
     case Kind::Collection:
     case Kind::CollectionSet: {

@@ -23,7 +23,7 @@ PersistentAttributes::PersistentAttributes(const ByteBuffer& store, bool tolerat
     : m_toleratesDamage(toleratesDamage) {
     if (!store.empty()) ReadNameSpaces(store);
     const auto ours = m_nameSpaces.find(dataModelDocProp);
-    if (ours != m_nameSpaces.end()) ReadRecords(ours->first, ours->second);
+    if (ours != m_nameSpaces.end()) ours->second.attributes = ReadRecords(ours->first, ours->second);
 }
 
 AttributeBytesNameSpacesId PersistentAttributes::GetDataModelDocPropNameSpaceId() noexcept {
@@ -35,7 +35,9 @@ bool PersistentAttributes::GetAttributeBytesListForNameSpace(AttributeBytesNameS
     list.DeleteAllAttributeBytes();
     const auto nameSpace = m_nameSpaces.find(id);
     if (nameSpace == m_nameSpaces.end()) return false;
-    list = ReadRecords(id, nameSpace->second);
+    auto& attributes = nameSpace->second.attributes;
+    list = attributes ? std::move(*attributes) : ReadRecords(id, nameSpace->second);
+    attributes.reset();
     return true;
 }
 
@@ -97,18 +99,14 @@ void PersistentAttributes::ReadNameSpaces(const ByteBuffer& store) {
     }
 }
 
-const AttributeBytesRawList& PersistentAttributes::ReadRecords(AttributeBytesNameSpacesId id,
-                                                               NameSpace& nameSpace) {
-    if (!nameSpace.attributes) {
-        AttributeBytesRawList attributes;
-        AttributeRecordReader reader(nameSpace.records);
-        if (!reader.ReadInto(attributes))
-            ReportDamage(std::string(reader.Damage()) + ", at byte " +
-                         std::to_string(reader.DamagePosition()) + " of name space " +
-                         std::to_string(id.GetNameSpaceId()));
-        nameSpace.attributes = std::move(attributes);
-    }
-    return *nameSpace.attributes;
+AttributeBytesRawList PersistentAttributes::ReadRecords(AttributeBytesNameSpacesId id,
+                                                        const NameSpace& nameSpace) {
+    AttributeBytesRawList attributes;
+    AttributeRecordReader reader(nameSpace.records);
+    if (!reader.ReadInto(attributes))
+        ReportDamage(std::string(reader.Damage()) + ", at byte " + std::to_string(reader.DamagePosition()) +
+                     " of name space " + std::to_string(id.GetNameSpaceId()));
+    return attributes;
 }
 
 void PersistentAttributes::ReportDamage(const std::string& what) {

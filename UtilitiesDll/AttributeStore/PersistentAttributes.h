@@ -55,11 +55,11 @@ public:
 private:
     struct NameSpace {
         ByteBuffer records;
-        std::optional<AttributeBytesRawList> attributes; // once they have been read
+        std::optional<AttributeBytesRawList> attributes; // read already, for the first who asks
     };
 
     void ReadNameSpaces(const ByteBuffer& store);
-    const AttributeBytesRawList& ReadRecords(AttributeBytesNameSpacesId id, NameSpace& nameSpace);
+    AttributeBytesRawList ReadRecords(AttributeBytesNameSpacesId id, const NameSpace& nameSpace);
     void ReportDamage(const std::string& what);
 
     std::map<AttributeBytesNameSpacesId, NameSpace> m_nameSpaces;

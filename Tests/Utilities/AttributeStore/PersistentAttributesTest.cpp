@@ -111,7 +111,12 @@ AttributeBytesRawList Everything() {
 TEST(PersistentAttributes, ReadsBackWhatItWrote) {
     const AttributeBytesRawList list = Everything();
     const ByteBuffer bytes = StoreOf(list);
-    EXPECT_TRUE(AreEqual(list, ListOf(bytes)));
+    PersistentAttributes store(bytes, false, nullptr);
+    for (int time = 0; time < 2; ++time) {
+        AttributeBytesRawList read;
+        ASSERT_TRUE(store.GetAttributeBytesListForNameSpace(ours, read));
+        EXPECT_TRUE(AreEqual(list, read));
+    }
     EXPECT_EQ(bytes, StoreOf(ListOf(bytes)));
 
     // Out of order, and with a feature twice: the last stays.
