@@ -1,0 +1,49 @@
+#pragma once
+
+#include "PcFormInfo.h"
+
+#include <ComSupport/FilterUtilitiesExport.h>
+#include <DataModel/ValueIds.h>
+
+#include <windows.h>
+
+#include <vector>
+
+class PrintCapabilitiesXmlDocument;
+class PrintTicketXmlDocument;
+
+/// Finds paper sizes in a Print Capabilities document and writes them into a Print Ticket. Sizes are in
+/// microns. An object serves one capabilities document, whose list of sizes it keeps, and one thread.
+class OV_FILTER_UTILITIES_API PageMediaSizePtPcHelper {
+public:
+    PageMediaSizePtPcHelper();
+    virtual ~PageMediaSizePtPcHelper();
+
+    /// The standard sizes that the document offers, in its order. Options without a size and the custom size
+    /// are passed over. A failure is not raised: the list then ends where it came. Once there is a list, the
+    /// document is not read again.
+    std::vector<PcFormInfo> GetSupportedPageMediaSizes(PrintCapabilitiesXmlDocument& capabilities);
+
+    /// The first option of exactly this size. S_FALSE, and an empty keyword, if there is none.
+    HRESULT GetPageMediaSizeOptionKeyword(PrintCapabilitiesXmlDocument& capabilities, int width, int height,
+                                          CXString& keyword,
+                                          PrintSchema::MsPrintTicketNamespacesEnum& nameSpace);
+
+    /// Makes this the size of the ticket: the option that the capabilities offer for it, or a custom size.
+    /// Failures are raised as CPComException.
+    HRESULT AddOrReplacePageMediaSize(PrintCapabilitiesXmlDocument& capabilities,
+                                      PrintTicketXmlDocument& ticket, int width, int height);
+
+    /// S_FALSE if there is nothing to delete. Failures are raised.
+    static HRESULT DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket);
+
+    // Within 100 microns of a size that the driver knows by name.
+    static bool IsEnvelopeSize(int width, int height);
+    /// value is untouched if the result is false.
+    static bool GetValueEnumForPageSizeBasedOnDims(int width, int height, DataModelIds::tagValueEnum& value);
+
+private:
+    void ReadOptions(PrintCapabilitiesXmlDocument& capabilities);
+
+    std::vector<PcFormInfo> m_sizes;
+};
