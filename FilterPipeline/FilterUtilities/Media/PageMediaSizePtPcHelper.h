@@ -43,7 +43,8 @@ public:
     static bool GetValueEnumForPageSizeBasedOnDims(int width, int height, DataModelIds::tagValueEnum& value);
 
 private:
-    void ReadOptions(PrintCapabilitiesXmlDocument& capabilities);
+    void UpdateSizes(const PrintCapabilitiesXmlDocument& capabilities);
+    void ReadOptions(const PrintCapabilitiesXmlDocument& capabilities);
 
     std::vector<PcFormInfo> m_sizes;
 };

@@ -81,11 +81,31 @@ public:
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name) const;
 
 private:
+    struct ParameterTexts {
+        const wchar_t* prefix;
+        const wchar_t* name;
+        const wchar_t* mandatoryKeyword;
+        const wchar_t* displayName;
+        const wchar_t* unitType;
+    };
+    /// Of a parameter that is a number, as text. An empty multiple is none.
+    struct Limits {
+        CXString defaultValue;
+        CXString minValue;
+        CXString maxValue;
+        CXString multiple;
+    };
+
     CComPtr<IXMLDOMElement> CreateNamedElement(const wchar_t* element, const wchar_t* prefix,
                                                const wchar_t* name, const wchar_t* displayName,
                                                const char* function);
+    CComPtr<IXMLDOMElement> CreateParameterDef(const ParameterTexts& texts, const wchar_t* type,
+                                               const char* function);
+    HRESULT CreateNumberParameterDef(const ParameterTexts& texts, const wchar_t* type, const Limits& limits,
+                                     IXMLDOMElement** out, const char* function);
     void AppendProperty(IXMLDOMElement* parent, PrintSchema::MsPrintTicketNamespacesEnum ns,
                         const wchar_t* name, const wchar_t* type, const wchar_t* value);
-    HRESULT ReadPropertyValue(IXMLDOMNode* node, const wchar_t* query, CXString& out,
-                              const char* function) const;
+    void AppendMandatoryAndUnit(IXMLDOMElement* parameter, const ParameterTexts& texts, const char* function);
+    /// S_FALSE for a property that does not exist, that has no value, or whose value is no text.
+    HRESULT ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out, const char* function) const;
 };

@@ -10,6 +10,8 @@
 #include <atlcomcli.h>
 #include <msxml6.h>
 
+#include <string_view>
+
 /// A Print Ticket or Print Capabilities document, over a DOM document that it shares: copies of the object
 /// work on the same tree. It knows the prefixes that the root element gives to the namespaces of Print
 /// Schema, and sees to it that private keywords have the prefix "ok:" in names, whatever they came with.
@@ -159,6 +161,9 @@ protected:
     const CComBSTR& FrameworkPrefix() const { return m_frameworkPrefix; }
     const CComBSTR& KeywordsPrefix() const { return m_keywordsPrefix; }
     const CComBSTR& UserKeywordsPrefix() const { return m_userKeywordsPrefix; }
+    /// Of the names of types. "xsd:" for a document that does not declare them; a value made here with a type
+    /// then declares it.
+    std::wstring_view TypesPrefix() const;
     /// Raises E_PENDING without DOM.
     void RequireDocument(const char* function) const;
     /// What a question for a node by its name needs; clears out.

@@ -106,6 +106,10 @@ CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wch
     return element;
 }
 
+std::wstring_view PrintSchemaXmlDocument::TypesPrefix() const {
+    return m_xsdPrefix.m_str != nullptr ? View(m_xsdPrefix) : L"xsd:";
+}
+
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type, const wchar_t* text) {
     constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
     CComPtr<IXMLDOMElement> value = CreateFrameworkElement(PrintSchema::VALUE_ELEMENT_NAME, nullptr);
@@ -113,11 +117,10 @@ CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type,
         // A document that never had a typed value need not declare the two namespaces of the type. The DOM
         // declares that of the attribute where it is used; that of its text is declared here.
         const std::wstring_view xsi = m_xsiPrefix.m_str != nullptr ? View(m_xsiPrefix) : L"xsi:";
-        const std::wstring_view xsd = m_xsdPrefix.m_str != nullptr ? View(m_xsdPrefix) : L"xsd:";
         if (m_xsdPrefix.m_str == nullptr)
             AppendXMLAttribute(value, L"xmlns:xsd", L"", PrintSchema::SCHEMA_DEF_URI);
         AppendXMLAttribute(value, Join({xsi, PrintSchema::SCHEMA_TYPE}, function),
-                           PrintSchema::SCHEMA_INST_URI, Join({xsd, type}, function));
+                           PrintSchema::SCHEMA_INST_URI, Join({TypesPrefix(), type}, function));
     }
     ThrowIfFailed(value->put_text(Make(View(text), function)), function);
     return value;

@@ -1,0 +1,407 @@
+#include "PrintCapabilitiesXmlDocument.h"
+
+#include "Bstr.h"
+#include "PrintTicketQueryBuilder.h"
+#include "PrintTicketXmlDocument.h"
+
+#include <ComSupport/MsSafeVariant.h>
+#include <ComSupport/ThrowHresult.h>
+#include <SystemServices/OperatingSystem.h>
+#include <SystemServices/SetThreadTokenWrapper.h>
+
+#include <objbase.h>
+#include <prntvpt.h>
+
+#include <initializer_list>
+
+using namespace PrintSchemaText;
+using PrintSchema::FrameworkNs;
+using PrintSchema::KeywordsNs;
+
+namespace {
+
+constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
+
+/// In microns.
+struct Size {
+    int width;
+    int length;
+};
+constexpr Size letter = {215900, 279400};
+constexpr Size a4 = {210000, 297000};
+
+/// A query from a node downward: what the builder adds is relative to that node.
+class QueryFromNode : public PrintTicketQueryBuilder {
+public:
+    explicit QueryFromNode(const wchar_t* frameworkPrefix) : PrintTicketQueryBuilder(frameworkPrefix, L".") {}
+
+    CComBSTR Text() const {
+        CComBSTR text;
+        GetQuery(&text);
+        return text;
+    }
+};
+
+class OpenProvider {
+public:
+    explicit OpenProvider(HPTPROVIDER provider) : m_provider(provider) {}
+    ~OpenProvider() { ::PTCloseProvider(m_provider); }
+    OpenProvider(const OpenProvider&) = delete;
+    OpenProvider& operator=(const OpenProvider&) = delete;
+
+private:
+    HPTPROVIDER m_provider;
+};
+
+void RequireTexts(std::initializer_list<const wchar_t*> texts, const char* function) {
+    for (const wchar_t* text : texts)
+        if (IsEmpty(text)) ThrowComException(E_INVALIDARG, function);
+}
+
+template <class Interface>
+void RequireOut(Interface** out, const char* function) {
+    if (out == nullptr) ThrowComException(E_POINTER, function);
+    *out = nullptr;
+}
+
+void RequireNode(const IXMLDOMNode* node, const char* function) {
+    if (node == nullptr) ThrowComException(E_POINTER, function);
+}
+
+CXString IntegerText(int value) {
+    CXString text;
+    text.Format(L"%i", value);
+    return text;
+}
+
+CXString RealText(float value) {
+    CXString text;
+    text.Format(L"%.2f", static_cast<double>(value));
+    return text;
+}
+
+} // namespace
+
+PrintCapabilitiesXmlDocument::PrintCapabilitiesXmlDocument(IXMLDOMDocument2* document)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTCAPABILITIES_NAME, document) {}
+
+PrintCapabilitiesXmlDocument::PrintCapabilitiesXmlDocument(IStream* stream)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTCAPABILITIES_NAME, stream) {}
+
+PrintCapabilitiesXmlDocument::PrintCapabilitiesXmlDocument(const CXString& xml)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTCAPABILITIES_NAME, xml) {}
+
+std::unique_ptr<PrintCapabilitiesXmlDocument>
+PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(const wchar_t* printerName,
+                                                                 void* userToken) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument";
+    const SetThreadTokenWrapper impersonation(userToken);
+    HPTPROVIDER provider = nullptr;
+    if (FAILED(::PTOpenProvider(printerName, 1, &provider))) return nullptr;
+    const OpenProvider guard(provider);
+    CComPtr<IStream> stream;
+    ThrowIfFailed(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), function);
+    CComBSTR errorText;
+    ThrowIfFailed(::PTGetPrintCapabilities(provider, nullptr, stream, &errorText), function);
+    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr), function);
+    return std::make_unique<PrintCapabilitiesXmlDocument>(static_cast<IStream*>(stream));
+}
+
+// ---- Building
+
+CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateNamedElement(const wchar_t* element,
+                                                                         const wchar_t* prefix,
+                                                                         const wchar_t* name,
+                                                                         const wchar_t* displayName,
+                                                                         const char* function) {
+    RequireTexts({name, displayName}, function);
+    CComPtr<IXMLDOMElement> created =
+        CreateFrameworkElement(element, Join({View(prefix), View(name)}, function));
+    AppendChildStringProperty(created, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
+    return created;
+}
+
+void PrintCapabilitiesXmlDocument::AppendProperty(IXMLDOMElement* parent,
+                                                  PrintSchema::MsPrintTicketNamespacesEnum ns,
+                                                  const wchar_t* name, const wchar_t* type,
+                                                  const wchar_t* value) {
+    CComPtr<IXMLDOMElement> property;
+    CreateProperty(ns, name, type, value, &property);
+    AppendChild(parent, property);
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateFeature(const wchar_t* prefix, const wchar_t* name,
+                                                    const wchar_t* displayName, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateFeature";
+    RequireOut(out, function);
+    *out =
+        CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName, function).Detach();
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreatePickOneFeature(const wchar_t* prefix, const wchar_t* name,
+                                                           const wchar_t* displayName, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreatePickOneFeature";
+    RequireOut(out, function);
+    CComPtr<IXMLDOMElement> feature =
+        CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName, function);
+    AppendProperty(feature, FrameworkNs, PrintSchema::SELECTIONTYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
+                   Join({View(KeywordsPrefix()), PrintSchema::PICKONE_VALUE_NAME}, function));
+    *out = feature.Detach();
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateOption(const wchar_t* prefix, const wchar_t* name,
+                                                   const wchar_t* displayName, IXMLDOMElement** out) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateOption";
+    RequireOut(out, function);
+    *out = CreateNamedElement(PrintSchema::OPTION_ELEMENT_NAME, prefix, name, displayName, function).Detach();
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateAndAppendOption(const wchar_t* prefix, const wchar_t* name,
+                                                            const wchar_t* displayName, IXMLDOMNode* parent) {
+    if (parent == nullptr)
+        ThrowComException(E_INVALIDARG, "PrintCapabilitiesXmlDocument::CreateAndAppendOption");
+    CComPtr<IXMLDOMElement> option;
+    CreateOption(prefix, name, displayName, &option);
+    return AppendChild(parent, option);
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateIntegerParameterDef(const wchar_t* prefix, const wchar_t* name,
+                                                                const wchar_t* mandatoryKeyword,
+                                                                const wchar_t* displayName, int defaultValue,
+                                                                int minValue, int maxValue, int multiple,
+                                                                const wchar_t* unitType,
+                                                                IXMLDOMElement** out) {
+    return CreateNumberParameterDef({prefix, name, mandatoryKeyword, displayName, unitType},
+                                    PrintSchema::SCHEMA_INTEGER,
+                                    {IntegerText(defaultValue), IntegerText(minValue), IntegerText(maxValue),
+                                     multiple > 0 ? IntegerText(multiple) : CXString()},
+                                    out, "PrintCapabilitiesXmlDocument::CreateIntegerParameterDef");
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateRealParameterDef(const wchar_t* prefix, const wchar_t* name,
+                                                             const wchar_t* mandatoryKeyword,
+                                                             const wchar_t* displayName, float defaultValue,
+                                                             float minValue, float maxValue, float multiple,
+                                                             const wchar_t* unitType, IXMLDOMElement** out) {
+    return CreateNumberParameterDef({prefix, name, mandatoryKeyword, displayName, unitType},
+                                    PrintSchema::SCHEMA_DECIMAL,
+                                    {RealText(defaultValue), RealText(minValue), RealText(maxValue),
+                                     multiple > 0 ? RealText(multiple) : CXString()},
+                                    out, "PrintCapabilitiesXmlDocument::CreateRealParameterDef");
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateNumberParameterDef(const ParameterTexts& texts,
+                                                               const wchar_t* type, const Limits& limits,
+                                                               IXMLDOMElement** out, const char* function) {
+    RequireOut(out, function);
+    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, type, function);
+    AppendProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, type, limits.defaultValue);
+    AppendProperty(parameter, FrameworkNs, PrintSchema::MAX_VALUE_NAME, type, limits.maxValue);
+    AppendProperty(parameter, FrameworkNs, PrintSchema::MIN_VALUE_NAME, type, limits.minValue);
+    AppendMandatoryAndUnit(parameter, texts, function);
+    if (!limits.multiple.IsEmpty())
+        AppendProperty(parameter, FrameworkNs, PrintSchema::MULTIPLE_VALUE_NAME, type, limits.multiple);
+    AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, texts.displayName);
+    *out = parameter.Detach();
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::CreateStringParameterDef(const wchar_t* prefix, const wchar_t* name,
+                                                               const wchar_t* mandatoryKeyword,
+                                                               const wchar_t* displayName,
+                                                               const wchar_t* defaultValue, int minLength,
+                                                               int maxLength, const wchar_t* unitType,
+                                                               IXMLDOMElement** out) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateStringParameterDef";
+    RequireOut(out, function);
+    RequireTexts({defaultValue}, function);
+    const ParameterTexts texts = {prefix, name, mandatoryKeyword, displayName, unitType};
+    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, PrintSchema::SCHEMA_STRING, function);
+    AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MAX_LENGTH_NAME, maxLength);
+    AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MIN_LENGTH_NAME, minLength);
+    AppendMandatoryAndUnit(parameter, texts, function);
+    AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
+    AppendChildStringProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, defaultValue);
+    *out = parameter.Detach();
+    return S_OK;
+}
+
+CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateParameterDef(const ParameterTexts& texts,
+                                                                         const wchar_t* type,
+                                                                         const char* function) {
+    RequireTexts({texts.name, texts.mandatoryKeyword, texts.displayName, texts.unitType}, function);
+    CComPtr<IXMLDOMElement> parameter = CreateFrameworkElement(
+        PrintSchema::PARAM_DEF_ELEMENT_NAME, Join({View(texts.prefix), texts.name}, function));
+    AppendProperty(parameter, FrameworkNs, PrintSchema::DATATYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
+                   Join({TypesPrefix(), type}, function));
+    return parameter;
+}
+
+void PrintCapabilitiesXmlDocument::AppendMandatoryAndUnit(IXMLDOMElement* parameter,
+                                                          const ParameterTexts& texts, const char* function) {
+    AppendProperty(parameter, FrameworkNs, PrintSchema::MANDATORY_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
+                   Join({View(KeywordsPrefix()), texts.mandatoryKeyword}, function));
+    AppendChildStringProperty(parameter, FrameworkNs, PrintSchema::UNITTYPE_VALUE_NAME, texts.unitType);
+}
+
+// ---- Editing
+
+HRESULT PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue(IXMLDOMNode* node,
+                                                                      const wchar_t* displayName) {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue";
+    if (node == nullptr || IsEmpty(displayName)) ThrowComException(E_INVALIDARG, function);
+    RequireDocument(function);
+    QueryFromNode query(FrameworkPrefix());
+    query.AddChildPropertyValue(KeywordsPrefix(), PrintSchema::DISPLAYNAME_VALUE_NAME);
+    CComPtr<IXMLDOMNode> value;
+    ThrowIfFailed(node->selectSingleNode(query.Text(), &value), function);
+    if (!value) return notFound;
+    ThrowIfFailed(value->put_text(Make(displayName, function)), function);
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::ReplaceOptionDisplayNamePropertyValue(IXMLDOMNode* feature,
+                                                                            const wchar_t* prefix,
+                                                                            const wchar_t* option,
+                                                                            const wchar_t* displayName) {
+    CComPtr<IXMLDOMNode> found;
+    if (GetChildOptionNodeIfExists(feature, prefix, option, &found) != S_OK) return notFound;
+    return ReplaceDisplayNamePropertyValue(found, displayName);
+}
+
+HRESULT PrintCapabilitiesXmlDocument::DeleteParameterDefNodeIfExists(const wchar_t* prefix,
+                                                                     const wchar_t* name) {
+    CComPtr<IXMLDOMNode> node;
+    if (GetParameterDefNodeIfExists(prefix, name, &node) != S_OK) return S_FALSE;
+    return DeleteNode(node);
+}
+
+// ---- Reading
+
+HRESULT PrintCapabilitiesXmlDocument::GetChildOptionNodes(IXMLDOMNode* feature, IXMLDOMNodeList** out) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildOptionNodes";
+    RequireOut(out, function);
+    RequireNode(feature, function);
+    RequireDocument(function);
+    QueryFromNode query(FrameworkPrefix());
+    query.AddOption();
+    ThrowIfFailed(feature->selectNodes(query.Text(), out), function);
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::GetChildOptionNodeIfExists(IXMLDOMNode* feature, const wchar_t* prefix,
+                                                                 const wchar_t* name,
+                                                                 IXMLDOMNode** out) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildOptionNodeIfExists";
+    RequireQuestion(name, out, function);
+    RequireNode(feature, function);
+    QueryFromNode query(FrameworkPrefix());
+    query.AddChildOptionName(prefix, name);
+    ThrowIfFailed(feature->selectSingleNode(query.Text(), out), function);
+    return *out != nullptr ? S_OK : S_FALSE;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists(const wchar_t* prefix, const wchar_t* name,
+                                                                  IXMLDOMNode** out) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists";
+    RequireQuestion(name, out, function);
+    PrintTicketQueryBuilder builder(FrameworkPrefix());
+    builder.AddParameterDef(prefix, name);
+    CComBSTR query;
+    builder.GetQuery(&query);
+    return GetNode(query, out);
+}
+
+HRESULT PrintCapabilitiesXmlDocument::ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out,
+                                                        const char* function) const {
+    out.Empty();
+    CComPtr<IXMLDOMNode> property;
+    ThrowIfFailed(node->selectSingleNode(query, &property), function);
+    if (!property) return S_FALSE;
+    QueryFromNode valueQuery(FrameworkPrefix());
+    valueQuery.AddValue();
+    CComPtr<IXMLDOMNode> valueNode;
+    ThrowIfFailed(property->selectSingleNode(valueQuery.Text(), &valueNode), function);
+    if (!valueNode) return S_FALSE;
+    MsSafeVariant value;
+    ThrowIfFailed(valueNode->get_nodeTypedValue(&value), function);
+    if (value.vt != VT_BSTR) return S_FALSE;
+    out = value.bstrVal; // null is the empty text
+    return S_OK;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueIfExists(IXMLDOMNode* node,
+                                                                          const wchar_t* name,
+                                                                          CXString& out) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueIfExists";
+    RequireNode(node, function);
+    RequireTexts({name}, function);
+    RequireDocument(function);
+    QueryFromNode query(FrameworkPrefix());
+    query.AddScoredProperty(KeywordsPrefix(), name);
+    return ReadPropertyValue(node, query.Text(), out, function);
+}
+
+CXString PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsString(IXMLDOMNode* node,
+                                                                           const wchar_t* name) const {
+    CXString text;
+    if (GetChildScoredPropertyValueIfExists(node, name, text) != S_OK)
+        ThrowComException(E_FAIL, "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsString");
+    return text;
+}
+
+int PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsInteger(IXMLDOMNode* node,
+                                                                       const wchar_t* name) const {
+    return IntegerOf(Make(GetChildScoredPropertyValueAsString(node, name).View(),
+                          "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsInteger"));
+}
+
+CXString PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue(IXMLDOMNode* node) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue";
+    RequireNode(node, function);
+    RequireDocument(function);
+    QueryFromNode query(FrameworkPrefix());
+    query.AddProperty(KeywordsPrefix(), PrintSchema::DISPLAYNAME_VALUE_NAME);
+    CXString text;
+    if (ReadPropertyValue(node, query.Text(), text, function) != S_OK) ThrowComException(E_FAIL, function);
+    return text;
+}
+
+void PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues(PrintTicketXmlDocument* ticket,
+                                                                   IXMLDOMNode* option, int& width,
+                                                                   int& length) const {
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues";
+    using namespace PrintSchema::PageMediaSize;
+    RequireNode(option, function);
+    CComBSTR name;
+    ReadAttribute(option, PrintSchema::NAME_ATTRIBUTE_NAME, name, function);
+    const std::wstring_view keyword = View(name).substr(View(name).find(L':') + 1);
+    if (keyword != CustomMediaSize && keyword != PSCustomMediaSize) {
+        width = GetChildScoredPropertyValueAsInteger(option, MEDIASIZEWIDTH_PROP);
+        length = GetChildScoredPropertyValueAsInteger(option, MEDIASIZEHEIGHT_PROP);
+        return;
+    }
+
+    if (ticket == nullptr) ThrowComException(E_POINTER, function);
+    Size size = {};
+    CComBSTR chosen;
+    const CComBSTR prefix = ticket->GetKeywordsNsPrefix();
+    if (ticket->GetFeatureOption(prefix, PAGESIZE_FEATURE, &chosen, nullptr) == S_OK &&
+        View(chosen) == CustomMediaSize) {
+        const auto read = [&](const wchar_t* property, int& value) {
+            ThrowIfFailed(ticket->GetScoredPropertyValue(PAGESIZE_FEATURE, true, property, &value), function);
+        };
+        read(MEDIASIZEWIDTH_PROP, size.width);
+        read(MEDIASIZEHEIGHT_PROP, size.length);
+    }
+    if (size.width == 0 || size.length == 0) size = OperatingSystem::UseEnglishPaperSizes() ? letter : a4;
+    width = size.width;
+    length = size.length;
+}
+
+HRESULT PrintCapabilitiesXmlDocument::DebugDumpXmlToFileInTempDirectory(const CXString& name) const {
+    return PrintSchemaXmlDocument::DebugDumpXmlToFileInTempDirectory(L"PrintCapabilities_" + name, L"");
+}
