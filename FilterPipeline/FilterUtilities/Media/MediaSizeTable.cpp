@@ -24,7 +24,7 @@ consteval Size Millimeters(std::int32_t width, std::int32_t height) { return {wi
 
 /// What a device without partial pixels makes of a length: cut down to whole pixels, to the nearest micron,
 /// halves up.
-consteval std::int32_t DeviceLength(std::int32_t microns) {
+constexpr std::int32_t DeviceLength(std::int32_t microns) {
     const std::int64_t pixels = std::int64_t{microns} * devicePixelsPerInch / micronsPerInch;
     return static_cast<std::int32_t>((pixels * micronsPerInch + devicePixelsPerInch / 2) /
                                      devicePixelsPerInch);
@@ -148,7 +148,7 @@ constexpr Row rows[] = {
     {VAL_MEDIA_SIZE_OPTIONS_12_6X18_5, L"ok:NorthAmerica12.6x18.5", Inches(12.6, 18.5)},
 };
 
-consteval MediaSizeRecord RecordOf(const Row& row) {
+constexpr MediaSizeRecord RecordOf(const Row& row) {
     const bool isEnvelope = row.keyword.find(L"Envelope") != std::wstring_view::npos;
     return {row.value,
             row.size.width,
