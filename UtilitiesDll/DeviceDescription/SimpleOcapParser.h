@@ -15,8 +15,8 @@ class DeviceFeatureList;
 /// failure. Does not change, so any thread may ask.
 class OV_UTILITIES_API SimpleOcapParser {
 public:
-    /// A blank text is a device that has nothing to say: every answer is no. Throws CPComException, with words
-    /// and the line, for a text that is no device capabilities document. The thread must be in a COM
+    /// A blank text is a device that has nothing to say: every answer is no. Throws CPComException, with
+    /// words and the line, for a text that is no device capabilities document. The thread must be in a COM
     /// apartment.
     explicit SimpleOcapParser(const CPString& xml);
     SimpleOcapParser(const SimpleOcapParser&) = delete;
