@@ -1,0 +1,3 @@
+#include "DumpableObject.h"
+
+DumpableObject::~DumpableObject() = default;

@@ -1,0 +1,5 @@
+#include "AttributeBytesReaderWriter.h"
+
+AttributeBytesReaderWriter::AttributeBytesReaderWriter() = default;
+
+AttributeBytesReaderWriter::~AttributeBytesReaderWriter() = default;

@@ -1,0 +1,208 @@
+#include "PrintTicketOrvelPublicDocSettingsReaderWriter.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <PrintSchema/PrintSchemaKeywords.h>
+#include <PrintSchema/PrintTicketXmlDocument.h>
+#include <Xml/UtilitiesLibraryHost.h>
+
+#include <atlcomcli.h>
+#include <msxml6.h>
+
+namespace {
+
+using This = PrintTicketOrvelPublicDocSettingsReaderWriter;
+using Depth = PublicDocSettingsDocument::Depth;
+
+constexpr const wchar_t* const& parameterName = PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME;
+
+CXString decimal(int value) {
+    CXString text;
+    text.Format(L"%d", value);
+    return text;
+}
+
+} // namespace
+
+This::PrintTicketOrvelPublicDocSettingsReaderWriter(PrintTicketXmlDocument* ticket) : m_ticket(ticket) {}
+
+This::~PrintTicketOrvelPublicDocSettingsReaderWriter() = default;
+
+void This::Dump(DumpArgs) const {}
+
+bool This::HasOrvelPublicDocSettings() {
+    bool hasSettings = false;
+    PublicDocSettingsDocument::Guarded(parameterName, [&] {
+        CPString xml;
+        GetJobOrvelPublicDocSettingsXml(xml);
+        hasSettings = !xml.isEmptyOrOnlyWhitespace();
+        return S_OK;
+    });
+    return hasSettings;
+}
+
+bool This::IsPresent(const CXString& name, Depth depth) {
+    return PublicDocSettingsDocument::Guarded(
+               name, [&] { return Document().Find(name, depth) ? S_OK : S_FALSE; }) == S_OK;
+}
+
+bool This::IsOrvelPublicDocSettingsFeaturePresent(const CXString& name) {
+    return IsPresent(name, Depth::Any);
+}
+
+bool This::IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(const CXString& name) {
+    return IsPresent(name, Depth::JobLevel);
+}
+
+LONG This::GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name, bool& specified,
+                                                                   CXString& value) {
+    specified = false;
+    value.Empty();
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().GetString(name, Depth::Any, specified, value); });
+}
+
+LONG This::GetCurrentValueAsStringForJobLevelOrvelPublicDocSettingsFeature(const CXString& name,
+                                                                           bool& specified, CXString& value) {
+    specified = false;
+    value.Empty();
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().GetString(name, Depth::JobLevel, specified, value); });
+}
+
+LONG This::GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(const CXString& name, bool& specified,
+                                                                int& value, int defaultValue) {
+    specified = false;
+    value = defaultValue;
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().GetInt(name, specified, value, defaultValue); });
+}
+
+LONG This::GetNumberOfChildrenForOrvelPublicDocSettingsFeature(const CXString& name, bool& specified,
+                                                               unsigned int& count) {
+    specified = false;
+    count = 0;
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().GetNumberOfChildren(name, specified, count); });
+}
+
+LONG This::GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
+                                                                   const CXString& childName, bool& specified,
+                                                                   CXString& value) {
+    specified = false;
+    value.Empty();
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().GetMemberString(name, index, childName, specified, value); });
+}
+
+LONG This::GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
+                                                                const CXString& childName, bool& specified,
+                                                                int& value, int defaultValue) {
+    specified = false;
+    value = defaultValue;
+    return PublicDocSettingsDocument::Guarded(name, [&] {
+        return Document().GetMemberInt(name, index, childName, specified, value, defaultValue);
+    });
+}
+
+LONG This::SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name,
+                                                                   const CXString& syntax, bool specified,
+                                                                   const CXString& value) {
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().SetString(name, syntax, specified, value); });
+}
+
+LONG This::SetCurrentValueAsIntForOrvelPublicDocSettingsFeature(const CXString& name, const CXString& syntax,
+                                                                bool specified, int value) {
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().SetString(name, syntax, specified, decimal(value)); });
+}
+
+LONG This::SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
+                                                                   const CXString& childName,
+                                                                   const CXString& syntax, bool specified,
+                                                                   const CXString& value) {
+    return PublicDocSettingsDocument::Guarded(
+        name, [&] { return Document().SetMemberString(name, index, childName, syntax, specified, value); });
+}
+
+LONG This::SetCurrentValueAsInitForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
+                                                                 const CXString& childName,
+                                                                 const CXString& syntax, bool specified,
+                                                                 int value) {
+    return PublicDocSettingsDocument::Guarded(name, [&] {
+        return Document().SetMemberString(name, index, childName, syntax, specified, decimal(value));
+    });
+}
+
+LONG This::SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(const CXString& name,
+                                                                         XmlDomNode* node) {
+    if (node == nullptr) return E_INVALIDARG;
+    return PublicDocSettingsDocument::Guarded(name, [&] {
+        const PublicDocSettingsDocument document = Document();
+        document.Delete(name);
+        return document.Append(*node);
+    });
+}
+
+LONG This::DeleteOrvelPublicDocSettingsFeature(const CXString& name) {
+    return PublicDocSettingsDocument::Guarded(name, [&] { return Document().Delete(name); });
+}
+
+LONG This::CommitChangesToPrintTicket() {
+    try {
+        if (!m_parser) return S_FALSE;
+        const CPString xml = PublicDocSettingsDocument::GetText(*m_parser);
+        if (xml.view().size() > maxCommittedBytes) return E_FAIL;
+        SetJobOrvelPublicDocSettingsXml(xml);
+        return S_OK;
+    } catch (...) {
+        return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(
+            "while committing OrvelPublicDocSettings changes");
+    }
+}
+
+MicrosoftXmlParser* This::GetDomWithOrvelPublicDocSettingsInitOnFirstUse() {
+    if (!m_parser)
+        m_parser = PublicDocSettingsDocument::LoadOrCreate(
+            [this] {
+                CPString xml;
+                GetJobOrvelPublicDocSettingsXml(xml);
+                return xml;
+            },
+            [this](const CPString& xml) { SetJobOrvelPublicDocSettingsXml(xml); });
+    return m_parser.get();
+}
+
+void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) {
+    xml.clear();
+    CComPtr<IXMLDOMNode> value;
+    m_ticket->GetParameterInitValueNodeIfExists(m_ticket->GetUserKeywordsNsPrefix(), parameterName, &value);
+    if (value == nullptr) return;
+    CComBSTR text;
+    ThrowIfFailed(value->get_text(&text),
+                  "PrintTicketOrvelPublicDocSettingsReaderWriter::GetJobOrvelPublicDocSettingsXml");
+    xml = CPString(CPStringUtils::narrowToStdString(text.m_str, text.Length()));
+}
+
+void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
+    constexpr char function[] =
+        "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml";
+    const CComBSTR prefix = m_ticket->GetUserKeywordsNsPrefix();
+    // The new parameter is made before the old one goes: what fails here must not lose the settings.
+    CComPtr<IXMLDOMElement> init;
+    m_ticket->CreateStringParameterInit(prefix, parameterName, CXString(xml), &init);
+    m_ticket->DeleteParameterInitNodeIfExists(prefix, parameterName);
+    IXMLDOMNode* root = m_ticket->GetRootNode();
+    CComPtr<IXMLDOMNode> first;
+    ThrowIfFailed(root->get_firstChild(&first), function);
+    ThrowIfFailed(root->insertBefore(init, CComVariant(static_cast<IUnknown*>(first)), nullptr), function);
+}
+
+CXString This::GetAttributeAsString(XmlDomNode* node, const wchar_t* name) {
+    return node == nullptr ? CXString() : PublicDocSettingsDocument::GetAttributeAsString(*node, name);
+}
+
+bool This::IsSpecified(XmlDomNode* node) {
+    // As a node without the attribute.
+    return node == nullptr || PublicDocSettingsDocument::IsSpecified(*node);
+}

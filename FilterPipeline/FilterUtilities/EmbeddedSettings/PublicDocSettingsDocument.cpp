@@ -1,0 +1,236 @@
+#include "PublicDocSettingsDocument.h"
+
+#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/ThrowComException.h>
+#include <Xml/UtilitiesLibraryHost.h>
+#include <Xml/XmlOutputUtf8StringCallback.h>
+
+#include <string_view>
+
+namespace {
+
+constexpr wchar_t syntaxAttribute[] = L"syntax";
+constexpr wchar_t specifiedAttribute[] = L"specified";
+constexpr wchar_t notSpecified[] = L"false";
+
+/// Whether blanks are part of a value of that syntax.
+bool keepsBlanks(const CXString& syntax) { return syntax == L"name" || syntax == L"text"; }
+
+void changeElement(XmlDomNode& element, bool specified, const CXString& value) {
+    CXString mark;
+    const bool isMarked = element.GetAttribute(specifiedAttribute, mark);
+    if (specified && isMarked && mark == notSpecified) element.RemoveAttribute(specifiedAttribute);
+    // Deliberate: a mark with another text stays, and the element counts as specified.
+    if (!specified && !isMarked) element.SetAttribute(specifiedAttribute, notSpecified);
+    element.SetTextValue(value);
+}
+
+XmlDomNode::Pointer nextElement(XmlDomNode::Pointer node) {
+    while (node && !node->IsElement())
+        node = node->GetNextSibling();
+    return node;
+}
+
+unsigned int countElements(const XmlDomNode& parent) {
+    unsigned int count = 0;
+    for (auto child = nextElement(parent.GetFirstChild()); child;
+         child = nextElement(child->GetNextSibling()))
+        ++count;
+    return count;
+}
+
+LONG toInt(LONG found, bool specified, const CXString& text, int& value) {
+    if (FAILED(found)) return found;
+    if (found != S_OK || !specified || text.IsBlank()) return S_FALSE;
+    value = text.GetAsInt();
+    return S_OK;
+}
+
+} // namespace
+
+CPString PublicDocSettingsDocument::GetEmptyDocument() {
+    constexpr char format[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                              "<%s cpss-version=\"2.07\" version=\"2.0\" xml:lang=\"en-US\""
+                              " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\"> </%s>";
+    constexpr char root[] = "OrvelPublicDocSettings";
+    return CPString(FormatStdString(format, root, root));
+}
+
+PublicDocSettingsDocument::Parser
+PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
+                                        const std::function<void(const CPString&)>& write) {
+    CPString text = read();
+    if (text.isEmptyOrOnlyWhitespace()) {
+        write(GetEmptyDocument());
+        text = read();
+    }
+    if (text.isEmptyOrOnlyWhitespace()) return nullptr;
+    try {
+        Parser parser(new MicrosoftXmlParser(L"Don't Know", false));
+        parser->parse(text);
+        return parser;
+    } catch (...) {
+        return nullptr;
+    }
+}
+
+CPString PublicDocSettingsDocument::GetText(const MicrosoftXmlParser& document) {
+    CPString text;
+    XmlOutputUtf8StringCallback output(text, XmlOutputCallback::DoNotEnhanceXmlLegibility);
+    document.convertToXmlStream(output, true);
+    return text;
+}
+
+LONG PublicDocSettingsDocument::ReportCaughtException(const CXString& name) noexcept {
+    CPString message;
+    try {
+        // The doubled words are part of the message.
+        message = CPString(FormatStdString(
+            "while parsing while parsing PrintTicket's JobOrvelPublicDocSettings for %s", name));
+    } catch (...) {
+        message.clear(); // Out of memory: the code is all that can be told.
+    }
+    return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(message);
+}
+
+XmlDomNode::Pointer PublicDocSettingsDocument::Find(const CXString& name, Depth depth) const {
+    if (m_document == nullptr) return nullptr;
+    const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
+    if (!root) return nullptr;
+    return depth == Depth::JobLevel ? root->FindNamedChildElementNode(name)
+                                    : root->FindNamedChildElementNodeRecursive(name, 0);
+}
+
+CXString PublicDocSettingsDocument::GetAttributeAsString(const XmlDomNode& node, const wchar_t* name) {
+    CXString text;
+    node.GetAttribute(name, text);
+    return text;
+}
+
+bool PublicDocSettingsDocument::IsSpecified(const XmlDomNode& node) {
+    return !(GetAttributeAsString(node, specifiedAttribute) == notSpecified);
+}
+
+LONG PublicDocSettingsDocument::GetString(const CXString& name, Depth depth, bool& specified,
+                                          CXString& value) const {
+    specified = false;
+    value.Empty();
+    const XmlDomNode::Pointer element = Find(name, depth);
+    if (!element) return S_FALSE;
+    specified = IsSpecified(*element);
+    value = element->GetTextValue();
+    return S_OK;
+}
+
+LONG PublicDocSettingsDocument::GetInt(const CXString& name, bool& specified, int& value,
+                                       int defaultValue) const {
+    value = defaultValue;
+    CXString text;
+    const LONG found = GetString(name, Depth::Any, specified, text);
+    return toInt(found, specified, text, value);
+}
+
+LONG PublicDocSettingsDocument::GetNumberOfChildren(const CXString& name, bool& specified,
+                                                    unsigned int& count) const {
+    specified = false;
+    count = 0;
+    const XmlDomNode::Pointer element = Find(name);
+    if (!element) return S_FALSE;
+    specified = IsSpecified(*element);
+    count = countElements(*element);
+    return S_OK;
+}
+
+XmlDomNode::Pointer PublicDocSettingsDocument::FindEntry(const XmlDomNode& collection, unsigned int index) {
+    XmlDomNode::Pointer entry = nextElement(collection.GetFirstChild());
+    for (; entry && index > 0; --index)
+        entry = nextElement(entry->GetNextSibling());
+    return entry;
+}
+
+LONG PublicDocSettingsDocument::GetMemberString(const CXString& name, unsigned int index,
+                                                const CXString& member, bool& specified,
+                                                CXString& value) const {
+    specified = false;
+    value.Empty();
+    const XmlDomNode::Pointer collection = Find(name);
+    if (!collection) return S_FALSE;
+    if (!IsSpecified(*collection)) return E_INVALIDARG;
+    const XmlDomNode::Pointer entry = FindEntry(*collection, index);
+    if (!entry) return S_FALSE;
+    const XmlDomNode::Pointer found = entry->FindNamedChildElementNodeRecursive(member, 0);
+    if (!found || !IsSpecified(*found)) return S_FALSE;
+    specified = true;
+    value = found->GetTextValue();
+    return S_OK;
+}
+
+LONG PublicDocSettingsDocument::GetMemberInt(const CXString& name, unsigned int index, const CXString& member,
+                                             bool& specified, int& value, int defaultValue) const {
+    value = defaultValue;
+    CXString text;
+    const LONG found = GetMemberString(name, index, member, specified, text);
+    return toInt(found, specified, text, value);
+}
+
+LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& syntax, bool specified,
+                                          const CXString& value) const {
+    if (m_document == nullptr) return S_FALSE;
+    if (const XmlDomNode::Pointer element = Find(name)) {
+        changeElement(*element, specified, value);
+        return S_OK;
+    }
+    const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
+    if (!root) return S_FALSE;
+    AppendElement(*root, name, syntax, specified, value);
+    return S_OK;
+}
+
+LONG PublicDocSettingsDocument::SetMemberString(const CXString& name, unsigned int index,
+                                                const CXString& member, const CXString& syntax,
+                                                bool specified, const CXString& value) const {
+    if (m_document == nullptr) return S_FALSE;
+    const XmlDomNode::Pointer collection = Find(name);
+    // Deliberate: the syntax of the collection is not known here, so it is not made, and no failure.
+    if (!collection) return S_OK;
+    if (!IsSpecified(*collection)) return E_INVALIDARG;
+    const XmlDomNode::Pointer entry = FindEntry(*collection, index);
+    if (!entry) return S_OK; // Deliberate: entries are the caller's to make.
+    if (const XmlDomNode::Pointer element = entry->FindNamedChildElementNodeRecursive(member, 0)) {
+        if (!syntax.IsEmpty()) element->SetAttribute(syntaxAttribute, syntax);
+        changeElement(*element, specified, value);
+    } else {
+        AppendElement(*entry, member, syntax, specified, value);
+    }
+    return S_OK;
+}
+
+void PublicDocSettingsDocument::AppendElement(XmlDomNode& parent, const CXString& name,
+                                              const CXString& syntax, bool specified,
+                                              const CXString& value) const {
+    const XmlDomDocument& document = m_document->getDocument();
+    const XmlDomNode::Pointer element = document.CreateElement(name);
+    if (!syntax.IsEmpty()) element->SetAttribute(syntaxAttribute, syntax);
+    if (keepsBlanks(syntax)) element->SetAttribute(L"xml:space", L"preserve");
+    if (!specified) element->SetAttribute(specifiedAttribute, notSpecified);
+    element->AppendChild(*document.CreateTextNode(value));
+    parent.AppendChild(*element);
+}
+
+LONG PublicDocSettingsDocument::Append(const XmlDomNode& node) const {
+    if (m_document == nullptr) return S_FALSE;
+    const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
+    if (!root) return S_FALSE;
+    root->AppendChild(node);
+    return S_OK;
+}
+
+LONG PublicDocSettingsDocument::Delete(const CXString& name) const {
+    const XmlDomNode::Pointer element = Find(name);
+    if (!element) return S_FALSE;
+    constexpr char function[] = "PublicDocSettingsDocument::Delete";
+    CComPtr<IXMLDOMNode> parent;
+    ThrowIfFailed(element->GetInterface()->get_parentNode(&parent), function);
+    ThrowIfFailed(parent->removeChild(element->GetInterface(), nullptr), function);
+    return S_OK;
+}
