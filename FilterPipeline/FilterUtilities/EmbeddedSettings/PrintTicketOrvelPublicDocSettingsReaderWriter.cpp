@@ -188,14 +188,16 @@ void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
     constexpr char function[] =
         "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml";
     const CComBSTR prefix = m_ticket->GetUserKeywordsNsPrefix();
-    // The new parameter is made before the old one goes: what fails here must not lose the settings.
+    CComPtr<IXMLDOMNode> old;
+    m_ticket->GetParameterInitNodeIfExists(prefix, parameterName, &old);
+    // The new parameter stands before the old one goes: what fails here must not lose the settings.
     CComPtr<IXMLDOMElement> init;
     m_ticket->CreateStringParameterInit(prefix, parameterName, CXString(xml), &init);
-    m_ticket->DeleteParameterInitNodeIfExists(prefix, parameterName);
     IXMLDOMNode* root = m_ticket->GetRootNode();
     CComPtr<IXMLDOMNode> first;
     ThrowIfFailed(root->get_firstChild(&first), function);
     ThrowIfFailed(root->insertBefore(init, CComVariant(static_cast<IUnknown*>(first)), nullptr), function);
+    if (old != nullptr) m_ticket->DeleteNode(old);
 }
 
 CXString This::GetAttributeAsString(XmlDomNode* node, const wchar_t* name) {

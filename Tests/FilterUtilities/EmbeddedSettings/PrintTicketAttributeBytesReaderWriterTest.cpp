@@ -1,0 +1,187 @@
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/VirtualSlots.h"
+
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+
+namespace {
+
+using ReaderWriter = PrintTicketAttributeBytesReaderWriter;
+using Id = AttributeBytesFeatureId;
+using NameSpaceId = AttributeBytesNameSpacesId;
+using Value = AttributeBytesValue;
+
+class Helper : public IAttributeBytesDebugDisplayHelper {
+public:
+    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
+        return std::make_unique<Helper>();
+    }
+};
+const Helper helper;
+
+const NameSpaceId ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
+const NameSpaceId foreign(77);
+const Id lightness(110);
+
+// A store whose name spaces hold one integer each.
+ByteBuffer StoreOf(int lightnessInOurs, int lightnessInForeign) {
+    AttributeBytesNameSpaces nameSpaces;
+    for (const auto& [id, value] :
+         {std::pair(ours, lightnessInOurs), std::pair(foreign, lightnessInForeign)}) {
+        AttributeBytesRawList list;
+        list.AddAttributeBytes(AttributeBytes(lightness, Value::FromInteger(value)));
+        list.AddAttributeBytes(AttributeBytes(Id(500), Value::FromUnknown(14, ByteBuffer(3, 9))));
+        nameSpaces.SetNameSpaceAttributes(id, list);
+    }
+    PersistentAttributes store({}, false, nullptr);
+    store.SetAttributeBytesNameSpaces(nameSpaces);
+    return store.GetPersistentAttributesState();
+}
+
+std::string EmptyTicket() { return Ticket("", Declare("ok", PrivateUri())); }
+
+OpenTicket TicketWith(const ByteBuffer& bytes) {
+    OpenTicket ticket(EmptyTicket());
+    EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(bytes), S_OK);
+    return ticket;
+}
+
+int Lightness(const ReaderWriter& bytes) {
+    return bytes.GetIntegerValueFromAttributeBytes(lightness, nullptr);
+}
+
+void SetLightness(ReaderWriter& bytes, int value) {
+    bytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
+        AttributeBytes(lightness, Value::FromInteger(value)));
+}
+
+int LightnessIn(const PrintTicketXmlDocument& ticket, NameSpaceId nameSpace) {
+    ByteBuffer bytes;
+    EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes), S_OK);
+    const ReaderWriter reader(bytes, helper, false);
+    return reader.GetAttributeBytesIndexedListRef(nameSpace).GetIntegerValue(lightness, nullptr);
+}
+
+} // namespace
+
+TEST(TicketAttributeBytes, VirtualOperationsStandInTheirSlots) {
+    using List = AttributeBytesIndexedList;
+    EXPECT_EQ(SlotOf(static_cast<const List& (ReaderWriter::*)() const>(
+                  &ReaderWriter::GetAttributeBytesIndexedListRef)),
+              2U);
+    EXPECT_EQ(SlotOf(static_cast<List& (ReaderWriter::*)()>(&ReaderWriter::GetAttributeBytesIndexedListRef)),
+              3U);
+    EXPECT_EQ(SlotOf(&ReaderWriter::Dump), 4U);
+    EXPECT_EQ(SlotOf(static_cast<const List& (ReaderWriter::*)(NameSpaceId) const>(
+                  &ReaderWriter::GetAttributeBytesIndexedListRef)),
+              5U);
+    EXPECT_EQ(SlotOf(static_cast<List& (ReaderWriter::*)(NameSpaceId)>(
+                  &ReaderWriter::GetAttributeBytesIndexedListRef)),
+              6U);
+    EXPECT_EQ(SlotOf(&OneMore<ReaderWriter>::Next), 7U);
+}
+
+TEST(TicketAttributeBytes, WithoutBytesTheListIsEmptyAndNeverWritten) {
+    for (const std::string& text :
+         {EmptyTicket(),
+          Ticket("<psf:ParameterInit name='ok:JobOrvelCompleteDocSettings'><psf:Value>no Base64!</psf:Value>"
+                 "</psf:ParameterInit>",
+                 Declare("ok", PrivateUri()))}) {
+        OpenTicket ticket(text);
+        const std::string before = XmlOf(ticket);
+        ReaderWriter bytes(&ticket, helper, false);
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+        EXPECT_TRUE(bytes.IsAttributeBytesListEmpty());
+        SetLightness(bytes, 5);
+        EXPECT_EQ(Lightness(bytes), 5);
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+        EXPECT_EQ(XmlOf(ticket), before);
+    }
+}
+
+TEST(TicketAttributeBytes, ACommitWritesTheListAndLosesNothing) {
+    OpenTicket ticket = TicketWith(StoreOf(5, 6));
+    ReaderWriter bytes(&ticket, helper, true);
+    EXPECT_EQ(Lightness(bytes), 5);
+    SetLightness(bytes, 50);
+    EXPECT_EQ(LightnessIn(ticket, ours), 5) << "not yet committed";
+    ASSERT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+
+    OpenTicket fresh(XmlOf(ticket));
+    EXPECT_EQ(LightnessIn(fresh, ours), 50);
+    EXPECT_EQ(LightnessIn(fresh, foreign), 6);
+    ReaderWriter reread(&fresh, helper, true);
+    const AttributeBytes* const unknown =
+        reread.GetAttributeBytesIndexedListRef().GetAttributeBytesPtr(Id(500));
+    ASSERT_NE(unknown, nullptr);
+    EXPECT_EQ(unknown->GetAttributeBytesValue().GetUnknown()->size(), 3U);
+
+    // The object still has the bytes as they came in.
+    bytes.ClearCachedIndexedList();
+    EXPECT_EQ(Lightness(bytes), 5);
+}
+
+TEST(TicketAttributeBytes, ClearingLosesWhatWasNotCommitted) {
+    OpenTicket ticket = TicketWith(StoreOf(5, 6));
+    ReaderWriter bytes(&ticket, helper, false);
+    SetLightness(bytes, 50);
+    bytes.ClearCachedIndexedList();
+    EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+    EXPECT_EQ(LightnessIn(ticket, ours), 5);
+    EXPECT_EQ(Lightness(bytes), 5);
+}
+
+TEST(TicketAttributeBytes, TheNameSpaceAskedForFirstStaysInForce) {
+    OpenTicket ticket = TicketWith(StoreOf(5, 6));
+    ReaderWriter bytes(&ticket, helper, false);
+    EXPECT_EQ(bytes.GetAttributeBytesIndexedListRef(foreign).GetIntegerValue(lightness, nullptr), 6);
+    EXPECT_EQ(Lightness(bytes), 6);
+    bytes.ClearCachedIndexedList();
+    EXPECT_EQ(Lightness(bytes), 5);
+    EXPECT_EQ(bytes.GetAttributeBytesIndexedListRef(foreign).GetIntegerValue(lightness, nullptr), 5);
+}
+
+TEST(TicketAttributeBytes, GivenBytesGoBeforeThoseOfTheTicket) {
+    OpenTicket ticket = TicketWith(StoreOf(5, 6));
+    ReaderWriter bytes(&ticket, helper, false);
+    EXPECT_EQ(Lightness(bytes), 5);
+    ByteBuffer others = StoreOf(15, 16);
+    bytes.SetOrvelCompleteDocSettings(others);
+    EXPECT_EQ(Lightness(bytes), 15);
+    ASSERT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+    EXPECT_EQ(LightnessIn(ticket, foreign), 16);
+
+    ReaderWriter withoutTicket(others, helper, false);
+    EXPECT_LT(withoutTicket.CommitChangesToPrintTicket(), 0) << "before the first question";
+    EXPECT_EQ(Lightness(withoutTicket), 15);
+    EXPECT_LT(withoutTicket.CommitChangesToPrintTicket(), 0);
+    EXPECT_TRUE(ReaderWriter({}, helper, false).IsAttributeBytesListEmpty());
+    EXPECT_TRUE(ReaderWriter(helper).IsAttributeBytesListEmpty());
+}
+
+TEST(TicketAttributeBytes, DamagedBytesFailAtEveryQuestionAndStay) {
+    const ByteBuffer whole = StoreOf(5, 6);
+    for (std::size_t length = 1; length < whole.size(); ++length) {
+        const ByteBuffer cut(whole.data(), length);
+        EXPECT_THROW(ReaderWriter(cut, helper, false), CPExceptionInvalidArgument) << length;
+        OpenTicket ticket = TicketWith(cut);
+        const std::string before = XmlOf(ticket);
+        ReaderWriter bytes(&ticket, helper, false);
+        for (int time = 0; time < 2; ++time)
+            EXPECT_THROW(static_cast<void>(bytes.GetAttributeBytesIndexedListRef()),
+                         CPExceptionInvalidArgument)
+                << length;
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+        EXPECT_EQ(XmlOf(ticket), before);
+    }
+}
+
+TEST(TicketAttributeBytes, AStoreTooLongForATicketIsRefused) {
+    OpenTicket ticket = TicketWith(StoreOf(5, 6));
+    ReaderWriter bytes(&ticket, helper, false);
+    bytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
+        AttributeBytes(Id(68), Value::FromString(CXString(std::wstring(2000, L'n')))));
+    EXPECT_EQ(bytes.CommitChangesToPrintTicket(), E_FAIL);
+}

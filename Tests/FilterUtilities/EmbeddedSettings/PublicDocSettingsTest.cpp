@@ -1,0 +1,419 @@
+#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
+
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/VirtualSlots.h"
+
+#include <Com/FaultInjection.h>
+
+namespace {
+
+using Settings = PrintTicketOrvelPublicDocSettingsReaderWriter;
+
+constexpr char root[] = "<OrvelPublicDocSettings>";
+constexpr char rootEnd[] = "</OrvelPublicDocSettings>";
+
+std::string EscapeXml(const std::string& text) {
+    std::string escaped;
+    for (const char c : text)
+        escaped += c == '<' ? "&lt;" : c == '&' ? "&amp;" : c == '>' ? "&gt;" : std::string(1, c);
+    return escaped;
+}
+
+std::string TicketWith(const std::string& settings) {
+    return Ticket(
+        "<psf:Feature name='psk:PageMediaSize'/><psf:ParameterInit name='ok:JobOrvelPublicDocSettings'>"
+        "<psf:Value xsi:type='xsd:string'>" +
+            EscapeXml(settings) + "</psf:Value></psf:ParameterInit>",
+        Declare("ok", PrivateUri()));
+}
+
+std::string TicketWithout() {
+    return Ticket("<psf:Feature name='psk:PageMediaSize'/>", Declare("ok", PrivateUri()));
+}
+
+// The settings' text as an outside reader sees it in the ticket.
+std::string Embedded(const PrintSchemaXmlDocument& ticket) {
+    xmlResetLastError(); // of what a test gave to the platform to refuse
+    return OutsideView(ticket,
+                       "/psf:PrintTicket/psf:ParameterInit[@name='ok:JobOrvelPublicDocSettings']/psf:Value");
+}
+
+// What one element of the committed settings is, by an expression.
+std::string InSettings(const PrintSchemaXmlDocument& ticket, const std::string& xpath) {
+    const std::string text = Embedded(ticket);
+    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
+        xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, XML_PARSE_NONET),
+        xmlFreeDoc);
+    if (!tree) return "(malformed)";
+    const std::unique_ptr<xmlXPathContext, decltype(&xmlXPathFreeContext)> context(
+        xmlXPathNewContext(tree.get()), xmlXPathFreeContext);
+    const std::unique_ptr<xmlXPathObject, decltype(&xmlXPathFreeObject)> found(
+        xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(("string(" + xpath + ")").c_str()),
+                               context.get()),
+        xmlXPathFreeObject);
+    return found ? reinterpret_cast<const char*>(found->stringval) : "(no such expression)";
+}
+
+struct Answer {
+    LONG code = -1;
+    bool specified = true; // so that it shows what is not cleared
+    CXString value = L"stale";
+
+    friend bool operator==(const Answer& left, const Answer& right) {
+        return left.code == right.code && left.specified == right.specified && left.value == right.value;
+    }
+    friend std::ostream& operator<<(std::ostream& stream, const Answer& answer) {
+        return stream << answer.code << (answer.specified ? " specified '" : " not specified '")
+                      << answer.value << "'";
+    }
+};
+
+Answer Read(Settings& settings, const CXString& name) {
+    Answer answer;
+    answer.code = settings.GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(name, answer.specified,
+                                                                                   answer.value);
+    return answer;
+}
+
+Answer ReadMember(Settings& settings, const CXString& name, unsigned int index, const CXString& member) {
+    Answer answer;
+    answer.code = settings.GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
+        name, index, member, answer.specified, answer.value);
+    return answer;
+}
+
+const Answer nothing{S_FALSE, false, L""};
+
+constexpr char collections[] =
+    "<annotations syntax='1setOf collection'>\n"
+    "  <!-- entries -->\n"
+    "  <annotation><text>first</text><size>12</size></annotation>\n"
+    "  <annotation><text specified='false'>second</text><box><size>  </size></box></annotation>\n"
+    "</annotations>"
+    "<hidden specified='false'><entry><text>never</text></entry></hidden>";
+
+} // namespace
+
+TEST(PublicDocSettings, VirtualOperationsStandInTheirSlots) {
+    EXPECT_EQ(SlotOf(&Settings::Dump), 2U);
+    EXPECT_EQ(SlotOf(&OneMore<Settings>::Next), 3U);
+}
+
+TEST(PublicDocSettings, TheFirstQuestionGivesTheTicketAnEmptyDocument) {
+    for (const std::string& text : {TicketWithout(), TicketWith("  ")}) {
+        OpenTicket ticket(text);
+        Settings settings(&ticket);
+        EXPECT_FALSE(settings.HasOrvelPublicDocSettings());
+        EXPECT_EQ(settings.CommitChangesToPrintTicket(), S_FALSE) << "nothing was read";
+        EXPECT_EQ(XmlOf(ticket).find("cpss-version"), std::string::npos);
+        EXPECT_EQ(Read(settings, L"sides"), nothing);
+        EXPECT_TRUE(settings.HasOrvelPublicDocSettings());
+        EXPECT_EQ(Embedded(ticket),
+                  "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                  "<OrvelPublicDocSettings cpss-version=\"2.07\" version=\"2.0\" xml:lang=\"en-US\""
+                  " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\"> </OrvelPublicDocSettings>");
+        EXPECT_EQ(OutsideView(ticket, "name(/psf:PrintTicket/*[1])"), "psf:ParameterInit");
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), "1");
+    }
+}
+
+TEST(PublicDocSettings, ReadsTextAndWhetherItIsSpecified) {
+    OpenTicket ticket(
+        TicketWith(std::string(root) +
+                   "<sides>one-sided</sides><group><nested>deep</nested><sides>other</sides></group>"
+                   "<a specified='false'>x</a><b specified='False'>x</b><c specified='true'>x</c>"
+                   "<d specified=''>x</d><e/><k xml:space='preserve'> \xC3\xA9 &amp; \xF0\x9F\x98\x80 </k>" +
+                   rootEnd));
+    Settings settings(&ticket);
+    const struct {
+        const wchar_t* name;
+        Answer expected;
+        bool isAtJobLevel;
+    } rows[] = {
+        {L"sides", {S_OK, true, L"one-sided"}, true},
+        {L"nested", {S_OK, true, L"deep"}, false},
+        {L"a", {S_OK, false, L"x"}, true},
+        {L"b", {S_OK, true, L"x"}, true},
+        {L"c", {S_OK, true, L"x"}, true},
+        {L"d", {S_OK, true, L"x"}, true},
+        {L"e", {S_OK, true, L""}, true},
+        {L"k", {S_OK, true, CXString(" \xC3\xA9 & \xF0\x9F\x98\x80 ")}, true},
+        {L"Sides", nothing, false},
+        {L"", nothing, false},
+        {L"OrvelPublicDocSettings", nothing, false}, // the root is no setting
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(Narrow(row.name));
+        const bool isThere = row.expected.code == S_OK;
+        EXPECT_EQ(Read(settings, row.name), row.expected);
+        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresent(row.name), isThere);
+        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(row.name), row.isAtJobLevel);
+        Answer atJobLevel;
+        atJobLevel.code = settings.GetCurrentValueAsStringForJobLevelOrvelPublicDocSettingsFeature(
+            row.name, atJobLevel.specified, atJobLevel.value);
+        EXPECT_EQ(atJobLevel, row.isAtJobLevel ? row.expected : nothing);
+    }
+}
+
+TEST(PublicDocSettings, ReadsIntegersOrTheDefault) {
+    OpenTicket ticket(TicketWith(std::string(root) +
+                                 "<n>-42</n><blank> \t</blank><off specified='false'>7</off><t>12 pt</t>"
+                                 "<w>word</w>" +
+                                 collections + rootEnd));
+    Settings settings(&ticket);
+    const struct {
+        const wchar_t* name;
+        LONG code;
+        int value;
+    } rows[] = {{L"n", S_OK, -42}, {L"blank", S_FALSE, 99}, {L"off", S_FALSE, 99},
+                {L"t", S_OK, 12},  {L"w", S_OK, 0},         {L"missing", S_FALSE, 99}};
+    for (const auto& row : rows) {
+        bool specified = false;
+        int value = 0;
+        EXPECT_EQ(
+            settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(row.name, specified, value, 99),
+            row.code)
+            << Narrow(row.name);
+        EXPECT_EQ(value, row.value) << Narrow(row.name);
+    }
+    const struct {
+        const wchar_t* name;
+        unsigned int index;
+        LONG code;
+        int value;
+    } members[] = {
+        {L"annotations", 0, S_OK, 12}, {L"annotations", 1, S_FALSE, 99}, {L"hidden", 0, E_INVALIDARG, 99}};
+    for (const auto& row : members) {
+        bool specified = false;
+        int value = 0;
+        EXPECT_EQ(settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(row.name, row.index, L"size",
+                                                                                specified, value, 99),
+                  row.code);
+        EXPECT_EQ(value, row.value);
+    }
+}
+
+TEST(PublicDocSettings, ReadsMembersOfEntriesByPosition) {
+    OpenTicket ticket(TicketWith(root + std::string(collections) + rootEnd));
+    Settings settings(&ticket);
+    bool specified = false;
+    unsigned int count = 99;
+    EXPECT_EQ(settings.GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"annotations", specified, count),
+              S_OK);
+    EXPECT_TRUE(specified);
+    EXPECT_EQ(count, 2U) << "neither blanks nor comments are entries";
+    EXPECT_EQ(settings.GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"missing", specified, count),
+              S_FALSE);
+    EXPECT_FALSE(specified);
+    EXPECT_EQ(count, 0U);
+
+    EXPECT_EQ(ReadMember(settings, L"annotations", 0, L"text"), (Answer{S_OK, true, L"first"}));
+    EXPECT_EQ(ReadMember(settings, L"annotations", 1, L"text"), nothing) << "not specified";
+    EXPECT_EQ(ReadMember(settings, L"annotations", 0, L"box"), nothing) << "that of the next entry";
+    EXPECT_EQ(ReadMember(settings, L"annotations", 2, L"text"), nothing);
+    EXPECT_EQ(ReadMember(settings, L"annotations", 0xFFFFFFFFU, L"text"), nothing);
+    EXPECT_EQ(ReadMember(settings, L"missing", 0, L"text"), nothing);
+    EXPECT_EQ(ReadMember(settings, L"hidden", 0, L"text"), (Answer{E_INVALIDARG, false, L""}));
+}
+
+TEST(PublicDocSettings, WhatIsWrittenReadsBackThroughAFreshTicket) {
+    OpenTicket ticket(TicketWith(std::string(root) +
+                                 "<group><old syntax='keyword' specified='false'>x</old></group>"
+                                 "<kept specified='true'>y</kept>" +
+                                 collections + "<other vendor='1'>stays</other>" + rootEnd));
+    Settings settings(&ticket);
+    const auto set = [&](const wchar_t* name, const wchar_t* syntax, bool specified, const CXString& value) {
+        EXPECT_EQ(
+            settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(name, syntax, specified, value),
+            S_OK);
+    };
+    set(L"old", L"text", true, L"new <&> text");
+    set(L"kept", L"", false, L"z");
+    set(L"title", L"text", false, L"  blanks  ");
+    set(L"who", L"name", true, CXString("\xF0\x9F\x98\x80"));
+    set(L"word", L"keyword", true, L"a");
+    set(L"word", L"text", false, L"b");
+    set(L"word", L"text", false, L"c");
+    set(L"bare", L"", true, L"d");
+    EXPECT_EQ(settings.SetCurrentValueAsIntForOrvelPublicDocSettingsFeature(L"number", L"integer", true, -5),
+              S_OK);
+    // Members: an existing one, a new one, and those that have no place.
+    EXPECT_EQ(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"annotations", 1, L"text",
+                                                                               L"name", true, L"2nd"),
+              S_OK);
+    EXPECT_EQ(settings.SetCurrentValueAsInitForOrvelPublicDocSettingsFeature(L"annotations", 0, L"angle",
+                                                                             L"integer", false, 90),
+              S_OK);
+    EXPECT_EQ(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"annotations", 2, L"text",
+                                                                               L"name", true, L"3rd"),
+              S_OK);
+    EXPECT_EQ(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"nowhere", 0, L"text",
+                                                                               L"name", true, L"x"),
+              S_OK);
+    EXPECT_EQ(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"hidden", 0, L"text", L"",
+                                                                               true, L"x"),
+              E_INVALIDARG);
+    EXPECT_EQ(Embedded(ticket).find("title"), std::string::npos) << "not yet committed";
+    ASSERT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
+
+    OpenTicket fresh(XmlOf(ticket));
+    Settings reread(&fresh);
+    EXPECT_EQ(Read(reread, L"old"), (Answer{S_OK, true, L"new <&> text"}));
+    EXPECT_EQ(Read(reread, L"title"), (Answer{S_OK, false, L"  blanks  "}));
+    EXPECT_EQ(Read(reread, L"who"), (Answer{S_OK, true, CXString("\xF0\x9F\x98\x80")}));
+    EXPECT_EQ(Read(reread, L"word"), (Answer{S_OK, false, L"c"}));
+    EXPECT_EQ(ReadMember(reread, L"annotations", 1, L"text"), (Answer{S_OK, true, L"2nd"}));
+
+    const struct {
+        const char* xpath;
+        const char* expected;
+    } rows[] = {
+        {"//group/old/@syntax", "keyword"}, // that of an element that exists stays
+        {"count(//old/@specified)", "0"},
+        {"//kept/@specified", "true"}, // so it still counts as specified
+        {"//other/@vendor", "1"},
+        {"concat(name(//title/@*[1]), ' ', name(//title/@*[2]), ' ', name(//title/@*[3]))",
+         "syntax xml:space specified"},
+        {"//title/@xml:space", "preserve"},
+        {"//who/@xml:space", "preserve"},
+        {"count(//word)", "1"},
+        {"count(//word/@xml:space)", "0"},
+        {"//word/@syntax", "keyword"},
+        {"count(//bare/@*)", "0"},
+        {"/*/number[@syntax='integer']", "-5"},
+        {"//annotation[2]/text/@syntax", "name"},
+        {"count(//annotation[2]/text/@specified)", "0"},
+        {"//annotation[1]/angle[@specified='false']", "90"},
+        {"count(//annotation)", "2"},
+        {"count(//nowhere)", "0"},
+        {"//hidden/entry/text", "never"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(InSettings(ticket, row.xpath), row.expected) << row.xpath;
+}
+
+TEST(PublicDocSettings, DeletesAndReplacesElements) {
+    OpenTicket ticket(TicketWith(std::string(root) + "<a/><g><a>1</a></g><b>2</b>" + rootEnd));
+    Settings settings(&ticket);
+    EXPECT_EQ(settings.DeleteOrvelPublicDocSettingsFeature(L"a"), S_OK);
+    EXPECT_EQ(Read(settings, L"a"), (Answer{S_OK, true, L"1"})) << "the next one of that name";
+    EXPECT_EQ(settings.DeleteOrvelPublicDocSettingsFeature(L"a"), S_OK);
+    EXPECT_EQ(settings.DeleteOrvelPublicDocSettingsFeature(L"a"), S_FALSE);
+
+    MicrosoftXmlParser source(L"source", false);
+    source.parse(CPString("<b syntax='collection'><c>3</c></b>"));
+    const XmlDomNode::Pointer node = source.getDocument().GetDocumentElement();
+    EXPECT_EQ(settings.SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(L"b", node.get()), S_OK);
+    EXPECT_EQ(settings.SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(L"b", nullptr),
+              E_INVALIDARG);
+    ASSERT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
+    EXPECT_EQ(InSettings(ticket, "concat(count(//b), //b/@syntax, /*/b/c, count(//g/*))"), "1collection30");
+}
+
+TEST(PublicDocSettings, CommitsNoMoreThanItsLimit) {
+    OpenTicket ticket(TicketWithout());
+    Settings settings(&ticket);
+    const auto fill = [&](std::size_t length) {
+        settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
+            L"filler", L"", true, CXString(std::wstring(length, L'x')));
+    };
+    fill(1);
+    ASSERT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
+    const std::size_t rest = Settings::maxCommittedBytes - Embedded(ticket).size();
+    fill(1 + rest);
+    EXPECT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
+    EXPECT_EQ(Embedded(ticket).size(), 10240U);
+    const std::string before = XmlOf(ticket);
+    fill(2 + rest);
+    EXPECT_EQ(settings.CommitChangesToPrintTicket(), E_FAIL);
+    EXPECT_EQ(XmlOf(ticket), before);
+    // The limit is one of bytes, not of characters.
+    settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
+        L"filler", L"", true, std::wstring(rest / 2 + 8, L'\u00E9').c_str());
+    EXPECT_EQ(settings.CommitChangesToPrintTicket(), E_FAIL);
+    EXPECT_EQ(XmlOf(ticket), before);
+}
+
+TEST(PublicDocSettings, SettingsThatAreNotWellFormedCountAsMissingAndStay) {
+    std::string deep;
+    for (int i = 0; i < 20'000; ++i)
+        deep += "<a>";
+    for (int i = 0; i < 20'000; ++i)
+        deep += "</a>";
+    for (const std::string& text :
+         {std::string("not XML"), std::string("<a><b></a>"), std::string("<?xml version='1.0'?>"), deep,
+          std::string("<!DOCTYPE a [<!ENTITY e 'x'>]><a>&e;</a>"), std::string("<x:a/>")}) {
+        SCOPED_TRACE(text.substr(0, 40));
+        OpenTicket ticket(TicketWith(text));
+        const std::string before = XmlOf(ticket);
+        Settings settings(&ticket);
+        EXPECT_TRUE(settings.HasOrvelPublicDocSettings());
+        for (int time = 0; time < 2; ++time)
+            EXPECT_EQ(Read(settings, L"a"), nothing);
+        EXPECT_FALSE(settings.IsOrvelPublicDocSettingsFeaturePresent(L"a"));
+        EXPECT_EQ(ReadMember(settings, L"a", 0, L"b"), nothing);
+        EXPECT_EQ(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"a", L"", true, L"x"),
+                  S_FALSE);
+        EXPECT_EQ(
+            settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"a", 0, L"b", L"", true, L"x"),
+            S_FALSE);
+        EXPECT_EQ(settings.DeleteOrvelPublicDocSettingsFeature(L"a"), S_FALSE);
+        EXPECT_EQ(settings.CommitChangesToPrintTicket(), S_FALSE);
+        EXPECT_EQ(XmlOf(ticket), before);
+    }
+}
+
+TEST(PublicDocSettings, LargeAndForeignDocumentsAreReadAndNeverCut) {
+    // Another root is no reason to refuse a document.
+    OpenTicket foreign(TicketWith("<html><body><sides>one-sided</sides></body></html>"));
+    Settings inForeign(&foreign);
+    EXPECT_EQ(Read(inForeign, L"sides"), (Answer{S_OK, true, L"one-sided"}));
+
+    std::string large = root;
+    while (large.size() < 10'000'000)
+        large += "<filler>" + std::string(1000, 'x') + "</filler>";
+    OpenTicket ticket(TicketWith(large + "<sides>one-sided</sides>" + rootEnd));
+    Settings settings(&ticket);
+    EXPECT_EQ(Read(settings, L"sides"), (Answer{S_OK, true, L"one-sided"}));
+    EXPECT_EQ(settings.CommitChangesToPrintTicket(), E_FAIL);
+    EXPECT_GT(Embedded(ticket).size(), 10'000'000U);
+}
+
+TEST(PublicDocSettings, NamesThatAreNoneAreRefusedWithoutHarm) {
+    OpenTicket ticket(TicketWith(std::string(root) + "<list><entry/></list>" + rootEnd));
+    Settings settings(&ticket);
+    for (const wchar_t* name : {L"", L"a b", L"1st", L"<x>", L"p:q"}) {
+        EXPECT_LT(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(name, L"text", true, L"x"),
+                  0)
+            << Narrow(name);
+        EXPECT_LT(settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"list", 0, name, L"",
+                                                                                   true, L"x"),
+                  0);
+    }
+    ASSERT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
+    EXPECT_EQ(InSettings(ticket, "count(//*)"), "3");
+}
+
+TEST(PublicDocSettings, AnyFailureOfThePlatformBecomesACodeAndLosesNothing) {
+    for (LONG n = 1;; ++n) {
+        OpenTicket ticket(TicketWith(std::string(root) + "<sides>one-sided</sides>" + rootEnd));
+        Settings settings(&ticket);
+        bool wasHit = false;
+        LONG set = S_OK;
+        LONG committed = S_OK;
+        {
+            const OvPlatform::FaultInjectionScope fault(n);
+            set = settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"title", L"text", false,
+                                                                                   L"t");
+            committed = settings.CommitChangesToPrintTicket();
+            wasHit = OvPlatform::FaultInjection::HasFailed();
+        }
+        if (!wasHit) {
+            EXPECT_GT(n, 10);
+            break;
+        }
+        Settings again(&ticket);
+        EXPECT_EQ(Read(again, L"sides"), (Answer{S_OK, true, L"one-sided"}))
+            << "fault " << n << " " << set << " " << committed;
+    }
+}
