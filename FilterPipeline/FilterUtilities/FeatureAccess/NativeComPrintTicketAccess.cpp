@@ -1,0 +1,697 @@
+#include "NativeComPrintTicketAccess.h"
+
+#include "PrintTicketFeatureTable.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPComException.h>
+#include <Media/PageMediaSizePtPcHelper.h>
+#include <PrintSchema/Bstr.h>
+#include <PrintSchema/PrintSchemaKeywords.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+using namespace PrintSchemaText;
+
+namespace {
+
+using This = NativeComPrintTicketAccess;
+using Row = PrintTicketFeatureInformation;
+
+constexpr double toNearest = 0.499999;
+
+// Properties of the definition of a text parameter.
+constexpr wchar_t minLength[] = L"MinLength";
+constexpr wchar_t maxLength[] = L"MaxLength";
+
+struct PrefixUri {
+    std::wstring_view prefix;
+    const wchar_t* const* uri;
+};
+// Deliberate: what a prefix stands for does not depend on the document, and some prefixes that documents use
+// are missing.
+constexpr PrefixUri prefixUris[] = {
+    {L"ok:", &PrintSchema::USER_KEYWORDS_URI},     {L"ovl:", &PrintSchema::USER_KEYWORDS_URI},
+    {L"ns0000:", &PrintSchema::USER_KEYWORDS_URI}, {L"xsi:", &PrintSchema::SCHEMA_INST_URI},
+    {L"xsd:", &PrintSchema::SCHEMA_DEF_URI},       {L"psk:", &PrintSchema::KEYWORDS_URI},
+    {L"psk11:", &PrintSchema::KEYWORDSV11_URI},    {L"psf:", &PrintSchema::FRAMEWORK_URI},
+    {L"psk12:", &PrintSchema::KEYWORDSV12_URI},    {L"psf2:", &PrintSchema::FRAMEWORK_URI2},
+};
+
+struct NamespaceUri {
+    This::PrintTicketNamespace ns;
+    const wchar_t* const* uri;
+};
+constexpr NamespaceUri namespaceUris[] = {
+    {This::KeywordsNamespace, &PrintSchema::KEYWORDS_URI},
+    {This::UserKeywordsNamespace, &PrintSchema::USER_KEYWORDS_URI},
+    {This::XsiNamespace, &PrintSchema::SCHEMA_INST_URI},
+    {This::XsdNamespace, &PrintSchema::SCHEMA_DEF_URI},
+    {This::FrameworkNamespace, &PrintSchema::FRAMEWORK_URI},
+    {This::KeywordsV11Namespace, &PrintSchema::KEYWORDSV11_URI},
+};
+
+struct ConstraintName {
+    const wchar_t* const* name;
+    This::PrintSchemaConstrainedSettingNativeEnum constrained;
+};
+constexpr ConstraintName constraintNames[] = {
+    {&PrintSchema::constrained::None, This::ConstrainedNone},
+    {&PrintSchema::constrained::PrintTicketSettings, This::ConstrainedPrintTicketSettings},
+    {&PrintSchema::constrained::AdminSettings, This::ConstrainedAdminSettings},
+    {&PrintSchema::constrained::DeviceSettings, This::ConstrainedDeviceSettings},
+};
+
+// Features whose option always has a public name.
+constexpr const wchar_t* const* publicOptionFeatures[] = {
+    &PrintSchema::PageResolution::FEATURE,
+    &PrintSchema::PageOutputColor::FEATURE,
+    &PrintSchema::JobDuplexAllDocumentsContiguously::FEATURE,
+};
+
+/// A failure of a document leaves what the operation has reached so far, and nobody hears of it.
+template <typename Operation>
+void WithoutFailures(Operation&& operation) {
+    try {
+        operation();
+    } catch (const CPComException& failure) {
+        static_cast<void>(failure.GetHresult());
+    }
+}
+
+CXString ToCXString(const CComBSTR& text) { return CXString(text.m_str, static_cast<int>(text.Length())); }
+
+CPString ToUtf8(const CComBSTR& text) {
+    return CPString(CPStringUtils::narrowToStdString(text.m_str, text.Length()));
+}
+
+CComBSTR TextOf(const PrintTicketQueryBuilder& query) {
+    CComBSTR text;
+    query.GetQuery(&text);
+    return text;
+}
+
+CComPtr<IXMLDOMNode> FirstChild(IXMLDOMNode* node, const char* function) {
+    CComPtr<IXMLDOMNode> child;
+    ThrowIfFailed(node->get_firstChild(&child), function);
+    return child;
+}
+
+CComPtr<IXMLDOMNode> NextSibling(IXMLDOMNode* node, const char* function) {
+    CComPtr<IXMLDOMNode> sibling;
+    ThrowIfFailed(node->get_nextSibling(&sibling), function);
+    return sibling;
+}
+
+/// Also of nodes that have no name.
+CXString BaseName(IXMLDOMNode* node, const char* function) {
+    CComBSTR name;
+    ThrowIfFailed(node->get_baseName(&name), function);
+    return ToCXString(name);
+}
+
+CComPtr<IXMLDOMNode> FindChild(IXMLDOMNode* parent, const wchar_t* baseName, const char* function) {
+    for (auto child = FirstChild(parent, function); child; child = NextSibling(child, function))
+        if (BaseName(child, function) == baseName) return child;
+    return nullptr;
+}
+
+Dimension Microns(const Number& value) {
+    Dimension dimension;
+    dimension.SetValue(value, Dimension::Micron);
+    return dimension;
+}
+
+int WholeMicrons(const Dimension& dimension) {
+    return dimension.GetValue(Dimension::Micron).GetIntValue(toNearest);
+}
+
+} // namespace
+
+// ---- Construction
+
+This::NativeComPrintTicketAccess(PrintTicketXmlDocument& ticket, PrintCapabilitiesXmlDocument& capabilities)
+    : m_ticket(&ticket), m_capabilities(&capabilities) {
+    Initialization();
+}
+
+This::NativeComPrintTicketAccess(const CXString& ticketXml, const CXString& capabilitiesXml)
+    : m_ownedTicket(std::make_unique<PrintTicketXmlDocument>(ticketXml)),
+      m_ownedCapabilities(std::make_unique<PrintCapabilitiesXmlDocument>(capabilitiesXml)),
+      m_ticket(m_ownedTicket.get()), m_capabilities(m_ownedCapabilities.get()) {
+    Initialization();
+}
+
+This::~NativeComPrintTicketAccess() = default;
+
+void This::Initialization() {
+    for (const PrintTicketFeatureTable::Row& row : PrintTicketFeatureTable::rows)
+        m_features.push_back({row.name, row.element, row.ns, row.check});
+    m_isInCapabilities.resize(m_features.size());
+    m_ticketPrefixes = ReadPrefixes(*m_ticket);
+    m_capabilitiesPrefixes = ReadPrefixes(*m_capabilities);
+}
+
+This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
+    const std::pair<PrintTicketNamespace, CComBSTR> known[] = {
+        {KeywordsNamespace, document.GetKeywordsNsPrefix()},
+        {UserKeywordsNamespace, document.GetUserKeywordsNsPrefix()},
+        {XsiNamespace, Make(L"xsi:", "NativeComPrintTicketAccess::Initialization")},
+        {XsdNamespace, Make(L"xsd:", "NativeComPrintTicketAccess::Initialization")},
+        {FrameworkNamespace, document.GetFrameworkNsPrefix()},
+        {KeywordsV11Namespace, document.GetKeywordsV11NsPrefix()},
+    };
+    Prefixes prefixes;
+    for (const auto& [ns, prefix] : known) {
+        // An empty prefix would fit every name.
+        if (prefix.Length() == 0) continue;
+        prefixes.prefixes.emplace(ns, prefix);
+        prefixes.namespaces.emplace(ToCXString(prefix), ns);
+    }
+    return prefixes;
+}
+
+const PrintSchemaXmlDocument& This::Document(bool ofCapabilities) const {
+    if (ofCapabilities) return *m_capabilities;
+    return *m_ticket;
+}
+
+// ---- Names and prefixes
+
+CXString This::GetNamespaceURIFromPrefixWithColon(const CXString& prefix) {
+    const auto* const found = std::find_if(std::begin(prefixUris), std::end(prefixUris),
+                                           [&](const PrefixUri& row) { return row.prefix == prefix.View(); });
+    return found == std::end(prefixUris) ? CXString() : CXString(*found->uri);
+}
+
+CXString This::GetValueWithoutNamespace(const CXString& value, bool ofCapabilities, PrintTicketNamespace& ns,
+                                        CXString& uri) const {
+    for (const auto& [prefix, prefixNamespace] : PrefixesOf(ofCapabilities).namespaces) {
+        if (!value.View().starts_with(prefix.View())) continue;
+        ns = prefixNamespace;
+        uri = GetNamespaceURIFromPrefixWithColon(prefix);
+        return value.Mid(prefix.GetLength());
+    }
+    ns = NoNamespace;
+    return value;
+}
+
+CComBSTR This::GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const {
+    const auto& prefixes = PrefixesOf(forCapabilities).prefixes;
+    const auto found = prefixes.find(ns);
+    return found == prefixes.end()
+               ? CComBSTR()
+               : Make(View(found->second), "NativeComPrintTicketAccess::GetNamespaceComString");
+}
+
+This::PrintTicketNamespace This::GetNamespaceEnum(const CXString& uriOrPrefix) const {
+    const auto found = m_ticketPrefixes.namespaces.find(uriOrPrefix);
+    if (found != m_ticketPrefixes.namespaces.end()) return found->second;
+    const auto* const row = std::find_if(std::begin(namespaceUris), std::end(namespaceUris),
+                                         [&](const NamespaceUri& each) { return uriOrPrefix == *each.uri; });
+    return row == std::end(namespaceUris) ? NoNamespace : row->ns;
+}
+
+CXString This::TryToGetNameAttributeFromNode(IXMLDOMNode* node, bool ofCapabilities, PrintTicketNamespace& ns,
+                                             CXString& uri) const {
+    CComBSTR name;
+    ns = NoNamespace;
+    if (Document(ofCapabilities).GetAttributeValue(node, PrintSchema::NAME_ATTRIBUTE_NAME, &name) != S_OK)
+        return {};
+    return GetValueWithoutNamespace(ToCXString(name), ofCapabilities, ns, uri);
+}
+
+This::PrintSchemaConstrainedSettingNativeEnum
+This::TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const {
+    CComBSTR text;
+    if (m_capabilities->GetAttributeValue(node, PrintSchema::CONSTRAINED_ATTRIBUTE_NAME, &text) != S_OK)
+        return ConstrainedNone;
+    PrintTicketNamespace ns = NoNamespace;
+    CXString uri;
+    const CXString name = GetValueWithoutNamespace(ToCXString(text), true, ns, uri);
+    const auto* const found =
+        std::find_if(std::begin(constraintNames), std::end(constraintNames),
+                     [&](const ConstraintName& row) { return name.CompareNoCase(*row.name) == 0; });
+    return found == std::end(constraintNames) ? ConstrainedNone : found->constrained;
+}
+
+CXString This::GetNodeValue(IXMLDOMNode* node) {
+    constexpr char function[] = "NativeComPrintTicketAccess::GetNodeValue";
+    if (node == nullptr) return {};
+    CComVariant value;
+    ThrowIfFailed(node->get_nodeTypedValue(&value), function);
+    if (value.vt != VT_BSTR) {
+        if (value.vt == VT_NULL || value.vt == VT_EMPTY) return {};
+        ThrowIfFailed(value.ChangeType(VT_BSTR), function);
+    }
+    return CXString(value.bstrVal, static_cast<int>(SysStringLen(value.bstrVal)));
+}
+
+// ---- Finding a feature
+
+const PrintTicketFeatureInformation* This::GetFeatureInformation(const CXString& feature) const {
+    const auto found = std::find_if(m_features.begin(), m_features.end(),
+                                    [&](const Row& row) { return row.name == feature; });
+    return found == m_features.end() ? nullptr : &*found;
+}
+
+PrintTicketQueryBuilder This::GetPrintTicketQueryForFeature(const CXString& feature,
+                                                            bool forCapabilities) const {
+    PrintTicketQueryBuilder query(GetNamespaceComString(FrameworkNamespace, forCapabilities));
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return query;
+    const CComBSTR prefix = GetNamespaceComString(row->ns, forCapabilities);
+    if (prefix.Length() == 0) return query;
+    if (row->element == Row::Feature) query.AddFeature(prefix, feature);
+    if (row->element == Row::Parameter) query.AddParameterDef(prefix, feature);
+    return query;
+}
+
+CComPtr<IXMLDOMNode> This::FindFeature(const CXString& feature, bool inCapabilities) const {
+    CComPtr<IXMLDOMNode> node;
+    const CComBSTR query = TextOf(GetPrintTicketQueryForFeature(feature, inCapabilities));
+    if (query.Length() != 0) Document(inCapabilities).GetNode(query, &node);
+    return node;
+}
+
+// ---- The capabilities
+
+bool This::IsSupportedPrintTicketFeature(const CXString& feature) const {
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return false;
+    bool isSupported = false;
+    WithoutFailures([&] {
+        // The passcode must stand in the ticket, too: that answer changes with the ticket.
+        if (row->name == PrintSchema::JobPasscode::FEATURE && !FindFeature(feature, false)) return;
+        std::optional<bool>& known = m_isInCapabilities[static_cast<std::size_t>(row - m_features.data())];
+        if (!known) known = IsInCapabilities(*row);
+        isSupported = *known;
+    });
+    return isSupported;
+}
+
+bool This::IsInCapabilities(const PrintTicketFeatureInformation& row) const {
+    if (row.check == Row::SecurePrintDefinition) return IsSecurePrintSupported();
+    if (row.check == Row::Range && row.name == PrintSchema::JobCopiesAllDocuments::PARAMETERNAME)
+        return GetJobCopiesMaximumValue() >= 1;
+    // A ticket that cannot spell the feature cannot ask for it.
+    if (row.ns == KeywordsV11Namespace && GetNamespaceComString(row.ns, false).Length() == 0) return false;
+    if (!FindFeature(row.name, true)) return false;
+    return !(row.name == PrintSchema::JobPasscode::FEATURE) || IsPasscodeSelectable();
+}
+
+bool This::IsPasscodeSelectable() const {
+    const std::vector<CapabilitiesOption> options =
+        ReadCapabilitiesOptions(PrintSchema::JobPasscode::FEATURE, false);
+    return std::none_of(options.begin(), options.end(), [](const CapabilitiesOption& option) {
+        return option.name == PrintSchema::JobPasscode::On && option.constrained == ConstrainedDeviceSettings;
+    });
+}
+
+bool This::IsSecurePrintSupported() const {
+    const CComPtr<IXMLDOMNode> node = FindFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, true);
+    if (!node) return false;
+    VARIANT_BOOL hasChildren = VARIANT_FALSE;
+    ThrowIfFailed(node->hasChildNodes(&hasChildren), "NativeComPrintTicketAccess::IsSecurePrintSupported");
+    return hasChildren == VARIANT_TRUE;
+}
+
+void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
+    out.Empty();
+    WithoutFailures([&] {
+        PrintTicketQueryBuilder query = GetPrintTicketQueryForFeature(feature, true);
+        if (TextOf(query).Length() == 0) return;
+        // Its own name, not that of an option.
+        query.AddChildProperty(GetNamespaceComString(KeywordsNamespace, true),
+                               PrintSchema::DISPLAYNAME_VALUE_NAME);
+        CComBSTR name;
+        m_capabilities->QueryNodeValue(TextOf(query), &name);
+        out = ToCXString(name);
+    });
+}
+
+void This::GetRangeCapability(const CXString& feature, std::pair<int, int>& minMax) const {
+    WithoutFailures([&] {
+        if (feature == PrintSchema::JobCopiesAllDocuments::PARAMETERNAME)
+            minMax = {1, GetJobCopiesMaximumValue()};
+        else if (feature == PrintSchema::JobSimpleSecurePrint::PARAMETERNAME)
+            GetJobSimpleSecurePrintAllowableRange(minMax.first, minMax.second);
+        else if (feature == PrintSchema::JobPasscodeString::PARAMETERNAME)
+            GetJobPasscodeStringAllowableRange(minMax.first, minMax.second);
+    });
+}
+
+int This::GetJobCopiesMaximumValue() const {
+    PrintTicketQueryBuilder query =
+        GetPrintTicketQueryForFeature(PrintSchema::JobCopiesAllDocuments::PARAMETERNAME, true);
+    int maximum = 0;
+    if (TextOf(query).Length() == 0) return maximum;
+    query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), PrintSchema::MAX_VALUE_NAME);
+    m_capabilities->QueryNodeValue(TextOf(query), &maximum);
+    return maximum;
+}
+
+void This::GetJobSimpleSecurePrintAllowableRange(int& min, int& max) const {
+    GetAllowableLengths(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, min, max);
+}
+
+void This::GetJobPasscodeStringAllowableRange(int& min, int& max) const {
+    GetAllowableLengths(PrintSchema::JobPasscodeString::PARAMETERNAME, min, max);
+}
+
+void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) const {
+    const auto read = [&](const wchar_t* property, int& value) {
+        PrintTicketQueryBuilder query = GetPrintTicketQueryForFeature(parameter, true);
+        if (TextOf(query).Length() == 0) return false;
+        query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), property);
+        return m_capabilities->QueryNodeValue(TextOf(query), &value) == S_OK;
+    };
+    int newMin = 0;
+    int newMax = 0;
+    if (!read(minLength, newMin) || !read(maxLength, newMax)) return;
+    min = newMin;
+    max = newMax;
+}
+
+std::vector<This::CapabilitiesOption> This::ReadCapabilitiesOptions(const CXString& feature,
+                                                                    bool withSizes) const {
+    constexpr char function[] = "NativeComPrintTicketAccess::GetCapabilitiesOptionFeature";
+    std::vector<CapabilitiesOption> options;
+    const CComPtr<IXMLDOMNode> node = FindFeature(feature, true);
+    if (!node) return options;
+    for (auto child = FirstChild(node, function); child; child = NextSibling(child, function))
+        if (BaseName(child, function) == PrintSchema::OPTION_ELEMENT_NAME)
+            options.push_back(ReadCapabilitiesOption(child, withSizes));
+    return options;
+}
+
+This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool withSizes) const {
+    constexpr char function[] = "NativeComPrintTicketAccess::GetCapabilitiesOptionFeature";
+    CapabilitiesOption option;
+    option.name = TryToGetNameAttributeFromNode(node, true, option.ns, option.namespaceUri);
+    option.constrained = TryToGetConstrainedAttributeFromNode(node);
+    const auto isComplete = [&] {
+        return !option.name.IsEmpty() && !option.displayName.IsEmpty() &&
+               !(withSizes && (option.width.IsEmpty() || option.height.IsEmpty()));
+    };
+    for (auto child = FirstChild(node, function); child && !isComplete();
+         child = NextSibling(child, function)) {
+        const CXString element = BaseName(child, function);
+        const bool isScored = element == PrintSchema::SCORED_PROP_ELEMENT_NAME;
+        if (!isScored && !(element == PrintSchema::PROPERTY_ELEMENT_NAME)) continue;
+        PrintTicketNamespace ns = NoNamespace;
+        CXString uri;
+        const CXString property = TryToGetNameAttributeFromNode(child, true, ns, uri);
+        if (!isScored) {
+            if (property == PrintSchema::DISPLAYNAME_VALUE_NAME) option.displayName = GetNodeValue(child);
+            continue;
+        }
+        const CXString value = GetNodeValue(child);
+        if (option.name.IsEmpty())
+            option.name = GetValueWithoutNamespace(value, true, option.ns, option.namespaceUri);
+        if (property == PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PROP) option.width = value;
+        if (property == PrintSchema::PageMediaSize::MEDIASIZEHEIGHT_PROP) option.height = value;
+    }
+    return option;
+}
+
+void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<OptionCapability>& out) const {
+    out.clear();
+    WithoutFailures([&] {
+        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
+            out.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
+    });
+}
+
+void This::GetCapabilitiesMediaSizeFeature(const CXString& feature,
+                                           std::vector<MediaSizeCapability>& out) const {
+    out.clear();
+    WithoutFailures([&] {
+        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, true)) {
+            // A text that is no number is a size that is missing.
+            out.emplace_back(
+                each.name, each.displayName, each.ns, each.namespaceUri, each.constrained,
+                std::pair(Microns(Number(each.width, false)), Microns(Number(each.height, false))));
+        }
+    });
+}
+
+// ---- The ticket
+
+void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value) const {
+    value.Empty();
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return;
+    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    if (row->name == PrintSchema::JobPasscode::FEATURE &&
+        (prefix.Length() == 0 || GetNamespaceComString(row->ns, true).Length() == 0)) {
+        value = PrintSchema::JobPasscode::Off;
+        return;
+    }
+    if (prefix.Length() == 0) return;
+    WithoutFailures([&] {
+        CComBSTR option;
+        if (m_ticket->GetFeatureOption(prefix, feature, &option, nullptr) != S_OK) return;
+        value = option.Length() != 0 ? ToCXString(option) : ReadValueOfNamelessOption(feature);
+    });
+}
+
+CXString This::ReadValueOfNamelessOption(const CXString& feature) const {
+    constexpr char function[] = "NativeComPrintTicketAccess::GetCurrentValueOptionFeature";
+    const CComPtr<IXMLDOMNode> node = FindFeature(feature, false);
+    if (!node) return {};
+    const CComPtr<IXMLDOMNode> option = FindChild(node, PrintSchema::OPTION_ELEMENT_NAME, function);
+    if (!option) return {};
+    for (auto child = FirstChild(option, function); child; child = NextSibling(child, function)) {
+        if (!(BaseName(child, function) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+        PrintTicketNamespace ns = NoNamespace;
+        CXString uri;
+        CXString value = GetValueWithoutNamespace(GetNodeValue(child), false, ns, uri);
+        if (!value.IsEmpty()) return value;
+    }
+    return {};
+}
+
+void This::GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& option, Dimension& width,
+                                           Dimension& height) const {
+    constexpr char function[] = "NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature";
+    option.Empty();
+    width = height = Microns(0);
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return;
+    HRESULT found = S_FALSE;
+    WithoutFailures([&] {
+        const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+        CComBSTR name;
+        if (prefix.Length() != 0) found = m_ticket->GetFeatureOption(prefix, feature, &name, nullptr);
+        option = ToCXString(name);
+    });
+    if (found != S_OK) return;
+    const auto read = [&](const wchar_t* property) {
+        int size = 0;
+        const HRESULT hr =
+            m_ticket->GetScoredPropertyValue(feature, row->ns == KeywordsNamespace, property, &size);
+        ThrowIfFailed(hr, function);
+        return Microns(size);
+    };
+    const Dimension newWidth = read(PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PROP);
+    height = read(PrintSchema::PageMediaSize::MEDIASIZEHEIGHT_PROP);
+    width = newWidth;
+}
+
+CComPtr<IXMLDOMNode> This::FindParameterValue(const CXString& feature) const {
+    CComPtr<IXMLDOMNode> node;
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return node;
+    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    if (prefix.Length() != 0) m_ticket->GetParameterInitValueNodeIfExists(prefix, feature, &node);
+    return node;
+}
+
+int This::GetCurrentValueIntegerFeature(const CXString& feature) const {
+    int value = 0;
+    WithoutFailures([&] { value = GetNodeValue(FindParameterValue(feature)).GetAsInt(); });
+    return value;
+}
+
+void This::GetCurrentValueStringFeature(const CXString& feature, CXString& value) const {
+    value.Empty();
+    WithoutFailures([&] {
+        const CComPtr<IXMLDOMNode> node = FindParameterValue(feature);
+        if (!node) return;
+        CComBSTR text;
+        ThrowIfFailed(node->get_text(&text), "NativeComPrintTicketAccess::GetCurrentValueStringFeature");
+        value = ToCXString(text);
+    });
+}
+
+void This::GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const {
+    CXString encoded;
+    GetCurrentValueStringFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, encoded);
+    password = encoded.Base64DecodeAsUnicodeString();
+}
+
+void This::GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const {
+    GetCurrentValueStringFeature(PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text);
+}
+
+void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
+    CXString text;
+    GetCurrentValueStringFeature(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, text);
+    xml = CPString(text);
+}
+
+// ---- Editing. What is new is made before the old goes: a failure must lose as little as it can.
+
+void This::ReplaceStringParameter(const CXString& feature, const CXString& value) {
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return;
+    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    if (prefix.Length() == 0) return;
+    WithoutFailures([&] {
+        CComPtr<IXMLDOMElement> init;
+        m_ticket->CreateStringParameterInit(prefix, feature, value, &init);
+        m_ticket->DeleteParameterInitNodeIfExists(prefix, feature);
+        m_ticket->AppendChildToRootNode(init);
+    });
+}
+
+void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
+    ReplaceStringParameter(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, CXString(xml));
+}
+
+void This::SetCurrentValueBase64EncodedCompleteDocSettings(const CXString& text) {
+    ReplaceStringParameter(PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text);
+}
+
+void This::SetCurrentValueStringFeature(const CXString& feature, const CXString& value) {
+    ReplaceStringParameter(feature, value);
+}
+
+void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr) return;
+    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    if (prefix.Length() == 0) return;
+    WithoutFailures([&] {
+        CComPtr<IXMLDOMElement> init;
+        m_ticket->CreateIntegerParameterInit(prefix, feature, value, &init);
+        m_ticket->DeleteParameterInitNodeIfExists(prefix, feature);
+        m_ticket->AppendChildToRootNode(init);
+    });
+}
+
+void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXString& optionName,
+                          PrintTicketNamespace optionNamespace) {
+    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
+    const CComBSTR prefix = GetNamespaceComString(row.ns, false);
+    if (prefix.Length() == 0) return;
+    CComPtr<IXMLDOMElement> feature;
+    CComPtr<IXMLDOMElement> option;
+    m_ticket->CreateFeatureOptionPair(row.name, row.ns == KeywordsNamespace, optionName,
+                                      optionNamespace == KeywordsNamespace, &feature, &option);
+    // The ticket itself makes names with two prefixes only.
+    const auto rename = [&](IXMLDOMElement* element, const CXString& name) {
+        const CComBSTR fullName =
+            Join({View(GetNamespaceComString(KeywordsV11Namespace, false)), name.View()}, function);
+        const CComBSTR attribute = Make(PrintSchema::NAME_ATTRIBUTE_NAME, function);
+        ThrowIfFailed(element->setAttribute(attribute, Borrowed(fullName)), function);
+    };
+    if (row.ns == KeywordsV11Namespace) rename(feature, row.name);
+    if (optionNamespace == KeywordsV11Namespace) rename(option, optionName);
+    while (m_ticket->DeleteFeatureNodeIfExists(prefix, row.name) == S_OK) {
+        // A feature that stands twice would be read as the other one.
+    }
+    m_ticket->AppendChildToRootNode(feature);
+}
+
+void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) {
+    const Row* const row = GetFeatureInformation(feature);
+    if (row == nullptr || row->element != Row::Feature) return;
+    CXString current;
+    GetCurrentValueOptionFeature(feature, current);
+    if (current == value) return;
+    WithoutFailures([&] {
+        const auto isFeature = [&](const wchar_t* const* name) { return feature == *name; };
+        if (std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures), isFeature))
+            ReplaceFeature(*row, value, KeywordsNamespace);
+        else if (feature == PrintSchema::PageMediaSize::FEATURE)
+            SetMediaSizeOption(*row, value);
+        else if (feature == PrintSchema::NUp::NUP_FEATURES[0] || feature == PrintSchema::NUp::NUP_FEATURES[1])
+            SetPagesPerSheet(feature, value);
+        else
+            SetOfferedOption(*row, value);
+    });
+}
+
+void This::SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value) {
+    std::vector<MediaSizeCapability> sizes;
+    GetCapabilitiesMediaSizeFeature(row.name, sizes);
+    const auto found = std::find_if(sizes.begin(), sizes.end(), [&](const MediaSizeCapability& size) {
+        return std::get<0>(size) == value;
+    });
+    const std::pair<Dimension, Dimension> none;
+    const auto& [width, height] = found == sizes.end() ? none : std::get<5>(*found);
+    const int microns[] = {WholeMicrons(width), WholeMicrons(height)};
+    if (microns[0] == 0 || microns[1] == 0) {
+        SetOfferedOption(row, value); // there is no size to write
+        return;
+    }
+    PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(*m_capabilities, *m_ticket, microns[0], microns[1]);
+    // Of options of the same size, the first is written.
+    CXString written;
+    GetCurrentValueOptionFeature(row.name, written);
+    if (written == value) return;
+    m_ticket->SetFeatureOption(row.name, true, value, std::get<2>(*found) == KeywordsNamespace);
+}
+
+void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {
+    const int pages = Number(value, false).GetIntValue(toNearest);
+    if (pages > 0) m_ticket->SetScoredPropertyValue(feature, true, PrintSchema::NUp::NUP_PROP, pages);
+}
+
+void This::SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value) {
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    const auto found = std::find_if(options.begin(), options.end(),
+                                    [&](const CapabilitiesOption& option) { return option.name == value; });
+    ReplaceFeature(row, value, found == options.end() ? row.ns : found->ns);
+}
+
+void This::SetCurrentValueMediaSizeFeature(const CXString& feature, const CXString& option, int width,
+                                           int height) {
+    if (GetFeatureInformation(feature) == nullptr) return;
+    if (width == 0 || height == 0) {
+        SetCurrentValueOptionFeature(feature, option);
+        return;
+    }
+    WithoutFailures([&] {
+        PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(*m_capabilities, *m_ticket, width, height);
+    });
+}
+
+void This::CommitPrintTicketChanges() {}
+
+void This::RemoveSecurePrintFeature() {
+    const wchar_t* const parameter = PrintSchema::JobSimpleSecurePrint::PARAMETERNAME;
+    const Row* const row = GetFeatureInformation(parameter);
+    if (row == nullptr) return;
+    WithoutFailures(
+        [&] { m_ticket->DeleteParameterInitNodeIfExists(GetNamespaceComString(row->ns, false), parameter); });
+}
+
+// ---- The documents as a whole
+
+CPString This::GetPrintTicketImplementationNameForDebug() const { return "NativeComPrintTicketAccess"; }
+
+void This::GetPrintTicketAsXmlString(CPString& out, bool) const {
+    out.clear();
+    CComBSTR xml;
+    if (m_ticket->get_xml(&xml) == S_OK) out = ToUtf8(xml);
+}
+
+void This::GetPrintCapabilitiesAsXmlString(CPString& out, bool) const {
+    out.clear();
+    CComBSTR xml;
+    if (m_capabilities->get_xml(&xml) == S_OK) out = ToUtf8(xml);
+}

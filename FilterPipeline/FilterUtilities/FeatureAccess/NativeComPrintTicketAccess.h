@@ -1,0 +1,141 @@
+#pragma once
+
+#include "PrintTicketFeatureInformation.h"
+
+#include <ComSupport/FilterUtilitiesExport.h>
+#include <DeviceDescription/IPrintTicketAccess.h>
+#include <PrintSchema/PrintCapabilitiesXmlDocument.h>
+#include <PrintSchema/PrintTicketQueryBuilder.h>
+#include <PrintSchema/PrintTicketXmlDocument.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <vector>
+
+/// The access over two documents of the platform's DOM. Edits are made in the ticket at once. The
+/// capabilities must not change while this object lives: it keeps what it found in them.
+///
+/// Each document is asked with its own prefixes. Failures of the documents leave results empty and are not
+/// told, with one exception: GetCurrentValueMediaSizeFeature throws.
+class OV_FILTER_UTILITIES_API NativeComPrintTicketAccess : public IPrintTicketAccess {
+public:
+    /// The documents stay the caller's, and must outlive this object.
+    NativeComPrintTicketAccess(PrintTicketXmlDocument& ticket, PrintCapabilitiesXmlDocument& capabilities);
+    /// Throws what the documents throw for texts that are no ticket and no capabilities.
+    NativeComPrintTicketAccess(const CXString& ticketXml, const CXString& capabilitiesXml);
+    NativeComPrintTicketAccess(const NativeComPrintTicketAccess&) = delete;
+    NativeComPrintTicketAccess& operator=(const NativeComPrintTicketAccess&) = delete;
+    ~NativeComPrintTicketAccess() override;
+
+    [[nodiscard]] bool IsSupportedPrintTicketFeature(const CXString& feature) const override;
+
+    void GetFeatureDisplayName(const CXString& feature, CXString& out) const override;
+    void GetRangeCapability(const CXString& feature, std::pair<int, int>& minMax) const override;
+    /// An option without name has that of its first scored property's value.
+    void GetCapabilitiesOptionFeature(const CXString& feature,
+                                      std::vector<OptionCapability>& out) const override;
+    /// A size that is missing is 0.
+    void GetCapabilitiesMediaSizeFeature(const CXString& feature,
+                                         std::vector<MediaSizeCapability>& out) const override;
+
+    void GetCurrentValueOptionFeature(const CXString& feature, CXString& value) const override;
+    /// Throws CPComException if the ticket has the feature, but not both of its sizes.
+    void GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& option, Dimension& width,
+                                         Dimension& height) const override;
+    [[nodiscard]] int GetCurrentValueIntegerFeature(const CXString& feature) const override;
+    void GetCurrentValueStringFeature(const CXString& feature, CXString& value) const override;
+    void GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const override;
+    void GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const override;
+    void GetJobOrvelPublicDocSettingsXml(CPString& xml) const override;
+
+    void SetJobOrvelPublicDocSettingsXml(const CPString& xml) override;
+    void SetCurrentValueIntegerFeature(const CXString& feature, int value) override;
+    void SetCurrentValueStringFeature(const CXString& feature, const CXString& value) override;
+    void SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) override;
+    void SetCurrentValueMediaSizeFeature(const CXString& feature, const CXString& option, int width,
+                                         int height) override;
+    void SetCurrentValueBase64EncodedCompleteDocSettings(const CXString& text) override;
+    /// Does nothing: edits are made in place.
+    void CommitPrintTicketChanges() override;
+    void RemoveSecurePrintFeature() override;
+
+    [[nodiscard]] CPString GetPrintTicketImplementationNameForDebug() const override;
+    // The flag has no effect here.
+    void GetPrintTicketAsXmlString(CPString& out, bool flag) const override;
+    void GetPrintCapabilitiesAsXmlString(CPString& out, bool flag) const override;
+
+private:
+    /// The prefixes of a document, with their colon; none of them empty.
+    struct Prefixes {
+        std::map<CXString, PrintTicketNamespace> namespaces;
+        std::map<PrintTicketNamespace, CComBSTR> prefixes;
+    };
+    /// An option of the capabilities as it is read, with its sizes as texts.
+    struct CapabilitiesOption {
+        CXString name;
+        CXString displayName;
+        PrintTicketNamespace ns = NoNamespace;
+        CXString namespaceUri;
+        PrintSchemaConstrainedSettingNativeEnum constrained = ConstrainedNone;
+        CXString width;
+        CXString height;
+    };
+
+    void Initialization();
+    static Prefixes ReadPrefixes(const PrintSchemaXmlDocument& document);
+    [[nodiscard]] const PrintSchemaXmlDocument& Document(bool ofCapabilities) const;
+    [[nodiscard]] const Prefixes& PrefixesOf(bool ofCapabilities) const {
+        return ofCapabilities ? m_capabilitiesPrefixes : m_ticketPrefixes;
+    }
+
+    /// Null for a feature that is not known.
+    [[nodiscard]] const PrintTicketFeatureInformation* GetFeatureInformation(const CXString& feature) const;
+    /// Empty for a feature that is not known, or whose namespace the document does not declare.
+    [[nodiscard]] PrintTicketQueryBuilder GetPrintTicketQueryForFeature(const CXString& feature,
+                                                                        bool forCapabilities) const;
+    [[nodiscard]] CComPtr<IXMLDOMNode> FindFeature(const CXString& feature, bool inCapabilities) const;
+    [[nodiscard]] bool IsInCapabilities(const PrintTicketFeatureInformation& row) const;
+    [[nodiscard]] bool IsPasscodeSelectable() const;
+    [[nodiscard]] bool IsSecurePrintSupported() const;
+
+    [[nodiscard]] int GetJobCopiesMaximumValue() const;
+    void GetJobSimpleSecurePrintAllowableRange(int& min, int& max) const;
+    void GetJobPasscodeStringAllowableRange(int& min, int& max) const;
+    void GetAllowableLengths(const CXString& parameter, int& min, int& max) const;
+
+    [[nodiscard]] static CXString GetNodeValue(IXMLDOMNode* node);
+    [[nodiscard]] CXString TryToGetNameAttributeFromNode(IXMLDOMNode* node, bool ofCapabilities,
+                                                         PrintTicketNamespace& ns, CXString& uri) const;
+    [[nodiscard]] PrintSchemaConstrainedSettingNativeEnum
+    TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const;
+    [[nodiscard]] std::vector<CapabilitiesOption> ReadCapabilitiesOptions(const CXString& feature,
+                                                                          bool withSizes) const;
+    [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, bool withSizes) const;
+    [[nodiscard]] CXString ReadValueOfNamelessOption(const CXString& feature) const;
+    [[nodiscard]] CComPtr<IXMLDOMNode> FindParameterValue(const CXString& feature) const;
+
+    [[nodiscard]] static CXString GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
+    [[nodiscard]] CXString GetValueWithoutNamespace(const CXString& value, bool ofCapabilities,
+                                                    PrintTicketNamespace& ns, CXString& uri) const;
+    /// Empty if the document does not declare the namespace.
+    [[nodiscard]] CComBSTR GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const;
+    /// Of the ticket's prefixes, and of namespaces by URI.
+    [[nodiscard]] PrintTicketNamespace GetNamespaceEnum(const CXString& uriOrPrefix) const;
+
+    void ReplaceFeature(const PrintTicketFeatureInformation& row, const CXString& option,
+                        PrintTicketNamespace optionNamespace);
+    void ReplaceStringParameter(const CXString& feature, const CXString& value);
+    void SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value);
+    void SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value);
+    void SetPagesPerSheet(const CXString& feature, const CXString& value);
+
+    std::vector<PrintTicketFeatureInformation> m_features;
+    Prefixes m_ticketPrefixes;
+    std::unique_ptr<PrintTicketXmlDocument> m_ownedTicket;
+    std::unique_ptr<PrintCapabilitiesXmlDocument> m_ownedCapabilities;
+    PrintTicketXmlDocument* m_ticket;
+    PrintCapabilitiesXmlDocument* m_capabilities;
+    Prefixes m_capabilitiesPrefixes;
+    mutable std::vector<std::optional<bool>> m_isInCapabilities; // by row, once it was asked
+};
