@@ -8,6 +8,8 @@
 
 #include <windows.h>
 
+#include <cstdint>
+#include <optional>
 #include <vector>
 
 class AttributeBytesIndexedList;
@@ -163,11 +165,32 @@ public:
     [[nodiscard]] SimpleOptionValue GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const;
 
 private:
-    /// Does the work of GetOptionValue (FeatureOptionRules.cpp).
+    /// Does the work of GetOptionValue (DataModelLessFeatureAccessOptionRules.cpp).
     class OptionRules;
     friend class OptionRules;
 
+    /// What the caller knows of the job.
+    struct Job {
+        CXString documentName;
+        CXString userName;
+        CXString userDomainName;
+        void* printer = nullptr;
+        Dimension firstOutputSize;
+        Dimension secondOutputSize;
+    };
+    DataModelLessFeatureAccess(const Job& job, SimpleOcapParser& capabilities, IPrintTicketAccess& ticket,
+                               PrintTicketAttributeBytesReaderWriter* attributeBytes,
+                               bool enforceRequiredFeatures);
+
     void InitializeHolePunchCapabilityMembers();
+
+    /// Empty for a feature that the dictionary does not have.
+    const CPString& CpssName(tagFeatureEnum feature) const;
+    /// The features of the ticket that stand for one feature here, the first that is supported; null if none
+    /// is.
+    const wchar_t* SupportedPageLayoutFeature() const;
+    const wchar_t* SupportedInputTrayFeature() const;
+    const wchar_t* FirstSupported(const wchar_t* first, const wchar_t* second) const;
 
     // The public document settings. A status is 0 if the element is there, 1 if there is none, else that of
     // the failure. Elements are named by features' CPSS names, and found at any depth.
@@ -227,14 +250,15 @@ private:
     mutable OvlUniquePtr<MicrosoftXmlParser> m_publicSettingsParser; // null until first use
     PrintTicketAttributeBytesReaderWriter* m_attributeBytes;         // may be null
     bool m_enforceRequiredFeatures;
-    bool m_holePunchFeatureSupported;
-    bool m_twoHolePositionsSupported;
-    bool m_threeHolePositionsSupported;
-    bool m_fourHolePositionsSupported;
-    bool m_anyHolePositionsSupported;
-    bool m_twoHoleSupported; // as a count or as positions
-    bool m_threeHoleSupported;
-    bool m_fourHoleSupported;
-    bool m_holeCountsOnly;
-    bool m_holePunchOnOnly;
+    bool m_holePunchFeatureSupported = false;
+    bool m_twoHolePositionsSupported = false;
+    bool m_threeHolePositionsSupported = false;
+    bool m_fourHolePositionsSupported = false;
+    bool m_anyHolePositionsSupported = false;
+    bool m_twoHoleSupported = false; // as a count or as positions
+    bool m_threeHoleSupported = false;
+    bool m_fourHoleSupported = false;
+    bool m_holeCountsOnly = false;
+    bool m_holePunchOnOnly = false;
+    mutable std::optional<std::uint64_t> m_unparsableSettings; // the hash of a text that is no XML
 };
