@@ -182,6 +182,9 @@ private:
                                PrintTicketAttributeBytesReaderWriter* attributeBytes,
                                bool enforceRequiredFeatures);
 
+    /// Stands for the job where a collection is asked for. The dictionary does not have it.
+    static constexpr tagFeatureEnum wholeJob{2};
+
     void InitializeHolePunchCapabilityMembers();
 
     /// Empty for a feature that the dictionary does not have.
@@ -225,7 +228,16 @@ private:
                                                              bool& isSpecified) const;
     CXString TryGetStringValueFromAttributeBytesIfExists(tagFeatureEnum feature, bool& isSpecified) const;
     bool TryGetIsSpecifiedFromAttributeBytesIfExists(tagFeatureEnum feature) const;
+    /// The members of a collection, or of one inside another one; false if there is none.
+    bool TryGetCollection(tagFeatureEnum feature, AttributeBytesIndexedList& members) const;
+    bool TryGetCollection(tagFeatureEnum parent, tagFeatureEnum feature,
+                          AttributeBytesIndexedList& members) const;
     bool HasAttributeBytes() const;
+
+    /// An element hides the attribute.
+    bool GetStringFromDocumentOrAttributeBytes(const CXString& cpssName, tagFeatureEnum feature,
+                                               CXString& value, FeatureValueSource& source) const;
+    bool GetJobName(CXString& name, FeatureValueSource& source) const;
 
     // Where required features are enforced: gives a feature that the device requires and no one specified the
     // factory default, and says whether it did. The result is specified even if the device has no default.

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <DataModel/ValueIds.h>
+
+#include <string_view>
+
+/// What the ticket's words for the media of a job mean: published words, and the driver's own. Their options
+/// have no rows in the dictionaries, and words of one meaning differ there and here on purpose. Compared unit
+/// by unit, without a prefix; VAL_UNSPECIFIED for a word that says nothing.
+namespace MediaKeywordTables {
+
+[[nodiscard]] DataModelIds::tagValueEnum FindColor(std::wstring_view keyword) noexcept;
+[[nodiscard]] DataModelIds::tagValueEnum FindType(std::wstring_view keyword) noexcept;
+[[nodiscard]] DataModelIds::tagValueEnum FindInputTray(std::wstring_view keyword) noexcept;
+[[nodiscard]] DataModelIds::tagValueEnum FindSize(std::wstring_view keyword) noexcept;
+
+} // namespace MediaKeywordTables
