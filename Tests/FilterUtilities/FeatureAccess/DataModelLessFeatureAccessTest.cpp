@@ -1,0 +1,122 @@
+#include "JobUnderTest.h"
+
+#include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
+
+namespace {
+
+using namespace DataModelIds;
+
+TEST(DataModelLessFeatureAccess, AsksTheTicketForPublishedFeaturesAndTheDeviceForPrivateOnes) {
+    JobUnderTest job;
+    job.device = {
+        {"outlines-api"},
+        {"odrv-ms-orientation"},
+        {"media-col", {}, false, "", {{"media-weight-metric", {}, false, "", {{"sides"}}}, {"media-color"}}}};
+    job.ticket.supported = {L"PageMediaSize", L"_outlinesapi_"};
+    const DataModelLessFeatureAccess& access = job.Access();
+    EXPECT_TRUE(access.IsSupportedFeature(FEAT_OUTLINES));
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_MS_ORIENTATION));
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_BOOKLET));
+    EXPECT_THROW((void)access.IsSupportedFeature(tagFeatureEnum{894}), CPExceptionUnknownKeyRequest);
+    EXPECT_THROW((void)access.GetFactoryDefaultOptionValue(tagFeatureEnum{849}),
+                 CPExceptionUnknownKeyRequest);
+
+    EXPECT_TRUE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT));
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_OUTLINES)) << "stands elsewhere";
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR)) << "is the ticket's to know";
+    EXPECT_TRUE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT, FEAT_SIDES_IMAGED));
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_COL, FEAT_SIDES_IMAGED));
+    job.ticket.supported.insert(L"PageMediaColor");
+    EXPECT_TRUE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR));
+
+    for (const int member : {894, 895, int{FEAT_ANNOTATION_ELEMENT_COL}})
+        EXPECT_TRUE(access.IsSupportedFeature(FEAT_ANNOTATION_COL, tagFeatureEnum{member}));
+    EXPECT_FALSE(access.IsSupportedFeature(FEAT_ANNOTATION_COL, FEAT_OUTLINES));
+}
+
+TEST(DataModelLessFeatureAccess, KnowsTrayAndLayoutByEitherOfTwoTicketFeatures) {
+    for (const wchar_t* const name : {L"PageInputBin", L"JobInputBin", L"Other"}) {
+        JobUnderTest job;
+        job.ticket.supported = {name};
+        const bool isTray = name != std::wstring(L"Other");
+        EXPECT_EQ(job.Access().IsSupportedFeature(FEAT_INPUT_TRAY), isTray);
+        EXPECT_EQ(job.Access().IsSupportedFeature(FEAT_MEDIA_COL, FEAT_INPUT_TRAY), isTray);
+    }
+    for (const wchar_t* const name : {L"JobNUpAllDocumentsContiguously", L"DocumentNUp"}) {
+        JobUnderTest job;
+        EXPECT_FALSE(job.Access().IsSupportedFeature(FEAT_PAGE_LAYOUT));
+        job.ticket.supported = {name};
+        EXPECT_TRUE(job.Access().IsSupportedFeature(FEAT_PAGE_LAYOUT));
+    }
+}
+
+TEST(DataModelLessFeatureAccess, WritesAnEmptyDocumentIntoATicketThatHasNone) {
+    JobUnderTest job;
+    job.ticket.publicSettings = " \n";
+    (void)Ask(job, FEAT_MS_ORIENTATION);
+    EXPECT_EQ(job.ticket.publicSettings, " \n") << "nobody asked for document settings";
+    (void)Ask(job, FEAT_BOOKLET);
+    EXPECT_NE(job.ticket.publicSettings.find("<OrvelPublicDocSettings cpss-version=\"2.07\""),
+              std::string::npos);
+
+    JobUnderTest readOnly;
+    readOnly.ticket.isReadOnly = true;
+    readOnly.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_ON));
+    EXPECT_EQ(Ask(readOnly, FEAT_BOOKLET).source, FeatureValueSource::AttributeBytes);
+}
+
+TEST(DataModelLessFeatureAccess, ReadsTheDocumentOnceAndTakesABrokenOneForNone) {
+    JobUnderTest job;
+    job.AddElement("booklet-api", "booklet-on");
+    for (int time = 0; time < 3; ++time)
+        EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, VAL_BOOKLET_ON);
+    EXPECT_EQ(job.ticket.settingsReads, 1);
+
+    const std::string whole = job.ticket.publicSettings;
+    JobUnderTest broken;
+    broken.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_OFF));
+    broken.ticket.publicSettings = whole.substr(0, whole.size() - 3);
+    const std::string before = broken.ticket.publicSettings;
+    for (int time = 0; time < 3; ++time)
+        EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::AttributeBytes);
+    EXPECT_EQ(broken.ticket.publicSettings, before) << "it is not for reading to repair";
+    broken.ticket.publicSettings = whole;
+    EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::PublicDocumentSettings);
+}
+
+TEST(DataModelLessFeatureAccess, TellsFactoryDefaultsByTheDevicesWords) {
+    JobUnderTest job;
+    job.device = {{"booklet-api", {}, false, "booklet-off"}, {"outlines-api", {}, false, "twaddle"}};
+    EXPECT_EQ(job.Access().GetFactoryDefaultOptionValue(FEAT_BOOKLET), SimpleOptionValue(VAL_BOOKLET_OFF));
+    EXPECT_EQ(job.Access().GetFactoryDefaultOptionValue(FEAT_OUTLINES), SimpleOptionValue());
+    EXPECT_EQ(job.Access().GetFactoryDefaultOptionValue(FEAT_SIDES_IMAGED), SimpleOptionValue());
+}
+
+TEST(DataModelLessFeatureAccess, NamesFeaturesAndValues) {
+    JobUnderTest job;
+    job.device = {{"hole-punch-api", {"4-hole-punch", "twaddle", "2-hole-punch"}}};
+    const DataModelLessFeatureAccess& access = job.Access();
+    EXPECT_EQ(access.GetFeatureCpssName(FEAT_SIDES_IMAGED), CXString(L"sides"));
+    EXPECT_EQ(access.GetFeaturePrintTicketName(FEAT_SIDES_IMAGED),
+              CXString(L"JobDuplexAllDocumentsContiguously"));
+    EXPECT_EQ(access.GetFeatureEnumNameForDisplay(FEAT_SIDES_IMAGED), "DataModelIds::FEAT_SIDES_IMAGED");
+    const tagFeatureEnum unknown{849};
+    EXPECT_TRUE(access.GetFeatureCpssName(unknown).IsEmpty());
+    EXPECT_TRUE(access.GetFeaturePrintTicketName(unknown).IsEmpty());
+    EXPECT_TRUE(access.GetFeatureEnumNameForDisplay(unknown).isEmpty());
+
+    EXPECT_EQ(access.GetSupportedValueEnums(FEAT_FINISHING_HOLE_PUNCH, false),
+              (std::vector{VAL_FINISHING_4_HOLE_PUNCH, VAL_FINISHING_2_HOLE_PUNCH}));
+    EXPECT_TRUE(access.GetSupportedValueEnums(unknown, false).empty());
+    EXPECT_EQ(access.GetValueCppsNameFromFeatureAndValueEnums(FEAT_FINISHING_HOLE_PUNCH,
+                                                              VAL_FINISHING_2_HOLE_PUNCH),
+              "2-hole-punch");
+    EXPECT_TRUE(
+        access.GetValueCppsNameFromFeatureAndValueEnums(FEAT_BOOKLET, VAL_FINISHING_2_HOLE_PUNCH).isEmpty());
+    EXPECT_EQ(access.GetValueEnumFromFeatureAndName(FEAT_FINISHING_HOLE_PUNCH, "2-hole-punch"),
+              VAL_FINISHING_2_HOLE_PUNCH);
+    EXPECT_EQ(access.GetValueEnumFromFeatureAndName(FEAT_BOOKLET, "2-hole-punch"), VAL_UNSPECIFIED);
+    EXPECT_TRUE(access.GetDumpDisplayString(SimpleOptionValue(VAL_BOOKLET_ON)).isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "FakePrintTicketAccess.h"
+
+#include <FeatureAccess/DataModelLessFeatureAccess.h>
+
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <ComSupport/MsSafeCoinit.h>
+#include <DeviceDescription/SimpleOcapParser.h>
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+
+// A feature of a device's capabilities.
+struct OfferedFeature {
+    std::string name;
+    std::vector<std::string> values = {};
+    bool isRequired = false;
+    std::string factoryDefault = {};
+    std::vector<OfferedFeature> members = {};
+};
+
+inline std::string DeviceDocument(const std::vector<OfferedFeature>& features) {
+    std::string text;
+    for (const OfferedFeature& feature : features) {
+        const std::string element = feature.members.empty() ? "Option" : "Collection";
+        text += "<" + element + " name='" + feature.name + "'";
+        if (feature.isRequired) text += " required='true'";
+        if (!feature.factoryDefault.empty()) text += " default='" + feature.factoryDefault + "'";
+        text += ">";
+        std::set<std::string> values(feature.values.begin(), feature.values.end());
+        if (!feature.factoryDefault.empty()) values.insert(feature.factoryDefault);
+        if (values.empty() && feature.members.empty()) values.insert("an-option-has-some-value");
+        // The device's order counts.
+        for (const std::string& value : feature.values)
+            if (values.erase(value) != 0) text += "<Value name='" + value + "'/>";
+        for (const std::string& value : values)
+            text += "<Value name='" + value + "'/>";
+        text += DeviceDocument(feature.members) + "</" + element + ">";
+    }
+    return text;
+}
+
+class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
+public:
+    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
+        return std::make_unique<NoDisplayHelp>();
+    }
+};
+
+// A job from its four places. What is put into the places counts until the first question.
+class JobUnderTest {
+public:
+    enum class Kind { OfJob, OfJobWithAttributeBytes, OutsideJob };
+
+    FakePrintTicketAccess ticket;
+    std::vector<OfferedFeature> device;
+    PrintTicketAttributeBytesReaderWriter attributeBytes{NoDisplayHelp()};
+    Kind kind = Kind::OfJobWithAttributeBytes;
+
+    // An element of the public document settings.
+    void AddElement(const std::string& name, const std::string& text, const std::string& attributes = {}) {
+        m_elements += "<" + name + " " + attributes + ">" + text + "</" + name + ">";
+        ticket.publicSettings = "<OrvelPublicDocSettings>" + m_elements + "</OrvelPublicDocSettings>";
+    }
+    void AddAttribute(DataModelIds::tagFeatureEnum feature, const AttributeBytesValue& value) {
+        attributeBytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
+            AttributeBytes(AttributeBytesFeatureId(feature), value));
+    }
+
+    DataModelLessFeatureAccess& Access() {
+        if (m_access) return *m_access;
+        m_capabilities.emplace(
+            CPString(("<DeviceCapabilities version='1.0'>" + DeviceDocument(device) + "</DeviceCapabilities>")
+                         .c_str()));
+        switch (kind) {
+        case Kind::OfJob:
+            m_access.emplace(L"document", L"user", L"domain", nullptr, Dimension(8.5, Dimension::Inch),
+                             Dimension(11, Dimension::Inch), *m_capabilities, ticket);
+            break;
+        case Kind::OfJobWithAttributeBytes:
+            m_access.emplace(L"document", L"user", L"domain", nullptr, Dimension(8.5, Dimension::Inch),
+                             Dimension(11, Dimension::Inch), *m_capabilities, ticket, attributeBytes);
+            break;
+        case Kind::OutsideJob:
+            m_access.emplace(*m_capabilities, ticket, &attributeBytes);
+            break;
+        }
+        return *m_access;
+    }
+
+private:
+    MsSafeCoInit m_apartment;
+    std::string m_elements;
+    std::optional<SimpleOcapParser> m_capabilities;
+    std::optional<DataModelLessFeatureAccess> m_access;
+};
+
+// An option's value with the place that decided.
+struct Answered {
+    bool isSpecified = false;
+    int value = DataModelIds::VAL_UNSPECIFIED;
+    FeatureValueSource source = FeatureValueSource::None;
+
+    bool operator==(const Answered&) const = default;
+};
+
+inline std::ostream& operator<<(std::ostream& out, const Answered& answer) {
+    static constexpr const char* sources[] = {"nobody",          "the ticket",  "the document settings",
+                                              "attribute bytes", "the factory", "a rule"};
+    return out << (answer.isSpecified ? "specified " : "unspecified ") << answer.value << " by "
+               << sources[static_cast<std::size_t>(answer.source)];
+}
+
+inline Answered Ask(JobUnderTest& job, DataModelIds::tagFeatureEnum feature) {
+    FeatureValueSource source{};
+    const SimpleOptionValue value = job.Access().GetOptionValue(feature, source);
+    EXPECT_EQ(value, job.Access().GetOptionValue(feature));
+    return {value.IsSpecified(), value.GetValue(), source};
+}
