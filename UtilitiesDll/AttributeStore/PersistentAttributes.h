@@ -21,7 +21,7 @@
 /// settings cannot be read must not print as if it had none.
 class OV_UTILITIES_API PersistentAttributes {
 public:
-    static constexpr std::size_t maxBytes = 1024 * 1024;
+    static constexpr std::size_t maxBytes = std::size_t{1024} * 1024;
     /// Of all levels of a name space together.
     static constexpr std::size_t maxRecords = 65'536;
     static constexpr std::size_t maxNameSpaces = 256;

@@ -14,7 +14,7 @@
 /// found, and is written back as it came.
 class OV_UTILITIES_API ClientJobData2ReaderWriter {
 public:
-    static constexpr std::size_t maxBytes = 16 * 1024 * 1024;
+    static constexpr std::size_t maxBytes = std::size_t{16} * 1024 * 1024;
     static constexpr std::size_t maxParameters = 4096;
 
     /// Without parameters.

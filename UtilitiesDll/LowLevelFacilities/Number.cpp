@@ -135,7 +135,7 @@ double Number::GetDoubleValue() const {
     constexpr int leastExponent = std::numeric_limits<double>::min_exponent - 1;
     const int precision = std::numeric_limits<double>::digits - std::max(0, leastExponent - leadingExponent);
     if (precision < 0) return m_isNegative ? -0.0 : 0.0;
-    const int dropped = length - precision;
+    const int dropped = std::max(1, length - precision); // 10 at least, of 63 or 64 bits
     const std::uint64_t kept = dropped == 64 ? 0 : quotient >> dropped;
     const std::uint64_t tail = dropped == 64 ? quotient : quotient & ((std::uint64_t{1} << dropped) - 1);
     const std::uint64_t half = std::uint64_t{1} << (dropped - 1);
