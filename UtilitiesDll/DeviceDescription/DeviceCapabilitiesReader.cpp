@@ -248,9 +248,10 @@ private:
         const wchar_t* text = nullptr;
         int length = 0;
         const std::wstring_view attribute = attributeNames[Version];
-        if (FAILED(attributes.getValueFromName(L"", 0, attribute.data(), static_cast<int>(attribute.size()),
-                                               &text, &length)))
-            Refuse("<%s> has no version", toCXString(rootElement));
+        const HRESULT result = attributes.getValueFromName(
+            L"", 0, attribute.data(), static_cast<int>(attribute.size()), &text, &length);
+        if (result == E_INVALIDARG) Refuse("<%s> has no version", toCXString(rootElement));
+        ThrowIfFailed(result, operationName);
         TakeVersion(CPString(toCXString(viewOf(text, length))));
         ReadAttributes(rootElement, bit(Version), attributes);
         m_open.push_back({m_features.get(), nullptr});

@@ -1,13 +1,16 @@
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <LowLevelFacilities/CPComException.h>
+#include <SystemServices/SafeCoInitialize.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-/// A bag whose one stream property may be missing; counts how often it is read.
-class OneStreamBag final : public IPrinterPropertyBagAccess {
+/// A bag whose two stream properties may be missing; counts how often it is read.
+class StreamBag final : public IPrinterPropertyBagAccess {
 public:
     CPString productData;
+    CPString deviceCapabilities;
     mutable int reads = 0;
 
     bool IsPropertyBagNull() override { return false; }
@@ -18,7 +21,9 @@ public:
     void GetPrinterPropertyBagStreamBuffer(const CXString&, ByteBuffer& out) const override { out.clear(); }
     void GetPrinterPropertyBagStreamAsCPString(const CXString& key, CPString& out) const override {
         ++reads;
-        out = key == L"ProductData" ? productData : CPString();
+        out.clear();
+        if (key == L"ProductData") out = productData;
+        if (key == L"DeviceCapabilities") out = deviceCapabilities;
     }
     void GetPrinterPropertyBagCompressedStreamBuffer(const CXString&, ByteBuffer& out) const override {
         out.clear();
@@ -31,7 +36,7 @@ public:
 };
 
 TEST(OrvelDriverPropertyBag, KeepsTheProductDataOnceRead) {
-    OneStreamBag bag;
+    StreamBag bag;
     const OrvelDriverPropertyBag driver(bag);
     EXPECT_TRUE(driver.GetProductPdlDataXml().isEmpty());
     bag.productData = "<product>\xC3\xA9</product>"; // an empty document is read again
@@ -41,6 +46,74 @@ TEST(OrvelDriverPropertyBag, KeepsTheProductDataOnceRead) {
     EXPECT_EQ(&data, &static_cast<const IDriverCapabilities&>(driver).GetProductPdlDataXml());
     EXPECT_EQ("<product>\xC3\xA9</product>", data);
     EXPECT_EQ(2, bag.reads);
+}
+
+class DriverOfADevice : public testing::Test {
+protected:
+    DriverOfADevice() { m_apartment.TryInitializeCom(0, false); }
+
+    void Describe(const std::string& features) {
+        m_bag.deviceCapabilities =
+            CPString("<DeviceCapabilities version='1.0'>" + features + "</DeviceCapabilities>");
+    }
+
+    StreamBag m_bag;
+    OrvelDriverPropertyBag m_driver{m_bag};
+
+private:
+    SafeCoInitialize m_apartment;
+};
+
+TEST_F(DriverOfADevice, ParsesTheCapabilitiesOnceAndSharesThem) {
+    EXPECT_FALSE(m_driver.GetSimpleOcapParser()->IsCpssFeatureSupported("a"));
+    m_bag.deviceCapabilities = "<broken";
+    EXPECT_THROW(static_cast<void>(m_driver.GetSimpleOcapParser()), CPComException);
+    Describe("<Text name='a'/>"); // neither an empty document nor a broken one is kept
+    OvlSharedPtr<SimpleOcapParser> device = m_driver.GetSimpleOcapParser();
+    EXPECT_TRUE(device->IsCpssFeatureSupported("a"));
+    m_bag.reads = 0;
+    m_bag.deviceCapabilities.clear();
+    EXPECT_EQ(device, m_driver.GetSimpleOcapParser());
+    EXPECT_EQ(0, m_bag.reads);
+    {
+        const OrvelDriverPropertyBag shortLived(m_bag);
+        Describe("<Text name='b'/>");
+        device = shortLived.GetSimpleOcapParser();
+    }
+    EXPECT_TRUE(device->IsCpssFeatureSupported("b")) << "shared, so it outlives the driver";
+}
+
+TEST_F(DriverOfADevice, TellsWhatTravelsInTheOpifTicket) {
+    const struct {
+        const char* features;
+        bool covers;
+    } rows[] = {
+        {"", false},
+        {"<Collection name='cover-front'/><Collection name='cover-back'/>", false},
+        {"<Collection name='cover-front' opif='1'/><Collection name='cover-back' opif='1'/>", true},
+        {"<Collection name='cover-front' opif='1'/>", true},
+        {"<Collection name='cover-back' opif='1'/>", true},
+        {"<Collection name='cover-front' opif='1'/><Collection name='cover-back'/>", false},
+        {"<Collection name='a'><Collection name='cover-back' opif='1'/></Collection>", false},
+    };
+    for (const auto& row : rows) {
+        Describe(row.features);
+        EXPECT_EQ(row.covers, OrvelDriverPropertyBag(m_bag).AreCoversSupportedAndOutputInOpif())
+            << row.features;
+    }
+    Describe("<Text name='a' opif='1'/><Text name='b'/>");
+    EXPECT_TRUE(m_driver.IsCpssFeatureSupportedAndOutputInOpif("a"));
+    EXPECT_FALSE(m_driver.IsCpssFeatureSupportedAndOutputInOpif("b"));
+    EXPECT_FALSE(m_driver.IsCpssFeatureSupportedAndOutputInOpif("c"));
+}
+
+TEST_F(DriverOfADevice, KnowsHowLongASecurePrintPasscodeIs) {
+    unsigned shortest = 1, longest = 2;
+    EXPECT_FALSE(m_driver.GetSecurePrintPasscodeLengthCapabilities(shortest, longest));
+    EXPECT_TRUE(shortest == 1 && longest == 2);
+    Describe("<Text name='job-password' minLength='4' maxLength='10'/>");
+    EXPECT_TRUE(m_driver.GetSecurePrintPasscodeLengthCapabilities(shortest, longest));
+    EXPECT_TRUE(shortest == 4 && longest == 10);
 }
 
 } // namespace
