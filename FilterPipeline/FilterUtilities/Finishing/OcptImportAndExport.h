@@ -14,7 +14,7 @@ class Dimension;
 namespace OcptImportAndExport {
 
 /// The edge with which a sheet can enter the machine.
-enum FeedEdgeRestrictionEnum {
+enum FeedEdgeRestrictionEnum : int {
     FeedEdgeLongOnly = 1,  // small sheets
     FeedEdgeShortOnly = 2, // large sheets
     FeedEdgeEither = 3,    // up to the class of A4 and Letter

@@ -1,0 +1,118 @@
+#include <Media/MediaSizeTable.h>
+#include <Media/PageMediaSizePtPcHelper.h>
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <regex>
+#include <set>
+#include <string>
+
+using namespace DataModelIds;
+
+namespace {
+
+int Microns(const std::wstring& number, int unit) { return static_cast<int>(std::stod(number) * unit + 0.5); }
+
+// What a keyword itself says of the size must be what its row says.
+TEST(MediaSizeTable, RowsAreWhatTheirKeywordsSay) {
+    const auto records = MediaSizeTable::GetRecords();
+    EXPECT_EQ(records.size(), 94U);
+    std::set<tagValueEnum> values;
+    std::set<std::wstring_view> keywords;
+    int forms = 0;
+    int measured = 0;
+    const std::wregex dimensions(L"[a-zA-Z](?:8K|16K)?([0-9.]+)x([0-9.]+)");
+    for (const MediaSizeRecord& record : records) {
+        const std::wstring keyword(record.keyword);
+        SCOPED_TRACE(std::string(keyword.begin(), keyword.end()));
+        EXPECT_TRUE(values.insert(record.value).second);
+        EXPECT_TRUE(keywords.insert(record.keyword).second);
+        EXPECT_TRUE(keyword.starts_with(L"psk:") || keyword.starts_with(L"ok:"));
+        EXPECT_LE(record.keyword.size(), 41U);
+        EXPECT_LE(record.formName.size(), 39U);
+        forms += record.formName.empty() ? 0 : 1;
+        EXPECT_LE(record.width, record.height);
+        // At most a pixel is lost, and no more than half a micron won.
+        EXPECT_LT(record.width - record.deviceWidth, 22);
+        EXPECT_LT(record.height - record.deviceHeight, 22);
+        EXPECT_LE(record.deviceWidth, record.width);
+        EXPECT_LE(record.deviceHeight, record.height);
+
+        std::wsmatch match;
+        if (keyword.find(L"2Up") != std::wstring::npos || !std::regex_search(keyword, match, dimensions))
+            continue;
+        const int unit = keyword.find(L"Metric") != std::wstring::npos ? 1000 : 25400;
+        EXPECT_EQ(record.width, Microns(match[1], unit));
+        EXPECT_EQ(record.height, Microns(match[2], unit));
+        ++measured;
+    }
+    EXPECT_EQ(forms, 29);
+    EXPECT_EQ(measured, 45);
+}
+
+TEST(MediaSizeTable, TellingRowsHoldAllTheirFacts) {
+    const struct {
+        std::wstring_view keyword;
+        int value, width, height;
+        MediaSizeClass mediaClass;
+        int deviceWidth, deviceHeight;
+        std::wstring_view formName;
+    } cases[] = {
+        {L"psk:NorthAmericaLetter", 6430, 215900, 279400, MediaSizeClass::Sheet, 215900, 279400, L"LETTER"},
+        {L"psk:ISOA4", 6436, 210000, 297000, MediaSizeClass::Sheet, 209995, 296990, L"A4"},
+        {L"psk:NorthAmericaNumber10Envelope", 6441, 104775, 241300, MediaSizeClass::Envelope, 104775, 241300,
+         L"ENV_10"},
+        {L"ok:OtherMetricOversizedA4", 6458, 223000, 297000, MediaSizeClass::Sheet, 222991, 296990, L""},
+        {L"ok:OtherMetric297x1200", 6734, 297000, 1200000, MediaSizeClass::Sheet, 296990, 1199981, L""},
+        {L"psk:OtherMetricFolio", 6440, 215900, 330200, MediaSizeClass::Sheet, 215900, 330200, L"FOLIO"},
+        {L"psk:JapanYou4Envelope", 6524, 105000, 235000, MediaSizeClass::Envelope, 104987, 234992, L""},
+        {L"ok:OtherMetricC5EnvelopeOpenCatalog", 6503, 162000, 262000, MediaSizeClass::Envelope, 161989,
+         261980, L""},
+        {L"ok:NorthAmerica2Up6x9", 6472, 228600, 304800, MediaSizeClass::Sheet, 228600, 304800, L""},
+    };
+    const auto records = MediaSizeTable::GetRecords();
+    for (const auto& expected : cases) {
+        SCOPED_TRACE(expected.value);
+        const auto found = std::find_if(records.begin(), records.end(),
+                                        [&](const auto& each) { return each.keyword == expected.keyword; });
+        ASSERT_NE(found, records.end());
+        EXPECT_EQ(found->value, expected.value);
+        EXPECT_EQ(found->width, expected.width);
+        EXPECT_EQ(found->height, expected.height);
+        EXPECT_EQ(found->mediaClass, expected.mediaClass);
+        EXPECT_EQ(found->deviceWidth, expected.deviceWidth);
+        EXPECT_EQ(found->deviceHeight, expected.deviceHeight);
+        EXPECT_EQ(found->formName, expected.formName);
+    }
+}
+
+TEST(MediaSizeTable, FindsSizesWithinTheTolerance) {
+    constexpr auto untouched = static_cast<tagValueEnum>(-1);
+    const struct {
+        int width, height;
+        int value; // -1: none
+        bool isEnvelope;
+    } cases[] = {
+        {209995, 296990, 6436, false}, {210050, 297050, 6436, false},
+        {209901, 297099, 6436, false}, {209900, 297000, -1, false},
+        {210000, 297100, -1, false},   {297000, 210000, -1, false},
+        {114000, 162000, 6445, true},  {152400, 228600, 6466, true}, // a postcard and an envelope
+        {162000, 229000, 6443, true},  {228600, 304800, 6497, true}, // an envelope before two-up
+        {215900, 279400, 6430, false}, {0, 0, -1, false},
+        {INT_MAX, INT_MAX, -1, false}, {INT_MIN, INT_MIN, -1, false},
+    };
+    for (const auto& expected : cases) {
+        tagValueEnum value = untouched;
+        EXPECT_EQ(PageMediaSizePtPcHelper::GetValueEnumForPageSizeBasedOnDims(expected.width, expected.height,
+                                                                              value),
+                  expected.value != untouched)
+            << expected.width << " x " << expected.height;
+        EXPECT_EQ(value, expected.value) << expected.width << " x " << expected.height;
+        EXPECT_EQ(PageMediaSizePtPcHelper::IsEnvelopeSize(expected.width, expected.height),
+                  expected.isEnvelope)
+            << expected.width << " x " << expected.height;
+    }
+}
+
+} // namespace

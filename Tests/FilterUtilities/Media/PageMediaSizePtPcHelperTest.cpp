@@ -1,0 +1,155 @@
+#include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
+
+#include <Media/MediaSizeTable.h>
+#include <Media/PageMediaSizePtPcHelper.h>
+
+#include "Com/FaultInjection.h"
+#include "Support/FilterJob.h"
+
+namespace {
+
+const std::string declarePrivate = Declare("ok", PrivateUri());
+
+std::string ListOf(const std::vector<PcFormInfo>& sizes) {
+    std::string text;
+    for (const PcFormInfo& size : sizes)
+        text += Narrow(size.optionName) + "/" + std::to_string(size.nameSpace) + " " +
+                std::to_string(size.width) + "x" + std::to_string(size.height) + "; ";
+    return text;
+}
+
+TEST(PageMediaSizePtPcHelper, ListsTheCompleteSizesOfADocument) {
+    PrintCapabilitiesXmlDocument capabilities = Capabilities(
+        SizeFeature(SizeOption("psk:ISOA4", "210000", "297000") + SizeOption("psk:NoHeight", "210000", "") +
+                    SizeOption("psk:NoWidth", "", "297000") + SizeOption("psk:NoSize", "", "") +
+                    SizeOption("psk:Words", "wide", "tall") + SizeOption("psk:Nothing", "0", "297000") +
+                    SizeOption("psk:Minus", "-5", "297000") + SizeOption("psk:CustomMediaSize", "1", "2") +
+                    SizeOption("ok:Own", "\n 100 ", "200") + SizeOption("PSK:Loud", "101", "201") +
+                    SizeOption("zzz:Foreign", "102", "202") + SizeOption("Bare", "103", "203") +
+                    SizeOption("psk:a:b", "104", "204") + SizeOption("psk:ISOA4", "210000", "297000") +
+                    "<psf:Option>" + ScoredProperty("psk:MediaSizeWidth", Value("105")) +
+                    ScoredProperty("psk:MediaSizeHeight", Value("205")) +
+                    "</psf:Option><psf:Option "
+                    "name='psk:Refers'>" +
+                    ScoredProperty("psk:MediaSizeWidth", "<psf:ParameterRef name='psk:X'/>") +
+                    ScoredProperty("psk:MediaSizeHeight", Value("1")) + "</psf:Option>") +
+            "<psf:Feature name='psk:PageOther'>" + SizeOption("psk:Elsewhere", "9", "9") + "</psf:Feature>",
+        declarePrivate);
+    const std::string expected = "ISOA4/3 210000x297000; Own/1 100x200; Loud/3 101x201; Foreign/1 102x202; "
+                                 "Bare/1 103x203; a:b/3 104x204; ISOA4/3 210000x297000; ";
+    PageMediaSizePtPcHelper helper;
+    EXPECT_EQ(ListOf(helper.GetSupportedPageMediaSizes(capabilities)), expected);
+
+    // Once there is a list, no document is read.
+    PrintCapabilitiesXmlDocument empty = Capabilities("");
+    EXPECT_EQ(ListOf(helper.GetSupportedPageMediaSizes(empty)), expected);
+    PageMediaSizePtPcHelper fresh;
+    EXPECT_EQ(ListOf(fresh.GetSupportedPageMediaSizes(empty)), "");
+    EXPECT_EQ(ListOf(fresh.GetSupportedPageMediaSizes(capabilities)), expected);
+
+    CXString keyword = L"before";
+    auto nameSpace = PrintSchema::FrameworkNs;
+    EXPECT_EQ(helper.GetPageMediaSizeOptionKeyword(capabilities, 101, 201, keyword, nameSpace), S_OK);
+    EXPECT_EQ(Narrow(keyword), "Loud");
+    EXPECT_EQ(static_cast<int>(nameSpace), 3);
+    EXPECT_EQ(helper.GetPageMediaSizeOptionKeyword(capabilities, 101, 202, keyword, nameSpace), S_FALSE);
+    EXPECT_TRUE(keyword.IsEmpty());
+}
+
+TEST(PageMediaSizePtPcHelper, KeepsWhatCameBeforeAFailure) {
+    const std::string text = SizeFeature(SizeOption("psk:A", "1", "2") + SizeOption("psk:B", "3", "4"));
+    PrintCapabilitiesXmlDocument capabilities = Capabilities(text);
+    std::set<std::size_t> lengths;
+    for (LONG number = 1;; ++number) {
+        const OvPlatform::FaultInjectionScope scope(number, E_ACCESSDENIED);
+        PageMediaSizePtPcHelper helper;
+        lengths.insert(helper.GetSupportedPageMediaSizes(capabilities).size());
+        if (!OvPlatform::FaultInjection::HasFailed()) break;
+    }
+    EXPECT_EQ(lengths, (std::set<std::size_t>{0, 1, 2}));
+}
+
+TEST(PageMediaSizePtPcHelper, WritesASizeUnderItsOwnName) {
+    PrintCapabilitiesXmlDocument capabilities =
+        Capabilities(SizeFeature(SizeOption("psk:ISOA4", "210000", "297000") +
+                                 SizeOption("ok:OtherMetric210x900", "210000", "900000")),
+                     declarePrivate);
+    const std::string old = Feature("psk:PageMediaSize", "psk:CustomMediaSize") +
+                            Feature("psk:PageMediaSize", "psk:ISOA5") +
+                            "<psf:ParameterInit name='psk:PageMediaSizeMediaSizeWidth'>" + Value("7") +
+                            "</psf:ParameterInit>" + Feature("psk:PageOrientation", "psk:Portrait");
+    const struct {
+        int width, height;
+        const char* option;
+        bool isCustom;
+    } cases[] = {
+        {210000, 297000, "psk:ISOA4", false},
+        {210000, 900000, "ok:OtherMetric210x900", false},
+        {210001, 297000, "psk:CustomMediaSize", true},
+    };
+    for (const std::string& declarations : {declarePrivate, std::string(), Declare("own", PrivateUri())}) {
+        for (const auto& expected : cases) {
+            SCOPED_TRACE(expected.option + declarations);
+            PageMediaSizePtPcHelper helper;
+            PrintTicketXmlDocument written = OpenTicket(Ticket(old, declarations));
+            EXPECT_EQ(
+                helper.AddOrReplacePageMediaSize(capabilities, written, expected.width, expected.height),
+                S_OK);
+            const OpenTicket ticket(XmlOf(written));
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature)"), "2");
+            EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"),
+                      expected.option);
+            if (!std::string(expected.option).starts_with("psk:")) {
+                EXPECT_EQ(OutsideView(ticket, "/*/namespace::ok"), PrivateUri());
+            }
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), expected.isCustom ? "2" : "0");
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), expected.isCustom ? "2" : "0");
+            int width = 0;
+            int height = 0;
+            EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", &width), S_OK);
+            EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", &height),
+                      S_OK);
+            EXPECT_EQ(width, expected.width);
+            EXPECT_EQ(height, expected.height);
+
+            EXPECT_EQ(PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(written), S_OK);
+            EXPECT_EQ(OutsideView(written, "count(/*/*)"), "1");
+            EXPECT_EQ(PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(written),
+                      S_FALSE);
+        }
+    }
+}
+
+// A ticket that cannot take the size keeps the one it has.
+TEST(PageMediaSizePtPcHelper, LeavesATicketAloneThatCannotHoldAPrivateName) {
+    PrintCapabilitiesXmlDocument capabilities =
+        Capabilities(SizeFeature(SizeOption("ok:Own", "1", "2")), declarePrivate);
+    PrintTicketXmlDocument ticket =
+        OpenTicket(Ticket(Feature("psk:PageMediaSize", "psk:ISOA5"), Declare("ok", "urn:another")));
+    PageMediaSizePtPcHelper helper;
+    EXPECT_EQ(ResultOf([&] { return helper.AddOrReplacePageMediaSize(capabilities, ticket, 1, 2); }), E_FAIL);
+    EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:ISOA5");
+}
+
+// The sample printer and the table agree on the sizes that both name.
+TEST(PageMediaSizePtPcHelper, ReadsTheSizesOfASamplePrinter) {
+    const SampleQueue queue;
+    const auto capabilities =
+        PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(SampleQueue::name, nullptr);
+    ASSERT_NE(capabilities, nullptr);
+    PageMediaSizePtPcHelper helper;
+    int known = 0;
+    for (const PcFormInfo& size : helper.GetSupportedPageMediaSizes(*capabilities)) {
+        const std::wstring keyword =
+            (static_cast<int>(size.nameSpace) == 3 ? L"psk:" : L"ok:") + std::wstring(size.optionName.View());
+        for (const MediaSizeRecord& record : MediaSizeTable::GetRecords()) {
+            if (record.keyword != keyword) continue;
+            EXPECT_NEAR(record.width, size.width, 99) << Narrow(keyword.c_str());
+            EXPECT_NEAR(record.height, size.height, 99) << Narrow(keyword.c_str());
+            ++known;
+        }
+    }
+    EXPECT_GE(known, 10);
+}
+
+} // namespace
