@@ -197,12 +197,11 @@ CXString This::GetValueWithoutNamespace(const CXString& value, bool ofCapabiliti
     return value;
 }
 
-CComBSTR This::GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const {
+const CComBSTR& This::GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const {
+    static const CComBSTR none;
     const auto& prefixes = PrefixesOf(forCapabilities).prefixes;
     const auto found = prefixes.find(ns);
-    return found == prefixes.end()
-               ? CComBSTR()
-               : Make(View(found->second), "NativeComPrintTicketAccess::GetNamespaceComString");
+    return found == prefixes.end() ? none : found->second;
 }
 
 This::PrintTicketNamespace This::GetNamespaceEnum(const CXString& uriOrPrefix) const {
@@ -261,7 +260,7 @@ PrintTicketQueryBuilder This::GetPrintTicketQueryForFeature(const CXString& feat
     PrintTicketQueryBuilder query(GetNamespaceComString(FrameworkNamespace, forCapabilities));
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return query;
-    const CComBSTR prefix = GetNamespaceComString(row->ns, forCapabilities);
+    const CComBSTR& prefix = GetNamespaceComString(row->ns, forCapabilities);
     if (prefix.Length() == 0) return query;
     if (row->element == Row::Feature) query.AddFeature(prefix, feature);
     if (row->element == Row::Parameter) query.AddParameterDef(prefix, feature);
@@ -443,7 +442,7 @@ void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value
     value.Empty();
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
-    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
     if (row->name == PrintSchema::JobPasscode::FEATURE &&
         (prefix.Length() == 0 || GetNamespaceComString(row->ns, true).Length() == 0)) {
         value = PrintSchema::JobPasscode::Off;
@@ -482,7 +481,7 @@ void This::GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& op
     if (row == nullptr) return;
     HRESULT found = S_FALSE;
     WithoutFailures([&] {
-        const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+        const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
         CComBSTR name;
         if (prefix.Length() != 0) found = m_ticket->GetFeatureOption(prefix, feature, &name, nullptr);
         option = ToCXString(name);
@@ -504,7 +503,7 @@ CComPtr<IXMLDOMNode> This::FindParameterValue(const CXString& feature) const {
     CComPtr<IXMLDOMNode> node;
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return node;
-    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
     if (prefix.Length() != 0) m_ticket->GetParameterInitValueNodeIfExists(prefix, feature, &node);
     return node;
 }
@@ -547,7 +546,7 @@ void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
 void This::ReplaceStringParameter(const CXString& feature, const CXString& value) {
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
-    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
     if (prefix.Length() == 0) return;
     WithoutFailures([&] {
         CComPtr<IXMLDOMElement> init;
@@ -572,7 +571,7 @@ void This::SetCurrentValueStringFeature(const CXString& feature, const CXString&
 void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
-    const CComBSTR prefix = GetNamespaceComString(row->ns, false);
+    const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
     if (prefix.Length() == 0) return;
     WithoutFailures([&] {
         CComPtr<IXMLDOMElement> init;
@@ -585,7 +584,7 @@ void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
 void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXString& optionName,
                           PrintTicketNamespace optionNamespace) {
     constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
-    const CComBSTR prefix = GetNamespaceComString(row.ns, false);
+    const CComBSTR& prefix = GetNamespaceComString(row.ns, false);
     if (prefix.Length() == 0) return;
     CComPtr<IXMLDOMElement> feature;
     CComPtr<IXMLDOMElement> option;

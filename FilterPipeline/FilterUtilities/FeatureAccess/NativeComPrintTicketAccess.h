@@ -119,7 +119,7 @@ private:
     [[nodiscard]] CXString GetValueWithoutNamespace(const CXString& value, bool ofCapabilities,
                                                     PrintTicketNamespace& ns, CXString& uri) const;
     /// Empty if the document does not declare the namespace.
-    [[nodiscard]] CComBSTR GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const;
+    [[nodiscard]] const CComBSTR& GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const;
     /// Of the ticket's prefixes, and of namespaces by URI.
     [[nodiscard]] PrintTicketNamespace GetNamespaceEnum(const CXString& uriOrPrefix) const;
 
