@@ -6,6 +6,8 @@
 #include "Com/FaultInjection.h"
 #include "Support/FilterJob.h"
 
+#include <set>
+
 namespace {
 
 const std::string declarePrivate = Declare("ok", PrivateUri());
