@@ -1,0 +1,172 @@
+// The sample queues: their devices, capabilities and default tickets fit each other and the dictionaries.
+
+#include "JobUnderTest.h"
+
+#include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
+#include <DataModel/NativeXmlConfigFeatureTable.h>
+#include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <FeatureAccess/NativeComPrintTicketAccess.h>
+#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+
+#include "Spooler/QueueFolder.h"
+#include "Spooler/QueuePropertyBag.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+
+namespace {
+
+using namespace DataModelIds;
+
+// A job without wishes of its own: what the queue's default ticket says.
+class SampleQueueJob {
+public:
+    explicit SampleQueueJob(const std::string& name)
+        : folder(std::string(OV_SOURCE_DIR "/Samples/Queues/") + name),
+          m_queue(OvPlatform::QueueFolder::Load(folder)) {
+        EXPECT_EQ(S_OK, OvPlatform::QueuePropertyBag::Create(m_queue->DriverProperties(),
+                                                             OvPlatform::QueuePropertyBag::Access::ReadOnly,
+                                                             &m_properties));
+        NativeComPrinterPropertyBagAccess bag(
+            *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+        const OrvelDriverPropertyBag driver(bag);
+        device = driver.GetSimpleOcapParser();
+        coversTravelInOpif = driver.AreCoversSupportedAndOutputInOpif();
+        ticket.emplace(CXString(m_queue->DefaultTicket().c_str()));
+        capabilities.emplace(CXString(m_queue->Capabilities().c_str()));
+        ticketAccess.emplace(*ticket, *capabilities);
+        attributeBytes.emplace(&*ticket, NoDisplayHelp(), false);
+        features.emplace(L"document", L"user", L"domain", nullptr, Dimension(), Dimension(), *device,
+                         *ticketAccess, *attributeBytes);
+    }
+
+    [[nodiscard]] Answered Ask(tagFeatureEnum feature) const {
+        FeatureValueSource source{};
+        const SimpleOptionValue value = features->GetOptionValue(feature, source);
+        return {value.IsSpecified(), value.GetValue(), source};
+    }
+
+private:
+    MsSafeCoInit m_apartment;
+
+public:
+    const std::filesystem::path folder;
+    OvlSharedPtr<SimpleOcapParser> device;
+    bool coversTravelInOpif = false;
+    std::optional<PrintTicketXmlDocument> ticket;
+    std::optional<PrintCapabilitiesXmlDocument> capabilities;
+    std::optional<NativeComPrintTicketAccess> ticketAccess;
+    std::optional<PrintTicketAttributeBytesReaderWriter> attributeBytes;
+    std::optional<DataModelLessFeatureAccess> features;
+
+private:
+    std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
+    CComPtr<IPrinterPropertyBag> m_properties;
+};
+
+class SampleQueue : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(Samples, SampleQueue, testing::Values("ColorOffice", "MonoOffice"),
+                         [](const auto& one) { return std::string(one.param); });
+
+// A misspelt name would be a feature that nobody asks for.
+TEST_P(SampleQueue, DescribeTheirDevicesInWordsThatTheDictionariesHave) {
+    const SampleQueueJob job(GetParam());
+    std::map<tagFeatureEnum, std::set<std::string>> wordsOf;
+    for (const auto& row : GetNativeXmlConfigCpssOptionValueRows())
+        wordsOf[row.feature].insert(row.cpssName);
+    int known = 0;
+    for (const auto& row : GetNativeXmlConfigFeatureRows()) {
+        if (!job.device->IsCpssFeatureSupported(row.cpssName)) continue;
+        ++known;
+        if (!wordsOf.contains(row.feature)) continue;
+        const auto values = job.device->GetSupportedFeatureOrValuesFromOcap(row.cpssName, false);
+        EXPECT_FALSE(values.empty()) << row.cpssName;
+        for (const CPString& value : values)
+            EXPECT_TRUE(wordsOf[row.feature].contains(value.utf8Bytes())) << row.cpssName << ": " << value;
+    }
+    int listed = 0;
+    std::ifstream document(job.folder / "device-capabilities.xml");
+    for (std::string line; std::getline(document, line);)
+        listed += line.starts_with("  <") && line[3] != '/' && line[3] != '!';
+    EXPECT_EQ(listed, known)
+        << "features at the top of the document, and those with a name in the dictionary";
+    for (const CXString& option : job.device->GetSupportedInstallableOptionFeaturesFromOcap())
+        EXPECT_TRUE(option.View().starts_with(L"installable-")) << option;
+}
+
+// A feature may be decided by the ticket only if the capabilities show it, in the words of the dictionary.
+TEST(SampleQueues, OfferEveryFeatureOfTickets) {
+    SampleQueueJob color("ColorOffice");
+    for (const auto& row : GetNativeXmlConfigFeatureRows()) {
+        if (row.ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND) {
+            EXPECT_TRUE(color.features->IsSupportedFeature(row.feature)) << row.enumerator;
+        }
+    }
+    SampleQueueJob mono("MonoOffice");
+    EXPECT_FALSE(mono.features->IsSupportedFeature(FEAT_FINISHING_STAPLE));
+    EXPECT_FALSE(mono.features->IsSupportedFeature(FEAT_FINISHING_FOLD));
+
+    const struct {
+        tagFeatureEnum asked;
+        const wchar_t* ticketFeature;
+        const wchar_t* option;
+        int value;
+    } rows[] = {
+        {FEAT_FINISHING_2_HOLE_PUNCH, L"JobHolePunch", L"HolePunchDualTop", VAL_FINISHING_HOLE_PUNCH_PTLR},
+        {FEAT_FINISHING_4_HOLE_PUNCH, L"JobHolePunch", L"HolePunchQuadLeft", VAL_FINISHING_HOLE_PUNCH_PLLT},
+        {FEAT_FINISHING_FOLD, L"JobBindAllDocuments", L"FoldZ", VAL_FINISHING_Z_FOLD_PI},
+        {FEAT_FINISHING_1_STAPLE, L"JobStapleAllDocuments", L"StapleTopRight",
+         VAL_FINISHING_1_STAPLE_TOP_RIGHT},
+        {FEAT_JOB_IDENTIFICATION, L"JobIdentification", L"JobIdCustomBanner",
+         VAL_PRINT_ID_CUSTOM_BANNER_SHEET},
+        {FEAT_PAGE_LAYOUT, L"JobNUpAllDocumentsContiguously", L"16", VAL_PAGE_LAYOUT_NUP_16},
+        {FEAT_MS_PIN_PRINTING, L"JobPasscode", L"On", VAL_PIN_PRINTING_ON},
+        {FEAT_MARGINS, L"PageBorderless", L"Borderless", VAL_MARGINS_BORDERLESS},
+    };
+    for (const auto& row : rows) {
+        color.ticketAccess->SetCurrentValueOptionFeature(row.ticketFeature, row.option);
+        EXPECT_EQ(color.Ask(row.asked), (Answered{true, row.value, FeatureValueSource::PrintTicket}))
+            << CPString(row.option);
+    }
+    mono.ticketAccess->SetCurrentValueOptionFeature(L"JobHolePunch", L"HolePunchDualLeft");
+    EXPECT_EQ(mono.Ask(FEAT_FINISHING_HOLE_PUNCH).value, VAL_FINISHING_2_HOLE_PUNCH) << "counts only";
+}
+
+TEST(SampleQueues, ShowEachSourceDecide) {
+    using enum FeatureValueSource;
+    const SampleQueueJob job("ColorOffice");
+    const struct {
+        tagFeatureEnum feature;
+        Answered answer;
+    } rows[] = {
+        {FEAT_COLOR_EFFECTS, {true, VAL_COLOR_EFFECTS_COLOR, PrintTicket}},
+        {FEAT_JOB_IDENTIFICATION, {true, VAL_PRINT_ID_OFF, PrintTicket}},
+        {FEAT_PRINT_QUALITY_LEVEL, {true, VAL_QUALITY_ENHANCED, PublicDocumentSettings}},
+        {FEAT_OUTLINES, {true, VAL_OUTLINES_ON, PublicDocumentSettings}},
+        {FEAT_OUTPUT_DESTINATION, {true, VAL_OUTPUT_BIN_MAILBOX3, AttributeBytes}},
+        {FEAT_DISPLAY_COLOR_CORRECTION, {true, VAL_SOURCE_CMYK_COMMERCIAL, AttributeBytes}},
+        {FEAT_JOB_OFFSET_API, {true, VAL_JOB_OFFSET_SET, AttributeBytes}},
+        {FEAT_BOOKLET, {true, VAL_BOOKLET_OFF, FactoryDefault}},
+        {FEAT_COVER_OPTIONS, {true, VAL_COVER_OPTION_NONE, FactoryDefault}},
+        {FEAT_JOB_TYPE, {true, VAL_JOB_TYPE_NORMAL_PRINT, FactoryDefault}},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(job.Ask(row.feature), row.answer)
+            << job.features->GetFeatureEnumNameForDisplay(row.feature);
+    int value = 0;
+    FeatureValueSource source{};
+    EXPECT_TRUE(job.features->GetIntegerValue(FEAT_LIGHTNESS, value, source));
+    EXPECT_TRUE(value == 5 && source == AttributeBytes) << value;
+    EXPECT_TRUE(job.features->GetIntegerValue(FEAT_SATURATION, value, source));
+    EXPECT_TRUE(value == 10 && source == FactoryDefault) << value;
+    EXPECT_TRUE(job.coversTravelInOpif);
+    EXPECT_FALSE(SampleQueueJob("MonoOffice").coversTravelInOpif);
+}
+
+} // namespace
