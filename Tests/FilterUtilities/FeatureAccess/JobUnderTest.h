@@ -21,16 +21,23 @@ struct OfferedFeature {
     bool isRequired = false;
     std::string factoryDefault = {};
     std::vector<OfferedFeature> members = {};
+    bool isInteger = false;
 };
 
 inline std::string DeviceDocument(const std::vector<OfferedFeature>& features) {
     std::string text;
     for (const OfferedFeature& feature : features) {
-        const std::string element = feature.members.empty() ? "Option" : "Collection";
+        const std::string element = feature.isInteger         ? "Integer"
+                                    : feature.members.empty() ? "Option"
+                                                              : "Collection";
         text += "<" + element + " name='" + feature.name + "'";
         if (feature.isRequired) text += " required='true'";
         if (!feature.factoryDefault.empty()) text += " default='" + feature.factoryDefault + "'";
         text += ">";
+        if (feature.isInteger) {
+            text += "</" + element + ">";
+            continue;
+        }
         std::set<std::string> values(feature.values.begin(), feature.values.end());
         if (!feature.factoryDefault.empty()) values.insert(feature.factoryDefault);
         if (values.empty() && feature.members.empty()) values.insert("an-option-has-some-value");
@@ -60,6 +67,8 @@ public:
     std::vector<OfferedFeature> device;
     PrintTicketAttributeBytesReaderWriter attributeBytes{NoDisplayHelp()};
     Kind kind = Kind::OfJobWithAttributeBytes;
+    Dimension outputWidth{8.5, Dimension::Inch};
+    Dimension outputHeight{11, Dimension::Inch};
 
     // An element of the public document settings.
     void AddElement(const std::string& name, const std::string& text, const std::string& attributes = {}) {
@@ -78,12 +87,12 @@ public:
                          .c_str()));
         switch (kind) {
         case Kind::OfJob:
-            m_access.emplace(L"document", L"user", L"domain", nullptr, Dimension(8.5, Dimension::Inch),
-                             Dimension(11, Dimension::Inch), *m_capabilities, ticket);
+            m_access.emplace(L"document", L"user", L"domain", nullptr, outputWidth, outputHeight,
+                             *m_capabilities, ticket);
             break;
         case Kind::OfJobWithAttributeBytes:
-            m_access.emplace(L"document", L"user", L"domain", nullptr, Dimension(8.5, Dimension::Inch),
-                             Dimension(11, Dimension::Inch), *m_capabilities, ticket, attributeBytes);
+            m_access.emplace(L"document", L"user", L"domain", nullptr, outputWidth, outputHeight,
+                             *m_capabilities, ticket, attributeBytes);
             break;
         case Kind::OutsideJob:
             m_access.emplace(*m_capabilities, ticket, &attributeBytes);
