@@ -15,6 +15,8 @@ constexpr const char* GeneralHelp =
       sends a job through filters and writes what the device would get
   ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
       the merged print ticket of the job, a document or a page
+  ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
+      what the job, a document or a page asks for, feature by feature, and where that was said
   ov-pipeline parts JOB.xps
       the tree of the job's parts, with sizes and tickets
 
@@ -55,6 +57,19 @@ page laid over it and made valid for the device. Without --document and --page: 
                   page, or changed by validation
 )";
 
+constexpr const char* FeaturesHelp =
+    R"(ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
+
+Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for
+it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes in it, the device's
+factory default, or a rule. Below them, the values that hold in the end. Passwords are not shown.
+
+  --queue DIR     the queue folder of the printer; without it, the sample queue ColorOffice
+  --document N    the Nth document
+  --page N        the Nth page of that document, or without --document of the whole job
+  --json          the same for programs
+)";
+
 constexpr const char* PartsHelp =
     R"(ov-pipeline parts JOB.xps
 
@@ -66,7 +81,7 @@ struct CommandName {
     const char* help;
 };
 constexpr std::array Commands{CommandName{"run", RunHelp}, CommandName{"ticket", TicketHelp},
-                              CommandName{"parts", PartsHelp}};
+                              CommandName{"features", FeaturesHelp}, CommandName{"parts", PartsHelp}};
 
 struct OptionName {
     const char* name;
@@ -74,15 +89,16 @@ struct OptionName {
     bool hasValue;
 };
 constexpr std::array Options{
-    OptionName{"--queue", "run ticket", true},
+    OptionName{"--queue", "run ticket features", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
     OptionName{"--output", "run", true},
     OptionName{"-o", "run", true},
     OptionName{"--trace", "run", false},
-    OptionName{"--document", "ticket", true},
-    OptionName{"--page", "ticket", true},
+    OptionName{"--document", "ticket features", true},
+    OptionName{"--page", "ticket features", true},
     OptionName{"--explain", "ticket", false},
+    OptionName{"--json", "features", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -123,6 +139,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
         options.page = Number(option, value);
     else if (option == "--trace")
         options.trace = true;
+    else if (option == "--json")
+        options.json = true;
     else
         options.explain = true;
 }
@@ -131,7 +149,7 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
-    if (arguments.empty()) throw UsageError("which command: run, ticket or parts?");
+    if (arguments.empty()) throw UsageError("which command: run, ticket, features or parts?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;

@@ -16,7 +16,7 @@ public:
 };
 
 struct CommandOptions {
-    std::string command; // run, ticket, parts; empty where only help or the version is wanted
+    std::string command; // run, ticket, features, parts; empty where only help or the version is wanted
     bool wantsHelp = false;
     bool wantsVersion = false;
     std::string job;
@@ -26,6 +26,7 @@ struct CommandOptions {
     std::string output;               // empty: named after the job, in the current folder
     bool trace = false;
     bool explain = false;
+    bool json = false;
     std::optional<unsigned long> document; // from 1
     std::optional<unsigned long> page;     // from 1
 };

@@ -33,7 +33,8 @@ int RunChosen(const CommandOptions& options, std::ostream& out, std::ostream& er
         return ExitOk;
     }
     if (options.command == "run") return RunCommand(options, out, errors);
-    return options.command == "ticket" ? TicketCommand(options, out) : PartsCommand(options, out);
+    if (options.command == "ticket") return TicketCommand(options, out);
+    return options.command == "features" ? FeaturesCommand(options, out) : PartsCommand(options, out);
 }
 
 // Without this check a filter that needs the queue's documents would fail, and have no words for why.

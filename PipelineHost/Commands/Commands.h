@@ -17,6 +17,7 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std
 // for what keeps them from their work.
 int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& errors);
 int TicketCommand(const CommandOptions& options, std::ostream& out);
+int FeaturesCommand(const CommandOptions& options, std::ostream& out);
 int PartsCommand(const CommandOptions& options, std::ostream& out);
 
 // Puts the job's name before a line that does not begin with it.

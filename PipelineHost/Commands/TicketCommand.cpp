@@ -1,12 +1,10 @@
 #include "Commands/Commands.h"
-#include "Commands/TicketExplanation.h"
+#include "Commands/JobLevel.h"
 #include "Source/PackageSource.h"
 
-#include "PrintTicket/PrintTicketError.h"
 #include "Spooler/QueueRegistry.h"
 
 #include <ComSupport/MsSafeCoinit.h>
-#include <Ticket/PrintTicketManager.h>
 
 #include <ostream>
 
@@ -14,92 +12,9 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::uint64_t MaxTicketSize = 64u << 20;
-
-// The parts whose tickets hold at the level that is asked for, from the job down; the lower ones null where
-// the level lies above them.
-struct LevelParts {
-    CComPtr<IFixedDocumentSequence> sequence;
-    CComPtr<IFixedDocument> document;
-    CComPtr<IFixedPage> page;
-};
-
-LevelParts FindLevel(const CommandOptions& options, const SharedContext& context) {
-    CComPtr<PackageSource> source;
-    source.Attach(new PackageSource(context));
-    LevelParts parts;
-    unsigned long documents = 0;
-    unsigned long pages = 0; // of the job, or of the document that is asked for
-    while (const CComPtr<IUnknown> part = source->Next()) {
-        if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
-            parts.sequence = sequence.p;
-            if (!options.document && !options.page) return parts;
-        } else if (const CComQIPtr<IFixedDocument> document(part); document) {
-            parts.document = document.p;
-            if (++documents == options.document && !options.page) return parts;
-            if (options.document && documents > *options.document) break;
-        } else if (const CComQIPtr<IFixedPage> page(part); page) {
-            if (options.document && documents != *options.document) continue;
-            if (++pages == options.page) {
-                parts.page = page.p;
-                return parts;
-            }
-        }
-    }
-    if (options.document && documents < *options.document)
-        throw UsageError("the job has " + Counted(documents, "document") + "; there is no document " +
-                         std::to_string(*options.document));
-    throw UsageError(std::string(options.document ? "the document has " : "the job has ") +
-                     Counted(pages, "page") + "; there is no page " + std::to_string(*options.page));
-}
-
-// The ticket slot of a part; null for a part that is null.
-template <class Part>
-TicketSlot* SlotOf(Part* part) {
-    const CComQIPtr<IHostTicketed> ticketed(part);
-    return ticketed ? &ticketed->Ticket() : nullptr;
-}
-TicketSlot* SlotOf(IFixedPage* part) {
-    const CComQIPtr<IHostPage> page(part);
-    return page ? &page->Page().Ticket() : nullptr;
-}
-
-void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketScope scope, TicketSlot* slot) {
-    if (!slot || slot->IsEmpty()) return;
-    const std::string name = slot->Name();
-    const CComPtr<IPartPrintTicket> part = slot->Take(PartKind::PrintTicket);
-    const CComQIPtr<IHostPart> host(part);
-    std::string text;
-    Drain(*host->Core().content->Open(), [&](const void* bytes, std::size_t size) {
-        if (text.size() + size > MaxTicketSize)
-            throw InputError(E_OUTOFMEMORY, name, name + ": a print ticket larger than 64 MB");
-        text.append(static_cast<const char*>(bytes), size);
-    });
-    try {
-        explanation.Add(level, scope, &text);
-    } catch (const OvPlatform::PrintTicketError& error) {
-        throw InputError(error.Result(), name, name + ": " + error.what());
-    }
-}
-
-TicketExplanation Explain(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                          const LevelParts& parts) {
-    TicketExplanation explanation(queue);
-    AddLevel(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
-    AddLevel(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
-    AddLevel(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
-    return explanation;
-}
-
-void Require(HRESULT hr, const char* level) {
-    if (FAILED(hr))
-        throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
-}
-
 std::string TextOf(IXMLDOMDocument2* document) {
     CComPtr<IStream> stream;
-    if (!document || FAILED(document->QueryInterface(&stream)))
-        throw HostError(E_FAIL, {}, "there is no merged ticket");
+    if (FAILED(document->QueryInterface(&stream))) throw HostError(E_FAIL, {}, "there is no merged ticket");
     LARGE_INTEGER start{};
     stream->Seek(start, STREAM_SEEK_SET, nullptr);
     std::string text;
@@ -110,20 +25,10 @@ std::string TextOf(IXMLDOMDocument2* document) {
     return text;
 }
 
-// By the same class as filters do it.
 std::string MergedTicket(const OvPlatform::QueueFolder& queue, const LevelParts& parts) {
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
-    CComPtr<IPrintReadStream> defaultTicket;
-    defaultTicket.Attach(new PrintReadStream(MemoryContent(queue.DefaultTicket()).Open()));
-    std::wstring name = queue.PrinterName();
-    Require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
-    Require(manager.MergeAndValidatePartPrintTicket(parts.sequence.p), "job");
-    if (parts.document) Require(manager.MergeAndValidatePartPrintTicket(parts.document.p), "document");
-    if (parts.page) Require(manager.MergeAndValidatePartPrintTicket(parts.page.p), "page");
-    return TextOf(parts.page       ? manager.GetPtrToPagePrintTicketForReading()
-                  : parts.document ? manager.GetPtrToDocPrintTicketForReading()
-                                   : manager.GetPtrToJobPrintTicketForReading());
+    return TextOf(MergeLevel(manager, queue, parts));
 }
 
 } // namespace
@@ -134,7 +39,7 @@ int TicketCommand(const CommandOptions& options, std::ostream& out) {
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
     // Also where it is not shown: it has words for a ticket that cannot be merged.
-    const TicketExplanation explanation = Explain(queue, parts);
+    const TicketExplanation explanation = ExplainLevel(queue, parts);
     out << (options.explain ? FormatExplanation(explanation.Rows()) : MergedTicket(*queue, parts) + "\n");
     return ExitOk;
 }

@@ -162,6 +162,7 @@ public:
     bool GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature, int& value,
                          FeatureValueSource& source) const;
     bool GetStringValue(tagFeatureEnum feature, CXString& value, FeatureValueSource& source) const;
+    [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum feature, FeatureValueSource& source) const;
     [[nodiscard]] SimpleOptionValue GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const;
 
 private:

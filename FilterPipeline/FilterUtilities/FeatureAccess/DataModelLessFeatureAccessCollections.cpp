@@ -110,10 +110,21 @@ bool DataModelLessFeatureAccess::IsOrvelPublicDocSettingsFeaturePresentAtJobLeve
 // ---- Collections
 
 bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature) const {
+    FeatureValueSource source{};
+    return IsCollectionSpecified(feature, source);
+}
+
+bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature,
+                                                       FeatureValueSource& source) const {
     // Deliberate: annotations in the settings count even if they are marked as not specified.
-    if (feature == FEAT_ANNOTATION_COL && IsOrvelPublicDocSettingsFeaturePresent(GetFeatureCpssName(feature)))
+    if (feature == FEAT_ANNOTATION_COL &&
+        IsOrvelPublicDocSettingsFeaturePresent(GetFeatureCpssName(feature))) {
+        source = FeatureValueSource::PublicDocumentSettings;
         return true;
-    return TryGetIsSpecifiedFromAttributeBytesIfExists(feature);
+    }
+    const bool isSpecified = TryGetIsSpecifiedFromAttributeBytesIfExists(feature);
+    source = isSpecified ? FeatureValueSource::AttributeBytes : FeatureValueSource::None;
+    return isSpecified;
 }
 
 bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum parent, tagFeatureEnum feature) const {

@@ -1,0 +1,123 @@
+// What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
+
+#include <FeatureAccess/DataModelLessFeatureAccess.h>
+#include <FeatureAccess/NativeComPrintTicketAccess.h>
+
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <DataModel/NativeXmlConfigFeatureDictionary.h>
+#include <DeviceDescription/SimpleOcapParser.h>
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+
+#include <libxml/parser.h>
+#include <libxml/xpath.h>
+#include <libxml/xpathInternals.h>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+constexpr char frameworkUri[] = "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
+
+std::string ReadSample(const char* name) {
+    std::ifstream file(std::filesystem::path(OV_SOURCE_DIR) / "Samples/Queues/ColorOffice" / name,
+                       std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
+public:
+    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
+        return std::make_unique<NoDisplayHelp>();
+    }
+};
+
+// The sample printer's default ticket with settings of its driver in it.
+struct Job {
+    Job()
+        : ticket(CXString(ReadSample("default-ticket.xml").c_str())),
+          capabilities(CXString(ReadSample("capabilities.xml").c_str())), ticketAccess(ticket, capabilities),
+          device(
+              CPString("<DeviceCapabilities version='1.0'><Option name='job-type-api' required='true' "
+                       "default='normal-print'><Value name='normal-print'/></Option><Option "
+                       "name='hole-punch-api'><Value name='2-hole-punch'/></Option></DeviceCapabilities>")) {
+        CPString settings("<OrvelPublicDocSettings>");
+        for (const char* const name : {"booklet-api", "outlines-api", "sides", "cover-options-api",
+                                       "output-bin", "creator-name-pdl", "user-name-api", "job-offset-api"})
+            settings += CPString(("<" + std::string(name) + " syntax=\"keyword\">on</" + name + ">").c_str());
+        settings += "</OrvelPublicDocSettings>";
+        ticketAccess.SetJobOrvelPublicDocSettingsXml(settings);
+        for (const LONG feature : {36, 45, 110, 129, 199, 533})
+            attributeBytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
+                AttributeBytes(AttributeBytesFeatureId(feature), AttributeBytesValue::FromOption(6000)));
+    }
+
+    PrintTicketXmlDocument ticket;
+    PrintCapabilitiesXmlDocument capabilities;
+    NativeComPrintTicketAccess ticketAccess;
+    SimpleOcapParser device;
+    PrintTicketAttributeBytesReaderWriter attributeBytes{NoDisplayHelp()};
+};
+
+double MedianOf(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+void AllOptions(benchmark::State& state) {
+    using Clock = std::chrono::steady_clock;
+    Job job;
+    const DataModelLessFeatureAccess access(L"document", L"user", L"domain", nullptr, Dimension(),
+                                            Dimension(), job.device, job.ticketAccess, job.attributeBytes);
+    std::vector<const NativeXmlConfigFeatureEntry*> features;
+    NativeXmlConfigFeatureDictionary::Instance()->GetAllEntries(features);
+
+    CPString text;
+    job.ticketAccess.GetPrintTicketAsXmlString(text, false);
+    xmlDoc* tree = xmlReadMemory(text.utf8Bytes(), static_cast<int>(text.view().size()), nullptr, nullptr,
+                                 XML_PARSE_NONET);
+    xmlXPathContext* context = xmlXPathNewContext(tree);
+    xmlXPathRegisterNs(context, reinterpret_cast<const xmlChar*>("psf"),
+                       reinterpret_cast<const xmlChar*>(frameworkUri));
+    xmlXPathCompExpr* query = xmlXPathCompile(
+        reinterpret_cast<const xmlChar*>("//psf:Feature[@name = \"psk:PageMediaSize\"]/psf:Option"));
+
+    std::vector<double> ownSeconds;
+    std::vector<double> peerSeconds;
+    for ([[maybe_unused]] auto _ : state) {
+        const auto start = Clock::now();
+        for (const NativeXmlConfigFeatureEntry* const feature : features)
+            benchmark::DoNotOptimize(access.GetOptionValue(feature->feature));
+        const auto between = Clock::now();
+        xmlXPathFreeObject(xmlXPathCompiledEval(query, context));
+        const auto end = Clock::now();
+        const double seconds = std::chrono::duration<double>(between - start).count();
+        state.SetIterationTime(seconds);
+        ownSeconds.push_back(seconds);
+        peerSeconds.push_back(std::chrono::duration<double>(end - between).count());
+    }
+    state.counters["features"] = static_cast<double>(features.size());
+    state.counters["ratio"] = MedianOf(ownSeconds) / MedianOf(peerSeconds);
+    state.counters["limit"] = 60;
+    xmlXPathFreeCompExpr(query);
+    xmlXPathFreeContext(context);
+    xmlFreeDoc(tree);
+}
+
+BENCHMARK(AllOptions)->UseManualTime();
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+    benchmark::Initialize(&argumentCount, arguments);
+    benchmark::RunSpecifiedBenchmarks();
+    CoUninitialize();
+}

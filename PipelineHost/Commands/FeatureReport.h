@@ -1,0 +1,54 @@
+#pragma once
+
+#include <FeatureAccess/DataModelLessFeatureAccess.h>
+
+#include <string>
+#include <vector>
+
+namespace OvPipeline {
+
+// What a job asks for, feature by feature, for people and for programs.
+class FeatureReport {
+public:
+    struct Answer {
+        std::string value = {};     // a number or a text; empty if there is none, or if it is secret
+        std::string valueName = {}; // of an option; how many entries a collection has
+        bool isSpecified = false;
+        bool isNumber = false;
+        bool isSecret = false;
+        FeatureValueSource source = FeatureValueSource::None;
+    };
+    struct Feature {
+        int number = 0;
+        std::string enumerator;
+        std::string cpssName;
+        std::string configurationName;
+        std::string ticketName;
+        const char* syntax = "";
+        bool isSupported = false;
+        bool isRequired = false;
+        Answer answer;
+    };
+    struct Effective {
+        const char* name;
+        Answer answer;
+    };
+
+    // Asks for every feature of the dictionary, and for the effective values. Throws what the access throws.
+    FeatureReport(const DataModelLessFeatureAccess& access, const SimpleOcapParser& device);
+
+    const std::vector<Feature>& Features() const { return m_features; } // by ascending number
+    const std::vector<Effective>& EffectiveValues() const { return m_effective; }
+
+    // Aligned columns, and below them the effective values.
+    std::string AsTable() const;
+    // An object with "features" and "effective". A value that is not there is null, as is one that is secret,
+    // which says so.
+    std::string AsJson() const;
+
+private:
+    std::vector<Feature> m_features;
+    std::vector<Effective> m_effective;
+};
+
+} // namespace OvPipeline

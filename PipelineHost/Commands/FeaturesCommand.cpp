@@ -1,0 +1,98 @@
+#include "Commands/Commands.h"
+#include "Commands/FeatureReport.h"
+#include "Commands/JobLevel.h"
+#include "Common/HostError.h"
+#include "Common/Text.h"
+#include "Source/PackageSource.h"
+
+#include "Spooler/QueuePropertyBag.h"
+#include "Spooler/QueueRegistry.h"
+
+#include <ComSupport/MsSafeCoinit.h>
+#include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+#include <FeatureAccess/NativeComPrintTicketAccess.h>
+#include <LowLevelFacilities/CPException.h>
+#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+#include <SystemServices/User.h>
+
+#include <ostream>
+
+namespace OvPipeline {
+
+namespace {
+
+class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
+public:
+    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
+        return std::make_unique<NoDisplayHelp>();
+    }
+};
+
+OvlSharedPtr<SimpleOcapParser> ReadDevice(const OvPlatform::QueueFolder& queue) {
+    CComPtr<IPrinterPropertyBag> properties;
+    if (const HRESULT hr = OvPlatform::QueuePropertyBag::Create(
+            queue.DriverProperties(), OvPlatform::QueuePropertyBag::Access::ReadOnly, &properties);
+        FAILED(hr))
+        throw HostError(hr, {}, "the queue's driver properties cannot be read");
+    NativeComPrinterPropertyBagAccess bag(
+        *properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+    try {
+        return OrvelDriverPropertyBag(bag).GetSimpleOcapParser();
+    } catch (const CPException& error) {
+        throw OvPlatform::QueueFolderError(queue.Folder(), error.what());
+    }
+}
+
+// Damage of the driver's settings shows at the first question.
+void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
+                         const std::string& job) {
+    try {
+        static_cast<void>(attributeBytes.IsAttributeBytesListEmpty());
+    } catch (const CPException& error) {
+        throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), job,
+                         std::string("the driver's settings in the ticket cannot be read: ") + error.what());
+    }
+}
+
+FeatureReport Report(const CommandOptions& options, const OvPlatform::QueueFolder& queue,
+                     const LevelParts& parts) {
+    PrintTicketManager manager;
+    PrintTicketXmlDocument ticket(MergeLevel(manager, queue, parts));
+    const auto capabilities = PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(
+        queue.PrinterName().c_str(), nullptr);
+    if (!capabilities) throw HostError(E_FAIL, {}, "the queue gives no print capabilities");
+    NativeComPrintTicketAccess ticketAccess(ticket, *capabilities);
+    const OvlSharedPtr<SimpleOcapParser> device = ReadDevice(queue);
+    PrintTicketAttributeBytesReaderWriter attributeBytes(&ticket, NoDisplayHelp(), false);
+    CheckAttributeBytes(attributeBytes, options.job);
+
+    CXString mediaSize;
+    Dimension width;
+    Dimension height;
+    ticketAccess.GetCurrentValueMediaSizeFeature(L"PageMediaSize", mediaSize, width, height);
+    CXString user;
+    CXString domain;
+    User::GetCurrentUserName(user);
+    User::GetCurrentUsersDomain(domain);
+    const CXString document(Wide(std::filesystem::path(options.job).filename().string()));
+    const DataModelLessFeatureAccess access(document, user, domain, nullptr, width, height, *device,
+                                            ticketAccess, attributeBytes);
+    return {access, *device};
+}
+
+} // namespace
+
+int FeaturesCommand(const CommandOptions& options, std::ostream& out) {
+    const auto queue = LoadQueue(options);
+    OvPlatform::QueueRegistry::Add(queue);
+    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
+    const LevelParts parts = FindLevel(options, context);
+    ExplainLevel(queue, parts); // It has words for a ticket that cannot be merged.
+    const MsSafeCoInit apartment;
+    const FeatureReport report = Report(options, *queue, parts);
+    out << (options.json ? report.AsJson() : report.AsTable());
+    return ExitOk;
+}
+
+} // namespace OvPipeline

@@ -1,0 +1,106 @@
+#include "Commands/JobLevel.h"
+
+#include "Common/HostError.h"
+#include "Common/Text.h"
+#include "Source/PackageSource.h"
+#include "Streams/PrintReadStream.h"
+
+#include "PrintTicket/PrintTicketError.h"
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr std::uint64_t MaxTicketSize = 64u << 20;
+
+// The ticket slot of a part; null for a part that is null.
+template <class Part>
+TicketSlot* SlotOf(Part* part) {
+    const CComQIPtr<IHostTicketed> ticketed(part);
+    return ticketed ? &ticketed->Ticket() : nullptr;
+}
+TicketSlot* SlotOf(IFixedPage* part) {
+    const CComQIPtr<IHostPage> page(part);
+    return page ? &page->Page().Ticket() : nullptr;
+}
+
+void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketScope scope, TicketSlot* slot) {
+    if (!slot || slot->IsEmpty()) return;
+    const std::string name = slot->Name();
+    const CComPtr<IPartPrintTicket> part = slot->Take(PartKind::PrintTicket);
+    const CComQIPtr<IHostPart> host(part);
+    std::string text;
+    Drain(*host->Core().content->Open(), [&](const void* bytes, std::size_t size) {
+        if (text.size() + size > MaxTicketSize)
+            throw InputError(E_OUTOFMEMORY, name, name + ": a print ticket larger than 64 MB");
+        text.append(static_cast<const char*>(bytes), size);
+    });
+    try {
+        explanation.Add(level, scope, &text);
+    } catch (const OvPlatform::PrintTicketError& error) {
+        throw InputError(error.Result(), name, name + ": " + error.what());
+    }
+}
+
+void Require(HRESULT hr, const char* level) {
+    if (FAILED(hr))
+        throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
+}
+
+} // namespace
+
+LevelParts FindLevel(const CommandOptions& options, const SharedContext& context) {
+    CComPtr<PackageSource> source;
+    source.Attach(new PackageSource(context));
+    LevelParts parts;
+    unsigned long documents = 0;
+    unsigned long pages = 0; // of the job, or of the document that is asked for
+    while (const CComPtr<IUnknown> part = source->Next()) {
+        if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
+            parts.sequence = sequence.p;
+            if (!options.document && !options.page) return parts;
+        } else if (const CComQIPtr<IFixedDocument> document(part); document) {
+            parts.document = document.p;
+            if (++documents == options.document && !options.page) return parts;
+            if (options.document && documents > *options.document) break;
+        } else if (const CComQIPtr<IFixedPage> page(part); page) {
+            if (options.document && documents != *options.document) continue;
+            if (++pages == options.page) {
+                parts.page = page.p;
+                return parts;
+            }
+        }
+    }
+    if (options.document && documents < *options.document)
+        throw UsageError("the job has " + Counted(documents, "document") + "; there is no document " +
+                         std::to_string(*options.document));
+    throw UsageError(std::string(options.document ? "the document has " : "the job has ") +
+                     Counted(pages, "page") + "; there is no page " + std::to_string(*options.page));
+}
+
+TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                               const LevelParts& parts) {
+    TicketExplanation explanation(queue);
+    AddLevel(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
+    AddLevel(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
+    AddLevel(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
+    return explanation;
+}
+
+IXMLDOMDocument2* MergeLevel(PrintTicketManager& manager, const OvPlatform::QueueFolder& queue,
+                             const LevelParts& parts) {
+    CComPtr<IPrintReadStream> defaultTicket;
+    defaultTicket.Attach(new PrintReadStream(MemoryContent(queue.DefaultTicket()).Open()));
+    std::wstring name = queue.PrinterName();
+    Require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
+    Require(manager.MergeAndValidatePartPrintTicket(parts.sequence.p), "job");
+    if (parts.document) Require(manager.MergeAndValidatePartPrintTicket(parts.document.p), "document");
+    if (parts.page) Require(manager.MergeAndValidatePartPrintTicket(parts.page.p), "page");
+    IXMLDOMDocument2* const ticket = parts.page       ? manager.GetPtrToPagePrintTicketForReading()
+                                     : parts.document ? manager.GetPtrToDocPrintTicketForReading()
+                                                      : manager.GetPtrToJobPrintTicketForReading();
+    if (!ticket) throw HostError(E_FAIL, {}, "there is no merged ticket");
+    return ticket;
+}
+
+} // namespace OvPipeline

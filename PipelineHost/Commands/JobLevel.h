@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Commands/CommandLine.h"
+#include "Commands/TicketExplanation.h"
+#include "Parts/PartObject.h"
+
+#include <Ticket/PrintTicketManager.h>
+
+#include "Spooler/QueueFolder.h"
+
+namespace OvPipeline {
+
+// The parts whose tickets hold at the level that is asked for, from the job down; the lower ones null where
+// the level lies above them.
+struct LevelParts {
+    CComPtr<IFixedDocumentSequence> sequence;
+    CComPtr<IFixedDocument> document;
+    CComPtr<IFixedPage> page;
+};
+
+// The level that --document and --page choose. Throws UsageError if the job does not go so far.
+LevelParts FindLevel(const CommandOptions& options, const SharedContext& context);
+
+// An account of the level's tickets. It has words for a ticket that cannot be merged: throws InputError.
+TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                               const LevelParts& parts);
+
+// Merges the tickets of the level on the queue's default, by the same class as filters do it, and gives the
+// level's. The manager keeps it; the thread must be in a COM apartment, and the queue known to the spooler.
+// Throws HostError.
+IXMLDOMDocument2* MergeLevel(PrintTicketManager& manager, const OvPlatform::QueueFolder& queue,
+                             const LevelParts& parts);
+
+} // namespace OvPipeline

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace OvPipeline {
+
+// Builds a JSON text. Inside an object, Key comes before each value. Texts are UTF-8; bytes that are not are
+// replaced. Each member stands on its own line, indented by its level.
+class JsonText {
+public:
+    JsonText& BeginObject() { return Begin('{'); }
+    JsonText& EndObject() { return End('}'); }
+    JsonText& BeginArray() { return Begin('['); }
+    JsonText& EndArray() { return End(']'); }
+    JsonText& Key(std::string_view key);
+
+    JsonText& Text(std::string_view text);
+    JsonText& Number(long long number) { return Value(std::to_string(number)); }
+    JsonText& Bool(bool value) { return Value(value ? "true" : "false"); }
+    JsonText& Null() { return Value("null"); }
+
+    const std::string& Result() const { return m_text; }
+
+private:
+    JsonText& Begin(char bracket);
+    JsonText& End(char bracket);
+    JsonText& Value(std::string_view text);
+    void StartValue();
+
+    std::string m_text;
+    std::size_t m_depth = 0;
+    bool m_isFirst = true; // of its object or array
+    bool m_isAfterKey = false;
+};
+
+} // namespace OvPipeline
