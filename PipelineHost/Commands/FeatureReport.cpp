@@ -180,17 +180,22 @@ std::string ValueText(const Answer& answer) {
 
 using Line = std::vector<std::string>;
 
+std::size_t WidthOf(const std::string& utf8) {
+    return static_cast<std::size_t>(
+        std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
 std::string Aligned(const std::vector<Line>& lines) {
     std::vector<std::size_t> widths;
     for (const Line& line : lines) {
         widths.resize((std::max)(widths.size(), line.size()));
         for (std::size_t at = 0; at < line.size(); ++at)
-            widths[at] = (std::max)(widths[at], line[at].size());
+            widths[at] = (std::max)(widths[at], WidthOf(line[at]));
     }
     std::string text;
     for (const Line& line : lines) {
         for (std::size_t at = 0; at < line.size(); ++at)
-            text.append(line[at]).append(widths[at] + 2 - line[at].size(), ' ');
+            text.append(line[at]).append(widths[at] + 2 - WidthOf(line[at]), ' ');
         text.erase(text.find_last_not_of(' ') + 1);
         text += '\n';
     }

@@ -1,0 +1,187 @@
+// What a job asks for, as the program shows it.
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
+
+#include <Commands/Commands.h>
+#include <Commands/FeatureReport.h>
+#include <Report/JsonText.h>
+#include <Support/SampleJob.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <sstream>
+
+using namespace OvPipeline;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+const std::string sampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
+
+// on.
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+std::string LineOf(const std::string& table, const std::string& feature) {
+    for (const std::string& line : Lines(table))
+        if (line.find(" " + feature + " ") != std::string::npos) return line;
+    return "no line of " + feature;
+}
+
+// The object of a feature, without line breaks.
+std::string ObjectOf(const std::string& json, const std::string& feature) {
+    const std::size_t name = json.find("\"feature\": \"" + feature + "\"");
+    if (name == std::string::npos) return "no object of " + feature;
+    const std::size_t start = json.rfind('{', name);
+    return std::regex_replace(json.substr(start, json.find('}', name) + 1 - start), std::regex("\n *"), " ");
+}
+
+class FeaturesCommandTest : public testing::Test {
+protected:
+    void SetUp() override {
+        std::filesystem::current_path(m_folder.Path());
+        std::filesystem::copy(sampleQueue, "queue");
+        for (const auto& file : std::filesystem::directory_iterator("queue"))
+            std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    }
+    void TearDown() override { std::filesystem::current_path(m_before); }
+
+    std::string Run(std::vector<std::string> arguments, int code = ExitOk) {
+        arguments.insert(arguments.begin(), {"features", "job.xps", "--queue", "queue"});
+        std::ostringstream out;
+        std::ostringstream errors;
+        EXPECT_EQ(RunProgram(arguments, out, errors), code) << errors.str();
+        EXPECT_EQ(code == ExitOk, errors.str().empty());
+        return code == ExitOk ? out.str() : errors.str();
+    }
+
+    static std::string Read(const std::filesystem::path& file) {
+        std::ifstream stream(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(stream), {}};
+    }
+    static void Replace(const std::filesystem::path& file, const std::string& pattern,
+                        const std::string& with) {
+        const std::string before = Read(file);
+        const std::string after = std::regex_replace(before, std::regex(pattern), with);
+        ASSERT_NE(before, after);
+        std::ofstream(file, std::ios::binary) << after;
+    }
+
+    TemporaryFolder m_folder;
+
+private:
+    std::filesystem::path m_before = std::filesystem::current_path();
+};
+
+TEST_F(FeaturesCommandTest, ShowsEachPlaceDecidingSomething) {
+    SampleJob job;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    job.pageTicket = SampleTicket("PageOrientation", "Portrait");
+    job.Write("job.xps");
+    const std::string table = Run({});
+    EXPECT_EQ(Lines(table).size(), 1u + 127u + 1u + 5u);
+    const struct {
+        const char* feature;
+        const char* pattern; // what the device says, then what the job asks for, then who decided
+    } cases[] = {
+        {"FEAT_MS_ORIENTATION",
+         "yes +no +yes +5011 VAL_MS_ORIENTATION_LANDSCAPE +ticket +odrv-ms-orientation +"},
+        {"FEAT_PRINT_QUALITY_LEVEL", "yes +yes +yes +[0-9]+ VAL_QUALITY_[A-Z_]+ +document settings +"},
+        {"FEAT_OUTPUT_DESTINATION", "yes +yes +yes +[0-9]+ VAL_OUTPUT_[A-Z0-9_]+ +attribute bytes +"},
+        {"FEAT_JOB_TYPE", "yes +yes +yes +7890 VAL_JOB_TYPE_NORMAL_PRINT +factory default +"},
+        {"FEAT_MEDIA_WEIGHT", "yes +no +yes +[0-9]+ +attribute bytes +"},
+        {"FEAT_EFFECTIVE_MEDIA_TYPE", "yes +no +yes +6800 VAL_MEDIA_TYPE_PLAIN +ticket +"},
+        {"FEAT_AL_HANDLER", "no +no +no +odrv-al-handler +AdaptiveLe\\S+ +_odrvalhandler_"},
+    };
+    for (const auto& row : cases)
+        EXPECT_TRUE(std::regex_search(LineOf(table, row.feature),
+                                      std::regex(std::string(row.feature) + " +" + row.pattern)))
+            << LineOf(table, row.feature);
+    EXPECT_TRUE(std::regex_search(
+        table, std::regex("\norientation +yes +5011 VAL_MS_ORIENTATION_LANDSCAPE +ticket\n")));
+    EXPECT_TRUE(std::regex_search(table, std::regex("\njob name +yes +job.xps +rule\n")));
+    EXPECT_THAT(LineOf(Run({"--page", "1"}), "FEAT_MS_ORIENTATION"),
+                HasSubstr("VAL_MS_ORIENTATION_PORTRAIT"));
+}
+
+TEST_F(FeaturesCommandTest, TellsProgramsTheSame) {
+    SampleJob().Write("job.xps");
+    const std::string json = Run({"--json"});
+    EXPECT_THAT(
+        ObjectOf(json, "FEAT_JOB_TYPE"),
+        AllOf(HasSubstr("\"number\": 36,"), HasSubstr("\"cpssName\": \"job-type-api\","),
+              HasSubstr("\"supported\": true, \"required\": true, \"specified\": true, \"value\": 7890, "
+                        "\"valueName\": \"VAL_JOB_TYPE_NORMAL_PRINT\", \"source\": \"factory default\"")));
+    EXPECT_THAT(ObjectOf(json, "FEAT_AL_HANDLER"),
+                HasSubstr("\"specified\": false, \"value\": null, \"valueName\": null, \"source\": null"));
+    EXPECT_THAT(json, HasSubstr("\"name\": \"job name\""));
+}
+
+TEST_F(FeaturesCommandTest, DoesNotShowPasswords) {
+    std::string ticket = SampleTicket("PageOrientation", "Landscape");
+    ticket.insert(
+        ticket.find(" xmlns:psk="),
+        " xmlns:v11=\"http://schemas.microsoft.com/windows/2013/05/printing/printschemakeywordsv11\""
+        " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\""
+        " xmlns:xsd=\"http://www.w3.org/2001/XMLSchema\"");
+    ticket.insert(ticket.rfind("</psf:PrintTicket>"),
+                  "<psf:Feature name=\"v11:JobPasscode\"><psf:Option name=\"psk:On\"/></psf:Feature>"
+                  "<psf:ParameterInit name=\"v11:JobPasscodeString\"><psf:Value "
+                  "xsi:type=\"xsd:string\">2718</psf:Value>"
+                  "</psf:ParameterInit>");
+    SampleJob job;
+    job.jobTicket = ticket;
+    job.Write("job.xps");
+    const std::string table = Run({});
+    EXPECT_THAT(LineOf(table, "FEAT_MS_PIN_PRINTING_STRING"),
+                AllOf(HasSubstr("(hidden)"), HasSubstr("ticket")));
+    EXPECT_THAT(LineOf(table, "FEAT_JOB_PASSWORD"), AllOf(HasSubstr("(hidden)"), HasSubstr("ticket")));
+    EXPECT_THAT(LineOf(table, "FEAT_JOB_TYPE"), HasSubstr("VAL_JOB_TYPE_SECURE_PRINT"));
+    EXPECT_THAT(table, Not(HasSubstr("2718")));
+    const std::string json = Run({"--json"});
+    EXPECT_THAT(ObjectOf(json, "FEAT_JOB_PASSWORD"), HasSubstr("\"specified\": true, \"value\": null"));
+    EXPECT_THAT(json, Not(HasSubstr("2718")));
+}
+
+TEST_F(FeaturesCommandTest, RefusesWhatItCannotRead) {
+    SampleJob().Write("job.xps");
+    Replace("queue/device-capabilities.xml", "<DeviceCapabilities", "<Capabilities");
+    EXPECT_THAT(Run({}, ExitInputRefused), AllOf(HasSubstr("queue"), HasSubstr("device capabilities, line")));
+    std::filesystem::copy_file(sampleQueue + "/device-capabilities.xml", "queue/device-capabilities.xml",
+                               std::filesystem::copy_options::overwrite_existing);
+
+    const std::regex bytes("(JobOrvelCompleteDocSettings\">[^>]*>)([A-Za-z0-9+/=\\s]{12})");
+    std::string ticket = Read("queue/default-ticket.xml");
+    ASSERT_TRUE(std::regex_search(ticket, bytes));
+    std::ofstream("queue/default-ticket.xml") << std::regex_replace(ticket, bytes, "$1AAAAAAAAAAAA");
+    EXPECT_THAT(Run({}, ExitInputRefused), HasSubstr("the driver's settings in the ticket cannot be read"));
+}
+
+TEST(FeatureReport, KeepsTextsOfTheJobFromSpoilingItsForm) {
+    JobUnderTest job;
+    job.AddElement("user-name-api", "Anna \"A\" \\ &#9;B&#10;C \xE2\x82\xAC");
+    const SimpleOcapParser device("");
+    const FeatureReport report(job.Access(), device);
+    EXPECT_THAT(LineOf(report.AsTable(), "FEAT_CURRENT_USER_NAME"),
+                HasSubstr(" Anna \"A\" \\  B C \xE2\x82\xAC  "));
+    EXPECT_THAT(ObjectOf(report.AsJson(), "FEAT_CURRENT_USER_NAME"),
+                HasSubstr("\"value\": \"Anna \\\"A\\\" \\\\ \\u0009B\\u000aC \xE2\x82\xAC\""));
+}
+
+TEST(JsonText, PutsCommasAndQuotesWhereTheyBelong) {
+    JsonText json;
+    json.BeginObject().Key("a\"").BeginArray().EndArray().Key("b").BeginArray().Number(-1).Null().Bool(true);
+    json.BeginObject().EndObject().EndArray().Key("c").Text("\x01\x7F\xFF").EndObject();
+    EXPECT_EQ(json.Result(), "{\n  \"a\\\"\": [],\n  \"b\": [\n    -1,\n    null,\n    true,\n    {}\n  ],\n"
+                             "  \"c\": \"\\u0001\x7F\xEF\xBF\xBD\"\n}");
+}
+
+} // namespace
