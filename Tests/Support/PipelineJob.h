@@ -85,7 +85,7 @@ private:
 inline OvPipeline::FilterSpec
 Filter(const std::string& name, TestFilter::Body body,
        OvPipeline::FilterEnds ends = {OvPipeline::EndKind::XpsParts, OvPipeline::EndKind::XpsParts},
-       std::shared_ptr<TestFilter::Calls> calls = std::make_shared<TestFilter::Calls>()) {
+       const std::shared_ptr<TestFilter::Calls>& calls = std::make_shared<TestFilter::Calls>()) {
     OvPipeline::FilterSpec spec;
     spec.name = name;
     spec.ends = ends;
@@ -106,7 +106,7 @@ inline HRESULT SendPart(IXpsDocumentConsumer* to, IUnknown* part) {
 // A filter that sends everything on, and shows each page to the test first.
 inline TestFilter::Body
 PassOn(std::function<HRESULT(const FilterEnv&, IXpsDocumentConsumer*, IFixedPage*)> onPage = {}) {
-    return [onPage](const FilterEnv& env) -> HRESULT {
+    return [onPage = std::move(onPage)](const FilterEnv& env) -> HRESULT {
         const CComPtr<IXpsDocumentProvider> from = env.Provider();
         const CComPtr<IXpsDocumentConsumer> to = env.Consumer();
         if (!from || !to) return E_NOINTERFACE;

@@ -40,7 +40,7 @@ protected:
 
     using CountPages = std::size_t (*)(const std::filesystem::path&);
 
-    void Sweep(std::vector<FilterSpec> filters, CountPages countPages, HRESULT fault) {
+    void Sweep(const std::vector<FilterSpec>& filters, CountPages countPages, HRESULT fault) {
         OvPlatform::FaultInjection::CountCalls();
         ASSERT_TRUE(Run(filters).isWritten);
         const LONG calls = OvPlatform::FaultInjection::CallCount();
