@@ -543,41 +543,39 @@ void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
 
 // ---- Editing. What is new is made before the old goes: a failure must lose as little as it can.
 
-void This::ReplaceStringParameter(const CXString& feature, const CXString& value) {
+void This::ReplaceParameter(const CXString& feature, const ParameterMaker& make) {
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
     const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
     if (prefix.Length() == 0) return;
     WithoutFailures([&] {
         CComPtr<IXMLDOMElement> init;
-        m_ticket->CreateStringParameterInit(prefix, feature, value, &init);
-        m_ticket->DeleteParameterInitNodeIfExists(prefix, feature);
-        m_ticket->AppendChildToRootNode(init);
+        make(prefix, &init);
+        while (m_ticket->DeleteParameterInitNodeIfExists(prefix, feature) == S_OK) {
+            // One that stands twice would be read as the other one.
+        }
+        if (init) m_ticket->AppendChildToRootNode(init);
     });
 }
 
 void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
-    ReplaceStringParameter(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, CXString(xml));
+    SetCurrentValueStringFeature(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, CXString(xml));
 }
 
 void This::SetCurrentValueBase64EncodedCompleteDocSettings(const CXString& text) {
-    ReplaceStringParameter(PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text);
+    SetCurrentValueStringFeature(PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text);
 }
 
 void This::SetCurrentValueStringFeature(const CXString& feature, const CXString& value) {
-    ReplaceStringParameter(feature, value);
+    ReplaceParameter(feature, [&](const CComBSTR& prefix, IXMLDOMElement** init) {
+        // A ticket holds no empty text: the parameter goes.
+        if (!value.IsEmpty()) m_ticket->CreateStringParameterInit(prefix, feature, value, init);
+    });
 }
 
 void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
-    const Row* const row = GetFeatureInformation(feature);
-    if (row == nullptr) return;
-    const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
-    if (prefix.Length() == 0) return;
-    WithoutFailures([&] {
-        CComPtr<IXMLDOMElement> init;
-        m_ticket->CreateIntegerParameterInit(prefix, feature, value, &init);
-        m_ticket->DeleteParameterInitNodeIfExists(prefix, feature);
-        m_ticket->AppendChildToRootNode(init);
+    ReplaceParameter(feature, [&](const CComBSTR& prefix, IXMLDOMElement** init) {
+        m_ticket->CreateIntegerParameterInit(prefix, feature, value, init);
     });
 }
 
@@ -672,11 +670,7 @@ void This::SetCurrentValueMediaSizeFeature(const CXString& feature, const CXStri
 void This::CommitPrintTicketChanges() {}
 
 void This::RemoveSecurePrintFeature() {
-    const wchar_t* const parameter = PrintSchema::JobSimpleSecurePrint::PARAMETERNAME;
-    const Row* const row = GetFeatureInformation(parameter);
-    if (row == nullptr) return;
-    WithoutFailures(
-        [&] { m_ticket->DeleteParameterInitNodeIfExists(GetNamespaceComString(row->ns, false), parameter); });
+    SetCurrentValueStringFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, L"");
 }
 
 // ---- The documents as a whole

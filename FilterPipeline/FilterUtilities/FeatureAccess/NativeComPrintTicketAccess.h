@@ -8,6 +8,7 @@
 #include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -51,6 +52,7 @@ public:
 
     void SetJobOrvelPublicDocSettingsXml(const CPString& xml) override;
     void SetCurrentValueIntegerFeature(const CXString& feature, int value) override;
+    /// An empty text removes the parameter.
     void SetCurrentValueStringFeature(const CXString& feature, const CXString& value) override;
     void SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) override;
     void SetCurrentValueMediaSizeFeature(const CXString& feature, const CXString& option, int width,
@@ -125,7 +127,9 @@ private:
 
     void ReplaceFeature(const PrintTicketFeatureInformation& row, const CXString& option,
                         PrintTicketNamespace optionNamespace);
-    void ReplaceStringParameter(const CXString& feature, const CXString& value);
+    using ParameterMaker = std::function<void(const CComBSTR& prefix, IXMLDOMElement** init)>;
+    /// With what `make` gives, or with nothing.
+    void ReplaceParameter(const CXString& feature, const ParameterMaker& make);
     void SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value);
     void SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value);
     void SetPagesPerSheet(const CXString& feature, const CXString& value);

@@ -49,19 +49,12 @@ struct Option {
 
 /// The feature with an option of that name, not yet part of the ticket.
 Option CreateOption(PrintTicketXmlDocument& ticket, const CXString& name, bool isPublic) {
-    constexpr char function[] = "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize";
+    // A name that would not be the driver's own for those who read the ticket next is not written.
+    if (!isPublic)
+        ThrowIfFailed(ticket.DeclareUserKeywordsNsPrefix(),
+                      "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
     Option created;
-    if (isPublic) {
-        ticket.CreateFeatureOptionPair(FEATURE, true, name, true, &created.feature, &created.option);
-        return created;
-    }
-    // A ticket that has had no private names yet need not declare them.
-    ThrowIfFailed(ticket.AddUserKeywordsNamespaceDefinitionIfMissing(), function);
-    ticket.CreateFeatureOptionPair(FEATURE, true, &created.feature, &created.option);
-    const CComBSTR attribute = PrintSchemaText::Make(PrintSchema::NAME_ATTRIBUTE_NAME, function);
-    const CComBSTR fullName =
-        PrintSchemaText::Join({PrintSchema::USER_KEYWORDS_NS_PREFIX, name.View()}, function);
-    ThrowIfFailed(created.option->setAttribute(attribute, PrintSchemaText::Borrowed(fullName)), function);
+    ticket.CreateFeatureOptionPair(FEATURE, true, name, isPublic, &created.feature, &created.option);
     return created;
 }
 

@@ -281,6 +281,31 @@ void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix) {
     }
 }
 
+HRESULT PrintSchemaXmlDocument::DeclareUserKeywordsNsPrefix() {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeclareUserKeywordsNsPrefix";
+    const std::wstring_view own = View(m_userKeywordsPrefix);
+    const std::wstring_view usual = PrintSchema::USER_KEYWORDS_NS_PREFIX;
+    if (own == usual) return S_OK;
+    RequireDocument(function);
+    CComBSTR first;
+    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &first) == S_OK && View(first) == own) return S_OK;
+    const CComBSTR declarations[] = {DeclarationName(own, function), DeclarationName(usual, function)};
+    for (const CComBSTR& declaration : declarations) {
+        CComBSTR uri;
+        if (ReadAttribute(m_rootNode, declaration, uri, function) &&
+            View(uri) != PrintSchema::USER_KEYWORDS_URI)
+            return E_FAIL;
+    }
+    CComPtr<IXMLDOMElement> root;
+    ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
+    // Whoever reads the document renames the prefix that is declared first: the other one, which it renames
+    // to, must stand behind it.
+    ThrowIfFailed(root->removeAttribute(declarations[1]), function);
+    for (const CComBSTR& declaration : declarations)
+        AppendXMLAttribute(root, declaration, L"", PrintSchema::USER_KEYWORDS_URI);
+    return S_FALSE;
+}
+
 CComBSTR PrintSchemaXmlDocument::GetFrameworkNsPrefix() const {
     return Copy(m_frameworkPrefix, "PrintSchemaXmlDocument::GetFrameworkNsPrefix");
 }

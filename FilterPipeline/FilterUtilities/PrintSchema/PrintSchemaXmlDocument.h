@@ -122,6 +122,11 @@ public:
     /// already, S_FALSE if it declared them; GetUserKeywordsNsPrefix gives "ns0000:" all the same. Failures
     /// are returned: E_FAIL, and nothing changed, if the document binds "ok" to another namespace.
     HRESULT AddUserKeywordsNamespaceDefinitionIfMissing();
+    /// Makes names with the prefix that GetUserKeywordsNsPrefix gives private keywords for whoever reads the
+    /// document next: declares that prefix on the root element, before "ok", and "ok" too. S_OK if nothing
+    /// was missing, S_FALSE if it declared them. E_FAIL, and nothing changed, if the document binds one of
+    /// the two to another namespace. Raises other failures.
+    HRESULT DeclareUserKeywordsNsPrefix();
     /// For diagnostic builds; without effect in this one.
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name, const CXString& extension) const;
 

@@ -79,6 +79,12 @@ const CComBSTR& PrintTicketXmlDocument::Prefix(bool isPublic) const {
     return isPublic ? KeywordsPrefix() : UserKeywordsPrefix();
 }
 
+void PrintTicketXmlDocument::DeclareIfPrivate(const wchar_t* prefix) {
+    // A ticket in which that cannot be declared keeps such names all the same: they are found by the prefix
+    // alone as long as nobody declares the namespace.
+    if (View(UserKeywordsPrefix()) == prefix) static_cast<void>(DeclareUserKeywordsNsPrefix());
+}
+
 // ---- Reading
 
 HRESULT PrintTicketXmlDocument::FeaturePresent(const wchar_t* name, bool isPublic, IXMLDOMNode** out) const {
@@ -279,8 +285,11 @@ HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool fe
                                                  const wchar_t* option, bool optionIsPublic) {
     constexpr char function[] = "PrintTicketXmlDocument::SetFeatureOption";
     if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG, function);
-    return SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME,
-                                            Join({View(Prefix(optionIsPublic)), option}, function));
+    const HRESULT hr =
+        SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME,
+                                         Join({View(Prefix(optionIsPublic)), option}, function));
+    if (hr == S_OK) DeclareIfPrivate(Prefix(optionIsPublic));
+    return hr;
 }
 
 HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, bool isPublic,
@@ -293,6 +302,7 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
     CComPtr<IXMLDOMElement> newFeature = CreateFrameworkElement(PrintSchema::FEATURE_ELEMENT_NAME, fullName);
     CComPtr<IXMLDOMElement> newOption = CreateFrameworkElement(PrintSchema::OPTION_ELEMENT_NAME, nullptr);
     AppendChild(newFeature, newOption);
+    DeclareIfPrivate(Prefix(isPublic));
     *feature = newFeature.Detach();
     *option = newOption.Detach();
     return S_OK;
@@ -310,6 +320,7 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
     CreateFeatureOptionPair(name, isPublic, &newFeature, &newOption);
     AppendXMLAttribute(newOption, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
                        Join({View(Prefix(optionIsPublic)), optionName}, function));
+    DeclareIfPrivate(Prefix(optionIsPublic));
     *feature = newFeature.Detach();
     *option = newOption.Detach();
     return S_OK;
@@ -323,6 +334,7 @@ CComPtr<IXMLDOMElement> PrintTicketXmlDocument::CreateParameterInit(const wchar_
     CComPtr<IXMLDOMElement> init =
         CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, Join({prefix, name}, function));
     AppendChild(init, CreateValue(type, value));
+    DeclareIfPrivate(prefix);
     return init;
 }
 

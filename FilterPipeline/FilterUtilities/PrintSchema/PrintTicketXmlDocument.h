@@ -60,7 +60,8 @@ public:
     HRESULT SetFeatureOption(const wchar_t* feature, bool featureIsPublic, const wchar_t* option,
                              bool optionIsPublic);
 
-    // What is created here is not part of the tree until the caller appends it.
+    // What is created here is not part of the tree until the caller appends it. A ticket that does not
+    // declare the private keywords does so once a private name is made.
     HRESULT CreateFeatureOptionPair(const wchar_t* name, bool isPublic, IXMLDOMElement** feature,
                                     IXMLDOMElement** option);
     HRESULT CreateFeatureOptionPair(const wchar_t* name, bool isPublic, const wchar_t* optionName,
@@ -110,6 +111,7 @@ private:
     HRESULT DeleteNodeList(IXMLDOMNodeList* list);
 
     const CComBSTR& Prefix(bool isPublic) const;
+    void DeclareIfPrivate(const wchar_t* prefix);
     CComPtr<IXMLDOMElement> CreateParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                 const wchar_t* type, const wchar_t* value,
                                                 const char* function);

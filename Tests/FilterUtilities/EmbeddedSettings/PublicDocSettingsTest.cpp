@@ -14,8 +14,13 @@ constexpr char rootEnd[] = "</OrvelPublicDocSettings>";
 
 std::string EscapeXml(const std::string& text) {
     std::string escaped;
-    for (const char c : text)
-        escaped += c == '<' ? "&lt;" : c == '&' ? "&amp;" : c == '>' ? "&gt;" : std::string(1, c);
+    escaped.reserve(text.size());
+    for (const char c : text) {
+        if (c == '<' || c == '&')
+            escaped += c == '<' ? "&lt;" : "&amp;";
+        else
+            escaped += c;
+    }
     return escaped;
 }
 

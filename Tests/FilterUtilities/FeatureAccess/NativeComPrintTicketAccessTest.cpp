@@ -1,4 +1,5 @@
 #include <FeatureAccess/NativeComPrintTicketAccess.h>
+#include <FeatureAccess/PrintTicketFeatureTable.h>
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/VirtualSlots.h"
@@ -48,7 +49,6 @@ Access AccessTo(const std::string& ticket, const std::string& capabilities) {
     return Access(CXString(ticket.c_str()), CXString(capabilities.c_str()));
 }
 
-
 std::string OptionOf(const Access& access, const char* feature) {
     CXString value = L"stale";
     access.GetCurrentValueOptionFeature(feature, value);
@@ -85,30 +85,6 @@ std::string FileText(const std::string& path) {
     EXPECT_TRUE(file) << path;
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-const char* const allFeatures[] = {"JobSimpleSecurePrint",
-                                   "JobDuplexAllDocumentsContiguously",
-                                   "DocumentCollate",
-                                   "PageOutputColor",
-                                   "PageMediaSize",
-                                   "PageMediaType",
-                                   "PageMediaColor",
-                                   "JobStapleAllDocuments",
-                                   "PageInputBin",
-                                   "JobInputBin",
-                                   "PageResolution",
-                                   "JobCopiesAllDocuments",
-                                   "PageOrientation",
-                                   "JobIdentification",
-                                   "JobHolePunch",
-                                   "PageBorderless",
-                                   "JobNUpAllDocumentsContiguously",
-                                   "DocumentNUp",
-                                   "JobPasscode",
-                                   "JobPasscodeString",
-                                   "JobOrvelCompleteDocSettings",
-                                   "JobOrvelPublicDocSettings",
-                                   "JobBindAllDocuments"};
 
 } // namespace
 
@@ -371,26 +347,53 @@ TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {
 
 TEST(TicketAccess, EveryOfferedOptionOfTheSampleQueuesReadsBackAfterItIsSet) {
     for (const std::string queue : {"ColorOffice", "MonoOffice"}) {
-        const std::string capabilities = FileText("Samples/Queues/" + queue + "/capabilities.xml");
-        const std::string ticket = FileText("Samples/Queues/" + queue + "/default-ticket.xml");
+        PrintCapabilitiesXmlDocument capabilities(
+            CXString(FileText("Samples/Queues/" + queue + "/capabilities.xml").c_str()));
+        OpenTicket ticket(FileText("Samples/Queues/" + queue + "/default-ticket.xml"));
+        Access access(ticket, capabilities);
         int count = 0;
-        for (const char* const feature : allFeatures) {
+        for (const PrintTicketFeatureTable::Row& row : PrintTicketFeatureTable::rows) {
+            const std::string feature = Narrow(row.name);
             std::vector<Access::OptionCapability> options;
-            AccessTo(ticket, capabilities).GetCapabilitiesOptionFeature(feature, options);
+            access.GetCapabilitiesOptionFeature(row.name, options);
             for (const auto& option : options) {
                 const CXString& name = std::get<0>(option);
                 SCOPED_TRACE(queue + " " + feature + " " + Narrow(name));
-                Access access = AccessTo(ticket, capabilities);
-                access.SetCurrentValueOptionFeature(feature, name);
+                access.SetCurrentValueOptionFeature(row.name, name);
                 const std::string written = XmlOf(access);
-                const Access fresh = AccessTo(written, capabilities);
-                EXPECT_EQ(OptionOf(fresh, feature), Narrow(name));
-                access.SetCurrentValueOptionFeature(feature, name);
+                OpenTicket fresh(written);
+                EXPECT_EQ(OptionOf(Access(fresh, capabilities), feature.c_str()), Narrow(name));
+                access.SetCurrentValueOptionFeature(row.name, name);
                 EXPECT_EQ(XmlOf(access), written) << "a value that stands is not written again";
                 ++count;
             }
         }
         EXPECT_GT(count, 20);
+    }
+}
+
+TEST(TicketAccess, PrivateNamesReadBackAlsoFromATicketThatDeclaredNone) {
+    const CXString capabilities = Capabilities(Named("Feature", "psk:PageMediaSize", Size("ok:Own", 1, 2)) +
+                                               Named("Feature", "psk:PageMediaType", Offer("ok:special")) +
+                                               Named("Feature", "ok:PageBorderless", Offer("psk:Borderless")))
+                                      .c_str();
+    // The size declares the namespace, before the other names or after them.
+    const std::pair<const char*, const char*> rows[] = {{"PageMediaSize", "Own"},
+                                                        {"PageBorderless", "Borderless"},
+                                                        {"PageMediaType", "special"},
+                                                        {"PageMediaSize", "Own"}};
+    for (const std::size_t first : {0U, 1U}) {
+        Access access(Ticket("").c_str(), capabilities);
+        for (std::size_t i = first; i < first + 3; ++i) {
+            access.SetCurrentValueOptionFeature(rows[i].first, rows[i].second);
+            access.SetCurrentValueStringFeature(L"JobSimpleSecurePrint", L"x");
+        }
+        const Access fresh(XmlOf(access).c_str(), capabilities);
+        for (const Access* const each : {const_cast<const Access*>(&access), &fresh}) {
+            for (const auto& [feature, value] : rows)
+                EXPECT_EQ(OptionOf(*each, feature), value);
+            EXPECT_EQ(TextOf(*each, "JobSimpleSecurePrint"), "x");
+        }
     }
 }
 
@@ -430,7 +433,9 @@ TEST(TicketAccess, WritingReplacesWhatStoodBefore) {
         Ticket(Feature("psk:PageMediaType", "psk:Plain") + Feature("psk:PageMediaType", "psk:Bond") +
                    Feature("psk:DocumentNUp", "", ScoredProperty("psk:PagesPerSheet", Value("1"))) +
                    Named("ParameterInit", "psk:JobCopiesAllDocuments", Value("1")) +
-                   Named("ParameterInit", "ok:JobSimpleSecurePrint", Value("x")),
+                   Named("ParameterInit", "psk:JobCopiesAllDocuments", Value("2")) +
+                   Named("ParameterInit", "ok:JobSimpleSecurePrint", Value("x")) +
+                   Named("ParameterInit", "ok:JobSimpleSecurePrint", Value("y")),
                AllNames()));
     PrintCapabilitiesXmlDocument capabilities(CXString(Capabilities("").c_str()));
     Access access(ticket, capabilities);
@@ -440,6 +445,10 @@ TEST(TicketAccess, WritingReplacesWhatStoodBefore) {
                                         L"2"); // the ticket has no place for it
     access.SetCurrentValueIntegerFeature(L"JobCopiesAllDocuments", 7);
     access.SetCurrentValueStringFeature(L"JobPasscodeString", L"1 & 2");
+    const std::string unchanged = XmlOf(access);
+    access.SetCurrentValueStringFeature(L"JobOrvelPublicDocSettings", L"gone again");
+    access.SetCurrentValueStringFeature(L"JobOrvelPublicDocSettings", L"");
+    EXPECT_EQ(XmlOf(access), unchanged);
     access.SetJobOrvelPublicDocSettingsXml("<a/>");
     access.SetJobOrvelPublicDocSettingsXml("<b/>");
     access.SetCurrentValueBase64EncodedCompleteDocSettings(L"QUJD");

@@ -1,6 +1,5 @@
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/AttributeBytesRawList.h>
-#include <AttributeStore/AttributeBytesReader.h>
 
 #include "Support/PackedRecords.h"
 
@@ -146,41 +145,6 @@ TEST(AttributeBytesValue, NestsToALimitAndTakesNoKnownKindForUnknown) {
     EXPECT_NE("", RefusalOf([] { (void)Value::FromUnknown(1, {}); }));
     EXPECT_NE("", RefusalOf([] { (void)Value::FromUnknown(16, {}); }));
     EXPECT_EQ("", RefusalOf([] { (void)Value::FromUnknown(0, {}); }));
-}
-
-class Reader : public AttributeBytesReader {
-public:
-    [[nodiscard]] const AttributeBytesIndexedList& GetAttributeBytesIndexedListRef() const override {
-        return list;
-    }
-    AttributeBytesIndexedList list;
-};
-
-TEST(AttributeBytesReader, AsksTheListThatItsDerivedClassSupplies) {
-    Reader reader;
-    EXPECT_TRUE(reader.IsAttributeBytesListEmpty());
-    EXPECT_FALSE(reader.IsSpecifiedInAttributeBytes(Id(1)));
-    AttributeBytesIndexedList members;
-    members.AddAttributeBytes(Option(9, 9));
-    Dimension dimension(2.5, Dimension::Millimeter);
-    reader.list.AddAttributeBytes(Option(1, 5110));
-    reader.list.AddAttributeBytes(AttributeBytes(Id(2), Value::FromInteger(42)));
-    reader.list.AddAttributeBytes(AttributeBytes(Id(3), Value::FromString(L"name")));
-    reader.list.AddAttributeBytes(AttributeBytes(Id(4), Value::FromDimension(dimension)));
-    reader.list.AddAttributeBytes(AttributeBytes(Id(5), Value::FromCollection(members)));
-    reader.list.AddAttributeBytes(Option(6, 5110, false));
-    bool found[4] = {};
-    EXPECT_EQ(5110, reader.GetOptionValueFromAttributeBytes(Id(1), &found[0]));
-    EXPECT_EQ(42, reader.GetIntegerValueFromAttributeBytes(Id(2), &found[1]));
-    EXPECT_EQ(L"name", reader.GetStringValueFromAttributeBytes(Id(3), &found[2]));
-    EXPECT_EQ(dimension.GetValue(), reader.GetDimensionValueFromAttributeBytes(Id(4), &found[3]).GetValue());
-    EXPECT_TRUE(found[0] && found[1] && found[2] && found[3]);
-    AttributeBytesIndexedList collection;
-    EXPECT_TRUE(reader.GetCollectionFromAttributeBytes(Id(5), collection));
-    EXPECT_TRUE(collection.LengthIsExactlyOne());
-    EXPECT_TRUE(reader.IsSpecifiedInAttributeBytes(Id(5)));
-    EXPECT_FALSE(reader.IsSpecifiedInAttributeBytes(Id(6)));
-    EXPECT_FALSE(reader.IsAttributeBytesListEmpty());
 }
 
 class Names : public IAttributeBytesDebugDisplayHelper {
