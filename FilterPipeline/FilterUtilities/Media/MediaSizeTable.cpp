@@ -17,7 +17,9 @@ constexpr std::int32_t micronsPerInch = 25400;
 constexpr std::int32_t devicePixelsPerInch = 1200;
 
 consteval std::int32_t Microns(double inches) {
-    return static_cast<std::int32_t>(inches * micronsPerInch + 0.5);
+    const double exact = inches * micronsPerInch;
+    const auto whole = static_cast<std::int32_t>(exact);
+    return exact - whole < 0.5 ? whole : whole + 1; // 12.6 is a little less in binary
 }
 consteval Size Inches(double width, double height) { return {Microns(width), Microns(height)}; }
 consteval Size Millimeters(std::int32_t width, std::int32_t height) { return {width * 1000, height * 1000}; }

@@ -148,7 +148,8 @@ TEST(PrintCapabilitiesXmlDocument, AnswersForANodeAndNotForTheDocument) {
     const CComPtr<IXMLDOMNode> off = NodeOf(document, L"//psf:Option[@name='psk:Off']");
     ExpectRaised([&] { document.GetChildDisplayNamePropertyValue(off); }, E_FAIL,
                  "PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue");
-    ExpectRaised([&] { document.GetChildOptionNodes(nullptr, &options); }, E_POINTER,
+    CComPtr<IXMLDOMNodeList> none;
+    ExpectRaised([&] { document.GetChildOptionNodes(nullptr, &none); }, E_POINTER,
                  "PrintCapabilitiesXmlDocument::GetChildOptionNodes");
 }
 
