@@ -19,12 +19,14 @@ constexpr const char* GeneralHelp =
       what the job, a document or a page asks for, feature by feature, and where that was said
   ov-pipeline parts JOB.xps
       the tree of the job's parts, with sizes and tickets
+  ov-pipeline translate NAME [--feature NAME] [--json]
+      what a feature or a value is called in tickets, in configurations and by the device
 
   ov-pipeline COMMAND --help    says more of a command
   ov-pipeline --version
 
-Exit codes: 0 done; 1 the job failed (a filter, the chain or the output); 2 wrong usage; 3 the job's file or the
-queue folder was refused; 130 cancelled.
+Exit codes: 0 done; 1 the job failed (a filter, the chain or the output), or nothing has the name; 2 wrong usage; 3 the
+job's file or the queue folder was refused; 130 cancelled.
 )";
 
 constexpr const char* RunHelp =
@@ -76,12 +78,28 @@ constexpr const char* PartsHelp =
 Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.
 )";
 
+constexpr const char* TranslateHelp =
+    R"(ov-pipeline translate NAME [--feature NAME] [--json]
+
+Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration and in
+the device's own vocabulary (CPSS), with its number and enumerator; of a feature, also its values. NAME is any of these,
+in upper or lower case, with a prefix or without. Everything that has the name is shown.
+
+  --feature NAME    only values of that feature
+  --json            the same for programs
+
+  ov-pipeline translate PageOutputColor
+  ov-pipeline translate 5421
+  ov-pipeline translate --feature sides two-sided-long-edge
+)";
+
 struct CommandName {
     const char* name;
     const char* help;
 };
 constexpr std::array Commands{CommandName{"run", RunHelp}, CommandName{"ticket", TicketHelp},
-                              CommandName{"features", FeaturesHelp}, CommandName{"parts", PartsHelp}};
+                              CommandName{"features", FeaturesHelp}, CommandName{"parts", PartsHelp},
+                              CommandName{"translate", TranslateHelp}};
 
 struct OptionName {
     const char* name;
@@ -98,7 +116,8 @@ constexpr std::array Options{
     OptionName{"--document", "ticket features", true},
     OptionName{"--page", "ticket features", true},
     OptionName{"--explain", "ticket", false},
-    OptionName{"--json", "features", false},
+    OptionName{"--feature", "translate", true},
+    OptionName{"--json", "features translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -137,6 +156,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
         options.document = Number(option, value);
     else if (option == "--page")
         options.page = Number(option, value);
+    else if (option == "--feature")
+        Once(options.feature, option, std::move(value));
     else if (option == "--trace")
         options.trace = true;
     else if (option == "--json")
@@ -149,7 +170,7 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
-    if (arguments.empty()) throw UsageError("which command: run, ticket, features or parts?");
+    if (arguments.empty()) throw UsageError("which command: run, ticket, features, parts or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;
@@ -180,6 +201,13 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     if (loose.empty() && moduleCount > 0) {
         loose.push_back(options.filters[moduleCount - 1]);
         options.filters.erase(options.filters.begin() + static_cast<std::ptrdiff_t>(moduleCount - 1));
+    }
+    if (options.command == "translate") {
+        if (loose.empty() || loose[0].empty())
+            throw UsageError("which name? ov-pipeline translate wants one");
+        if (loose.size() > 1) throw UsageError("one name at a time: " + loose[0] + " or " + loose[1] + "?");
+        options.name = loose[0];
+        return options;
     }
     if (loose.empty()) throw UsageError("which job? ov-pipeline " + options.command + " wants an XPS file");
     if (loose.size() > 1) throw UsageError("one job at a time: " + loose[0] + " or " + loose[1] + "?");

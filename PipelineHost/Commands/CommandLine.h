@@ -16,7 +16,8 @@ public:
 };
 
 struct CommandOptions {
-    std::string command; // run, ticket, features, parts; empty where only help or the version is wanted
+    // run, ticket, features, parts, translate; empty where only help or the version is wanted
+    std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
     std::string job;
@@ -27,6 +28,8 @@ struct CommandOptions {
     bool trace = false;
     bool explain = false;
     bool json = false;
+    std::string name;                      // to translate
+    std::string feature;                   // whose value is to be translated; empty: any
     std::optional<unsigned long> document; // from 1
     std::optional<unsigned long> page;     // from 1
 };

@@ -34,7 +34,8 @@ int RunChosen(const CommandOptions& options, std::ostream& out, std::ostream& er
     }
     if (options.command == "run") return RunCommand(options, out, errors);
     if (options.command == "ticket") return TicketCommand(options, out);
-    return options.command == "features" ? FeaturesCommand(options, out) : PartsCommand(options, out);
+    if (options.command == "features") return FeaturesCommand(options, out);
+    return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
 }
 
 // Without this check a filter that needs the queue's documents would fail, and have no words for why.

@@ -19,6 +19,8 @@ int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& e
 int TicketCommand(const CommandOptions& options, std::ostream& out);
 int FeaturesCommand(const CommandOptions& options, std::ostream& out);
 int PartsCommand(const CommandOptions& options, std::ostream& out);
+int TranslateCommand(const CommandOptions& options,
+                     std::ostream& out); // std::runtime_error where nothing is found
 
 // Puts the job's name before a line that does not begin with it.
 std::string AboutJob(const CommandOptions& options, const std::string& line);

@@ -1,7 +1,9 @@
 #include "Commands/FeatureReport.h"
 
+#include "Commands/NameTranslation.h"
 #include "Common/Text.h"
 #include "Report/JsonText.h"
+#include "Report/TextTable.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/ValueNameTable.h>
@@ -33,22 +35,6 @@ const char* NameOf(FeatureValueSource source) {
         return "factory default";
     case FeatureValueSource::Rule:
         return "rule";
-    }
-    return "";
-}
-
-const char* NameOf(Entry::SyntaxEnum syntax) {
-    switch (syntax) {
-    case Entry::BOOLEAN:
-        return "boolean";
-    case Entry::OPTION:
-        return "option";
-    case Entry::STRING:
-        return "string";
-    case Entry::INTEGER:
-        return "integer";
-    case Entry::PARENT:
-        return "collection";
     }
     return "";
 }
@@ -185,23 +171,6 @@ std::size_t WidthOf(const std::string& utf8) {
         std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
-std::string Aligned(const std::vector<Line>& lines) {
-    std::vector<std::size_t> widths;
-    for (const Line& line : lines) {
-        widths.resize((std::max)(widths.size(), line.size()));
-        for (std::size_t at = 0; at < line.size(); ++at)
-            widths[at] = (std::max)(widths[at], WidthOf(line[at]));
-    }
-    std::string text;
-    for (const Line& line : lines) {
-        for (std::size_t at = 0; at < line.size(); ++at)
-            text.append(line[at]).append(widths[at] + 2 - WidthOf(line[at]), ' ');
-        text.erase(text.find_last_not_of(' ') + 1);
-        text += '\n';
-    }
-    return text;
-}
-
 void WriteAnswer(JsonText& json, const Answer& answer) {
     json.Key("specified").Bool(answer.isSpecified).Key("value");
     if (answer.value.empty() && (answer.isNumber || !answer.isSpecified || answer.isSecret))
@@ -231,7 +200,7 @@ FeatureReport::FeatureReport(const DataModelLessFeatureAccess& access, const Sim
                               .cpssName = std::string(entry->cpssFeatureName.view()),
                               .configurationName = std::string(entry->xmlConfigFeatureName.view()),
                               .ticketName = std::string(entry->narrowPrintTicketFeatureName.view()),
-                              .syntax = NameOf(entry->syntax),
+                              .syntax = SyntaxName(entry->syntax),
                               .isSupported = question.IsSupported(),
                               .isRequired = device.IsCpssFeatureRequired(entry->cpssFeatureName),
                               .answer = question.Ask()});
@@ -260,7 +229,7 @@ std::string FeatureReport::AsTable() const {
     std::vector<Line> effective = {{"effective", "specified", "value", "from"}};
     for (const auto& [name, answer] : m_effective)
         effective.push_back({name, YesOrNo(answer.isSpecified), ValueText(answer), NameOf(answer.source)});
-    return Aligned(lines) + "\n" + Aligned(effective);
+    return AlignedTable(lines) + "\n" + AlignedTable(effective);
 }
 
 std::string FeatureReport::AsJson() const {

@@ -29,6 +29,8 @@ public:
             m_xmlConfigNameIndex.FindOption(feature, xmlConfigName);
         return entry != nullptr ? *entry : GetEntryByOlderName(feature, xmlConfigName);
     }
+    [[nodiscard]] bool IsXmlConfigNamePresent(DataModelIds::tagFeatureEnum feature,
+                                              std::string_view xmlConfigName) const;
     [[nodiscard]] const NativeXmlConfigOptionValueEntry&
     GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::string_view printTicketName) const {
         return m_printTicketNameIndex.GetOptionRef(feature, printTicketName);

@@ -1,7 +1,5 @@
 #include "MediaKeywordTables.h"
 
-#include "FeatureKeywordTables.h"
-
 #include <Media/MediaSizeTable.h>
 
 using namespace DataModelIds;
@@ -188,4 +186,19 @@ tagValueEnum MediaKeywordTables::FindSize(std::wstring_view keyword) noexcept {
     for (const MediaSizeRecord& record : MediaSizeTable::GetRecords())
         if (WithoutPrefix(record.keyword) == keyword) return record.value;
     return Find(otherSizes, keyword);
+}
+
+Rows MediaKeywordTables::GetRows(tagFeatureEnum feature) noexcept {
+    switch (feature) {
+    case FEAT_MEDIA_COLOR:
+        return colors;
+    case FEAT_EFFECTIVE_MEDIA_TYPE:
+        return types;
+    case FEAT_INPUT_TRAY:
+        return trays;
+    case FEAT_APPLICATION_MEDIA_SIZE_OPTION:
+        return otherSizes;
+    default:
+        return {};
+    }
 }

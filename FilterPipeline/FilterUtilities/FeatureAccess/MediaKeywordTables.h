@@ -1,5 +1,8 @@
 #pragma once
 
+#include "FeatureKeywordTables.h"
+
+#include <DataModel/FeatureIds.h>
 #include <DataModel/ValueIds.h>
 
 #include <string_view>
@@ -13,5 +16,9 @@ namespace MediaKeywordTables {
 [[nodiscard]] DataModelIds::tagValueEnum FindType(std::wstring_view keyword) noexcept;
 [[nodiscard]] DataModelIds::tagValueEnum FindInputTray(std::wstring_view keyword) noexcept;
 [[nodiscard]] DataModelIds::tagValueEnum FindSize(std::wstring_view keyword) noexcept;
+
+/// The words of the feature that the ticket is asked for; a size of media may have its words in the table of
+/// media sizes instead. Empty for a feature that is not of the media.
+[[nodiscard]] FeatureKeywordTables::Rows GetRows(DataModelIds::tagFeatureEnum feature) noexcept;
 
 } // namespace MediaKeywordTables

@@ -1,0 +1,174 @@
+// The names of features and values, by the program's command in this process.
+#include <Commands/Commands.h>
+#include <Commands/NameTranslation.h>
+
+#include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
+#include <DataModel/NativeXmlConfigOptionValueTable.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+using namespace DataModelIds;
+using namespace OvPipeline;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+struct Result {
+    int code = 0;
+    std::string out;
+    std::string errors;
+};
+
+Result Translate(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), "translate");
+    std::ostringstream out;
+    std::ostringstream errors;
+    const int code = RunProgram(arguments, out, errors);
+    return {code, out.str(), errors.str()};
+}
+
+// Without the widths of columns: one space between cells.
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        const auto isSecond = [](char left, char right) { return left == ' ' && right == ' '; };
+        line.erase(std::unique(line.begin(), line.end(), isSecond), line.end());
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST(TranslateCommandTest, AFeatureIsFoundByEachOfItsNamesAndListsItsValues) {
+    for (const char* const name : {"sides", "SIDES", "2-SidedPrinting", "JobDuplexAllDocumentsContiguously",
+                                   "psk:JobDuplexAllDocumentsContiguously", "FEAT_SIDES_IMAGED",
+                                   "DataModelIds::FEAT_SIDES_IMAGED", "41"}) {
+        const Result result = Translate({name});
+        EXPECT_EQ(ExitOk, result.code) << name;
+        EXPECT_THAT(Lines(result.out),
+                    ElementsAre("FEAT_SIDES_IMAGED", " number 41",
+                                " ticket name JobDuplexAllDocumentsContiguously",
+                                " configuration name 2-SidedPrinting", " CPSS name sides",
+                                " kind option of the document; the ticket tells whether it is supported", "",
+                                " number value ticket name configuration name CPSS name",
+                                " 5420 VAL_SIDES_ONE_SIDED OneSided OneSided one-sided",
+                                " 5421 VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE TwoSidedLongEdge TwoSidedLongEdge "
+                                "two-sided-long-edge",
+                                " 5422 VAL_SIDES_TWO_SIDED_FLIP_SHORT_EDGE TwoSidedShortEdge "
+                                "TwoSidedShortEdge two-sided-short-edge",
+                                " 5423 VAL_SIDES_TWO_SIDED_ANY _TwoSidedAny_ TwoSidedAny -"))
+            << name;
+    }
+}
+
+TEST(TranslateCommandTest, AValueIsFoundByEachOfItsNames) {
+    const std::string header = "number value feature ticket name configuration name CPSS name";
+    const std::string line = "5421 VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE FEAT_SIDES_IMAGED TwoSidedLongEdge "
+                             "TwoSidedLongEdge two-sided-long-edge";
+    for (const char* const name :
+         {"5421", "VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE", "twosidedlongedge", "two-sided-long-edge"})
+        EXPECT_THAT(Lines(Translate({name}).out), ElementsAre(header, line)) << name;
+    // A number may be a name; names may hold spaces and colons; old configurations have names of their own; a
+    // size is in the ticket what the table of media sizes says.
+    const std::pair<const char*, const char*> others[] = {
+        {"2", "7241 VAL_PAGE_LAYOUT_NUP_2 FEAT_PAGE_LAYOUT 2 2 2-up"},
+        {"Japan Color 2001 (Type2:Matte) CMYK",
+         " FEAT_DISPLAY_COLOR_CORRECTION - - Japan Color 2001 (Type2:"},
+        {"12_6x18_5", " FEAT_SIZES_TO_ROTATE NorthAmerica12.6x18.5 SR12_6x18_5 -"},
+        {"psk:ISOA4", "6436 VAL_MEDIA_SIZE_OPTIONS_A4_210X297 FEAT_APPLICATION_MEDIA_SIZE_OPTION ISOA4 - -"},
+    };
+    for (const auto& [name, words] : others) {
+        const std::vector<std::string> lines = Lines(Translate({name}).out);
+        EXPECT_THAT(lines, testing::Contains(HasSubstr(words))) << name;
+    }
+}
+
+TEST(TranslateCommandTest, EverythingThatHasTheNameIsShownUnlessAFeatureIsNamed) {
+    const Result staples = Translate({"JobStapleAllDocuments"});
+    for (const char* const feature :
+         {"FEAT_FINISHING_STAPLE\n", "\nFEAT_FINISHING_1_STAPLE\n", "\nFEAT_FINISHING_2_STAPLES\n"})
+        EXPECT_THAT(staples.out, HasSubstr(feature));
+    EXPECT_LT(5u, Lines(Translate({"none"}).out).size());
+    EXPECT_THAT(Lines(Translate({"none", "--feature", "job-type-api"}).out),
+                ElementsAre(StartsWith("number"), "7904 VAL_JOB_TYPE_NONE FEAT_JOB_TYPE - - none"));
+    // A collection shows its members, and a member its collection.
+    EXPECT_THAT(Translate({"media-col"}).out, HasSubstr("FEAT_INPUT_TRAY"));
+    EXPECT_THAT(Lines(Translate({"FEAT_INPUT_TRAY"}).out), testing::Contains(" part of FEAT_MEDIA_COL"));
+    // An identifier without names is still one.
+    EXPECT_THAT(Lines(Translate({"90030"}).out), testing::Contains("FEAT_SAVE_NAME"));
+}
+
+TEST(TranslateCommandTest, JsonHoldsTheSame) {
+    EXPECT_EQ(R"({
+  "features": [],
+  "values": [
+    {
+      "number": 5423,
+      "value": "VAL_SIDES_TWO_SIDED_ANY",
+      "feature": "FEAT_SIDES_IMAGED",
+      "cpssName": null,
+      "configurationName": "TwoSidedAny",
+      "ticketName": "_TwoSidedAny_"
+    }
+  ]
+}
+)",
+              Translate({"--json", "TwoSidedAny"}).out);
+    const std::string feature = Translate({"PageOutputColor", "--json"}).out;
+    for (const char* const words :
+         {R"("number": 105)", R"("syntax": "option")", R"("supportKnownBy": "ticket")",
+          R"("cpssName": "monochrome-grayscale")", R"("values": [])"})
+        EXPECT_THAT(feature, HasSubstr(words));
+}
+
+TEST(TranslateCommandTest, WhatIsNotFoundIsOneLine) {
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {{"sidez"}, "ov-pipeline: there is no feature and no value \"sidez\"\n"},
+        {{"0"}, "ov-pipeline: there is no feature and no value \"0\""},
+        {{":"}, "ov-pipeline: there is no feature and no value \":\""},
+        {{"SIDES_IM"}, "\"SIDES_IM\"; similar: FEAT_SIDES_IMAGED\n"},
+        {{"--feature", "side", "x"}, "ov-pipeline: there is no feature \"side\"; similar: "},
+        {{"--feature", "sides", "none"},
+         "ov-pipeline: FEAT_SIDES_IMAGED has no value \"none\"; its values: "},
+    };
+    for (const auto& [arguments, words] : cases) {
+        const Result result = Translate(arguments);
+        EXPECT_EQ(1, result.code);
+        EXPECT_EQ("", result.out);
+        EXPECT_THAT(result.errors, HasSubstr(words));
+        EXPECT_EQ(1, std::count(result.errors.begin(), result.errors.end(), '\n'));
+    }
+    for (const auto& arguments :
+         std::vector<std::vector<std::string>>{{}, {""}, {"a", "b"}, {"a", "--queue", "b"}})
+        EXPECT_EQ(ExitUsage, Translate(arguments).code);
+}
+
+// What is found by a name of a row must hold that row: no row is lost or put to another value.
+TEST(NameTranslationTest, EveryRowOfTheDictionariesIsFoundByItsNames) {
+    const NameTranslation names;
+    const auto expectFound = [&](const std::string& name, tagFeatureEnum feature, tagValueEnum value,
+                                 std::string NameTranslation::Value::*world) {
+        const auto found = names.FindValues(name);
+        EXPECT_EQ(1, std::count_if(found.begin(), found.end(),
+                                   [&](const NameTranslation::Value* one) {
+                                       return one->feature == feature && one->number == value &&
+                                              one->*world == name && one->enumerator.starts_with("VAL_");
+                                   }))
+            << name;
+    };
+    for (const auto& row : GetNativeXmlConfigOptionValueRows()) {
+        expectFound(row.xmlConfigName, row.feature, row.value, &NameTranslation::Value::configurationName);
+        expectFound(row.printTicketName, row.feature, row.value, &NameTranslation::Value::ticketName);
+    }
+    for (const auto& row : GetNativeXmlConfigCpssOptionValueRows())
+        expectFound(row.cpssName, row.feature, row.value, &NameTranslation::Value::cpssName);
+}
+
+} // namespace
