@@ -166,11 +166,6 @@ std::string ValueText(const Answer& answer) {
 
 using Line = std::vector<std::string>;
 
-std::size_t WidthOf(const std::string& utf8) {
-    return static_cast<std::size_t>(
-        std::count_if(utf8.begin(), utf8.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 void WriteAnswer(JsonText& json, const Answer& answer) {
     json.Key("specified").Bool(answer.isSpecified).Key("value");
     if (answer.value.empty() && (answer.isNumber || !answer.isSpecified || answer.isSecret))
