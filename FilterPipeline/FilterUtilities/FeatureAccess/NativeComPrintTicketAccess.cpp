@@ -255,6 +255,11 @@ const PrintTicketFeatureInformation* This::GetFeatureInformation(const CXString&
     return found == m_features.end() ? nullptr : &*found;
 }
 
+const PrintTicketFeatureInformation* This::GetWritableFeature(const CXString& feature) const {
+    const Row* const row = GetFeatureInformation(feature);
+    return row == nullptr || GetNamespaceComString(row->ns, false).Length() == 0 ? nullptr : row;
+}
+
 PrintTicketQueryBuilder This::GetPrintTicketQueryForFeature(const CXString& feature,
                                                             bool forCapabilities) const {
     PrintTicketQueryBuilder query(GetNamespaceComString(FrameworkNamespace, forCapabilities));
@@ -544,10 +549,9 @@ void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
 // ---- Editing. What is new is made before the old goes: a failure must lose as little as it can.
 
 void This::ReplaceParameter(const CXString& feature, const ParameterMaker& make) {
-    const Row* const row = GetFeatureInformation(feature);
+    const Row* const row = GetWritableFeature(feature);
     if (row == nullptr) return;
     const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
-    if (prefix.Length() == 0) return;
     WithoutFailures([&] {
         CComPtr<IXMLDOMElement> init;
         make(prefix, &init);
@@ -583,7 +587,6 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
                           PrintTicketNamespace optionNamespace) {
     constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
     const CComBSTR& prefix = GetNamespaceComString(row.ns, false);
-    if (prefix.Length() == 0) return;
     CComPtr<IXMLDOMElement> feature;
     CComPtr<IXMLDOMElement> option;
     m_ticket->CreateFeatureOptionPair(row.name, row.ns == KeywordsNamespace, optionName,
@@ -604,7 +607,7 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
 }
 
 void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) {
-    const Row* const row = GetFeatureInformation(feature);
+    const Row* const row = GetWritableFeature(feature);
     if (row == nullptr || row->element != Row::Feature) return;
     CXString current;
     GetCurrentValueOptionFeature(feature, current);
@@ -657,7 +660,7 @@ void This::SetOfferedOption(const PrintTicketFeatureInformation& row, const CXSt
 
 void This::SetCurrentValueMediaSizeFeature(const CXString& feature, const CXString& option, int width,
                                            int height) {
-    if (GetFeatureInformation(feature) == nullptr) return;
+    if (GetWritableFeature(feature) == nullptr) return;
     if (width == 0 || height == 0) {
         SetCurrentValueOptionFeature(feature, option);
         return;

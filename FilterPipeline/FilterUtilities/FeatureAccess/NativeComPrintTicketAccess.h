@@ -93,6 +93,8 @@ private:
 
     /// Null for a feature that is not known.
     [[nodiscard]] const PrintTicketFeatureInformation* GetFeatureInformation(const CXString& feature) const;
+    /// Null also for one whose namespace the ticket does not declare: it has no name to stand under.
+    [[nodiscard]] const PrintTicketFeatureInformation* GetWritableFeature(const CXString& feature) const;
     /// Empty for a feature that is not known, or whose namespace the document does not declare.
     [[nodiscard]] PrintTicketQueryBuilder GetPrintTicketQueryForFeature(const CXString& feature,
                                                                         bool forCapabilities) const;

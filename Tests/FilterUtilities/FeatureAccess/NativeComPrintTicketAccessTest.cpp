@@ -521,6 +521,13 @@ TEST(TicketAccess, WhatIsNotKnownOrNotDeclaredIsNoFailure) {
     access.SetCurrentValueOptionFeature(L"PageMediaType", L"");          // no name of an option
     access.SetCurrentValueOptionFeature(L"JobCopiesAllDocuments", L"2"); // no feature with options
     EXPECT_EQ(XmlOf(access), before);
+    Access keywordless = AccessTo("<psf:PrintTicket" + Declare("psf", frameworkUri) + "/>",
+                                  Capabilities(Named("Feature", "psk:PageMediaSize", Size("psk:A", 1, 2))));
+    const std::string empty = XmlOf(keywordless);
+    keywordless.SetCurrentValueOptionFeature(L"PageMediaSize", L"A");
+    keywordless.SetCurrentValueMediaSizeFeature(L"PageMediaSize", L"A", 1, 2);
+    keywordless.SetCurrentValueIntegerFeature(L"JobCopiesAllDocuments", 2);
+    EXPECT_EQ(XmlOf(keywordless), empty);
     EXPECT_THROW(AccessTo("<a/>", Capabilities("")), CPComException);
     EXPECT_THROW(AccessTo(Ticket(""), "no XML"), CPComException);
 }
