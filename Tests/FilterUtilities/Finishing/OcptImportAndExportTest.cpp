@@ -246,7 +246,7 @@ TEST(OcptImportAndExport, FoldsHalfSheetsByTheDocument) {
             job.docFoldDirection = direction;
             // The orientation of the pages has no say.
             job.orientation = portrait;
-            const List upright = job.List();
+            List upright = job.List();
             job.orientation = landscape;
             EXPECT_EQ(job.List(), upright);
             return upright;
@@ -262,7 +262,7 @@ TEST(OcptImportAndExport, FoldsHalfSheetsByTheDocument) {
 TEST(OcptImportAndExport, PunchesForACoil) {
     const struct {
         tagValueEnum coil;
-        double height; // millimetres
+        int height; // millimetres
         int upright, turned, neither;
     } cases[] = {
         {VAL_FINISHING_COIL_PUNCH_PTLR, 297, 6287, 6289, 6289},

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <regex>
 #include <set>
 #include <string>
@@ -13,7 +14,9 @@ using namespace DataModelIds;
 
 namespace {
 
-int Microns(const std::wstring& number, int unit) { return static_cast<int>(std::stod(number) * unit + 0.5); }
+int Microns(const std::wstring& number, int unit) {
+    return static_cast<int>(std::lround(std::stod(number) * unit));
+}
 
 // What a keyword itself says of the size must be what its row says.
 TEST(MediaSizeTable, RowsAreWhatTheirKeywordsSay) {
