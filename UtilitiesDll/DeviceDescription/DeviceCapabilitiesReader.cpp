@@ -217,15 +217,14 @@ private:
         } else if (m_open.empty()) {
             StartRoot(uri, name, attributes);
         } else if (!uri.empty()) {
-            m_levelsPassedOver = 1;
+            m_levelsPassedOver = 1; // of someone else
         } else if (name == valueElement) {
             StartValue(attributes);
         } else if (const FeatureElement* const element = findFeatureElement(name)) {
             StartFeature(*element, attributes);
-        } else if (m_isOfNewerVersion) {
-            m_levelsPassedOver = 1;
         } else {
-            Refuse("the element <%s> is not known", toCXString(name));
+            if (!m_isOfNewerVersion) Refuse("the element <%s> is not known", toCXString(name));
+            m_levelsPassedOver = 1;
         }
     }
 
@@ -443,15 +442,12 @@ std::unique_ptr<const DeviceFeatureList> DeviceCapabilitiesReader::Read(std::str
     CComPtr<IStream> stream;
     ThrowIfFailed(WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, xml.data(), xml.size()),
                   operationName);
+    DocumentHandler handler; // before the reader, which refers to it until its own end
     CComPtr<ISAXXMLReader> reader;
     ThrowIfFailed(CoCreateInstance(__uuidof(SAXXMLReader60), nullptr, CLSCTX_INPROC_SERVER,
                                    __uuidof(ISAXXMLReader), reinterpret_cast<void**>(&reader)),
                   operationName);
-    DocumentHandler handler;
     ThrowIfFailed(reader->putContentHandler(&handler), operationName);
     ThrowIfFailed(reader->putErrorHandler(&handler), operationName);
-    const HRESULT result = reader->parse(CComVariant(static_cast<IUnknown*>(stream)));
-    reader->putContentHandler(nullptr);
-    reader->putErrorHandler(nullptr);
-    return handler.TakeFeatures(result);
+    return handler.TakeFeatures(reader->parse(CComVariant(static_cast<IUnknown*>(stream))));
 }

@@ -243,7 +243,7 @@ TEST_F(DeviceCapabilities, ReportEachFailureOfThePlatform) {
         } catch (const CPComException& failed) {
             result = failed.GetHresult();
         }
-        // The line for a message and the handlers taken off at the end are not what it is about.
+        // The line for a message is not what it is about.
         EXPECT_TRUE(result == E_ACCESSDENIED || result == S_OK)
             << "call " << call << ": " << std::hex << result;
     }
