@@ -114,20 +114,20 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
 
     const struct {
         tagFeatureEnum asked;
+        int value;
         const wchar_t* ticketFeature;
         const wchar_t* option;
-        int value;
     } rows[] = {
-        {FEAT_FINISHING_2_HOLE_PUNCH, L"JobHolePunch", L"HolePunchDualTop", VAL_FINISHING_HOLE_PUNCH_PTLR},
-        {FEAT_FINISHING_4_HOLE_PUNCH, L"JobHolePunch", L"HolePunchQuadLeft", VAL_FINISHING_HOLE_PUNCH_PLLT},
-        {FEAT_FINISHING_FOLD, L"JobBindAllDocuments", L"FoldZ", VAL_FINISHING_Z_FOLD_PI},
-        {FEAT_FINISHING_1_STAPLE, L"JobStapleAllDocuments", L"StapleTopRight",
-         VAL_FINISHING_1_STAPLE_TOP_RIGHT},
-        {FEAT_JOB_IDENTIFICATION, L"JobIdentification", L"JobIdCustomBanner",
-         VAL_PRINT_ID_CUSTOM_BANNER_SHEET},
-        {FEAT_PAGE_LAYOUT, L"JobNUpAllDocumentsContiguously", L"16", VAL_PAGE_LAYOUT_NUP_16},
-        {FEAT_MS_PIN_PRINTING, L"JobPasscode", L"On", VAL_PIN_PRINTING_ON},
-        {FEAT_MARGINS, L"PageBorderless", L"Borderless", VAL_MARGINS_BORDERLESS},
+        {FEAT_FINISHING_2_HOLE_PUNCH, VAL_FINISHING_HOLE_PUNCH_PTLR, L"JobHolePunch", L"HolePunchDualTop"},
+        {FEAT_FINISHING_4_HOLE_PUNCH, VAL_FINISHING_HOLE_PUNCH_PLLT, L"JobHolePunch", L"HolePunchQuadLeft"},
+        {FEAT_FINISHING_FOLD, VAL_FINISHING_Z_FOLD_PI, L"JobBindAllDocuments", L"FoldZ"},
+        {FEAT_FINISHING_1_STAPLE, VAL_FINISHING_1_STAPLE_TOP_RIGHT, L"JobStapleAllDocuments",
+         L"StapleTopRight"},
+        {FEAT_JOB_IDENTIFICATION, VAL_PRINT_ID_CUSTOM_BANNER_SHEET, L"JobIdentification",
+         L"JobIdCustomBanner"},
+        {FEAT_PAGE_LAYOUT, VAL_PAGE_LAYOUT_NUP_16, L"JobNUpAllDocumentsContiguously", L"16"},
+        {FEAT_MS_PIN_PRINTING, VAL_PIN_PRINTING_ON, L"JobPasscode", L"On"},
+        {FEAT_MARGINS, VAL_MARGINS_BORDERLESS, L"PageBorderless", L"Borderless"},
     };
     for (const auto& row : rows) {
         color.ticketAccess->SetCurrentValueOptionFeature(row.ticketFeature, row.option);
