@@ -15,7 +15,6 @@ using namespace DataModelIds;
 using namespace OvPipeline;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {
