@@ -3,7 +3,6 @@
 #include <FeatureAccess/DataModelLessFeatureAccess.h>
 #include <FeatureAccess/NativeComPrintTicketAccess.h>
 
-#include <AttributeStore/AttributeBytesIndexedList.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
@@ -38,31 +37,13 @@ public:
     }
 };
 
-// The sample printer's default ticket with settings of its driver in it.
+// The sample printer, and its default ticket with settings of every kind in it.
 struct Job {
-    Job()
-        : ticket(CXString(ReadSample("default-ticket.xml").c_str())),
-          capabilities(CXString(ReadSample("capabilities.xml").c_str())), ticketAccess(ticket, capabilities),
-          device(
-              CPString("<DeviceCapabilities version='1.0'><Option name='job-type-api' required='true' "
-                       "default='normal-print'><Value name='normal-print'/></Option><Option "
-                       "name='hole-punch-api'><Value name='2-hole-punch'/></Option></DeviceCapabilities>")) {
-        CPString settings("<OrvelPublicDocSettings>");
-        for (const char* const name : {"booklet-api", "outlines-api", "sides", "cover-options-api",
-                                       "output-bin", "creator-name-pdl", "user-name-api", "job-offset-api"})
-            settings += CPString(("<" + std::string(name) + " syntax=\"keyword\">on</" + name + ">").c_str());
-        settings += "</OrvelPublicDocSettings>";
-        ticketAccess.SetJobOrvelPublicDocSettingsXml(settings);
-        for (const LONG feature : {36, 45, 110, 129, 199, 533})
-            attributeBytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
-                AttributeBytes(AttributeBytesFeatureId(feature), AttributeBytesValue::FromOption(6000)));
-    }
-
-    PrintTicketXmlDocument ticket;
-    PrintCapabilitiesXmlDocument capabilities;
-    NativeComPrintTicketAccess ticketAccess;
-    SimpleOcapParser device;
-    PrintTicketAttributeBytesReaderWriter attributeBytes{NoDisplayHelp()};
+    PrintTicketXmlDocument ticket{CXString(ReadSample("default-ticket.xml").c_str())};
+    PrintCapabilitiesXmlDocument capabilities{CXString(ReadSample("capabilities.xml").c_str())};
+    NativeComPrintTicketAccess ticketAccess{ticket, capabilities};
+    SimpleOcapParser device{CPString(ReadSample("device-capabilities.xml").c_str())};
+    PrintTicketAttributeBytesReaderWriter attributeBytes{&ticket, NoDisplayHelp(), false};
 };
 
 double MedianOf(std::vector<double>& values) {

@@ -84,6 +84,42 @@ TEST(DataModelLessFeatureAccess, ReadsTheDocumentOnceAndTakesABrokenOneForNone) 
     EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::PublicDocumentSettings);
 }
 
+TEST(DataModelLessFeatureAccess, StandsDocumentsThatNobodyWouldWrite) {
+    const auto nested = [](int depth) {
+        std::string text;
+        for (int level = 0; level < depth; ++level)
+            text += "<a>";
+        text += "<booklet-api>booklet-on</booklet-api>";
+        for (int level = 0; level < depth; ++level)
+            text += "</a>";
+        return text;
+    };
+    const std::string megabytes(10 << 20, 'x');
+    const struct {
+        const char* name;
+        std::string settings;
+        int value;
+    } cases[] = {
+        {"another root", "<AnotherRoot><booklet-api>booklet-on</booklet-api></AnotherRoot>", VAL_BOOKLET_ON},
+        {"only the element", "<booklet-api>booklet-on</booklet-api>", VAL_BOOKLET_OFF},
+        {"nested", nested(100), VAL_BOOKLET_ON},
+        {"nested too deeply", nested(100000), VAL_BOOKLET_OFF},
+        {"10 MB that are no XML", "<" + megabytes, VAL_BOOKLET_OFF},
+        {"10 MB before the element", "<a><b>" + megabytes + "</b><booklet-api>booklet-on</booklet-api></a>",
+         VAL_BOOKLET_ON},
+        {"10 MB as a keyword", "<a><booklet-api>" + megabytes + "</booklet-api></a>", VAL_UNSPECIFIED},
+        {"twice", "<a><booklet-api>booklet-on</booklet-api><booklet-api/></a>", VAL_BOOKLET_ON},
+        {"with a DTD", "<!DOCTYPE a [<!ENTITY e 'booklet-on'>]><a><booklet-api>&e;</booklet-api></a>",
+         VAL_BOOKLET_OFF},
+    };
+    for (const auto& row : cases) {
+        JobUnderTest job;
+        job.ticket.publicSettings = row.settings;
+        job.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_OFF));
+        EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, row.value) << row.name;
+    }
+}
+
 TEST(DataModelLessFeatureAccess, TellsFactoryDefaultsByTheDevicesWords) {
     JobUnderTest job;
     job.device = {{"booklet-api", {}, false, "booklet-off"}, {"outlines-api", {}, false, "twaddle"}};
