@@ -148,7 +148,7 @@ private:
     }
 
     Answer CoverOptions() const {
-        const Answer answer = Enforced(FromDocumentThenAttributeBytes({}));
+        Answer answer = Enforced(FromDocumentThenAttributeBytes({}));
         if (answer.value.GetValuePlusSpecifiedState() != VAL_UNSPECIFIED) return answer;
         return {VAL_COVER_OPTION_NONE, FeatureValueSource::Rule};
     }
@@ -203,7 +203,7 @@ private:
                 return {VAL_JOB_TYPE_SECURE_PRINT, FeatureValueSource::PrintTicket};
             isPinOff = pin.CompareNoCase(L"off") == 0;
         }
-        const Answer answer =
+        Answer answer =
             Enforced(FromDocumentThenAttributeBytes(SimpleOptionValue(false, VAL_JOB_TYPE_NORMAL_PRINT)));
         if (!answer.value.IsSpecified() || answer.value.GetValue() == VAL_JOB_TYPE_NONE)
             return {VAL_JOB_TYPE_NORMAL_PRINT, FeatureValueSource::Rule};
