@@ -1,5 +1,6 @@
 #include "PublicDocSettingsDocument.h"
 
+#include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPFormat.h>
 #include <LowLevelFacilities/ThrowComException.h>
 #include <Xml/UtilitiesLibraryHost.h>
@@ -15,6 +16,9 @@ constexpr wchar_t notSpecified[] = L"false";
 
 /// Whether blanks are part of a value of that syntax.
 bool keepsBlanks(const CXString& syntax) { return syntax == L"name" || syntax == L"text"; }
+
+/// Whether it is the platform's XML parser that refused the text, by one of its own codes (0xC00CExxx).
+bool isParserCode(HRESULT code) { return (static_cast<DWORD>(code) & 0xFFFFF000U) == 0xC00CE000U; }
 
 void changeElement(XmlDomNode& element, bool specified, const CXString& value) {
     CXString mark;
@@ -58,7 +62,9 @@ CPString PublicDocSettingsDocument::GetEmptyDocument() {
 
 PublicDocSettingsDocument::Parser
 PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
-                                        const std::function<void(const CPString&)>& write) {
+                                        const std::function<void(const CPString&)>& write,
+                                        bool* isMalformed) {
+    if (isMalformed != nullptr) *isMalformed = false;
     CPString text = read();
     if (text.isEmptyOrOnlyWhitespace()) {
         write(GetEmptyDocument());
@@ -69,6 +75,9 @@ PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
         Parser parser(new MicrosoftXmlParser(L"Don't Know", false));
         parser->parse(text);
         return parser;
+    } catch (const CPComException& failure) {
+        if (isMalformed != nullptr) *isMalformed = isParserCode(failure.GetHresult());
+        return nullptr;
     } catch (...) {
         return nullptr;
     }

@@ -34,9 +34,11 @@ public:
     [[nodiscard]] static CPString GetEmptyDocument();
     /// Parses the text that `read` gives. If that is blank, first hands an empty document to `write`, and
     /// reads again. Null if the text is still blank, or is not well formed, which nobody hears of. Exceptions
-    /// of the two functions pass through.
+    /// of the two functions pass through. isMalformed, for who has a place for it, tells a text that will
+    /// never be a document from one that could not be read this time.
     [[nodiscard]] static Parser LoadOrCreate(const std::function<CPString()>& read,
-                                             const std::function<void(const CPString&)>& write);
+                                             const std::function<void(const CPString&)>& write,
+                                             bool* isMalformed = nullptr);
     /// The document as text, with its XML declaration.
     [[nodiscard]] static CPString GetText(const MicrosoftXmlParser& document);
 

@@ -200,9 +200,10 @@ MicrosoftXmlParser* DataModelLessFeatureAccess::InitializeOrvelPublicDocSettings
     };
     // A large text that is no XML is not parsed for each of dozens of questions.
     if (m_unparsableSettings && read().hash() == *m_unparsableSettings) return nullptr;
+    bool isMalformed = false;
     m_publicSettingsParser = PublicDocSettingsDocument::LoadOrCreate(
-        read, [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); });
-    if (!m_publicSettingsParser) m_unparsableSettings = text.hash();
+        read, [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); }, &isMalformed);
+    if (isMalformed) m_unparsableSettings = text.hash();
     return m_publicSettingsParser.get();
 }
 

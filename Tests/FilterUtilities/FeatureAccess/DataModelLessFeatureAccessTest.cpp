@@ -2,6 +2,8 @@
 
 #include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
 
+#include "Com/FaultInjection.h"
+
 namespace {
 
 using namespace DataModelIds;
@@ -80,6 +82,10 @@ TEST(DataModelLessFeatureAccess, ReadsTheDocumentOnceAndTakesABrokenOneForNone) 
     for (int time = 0; time < 3; ++time)
         EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::AttributeBytes);
     EXPECT_EQ(broken.ticket.publicSettings, before) << "it is not for reading to repair";
+    OvPlatform::FaultInjection::CountCalls();
+    EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::AttributeBytes);
+    EXPECT_EQ(OvPlatform::FaultInjection::CallCount(), 0) << "it is not parsed for each question";
+    OvPlatform::FaultInjection::Reset();
     broken.ticket.publicSettings = whole;
     EXPECT_EQ(Ask(broken, FEAT_BOOKLET).source, FeatureValueSource::PublicDocumentSettings);
 }
@@ -118,6 +124,25 @@ TEST(DataModelLessFeatureAccess, StandsDocumentsThatNobodyWouldWrite) {
         job.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_OFF));
         EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, row.value) << row.name;
     }
+}
+
+// A document that could not be read once, for want of memory, say, is no broken one.
+TEST(DataModelLessFeatureAccess, ReadsTheDocumentAgainAfterAFailure) {
+    int failures = 0;
+    for (LONG number = 1;; ++number) {
+        JobUnderTest job;
+        job.AddElement("booklet-api", "booklet-on");
+        (void)job.Access();
+        bool isOver = false;
+        {
+            const OvPlatform::FaultInjectionScope scope(number);
+            if (job.Access().GetOptionValue(FEAT_BOOKLET).GetValue() != VAL_BOOKLET_ON) ++failures;
+            isOver = !OvPlatform::FaultInjection::HasFailed();
+        }
+        EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, VAL_BOOKLET_ON) << number;
+        if (isOver) break;
+    }
+    EXPECT_GT(failures, 2);
 }
 
 TEST(DataModelLessFeatureAccess, TellsFactoryDefaultsByTheDevicesWords) {
