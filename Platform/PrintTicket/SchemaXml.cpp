@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <mutex>
 #include <string>
 #include <utility>
 
@@ -110,9 +109,6 @@ void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
 } // namespace
 
 XmlDocPtr ParseSchemaXml(std::string_view bytes) {
-    static std::once_flag once;
-    std::call_once(once, xmlInitParser);
-
     if (bytes.empty()) throw SchemaFormatError("the document is empty");
     if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max() / 2))
         throw SchemaFormatError("the document is too large");
