@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 using namespace DataModelIds;
 
@@ -59,9 +60,24 @@ Answer IntegerAnswer(bool isSpecified, int value, FeatureValueSource source) {
     return answer;
 }
 
+// As a number in the unit of the device's own lengths, and in words.
+Answer LengthAnswer(bool isSpecified, const Dimension& length, FeatureValueSource source) {
+    Answer answer{.isSpecified = isSpecified, .isNumber = true, .source = source};
+    if (source == FeatureValueSource::None) return answer;
+    constexpr double toNearest = 0.499999;
+    answer.value = std::to_string(length.GetValue(Dimension::HundredthOfMillimeter).GetIntValue(toNearest));
+    answer.valueName =
+        std::string(length.GetStringValue(Dimension::Millimeter, 2, toNearest, true, true).view());
+    return answer;
+}
+
 Answer TextAnswer(bool isSpecified, const CXString& text, FeatureValueSource source) {
     return {.value = Utf8(text.View()), .isSpecified = isSpecified, .source = source};
 }
+
+// Integers of the dictionary that are lengths.
+constexpr tagFeatureEnum lengths[] = {FEAT_X1_IMAGE_SHIFT, FEAT_Y1_IMAGE_SHIFT, FEAT_X2_IMAGE_SHIFT,
+                                      FEAT_Y2_IMAGE_SHIFT};
 
 // What is asked for one feature of the dictionary.
 class Question {
@@ -82,7 +98,8 @@ public:
         case Entry::STRING:
             return AskText();
         case Entry::INTEGER:
-            return AskInteger();
+            return std::count(std::begin(lengths), std::end(lengths), m_feature) != 0 ? AskLength()
+                                                                                      : AskInteger();
         case Entry::PARENT:
             return AskCollection();
         case Entry::BOOLEAN:
@@ -111,6 +128,13 @@ private:
                                      ? m_access.GetIntegerValue(FEAT_MEDIA_COL, m_feature, value, source)
                                      : m_access.GetIntegerValue(m_feature, value, source);
         return IntegerAnswer(isSpecified, value, source);
+    }
+
+    Answer AskLength() const {
+        FeatureValueSource source{};
+        Dimension length;
+        const bool isSpecified = m_access.GetDimensionValue(m_feature, length, source);
+        return LengthAnswer(isSpecified, length, source);
     }
 
     Answer AskCollection() const {

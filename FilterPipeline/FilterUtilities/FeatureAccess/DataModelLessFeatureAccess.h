@@ -161,6 +161,7 @@ public:
     bool GetIntegerValue(tagFeatureEnum feature, int& value, FeatureValueSource& source) const;
     bool GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature, int& value,
                          FeatureValueSource& source) const;
+    bool GetDimensionValue(tagFeatureEnum feature, Dimension& value, FeatureValueSource& source) const;
     bool GetStringValue(tagFeatureEnum feature, CXString& value, FeatureValueSource& source) const;
     [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum feature, FeatureValueSource& source) const;
     [[nodiscard]] SimpleOptionValue GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const;

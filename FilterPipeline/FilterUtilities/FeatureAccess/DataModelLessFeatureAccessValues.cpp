@@ -122,11 +122,21 @@ bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum, tagFeatureEnum,
 }
 
 bool DataModelLessFeatureAccess::GetDimensionValue(tagFeatureEnum feature, Dimension& value) const {
+    FeatureValueSource source{};
+    return GetDimensionValue(feature, value, source);
+}
+
+bool DataModelLessFeatureAccess::GetDimensionValue(tagFeatureEnum feature, Dimension& value,
+                                                   FeatureValueSource& source) const {
     value = Dimension();
+    source = FeatureValueSource::None;
     if (!IsSupportedFeature(feature)) return false;
     bool isSpecified = false;
     value = TryGetDimensionValueFromAttributeBytesIfExists(feature, isSpecified);
-    EnforceRequiredDimensionFeatureIfNecessary(feature, value, isSpecified);
+    const bool hadValue = isSpecified || !(value.GetValue() == Number(0));
+    if (hadValue) source = FeatureValueSource::AttributeBytes;
+    if (EnforceRequiredDimensionFeatureIfNecessary(feature, value, isSpecified) && !hadValue)
+        source = FeatureValueSource::FactoryDefault;
     return isSpecified;
 }
 

@@ -176,6 +176,26 @@ TEST(FeatureReport, KeepsTextsOfTheJobFromSpoilingItsForm) {
                 HasSubstr("\"value\": \"Anna \\\"A\\\" \\\\ \\u0009B\\u000aC \xE2\x82\xAC\""));
 }
 
+TEST(FeatureReport, ShowsLengthsInTheUnitOfTheDeviceAndInWords) {
+    using namespace DataModelIds;
+    JobUnderTest job;
+    for (const char* const name : {"x-side1-image-shift", "y-side1-image-shift", "x-side2-image-shift"}) {
+        job.device.push_back({name, {}, true, "350"});
+        job.device.back().isInteger = true;
+    }
+    job.device[2].isRequired = false;
+    job.AddAttribute(FEAT_X1_IMAGE_SHIFT,
+                     AttributeBytesValue::FromDimension(Dimension(-2500, Dimension::Micron)));
+    const SimpleOcapParser device("");
+    const FeatureReport report(job.Access(), device);
+    EXPECT_THAT(LineOf(report.AsTable(), "FEAT_X1_IMAGE_SHIFT"),
+                testing::ContainsRegex(" yes +-250 -2.5 mm +attribute bytes "));
+    EXPECT_THAT(LineOf(report.AsTable(), "FEAT_Y1_IMAGE_SHIFT"),
+                testing::ContainsRegex(" yes +350 3.5 mm +factory default "));
+    EXPECT_THAT(ObjectOf(report.AsJson(), "FEAT_X2_IMAGE_SHIFT"),
+                HasSubstr("\"specified\": false, \"value\": null, \"valueName\": null, \"source\": null"));
+}
+
 TEST(JsonText, PutsCommasAndQuotesWhereTheyBelong) {
     JsonText json;
     json.BeginObject().Key("a\"").BeginArray().EndArray().Key("b").BeginArray().Number(-1).Null().Bool(true);
