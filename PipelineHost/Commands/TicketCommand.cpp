@@ -5,6 +5,8 @@
 #include "Spooler/QueueRegistry.h"
 
 #include <ComSupport/MsSafeCoinit.h>
+#include <Xml/MicrosoftXmlParser.h>
+#include <Xml/XmlOutputUtf8StringCallback.h>
 
 #include <ostream>
 
@@ -25,10 +27,20 @@ std::string TextOf(IXMLDOMDocument2* document) {
     return text;
 }
 
+// For eyes as well as for programs: one element a line.
+std::string Indented(const std::string& xml) {
+    MicrosoftXmlParser parser(L"the merged ticket", true);
+    parser.parse(reinterpret_cast<const unsigned char*>(xml.data()), xml.size());
+    CPString text;
+    XmlOutputUtf8StringCallback output(text, XmlOutputCallback::EnhanceXmlLegibility);
+    parser.convertToXmlStream(output, true);
+    return std::string(text.view());
+}
+
 std::string MergedTicket(const OvPlatform::QueueFolder& queue, const LevelParts& parts) {
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
-    return TextOf(MergeLevel(manager, queue, parts));
+    return Indented(TextOf(MergeLevel(manager, queue, parts)));
 }
 
 } // namespace
@@ -40,7 +52,10 @@ int TicketCommand(const CommandOptions& options, std::ostream& out) {
     const LevelParts parts = FindLevel(options, context);
     // Also where it is not shown: it has words for a ticket that cannot be merged.
     const TicketExplanation explanation = ExplainLevel(queue, parts);
-    out << (options.explain ? FormatExplanation(explanation.Rows()) : MergedTicket(*queue, parts) + "\n");
+    if (options.explain)
+        out << FormatExplanation(explanation.Rows());
+    else
+        out << MergedTicket(*queue, parts) << "\n";
     return ExitOk;
 }
 
