@@ -37,25 +37,6 @@ HRESULT QueuePropertyBag::Create(const QueueValues& values, Access access, IPrin
     return S_OK;
 }
 
-HRESULT QueuePropertyBag::QueryInterface(REFIID riid, void** object) {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (riid != __uuidof(IUnknown) && riid != __uuidof(IDispatch) && riid != __uuidof(IPrinterPropertyBag))
-        return E_NOINTERFACE;
-    *object = static_cast<IPrinterPropertyBag*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG QueuePropertyBag::AddRef() { return ++m_references; }
-
-ULONG QueuePropertyBag::Release() {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-}
-
 // Scripts have no use here: the interface is dual by publication only.
 HRESULT QueuePropertyBag::GetTypeInfoCount(UINT* count) {
     if (!count) return E_POINTER;

@@ -2,16 +2,21 @@
 
 #include <Com/PlatformExport.h>
 
+#include "Com/CountedObject.h"
 #include "Spooler/QueueDescription.h"
 #include "Spooler/QueueValueStream.h"
 
 #include <printerextension.h>
 
-#include <atomic>
 #include <map>
 #include <mutex>
 
 namespace OvPlatform {
+
+template <>
+struct ExtendedInterface<IPrinterPropertyBag> {
+    using Type = IDispatch;
+};
 
 // A bag of a queue behind the published interface. The values are the bag's own from then on: what is set
 // lasts as long as the bag, and does not reach the queue folder. May be called from any thread.
@@ -20,16 +25,12 @@ namespace OvPlatform {
 // another type than asked, and for an empty name; HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED) for setting in a
 // read-only bag, which is what a driver's bag is while jobs print. Bytes and streams are apart: each has its
 // own calls.
-class OV_PLATFORM_API QueuePropertyBag final : public IPrinterPropertyBag {
+class OV_PLATFORM_API QueuePropertyBag final : public CountedObject<IPrinterPropertyBag> {
 public:
     enum class Access { ReadOnly, ReadWrite };
 
     // Gives the bag with one reference. E_OUTOFMEMORY.
     static HRESULT Create(const QueueValues& values, Access access, IPrinterPropertyBag** bag);
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
@@ -55,14 +56,13 @@ private:
     using Value = std::variant<std::wstring, bool, std::int32_t, QueueBytes, StreamValue>;
 
     QueuePropertyBag(const QueueValues& values, Access access);
-    ~QueuePropertyBag() = default;
+    ~QueuePropertyBag() override = default;
 
     template <class Type, class Use>
     HRESULT Get(BSTR name, Use use);
     template <class Make>
     HRESULT Set(BSTR name, Make make);
 
-    std::atomic<ULONG> m_references{1};
     const Access m_access;
     std::mutex m_lock;
     std::map<std::wstring, Value, std::less<>> m_values;

@@ -20,24 +20,6 @@ HRESULT QueueValueStream::Create(std::shared_ptr<SharedBytes> bytes, bool writab
     return *stream ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT QueueValueStream::QueryInterface(REFIID riid, void** object) {
-    if (!object) return E_POINTER;
-    const bool known =
-        riid == __uuidof(IUnknown) || riid == __uuidof(ISequentialStream) || riid == __uuidof(IStream);
-    *object = known ? static_cast<IStream*>(this) : nullptr;
-    if (!known) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG QueueValueStream::AddRef() { return ++m_references; }
-
-ULONG QueueValueStream::Release() {
-    const ULONG left = --m_references;
-    if (left == 0) delete this;
-    return left;
-}
-
 // The caller holds the lock.
 std::size_t QueueValueStream::Available() const {
     return m_bytes->bytes.size() - (std::min)(m_position, m_bytes->bytes.size());

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "Com/CountedObject.h"
+
 #include <windows.h>
 
-#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -18,14 +19,11 @@ struct SharedBytes {
 
 // A stream over a property's bytes: writes are seen by the bag at once. A read-only one refuses to write with
 // STG_E_ACCESSDENIED.
-class QueueValueStream final : public IStream {
+class QueueValueStream final : public CountedObject<IStream> {
 public:
     // The new stream has one reference. E_OUTOFMEMORY.
     static HRESULT Create(std::shared_ptr<SharedBytes> bytes, bool writable, IStream** stream);
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) override;
     HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG size, ULONG* written) override;
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* position) override;
@@ -42,11 +40,10 @@ public:
 private:
     QueueValueStream(std::shared_ptr<SharedBytes> bytes, bool writable)
         : m_bytes(std::move(bytes)), m_writable(writable) {}
-    ~QueueValueStream() = default;
+    ~QueueValueStream() override = default;
 
     std::size_t Available() const;
 
-    std::atomic<ULONG> m_references{1};
     std::shared_ptr<SharedBytes> m_bytes;
     bool m_writable;
     std::size_t m_position = 0;
