@@ -3,6 +3,7 @@
 #include "Com/GlobalMemory.h"
 
 #include <atlcomcli.h>
+#include <streamcopy.h>
 
 #include <algorithm>
 #include <array>
@@ -132,29 +133,19 @@ public:
 
     HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
                                      ULARGE_INTEGER* written) override {
-        if (read != nullptr) read->QuadPart = 0;
-        if (written != nullptr) written->QuadPart = 0;
-        if (target == nullptr) return STG_E_INVALIDPOINTER;
+        // No more than there is now: the target may be a clone, which makes these bytes grow.
+        count.QuadPart = (std::min)(count.QuadPart, Left());
         std::array<BYTE, 16384> buffer;
-        ULONGLONG left = count.QuadPart;
-        while (left > 0) {
+        // The lock is not held while the target writes: it may call back.
+        const auto nextChunk = [&](ULONGLONG most, const void*& bytes, ULONGLONG& size) {
             ULONG got = 0;
-            const ULONG step = static_cast<ULONG>((std::min)(left, static_cast<ULONGLONG>(buffer.size())));
-            if (HRESULT result = Read(buffer.data(), step, &got); FAILED(result)) return result;
-            if (got == 0) break;
-            left -= got;
-            if (read != nullptr) read->QuadPart += got;
-            // The lock is not held here: the target may be a clone, or may call back.
-            for (ULONG done = 0; done < got;) {
-                ULONG put = 0;
-                if (HRESULT result = target->Write(buffer.data() + done, got - done, &put); FAILED(result))
-                    return result;
-                if (put == 0) return STG_E_MEDIUMFULL;
-                done += put;
-                if (written != nullptr) written->QuadPart += put;
-            }
-        }
-        return S_OK;
+            const auto step = static_cast<ULONG>((std::min)(most, ULONGLONG{buffer.size()}));
+            const HRESULT result = Read(buffer.data(), step, &got);
+            bytes = buffer.data();
+            size = got;
+            return result;
+        };
+        return CopyStream(nextChunk, target, count, read, written);
     }
 
     HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return FaultPoint(); }
@@ -197,6 +188,11 @@ public:
     }
 
 private:
+    ULONGLONG Left() {
+        std::lock_guard guard(m_shared->lock);
+        return m_shared->size - (std::min)(m_position, m_shared->size);
+    }
+
     std::shared_ptr<SharedMemory> m_shared;
     // Guarded by the lock of the shared memory.
     ULONGLONG m_position;

@@ -1,7 +1,10 @@
 #include "Dom/DomStream.h"
 
+#include "Dom/DocumentBound.h"
 #include "Dom/DomDocument.h"
 #include "Dom/DomSerializer.h"
+
+#include <streamcopy.h>
 
 #include <algorithm>
 #include <cstring>
@@ -85,6 +88,7 @@ HRESULT STDMETHODCALLTYPE DomStream::Write(const void* source, ULONG count, ULON
     if (written != nullptr) *written = 0;
     return Guarded([&]() -> HRESULT {
         if (source == nullptr && count != 0) return STG_E_INVALIDPOINTER;
+        if (count > MostDocumentBytes - (m_isWritten ? m_text.size() : 0)) return STG_E_MEDIUMFULL;
         if (!std::exchange(m_isWritten, true)) {
             m_text.clear();
             m_isCurrent = false;
@@ -139,23 +143,17 @@ HRESULT STDMETHODCALLTYPE DomStream::CopyTo(IStream* target, ULARGE_INTEGER coun
     return Guarded([&]() -> HRESULT {
         if (target == nullptr) return STG_E_INVALIDPOINTER;
         if (const HRESULT result = EnsureText(); FAILED(result)) return result;
+        // All at once, since the target may be this very stream.
         const std::size_t begin = std::min(m_position, m_text.size());
-        const ULONGLONG given = std::min<ULONGLONG>(m_text.size() - begin, count.QuadPart);
-        // The target may be this very stream.
-        const std::string part = m_text.substr(begin, static_cast<std::size_t>(given));
+        count.QuadPart = std::min<ULONGLONG>(count.QuadPart, m_text.size() - begin);
+        const std::string part = m_text.substr(begin, static_cast<std::size_t>(count.QuadPart));
         m_position = begin + part.size();
-        if (read != nullptr) read->QuadPart = part.size();
-        ULONGLONG done = 0;
-        HRESULT result = S_OK;
-        while (done < part.size() && SUCCEEDED(result)) {
-            ULONG once = 0;
-            result = target->Write(part.data() + done, static_cast<ULONG>(part.size() - done), &once);
-            if (once == 0) break;
-            done += once;
-        }
-        if (written != nullptr) written->QuadPart = done;
-        if (FAILED(result)) return result;
-        return done == part.size() ? S_OK : STG_E_MEDIUMFULL;
+        const auto nextChunk = [&](ULONGLONG, const void*& bytes, ULONGLONG& size) {
+            bytes = part.data();
+            size = part.size();
+            return S_OK;
+        };
+        return CopyStream(nextChunk, target, count, read, written);
     });
 }
 

@@ -2,6 +2,8 @@
 
 #include "Com/FaultInjection.h"
 
+#include <streamcopy.h>
+
 #include <algorithm>
 #include <cstring>
 #include <new>
@@ -91,23 +93,24 @@ HRESULT QueueValueStream::CopyTo(IStream* target, ULARGE_INTEGER size, ULARGE_IN
     if (written) written->QuadPart = 0;
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (!target) return STG_E_INVALIDPOINTER;
-    std::vector<std::uint8_t> copy; // the target may be a stream of the same property
+    std::vector<std::uint8_t> copy; // all at once, since the target may be a stream of the same property
     try {
         const std::lock_guard guard(m_bytes->lock);
         const auto from = m_bytes->bytes.begin() +
                           static_cast<std::ptrdiff_t>((std::min)(m_position, m_bytes->bytes.size()));
-        const auto count = static_cast<std::ptrdiff_t>((std::min)(size.QuadPart, ULONGLONG{Available()}));
-        copy.assign(from, from + count);
+        copy.assign(from,
+                    from + static_cast<std::ptrdiff_t>((std::min)(size.QuadPart, ULONGLONG{Available()})));
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }
     m_position += copy.size();
-    if (read) read->QuadPart = copy.size();
-    ULONG taken = 0;
-    const HRESULT result =
-        copy.empty() ? S_OK : target->Write(copy.data(), static_cast<ULONG>(copy.size()), &taken);
-    if (written) written->QuadPart = taken;
-    return result;
+    const auto nextChunk = [&](ULONGLONG, const void*& bytes, ULONGLONG& count) {
+        bytes = copy.data();
+        count = copy.size();
+        return S_OK;
+    };
+    size.QuadPart = copy.size();
+    return CopyStream(nextChunk, target, size, read, written);
 }
 
 HRESULT QueueValueStream::Commit(DWORD) { return FaultPoint(); }

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <new>
 
+#include <streamcopy.h>
 #include <windows.h>
 
 ReadOnlyMemoryStream::ReadOnlyMemoryStream(Bytes bytes, std::size_t position) noexcept
@@ -69,22 +70,13 @@ HRESULT ReadOnlyMemoryStream::SetSize(ULARGE_INTEGER) { return STG_E_ACCESSDENIE
 
 HRESULT ReadOnlyMemoryStream::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
                                      ULARGE_INTEGER* written) {
-    if (read != nullptr) read->QuadPart = 0;
-    if (written != nullptr) written->QuadPart = 0;
-    if (target == nullptr) return STG_E_INVALIDPOINTER;
-    ULONGLONG left = std::min<ULONGLONG>(count.QuadPart, Rest());
-    while (left != 0) {
-        const auto piece = static_cast<ULONG>(std::min<ULONGLONG>(left, 1u << 20));
-        ULONG taken = 0;
-        const HRESULT result = target->Write(m_bytes->data() + m_position, piece, &taken);
-        m_position += taken;
-        left -= std::min<ULONGLONG>(taken, left);
-        if (read != nullptr) read->QuadPart += taken;
-        if (written != nullptr) written->QuadPart += taken;
-        if (FAILED(result)) return result;
-        if (taken < piece) return STG_E_MEDIUMFULL;
-    }
-    return S_OK;
+    const auto nextChunk = [this](ULONGLONG most, const void*& bytes, ULONGLONG& size) {
+        size = std::min<ULONGLONG>(most, Rest());
+        bytes = m_bytes->data() + (m_bytes->size() - Rest());
+        m_position += static_cast<std::size_t>(size);
+        return S_OK;
+    };
+    return OvPlatform::CopyStream(nextChunk, target, count, read, written);
 }
 
 HRESULT ReadOnlyMemoryStream::Commit(DWORD) { return S_OK; }
