@@ -5,13 +5,12 @@
 #include "Source/PackageSource.h"
 #include "Streams/PrintReadStream.h"
 
+#include "Dom/DocumentBound.h"
 #include "PrintTicket/PrintTicketError.h"
 
 namespace OvPipeline {
 
 namespace {
-
-constexpr std::uint64_t MaxTicketSize = 64u << 20;
 
 // The ticket slot of a part; null for a part that is null.
 template <class Part>
@@ -31,7 +30,7 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
     const CComQIPtr<IHostPart> host(part);
     std::string text;
     Drain(*host->Core().content->Open(), [&](const void* bytes, std::size_t size) {
-        if (text.size() + size > MaxTicketSize)
+        if (text.size() + size > OvPlatform::MostDocumentBytes)
             throw InputError(E_OUTOFMEMORY, name, name + ": a print ticket larger than 64 MB");
         text.append(static_cast<const char*>(bytes), size);
     });

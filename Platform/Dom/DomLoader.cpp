@@ -9,7 +9,6 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -47,8 +46,7 @@ xmlDoc* DomLoader::FromBytes(std::string_view bytes) {
 }
 
 xmlDoc* DomLoader::FromText(std::string_view utf8) {
-    m_source.FromText(utf8);
-    return Parse();
+    return m_source.FromText(utf8, m_failure) ? Parse() : nullptr;
 }
 
 xmlDoc* DomLoader::Parse() {
@@ -58,7 +56,7 @@ xmlDoc* DomLoader::Parse() {
         return nullptr;
     }
     const auto limit = static_cast<ULONGLONG>(std::max<LONG>(m_settings.maxXmlSize, 0)) * 1024;
-    if (text.size() > std::numeric_limits<int>::max() || (limit != 0 && text.size() > limit)) {
+    if (limit != 0 && text.size() > limit) {
         Refuse(XML_E_MAX_SIZE, "The text is longer than the document allows");
         return nullptr;
     }

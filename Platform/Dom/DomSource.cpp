@@ -1,14 +1,16 @@
 #include "Dom/DomSource.h"
 
+#include "Dom/DocumentBound.h"
 #include "Dom/TextConversion.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>
+#include <streamcopy.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <memory>
 #include <sys/stat.h>
 
@@ -16,8 +18,8 @@ namespace OvPlatform {
 
 namespace {
 
-/// More than the parser takes.
-constexpr ULONGLONG MostBytes = static_cast<ULONGLONG>(std::numeric_limits<int>::max());
+/// One more than a document may have: whoever parses them sees that they are too many.
+constexpr std::size_t MostBytes = MostDocumentBytes + 1;
 constexpr ULONG Block = 64 * 1024;
 
 using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
@@ -58,16 +60,16 @@ HRESULT ReadStream(IUnknown* source, std::string& bytes) {
     if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < MostBytes)
         expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
     std::size_t used = 0;
-    while (true) {
+    while (used < MostBytes) {
         // The size is only a hint: what is read counts.
-        bytes.resize(used + (used == 0 ? expected : Block));
+        bytes.resize(std::min(used + (used == 0 ? expected : Block), MostBytes));
         ULONG read = 0;
         const auto room = static_cast<ULONG>(bytes.size() - used);
         const HRESULT result = stream->Read(bytes.data() + used, room, &read);
         if (FAILED(result)) return result;
         if (read > room) return E_UNEXPECTED;
         used += read;
-        if (read == 0 || used > MostBytes) break;
+        if (read == 0) break;
     }
     bytes.resize(used);
     return S_OK;
@@ -97,7 +99,8 @@ HRESULT DomSource::Read(const VARIANT& source, std::string& bytes) {
         if (source.parray == nullptr) return E_INVALIDARG;
         void* data = nullptr;
         if (const HRESULT result = ::SafeArrayAccessData(source.parray, &data); FAILED(result)) return result;
-        bytes.assign(static_cast<const char*>(data), source.parray->rgsabound[0].cElements);
+        bytes.assign(static_cast<const char*>(data),
+                     std::min<std::size_t>(source.parray->rgsabound[0].cElements, MostBytes));
         ::SafeArrayUnaccessData(source.parray);
         return S_OK;
     }
@@ -127,11 +130,11 @@ HRESULT DomSource::ReadFile(BSTR name, std::string& bytes, std::string& reason) 
         return result;
     }
     std::size_t used = 0;
-    while (used <= MostBytes) {
-        bytes.resize(used + Block);
-        const std::size_t read = std::fread(bytes.data() + used, 1, Block, file.get());
+    while (used < MostBytes) {
+        bytes.resize(std::min<std::size_t>(used + Block, MostBytes));
+        const std::size_t read = std::fread(bytes.data() + used, 1, bytes.size() - used, file.get());
+        if (read == 0) break;
         used += read;
-        if (read < Block) break;
     }
     bytes.resize(used);
     if (std::ferror(file.get()) == 0) return S_OK;
@@ -155,15 +158,8 @@ HRESULT DomSource::WriteFile(BSTR name, const std::string& bytes) {
 HRESULT DomSource::WriteStream(IUnknown* target, const std::string& bytes) {
     CComPtr<ISequentialStream> stream;
     if (target == nullptr || FAILED(target->QueryInterface(&stream))) return E_INVALIDARG;
-    for (std::size_t done = 0; done < bytes.size();) {
-        const auto count = static_cast<ULONG>(std::min<std::size_t>(bytes.size() - done, 1U << 30));
-        ULONG written = 0;
-        if (const HRESULT result = stream->Write(bytes.data() + done, count, &written); FAILED(result))
-            return result;
-        if (written == 0 || written > count) return STG_E_WRITEFAULT;
-        done += written;
-    }
-    return S_OK;
+    ULONGLONG written = 0;
+    return WriteWhole(stream, bytes.data(), bytes.size(), &written);
 }
 
 } // namespace OvPlatform

@@ -13,7 +13,7 @@ public:
     static const VARIANT& Value(const VARIANT& variant) noexcept;
 
     /// From an array of bytes, from a stream's place to its end, or from a document. E_INVALIDARG for
-    /// anything else.
+    /// anything else. Of more bytes than a document may have, only so many that this shows.
     static HRESULT Read(const VARIANT& source, std::string& bytes);
 
     /// A file by its path, or by a file: address. A failing result with `reason` if there is none; addresses

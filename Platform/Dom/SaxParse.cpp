@@ -7,7 +7,6 @@
 
 #include <libxml/parserInternals.h>
 
-#include <limits>
 #include <memory>
 #include <new>
 
@@ -74,8 +73,8 @@ HRESULT SaxParse::FromBytes(std::string_view bytes) {
 
 HRESULT SaxParse::FromText(std::string_view utf8) {
     SourceText source;
-    source.FromText(utf8);
-    return Run(source);
+    DomFailure failure;
+    return source.FromText(utf8, failure) ? Run(source) : Fail(failure);
 }
 
 HRESULT SaxParse::Fail(const DomFailure& failure) {
@@ -92,11 +91,6 @@ HRESULT SaxParse::Run(const SourceText& source) {
     if (text.empty()) {
         failure.code = XML_E_MISSINGROOT;
         failure.reason = "The text is empty: a document must have a root element";
-        return Fail(failure);
-    }
-    if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        failure.code = XML_E_MAX_SIZE;
-        failure.reason = "The text is too long";
         return Fail(failure);
     }
     const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(

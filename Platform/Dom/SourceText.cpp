@@ -1,5 +1,6 @@
 #include "Dom/SourceText.h"
 
+#include "Dom/DocumentBound.h"
 #include "Dom/TextConversion.h"
 
 namespace OvPlatform {
@@ -16,7 +17,13 @@ bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
 
 } // namespace
 
+bool SourceText::CheckSize(std::string_view text, DomFailure& failure) {
+    return text.size() <= MostDocumentBytes ||
+           Refuse(failure, XML_E_MAX_SIZE, "The text is longer than the document allows");
+}
+
 bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
+    if (!CheckSize(bytes, failure)) return false;
     const bool littleEndian = bytes.starts_with("\xFF\xFE");
     const bool marked = bytes.starts_with(Utf8Mark);
     const bool wide = littleEndian || bytes.starts_with("\xFE\xFF");
@@ -25,6 +32,7 @@ bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
             return Refuse(failure, XML_E_INVALID_UNICODE,
                           "The bytes after the UTF-16 byte order mark are no UTF-16");
         bytes = m_converted;
+        if (!CheckSize(bytes, failure)) return false;
     } else if (marked) {
         bytes.remove_prefix(Utf8Mark.size());
     } else if (bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0')) {
@@ -44,11 +52,13 @@ bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
     return true;
 }
 
-void SourceText::FromText(std::string_view utf8) {
+bool SourceText::FromText(std::string_view utf8, DomFailure& failure) {
+    if (!CheckSize(utf8, failure)) return false;
     if (utf8.starts_with(Utf8Mark)) utf8.remove_prefix(Utf8Mark.size());
     m_declaration = XmlDeclaration::FromDocument(utf8);
     m_text = utf8;
     m_isUtf8 = true;
+    return true;
 }
 
 } // namespace OvPlatform

@@ -17,11 +17,12 @@ public:
     SourceText& operator=(const SourceText&) = delete;
 
     /// From bytes, by their byte order mark and their declaration. False with `failure` if the two
-    /// contradict, or the bytes are not what their mark says. The bytes must outlive the text.
+    /// contradict, the bytes are not what their mark says, or there are too many. They must outlive the text.
     bool FromBytes(std::string_view bytes, DomFailure& failure);
 
-    /// From text that already is UTF-8, whatever its declaration says. It must outlive this.
-    void FromText(std::string_view utf8);
+    /// From text that already is UTF-8, whatever its declaration says. It must outlive this. False with
+    /// `failure` if it is too long.
+    bool FromText(std::string_view utf8, DomFailure& failure);
 
     std::string_view Text() const noexcept { return m_text; }
     /// Otherwise the parser reads it in the declared encoding.
@@ -29,6 +30,8 @@ public:
     const std::optional<XmlDeclaration>& Declaration() const noexcept { return m_declaration; }
 
 private:
+    static bool CheckSize(std::string_view text, DomFailure& failure);
+
     std::string m_converted;
     std::string_view m_text;
     std::optional<XmlDeclaration> m_declaration;

@@ -2,6 +2,7 @@
 
 #include <Com/PlatformExport.h>
 
+#include "Dom/DocumentBound.h"
 #include "Package/PackageError.h"
 #include "Package/Relationships.h"
 
@@ -23,7 +24,7 @@ enum class PackageCompression { None = 0, Normal = 1, Small = 2, Fast = 3 };
 struct PackageLimits {
     std::uint64_t maxPartSize = std::uint64_t{4} << 30; // bytes inflated, one part
     std::uint64_t maxXmlPartSize =
-        64u << 20; // the content types and each relationships part, which are held whole
+        MostDocumentBytes; // the content types and each relationships part, which are held whole
     std::uint64_t maxRatio =
         1100; // inflated to stored bytes, beyond the first MiB; deflate itself ends at 1032
     std::uint64_t maxPackageSize = std::uint64_t{64} << 30; // bytes inflated, all parts

@@ -1,9 +1,10 @@
 #include "Package/StrictXml.h"
 
+#include "Dom/DocumentBound.h"
+
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
 
-#include <limits>
 #include <new>
 
 namespace OvPlatform {
@@ -44,8 +45,7 @@ std::string_view View(const xmlChar* text) {
 
 XmlDocument ParseStrictXml(std::string_view bytes) {
     if (bytes.empty()) throw StrictXmlError(0, "the document is empty");
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max()))
-        throw StrictXmlError(0, "the document is too large");
+    if (bytes.size() > MostDocumentBytes) throw StrictXmlError(0, "the document is too large");
     const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
     if (!parser) throw std::bad_alloc();
     DtdMark dtd;

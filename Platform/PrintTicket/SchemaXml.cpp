@@ -1,5 +1,6 @@
 #include "PrintTicket/SchemaXml.h"
 
+#include "Dom/DocumentBound.h"
 #include "PrintTicket/SchemaFormatError.h"
 
 #include <libxml/parser.h>
@@ -7,7 +8,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -110,8 +110,7 @@ void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
 
 XmlDocPtr ParseSchemaXml(std::string_view bytes) {
     if (bytes.empty()) throw SchemaFormatError("the document is empty");
-    if (bytes.size() > static_cast<std::size_t>(std::numeric_limits<int>::max() / 2))
-        throw SchemaFormatError("the document is too large");
+    if (bytes.size() > MostDocumentBytes) throw SchemaFormatError("the document is too large");
 
     // The first bytes go in with the parser, so that it sees what the text is encoded in.
     const auto head = static_cast<int>((std::min)(bytes.size(), std::size_t{4}));

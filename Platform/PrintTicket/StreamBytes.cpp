@@ -1,6 +1,9 @@
 #include "PrintTicket/StreamBytes.h"
 
-#include <algorithm>
+#include "Dom/DocumentBound.h"
+
+#include <streamcopy.h>
+
 #include <array>
 
 namespace OvPlatform {
@@ -13,21 +16,14 @@ HRESULT ReadStreamBytes(IStream* stream, std::string& bytes) {
         const HRESULT result = stream->Read(chunk.data(), static_cast<ULONG>(chunk.size()), &count);
         if (FAILED(result)) return result;
         if (count == 0) return S_OK;
-        if (bytes.size() + count > MaxStreamBytes) return E_OUTOFMEMORY;
+        if (bytes.size() + count > MostDocumentBytes) return E_OUTOFMEMORY;
         bytes.append(chunk.data(), count);
     }
 }
 
 HRESULT WriteStreamBytes(IStream* stream, std::string_view bytes) {
-    while (!bytes.empty()) {
-        ULONG count = 0;
-        const auto wanted = static_cast<ULONG>((std::min)(bytes.size(), std::size_t{1} << 30));
-        const HRESULT result = stream->Write(bytes.data(), wanted, &count);
-        if (FAILED(result)) return result;
-        if (count == 0) return STG_E_MEDIUMFULL;
-        bytes.remove_prefix(count);
-    }
-    return S_OK;
+    ULONGLONG written = 0;
+    return WriteWhole(stream, bytes.data(), bytes.size(), &written);
 }
 
 } // namespace OvPlatform

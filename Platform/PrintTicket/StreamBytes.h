@@ -7,11 +7,8 @@
 
 namespace OvPlatform {
 
-// No document of the ticket provider is larger than this.
-inline constexpr std::size_t MaxStreamBytes = std::size_t{64} << 20;
-
 // All that is left to read in the stream. Results of the stream pass through; E_OUTOFMEMORY beyond
-// MaxStreamBytes.
+// MostDocumentBytes.
 HRESULT ReadStreamBytes(IStream* stream, std::string& bytes);
 
 // Writes where the stream stands and leaves it at the end of what was written.

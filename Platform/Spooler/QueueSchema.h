@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Dom/DocumentBound.h"
 #include "Spooler/QueueDescription.h"
 
 // The attributes of queue.xml as tables, for its reader and its writer.
@@ -10,7 +11,7 @@ inline constexpr char Version[] = "1";
 
 // Bounds on what is read.
 inline constexpr std::uintmax_t MaxDescriptionSize = 4u << 20;
-inline constexpr std::uintmax_t MaxDocumentSize = 64u << 20;
+inline constexpr std::uintmax_t MaxDocumentSize = MostDocumentBytes;
 inline constexpr std::size_t MaxProperties = 4096;
 inline constexpr std::size_t MaxJobs = 10000;
 inline constexpr std::size_t MaxTextLength = 32767; // UTF-16 units

@@ -19,6 +19,8 @@ public:
     HRESULT readResult = S_OK;
     // Whether the end is told together with the last bytes, or only by a read that gives none.
     bool tellsEndOfFile = true;
+    // How many bytes more, or fewer, it claims to have when it is asked for its end.
+    LONGLONG claimedMore = 0;
 
     HRESULT STDMETHODCALLTYPE Seek(LONGLONG offset, DWORD origin, ULONGLONG* newPosition) override {
         if (FAILED(seekResult)) return seekResult;
@@ -29,6 +31,8 @@ public:
         if (from + offset < 0 || from + offset > size) return E_INVALIDARG;
         m_position = static_cast<std::size_t>(from + offset);
         if (newPosition) *newPosition = m_position;
+        if (newPosition && origin == STREAM_SEEK_END)
+            *newPosition = static_cast<ULONGLONG>(from + offset + claimedMore);
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE ReadBytes(void* bytes, ULONG wanted, ULONG* read, BOOL* endOfFile) override {

@@ -53,7 +53,7 @@ CComPtr<IStream> AsStream(const Document& document, const char* function) {
 
 // Whether the job's own ticket leaves the passcode feature out.
 bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
-    PrintTicketXmlDocument ticket(GetIStreamFromPart(CComPtr<IPartBase>(partTicket)));
+    PrintTicketXmlDocument ticket(GetIStreamFromTicket(partTicket));
     CComBSTR option;
     CComBSTR optionPrefix;
     try {
@@ -81,7 +81,7 @@ std::unique_ptr<PrintTicketXmlDocument> CopyTicketOf(Part* part) {
         hr = part->GetPrintTicket(&ticket);
         if (hr == E_ELEMENT_NOT_FOUND) return copy;
         ThrowIfFailed(hr, copyFunction);
-        copy = std::make_unique<PrintTicketXmlDocument>(GetIStreamFromPart(CComPtr<IPartBase>(ticket)));
+        copy = std::make_unique<PrintTicketXmlDocument>(GetIStreamFromTicket(ticket));
     }
     CATCH_VARIOUS(hr, copyFunction)
     return copy;
@@ -133,7 +133,7 @@ HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t*
         m_provider.reset();
         m_provider = std::make_unique<MsSafeHPTProvider>(printerName, userToken);
         const CComPtr<IStream> stream =
-            CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(defaultTicket));
+            CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(defaultTicket));
         if (!stream) ThrowComException(E_POINTER, function);
         m_defaultTicket.Release();
         m_defaultTicket = Load(stream, function);
@@ -251,7 +251,7 @@ CComPtr<IStream> PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws(
     const CComPtr<IStream>& base, const CComPtr<IPartPrintTicket>& partTicket, EPrintTicketScope scope) {
     constexpr auto function = "PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws";
     CComPtr<IStream> delta;
-    if (partTicket) delta = GetIStreamFromPart(CComPtr<IPartBase>(partTicket));
+    if (partTicket) delta = GetIStreamFromTicket(partTicket);
     ThrowIfFailed(base->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr), function);
     CComPtr<IStream> result;
     ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &result), function);

@@ -1,6 +1,7 @@
 #include "Support/FakeParts.h"
 
 #include <ComSupport/MsSafeCoinit.h>
+#include <Dom/DocumentBound.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <XpsParts/MsOMConvertor.h>
 
@@ -54,6 +55,46 @@ TEST(CreateIStreamFromIPrintReadStream, EmptyStreamGivesAnEmptyCopy) {
     }
 }
 
+// A reader that has other bytes than it said, and notes how far beyond the block it was asked to write.
+class LyingReader : public MemoryReadStream {
+public:
+    using MemoryReadStream::MemoryReadStream;
+    ULONGLONG claimed = 0;
+    ULONGLONG given = 0;
+    bool askedBeyond = false;
+    ULONG toldMore = 0;
+
+    HRESULT STDMETHODCALLTYPE ReadBytes(void* bytes, ULONG wanted, ULONG* read, BOOL* end) override {
+        askedBeyond |= given + wanted > claimed;
+        const auto room = static_cast<ULONG>((std::min)(ULONGLONG{wanted}, claimed - given));
+        const HRESULT result = MemoryReadStream::ReadBytes(bytes, room, read, end);
+        given += *read;
+        *read += toldMore;
+        return result;
+    }
+};
+
+TEST(CreateIStreamFromIPrintReadStream, NeverAsksForMoreThanIsLeftOfTheBlock) {
+    for (const LONGLONG claimedMore : {-3, 0, 5}) {
+        for (const ULONG chunk : {1u, 3u, 100u}) {
+            const auto reader = MakeFake<LyingReader>("ten bytes.");
+            reader->claimedMore = claimedMore;
+            reader->claimed = static_cast<ULONGLONG>(10 + claimedMore);
+            reader->mostBytesAtATime = chunk;
+            reader->tellsEndOfFile = false;
+            const CComPtr<IStream> copy =
+                CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(reader));
+            EXPECT_EQ(ReadAll(copy), std::string("ten bytes.").substr(0, reader->claimed)) << claimedMore;
+            EXPECT_FALSE(reader->askedBeyond) << claimedMore << " by " << chunk;
+        }
+    }
+    const auto boaster = MakeFake<LyingReader>("ten bytes.");
+    boaster->claimed = 10;
+    boaster->toldMore = 1;
+    EXPECT_EQ(ResultOf([&] { CreateIStreamFromIPrintReadStream(CComPtr<IPrintReadStream>(boaster)); }),
+              E_UNEXPECTED);
+}
+
 TEST(CreateIStreamFromIPrintReadStream, FailuresAreThrown) {
     const auto reader = MakeFake<MemoryReadStream>("bytes");
     reader->readResult = E_ACCESSDENIED;
@@ -72,6 +113,16 @@ TEST(GetIStreamFromPart, CopiesThePartAndRefusesNone) {
     part->streamResult = E_PENDING;
     EXPECT_EQ(ResultOf([&] { GetIStreamFromPart(CComPtr<IPartBase>(part)); }), E_PENDING);
     EXPECT_EQ(ResultOf([] { GetIStreamFromPart(nullptr); }), E_INVALIDARG);
+}
+
+TEST(CreateIStreamFromTicketStream, RefusesATicketTooLargeBeforeItIsRead) {
+    static_assert(MostTicketBytes == OvPlatform::MostDocumentBytes);
+    const auto reader = MakeFake<MemoryReadStream>("few bytes");
+    EXPECT_EQ(ReadAll(CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(reader))), "few bytes");
+    reader->readResult = E_ABORT;
+    reader->claimedMore = static_cast<LONGLONG>(MostTicketBytes) - 8;
+    EXPECT_EQ(ResultOf([&] { CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(reader)); }),
+              E_OUTOFMEMORY);
 }
 
 TEST(CreateOpcPartUriFromPart, NamesThePart) {

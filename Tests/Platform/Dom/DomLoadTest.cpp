@@ -1,5 +1,9 @@
 #include "Platform/Dom/DomTestSupport.h"
 
+#include "Support/FakePrinterPropertyBag.h"
+
+#include <Dom/DocumentBound.h>
+
 namespace {
 
 TEST(DomLoad, ReadsWhatIsWellFormed) {
@@ -172,6 +176,55 @@ TEST(DomLoad, TakesPathsStreamsAndDocumentsAndNothingElse) {
     EXPECT_EQ(E_INVALIDARG, Load(document, words));
     EXPECT_EQ(E_INVALIDARG, Load(document, CComVariant(static_cast<IUnknown*>(nullptr))));
     EXPECT_EQ(E_INVALIDARG, Load(document, CComVariant(3)));
+}
+
+// A stream that never ends, and says what size it likes.
+class EndlessStream : public FakePropertyStream {
+public:
+    EndlessStream() : FakePropertyStream(std::make_shared<std::string>(), Trouble::None) {}
+
+    ULONGLONG claimedSize = 0;
+    ULONGLONG given = 0;
+
+    HRESULT STDMETHODCALLTYPE Read(void* to, ULONG wanted, ULONG* read) override {
+        std::memset(to, ' ', wanted);
+        given += wanted;
+        *read = wanted;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG* status, DWORD) override {
+        *status = {};
+        status->cbSize.QuadPart = claimedSize;
+        return S_OK;
+    }
+};
+
+TEST(DomLoad, IsBoundWhoeverHandsTheBytesOver) {
+    const auto document = NewDocument();
+    constexpr ULONGLONG claims[] = {0, OvPlatform::MostDocumentBytes, ULONGLONG{1} << 40};
+    for (const ULONGLONG claimed : claims) {
+        const auto endless = MakeFake<EndlessStream>();
+        endless->claimedSize = claimed;
+        EXPECT_EQ(S_FALSE, Load(document, CComVariant(static_cast<IUnknown*>(endless.p))));
+        EXPECT_EQ("The text is longer than the document allows", FailureOf(document).reason) << claimed;
+        EXPECT_EQ(OvPlatform::MostDocumentBytes + 1, endless->given) << "no more than shows it";
+    }
+    std::string longest = "<a>" + std::string(OvPlatform::MostDocumentBytes - 7, 'x') + "</a>";
+    EXPECT_EQ(S_OK, Load(document, Bytes(longest)));
+    longest += ' ';
+    EXPECT_EQ(S_FALSE, Load(document, Bytes(longest)));
+    VARIANT_BOOL loaded = VARIANT_TRUE;
+    EXPECT_EQ(S_FALSE, document->loadXML(Wide(longest), &loaded));
+
+    // The writer of a document is told where it is full, and the document is what it was.
+    EXPECT_EQ(S_OK, Load(document, Bytes("<a/>")));
+    CComPtr<IStream> writer;
+    ASSERT_EQ(S_OK, document->QueryInterface(&writer));
+    const auto whole = static_cast<ULONG>(longest.size());
+    EXPECT_EQ(STG_E_MEDIUMFULL, writer->Write(longest.data(), whole, nullptr));
+    EXPECT_EQ("<a/>", XmlOf(RootOf(document)));
+    EXPECT_EQ(S_OK, writer->Write(longest.data(), whole - 1, nullptr));
+    EXPECT_EQ(STG_E_MEDIUMFULL, writer->Write("x", 1, nullptr));
 }
 
 TEST(DomLoad, KeepsSettingsAcrossLoads) {
