@@ -8,6 +8,23 @@
 
 namespace OvPlatform {
 
+namespace {
+
+/// Takes the texts right behind `node` into it.
+void JoinFollowing(DomTree& tree, xmlNode* node) {
+    if (node->next == nullptr || node->next->type != XML_TEXT_NODE) return;
+    std::string joint(View(node->content));
+    while (node->next != nullptr && node->next->type == XML_TEXT_NODE) {
+        xmlNode* joined = node->next;
+        joint += View(joined->content);
+        tree.Unlink(joined);
+        tree.Dispose(joined);
+    }
+    xmlNodeSetContentLen(node, AsXml(joint.data()), static_cast<int>(joint.size()));
+}
+
+} // namespace
+
 HRESULT STDMETHODCALLTYPE DomElement::get_tagName(BSTR* name) {
     return Guarded([&] { return NodeName(name); });
 }
@@ -93,12 +110,7 @@ HRESULT STDMETHODCALLTYPE DomElement::normalize() {
         for (xmlNode* node = NextInTree(Node(), Node()); node != nullptr;) {
             xmlNode* next = NextInTree(node, Node());
             if (node->type == XML_TEXT_NODE) {
-                while (node->next != nullptr && node->next->type == XML_TEXT_NODE) {
-                    xmlNode* joined = node->next;
-                    xmlNodeAddContent(node, joined->content);
-                    Tree().Unlink(joined);
-                    Tree().Dispose(joined);
-                }
+                JoinFollowing(Tree(), node);
                 next = NextInTree(node, Node());
                 if (View(node->content).empty()) {
                     Tree().Unlink(node);

@@ -14,11 +14,20 @@ bool HasElement(const xmlNode* parent, const xmlNode* besides) noexcept {
     return false;
 }
 
+/// Whether `node` is `top` or stands in it. Looks up from the one and down from the other at once, so that
+/// neither a deep place nor a large piece makes it long by itself.
+bool IsWithin(const xmlNode* node, xmlNode* top) noexcept {
+    xmlNode* below = top;
+    for (const xmlNode* above = node; above != nullptr && below != nullptr; above = above->parent) {
+        if (above == top || below == node) return true;
+        below = NextInTree(below, top);
+    }
+    return false;
+}
+
 /// Whether `child` may come before `next` (or last), with `gone` no longer there.
-bool MayInsert(const xmlNode* parent, const xmlNode* child, const xmlNode* next,
-               const xmlNode* gone) noexcept {
-    for (const xmlNode* above = parent; above != nullptr; above = above->parent)
-        if (above == child) return false;
+bool MayInsert(const xmlNode* parent, xmlNode* child, const xmlNode* next, const xmlNode* gone) noexcept {
+    if (IsWithin(parent, child)) return false;
     const bool inDocument = parent->type == XML_DOCUMENT_NODE;
     if (!inDocument && parent->type != XML_ELEMENT_NODE && parent->type != XML_DOCUMENT_FRAG_NODE)
         return false;
@@ -65,14 +74,13 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
 
     if (node->type == XML_DOCUMENT_FRAG_NODE) {
         bool hasElement = false;
-        for (const xmlNode* part = node->children; part != nullptr; part = part->next) {
+        for (xmlNode* part = node->children; part != nullptr; part = part->next) {
             if (!MayInsert(m_node, part, before, nullptr)) return E_FAIL;
             if (m_node->type == XML_DOCUMENT_NODE && part->type == XML_ELEMENT_NODE &&
                 std::exchange(hasElement, true))
                 return E_FAIL;
         }
-        for (const xmlNode* above = m_node; above != nullptr; above = above->parent)
-            if (above == node) return E_FAIL;
+        if (IsWithin(m_node, node)) return E_FAIL;
         while (xmlNode* part = node->children) {
             object->m_tree->Unlink(part);
             if (object->m_tree != m_tree) part = m_tree->Adopt(*object->m_tree, part);

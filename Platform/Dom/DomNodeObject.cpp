@@ -96,7 +96,7 @@ DomNodeObject::DomNodeObject(DomTree& tree, xmlNode* node) noexcept : m_tree(&tr
 
 DomNodeObject::~DomNodeObject() {
     m_node->_private = nullptr;
-    m_tree->ObjectEnded(m_node);
+    m_tree->Dispose(m_node);
     m_tree->Release();
 }
 

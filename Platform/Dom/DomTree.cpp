@@ -19,29 +19,10 @@ xmlNode* AsNode(xmlAttr* attribute) noexcept { return reinterpret_cast<xmlNode*>
 xmlAttr* Mirror(const xmlNs* declaration) noexcept { return static_cast<xmlAttr*>(declaration->_private); }
 DomNodeObject* ObjectOf(const xmlNode* node) noexcept { return static_cast<DomNodeObject*>(node->_private); }
 
-const xmlNode* TopOf(const xmlNode* node) noexcept {
-    while (node->parent != nullptr)
-        node = node->parent;
-    return node;
-}
-
 bool AttributeHasObjects(const xmlAttr* attribute) noexcept {
     if (attribute->_private != nullptr) return true;
     for (const xmlNode* text = attribute->children; text != nullptr; text = text->next)
         if (text->_private != nullptr) return true;
-    return false;
-}
-
-bool HasObjects(xmlNode* top) noexcept {
-    if (top->type == XML_ATTRIBUTE_NODE) return AttributeHasObjects(AsAttribute(top));
-    for (xmlNode* node = top; node != nullptr; node = NextInTree(node, top)) {
-        if (node->_private != nullptr) return true;
-        if (node->type != XML_ELEMENT_NODE) continue;
-        for (const xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
-            if (AttributeHasObjects(attribute)) return true;
-        for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next)
-            if (Mirror(declaration) != nullptr && AttributeHasObjects(Mirror(declaration))) return true;
-    }
     return false;
 }
 
@@ -68,6 +49,11 @@ DomTree::Pointer DomTree::Create(xmlDoc* document, const DomSettings& settings) 
 }
 
 DomTree::~DomTree() {
+    try {
+        FreeEnded();
+    } catch (const std::bad_alloc&) {
+        // Nothing refers to them any more; they are lost.
+    }
     for (xmlAttr* mirror : m_mirrors)
         xmlFreeProp(mirror);
     xmlFreeDoc(m_document);
@@ -229,41 +215,50 @@ void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
     Changed();
 }
 
-void DomTree::Dispose(xmlNode* top) noexcept {
-    if (HasObjects(top)) return;
-    if (m_pins == 0) {
+void DomTree::Dispose(xmlNode* node) noexcept {
+    const auto [fate, top] = DetachedNodes::Look(node, DocumentNode());
+    if (fate == DetachedNodes::Fate::Kept) return;
+    if (fate == DetachedNodes::Fate::Ended && m_pins == 0) {
         Free(top);
         return;
     }
     try {
-        m_waiting.insert(top);
+        m_detached.Wait(node);
+        if (m_pins == 0 && m_detached.IsDue()) FreeEnded();
     } catch (const std::bad_alloc&) {
-        // The node is then kept for good, which is better than a list that refers to what is gone.
+        // While pinned, the node is then kept for good, which is better than a list that refers to what is
+        // gone.
+        if (m_pins != 0) return;
+        const DetachedNodes::Verdict last = DetachedNodes::LookThrough(node, DocumentNode());
+        if (last.fate == DetachedNodes::Fate::Ended) Free(last.top);
     }
 }
 
-void DomTree::ObjectEnded(xmlNode* node) noexcept {
-    xmlNode* top = const_cast<xmlNode*>(TopOf(node));
-    if (top != DocumentNode()) Dispose(top);
+void DomTree::FreeEnded() {
+    for (xmlNode* top : m_detached.TakeEnded(DocumentNode()))
+        Free(top);
 }
 
 void DomTree::Unpin() noexcept {
-    if (--m_pins != 0) return;
-    // Some may have been put into another node, even a waiting one, or have an object again, which then ends
-    // them. They must be sorted out while all are still there.
-    std::erase_if(m_waiting, [](xmlNode* node) { return node->parent != nullptr || HasObjects(node); });
-    while (!m_waiting.empty())
-        Free(m_waiting.extract(m_waiting.begin()).value());
+    if (--m_pins != 0 || !m_detached.IsDue()) return;
+    try {
+        FreeEnded();
+    } catch (const std::bad_alloc&) {
+        // They wait on.
+    }
 }
 
 void DomTree::Free(xmlNode* top) noexcept {
     if (top->type == XML_ATTRIBUTE_NODE) {
-        xmlFreeProp(AsAttribute(top));
+        FreeAttribute(AsAttribute(top));
         return;
     }
     // Other nodes may be in a namespace that an element in here declares.
     for (xmlNode* node = top; node != nullptr; node = NextInTree(node, top)) {
+        m_detached.Forget(node);
         if (node->type != XML_ELEMENT_NODE) continue;
+        for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
+            Forget(attribute);
         while (xmlNs* declaration = node->nsDef) {
             node->nsDef = declaration->next;
             FreeMirror(declaration);
@@ -277,7 +272,18 @@ void DomTree::FreeMirror(xmlNs* declaration) noexcept {
     xmlAttr* mirror = Mirror(declaration);
     if (mirror == nullptr) return;
     m_mirrors.erase(mirror);
-    xmlFreeProp(mirror);
+    FreeAttribute(mirror);
+}
+
+void DomTree::Forget(xmlAttr* attribute) noexcept {
+    m_detached.Forget(AsNode(attribute));
+    for (xmlNode* text = attribute->children; text != nullptr; text = text->next)
+        m_detached.Forget(text);
+}
+
+void DomTree::FreeAttribute(xmlAttr* attribute) noexcept {
+    Forget(attribute);
+    xmlFreeProp(attribute);
 }
 
 xmlNs* DomTree::NamespaceFrom(const DomTree& from, xmlNs* ns) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Dom/AttributeOrder.h"
+#include "Dom/DetachedNodes.h"
 #include "Dom/DomSettings.h"
 
 #include <libxml/tree.h>
@@ -80,10 +81,10 @@ public:
     void Unlink(xmlNode* node) noexcept;
     /// Puts a detached node of this tree before `next`, or last where that is null. Texts are not joined.
     void Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept;
-    /// Ends a node outside the tree and all in it, unless an object refers to one of them.
-    void Dispose(xmlNode* top) noexcept;
-    /// Called when the object of a node ends.
-    void ObjectEnded(xmlNode* node) noexcept;
+    /// Ends a node, if it stands outside the tree, with all that hangs together with it there, once no object
+    /// refers to any of that: at once, or soon where that takes long to see. To be called when the object of
+    /// a node ends.
+    void Dispose(xmlNode* node) noexcept;
 
     /// While pinned, nodes outside the tree stay: a list refers to nodes that have no objects.
     void Pin() noexcept { ++m_pins; }
@@ -102,8 +103,11 @@ private:
 
     xmlNs* NamespaceFrom(const DomTree& from, xmlNs* ns);
     xmlNode* CopyNode(const DomTree& from, xmlNode* source);
+    void FreeEnded();
     void Free(xmlNode* top) noexcept;
     void FreeMirror(xmlNs* declaration) noexcept;
+    void FreeAttribute(xmlAttr* attribute) noexcept;
+    void Forget(xmlAttr* attribute) noexcept;
     xmlNs* NewNs(std::string_view prefix, std::string_view uri);
     void Retire(xmlNs* declaration) noexcept;
 
@@ -117,7 +121,7 @@ private:
     /// Declarations that no element has any more, linked; nodes may still be in their namespaces.
     xmlNs* m_retired = nullptr;
     std::unordered_set<xmlAttr*> m_mirrors;
-    std::unordered_set<xmlNode*> m_waiting;
+    DetachedNodes m_detached;
     std::pair<xmlNs*, xmlNs*> m_lastMapped{};
 };
 
