@@ -267,15 +267,12 @@ void PackageDirectory::IndexParts() {
                                "the part stands twice in the package, the other time as '" +
                                    std::string(entry->first) + "'");
     }
-    for (const PackagePart& part : m_parts) {
-        const std::string_view name = part.name;
-        for (std::size_t slash = name.find('/', 1); slash != std::string_view::npos;
-             slash = name.find('/', slash + 1))
-            if (m_index.contains(name.substr(0, slash)))
+    for (const PackagePart& part : m_parts)
+        for (PartNameFolders folders(part.name); folders.Next();)
+            if (m_index.contains(folders))
                 throw PackageError(OPC_E_DUPLICATE_PART, part.name,
-                                   "the name extends the name of the part '" +
-                                       std::string(name.substr(0, slash)) + "'");
-    }
+                                   "the name extends the name of the part '" + std::string(folders.Folder()) +
+                                       "'");
     m_relationships.resize(m_parts.size());
     for (const FoundRelationships& found : m_found)
         AddRelationships(found.name, found.place);

@@ -11,7 +11,10 @@
 #include <algorithm>
 #include <atomic>
 #include <deque>
+#include <iterator>
+#include <map>
 #include <mutex>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -42,6 +45,69 @@ struct NewRelationship {
     bool external = false;
 };
 
+// The relationships of one source, in their order; texts of the writer's pool, of which equal ones are one.
+class RelationshipList {
+public:
+    // One that says the same, whatever its id; null if there is none.
+    const NewRelationship* FindSame(const NewRelationship& wanted) const {
+        if (m_index) {
+            const auto found = m_index->places.find(KeyOf(wanted));
+            return found == m_index->places.end() ? nullptr : &m_list[found->second];
+        }
+        const auto found = std::find_if(m_list.begin(), m_list.end(), [&](const NewRelationship& other) {
+            return KeyOf(other) == KeyOf(wanted);
+        });
+        return found == m_list.end() ? nullptr : &*found;
+    }
+
+    bool HasId(std::string_view id) const {
+        if (m_index) return m_index->ids.contains(id);
+        return std::any_of(m_list.begin(), m_list.end(),
+                           [&](const NewRelationship& other) { return other.id == id; });
+    }
+
+    std::string FreeId() {
+        for (m_nextNumber = (std::max)(m_nextNumber, m_list.size() + 1);; ++m_nextNumber)
+            if (std::string id = "R" + std::to_string(m_nextNumber); !HasId(id)) return id;
+    }
+
+    void Add(const NewRelationship& relationship) {
+        m_list.push_back(relationship);
+        if (m_index) {
+            m_index->Add(relationship, m_list.size() - 1);
+        } else if (m_list.size() == Few) {
+            m_index = std::make_unique<Index>();
+            for (std::size_t place = 0; place < m_list.size(); ++place)
+                m_index->Add(m_list[place], place);
+        }
+    }
+
+    const std::vector<NewRelationship>& All() const { return m_list; }
+
+private:
+    // Most parts have a handful, which is looked through as fast as it could be looked up.
+    static constexpr std::size_t Few = 32;
+
+    using Key = std::tuple<const char*, const char*, bool>;
+    static Key KeyOf(const NewRelationship& relationship) {
+        return {relationship.type.data(), relationship.target.data(), relationship.external};
+    }
+
+    struct Index {
+        std::unordered_set<std::string_view> ids;
+        std::map<Key, std::size_t> places;
+
+        void Add(const NewRelationship& relationship, std::size_t place) {
+            ids.insert(relationship.id);
+            places.try_emplace(KeyOf(relationship), place);
+        }
+    };
+
+    std::vector<NewRelationship> m_list;
+    std::unique_ptr<Index> m_index; // null where there are few
+    std::size_t m_nextNumber = 0;   // no id of a lower one is free
+};
+
 // What describes the parts, spooled; the order of the items is that of the parts.
 struct Structure {
     std::unique_ptr<SpooledPart> contentTypes;
@@ -56,15 +122,16 @@ struct WriterCore {
     void SetState(NewPart& part, PartState state) {
         const std::lock_guard guard(lock);
         part.state = state;
+        if (state == PartState::Abandoned) byName.erase(part.name);
     }
 
     const std::filesystem::path target;
     SpoolFile spool;
     std::atomic<std::uint64_t> bytesWritten = 0;
 
-    std::mutex lock;           // for what follows
-    std::deque<NewPart> parts; // in the order of adding; addresses stand
-    std::unordered_map<std::string_view, NewPart*, PartNameHash, PartNameEqual> byName;
+    std::mutex lock;                                                // for what follows
+    std::deque<NewPart> parts;                                      // in the order of adding; addresses stand
+    std::map<std::string_view, NewPart*, PartNameTreeOrder> byName; // without the abandoned ones
     Structure structure;
     bool finished = false;
 
@@ -160,17 +227,17 @@ public:
         }
         const std::lock_guard guard(m_core->lock);
         RequireUnfinished();
-        auto& list = m_relationships.try_emplace(std::string(source)).first->second;
-        for (const NewRelationship& other : list) {
-            const bool same = other.type == type && other.target == target && other.external == external;
-            if (same && id.empty()) return std::string(other.id);
-            if (other.id == id)
-                throw PackageError(OPC_E_DUPLICATE_RELATIONSHIP, RelationshipsPartName(source),
-                                   "the relationship '" + std::string(id) + "' stands twice");
+        RelationshipList& list = m_relationships.try_emplace(std::string(source)).first->second;
+        NewRelationship relationship{{}, Pooled(type), Pooled(target), external};
+        if (id.empty()) {
+            if (const NewRelationship* same = list.FindSame(relationship)) return std::string(same->id);
+        } else if (list.HasId(id)) {
+            throw PackageError(OPC_E_DUPLICATE_RELATIONSHIP, RelationshipsPartName(source),
+                               "the relationship '" + std::string(id) + "' stands twice");
         }
-        std::string chosen = id.empty() ? FreeId(list) : std::string(id);
-        list.push_back({Pooled(chosen), Pooled(type), Pooled(target), external});
-        return chosen;
+        relationship.id = Pooled(id.empty() ? list.FreeId() : std::string(id));
+        list.Add(relationship);
+        return std::string(relationship.id);
     }
 
     void Finish() override;
@@ -178,8 +245,6 @@ public:
     std::uint64_t BytesWritten() const override { return m_core->bytesWritten; }
 
 private:
-    using RelationshipList = std::vector<NewRelationship>;
-
     void RequireUnfinished() const {
         if (m_core->finished)
             throw PackageError(E_UNEXPECTED, m_core->target.string(), "the package is finished");
@@ -187,40 +252,23 @@ private:
 
     const NewPart* Find(std::string_view name) const {
         const auto found = m_core->byName.find(name);
-        return found == m_core->byName.end() || found->second->state == PartState::Abandoned ? nullptr
-                                                                                             : found->second;
+        return found == m_core->byName.end() ? nullptr : found->second;
     }
 
+    // No name extends another, so what extends a new one or what it extends would stand beside it.
     void CheckFree(const std::string& name) {
-        if (Find(name)) throw PackageError(OPC_E_DUPLICATE_PART, name, "there is a part of that name");
-        m_core->byName.erase(name); // that of an abandoned part, which goes with its name
-        for (std::size_t slash = name.find('/', 1); slash != std::string::npos;
-             slash = name.find('/', slash + 1)) {
-            const std::string prefix = name.substr(0, slash);
-            if (Find(prefix))
+        const auto next = m_core->byName.lower_bound(name);
+        if (next != m_core->byName.end() && ComparePartNames(next->first, name) == 0)
+            throw PackageError(OPC_E_DUPLICATE_PART, name, "there is a part of that name");
+        if (next != m_core->byName.begin()) {
+            const std::string_view before = std::prev(next)->first;
+            if (ExtendsPartName(name, before))
                 throw PackageError(OPC_E_DUPLICATE_PART, name,
-                                   "the name extends the name of the part '" + prefix + "'");
-            m_folders.insert(prefix);
+                                   "the name extends the name of the part '" + name.substr(0, before.size()) +
+                                       "'");
         }
-        if (m_folders.contains(name) && IsFolder(name))
+        if (next != m_core->byName.end() && ExtendsPartName(next->first, name))
             throw PackageError(OPC_E_DUPLICATE_PART, name, "the names of other parts extend that name");
-    }
-
-    // Of a part that stays, that is: abandoned ones leave their folders behind.
-    bool IsFolder(std::string_view name) const {
-        return std::any_of(m_core->parts.begin(), m_core->parts.end(), [&](const NewPart& part) {
-            return part.state != PartState::Abandoned && part.name.size() > name.size() &&
-                   part.name[name.size()] == '/' &&
-                   ComparePartNames(std::string_view(part.name).substr(0, name.size()), name) == 0;
-        });
-    }
-
-    static std::string FreeId(const RelationshipList& list) {
-        for (std::size_t number = list.size() + 1;; ++number) {
-            std::string id = "R" + std::to_string(number);
-            const auto taken = [&](const NewRelationship& other) { return other.id == id; };
-            if (std::none_of(list.begin(), list.end(), taken)) return id;
-        }
     }
 
     std::string_view Pooled(std::string_view text) { return *m_pool.emplace(text).first; }
@@ -238,7 +286,6 @@ private:
 
     std::shared_ptr<WriterCore> m_core;
     std::unordered_set<std::string> m_pool;
-    std::unordered_set<std::string, PartNameHash, PartNameEqual> m_folders; // of the names so far
     std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
         m_relationships; // by source
 };
@@ -252,8 +299,8 @@ void SpoolingWriter::Spool(SpooledPart& part, const std::string& text) {
 void SpoolingWriter::SpoolRelationships(SpooledPart& part, const std::string& source,
                                         const RelationshipList& list) {
     std::vector<PackageRelationship> relationships;
-    relationships.reserve(list.size());
-    for (const NewRelationship& from : list) {
+    relationships.reserve(list.All().size());
+    for (const NewRelationship& from : list.All()) {
         PackageRelationship& to = relationships.emplace_back();
         to.id = from.id;
         to.type = from.type;
@@ -268,7 +315,7 @@ void SpoolingWriter::CheckRelationships() const {
         if (source != PackageRoot && !Find(source))
             throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
                                "there is no part '" + source + "' that has these relationships");
-        for (const NewRelationship& relationship : list)
+        for (const NewRelationship& relationship : list.All())
             if (!relationship.external && !Find(relationship.target))
                 throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
                                    "the relationship '" + std::string(relationship.id) + "' leads to '" +

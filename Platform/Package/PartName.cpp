@@ -54,6 +54,12 @@ void AppendEncoded(std::string& text, unsigned octet) {
 
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
+// FNV-1a, a character at a time, so that a name's folders are hashed on the way.
+constexpr std::uint64_t EmptyHash = 0xCBF29CE484222325;
+constexpr std::uint64_t HashOn(std::uint64_t hash, char c) {
+    return (hash ^ static_cast<unsigned char>(Lower(c))) * 0x100000001B3;
+}
+
 [[noreturn]] void Refuse(const std::string& problem, HRESULT result = OPC_E_NONCONFORMING_URI) {
     throw PartNameError(result, problem);
 }
@@ -237,10 +243,32 @@ int ComparePartNames(std::string_view left, std::string_view right) {
 }
 
 std::size_t PartNameHash::operator()(std::string_view name) const {
-    std::uint64_t hash = 0xCBF29CE484222325; // FNV-1a
+    std::uint64_t hash = EmptyHash;
     for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(Lower(c))) * 0x100000001B3;
+        hash = HashOn(hash, c);
     return static_cast<std::size_t>(hash);
+}
+
+PartNameFolders::PartNameFolders(std::string_view name) : m_name(name), m_hash(EmptyHash) {}
+
+bool PartNameFolders::Next() {
+    const std::size_t end = m_name.find('/', m_length + 1);
+    if (end == std::string_view::npos) return false;
+    for (; m_length < end; ++m_length)
+        m_hash = HashOn(m_hash, m_name[m_length]);
+    return true;
+}
+
+bool PartNameTreeOrder::operator()(std::string_view left, std::string_view right) const {
+    // The slash comes before all characters.
+    const auto rank = [](char c) { return c == '/' ? 0 : static_cast<unsigned char>(Lower(c)) + 1; };
+    return std::lexicographical_compare(left.begin(), left.end(), right.begin(), right.end(),
+                                        [&](char a, char b) { return rank(a) < rank(b); });
+}
+
+bool ExtendsPartName(std::string_view name, std::string_view folder) {
+    return name.size() > folder.size() && name[folder.size()] == '/' &&
+           ComparePartNames(name.substr(0, folder.size()), folder) == 0;
 }
 
 } // namespace OvPlatform

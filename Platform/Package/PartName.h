@@ -65,12 +65,50 @@ OV_PLATFORM_API int ComparePartNames(std::string_view left, std::string_view rig
 struct PartNameHash {
     using is_transparent = void;
     OV_PLATFORM_API std::size_t operator()(std::string_view name) const;
+    std::size_t operator()(const class PartNameFolders& folders) const;
 };
 struct PartNameEqual {
     using is_transparent = void;
     bool operator()(std::string_view left, std::string_view right) const {
         return ComparePartNames(left, right) == 0;
     }
+    bool operator()(const PartNameFolders& left, std::string_view right) const;
+    bool operator()(std::string_view left, const PartNameFolders& right) const;
 };
+
+// The folders that a part name leads through, "/a" and "/a/b" for "/a/b/c", to be looked up one after another
+// in tables by equivalence: all together take no longer than the name is.
+class PartNameFolders {
+public:
+    // The name must outlive this.
+    OV_PLATFORM_API explicit PartNameFolders(std::string_view name);
+
+    // On to the next folder, the first to begin with. False when there is none left.
+    OV_PLATFORM_API bool Next();
+    std::string_view Folder() const { return m_name.substr(0, m_length); }
+    std::size_t Hash() const { return static_cast<std::size_t>(m_hash); }
+
+private:
+    std::string_view m_name;
+    std::size_t m_length = 0;
+    std::uint64_t m_hash;
+};
+
+inline std::size_t PartNameHash::operator()(const PartNameFolders& folders) const { return folders.Hash(); }
+inline bool PartNameEqual::operator()(const PartNameFolders& left, std::string_view right) const {
+    return ComparePartNames(left.Folder(), right) == 0;
+}
+inline bool PartNameEqual::operator()(std::string_view left, const PartNameFolders& right) const {
+    return ComparePartNames(left, right.Folder()) == 0;
+}
+
+// An order of part names in which those that extend a name follow it at once. Equivalent names are equal.
+struct PartNameTreeOrder {
+    using is_transparent = void;
+    OV_PLATFORM_API bool operator()(std::string_view left, std::string_view right) const;
+};
+
+// Whether the name leads through the folder of that name, as "/a/b" does through "/a".
+OV_PLATFORM_API bool ExtendsPartName(std::string_view name, std::string_view folder);
 
 } // namespace OvPlatform
