@@ -42,7 +42,12 @@ ReferenceList::~ReferenceList() = default;
 int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
     auto* self = static_cast<ReferenceList*>(context);
     try {
-        return static_cast<int>(self->m_bytes->Read(buffer, static_cast<std::size_t>(size)));
+        const std::size_t read = self->m_bytes->Read(buffer, static_cast<std::size_t>(size));
+        if (!self->m_attributes.Passes({buffer, read}))
+            throw InputError(InvalidMarkup, self->m_partName,
+                             self->m_partName +
+                                 ": elements have more attributes and declarations than are allowed");
+        return static_cast<int>(read);
     } catch (...) {
         self->m_readFailure = std::current_exception();
         return -1;

@@ -2,6 +2,8 @@
 
 #include "Parts/FixedPagePart.h"
 
+#include "Dom/AttributeBound.h"
+
 #include <memory>
 #include <optional>
 
@@ -41,6 +43,7 @@ private:
     Of m_kind;
     std::string m_partName;
     std::unique_ptr<ByteReader> m_bytes;
+    OvPlatform::AttributeBound m_attributes;
     std::exception_ptr m_readFailure;
     std::unique_ptr<_xmlTextReader, ReaderDeleter> m_reader;
     bool m_started = false;

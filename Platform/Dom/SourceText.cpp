@@ -1,5 +1,6 @@
 #include "Dom/SourceText.h"
 
+#include "Dom/AttributeBound.h"
 #include "Dom/DocumentBound.h"
 #include "Dom/TextConversion.h"
 
@@ -16,6 +17,11 @@ bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
 }
 
 } // namespace
+
+bool SourceText::CheckAttributes(DomFailure& failure) const {
+    return AttributeBound().Passes(m_text) ||
+           Refuse(failure, XML_E_MAX_SIZE, "Elements have more attributes and declarations than are allowed");
+}
 
 bool SourceText::CheckSize(std::string_view text, DomFailure& failure) {
     return text.size() <= MostDocumentBytes ||
@@ -49,7 +55,7 @@ bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
                       "The text says that its encoding is " + encoding + ", but its bytes are in another");
     m_text = bytes;
     m_isUtf8 = wide || marked || declared == TextEncoding::Utf8;
-    return true;
+    return CheckAttributes(failure);
 }
 
 bool SourceText::FromText(std::string_view utf8, DomFailure& failure) {
@@ -58,7 +64,7 @@ bool SourceText::FromText(std::string_view utf8, DomFailure& failure) {
     m_declaration = XmlDeclaration::FromDocument(utf8);
     m_text = utf8;
     m_isUtf8 = true;
-    return true;
+    return CheckAttributes(failure);
 }
 
 } // namespace OvPlatform

@@ -17,11 +17,11 @@ public:
     SourceText& operator=(const SourceText&) = delete;
 
     /// From bytes, by their byte order mark and their declaration. False with `failure` if the two
-    /// contradict, the bytes are not what their mark says, or there are too many. They must outlive the text.
+    /// contradict, the bytes are not what their mark says, or a bound is passed. They must outlive the text.
     bool FromBytes(std::string_view bytes, DomFailure& failure);
 
     /// From text that already is UTF-8, whatever its declaration says. It must outlive this. False with
-    /// `failure` if it is too long.
+    /// `failure` if a bound is passed.
     bool FromText(std::string_view utf8, DomFailure& failure);
 
     std::string_view Text() const noexcept { return m_text; }
@@ -31,6 +31,7 @@ public:
 
 private:
     static bool CheckSize(std::string_view text, DomFailure& failure);
+    bool CheckAttributes(DomFailure& failure) const;
 
     std::string m_converted;
     std::string_view m_text;

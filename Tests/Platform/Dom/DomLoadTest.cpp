@@ -2,6 +2,7 @@
 
 #include "Support/FakePrinterPropertyBag.h"
 
+#include <Dom/AttributeBound.h>
 #include <Dom/DocumentBound.h>
 
 namespace {
@@ -225,6 +226,44 @@ TEST(DomLoad, IsBoundWhoeverHandsTheBytesOver) {
     EXPECT_EQ("<a/>", XmlOf(RootOf(document)));
     EXPECT_EQ(S_OK, writer->Write(longest.data(), whole - 1, nullptr));
     EXPECT_EQ(STG_E_MEDIUMFULL, writer->Write("x", 1, nullptr));
+}
+
+TEST(DomLoad, HasABoundOnAttributes) {
+    using OvPlatform::AttributeBound;
+    const auto element = [](std::size_t attributes, const char* rest) {
+        std::string tag = "<a";
+        for (std::size_t i = 0; i < attributes; ++i)
+            tag += " a" + std::to_string(i) + "='>/>'";
+        return tag + rest;
+    };
+    const std::string full = element(AttributeBound::MostOfOneElement, ">");
+    const std::string beside = element(AttributeBound::MostOfOneElement, "/>");
+    const std::string close = "</a>";
+    struct Case {
+        const char* name;
+        std::string text;
+        bool passes;
+    };
+    const Case cases[] = {
+        {"one element", element(AttributeBound::MostOfOneElement, "/>"), true},
+        {"one more", element(AttributeBound::MostOfOneElement + 1, "/>"), false},
+        {"side by side", full + beside + beside + full + close + beside + beside + close, true},
+        {"in one another", full + full + full + full + close + close + close + close, true},
+        {"one more in force", full + full + full + full + "<b c=''/>" + close + close + close + close, false},
+        {"quotes elsewhere", "<?p ' ?><a><!-- > ' --><![CDATA[<b ' > ]] ]]>'\"'" + full + close + "</a>",
+         true},
+    };
+    for (const Case& each : cases) {
+        const auto document = NewDocument();
+        EXPECT_EQ(each.passes ? S_OK : S_FALSE, Load(document, Bytes(each.text))) << each.name;
+        for (const std::size_t piece : {1, 3, 1000}) {
+            AttributeBound bound;
+            bool passes = true;
+            for (std::size_t at = 0; at < each.text.size(); at += piece)
+                passes = bound.Passes(std::string_view(each.text).substr(at, piece));
+            EXPECT_EQ(each.passes, passes) << each.name << " by " << piece;
+        }
+    }
 }
 
 TEST(DomLoad, KeepsSettingsAcrossLoads) {
