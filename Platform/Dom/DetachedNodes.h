@@ -8,10 +8,10 @@
 
 namespace OvPlatform {
 
-/// Finds out which nodes outside a document have come to their end: no object refers to any node of what hangs
-/// together there. That takes a walk, which a large piece would need again and again while its objects end one
-/// by one. So a walk is cut short where it gets long, and nodes then wait for so many others that one walk for
-/// all of them costs each no more than a short one.
+/// Finds out which nodes outside a document have come to their end: no object refers to any node of what
+/// hangs together there. That takes a walk, which a large piece would need again and again while its objects
+/// end one by one. So a walk is cut short where it gets long, and nodes then wait for so many others that one
+/// walk for all of them costs each no more than a short one.
 class DetachedNodes {
 public:
     enum class Fate { Kept, Ended, Unknown };

@@ -23,10 +23,18 @@ DomChildList::DomChildList(DomNodeObject& parent) noexcept : m_parent(parent) {
 
 DomChildList::~DomChildList() { m_parent.Interface()->Release(); }
 
+void DomChildList::StartOverIfChanged() noexcept {
+    const DomTree& tree = m_parent.Tree();
+    if (m_version == tree.WatchedVersion()) return;
+    m_version = tree.WatchedVersion();
+    if (m_parent.Node()->type != XML_DOCUMENT_NODE) Mark(m_parent.Node(), Watched);
+    m_last = nullptr;
+    m_length.reset();
+}
+
 HRESULT DomChildList::GiveAt(std::size_t index, IXMLDOMNode** item) {
-    DomTree& tree = m_parent.Tree();
-    if (m_last == nullptr || m_version != tree.Version() || index < m_lastIndex) {
-        m_version = tree.Version();
+    StartOverIfChanged();
+    if (m_last == nullptr || index < m_lastIndex) {
         m_last = m_parent.Node()->children;
         m_lastIndex = 0;
     }
@@ -38,14 +46,17 @@ HRESULT DomChildList::GiveAt(std::size_t index, IXMLDOMNode** item) {
         m_last = node;
         m_lastIndex = at;
     }
-    return DomNodeObject::Give(tree, node, item);
+    return DomNodeObject::Give(m_parent.Tree(), node, item);
 }
 
 std::size_t DomChildList::Length() {
-    std::size_t length = 0;
-    for (const xmlNode* node = m_parent.Node()->children; node != nullptr; node = node->next)
-        ++length;
-    return length;
+    StartOverIfChanged();
+    if (!m_length) {
+        m_length = 0;
+        for (const xmlNode* node = m_parent.Node()->children; node != nullptr; node = node->next)
+            ++*m_length;
+    }
+    return *m_length;
 }
 
 } // namespace OvPlatform

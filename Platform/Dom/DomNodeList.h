@@ -2,6 +2,7 @@
 
 #include "Dom/DomNodeObject.h"
 
+#include <optional>
 #include <vector>
 
 namespace OvPlatform {
@@ -113,9 +114,13 @@ private:
     HRESULT GiveAt(std::size_t index, IXMLDOMNode** item) override;
     std::size_t Length() override;
 
+    void StartOverIfChanged() noexcept;
+
     DomNodeObject& m_parent;
-    /// Where the last access was, so that a walk by number does not start over each time.
+    /// Where the last access was and what was counted, so that a walk by number does not start over each
+    /// time.
     std::uint64_t m_version = 0;
+    std::optional<std::size_t> m_length;
     xmlNode* m_last = nullptr;
     std::size_t m_lastIndex = 0;
 };

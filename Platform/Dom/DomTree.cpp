@@ -2,6 +2,7 @@
 
 #include "Dom/DomNodeObject.h"
 
+#include <atomic>
 #include <new>
 
 namespace OvPlatform {
@@ -42,6 +43,8 @@ DomTree::Pointer DomTree::Create(xmlDoc* document, const DomSettings& settings) 
         xmlFreeDoc(document);
         throw std::bad_alloc();
     }
+    static std::atomic<std::uint64_t> trees{0};
+    tree->m_version = tree->m_watchedVersion = ++trees << 32;
     tree->m_document = document;
     tree->m_settings = settings;
     tree->m_preservesWhiteSpace = settings.preserveWhiteSpace;
@@ -201,9 +204,16 @@ void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomT
     tree.Changed();
 }
 
-void DomTree::Unlink(xmlNode* node) noexcept {
-    xmlUnlinkNode(node);
+void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
     Changed();
+    if (parent == nullptr) return;
+    // A document has no marks; it counts as watched.
+    if (parent->type == XML_DOCUMENT_NODE || (MarksOf(parent) & Watched) != 0) ++m_watchedVersion;
+}
+
+void DomTree::Unlink(xmlNode* node) noexcept {
+    ChildrenChanged(node->type == XML_ATTRIBUTE_NODE ? nullptr : node->parent);
+    xmlUnlinkNode(node);
 }
 
 void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
@@ -212,7 +222,7 @@ void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
     node->prev = next != nullptr ? next->prev : parent->last;
     (node->prev != nullptr ? node->prev->next : parent->children) = node;
     (next != nullptr ? next->prev : parent->last) = node;
-    Changed();
+    ChildrenChanged(parent);
 }
 
 void DomTree::Dispose(xmlNode* node) noexcept {

@@ -45,8 +45,10 @@ public:
     /// Whether this tree was made with white space that counts.
     bool PreservesWhiteSpace() const noexcept { return m_preservesWhiteSpace; }
 
-    /// Changes whenever nodes come, go or move.
+    /// Changes whenever nodes come, go or move. No other tree ever has the same.
     std::uint64_t Version() const noexcept { return m_version; }
+    /// The same for the children of nodes that are watched alone.
+    std::uint64_t WatchedVersion() const noexcept { return m_watchedVersion; }
     void Changed() noexcept { ++m_version; }
 
     /// A namespace for nodes to refer to, which lives as long as the tree. Null prefix: none. Null for an
@@ -103,6 +105,7 @@ private:
 
     xmlNs* NamespaceFrom(const DomTree& from, xmlNs* ns);
     xmlNode* CopyNode(const DomTree& from, xmlNode* source);
+    void ChildrenChanged(const xmlNode* parent) noexcept;
     void FreeEnded();
     void Free(xmlNode* top) noexcept;
     void FreeMirror(xmlNs* declaration) noexcept;
@@ -113,6 +116,7 @@ private:
 
     xmlDoc* m_document = nullptr;
     std::uint64_t m_version = 0;
+    std::uint64_t m_watchedVersion = 0;
     std::uint32_t m_count = 1;
     std::uint32_t m_pins = 0;
     bool m_preservesWhiteSpace = false;
@@ -130,6 +134,7 @@ enum NodeMark : unsigned short {
     BreakBefore = 1,     ///< blanks that were dropped stood before it
     BreakBeforeEnd = 2,  ///< blanks that were dropped stood before its end tag
     ReadDeclaration = 4, ///< the XML declaration came with the text
+    Watched = 8,         ///< a list shows its children
 };
 inline unsigned short MarksOf(const xmlNode* node) noexcept { return node->extra; }
 inline void Mark(xmlNode* node, NodeMark mark) noexcept {

@@ -27,8 +27,8 @@ inline HRESULT WriteWhole(ISequentialStream* target, const void* bytes, ULONGLON
 }
 
 /// The body of IStream::CopyTo. `nextChunk(most, bytes, size)` reads on, by at most `most` bytes: it says
-/// where they lie until it is called again and how many they are, 0 at the end, or fails. `read` and `written`
-/// may be null; they tell what was moved also where that ends in a failure.
+/// where they lie until it is called again and how many they are, 0 at the end, or fails. `read` and
+/// `written` may be null; they tell what was moved also where that ends in a failure.
 template <class NextChunk>
 HRESULT CopyStream(NextChunk&& nextChunk, IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
                    ULARGE_INTEGER* written) {

@@ -233,6 +233,25 @@ TEST(DomEditing, ChildListsAreLive) {
     LONG length = 0;
     EXPECT_EQ(S_OK, all->get_length(&length));
     EXPECT_EQ(3, length);
+
+    // What was remembered of a walk goes with what it was remembered of.
+    EXPECT_EQ(S_OK, list->get_length(&length));
+    EXPECT_EQ(2, length);
+    EXPECT_EQ(S_OK, RootOf(document)->insertBefore(
+                        First(document, "//c"), CComVariant(static_cast<IUnknown*>(First(document, "//b"))),
+                        nullptr));
+    second.Release();
+    EXPECT_EQ(S_OK, list->get_item(1, &second));
+    EXPECT_EQ("b", NameOf(second));
+    CComPtr<IXMLDOMNodeList> top;
+    EXPECT_EQ(S_OK, document->get_childNodes(&top));
+    second.Release();
+    EXPECT_EQ(S_OK, top->get_item(0, &second));
+    second.Release();
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, document->loadXML(Wide("<other/>"), &loaded));
+    EXPECT_EQ(S_OK, top->get_item(0, &second));
+    EXPECT_EQ("other", NameOf(second));
 }
 
 // Run under the address sanitizer, these tests also show that nothing is freed twice, late or never.
