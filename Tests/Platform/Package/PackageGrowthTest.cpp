@@ -1,0 +1,155 @@
+#include "Platform/Package/ZipBuilder.h"
+#include "Support/Growth.h"
+#include "Support/TemporaryFolder.h"
+
+#include <Package/ContentTypes.h>
+#include <Package/PackageReader.h>
+#include <Package/PackageWriter.h>
+#include <Package/PartName.h>
+#include <Package/Relationships.h>
+
+using namespace OvPlatform;
+
+namespace {
+
+std::string Number(std::size_t n) { return std::to_string(n); }
+
+// A name of that many segments.
+std::string DeepName(std::size_t segments, const std::string& last = "x") {
+    std::string name;
+    for (std::size_t i = 1; i < segments; ++i)
+        name += "/a";
+    return name + "/" + last;
+}
+
+std::string RelationshipsXml(std::size_t count) {
+    std::string xml = RelsHead;
+    for (std::size_t i = 0; i < count; ++i)
+        xml += "<Relationship Id=\"R" + Number(i) + "\" Type=\"urn:t\" Target=\"/p/" + Number(i) + "\"/>";
+    return xml + "</Relationships>";
+}
+
+std::shared_ptr<TemporaryFolder> PackageOf(const std::vector<ZipEntry>& entries) {
+    auto folder = std::make_shared<TemporaryFolder>();
+    folder->Write("in.xps", BuildZip(entries));
+    return folder;
+}
+
+std::function<void()> Opening(const std::vector<ZipEntry>& entries) {
+    return [folder = PackageOf(entries)] { PackageReader::Open(*folder / "in.xps"); };
+}
+
+struct Written {
+    TemporaryFolder folder;
+    std::unique_ptr<PackageWriter> writer = PackageWriter::Create(folder / "out.xps");
+
+    void Add(const std::string& name) { writer->AddPart(name, "t", PackageCompression::None)->Close(); }
+};
+
+const GrowthCase Cases[] = {
+    {"OpensManyParts",
+     [](std::size_t n) {
+         std::vector<ZipEntry> entries;
+         for (std::size_t i = 0; i < n; ++i)
+             entries.push_back({"p/" + Number(i) + ".xml", ""});
+         return Opening(WithTypes(std::move(entries)));
+     },
+     10'000},
+    {"OpensNamesOfManySegments",
+     [](std::size_t n) {
+         return Opening(WithTypes({{DeepName(n, "x.xml").substr(1), ""}}));
+     },
+     8'000},
+    {"OpensPartsInManyPieces",
+     [](std::size_t n) {
+         std::vector<ZipEntry> entries;
+         for (std::size_t i = 0; i < n; ++i)
+             entries.push_back({"p.xml/[" + Number(i) + (i + 1 == n ? "].last.piece" : "].piece"), "x"});
+         return Opening(WithTypes(std::move(entries)));
+     },
+     10'000},
+    {"ReadsPartsInManyPieces",
+     [](std::size_t n) {
+         std::vector<ZipEntry> entries;
+         for (std::size_t i = 0; i < n; ++i)
+             entries.push_back({"p.xml/[" + Number(i) + (i + 1 == n ? "].last.piece" : "].piece"), "x"});
+         auto folder = PackageOf(WithTypes(std::move(entries)));
+         auto package = PackageReader::Open(*folder / "in.xps");
+         return [folder, package, n] { EXPECT_EQ(package->ReadPart("/p.xml", n).size(), n); };
+     },
+     10'000},
+    {"ReadsContentTypes",
+     [](std::size_t n) {
+         std::string xml = TypesHead;
+         for (std::size_t i = 0; i < n; ++i)
+             xml += "<Override PartName=\"/p" + Number(i) + "\" ContentType=\"t\"/><Default Extension=\"e" +
+                    Number(i) + "\" ContentType=\"t\"/>";
+         return [xml = xml + "</Types>"] { ContentTypes::Parse(xml); };
+     }},
+    {"ReadsRelationships",
+     [](std::size_t n) { return [xml = RelationshipsXml(n)] { ParseRelationships(xml, "/"); }; }},
+    {"ResolvesLongReferences",
+     [](std::size_t n) { return [reference = DeepName(n)] { ResolvePartName("/", reference); }; }},
+    {"WritesRelationshipsOfOneSource",
+     [](std::size_t n) {
+         auto written = std::make_shared<Written>();
+         written->Add("/source");
+         return [written, n] {
+             for (int again = 0; again < 2; ++again)
+                 for (std::size_t i = 0; i < n; ++i)
+                     written->writer->AddRelationship("/source", "urn:t", "http://x/" + Number(i), true);
+             written->writer->Finish();
+         };
+     }},
+    {"WritesRelationshipsWhoseIdsAreTaken",
+     [](std::size_t n) {
+         auto written = std::make_shared<Written>();
+         return [written, n] {
+             const auto add = [&](const std::string& kind, std::size_t i, const std::string& id) {
+                 written->writer->AddRelationship("/", "urn:" + kind, "http://x/" + Number(i), true, id);
+             };
+             for (std::size_t i = 0; i < n; ++i)
+                 add("given", i, "R" + Number(n + i));
+             for (std::size_t i = 0; i < n; ++i)
+                 add("free", i, "");
+         };
+     }},
+    {"WritesManyParts",
+     [](std::size_t n) {
+         auto written = std::make_shared<Written>();
+         return [written, n] {
+             for (std::size_t i = 0; i < n; ++i)
+                 written->Add("/p/" + Number(i));
+             written->writer->Finish();
+         };
+     },
+     20'000},
+    {"WritesNamesOfManySegments",
+     [](std::size_t n) {
+         auto written = std::make_shared<Written>();
+         return [written, n] {
+             for (const char* last : {"x", "y", "z"})
+                 written->Add(DeepName(n, last));
+         };
+     }},
+    {"AbandonsManyParts",
+     [](std::size_t n) {
+         auto written = std::make_shared<Written>();
+         return [written, n] {
+             // Each leaves its folder behind, which the next one is to be named after.
+             for (std::size_t i = 0; i < n; ++i) {
+                 written->writer->AddPart("/a" + Number(i) + "/b", "t", PackageCompression::None);
+                 written->Add("/a" + Number(i));
+             }
+         };
+     },
+     20'000},
+};
+
+class PackageGrowth : public testing::TestWithParam<GrowthCase> {};
+
+TEST_P(PackageGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(, PackageGrowth, testing::ValuesIn(Cases), GrowthName);
+
+} // namespace

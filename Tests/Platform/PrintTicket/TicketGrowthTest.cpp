@@ -1,0 +1,119 @@
+#include "Platform/PrintTicket/TicketFixture.h"
+#include "Support/Growth.h"
+
+#include <PrintTicket/PrintTicketMerge.h>
+#include <Spooler/QueueFolder.h>
+
+using namespace OvPlatform;
+
+namespace {
+
+using Item = std::function<std::string(std::size_t)>;
+
+std::string Times(std::size_t n, const Item& item) {
+    std::string text;
+    for (std::size_t i = 0; i < n; ++i)
+        text += item(i);
+    return text;
+}
+
+std::string Number(std::size_t n) { return std::to_string(n); }
+
+// A ticket of n items, merged into the default of a small printer.
+GrowthMaker Merging(Item item) {
+    return [=](std::size_t n) {
+        auto merge = std::make_shared<PrintTicketMerge>(TicketFixture::Queue());
+        return [merge, ticket = TicketFixture::Ticket(Times(n, item))] {
+            const std::string_view delta = ticket;
+            MergeReport report;
+            merge->Merge(TicketFixture::DefaultTicket(), &delta, kPTJobScope, &report);
+            merge->Capabilities(&delta);
+        };
+    };
+}
+
+// A printer of n items, and a ticket that asks for each of them.
+GrowthMaker Printer(Item capability, Item setting) {
+    return [=](std::size_t n) {
+        const std::string capabilities = TicketFixture::Capabilities(Times(n, capability));
+        const std::string ticket = TicketFixture::Ticket(Times(n, setting));
+        return [queue = TicketFixture::Queue(capabilities, TicketFixture::Ticket("")), ticket] {
+            const std::string_view delta = ticket;
+            const PrintTicketMerge merge(queue);
+            merge.Merge(TicketFixture::Ticket(""), &delta, kPTJobScope);
+            merge.Capabilities(nullptr);
+        };
+    };
+}
+
+std::string FeatureOf(const std::string& name, std::size_t options, const std::string& inside = {}) {
+    return "<psf:Feature name=\"" + name + "\">" +
+           Times(options,
+                 [&](std::size_t i) {
+                     return "<psf:Option name=\"t:O" + Number(i) + "\" constrained=\"psk:None\">" + inside +
+                            "</psf:Option>";
+                 }) +
+           "</psf:Feature>";
+}
+
+std::string OneFeature(std::size_t i) { return FeatureOf("t:Job" + Number(i), 2); }
+std::string Asking(std::size_t i) { return TicketFixture::Feature("t:Job" + Number(i), "t:O1"); }
+
+// Of one feature n options; as many questions for the last of them would be a ticket that asks twice.
+GrowthMaker Options(bool named) {
+    return [=](std::size_t n) {
+        const std::string capabilities = TicketFixture::Capabilities(
+            "<psf:Feature name=\"t:JobO\">" +
+            Times(n,
+                  [&](std::size_t i) {
+                      return (named ? "<psf:Option name=\"t:O" + Number(i) + "\">" : "<psf:Option>") +
+                             TicketFixture::Scored("S", static_cast<int>(i)) + "</psf:Option>";
+                  }) +
+            "</psf:Feature>");
+        const std::string ticket = TicketFixture::Ticket("<psf:Feature name=\"t:JobO\"><psf:Option>" +
+                                                         TicketFixture::Scored("S", static_cast<int>(n - 1)) +
+                                                         "</psf:Option></psf:Feature>");
+        return [queue = TicketFixture::Queue(capabilities, TicketFixture::Ticket("")), ticket] {
+            const std::string_view delta = ticket;
+            PrintTicketMerge(queue).Merge(TicketFixture::Ticket(""), &delta, kPTJobScope);
+        };
+    };
+}
+
+const GrowthCase Cases[] = {
+    {"MergesManyFeatures", Merging(Asking)},
+    {"MergesOneFeatureOftenRepeated", Merging([](std::size_t) { return Asking(0); })},
+    {"MergesManyParameters",
+     Merging([](std::size_t i) { return TicketFixture::Parameter("t:JobP" + Number(i), "1"); })},
+    {"MergesManyProperties", Merging([](std::size_t i) {
+         return "<psf:Property name=\"t:JobX" + Number(i) +
+                "\"><psf:Value xsi:type=\"xsd:integer\">1</psf:Value></psf:Property>";
+     })},
+    {"MergesForeignElements", Merging([](std::size_t) { return "<t:Foreign/>\n"; })},
+    {"ReadsManyFeaturesOfAPrinter", Printer(OneFeature, Asking)},
+    {"ReadsManyNamedOptions", Options(true)},
+    {"ReadsManyNamelessOptions", Options(false)},
+    {"ReadsManyParametersOfAPrinter",
+     Printer(
+         [](std::size_t i) {
+             const auto property = [](const char* name, const char* type, const char* value) {
+                 return std::string("<psf:Property name=\"psf:") + name +
+                        "\"><psf:Value xsi:type=\"xsd:" + type + "\">" + value +
+                        "</psf:Value></psf:Property>";
+             };
+             return "<psf:ParameterDef name=\"t:JobP" + Number(i) + "\">" +
+                    property("DataType", "QName", "xsd:integer") + property("DefaultValue", "integer", "1") +
+                    property("Mandatory", "QName", "psk:Unconditional") +
+                    property("MinValue", "integer", "1") + property("MaxValue", "integer", "9") +
+                    "</psf:ParameterDef>";
+         },
+         [](std::size_t i) { return TicketFixture::Parameter("t:JobP" + Number(i), "2"); })},
+};
+
+class TicketGrowth : public testing::TestWithParam<GrowthCase> {};
+
+TEST_P(TicketGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(, TicketGrowth, testing::ValuesIn(Cases), GrowthName);
+
+} // namespace

@@ -1,0 +1,40 @@
+#include "Support/Growth.h"
+
+#include <System/RegistryFile.h>
+
+using namespace OvPlatform;
+
+namespace {
+
+using Item = std::function<std::string(std::size_t)>;
+
+std::string Times(std::size_t n, const Item& item) {
+    std::string text;
+    for (std::size_t i = 0; i < n; ++i)
+        text += item(i);
+    return text;
+}
+
+GrowthMaker Registry(const std::string& head, Item item) {
+    return [=](std::size_t n) {
+        return
+            [text = "OvRegistry 1\n" + head + Times(n, item)] { PrintRegistryFile(ParseRegistryFile(text)); };
+    };
+}
+
+const GrowthCase Cases[] = {
+    {"ReadsRegistryKeys",
+     Registry("",
+              [](std::size_t i) { return "[HKEY_CURRENT_USER\\a\\" + std::to_string(i) + "]\n@=\"x\"\n"; })},
+    {"ReadsRegistryValues",
+     Registry("[HKEY_CURRENT_USER\\a]\n",
+              [](std::size_t i) { return "\"v" + std::to_string(i) + "\"=dword:1\n"; })},
+};
+
+class RegistryGrowth : public testing::TestWithParam<GrowthCase> {};
+
+TEST_P(RegistryGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(, RegistryGrowth, testing::ValuesIn(Cases), GrowthName);
+
+} // namespace
