@@ -96,7 +96,10 @@ public:
                 return E_INVALIDARG;
             xmlNode* own = this->Node();
             xmlNode* fresh = this->Tree().NewCharacterData(own->type, right);
-            if (const HRESULT result = this->SetValue(left); FAILED(result)) return result;
+            if (const HRESULT result = this->SetValue(left); FAILED(result)) {
+                this->Tree().Dispose(fresh);
+                return result;
+            }
             if (own->parent != nullptr) this->Tree().Link(own->parent, fresh, own->next);
             return DomNodeObject::GiveAs(this->Tree(), fresh, rightHandText);
         });

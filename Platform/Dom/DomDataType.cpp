@@ -1,6 +1,6 @@
 #include "Dom/DomDataType.h"
 
-#include "Dom/AttributeOrder.h"
+#include "Dom/DomTree.h"
 #include "Dom/TextConversion.h"
 
 #include <atlcomcli.h>
@@ -102,7 +102,7 @@ bool Unspell(const Spelling& spelling, std::string_view text, std::string& bytes
 std::string DomDataType::NameOf(const xmlNode* node) {
     if (node->type != XML_ELEMENT_NODE) return {};
     const xmlAttr* attribute = AttributeOrder::Find(node, Attribute, Uri).attribute;
-    return attribute && attribute->children ? std::string(View(attribute->children->content)) : std::string();
+    return attribute != nullptr ? DomTree::AttributeValue(attribute) : std::string();
 }
 
 bool DomDataType::IsKnown(std::string_view type) noexcept { return Find(type) != nullptr; }

@@ -296,7 +296,8 @@ xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& 
         if (isDeclaration && (uri.empty() || uri == XmlnsUri))
             return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, XmlnsUri), ""));
         if (prefix == "xml" && uri.empty()) uri = reinterpret_cast<const char*>(XML_XML_NAMESPACE);
-        if (prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) || uri == XmlnsUri)
+        if (isDeclaration || prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) ||
+            uri == XmlnsUri)
             break;
         if (!prefix.empty() && uri.empty()) {
             Failed(result, "Reference to undeclared namespace prefix: " + prefix);
@@ -311,7 +312,8 @@ xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& 
     case NODE_COMMENT:
         return tree.NewCharacterData(XML_COMMENT_NODE, "");
     case NODE_PROCESSING_INSTRUCTION:
-        if (xmlValidateNCName(AsXml(qualified.c_str()), 0) != 0) return nullptr;
+        if (xmlValidateNCName(AsXml(qualified.c_str()), 0) != 0 || XmlDeclaration::IsReserved(qualified))
+            return nullptr;
         return tree.NewProcessingInstruction(qualified, qualified == "xml" ? "version=\"1.0\"" : "");
     case NODE_DOCUMENT_FRAGMENT:
         return tree.NewFragment();
@@ -353,10 +355,11 @@ HRESULT DomDocument::CreateData(xmlElementType type, BSTR data, Wanted** node) {
     if (node == nullptr) return E_INVALIDARG;
     *node = nullptr;
     std::string content;
-    if (!AppendXmlUtf8(content, ViewOf(data)) || !DomNodeFactory::MayHold(type, {}, content))
-        return E_INVALIDARG;
+    if (!AppendXmlUtf8(content, ViewOf(data))) return E_INVALIDARG;
+    const auto held = DomNodeFactory::Held(type, {}, content);
+    if (!held) return E_INVALIDARG;
     CComPtr<IXMLDOMNode> object;
-    const HRESULT result = GiveNew(Tree(), Tree().NewCharacterData(type, content), &object);
+    const HRESULT result = GiveNew(Tree(), Tree().NewCharacterData(type, *held), &object);
     return FAILED(result) ? result : object->QueryInterface(node);
 }
 

@@ -39,10 +39,7 @@ HRESULT STDMETHODCALLTYPE DomElement::getAttribute(BSTR name, VARIANT* value) {
         const AttributeSlot slot = AttributeOrder::Find(Node(), wanted);
         if (!slot) return xmlValidateQName(AsXml(wanted.c_str()), 0) == 0 ? S_FALSE : E_FAIL;
         if (slot.declaration != nullptr) return GiveText(value, View(slot.declaration->href));
-        std::string text;
-        for (const xmlNode* part = slot.attribute->children; part != nullptr; part = part->next)
-            text.append(View(part->content));
-        return GiveText(value, text);
+        return GiveText(value, DomTree::AttributeValue(slot.attribute));
     });
 }
 

@@ -97,7 +97,7 @@ HRESULT DomNamedNodeMap::Set(DomNodeObject& element, IXMLDOMNode* attribute, IXM
     xmlAttr* old = nullptr;
     if (DomTree::IsDeclaration(object->Node())) {
         const std::string_view prefix = node->ns->prefix ? View(node->name) : std::string_view();
-        const std::string_view uri = node->children ? View(node->children->content) : std::string_view();
+        const std::string uri = DomTree::AttributeValue(node);
         if (!MayDeclare(element.Node(), prefix, uri)) return E_INVALIDARG;
         old = tree.Declare(element.Node(), node);
     } else {

@@ -27,7 +27,7 @@ bool IsWithin(const xmlNode* node, xmlNode* top) noexcept {
 
 /// Whether `child` may come before `next` (or last), with `gone` no longer there.
 bool MayInsert(const xmlNode* parent, xmlNode* child, const xmlNode* next, const xmlNode* gone) noexcept {
-    if (IsWithin(parent, child)) return false;
+    if (IsWithin(parent, child) || DomTree::IsPartOfDeclaration(child)) return false;
     const bool inDocument = parent->type == XML_DOCUMENT_NODE;
     if (!inDocument && parent->type != XML_ELEMENT_NODE && parent->type != XML_DOCUMENT_FRAG_NODE)
         return false;
@@ -124,6 +124,7 @@ HRESULT DomNodeObject::RemoveChild(IXMLDOMNode* child, IXMLDOMNode** removed) {
     const DomNodeObject* object = Behind(child);
     if (object == nullptr || object->m_node->parent != m_node || object->m_node->type == XML_ATTRIBUTE_NODE)
         return E_INVALIDARG;
+    if (DomTree::IsPartOfDeclaration(object->m_node)) return E_FAIL;
     m_tree->Unlink(object->m_node);
     if (removed != nullptr) {
         *removed = child;

@@ -6,6 +6,7 @@
 #include "Dom/DomElement.h"
 #include "Dom/DomFragment.h"
 #include "Dom/DomProcessingInstruction.h"
+#include "Dom/WhiteSpace.h"
 #include "Dom/XmlDeclaration.h"
 
 namespace OvPlatform {
@@ -31,16 +32,27 @@ IXMLDOMNode* DomNodeFactory::Make(DomTree& tree, xmlNode* node) {
     }
 }
 
-bool DomNodeFactory::MayHold(xmlElementType type, std::string_view name, std::string_view content) {
+std::optional<std::string> DomNodeFactory::Held(xmlElementType type, std::string_view name,
+                                                std::string_view content) {
+    std::string held(content);
+    // Only a text can spell a carriage return.
+    if (type != XML_TEXT_NODE) NormalizeLineEnds(held);
     switch (type) {
     case XML_COMMENT_NODE:
-        return content.find("--") == std::string_view::npos && !content.ends_with('-');
+        if (held.find("--") != std::string::npos || held.ends_with('-')) return std::nullopt;
+        break;
     case XML_PI_NODE:
-        if (name == "xml") return XmlDeclaration::FromData(content).has_value();
-        return content.find("?>") == std::string_view::npos;
+        if (name == "xml") {
+            const auto declaration = XmlDeclaration::FromData(held);
+            return declaration ? std::optional(declaration->Data()) : std::nullopt;
+        }
+        if (held.find("?>") != std::string::npos) return std::nullopt;
+        held.erase(0, held.find_first_not_of(XmlBlanks)); // they belong to what parts it from the target
+        break;
     default:
-        return true;
+        break;
     }
+    return held;
 }
 
 } // namespace OvPlatform

@@ -4,6 +4,8 @@
 
 #include <msxml6.h>
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace OvPlatform {
@@ -14,9 +16,11 @@ public:
     /// A new object for a node that has none, counted once.
     static IXMLDOMNode* Make(DomTree& tree, xmlNode* node);
 
-    /// Whether a text, comment, CDATA section or processing instruction may hold `content`; `name` is the
+    /// What a text, comment, CDATA section or processing instruction holds when it is given `content`: the
+    /// same, or what a reader would make of it. None where such a node cannot hold it. `name` is the
     /// instruction's target.
-    static bool MayHold(xmlElementType type, std::string_view name, std::string_view content);
+    static std::optional<std::string> Held(xmlElementType type, std::string_view name,
+                                           std::string_view content);
 };
 
 } // namespace OvPlatform

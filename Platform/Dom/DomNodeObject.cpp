@@ -8,6 +8,7 @@
 #include "Dom/DomNodeList.h"
 #include "Dom/DomSerializer.h"
 #include "Dom/TextConversion.h"
+#include "Dom/WhiteSpace.h"
 #include "Dom/XPathCache.h"
 #include "Dom/XmlDeclaration.h"
 
@@ -16,8 +17,6 @@
 namespace OvPlatform {
 
 namespace {
-
-constexpr std::string_view Blanks = " \t\r\n";
 
 struct NodeKind {
     xmlElementType type;
@@ -47,10 +46,6 @@ bool IsNamed(const xmlNode* node) noexcept {
     return node->type == XML_ELEMENT_NODE || node->type == XML_ATTRIBUTE_NODE;
 }
 
-bool IsText(const xmlNode* node) noexcept {
-    return node->type == XML_TEXT_NODE || node->type == XML_CDATA_SECTION_NODE;
-}
-
 /// Texts, CDATA sections, comments and processing instructions.
 bool HasContent(const xmlNode* node) noexcept {
     return IsText(node) || node->type == XML_COMMENT_NODE || node->type == XML_PI_NODE;
@@ -61,17 +56,6 @@ std::string QualifiedName(const xmlNode* node) {
     if (IsNamed(node) && node->ns != nullptr && node->ns->prefix != nullptr)
         name.append(View(node->ns->prefix)).append(1, ':');
     return name.append(View(node->name));
-}
-
-/// Whether xml:space says that blanks count in this element.
-bool SpaceIsPreserved(const xmlNode* node) noexcept {
-    for (; node != nullptr && node->type == XML_ELEMENT_NODE; node = node->parent) {
-        const AttributeSlot space = AttributeOrder::Find(node, "space", View(XML_XML_NAMESPACE));
-        if (space.attribute == nullptr) continue;
-        const xmlNode* value = space.attribute->children;
-        return value != nullptr && View(value->content) == "preserve";
-    }
-    return false;
 }
 
 HRESULT GiveNull(VARIANT* place) noexcept {
@@ -210,10 +194,7 @@ HRESULT DomNodeObject::CloneNode(bool deep, IXMLDOMNode** clone) const {
 
 std::string DomNodeObject::Value() const {
     if (HasContent(m_node)) return std::string(View(m_node->content));
-    std::string value;
-    for (const xmlNode* text = m_node->children; text != nullptr; text = text->next)
-        value.append(View(text->content));
-    return value;
+    return DomTree::AttributeValue(reinterpret_cast<const xmlAttr*>(m_node));
 }
 
 std::string DomNodeObject::TextContent() const {
@@ -233,9 +214,9 @@ std::string DomNodeObject::TextContent() const {
     if (first == nullptr || ofAttribute || m_tree->PreservesWhiteSpace()) return text;
     // A CDATA section keeps its blanks, and so does what xml:space protects.
     if (last->type == XML_TEXT_NODE && !SpaceIsPreserved(last->parent))
-        text.erase(text.find_last_not_of(Blanks) + 1);
+        text.erase(text.find_last_not_of(XmlBlanks) + 1);
     if (first->type == XML_TEXT_NODE && !SpaceIsPreserved(first->parent))
-        text.erase(0, text.find_first_not_of(Blanks));
+        text.erase(0, text.find_first_not_of(XmlBlanks));
     return text;
 }
 
@@ -283,10 +264,10 @@ HRESULT DomNodeObject::SetValue(std::string_view value) {
 }
 
 HRESULT DomNodeObject::SetData(std::string_view value) {
-    if (!DomNodeFactory::MayHold(m_node->type, View(m_node->name), value)) return E_INVALIDARG;
-    std::string data(value);
-    if (XmlDeclaration::Is(m_node)) data = XmlDeclaration::FromData(value)->Data();
-    xmlNodeSetContentLen(m_node, AsXml(data.c_str()), static_cast<int>(data.size()));
+    if (DomTree::IsPartOfDeclaration(m_node)) return E_FAIL;
+    const auto data = DomNodeFactory::Held(m_node->type, View(m_node->name), value);
+    if (!data) return E_INVALIDARG;
+    xmlNodeSetContentLen(m_node, AsXml(data->c_str()), static_cast<int>(data->size()));
     m_tree->Changed();
     return S_OK;
 }

@@ -1,6 +1,7 @@
 #include "Dom/DomSerializer.h"
 
 #include "Dom/TextConversion.h"
+#include "Dom/WhiteSpace.h"
 #include "Dom/XmlDeclaration.h"
 
 #include <libxml/encoding.h>
@@ -14,7 +15,6 @@ namespace OvPlatform {
 namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view MadeUpPrefix = "ns";
 
 /// What stands for a character that cannot stand for itself. Empty: it can.
 constexpr std::string_view Escape(char c, bool inAttribute) noexcept {
@@ -68,7 +68,7 @@ void DomSerializer::Write(const xmlNode* node) {
 void DomSerializer::WriteSubtree(const xmlNode* top) {
     const xmlNode* node = top;
     while (true) {
-        if (node != top && (MarksOf(node) & BreakBefore)) BreakAfter(node->prev);
+        if (node != top && (MarksOf(node) & BreakBefore) && MayBreak(node->prev, node)) Break();
         if (node->type == XML_ELEMENT_NODE) {
             StartElement(node);
             if (node->children != nullptr) {
@@ -90,53 +90,46 @@ void DomSerializer::WriteSubtree(const xmlNode* top) {
 }
 
 void DomSerializer::StartElement(const xmlNode* element) {
-    const std::size_t own = m_bindings.size();
-    m_frames.push_back(own);
+    m_scope.Open();
     for (const xmlNs* declaration = element->nsDef; declaration; declaration = declaration->next)
-        m_bindings.push_back({View(declaration->prefix), View(declaration->href)});
+        m_scope.Bind(View(declaration->prefix), View(declaration->href));
+    std::size_t declared = m_scope.OwnCount();
+    m_open.push_back({PrefixFor(element), PreservesSpace(element)});
 
-    const std::string_view prefix = element->ns ? View(element->ns->prefix) : std::string_view();
-    const std::string_view uri = element->ns ? View(element->ns->href) : std::string_view();
     m_text += '<';
-    WriteName(prefix, View(element->name));
-
-    std::size_t declared = m_bindings.size();
-    const Binding* bound = BindingOf(prefix);
-    const bool ownDefault = bound != nullptr && static_cast<std::size_t>(bound - m_bindings.data()) >= own;
-    const std::string_view boundUri = bound ? bound->uri : std::string_view();
-    // An element without a namespace that declares a default one is written as it stands.
-    if (boundUri != uri && prefix != "xml" && !(uri.empty() && ownDefault))
-        m_bindings.push_back({prefix, uri});
-
+    WriteName(m_open.back().prefix, View(element->name));
     AttributeCursor cursor(element);
     for (AttributeSlot slot = cursor.Next(); slot; slot = cursor.Next()) {
         if (slot.attribute)
-            WriteAttribute(slot.attribute, PrefixFor(slot.attribute, own));
+            WriteAttribute(slot.attribute, PrefixFor(slot.attribute));
         else
             WriteDeclaration(View(slot.declaration->prefix), View(slot.declaration->href));
     }
-    for (; declared < m_bindings.size(); ++declared)
-        WriteDeclaration(m_bindings[declared].prefix, m_bindings[declared].uri);
+    for (; declared < m_scope.OwnCount(); ++declared)
+        WriteDeclaration(m_scope.Own(declared).prefix, m_scope.Own(declared).uri);
 
     if (element->children != nullptr) {
         m_text += '>';
-    } else if (MarksOf(element) & BreakBeforeEnd) {
+    } else if ((MarksOf(element) & BreakBeforeEnd) && MayBreak(nullptr, nullptr)) {
         m_text += '>';
         EndElement(element);
     } else {
         m_text += "/>";
-        m_bindings.resize(m_frames.back());
-        m_frames.pop_back();
+        Close();
     }
 }
 
 void DomSerializer::EndElement(const xmlNode* element) {
-    if (MarksOf(element) & BreakBeforeEnd) BreakAfter(element->last);
+    if ((MarksOf(element) & BreakBeforeEnd) && MayBreak(element->last, nullptr)) Break();
     m_text += "</";
-    WriteName(element->ns ? View(element->ns->prefix) : std::string_view(), View(element->name));
+    WriteName(m_open.back().prefix, View(element->name));
     m_text += '>';
-    m_bindings.resize(m_frames.back());
-    m_frames.pop_back();
+    Close();
+}
+
+void DomSerializer::Close() {
+    m_open.pop_back();
+    m_scope.Close();
 }
 
 void DomSerializer::WriteLeaf(const xmlNode* node) {
@@ -201,36 +194,25 @@ void DomSerializer::WriteDeclaration(std::string_view prefix, std::string_view u
     m_text += '"';
 }
 
-const DomSerializer::Binding* DomSerializer::BindingOf(std::string_view prefix) const noexcept {
-    for (std::size_t index = m_bindings.size(); index-- > 0;)
-        if (m_bindings[index].prefix == prefix) return &m_bindings[index];
-    return nullptr;
+std::string_view DomSerializer::PrefixFor(const xmlNode* element) {
+    const std::string_view prefix = element->ns ? View(element->ns->prefix) : std::string_view();
+    const std::string_view uri = element->ns ? View(element->ns->href) : std::string_view();
+    if (prefix == "xml" || m_scope.Means(prefix, uri)) return prefix;
+    // What the element declares stands: texts in it may count on that.
+    if (m_scope.IsBoundHere(prefix)) return m_scope.PrefixOf(uri);
+    m_scope.Bind(prefix, uri);
+    return prefix;
 }
 
-/// The prefix to write, with a declaration added to the element where none fits. `own` is where its bindings
-/// begin.
-std::string_view DomSerializer::PrefixFor(const xmlAttr* attribute, std::size_t own) {
+std::string_view DomSerializer::PrefixFor(const xmlAttr* attribute) {
     if (attribute->ns == nullptr) return {};
     const std::string_view prefix = View(attribute->ns->prefix);
     const std::string_view uri = View(attribute->ns->href);
-    if (prefix == "xml") return prefix;
-    const Binding* bound = prefix.empty() ? nullptr : BindingOf(prefix);
-    if (bound != nullptr && bound->uri == uri) return prefix;
-    const bool taken = bound != nullptr && static_cast<std::size_t>(bound - m_bindings.data()) >= own;
-    if (!prefix.empty() && !taken) {
-        m_bindings.push_back({prefix, uri});
-        return prefix;
-    }
-    for (const Binding& binding : m_bindings)
-        if (binding.uri == uri && !binding.prefix.empty() && BindingOf(binding.prefix) == &binding)
-            return binding.prefix;
-    std::string made;
-    do {
-        made = std::string(MadeUpPrefix) + std::to_string(m_madeUp.size());
-        m_madeUp.push_back(made);
-    } while (BindingOf(made) != nullptr);
-    m_bindings.push_back({m_madeUp.back(), uri});
-    return m_madeUp.back();
+    if (prefix == "xml" || (!prefix.empty() && m_scope.Means(prefix, uri))) return prefix;
+    // To bind the prefix anew here would change the other names in the tag, and what texts say with it.
+    if (prefix.empty() || m_scope.IsBound(prefix)) return m_scope.PrefixOf(uri);
+    m_scope.Bind(prefix, uri);
+    return prefix;
 }
 
 void DomSerializer::WriteName(std::string_view prefix, std::string_view name) {
@@ -259,9 +241,18 @@ void DomSerializer::WriteRaw(std::string_view text) {
     }
 }
 
-/// Behind a text, which has come there since, or where blanks count, the break would become content.
-void DomSerializer::BreakAfter(const xmlNode* previous) {
-    if (m_tree.PreservesWhiteSpace() || (previous != nullptr && previous->type == XML_TEXT_NODE)) return;
+bool DomSerializer::PreservesSpace(const xmlNode* element) const noexcept {
+    const SpaceRule rule = SpaceRuleOf(element);
+    if (rule != SpaceRule::AsAround) return rule == SpaceRule::Preserve;
+    return m_open.empty() ? SpaceIsPreserved(element->parent) : m_open.back().preservesSpace;
+}
+
+bool DomSerializer::MayBreak(const xmlNode* left, const xmlNode* right) const noexcept {
+    const bool keepsBlanks = m_tree.PreservesWhiteSpace() || m_open.back().preservesSpace;
+    return !keepsBlanks && !(left != nullptr && IsText(left)) && !(right != nullptr && IsText(right));
+}
+
+void DomSerializer::Break() {
     m_text += LineEnd;
     m_text.append(m_depth, '\t');
 }

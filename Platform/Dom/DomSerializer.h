@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Dom/DomTree.h"
+#include "Dom/WrittenNamespaces.h"
 
-#include <deque>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,14 +27,15 @@ public:
     static bool ToBytes(const DomTree& tree, std::string& bytes);
 
 private:
-    struct Binding {
-        std::string_view prefix;
-        std::string_view uri;
+    struct OpenElement {
+        std::string_view prefix; ///< as it is written, which may not be the element's own
+        bool preservesSpace;     ///< by xml:space
     };
 
     void WriteSubtree(const xmlNode* top);
     void StartElement(const xmlNode* element);
     void EndElement(const xmlNode* element);
+    void Close();
     void WriteLeaf(const xmlNode* node);
     void WriteProcessingInstruction(const xmlNode* node);
     void WriteAttribute(const xmlAttr* attribute, std::string_view prefix);
@@ -42,19 +43,21 @@ private:
     void WriteName(std::string_view prefix, std::string_view name);
     void WriteEscaped(std::string_view text, bool inAttribute);
     void WriteRaw(std::string_view text);
-    void BreakAfter(const xmlNode* previous);
-    const Binding* BindingOf(std::string_view prefix) const noexcept;
-    std::string_view PrefixFor(const xmlAttr* attribute, std::size_t own);
+    bool PreservesSpace(const xmlNode* element) const noexcept;
+    /// Whether a line may end between two nodes of the innermost element, null being a tag of its: it may not
+    /// where the break would become content.
+    bool MayBreak(const xmlNode* left, const xmlNode* right) const noexcept;
+    void Break();
+    /// The prefix to write, which the element then declares where nothing does.
+    std::string_view PrefixFor(const xmlNode* element);
+    std::string_view PrefixFor(const xmlAttr* attribute);
 
     const DomTree& m_tree;
     Declaration m_declaration;
     std::string m_text;
     std::size_t m_depth = 0;
-    /// What is declared where the writer stands, and for each open element how much was before it.
-    std::vector<Binding> m_bindings;
-    std::vector<std::size_t> m_frames;
-    /// Prefixes made up for attributes that have a namespace and none.
-    std::deque<std::string> m_madeUp;
+    WrittenNamespaces m_scope;
+    std::vector<OpenElement> m_open;
 };
 
 } // namespace OvPlatform

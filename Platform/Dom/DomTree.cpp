@@ -139,11 +139,16 @@ xmlNs* DomTree::DeclarationOf(const xmlNode* attribute) noexcept {
     return static_cast<xmlNs*>(reinterpret_cast<const xmlAttr*>(attribute)->psvi);
 }
 
+bool DomTree::IsPartOfDeclaration(const xmlNode* text) noexcept {
+    return text->parent != nullptr && DeclarationOf(text->parent) != nullptr;
+}
+
 xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
     const std::string_view prefix = mirror->ns->prefix ? View(mirror->name) : std::string_view();
-    const std::string_view uri = mirror->children ? View(mirror->children->content) : std::string_view();
+    const std::string uri = AttributeValue(mirror);
     xmlNs* declaration = NewNs(prefix, uri);
     m_mirrors.insert(mirror);
+    FollowDefault(element, prefix, uri);
     xmlNs* old = element->nsDef;
     while (old != nullptr && View(old->prefix) != prefix)
         old = old->next;
@@ -184,13 +189,25 @@ void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::strin
     mirror->psvi = fresh;
     Retire(declaration);
     SetAttributeValue(mirror, uri, *this);
+    FollowDefault(element, View(fresh->prefix), uri);
     Changed();
+}
+
+void DomTree::FollowDefault(xmlNode* element, std::string_view prefix, std::string_view uri) {
+    if (prefix.empty() && element->ns == nullptr) element->ns = Namespace({}, uri);
 }
 
 void DomTree::Retire(xmlNs* declaration) noexcept {
     declaration->_private = nullptr;
     declaration->next = m_retired;
     m_retired = declaration;
+}
+
+std::string DomTree::AttributeValue(const xmlAttr* attribute) {
+    std::string value;
+    for (const xmlNode* text = attribute->children; text != nullptr; text = text->next)
+        value.append(View(text->content));
+    return value;
 }
 
 void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree) {

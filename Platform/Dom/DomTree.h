@@ -65,18 +65,23 @@ public:
 
     /// Whether an attribute stands for a namespace declaration.
     static bool IsDeclaration(const xmlNode* attribute) noexcept;
+    /// Whether a node is the text of an attribute that stands for an element's declaration: it goes and
+    /// changes only with the attribute.
+    static bool IsPartOfDeclaration(const xmlNode* text) noexcept;
     /// The attribute that stands for a declaration of `element`. Its owner is the tree.
     xmlAttr* MirrorOf(xmlNode* element, xmlNs* declaration);
     /// The declaration that an attribute stands for while an element has it, else null.
     static xmlNs* DeclarationOf(const xmlNode* attribute) noexcept;
     /// Gives `element` the declaration that the detached `mirror` describes. One of the same prefix goes, and
-    /// is given back as a detached attribute, or null.
+    /// is given back as a detached attribute, or null. A default declaration takes an element that is in no
+    /// namespace into the one it declares, which its text would say in any case.
     xmlAttr* Declare(xmlNode* element, xmlAttr* mirror);
     /// Takes a declaration away. What it bound stays in its namespace. Gives the detached attribute.
     xmlAttr* Undeclare(xmlNode* element, xmlNs* declaration);
     /// Changes what a declaration says, with the same for what it bound.
     void ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::string_view uri);
 
+    static std::string AttributeValue(const xmlAttr* attribute);
     static void SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree);
 
     /// Takes a node out of its parent, attributes included.
@@ -113,6 +118,7 @@ private:
     void Forget(xmlAttr* attribute) noexcept;
     xmlNs* NewNs(std::string_view prefix, std::string_view uri);
     void Retire(xmlNs* declaration) noexcept;
+    void FollowDefault(xmlNode* element, std::string_view prefix, std::string_view uri);
 
     xmlDoc* m_document = nullptr;
     std::uint64_t m_version = 0;

@@ -9,16 +9,33 @@ namespace {
 
 constexpr std::string_view Blanks = " \t\r\n";
 
+bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+bool IsVersion(std::string_view value) {
+    return value.size() > 2 && value.starts_with("1.") &&
+           std::all_of(value.begin() + 2, value.end(), IsDigit);
+}
+
+bool IsEncodingName(std::string_view value) {
+    return !value.empty() && IsLetter(value.front()) && std::all_of(value.begin(), value.end(), [](char c) {
+        return IsLetter(c) || IsDigit(c) || c == '.' || c == '-' || c == '_';
+    });
+}
+
+bool IsYesOrNo(std::string_view value) { return value == "yes" || value == "no"; }
+
 struct Item {
     std::string_view name;
     std::string XmlDeclaration::*value;
+    bool (*allows)(std::string_view value);
 };
 
 /// In the order in which a declaration has them.
 constexpr std::array<Item, 3> Items = {{
-    {"version", &XmlDeclaration::version},
-    {"encoding", &XmlDeclaration::encoding},
-    {"standalone", &XmlDeclaration::standalone},
+    {"version", &XmlDeclaration::version, IsVersion},
+    {"encoding", &XmlDeclaration::encoding, IsEncodingName},
+    {"standalone", &XmlDeclaration::standalone, IsYesOrNo},
 }};
 
 void SkipBlanks(std::string_view& text) {
@@ -29,13 +46,6 @@ bool Skip(std::string_view& text, std::string_view word) {
     if (!text.starts_with(word)) return false;
     text.remove_prefix(word.size());
     return true;
-}
-
-bool IsAsciiWord(std::string_view value) {
-    return !value.empty() && std::all_of(value.begin(), value.end(), [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
-               c == '-' || c == '_' || c == ':';
-    });
 }
 
 bool EqualNoCase(std::string_view left, std::string_view right) noexcept {
@@ -69,7 +79,7 @@ std::optional<XmlDeclaration> XmlDeclaration::FromData(std::string_view data) {
         const std::size_t end = data.find(data.front(), 1);
         if (end == std::string_view::npos) return std::nullopt;
         const std::string_view value = data.substr(1, end - 1);
-        if (!IsAsciiWord(value)) return std::nullopt;
+        if (!item.allows(value)) return std::nullopt;
         declaration.*item.value = value;
         data.remove_prefix(end + 1);
         SkipBlanks(data);
@@ -83,6 +93,10 @@ std::optional<XmlDeclaration> XmlDeclaration::FromDocument(std::string_view text
         return std::nullopt;
     const std::size_t end = text.find("?>");
     return end == std::string_view::npos ? std::nullopt : FromData(text.substr(0, end));
+}
+
+bool XmlDeclaration::IsReserved(std::string_view target) noexcept {
+    return target != "xml" && EqualNoCase(target, "xml");
 }
 
 bool XmlDeclaration::Is(const xmlNode* node) noexcept {

@@ -23,6 +23,10 @@ struct XmlDeclaration {
     /// Reads the declaration that `text` begins with. Nothing if there is none.
     static std::optional<XmlDeclaration> FromDocument(std::string_view text);
 
+    /// Whether an instruction's target is reserved: "xml" in any case but its own, in which it is a
+    /// declaration.
+    static bool IsReserved(std::string_view target) noexcept;
+
     /// Whether a node stands for one.
     static bool Is(const xmlNode* node) noexcept;
 };

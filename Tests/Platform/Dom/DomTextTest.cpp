@@ -30,6 +30,62 @@ TEST(DomText, IsWrittenInOneForm) {
     }
 }
 
+/// What a reader that keeps all blanks finds in the first element, CDATA sections and texts as one.
+std::string ReadBack(IXMLDOMNode* written) {
+    auto again = NewDocument();
+    EXPECT_EQ(S_OK, again->put_preserveWhiteSpace(VARIANT_TRUE));
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, again->loadXML(Wide(XmlOf(written)), &loaded)) << XmlOf(written);
+    return TextOf(RootOf(again));
+}
+
+TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
+    auto document = Parsed("<a>\n</a>");
+    auto root = RootOf(document);
+    CComPtr<IXMLDOMCDATASection> section;
+    EXPECT_EQ(S_OK, document->createCDATASection(Wide("x\r\ny\rz"), &section));
+    EXPECT_EQ(S_OK, root->appendChild(section, nullptr));
+    EXPECT_EQ("<a><![CDATA[x\r\ny\r\nz]]></a>", XmlOf(root)) << "no break that would be content";
+    EXPECT_EQ("x\ny\nz", TextOf(root));
+    EXPECT_EQ("x\ny\nz", ReadBack(root));
+    EXPECT_EQ(S_OK, section->appendData(Wide("]]>\r\n")));
+    EXPECT_EQ("x\ny\nz]]>\n", ReadBack(root));
+
+    CComPtr<IXMLDOMComment> comment;
+    EXPECT_EQ(S_OK, document->createComment(Wide("a\r\nb"), &comment));
+    EXPECT_EQ("<!--a\r\nb-->", XmlOf(comment));
+    EXPECT_EQ(E_INVALIDARG, comment->put_data(Wide("a-")));
+    CComPtr<IXMLDOMProcessingInstruction> instruction;
+    EXPECT_EQ(S_OK,
+              document->createProcessingInstruction(CComBSTR(L"p"), Wide(" \r\n d?\r\n"), &instruction));
+    EXPECT_EQ("<?p d?\r\n?>", XmlOf(instruction));
+
+    for (const char* data :
+         {"version='2.0'", "version='1.0' encoding='1:a'", "version='1.0' standalone='maybe'"})
+        EXPECT_EQ(E_INVALIDARG,
+                  document->createProcessingInstruction(CComBSTR(L"xml"), Wide(data), &instruction))
+            << data;
+}
+
+TEST(DomText, BreaksNoLineWhereItWouldBeContent) {
+    struct Case {
+        const char* xml; // the element m moves to the end of the element t
+        const char* written;
+    };
+    const Case cases[] = {
+        {"<a><t xml:space='preserve'>x<b/></t>\n<m>\n</m></a>",
+         "<a><t xml:space=\"preserve\">x<b/><m/></t></a>"},
+        {"<a><t><![CDATA[x]]></t>\n<m/></a>", "<a><t><![CDATA[x]]><m/></t></a>"},
+        {"<a><t>x</t>\n<m/></a>", "<a><t>x<m/></t></a>"},
+        {"<a><t><b/></t>\n<m/></a>", "<a><t><b/>\r\n\t\t<m/></t></a>"},
+    };
+    for (const Case& each : cases) {
+        auto document = Parsed(each.xml);
+        EXPECT_EQ(S_OK, First(document, "//t")->appendChild(First(document, "//m"), nullptr));
+        EXPECT_EQ(each.written, XmlOf(RootOf(document))) << each.xml;
+    }
+}
+
 TEST(DomText, KeepsBlanksWhereTheyCount) {
     auto document = NewDocument();
     EXPECT_EQ(S_OK, document->put_preserveWhiteSpace(VARIANT_TRUE));

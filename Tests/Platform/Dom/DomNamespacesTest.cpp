@@ -1,0 +1,126 @@
+#include "Platform/Dom/DomTestSupport.h"
+
+#include <functional>
+
+// Trees in which one start tag would need a prefix twice, or names and declarations that disagree: the text says
+// of every name what the tree says.
+
+namespace {
+
+void AddAttribute(IXMLDOMNode* node, std::string_view name, std::string_view uri) {
+    CComPtr<IXMLDOMDocument> document;
+    CComPtr<IXMLDOMNode> attribute;
+    EXPECT_EQ(S_OK, node->get_ownerDocument(&document));
+    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri), &attribute));
+    EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMElement>(node)->setAttributeNode(CComQIPtr<IXMLDOMAttribute>(attribute.p),
+                                                                      nullptr));
+}
+
+HRESULT Set(IXMLDOMNode* node, std::string_view name, std::string_view value) {
+    return CComQIPtr<IXMLDOMElement>(node)->setAttribute(Wide(name), Value(value));
+}
+
+TEST(DomNamespaces, NamesKeepTheirsWhereATagWouldNeedAPrefixTwice) {
+    struct Case {
+        const char* xml;
+        std::function<void(IXMLDOMNode*)> edit; // of the element c
+        const char* written;
+    };
+    const Case cases[] = {
+        // The prefix of the element itself, of an attribute beside, of one around.
+        {"<r xmlns:v='urn:1'><v:c/></r>", [](IXMLDOMNode* c) { AddAttribute(c, "v:x", "urn:2"); },
+         "<r xmlns:v=\"urn:1\"><v:c ns0:x=\"\" xmlns:ns0=\"urn:2\"/></r>"},
+        {"<r xmlns:v='urn:1'><c v:x='1'/></r>", [](IXMLDOMNode* c) { AddAttribute(c, "v:y", "urn:2"); },
+         "<r xmlns:v=\"urn:1\"><c v:x=\"1\" ns0:y=\"\" xmlns:ns0=\"urn:2\"/></r>"},
+        {"<r xmlns:v='urn:1'><c n='v:q'/></r>", [](IXMLDOMNode* c) { AddAttribute(c, "v:x", "urn:2"); },
+         "<r xmlns:v=\"urn:1\"><c n=\"v:q\" ns0:x=\"\" xmlns:ns0=\"urn:2\"/></r>"},
+        // Two that nothing declares.
+        {"<r><c/></r>",
+         [](IXMLDOMNode* c) {
+             AddAttribute(c, "v:x", "urn:1");
+             AddAttribute(c, "v:x", "urn:2");
+         },
+         "<r><c v:x=\"\" ns0:x=\"\" xmlns:v=\"urn:1\" xmlns:ns0=\"urn:2\"/></r>"},
+        // Another prefix of the namespace, unless it is hidden; and one that looks made up.
+        {"<r xmlns:w='urn:2' xmlns:v='urn:1'><v:c/></r>",
+         [](IXMLDOMNode* c) { AddAttribute(c, "v:x", "urn:2"); },
+         "<r xmlns:w=\"urn:2\" xmlns:v=\"urn:1\"><v:c w:x=\"\"/></r>"},
+        {"<r xmlns:w='urn:2' xmlns:v='urn:1'><v:c xmlns:w='urn:3' xmlns:ns0='urn:4'/></r>",
+         [](IXMLDOMNode* c) { AddAttribute(c, "v:x", "urn:2"); },
+         "<r xmlns:w=\"urn:2\" xmlns:v=\"urn:1\"><v:c xmlns:w=\"urn:3\" xmlns:ns0=\"urn:4\" ns1:x=\"\" "
+         "xmlns:ns1=\"urn:2\"/></r>"},
+        // A declaration that went leaves names behind.
+        {"<r xmlns:v='urn:1'><c v:x='1' xmlns:v='urn:2' v:y='2'/></r>",
+         [](IXMLDOMNode* c) {
+             EXPECT_EQ(E_INVALIDARG, Set(c, "xmlns:v", "urn:3"));
+             EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMElement>(c)->removeAttribute(CComBSTR(L"xmlns:v")));
+         },
+         "<r xmlns:v=\"urn:1\"><c ns0:x=\"1\" ns0:y=\"2\" xmlns:ns0=\"urn:2\"/></r>"},
+        // What is bound around counts only there.
+        {"<r xmlns:v='urn:1'><c/><d v:x='1'/></r>",
+         [](IXMLDOMNode* c) {
+             CComPtr<IXMLDOMNode> d, copy;
+             EXPECT_EQ(S_OK, c->get_nextSibling(&d));
+             EXPECT_EQ(S_OK, Set(c, "xmlns:v", "urn:2"));
+             EXPECT_EQ(S_OK, d->cloneNode(VARIANT_TRUE, &copy));
+             EXPECT_EQ(S_OK, c->appendChild(copy, nullptr));
+         },
+         "<r xmlns:v=\"urn:1\"><c xmlns:v=\"urn:2\"><d ns0:x=\"1\" xmlns:ns0=\"urn:1\"/></c>"
+         "<d v:x=\"1\"/></r>"},
+    };
+    for (const Case& each : cases) {
+        auto document = Parsed(each.xml);
+        auto c = First(document, "//*[local-name()='c']");
+        const std::string name = NameOf(c);
+        each.edit(c);
+        EXPECT_EQ(each.written, XmlOf(RootOf(document))) << each.xml;
+        EXPECT_EQ(name, NameOf(c)) << "the tree is as it was";
+        EXPECT_EQ(each.written, XmlOf(RootOf(Parsed(XmlOf(document))))) << "again: " << each.xml;
+    }
+}
+
+TEST(DomNamespaces, ADefaultDeclarationTakesItsElementAlong) {
+    auto document = Parsed("<r><c/></r>");
+    EXPECT_EQ(S_OK, Set(RootOf(document), "xmlns", "urn:d"));
+    CComBSTR uri;
+    EXPECT_EQ(S_OK, RootOf(document)->get_namespaceURI(&uri));
+    EXPECT_EQ("urn:d", Narrow(uri));
+    EXPECT_EQ("<r xmlns=\"urn:d\"><c xmlns=\"\"/></r>", XmlOf(RootOf(document))) << "but none inside";
+    EXPECT_EQ(E_INVALIDARG, Set(RootOf(document), "xmlns", "urn:e"));
+    EXPECT_EQ(E_INVALIDARG, Set(RootOf(document), "xmlns", ""));
+
+    auto inner = First(document, "//c");
+    EXPECT_EQ(S_OK, Set(inner, "xmlns", ""));
+    CComPtr<IXMLDOMNamedNodeMap> map;
+    CComPtr<IXMLDOMNode> declaration;
+    EXPECT_EQ(S_OK, inner->get_attributes(&map));
+    EXPECT_EQ(S_OK, map->getNamedItem(CComBSTR(L"xmlns"), &declaration));
+    EXPECT_EQ(S_OK, declaration->put_text(Wide("urn:c")));
+    EXPECT_EQ("<r xmlns=\"urn:d\"><c xmlns=\"urn:c\"/></r>", XmlOf(RootOf(document)));
+    CComBSTR innerUri;
+    EXPECT_EQ(S_OK, inner->get_namespaceURI(&innerUri));
+}
+
+TEST(DomNamespaces, ADeclarationChangesOnlyAsAWhole) {
+    auto document = Parsed("<p:r xmlns:p='urn:p'/>");
+    CComPtr<IXMLDOMNamedNodeMap> map;
+    CComPtr<IXMLDOMNode> declaration, text;
+    EXPECT_EQ(S_OK, RootOf(document)->get_attributes(&map));
+    EXPECT_EQ(S_OK, map->getNamedItem(CComBSTR(L"xmlns:p"), &declaration));
+    EXPECT_EQ(S_OK, declaration->get_firstChild(&text));
+    EXPECT_EQ(E_FAIL, text->put_text(Wide("urn:q")));
+    EXPECT_EQ(E_FAIL, declaration->removeChild(text, nullptr));
+    EXPECT_EQ(E_FAIL, RootOf(document)->appendChild(text, nullptr));
+    CComPtr<IXMLDOMText> right;
+    EXPECT_EQ(E_FAIL, CComQIPtr<IXMLDOMText>(text.p)->splitText(1, &right));
+    EXPECT_EQ("urn:p", TextOf(declaration));
+    EXPECT_EQ("<p:r xmlns:p=\"urn:p\"/>", XmlOf(RootOf(document)));
+
+    // Outside an element it is an attribute like others.
+    EXPECT_EQ(S_OK, map->removeNamedItem(CComBSTR(L"xmlns:p"), nullptr));
+    EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMText>(text.p)->splitText(2, &right));
+    EXPECT_EQ(S_OK, map->setNamedItem(declaration, nullptr));
+    EXPECT_EQ("<p:r xmlns:p=\"urn:p\"/>", XmlOf(RootOf(document)));
+}
+
+} // namespace
