@@ -236,7 +236,7 @@ CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateParameterDef(const P
     CComPtr<IXMLDOMElement> parameter = CreateFrameworkElement(
         PrintSchema::PARAM_DEF_ELEMENT_NAME, Join({View(texts.prefix), texts.name}, function));
     AppendProperty(parameter, FrameworkNs, PrintSchema::DATATYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
-                   Join({TypesPrefix(), type}, function));
+                   Join({View(TypesPrefix()), type}, function));
     return parameter;
 }
 

@@ -255,8 +255,8 @@ void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
     if (!ReadAttribute(m_rootNode, declaration, bound, function)) return;
     if (View(bound) == PrintSchema::USER_KEYWORDS_URI) return;
     ThrowComException(E_FAIL, function,
-                      FormatStdString("Failed updating private namespace prefix from %s to %s: the document "
-                                      "binds that prefix to another namespace, %s",
+                      FormatStdString("Failed updating private namespace prefix from %s to %s (which the "
+                                      "document binds to another namespace, %s)",
                                       m_userKeywordsPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX,
                                       bound.m_str));
 }

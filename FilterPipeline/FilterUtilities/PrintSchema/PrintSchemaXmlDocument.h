@@ -166,9 +166,9 @@ protected:
     const CComBSTR& FrameworkPrefix() const { return m_frameworkPrefix; }
     const CComBSTR& KeywordsPrefix() const { return m_keywordsPrefix; }
     const CComBSTR& UserKeywordsPrefix() const { return m_userKeywordsPrefix; }
-    /// Of the names of types. "xsd:" for a document that does not declare them; a value made here with a type
-    /// then declares it.
-    std::wstring_view TypesPrefix() const;
+    /// Of the names of types. "xsd:" for a document that does not declare them, "xsd1:" and so on where it
+    /// gives that prefix to another namespace; a value made here with a type then declares it.
+    CComBSTR TypesPrefix() const;
     /// Raises E_PENDING without DOM.
     void RequireDocument(const char* function) const;
     /// What a question for a node by its name needs; clears out.
@@ -193,6 +193,9 @@ private:
     HRESULT FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out, const char* function) const;
     void RenameInNames(std::wstring_view oldPrefix);
     void RefuseForeignUserPrefix();
+    /// The root element's prefix of a schema namespace, `declared`; where it has none the usual one, numbered
+    /// if the root gives that to another namespace.
+    CComBSTR SchemaPrefix(const CComBSTR& declared, std::wstring_view usual, const wchar_t* uri) const;
 
     CComPtr<IXMLDOMDocument2> m_document;
     CComBSTR m_rootName;

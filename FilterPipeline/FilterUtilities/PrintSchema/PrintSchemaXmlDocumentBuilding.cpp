@@ -6,6 +6,9 @@
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
 
+#include <set>
+#include <string>
+
 using namespace PrintSchemaText;
 using PrintSchema::MsPrintTicketNamespacesEnum;
 
@@ -106,8 +109,35 @@ CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wch
     return element;
 }
 
-std::wstring_view PrintSchemaXmlDocument::TypesPrefix() const {
-    return m_xsdPrefix.m_str != nullptr ? View(m_xsdPrefix) : L"xsd:";
+CComBSTR PrintSchemaXmlDocument::SchemaPrefix(const CComBSTR& declared, std::wstring_view usual,
+                                              const wchar_t* uri) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    if (declared.m_str != nullptr) return Copy(declared, function);
+    const CComBSTR usualDeclaration = Join({L"xmlns:", usual}, function);
+    CComBSTR bound;
+    if (!ReadAttribute(m_rootNode, usualDeclaration, bound, function) || View(bound) == uri)
+        return Join({usual, L":"}, function);
+
+    std::set<std::wstring> taken;
+    CComPtr<IXMLDOMNamedNodeMap> attributes;
+    ThrowIfFailed(m_rootNode->get_attributes(&attributes), function);
+    for (;;) {
+        CComPtr<IXMLDOMNode> attribute;
+        ThrowIfFailed(attributes->nextNode(&attribute), function);
+        if (!attribute) break;
+        CComBSTR name;
+        ThrowIfFailed(attribute->get_nodeName(&name), function);
+        if (View(name).starts_with(View(usualDeclaration)))
+            taken.emplace(View(name).substr(usualDeclaration.Length()));
+    }
+    unsigned number = 1;
+    while (taken.count(std::to_wstring(number)) != 0)
+        ++number;
+    return Join({usual, std::to_wstring(number), L":"}, function);
+}
+
+CComBSTR PrintSchemaXmlDocument::TypesPrefix() const {
+    return SchemaPrefix(m_xsdPrefix, L"xsd", PrintSchema::SCHEMA_DEF_URI);
 }
 
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type, const wchar_t* text) {
@@ -116,11 +146,13 @@ CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type,
     if (type != nullptr) {
         // A document that never had a typed value need not declare the two namespaces of the type. The DOM
         // declares that of the attribute where it is used; that of its text is declared here.
-        const std::wstring_view xsi = m_xsiPrefix.m_str != nullptr ? View(m_xsiPrefix) : L"xsi:";
+        const CComBSTR xsi = SchemaPrefix(m_xsiPrefix, L"xsi", PrintSchema::SCHEMA_INST_URI);
+        const CComBSTR xsd = TypesPrefix();
         if (m_xsdPrefix.m_str == nullptr)
-            AppendXMLAttribute(value, L"xmlns:xsd", L"", PrintSchema::SCHEMA_DEF_URI);
-        AppendXMLAttribute(value, Join({xsi, PrintSchema::SCHEMA_TYPE}, function),
-                           PrintSchema::SCHEMA_INST_URI, Join({TypesPrefix(), type}, function));
+            AppendXMLAttribute(value, Join({L"xmlns:", View(xsd).substr(0, xsd.Length() - 1)}, function), L"",
+                               PrintSchema::SCHEMA_DEF_URI);
+        AppendXMLAttribute(value, Join({View(xsi), PrintSchema::SCHEMA_TYPE}, function),
+                           PrintSchema::SCHEMA_INST_URI, Join({View(xsd), type}, function));
     }
     ThrowIfFailed(value->put_text(Make(View(text), function)), function);
     return value;

@@ -69,7 +69,7 @@ TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
          "<wrapper><psf:PrintTicket" + psf + "><psf:Feature/></psf:PrintTicket></wrapper>", S_OK, ""},
         {"the private prefix taken",
          Ticket(Feature("my:A", "my:B"), Declare("my", PrivateUri()) + Declare("ok", "urn:other")), E_FAIL,
-         "binds that prefix to another namespace, urn:other"},
+         "from my: to ok: (which the document binds to another namespace, urn:other)"},
         {"malformed", "<psf:PrintTicket" + psf + ">\n<psf:Feature>\n</psf:PrintTicket>", E_FAIL, "line 3"},
         {"nothing", "", E_FAIL, "does not parse"},
         {"text", "no ticket", E_FAIL, "does not parse"},
@@ -573,6 +573,36 @@ TEST(PrintSchemaXmlDocument, DeclaresTheNamespacesOfTypesWhereADocumentDoesNot) 
     EXPECT_EQ(OutsideView(ticket, "//psf:Value/@xsi:type"), "xsd:string");
     EXPECT_EQ(OutsideView(ticket, "//psf:Value/namespace::xsd"), "http://www.w3.org/2001/XMLSchema");
     EXPECT_NO_THROW(OpenTicket(XmlOf(ticket)));
+}
+
+TEST(PrintSchemaXmlDocument, TypedValuesFitIntoTicketsThatUseTheUsualPrefixesOtherwise) {
+    const std::string schema = "http://www.w3.org/2001/XMLSchema";
+    const struct {
+        std::string root;
+        std::string declarations;
+        const char* type;
+        const char* prefix;
+    } cases[] = {
+        {"xsd", Declare("xsd", frameworkUri) + Declare("k", keywordsUri), "xsd1:string", "xsd1"},
+        {"xsi", Declare("xsi", frameworkUri) + Declare("k", keywordsUri), "xsd:string", "xsd"},
+        {"f", Declare("f", frameworkUri) + Declare("xsd", keywordsUri) + Declare("xsd1", "urn:other"),
+         "xsd2:string", "xsd2"},
+        {"f", Declare("f", frameworkUri) + Declare("xsi", keywordsUri) + Declare("xsi1", schema),
+         "xsi1:string", "xsi1"},
+    };
+    for (const auto& [root, declarations, type, prefix] : cases) {
+        SCOPED_TRACE(declarations);
+        OpenTicket ticket("<" + root + ":PrintTicket" + declarations + "/>");
+        EXPECT_EQ(ticket.AppendStringParameterInit(L"ok:", L"A", L"B"), S_OK);
+        const std::string value = "/psf:PrintTicket/psf:ParameterInit[@name='ok:A']/psf:Value";
+        EXPECT_EQ(OutsideView(ticket, value), "B");
+        EXPECT_EQ(OutsideView(ticket, value + "/@xsi:type"), type);
+        EXPECT_EQ(OutsideView(ticket, value + "/namespace::" + prefix), schema);
+        const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
+        const std::string bound = "/namespace::" + Narrow(keywords).substr(0, keywords.Length() - 1);
+        EXPECT_EQ(OutsideView(ticket, value + bound), keywordsUri) << "names in values mean what they meant";
+        EXPECT_NO_THROW(OpenTicket(XmlOf(ticket)));
+    }
 }
 
 TEST(PrintSchemaXmlDocument, BuildsNothingFromNothing) {
