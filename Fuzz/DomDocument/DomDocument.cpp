@@ -1,14 +1,15 @@
-// Any bytes as a document. The first line is a query, the second a list of edits, one letter each; the rest
-// is the text. What loads can be queried, edited and written, and what was written loads again and has then
-// one form.
+// Any bytes as a document. The first line is a query, the second a list of edits, one letter each, with a P
+// in front where blanks count; the rest is the text. What loads can be queried, edited and written. What was
+// written says what the tree says, to a parser of another make, and when it is loaded again it has one form.
 
-#include <atlcomcli.h>
-#include <msxml6.h>
+#include "Documents.h"
+#include "Editor.h"
+#include "Infoset.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,29 +30,6 @@ std::string_view TakeLine(std::string_view& rest) {
     return line;
 }
 
-CComPtr<IXMLDOMDocument3> NewDocument() {
-    CComPtr<IXMLDOMDocument3> document;
-    if (FAILED(document.CoCreateInstance(__uuidof(DOMDocument60)))) std::abort();
-    document->setProperty(CComBSTR(L"SelectionNamespaces"), CComVariant(L"xmlns:p='urn:p'"));
-    // Edits may nest more deeply than a text may.
-    document->setProperty(CComBSTR(L"MaxElementDepth"), CComVariant(100000));
-    return document;
-}
-
-CComPtr<IStream> StreamOf(std::string_view bytes) {
-    CComPtr<IStream> stream;
-    if (FAILED(CreateStreamOnHGlobal(nullptr, TRUE, &stream)) ||
-        FAILED(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr)) ||
-        FAILED(stream->Seek({}, STREAM_SEEK_SET, nullptr)))
-        std::abort();
-    return stream;
-}
-
-bool Load(IXMLDOMDocument* document, IUnknown* source) {
-    VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    return document->load(CComVariant(source), &isLoaded) == S_OK && isLoaded == VARIANT_TRUE;
-}
-
 CComBSTR TextOf(IXMLDOMNode* node) {
     CComBSTR text;
     if (FAILED(node->get_xml(&text))) std::abort();
@@ -64,169 +42,6 @@ CComPtr<IXMLDOMDocument3> Again(const CComBSTR& text) {
     if (document->loadXML(text, &isLoaded) != S_OK) std::abort();
     return document;
 }
-
-class Editor {
-public:
-    Editor(IXMLDOMDocument3* document, const CComBSTR& query)
-        : m_document(document), m_other(NewDocument()), m_query(query) {
-        m_other->loadXML(CComBSTR(L"<o xmlns:p='urn:o' p:x='1'><p:i/></o>"), nullptr);
-        Select();
-    }
-
-    void Apply(char edit) {
-        const auto known = Edits.find(edit);
-        if (known != Edits.end() && m_first && m_second) (this->*known->second)();
-    }
-
-private:
-    using Edit = void (Editor::*)();
-    static const std::map<char, Edit> Edits;
-
-    void Select() {
-        m_list.Release();
-        m_document->selectNodes(m_query, &m_list);
-        Next();
-    }
-    void Next() {
-        m_first = m_second;
-        m_second.Release();
-        if (m_list && m_list->nextNode(&m_second) != S_OK) m_list->reset();
-    }
-    void Reload() {
-        CComPtr<IStream> stream;
-        if (SUCCEEDED(m_document->QueryInterface(&stream))) Load(m_document, stream);
-    }
-    void WriteInto() {
-        CComPtr<IStream> stream;
-        const std::string_view text = "<p:w xmlns:p='urn:p'><p:x p:y='1'>t</p:x></p:w>";
-        if (FAILED(m_document->QueryInterface(&stream))) std::abort();
-        stream->Write(text.data(), static_cast<ULONG>(text.size()), nullptr);
-    }
-    void Append() { m_first->appendChild(m_second, nullptr); }
-    void Insert() {
-        CComPtr<IXMLDOMNode> parent;
-        if (m_first->get_parentNode(&parent) == S_OK)
-            parent->insertBefore(m_second, CComVariant(static_cast<IUnknown*>(m_first.p)), nullptr);
-    }
-    void Replace() {
-        CComPtr<IXMLDOMNode> parent;
-        if (m_first->get_parentNode(&parent) == S_OK) parent->replaceChild(m_second, m_first, nullptr);
-    }
-    void Remove() {
-        CComPtr<IXMLDOMNode> parent;
-        if (m_first->get_parentNode(&parent) == S_OK) parent->removeChild(m_first, nullptr);
-    }
-    void Clone() {
-        CComPtr<IXMLDOMNode> copy;
-        if (m_first->cloneNode(VARIANT_TRUE, &copy) == S_OK) m_second->appendChild(copy, nullptr);
-    }
-    void Import() {
-        CComPtr<IXMLDOMNode> copy;
-        if (m_other->importNode(m_first, VARIANT_TRUE, &copy) == S_OK) m_second->appendChild(copy, nullptr);
-    }
-    void MoveAway() {
-        CComPtr<IXMLDOMElement> root;
-        if (m_other->get_documentElement(&root) == S_OK) root->appendChild(m_first, nullptr);
-    }
-    void MoveHere() {
-        CComPtr<IXMLDOMElement> root;
-        if (m_other->get_documentElement(&root) != S_OK) return;
-        CComPtr<IXMLDOMNode> last;
-        if (root->get_lastChild(&last) == S_OK) m_first->appendChild(last, nullptr);
-    }
-    void SetText() { m_first->put_text(CComBSTR(L" <t>\r\n]]>&\x00E4 ")); }
-    void SetAttribute(const wchar_t* name, const wchar_t* value) {
-        if (const CComQIPtr<IXMLDOMElement> element(m_first.p); element)
-            element->setAttribute(CComBSTR(name), CComVariant(value));
-    }
-    void SetPlain() { SetAttribute(L"x", L"\n\"<&>"); }
-    void SetPrefixed() { SetAttribute(L"p:x", L"1"); }
-    void SetOtherPrefixed() { SetAttribute(L"q:x", L"2"); }
-    void Declare() { SetAttribute(L"xmlns:p", L"urn:p"); }
-    void DeclareAnew() { SetAttribute(L"xmlns:q", L"urn:p"); }
-    void DeclareDefault() { SetAttribute(L"xmlns", L"urn:d"); }
-    void SetType() { m_first->put_dataType(CComBSTR(L"int")); }
-    void RemoveFirstAttribute() {
-        CComPtr<IXMLDOMNamedNodeMap> map;
-        CComPtr<IXMLDOMNode> attribute;
-        if (m_first->get_attributes(&map) != S_OK || map->get_item(0, &attribute) != S_OK) return;
-        CComBSTR name;
-        attribute->get_nodeName(&name);
-        map->removeNamedItem(name, nullptr);
-        CComPtr<IXMLDOMNamedNodeMap> target;
-        if (m_second->get_attributes(&target) == S_OK) target->setNamedItem(attribute, nullptr);
-    }
-    void Normalize() {
-        if (const CComQIPtr<IXMLDOMElement> element(m_first.p); element) element->normalize();
-    }
-    void Split() {
-        CComPtr<IXMLDOMText> right;
-        if (const CComQIPtr<IXMLDOMText> text(m_first.p); text) text->splitText(1, &right);
-    }
-    void AppendFragment() {
-        CComPtr<IXMLDOMDocumentFragment> fragment;
-        if (FAILED(m_document->createDocumentFragment(&fragment))) std::abort();
-        fragment->appendChild(m_first, nullptr);
-        m_second->appendChild(fragment, nullptr);
-    }
-    void Create(int type) {
-        CComPtr<IXMLDOMNode> node;
-        m_document->createNode(CComVariant(type), CComBSTR(L"p:n"), CComBSTR(L"urn:n"), &node);
-        if (!node) return;
-        node->put_text(CComBSTR(L"c]]>d"));
-        m_first->appendChild(node, nullptr);
-        if (const CComQIPtr<IXMLDOMElement> element(m_first.p); element)
-            if (const CComQIPtr<IXMLDOMAttribute> attribute(node.p); attribute)
-                element->setAttributeNode(attribute, nullptr);
-    }
-    void CreateElement() { Create(NODE_ELEMENT); }
-    void CreateAttribute() { Create(NODE_ATTRIBUTE); }
-    void CreateSection() { Create(NODE_CDATA_SECTION); }
-    void CreateComment() { Create(NODE_COMMENT); }
-    void Keep() { m_kept.push_back(m_first); }
-    void Drop() { m_kept.clear(); }
-
-    CComPtr<IXMLDOMDocument3> m_document;
-    CComPtr<IXMLDOMDocument3> m_other;
-    CComBSTR m_query;
-    CComPtr<IXMLDOMNodeList> m_list;
-    CComPtr<IXMLDOMNode> m_first;
-    CComPtr<IXMLDOMNode> m_second;
-    std::vector<CComPtr<IXMLDOMNode>> m_kept;
-};
-
-const std::map<char, Editor::Edit> Editor::Edits = {
-    {'>', &Editor::Next},
-    {'?', &Editor::Select},
-    {'L', &Editor::Reload},
-    {'W', &Editor::WriteInto},
-    {'a', &Editor::Append},
-    {'i', &Editor::Insert},
-    {'r', &Editor::Replace},
-    {'d', &Editor::Remove},
-    {'c', &Editor::Clone},
-    {'I', &Editor::Import},
-    {'m', &Editor::MoveAway},
-    {'M', &Editor::MoveHere},
-    {'t', &Editor::SetText},
-    {'x', &Editor::SetPlain},
-    {'p', &Editor::SetPrefixed},
-    {'q', &Editor::SetOtherPrefixed},
-    {'N', &Editor::Declare},
-    {'Q', &Editor::DeclareAnew},
-    {'D', &Editor::DeclareDefault},
-    {'T', &Editor::SetType},
-    {'A', &Editor::RemoveFirstAttribute},
-    {'n', &Editor::Normalize},
-    {'s', &Editor::Split},
-    {'f', &Editor::AppendFragment},
-    {'1', &Editor::CreateElement},
-    {'2', &Editor::CreateAttribute},
-    {'4', &Editor::CreateSection},
-    {'8', &Editor::CreateComment},
-    {'k', &Editor::Keep},
-    {'K', &Editor::Drop},
-};
 
 /// Sees elements close in the order in which they opened, and finds every attribute by its name.
 class NestingCheck final : public ISAXContentHandler {
@@ -288,6 +103,46 @@ void Read(std::string_view bytes, bool isDocument) {
     if ((result == S_OK) != isDocument || (isDocument && !check.IsClosed())) std::abort();
 }
 
+void Require(const std::string& fault) {
+    if (fault.empty()) return;
+    std::fprintf(stderr, "%s\n", fault.c_str());
+    std::abort();
+}
+
+std::string Bytes(IStream* stream) {
+    std::string bytes;
+    char block[4096];
+    ULONG read = 0;
+    if (FAILED(stream->Seek({}, STREAM_SEEK_SET, nullptr))) std::abort();
+    while (SUCCEEDED(stream->Read(block, sizeof block, &read)) && read != 0)
+        bytes.append(block, read);
+    return bytes;
+}
+
+std::string Utf8(const CComBSTR& text) {
+    std::string bytes(std::size_t{3} * text.Length(), '\0');
+    bytes.resize(static_cast<std::size_t>(
+        ::WideCharToMultiByte(CP_UTF8, 0, text, static_cast<int>(text.Length()), bytes.data(),
+                              static_cast<int>(bytes.size()), nullptr, nullptr)));
+    return bytes;
+}
+
+/// Text and bytes say what the tree says. An encoding that the other parser does not know is passed over.
+void CheckInfoset(IXMLDOMDocument3* document, bool keepsBlanks) {
+    const Infoset expected = Infoset::Of(document, keepsBlanks);
+    std::string reason;
+    const std::string text = Utf8(TextOf(document));
+    const auto ofText = Infoset::Of(text, "UTF-8", keepsBlanks, reason);
+    Require(ofText ? Difference(expected, *ofText) : reason + " in\n" + text);
+
+    const auto stream = StreamOf("");
+    if (FAILED(document->save(CComVariant(stream.p)))) return;
+    const std::string bytes = Bytes(stream);
+    const auto ofBytes = Infoset::Of(bytes, nullptr, keepsBlanks, reason);
+    if (!ofBytes && reason == "unknown encoding") return;
+    Require(ofBytes ? Difference(expected, *ofBytes) : reason + " in\n" + bytes);
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -297,6 +152,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view edits = TakeLine(rest).substr(0, MostEdits);
 
     auto document = NewDocument();
+    const bool keepsBlanks = edits.starts_with('P');
+    document->put_preserveWhiteSpace(keepsBlanks ? VARIANT_TRUE : VARIANT_FALSE);
     const bool isLoaded = Load(document, StreamOf(rest));
     Read(rest, isLoaded);
     if (!isLoaded) return 0;
@@ -307,6 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     CComPtr<IXMLDOMElement> root;
     if (document->get_documentElement(&root) != S_OK) return 0;
+    CheckInfoset(document, keepsBlanks);
     // What an edit put in may look different to a reader, blanks for example; from then on nothing changes.
     const CComBSTR text = TextOf(Again(TextOf(document)));
     const auto again = Again(text);

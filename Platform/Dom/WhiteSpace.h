@@ -17,8 +17,8 @@ bool IsText(const xmlNode* node) noexcept;
 enum class SpaceRule { AsAround, Preserve, Default };
 SpaceRule SpaceRuleOf(const xmlNode* element) noexcept;
 
-/// Whether blanks count in an element, by its own word or that of one around it. False for null and for what is
-/// no element.
+/// Whether blanks count in an element, by its own word or that of one around it. False for null and for what
+/// is no element.
 bool SpaceIsPreserved(const xmlNode* element) noexcept;
 
 /// CR LF and CR become LF, as a reader makes them.

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-// Trees in which one start tag would need a prefix twice, or names and declarations that disagree: the text says
-// of every name what the tree says.
+// Trees in which one start tag would need a prefix twice, or names and declarations that disagree: the text
+// says of every name what the tree says.
 
 namespace {
 
@@ -12,8 +12,8 @@ void AddAttribute(IXMLDOMNode* node, std::string_view name, std::string_view uri
     CComPtr<IXMLDOMNode> attribute;
     EXPECT_EQ(S_OK, node->get_ownerDocument(&document));
     EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri), &attribute));
-    EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMElement>(node)->setAttributeNode(CComQIPtr<IXMLDOMAttribute>(attribute.p),
-                                                                      nullptr));
+    EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMElement>(node)->setAttributeNode(
+                        CComQIPtr<IXMLDOMAttribute>(attribute.p), nullptr));
 }
 
 HRESULT Set(IXMLDOMNode* node, std::string_view name, std::string_view value) {
