@@ -290,4 +290,3 @@ const std::map<char, Editor::Edit> Editor::Edits = {
     {'k', &Editor::Keep},
     {'K', &Editor::Drop},
 };
-

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// Changes a document by commands of one letter each. They work on two nodes of a selection, the one at hand and
-/// the next one; prefixes and namespaces are taken in turn from a few, so that they often meet.
+/// Changes a document by commands of one letter each. They work on two nodes of a selection, the one at hand
+/// and the next one; prefixes and namespaces are taken in turn from a few, so that they often meet.
 class Editor {
 public:
     Editor(IXMLDOMDocument3* document, const CComBSTR& query);

@@ -67,8 +67,7 @@ public:
 private:
     void EndText() {
         const bool counts = m_keepsBlanks.back() || m_text.find_first_not_of(" \t\r\n") != std::string::npos;
-        if (!m_text.empty() && counts)
-            m_infoset.events.append(1, 'T').append(m_text).append(1, EndOfEvent);
+        if (!m_text.empty() && counts) m_infoset.events.append(1, 'T').append(m_text).append(1, EndOfEvent);
         m_text.clear();
     }
     void NoteMeaning(std::string_view value) {
@@ -217,8 +216,7 @@ void SetHandlers(XML_Parser parser) {
     XML_SetCharacterDataHandler(parser, [](void* data, const char* text, int length) {
         RecorderOf(data).Text({text, static_cast<std::size_t>(length)});
     });
-    XML_SetCommentHandler(parser,
-                          [](void* data, const char* text) { RecorderOf(data).Other('C', text); });
+    XML_SetCommentHandler(parser, [](void* data, const char* text) { RecorderOf(data).Other('C', text); });
     XML_SetProcessingInstructionHandler(parser, [](void* data, const char* target, const char* content) {
         RecorderOf(data).Other('P', std::string(target) + ' ' + content);
     });

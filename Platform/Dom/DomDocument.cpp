@@ -170,7 +170,8 @@ HRESULT STDMETHODCALLTYPE DomDocument::save(VARIANT destination) {
     return Guarded([&]() -> HRESULT {
         std::string bytes;
         if (!DomSerializer::ToBytes(Tree(), bytes))
-            return Failed(E_FAIL, "The encoding that the document declares is not supported");
+            return Failed(E_FAIL, "The encoding that the document declares is not supported, or lacks "
+                                  "characters that cannot be written by number");
         const VARIANT& value = DomSource::Value(destination);
         switch (value.vt) {
         case VT_BSTR:

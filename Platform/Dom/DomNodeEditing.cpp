@@ -88,14 +88,15 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
         }
     } else {
         if (!MayInsert(m_node, node, before, nullptr)) return E_FAIL;
-        object->m_tree->Unlink(node);
-        if (object->m_tree != m_tree) {
-            DomTree& from = *object->m_tree;
-            from.AddRef();
-            node = m_tree->Adopt(from, node);
-            from.Release();
-        }
+        DomTree& from = *object->m_tree;
+        xmlNode* left = node->parent;
+        from.AddRef();
+        from.Unlink(node);
+        if (&from != m_tree) node = m_tree->Adopt(from, node);
         m_tree->Link(m_node, node, before);
+        // The node may have been all that kept what it stood in, outside a tree.
+        if (left != nullptr) from.ObjectEnded(left);
+        from.Release();
     }
     if (inserted != nullptr) {
         *inserted = child;

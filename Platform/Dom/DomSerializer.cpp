@@ -1,20 +1,21 @@
 #include "Dom/DomSerializer.h"
 
+#include "Dom/TargetEncoding.h"
 #include "Dom/TextConversion.h"
 #include "Dom/WhiteSpace.h"
 #include "Dom/XmlDeclaration.h"
 
-#include <libxml/encoding.h>
-#include <libxml/xmlIO.h>
-
 #include <array>
 #include <memory>
+#include <optional>
 
 namespace OvPlatform {
 
 namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view SectionStart = "<![CDATA[";
+constexpr std::string_view SectionEnd = "]]>";
 
 /// What stands for a character that cannot stand for itself. Empty: it can.
 constexpr std::string_view Escape(char c, bool inAttribute) noexcept {
@@ -139,19 +140,23 @@ void DomSerializer::WriteLeaf(const xmlNode* node) {
         WriteEscaped(content, false);
         break;
     case XML_CDATA_SECTION_NODE: {
-        m_text += "<![CDATA[";
+        m_text += SectionStart;
+        const std::size_t begin = m_text.size();
         std::string_view rest = content;
-        for (std::size_t end = rest.find("]]>"); end != std::string_view::npos; end = rest.find("]]>")) {
+        for (std::size_t end = rest.find(SectionEnd); end != std::string_view::npos;
+             end = rest.find(SectionEnd)) {
             WriteRaw(rest.substr(0, end + 2));
-            m_text += "]]><![CDATA[";
+            m_text.append(SectionEnd).append(SectionStart);
             rest.remove_prefix(end + 2);
         }
         WriteRaw(rest);
-        m_text += "]]>";
+        if (m_encoding != nullptr) m_encoding->Refer(m_text, begin, SectionEnd, SectionStart);
+        m_text += SectionEnd;
         break;
     }
     case XML_COMMENT_NODE:
         m_text += "<!--";
+        RequireCharacters(content);
         WriteRaw(content);
         m_text += "-->";
         break;
@@ -171,6 +176,8 @@ void DomSerializer::WriteProcessingInstruction(const xmlNode* node) {
             data = declaration->Data();
         }
     }
+    RequireCharacters(View(node->name));
+    RequireCharacters(data);
     m_text.append("<?").append(View(node->name));
     if (!data.empty()) m_text += ' ';
     WriteRaw(data);
@@ -216,11 +223,14 @@ std::string_view DomSerializer::PrefixFor(const xmlAttr* attribute) {
 }
 
 void DomSerializer::WriteName(std::string_view prefix, std::string_view name) {
+    RequireCharacters(prefix);
+    RequireCharacters(name);
     if (!prefix.empty()) m_text.append(prefix).append(1, ':');
     m_text.append(name);
 }
 
 void DomSerializer::WriteEscaped(std::string_view text, bool inAttribute) {
+    const std::size_t start = m_text.size();
     std::size_t begin = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
         if (!Specials[static_cast<unsigned char>(text[index])]) continue;
@@ -230,6 +240,11 @@ void DomSerializer::WriteEscaped(std::string_view text, bool inAttribute) {
         begin = index + 1;
     }
     m_text.append(text, begin, text.size() - begin);
+    if (m_encoding != nullptr) m_encoding->Refer(m_text, start, {}, {});
+}
+
+void DomSerializer::RequireCharacters(std::string_view text) {
+    if (m_encoding != nullptr && !m_encoding->HasAll(text)) m_lacksCharacters = true;
 }
 
 void DomSerializer::WriteRaw(std::string_view text) {
@@ -258,36 +273,26 @@ void DomSerializer::Break() {
 }
 
 bool DomSerializer::ToBytes(const DomTree& tree, std::string& bytes) {
-    DomSerializer serializer(tree, Declaration::WithEncoding);
-    serializer.Write(AsNode(tree));
-    bytes = serializer.TakeText();
-
     const xmlNode* first = tree.Document()->children;
-    if (first == nullptr || first->type != XML_PI_NODE || View(first->name) != "xml") return true;
-    const auto declaration = XmlDeclaration::FromData(View(first->content));
-    if (!declaration) return true;
-    switch (ClassifyEncoding(declaration->encoding)) {
-    case TextEncoding::Utf8:
-        return true;
-    case TextEncoding::Utf16:
-        bytes = ToUtf16Bytes(bytes);
-        return true;
-    case TextEncoding::Other:
-        break;
-    }
-    xmlCharEncodingHandler* handler = xmlFindCharEncodingHandler(declaration->encoding.c_str());
-    if (handler == nullptr) return false;
-    // Writes a character reference where the encoding has no such character.
-    xmlOutputBuffer* output = xmlAllocOutputBuffer(handler);
-    if (output == nullptr) throw std::bad_alloc();
-    const int written = xmlOutputBufferWrite(output, static_cast<int>(bytes.size()), bytes.data());
-    xmlOutputBufferFlush(output);
-    const xmlBuf* converted = output->conv != nullptr ? output->conv : output->buffer;
-    if (written >= 0)
-        bytes.assign(reinterpret_cast<const char*>(xmlBufContent(converted)),
-                     xmlBufUse(const_cast<xmlBuf*>(converted)));
-    xmlOutputBufferClose(output);
-    return written >= 0;
+    std::optional<XmlDeclaration> declaration;
+    if (first != nullptr && XmlDeclaration::Is(first))
+        declaration = XmlDeclaration::FromData(View(first->content));
+    const std::string name = declaration ? declaration->encoding : std::string();
+    const TextEncoding kind = ClassifyEncoding(name);
+    const std::unique_ptr<TargetEncoding> encoding =
+        kind == TextEncoding::Other ? TargetEncoding::Find(name) : nullptr;
+    if (kind == TextEncoding::Other && encoding == nullptr) return false;
+
+    DomSerializer serializer(tree, Declaration::WithEncoding);
+    serializer.m_encoding = encoding.get();
+    serializer.Write(AsNode(tree));
+    if (serializer.m_lacksCharacters) return false;
+    bytes = serializer.TakeText();
+    if (kind == TextEncoding::Utf16) bytes = ToUtf16Bytes(bytes);
+    if (encoding == nullptr) return true;
+    std::optional<std::string> encoded = encoding->Encode(bytes);
+    if (encoded) bytes = std::move(*encoded);
+    return encoded.has_value();
 }
 
 } // namespace OvPlatform

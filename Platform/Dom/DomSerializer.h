@@ -9,6 +9,8 @@
 
 namespace OvPlatform {
 
+class TargetEncoding;
+
 /// Writes nodes as text. The form is described in docs/formats/dom-text.md.
 class DomSerializer {
 public:
@@ -23,7 +25,8 @@ public:
 
     std::string TakeText() noexcept { return std::move(m_text); }
 
-    /// The document in the encoding of its declaration: UTF-8 without one. False if that encoding is unknown.
+    /// The document in the encoding of its declaration: UTF-8 without one. False if that encoding is unknown,
+    /// or lacks a character where none can be written by number.
     static bool ToBytes(const DomTree& tree, std::string& bytes);
 
 private:
@@ -43,6 +46,7 @@ private:
     void WriteName(std::string_view prefix, std::string_view name);
     void WriteEscaped(std::string_view text, bool inAttribute);
     void WriteRaw(std::string_view text);
+    void RequireCharacters(std::string_view text);
     bool PreservesSpace(const xmlNode* element) const noexcept;
     /// Whether a line may end between two nodes of the innermost element, null being a tag of its: it may not
     /// where the break would become content.
@@ -58,6 +62,9 @@ private:
     std::size_t m_depth = 0;
     WrittenNamespaces m_scope;
     std::vector<OpenElement> m_open;
+    /// The encoding to come, where that is neither UTF-8 nor UTF-16, and whether it fails the document.
+    TargetEncoding* m_encoding = nullptr;
+    bool m_lacksCharacters = false;
 };
 
 } // namespace OvPlatform

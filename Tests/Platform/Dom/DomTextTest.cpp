@@ -225,7 +225,23 @@ TEST(DomText, KeepsItsEncodingWhenSaved) {
         EXPECT_EQ(S_OK, declaration->get_nodeValue(&value));
         EXPECT_EQ("version=\"1.0\" encoding=\""s + encoding + "\"", Narrow(value.bstrVal));
     }
-    EXPECT_EQ(E_FAIL, Parsed("<?xml version='1.0' encoding='nonesuch'?><a/>")->save(Value("/tmp/never")));
+    const auto save = [](const std::string& encoding, const std::string& content) {
+        auto document = Parsed("<?xml version='1.0' encoding='" + encoding + "'?><a>" + content + "</a>");
+        auto stream = StreamOf("");
+        const HRESULT result = document->save(CComVariant(static_cast<IUnknown*>(stream.p)));
+        if (FAILED(result)) return std::to_string(result);
+        EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
+        const std::string bytes = Rest(stream);
+        return bytes.substr(bytes.find("?>") + 4);
+    };
+    const std::string fails = std::to_string(E_FAIL);
+    EXPECT_EQ("<a>\xFC<![CDATA[\xFC]]>&#8364;<![CDATA[.]]></a>\r\n",
+              save("ISO-8859-1", "\xC3\xBC<![CDATA[\xC3\xBC\xE2\x82\xAC.]]>"));
+    EXPECT_EQ("<a>\x80</a>\r\n", save("windows-1252", "\xE2\x82\xAC"));
+    for (const char* content : {"<\xC4\x8D/>", "<b \xC4\x8D='1'/>", "<!--\xC4\x8D-->", "<?p \xC4\x8D?>"})
+        EXPECT_EQ(fails, save("ISO-8859-1", content)) << content;
+    EXPECT_EQ(fails, save("nonesuch", ""));
+    EXPECT_EQ(fails, save("HTML", "\xC3\xBC")) << "spells characters as XML does not know them";
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), Parsed("<a/>")->save(Value("/nonesuch/a.xml")));
 }
 
