@@ -203,8 +203,12 @@ void DomSerializer::WriteDeclaration(std::string_view prefix, std::string_view u
 
 std::string_view DomSerializer::PrefixFor(const xmlNode* element) {
     const std::string_view prefix = element->ns ? View(element->ns->prefix) : std::string_view();
+    if (m_fitting.first == element->ns && m_fitting.second == m_scope.Version()) return prefix;
     const std::string_view uri = element->ns ? View(element->ns->href) : std::string_view();
-    if (prefix == "xml" || m_scope.Means(prefix, uri)) return prefix;
+    if (prefix == "xml" || m_scope.Means(prefix, uri)) {
+        m_fitting = {element->ns, m_scope.Version()};
+        return prefix;
+    }
     // What the element declares stands: texts in it may count on that.
     if (m_scope.IsBoundHere(prefix)) return m_scope.PrefixOf(uri);
     m_scope.Bind(prefix, uri);

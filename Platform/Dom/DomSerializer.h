@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace OvPlatform {
@@ -62,6 +63,9 @@ private:
     std::size_t m_depth = 0;
     WrittenNamespaces m_scope;
     std::vector<OpenElement> m_open;
+    /// The namespace whose prefix needed nothing last, and when: most elements are in that of their
+    /// neighbours.
+    std::pair<const xmlNs*, std::size_t> m_fitting{nullptr, static_cast<std::size_t>(-1)};
     /// The encoding to come, where that is neither UTF-8 nor UTF-16, and whether it fails the document.
     TargetEncoding* m_encoding = nullptr;
     bool m_lacksCharacters = false;

@@ -10,7 +10,7 @@ bool IsText(const xmlNode* node) noexcept {
 
 SpaceRule SpaceRuleOf(const xmlNode* element) noexcept {
     const xmlAttr* space = element->properties;
-    while (space != nullptr && !(View(space->name) == "space" && space->ns != nullptr &&
+    while (space != nullptr && !(space->ns != nullptr && View(space->name) == "space" &&
                                  View(space->ns->href) == View(XML_XML_NAMESPACE)))
         space = space->next;
     if (space == nullptr || space->children == nullptr) return SpaceRule::AsAround;

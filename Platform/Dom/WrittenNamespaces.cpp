@@ -33,6 +33,7 @@ void WrittenNamespaces::Withdraw(std::size_t index) noexcept {
 }
 
 void WrittenNamespaces::Bind(std::string_view prefix, std::string_view uri) {
+    ++m_version;
     const std::size_t index = m_bindings.size();
     const std::size_t hidden = Find(prefix);
     if (hidden != None) Withdraw(hidden);
@@ -44,6 +45,7 @@ void WrittenNamespaces::Bind(std::string_view prefix, std::string_view uri) {
 
 void WrittenNamespaces::Close() {
     for (std::size_t left = OwnCount(); left != 0; --left) {
+        ++m_version;
         const std::size_t index = m_bindings.size() - 1;
         Withdraw(index);
         if (m_hidden.back() == None) {

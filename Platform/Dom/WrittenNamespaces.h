@@ -28,6 +28,9 @@ public:
     /// Declares a prefix on the innermost element.
     void Bind(std::string_view prefix, std::string_view uri);
 
+    /// Changes whenever a declaration comes or goes.
+    std::size_t Version() const noexcept { return m_version; }
+
     /// How many declarations the innermost element has, and the one at `index` among them.
     std::size_t OwnCount() const noexcept { return m_bindings.size() - m_elements.back(); }
     const Binding& Own(std::size_t index) const noexcept { return m_bindings[m_elements.back() + index]; }
@@ -59,6 +62,7 @@ private:
     std::unordered_map<std::string_view, std::set<std::size_t>> m_ofUri;
     std::deque<std::string> m_madeUp;
     std::size_t m_nextMadeUp = 0;
+    std::size_t m_version = 0;
 };
 
 } // namespace OvPlatform
