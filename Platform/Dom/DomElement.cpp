@@ -8,23 +8,6 @@
 
 namespace OvPlatform {
 
-namespace {
-
-/// Takes the texts right behind `node` into it.
-void JoinFollowing(DomTree& tree, xmlNode* node) {
-    if (node->next == nullptr || node->next->type != XML_TEXT_NODE) return;
-    std::string joint(View(node->content));
-    while (node->next != nullptr && node->next->type == XML_TEXT_NODE) {
-        xmlNode* joined = node->next;
-        joint += View(joined->content);
-        tree.Unlink(joined);
-        tree.Dispose(joined);
-    }
-    xmlNodeSetContentLen(node, AsXml(joint.data()), static_cast<int>(joint.size()));
-}
-
-} // namespace
-
 HRESULT STDMETHODCALLTYPE DomElement::get_tagName(BSTR* name) {
     return Guarded([&] { return NodeName(name); });
 }
@@ -102,12 +85,25 @@ HRESULT STDMETHODCALLTYPE DomElement::getElementsByTagName(BSTR name, IXMLDOMNod
     return Guarded([&] { return ElementsByTagName(name, list); });
 }
 
+void DomElement::JoinTexts(xmlNode* first) {
+    if (first->next == nullptr || first->next->type != XML_TEXT_NODE) return;
+    std::string all(View(first->content));
+    while (first->next != nullptr && first->next->type == XML_TEXT_NODE) {
+        xmlNode* joined = first->next;
+        all.append(View(joined->content));
+        Tree().Unlink(joined);
+        Tree().Dispose(joined);
+    }
+    xmlNodeSetContentLen(first, AsXml(all.c_str()), static_cast<int>(all.size()));
+    Tree().Changed();
+}
+
 HRESULT STDMETHODCALLTYPE DomElement::normalize() {
     return Guarded([&]() -> HRESULT {
         for (xmlNode* node = NextInTree(Node(), Node()); node != nullptr;) {
             xmlNode* next = NextInTree(node, Node());
             if (node->type == XML_TEXT_NODE) {
-                JoinFollowing(Tree(), node);
+                JoinTexts(node);
                 next = NextInTree(node, Node());
                 if (View(node->content).empty()) {
                     Tree().Unlink(node);

@@ -20,6 +20,10 @@ public:
     HRESULT STDMETHODCALLTYPE getElementsByTagName(BSTR name, IXMLDOMNodeList** list) override;
     /// Joins texts that stand side by side, and drops empty ones.
     HRESULT STDMETHODCALLTYPE normalize() override;
+
+private:
+    /// Joins the texts behind a text to it.
+    void JoinTexts(xmlNode* first);
 };
 
 } // namespace OvPlatform

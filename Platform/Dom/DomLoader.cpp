@@ -81,6 +81,9 @@ xmlDoc* DomLoader::Parse() {
     // The depth is bounded by the handler, hence the option for huge documents.
     xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_COMPACT | XML_PARSE_HUGE |
                                         (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
+    // An attribute xml:id is one like others: it need not be a name, nor be the only one, and no edit has to
+    // see to a table of them.
+    parser->loadsubset |= XML_SKIP_IDS;
     xmlParseDocument(parser.get());
     xmlDoc* document = std::exchange(parser->myDoc, nullptr);
     if (m_failure.code == S_OK &&

@@ -95,7 +95,7 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
         if (&from != m_tree) node = m_tree->Adopt(from, node);
         m_tree->Link(m_node, node, before);
         // The node may have been all that kept what it stood in, outside a tree.
-        if (left != nullptr) from.ObjectEnded(left);
+        if (left != nullptr) from.Dispose(left);
         from.Release();
     }
     if (inserted != nullptr) {

@@ -297,6 +297,22 @@ TEST(DomLifetime, OneNodeIsOneObject) {
     EXPECT_TRUE(errors && b.IsEqualObject(errors));
 }
 
+TEST(DomLifetime, WhatAMovedNodeStoodInEnds) {
+    // The address sanitizer sees whether it does.
+    auto document = Parsed("<r><a><b/></a></r>");
+    auto inner = First(document, "//b");
+    EXPECT_EQ(S_OK, RootOf(document)->removeChild(First(document, "//a"), nullptr));
+    EXPECT_EQ(S_OK, RootOf(document)->appendChild(inner, nullptr));
+    CComPtr<IXMLDOMDocumentFragment> fragment;
+    EXPECT_EQ(S_OK, document->createDocumentFragment(&fragment));
+    EXPECT_EQ(S_OK, fragment->appendChild(inner, nullptr));
+    fragment.Release();
+    auto other = Parsed("<o/>");
+    EXPECT_EQ(S_OK, RootOf(other)->appendChild(inner, nullptr));
+    EXPECT_EQ("<r/>", XmlOf(RootOf(document)));
+    EXPECT_EQ("<o><b/></o>", XmlOf(RootOf(other)));
+}
+
 TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
     auto document = Parsed("<r/>");
     auto root = RootOf(document);

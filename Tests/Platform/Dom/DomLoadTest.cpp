@@ -26,6 +26,8 @@ TEST(DomLoad, ReadsWhatIsWellFormed) {
         {"characters by number", "<a>&#x1F600;&#65;&amp;</a>",
          "<a>\xF0\x9F\x98\x80"
          "A&amp;</a>"},
+        {"an xml:id like other attributes", "<a xml:id='1 2'><b xml:id='x'/><b xml:id='x'/></a>",
+         "<a xml:id=\"1 2\"><b xml:id=\"x\"/><b xml:id=\"x\"/></a>"},
         {"names that are no URIs", "<p:a xmlns:p='not a uri'/>", "<p:a xmlns:p=\"not a uri\"/>"},
     };
     for (const Case& each : cases) {
