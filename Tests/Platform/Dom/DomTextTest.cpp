@@ -61,10 +61,11 @@ TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
     EXPECT_EQ("<?p d?\r\n?>", XmlOf(instruction));
 
     for (const char* data :
-         {"version='2.0'", "version='1.0' encoding='1:a'", "version='1.0' standalone='maybe'"})
-        EXPECT_EQ(E_INVALIDARG,
-                  document->createProcessingInstruction(CComBSTR(L"xml"), Wide(data), &instruction))
+         {"version='2.0'", "version='1.0' encoding='1:a'", "version='1.0' standalone='maybe'"}) {
+        CComPtr<IXMLDOMProcessingInstruction> bad;
+        EXPECT_EQ(E_INVALIDARG, document->createProcessingInstruction(CComBSTR(L"xml"), Wide(data), &bad))
             << data;
+    }
 }
 
 TEST(DomText, BreaksNoLineWhereItWouldBeContent) {
