@@ -127,7 +127,14 @@ std::string Utf8(const CComBSTR& text) {
     return bytes;
 }
 
-/// Text and bytes say what the tree says. An encoding that the other parser does not know is passed over.
+/// Whether the other parser takes a text. It goes by an older edition, with fewer letters in names, and knows
+/// fewer encodings; no edit brings either in.
+bool IsForBoth(std::string_view text) {
+    std::string reason;
+    return Infoset::Of(text, nullptr, false, reason).has_value();
+}
+
+/// Text and bytes say what the tree says.
 void CheckInfoset(IXMLDOMDocument3* document, bool keepsBlanks) {
     const Infoset expected = Infoset::Of(document, keepsBlanks);
     std::string reason;
@@ -139,7 +146,6 @@ void CheckInfoset(IXMLDOMDocument3* document, bool keepsBlanks) {
     if (FAILED(document->save(CComVariant(stream.p)))) return;
     const std::string bytes = Bytes(stream);
     const auto ofBytes = Infoset::Of(bytes, nullptr, keepsBlanks, reason);
-    if (!ofBytes && reason == "unknown encoding") return;
     Require(ofBytes ? Difference(expected, *ofBytes) : reason + " in\n" + bytes);
 }
 
@@ -164,7 +170,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     CComPtr<IXMLDOMElement> root;
     if (document->get_documentElement(&root) != S_OK) return 0;
-    CheckInfoset(document, keepsBlanks);
+    if (IsForBoth(rest)) CheckInfoset(document, keepsBlanks);
     // What an edit put in may look different to a reader, blanks for example; from then on nothing changes.
     const CComBSTR text = TextOf(Again(TextOf(document)));
     const auto again = Again(text);
