@@ -66,6 +66,7 @@ public:
     virtual void GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const = 0;
     /// As it stands in the ticket, not decoded.
     virtual void GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const = 0;
+    /// Empty only if the ticket has none; throws if that cannot be told.
     virtual void GetJobOrvelPublicDocSettingsXml(CPString& xml) const = 0;
 
     // Edits of the ticket.

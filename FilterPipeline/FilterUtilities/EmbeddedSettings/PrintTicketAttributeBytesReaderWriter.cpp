@@ -3,6 +3,7 @@
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>
+#include <ComSupport/ThrowHresult.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
 namespace {
@@ -60,8 +61,9 @@ PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace
     if (m_list) return *m_list;
     // Nothing is kept before all is read: a second question about damaged bytes must fail like the first.
     OvlUniquePtr<AttributeBytesIndexedList> list(new AttributeBytesIndexedList);
-    // A parameter that cannot be read counts as missing.
-    if (m_bytes.empty() && m_ticket != nullptr) m_ticket->GetOrvelCompleteDocSettingsFromPrintTicket(m_bytes);
+    if (m_bytes.empty() && m_ticket != nullptr)
+        ThrowIfFailed(m_ticket->GetOrvelCompleteDocSettingsFromPrintTicket(m_bytes),
+                      "PrintTicketAttributeBytesReaderWriter::GetAttributeBytesIndexedListRef");
     OvlUniquePtr<PersistentAttributes> attributes;
     if (!m_bytes.empty()) {
         attributes = openStore(m_bytes);

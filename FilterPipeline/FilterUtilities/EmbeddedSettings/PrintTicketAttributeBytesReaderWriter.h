@@ -15,8 +15,8 @@ class PrintTicketXmlDocument;
 /// question and the list is kept; a change of it reaches the ticket with CommitChangesToPrintTicket only.
 ///
 /// There is one list: the name space that is asked for first stays in force until the list is cleared. Bytes
-/// that are damaged throw what PersistentAttributes throws, at every question; a parameter that is no Base64
-/// counts as missing. One thread at a time, also for constant access, which may load the list.
+/// that are damaged throw what PersistentAttributes throws, at every question, and a parameter that cannot be
+/// read throws CPComException. One thread at a time, also for constant access, which may load the list.
 class OV_FILTER_UTILITIES_API PrintTicketAttributeBytesReaderWriter : public AttributeBytesReaderWriter {
 public:
     // A clone of the helper is kept. The flag is kept for derived classes.

@@ -2,7 +2,9 @@
 
 #include <ComSupport/ThrowHresult.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
+#include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
+#include <PrintSchema/TreeChange.h>
 #include <Xml/UtilitiesLibraryHost.h>
 
 #include <atlcomcli.h>
@@ -137,11 +139,7 @@ LONG This::SetCurrentValueAsInitForOrvelPublicDocSettingsFeature(const CXString&
 LONG This::SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(const CXString& name,
                                                                          XmlDomNode* node) {
     if (node == nullptr) return E_INVALIDARG;
-    return PublicDocSettingsDocument::Guarded(name, [&] {
-        const PublicDocSettingsDocument document = Document();
-        document.Delete(name);
-        return document.Append(*node);
-    });
+    return PublicDocSettingsDocument::Guarded(name, [&] { return Document().Replace(name, *node); });
 }
 
 LONG This::DeleteOrvelPublicDocSettingsFeature(const CXString& name) {
@@ -188,16 +186,11 @@ void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
     constexpr char function[] =
         "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml";
     const CComBSTR prefix = m_ticket->GetUserKeywordsNsPrefix();
-    CComPtr<IXMLDOMNode> old;
-    m_ticket->GetParameterInitNodeIfExists(prefix, parameterName, &old);
-    // The new parameter stands before the old one goes: what fails here must not lose the settings.
+    TreeChange change(m_ticket->GetRootNode(), function);
     CComPtr<IXMLDOMElement> init;
     m_ticket->CreateStringParameterInit(prefix, parameterName, CXString(xml), &init);
-    IXMLDOMNode* root = m_ticket->GetRootNode();
-    CComPtr<IXMLDOMNode> first;
-    ThrowIfFailed(root->get_firstChild(&first), function);
-    ThrowIfFailed(root->insertBefore(init, CComVariant(static_cast<IUnknown*>(first)), nullptr), function);
-    if (old != nullptr) m_ticket->DeleteNode(old);
+    change.Replace(m_ticket->ParameterInitQuery(prefix, parameterName), init, TreeChange::Place::First);
+    change.Keep();
 }
 
 CXString This::GetAttributeAsString(XmlDomNode* node, const wchar_t* name) {

@@ -12,7 +12,8 @@ class PrintTicketXmlDocument;
 /// ticket with CommitChangesToPrintTicket only.
 ///
 /// A ticket without settings gets an empty document at the first question. Settings that are not well formed
-/// count as missing; nothing changes them.
+/// count as missing; nothing changes them. Settings that cannot be read are a failure, and are read again at
+/// the next question. What fails changes neither the settings nor the ticket.
 ///
 /// Names are those of the device's own settings, found at any depth unless an operation says job level: then
 /// among the children of the root. Codes are S_OK, S_FALSE where nothing was found or done, or a failure;
@@ -71,7 +72,7 @@ public:
                                                                const CXString& childName,
                                                                const CXString& syntax, bool specified,
                                                                int value);
-    /// Deletes the element, then appends the node to the root. E_INVALIDARG for null.
+    /// Appends the node to the root, in place of the element. E_INVALIDARG for null.
     LONG SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(const CXString& name,
                                                                        XmlDomNode* node);
     LONG DeleteOrvelPublicDocSettingsFeature(const CXString& name);
@@ -82,7 +83,8 @@ public:
     static constexpr unsigned int maxCommittedBytes = 10'240;
 
 protected:
-    /// Null if the text is not well formed; it is then parsed again the next time.
+    /// Null if the text is not well formed; it is then parsed again the next time. Throws CPComException if
+    /// it cannot be read.
     MicrosoftXmlParser* GetDomWithOrvelPublicDocSettingsInitOnFirstUse();
     /// Empty if the ticket has no such parameter. Throws CPComException.
     void GetJobOrvelPublicDocSettingsXml(CPString& xml);

@@ -3,6 +3,7 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPFormat.h>
 #include <LowLevelFacilities/ThrowComException.h>
+#include <PrintSchema/TreeChange.h>
 #include <Xml/UtilitiesLibraryHost.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
 
@@ -20,13 +21,23 @@ bool keepsBlanks(const CXString& syntax) { return syntax == L"name" || syntax ==
 /// Whether it is the platform's XML parser that refused the text, by one of its own codes (0xC00CExxx).
 bool isParserCode(HRESULT code) { return (static_cast<DWORD>(code) & 0xFFFFF000U) == 0xC00CE000U; }
 
-void changeElement(XmlDomNode& element, bool specified, const CXString& value) {
+/// Puts another element in the place of one, which it is but for its text and marks. No syntax stays as it
+/// is.
+void changeElement(const XmlDomNode& element, const CXString& syntax, bool specified, const CXString& value) {
+    constexpr char function[] = "PublicDocSettingsDocument::SetString";
+    CComPtr<IXMLDOMNode> copy;
+    ThrowIfFailed(element.GetInterface()->cloneNode(VARIANT_TRUE, &copy), function);
+    XmlDomNode changed(copy);
+    if (!syntax.IsEmpty()) changed.SetAttribute(syntaxAttribute, syntax);
     CXString mark;
-    const bool isMarked = element.GetAttribute(specifiedAttribute, mark);
-    if (specified && isMarked && mark == notSpecified) element.RemoveAttribute(specifiedAttribute);
+    const bool isMarked = changed.GetAttribute(specifiedAttribute, mark);
+    if (specified && isMarked && mark == notSpecified) changed.RemoveAttribute(specifiedAttribute);
     // Deliberate: a mark with another text stays, and the element counts as specified.
-    if (!specified && !isMarked) element.SetAttribute(specifiedAttribute, notSpecified);
-    element.SetTextValue(value);
+    if (!specified && !isMarked) changed.SetAttribute(specifiedAttribute, notSpecified);
+    changed.SetTextValue(value);
+    CComPtr<IXMLDOMNode> parent;
+    ThrowIfFailed(element.GetInterface()->get_parentNode(&parent), function);
+    ThrowIfFailed(parent->replaceChild(copy, element.GetInterface(), nullptr), function);
 }
 
 XmlDomNode::Pointer nextElement(XmlDomNode::Pointer node) {
@@ -62,9 +73,7 @@ CPString PublicDocSettingsDocument::GetEmptyDocument() {
 
 PublicDocSettingsDocument::Parser
 PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
-                                        const std::function<void(const CPString&)>& write,
-                                        bool* isMalformed) {
-    if (isMalformed != nullptr) *isMalformed = false;
+                                        const std::function<void(const CPString&)>& write) {
     CPString text = read();
     if (text.isEmptyOrOnlyWhitespace()) {
         write(GetEmptyDocument());
@@ -76,9 +85,7 @@ PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
         parser->parse(text);
         return parser;
     } catch (const CPComException& failure) {
-        if (isMalformed != nullptr) *isMalformed = isParserCode(failure.GetHresult());
-        return nullptr;
-    } catch (...) {
+        if (!isParserCode(failure.GetHresult())) throw;
         return nullptr;
     }
 }
@@ -186,7 +193,7 @@ LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& 
                                           const CXString& value) const {
     if (m_document == nullptr) return S_FALSE;
     if (const XmlDomNode::Pointer element = Find(name)) {
-        changeElement(*element, specified, value);
+        changeElement(*element, {}, specified, value);
         return S_OK;
     }
     const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
@@ -206,8 +213,7 @@ LONG PublicDocSettingsDocument::SetMemberString(const CXString& name, unsigned i
     const XmlDomNode::Pointer entry = FindEntry(*collection, index);
     if (!entry) return S_OK; // Deliberate: entries are the caller's to make.
     if (const XmlDomNode::Pointer element = entry->FindNamedChildElementNodeRecursive(member, 0)) {
-        if (!syntax.IsEmpty()) element->SetAttribute(syntaxAttribute, syntax);
-        changeElement(*element, specified, value);
+        changeElement(*element, syntax, specified, value);
     } else {
         AppendElement(*entry, member, syntax, specified, value);
     }
@@ -226,11 +232,17 @@ void PublicDocSettingsDocument::AppendElement(XmlDomNode& parent, const CXString
     parent.AppendChild(*element);
 }
 
-LONG PublicDocSettingsDocument::Append(const XmlDomNode& node) const {
+LONG PublicDocSettingsDocument::Replace(const CXString& name, const XmlDomNode& node) const {
     if (m_document == nullptr) return S_FALSE;
     const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
     if (!root) return S_FALSE;
-    root->AppendChild(node);
+    const XmlDomNode::Pointer old = Find(name);
+    TreeChange change(root->GetInterface(), "PublicDocSettingsDocument::Replace");
+    change.Append(root->GetInterface(), node.GetInterface());
+    // The caller may give the element itself, to be the last.
+    if (old && !CComPtr<IUnknown>(old->GetInterface()).IsEqualObject(node.GetInterface()))
+        change.Remove(old->GetInterface());
+    change.Keep();
     return S_OK;
 }
 

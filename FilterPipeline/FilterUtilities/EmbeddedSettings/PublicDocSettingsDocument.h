@@ -18,8 +18,8 @@
 ///
 /// This is a view over a parsed document that stays the caller's; it costs nothing to make. Over null, no
 /// element is found, and nothing written. Codes are S_OK, S_FALSE for what is not there, or a failure; out
-/// arguments are cleared first. What the platform's DOM fails at is thrown as CPComException: Guarded makes a
-/// code of it.
+/// arguments are cleared first. What the platform's DOM fails at is thrown as CPComException, and has changed
+/// nothing: Guarded makes a code of it.
 class OV_FILTER_UTILITIES_API PublicDocSettingsDocument {
 public:
     using Parser = OvlUniquePtr<MicrosoftXmlParser>;
@@ -34,11 +34,10 @@ public:
     [[nodiscard]] static CPString GetEmptyDocument();
     /// Parses the text that `read` gives. If that is blank, first hands an empty document to `write`, and
     /// reads again. Null if the text is still blank, or is not well formed, which nobody hears of. Exceptions
-    /// of the two functions pass through. isMalformed, for who has a place for it, tells a text that will
-    /// never be a document from one that could not be read this time.
+    /// of the two functions pass through, as do other failures to parse: the text may be a document the next
+    /// time.
     [[nodiscard]] static Parser LoadOrCreate(const std::function<CPString()>& read,
-                                             const std::function<void(const CPString&)>& write,
-                                             bool* isMalformed = nullptr);
+                                             const std::function<void(const CPString&)>& write);
     /// The document as text, with its XML declaration.
     [[nodiscard]] static CPString GetText(const MicrosoftXmlParser& document);
 
@@ -85,8 +84,8 @@ public:
     LONG SetMemberString(const CXString& name, unsigned int index, const CXString& member,
                          const CXString& syntax, bool specified, const CXString& value) const;
 
-    /// Appends a node to the root.
-    LONG Append(const XmlDomNode& node) const;
+    /// Appends a node to the root, in place of the element of that name, if there is one.
+    LONG Replace(const CXString& name, const XmlDomNode& node) const;
     LONG Delete(const CXString& name) const;
 
 private:

@@ -200,10 +200,9 @@ MicrosoftXmlParser* DataModelLessFeatureAccess::InitializeOrvelPublicDocSettings
     };
     // A large text that is no XML is not parsed for each of dozens of questions.
     if (m_unparsableSettings && read().hash() == *m_unparsableSettings) return nullptr;
-    bool isMalformed = false;
     m_publicSettingsParser = PublicDocSettingsDocument::LoadOrCreate(
-        read, [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); }, &isMalformed);
-    if (isMalformed) m_unparsableSettings = text.hash();
+        read, [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); });
+    if (!m_publicSettingsParser && !text.isEmptyOrOnlyWhitespace()) m_unparsableSettings = text.hash();
     return m_publicSettingsParser.get();
 }
 
@@ -211,8 +210,8 @@ HRESULT DataModelLessFeatureAccess::GetCurrentValueAsStringForOrvelPublicDocSett
     const CXString& cpssName, bool& isSpecified, CXString& value) const {
     isSpecified = false;
     value.Empty();
-    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
     return PublicDocSettingsDocument::Guarded(cpssName, [&] {
+        const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
         return document.GetString(cpssName, PublicDocSettingsDocument::Depth::Any, isSpecified, value);
     });
 }

@@ -91,9 +91,10 @@ HRESULT DataModelLessFeatureAccess::GetNumberOfChildrenForOrvelPublicDocSettings
     const CXString& cpssName, bool& isSpecified, unsigned int& count) const {
     isSpecified = false;
     count = 0;
-    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
-    return PublicDocSettingsDocument::Guarded(
-        cpssName, [&] { return document.GetNumberOfChildren(cpssName, isSpecified, count); });
+    return PublicDocSettingsDocument::Guarded(cpssName, [&] {
+        const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
+        return document.GetNumberOfChildren(cpssName, isSpecified, count);
+    });
 }
 
 bool DataModelLessFeatureAccess::IsOrvelPublicDocSettingsFeaturePresent(const CXString& cpssName) const {

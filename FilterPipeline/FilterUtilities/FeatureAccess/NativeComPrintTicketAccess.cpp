@@ -2,11 +2,13 @@
 
 #include "PrintTicketFeatureTable.h"
 
+#include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <Media/PageMediaSizePtPcHelper.h>
 #include <PrintSchema/Bstr.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
+#include <PrintSchema/TreeChange.h>
 
 #include <algorithm>
 #include <iterator>
@@ -70,13 +72,13 @@ constexpr const wchar_t* const* publicOptionFeatures[] = {
     &PrintSchema::JobDuplexAllDocumentsContiguously::FEATURE,
 };
 
-/// A failure of a document leaves what the operation has reached so far, and nobody hears of it.
+/// A failure of a document is reported, and leaves what the operation has reached so far.
 template <typename Operation>
-void WithoutFailures(Operation&& operation) {
+void WithoutFailures(const char* function, Operation&& operation) {
     try {
         operation();
-    } catch (const CPComException& failure) {
-        static_cast<void>(failure.GetHresult());
+    } catch (const CPComException&) {
+        ReportCaughtException(function);
     }
 }
 
@@ -84,6 +86,13 @@ CXString ToCXString(const CComBSTR& text) { return CXString(text.m_str, static_c
 
 CPString ToUtf8(const CComBSTR& text) {
     return CPString(CPStringUtils::narrowToStdString(text.m_str, text.Length()));
+}
+
+/// A failure is reported, and the text empty.
+CPString XmlOf(const PrintSchemaXmlDocument& document, const char* function) {
+    CComBSTR xml;
+    WithoutFailures(function, [&] { ThrowIfFailed(document.get_xml(&xml), function); });
+    return ToUtf8(xml);
 }
 
 CComBSTR TextOf(const PrintTicketQueryBuilder& query) {
@@ -285,7 +294,7 @@ bool This::IsSupportedPrintTicketFeature(const CXString& feature) const {
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return false;
     bool isSupported = false;
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::IsSupportedPrintTicketFeature", [&] {
         // The passcode must stand in the ticket, too: that answer changes with the ticket.
         if (row->name == PrintSchema::JobPasscode::FEATURE && !FindFeature(feature, false)) return;
         std::optional<bool>& known = m_isInCapabilities[static_cast<std::size_t>(row - m_features.data())];
@@ -323,7 +332,7 @@ bool This::IsSecurePrintSupported() const {
 
 void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
     out.Empty();
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::GetFeatureDisplayName", [&] {
         PrintTicketQueryBuilder query = GetPrintTicketQueryForFeature(feature, true);
         if (TextOf(query).Length() == 0) return;
         // Its own name, not that of an option.
@@ -336,7 +345,7 @@ void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
 }
 
 void This::GetRangeCapability(const CXString& feature, std::pair<int, int>& minMax) const {
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::GetRangeCapability", [&] {
         if (feature == PrintSchema::JobCopiesAllDocuments::PARAMETERNAME)
             minMax = {1, GetJobCopiesMaximumValue()};
         else if (feature == PrintSchema::JobSimpleSecurePrint::PARAMETERNAME)
@@ -422,23 +431,28 @@ This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool wi
 
 void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<OptionCapability>& out) const {
     out.clear();
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::GetCapabilitiesOptionFeature", [&] {
         for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
             out.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
     });
 }
 
+std::vector<This::MediaSizeCapability> This::ReadMediaSizes(const CXString& feature) const {
+    std::vector<MediaSizeCapability> sizes;
+    for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, true)) {
+        // A text that is no number is a size that is missing.
+        sizes.emplace_back(
+            each.name, each.displayName, each.ns, each.namespaceUri, each.constrained,
+            std::pair(Microns(Number(each.width, false)), Microns(Number(each.height, false))));
+    }
+    return sizes;
+}
+
 void This::GetCapabilitiesMediaSizeFeature(const CXString& feature,
                                            std::vector<MediaSizeCapability>& out) const {
     out.clear();
-    WithoutFailures([&] {
-        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, true)) {
-            // A text that is no number is a size that is missing.
-            out.emplace_back(
-                each.name, each.displayName, each.ns, each.namespaceUri, each.constrained,
-                std::pair(Microns(Number(each.width, false)), Microns(Number(each.height, false))));
-        }
-    });
+    WithoutFailures("NativeComPrintTicketAccess::GetCapabilitiesMediaSizeFeature",
+                    [&] { out = ReadMediaSizes(feature); });
 }
 
 // ---- The ticket
@@ -454,7 +468,7 @@ void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value
         return;
     }
     if (prefix.Length() == 0) return;
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueOptionFeature", [&] {
         CComBSTR option;
         if (m_ticket->GetFeatureOption(prefix, feature, &option, nullptr) != S_OK) return;
         value = option.Length() != 0 ? ToCXString(option) : ReadValueOfNamelessOption(feature);
@@ -485,7 +499,7 @@ void This::GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& op
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
     HRESULT found = S_FALSE;
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature", [&] {
         const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
         CComBSTR name;
         if (prefix.Length() != 0) found = m_ticket->GetFeatureOption(prefix, feature, &name, nullptr);
@@ -515,19 +529,23 @@ CComPtr<IXMLDOMNode> This::FindParameterValue(const CXString& feature) const {
 
 int This::GetCurrentValueIntegerFeature(const CXString& feature) const {
     int value = 0;
-    WithoutFailures([&] { value = GetNodeValue(FindParameterValue(feature)).GetAsInt(); });
+    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueIntegerFeature",
+                    [&] { value = GetNodeValue(FindParameterValue(feature)).GetAsInt(); });
     return value;
+}
+
+CXString This::ReadParameterText(const CXString& feature) const {
+    const CComPtr<IXMLDOMNode> node = FindParameterValue(feature);
+    if (!node) return {};
+    CComBSTR text;
+    ThrowIfFailed(node->get_text(&text), "NativeComPrintTicketAccess::GetCurrentValueStringFeature");
+    return ToCXString(text);
 }
 
 void This::GetCurrentValueStringFeature(const CXString& feature, CXString& value) const {
     value.Empty();
-    WithoutFailures([&] {
-        const CComPtr<IXMLDOMNode> node = FindParameterValue(feature);
-        if (!node) return;
-        CComBSTR text;
-        ThrowIfFailed(node->get_text(&text), "NativeComPrintTicketAccess::GetCurrentValueStringFeature");
-        value = ToCXString(text);
-    });
+    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueStringFeature",
+                    [&] { value = ReadParameterText(feature); });
 }
 
 void This::GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const {
@@ -541,24 +559,22 @@ void This::GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const
 }
 
 void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
-    CXString text;
-    GetCurrentValueStringFeature(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, text);
-    xml = CPString(text);
+    xml.clear();
+    xml = CPString(ReadParameterText(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME));
 }
 
-// ---- Editing. What is new is made before the old goes: a failure must lose as little as it can.
+// ---- Editing. A failure leaves the ticket as it was.
 
 void This::ReplaceParameter(const CXString& feature, const ParameterMaker& make) {
     const Row* const row = GetWritableFeature(feature);
     if (row == nullptr) return;
     const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::ReplaceParameter", [&] {
+        TreeChange change(m_ticket->GetRootNode(), "NativeComPrintTicketAccess::ReplaceParameter");
         CComPtr<IXMLDOMElement> init;
         make(prefix, &init);
-        while (m_ticket->DeleteParameterInitNodeIfExists(prefix, feature) == S_OK) {
-            // One that stands twice would be read as the other one.
-        }
-        if (init) m_ticket->AppendChildToRootNode(init);
+        change.Replace(m_ticket->ParameterInitQuery(prefix, feature), init);
+        change.Keep();
     });
 }
 
@@ -587,6 +603,7 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
                           PrintTicketNamespace optionNamespace) {
     constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
     const CComBSTR& prefix = GetNamespaceComString(row.ns, false);
+    TreeChange change(m_ticket->GetRootNode(), function);
     CComPtr<IXMLDOMElement> feature;
     CComPtr<IXMLDOMElement> option;
     m_ticket->CreateFeatureOptionPair(row.name, row.ns == KeywordsNamespace, optionName,
@@ -600,10 +617,8 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
     };
     if (row.ns == KeywordsV11Namespace) rename(feature, row.name);
     if (optionNamespace == KeywordsV11Namespace) rename(option, optionName);
-    while (m_ticket->DeleteFeatureNodeIfExists(prefix, row.name) == S_OK) {
-        // A feature that stands twice would be read as the other one.
-    }
-    m_ticket->AppendChildToRootNode(feature);
+    change.Replace(m_ticket->FeatureQuery(prefix, row.name), feature);
+    change.Keep();
 }
 
 void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) {
@@ -612,7 +627,7 @@ void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString&
     CXString current;
     GetCurrentValueOptionFeature(feature, current);
     if (current == value) return;
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueOptionFeature", [&] {
         const auto isFeature = [&](const wchar_t* const* name) { return feature == *name; };
         if (std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures), isFeature))
             ReplaceFeature(*row, value, KeywordsNamespace);
@@ -626,24 +641,20 @@ void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString&
 }
 
 void This::SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value) {
-    std::vector<MediaSizeCapability> sizes;
-    GetCapabilitiesMediaSizeFeature(row.name, sizes);
+    const std::vector<MediaSizeCapability> sizes = ReadMediaSizes(row.name);
     const auto found = std::find_if(sizes.begin(), sizes.end(), [&](const MediaSizeCapability& size) {
         return std::get<0>(size) == value;
     });
     const std::pair<Dimension, Dimension> none;
     const auto& [width, height] = found == sizes.end() ? none : std::get<5>(*found);
-    const int microns[] = {WholeMicrons(width), WholeMicrons(height)};
-    if (microns[0] == 0 || microns[1] == 0) {
+    PcFormInfo form{WholeMicrons(width), WholeMicrons(height), value, PrintSchema::KeywordsNs};
+    if (form.width == 0 || form.height == 0) {
         SetOfferedOption(row, value); // there is no size to write
         return;
     }
-    PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(*m_capabilities, *m_ticket, microns[0], microns[1]);
-    // Of options of the same size, the first is written.
-    CXString written;
-    GetCurrentValueOptionFeature(row.name, written);
-    if (written == value) return;
-    m_ticket->SetFeatureOption(row.name, true, value, std::get<2>(*found) == KeywordsNamespace);
+    // In a form, the numbers of the namespaces stand crosswise.
+    if (std::get<2>(*found) == KeywordsNamespace) form.nameSpace = PrintSchema::UserKeywordsNs;
+    PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(*m_ticket, form);
 }
 
 void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {
@@ -665,7 +676,7 @@ void This::SetCurrentValueMediaSizeFeature(const CXString& feature, const CXStri
         SetCurrentValueOptionFeature(feature, option);
         return;
     }
-    WithoutFailures([&] {
+    WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature", [&] {
         PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(*m_capabilities, *m_ticket, width, height);
     });
 }
@@ -682,12 +693,10 @@ CPString This::GetPrintTicketImplementationNameForDebug() const { return "Native
 
 void This::GetPrintTicketAsXmlString(CPString& out, bool) const {
     out.clear();
-    CComBSTR xml;
-    if (m_ticket->get_xml(&xml) == S_OK) out = ToUtf8(xml);
+    out = XmlOf(*m_ticket, "NativeComPrintTicketAccess::GetPrintTicketAsXmlString");
 }
 
 void This::GetPrintCapabilitiesAsXmlString(CPString& out, bool) const {
     out.clear();
-    CComBSTR xml;
-    if (m_capabilities->get_xml(&xml) == S_OK) out = ToUtf8(xml);
+    out = XmlOf(*m_capabilities, "NativeComPrintTicketAccess::GetPrintCapabilitiesAsXmlString");
 }

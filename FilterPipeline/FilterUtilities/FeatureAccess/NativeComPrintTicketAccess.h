@@ -17,8 +17,9 @@
 /// The access over two documents of the platform's DOM. Edits are made in the ticket at once. The
 /// capabilities must not change while this object lives: it keeps what it found in them.
 ///
-/// Each document is asked with its own prefixes. Failures of the documents leave results empty and are not
-/// told, with one exception: GetCurrentValueMediaSizeFeature throws.
+/// Each document is asked with its own prefixes. Failures of the documents are reported and not thrown:
+/// results stay empty, and the ticket is as it was. Two operations throw, as what they would leave empty
+/// means something: GetCurrentValueMediaSizeFeature and GetJobOrvelPublicDocSettingsXml.
 class OV_FILTER_UTILITIES_API NativeComPrintTicketAccess : public IPrintTicketAccess {
 public:
     /// The documents stay the caller's, and must outlive this object.
@@ -48,6 +49,7 @@ public:
     void GetCurrentValueStringFeature(const CXString& feature, CXString& value) const override;
     void GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const override;
     void GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const override;
+    /// Throws CPComException if the text cannot be read: who takes that for none would lose the settings.
     void GetJobOrvelPublicDocSettingsXml(CPString& xml) const override;
 
     void SetJobOrvelPublicDocSettingsXml(const CPString& xml) override;
@@ -117,7 +119,9 @@ private:
                                                                           bool withSizes) const;
     [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, bool withSizes) const;
     [[nodiscard]] CXString ReadValueOfNamelessOption(const CXString& feature) const;
+    [[nodiscard]] std::vector<MediaSizeCapability> ReadMediaSizes(const CXString& feature) const;
     [[nodiscard]] CComPtr<IXMLDOMNode> FindParameterValue(const CXString& feature) const;
+    [[nodiscard]] CXString ReadParameterText(const CXString& feature) const;
 
     [[nodiscard]] static CXString GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
     [[nodiscard]] CXString GetValueWithoutNamespace(const CXString& value, bool ofCapabilities,

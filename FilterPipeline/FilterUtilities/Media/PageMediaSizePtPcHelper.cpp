@@ -7,7 +7,9 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <PrintSchema/Bstr.h>
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
+#include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
+#include <PrintSchema/TreeChange.h>
 
 #include <algorithm>
 #include <cwchar>
@@ -58,6 +60,19 @@ Option CreateOption(PrintTicketXmlDocument& ticket, const CXString& name, bool i
     return created;
 }
 
+/// Puts a size in the place of the ticket's, or nothing. A broken ticket may hold the old one more than once:
+/// what stayed would hide what is added. False if there was no size.
+bool ReplaceSize(const PrintTicketXmlDocument& ticket, TreeChange& change, IXMLDOMElement* feature,
+                 IXMLDOMElement* widthInit, IXMLDOMElement* heightInit) {
+    const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
+    const bool hadFeature = change.Replace(ticket.FeatureQuery(keywords, FEATURE), feature);
+    const bool hadWidth =
+        change.Replace(ticket.ParameterInitQuery(keywords, MEDIASIZEWIDTH_PARAM), widthInit);
+    const bool hadHeight =
+        change.Replace(ticket.ParameterInitQuery(keywords, MEDIASIZEHEIGHT_PARAM), heightInit);
+    return hadFeature || hadWidth || hadHeight;
+}
+
 } // namespace
 
 PageMediaSizePtPcHelper::PageMediaSizePtPcHelper() = default;
@@ -65,21 +80,27 @@ PageMediaSizePtPcHelper::~PageMediaSizePtPcHelper() = default;
 
 std::vector<PcFormInfo>
 PageMediaSizePtPcHelper::GetSupportedPageMediaSizes(PrintCapabilitiesXmlDocument& capabilities) {
-    UpdateSizes(capabilities);
-    return m_sizes;
+    if (!m_sizes.empty()) return m_sizes;
+    std::vector<PcFormInfo> sizes;
+    try {
+        ReadOptions(capabilities, sizes);
+        m_sizes = sizes;
+    } catch (...) {
+        // Deliberate: what has been gathered counts as the answer, but is not kept.
+        ReportCaughtException("PageMediaSizePtPcHelper::GetSupportedPageMediaSizes");
+    }
+    return sizes;
 }
 
 void PageMediaSizePtPcHelper::UpdateSizes(const PrintCapabilitiesXmlDocument& capabilities) {
     if (!m_sizes.empty()) return;
-    [[maybe_unused]] HRESULT hr = S_OK;
-    try {
-        ReadOptions(capabilities);
-    }
-    // Deliberate: what has been gathered stays, and counts as the list.
-    CATCH_VARIOUS(hr, "PageMediaSizePtPcHelper::GetSupportedPageMediaSizes")
+    std::vector<PcFormInfo> sizes;
+    ReadOptions(capabilities, sizes);
+    m_sizes = std::move(sizes);
 }
 
-void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& capabilities) {
+void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& capabilities,
+                                          std::vector<PcFormInfo>& sizes) {
     constexpr char function[] = "PageMediaSizePtPcHelper::GetSupportedPageMediaSizes";
     CComPtr<IXMLDOMNode> feature;
     const CComBSTR keywords = capabilities.GetKeywordsNsPrefix();
@@ -97,7 +118,7 @@ void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& ca
         if (form.optionName.View() == CustomMediaSize) continue;
         if (ReadLength(capabilities, option, MEDIASIZEWIDTH_PROP, form.width) &&
             ReadLength(capabilities, option, MEDIASIZEHEIGHT_PROP, form.height))
-            m_sizes.push_back(form);
+            sizes.push_back(form);
     }
 }
 
@@ -118,42 +139,43 @@ HRESULT PageMediaSizePtPcHelper::GetPageMediaSizeOptionKeyword(PrintCapabilities
 HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintCapabilitiesXmlDocument& capabilities,
                                                            PrintTicketXmlDocument& ticket, int width,
                                                            int height) {
-    CXString name;
-    MsPrintTicketNamespacesEnum nameSpace = privateName;
-    const bool isCustom = GetPageMediaSizeOptionKeyword(capabilities, width, height, name, nameSpace) != S_OK;
-    if (isCustom) name = CustomMediaSize;
+    PcFormInfo form{width, height, {}, publicName};
+    if (GetPageMediaSizeOptionKeyword(capabilities, width, height, form.optionName, form.nameSpace) != S_OK)
+        form.optionName = CustomMediaSize;
+    return AddOrReplacePageMediaSize(ticket, form);
+}
 
+HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintTicketXmlDocument& ticket,
+                                                           const PcFormInfo& form) {
+    TreeChange change(ticket.GetRootNode(), "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
     const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
-    const Option created = CreateOption(ticket, name, isCustom || nameSpace == publicName);
-    DeletePageMediaSizeAndItsParameterInitsIfExist(ticket);
+    const bool isCustom = form.optionName.View() == CustomMediaSize;
+    const Option created = CreateOption(ticket, form.optionName, isCustom || form.nameSpace == publicName);
+    CComPtr<IXMLDOMElement> widthInit;
+    CComPtr<IXMLDOMElement> heightInit;
     if (isCustom) {
         ticket.AppendChildParameterRefScoredProperty(created.option, keywords, MEDIASIZEWIDTH_PROP, keywords,
                                                      MEDIASIZEWIDTH_PARAM);
         ticket.AppendChildParameterRefScoredProperty(created.option, keywords, MEDIASIZEHEIGHT_PROP, keywords,
                                                      MEDIASIZEHEIGHT_PARAM);
+        ticket.CreateIntegerParameterInit(keywords, MEDIASIZEWIDTH_PARAM, form.width, &widthInit);
+        ticket.CreateIntegerParameterInit(keywords, MEDIASIZEHEIGHT_PARAM, form.height, &heightInit);
     } else {
-        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEWIDTH_PROP, width);
-        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEHEIGHT_PROP, height);
+        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEWIDTH_PROP, form.width);
+        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEHEIGHT_PROP, form.height);
     }
-    ticket.AppendChildToRootNode(created.feature);
-    if (isCustom) {
-        ticket.AppendIntegerParameterInit(keywords, MEDIASIZEWIDTH_PARAM, width);
-        ticket.AppendIntegerParameterInit(keywords, MEDIASIZEHEIGHT_PARAM, height);
-    }
+    ReplaceSize(ticket, change, created.feature, widthInit, heightInit);
+    change.Keep();
     return S_OK;
 }
 
 HRESULT
 PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket) {
-    const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
-    HRESULT result = S_FALSE;
-    // A broken ticket may hold them more than once; what stayed would hide what is added later.
-    while (ticket.DeleteFeatureNodeIfExists(keywords, FEATURE) == S_OK)
-        result = S_OK;
-    for (const wchar_t* const parameter : {MEDIASIZEWIDTH_PARAM, MEDIASIZEHEIGHT_PARAM})
-        while (ticket.DeleteParameterInitNodeIfExists(keywords, parameter) == S_OK)
-            result = S_OK;
-    return result;
+    constexpr char function[] = "PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist";
+    TreeChange change(ticket.GetRootNode(), function);
+    const bool wasThere = ReplaceSize(ticket, change, nullptr, nullptr, nullptr);
+    change.Keep();
+    return wasThere ? S_OK : S_FALSE;
 }
 
 bool PageMediaSizePtPcHelper::IsEnvelopeSize(int width, int height) {

@@ -20,19 +20,22 @@ public:
     virtual ~PageMediaSizePtPcHelper();
 
     /// The standard sizes that the document offers, in its order. Options without a size and the custom size
-    /// are passed over. A failure is not raised: the list then ends where it came. Once there is a list, the
-    /// document is not read again.
+    /// are passed over. A failure is reported and not raised: the list then ends where it came, for this
+    /// once. Once there is a whole list, the document is not read again.
     std::vector<PcFormInfo> GetSupportedPageMediaSizes(PrintCapabilitiesXmlDocument& capabilities);
 
-    /// The first option of exactly this size. S_FALSE, and an empty keyword, if there is none.
+    /// The first option of exactly this size. S_FALSE, and an empty keyword, if there is none. Failures are
+    /// raised as CPComException.
     HRESULT GetPageMediaSizeOptionKeyword(PrintCapabilitiesXmlDocument& capabilities, int width, int height,
                                           CXString& keyword,
                                           PrintSchema::MsPrintTicketNamespacesEnum& nameSpace);
 
     /// Makes this the size of the ticket: the option that the capabilities offer for it, or a custom size.
-    /// Failures are raised as CPComException.
+    /// Failures are raised as CPComException, and leave the ticket as it was.
     HRESULT AddOrReplacePageMediaSize(PrintCapabilitiesXmlDocument& capabilities,
                                       PrintTicketXmlDocument& ticket, int width, int height);
+    /// The same with an option that the caller has found, or that of the custom size.
+    static HRESULT AddOrReplacePageMediaSize(PrintTicketXmlDocument& ticket, const PcFormInfo& form);
 
     /// S_FALSE if there is nothing to delete. Failures are raised.
     static HRESULT DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket);
@@ -44,7 +47,7 @@ public:
 
 private:
     void UpdateSizes(const PrintCapabilitiesXmlDocument& capabilities);
-    void ReadOptions(const PrintCapabilitiesXmlDocument& capabilities);
+    static void ReadOptions(const PrintCapabilitiesXmlDocument& capabilities, std::vector<PcFormInfo>& sizes);
 
     std::vector<PcFormInfo> m_sizes;
 };

@@ -2,6 +2,7 @@
 
 #include "Bstr.h"
 #include "PrintTicketQueryBuilder.h"
+#include "TreeChange.h"
 
 #include <ComSupport/MsSafeVariant.h>
 #include <ComSupport/ThrowHresult.h>
@@ -226,8 +227,10 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
     constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
     if (View(m_userKeywordsPrefix) == PrintSchema::USER_KEYWORDS_NS_PREFIX) return S_OK;
     RefuseForeignUserPrefix();
+    // The document may be another's, who is not to find it half renamed.
+    TreeChange change(m_rootNode, function);
     // Deliberate: only names are renamed. QNames in the text of values keep the old prefix.
-    RenameInNames(View(m_userKeywordsPrefix));
+    RenameInNames(View(m_userKeywordsPrefix), change);
 
     const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix), function);
     const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
@@ -245,6 +248,7 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
         ThrowIfFailed(attributes->removeNamedItem(oldDeclaration, &removed), function);
     }
     m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    change.Keep();
     return S_OK;
 }
 
@@ -261,7 +265,7 @@ void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
                                       bound.m_str));
 }
 
-void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix) {
+void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix, TreeChange& change) {
     constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
     const CXString from(oldPrefix.data(), static_cast<int>(oldPrefix.size()));
     const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(Make(L"//*[@name]", function), function);
@@ -277,7 +281,7 @@ void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix) {
         if (value.vt != VT_BSTR || !View(value.bstrVal).starts_with(oldPrefix)) continue;
         CXString text(value.bstrVal);
         text.Replace(from, PrintSchema::USER_KEYWORDS_NS_PREFIX);
-        ThrowIfFailed(name->put_nodeValue(Borrowed(Make(text.View(), function))), function);
+        change.SetValue(name, Make(text.View(), function));
     }
 }
 
@@ -298,11 +302,13 @@ HRESULT PrintSchemaXmlDocument::DeclareUserKeywordsNsPrefix() {
     }
     CComPtr<IXMLDOMElement> root;
     ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
+    TreeChange change(m_rootNode, function);
     // Whoever reads the document renames the prefix that is declared first: the other one, which it renames
     // to, must stand behind it.
     ThrowIfFailed(root->removeAttribute(declarations[1]), function);
     for (const CComBSTR& declaration : declarations)
         AppendXMLAttribute(root, declaration, L"", PrintSchema::USER_KEYWORDS_URI);
+    change.Keep();
     return S_FALSE;
 }
 
@@ -536,14 +542,19 @@ HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath
     return S_OK;
 }
 
+PrintTicketQueryBuilder PrintSchemaXmlDocument::FeatureQuery(const wchar_t* prefix,
+                                                             const wchar_t* name) const {
+    PrintTicketQueryBuilder query(m_frameworkPrefix);
+    query.AddFeature(prefix, name);
+    return query;
+}
+
 HRESULT PrintSchemaXmlDocument::GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                        IXMLDOMNode** out) const {
     constexpr char function[] = "PrintSchemaXmlDocument::GetFeatureNodeIfExists";
     RequireQuestion(name, out, function);
-    PrintTicketQueryBuilder builder(m_frameworkPrefix);
-    builder.AddFeature(prefix, name);
     CComBSTR query;
-    builder.GetQuery(&query);
+    FeatureQuery(prefix, name).GetQuery(&query);
     return GetNode(query, out);
 }
 
@@ -567,10 +578,8 @@ HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists(const wchar_
     constexpr char function[] = "PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists";
     if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    PrintTicketQueryBuilder builder(m_frameworkPrefix);
-    builder.AddFeature(prefix, name);
     CComBSTR query;
-    builder.GetQuery(&query);
+    FeatureQuery(prefix, name).GetQuery(&query);
     const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
     LONG count = 0;
     ThrowIfFailed(nodes->get_length(&count), function);
@@ -593,11 +602,13 @@ HRESULT PrintSchemaXmlDocument::DeletePropertyNodesIfExist(const wchar_t* prefix
     const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
     LONG count = 0;
     ThrowIfFailed(nodes->get_length(&count), function);
+    TreeChange change(m_rootNode, function);
     for (LONG index = 0; index < count; ++index) {
         CComPtr<IXMLDOMNode> node;
         ThrowIfFailed(nodes->get_item(index, &node), function);
-        if (node) DeleteNode(node);
+        if (node) change.Remove(node);
     }
+    change.Keep();
     return count > 0 ? S_OK : S_FALSE;
 }
 
@@ -609,15 +620,18 @@ HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUr
     CComPtr<IXMLDOMNodeList> features;
     GetNodes(PrintSchema::FEATURE_ELEMENT_NAME, &features);
     ThrowIfFailed(features->reset(), function);
+    TreeChange change(m_rootNode, function);
     for (;;) {
         CComPtr<IXMLDOMNode> feature;
         ThrowIfFailed(features->nextNode(&feature), function);
-        if (!feature) return S_OK;
+        if (!feature) break;
         CComBSTR name;
         if (ReadAttribute(feature, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
             View(name).starts_with(View(prefix)))
-            DeleteNode(feature);
+            change.Remove(feature);
     }
+    change.Keep();
+    return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::DeleteNode(IXMLDOMNode* node) {

@@ -12,6 +12,9 @@
 
 #include <string_view>
 
+class PrintTicketQueryBuilder;
+class TreeChange;
+
 /// A Print Ticket or Print Capabilities document, over a DOM document that it shares: copies of the object
 /// work on the same tree. It knows the prefixes that the root element gives to the namespaces of Print
 /// Schema, and sees to it that private keywords have the prefix "ok:" in names, whatever they came with.
@@ -21,7 +24,8 @@
 ///
 /// Operations with an HRESULT give S_OK, or S_FALSE where what is looked for does not exist; failures are
 /// raised as CPComException, with the HRESULT and the name of the operation: E_POINTER for null out
-/// arguments, E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so.
+/// arguments, E_INVALIDARG for empty texts, E_PENDING for a document without DOM. What differs says so. An
+/// edit that fails leaves the document as it was.
 ///
 /// A document and its copies belong to one thread at a time; there are no locks.
 class OV_FILTER_UTILITIES_API PrintSchemaXmlDocument {
@@ -74,6 +78,8 @@ public:
     HRESULT QueryNodeValue(const wchar_t* xpath, float* out) const;
     HRESULT GetAttributeValue(IXMLDOMNode const* node, const wchar_t* attribute, wchar_t** out) const;
     HRESULT GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
+    /// Finds all features of a name.
+    PrintTicketQueryBuilder FeatureQuery(const wchar_t* prefix, const wchar_t* name) const;
     /// Raises E_FAIL if there is none.
     HRESULT GetFeatureNode(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
 
@@ -191,7 +197,7 @@ private:
     void SetSelectionNamespaces(std::wstring_view prefix);
     HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
     HRESULT FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out, const char* function) const;
-    void RenameInNames(std::wstring_view oldPrefix);
+    void RenameInNames(std::wstring_view oldPrefix, TreeChange& change);
     void RefuseForeignUserPrefix();
     /// The root element's prefix of a schema namespace, `declared`; where it has none the usual one, numbered
     /// if the root gives that to another namespace.

@@ -2,6 +2,7 @@
 
 #include "Bstr.h"
 #include "PrintTicketQueryBuilder.h"
+#include "TreeChange.h"
 
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
@@ -198,6 +199,13 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
     return hr;
 }
 
+PrintTicketQueryBuilder PrintTicketXmlDocument::ParameterInitQuery(const wchar_t* prefix,
+                                                                   const wchar_t* name) const {
+    PrintTicketQueryBuilder query(FrameworkPrefix());
+    query.AddParameterInit(prefix, name);
+    return query;
+}
+
 HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                              IXMLDOMNode** out) const {
     constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitNodeIfExists";
@@ -285,10 +293,12 @@ HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool fe
                                                  const wchar_t* option, bool optionIsPublic) {
     constexpr char function[] = "PrintTicketXmlDocument::SetFeatureOption";
     if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG, function);
+    const CComBSTR name = Join({View(Prefix(optionIsPublic)), option}, function);
+    TreeChange change(GetRootNode(), function);
+    DeclareIfPrivate(Prefix(optionIsPublic));
     const HRESULT hr =
-        SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME,
-                                         Join({View(Prefix(optionIsPublic)), option}, function));
-    if (hr == S_OK) DeclareIfPrivate(Prefix(optionIsPublic));
+        SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME, name);
+    if (hr == S_OK) change.Keep();
     return hr;
 }
 
@@ -315,12 +325,14 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
     if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
     *feature = *option = nullptr;
     if (IsEmpty(optionName)) ThrowComException(E_INVALIDARG, function);
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> newFeature;
     CComPtr<IXMLDOMElement> newOption;
     CreateFeatureOptionPair(name, isPublic, &newFeature, &newOption);
     AppendXMLAttribute(newOption, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
                        Join({View(Prefix(optionIsPublic)), optionName}, function));
     DeclareIfPrivate(Prefix(optionIsPublic));
+    change.Keep();
     *feature = newFeature.Detach();
     *option = newOption.Detach();
     return S_OK;
@@ -397,16 +409,22 @@ HRESULT PrintTicketXmlDocument::CreateIntegerParameterInit(const wchar_t* prefix
 
 HRESULT PrintTicketXmlDocument::AppendStringParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                           const wchar_t* value) {
+    TreeChange change(GetRootNode(), "PrintTicketXmlDocument::AppendStringParameterInit");
     CComPtr<IXMLDOMElement> init;
     CreateStringParameterInit(prefix, name, value, &init);
-    return AppendChildToRootNode(init);
+    AppendChildToRootNode(init);
+    change.Keep();
+    return S_OK;
 }
 
 HRESULT PrintTicketXmlDocument::AppendIntegerParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                            int value) {
+    TreeChange change(GetRootNode(), "PrintTicketXmlDocument::AppendIntegerParameterInit");
     CComPtr<IXMLDOMElement> init;
     CreateIntegerParameterInit(prefix, name, value, &init);
-    return AppendChildToRootNode(init);
+    AppendChildToRootNode(init);
+    change.Keep();
+    return S_OK;
 }
 
 HRESULT PrintTicketXmlDocument::AppendToElement(const wchar_t* elementName, IXMLDOMNode* node) {
@@ -442,11 +460,13 @@ HRESULT PrintTicketXmlDocument::DeleteNodeList(IXMLDOMNodeList* list) {
     if (list == nullptr) ThrowComException(E_POINTER, function);
     LONG count = 0;
     ThrowIfFailed(list->get_length(&count), function);
+    TreeChange change(GetRootNode(), function);
     for (LONG index = 0; index < count; ++index) {
         CComPtr<IXMLDOMNode> node;
         ThrowIfFailed(list->get_item(index, &node), function);
-        if (node) DeleteNode(node);
+        if (node) change.Remove(node);
     }
+    change.Keep();
     return S_OK;
 }
 
@@ -471,14 +491,16 @@ HRESULT PrintTicketXmlDocument::DeleteParamInitOrphans(IXMLDOMNodeList* refs, IX
     };
     LONG initCount = 0;
     ThrowIfFailed(inits->get_length(&initCount), function);
+    TreeChange change(GetRootNode(), function);
     for (LONG index = 0; index < initCount; ++index) {
         CComPtr<IXMLDOMNode> init;
         ThrowIfFailed(inits->get_item(index, &init), function);
         CComBSTR name;
         if (init && ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
             !isReferredTo(name))
-            DeleteNode(init);
+            change.Remove(init);
     }
+    change.Keep();
     return S_OK;
 }
 
@@ -491,20 +513,12 @@ HRESULT PrintTicketXmlDocument::DeleteOcptParameterInitIfExists() {
 
 HRESULT PrintTicketXmlDocument::AddOrReplaceOcptParameterInit(const CXString& ocpt) {
     constexpr char function[] = "PrintTicketXmlDocument::AddOrReplaceOcptParameterInit";
-    DeleteOcptParameterInitIfExists();
+    const wchar_t* const name = PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME;
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> init;
-    CreateCDATAStringParameterInit(UserKeywordsPrefix(), PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME,
-                                   ocpt, &init);
-    CComPtr<IXMLDOMNode> first;
-    ThrowIfFailed(GetRootNode()->get_firstChild(&first), function);
-    VARIANT before;
-    ::VariantInit(&before);
-    if (first) {
-        before.vt = VT_UNKNOWN;
-        before.punkVal = first;
-    }
-    CComPtr<IXMLDOMNode> inserted;
-    ThrowIfFailed(GetRootNode()->insertBefore(init, before, &inserted), function);
+    CreateCDATAStringParameterInit(UserKeywordsPrefix(), name, ocpt, &init);
+    change.Replace(ParameterInitQuery(UserKeywordsPrefix(), name), init, TreeChange::Place::First);
+    change.Keep();
     return S_OK;
 }
 
@@ -512,11 +526,16 @@ HRESULT PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelineProperti
     bool hasOcpt, DataModelIds::tagValueEnum value, const CXString& ocpt, IPrintPipelinePropertyBag* bag) {
     constexpr char function[] =
         "PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter";
-    const HRESULT deleted = DeleteOcptParameterInitIfExists();
-    if (!hasOcpt || ocpt.IsEmpty()) return deleted;
-    if (value != DataModelIds::VAL_PDL_XPS) return PutIntoBag(bag, ocptForNonXps, ocpt, function);
-    const HRESULT hr = PutIntoBag(bag, ocptForXps, ocpt, function);
-    return FAILED(hr) ? hr : AddOrReplaceOcptParameterInit(ocpt);
+    if (!hasOcpt || ocpt.IsEmpty()) return DeleteOcptParameterInitIfExists();
+    const bool isForXps = value == DataModelIds::VAL_PDL_XPS;
+    TreeChange change(GetRootNode(), function);
+    change.Replace(
+        ParameterInitQuery(UserKeywordsPrefix(), PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME), nullptr);
+    const HRESULT hr = PutIntoBag(bag, isForXps ? ocptForXps : ocptForNonXps, ocpt, function);
+    if (SUCCEEDED(hr) && isForXps) AddOrReplaceOcptParameterInit(ocpt);
+    // Deliberate: also what the bag refuses is no longer in the ticket.
+    change.Keep();
+    return hr;
 }
 
 HRESULT
@@ -533,17 +552,15 @@ PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(co
             return E_FAIL;
         text.resize(static_cast<std::size_t>((std::min)(length, room)));
 
-        DeleteParameterInitNodeIfExists(UserKeywordsPrefix(),
-                                        PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME);
+        const wchar_t* const name = PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME;
         // Deliberate: the old settings are gone also when the new ones are too long.
-        if (room > longestSettingsText) return E_FAIL;
+        const bool isTooLong = room > longestSettingsText;
+        TreeChange change(GetRootNode(), function);
         CComPtr<IXMLDOMElement> init;
-        CreateStringParameterInit(UserKeywordsPrefix(),
-                                  PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, text.c_str(),
-                                  &init);
-        CComPtr<IXMLDOMNode> appended;
-        ThrowIfFailed(GetRootNode()->appendChild(init, &appended), function);
-        return S_OK;
+        if (!isTooLong) CreateStringParameterInit(UserKeywordsPrefix(), name, text.c_str(), &init);
+        change.Replace(ParameterInitQuery(UserKeywordsPrefix(), name), init);
+        change.Keep();
+        return isTooLong ? E_FAIL : S_OK;
     } catch (const CPComException& failure) {
         return failure.GetHresult();
     } catch (const std::bad_alloc&) {

@@ -40,6 +40,8 @@ public:
                                    int* out) const;
     HRESULT GetScoredPropertyValue(const wchar_t* feature, bool isPublic, const wchar_t* property,
                                    float* out) const;
+    /// Finds all initialisers of a parameter.
+    PrintTicketQueryBuilder ParameterInitQuery(const wchar_t* prefix, const wchar_t* name) const;
     HRESULT GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
     HRESULT GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                               IXMLDOMNode** out) const;

@@ -1,0 +1,164 @@
+#include "TreeChange.h"
+
+#include "Bstr.h"
+#include "PrintTicketQueryBuilder.h"
+
+#include <ComSupport/ThrowHresult.h>
+
+using namespace PrintSchemaText;
+
+namespace {
+
+using Node = CComPtr<IXMLDOMNode>;
+
+VARIANT Reference(IXMLDOMNode* node) {
+    VARIANT variant;
+    ::VariantInit(&variant);
+    if (node == nullptr) return variant;
+    variant.vt = VT_UNKNOWN;
+    variant.punkVal = node;
+    return variant;
+}
+
+/// The attributes of an element, in their order.
+std::vector<CComPtr<IXMLDOMNode>> AttributesOf(IXMLDOMNode* element) {
+    std::vector<CComPtr<IXMLDOMNode>> found;
+    CComPtr<IXMLDOMNamedNodeMap> attributes;
+    if (FAILED(element->get_attributes(&attributes)) || !attributes || FAILED(attributes->reset()))
+        return found;
+    for (;;) {
+        Node attribute;
+        if (FAILED(attributes->nextNode(&attribute)) || !attribute) return found;
+        found.push_back(attribute);
+    }
+}
+
+CComBSTR NameOf(IXMLDOMNode* node) {
+    CComBSTR name;
+    node->get_nodeName(&name);
+    return name;
+}
+
+std::wstring_view TextOf(const CComVariant& value) {
+    return value.vt == VT_BSTR ? std::wstring_view(value.bstrVal, ::SysStringLen(value.bstrVal))
+                               : std::wstring_view();
+}
+
+} // namespace
+
+TreeChange::TreeChange(IXMLDOMNode* root, const char* function) : m_function(function) {
+    if (root == nullptr) ThrowComException(E_PENDING, function);
+    ThrowIfFailed(root->QueryInterface(&m_root), function);
+    ThrowIfFailed(root->cloneNode(VARIANT_FALSE, &m_rootBefore), function);
+}
+
+TreeChange::~TreeChange() {
+    if (m_isKept) return;
+    try {
+        for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
+            TakeBack(*step);
+        RestoreRootAttributes();
+    } catch (...) {
+        // A second failure, on the way back from the first: there is nothing left to try.
+    }
+}
+
+// ---- Changing
+
+bool TreeChange::Replace(const PrintTicketQueryBuilder& query, IXMLDOMNode* replacement, Place place) {
+    const std::vector<Node> old = Find(query);
+    if (replacement != nullptr) {
+        Node before;
+        if (place == Place::First) ThrowIfFailed(m_root->get_firstChild(&before), m_function);
+        Insert(m_root, replacement, before);
+    }
+    for (const Node& node : old)
+        Remove(node);
+    return !old.empty();
+}
+
+void TreeChange::Append(IXMLDOMNode* parent, IXMLDOMNode* child) { Insert(parent, child, nullptr); }
+
+void TreeChange::Insert(IXMLDOMNode* parent, IXMLDOMNode* child, IXMLDOMNode* before) {
+    m_steps.push_back(PlaceOf(child));
+    const HRESULT hr = parent->insertBefore(child, Reference(before), nullptr);
+    if (FAILED(hr)) m_steps.pop_back();
+    ThrowIfFailed(hr, m_function);
+}
+
+bool TreeChange::Remove(IXMLDOMNode* node) {
+    Before step = PlaceOf(node);
+    const Node parent = step.parent;
+    if (!parent) return false;
+    m_steps.push_back(std::move(step));
+    const HRESULT hr = parent->removeChild(node, nullptr);
+    if (FAILED(hr)) m_steps.pop_back();
+    ThrowIfFailed(hr, m_function);
+    return true;
+}
+
+void TreeChange::SetValue(IXMLDOMNode* node, BSTR value) {
+    Before step;
+    step.node = node;
+    ThrowIfFailed(node->get_nodeValue(&step.value), m_function);
+    m_steps.push_back(std::move(step));
+    const HRESULT hr = node->put_nodeValue(Borrowed(value));
+    if (FAILED(hr)) m_steps.pop_back();
+    ThrowIfFailed(hr, m_function);
+}
+
+TreeChange::Before TreeChange::PlaceOf(IXMLDOMNode* node) const {
+    Before step;
+    step.node = node;
+    step.isMoved = true;
+    ThrowIfFailed(node->get_parentNode(&step.parent), m_function);
+    if (step.parent) ThrowIfFailed(node->get_nextSibling(&step.nextSibling), m_function);
+    return step;
+}
+
+std::vector<Node> TreeChange::Find(const PrintTicketQueryBuilder& query) const {
+    CComBSTR text;
+    query.GetQuery(&text);
+    CComPtr<IXMLDOMNodeList> nodes;
+    ThrowIfFailed(m_root->selectNodes(text, &nodes), m_function);
+    // The list may follow the tree: it is emptied before there is a change.
+    std::vector<Node> found;
+    for (;;) {
+        Node node;
+        ThrowIfFailed(nodes->nextNode(&node), m_function);
+        if (!node) return found;
+        found.push_back(node);
+    }
+}
+
+// ---- Taking back. What fails here is passed over, so that the rest comes back all the same.
+
+void TreeChange::TakeBack(const Before& step) {
+    if (!step.isMoved) {
+        step.node->put_nodeValue(step.value);
+        return;
+    }
+    if (step.parent) {
+        step.parent->insertBefore(step.node, Reference(step.nextSibling), nullptr);
+        return;
+    }
+    Node parent;
+    if (SUCCEEDED(step.node->get_parentNode(&parent)) && parent) parent->removeChild(step.node, nullptr);
+}
+
+void TreeChange::RestoreRootAttributes() const {
+    CComPtr<IXMLDOMElement> before;
+    if (FAILED(m_rootBefore.QueryInterface(&before))) return;
+    for (const Node& attribute : AttributesOf(m_root)) {
+        const CComBSTR name = NameOf(attribute);
+        CComVariant value;
+        if (before->getAttribute(name, &value) == S_FALSE) m_root->removeAttribute(name);
+    }
+    for (const Node& attribute : AttributesOf(before)) {
+        const CComBSTR name = NameOf(attribute);
+        CComVariant wanted;
+        CComVariant value;
+        if (FAILED(attribute->get_nodeValue(&wanted)) || FAILED(m_root->getAttribute(name, &value))) continue;
+        if (TextOf(value) != TextOf(wanted)) m_root->setAttribute(name, wanted);
+    }
+}
