@@ -36,7 +36,8 @@ public:
     using Maker = std::function<std::unique_ptr<World>()>;
     using Operation = std::function<SweptAnswer(World&)>;
 
-    FailureSweep(Maker make, Operation operation) : m_make(std::move(make)), m_operation(std::move(operation)) {
+    FailureSweep(Maker make, Operation operation)
+        : m_make(std::move(make)), m_operation(std::move(operation)) {
         const auto world = m_make();
         m_before = world->State();
         OvPlatform::FaultInjection::CountCalls();
