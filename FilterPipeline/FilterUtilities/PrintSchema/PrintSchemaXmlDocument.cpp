@@ -167,8 +167,10 @@ void PrintSchemaXmlDocument::InitInstance() {
                               FormatStdString("The root element declares %s without a prefix.", uri));
         }
     }
-    // Deliberate: the result is ignored, so that a default declaration of this namespace counts as none.
-    (void)TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix, function);
+    // Deliberate: a default declaration of this namespace (E_FAIL) counts as none. What could not be read
+    // does not: the job's passcode would be taken for missing.
+    hr = TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix, function);
+    if (hr != E_FAIL) ThrowIfFailed(hr, function);
 
     if (m_frameworkPrefix.Length() < 2) {
         ThrowComException(E_FAIL, function, "The root element does not declare the framework namespace.");
@@ -229,6 +231,7 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
     RefuseForeignUserPrefix();
     // The document may be another's, who is not to find it half renamed.
     TreeChange change(m_rootNode, function);
+    CComBSTR newPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
     // Deliberate: only names are renamed. QNames in the text of values keep the old prefix.
     RenameInNames(View(m_userKeywordsPrefix), change);
 
@@ -247,7 +250,7 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
         CComPtr<IXMLDOMNode> removed;
         ThrowIfFailed(attributes->removeNamedItem(oldDeclaration, &removed), function);
     }
-    m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    m_userKeywordsPrefix = std::move(newPrefix);
     change.Keep();
     return S_OK;
 }

@@ -3,6 +3,7 @@
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/ByteBuffer.h>
+#include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/PrintJob.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 #include <SystemServices/User.h>
@@ -59,9 +60,25 @@ bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
     try {
         return FAILED(ticket.GetFeatureOption(ticket.GetKeywordsV11NsPrefix(),
                                               PrintSchema::JobPasscode::FEATURE, &option, &optionPrefix));
-    } catch (const CPException&) {
+    } catch (const CPComException& failure) {
+        // A name that is none. What could not be read may be there, and must not go.
+        if (failure.GetHresult() != E_FAIL) throw;
         return true;
     }
+}
+
+// The ticket part of a part. One that cannot be had is reported, and the merge goes on without: it says for
+// itself what it lacks.
+template <typename Part>
+HRESULT FetchTicket(Part& part, CComPtr<IPartPrintTicket>& ticket) {
+    const HRESULT hr = part.GetPrintTicket(&ticket);
+    if (hr == E_ELEMENT_NOT_FOUND) return hr;
+    try {
+        ThrowIfFailed(hr, mergeFunction);
+    } catch (const CPComException&) {
+        ReportCaughtException(mergeFunction);
+    }
+    return hr;
 }
 
 void StripPasscode(const Document& document) {
@@ -191,7 +208,7 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
     // What goes wrong here is reported and no more: the merge goes on with the ticket as far as it was
     // obtained, and says for itself what is wrong with it.
     try {
-        ticketResult = part.GetPrintTicket(&partTicket);
+        ticketResult = FetchTicket(part, partTicket);
         if (SUCCEEDED(ticketResult)) stripPasscode = LacksPasscode(partTicket);
     } catch (...) {
         ReportCaughtException(mergeFunction);
@@ -212,7 +229,7 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
 
 void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
     CComPtr<IPartPrintTicket> partTicket;
-    if (part.GetPrintTicket(&partTicket) == E_ELEMENT_NOT_FOUND) {
+    if (FetchTicket(part, partTicket) == E_ELEMENT_NOT_FOUND) {
         SetBoth(m_documentTicket, m_documentBaseTicket,
                 [&] { return Clone(m_jobBaseTicket, mergeFunction); });
         return;
@@ -224,12 +241,13 @@ void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
 
 void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
     CComPtr<IPartPrintTicket> partTicket;
-    const HRESULT ticketResult = part.GetPrintTicket(&partTicket);
+    const HRESULT ticketResult = FetchTicket(part, partTicket);
     if (ticketResult == E_ELEMENT_NOT_FOUND) {
         m_pageTicket = Clone(m_documentBaseTicket, mergeFunction);
         return;
     }
-    // The key stays empty if the URI cannot be had for another reason than that there is none.
+    // The key stays empty if the URI cannot be had for another reason than that there is none: two such pages
+    // need not have the same ticket, and nothing is kept of them.
     CXString key;
     if (ticketResult == S_OK && partTicket) {
         CComBSTR uri;
@@ -237,12 +255,15 @@ void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
         if (SUCCEEDED(uriResult)) key = static_cast<const wchar_t*>(uri);
         if (uriResult == E_ELEMENT_NOT_FOUND) key = noPageTicketKey;
     }
-    if (SUCCEEDED(m_pageTicketCache.TryGetPrintSchemaDomFromCache(key, &m_pageTicket))) return;
+    // A copy that failed is a hit without a document.
+    if (!key.IsEmpty() && SUCCEEDED(m_pageTicketCache.TryGetPrintSchemaDomFromCache(key, &m_pageTicket)) &&
+        m_pageTicket)
+        return;
 
     const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
         AsStream(m_documentBaseTicket, mergeFunction), partTicket, kPTPageScope);
     const Document ticket = Load(merged, mergeFunction);
-    ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, ticket), mergeFunction);
+    if (!key.IsEmpty()) ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, ticket), mergeFunction);
     m_pageTicket = ticket;
 }
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "Com/FaultInjection.h"
+#include "Support/FailureSweep.h"
 
 #include <string>
 
@@ -269,6 +270,11 @@ TEST_F(PrintTicketManagerTest, PagesOfOneTicketPartCostOneMerge) {
     page->ticket = nameless.p;
     ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
     EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"ReverseLandscape");
+    // Whose URI cannot be had is nobody's twin.
+    ticket->uriResult = E_ABORT;
+    page->ticket = ticket.p;
+    ASSERT_TRUE(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(page)));
+    EXPECT_EQ(OptionOf(manager.GetPtrToPagePrintTicketForReading(), L"PageOrientation"), L"Landscape");
 }
 
 TEST_F(PrintTicketManagerTest, BadTicketFailsItsLevelAndLeavesItEmpty) {
@@ -300,7 +306,9 @@ TEST_F(PrintTicketManagerTest, BadTicketFailsItsLevelAndLeavesItEmpty) {
 
 TEST_F(PrintTicketManagerTest, TicketThatCannotBeFetchedCountsAsNothingToLayOver) {
     job->ticketResult = document->ticketResult = page->ticketResult = E_ACCESSDENIED;
+    const ReportRecorder recorder;
     ASSERT_TRUE(SUCCEEDED(MergeAll()));
+    EXPECT_EQ(ReportRecorder::reports().size(), 3u);
     EXPECT_EQ(Options(L"PageMediaSize"), (Levels{L"ISOA4", L"ISOA4", L"ISOA4", L"ISOA4"}));
     EXPECT_EQ(Options(L"JobInputBin"),
               (Levels{L"AutoSelect", L"AutoSelect", L"", L""})); // merged, so in scope
@@ -358,6 +366,45 @@ TEST_F(PrintTicketManagerTest, LevelThatFailsHalfWayHasNoTicketAndNoBase) {
             EXPECT_EQ(SUCCEEDED(manager.MergeAndValidatePartPrintTicket(document)), isMerged) << call;
         }
     }
+}
+
+TEST_F(PrintTicketManagerTest, NoFailureMakesAnotherTicketWithoutAWord) {
+    struct Levels {
+        std::unique_ptr<PrintTicketManager> manager = std::make_unique<PrintTicketManager>();
+        [[nodiscard]] std::wstring TextOfLevel(IXMLDOMDocument2* ticket) const {
+            return ticket ? TextOf(ticket) : L"(none)";
+        }
+        [[nodiscard]] std::string State() const {
+            return CPStringUtils::narrowToStdString(
+                (TextOfLevel(manager->GetPtrToJobPrintTicketForReading()) +
+                 TextOfLevel(manager->GetPtrToDocPrintTicketForReading()) +
+                 TextOfLevel(manager->GetPtrToPagePrintTicketForReading()))
+                    .c_str());
+        }
+    };
+    job->ticket =
+        Ticket(L"/j", Choice("pskv11:JobPasscode", "pskv11:On") + Choice("psk:PageMediaSize", "psk:ISOA3"));
+    document->ticket = Ticket(L"/d", Choice("psk:PageOutputColor", "psk:Monochrome"));
+    page->ticket = Ticket(L"/p", Choice("psk:PageOrientation", "psk:Landscape"));
+    const auto merged = [this](int levels) {
+        auto world = std::make_unique<Levels>();
+        HRESULT hr = Initialize(*world->manager, queue.DefaultTicket());
+        if (levels > 0 && SUCCEEDED(hr)) hr = world->manager->MergeAndValidatePartPrintTicket(job);
+        if (levels > 1 && SUCCEEDED(hr)) hr = world->manager->MergeAndValidatePartPrintTicket(document);
+        if (levels > 2 && SUCCEEDED(hr)) hr = world->manager->MergeAndValidatePartPrintTicket(page);
+        EXPECT_TRUE(SUCCEEDED(hr)) << hr;
+        return world;
+    };
+    const auto merge = [](auto part) {
+        return [part](Levels& world) -> SweptAnswer {
+            return world.manager->MergeAndValidatePartPrintTicket(part);
+        };
+    };
+    // A level that fails has no ticket.
+    FailureSweep<Levels>([&] { return merged(0); }, merge(job.p)).Run("a job");
+    FailureSweep<Levels>([&] { return merged(1); }, merge(document.p)).Run("a document");
+    FailureSweep<Levels>([&] { return merged(2); }, merge(page.p)).Run("a page");
+    FailureSweep<Levels>([&] { return merged(3); }, merge(page.p)).Run("a page again", {merged(2)->State()});
 }
 
 TEST_F(PrintTicketManagerTest, PartsOwnTicketIsGivenAsItIs) {

@@ -1,0 +1,275 @@
+// What the documents are and answer after any one platform call fails.
+
+#include "Support/FailureSweep.h"
+#include "CapabilitiesSupport.h"
+#include "Support/ComFake.h"
+#include "TicketSupport.h"
+
+#include <filterpipeline.h>
+
+namespace {
+
+class LenientBag : public ComFake<IPrintPipelinePropertyBag> {
+public:
+    HRESULT STDMETHODCALLTYPE AddProperty(PCWSTR, const VARIANT*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetProperty(PCWSTR, VARIANT*) override { return E_NOTIMPL; }
+    BOOL STDMETHODCALLTYPE DeleteProperty(PCWSTR) override { return TRUE; }
+};
+
+template <typename Document>
+struct World {
+    explicit World(const std::string& text) : document(text) {}
+    [[nodiscard]] std::string State() const { return XmlOf(document); }
+    // Without a failure of its own where there is none.
+    [[nodiscard]] CComPtr<IXMLDOMNode> Node(const wchar_t* xpath) const {
+        CComPtr<IXMLDOMNode> node;
+        document.GetNode(xpath, &node);
+        return node;
+    }
+
+    Document document;
+};
+
+class OpenCapabilities : public PrintCapabilitiesXmlDocument {
+public:
+    explicit OpenCapabilities(const std::string& bytes)
+        : PrintCapabilitiesXmlDocument(static_cast<IStream*>(StreamOf(bytes))) {}
+};
+
+using TicketWorld = World<OpenTicket>;
+using CapabilitiesWorld = World<OpenCapabilities>;
+
+template <typename Swept>
+struct Row {
+    const char* name;
+    typename FailureSweep<Swept>::Operation operation;
+};
+
+template <typename Swept, std::size_t Count>
+void SweepAll(const std::string& text, const Row<Swept> (&rows)[Count]) {
+    for (const Row<Swept>& row : rows)
+        FailureSweep<Swept>([&] { return std::make_unique<Swept>(text); }, row.operation).Run(row.name);
+}
+
+const std::string declarations = Declare("ok", PrivateUri());
+
+std::string Init(const std::string& name, const std::string& value) {
+    return "<psf:ParameterInit name='" + name + "'>" + Value(value) + "</psf:ParameterInit>";
+}
+
+const std::string content =
+    Feature("psk:PageMediaSize", "psk:ISOA4",
+            ScoredProperty("psk:MediaSizeWidth", Value("210000")) +
+                ScoredProperty("psk:MediaSizeHeight", "<psf:ParameterRef name='psk:Height'/>")) +
+    Feature("ok:Thing", "ok:On") + Feature("ok:Thing", "ok:Off") +
+    "<psf:Property name='psk:P'/><psf:Property name='psk:P'/><psf:Property name='psf:Q'/>" +
+    Init("psk:Height", "297000") + Init("ok:JobOrvelOpifJobTicket", "1") + Init("psk:Other", "2") +
+    Init("ok:JobOrvelCompleteDocSettings", "AAAA");
+
+using T = TicketWorld;
+
+const wchar_t option[] = L"//psf:Feature[@name='psk:PageMediaSize']/psf:Option";
+
+TEST(FailureSweep, NoEditLeavesATicketHalfEdited) {
+    const Row<T> edits[] = {
+        {"scored property",
+         [](T& t) {
+             return t.document.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", 5);
+         }},
+        {"scored property by reference",
+         [](T& t) {
+             return t.document.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 5);
+         }},
+        {"option", [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"ISOA3", true); }},
+        {"private option",
+         [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
+        {"string parameter",
+         [](T& t) { return t.document.AppendStringParameterInit(L"psk:", L"New", L"text"); }},
+        {"private parameter",
+         [](T& t) {
+             const CComBSTR prefix = t.document.GetUserKeywordsNsPrefix();
+             return t.document.AppendIntegerParameterInit(prefix, L"New", 7);
+         }},
+        {"feature and option",
+         [](T& t) {
+             CComPtr<IXMLDOMElement> feature;
+             CComPtr<IXMLDOMElement> made;
+             return t.document.CreateFeatureOptionPair(L"New", false, L"On", false, &feature, &made);
+         }},
+        {"reference and parameter",
+         [](T& t) {
+             CComPtr<IXMLDOMElement> ref;
+             CComPtr<IXMLDOMElement> init;
+             const HRESULT hr = t.document.CreateParamRefInitPair(L"New", 5, &ref, &init);
+             t.document.AppendChildToRootNode(init);
+             return hr;
+         }},
+        {"integer property",
+         [](T& t) {
+             return t.document.AppendChildIntegerProperty(t.Node(option), PrintSchema::KeywordsNs, L"New", 1);
+         }},
+        {"string property",
+         [](T& t) {
+             return t.document.AppendChildStringProperty(t.Node(option), PrintSchema::FrameworkNs, L"New",
+                                                         L"text");
+         }},
+        {"integer scored property",
+         [](T& t) { return t.document.AppendChildIntegerScoredProperty(t.Node(option), L"New", 1); }},
+        {"scored property that is a name",
+         [](T& t) { return t.document.AppendChildQNameScoredProperty(t.Node(option), L"New", L"Own"); }},
+        {"scored property that is a reference",
+         [](T& t) {
+             return t.document.AppendChildParameterRefScoredProperty(t.Node(option), L"psk:", L"New", L"psk:",
+                                                                     L"Height");
+         }},
+        {"no feature", [](T& t) { return t.document.DeleteFeatureNodeIfExists(L"psk:", L"PageMediaSize"); }},
+        {"no duplicate",
+         [](T& t) { return t.document.DeleteFeatureNodeIfADuplicateExists(L"ok:", L"Thing"); }},
+        {"no properties", [](T& t) { return t.document.DeletePropertyNodesIfExist(L"psk:", L"P"); }},
+        {"no property", [](T& t) { return t.document.DeleteProperty(L"Q"); }},
+        {"no private features",
+         [](T& t) { return t.document.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI); }},
+        {"no parameter", [](T& t) { return t.document.DeleteParameterInitNodeIfExists(L"psk:", L"Height"); }},
+        {"OCPT", [](T& t) { return t.document.AddOrReplaceOcptParameterInit(L"<new/>"); }},
+        {"no OCPT", [](T& t) { return t.document.DeleteOcptParameterInitIfExists(); }},
+        {"OCPT for later filters",
+         [](T& t) {
+             const auto bag = MakeFake<LenientBag>();
+             return t.document.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
+                 true, DataModelIds::VAL_PDL_XPS, L"<new/>", bag);
+         }},
+        {"attribute bytes",
+         [](T& t) {
+             return t.document.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5));
+         }},
+        {"encoding", [](T& t) { return t.document.SetProcessingInstructionsEncodingUtf8(); }},
+    };
+    SweepAll(Ticket(content, declarations), edits);
+
+    const Row<T> declaring[] = {
+        {"private option",
+         [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
+        edits[5],
+        edits[6],
+        {"usual prefix", [](T& t) { return t.document.AddUserKeywordsNamespaceDefinitionIfMissing(); }},
+        {"own prefix", [](T& t) { return t.document.DeclareUserKeywordsNsPrefix(); }},
+        {"own prefix beside the usual one",
+         [](T& t) {
+             const HRESULT hr = t.document.AddUserKeywordsNamespaceDefinitionIfMissing();
+             return FAILED(hr) ? hr : t.document.DeclareUserKeywordsNsPrefix();
+         }},
+        {"OCPT", [](T& t) { return t.document.AddOrReplaceOcptParameterInit(L"<new/>"); }},
+        {"attribute bytes",
+         [](T& t) {
+             return t.document.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5));
+         }},
+    };
+    const std::string undeclared =
+        Ticket(Feature("psk:PageMediaSize", "psk:ISOA4") + Init("psk:Height", "297000"));
+    const std::string between = [&] {
+        OpenTicket ticket(undeclared);
+        EXPECT_EQ(ticket.AddUserKeywordsNamespaceDefinitionIfMissing(), S_FALSE);
+        return XmlOf(ticket);
+    }();
+    for (const Row<T>& row : declaring)
+        FailureSweep<T>([&] { return std::make_unique<T>(undeclared); }, row.operation)
+            .Run(row.name, {between});
+}
+
+// A document that is handed over is another's, too.
+struct HandedOver {
+    explicit HandedOver(const std::string& text) {
+        EXPECT_EQ(document.CoCreateInstance(__uuidof(DOMDocument60), nullptr, CLSCTX_ALL), S_OK);
+        VARIANT_BOOL isLoaded = VARIANT_FALSE;
+        document->loadXML(CComBSTR(static_cast<const wchar_t*>(CXString(text.c_str()))), &isLoaded);
+        EXPECT_EQ(isLoaded, VARIANT_TRUE);
+    }
+    [[nodiscard]] std::string State() const {
+        CComBSTR text;
+        document->get_xml(&text);
+        return Narrow(text);
+    }
+    CComPtr<IXMLDOMDocument2> document;
+};
+
+TEST(FailureSweep, NoDocumentIsLeftWithNamesHalfRenamed) {
+    const std::string text =
+        Ticket(Feature("zzz:A", "zzz:On") + Feature("zzz:B", "psk:On"), Declare("zzz", PrivateUri()));
+    const Row<HandedOver> rows[] = {{"taking it", [](HandedOver& world) {
+                                         const PrintTicketXmlDocument ticket(
+                                             static_cast<IXMLDOMDocument2*>(world.document));
+                                         return S_OK;
+                                     }}};
+    SweepAll(text.substr(text.find("\n") + 1), rows);
+}
+
+TEST(FailureSweep, NoEditLeavesCapabilitiesHalfEdited) {
+    using C = CapabilitiesWorld;
+    static constexpr wchar_t feature[] = L"//psf:Feature";
+    const Row<C> rows[] = {
+        {"option",
+         [](C& c) { return c.document.CreateAndAppendOption(L"ok:", L"New", L"new", c.Node(feature)); }},
+        {"display name",
+         [](C& c) {
+             return c.document.ReplaceOptionDisplayNamePropertyValue(c.Node(feature), L"psk:", L"A", L"new");
+         }},
+        {"no definition", [](C& c) { return c.document.DeleteParameterDefNodeIfExists(L"psk:", L"Height"); }},
+        {"a size",
+         [](C& c) {
+             CXString width;
+             return c.document.GetChildScoredPropertyValueIfExists(c.Node(L"//psf:Option"), L"MediaSizeWidth",
+                                                                   width);
+         }},
+        {"sizes",
+         [](C& c) {
+             int width = 0;
+             int length = 0;
+             c.document.GetWidthAndLengthPropertyValues(nullptr, c.Node(L"//psf:Option"), width, length);
+             return SweptAnswer(std::to_string(width) + "x" + std::to_string(length));
+         }},
+    };
+    SweepAll(CapabilitiesText("<psf:Feature name='psk:PageMediaSize'><psf:Option name='psk:A'>" +
+                              ScoredProperty("psk:MediaSizeWidth", Value("5")) +
+                              ScoredProperty("psk:MediaSizeHeight", Value("6")) + DisplayName("old") +
+                              "</psf:Option></psf:Feature><psf:ParameterDef name='psk:Height'/>"),
+             rows);
+}
+
+TEST(FailureSweep, NoFirstQuestionToATicketChangesItsAnswers) {
+    const auto text = [](const std::function<void(const T&, wchar_t**)>& ask) {
+        return [ask](T& t) {
+            CComBSTR answer;
+            ask(t, &answer);
+            return SweptAnswer(TextOf(answer));
+        };
+    };
+    const Row<T> rows[] = {
+        {"option", text([](const T& t, wchar_t** out) {
+             t.document.GetFeatureOption(L"psk:", L"PageMediaSize", out, nullptr);
+         })},
+        {"scored property", text([](const T& t, wchar_t** out) {
+             t.document.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", out);
+         })},
+        {"presence", [](T& t) { return t.document.FeaturePresent(L"Thing", false, nullptr); }},
+        {"query", text([](const T& t, wchar_t** out) { t.document.QueryNodeOption(option, out); })},
+        {"parameter",
+         [](T& t) {
+             CXString value;
+             t.document.GetStringParameterInitValue(L"psk:", L"Height", value);
+             return SweptAnswer(Narrow(value));
+         }},
+        {"attribute bytes",
+         [](T& t) {
+             ByteBuffer bytes;
+             return t.document.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
+         }},
+        {"text",
+         [](T& t) {
+             CComBSTR xml;
+             return t.document.get_xml(&xml);
+         }},
+    };
+    SweepAll(Ticket(content, declarations), rows);
+}
+
+} // namespace
