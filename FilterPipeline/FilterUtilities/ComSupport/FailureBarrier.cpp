@@ -1,5 +1,7 @@
 #include "FailureBarrier.h"
 
+#include "ThrowHresult.h"
+
 #include <LowLevelFacilities/CPComException.h>
 
 #include <exception>
@@ -32,4 +34,13 @@ HRESULT ReportCaughtException(const char* function, const std::source_location& 
             "Unknown exception caught by CATCH_VARIOUS() macro's catch(...).");
         return E_UNEXPECTED;
     }
+}
+
+HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept {
+    try {
+        ThrowIfFailed(hr, function);
+    } catch (...) {
+        ReportCaughtException(function);
+    }
+    return hr;
 }

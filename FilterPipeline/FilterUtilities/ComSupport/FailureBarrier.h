@@ -16,6 +16,9 @@
 OV_FILTER_UTILITIES_API HRESULT ReportCaughtException(
     const char* function, const std::source_location& location = std::source_location::current()) noexcept;
 
+// For a failing result that ends nothing: reports it as if it had been thrown and caught, and gives it back.
+OV_FILTER_UTILITIES_API HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept;
+
 // Stands behind a try block: hands every exception to the reporter and stores its HRESULT in hr.
 //     HRESULT hr = S_OK;
 //     try {

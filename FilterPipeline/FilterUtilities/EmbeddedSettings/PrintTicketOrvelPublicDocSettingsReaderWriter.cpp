@@ -161,13 +161,13 @@ LONG This::CommitChangesToPrintTicket() {
 
 MicrosoftXmlParser* This::GetDomWithOrvelPublicDocSettingsInitOnFirstUse() {
     if (!m_parser)
-        m_parser = PublicDocSettingsDocument::LoadOrCreate(
+        m_parser = PublicDocSettingsDocument::Parse(PublicDocSettingsDocument::ReadOrCreate(
             [this] {
                 CPString xml;
                 GetJobOrvelPublicDocSettingsXml(xml);
                 return xml;
             },
-            [this](const CPString& xml) { SetJobOrvelPublicDocSettingsXml(xml); });
+            [this](const CPString& xml) { SetJobOrvelPublicDocSettingsXml(xml); }));
     return m_parser.get();
 }
 

@@ -71,14 +71,15 @@ CPString PublicDocSettingsDocument::GetEmptyDocument() {
     return CPString(FormatStdString(format, root, root));
 }
 
-PublicDocSettingsDocument::Parser
-PublicDocSettingsDocument::LoadOrCreate(const std::function<CPString()>& read,
-                                        const std::function<void(const CPString&)>& write) {
+CPString PublicDocSettingsDocument::ReadOrCreate(const std::function<CPString()>& read,
+                                                 const std::function<void(const CPString&)>& write) {
     CPString text = read();
-    if (text.isEmptyOrOnlyWhitespace()) {
-        write(GetEmptyDocument());
-        text = read();
-    }
+    if (!text.isEmptyOrOnlyWhitespace()) return text;
+    write(GetEmptyDocument());
+    return read();
+}
+
+PublicDocSettingsDocument::Parser PublicDocSettingsDocument::Parse(const CPString& text) {
     if (text.isEmptyOrOnlyWhitespace()) return nullptr;
     try {
         Parser parser(new MicrosoftXmlParser(L"Don't Know", false));

@@ -32,12 +32,13 @@ public:
 
     /// A document without settings, as text.
     [[nodiscard]] static CPString GetEmptyDocument();
-    /// Parses the text that `read` gives. If that is blank, first hands an empty document to `write`, and
-    /// reads again. Null if the text is still blank, or is not well formed, which nobody hears of. Exceptions
-    /// of the two functions pass through, as do other failures to parse: the text may be a document the next
-    /// time.
-    [[nodiscard]] static Parser LoadOrCreate(const std::function<CPString()>& read,
-                                             const std::function<void(const CPString&)>& write);
+    /// The text that `read` gives. If that is blank, first hands an empty document to `write`, and reads
+    /// again. Exceptions of the two functions pass through.
+    [[nodiscard]] static CPString ReadOrCreate(const std::function<CPString()>& read,
+                                               const std::function<void(const CPString&)>& write);
+    /// Null for a text that is blank or not well formed, which nobody hears of. Other failures are thrown:
+    /// the text may be a document the next time.
+    [[nodiscard]] static Parser Parse(const CPString& text);
     /// The document as text, with its XML declaration.
     [[nodiscard]] static CPString GetText(const MicrosoftXmlParser& document);
 

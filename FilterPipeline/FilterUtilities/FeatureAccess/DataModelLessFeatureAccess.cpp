@@ -8,6 +8,7 @@
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
 #include <EmbeddedSettings/PublicDocSettingsDocument.h>
 #include <LowLevelFacilities/ByteBuffer.h>
+#include <PrintSchema/PrintSchemaKeywords.h>
 
 #include <algorithm>
 #include <iterator>
@@ -193,16 +194,21 @@ CPString DataModelLessFeatureAccess::GetDumpDisplayString(const SimpleOptionValu
 
 MicrosoftXmlParser* DataModelLessFeatureAccess::InitializeOrvelPublicDocSettingsInitOnFirstUse() const {
     if (m_publicSettingsParser) return m_publicSettingsParser.get();
-    CPString text;
-    const auto read = [this, &text] {
-        m_ticket.GetJobOrvelPublicDocSettingsXml(text);
-        return text;
-    };
+    // What the ticket throws passes: settings that cannot be read are not to be taken for none.
+    const CPString text = PublicDocSettingsDocument::ReadOrCreate(
+        [this] {
+            CPString xml;
+            m_ticket.GetJobOrvelPublicDocSettingsXml(xml);
+            return xml;
+        },
+        [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); });
     // A large text that is no XML is not parsed for each of dozens of questions.
-    if (m_unparsableSettings && read().hash() == *m_unparsableSettings) return nullptr;
-    m_publicSettingsParser = PublicDocSettingsDocument::LoadOrCreate(
-        read, [this](const CPString& xml) { m_ticket.SetJobOrvelPublicDocSettingsXml(xml); });
-    if (!m_publicSettingsParser && !text.isEmptyOrOnlyWhitespace()) m_unparsableSettings = text.hash();
+    if (m_unparsableSettings && text.hash() == *m_unparsableSettings) return nullptr;
+    PublicDocSettingsDocument::Guarded(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME, [&] {
+        m_publicSettingsParser = PublicDocSettingsDocument::Parse(text);
+        if (!m_publicSettingsParser) m_unparsableSettings = text.hash();
+        return S_OK;
+    });
     return m_publicSettingsParser.get();
 }
 
@@ -210,8 +216,8 @@ HRESULT DataModelLessFeatureAccess::GetCurrentValueAsStringForOrvelPublicDocSett
     const CXString& cpssName, bool& isSpecified, CXString& value) const {
     isSpecified = false;
     value.Empty();
+    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
     return PublicDocSettingsDocument::Guarded(cpssName, [&] {
-        const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
         return document.GetString(cpssName, PublicDocSettingsDocument::Depth::Any, isSpecified, value);
     });
 }

@@ -200,7 +200,7 @@ private:
     // The public document settings. A status is 0 if the element is there, 1 if there is none, else that of
     // the failure. Elements are named by features' CPSS names, and found at any depth.
 
-    /// Parses them on first use; null if there are none that can be parsed.
+    /// Parses them on first use; null if there are none that can be parsed. What the ticket throws passes.
     MicrosoftXmlParser* InitializeOrvelPublicDocSettingsInitOnFirstUse() const;
     HRESULT GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& cpssName,
                                                                     bool& isSpecified, CXString& value) const;

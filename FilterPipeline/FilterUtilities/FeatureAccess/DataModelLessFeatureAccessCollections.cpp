@@ -91,10 +91,9 @@ HRESULT DataModelLessFeatureAccess::GetNumberOfChildrenForOrvelPublicDocSettings
     const CXString& cpssName, bool& isSpecified, unsigned int& count) const {
     isSpecified = false;
     count = 0;
-    return PublicDocSettingsDocument::Guarded(cpssName, [&] {
-        const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
-        return document.GetNumberOfChildren(cpssName, isSpecified, count);
-    });
+    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
+    return PublicDocSettingsDocument::Guarded(
+        cpssName, [&] { return document.GetNumberOfChildren(cpssName, isSpecified, count); });
 }
 
 bool DataModelLessFeatureAccess::IsOrvelPublicDocSettingsFeaturePresent(const CXString& cpssName) const {

@@ -23,10 +23,9 @@ CXString KeywordOf(FeatureKeywordTables::Rows rows, tagValueEnum value) {
 
 HRESULT DataModelLessFeatureAccess::SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
     const CXString& cpssName, const CXString& syntax, bool isSpecified, const CXString& value) {
-    return PublicDocSettingsDocument::Guarded(cpssName, [&] {
-        const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
-        return document.SetString(cpssName, syntax, isSpecified, value);
-    });
+    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
+    return PublicDocSettingsDocument::Guarded(
+        cpssName, [&] { return document.SetString(cpssName, syntax, isSpecified, value); });
 }
 
 void DataModelLessFeatureAccess::SetStringValue(tagFeatureEnum feature, const CXString& text,

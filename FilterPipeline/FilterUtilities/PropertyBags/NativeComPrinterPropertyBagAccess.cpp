@@ -1,5 +1,6 @@
 #include "NativeComPrinterPropertyBagAccess.h"
 
+#include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 
 #include <limits>
@@ -16,23 +17,41 @@ CComBSTR ToBstr(const CXString& text, const char* function) {
     return result;
 }
 
+// What a bag says of a value that it does not have, or not of that type.
+bool IsMissing(HRESULT hr) { return hr == HRESULT_FROM_WIN32(ERROR_NOT_FOUND) || hr == E_INVALIDARG; }
+
+// Other failures are reported; the value then counts as missing, too.
+HRESULT Got(HRESULT hr, const char* function) { return IsMissing(hr) ? hr : ReportIfFailed(hr, function); }
+
 struct TaskMemoryDeleter {
     void operator()(void* block) const { CoTaskMemFree(block); }
 };
 
 // The size of the stream, or false where it cannot be had or is more than one read can take.
-bool TryGetSize(IStream& stream, ULONG& size) {
+bool TryGetSize(IStream& stream, ULONG& size, const char* function) {
     STATSTG status{};
-    if (FAILED(stream.Stat(&status, STATFLAG_NONAME))) return false;
+    if (FAILED(ReportIfFailed(stream.Stat(&status, STATFLAG_NONAME), function))) return false;
     if (status.cbSize.QuadPart > (std::numeric_limits<ULONG>::max)()) return false;
     size = static_cast<ULONG>(status.cbSize.QuadPart);
     return true;
 }
 
 // Into bytes that hold the stream's whole size: a value that comes short would be a partial one, and is none.
-bool TryReadWhole(IStream& stream, void* bytes, ULONG size) {
+bool TryReadWhole(IStream& stream, void* bytes, ULONG size, const char* function) {
     ULONG count = 0;
-    return SUCCEEDED(stream.Read(bytes, size, &count)) && count == size;
+    return SUCCEEDED(ReportIfFailed(stream.Read(bytes, size, &count), function)) && count == size;
+}
+
+// From where the stream stands, which then ends there.
+bool TryWriteWhole(IStream& stream, const ByteBuffer& value, const char* function) {
+    ULONG written = 0;
+    if (!value.empty() &&
+        FAILED(ReportIfFailed(stream.Write(value.getLpbyte(), value.getDword(), &written), function)))
+        return false;
+    // Cuts off what a longer value left behind.
+    ULARGE_INTEGER size{};
+    size.QuadPart = value.getDword();
+    return SUCCEEDED(ReportIfFailed(stream.SetSize(size), function));
 }
 
 } // namespace
@@ -46,49 +65,53 @@ NativeComPrinterPropertyBagAccess::~NativeComPrinterPropertyBagAccess() = defaul
 bool NativeComPrinterPropertyBagAccess::IsPropertyBagNull() { return false; }
 
 bool NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBool(const CXString& key) const {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBool";
     BOOL value = FALSE;
-    m_bag->GetBool(ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBool"), &value);
+    Got(m_bag->GetBool(ToBstr(key, function), &value), function);
     return value != FALSE;
 }
 
 int NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagInteger(const CXString& key) const {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagInteger";
     LONG value = 0;
-    m_bag->GetInt32(ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagInteger"), &value);
+    Got(m_bag->GetInt32(ToBstr(key, function), &value), function);
     return value;
 }
 
 void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagString(const CXString& key,
                                                                     CXString& out) const {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagString";
     CComBSTR value;
-    m_bag->GetString(ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagString"), &value);
+    Got(m_bag->GetString(ToBstr(key, function), &value), function);
     out = CXString(value, static_cast<int>(value.Length()));
 }
 
 void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBytes(const CXString& key,
                                                                    ByteBuffer& out) const {
-    const CComBSTR name = ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBytes");
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagBytes";
+    const CComBSTR name = ToBstr(key, function);
     out.clear();
     DWORD size = 0;
     BYTE* bytes = nullptr;
-    const HRESULT hr = m_bag->GetBytes(name, &size, &bytes);
+    const HRESULT hr = Got(m_bag->GetBytes(name, &size, &bytes), function);
     const std::unique_ptr<BYTE, TaskMemoryDeleter> block(bytes);
     if (SUCCEEDED(hr) && size != 0) out.setWithLpbyte(bytes, size);
 }
 
 void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamBuffer(const CXString& key,
                                                                           ByteBuffer& out) const {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamBuffer";
     CComPtr<IStream> stream;
-    const HRESULT hr = m_bag->GetReadStream(
-        ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamBuffer"), &stream);
+    const HRESULT hr = Got(m_bag->GetReadStream(ToBstr(key, function), &stream), function);
     out.clear();
     if (SUCCEEDED(hr) && stream) out = ConvertStreamToByteBuffer(stream);
 }
 
 void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamAsCPString(const CXString& key,
                                                                               CPString& out) const {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamAsCPString";
     CComPtr<IStream> stream;
-    const HRESULT hr = m_bag->GetReadStream(
-        ToBstr(key, "NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagStreamAsCPString"), &stream);
+    const HRESULT hr = Got(m_bag->GetReadStream(ToBstr(key, function), &stream), function);
     out.clear();
     if (SUCCEEDED(hr) && stream) out = ConvertStreamToCPString(stream);
 }
@@ -99,54 +122,58 @@ void NativeComPrinterPropertyBagAccess::GetPrinterPropertyBagCompressedStreamBuf
 }
 
 void NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBool(const CXString& key, bool value) {
-    m_bag->SetBool(ToBstr(key, "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBool"),
-                   value ? TRUE : FALSE);
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBool";
+    ReportIfFailed(m_bag->SetBool(ToBstr(key, function), value ? TRUE : FALSE), function);
 }
 
 void NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagInteger(const CXString& key, int value) {
-    m_bag->SetInt32(ToBstr(key, "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagInteger"), value);
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagInteger";
+    ReportIfFailed(m_bag->SetInt32(ToBstr(key, function), value), function);
 }
 
 void NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagString(const CXString& key,
                                                                     const CXString& value) {
     constexpr auto function = "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagString";
-    m_bag->SetString(ToBstr(key, function), ToBstr(value, function));
+    ReportIfFailed(m_bag->SetString(ToBstr(key, function), ToBstr(value, function)), function);
 }
 
 void NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBytes(const CXString& key,
                                                                    const ByteBuffer& value) {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBytes";
     // The published operation takes the bytes without const; it only reads them.
-    m_bag->SetBytes(ToBstr(key, "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagBytes"),
-                    value.getDword(), const_cast<BYTE*>(value.getLpbyte()));
+    ReportIfFailed(
+        m_bag->SetBytes(ToBstr(key, function), value.getDword(), const_cast<BYTE*>(value.getLpbyte())),
+        function);
 }
 
 void NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagStreamBuffer(const CXString& key,
                                                                           const ByteBuffer& value) {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagStreamBuffer";
+    ByteBuffer old;
+    GetPrinterPropertyBagStreamBuffer(key, old);
     CComPtr<IStream> stream;
-    const HRESULT hr = m_bag->GetWriteStream(
-        ToBstr(key, "NativeComPrinterPropertyBagAccess::SetPrinterPropertyBagStreamBuffer"), &stream);
+    const HRESULT hr = ReportIfFailed(m_bag->GetWriteStream(ToBstr(key, function), &stream), function);
     if (FAILED(hr) || !stream) return;
-    ULONG written = 0;
-    stream->Write(value.getLpbyte(), value.getDword(), &written);
-    // Cuts off what a longer value left behind.
-    ULARGE_INTEGER size{};
-    size.QuadPart = value.getDword();
-    stream->SetSize(size);
+    if (TryWriteWhole(*stream, value, function)) return;
+    // Half of the new value, or its start with the end of the old one, is neither.
+    if (SUCCEEDED(stream->Seek({}, STREAM_SEEK_SET, nullptr))) TryWriteWhole(*stream, old, function);
 }
 
 ByteBuffer NativeComPrinterPropertyBagAccess::ConvertStreamToByteBuffer(CComPtr<IStream>& stream) {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::ConvertStreamToByteBuffer";
     ULONG size = 0;
-    if (!TryGetSize(*stream, size)) return {};
+    if (!TryGetSize(*stream, size, function)) return {};
     ByteBuffer result;
     result.resize(size);
-    if (!TryReadWhole(*stream, result.data(), size)) return {};
+    if (!TryReadWhole(*stream, result.data(), size, function)) return {};
     return result;
 }
 
 CPString NativeComPrinterPropertyBagAccess::ConvertStreamToCPString(CComPtr<IStream>& stream) {
+    constexpr auto function = "NativeComPrinterPropertyBagAccess::ConvertStreamToCPString";
     ULONG size = 0;
-    if (!TryGetSize(*stream, size)) return {};
+    if (!TryGetSize(*stream, size, function)) return {};
     std::string bytes(size, '\0');
-    if (!TryReadWhole(*stream, bytes.data(), size)) return {};
+    if (!TryReadWhole(*stream, bytes.data(), size, function)) return {};
     return CPString(std::move(bytes));
 }

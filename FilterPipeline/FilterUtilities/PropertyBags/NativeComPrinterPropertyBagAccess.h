@@ -10,8 +10,8 @@
 #include <printerextension.h>
 
 // The library's view of a printer property bag of the platform. A value that is missing and a value that
-// cannot be read look alike: false, 0, or empty. Throws only when memory is out. As safe between threads as
-// the bag is.
+// cannot be read look alike: false, 0, or empty; but the latter is reported, as is one that cannot be set,
+// and which then stays as it was. Throws only when memory is out. As safe between threads as the bag is.
 class OV_FILTER_UTILITIES_API NativeComPrinterPropertyBagAccess : public IPrinterPropertyBagAccess {
 public:
     // What the maker of the object says of the bag. Stored only.

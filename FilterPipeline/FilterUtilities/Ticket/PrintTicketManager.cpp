@@ -72,13 +72,7 @@ bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
 template <typename Part>
 HRESULT FetchTicket(Part& part, CComPtr<IPartPrintTicket>& ticket) {
     const HRESULT hr = part.GetPrintTicket(&ticket);
-    if (hr == E_ELEMENT_NOT_FOUND) return hr;
-    try {
-        ThrowIfFailed(hr, mergeFunction);
-    } catch (const CPComException&) {
-        ReportCaughtException(mergeFunction);
-    }
-    return hr;
+    return hr == E_ELEMENT_NOT_FOUND ? hr : ReportIfFailed(hr, mergeFunction);
 }
 
 void StripPasscode(const Document& document) {

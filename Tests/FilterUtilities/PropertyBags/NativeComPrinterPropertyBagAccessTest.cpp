@@ -1,7 +1,9 @@
+#include "Support/FailureSweep.h"
 #include "Support/FakePrinterPropertyBag.h"
 #include "Support/VirtualSlots.h"
 
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+#include <Spooler/QueuePropertyBag.h>
 
 #include <gtest/gtest.h>
 
@@ -104,6 +106,63 @@ TEST_F(NativeComPrinterPropertyBagAccessTest, StreamThatCannotBeReadWholeIsEmpty
         access->GetPrinterPropertyBagStreamAsCPString(key, narrow);
         EXPECT_TRUE(narrow.isEmpty()) << static_cast<int>(trouble);
     }
+}
+
+TEST_F(NativeComPrinterPropertyBagAccessTest, NoFailureOfTheBagPassesWithoutAWord) {
+    using Access = NativeComPrinterPropertyBagAccess;
+    struct World {
+        World() {
+            OvPlatform::QueuePropertyBag::Create({}, OvPlatform::QueuePropertyBag::Access::ReadWrite, &bag);
+            access = std::make_unique<Access>(*bag.p, Access::AssertionPolicyBagIsHeldElsewhere);
+            access->SetPrinterPropertyBagInteger(L"number", 7);
+            access->SetPrinterPropertyBagString(L"text", L"old");
+            access->SetPrinterPropertyBagBytes(L"bytes", Bytes("old"));
+            access->SetPrinterPropertyBagStreamBuffer(L"stream", Bytes("old and long"));
+        }
+        [[nodiscard]] std::string State() const {
+            return std::to_string(access->GetPrinterPropertyBagInteger(L"number")) + Strings();
+        }
+        [[nodiscard]] std::string Strings() const {
+            CXString text;
+            CPString narrow;
+            ByteBuffer buffer;
+            access->GetPrinterPropertyBagString(L"text", text);
+            access->GetPrinterPropertyBagStreamAsCPString(L"stream", narrow);
+            access->GetPrinterPropertyBagBytes(L"bytes", buffer);
+            return std::string(CPString(text).view()) + "|" + std::string(narrow.view()) + "|" + Text(buffer);
+        }
+
+        CComPtr<IPrinterPropertyBag> bag;
+        std::unique_ptr<IPrinterPropertyBagAccess> access;
+    };
+    const struct {
+        const char* name;
+        FailureSweep<World>::Operation operation;
+    } operations[] = {
+        {"reading", [](World& world) { return SweptAnswer(world.State()); }},
+        {"setting a number",
+         [](World& world) {
+             world.access->SetPrinterPropertyBagInteger(L"number", 8);
+             return SweptAnswer();
+         }},
+        {"setting a text",
+         [](World& world) {
+             world.access->SetPrinterPropertyBagString(L"text", L"new");
+             return SweptAnswer();
+         }},
+        {"setting bytes",
+         [](World& world) {
+             world.access->SetPrinterPropertyBagBytes(L"bytes", Bytes("new"));
+             return SweptAnswer();
+         }},
+        {"setting a stream",
+         [](World& world) {
+             world.access->SetPrinterPropertyBagStreamBuffer(L"stream", Bytes("new"));
+             return SweptAnswer();
+         }},
+    };
+    for (const auto& each : operations)
+        FailureSweep<World>([] { return std::make_unique<World>(); }, each.operation).Run(each.name);
 }
 
 TEST_F(NativeComPrinterPropertyBagAccessTest, KeepsItsSlots) {
