@@ -3,8 +3,6 @@
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/VirtualSlots.h"
 
-#include <Com/FaultInjection.h>
-
 namespace {
 
 using Settings = PrintTicketOrvelPublicDocSettingsReaderWriter;
@@ -397,28 +395,4 @@ TEST(PublicDocSettings, NamesThatAreNoneAreRefusedWithoutHarm) {
     }
     ASSERT_EQ(settings.CommitChangesToPrintTicket(), S_OK);
     EXPECT_EQ(InSettings(ticket, "count(//*)"), "3");
-}
-
-TEST(PublicDocSettings, AnyFailureOfThePlatformBecomesACodeAndLosesNothing) {
-    for (LONG n = 1;; ++n) {
-        OpenTicket ticket(TicketWith(std::string(root) + "<sides>one-sided</sides>" + rootEnd));
-        Settings settings(&ticket);
-        bool wasHit = false;
-        LONG set = S_OK;
-        LONG committed = S_OK;
-        {
-            const OvPlatform::FaultInjectionScope fault(n);
-            set = settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"title", L"text", false,
-                                                                                   L"t");
-            committed = settings.CommitChangesToPrintTicket();
-            wasHit = OvPlatform::FaultInjection::HasFailed();
-        }
-        if (!wasHit) {
-            EXPECT_GT(n, 10);
-            break;
-        }
-        Settings again(&ticket);
-        EXPECT_EQ(Read(again, L"sides"), (Answer{S_OK, true, L"one-sided"}))
-            << "fault " << n << " " << set << " " << committed;
-    }
 }

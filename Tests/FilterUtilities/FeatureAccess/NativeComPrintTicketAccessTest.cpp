@@ -4,8 +4,6 @@
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/VirtualSlots.h"
 
-#include <Com/FaultInjection.h>
-
 #include <fstream>
 #include <sstream>
 
@@ -530,28 +528,4 @@ TEST(TicketAccess, WhatIsNotKnownOrNotDeclaredIsNoFailure) {
     EXPECT_EQ(XmlOf(keywordless), empty);
     EXPECT_THROW(AccessTo("<a/>", Capabilities("")), CPComException);
     EXPECT_THROW(AccessTo(Ticket(""), "no XML"), CPComException);
-}
-
-TEST(TicketAccess, FailuresOfThePlatformLeaveATicketThatReads) {
-    const std::string capabilities =
-        Capabilities(Named("Feature", "psk:PageMediaType", Offer("psk:Plain") + Offer("psk:Bond")));
-    for (LONG n = 1;; ++n) {
-        Access access = AccessTo(
-            Ticket(Feature("psk:PageMediaType", "psk:Plain") + Feature("psk:PageMediaColor", "psk:Red")),
-            capabilities);
-        {
-            const OvPlatform::FaultInjectionScope fault(n);
-            EXPECT_NO_THROW(access.SetCurrentValueOptionFeature(L"PageMediaType", L"Bond"));
-            EXPECT_NO_THROW(static_cast<void>(access.IsSupportedPrintTicketFeature(L"PageMediaType")));
-        }
-        const Access fresh = AccessTo(XmlOf(access), capabilities);
-        EXPECT_EQ(OptionOf(fresh, "PageMediaColor"), "Red") << n;
-        EXPECT_TRUE(access.IsSupportedPrintTicketFeature(L"PageMediaType"))
-            << n << ": a failure is not remembered";
-        if (!OvPlatform::FaultInjection::HasFailed()) {
-            EXPECT_GT(n, 10);
-            EXPECT_EQ(OptionOf(fresh, "PageMediaType"), "Bond");
-            break;
-        }
-    }
 }
