@@ -20,24 +20,9 @@ VARIANT Reference(IXMLDOMNode* node) {
     return variant;
 }
 
-/// The attributes of an element, in their order.
-std::vector<CComPtr<IXMLDOMNode>> AttributesOf(IXMLDOMNode* element) {
-    std::vector<CComPtr<IXMLDOMNode>> found;
-    CComPtr<IXMLDOMNamedNodeMap> attributes;
-    if (FAILED(element->get_attributes(&attributes)) || !attributes || FAILED(attributes->reset()))
-        return found;
-    for (;;) {
-        Node attribute;
-        if (FAILED(attributes->nextNode(&attribute)) || !attribute) return found;
-        found.push_back(attribute);
-    }
-}
-
-CComBSTR NameOf(IXMLDOMNode* node) {
-    CComBSTR name;
-    node->get_nodeName(&name);
-    return name;
-}
+// What is declared as a private name is written. The attributes of a root element can be thousands: no others
+// are looked at.
+constexpr const wchar_t* declarations[] = {L"xmlns:ok", L"xmlns:ns0000"};
 
 std::wstring_view TextOf(const CComVariant& value) {
     return value.vt == VT_BSTR ? std::wstring_view(value.bstrVal, ::SysStringLen(value.bstrVal))
@@ -49,7 +34,11 @@ std::wstring_view TextOf(const CComVariant& value) {
 TreeChange::TreeChange(IXMLDOMNode* root, const char* function) : m_function(function) {
     if (root == nullptr) ThrowComException(E_PENDING, function);
     ThrowIfFailed(root->QueryInterface(&m_root), function);
-    ThrowIfFailed(root->cloneNode(VARIANT_FALSE, &m_rootBefore), function);
+    for (const wchar_t* const name : declarations) {
+        Declaration declaration{Make(name, function), {}};
+        ThrowIfFailed(m_root->getAttribute(declaration.name, &declaration.uri), function);
+        m_declarations.push_back(std::move(declaration));
+    }
 }
 
 TreeChange::~TreeChange() {
@@ -57,7 +46,7 @@ TreeChange::~TreeChange() {
     try {
         for (auto step = m_steps.rbegin(); step != m_steps.rend(); ++step)
             TakeBack(*step);
-        RestoreRootAttributes();
+        RestoreDeclarations();
     } catch (...) {
         // A second failure, on the way back from the first: there is nothing left to try.
     }
@@ -146,19 +135,13 @@ void TreeChange::TakeBack(const Before& step) {
     if (SUCCEEDED(step.node->get_parentNode(&parent)) && parent) parent->removeChild(step.node, nullptr);
 }
 
-void TreeChange::RestoreRootAttributes() const {
-    CComPtr<IXMLDOMElement> before;
-    if (FAILED(m_rootBefore.QueryInterface(&before))) return;
-    for (const Node& attribute : AttributesOf(m_root)) {
-        const CComBSTR name = NameOf(attribute);
-        CComVariant value;
-        if (before->getAttribute(name, &value) == S_FALSE) m_root->removeAttribute(name);
-    }
-    for (const Node& attribute : AttributesOf(before)) {
-        const CComBSTR name = NameOf(attribute);
-        CComVariant wanted;
-        CComVariant value;
-        if (FAILED(attribute->get_nodeValue(&wanted)) || FAILED(m_root->getAttribute(name, &value))) continue;
-        if (TextOf(value) != TextOf(wanted)) m_root->setAttribute(name, wanted);
+void TreeChange::RestoreDeclarations() const {
+    for (const Declaration& before : m_declarations) {
+        CComVariant uri;
+        if (FAILED(m_root->getAttribute(before.name, &uri)) || TextOf(uri) == TextOf(before.uri)) continue;
+        if (before.uri.vt == VT_BSTR)
+            m_root->setAttribute(before.name, before.uri);
+        else
+            m_root->removeAttribute(before.name);
     }
 }

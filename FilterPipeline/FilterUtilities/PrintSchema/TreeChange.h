@@ -11,7 +11,8 @@ class PrintTicketQueryBuilder;
 
 /// Changes of a document's tree that count together. Each is made at once, and what is new is given complete
 /// and stands in the tree before what is old goes. Unless Keep is called, the end of this object's life takes
-/// them all back, the last one first, and gives the root element the attributes that it had.
+/// them all back, the last one first; and the root element then declares the prefixes of private keywords as
+/// it did before, whoever changed that.
 ///
 /// Failures are raised as CPComException under the name of the operation whose changes they are; what failed
 /// has changed nothing. The nodes stay referenced. One thread, and one object for a tree at a time.
@@ -48,15 +49,21 @@ private:
         CComVariant value;
     };
 
+    /// An attribute of the root element as it was; not a text if there was none.
+    struct Declaration {
+        CComBSTR name;
+        CComVariant uri;
+    };
+
     void Insert(IXMLDOMNode* parent, IXMLDOMNode* child, IXMLDOMNode* before);
     [[nodiscard]] Before PlaceOf(IXMLDOMNode* node) const;
     [[nodiscard]] std::vector<CComPtr<IXMLDOMNode>> Find(const PrintTicketQueryBuilder& query) const;
     static void TakeBack(const Before& step);
-    void RestoreRootAttributes() const;
+    void RestoreDeclarations() const;
 
     CComPtr<IXMLDOMElement> m_root;
     const char* m_function;
-    CComPtr<IXMLDOMNode> m_rootBefore; // without children
+    std::vector<Declaration> m_declarations;
     std::vector<Before> m_steps;
     bool m_isKept = false;
 };
