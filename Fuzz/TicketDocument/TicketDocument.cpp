@@ -1,4 +1,5 @@
-// Any bytes as a Print Ticket: they load or are refused, and what loads can be asked, edited and copied.
+// Any bytes as a Print Ticket: they load or are refused, and what loads can be asked, edited and copied. A
+// private name that was written is there for whoever reads the text next.
 
 #include <LowLevelFacilities/CPException.h>
 #include <PrintSchema/DomDocumentCache.h>
@@ -19,7 +20,8 @@ void Try(const Step& step) {
     }
 }
 
-void AskAndEdit(PrintTicketXmlDocument& ticket) {
+// Whether the attribute bytes were written.
+bool AskAndEdit(PrintTicketXmlDocument& ticket) {
     using namespace PrintSchema;
     const CComBSTR psk = ticket.GetKeywordsNsPrefix();
     const CComBSTR user = ticket.GetUserKeywordsNsPrefix();
@@ -46,8 +48,28 @@ void AskAndEdit(PrintTicketXmlDocument& ticket) {
     Try([&] { ticket.AddUserKeywordsNamespaceDefinitionIfMissing(); });
     Try([&] { ticket.SetProcessingInstructionsEncodingUtf8(); });
     Try([&] { ticket.AddOrReplaceOcptParameterInit(L"<ocpt/>"); });
-    Try([&] { ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(20)); });
     Try([&] { ticket.AppendChildIntegerScoredProperty(ticket.GetRootNode(), L"A", 1); });
+    bool isWritten = false;
+    Try([&] {
+        isWritten = ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(20)) == S_OK;
+    });
+    return isWritten;
+}
+
+void RequireBytesIn(const PrintTicketXmlDocument& ticket) {
+    CComBSTR text;
+    CComPtr<IXMLDOMDocument2> document;
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    if (ticket.get_xml(&text) != S_OK || FAILED(document.CoCreateInstance(__uuidof(DOMDocument60))) ||
+        FAILED(document->loadXML(text, &isLoaded)) || isLoaded != VARIANT_TRUE)
+        return;
+    ByteBuffer bytes;
+    bool isFound = false;
+    Try([&] {
+        const PrintTicketXmlDocument fresh(document.p);
+        isFound = fresh.GetOrvelCompleteDocSettingsFromPrintTicket(bytes) == S_OK;
+    });
+    if (!isFound) std::abort();
 }
 
 } // namespace
@@ -60,7 +82,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         std::abort();
     Try([&] {
         PrintTicketXmlDocument ticket(stream.p);
-        AskAndEdit(ticket);
+        if (AskAndEdit(ticket)) RequireBytesIn(ticket);
         CComPtr<IXMLDOMDocument2> copy;
         if (SUCCEEDED(CreateCopyOfIXMLDOMDocument(ticket.GetDomDocPtr(), &copy)))
             PrintTicketXmlDocument again(copy.p);

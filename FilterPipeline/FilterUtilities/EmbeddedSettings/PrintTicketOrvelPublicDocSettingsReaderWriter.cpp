@@ -1,8 +1,8 @@
 #include "PrintTicketOrvelPublicDocSettingsReaderWriter.h"
 
 #include <ComSupport/ThrowHresult.h>
+#include <PrintSchema/DocumentQuery.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
-#include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 #include <PrintSchema/TreeChange.h>
 #include <Xml/UtilitiesLibraryHost.h>

@@ -95,12 +95,6 @@ CPString XmlOf(const PrintSchemaXmlDocument& document, const char* function) {
     return ToUtf8(xml);
 }
 
-CComBSTR TextOf(const PrintTicketQueryBuilder& query) {
-    CComBSTR text;
-    query.GetQuery(&text);
-    return text;
-}
-
 CComPtr<IXMLDOMNode> FirstChild(IXMLDOMNode* node, const char* function) {
     CComPtr<IXMLDOMNode> child;
     ThrowIfFailed(node->get_firstChild(&child), function);
@@ -178,6 +172,8 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
         prefixes.prefixes.emplace(ns, prefix);
         prefixes.namespaces.emplace(ToCXString(prefix), ns);
     }
+    // What is written may get this prefix where the other one is somebody else's.
+    prefixes.namespaces.emplace(PrintSchema::USER_KEYWORDS_NS_PREFIX, UserKeywordsNamespace);
     return prefixes;
 }
 
@@ -269,9 +265,8 @@ const PrintTicketFeatureInformation* This::GetWritableFeature(const CXString& fe
     return row == nullptr || GetNamespaceComString(row->ns, false).Length() == 0 ? nullptr : row;
 }
 
-PrintTicketQueryBuilder This::GetPrintTicketQueryForFeature(const CXString& feature,
-                                                            bool forCapabilities) const {
-    PrintTicketQueryBuilder query(GetNamespaceComString(FrameworkNamespace, forCapabilities));
+DocumentQuery This::GetPrintTicketQueryForFeature(const CXString& feature, bool forCapabilities) const {
+    DocumentQuery query(Document(forCapabilities));
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return query;
     const CComBSTR& prefix = GetNamespaceComString(row->ns, forCapabilities);
@@ -282,10 +277,9 @@ PrintTicketQueryBuilder This::GetPrintTicketQueryForFeature(const CXString& feat
 }
 
 CComPtr<IXMLDOMNode> This::FindFeature(const CXString& feature, bool inCapabilities) const {
-    CComPtr<IXMLDOMNode> node;
-    const CComBSTR query = TextOf(GetPrintTicketQueryForFeature(feature, inCapabilities));
-    if (query.Length() != 0) Document(inCapabilities).GetNode(query, &node);
-    return node;
+    const DocumentQuery query = GetPrintTicketQueryForFeature(feature, inCapabilities);
+    if (query.Text().Length() == 0) return nullptr;
+    return query.FindFirst("NativeComPrintTicketAccess::FindFeature");
 }
 
 // ---- The capabilities
@@ -333,13 +327,13 @@ bool This::IsSecurePrintSupported() const {
 void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
     out.Empty();
     WithoutFailures("NativeComPrintTicketAccess::GetFeatureDisplayName", [&] {
-        PrintTicketQueryBuilder query = GetPrintTicketQueryForFeature(feature, true);
-        if (TextOf(query).Length() == 0) return;
+        DocumentQuery query = GetPrintTicketQueryForFeature(feature, true);
+        if (query.Text().Length() == 0) return;
         // Its own name, not that of an option.
         query.AddChildProperty(GetNamespaceComString(KeywordsNamespace, true),
                                PrintSchema::DISPLAYNAME_VALUE_NAME);
         CComBSTR name;
-        m_capabilities->QueryNodeValue(TextOf(query), &name);
+        m_capabilities->QueryNodeValue(query.Text(), &name);
         out = ToCXString(name);
     });
 }
@@ -356,12 +350,12 @@ void This::GetRangeCapability(const CXString& feature, std::pair<int, int>& minM
 }
 
 int This::GetJobCopiesMaximumValue() const {
-    PrintTicketQueryBuilder query =
+    DocumentQuery query =
         GetPrintTicketQueryForFeature(PrintSchema::JobCopiesAllDocuments::PARAMETERNAME, true);
     int maximum = 0;
-    if (TextOf(query).Length() == 0) return maximum;
+    if (query.Text().Length() == 0) return maximum;
     query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), PrintSchema::MAX_VALUE_NAME);
-    m_capabilities->QueryNodeValue(TextOf(query), &maximum);
+    m_capabilities->QueryNodeValue(query.Text(), &maximum);
     return maximum;
 }
 
@@ -375,10 +369,10 @@ void This::GetJobPasscodeStringAllowableRange(int& min, int& max) const {
 
 void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) const {
     const auto read = [&](const wchar_t* property, int& value) {
-        PrintTicketQueryBuilder query = GetPrintTicketQueryForFeature(parameter, true);
-        if (TextOf(query).Length() == 0) return false;
+        DocumentQuery query = GetPrintTicketQueryForFeature(parameter, true);
+        if (query.Text().Length() == 0) return false;
         query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), property);
-        return m_capabilities->QueryNodeValue(TextOf(query), &value) == S_OK;
+        return m_capabilities->QueryNodeValue(query.Text(), &value) == S_OK;
     };
     int newMin = 0;
     int newMax = 0;
@@ -606,8 +600,13 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
     TreeChange change(m_ticket->GetRootNode(), function);
     CComPtr<IXMLDOMElement> feature;
     CComPtr<IXMLDOMElement> option;
-    m_ticket->CreateFeatureOptionPair(row.name, row.ns == KeywordsNamespace, optionName,
-                                      optionNamespace == KeywordsNamespace, &feature, &option);
+    const auto isPrivate = [](PrintTicketNamespace ns) {
+        return ns == UserKeywordsNamespace || ns == NoNamespace;
+    };
+    // A name of somebody else, with their prefix, would become one of ours.
+    if (optionNamespace == NoNamespace && optionName.Find(L':') >= 0) ThrowComException(E_FAIL, function);
+    m_ticket->CreateFeatureOptionPair(row.name, !isPrivate(row.ns), optionName, !isPrivate(optionNamespace),
+                                      &feature, &option);
     // The ticket itself makes names with two prefixes only.
     const auto rename = [&](IXMLDOMElement* element, const CXString& name) {
         const CComBSTR fullName =
@@ -626,8 +625,8 @@ void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString&
     if (row == nullptr || row->element != Row::Feature) return;
     CXString current;
     GetCurrentValueOptionFeature(feature, current);
-    if (current == value) return;
     WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueOptionFeature", [&] {
+        if (current == value && !IsCustomSizeWithoutNumbers(value)) return;
         const auto isFeature = [&](const wchar_t* const* name) { return feature == *name; };
         if (std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures), isFeature))
             ReplaceFeature(*row, value, KeywordsNamespace);
@@ -648,13 +647,44 @@ void This::SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CX
     const std::pair<Dimension, Dimension> none;
     const auto& [width, height] = found == sizes.end() ? none : std::get<5>(*found);
     PcFormInfo form{WholeMicrons(width), WholeMicrons(height), value, PrintSchema::KeywordsNs};
+    const bool isCustom = value == PrintSchema::PageMediaSize::CustomMediaSize;
+    if (isCustom) {
+        form.width = ReadCustomLength(PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PARAM);
+        form.height = ReadCustomLength(PrintSchema::PageMediaSize::MEDIASIZEHEIGHT_PARAM);
+    }
     if (form.width == 0 || form.height == 0) {
         SetOfferedOption(row, value); // there is no size to write
         return;
     }
     // In a form, the numbers of the namespaces stand crosswise.
-    if (std::get<2>(*found) == KeywordsNamespace) form.nameSpace = PrintSchema::UserKeywordsNs;
+    if (isCustom || std::get<2>(*found) == KeywordsNamespace) form.nameSpace = PrintSchema::UserKeywordsNs;
     PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(*m_ticket, form);
+}
+
+bool This::IsCustomSizeWithoutNumbers(const CXString& option) const {
+    using namespace PrintSchema::PageMediaSize;
+    const auto lacks = [&](const wchar_t* property) {
+        int length = 0;
+        return m_ticket->GetScoredPropertyValue(FEATURE, true, property, &length) != S_OK || length <= 0;
+    };
+    return option == CustomMediaSize && (lacks(MEDIASIZEWIDTH_PROP) || lacks(MEDIASIZEHEIGHT_PROP));
+}
+
+int This::ReadCustomLength(const wchar_t* parameter) const {
+    CXString text;
+    m_ticket->GetStringParameterInitValue(GetNamespaceComString(KeywordsNamespace, false), parameter, text);
+    int length = text.GetAsInt();
+    if (length > 0) return length;
+    const CComBSTR& keywords = GetNamespaceComString(KeywordsNamespace, true);
+    if (keywords.Length() != 0) {
+        DocumentQuery query(*m_capabilities);
+        query.AddParameterDef(keywords, parameter);
+        query.AddProperty(GetNamespaceComString(FrameworkNamespace, true),
+                          PrintSchema::DEFAULTVAL_VALUE_NAME);
+        m_capabilities->QueryNodeValue(query.Text(), &length);
+    }
+    if (length <= 0) ThrowComException(E_FAIL, "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
+    return length;
 }
 
 void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {

@@ -4,8 +4,8 @@
 
 #include <ComSupport/FilterUtilitiesExport.h>
 #include <DeviceDescription/IPrintTicketAccess.h>
+#include <PrintSchema/DocumentQuery.h>
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
 #include <functional>
@@ -98,8 +98,8 @@ private:
     /// Null also for one whose namespace the ticket does not declare: it has no name to stand under.
     [[nodiscard]] const PrintTicketFeatureInformation* GetWritableFeature(const CXString& feature) const;
     /// Empty for a feature that is not known, or whose namespace the document does not declare.
-    [[nodiscard]] PrintTicketQueryBuilder GetPrintTicketQueryForFeature(const CXString& feature,
-                                                                        bool forCapabilities) const;
+    [[nodiscard]] DocumentQuery GetPrintTicketQueryForFeature(const CXString& feature,
+                                                              bool forCapabilities) const;
     [[nodiscard]] CComPtr<IXMLDOMNode> FindFeature(const CXString& feature, bool inCapabilities) const;
     [[nodiscard]] bool IsInCapabilities(const PrintTicketFeatureInformation& row) const;
     [[nodiscard]] bool IsPasscodeSelectable() const;
@@ -137,6 +137,10 @@ private:
     /// With what `make` gives, or with nothing.
     void ReplaceParameter(const CXString& feature, const ParameterMaker& make);
     void SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value);
+    [[nodiscard]] bool IsCustomSizeWithoutNumbers(const CXString& option) const;
+    /// The numbers of a custom size whose name is all that is given: those that the ticket holds, else those
+    /// that the printer gives it. Raises E_FAIL where there are none.
+    [[nodiscard]] int ReadCustomLength(const wchar_t* parameter) const;
     void SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value);
     void SetPagesPerSheet(const CXString& feature, const CXString& value);
 

@@ -6,8 +6,8 @@
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <PrintSchema/Bstr.h>
+#include <PrintSchema/DocumentQuery.h>
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintTicketQueryBuilder.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 #include <PrintSchema/TreeChange.h>
 
@@ -51,10 +51,6 @@ struct Option {
 
 /// The feature with an option of that name, not yet part of the ticket.
 Option CreateOption(PrintTicketXmlDocument& ticket, const CXString& name, bool isPublic) {
-    // A name that would not be the driver's own for those who read the ticket next is not written.
-    if (!isPublic)
-        ThrowIfFailed(ticket.DeclareUserKeywordsNsPrefix(),
-                      "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
     Option created;
     ticket.CreateFeatureOptionPair(FEATURE, true, name, isPublic, &created.feature, &created.option);
     return created;

@@ -1,8 +1,10 @@
 #include "PrintCapabilitiesXmlDocument.h"
 
 #include "Bstr.h"
+#include "DocumentQuery.h"
 #include "PrintTicketQueryBuilder.h"
 #include "PrintTicketXmlDocument.h"
+#include "TreeChange.h"
 
 #include <ComSupport/MsSafeVariant.h>
 #include <ComSupport/ThrowHresult.h>
@@ -115,9 +117,10 @@ CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateNamedElement(const w
                                                                          const wchar_t* displayName,
                                                                          const char* function) {
     RequireTexts({name, displayName}, function);
-    CComPtr<IXMLDOMElement> created =
-        CreateFrameworkElement(element, Join({View(prefix), View(name)}, function));
+    TreeChange change(GetRootNode(), function);
+    CComPtr<IXMLDOMElement> created = CreateFrameworkElement(element, prefix, name);
     AppendChildStringProperty(created, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
+    change.Keep();
     return created;
 }
 
@@ -143,10 +146,12 @@ HRESULT PrintCapabilitiesXmlDocument::CreatePickOneFeature(const wchar_t* prefix
                                                            const wchar_t* displayName, IXMLDOMElement** out) {
     constexpr char function[] = "PrintCapabilitiesXmlDocument::CreatePickOneFeature";
     RequireOut(out, function);
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> feature =
         CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName, function);
     AppendProperty(feature, FrameworkNs, PrintSchema::SELECTIONTYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
                    Join({View(KeywordsPrefix()), PrintSchema::PICKONE_VALUE_NAME}, function));
+    change.Keep();
     *out = feature.Detach();
     return S_OK;
 }
@@ -161,11 +166,14 @@ HRESULT PrintCapabilitiesXmlDocument::CreateOption(const wchar_t* prefix, const 
 
 HRESULT PrintCapabilitiesXmlDocument::CreateAndAppendOption(const wchar_t* prefix, const wchar_t* name,
                                                             const wchar_t* displayName, IXMLDOMNode* parent) {
-    if (parent == nullptr)
-        ThrowComException(E_INVALIDARG, "PrintCapabilitiesXmlDocument::CreateAndAppendOption");
+    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateAndAppendOption";
+    if (parent == nullptr) ThrowComException(E_INVALIDARG, function);
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> option;
     CreateOption(prefix, name, displayName, &option);
-    return AppendChild(parent, option);
+    AppendChild(parent, option);
+    change.Keep();
+    return S_OK;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::CreateIntegerParameterDef(const wchar_t* prefix, const wchar_t* name,
@@ -197,6 +205,7 @@ HRESULT PrintCapabilitiesXmlDocument::CreateNumberParameterDef(const ParameterTe
                                                                const wchar_t* type, const Limits& limits,
                                                                IXMLDOMElement** out, const char* function) {
     RequireOut(out, function);
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, type, function);
     AppendProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, type, limits.defaultValue);
     AppendProperty(parameter, FrameworkNs, PrintSchema::MAX_VALUE_NAME, type, limits.maxValue);
@@ -205,6 +214,7 @@ HRESULT PrintCapabilitiesXmlDocument::CreateNumberParameterDef(const ParameterTe
     if (!limits.multiple.IsEmpty())
         AppendProperty(parameter, FrameworkNs, PrintSchema::MULTIPLE_VALUE_NAME, type, limits.multiple);
     AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, texts.displayName);
+    change.Keep();
     *out = parameter.Detach();
     return S_OK;
 }
@@ -219,12 +229,14 @@ HRESULT PrintCapabilitiesXmlDocument::CreateStringParameterDef(const wchar_t* pr
     RequireOut(out, function);
     RequireTexts({defaultValue}, function);
     const ParameterTexts texts = {prefix, name, mandatoryKeyword, displayName, unitType};
+    TreeChange change(GetRootNode(), function);
     CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, PrintSchema::SCHEMA_STRING, function);
     AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MAX_LENGTH_NAME, maxLength);
     AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MIN_LENGTH_NAME, minLength);
     AppendMandatoryAndUnit(parameter, texts, function);
     AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
     AppendChildStringProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, defaultValue);
+    change.Keep();
     *out = parameter.Detach();
     return S_OK;
 }
@@ -233,8 +245,8 @@ CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateParameterDef(const P
                                                                          const wchar_t* type,
                                                                          const char* function) {
     RequireTexts({texts.name, texts.mandatoryKeyword, texts.displayName, texts.unitType}, function);
-    CComPtr<IXMLDOMElement> parameter = CreateFrameworkElement(
-        PrintSchema::PARAM_DEF_ELEMENT_NAME, Join({View(texts.prefix), texts.name}, function));
+    CComPtr<IXMLDOMElement> parameter =
+        CreateFrameworkElement(PrintSchema::PARAM_DEF_ELEMENT_NAME, texts.prefix, texts.name);
     AppendProperty(parameter, FrameworkNs, PrintSchema::DATATYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
                    Join({View(TypesPrefix()), type}, function));
     return parameter;
@@ -308,11 +320,10 @@ HRESULT PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists(const wchar_t*
                                                                   IXMLDOMNode** out) const {
     constexpr char function[] = "PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists";
     RequireQuestion(name, out, function);
-    PrintTicketQueryBuilder builder(FrameworkPrefix());
-    builder.AddParameterDef(prefix, name);
-    CComBSTR query;
-    builder.GetQuery(&query);
-    return GetNode(query, out);
+    DocumentQuery query(*this);
+    query.AddParameterDef(prefix, name);
+    *out = query.FindFirst(function).Detach();
+    return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out,

@@ -1,7 +1,8 @@
 #include "PrintSchemaXmlDocument.h"
 
 #include "Bstr.h"
-#include "PrintTicketQueryBuilder.h"
+#include "DocumentQuery.h"
+#include "PrivateKeywordNames.h"
 #include "TreeChange.h"
 
 #include <ComSupport/MsSafeVariant.h>
@@ -9,7 +10,9 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPFormat.h>
 
+#include <algorithm>
 #include <cwchar>
+#include <iterator>
 #include <utility>
 
 using namespace PrintSchemaText;
@@ -171,6 +174,9 @@ void PrintSchemaXmlDocument::InitInstance() {
     // does not: the job's passcode would be taken for missing.
     hr = TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix, function);
     if (hr != E_FAIL) ThrowIfFailed(hr, function);
+    // A prefix that means something else here cannot mean private keywords, too.
+    if (IsPrefixOfOthers(View(m_userKeywordsPrefix)))
+        m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
 
     if (m_frameworkPrefix.Length() < 2) {
         ThrowComException(E_FAIL, function, "The root element does not declare the framework namespace.");
@@ -227,13 +233,16 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t*
 
 HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
     constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
-    if (View(m_userKeywordsPrefix) == PrintSchema::USER_KEYWORDS_NS_PREFIX) return S_OK;
     RefuseForeignUserPrefix();
     // The document may be another's, who is not to find it half renamed.
     TreeChange change(m_rootNode, function);
     CComBSTR newPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
     // Deliberate: only names are renamed. QNames in the text of values keep the old prefix.
-    RenameInNames(View(m_userKeywordsPrefix), change);
+    PrivateKeywordNames(*this, function).Normalise(change);
+    if (View(m_userKeywordsPrefix) == PrintSchema::USER_KEYWORDS_NS_PREFIX) {
+        change.Keep();
+        return S_OK;
+    }
 
     const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix), function);
     const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
@@ -255,6 +264,14 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
     return S_OK;
 }
 
+bool PrintSchemaXmlDocument::IsPrefixOfOthers(std::wstring_view prefix) const {
+    const CComBSTR* const others[] = {&m_xsdPrefix, &m_xsiPrefix, &m_frameworkPrefix, &m_keywordsPrefix,
+                                      &m_keywordsV11Prefix};
+    return std::any_of(std::begin(others), std::end(others), [prefix](const CComBSTR* other) {
+        return other->Length() > 0 && View(*other) == prefix;
+    });
+}
+
 void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
     constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
     CComBSTR bound;
@@ -266,53 +283,6 @@ void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
                                       "document binds to another namespace, %s)",
                                       m_userKeywordsPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX,
                                       bound.m_str));
-}
-
-void PrintSchemaXmlDocument::RenameInNames(std::wstring_view oldPrefix, TreeChange& change) {
-    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
-    const CXString from(oldPrefix.data(), static_cast<int>(oldPrefix.size()));
-    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(Make(L"//*[@name]", function), function);
-    ThrowIfFailed(nodes->reset(), function);
-    for (;;) {
-        CComPtr<IXMLDOMNode> node;
-        ThrowIfFailed(nodes->nextNode(&node), function);
-        if (!node) return;
-        const CComPtr<IXMLDOMNode> name = FindAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, function);
-        if (!name) continue;
-        MsSafeVariant value;
-        ThrowIfFailed(name->get_nodeValue(&value), function);
-        if (value.vt != VT_BSTR || !View(value.bstrVal).starts_with(oldPrefix)) continue;
-        CXString text(value.bstrVal);
-        text.Replace(from, PrintSchema::USER_KEYWORDS_NS_PREFIX);
-        change.SetValue(name, Make(text.View(), function));
-    }
-}
-
-HRESULT PrintSchemaXmlDocument::DeclareUserKeywordsNsPrefix() {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeclareUserKeywordsNsPrefix";
-    const std::wstring_view own = View(m_userKeywordsPrefix);
-    const std::wstring_view usual = PrintSchema::USER_KEYWORDS_NS_PREFIX;
-    if (own == usual) return S_OK;
-    RequireDocument(function);
-    CComBSTR first;
-    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &first) == S_OK && View(first) == own) return S_OK;
-    const CComBSTR declarations[] = {DeclarationName(own, function), DeclarationName(usual, function)};
-    for (const CComBSTR& declaration : declarations) {
-        CComBSTR uri;
-        if (ReadAttribute(m_rootNode, declaration, uri, function) &&
-            View(uri) != PrintSchema::USER_KEYWORDS_URI)
-            return E_FAIL;
-    }
-    CComPtr<IXMLDOMElement> root;
-    ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
-    TreeChange change(m_rootNode, function);
-    // Whoever reads the document renames the prefix that is declared first: the other one, which it renames
-    // to, must stand behind it.
-    ThrowIfFailed(root->removeAttribute(declarations[1]), function);
-    for (const CComBSTR& declaration : declarations)
-        AppendXMLAttribute(root, declaration, L"", PrintSchema::USER_KEYWORDS_URI);
-    change.Keep();
-    return S_FALSE;
 }
 
 CComBSTR PrintSchemaXmlDocument::GetFrameworkNsPrefix() const {
@@ -358,14 +328,21 @@ HRESULT PrintSchemaXmlDocument::GetKeywordAndPrefixFromName(const wchar_t* name,
     if (colon == nullptr) return S_OK;
 
     const CXString prefix(name, static_cast<int>(colon - name) + 1);
-    const auto isPrefix = [&prefix](const CComBSTR& candidate) {
-        return candidate.m_str != nullptr && ::_wcsicmp(prefix, candidate) == 0;
-    };
-    if (isPrefix(m_userKeywordsPrefix)) {
+    const std::vector<CXString> privatePrefixes = PrivatePrefixes();
+    if (std::any_of(privatePrefixes.begin(), privatePrefixes.end(),
+                    [&](const CXString& each) { return prefix.CompareNoCase(each) == 0; })) {
         ns = PrintSchema::UserKeywordsNs;
         return S_OK;
     }
-    return isPrefix(m_keywordsPrefix) ? S_OK : E_FAIL;
+    return m_keywordsPrefix.m_str != nullptr && prefix.CompareNoCase(m_keywordsPrefix) == 0 ? S_OK : E_FAIL;
+}
+
+std::vector<CXString> PrintSchemaXmlDocument::PrivatePrefixes() const {
+    std::vector<CXString> prefixes;
+    const PrivateKeywordNames names(*this, "PrintSchemaXmlDocument::GetKeywordAndPrefixFromName");
+    for (const std::wstring_view each : names.Prefixes())
+        prefixes.emplace_back(each.data(), static_cast<int>(each.size()));
+    return prefixes;
 }
 
 // ---- The document
@@ -541,13 +518,19 @@ HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath
     if (!option) return S_FALSE;
     const CComPtr<IXMLDOMNode> found = FindAttribute(option, attribute, function);
     if (!found) return S_FALSE;
-    ThrowIfFailed(found->put_nodeValue(Borrowed(Make(value, function))), function);
+    if (View(attribute) != PrintSchema::NAME_ATTRIBUTE_NAME) {
+        ThrowIfFailed(found->put_nodeValue(Borrowed(Make(value, function))), function);
+        return S_OK;
+    }
+    CComPtr<IXMLDOMElement> element;
+    ThrowIfFailed(option.QueryInterface(&element), function);
+    const std::size_t local = View(value).find(L':') + 1;
+    GiveName(element, Make(View(value).substr(0, local), function), value + local);
     return S_OK;
 }
 
-PrintTicketQueryBuilder PrintSchemaXmlDocument::FeatureQuery(const wchar_t* prefix,
-                                                             const wchar_t* name) const {
-    PrintTicketQueryBuilder query(m_frameworkPrefix);
+DocumentQuery PrintSchemaXmlDocument::FeatureQuery(const wchar_t* prefix, const wchar_t* name) const {
+    DocumentQuery query(*this);
     query.AddFeature(prefix, name);
     return query;
 }
@@ -556,9 +539,8 @@ HRESULT PrintSchemaXmlDocument::GetFeatureNodeIfExists(const wchar_t* prefix, co
                                                        IXMLDOMNode** out) const {
     constexpr char function[] = "PrintSchemaXmlDocument::GetFeatureNodeIfExists";
     RequireQuestion(name, out, function);
-    CComBSTR query;
-    FeatureQuery(prefix, name).GetQuery(&query);
-    return GetNode(query, out);
+    *out = FeatureQuery(prefix, name).FindFirst(function).Detach();
+    return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintSchemaXmlDocument::GetFeatureNode(const wchar_t* prefix, const wchar_t* name,
@@ -581,16 +563,9 @@ HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists(const wchar_
     constexpr char function[] = "PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists";
     if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    CComBSTR query;
-    FeatureQuery(prefix, name).GetQuery(&query);
-    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
-    LONG count = 0;
-    ThrowIfFailed(nodes->get_length(&count), function);
-    if (count < 2) return S_FALSE;
+    const std::vector<CComPtr<IXMLDOMNode>> features = FeatureQuery(prefix, name).FindAll(function);
     // Deliberate: one goes, however many there are.
-    CComPtr<IXMLDOMNode> first;
-    ThrowIfFailed(nodes->get_item(0, &first), function);
-    return DeleteNode(first);
+    return features.size() < 2 ? S_FALSE : DeleteNode(features.front());
 }
 
 HRESULT PrintSchemaXmlDocument::DeletePropertyNodesIfExist(const wchar_t* prefix, const wchar_t* name) {
@@ -598,21 +573,12 @@ HRESULT PrintSchemaXmlDocument::DeletePropertyNodesIfExist(const wchar_t* prefix
     // Deliberate: not E_INVALIDARG.
     if (IsEmpty(name)) ThrowComException(E_FAIL, function);
     RequireDocument(function);
-    PrintTicketQueryBuilder builder(m_frameworkPrefix);
-    builder.AddProperty(prefix, name);
-    CComBSTR query;
-    builder.GetQuery(&query);
-    const CComPtr<IXMLDOMNodeList> nodes = SelectNodes(query, function);
-    LONG count = 0;
-    ThrowIfFailed(nodes->get_length(&count), function);
+    DocumentQuery query(*this);
+    query.AddProperty(prefix, name);
     TreeChange change(m_rootNode, function);
-    for (LONG index = 0; index < count; ++index) {
-        CComPtr<IXMLDOMNode> node;
-        ThrowIfFailed(nodes->get_item(index, &node), function);
-        if (node) change.Remove(node);
-    }
+    const bool wasThere = change.Replace(query, nullptr);
     change.Keep();
-    return count > 0 ? S_OK : S_FALSE;
+    return wasThere ? S_OK : S_FALSE;
 }
 
 HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUri) {

@@ -11,16 +11,19 @@
 #include <msxml6.h>
 
 #include <string_view>
+#include <vector>
 
-class PrintTicketQueryBuilder;
-class TreeChange;
+class DocumentQuery;
 
 /// A Print Ticket or Print Capabilities document, over a DOM document that it shares: copies of the object
 /// work on the same tree. It knows the prefixes that the root element gives to the namespaces of Print
 /// Schema, and sees to it that private keywords have the prefix "ok:" in names, whatever they came with.
 ///
-/// Names are given as a prefix with its colon and a local name, which are joined as they are. Out texts are
-/// BSTRs and, like out interfaces, the caller's to free or release.
+/// Names are given as a prefix with its colon and a local name, which are joined as they are. Only the prefix
+/// that GetUserKeywordsNsPrefix gives, and "ok:", mean private keywords, however the document spells those:
+/// they are found by their namespace, and a new one gets a prefix that is not bound to another namespace and
+/// is declared. Where there is none, E_FAIL is raised and nothing changed. Out texts are BSTRs and, like out
+/// interfaces, the caller's to free or release.
 ///
 /// Operations with an HRESULT give S_OK, or S_FALSE where what is looked for does not exist; failures are
 /// raised as CPComException, with the HRESULT and the name of the operation: E_POINTER for null out
@@ -33,7 +36,7 @@ public:
     /// The local name of the root element, and the document, of which a reference is kept. Null gives an
     /// object without DOM. Raises if there is no such root element (with the code S_FALSE), if it does not
     /// declare the framework namespace with a prefix (E_FAIL), or if private names cannot have the prefix
-    /// "ok:" because the document binds that to another namespace (E_FAIL).
+    /// "ok:" because the document binds that to another namespace, at the root or where one stands (E_FAIL).
     PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document);
     /// Reads the stream from its start. Raises also if it does not parse: E_FAIL, with the place in the
     /// message.
@@ -79,7 +82,7 @@ public:
     HRESULT GetAttributeValue(IXMLDOMNode const* node, const wchar_t* attribute, wchar_t** out) const;
     HRESULT GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
     /// Finds all features of a name.
-    PrintTicketQueryBuilder FeatureQuery(const wchar_t* prefix, const wchar_t* name) const;
+    DocumentQuery FeatureQuery(const wchar_t* prefix, const wchar_t* name) const;
     /// Raises E_FAIL if there is none.
     HRESULT GetFeatureNode(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
 
@@ -126,13 +129,9 @@ public:
     HRESULT SetProcessingInstructionsEncodingUtf8();
     /// Declares the private keywords with the prefix "ok" on the root element. S_OK if they are declared
     /// already, S_FALSE if it declared them; GetUserKeywordsNsPrefix gives "ns0000:" all the same. Failures
-    /// are returned: E_FAIL, and nothing changed, if the document binds "ok" to another namespace.
+    /// are returned: E_FAIL, and nothing changed, if the document binds "ok" to another namespace, at the
+    /// root or where a name with that prefix stands.
     HRESULT AddUserKeywordsNamespaceDefinitionIfMissing();
-    /// Makes names with the prefix that GetUserKeywordsNsPrefix gives private keywords for whoever reads the
-    /// document next: declares that prefix on the root element, before "ok", and "ok" too. S_OK if nothing
-    /// was missing, S_FALSE if it declared them. E_FAIL, and nothing changed, if the document binds one of
-    /// the two to another namespace. Raises other failures.
-    HRESULT DeclareUserKeywordsNsPrefix();
     /// For diagnostic builds; without effect in this one.
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name, const CXString& extension) const;
 
@@ -175,12 +174,18 @@ protected:
     /// Of the names of types. "xsd:" for a document that does not declare them, "xsd1:" and so on where it
     /// gives that prefix to another namespace; a value made here with a type then declares it.
     CComBSTR TypesPrefix() const;
+    /// Under which private names stand below the root element, with their colon.
+    std::vector<CXString> PrivatePrefixes() const;
     /// Raises E_PENDING without DOM.
     void RequireDocument(const char* function) const;
     /// What a question for a node by its name needs; clears out.
     void RequireQuestion(const wchar_t* name, IXMLDOMNode** out, const char* function) const;
     /// An element of the framework namespace, with a name attribute unless name is empty.
-    CComPtr<IXMLDOMElement> CreateFrameworkElement(const wchar_t* elementName, BSTR name);
+    CComPtr<IXMLDOMElement> CreateFrameworkElement(const wchar_t* elementName,
+                                                   const wchar_t* prefix = nullptr,
+                                                   const wchar_t* name = nullptr);
+    /// Gives an element a name. One that stands in the document keeps its place.
+    void GiveName(IXMLDOMElement* element, const wchar_t* prefix, const wchar_t* name);
     /// A Value with a text; of a type unless type is null.
     CComPtr<IXMLDOMElement> CreateValue(const wchar_t* type, const wchar_t* text);
     /// The nodes that an expression selects in the document; raises under the name of the operation that
@@ -192,16 +197,22 @@ protected:
     static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text, const char* function);
 
 private:
+    // The two classes that know how private names are spelled.
+    friend class DocumentQuery;
+    friend class PrivateKeywordNames;
+
     void CreateDocument(const char* function);
     void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
     void SetSelectionNamespaces(std::wstring_view prefix);
     HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
     HRESULT FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out, const char* function) const;
-    void RenameInNames(std::wstring_view oldPrefix, TreeChange& change);
     void RefuseForeignUserPrefix();
     /// The root element's prefix of a schema namespace, `declared`; where it has none the usual one, numbered
     /// if the root gives that to another namespace.
     CComBSTR SchemaPrefix(const CComBSTR& declared, std::wstring_view usual, const wchar_t* uri) const;
+    /// Whether the document uses a prefix for one of the other namespaces of Print Schema.
+    bool IsPrefixOfOthers(std::wstring_view prefix) const;
+    void DeclarePrivate(IXMLDOMElement* element, const std::vector<std::wstring_view>& prefixes);
 
     CComPtr<IXMLDOMDocument2> m_document;
     CComBSTR m_rootName;

@@ -2,6 +2,7 @@
 
 #include "Bstr.h"
 #include "PrintSchemaXmlDocument.h"
+#include "PrivateKeywordNames.h"
 
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
@@ -86,6 +87,7 @@ HRESULT PrintSchemaXmlDocument::AppendChild(IXMLDOMNode* parent, IXMLDOMNode* ch
     constexpr char function[] = "PrintSchemaXmlDocument::AppendChild";
     RequireParent(parent, function);
     if (child == nullptr) ThrowComException(E_POINTER, function);
+    PrivateKeywordNames(*this, function).RequireSameMeaning(parent, child);
     CComPtr<IXMLDOMNode> appended;
     ThrowIfFailed(parent->appendChild(child, &appended), function);
     return S_OK;
@@ -99,14 +101,39 @@ HRESULT PrintSchemaXmlDocument::AppendChildToRootNode(IXMLDOMElement* child) {
 // ---- Elements of Print Schema
 
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wchar_t* elementName,
-                                                                       BSTR name) {
+                                                                       const wchar_t* prefix,
+                                                                       const wchar_t* name) {
     constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
     RequireDocument(function);
     CComPtr<IXMLDOMElement> element;
     CreateXMLElement(Join({View(m_frameworkPrefix), elementName}, function), PrintSchema::FRAMEWORK_URI,
                      &element);
-    if (::SysStringLen(name) > 0) AppendXMLAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, L"", name);
+    if (!IsEmpty(prefix) || !IsEmpty(name)) GiveName(element, prefix, name);
     return element;
+}
+
+void PrintSchemaXmlDocument::GiveName(IXMLDOMElement* element, const wchar_t* prefix, const wchar_t* name) {
+    constexpr char function[] = "PrintSchemaXmlDocument::GiveName";
+    using Spelling = PrivateKeywordNames::Spelling;
+    const PrivateKeywordNames privateNames(*this, function);
+    Spelling spelling{View(prefix), Spelling::None};
+    if (privateNames.AreMeantBy(spelling.prefix)) spelling = privateNames.SpellAt(element, spelling.prefix);
+    if (spelling.declaration == Spelling::AtRoot) {
+        CComPtr<IXMLDOMElement> root;
+        ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
+        DeclarePrivate(root, privateNames.MissingAtRoot(spelling.prefix));
+    }
+    if (spelling.declaration == Spelling::WithName) DeclarePrivate(element, {spelling.prefix});
+    AppendXMLAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
+                       Join({spelling.prefix, View(name)}, function));
+}
+
+void PrintSchemaXmlDocument::DeclarePrivate(IXMLDOMElement* element,
+                                            const std::vector<std::wstring_view>& prefixes) {
+    constexpr char function[] = "PrintSchemaXmlDocument::DeclarePrivate";
+    for (const std::wstring_view prefix : prefixes)
+        AppendXMLAttribute(element, Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}, function), L"",
+                           PrintSchema::USER_KEYWORDS_URI);
 }
 
 CComBSTR PrintSchemaXmlDocument::SchemaPrefix(const CComBSTR& declared, std::wstring_view usual,
@@ -142,7 +169,7 @@ CComBSTR PrintSchemaXmlDocument::TypesPrefix() const {
 
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type, const wchar_t* text) {
     constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
-    CComPtr<IXMLDOMElement> value = CreateFrameworkElement(PrintSchema::VALUE_ELEMENT_NAME, nullptr);
+    CComPtr<IXMLDOMElement> value = CreateFrameworkElement(PrintSchema::VALUE_ELEMENT_NAME);
     if (type != nullptr) {
         // A document that never had a typed value need not declare the two namespaces of the type. The DOM
         // declares that of the attribute where it is used; that of its text is declared here.
@@ -164,8 +191,7 @@ HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDO
     *out = nullptr;
     RequireTexts({name}, function);
     // Deliberate: always a public name.
-    const CComBSTR fullName = Join({View(m_keywordsPrefix), name}, function);
-    *out = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName).Detach();
+    *out = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, m_keywordsPrefix, name).Detach();
     return S_OK;
 }
 
@@ -220,9 +246,7 @@ HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, c
     RequireOut(out, function);
     *out = nullptr;
     RequireTexts({name}, function);
-    const CComBSTR prefix = GetNsPrefix(ns);
-    const CComBSTR fullName = Join({View(prefix), name}, function);
-    *out = CreateFrameworkElement(PrintSchema::PROPERTY_ELEMENT_NAME, fullName).Detach();
+    *out = CreateFrameworkElement(PrintSchema::PROPERTY_ELEMENT_NAME, GetNsPrefix(ns), name).Detach();
     return S_OK;
 }
 
@@ -246,8 +270,7 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRef(const wchar_t* prefix, const 
     RequireOut(out, function);
     *out = nullptr;
     RequireTexts({prefix, name}, function);
-    *out =
-        CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, Join({prefix, name}, function)).Detach();
+    *out = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, prefix, name).Detach();
     return S_OK;
 }
 
@@ -260,9 +283,8 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* 
     RequireOut(out, function);
     *out = nullptr;
     RequireTexts({scoredName}, function);
-    const CComBSTR fullName = Join({View(scoredPrefix), scoredName}, function);
     CComPtr<IXMLDOMElement> property =
-        CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, fullName);
+        CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, scoredPrefix, scoredName);
     CComPtr<IXMLDOMElement> reference;
     CreateParameterRef(refPrefix, refName, &reference);
     AppendChild(property, reference);
@@ -349,11 +371,9 @@ HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
         CComPtr<IXMLDOMElement> root;
         const HRESULT hr = m_rootNode.QueryInterface(&root);
         if (FAILED(hr)) return hr;
-        const std::wstring_view userPrefix = PrintSchema::USER_KEYWORDS_NS_PREFIX;
-        const CComBSTR declaration = Join({L"xmlns:", userPrefix.substr(0, userPrefix.find(L':'))}, function);
         // To bind the prefix anew would make private names of those that have it.
-        if (FindAttribute(root, declaration, function)) return E_FAIL;
-        AppendXMLAttribute(root, declaration, L"", PrintSchema::USER_KEYWORDS_URI);
+        if (!PrivateKeywordNames(*this, function).CanHaveUsualPrefix()) return E_FAIL;
+        DeclarePrivate(root, {View(PrintSchema::USER_KEYWORDS_NS_PREFIX)});
         // Deliberate: the prefix that GetUserKeywordsNsPrefix gives stays "ns0000:".
         return S_FALSE;
     } catch (const CPComException& failure) {

@@ -119,6 +119,19 @@ void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* eleme
                    function);
 }
 
+void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const CComBSTR> names,
+                                       const char* function) {
+    RequireFrameworkPrefix(function);
+    CComBSTR condition;
+    for (const CComBSTR& name : names)
+        condition =
+            Join({View(condition), condition.Length() == 0 ? L"" : L" or ", L"@name = \"", View(name), L"\""},
+                 function);
+    if (names.empty()) condition = Make(L"false()", function);
+    m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[", View(condition), L"]"},
+                   function);
+}
+
 void PrintTicketQueryBuilder::AddChild(const wchar_t* element, const char* function) {
     RequireFrameworkPrefix(function);
     m_query = Join({View(m_query), child, View(m_frameworkPrefix), element}, function);

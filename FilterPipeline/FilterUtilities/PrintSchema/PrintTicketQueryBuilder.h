@@ -6,6 +6,8 @@
 
 #include <atlcomcli.h>
 
+#include <span>
+
 /// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a
 /// step that searches the subtree ("//") behind another one searches the whole subtree of that one. Nothing
 /// is checked or escaped; a name with a double quote gives a broken query.
@@ -41,6 +43,10 @@ public:
     HRESULT AddChildOptionName(const wchar_t* prefix, const wchar_t* name);
     HRESULT AddValue();
     HRESULT AddOption();
+
+protected:
+    /// An element of the subtree that has one of these names.
+    void AddNamed(const wchar_t* element, std::span<const CComBSTR> names, const char* function);
 
 private:
     void AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix, const wchar_t* name,

@@ -1,7 +1,7 @@
 #include "PrintTicketXmlDocument.h"
 
 #include "Bstr.h"
-#include "PrintTicketQueryBuilder.h"
+#include "DocumentQuery.h"
 #include "TreeChange.h"
 
 #include <ComSupport/ThrowHresult.h>
@@ -33,18 +33,6 @@ HRESULT FoundOrNot(HRESULT hr) { return hr == S_FALSE ? notFound : hr; }
 CComBSTR CDataWrapped(const CXString& text, const char* function) {
     return Join({L"<![CDATA[\n", text.View(), L"\n]]>"}, function);
 }
-
-/// A query under construction, and its text.
-class Query : public PrintTicketQueryBuilder {
-public:
-    using PrintTicketQueryBuilder::PrintTicketQueryBuilder;
-
-    CComBSTR Text() const {
-        CComBSTR text;
-        GetQuery(&text);
-        return text;
-    }
-};
 
 HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXString& text,
                    const char* function) {
@@ -80,12 +68,6 @@ const CComBSTR& PrintTicketXmlDocument::Prefix(bool isPublic) const {
     return isPublic ? KeywordsPrefix() : UserKeywordsPrefix();
 }
 
-void PrintTicketXmlDocument::DeclareIfPrivate(const wchar_t* prefix) {
-    // A ticket in which that cannot be declared keeps such names all the same: they are found by the prefix
-    // alone as long as nobody declares the namespace.
-    if (View(UserKeywordsPrefix()) == prefix) static_cast<void>(DeclareUserKeywordsNsPrefix());
-}
-
 // ---- Reading
 
 HRESULT PrintTicketXmlDocument::FeaturePresent(const wchar_t* name, bool isPublic, IXMLDOMNode** out) const {
@@ -105,11 +87,11 @@ HRESULT PrintTicketXmlDocument::GetFeatureOption(const wchar_t* prefix, const wc
     if (optionPrefix != nullptr) *optionPrefix = nullptr;
 
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddFeature(prefix, name);
     query.AddOption();
-    CComPtr<IXMLDOMNode> node;
-    if (GetNode(query.Text(), &node) != S_OK) return notFound;
+    const CComPtr<IXMLDOMNode> node = query.FindFirst(function);
+    if (!node) return notFound;
 
     CComBSTR fullName;
     std::size_t split = 0;
@@ -131,7 +113,7 @@ HRESULT PrintTicketXmlDocument::GetSubFeatureOption(const wchar_t* feature, bool
     *option = nullptr;
     if (IsEmpty(feature) || IsEmpty(subFeature)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddFeature(Prefix(featureIsPublic), feature);
     query.AddFeature(Prefix(subFeatureIsPublic), subFeature);
     query.AddOption();
@@ -156,8 +138,8 @@ HRESULT PrintTicketXmlDocument::StripKeywordNamespace(wchar_t** value) const {
     if (value == nullptr) ThrowComException(E_POINTER, function);
     const std::wstring_view text = View(*value); // null is a BSTR without characters
     if (text.empty()) ThrowComException(E_INVALIDARG, function);
-    for (const bool isPublic : {true, false}) {
-        const std::wstring_view prefix = View(Prefix(isPublic));
+    for (const std::wstring_view prefix :
+         {View(KeywordsPrefix()), View(UserKeywordsPrefix()), View(PrintSchema::USER_KEYWORDS_NS_PREFIX)}) {
         if (prefix.empty()) continue;
         // Deliberate: the prefix goes from wherever it stands in the text.
         const std::size_t start = text.find(prefix);
@@ -175,7 +157,7 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
     constexpr char function[] = "PrintTicketXmlDocument::GetScoredPropertyValue";
     if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     query.AddScoredProperty(KeywordsPrefix(), property);
     return FoundOrNot(GetNodeValue(query.Text(), out));
@@ -199,9 +181,8 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
     return hr;
 }
 
-PrintTicketQueryBuilder PrintTicketXmlDocument::ParameterInitQuery(const wchar_t* prefix,
-                                                                   const wchar_t* name) const {
-    PrintTicketQueryBuilder query(FrameworkPrefix());
+DocumentQuery PrintTicketXmlDocument::ParameterInitQuery(const wchar_t* prefix, const wchar_t* name) const {
+    DocumentQuery query(*this);
     query.AddParameterInit(prefix, name);
     return query;
 }
@@ -210,19 +191,21 @@ HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* pref
                                                              IXMLDOMNode** out) const {
     constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitNodeIfExists";
     RequireQuestion(name, out, function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddParameterInit(prefix, name);
-    return GetNode(query.Text(), out);
+    *out = query.FindFirst(function).Detach();
+    return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintTicketXmlDocument::GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                                   IXMLDOMNode** out) const {
     constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitValueNodeIfExists";
     RequireQuestion(name, out, function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddParameterInit(prefix, name);
     query.AddValue();
-    return GetNode(query.Text(), out);
+    *out = query.FindFirst(function).Detach();
+    return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintTicketXmlDocument::GetStringParameterInitValue(const wchar_t* prefix, const wchar_t* name,
@@ -269,7 +252,7 @@ HRESULT PrintTicketXmlDocument::SetScoredPropertyValue(const wchar_t* feature, b
     constexpr char function[] = "PrintTicketXmlDocument::SetScoredPropertyValue";
     if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     query.AddScoredProperty(KeywordsPrefix(), property);
     // Deliberate: a negative number becomes a large unsigned text.
@@ -284,7 +267,7 @@ HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* 
     constexpr char function[] = "PrintTicketXmlDocument::SetChildNodeOptionAttributeValue";
     if (IsEmpty(feature) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     return FoundOrNot(SetOptionNodeAttributeValue(query.Text(), value, attribute));
 }
@@ -295,7 +278,6 @@ HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool fe
     if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG, function);
     const CComBSTR name = Join({View(Prefix(optionIsPublic)), option}, function);
     TreeChange change(GetRootNode(), function);
-    DeclareIfPrivate(Prefix(optionIsPublic));
     const HRESULT hr =
         SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME, name);
     if (hr == S_OK) change.Keep();
@@ -308,11 +290,10 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
     if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
     *feature = *option = nullptr;
     if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
-    const CComBSTR fullName = Join({View(Prefix(isPublic)), name}, function);
-    CComPtr<IXMLDOMElement> newFeature = CreateFrameworkElement(PrintSchema::FEATURE_ELEMENT_NAME, fullName);
-    CComPtr<IXMLDOMElement> newOption = CreateFrameworkElement(PrintSchema::OPTION_ELEMENT_NAME, nullptr);
+    CComPtr<IXMLDOMElement> newFeature =
+        CreateFrameworkElement(PrintSchema::FEATURE_ELEMENT_NAME, Prefix(isPublic), name);
+    CComPtr<IXMLDOMElement> newOption = CreateFrameworkElement(PrintSchema::OPTION_ELEMENT_NAME);
     AppendChild(newFeature, newOption);
-    DeclareIfPrivate(Prefix(isPublic));
     *feature = newFeature.Detach();
     *option = newOption.Detach();
     return S_OK;
@@ -329,9 +310,7 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
     CComPtr<IXMLDOMElement> newFeature;
     CComPtr<IXMLDOMElement> newOption;
     CreateFeatureOptionPair(name, isPublic, &newFeature, &newOption);
-    AppendXMLAttribute(newOption, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
-                       Join({View(Prefix(optionIsPublic)), optionName}, function));
-    DeclareIfPrivate(Prefix(optionIsPublic));
+    GiveName(newOption, Prefix(optionIsPublic), optionName);
     change.Keep();
     *feature = newFeature.Detach();
     *option = newOption.Detach();
@@ -343,10 +322,8 @@ CComPtr<IXMLDOMElement> PrintTicketXmlDocument::CreateParameterInit(const wchar_
                                                                     const wchar_t* value,
                                                                     const char* function) {
     if (IsEmpty(prefix) || IsEmpty(name) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
-    CComPtr<IXMLDOMElement> init =
-        CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, Join({prefix, name}, function));
+    CComPtr<IXMLDOMElement> init = CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name);
     AppendChild(init, CreateValue(type, value));
-    DeclareIfPrivate(prefix);
     return init;
 }
 
@@ -356,9 +333,10 @@ HRESULT PrintTicketXmlDocument::CreateParamRefInitPair(const wchar_t* name, cons
     constexpr char function[] = "PrintTicketXmlDocument::CreateParamRefInitPair";
     if (ref == nullptr || init == nullptr) ThrowComException(E_POINTER, function);
     if (IsEmpty(name) || IsEmpty(type) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
-    const CComBSTR fullName = Join({View(KeywordsPrefix()), name}, function);
-    CComPtr<IXMLDOMElement> newRef = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, fullName);
-    CComPtr<IXMLDOMElement> newInit = CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, fullName);
+    CComPtr<IXMLDOMElement> newRef =
+        CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, KeywordsPrefix(), name);
+    CComPtr<IXMLDOMElement> newInit =
+        CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, KeywordsPrefix(), name);
     AppendChild(newInit, CreateValue(type, value));
     *ref = newRef.Detach();
     *init = newInit.Detach();
@@ -447,7 +425,7 @@ HRESULT PrintTicketXmlDocument::DeleteProperty(const wchar_t* name) {
     constexpr char function[] = "PrintTicketXmlDocument::DeleteProperty";
     if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
     RequireDocument(function);
-    Query query(FrameworkPrefix());
+    DocumentQuery query(*this);
     // Deliberate: the name of the property stands in the framework namespace.
     query.AddProperty(FrameworkPrefix(), name);
     CComPtr<IXMLDOMNode> node;

@@ -41,7 +41,7 @@ public:
     HRESULT GetScoredPropertyValue(const wchar_t* feature, bool isPublic, const wchar_t* property,
                                    float* out) const;
     /// Finds all initialisers of a parameter.
-    PrintTicketQueryBuilder ParameterInitQuery(const wchar_t* prefix, const wchar_t* name) const;
+    DocumentQuery ParameterInitQuery(const wchar_t* prefix, const wchar_t* name) const;
     HRESULT GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
     HRESULT GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                               IXMLDOMNode** out) const;
@@ -113,7 +113,6 @@ private:
     HRESULT DeleteNodeList(IXMLDOMNodeList* list);
 
     const CComBSTR& Prefix(bool isPublic) const;
-    void DeclareIfPrivate(const wchar_t* prefix);
     CComPtr<IXMLDOMElement> CreateParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                 const wchar_t* type, const wchar_t* value,
                                                 const char* function);

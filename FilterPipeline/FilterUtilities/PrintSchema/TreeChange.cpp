@@ -1,7 +1,7 @@
 #include "TreeChange.h"
 
 #include "Bstr.h"
-#include "PrintTicketQueryBuilder.h"
+#include "DocumentQuery.h"
 
 #include <ComSupport/ThrowHresult.h>
 
@@ -54,8 +54,8 @@ TreeChange::~TreeChange() {
 
 // ---- Changing
 
-bool TreeChange::Replace(const PrintTicketQueryBuilder& query, IXMLDOMNode* replacement, Place place) {
-    const std::vector<Node> old = Find(query);
+bool TreeChange::Replace(const DocumentQuery& query, IXMLDOMNode* replacement, Place place) {
+    const std::vector<Node> old = query.FindAll(m_function);
     if (replacement != nullptr) {
         Node before;
         if (place == Place::First) ThrowIfFailed(m_root->get_firstChild(&before), m_function);
@@ -103,21 +103,6 @@ TreeChange::Before TreeChange::PlaceOf(IXMLDOMNode* node) const {
     ThrowIfFailed(node->get_parentNode(&step.parent), m_function);
     if (step.parent) ThrowIfFailed(node->get_nextSibling(&step.nextSibling), m_function);
     return step;
-}
-
-std::vector<Node> TreeChange::Find(const PrintTicketQueryBuilder& query) const {
-    CComBSTR text;
-    query.GetQuery(&text);
-    CComPtr<IXMLDOMNodeList> nodes;
-    ThrowIfFailed(m_root->selectNodes(text, &nodes), m_function);
-    // The list may follow the tree: it is emptied before there is a change.
-    std::vector<Node> found;
-    for (;;) {
-        Node node;
-        ThrowIfFailed(nodes->nextNode(&node), m_function);
-        if (!node) return found;
-        found.push_back(node);
-    }
 }
 
 // ---- Taking back. What fails here is passed over, so that the rest comes back all the same.

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-class PrintTicketQueryBuilder;
+class DocumentQuery;
 
 /// Changes of a document's tree that count together. Each is made at once, and what is new is given complete
 /// and stands in the tree before what is old goes. Unless Keep is called, the end of this object's life takes
@@ -28,7 +28,7 @@ public:
 
     /// Makes a node a child of the root, in place of all that the query finds, wherever it stands. Null only
     /// removes. Gives whether there was anything to remove.
-    bool Replace(const PrintTicketQueryBuilder& query, IXMLDOMNode* replacement, Place place = Place::Last);
+    bool Replace(const DocumentQuery& query, IXMLDOMNode* replacement, Place place = Place::Last);
     /// Makes a node the last child of a parent, wherever it stood before.
     void Append(IXMLDOMNode* parent, IXMLDOMNode* child);
     /// False for a node without parent.
@@ -57,7 +57,6 @@ private:
 
     void Insert(IXMLDOMNode* parent, IXMLDOMNode* child, IXMLDOMNode* before);
     [[nodiscard]] Before PlaceOf(IXMLDOMNode* node) const;
-    [[nodiscard]] std::vector<CComPtr<IXMLDOMNode>> Find(const PrintTicketQueryBuilder& query) const;
     static void TakeBack(const Before& step);
     void RestoreDeclarations() const;
 

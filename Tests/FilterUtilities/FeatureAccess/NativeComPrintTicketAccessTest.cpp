@@ -380,8 +380,12 @@ TEST(TicketAccess, PrivateNamesReadBackAlsoFromATicketThatDeclaredNone) {
                                                         {"PageBorderless", "Borderless"},
                                                         {"PageMediaType", "special"},
                                                         {"PageMediaSize", "Own"}};
-    for (const std::size_t first : {0U, 1U}) {
-        Access access(Ticket("").c_str(), capabilities);
+    const std::string foreign = Feature("ns0000:PageBorderless", "ns0000:None");
+    const std::string tickets[] = {Ticket(""), Ticket(foreign, Declare("ns0000", "urn:other")),
+                                   Ticket("", Declare("ok", "urn:other"))};
+    for (const std::size_t index : {0U, 1U, 2U, 3U, 4U, 5U}) {
+        const std::size_t first = index % 2;
+        Access access(tickets[index / 2].c_str(), capabilities);
         for (std::size_t i = first; i < first + 3; ++i) {
             access.SetCurrentValueOptionFeature(rows[i].first, rows[i].second);
             access.SetCurrentValueStringFeature(L"JobSimpleSecurePrint", L"x");
@@ -478,7 +482,7 @@ TEST(TicketAccess, SizesAreWrittenAsTheCapabilitiesOfferThem) {
         {"ISOA4", 0, 0, "psk:ISOA4 210000 297000"},
         {"Post", 0, 0, "ok:Post 152400 228600"},
         {"Envelope", 0, 0, "ok:Envelope 152400 228600"}, // also where another has the same size
-        {"CustomMediaSize", 0, 0, "psk:CustomMediaSize  "},
+        {"CustomMediaSize", 0, 0, "psk:JISB5  "},        // nobody knows its numbers
         {"NoSize", 5, 0, "ok:NoSize  "},
         {"unheard-of", 0, 0, "psk:unheard-of  "},
         {"whatever", 210000, 297000, "psk:ISOA4 210000 297000"},
@@ -497,6 +501,52 @@ TEST(TicketAccess, SizesAreWrittenAsTheCapabilitiesOfferThem) {
                                       "', //psf:ScoredProperty[2]/psf:Value)"),
                   row.expected);
         EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature)"), "1");
+    }
+}
+
+// Those that the ticket holds already, or else those that the printer gives it.
+TEST(TicketAccess, ACustomSizeThatIsSetByNameHasItsNumbers) {
+    const std::string width = "psk:PageMediaSizeMediaSizeWidth";
+    const std::string height = "psk:PageMediaSizeMediaSizeHeight";
+    const auto byDefault = [](const std::string& name, int microns) {
+        return Named("ParameterDef", name,
+                     Named("Property", "psf:DefaultValue", Value(std::to_string(microns))));
+    };
+    const std::string offer = Named("Feature", "psk:PageMediaSize", Offer("psk:CustomMediaSize"));
+    const std::string inits =
+        Named("ParameterInit", width, Value("1000")) + Named("ParameterInit", height, Value("2000"));
+    const std::string defaults = byDefault(width, 300000) + byDefault(height, 400000);
+    const std::string broken = Named("ParameterInit", width, Value("x"));
+    const struct {
+        std::string ticket;
+        std::string capabilities;
+        const char* expected;
+    } rows[] = {
+        {"", defaults, "psk:CustomMediaSize 300000 400000"},
+        {inits, defaults, "psk:CustomMediaSize 1000 2000"},
+        {inits, "", "psk:CustomMediaSize 1000 2000"},
+        {broken, defaults, "psk:CustomMediaSize 300000 400000"},
+        {"", byDefault(width, 300000), "psk:JISB5  "},
+        {"", byDefault(width, 300000) + byDefault(height, 0), "psk:JISB5  "},
+    };
+    for (const auto& row : rows) {
+        for (const char* const current : {"psk:JISB5", "psk:CustomMediaSize"}) {
+            OpenTicket ticket(Ticket(Feature("psk:PageMediaSize", current) + row.ticket, AllNames()));
+            PrintCapabilitiesXmlDocument document(CXString(Capabilities(offer + row.capabilities).c_str()));
+            Access access(ticket, document);
+            const std::string before = XmlOf(ticket);
+            access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", L"CustomMediaSize", 0, 0);
+            const bool isWritten = std::string(row.expected).starts_with("psk:Custom");
+            if (!isWritten) {
+                EXPECT_EQ(XmlOf(ticket), before);
+                continue;
+            }
+            EXPECT_EQ(OutsideView(ticket, "concat(//psf:Option/@name, ' ', //psf:ParameterInit[@name='" +
+                                              width + "']/psf:Value, ' ', //psf:ParameterInit[@name='" +
+                                              height + "']/psf:Value)"),
+                      row.expected);
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), "2");
+        }
     }
 }
 

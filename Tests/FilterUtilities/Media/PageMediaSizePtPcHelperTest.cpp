@@ -127,7 +127,8 @@ TEST(PageMediaSizePtPcHelper, LeavesATicketAloneThatCannotHoldAPrivateName) {
     PrintCapabilitiesXmlDocument capabilities =
         Capabilities(SizeFeature(SizeOption("ok:Own", "1", "2")), declarePrivate);
     PrintTicketXmlDocument ticket =
-        OpenTicket(Ticket(Feature("psk:PageMediaSize", "psk:ISOA5"), Declare("ok", "urn:another")));
+        OpenTicket(Ticket(Feature("psk:PageMediaSize", "psk:ISOA5"),
+                          Declare("ok", "urn:another") + Declare("ns0000", "urn:third")));
     PageMediaSizePtPcHelper helper;
     EXPECT_EQ(ResultOf([&] { return helper.AddOrReplacePageMediaSize(capabilities, ticket, 1, 2); }), E_FAIL);
     EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:ISOA5");

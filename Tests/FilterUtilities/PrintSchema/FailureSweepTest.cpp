@@ -152,11 +152,11 @@ TEST(FailureSweep, NoEditLeavesATicketHalfEdited) {
         edits[5],
         edits[6],
         {"usual prefix", [](T& t) { return t.document.AddUserKeywordsNamespaceDefinitionIfMissing(); }},
-        {"own prefix", [](T& t) { return t.document.DeclareUserKeywordsNsPrefix(); }},
+        {"own prefix", [](T& t) { return t.document.AppendStringParameterInit(L"ns0000:", L"New", L"x"); }},
         {"own prefix beside the usual one",
          [](T& t) {
              const HRESULT hr = t.document.AddUserKeywordsNamespaceDefinitionIfMissing();
-             return FAILED(hr) ? hr : t.document.DeclareUserKeywordsNsPrefix();
+             return FAILED(hr) ? hr : t.document.AppendStringParameterInit(L"ns0000:", L"New", L"x");
          }},
         {"OCPT", [](T& t) { return t.document.AddOrReplaceOcptParameterInit(L"<new/>"); }},
         {"attribute bytes",

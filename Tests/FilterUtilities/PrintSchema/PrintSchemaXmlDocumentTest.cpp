@@ -312,32 +312,6 @@ TEST(PrintSchemaXmlDocument, AddsThePrivateNamespaceOnce) {
     EXPECT_EQ(OutsideView(foreign, "/psf:PrintTicket/namespace::ok"), "urn:other");
 }
 
-TEST(PrintSchemaXmlDocument, PrivateNamesOfATicketThatDeclaresNoneAreFoundByWhoReadsItNext) {
-    // Who declares the namespace first, a name that is made or somebody else, is all the same.
-    for (const bool isDeclaredBefore : {false, true}) {
-        OpenTicket ticket(Ticket(Feature("ns0000:Old", "psk:A")));
-        if (isDeclaredBefore) ticket.AddUserKeywordsNamespaceDefinitionIfMissing();
-        ticket.AddOrReplaceOcptParameterInit(L"<a/>");
-        ticket.AddUserKeywordsNamespaceDefinitionIfMissing();
-        EXPECT_EQ(ticket.DeclareUserKeywordsNsPrefix(), S_OK);
-        EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ns0000:");
-        EXPECT_EQ(OutsideView(ticket, "/*/namespace::ns0000"), PrivateUri());
-        EXPECT_EQ(OutsideView(ticket, "/*/namespace::ok"), PrivateUri());
-
-        const OpenTicket fresh(XmlOf(ticket));
-        EXPECT_EQ(OutsideView(fresh, "count(//*[@name='ok:Old' or @name='ok:JobOrvelOpifJobTicket'])"), "2");
-        EXPECT_EQ(OutsideView(fresh, "count(/*/namespace::ns0000)"), "0");
-    }
-    // A ticket that gives one of the prefixes to another owner is still one that can be read.
-    for (const char* const prefix : {"ok", "ns0000"}) {
-        OpenTicket foreign(Ticket("", Declare(prefix, "urn:other")));
-        EXPECT_EQ(foreign.DeclareUserKeywordsNsPrefix(), E_FAIL);
-        foreign.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(1, 7));
-        ByteBuffer bytes;
-        EXPECT_EQ(OpenTicket(XmlOf(foreign)).GetOrvelCompleteDocSettingsFromPrintTicket(bytes), S_OK);
-    }
-}
-
 TEST(PrintSchemaXmlDocument, MakesTheDeclarationSayUtf8) {
     std::string declared16 = Ticket("");
     declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");

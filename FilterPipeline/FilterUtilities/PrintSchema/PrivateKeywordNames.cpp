@@ -1,0 +1,203 @@
+#include "PrivateKeywordNames.h"
+
+#include "Bstr.h"
+#include "PrintSchemaXmlDocument.h"
+#include "TreeChange.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/CXString.h>
+
+#include <string>
+#include <utility>
+
+using namespace PrintSchemaText;
+
+namespace {
+
+using Names = PrivateKeywordNames;
+
+std::wstring_view Usual() { return View(PrintSchema::USER_KEYWORDS_NS_PREFIX); }
+
+/// With its colon; empty for a name that has none.
+std::wstring_view PrefixOf(std::wstring_view name) { return name.substr(0, name.find(L':') + 1); }
+
+CComPtr<IXMLDOMNode> Next(IXMLDOMNodeList* nodes, const char* function) {
+    CComPtr<IXMLDOMNode> node;
+    ThrowIfFailed(nodes->nextNode(&node), function);
+    return node;
+}
+
+[[noreturn]] void RefuseForeign(std::wstring_view name, const char* function) {
+    ThrowComException(E_FAIL, function,
+                      FormatStdString("The prefix of private names is bound to another namespace where %s "
+                                      "stands",
+                                      CXString(name.data(), static_cast<int>(name.size()))));
+}
+
+} // namespace
+
+std::wstring_view Names::Own() const { return View(m_document.UserKeywordsPrefix()); }
+
+bool Names::AreMeantBy(std::wstring_view prefix) const {
+    return (prefix == Own() || prefix == Usual()) && !m_document.IsPrefixOfOthers(prefix);
+}
+
+std::optional<Names::Binding> Names::DeclaredBy(IXMLDOMNode* node, std::wstring_view prefix) const {
+    if (prefix.size() < 2) return std::nullopt;
+    const CComBSTR declaration = Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}, m_function);
+    CComBSTR uri;
+    if (!PrintSchemaXmlDocument::ReadAttribute(node, declaration, uri, m_function)) return std::nullopt;
+    return View(uri) == PrintSchema::USER_KEYWORDS_URI ? Binding::Private : Binding::Foreign;
+}
+
+CComPtr<IXMLDOMNode> Names::ParentOf(IXMLDOMNode* node) const {
+    CComPtr<IXMLDOMNode> parent;
+    ThrowIfFailed(node->get_parentNode(&parent), m_function);
+    return parent;
+}
+
+Names::Binding Names::BindingWithin(CComPtr<IXMLDOMNode>& node, std::wstring_view prefix) const {
+    while (node) {
+        if (const auto declared = DeclaredBy(node, prefix)) return *declared;
+        CComPtr<IXMLDOMNode> parent = ParentOf(node);
+        if (!parent) break;
+        node = std::move(parent);
+    }
+    return Binding::None;
+}
+
+Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix) const {
+    CComPtr<IXMLDOMNode> top = node;
+    const Binding binding = BindingWithin(top, prefix);
+    if (binding != Binding::None || !top) return binding;
+    DOMNodeType type = NODE_INVALID;
+    ThrowIfFailed(top->get_nodeType(&type), m_function);
+    if (type == NODE_DOCUMENT) return Binding::None;
+    // What is new and stands nowhere yet goes below the root element.
+    top = m_document.GetRootNode();
+    return BindingWithin(top, prefix);
+}
+
+Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix, Remembered& parents) const {
+    if (const auto declared = DeclaredBy(node, prefix)) return *declared;
+    CComPtr<IXMLDOMNode> parent = ParentOf(node);
+    if (parent != parents.node || prefix != parents.prefix)
+        parents = {parent, std::wstring(prefix), BindingAt(parent, prefix)};
+    return parents.binding;
+}
+
+CComBSTR Names::NameOf(IXMLDOMNode* element) const {
+    CComBSTR name;
+    PrintSchemaXmlDocument::ReadAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, name, m_function);
+    return name;
+}
+
+CComPtr<IXMLDOMNodeList> Names::SelectPrefixed() const {
+    CComBSTR query = Make(L"//*[contains(@name, ':')", m_function);
+    for (const wchar_t* const uri : {PrintSchema::KEYWORDS_URI, PrintSchema::FRAMEWORK_URI}) {
+        CComBSTR prefix;
+        if (m_document.TryGetPrefixFromURI(uri, &prefix, m_function) == S_OK)
+            query = Join({View(query), L" and not(starts-with(@name, '", View(prefix), L"'))"}, m_function);
+    }
+    return m_document.SelectNodes(Join({View(query), L"]"}, m_function), m_function);
+}
+
+// ---- Reading
+
+bool Names::AreNormalised() const { return Own() == Usual(); }
+
+std::vector<std::wstring_view> Names::Prefixes() const {
+    if (AreNormalised()) return {Usual()};
+    std::vector<std::wstring_view> prefixes;
+    for (const std::wstring_view prefix : {Own(), Usual()})
+        if (StandsAt(m_document.GetRootNode(), prefix)) prefixes.push_back(prefix);
+    return prefixes;
+}
+
+bool Names::StandsAt(IXMLDOMNode* node, std::wstring_view name) const {
+    const std::wstring_view prefix = PrefixOf(name);
+    const Binding binding = BindingAt(node, prefix);
+    // A document need not declare what it gives out.
+    return binding == Binding::Private || (binding == Binding::None && prefix == Own());
+}
+
+// ---- Writing
+
+bool Names::CanHaveUsualPrefix() const {
+    const Binding atRoot = BindingAt(m_document.GetRootNode(), Usual());
+    if (atRoot != Binding::None) return atRoot == Binding::Private;
+    // Once the root element declares the namespace, such names of somebody else are refused.
+    const CComPtr<IXMLDOMNodeList> elements = SelectPrefixed();
+    while (const CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
+        if (PrefixOf(View(NameOf(element))) == Usual() && BindingAt(element, Usual()) == Binding::Foreign)
+            return false;
+    }
+    return true;
+}
+
+Names::Spelling Names::SpellAt(IXMLDOMNode* place, std::wstring_view wanted) const {
+    const bool isUsualFree = BindingAt(place, Usual()) != Binding::Foreign && CanHaveUsualPrefix();
+    const Spelling usual{Usual(), Spelling::AtRoot};
+    if (isUsualFree && wanted == Usual()) return usual;
+    if (!AreNormalised()) {
+        const Binding own = BindingAt(place, Own());
+        if (own == Binding::Private) return {Own(), Spelling::None};
+        if (own == Binding::None)
+            return {Own(), CanHaveUsualPrefix() ? Spelling::AtRoot : Spelling::WithName};
+    }
+    if (!isUsualFree)
+        ThrowComException(E_FAIL, m_function, "Both prefixes of private names are bound to other namespaces");
+    return usual;
+}
+
+std::vector<std::wstring_view> Names::MissingAtRoot(std::wstring_view prefix) const {
+    std::vector<std::wstring_view> missing;
+    for (const std::wstring_view each : {prefix, Usual()}) {
+        const bool isListed = !missing.empty() && missing.front() == each;
+        if (!isListed && BindingAt(m_document.GetRootNode(), each) != Binding::Private)
+            missing.push_back(each);
+    }
+    return missing;
+}
+
+void Names::RequireSameMeaning(IXMLDOMNode* parent, IXMLDOMNode* child) const {
+    if (parent == m_document.GetRootNode()) return;
+    for (const std::wstring_view prefix : Prefixes()) {
+        if (BindingAt(parent, prefix) != Binding::Foreign) continue;
+        CComPtr<IXMLDOMNodeList> named;
+        const CComBSTR query =
+            Join({L"descendant-or-self::*[starts-with(@name, '", prefix, L"')]"}, m_function);
+        ThrowIfFailed(child->selectNodes(query, &named), m_function);
+        while (const CComPtr<IXMLDOMNode> element = Next(named, m_function)) {
+            CComPtr<IXMLDOMNode> top = element;
+            if (BindingWithin(top, prefix) == Binding::None) RefuseForeign(View(NameOf(element)), m_function);
+        }
+    }
+}
+
+// ---- Normalising
+
+void Names::Normalise(TreeChange& change) const {
+    std::vector<std::pair<CComPtr<IXMLDOMNode>, CXString>> renamed;
+    Remembered parents;
+    Remembered parentsOfUsual;
+    const CComPtr<IXMLDOMNodeList> elements = SelectPrefixed();
+    while (const CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
+        const CComBSTR name = NameOf(element);
+        const std::wstring_view prefix = PrefixOf(View(name));
+        const bool isUsual = prefix == Usual();
+        if (!isUsual && BindingAt(element, prefix, parents) != Binding::Private) continue;
+        if (BindingAt(element, Usual(), parentsOfUsual) == Binding::Foreign)
+            RefuseForeign(View(name), m_function);
+        if (isUsual) continue;
+        CXString text(name.m_str);
+        text.Replace(CXString(prefix.data(), static_cast<int>(prefix.size())),
+                     PrintSchema::USER_KEYWORDS_NS_PREFIX);
+        renamed.emplace_back(
+            PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, m_function),
+            text);
+    }
+    for (const auto& [attribute, text] : renamed)
+        change.SetValue(attribute, Make(text.View(), m_function));
+}
