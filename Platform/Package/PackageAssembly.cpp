@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <new>
+#include <system_error>
+
+#include <unistd.h>
 
 namespace OvPlatform {
 
@@ -135,15 +138,19 @@ private:
 void PackageAssembly::Discard::operator()(zip* archive) const { zip_discard(archive); }
 
 PackageAssembly::PackageAssembly(const std::filesystem::path& target, const SpoolFile& spool)
-    : m_target(target), m_cursor(std::make_unique<Cursor>(spool)) {
+    : m_target(target), m_temporary(target), m_cursor(std::make_unique<Cursor>(spool)) {
+    m_temporary += "." + std::to_string(getpid()) + ".part";
     int code = 0;
-    m_archive.reset(zip_open(target.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
+    m_archive.reset(zip_open(m_temporary.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
     if (m_archive) return;
     zip_error_set(&m_cursor->error, code, errno);
     Throw(target, &m_cursor->error);
 }
 
-PackageAssembly::~PackageAssembly() = default;
+PackageAssembly::~PackageAssembly() {
+    m_archive.reset();
+    if (!m_temporary.empty()) unlink(m_temporary.c_str());
+}
 
 void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
     zip_t* archive = m_archive.get();
@@ -162,9 +169,33 @@ void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
         Throw(m_target, zip_get_error(archive));
 }
 
-void PackageAssembly::Finish() {
-    if (zip_close(m_archive.get()) != 0) Throw(m_target, zip_get_error(m_archive.get()));
+void PackageAssembly::Finish(const std::function<bool()>& isStopped) {
+    const auto ask = [](zip_t*, void* question) -> int {
+        return (*static_cast<const std::function<bool()>*>(question))();
+    };
+    if (isStopped)
+        zip_register_cancel_callback_with_state(m_archive.get(), ask, nullptr,
+                                                const_cast<std::function<bool()>*>(&isStopped));
+    if (zip_close(m_archive.get()) != 0) {
+        zip_error_t* error = zip_get_error(m_archive.get());
+        if (zip_error_code_zip(error) == ZIP_ER_CANCELLED)
+            throw PackageError(E_ABORT, m_target.string(), "it is given up");
+        Throw(m_target, error);
+    }
     static_cast<void>(m_archive.release()); // closed is freed
+}
+
+void PackageAssembly::Publish() {
+    std::error_code error;
+    // Who may read what was there may read what takes its place, and nobody else.
+    const std::filesystem::file_status before = std::filesystem::status(m_target, error);
+    if (std::filesystem::is_regular_file(before))
+        std::filesystem::permissions(m_temporary, before.permissions(), error);
+    std::filesystem::rename(m_temporary, m_target, error);
+    if (error)
+        throw PackageError(HRESULT_FROM_WIN32(ERROR_WRITE_FAULT), m_target.string(),
+                           "the package cannot be written: " + error.message());
+    m_temporary.clear();
 }
 
 } // namespace OvPlatform

@@ -240,7 +240,8 @@ public:
         return std::string(relationship.id);
     }
 
-    void Finish() override;
+    void Complete(const StopQuestion& isStopped) override;
+    void Publish() override;
 
     std::uint64_t BytesWritten() const override { return m_core->bytesWritten; }
 
@@ -281,13 +282,15 @@ private:
     void Spool(SpooledPart& part, const std::string& text);
     void SpoolRelationships(SpooledPart& part, const std::string& source, const RelationshipList& list);
     void CheckRelationships() const;
-    void SpoolStructure();
-    void Assemble();
+    void SpoolStructure(const StopQuestion& isStopped);
+    void Assemble(const StopQuestion& isStopped);
+    void StopIf(const StopQuestion& isStopped) const;
 
     std::shared_ptr<WriterCore> m_core;
     std::unordered_set<std::string> m_pool;
     std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
-        m_relationships; // by source
+        m_relationships;                         // by source
+    std::unique_ptr<PackageAssembly> m_assembly; // complete, and not under its name yet
 };
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
@@ -323,7 +326,11 @@ void SpoolingWriter::CheckRelationships() const {
     }
 }
 
-void SpoolingWriter::SpoolStructure() {
+void SpoolingWriter::StopIf(const StopQuestion& isStopped) const {
+    if (isStopped && isStopped()) throw PackageError(E_ABORT, m_core->target.string(), "it is given up");
+}
+
+void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
     constexpr PackageCompression Packing = PackageCompression::Normal;
     Structure& structure = m_core->structure;
     ContentTypes types;
@@ -335,6 +342,7 @@ void SpoolingWriter::SpoolStructure() {
     }
     for (const NewPart& part : m_core->parts) {
         if (part.state != PartState::Complete) continue;
+        StopIf(isStopped);
         types.Add(part.name, part.contentType);
         if (const RelationshipList* list = RelationshipsOf(part.name))
             SpoolRelationships(structure.relationships.emplace_back(Packing), part.name, *list);
@@ -344,23 +352,25 @@ void SpoolingWriter::SpoolStructure() {
 }
 
 // The content types first, and each relationships part behind its source.
-void SpoolingWriter::Assemble() {
+void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
     const Structure& structure = m_core->structure;
-    PackageAssembly assembly(m_core->target, m_core->spool);
+    m_assembly = std::make_unique<PackageAssembly>(m_core->target, m_core->spool);
+    PackageAssembly& assembly = *m_assembly;
     assembly.Add(ZipName(ContentTypesName), *structure.contentTypes);
     if (structure.packageRelationships)
         assembly.Add(ZipName(RelationshipsPartName(PackageRoot)), *structure.packageRelationships);
     auto relationships = structure.relationships.begin();
     for (const NewPart& part : m_core->parts) {
         if (part.state != PartState::Complete) continue;
+        StopIf(isStopped);
         assembly.Add(ZipName(part.name), part.spooled);
         if (RelationshipsOf(part.name))
             assembly.Add(ZipName(RelationshipsPartName(part.name)), *relationships++);
     }
-    assembly.Finish();
+    assembly.Finish(isStopped);
 }
 
-void SpoolingWriter::Finish() {
+void SpoolingWriter::Complete(const StopQuestion& isStopped) {
     const std::lock_guard guard(m_core->lock);
     RequireUnfinished();
     for (const NewPart& part : m_core->parts)
@@ -368,9 +378,16 @@ void SpoolingWriter::Finish() {
             throw PackageError(E_UNEXPECTED, part.name, "the part was not closed");
     CheckRelationships();
     m_core->finished = true;
-    SpoolStructure();
+    SpoolStructure(isStopped);
     m_core->compressor.Finish();
-    Assemble();
+    Assemble(isStopped);
+}
+
+void SpoolingWriter::Publish() {
+    const std::lock_guard guard(m_core->lock);
+    if (!m_assembly) throw PackageError(E_UNEXPECTED, m_core->target.string(), "the package is not complete");
+    m_assembly->Publish();
+    m_assembly.reset();
 }
 
 } // namespace

@@ -122,15 +122,18 @@ private:
     std::map<int, std::vector<std::unique_ptr<Deflater>>> m_idle;
 };
 
-PartCompressor::PartCompressor(SpoolFile& spool) : m_spool(spool), m_thread([this] { Run(); }) {}
+PartCompressor::PartCompressor(SpoolFile& spool)
+    : m_spool(spool), m_thread("to compress the package", [this] { Run(); }) {}
 
 PartCompressor::~PartCompressor() { Stop(false); }
 
 void PartCompressor::Put(SpooledPart& part, std::vector<std::uint8_t> bytes, End end) {
     {
         std::unique_lock guard(m_lock);
-        m_taken.wait(guard, [&] { return m_queuedBytes < MaxQueuedBytes || m_failure; });
+        m_taken.wait(guard, [&] { return m_queuedBytes < MaxQueuedBytes || m_failure || m_ending; });
         if (m_failure) std::rethrow_exception(m_failure);
+        // Nobody would take it any more.
+        if (m_ending) throw PackageError(E_UNEXPECTED, m_spool.Target().string(), "the package is finished");
         m_queuedBytes += bytes.size();
         m_tasks.push_back({&part, std::move(bytes), end});
     }
@@ -150,7 +153,7 @@ void PartCompressor::Stop(bool drain) {
         if (!drain) m_tasks.clear();
     }
     m_added.notify_one();
-    if (m_thread.joinable()) m_thread.join();
+    m_thread.Join();
 }
 
 void PartCompressor::Run() {

@@ -2,6 +2,7 @@
 
 #include "Package/PackageReader.h"
 #include "Package/SpoolFile.h"
+#include "System/Thread.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -9,7 +10,6 @@
 #include <exception>
 #include <memory>
 #include <mutex>
-#include <thread>
 #include <vector>
 
 namespace OvPlatform {
@@ -46,6 +46,7 @@ private:
 // and spools the result. A little is queued; who is faster than the compressor waits.
 class PartCompressor {
 public:
+    // Throws ThreadError.
     explicit PartCompressor(SpoolFile& spool);
     PartCompressor(const PartCompressor&) = delete;
     PartCompressor& operator=(const PartCompressor&) = delete;
@@ -54,7 +55,8 @@ public:
 
     enum class End { More, Complete, Abandoned };
 
-    // The next bytes of a part, which must stay where it is. Throws what failed before, if anything did.
+    // The next bytes of a part, which must stay where it is. Throws what failed before, if anything did, and
+    // PackageError after Finish.
     void Put(SpooledPart& part, std::vector<std::uint8_t> bytes, End end);
 
     // Waits until all is done and ends the thread. Throws what failed.
@@ -80,7 +82,7 @@ private:
     std::size_t m_queuedBytes = 0;
     bool m_ending = false;
     std::exception_ptr m_failure;
-    std::thread m_thread;
+    Thread m_thread;
 };
 
 } // namespace OvPlatform

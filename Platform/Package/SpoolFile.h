@@ -18,6 +18,7 @@ public:
     SpoolFile& operator=(const SpoolFile&) = delete;
     ~SpoolFile();
 
+    const std::filesystem::path& Target() const { return m_target; }
     // Where the next byte goes.
     std::uint64_t End() const { return m_written + m_buffer.size(); }
     void Append(const void* bytes, std::size_t size);
