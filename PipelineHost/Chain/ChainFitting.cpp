@@ -1,6 +1,7 @@
 #include "Chain/Pipeline.h"
 
 #include "Chain/Connections.h"
+#include "Chain/FilterCall.h"
 #include "Chain/Links.h"
 #include "Streams/PrintWriteStream.h"
 
@@ -24,7 +25,7 @@ CComPtr<IUnknown> TrialReader(EndKind kind, const std::shared_ptr<JobState>& job
     }
     const auto queue = std::make_shared<PartQueue>(job);
     queue->EndSending();
-    reader.Attach(new QueueProvider(queue, job));
+    reader.Attach(new QueueProvider(queue, job, nullptr));
     return reader;
 }
 
@@ -36,28 +37,32 @@ CComPtr<IUnknown> TrialWriter(EndKind kind, const std::shared_ptr<JobState>& job
     }
     auto context = std::make_shared<PartContext>();
     context->job = job;
-    writer.Attach(new QueueConsumer(std::make_shared<PartQueue>(job), context));
+    writer.Attach(new QueueConsumer(std::make_shared<PartQueue>(job), context, nullptr));
     return writer;
 }
 
 // Initialises a filter on trial, on a job of its own, and lets it go.
-HRESULT TryEnds(const FilterModule& module, const FilterSpec& spec, FilterEnds ends, PropertyBag* bag) {
+HRESULT TryEnds(const FilterModule& module, const FilterSpec& spec, FilterEnds ends, PropertyBag* bag,
+                JobState& jobOfAll) {
     const auto job = std::make_shared<JobState>();
-    const CComPtr<IPrintPipelineFilter> filter = module.MakeFilter(spec.clsid);
+    CComPtr<IPrintPipelineFilter> filter = module.MakeFilter(spec.clsid);
     const CComPtr<PropertyBag> trialBag = bag->Clone();
     CComPtr<IInterFilterCommunicator> connections;
     connections.Attach(new FilterConnections(TrialReader(ends.input, job), TrialWriter(ends.output, job)));
     CComPtr<IPrintPipelineManagerControl> control;
     control.Attach(new ManagerControl(job, spec.name));
-    const HRESULT hr = filter->InitializeFilter(connections, trialBag, control);
-    filter->ShutdownOperation();
-    return hr;
+    return CallFilter(jobOfAll, "filter " + spec.name + " (InitializeFilter)", [&] {
+        const HRESULT hr = filter->InitializeFilter(connections, trialBag, control);
+        filter->ShutdownOperation();
+        filter.Release();
+        return hr;
+    });
 }
 
-FilterEnds FindEnds(const FilterModule& module, const FilterSpec& spec, PropertyBag* bag) {
+FilterEnds FindEnds(const FilterModule& module, const FilterSpec& spec, PropertyBag* bag, JobState& job) {
     HRESULT refused = E_NOINTERFACE;
     for (const FilterEnds& ends : Combinations) {
-        const HRESULT hr = TryEnds(module, spec, ends, bag);
+        const HRESULT hr = TryEnds(module, spec, ends, bag, job);
         if (SUCCEEDED(hr)) return ends;
         // What the filter says beside "not these ends" is what the user must know.
         if (hr != E_NOINTERFACE) refused = hr;
@@ -74,7 +79,7 @@ void FitChain(PipelineSpec& pipeline, const std::vector<std::shared_ptr<FilterMo
               PropertyBag* bag, const std::shared_ptr<JobState>& job) {
     for (std::size_t i = 0; i < pipeline.filters.size(); ++i) {
         FilterSpec& spec = pipeline.filters[i];
-        if (!spec.ends) spec.ends = FindEnds(*modules[i], spec, bag);
+        if (!spec.ends) spec.ends = FindEnds(*modules[i], spec, bag, *job);
         if (job->Log().IsOn())
             job->Log().Step("connects", spec.name + ": reads " + InputName(spec.ends->input) + ", writes " +
                                             OutputName(spec.ends->output));

@@ -1,6 +1,7 @@
 #include "Chain/Connections.h"
 
 #include "Common/HostError.h"
+#include "Report/FilterWords.h"
 
 namespace OvPipeline {
 
@@ -44,10 +45,12 @@ HRESULT ProgressReport::ReportProgress(EXpsJobConsumption update) {
 JobFailure FailureOf(HRESULT result, std::string stage) {
     JobFailure failure{result, std::move(stage), ThreadPart(), {}, false};
     const FailureNote& note = ThreadNote();
-    if (note.result != result) return failure;
-    if (!note.subject.empty()) failure.part = note.subject;
-    failure.problem = note.problem;
-    failure.fromInput = note.fromInput;
+    if (note.result == result) {
+        if (!note.subject.empty()) failure.part = note.subject;
+        failure.problem = note.problem;
+        failure.fromInput = note.fromInput;
+    }
+    if (failure.problem.empty()) failure.problem = FilterWords::First();
     return failure;
 }
 

@@ -57,7 +57,8 @@ private:
     std::shared_ptr<JobState> m_job;
 };
 
-// The failure of a filter's call, with what the calling thread noted of it.
+// The failure of a filter's call, with what the calling thread noted of it, or else with what the filter's
+// library reported.
 JobFailure FailureOf(HRESULT result, std::string stage);
 
 } // namespace OvPipeline

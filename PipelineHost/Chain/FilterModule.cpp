@@ -61,12 +61,28 @@ std::string FindModule(const FilterSpec& spec) {
     throw HostError(ModuleNotFound, spec.module, "there is no module " + spec.module);
 }
 
+// What the module's code throws is a failure of the module.
+template <class Call>
+auto Calling(const std::string& module, Call&& call) {
+    try {
+        return call();
+    } catch (const HostError&) {
+        throw;
+    } catch (...) {
+        const HRESULT hr = NoteException();
+        const std::string words = ThreadNote().problem;
+        throw HostError(hr, module,
+                        "the module " + module + " throws an exception" +
+                            (words.empty() ? "" : ": " + words));
+    }
+}
+
 } // namespace
 
 std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
     if (spec.maker) return std::shared_ptr<FilterModule>(new FilterModule(spec.name, nullptr, spec.maker));
     const std::string path = FindModule(spec);
-    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    void* handle = Calling(path, [&] { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
     if (!handle) {
         const char* problem = dlerror();
         throw HostError(static_cast<HRESULT>(0x800700C1), path,
@@ -77,8 +93,12 @@ std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
 
 FilterModule::~FilterModule() {
     if (!m_handle) return;
-    const auto canUnload = Find<CanUnloadNow>("DllCanUnloadNow");
-    if (canUnload && canUnload() == S_OK) dlclose(m_handle);
+    try {
+        const auto canUnload = Find<CanUnloadNow>("DllCanUnloadNow");
+        if (canUnload && canUnload() == S_OK) dlclose(m_handle);
+    } catch (...) {
+        // It stays: who cannot say whether it may go may not.
+    }
 }
 
 template <class Function>
@@ -89,20 +109,11 @@ Function FilterModule::Find(const char* name) const {
 CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const {
     CComPtr<IPrintPipelineFilter> filter;
     if (m_maker) {
-        filter.Attach(m_maker());
+        Calling(m_path, [&] { filter.Attach(m_maker()); });
         if (!filter) throw HostError(E_POINTER, m_path, "the filter " + m_path + " cannot be made");
         return filter;
     }
-    const auto getClassObject = Find<GetClassObject>("DllGetClassObject");
-    if (!getClassObject)
-        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DllGetClassObject");
-    CComPtr<IClassFactory> factory;
-    HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
-    if (SUCCEEDED(hr) && factory)
-        hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter),
-                                     reinterpret_cast<void**>(&filter));
-    else if (hr != ClassNotAvailable)
-        hr = getClassObject(clsid, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
+    HRESULT hr = Calling(m_path, [&] { return MakeByClass(clsid, filter); });
     if (SUCCEEDED(hr) && !filter) hr = E_POINTER;
     if (hr == ClassNotAvailable && clsid == GUID{})
         throw HostError(hr, m_path,
@@ -113,12 +124,26 @@ CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const 
     return filter;
 }
 
+HRESULT FilterModule::MakeByClass(const GUID& clsid, CComPtr<IPrintPipelineFilter>& filter) const {
+    const auto getClassObject = Find<GetClassObject>("DllGetClassObject");
+    if (!getClassObject)
+        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DllGetClassObject");
+    CComPtr<IClassFactory> factory;
+    HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
+    if (SUCCEEDED(hr) && factory)
+        hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter),
+                                     reinterpret_cast<void**>(&filter));
+    else if (hr != ClassNotAvailable)
+        hr = getClassObject(clsid, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
+    return hr;
+}
+
 void FilterModule::PopulateServices(IPrintPipelinePropertyBag* bag) const {
     const auto populate = Find<PopulateFilterServices>("DrvPopulateFilterServices");
     if (!populate)
         throw HostError(ProcedureNotFound, m_path,
                         "the module " + m_path + " has no DrvPopulateFilterServices");
-    if (const HRESULT hr = populate(bag); FAILED(hr))
+    if (const HRESULT hr = Calling(m_path, [&] { return populate(bag); }); FAILED(hr))
         throw HostError(hr, m_path, "the services of the module " + m_path + " cannot be had");
 }
 

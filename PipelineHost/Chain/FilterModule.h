@@ -21,7 +21,7 @@ public:
     ~FilterModule();
 
     // A new filter, by the module's class factory, or straight from DllGetClassObject as older modules have
-    // it. Throws HostError.
+    // it. Throws HostError, also for what the module throws.
     CComPtr<IPrintPipelineFilter> MakeFilter(const GUID& clsid) const;
 
     // Lets a service module fill the bag. Throws HostError where it does not export how.
@@ -35,6 +35,8 @@ private:
 
     template <class Function>
     Function Find(const char* name) const;
+    // As MakeFilter, by DllGetClassObject; a failure as its result.
+    HRESULT MakeByClass(const GUID& clsid, CComPtr<IPrintPipelineFilter>& filter) const;
 
     std::string m_path;
     void* m_handle; // null where a maker takes the module's place

@@ -3,6 +3,8 @@
 #include "Parts/DescribePart.h"
 #include "Parts/PartFactory.h"
 
+#include <chrono>
+
 namespace OvPipeline {
 
 namespace {
@@ -13,7 +15,13 @@ constexpr HRESULT InvalidState = static_cast<HRESULT>(0x8007139F);
 
 HRESULT PartQueue::Send(IUnknown* part) {
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [&] { return m_parts.size() < Bound || m_receiverEnded || m_job->IsStopping(); });
+    const auto isToWait = [&] {
+        return m_parts.size() >= Bound && !m_receiverEnded && !m_job->IsStopping() &&
+               !m_job->IsStreamAwaited();
+    };
+    // Looks now and then, since whoever begins to wait for a stream wakes nobody here.
+    while (isToWait())
+        m_changed.wait_for(lock, std::chrono::milliseconds(50));
     if (m_job->IsStopping()) return m_job->StopResult();
     if (m_receiverEnded) return S_OK;
     m_parts.emplace_back(part);
@@ -66,7 +74,7 @@ HRESULT QueueProvider::GetXpsPart(IUnknown** part) {
     *part = nullptr;
     return Guarded([&] {
         const HRESULT hr = m_queue->Receive(part);
-        if (SUCCEEDED(hr)) NoteReceived(*part, m_log);
+        if (SUCCEEDED(hr)) NoteReceived(*part, m_log, m_taker);
         return hr;
     });
 }
@@ -80,6 +88,7 @@ HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("sends", what);
         const HRESULT hr = m_queue->Send(part);
+        if (SUCCEEDED(hr)) ThreadPart() = TakenPart();
         if (SUCCEEDED(hr) && once) *once = true;
         return hr;
     });
@@ -117,7 +126,7 @@ HRESULT QueueConsumer::GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part, IPr
         ThreadPart() = name;
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("makes", name);
-        return MakeNewPart(m_context, name, riid, part, stream);
+        return MakeNewPart(m_context, name, riid, part, stream, m_sender);
     });
 }
 

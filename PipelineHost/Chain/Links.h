@@ -21,7 +21,8 @@ public:
 
     explicit PartQueue(std::shared_ptr<JobState> job) : m_job(std::move(job)) {}
 
-    // What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops.
+    // What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops. While
+    // a receiver waits for a part's bytes, the queue takes what comes.
     HRESULT Send(IUnknown* part);
     // Waits for a part; null at the end.
     HRESULT Receive(IUnknown** part);
@@ -42,8 +43,10 @@ private:
 // The end of a queue at which a filter takes parts.
 class QueueProvider final : public ComObject<IXpsDocumentProvider> {
 public:
-    QueueProvider(std::shared_ptr<PartQueue> queue, std::shared_ptr<JobState> job)
-        : m_queue(std::move(queue)), m_job(std::move(job)), m_log(m_job->Log()) {}
+    // taker: the filter that takes them.
+    QueueProvider(std::shared_ptr<PartQueue> queue, std::shared_ptr<JobState> job,
+                  std::shared_ptr<const StreamMaker> taker)
+        : m_queue(std::move(queue)), m_job(std::move(job)), m_log(m_job->Log()), m_taker(std::move(taker)) {}
     HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
 
 private:
@@ -52,13 +55,16 @@ private:
     std::shared_ptr<PartQueue> m_queue;
     std::shared_ptr<JobState> m_job;
     Trace& m_log;
+    std::shared_ptr<const StreamMaker> m_taker;
 };
 
 // The end of a queue at which a filter puts parts.
 class QueueConsumer final : public ComObject<IXpsDocumentConsumer> {
 public:
-    QueueConsumer(std::shared_ptr<PartQueue> queue, SharedContext context)
-        : m_queue(std::move(queue)), m_context(std::move(context)) {}
+    // sender: the filter that sends them.
+    QueueConsumer(std::shared_ptr<PartQueue> queue, SharedContext context,
+                  std::shared_ptr<const StreamMaker> sender)
+        : m_queue(std::move(queue)), m_context(std::move(context)), m_sender(std::move(sender)) {}
 
     HRESULT STDMETHODCALLTYPE SendXpsUnknown(IUnknown* part) override;
     HRESULT STDMETHODCALLTYPE SendXpsDocument(IXpsDocument* document) override;
@@ -78,6 +84,7 @@ private:
 
     std::shared_ptr<PartQueue> m_queue;
     SharedContext m_context;
+    std::shared_ptr<const StreamMaker> m_sender;
     std::atomic<bool> m_isClosed{false};
     bool m_hasDocument = false;
     bool m_hasSequence = false;

@@ -1,16 +1,19 @@
 #include "Chain/Pipeline.h"
 
 #include "Chain/Connections.h"
+#include "Chain/ExitGuard.h"
+#include "Chain/FilterCall.h"
 #include "Chain/JobProperties.h"
 #include "Chain/Links.h"
 #include "Chain/TicketDiagnosis.h"
 #include "Source/PackageSource.h"
 #include "Streams/PrintWriteStream.h"
 
+#include "System/Thread.h"
+
 #include <objbase.h>
 
 #include <functional>
-#include <thread>
 
 namespace OvPipeline {
 
@@ -27,7 +30,8 @@ struct Node {
     std::function<void()> endInput;
     std::function<void()> endOutput;
     std::function<bool()> isOutputClosed;
-    std::thread thread;
+    std::shared_ptr<StreamMaker> maker; // of the streams that the filter writes
+    OvPlatform::Thread thread;
 
     // Under the job's lock:
     State state = State::Waiting;
@@ -44,29 +48,38 @@ public:
 
     JobOutcome Run() {
         Trace::NameThread("job");
+        const FilterWords words;
         JobOutcome outcome;
+        {
+            const ExitGuard guard(*m_state);
+            RunInto(outcome);
+            LetGo();
+        }
+        return outcome;
+    }
+
+private:
+    void RunInto(JobOutcome& outcome) {
         if (Attempt([&] { Prepare(); }, "the job") && Attempt([&] { OpenOutput(); }, "the output")) {
             Connect();
             outcome.outputKind = OutputKind();
             outcome.output = m_job.output;
             RunFilters();
-            if (!m_state->IsStopping()) outcome.isWritten = Attempt([&] { Commit(); }, "the output");
+            outcome.isWritten = !m_state->IsStopping() && Attempt([&] { Commit(); }, "the output");
         }
         // A cancellation that comes after the output changes nothing.
         outcome.isCancelled = !outcome.isWritten && m_state->IsCancelled();
         outcome.failure = m_state->Failure();
         for (Node& node : m_nodes)
             outcome.filters.push_back(std::move(node.outcome));
-        LetGo();
-        return outcome;
     }
 
-private:
     // Runs a step of the host's own; what it throws fails the job.
     template <class Step>
     bool Attempt(Step&& step, const char* stage) {
         ThreadNote() = {};
         ThreadPart().clear();
+        FilterWords::Forget();
         try {
             step();
             return true;
@@ -89,32 +102,44 @@ private:
         m_bag = PropertyBag::Make();
         std::vector<std::shared_ptr<FilterModule>> modules;
         for (const FilterSpec& spec : m_job.pipeline.filters)
-            modules.push_back(FilterModule::Load(spec));
+            modules.push_back(Load(spec));
         // Before the package is opened, so that a wrong chain is told whatever the job is.
         AddJobProperties(m_bag, *m_printer, m_job, XpsFlavour::Xps, m_state);
         AddServices();
+        ExitGuard::Listen();
         FitChain(m_job.pipeline, modules, m_bag, m_state);
         for (std::size_t i = 0; i < modules.size(); ++i) {
             m_nodes.emplace_back();
             m_nodes.back().spec = m_job.pipeline.filters[i];
             m_nodes.back().module = std::move(modules[i]);
             m_nodes.back().outcome.name = m_nodes.back().spec.name;
+            m_nodes.back().maker = std::make_shared<StreamMaker>(m_nodes.back().spec.name);
         }
         OpenJob();
     }
 
+    std::shared_ptr<FilterModule> Load(const FilterSpec& spec) {
+        const FilterCall call(*m_state, "module " + spec.name);
+        return FilterModule::Load(spec);
+    }
+
+    void AddService(const FilterSpec& spec) {
+        m_services.push_back(Load(spec));
+        const FilterCall call(*m_state, "service " + spec.name);
+        m_services.back()->PopulateServices(m_bag);
+    }
+
     void AddServices() {
-        for (const FilterSpec& spec : m_job.pipeline.services) {
-            m_services.push_back(FilterModule::Load(spec));
-            m_services.back()->PopulateServices(m_bag);
-        }
+        for (const FilterSpec& spec : m_job.pipeline.services)
+            AddService(spec);
         for (const FilterSpec& spec : m_job.pipeline.optionalServices) {
             try {
-                m_services.push_back(FilterModule::Load(spec));
+                m_services.push_back(Load(spec));
             } catch (const HostError& error) {
                 if (m_state->Log().IsOn()) m_state->Log().Step("goes without", error.what());
                 continue;
             }
+            const FilterCall call(*m_state, "service " + spec.name);
             m_services.back()->PopulateServices(m_bag);
         }
     }
@@ -128,7 +153,7 @@ private:
             return;
         }
         m_context = OpenJobPackage(m_job.file, m_state);
-        m_source.Attach(new PackageSource(m_context));
+        m_source.Attach(new PackageSource(m_context, m_nodes.empty() ? nullptr : m_nodes.front().maker));
         AddJobProperties(m_bag, *m_printer, m_job, m_context->flavour, m_state);
     }
 
@@ -161,12 +186,12 @@ private:
                 const auto queue = std::make_shared<PartQueue>(m_state);
                 m_queues.push_back(queue);
                 CComPtr<QueueConsumer> consumer;
-                consumer.Attach(new QueueConsumer(queue, m_context));
+                consumer.Attach(new QueueConsumer(queue, m_context, node.maker));
                 node.writer = consumer.p;
                 node.endOutput = [queue] { queue->EndSending(); };
                 node.isOutputClosed = [consumer] { return consumer->IsClosed(); };
                 endInput = [queue] { queue->EndReceiving(); };
-                reader.Attach(new QueueProvider(queue, m_state));
+                reader.Attach(new QueueProvider(queue, m_state, isLast ? nullptr : m_nodes[i + 1].maker));
                 if (isLast) m_lastQueue = queue;
             } else if (isLast) {
                 CComPtr<FileWriteStream> stream;
@@ -189,10 +214,7 @@ private:
     }
 
     void RunFilters() {
-        for (std::size_t i = 0; i < m_nodes.size(); ++i)
-            m_nodes[i].thread = std::thread([this, i] { RunNode(i); });
-        if (m_packageSink) m_sinkThread = std::thread([this] { RunSink(); });
-
+        if (!Attempt([&] { StartThreads(); }, "the job")) GoWithoutTheMissing();
         const auto allPast = [&](Node::State state) {
             for (const Node& node : m_nodes)
                 if (node.state < state) return false;
@@ -207,12 +229,29 @@ private:
                 queue->Wake();
         // Also at the end of a job that went well: it is the last that a filter hears.
         for (Node& node : m_nodes)
-            if (node.filter) node.filter->ShutdownOperation();
+            if (node.filter) CallLast(node, "ShutdownOperation", [&] { node.filter->ShutdownOperation(); });
         m_state->WaitUntil([&] { return allPast(Node::State::Done) && IsSinkDone(); });
         m_state->Announce([&] { m_isRelease = true; });
         for (Node& node : m_nodes)
-            node.thread.join();
-        if (m_sinkThread.joinable()) m_sinkThread.join();
+            node.thread.Join();
+        m_sinkThread.Join();
+    }
+
+    void StartThreads() {
+        for (std::size_t i = 0; i < m_nodes.size(); ++i)
+            m_nodes[i].thread =
+                OvPlatform::Thread("for filter " + m_nodes[i].spec.name, [this, i] { RunNode(i); });
+        if (m_packageSink) m_sinkThread = OvPlatform::Thread("for the output", [this] { RunSink(); });
+    }
+
+    // What has no thread has nothing to do, and nobody waits for it. The others come to their end by
+    // themselves, since the job stops.
+    void GoWithoutTheMissing() {
+        m_state->Announce([&] {
+            for (Node& node : m_nodes)
+                if (!node.thread.IsRunning()) node.state = Node::State::Done;
+            m_isSinkDone = m_isSinkDone || !m_sinkThread.IsRunning();
+        });
     }
 
     bool IsSinkDone() const { return !m_packageSink || m_isSinkDone; }
@@ -227,6 +266,7 @@ private:
         m_state->Announce([&] { ++m_turn; });
         m_state->WaitUntil([&] { return m_isGo; });
         if (node.state == Node::State::Initialised && !m_state->IsStopping()) Start(node);
+        node.maker->SetDone();
         node.outcome.closedOutput = node.isOutputClosed();
         if (node.outcome.wasStarted && !node.outcome.closedOutput) Say("has not closed its output");
         node.endInput();
@@ -235,7 +275,7 @@ private:
         node.writer.Release();
         m_state->Announce([&] { node.state = Node::State::Done; });
         m_state->WaitUntil([&] { return m_isRelease; });
-        node.filter.Release();
+        CallLast(node, "Release", [&] { node.filter.Release(); });
         if (isInApartment) CoUninitialize();
     }
 
@@ -243,7 +283,7 @@ private:
         HRESULT hr = S_OK;
         if (!m_state->IsStopping()) {
             Say("is initialised");
-            hr = Barrier([&] {
+            hr = CallFilter(*m_state, NameOf(node, "InitializeFilter"), [&] {
                 CComPtr<IPrintPipelineFilter> filter = node.module->MakeFilter(node.spec.clsid);
                 CComPtr<IInterFilterCommunicator> connections;
                 connections.Attach(new FilterConnections(node.reader, node.writer));
@@ -254,8 +294,8 @@ private:
             });
             node.outcome.result = hr;
             if (FAILED(hr)) {
-                JobFailure failure = FailureOf(hr, "filter " + node.spec.name + " (InitializeFilter)");
-                if (hr == E_NOINTERFACE && failure.problem.empty())
+                JobFailure failure = FailureOf(hr, NameOf(node, "InitializeFilter"));
+                if (hr == E_NOINTERFACE && ThreadNote().problem.empty())
                     failure.problem = std::string("it does not read ") + InputName(node.spec.ends->input) +
                                       " and write " + OutputName(node.spec.ends->output);
                 m_state->Fail(std::move(failure));
@@ -268,24 +308,28 @@ private:
     void Start(Node& node) {
         Say("is started");
         node.outcome.wasStarted = true;
-        const HRESULT hr = Barrier([&] { return node.filter->StartOperation(); });
+        const HRESULT hr = CallFilter(*m_state, NameOf(node, "StartOperation"),
+                                      [&] { return node.filter->StartOperation(); });
         node.outcome.result = hr;
         if (SUCCEEDED(hr)) return Say("is done");
         JobFailure failure = FailureOf(hr, "filter " + node.spec.name);
-        if (failure.problem.empty()) failure.problem = DiagnoseTicket(m_job.queue, *m_context, failure.part);
+        DiagnoseTicket(failure, m_job.queue, *m_context, TakenPart());
         m_state->Fail(std::move(failure));
     }
 
-    // No exception may come out of a filter; one that does is a failure of that filter.
+    // What a filter answers at its end is no news; what it throws is a failure, also of a job that went well
+    // so far.
     template <class Call>
-    HRESULT Barrier(Call&& call) {
-        ThreadNote() = {};
-        ThreadPart().clear();
-        try {
-            return call();
-        } catch (...) {
-            return NoteException();
-        }
+    void CallLast(Node& node, const char* name, Call&& call) {
+        const HRESULT hr = CallFilter(*m_state, NameOf(node, name), [&] {
+            call();
+            return S_OK;
+        });
+        if (FAILED(hr)) m_state->Fail(FailureOf(hr, NameOf(node, name)));
+    }
+
+    static std::string NameOf(const Node& node, const char* call) {
+        return "filter " + node.spec.name + " (" + call + ")";
     }
 
     void RunSink() {
@@ -317,11 +361,11 @@ private:
         throw HostError(hr, failure.part, failure.problem, failure.fromInput);
     }
 
+    // The name comes last, and only where nobody has asked for the end of the job until then.
     void Commit() {
-        if (m_packageSink)
-            m_packageSink->Commit();
-        else
-            m_fileSink->Commit();
+        m_packageSink ? m_packageSink->Finish() : m_fileSink->Finish();
+        if (!m_state->Publish([&] { m_packageSink ? m_packageSink->Publish() : m_fileSink->Publish(); }))
+            throw HostError(m_state->StopResult(), {}, "the job stops");
     }
 
     // The order matters: what filters made goes before their modules.
@@ -331,6 +375,7 @@ private:
         m_source.Release();
         m_queues.clear();
         m_lastQueue.reset();
+        const FilterCall call(*m_state, "a module that is unloaded");
         m_bag.Release();
         m_nodes.clear();
         m_services.clear();
@@ -353,7 +398,7 @@ private:
     std::shared_ptr<PartQueue> m_lastQueue;
     std::unique_ptr<PackageSink> m_packageSink;
     std::shared_ptr<FileSink> m_fileSink;
-    std::thread m_sinkThread;
+    OvPlatform::Thread m_sinkThread;
 
     // Under the job's lock:
     std::size_t m_turn = 0; // whose turn it is to be initialised

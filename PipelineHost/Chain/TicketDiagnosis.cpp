@@ -5,11 +5,12 @@
 
 namespace OvPipeline {
 
-std::string DiagnoseTicket(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                           const PartContext& context, const std::string& partName) noexcept {
+namespace {
+
+// Empty where nothing is wrong.
+std::string ProblemOf(const std::shared_ptr<const OvPlatform::QueueFolder>& queue, const PartContext& context,
+                      const std::string& partName) noexcept {
     try {
-        const OvPlatform::PackagePart* part = context.package ? context.package->Find(partName) : nullptr;
-        if (!part || KindOf(part->contentType, part->name) != PartKind::PrintTicket) return {};
         const std::string ticket = context.package->ReadPart(partName, OvPlatform::MostDocumentBytes);
         const std::string_view delta = ticket;
         OvPlatform::PrintTicketMerge(queue).Merge(queue->DefaultTicket(), &delta, kPTJobScope);
@@ -21,6 +22,23 @@ std::string DiagnoseTicket(const std::shared_ptr<const OvPlatform::QueueFolder>&
     } catch (...) {
     }
     return {};
+}
+
+bool IsTicket(const PartContext& context, const std::string& name) {
+    const OvPlatform::PackagePart* part = context.package ? context.package->Find(name) : nullptr;
+    return part && KindOf(part->contentType, part->name) == PartKind::PrintTicket;
+}
+
+} // namespace
+
+void DiagnoseTicket(JobFailure& failure, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                    const PartContext& context, const std::string& taken) {
+    if (failure.fromInput || !IsTicket(context, failure.part)) return;
+    const std::string problem = ProblemOf(queue, context, failure.part);
+    if (!problem.empty())
+        failure.problem = problem;
+    else
+        failure.part = taken;
 }
 
 } // namespace OvPipeline

@@ -1,11 +1,15 @@
 #include "Commands/JobWatch.h"
 
+#include "Commands/CommandLine.h"
 #include "Common/Text.h"
 
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <stdexcept>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <unistd.h>
@@ -15,54 +19,136 @@ namespace OvPipeline {
 namespace {
 
 constexpr int PollMilliseconds = 100;
+constexpr int PatientTicks = 10; // a second
 constexpr char Stop = 's';
 constexpr char Signal = 'c';
 
-// A handler may only write to a pipe; the watching thread reads it.
+struct Watched {
+    int number;
+    bool isTaken;
+    struct sigaction before;
+};
+std::array<Watched, 2> signals{{{SIGINT, false, {}}, {SIGTERM, false, {}}}};
+
+// A handler may do little: it marks the job and writes to a pipe; the watching thread reads it. The pipe
+// stays, since a handler may still be on its way to it when a watch ends.
 std::array<int, 2> pipeEnds{-1, -1};
-struct sigaction previousInterrupt;
-struct sigaction previousTerminate;
+std::atomic<JobState*> job{nullptr};
+std::atomic<bool> wasSignalled{false};
+std::atomic<bool> staysForTheProgram{false};
 
 void Tell(char what) {
     const ssize_t ignored = write(pipeEnds[1], &what, 1);
     static_cast<void>(ignored);
 }
 
-extern "C" void OnSignal(int) { Tell(Signal); }
+[[noreturn]] void EndNow(const char* line, int code) {
+    const ssize_t ignored = write(STDERR_FILENO, line, std::strlen(line));
+    static_cast<void>(ignored);
+    _exit(code);
+}
+
+extern "C" void OnSignal(int) {
+    const int error = errno;
+    if (JobState* const watched = job; !watched)
+        _exit(ExitOk); // the output stands, and only words about it are left to be printed
+    else if (!wasSignalled.exchange(true)) {
+        watched->AskCancel();
+        Tell(Signal);
+    } else if (watched->AskCancel())
+        EndNow("\nov-pipeline: ended at once; nothing was written\n", ExitCancelled);
+    else if (watched->IsPublished())
+        EndNow("\nov-pipeline: ended at once; the output was written before\n", ExitOk);
+    errno = error;
+}
+
+void OpenPipe() {
+    if (pipeEnds[0] < 0 && pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+        throw std::runtime_error("no pipe can be made");
+    for (char old = 0; read(pipeEnds[0], &old, 1) == 1;) {
+    }
+}
+
+void TakeSignals() {
+    struct sigaction action {};
+    action.sa_handler = &OnSignal;
+    action.sa_flags = SA_RESTART;
+    for (Watched& watched : signals) {
+        sigaction(watched.number, nullptr, &watched.before);
+        watched.isTaken = watched.before.sa_handler != SIG_IGN;
+        if (watched.isTaken) sigaction(watched.number, &action, nullptr);
+    }
+}
+
+void GiveSignalsBack() {
+    for (Watched& watched : signals)
+        if (watched.isTaken) sigaction(watched.number, &watched.before, nullptr);
+}
+
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : " and ") + name;
+    return text;
+}
 
 } // namespace
 
-JobWatch::JobWatch(std::shared_ptr<JobState> job, bool showsProgress)
-    : m_job(std::move(job)), m_showsProgress(showsProgress && isatty(STDERR_FILENO)) {
-    if (pipe(pipeEnds.data()) != 0) throw std::runtime_error("no pipe can be made");
-    struct sigaction action {};
-    action.sa_handler = &OnSignal;
-    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_RESTART;
-    sigaction(SIGINT, &action, &previousInterrupt);
-    sigaction(SIGTERM, &action, &previousTerminate);
-    m_thread = std::thread([this] { Watch(); });
+JobWatch::JobWatch(std::shared_ptr<JobState> watched, bool showsProgress)
+    : m_job(std::move(watched)), m_showsProgress(showsProgress && isatty(STDERR_FILENO)) {
+    OpenPipe();
+    wasSignalled = false;
+    job = m_job.get();
+    TakeSignals();
+    try {
+        m_thread = OvPlatform::Thread("to watch the job", [this] { Watch(); });
+    } catch (...) {
+        LetGo();
+        throw;
+    }
 }
 
 JobWatch::~JobWatch() {
-    sigaction(SIGINT, &previousInterrupt, nullptr);
-    sigaction(SIGTERM, &previousTerminate, nullptr);
     Tell(Stop);
-    m_thread.join();
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
+    m_thread.Join();
     if (m_showsProgress) std::fputs("\r\x1b[K", stderr);
+    LetGo();
 }
 
+void JobWatch::LetGo() {
+    if (staysForTheProgram && m_job->IsPublished())
+        job = nullptr;
+    else
+        GiveSignalsBack();
+}
+
+void JobWatch::StayForTheProgram() { staysForTheProgram = true; }
+
 void JobWatch::Watch() {
-    for (;;) {
-        pollfd ready{pipeEnds[0], POLLIN, 0};
-        if (poll(&ready, 1, m_showsProgress ? PollMilliseconds : -1) > 0) {
-            char what = 0;
-            if (read(pipeEnds[0], &what, 1) != 1 || what == Stop) return;
-            m_job->Cancel();
-        }
+    while (Hear()) {
         if (m_showsProgress) ShowProgress();
+        TellWhoIsWaitedFor();
     }
+}
+
+bool JobWatch::Hear() {
+    pollfd ready{pipeEnds[0], POLLIN, 0};
+    if (poll(&ready, 1, PollMilliseconds) <= 0) return true;
+    char what = 0;
+    if (read(pipeEnds[0], &what, 1) != 1 || what == Stop) return false;
+    m_job->Cancel();
+    m_stoppingTicks = 0; // who asks is told, also where the job was to stop before
+    return true;
+}
+
+void JobWatch::TellWhoIsWaitedFor() {
+    if (!m_job->IsStopping() || ++m_stoppingTicks != PatientTicks) return;
+    const std::string who = Joined(m_job->AtWork());
+    if (who.empty()) return;
+    std::fprintf(stderr, "%sov-pipeline: the job is to stop, and waits for %s%s\n",
+                 m_showsProgress ? "\r\x1b[K" : "", who.c_str(),
+                 wasSignalled ? "; a second Ctrl-C ends the program at once" : "");
+    std::fflush(stderr);
 }
 
 void JobWatch::ShowProgress() const {

@@ -1,6 +1,7 @@
 #include "Common/HostError.h"
 
 #include "Package/PackageError.h"
+#include "System/Thread.h"
 
 #include <new>
 
@@ -16,6 +17,11 @@ std::string& ThreadPart() {
     return part;
 }
 
+std::string& TakenPart() {
+    static thread_local std::string part;
+    return part;
+}
+
 HRESULT NoteException() noexcept {
     FailureNote& note = ThreadNote();
     try {
@@ -25,6 +31,8 @@ HRESULT NoteException() noexcept {
             note = {error.Result(), error.Subject(), error.what(), error.FromInput()};
         } catch (const OvPlatform::PackageError& error) {
             note = {static_cast<HRESULT>(error.Result()), error.Subject(), error.what(), true};
+        } catch (const OvPlatform::ThreadError& error) {
+            note = {static_cast<HRESULT>(error.Result()), {}, error.what(), false};
         } catch (const std::bad_alloc&) {
             note = {E_OUTOFMEMORY, {}, {}, false};
         } catch (const std::exception& error) {

@@ -45,6 +45,8 @@ struct FailureNote {
 // The calling thread's last note, and the name of the part that it last had in hand.
 FailureNote& ThreadNote();
 std::string& ThreadPart();
+// The part that it took last. It has that in hand again once another is sent.
+std::string& TakenPart();
 
 // Turns the exception in flight into its HRESULT and notes it.
 HRESULT NoteException() noexcept;

@@ -1,6 +1,7 @@
 #include "Parts/DescribePart.h"
 
 #include "Parts/FixedPagePart.h"
+#include "Report/FilterWords.h"
 
 namespace OvPipeline {
 
@@ -24,8 +25,11 @@ std::string DescribePart(IUnknown* part) {
     return package ? "XPS document" : "part";
 }
 
-void NoteReceived(IUnknown* part, Trace& log) {
+void NoteReceived(IUnknown* part, Trace& log, const std::shared_ptr<const StreamMaker>& holder) {
+    FilterWords::Forget();
     const std::string what = part ? DescribePart(part) : "the end of the parts";
+    TakenPart() = ThreadPart();
+    if (const CComQIPtr<IHostPart> host(part); host) host->Core().holder = holder;
     if (log.IsOn()) log.Step("receives", what);
 }
 

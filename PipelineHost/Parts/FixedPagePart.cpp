@@ -60,7 +60,9 @@ HRESULT FixedPagePart::GetStream(IPrintReadStream** stream) {
     return Guarded([&] {
         ThreadPart() = m_core.name;
         if (m_core.context->job->Log().IsOn()) m_core.context->job->Log().Step("reads", m_core.name);
-        const bool isReplaced = m_newMarkup && m_newMarkup->Bytes()->IsComplete();
+        // Who writes the new markup reads the old one meanwhile; the filters behind it wait for the new.
+        const bool isReplaced =
+            m_newMarkup && (m_newMarkup->Bytes()->IsComplete() || m_markupMaker != m_core.holder);
         *stream = new PrintReadStream(isReplaced ? m_newMarkup->Open() : m_core.content->Open());
         return S_OK;
     });
@@ -110,9 +112,10 @@ HRESULT FixedPagePart::GetWriteStream(IPrintWriteStream** stream) {
     if (!stream) return E_POINTER;
     *stream = nullptr;
     return Guarded([&] {
-        auto content = std::make_shared<SpooledContent>(m_core.name, m_core.context->job);
+        auto content = std::make_shared<SpooledContent>(m_core.name, m_core.context->job, m_core.holder);
         *stream = new PrintWriteStream(content->Bytes());
         m_newMarkup = std::move(content);
+        m_markupMaker = m_core.holder;
         return S_OK;
     });
 }

@@ -94,6 +94,7 @@ private:
     std::vector<PageResource> m_resources;
     std::unordered_map<std::string, std::size_t> m_index; // by name in lower case; made when first needed
     std::shared_ptr<const SpooledContent> m_newMarkup;
+    std::shared_ptr<const StreamMaker> m_markupMaker; // of the new markup
     TicketCount m_ticketCount;
 };
 

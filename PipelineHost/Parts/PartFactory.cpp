@@ -69,9 +69,9 @@ CComPtr<IUnknown> MakeStoredPart(const SharedContext& context, const OvPlatform:
 }
 
 HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFIID riid, void** part,
-                    IPrintWriteStream** stream) {
+                    IPrintWriteStream** stream, const std::shared_ptr<const StreamMaker>& maker) {
     if (!IsPartName(name)) throw HostError(E_INVALIDARG, name, "\"" + name + "\" is not the name of a part");
-    const auto content = std::make_shared<SpooledContent>(name, context->job);
+    const auto content = std::make_shared<SpooledContent>(name, context->job, maker);
     const auto core = [&](PartKind kind) {
         PartCore c;
         c.context = context;
@@ -79,6 +79,7 @@ HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFII
         c.name = name;
         c.contentType = DefaultContentType(kind, name);
         c.content = content;
+        c.holder = maker;
         return c;
     };
     if (riid == __uuidof(IFixedDocument)) {

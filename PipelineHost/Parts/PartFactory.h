@@ -10,9 +10,10 @@ CComPtr<IUnknown> MakeStoredPart(const SharedContext& context, const OvPlatform:
                                  bool isThumbnail = false);
 
 // A new, empty part of a job under a name, and the stream that fills it (null for a document, which has no
-// bytes). E_NOINTERFACE for a kind that filters cannot make; throws HostError for a name that is none.
+// bytes). maker: the filter that writes it, where that is known. E_NOINTERFACE for a kind that filters cannot
+// make; throws HostError for a name that is none.
 HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFIID riid, void** part,
-                    IPrintWriteStream** stream);
+                    IPrintWriteStream** stream, const std::shared_ptr<const StreamMaker>& maker = {});
 
 // A reference, absolute or relative to a part's name, as a part's name; without a fragment. Throws HostError
 // for one that cannot be resolved.

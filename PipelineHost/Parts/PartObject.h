@@ -7,6 +7,7 @@
 #include "Report/JobState.h"
 #include "Streams/ByteReader.h"
 #include "Streams/PrintReadStream.h"
+#include "Streams/StreamMaker.h"
 
 #include "Package/PackageReader.h"
 
@@ -42,6 +43,7 @@ struct PartCore {
     EXpsCompressionOptions compression = Compression_Normal;
     const OvPlatform::PackagePart* stored = nullptr; // where it is a part of the job's package
     std::optional<Anchor> anchor;
+    std::shared_ptr<const StreamMaker> holder; // the filter that took or made it last; null for the host
 
     // A part of the package.
     static PartCore Of(const SharedContext& context, const OvPlatform::PackagePart& part, PartKind kind);

@@ -77,7 +77,6 @@ public:
         });
     }
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** ticket) override {
-        ThreadPart() = m_name;
         const HRESULT hr = m_ticket.Get(ticket, PartKind::PrintTicket);
         if (SUCCEEDED(hr)) m_ticketCount.Asked(*m_context);
         return hr;

@@ -53,6 +53,7 @@ constexpr std::array Known{
     KnownResult{0x8007007a, "ERROR_INSUFFICIENT_BUFFER", "a buffer is too small"},
     KnownResult{0x8007007e, "ERROR_MOD_NOT_FOUND", "no such module"},
     KnownResult{0x8007007f, "ERROR_PROC_NOT_FOUND", "the module has no such function"},
+    KnownResult{0x800700a4, "ERROR_MAX_THRDS_REACHED", "the system gives no more threads"},
     KnownResult{0x800700c1, "ERROR_BAD_EXE_FORMAT", "the module cannot be loaded on this system"},
     KnownResult{0x80070490, "E_ELEMENT_NOT_FOUND", "no such element"},
     KnownResult{0x80070709, "ERROR_INVALID_PRINTER_NAME", "no queue has that printer name"},

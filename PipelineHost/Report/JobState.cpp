@@ -27,7 +27,7 @@ std::string JobFailure::Line() const {
 
 void JobState::Fail(JobFailure failure) {
     Announce([&] {
-        if (m_failure || m_cancelled) return;
+        if (m_failure || m_cancelled || !Settle(Fate::Stopped)) return;
         m_failure = std::move(failure);
         m_stopping.store(true, std::memory_order_release);
     });
@@ -35,7 +35,7 @@ void JobState::Fail(JobFailure failure) {
 
 void JobState::Cancel() {
     Announce([&] {
-        if (m_failure || m_cancelled) return;
+        if (m_failure || m_cancelled || !Settle(Fate::Stopped)) return;
         m_cancelled = true;
         m_stopping.store(true, std::memory_order_release);
     });
@@ -54,6 +54,24 @@ bool JobState::IsCancelled() const {
 std::optional<JobFailure> JobState::Failure() const {
     const std::lock_guard lock(m_mutex);
     return m_failure;
+}
+
+void JobState::Enter(const std::string& who) {
+    const std::lock_guard lock(m_mutex);
+    m_atWork.push_back(&who);
+}
+
+void JobState::Leave(const std::string& who) {
+    const std::lock_guard lock(m_mutex);
+    std::erase(m_atWork, &who);
+}
+
+std::vector<std::string> JobState::AtWork() const {
+    const std::lock_guard lock(m_mutex);
+    std::vector<std::string> names;
+    for (const std::string* who : m_atWork)
+        names.push_back(*who);
+    return names;
 }
 
 } // namespace OvPipeline

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace OvPipeline {
 
@@ -43,6 +44,28 @@ public:
 
     void Fail(JobFailure failure);
     void Cancel();
+    // For a signal's handler, which may not wait: from now on nothing is published. Whoever hears of it calls
+    // Cancel, which wakes the job. False where it comes too late.
+    bool AskCancel() noexcept { return Settle(Fate::Stopped); }
+
+    // Puts the output under its name by the step, unless the job stops or is asked to: false then. It is one
+    // decision: a job that is published is not stopped any more. What the step throws leaves the job open.
+    template <class Step>
+    bool Publish(Step&& step) {
+        if (!Settle(Fate::Publishing)) {
+            Cancel(); // who asked may not have got so far
+            return false;
+        }
+        try {
+            step();
+        } catch (...) {
+            m_fate = Fate::Open;
+            throw;
+        }
+        m_fate = Fate::Published;
+        return true;
+    }
+    bool IsPublished() const noexcept { return m_fate == Fate::Published; }
 
     bool IsStopping() const { return m_stopping.load(std::memory_order_acquire); }
     // What calls give that a stopping job interrupts.
@@ -67,17 +90,51 @@ public:
         m_changed.notify_all();
     }
 
+    // Who is in code that is not the host's: "filter Watermark". The text must stand until it leaves.
+    void Enter(const std::string& who);
+    void Leave(const std::string& who);
+    std::vector<std::string> AtWork() const;
+
+    // Somebody waits for the bytes of a part that is still being written. See AwaitedStream.
+    bool IsStreamAwaited() const { return m_awaitedStreams > 0; }
+
     Trace& Log() { return m_trace; }
     JobCounters& Counters() { return m_counters; }
 
 private:
+    friend class AwaitedStream;
+    enum class Fate { Open, Stopped, Publishing, Published };
+    static_assert(std::atomic<Fate>::is_always_lock_free, "a signal's handler changes it");
+
+    // From open, or where it is so already.
+    bool Settle(Fate fate) noexcept {
+        Fate before = Fate::Open;
+        return m_fate.compare_exchange_strong(before, fate) || before == fate;
+    }
+
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::atomic<bool> m_stopping{false};
     bool m_cancelled = false;
+    std::atomic<Fate> m_fate{Fate::Open};
     std::optional<JobFailure> m_failure;
+    std::vector<const std::string*> m_atWork;
+    std::atomic<int> m_awaitedStreams{0};
     Trace m_trace;
     JobCounters m_counters;
+};
+
+// A wait for the bytes of a part. Who waits so takes no parts meanwhile, and its sender may be the one that
+// writes them: senders do not wait for room then.
+class AwaitedStream {
+public:
+    explicit AwaitedStream(JobState& job) : m_job(job) { ++m_job.m_awaitedStreams; }
+    AwaitedStream(const AwaitedStream&) = delete;
+    AwaitedStream& operator=(const AwaitedStream&) = delete;
+    ~AwaitedStream() { --m_job.m_awaitedStreams; }
+
+private:
+    JobState& m_job;
 };
 
 } // namespace OvPipeline

@@ -202,8 +202,12 @@ void PackageSink::Complete() {
     m_job->Counters().bytesWritten = m_writer->BytesWritten();
 }
 
-void PackageSink::Commit() {
-    Writing([&] { m_writer->Finish(); });
+void PackageSink::Finish() {
+    Writing([&] { m_writer->Complete([this] { return m_job->IsStopping(); }); });
+}
+
+void PackageSink::Publish() {
+    Writing([&] { m_writer->Publish(); });
 }
 
 void PackageSink::Say(std::string_view step, const std::string& name) const {

@@ -17,7 +17,7 @@ enum class Interleaving { ResourcesFirst, MarkupFirst };
 
 // Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
 // part once, tickets and resources related as they were. Nothing stands under the target's name before
-// Commit, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
+// Publish, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
 // Belongs to one thread at a time.
 class PackageSink {
 public:
@@ -27,8 +27,10 @@ public:
     void Take(IUnknown* part);
     // All parts are there: writes the markup that refers to them. HostError where no page came.
     void Complete();
-    // Puts the package under its name.
-    void Commit();
+    // Writes the package; a job that stops ends it.
+    void Finish();
+    // Puts it under its name.
+    void Publish();
 
 private:
     struct Link {

@@ -34,8 +34,9 @@ SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<
     return context;
 }
 
-PackageSource::PackageSource(SharedContext context)
-    : m_context(std::move(context)), m_reached(m_context->package->Parts().size()) {
+PackageSource::PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker)
+    : m_context(std::move(context)), m_taker(std::move(taker)),
+      m_reached(m_context->package->Parts().size()) {
     FindSequence();
 }
 
@@ -71,7 +72,7 @@ HRESULT PackageSource::GetXpsPart(IUnknown** part) {
             const CComQIPtr<IFixedPage> page(next);
             if (page) ++m_context->job->Counters().pages;
         }
-        NoteReceived(next, m_context->job->Log());
+        NoteReceived(next, m_context->job->Log(), m_taker);
         *part = next.Detach();
         return S_OK;
     });

@@ -17,8 +17,9 @@ SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<
 // Parts are made when they are asked for, so memory does not grow with the job. Belongs to one thread.
 class PackageSource final : public ComObject<IXpsDocumentProvider> {
 public:
-    // Throws InputError where the package names no sequence, or two.
-    explicit PackageSource(SharedContext context);
+    // taker: the filter that takes the parts; null for the host. Throws InputError where the package names no
+    // sequence, or two.
+    explicit PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker = {});
 
     // The next part, null at the end. A part's relationships and references are checked before it is handed
     // out; a fault in them is the failing result, and the thread's note says more. A job without pages is a
@@ -53,6 +54,7 @@ private:
     void Skip(const std::string& source, const Relationship& relationship) const;
 
     SharedContext m_context;
+    std::shared_ptr<const StreamMaker> m_taker;
     Stage m_stage = Stage::Package;
     const Part* m_sequence = nullptr;
     const Part* m_document = nullptr;

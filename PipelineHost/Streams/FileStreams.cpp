@@ -111,10 +111,13 @@ void FileSink::Flush() {
     if (m_file && std::fflush(m_file) != 0) ThrowFor(errno, m_target, "cannot write");
 }
 
-void FileSink::Commit() {
+void FileSink::Finish() {
     const int flushed = std::fclose(m_file);
     m_file = nullptr;
     if (flushed != 0) ThrowFor(errno, m_target, "cannot write");
+}
+
+void FileSink::Publish() {
     std::error_code error;
     std::filesystem::rename(m_temporary, m_target, error);
     if (error) ThrowFor(error.value(), m_target, "cannot write");

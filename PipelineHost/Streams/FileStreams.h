@@ -24,8 +24,8 @@ private:
     std::filesystem::path m_file;
 };
 
-// A file that comes to stand under its name only when all is well: until Commit the bytes lie beside it, and
-// without Commit nothing is left of them.
+// A file that comes to stand under its name only when all is well: until Publish the bytes lie beside it, and
+// without it nothing is left of them.
 class FileSink {
 public:
     // Throws HostError.
@@ -36,7 +36,10 @@ public:
 
     void Write(const void* bytes, std::size_t size);
     void Flush();
-    void Commit();
+    // All bytes are there. None may come behind it.
+    void Finish();
+    // Puts the finished file under its name.
+    void Publish();
 
 private:
     std::filesystem::path m_target;

@@ -16,8 +16,9 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT MediumFull = static_cast<HRESULT>(0x80030070); // STG_E_MEDIUMFULL
-constexpr HRESULT ReadFault = static_cast<HRESULT>(0x8003001E);  // STG_E_READFAULT
+constexpr HRESULT MediumFull = static_cast<HRESULT>(0x80030070);    // STG_E_MEDIUMFULL
+constexpr HRESULT MissingStream = static_cast<HRESULT>(0x80520113); // XPS_E_MISSING_PART_STREAM
+constexpr HRESULT ReadFault = static_cast<HRESULT>(0x8003001E);     // STG_E_READFAULT
 
 int MakeNamelessFile() {
     std::string name = (std::filesystem::temp_directory_path() / "ov-pipeline-XXXXXX").string();
@@ -72,7 +73,7 @@ std::atomic<std::uint64_t> nextIdentity{std::uint64_t{1} << 40};
 
 } // namespace
 
-SpooledBytes::SpooledBytes() = default;
+SpooledBytes::SpooledBytes(std::shared_ptr<const StreamMaker> maker) : m_maker(std::move(maker)) {}
 
 SpooledBytes::~SpooledBytes() {
     if (m_file >= 0) close(m_file);
@@ -87,6 +88,8 @@ void SpooledBytes::MoveToFile() {
 void SpooledBytes::Append(const void* bytes, std::size_t size) {
     {
         const std::lock_guard lock(m_mutex);
+        if (m_state != State::Open)
+            throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that has ended");
         const auto* first = static_cast<const unsigned char*>(bytes);
         if (m_file < 0 && m_memory.size() + size > MemoryBound) MoveToFile();
         if (m_file >= 0)
@@ -139,13 +142,17 @@ bool SpooledBytes::WaitBeyond(std::uint64_t position, const JobState& job) const
         if (m_writer == std::this_thread::get_id())
             throw HostError(E_PENDING, {}, "a stream is read before its own writer has closed it");
         if (job.IsStopping()) throw HostError(job.StopResult(), {}, "the job stops");
-        // Looks at the job now and then, since nothing else wakes a reader whose writer is stuck.
+        if (m_maker && m_maker->IsDone()) ThrowLost("is done and has left the stream open that it wrote");
+        // Looks at job and writer now and then, since nothing else wakes a reader whose writer is stuck.
         m_changed.wait_for(lock, std::chrono::milliseconds(50));
     }
     if (m_size > position) return true;
-    if (m_state == State::Abandoned)
-        throw HostError(static_cast<HRESULT>(0x80520113), {}, "the stream was given up without being closed");
+    if (m_state == State::Abandoned) ThrowLost("has given the stream up without closing it");
     return false;
+}
+
+void SpooledBytes::ThrowLost(const char* how) const {
+    throw HostError(MissingStream, {}, (m_maker ? "filter " + m_maker->Filter() : "its writer") + " " + how);
 }
 
 std::unique_ptr<ByteReader> ReadWhileWritten(std::shared_ptr<const SpooledBytes> bytes,
@@ -153,11 +160,14 @@ std::unique_ptr<ByteReader> ReadWhileWritten(std::shared_ptr<const SpooledBytes>
     return std::make_unique<WaitingReader>(std::move(bytes), std::move(job));
 }
 
-SpooledContent::SpooledContent(std::string partName, std::shared_ptr<const JobState> job)
-    : m_partName(std::move(partName)), m_job(std::move(job)), m_identity(nextIdentity.fetch_add(1)) {}
+SpooledContent::SpooledContent(std::string partName, std::shared_ptr<JobState> job,
+                               std::shared_ptr<const StreamMaker> maker)
+    : m_partName(std::move(partName)), m_job(std::move(job)),
+      m_bytes(std::make_shared<SpooledBytes>(std::move(maker))), m_identity(nextIdentity.fetch_add(1)) {}
 
 std::unique_ptr<ByteReader> SpooledContent::Open() const {
     try {
+        const AwaitedStream awaited(*m_job);
         m_bytes->WaitBeyond(std::numeric_limits<std::uint64_t>::max(), *m_job);
     } catch (const HostError& error) {
         throw HostError(error.Result(), m_partName, m_partName + ": " + error.what());

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Streams/ByteReader.h"
+#include "Streams/StreamMaker.h"
 
 #include "Report/JobState.h"
 
@@ -17,7 +18,8 @@ class SpooledBytes {
 public:
     static constexpr std::size_t MemoryBound = std::size_t{256} * 1024;
 
-    SpooledBytes();
+    // maker: whose failure it is if they are never complete; null where that is not known.
+    explicit SpooledBytes(std::shared_ptr<const StreamMaker> maker = {});
     SpooledBytes(const SpooledBytes&) = delete;
     SpooledBytes& operator=(const SpooledBytes&) = delete;
     ~SpooledBytes();
@@ -34,16 +36,18 @@ public:
     bool IsComplete() const;
 
     // Waits until bytes beyond the position are there (true) or none will come (false). Throws HostError
-    // where the job stops meanwhile, where the writer gave up, or where the calling thread is the writer and
-    // would wait for itself.
+    // where the job stops meanwhile, where the writer gave up or is done without having closed them, or where
+    // the calling thread is the writer and would wait for itself.
     bool WaitBeyond(std::uint64_t position, const JobState& job) const;
 
 private:
     enum class State { Open, Complete, Abandoned };
 
     void End(State state);
+    [[noreturn]] void ThrowLost(const char* how) const;
     void MoveToFile();
 
+    const std::shared_ptr<const StreamMaker> m_maker;
     mutable std::mutex m_mutex;
     mutable std::condition_variable m_changed;
     std::thread::id m_writer = std::this_thread::get_id();
@@ -60,7 +64,8 @@ std::unique_ptr<ByteReader> ReadWhileWritten(std::shared_ptr<const SpooledBytes>
 // A new part's bytes. They can be read once all are written.
 class SpooledContent final : public Content {
 public:
-    SpooledContent(std::string partName, std::shared_ptr<const JobState> job);
+    SpooledContent(std::string partName, std::shared_ptr<JobState> job,
+                   std::shared_ptr<const StreamMaker> maker);
 
     std::unique_ptr<ByteReader> Open() const override;
     std::uint64_t Identity() const override { return m_identity; }
@@ -69,8 +74,8 @@ public:
 
 private:
     std::string m_partName;
-    std::shared_ptr<const JobState> m_job;
-    std::shared_ptr<SpooledBytes> m_bytes = std::make_shared<SpooledBytes>();
+    std::shared_ptr<JobState> m_job;
+    std::shared_ptr<SpooledBytes> m_bytes;
     std::uint64_t m_identity;
 };
 

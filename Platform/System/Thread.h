@@ -22,12 +22,13 @@ private:
     std::int32_t m_result;
 };
 
-// The one place where threads are made. A thread that runs is joined before its object goes, so that a failure
-// on the way never meets one that nobody waits for: whoever makes it sees to it that its work ends.
+// The one place where threads are made. A thread that runs is joined before its object goes, so that a
+// failure on the way never meets one that nobody waits for: whoever makes it sees to it that its work ends.
 class OV_PLATFORM_API Thread {
 public:
     Thread() noexcept = default;
-    // Starts the work, which throws nothing. task: what it is for, as in "for the output". Throws ThreadError.
+    // Starts the work, which throws nothing. task: what it is for, as in "for the output". Throws
+    // ThreadError.
     Thread(const std::string& task, std::function<void()> work);
     Thread(Thread&&) noexcept = default;
     // Only on to one that is not running.

@@ -47,6 +47,7 @@ public:
         std::atomic<int> started{0};
         std::atomic<int> shutDown{0};
         HRESULT initialiseResult = S_OK;
+        std::function<void()> atShutdown;
     };
 
     TestFilter(Body body, std::shared_ptr<Calls> calls)
@@ -64,6 +65,7 @@ public:
     HRESULT STDMETHODCALLTYPE ShutdownOperation() override {
         m_isShutDown = true;
         ++m_calls->shutDown;
+        if (m_calls->atShutdown) m_calls->atShutdown();
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE StartOperation() override {

@@ -246,7 +246,7 @@ const Misbehaviour Misbehaviours[] = {
          CComPtr<IPrintWriteStream> stream;
          return page->GetWriteStream(&stream);
      }),
-     "the output: /Documents/1/Pages/1.fpage: the stream was given up without being closed"},
+     "the output: /Documents/1/Pages/1.fpage: filter bad has given the stream up without closing it"},
     {"sends two parts under one name",
      PassOn([](const FilterEnv&, IXpsDocumentConsumer* to, IFixedPage* page) -> HRESULT {
          CComPtr<IPartImage> image;

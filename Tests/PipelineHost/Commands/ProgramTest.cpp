@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
@@ -22,14 +23,17 @@ namespace {
 
 const std::string PassThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
 const std::string WaitsForShutdown = OV_BINARY_DIR "/lib/libWaitsForShutdown.so";
+const std::string Misbehaves = OV_BINARY_DIR "/lib/libMisbehaves.so";
 
 // ov-pipeline with its error stream on a pipe or a terminal. Killed at the end if it still runs.
 class Program {
 public:
     enum class Errors { Pipe, Terminal };
+    using Preparation = void (*)(); // of the process, before it becomes the program
 
-    Program(std::vector<std::string> arguments, const std::filesystem::path& folder,
-            Errors kind = Errors::Pipe) {
+    Program(
+        std::vector<std::string> arguments, const std::filesystem::path& folder, Errors kind = Errors::Pipe,
+        Preparation prepare = [] {}) {
         int childEnd = -1;
         if (kind == Errors::Pipe) {
             int ends[2] = {-1, -1};
@@ -49,6 +53,7 @@ public:
         list.push_back(nullptr);
         m_process = fork();
         if (m_process == 0) {
+            prepare();
             dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
             dup2(childEnd, STDERR_FILENO);
             if (chdir(folder.c_str()) == 0) execv(program.c_str(), list.data());
@@ -142,6 +147,95 @@ TEST_F(ProgramTest, ATerminalShowsProgress) {
     EXPECT_TRUE(program.WaitFor("2 pages, ")) << program.Said();
     program.Signal(SIGINT);
     EXPECT_EQ(130, program.Finish());
+}
+
+// Whether the signal comes first or the name, the code and the folder say the same.
+TEST_F(ProgramTest, AnOutputAndTheCodeOfACancelledJobNeverGoTogether) {
+    SampleJob job;
+    job.pages = 400;
+    job.Write(m_folder / "job.xps");
+    int cancelled = 0;
+    for (int moment = 0; moment < 30; ++moment) {
+        Program program({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}, m_folder.Path());
+        std::this_thread::sleep_for(std::chrono::milliseconds(4 * moment));
+        program.Signal(SIGINT);
+        const int code = program.Finish();
+        const bool isWritten = std::filesystem::remove(m_folder / "out.xps");
+        // -1: the signal was there before anybody listened.
+        EXPECT_TRUE(isWritten ? code == 0 : code == 130 || code == -1) << code << program.Said();
+        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
+        cancelled += code == 130;
+    }
+    EXPECT_GT(cancelled, 0);
+}
+
+TEST_F(ProgramTest, SaysWhichFilterIsWaitedForAndEndsAtTheSecondSignal) {
+    setenv("OV_TEST_MISBEHAVIOUR", "hang", 1);
+    Program program({"run", "--trace", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path());
+    ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
+    program.Signal(SIGINT);
+    EXPECT_TRUE(
+        program.WaitFor("waits for filter Misbehaves (StartOperation); a second Ctrl-C ends the program"))
+        << program.Said();
+    program.Signal(SIGINT);
+    EXPECT_EQ(130, program.Finish());
+    EXPECT_THAT(program.Said(), HasSubstr("ov-pipeline: ended at once; nothing was written\n"));
+    EXPECT_FALSE(std::filesystem::exists(m_folder / "out.xps"));
+}
+
+TEST_F(ProgramTest, ASignalThatWasIgnoredStaysIgnored) {
+    Program program({"run", "--trace", "--filter", WaitsForShutdown, "-o", "out.xps", "job.xps"},
+                    m_folder.Path(), Program::Errors::Pipe, [] { signal(SIGINT, SIG_IGN); });
+    ASSERT_TRUE(program.WaitFor("WaitsForShutdown: receives the end of the parts")) << program.Said();
+    program.Signal(SIGINT);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_EQ(std::string::npos, program.Said().find("cancelled"));
+    program.Signal(SIGTERM);
+    EXPECT_EQ(130, program.Finish());
+}
+
+TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
+    const struct {
+        const char* how;
+        int code;
+        const char* words;
+    } cases[] = {
+        {"exit", 1, "filter Misbehaves (StartOperation): it has ended the program by exit(); nothing was"},
+        {"quick_exit", 1, "filter Misbehaves (StartOperation): it has ended the program by exit()"},
+        {"exit elsewhere", 1, "a thread of a filter: it has ended the program by exit()"},
+        {"abort", -1, "filter Misbehaves (StartOperation): it aborts the program; nothing was written"},
+    };
+    for (const auto& test : cases) {
+        setenv("OV_TEST_MISBEHAVIOUR", test.how, 1);
+        Program program({"run", "--filter", Misbehaves, PassThrough, "-o", "out.xps", "job.xps"},
+                        m_folder.Path());
+        EXPECT_EQ(test.code, program.Finish()) << test.how << program.Said();
+        EXPECT_THAT(program.Said(), HasSubstr(test.words));
+        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
+    }
+}
+
+// As another user than root, whom the limit does not bind, and who has no other process.
+TEST_F(ProgramTest, WithoutThreadsItSaysWhatItWantedThemFor) {
+    std::filesystem::permissions(m_folder.Path(), std::filesystem::perms::all);
+    std::vector<std::string> said;
+    static int limit;
+    for (limit = 1; limit < 8; ++limit) {
+        Program program({"run", "--filter", PassThrough, PassThrough, "-o", "out.xps", "job.xps"},
+                        m_folder.Path(), Program::Errors::Pipe, [] {
+                            const rlimit threads{static_cast<rlim_t>(limit), static_cast<rlim_t>(limit)};
+                            if (setrlimit(RLIMIT_NPROC, &threads) != 0 ||
+                                (geteuid() == 0 && setuid(static_cast<uid_t>(700000 + getpid())) != 0))
+                                _exit(127);
+                        });
+        const int code = program.Finish();
+        if (code == 0) break;
+        EXPECT_EQ(1, code);
+        EXPECT_THAT(program.Said(), HasSubstr("no thread can be had"));
+        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
+        said.push_back(program.Said());
+    }
+    EXPECT_FALSE(said.empty());
 }
 
 } // namespace

@@ -1,0 +1,60 @@
+#include "Chain/ExitGuard.h"
+
+#include "Chain/FilterCall.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+
+#include <unistd.h>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr int JobFailed = 1; // the program's exit code
+
+std::atomic<JobState*> guarded{nullptr};
+
+// Without memory of its own, for a signal's handler.
+void Say(const char* who, const char* what) {
+    for (const char* text : {"ov-pipeline: ", who, what}) {
+        const ssize_t ignored = write(STDERR_FILENO, text, std::strlen(text));
+        static_cast<void>(ignored);
+    }
+}
+
+// What else is to be done at the end of a program, other threads may be in the midst of.
+void EndAtOnce() {
+    JobState* const job = guarded;
+    if (!job || !job->AskCancel()) return;
+    const char* who = FilterCall::Innermost();
+    Say(who ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
+    _exit(JobFailed);
+}
+
+extern "C" void OnAbort(int) {
+    if (const char* who = FilterCall::Innermost()) Say(who, ": it aborts the program; nothing was written\n");
+}
+
+} // namespace
+
+ExitGuard::ExitGuard(JobState& job) : m_outer(guarded.exchange(&job)) {
+    struct sigaction action {};
+    action.sa_handler = &OnAbort;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGABRT, &action, &m_beforeAbort);
+    Listen();
+}
+
+ExitGuard::~ExitGuard() {
+    sigaction(SIGABRT, &m_beforeAbort, nullptr);
+    guarded = m_outer;
+}
+
+void ExitGuard::Listen() {
+    std::atexit(&EndAtOnce);
+    std::at_quick_exit(&EndAtOnce);
+}
+
+} // namespace OvPipeline

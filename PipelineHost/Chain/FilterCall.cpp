@@ -1,0 +1,26 @@
+#include "Chain/FilterCall.h"
+
+#include <utility>
+
+namespace OvPipeline {
+
+namespace {
+
+// A plain pointer: at the end of a program the thread's objects are gone before those who ask.
+thread_local const char* innermost = nullptr;
+
+} // namespace
+
+FilterCall::FilterCall(JobState& job, std::string who) : m_job(job), m_who(std::move(who)) {
+    m_job.Enter(m_who);
+    m_outer = std::exchange(innermost, m_who.c_str());
+}
+
+FilterCall::~FilterCall() {
+    innermost = m_outer;
+    m_job.Leave(m_who);
+}
+
+const char* FilterCall::Innermost() noexcept { return innermost; }
+
+} // namespace OvPipeline

@@ -1,0 +1,84 @@
+#include "Report/FilterWords.h"
+
+#include <LowLevelFacilities/DebugUtilities.h>
+
+#include <windows.h>
+
+#include <atomic>
+#include <mutex>
+#include <string_view>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr std::string_view Caption = "Caught exception"; // of reports of other things there are others
+
+std::mutex hearing;
+int listeners = 0;
+std::atomic<DebugUtilities::ReportSink> before{nullptr};
+
+std::string& FirstReport() {
+    static thread_local std::string report;
+    return report;
+}
+
+void PassOn(const char* text, const char* caption) noexcept {
+    if (const DebugUtilities::ReportSink sink = before) return sink(text, caption);
+    OutputDebugStringA(caption);
+    OutputDebugStringA(": ");
+    OutputDebugStringA(text);
+    OutputDebugStringA("\n");
+}
+
+void Hear(const char* text, const char* caption) noexcept {
+    try {
+        if (FirstReport().empty() && Caption == caption) FirstReport() = text;
+    } catch (...) {
+        // No room for it: the result has to do.
+    }
+    PassOn(text, caption);
+}
+
+void DropPrefix(std::string_view& text, std::string_view prefix) {
+    while (text.starts_with(prefix))
+        text.remove_prefix(prefix.size());
+}
+
+// A report reads: who caught it, what was thrown, where it was caught, and what the thread was doing, each on
+// lines of its own. What was thrown is "type: words [last error 0] at file:1 (operation)" where it is of the
+// library, else "std::exception: words".
+std::string_view Thrown(std::string_view report) {
+    const std::size_t caught = report.find("\ncaught at ");
+    if (caught == std::string_view::npos) return report.substr(0, report.find('\n'));
+    const std::size_t first = report.find('\n');
+    return first == caught ? report.substr(0, first) : report.substr(first + 1, caught - first - 1);
+}
+
+} // namespace
+
+FilterWords::FilterWords() {
+    const std::lock_guard lock(hearing);
+    if (listeners++ == 0) before = DebugUtilities::setReportSink(&Hear);
+}
+
+FilterWords::~FilterWords() {
+    const std::lock_guard lock(hearing);
+    if (--listeners == 0) DebugUtilities::setReportSink(before);
+}
+
+std::string FilterWords::First() {
+    std::string_view words = Thrown(FirstReport());
+    const std::size_t end = words.rfind(" [last error ");
+    const std::string_view place = end == std::string_view::npos ? std::string_view() : words.substr(end);
+    words.remove_suffix(place.size());
+    for (const char* type : {"std::exception: ", "CPException: ", "CPComException: "})
+        DropPrefix(words, type);
+    // Where nothing else was said, the words are the operation that failed.
+    const std::string text(words);
+    return place.find("(" + text + ")") == std::string_view::npos ? text : "in " + text;
+}
+
+void FilterWords::Forget() noexcept { FirstReport().clear(); }
+
+} // namespace OvPipeline
