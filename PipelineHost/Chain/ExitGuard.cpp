@@ -15,6 +15,7 @@ namespace {
 constexpr int JobFailed = 1; // the program's exit code
 
 std::atomic<JobState*> guarded{nullptr};
+std::atomic<pid_t> program{0}; // what a filter forks may end as it likes
 
 // Without memory of its own, for a signal's handler.
 void Say(const char* who, const char* what) {
@@ -27,19 +28,21 @@ void Say(const char* who, const char* what) {
 // What else is to be done at the end of a program, other threads may be in the midst of.
 void EndAtOnce() {
     JobState* const job = guarded;
-    if (!job || !job->AskCancel()) return;
+    if (!job || getpid() != program || !job->AskCancel()) return;
     const char* who = FilterCall::Innermost();
     Say(who ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
     _exit(JobFailed);
 }
 
 extern "C" void OnAbort(int) {
-    if (const char* who = FilterCall::Innermost()) Say(who, ": it aborts the program; nothing was written\n");
+    const char* who = FilterCall::Innermost();
+    if (who && getpid() == program) Say(who, ": it aborts the program; nothing was written\n");
 }
 
 } // namespace
 
 ExitGuard::ExitGuard(JobState& job) : m_outer(guarded.exchange(&job)) {
+    program = getpid();
     struct sigaction action {};
     action.sa_handler = &OnAbort;
     action.sa_flags = static_cast<int>(SA_RESETHAND);

@@ -20,8 +20,10 @@ HRESULT PartQueue::Send(IUnknown* part) {
                !m_job->IsStreamAwaited();
     };
     // Looks now and then, since whoever begins to wait for a stream wakes nobody here.
-    while (isToWait())
+    while (isToWait()) {
+        RequireStarted("more parts are sent than are taken before the filters are started");
         m_changed.wait_for(lock, std::chrono::milliseconds(50));
+    }
     if (m_job->IsStopping()) return m_job->StopResult();
     if (m_receiverEnded) return S_OK;
     m_parts.emplace_back(part);
@@ -34,7 +36,9 @@ HRESULT PartQueue::Receive(IUnknown** part) {
     CComPtr<IUnknown> next;
     {
         std::unique_lock lock(m_mutex);
-        m_changed.wait(lock, [&] { return !m_parts.empty() || m_senderEnded || m_job->IsStopping(); });
+        const auto isToWait = [&] { return m_parts.empty() && !m_senderEnded && !m_job->IsStopping(); };
+        if (isToWait()) RequireStarted("a part is asked for before the filters are started");
+        m_changed.wait(lock, [&] { return !isToWait(); });
         if (m_job->IsStopping()) return m_job->StopResult();
         if (!m_parts.empty()) {
             next = std::move(m_parts.front());
@@ -44,6 +48,10 @@ HRESULT PartQueue::Receive(IUnknown** part) {
     m_changed.notify_all();
     *part = next.Detach();
     return S_OK;
+}
+
+void PartQueue::RequireStarted(const char* problem) const {
+    if (!m_job->IsStarted()) throw HostError(InvalidState, {}, problem);
 }
 
 void PartQueue::EndSending() {

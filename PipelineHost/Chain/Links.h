@@ -22,7 +22,8 @@ public:
     explicit PartQueue(std::shared_ptr<JobState> job) : m_job(std::move(job)) {}
 
     // What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops. While
-    // a receiver waits for a part's bytes, the queue takes what comes.
+    // a receiver waits for a part's bytes, the queue takes what comes. Throws HostError where a filter would
+    // wait before the job is started, as Receive does.
     HRESULT Send(IUnknown* part);
     // Waits for a part; null at the end.
     HRESULT Receive(IUnknown** part);
@@ -32,6 +33,8 @@ public:
     void Wake();
 
 private:
+    void RequireStarted(const char* problem) const;
+
     std::shared_ptr<JobState> m_job;
     std::mutex m_mutex;
     std::condition_variable m_changed;

@@ -221,7 +221,10 @@ private:
             return true;
         };
         m_state->WaitUntil([&] { return allPast(Node::State::Initialised); });
-        m_state->Announce([&] { m_isGo = true; });
+        m_state->Announce([&] {
+            m_state->SetStarted();
+            m_isGo = true;
+        });
         m_state->WaitUntil(
             [&] { return (allPast(Node::State::Done) && IsSinkDone()) || m_state->IsStopping(); });
         if (m_state->IsStopping())

@@ -90,6 +90,10 @@ public:
         m_changed.notify_all();
     }
 
+    // Until then no filter works, and a wait for what another one gives would have no end.
+    void SetStarted() { m_started.store(true, std::memory_order_release); }
+    bool IsStarted() const { return m_started.load(std::memory_order_acquire); }
+
     // Who is in code that is not the host's: "filter Watermark". The text must stand until it leaves.
     void Enter(const std::string& who);
     void Leave(const std::string& who);
@@ -115,6 +119,7 @@ private:
     mutable std::mutex m_mutex;
     std::condition_variable m_changed;
     std::atomic<bool> m_stopping{false};
+    std::atomic<bool> m_started{false};
     bool m_cancelled = false;
     std::atomic<Fate> m_fate{Fate::Open};
     std::optional<JobFailure> m_failure;

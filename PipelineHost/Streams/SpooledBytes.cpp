@@ -142,6 +142,8 @@ bool SpooledBytes::WaitBeyond(std::uint64_t position, const JobState& job) const
         if (m_writer == std::this_thread::get_id())
             throw HostError(E_PENDING, {}, "a stream is read before its own writer has closed it");
         if (job.IsStopping()) throw HostError(job.StopResult(), {}, "the job stops");
+        if (!job.IsStarted())
+            throw HostError(E_PENDING, {}, "a stream is read to its end before the filters are started");
         if (m_maker && m_maker->IsDone()) ThrowLost("is done and has left the stream open that it wrote");
         // Looks at job and writer now and then, since nothing else wakes a reader whose writer is stuck.
         m_changed.wait_for(lock, std::chrono::milliseconds(50));

@@ -36,8 +36,8 @@ public:
     bool IsComplete() const;
 
     // Waits until bytes beyond the position are there (true) or none will come (false). Throws HostError
-    // where the job stops meanwhile, where the writer gave up or is done without having closed them, or where
-    // the calling thread is the writer and would wait for itself.
+    // where the job stops meanwhile or is not started yet, where the writer gave up or is done without having
+    // closed them, or where the calling thread is the writer and would wait for itself.
     bool WaitBeyond(std::uint64_t position, const JobState& job) const;
 
 private:

@@ -47,6 +47,7 @@ public:
         std::atomic<int> started{0};
         std::atomic<int> shutDown{0};
         HRESULT initialiseResult = S_OK;
+        std::function<void(const FilterEnv&)> atInitialisation;
         std::function<void()> atShutdown;
     };
 
@@ -60,6 +61,8 @@ public:
         m_communicator = communicator;
         m_bag = bag;
         m_control = control;
+        if (m_calls->atInitialisation)
+            m_calls->atInitialisation({m_communicator, m_bag, m_control, m_isShutDown});
         return m_calls->initialiseResult;
     }
     HRESULT STDMETHODCALLTYPE ShutdownOperation() override {
