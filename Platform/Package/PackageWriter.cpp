@@ -354,8 +354,8 @@ void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
 // The content types first, and each relationships part behind its source.
 void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
     const Structure& structure = m_core->structure;
-    m_assembly = std::make_unique<PackageAssembly>(m_core->target, m_core->spool);
-    PackageAssembly& assembly = *m_assembly;
+    auto whole = std::make_unique<PackageAssembly>(m_core->target, m_core->spool);
+    PackageAssembly& assembly = *whole;
     assembly.Add(ZipName(ContentTypesName), *structure.contentTypes);
     if (structure.packageRelationships)
         assembly.Add(ZipName(RelationshipsPartName(PackageRoot)), *structure.packageRelationships);
@@ -368,6 +368,7 @@ void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
             assembly.Add(ZipName(RelationshipsPartName(part.name)), *relationships++);
     }
     assembly.Finish(isStopped);
+    m_assembly = std::move(whole);
 }
 
 void SpoolingWriter::Complete(const StopQuestion& isStopped) {

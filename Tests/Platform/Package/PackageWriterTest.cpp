@@ -225,6 +225,26 @@ TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
     EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
 }
 
+TEST_F(PackageWriterTest, IsGivenUpAtAnyMomentBeforeItHasItsName) {
+    m_folder.Write("out.xps", "before");
+    for (int last = 0;; ++last) {
+        const auto writer = PackageWriter::Create(m_target);
+        for (const char* name : {"/1", "/2", "/3"})
+            Add(*writer, name, "text");
+        EXPECT_EQ(Failure([&] { writer->Publish(); }).first, E_UNEXPECTED) << "it is not complete";
+        int asked = 0;
+        const HRESULT result = Failure([&] { writer->Complete([&] { return asked++ == last; }); }).first;
+        EXPECT_EQ(TemporaryFolder::Read(m_target), "before");
+        if (result == S_OK) { // it was asked less often, or too late; the package goes without its name
+            EXPECT_GT(last, 6);
+            break;
+        }
+        ASSERT_EQ(result, E_ABORT);
+        EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+    }
+    EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
+}
+
 TEST_F(PackageWriterTest, SaysThatTheDiskIsFull) {
     // A limit on the size of files stands for a disk that is full; it acts on this process alone.
     rlimit before{};
