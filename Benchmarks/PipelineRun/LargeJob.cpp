@@ -86,4 +86,5 @@ void WriteLargeJob(const std::filesystem::path& file, std::size_t pages) {
     AddText(*package, "/Documents/1/FixedDoc.fdoc", "application/vnd.ms-package.xps-fixeddocument+xml",
             document + "</FixedDocument>");
     package->Finish();
+    package->Commit();
 }

@@ -159,12 +159,6 @@ private:
 
     void OpenOutput() {
         if (OutputKind() == EndKind::Bytes && !m_job.byteOutput.empty()) m_job.output = m_job.byteOutput;
-        // A folder cannot be replaced, and a device must not be.
-        std::error_code error;
-        if (std::filesystem::exists(m_job.output, error) &&
-            !std::filesystem::is_regular_file(m_job.output, error))
-            throw HostError(E_ACCESSDENIED, m_job.output.string(),
-                            m_job.output.string() + " is there, and is no file that can be replaced");
         if (OutputKind() == EndKind::Bytes)
             m_fileSink = std::make_shared<FileSink>(m_job.output);
         else
@@ -367,7 +361,7 @@ private:
     // The name comes last, and only where nobody has asked for the end of the job until then.
     void Commit() {
         m_packageSink ? m_packageSink->Finish() : m_fileSink->Finish();
-        if (!m_state->Publish([&] { m_packageSink ? m_packageSink->Publish() : m_fileSink->Publish(); }))
+        if (!m_state->Publish([&] { m_packageSink ? m_packageSink->Commit() : m_fileSink->Commit(); }))
             throw HostError(m_state->StopResult(), {}, "the job stops");
     }
 

@@ -203,11 +203,11 @@ void PackageSink::Complete() {
 }
 
 void PackageSink::Finish() {
-    Writing([&] { m_writer->Complete([this] { return m_job->IsStopping(); }); });
+    Writing([&] { m_writer->Finish([this] { return m_job->IsStopping(); }); });
 }
 
-void PackageSink::Publish() {
-    Writing([&] { m_writer->Publish(); });
+void PackageSink::Commit() {
+    Writing([&] { m_writer->Commit(); });
 }
 
 void PackageSink::Say(std::string_view step, const std::string& name) const {

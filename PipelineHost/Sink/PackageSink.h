@@ -27,10 +27,10 @@ public:
     void Take(IUnknown* part);
     // All parts are there: writes the markup that refers to them. HostError where no page came.
     void Complete();
-    // Writes the package; a job that stops ends it.
+    // Behind Complete: writes the package out, which may take a while; a job that stops ends it.
     void Finish();
-    // Puts it under its name.
-    void Publish();
+    // Behind Finish: puts the package under its name, and does nothing else.
+    void Commit();
 
 private:
     struct Link {

@@ -2,12 +2,12 @@
 
 #include "Common/HostError.h"
 
+#include "System/FileError.h"
+
 #include <cerrno>
 #include <cstring>
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace OvPipeline {
 
@@ -20,37 +20,41 @@ HRESULT FromErrno(int error) {
     case ENOTDIR:
         return static_cast<HRESULT>(0x80070003);
     case EACCES:
-    case EPERM:
-    case EROFS:
     case EISDIR:
         return E_ACCESSDENIED;
-    case ENOSPC:
-        return static_cast<HRESULT>(0x80030070);
     default:
         return E_FAIL;
     }
 }
 
-[[noreturn]] void ThrowFor(int error, const std::filesystem::path& file, const char* what,
-                           bool fromInput = false) {
-    throw HostError(FromErrno(error), file.string(),
-                    std::string(what) + " " + file.string() + ": " + std::strerror(error), fromInput);
+[[noreturn]] void ThrowUnreadable(int error, const std::filesystem::path& file) {
+    throw InputError(FromErrno(error), file.string(),
+                     "cannot read " + file.string() + ": " + std::strerror(error));
+}
+
+template <class Step>
+auto Writing(Step&& step) {
+    try {
+        return step();
+    } catch (const OvPlatform::FileError& error) {
+        throw HostError(static_cast<HRESULT>(error.Result()), error.File(), error.what());
+    }
 }
 
 class FileReader final : public ByteReader {
 public:
     explicit FileReader(const std::filesystem::path& file)
         : m_name(file), m_file(std::fopen(file.c_str(), "rb")) {
-        if (!m_file) ThrowFor(errno, file, "cannot read", true);
+        if (!m_file) ThrowUnreadable(errno, file);
         struct stat state {};
         if (fstat(fileno(m_file), &state) == 0 && S_ISDIR(state.st_mode)) {
             std::fclose(m_file);
-            ThrowFor(EISDIR, file, "cannot read", true);
+            ThrowUnreadable(EISDIR, file);
         }
         if (fseeko(m_file, 0, SEEK_END) != 0) {
             const int error = errno;
             std::fclose(m_file);
-            ThrowFor(error, file, "cannot read", true);
+            ThrowUnreadable(error, file);
         }
         m_size = static_cast<std::uint64_t>(ftello(m_file));
         std::rewind(m_file);
@@ -59,13 +63,12 @@ public:
 
     std::size_t Read(void* buffer, std::size_t size) override {
         const std::size_t read = std::fread(buffer, 1, size, m_file);
-        if (read == 0 && std::ferror(m_file)) ThrowFor(errno, m_name, "cannot read", true);
+        if (read == 0 && std::ferror(m_file)) ThrowUnreadable(errno, m_name);
         m_position += read;
         return read;
     }
     void Seek(std::uint64_t position) override {
-        if (fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0)
-            ThrowFor(errno, m_name, "cannot read", true);
+        if (fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0) ThrowUnreadable(errno, m_name);
         m_position = position;
     }
     std::uint64_t Position() const override { return m_position; }
@@ -83,45 +86,30 @@ private:
 
 std::unique_ptr<ByteReader> FileContent::Open() const { return std::make_unique<FileReader>(m_file); }
 
-FileSink::FileSink(std::filesystem::path target) : m_target(std::move(target)) {
-    const std::string name = m_target.string() + "." + std::to_string(getpid()) + ".part";
-    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (file < 0) ThrowFor(errno, m_target, "cannot write");
-    m_temporary = name;
-    m_file = fdopen(file, "wb");
-    if (!m_file) {
-        const int error = errno;
-        close(file);
-        unlink(name.c_str());
-        ThrowFor(error, m_target, "cannot write");
-    }
-}
+FileSink::FileSink(const std::filesystem::path& target)
+    : m_file(Writing([&] { return OvPlatform::OutputFile(target); })) {}
 
-FileSink::~FileSink() {
-    if (m_file) std::fclose(m_file);
-    if (!m_temporary.empty()) unlink(m_temporary.c_str());
+void FileSink::RequireUnfinished() const {
+    if (m_isFinished) throw HostError(E_UNEXPECTED, {}, "bytes are written to an output that is complete");
 }
 
 void FileSink::Write(const void* bytes, std::size_t size) {
-    if (!m_file || (size > 0 && std::fwrite(bytes, 1, size, m_file) != size))
-        ThrowFor(errno, m_target, "cannot write");
+    RequireUnfinished();
+    Writing([&] { m_file.Write(bytes, size); });
 }
 
 void FileSink::Flush() {
-    if (m_file && std::fflush(m_file) != 0) ThrowFor(errno, m_target, "cannot write");
+    RequireUnfinished();
+    Writing([&] { m_file.Flush(); });
 }
 
 void FileSink::Finish() {
-    const int flushed = std::fclose(m_file);
-    m_file = nullptr;
-    if (flushed != 0) ThrowFor(errno, m_target, "cannot write");
+    m_isFinished = true;
+    Writing([&] { m_file.Finish(); });
 }
 
-void FileSink::Publish() {
-    std::error_code error;
-    std::filesystem::rename(m_temporary, m_target, error);
-    if (error) ThrowFor(error.value(), m_target, "cannot write");
-    m_temporary.clear();
+void FileSink::Commit() {
+    Writing([&] { m_file.Commit(); });
 }
 
 HRESULT FileWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* written) {

@@ -5,9 +5,10 @@
 
 #include "Report/JobState.h"
 
+#include "System/OutputFile.h"
+
 #include <filterpipeline.h>
 
-#include <cstdio>
 #include <filesystem>
 
 namespace OvPipeline {
@@ -24,27 +25,24 @@ private:
     std::filesystem::path m_file;
 };
 
-// A file that comes to stand under its name only when all is well: until Publish the bytes lie beside it, and
-// without it nothing is left of them.
+// A file of bytes that comes to stand under its name only when all is well, as OutputFile has it. Throws
+// HostError. A filter may hold on to it: behind Finish nothing can be written.
 class FileSink {
 public:
-    // Throws HostError.
-    explicit FileSink(std::filesystem::path target);
-    FileSink(const FileSink&) = delete;
-    FileSink& operator=(const FileSink&) = delete;
-    ~FileSink();
+    explicit FileSink(const std::filesystem::path& target);
 
     void Write(const void* bytes, std::size_t size);
     void Flush();
-    // All bytes are there. None may come behind it.
+    // All is written: what takes time.
     void Finish();
-    // Puts the finished file under its name.
-    void Publish();
+    // Behind Finish: puts the file under its name, and does nothing else.
+    void Commit();
 
 private:
-    std::filesystem::path m_target;
-    std::filesystem::path m_temporary;
-    std::FILE* m_file = nullptr;
+    void RequireUnfinished() const;
+
+    OvPlatform::OutputFile m_file;
+    std::atomic<bool> m_isFinished{false};
 };
 
 // The last filter's way into a file. Writes fail once the job stops.

@@ -2,6 +2,8 @@
 
 #include "Common/HostError.h"
 
+#include "System/NamelessFile.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -9,7 +11,6 @@
 #include <filesystem>
 #include <limits>
 
-#include <stdlib.h>
 #include <unistd.h>
 
 namespace OvPipeline {
@@ -21,12 +22,11 @@ constexpr HRESULT MissingStream = static_cast<HRESULT>(0x80520113); // XPS_E_MIS
 constexpr HRESULT ReadFault = static_cast<HRESULT>(0x8003001E);     // STG_E_READFAULT
 
 int MakeNamelessFile() {
-    std::string name = (std::filesystem::temp_directory_path() / "ov-pipeline-XXXXXX").string();
-    const int file = mkstemp(name.data());
+    const std::filesystem::path folder = std::filesystem::temp_directory_path();
+    const int file = OvPlatform::OpenNamelessFile(folder);
     if (file < 0)
-        throw HostError(MediumFull, name,
-                        std::string("cannot make a temporary file: ") + std::strerror(errno));
-    unlink(name.c_str());
+        throw HostError(MediumFull, folder.string(),
+                        "cannot make a temporary file in " + folder.string() + ": " + std::strerror(errno));
     return file;
 }
 

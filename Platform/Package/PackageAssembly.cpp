@@ -7,11 +7,8 @@
 #include <zip.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <limits>
 #include <new>
-#include <system_error>
-
-#include <unistd.h>
 
 namespace OvPlatform {
 
@@ -21,16 +18,6 @@ namespace {
 constexpr zip_uint16_t FixedTime = 0;
 constexpr zip_uint16_t FixedDate = 1 << 5 | 1; // 1 January 1980
 constexpr zip_uint8_t VersionForDeflate = 20;
-
-[[noreturn]] void Throw(const std::filesystem::path& target, zip_error_t* error) {
-    const int code = zip_error_code_zip(error);
-    if (code == ZIP_ER_MEMORY) throw std::bad_alloc();
-    const HRESULT result = code == ZIP_ER_WRITE || code == ZIP_ER_TMPOPEN || code == ZIP_ER_RENAME
-                               ? HRESULT_FROM_WIN32(ERROR_WRITE_FAULT)
-                               : OPC_E_ZIP_COMPRESSION_FAILED;
-    throw PackageError(result, target.string(),
-                       std::string("the package cannot be written: ") + zip_error_strerror(error));
-}
 
 } // namespace
 
@@ -135,38 +122,107 @@ private:
     const SpooledPart& m_part;
 };
 
+// Where libzip writes: the output file, which is empty when it begins.
+class PackageAssembly::Archive {
+public:
+    explicit Archive(OutputFile& file) : m_file(file) { zip_error_init(&error); }
+    ~Archive() { zip_error_fini(&error); }
+
+    static zip_int64_t Call(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command) {
+        auto& self = *static_cast<Archive*>(state);
+        switch (command) {
+        case ZIP_SOURCE_SUPPORTS:
+            return ZIP_SOURCE_SUPPORTS_WRITABLE;
+        case ZIP_SOURCE_STAT:
+            zip_stat_init(static_cast<zip_stat_t*>(data));
+            static_cast<zip_stat_t*>(data)->valid = ZIP_STAT_SIZE;
+            return sizeof(zip_stat_t);
+        case ZIP_SOURCE_ERROR:
+            return zip_error_to_data(&self.error, data, length);
+        case ZIP_SOURCE_WRITE:
+            return self.Guarded([&] { return self.Write(data, length); });
+        case ZIP_SOURCE_SEEK_WRITE:
+            return self.Guarded([&] { return self.Seek(data, length); });
+        case ZIP_SOURCE_TELL_WRITE:
+            return static_cast<zip_int64_t>(self.m_file.Position());
+        case ZIP_SOURCE_COMMIT_WRITE:
+            return self.Guarded([&] { return self.m_file.Finish(), 0; });
+        case ZIP_SOURCE_OPEN:
+        case ZIP_SOURCE_READ: // of an empty file
+        case ZIP_SOURCE_CLOSE:
+        case ZIP_SOURCE_BEGIN_WRITE:
+        case ZIP_SOURCE_ROLLBACK_WRITE: // whoever owns the file drops it
+        case ZIP_SOURCE_FREE:
+            return 0;
+        default:
+            zip_error_set(&self.error, ZIP_ER_OPNOTSUPP, 0);
+            return -1;
+        }
+    }
+
+    // What kept the file from being written, which libzip has no words for.
+    std::exception_ptr failure;
+    zip_error_t error;
+
+private:
+    zip_int64_t Write(const void* bytes, zip_uint64_t size) {
+        m_file.Write(bytes, static_cast<std::size_t>(size));
+        return static_cast<zip_int64_t>(size);
+    }
+
+    zip_int64_t Seek(void* data, zip_uint64_t length) {
+        // From the end is never asked for: libzip remembers where it was.
+        const zip_int64_t place = zip_source_seek_compute_offset(
+            m_file.Position(), std::numeric_limits<zip_int64_t>::max(), data, length, &error);
+        if (place < 0) return -1;
+        m_file.Seek(static_cast<std::uint64_t>(place));
+        return 0;
+    }
+
+    template <class Step>
+    zip_int64_t Guarded(Step&& step) {
+        try {
+            return step();
+        } catch (...) {
+            failure = std::current_exception();
+            zip_error_set(&error, ZIP_ER_WRITE, 0);
+            return -1;
+        }
+    }
+
+    OutputFile& m_file;
+};
+
 void PackageAssembly::Discard::operator()(zip* archive) const { zip_discard(archive); }
 
-PackageAssembly::PackageAssembly(const std::filesystem::path& target, const SpoolFile& spool)
-    : m_target(target), m_temporary(target), m_cursor(std::make_unique<Cursor>(spool)) {
-    m_temporary += "." + std::to_string(getpid()) + ".part";
-    int code = 0;
-    m_archive.reset(zip_open(m_temporary.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
+PackageAssembly::PackageAssembly(OutputFile& file, std::filesystem::path target, const SpoolFile& spool)
+    : m_target(std::move(target)), m_cursor(std::make_unique<Cursor>(spool)),
+      m_output(std::make_unique<Archive>(file)) {
+    zip_source_t* output = zip_source_function_create(Archive::Call, m_output.get(), &m_output->error);
+    if (!output) Throw(&m_output->error);
+    m_archive.reset(zip_open_from_source(output, ZIP_CREATE | ZIP_TRUNCATE, &m_output->error));
     if (m_archive) return;
-    zip_error_set(&m_cursor->error, code, errno);
-    Throw(target, &m_cursor->error);
+    zip_source_free(output);
+    Throw(&m_output->error);
 }
 
-PackageAssembly::~PackageAssembly() {
-    m_archive.reset();
-    if (!m_temporary.empty()) unlink(m_temporary.c_str());
-}
+PackageAssembly::~PackageAssembly() = default;
 
 void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
     zip_t* archive = m_archive.get();
     zip_source_t* source =
         zip_source_function(archive, Source::Call, &m_sources.emplace_back(*m_cursor, part));
-    if (!source) Throw(m_target, zip_get_error(archive));
+    if (!source) Throw(zip_get_error(archive));
     const zip_int64_t index = zip_file_add(archive, zipName.c_str(), source, ZIP_FL_ENC_UTF_8);
     if (index < 0) {
         zip_source_free(source);
-        Throw(m_target, zip_get_error(archive));
+        Throw(zip_get_error(archive));
     }
     const auto at = static_cast<zip_uint64_t>(index);
     const bool stored = part.compression == PackageCompression::None;
     if (zip_file_set_dostime(archive, at, FixedTime, FixedDate, 0) != 0 ||
         (stored && zip_set_file_compression(archive, at, ZIP_CM_STORE, 0) != 0))
-        Throw(m_target, zip_get_error(archive));
+        Throw(zip_get_error(archive));
 }
 
 void PackageAssembly::Finish(const std::function<bool()>& isStopped) {
@@ -176,26 +232,17 @@ void PackageAssembly::Finish(const std::function<bool()>& isStopped) {
     if (isStopped)
         zip_register_cancel_callback_with_state(m_archive.get(), ask, nullptr,
                                                 const_cast<std::function<bool()>*>(&isStopped));
-    if (zip_close(m_archive.get()) != 0) {
-        zip_error_t* error = zip_get_error(m_archive.get());
-        if (zip_error_code_zip(error) == ZIP_ER_CANCELLED)
-            throw PackageError(E_ABORT, m_target.string(), "it is given up");
-        Throw(m_target, error);
-    }
+    if (zip_close(m_archive.get()) != 0) Throw(zip_get_error(m_archive.get()));
     static_cast<void>(m_archive.release()); // closed is freed
 }
 
-void PackageAssembly::Publish() {
-    std::error_code error;
-    // Who may read what was there may read what takes its place, and nobody else.
-    const std::filesystem::file_status before = std::filesystem::status(m_target, error);
-    if (std::filesystem::is_regular_file(before))
-        std::filesystem::permissions(m_temporary, before.permissions(), error);
-    std::filesystem::rename(m_temporary, m_target, error);
-    if (error)
-        throw PackageError(HRESULT_FROM_WIN32(ERROR_WRITE_FAULT), m_target.string(),
-                           "the package cannot be written: " + error.message());
-    m_temporary.clear();
+void PackageAssembly::Throw(zip_error_t* error) const {
+    if (m_output->failure) std::rethrow_exception(m_output->failure);
+    if (zip_error_code_zip(error) == ZIP_ER_MEMORY) throw std::bad_alloc();
+    if (zip_error_code_zip(error) == ZIP_ER_CANCELLED)
+        throw PackageError(E_ABORT, m_target.string(), "it is given up");
+    throw PackageError(OPC_E_ZIP_COMPRESSION_FAILED, m_target.string(),
+                       std::string("cannot be written: ") + zip_error_strerror(error));
 }
 
 } // namespace OvPlatform

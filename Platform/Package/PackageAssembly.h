@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Package/PartCompressor.h"
+#include "System/OutputFile.h"
 
 #include <deque>
 #include <filesystem>
@@ -9,36 +10,39 @@
 #include <string>
 
 struct zip;
+struct zip_error;
 
 namespace OvPlatform {
 
-// Writes spooled parts as a zip archive under a name of the moment, and renames it to the target. The same
-// items give the same bytes. Spool and parts must outlive the assembly. Throws PackageError; the target is as
-// before then, and nothing is left of what was written.
+// Writes spooled parts as a zip archive. The same items give the same bytes. File, spool and parts must
+// outlive the assembly. Throws PackageError or FileError.
 class PackageAssembly {
 public:
-    PackageAssembly(const std::filesystem::path& target, const SpoolFile& spool);
+    // file: new, and nothing written to it. target: what it is called where there is trouble.
+    PackageAssembly(OutputFile& file, std::filesystem::path target, const SpoolFile& spool);
     PackageAssembly(const PackageAssembly&) = delete;
     PackageAssembly& operator=(const PackageAssembly&) = delete;
     ~PackageAssembly();
 
     // The next item.
     void Add(const std::string& zipName, const SpooledPart& part);
-    // Writes the archive. The question is asked now and then; true gives the archive up with E_ABORT.
+    // Writes the archive and finishes the file. The question is asked now and then; true gives it up with
+    // E_ABORT.
     void Finish(const std::function<bool()>& isStopped);
-    // Puts the archive under its name.
-    void Publish();
 
 private:
     class Source;
     class Cursor;
+    class Archive;
     struct Discard {
         void operator()(zip* archive) const;
     };
 
+    [[noreturn]] void Throw(zip_error* error) const;
+
     std::filesystem::path m_target;
-    std::filesystem::path m_temporary; // where the archive is written; empty once it is renamed
     std::unique_ptr<Cursor> m_cursor;
+    std::unique_ptr<Archive> m_output;
     std::deque<Source> m_sources; // outlive the archive, which calls them
     std::unique_ptr<zip, Discard> m_archive;
 };

@@ -1,8 +1,13 @@
 #include "Package/PackageError.h"
 
+#include "System/FileError.h"
+
 namespace OvPlatform {
 
 PackageError::PackageError(std::int32_t result, const std::string& subject, const std::string& problem)
     : std::runtime_error(subject + ": " + problem), m_result(result), m_subject(subject) {}
+
+PackageError::PackageError(const FileError& error)
+    : PackageError(error.Result(), error.File(), error.Problem()) {}
 
 } // namespace OvPlatform

@@ -5,6 +5,8 @@
 #include "Package/PartCompressor.h"
 #include "Package/PartName.h"
 #include "Package/SpoolFile.h"
+#include "System/FileError.h"
+#include "System/OutputFile.h"
 
 #include <msopc.h>
 
@@ -115,9 +117,20 @@ struct Structure {
     std::deque<SpooledPart> relationships;             // of the parts that have some, in their order
 };
 
+// Trouble with the output file is trouble with the package.
+template <class Step>
+auto Writing(Step&& step) {
+    try {
+        return step();
+    } catch (const FileError& error) {
+        throw PackageError(error);
+    }
+}
+
 // What sinks share with their writer, so that neither need outlive the other.
 struct WriterCore {
-    explicit WriterCore(const std::filesystem::path& file) : target(file), spool(file), compressor(spool) {}
+    explicit WriterCore(const std::filesystem::path& file)
+        : target(file), output(file), spool(output.Folder(), file), compressor(spool) {}
 
     void SetState(NewPart& part, PartState state) {
         const std::lock_guard guard(lock);
@@ -126,6 +139,7 @@ struct WriterCore {
     }
 
     const std::filesystem::path target;
+    OutputFile output;
     SpoolFile spool;
     std::atomic<std::uint64_t> bytesWritten = 0;
 
@@ -134,6 +148,7 @@ struct WriterCore {
     std::map<std::string_view, NewPart*, PartNameTreeOrder> byName; // without the abandoned ones
     Structure structure;
     bool finished = false;
+    bool complete = false; // in the output file, and not yet under its name
 
     PartCompressor compressor; // last, so that it ends before what it works on goes
 };
@@ -240,8 +255,8 @@ public:
         return std::string(relationship.id);
     }
 
-    void Complete(const StopQuestion& isStopped) override;
-    void Publish() override;
+    void Finish(const StopQuestion& isStopped) override;
+    void Commit() override;
 
     std::uint64_t BytesWritten() const override { return m_core->bytesWritten; }
 
@@ -290,7 +305,6 @@ private:
     std::unordered_set<std::string> m_pool;
     std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
         m_relationships;                         // by source
-    std::unique_ptr<PackageAssembly> m_assembly; // complete, and not under its name yet
 };
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
@@ -354,8 +368,7 @@ void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
 // The content types first, and each relationships part behind its source.
 void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
     const Structure& structure = m_core->structure;
-    auto whole = std::make_unique<PackageAssembly>(m_core->target, m_core->spool);
-    PackageAssembly& assembly = *whole;
+    PackageAssembly assembly(m_core->output, m_core->target, m_core->spool);
     assembly.Add(ZipName(ContentTypesName), *structure.contentTypes);
     if (structure.packageRelationships)
         assembly.Add(ZipName(RelationshipsPartName(PackageRoot)), *structure.packageRelationships);
@@ -368,10 +381,9 @@ void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
             assembly.Add(ZipName(RelationshipsPartName(part.name)), *relationships++);
     }
     assembly.Finish(isStopped);
-    m_assembly = std::move(whole);
 }
 
-void SpoolingWriter::Complete(const StopQuestion& isStopped) {
+void SpoolingWriter::Finish(const StopQuestion& isStopped) {
     const std::lock_guard guard(m_core->lock);
     RequireUnfinished();
     for (const NewPart& part : m_core->parts)
@@ -381,20 +393,22 @@ void SpoolingWriter::Complete(const StopQuestion& isStopped) {
     m_core->finished = true;
     SpoolStructure(isStopped);
     m_core->compressor.Finish();
-    Assemble(isStopped);
+    Writing([&] { Assemble(isStopped); });
+    m_core->complete = true;
 }
 
-void SpoolingWriter::Publish() {
+void SpoolingWriter::Commit() {
     const std::lock_guard guard(m_core->lock);
-    if (!m_assembly) throw PackageError(E_UNEXPECTED, m_core->target.string(), "the package is not complete");
-    m_assembly->Publish();
-    m_assembly.reset();
+    if (!m_core->complete)
+        throw PackageError(E_UNEXPECTED, m_core->target.string(), "the package is not finished");
+    m_core->complete = false;
+    Writing([&] { m_core->output.Commit(); });
 }
 
 } // namespace
 
 std::unique_ptr<PackageWriter> PackageWriter::Create(const std::filesystem::path& target) {
-    return std::make_unique<SpoolingWriter>(target);
+    return Writing([&] { return std::make_unique<SpoolingWriter>(target); });
 }
 
 } // namespace OvPlatform

@@ -27,13 +27,13 @@ public:
 };
 
 // Writes a package: parts in any order, several at a time if need be, relationships at any time before
-// Finish. The bytes stand in a temporary file beside the target until Publish puts the whole package under
-// its name; a writer that goes without it leaves nothing behind. The same calls give the same bytes. Memory
+// Finish. The bytes stand in nameless files beside the target until Commit puts the whole package under its
+// name; a writer that goes without Commit leaves nothing behind. The same calls give the same bytes. Memory
 // does not grow with the parts. Calls may come from several threads.
 class OV_PLATFORM_API PackageWriter {
 public:
-    // Throws PackageError where no file can be made beside the target, ThreadError where no thread can be
-    // had.
+    // Throws PackageError where no file can be made beside the target, or that is no file to be replaced;
+    // ThreadError where no thread can be had.
     static std::unique_ptr<PackageWriter> Create(const std::filesystem::path& target);
 
     virtual ~PackageWriter() = default;
@@ -52,20 +52,16 @@ public:
                                         std::string_view target, bool external = false,
                                         std::string_view id = {}) = 0;
 
-    // Asked now and then while a package is completed; true ends it.
+    // Asked now and then while a package is finished; true ends it.
     using StopQuestion = std::function<bool()>;
 
-    // Writes content types, relationships and parts, all but the name. Throws PackageError: a sink still
-    // open, a relationship from or to a part that is not there, no space; E_ABORT where the question says so.
-    virtual void Complete(const StopQuestion& isStopped) = 0;
-    // Puts the completed package under the target's name: one rename, so that this is the moment at which it
-    // is there. Throws PackageError; nothing stands under the name then that was not there before.
-    virtual void Publish() = 0;
-    // Both.
-    void Finish() {
-        Complete({});
-        Publish();
-    }
+    // Writes content types, relationships and parts. Throws PackageError: a sink still open, a relationship
+    // from or to a part that is not there, no space; E_ABORT where the question says so.
+    virtual void Finish(const StopQuestion& isStopped) = 0;
+    void Finish() { Finish({}); }
+    // Behind Finish, once: puts the package under its name, which takes no time. Throws PackageError; nothing
+    // stands under that name then that was not there before.
+    virtual void Commit() = 0;
 
     // Bytes of parts taken so far, before compression.
     virtual std::uint64_t BytesWritten() const = 0;

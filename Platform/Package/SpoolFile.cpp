@@ -1,15 +1,12 @@
 #include "Package/SpoolFile.h"
 
 #include "Package/PackageError.h"
-
-#include <windows.h>
+#include "System/FileError.h"
+#include "System/NamelessFile.h"
 
 #include <cerrno>
-#include <cstring>
-#include <string>
-#include <system_error>
+#include <utility>
 
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace OvPlatform {
@@ -18,44 +15,11 @@ namespace {
 
 constexpr std::size_t BufferSize = 256u << 10;
 
-HRESULT ResultOf(int error) {
-    switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-        return HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
-    case EACCES:
-    case EPERM:
-    case EROFS:
-        return HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
-    case ENOSPC:
-    case EDQUOT:
-        return HRESULT_FROM_WIN32(ERROR_DISK_FULL);
-    default:
-        return HRESULT_FROM_WIN32(ERROR_WRITE_FAULT);
-    }
-}
-
-std::string Reason(int error) { return std::generic_category().message(error); }
-
-// A file without a name, in the folder; -1 with errno.
-int OpenNameless(const std::filesystem::path& folder) {
-    const int file = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-    if (file >= 0 || (errno != EOPNOTSUPP && errno != EISDIR && errno != EINVAL)) return file;
-    // A file system without nameless files: one with a name for a moment.
-    std::string name = (folder / ".package-XXXXXX").string();
-    const int named = mkostemp(name.data(), O_CLOEXEC);
-    if (named >= 0) unlink(name.c_str());
-    return named;
-}
-
 } // namespace
 
-SpoolFile::SpoolFile(const std::filesystem::path& target) : m_target(target) {
-    const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
-    m_file = OpenNameless(folder);
-    if (m_file < 0)
-        throw PackageError(ResultOf(errno), target.string(),
-                           "no file can be made beside it: " + Reason(errno));
+SpoolFile::SpoolFile(const std::filesystem::path& folder, std::filesystem::path target)
+    : m_target(std::move(target)), m_file(OpenNamelessFile(folder)) {
+    if (m_file < 0) throw PackageError(FileError(errno, m_target));
     m_buffer.reserve(BufferSize);
 }
 
@@ -79,9 +43,7 @@ void SpoolFile::WriteOut(const void* bytes, std::size_t size) {
     for (std::size_t left = size; left != 0;) {
         const ssize_t count = write(m_file, next, left);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0)
-            throw PackageError(ResultOf(errno), m_target.string(),
-                               "the package cannot be written: " + Reason(errno));
+        if (count < 0) throw PackageError(FileError(errno, m_target));
         next += count;
         left -= static_cast<std::size_t>(count);
     }

@@ -11,9 +11,9 @@ namespace OvPlatform {
 // begins when appending is over.
 class SpoolFile {
 public:
-    // Beside the file of that name, so that space runs out here first. Throws PackageError that names that
-    // file.
-    explicit SpoolFile(const std::filesystem::path& target);
+    // In the folder of the file that is going to be written, so that space runs out here first. Throws
+    // PackageError that names that file.
+    SpoolFile(const std::filesystem::path& folder, std::filesystem::path target);
     SpoolFile(const SpoolFile&) = delete;
     SpoolFile& operator=(const SpoolFile&) = delete;
     ~SpoolFile();

@@ -212,11 +212,13 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
         {{"--config", "none.xml"}, "ov-pipeline: cannot read none.xml: No such file or directory"},
         {{"--config", "folder"}, "ov-pipeline: cannot read folder: Is a directory"},
         {{"--config", "job.xps"}, "ov-pipeline: job.xps line 1: "},
-        {{"-o", "folder"}, "the output: folder is there, and is no file that can be replaced: 0x80070005"},
-        {{"-o", "pipe"}, "pipe is there, and is no file that can be replaced"},
-        {{"--filter", PageList, "-o", "pipe"}, "pipe is there, and is no file that can be replaced"},
-        {{"-o", "none/out.xps"}, "none/out.xps"},
-        {{"--filter", PageList, "-o", "none/out.txt"}, "cannot write none/out.txt"},
+        {{"-o", "folder"}, "the output: folder: this is a folder, not a file to be replaced: 0x80070005"},
+        {{"-o", "pipe"}, "pipe: this is no file that can be replaced"},
+        {{"--filter", PageList, "-o", "pipe"}, "pipe: this is no file that can be replaced"},
+        {{"-o", "new/"}, "the output: new/: this names a folder, not a file"},
+        {{"-o", "/dev/stdout"}, "/dev/stdout: this is no file that can be replaced"},
+        {{"-o", "none/out.xps"}, "none/out.xps: cannot be written"},
+        {{"--filter", PageList, "-o", "none/out.txt"}, "none/out.txt: cannot be written"},
     };
     for (const auto& [options, words] : cases) {
         std::vector<std::string> arguments{"run", "job.xps"};
@@ -224,6 +226,24 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
         ExpectRefusal(Run(arguments), ExitJobFailed, words);
     }
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "folder", "pipe"));
+}
+
+TEST_F(CommandsTest, RunWritesThroughLinksAndKeepsTheRightsOfWhatItReplaces) {
+    SampleJob().Write("job.xps");
+    std::filesystem::create_directory("far");
+    for (const std::string& filter : {PassThrough, PageList}) {
+        std::ofstream("far/out") << "old";
+        std::filesystem::permissions("far/out", std::filesystem::perms::owner_read);
+        std::filesystem::remove("link");
+        std::filesystem::create_symlink("far/out", "link");
+        const Result result = Run({"run", "--filter", filter, "-o", "link", "job.xps"});
+        ASSERT_EQ(ExitOk, result.code) << result.errors;
+        EXPECT_NE("old", FileText("far/out"));
+        EXPECT_TRUE(std::filesystem::is_symlink("link"));
+        EXPECT_EQ(std::filesystem::perms::owner_read, std::filesystem::status("far/out").permissions());
+        std::filesystem::remove("far/out");
+    }
+    EXPECT_TRUE(std::filesystem::is_empty("far"));
 }
 
 TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {

@@ -77,6 +77,7 @@ TEST_F(PackageWriterTest, WritesWhatTheReaderReads) {
     EXPECT_EQ(writer->AddRelationship("/a/page.xml", "urn:other", "/other.xml"), "R3");
     EXPECT_EQ(writer->BytesWritten(), 7 + 300000 + 100000u);
     writer->Finish();
+    writer->Commit();
     EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
 
     const auto package = PackageReader::Open(m_target);
@@ -115,6 +116,7 @@ TEST_F(PackageWriterTest, TakesPartsSideBySideAndGivesTheSameBytes) {
         for (const auto& sink : sinks)
             sink->Close();
         writer->Finish();
+        writer->Commit();
     };
     write(m_target);
     write(m_folder / "again.xps");
@@ -138,6 +140,7 @@ TEST_F(PackageWriterTest, TakesPartsFromSeveralThreads) {
     for (std::thread& thread : threads)
         thread.join();
     writer->Finish();
+    writer->Commit();
     const auto package = PackageReader::Open(m_target);
     EXPECT_EQ(package->Parts().size(), 200u);
     EXPECT_EQ(package->Relationships("/").size(), 200u);
@@ -177,6 +180,7 @@ TEST_F(PackageWriterTest, LeavesOutPartsThatWereNotClosed) {
     writer->AddPart("/folder/gone", "t", PackageCompression::Normal)->Write("abc", 3);
     Add(*writer, "/folder", "no folder any more");
     writer->Finish();
+    writer->Commit();
     const auto package = PackageReader::Open(m_target);
     EXPECT_EQ(package->Parts().size(), 3u);
     EXPECT_EQ(package->ReadPart("/again2", 100), "second");
@@ -221,7 +225,9 @@ TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
     EXPECT_THAT(m_folder.Names(), IsEmpty());
     Add(*writer, "/missing", "now there");
     writer->Finish();
+    writer->Commit();
     EXPECT_EQ(Failure([&] { writer->Finish(); }).first, E_UNEXPECTED);
+    EXPECT_EQ(Failure([&] { writer->Commit(); }).first, E_UNEXPECTED);
     EXPECT_THAT(m_folder.Names(), ElementsAre("out.xps"));
 }
 
@@ -282,6 +288,7 @@ TEST_F(PackageWriterTest, KeepsMemoryFlatForALargePart) {
         sink->Write(block.data(), block.size());
     sink->Close();
     writer->Finish();
+    writer->Commit();
     const auto stream = PackageReader::Open(m_target)->OpenPart("/large");
     std::string buffer(1 << 20, '\0');
     std::uint64_t size = 0;
