@@ -17,7 +17,8 @@ using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
 using PopulateFilterServices = HRESULT(STDAPICALLTYPE*)(IPrintPipelinePropertyBag*);
 
 std::vector<std::filesystem::path> SearchFolders(const FilterSpec& spec) {
-    std::vector<std::filesystem::path> folders{spec.beside};
+    std::vector<std::filesystem::path> folders;
+    if (!spec.beside.empty()) folders.push_back(spec.beside);
     if (const char* list = std::getenv("OV_FILTERS")) {
         std::string_view rest = list;
         while (!rest.empty()) {
@@ -43,6 +44,13 @@ std::vector<std::string> FileNames(const std::filesystem::path& module) {
     return {name, stem + ".so", "lib" + stem + ".so"};
 }
 
+std::string Joined(const auto& names) {
+    std::string text;
+    for (const auto& name : names)
+        text += (text.empty() ? "" : ", ") + std::filesystem::path(name).string();
+    return text;
+}
+
 std::string FindModule(const FilterSpec& spec) {
     const std::filesystem::path module = spec.module;
     std::vector<std::filesystem::path> folders;
@@ -58,7 +66,9 @@ std::string FindModule(const FilterSpec& spec) {
             if (std::filesystem::is_regular_file(file, error))
                 return std::filesystem::absolute(file).string();
         }
-    throw HostError(ModuleNotFound, spec.module, "there is no module " + spec.module);
+    throw HostError(ModuleNotFound, spec.module,
+                    "there is no module " + spec.module + "; looked for " + Joined(FileNames(module)) +
+                        " in " + Joined(folders));
 }
 
 // What the module's code throws is a failure of the module.

@@ -66,6 +66,7 @@ private:
             outcome.output = m_job.output;
             RunFilters();
             outcome.isWritten = !m_state->IsStopping() && Attempt([&] { Commit(); }, "the output");
+            if (outcome.isWritten) outcome.leftOut = LeftOut();
         }
         // A cancellation that comes after the output changes nothing.
         outcome.isCancelled = !outcome.isWritten && m_state->IsCancelled();
@@ -356,6 +357,16 @@ private:
     [[noreturn]] static void Rethrow(HRESULT hr) {
         const JobFailure failure = FailureOf(hr, {});
         throw HostError(hr, failure.part, failure.problem, failure.fromInput);
+    }
+
+    // The sequence is made anew; of all else it is told if it does not stand in the output.
+    LeftOutParts LeftOut() const {
+        LeftOutParts leftOut;
+        if (!m_packageSink || !m_context->package) return leftOut;
+        for (const OvPlatform::PackagePart& part : m_context->package->Parts())
+            if (!m_packageSink->HasPart(part.name) && KindOf(part.contentType, {}) != PartKind::Sequence)
+                leftOut.Add(DescribeType(part.contentType, part.name), part.name);
+        return leftOut;
     }
 
     // The name comes last, and only where nobody has asked for the end of the job until then.

@@ -3,6 +3,7 @@
 #include "Chain/FilterModule.h"
 #include "Chain/PropertyBag.h"
 #include "Report/JobState.h"
+#include "Report/LeftOutParts.h"
 
 #include "Spooler/QueueFolder.h"
 
@@ -37,6 +38,7 @@ struct JobOutcome {
     std::vector<FilterOutcome> filters;
     EndKind outputKind = EndKind::XpsParts;
     std::filesystem::path output;
+    LeftOutParts leftOut; // of a package that became a package
 };
 
 // Plays the print filter pipeline for one job: loads the filters, connects them, runs each on its own thread,

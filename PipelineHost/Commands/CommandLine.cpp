@@ -1,7 +1,10 @@
 #include "Commands/CommandLine.h"
 
+#include "Common/Text.h"
+
 #include <array>
 #include <charconv>
+#include <filesystem>
 #include <string_view>
 
 namespace OvPipeline {
@@ -37,8 +40,8 @@ of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the fil
 
   --queue DIR          the queue folder of the printer; without it, the sample queue ColorOffice
   --config FILE        a pipeline configuration: <Filters><Filter dll clsid name><Input guid/><Output guid/>...
-  --filter MODULE...   filter modules in order; each MODULE or MODULE,{class id}. A module's ends are found by asking
-                       it. Names without a folder are looked for in the folders of OV_FILTERS and beside ov-pipeline.
+  --filter MODULE...   filter modules in order; each MODULE or MODULE,{class id}. What ends in .xps, .oxps or .prn is
+                       the job. A module's ends are found by asking it. Names without a folder are looked for in the folders of OV_FILTERS and beside ov-pipeline.
                        Without --config and --filter the job goes through as it is.
   -o, --output OUT     the output; filters are told its name. Without it, JOB-printed.xps (.oxps, .prn) in this folder
   --trace              prints every part and step in order, on the error stream
@@ -135,6 +138,12 @@ unsigned long Number(const std::string& option, const std::string& text) {
     return number;
 }
 
+// Behind --filter stand modules and the job. What is called like a job, or like an output, is no module.
+bool IsCalledLikeAJob(const std::string& argument) {
+    const std::string extension = LowerAscii(std::filesystem::path(argument).extension().string());
+    return extension == ".xps" || extension == ".oxps" || extension == ".prn";
+}
+
 void Once(std::string& place, const std::string& option, std::string value) {
     if (!place.empty()) throw UsageError(option + " is given twice");
     if (value.empty()) throw UsageError(option + " is given an empty value");
@@ -189,7 +198,7 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
             if (option.hasValue && i + 1 == arguments.size()) throw UsageError(argument + " wants a value");
             Apply(options, argument, option.hasValue ? arguments[++i] : std::string());
             afterFilter = argument == "--filter";
-        } else if (afterFilter) {
+        } else if (afterFilter && !IsCalledLikeAJob(argument)) {
             // The last of all is the job; until one more comes, this may be it.
             options.filters.push_back(argument);
             moduleCount = options.filters.size();

@@ -7,29 +7,24 @@
 #include "PrintTicket/PrintTicketMerge.h"
 #include "Spooler/QueueFolderError.h"
 
-#include <ostream>
-
 namespace OvPipeline {
 
 namespace {
 
 constexpr const char* SampleQueue = "ColorOffice";
 
-int Complain(std::ostream& errors, const std::string& line, int code) {
-    errors << "ov-pipeline: ";
-    for (const char c : line)
-        errors << (c == '\n' || c == '\r' ? ' ' : c);
-    errors << "\n";
+int Complain(ShownOutput& errors, const std::string& line, int code) {
+    errors.Line("ov-pipeline: " + line);
     return code;
 }
 
-int RunChosen(const CommandOptions& options, std::ostream& out, std::ostream& errors) {
+int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     if (options.wantsVersion) {
-        out << "ov-pipeline " << OV_VERSION << "\n";
+        out.Line("ov-pipeline " OV_VERSION);
         return ExitOk;
     }
     if (options.wantsHelp) {
-        out << HelpText(options.command);
+        out.Text(HelpText(options.command));
         return ExitOk;
     }
     if (options.command == "run") return RunCommand(options, out, errors);
@@ -52,12 +47,15 @@ std::shared_ptr<const OvPlatform::QueueFolder> LoadChecked(const std::filesystem
 
 } // namespace
 
-int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors) {
+int RunProgram(const std::vector<std::string>& arguments, std::ostream& outStream,
+               std::ostream& errorStream) {
+    ShownOutput out(outStream);
+    ShownOutput errors(errorStream);
     CommandOptions options;
     try {
         options = ParseCommandLine(arguments);
         const int code = RunChosen(options, out, errors);
-        if (code == ExitOk && !out.flush())
+        if (code == ExitOk && !out.Flush())
             return Complain(errors, "what was to be printed cannot be written", ExitJobFailed);
         return code;
     } catch (const UsageError& error) {

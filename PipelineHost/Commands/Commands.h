@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Commands/CommandLine.h"
+#include "Report/ShownOutput.h"
 
 #include "Spooler/QueueFolder.h"
 
@@ -15,12 +16,12 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std
 
 // The commands. They throw HostError, OvPlatform::PackageError, OvPlatform::QueueFolderError and UsageError
 // for what keeps them from their work.
-int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& errors);
-int TicketCommand(const CommandOptions& options, std::ostream& out);
-int FeaturesCommand(const CommandOptions& options, std::ostream& out);
-int PartsCommand(const CommandOptions& options, std::ostream& out);
+int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int TicketCommand(const CommandOptions& options, ShownOutput& out);
+int FeaturesCommand(const CommandOptions& options, ShownOutput& out);
+int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int TranslateCommand(const CommandOptions& options,
-                     std::ostream& out); // std::runtime_error where nothing is found
+                     ShownOutput& out); // std::runtime_error where nothing is found
 
 // Puts the job's name before a line that does not begin with it.
 std::string AboutJob(const CommandOptions& options, const std::string& line);

@@ -2,7 +2,6 @@
 
 #include "Commands/NameTranslation.h"
 #include "Common/Text.h"
-#include "Report/JsonText.h"
 #include "Report/TextTable.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
@@ -181,10 +180,6 @@ std::string ValueText(const Answer& answer) {
     if (answer.isSecret) return answer.isSpecified ? "(hidden)" : "";
     std::string text = answer.value;
     if (!answer.valueName.empty()) text += (text.empty() ? "" : " ") + answer.valueName;
-    // A text of a job may hold anything, and the table has lines.
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; },
-        ' ');
     return text;
 }
 
@@ -251,7 +246,7 @@ std::string FeatureReport::AsTable() const {
     return AlignedTable(lines) + "\n" + AlignedTable(effective);
 }
 
-std::string FeatureReport::AsJson() const {
+JsonText FeatureReport::AsJson() const {
     JsonText json;
     json.BeginObject().Key("features").BeginArray();
     for (const Feature& feature : m_features) {
@@ -281,7 +276,8 @@ std::string FeatureReport::AsJson() const {
         WriteAnswer(json, answer);
         json.EndObject();
     }
-    return json.EndArray().EndObject().Result() + "\n";
+    json.EndArray().EndObject();
+    return json;
 }
 
 } // namespace OvPipeline

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Report/JsonText.h"
+
 #include <FeatureAccess/DataModelLessFeatureAccess.h>
 
 #include <string>
@@ -44,7 +46,7 @@ public:
     std::string AsTable() const;
     // An object with "features" and "effective". A value that is not there is null, as is one that is secret,
     // which says so.
-    std::string AsJson() const;
+    JsonText AsJson() const;
 
 private:
     std::vector<Feature> m_features;

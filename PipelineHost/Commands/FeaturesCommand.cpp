@@ -16,8 +16,6 @@
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
 #include <SystemServices/User.h>
 
-#include <ostream>
-
 namespace OvPipeline {
 
 namespace {
@@ -28,6 +26,24 @@ public:
         return std::make_unique<NoDisplayHelp>();
     }
 };
+
+// The words of an exception, without the name of its class.
+std::string Words(const CPException& error) {
+    const std::string words = error.what();
+    constexpr std::string_view ClassEnd = "Exception: ";
+    const std::size_t end = words.starts_with("CP") ? words.find(ClassEnd) : std::string::npos;
+    return end == std::string::npos ? words : words.substr(end + ClassEnd.size());
+}
+
+// What the user has to look into where the device capabilities are wrong.
+std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
+    const auto device = queue.DriverProperties().find(L"DeviceCapabilities");
+    if (device != queue.DriverProperties().end())
+        if (const auto* stream = std::get_if<OvPlatform::QueueStream>(&device->second);
+            stream && !stream->file.empty())
+            return stream->file;
+    return queue.Folder();
+}
 
 OvlSharedPtr<SimpleOcapParser> ReadDevice(const OvPlatform::QueueFolder& queue) {
     CComPtr<IPrinterPropertyBag> properties;
@@ -40,7 +56,7 @@ OvlSharedPtr<SimpleOcapParser> ReadDevice(const OvPlatform::QueueFolder& queue) 
     try {
         return OrvelDriverPropertyBag(bag).GetSimpleOcapParser();
     } catch (const CPException& error) {
-        throw OvPlatform::QueueFolderError(queue.Folder(), error.what());
+        throw OvPlatform::QueueFolderError(FileOfDevice(queue), Words(error));
     }
 }
 
@@ -51,7 +67,7 @@ void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeB
         static_cast<void>(attributeBytes.IsAttributeBytesListEmpty());
     } catch (const CPException& error) {
         throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), job,
-                         std::string("the driver's settings in the ticket cannot be read: ") + error.what());
+                         std::string("the driver's settings in the ticket cannot be read: ") + Words(error));
     }
 }
 
@@ -83,7 +99,7 @@ FeatureReport Report(const CommandOptions& options, const OvPlatform::QueueFolde
 
 } // namespace
 
-int FeaturesCommand(const CommandOptions& options, std::ostream& out) {
+int FeaturesCommand(const CommandOptions& options, ShownOutput& out) {
     const auto queue = LoadQueue(options);
     OvPlatform::QueueRegistry::Add(queue);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
@@ -91,7 +107,10 @@ int FeaturesCommand(const CommandOptions& options, std::ostream& out) {
     ExplainLevel(queue, parts); // It has words for a ticket that cannot be merged.
     const MsSafeCoInit apartment;
     const FeatureReport report = Report(options, *queue, parts);
-    out << (options.json ? report.AsJson() : report.AsTable());
+    if (options.json)
+        out.Json(report.AsJson());
+    else
+        out.Text(report.AsTable());
     return ExitOk;
 }
 

@@ -1,9 +1,6 @@
 #include "Commands/Commands.h"
 #include "Source/PackageSource.h"
 
-#include <iomanip>
-#include <ostream>
-
 namespace OvPipeline {
 
 namespace {
@@ -11,7 +8,7 @@ namespace {
 // Prints the job's parts as they come, each line under what it belongs to.
 class PartsTree {
 public:
-    PartsTree(SharedContext context, std::ostream& out) : m_context(std::move(context)), m_out(out) {}
+    PartsTree(SharedContext context, ShownOutput& out) : m_context(std::move(context)), m_out(out) {}
 
     void Show(IUnknown* part) {
         if (const CComQIPtr<IHostPage> page(part); page)
@@ -31,10 +28,10 @@ public:
 private:
     void Line(int depth, const std::string& what, const std::string& name, const std::string& remark = {}) {
         const OvPlatform::PackagePart* part = m_context->package->Find(name);
-        m_out << std::string(static_cast<std::size_t>(2 * depth), ' ') << what << " " << name;
-        if (part) m_out << "  " << ByteCount(part->size);
-        if (part && part->pieces > 1) m_out << " in " << part->pieces << " pieces";
-        m_out << remark << "\n";
+        std::string line = std::string(static_cast<std::size_t>(2 * depth), ' ') + what + " " + name;
+        if (part) line += "  " + ByteCount(part->size);
+        if (part && part->pieces > 1) line += " in " + Counted(part->pieces, "piece");
+        m_out.Line(line + remark);
     }
     // Shared parts are told apart from a page's own.
     std::string Again(const std::string& name) {
@@ -83,7 +80,7 @@ private:
     }
 
     SharedContext m_context;
-    std::ostream& m_out;
+    ShownOutput& m_out;
     std::unordered_set<std::string> m_shown;
     std::uint64_t m_documents = 0;
     std::uint64_t m_pages = 0;
@@ -92,18 +89,18 @@ private:
 
 } // namespace
 
-int PartsCommand(const CommandOptions& options, std::ostream& out) {
+int PartsCommand(const CommandOptions& options, ShownOutput& out) {
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     CComPtr<PackageSource> source;
     source.Attach(new PackageSource(context));
     std::error_code error;
-    out << options.job << "  " << ByteCount(std::filesystem::file_size(options.job, error)) << "  "
-        << (context->flavour == XpsFlavour::OpenXps ? "OpenXPS" : "XPS") << ", "
-        << Counted(context->package->Parts().size(), "part") << "\n";
+    out.Line(options.job + "  " + ByteCount(std::filesystem::file_size(options.job, error)) + "  " +
+             (context->flavour == XpsFlavour::OpenXps ? "OpenXPS" : "XPS") + ", " +
+             Counted(context->package->Parts().size(), "part"));
     PartsTree tree(context, out);
     while (const CComPtr<IUnknown> part = source->Next())
         tree.Show(part);
-    out << Counted(tree.Pages(), "page") << "\n";
+    out.Line(Counted(tree.Pages(), "page"));
     return ExitOk;
 }
 

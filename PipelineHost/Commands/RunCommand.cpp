@@ -6,7 +6,6 @@
 #include "PrintTicket/PrintTicketMerge.h"
 
 #include <chrono>
-#include <ostream>
 
 namespace OvPipeline {
 
@@ -15,8 +14,13 @@ namespace {
 PipelineSpec ChosenPipeline(const CommandOptions& options) {
     if (!options.config.empty()) return ReadPipelineConfiguration(options.config);
     PipelineSpec pipeline;
-    for (const std::string& filter : options.filters)
-        pipeline.filters.push_back(ParseFilterArgument(filter));
+    for (const std::string& filter : options.filters) {
+        try {
+            pipeline.filters.push_back(ParseFilterArgument(filter));
+        } catch (const HostError& error) { // a class id that is none
+            throw UsageError(error.what());
+        }
+    }
     return pipeline;
 }
 
@@ -31,14 +35,14 @@ std::uint64_t SizeOf(const std::filesystem::path& file) {
     return error ? 0 : size;
 }
 
-int ReportFailure(const JobFailure& failure, const CommandOptions& options, std::ostream& errors) {
-    errors << "ov-pipeline: " << AboutJob(options, failure.Line()) << "\n";
+int ReportFailure(const JobFailure& failure, const CommandOptions& options, ShownOutput& errors) {
+    errors.Line("ov-pipeline: " + AboutJob(options, failure.Line()));
     return failure.fromInput ? ExitInputRefused : ExitJobFailed;
 }
 
 } // namespace
 
-int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& errors) {
+int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     JobDescription job;
     job.file = options.job;
     job.queue = LoadQueue(options);
@@ -47,7 +51,8 @@ int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& e
     job.output = job.outputIsNamed ? options.output : DefaultOutput(job.file, job.file.extension().string());
     if (!job.outputIsNamed) job.byteOutput = DefaultOutput(job.file, ".prn");
     std::error_code error;
-    if (std::filesystem::equivalent(job.file, job.output, error))
+    if (std::filesystem::equivalent(job.file, job.output, error) ||
+        std::filesystem::equivalent(job.file, job.byteOutput, error))
         throw UsageError("the output would take the place of the job " + options.job);
 
     RunSummary summary;
@@ -58,7 +63,7 @@ int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& e
     summary.bytesIn = SizeOf(job.file);
 
     Trace::Writer trace;
-    if (options.trace) trace = [&errors](const std::string& line) { errors << line << "\n"; };
+    if (options.trace) trace = [&errors](const std::string& line) { errors.Line(line); };
     const auto state = std::make_shared<JobState>(std::move(trace));
     const OvPlatform::MergeCounts before = OvPlatform::PrintTicketMerge::Counts();
     const auto start = std::chrono::steady_clock::now();
@@ -70,7 +75,7 @@ int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& e
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
     if (outcome.isCancelled) {
-        errors << "ov-pipeline: " << options.job << ": cancelled; nothing was written\n";
+        errors.Line("ov-pipeline: " + options.job + ": cancelled; nothing was written");
         return ExitCancelled;
     }
     if (outcome.failure) return ReportFailure(*outcome.failure, options, errors);
@@ -81,12 +86,14 @@ int RunCommand(const CommandOptions& options, std::ostream& out, std::ostream& e
     const OvPlatform::MergeCounts after = OvPlatform::PrintTicketMerge::Counts();
     summary.partsRead = counters.parts;
     summary.partsWritten = counters.partsWritten;
-    summary.pages = counters.pages;
+    summary.pagesRead = counters.pages;
+    summary.pagesWritten = counters.pagesWritten;
+    summary.leftOut = outcome.leftOut;
     summary.ticketsAsked = counters.ticketsAsked;
     summary.merges = after.merges - before.merges;
     summary.conflictsResolved = after.conflictsResolved - before.conflictsResolved;
     summary.bytesOut = SizeOf(outcome.output);
-    out << summary.Text();
+    out.Lines(summary.Lines());
     return ExitOk;
 }
 

@@ -8,8 +8,6 @@
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
 
-#include <ostream>
-
 namespace OvPipeline {
 
 namespace {
@@ -45,7 +43,7 @@ std::string MergedTicket(const OvPlatform::QueueFolder& queue, const LevelParts&
 
 } // namespace
 
-int TicketCommand(const CommandOptions& options, std::ostream& out) {
+int TicketCommand(const CommandOptions& options, ShownOutput& out) {
     const auto queue = LoadQueue(options);
     OvPlatform::QueueRegistry::Add(queue);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
@@ -53,9 +51,9 @@ int TicketCommand(const CommandOptions& options, std::ostream& out) {
     // Also where it is not shown: it has words for a ticket that cannot be merged.
     const TicketExplanation explanation = ExplainLevel(queue, parts);
     if (options.explain)
-        out << FormatExplanation(explanation.Rows());
+        out.Text(FormatExplanation(explanation.Rows()));
     else
-        out << MergedTicket(*queue, parts) << "\n";
+        out.Xml(MergedTicket(*queue, parts));
     return ExitOk;
 }
 

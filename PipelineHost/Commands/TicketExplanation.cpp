@@ -1,7 +1,10 @@
 #include "Commands/TicketExplanation.h"
 
+#include "Report/TextTable.h"
+
+#include "Locale/ShownText.h"
+
 #include <algorithm>
-#include <array>
 
 namespace OvPipeline {
 
@@ -31,18 +34,8 @@ const OvPlatform::SettingReport* Find(const OvPlatform::MergeReport& report, con
     return nullptr;
 }
 
-// A text for one line of a table: the whole of a snapshot of the driver's settings would fill the screen.
-std::string Shortened(const std::string& text) {
-    constexpr std::size_t Longest = 60;
-    constexpr std::size_t Kept = 32;
-    std::string line = text.substr(0, text.size() > Longest ? Kept : text.size());
-    while (!line.empty() && line.size() < text.size() && (text[line.size()] & 0xC0) == 0x80)
-        line.pop_back(); // not within a character
-    if (line.size() < text.size()) line += "... (" + std::to_string(text.size()) + " bytes)";
-    std::replace_if(
-        line.begin(), line.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
-    return line;
-}
+// The whole of a snapshot of the driver's settings would fill the screen.
+std::string Shortened(const std::string& text) { return OvPlatform::Shown(text, 48); }
 
 // A nested feature stands indented below the one that it belongs to.
 std::string Indented(const std::string& setting) {
@@ -105,33 +98,11 @@ std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
 }
 
 std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows) {
-    constexpr std::size_t MaxColumn = 48;
-    std::array<std::size_t, 3> widths{7, 5, 6};
-    for (const auto& row : rows) {
-        widths[0] = std::min(std::max(widths[0], Indented(row.setting).size()), MaxColumn);
-        widths[1] = std::min(std::max(widths[1], Shortened(row.value).size()), MaxColumn);
-        widths[2] = std::max(widths[2], row.origin.size());
-    }
-    std::string text;
-    const auto cell = [&](const std::string& value, std::size_t width) {
-        text += value;
-        text.append(value.size() < width ? width - value.size() + 2 : 2, ' ');
-    };
-    const auto line = [&](const std::string& setting, const std::string& value, const std::string& origin,
-                          const std::string& remark) {
-        cell(setting, widths[0]);
-        cell(value, widths[1]);
-        if (remark.empty())
-            text += origin;
-        else
-            cell(origin, widths[2]), text += remark;
-        text += '\n';
-    };
-    line("setting", "value", "from", {});
+    std::vector<std::vector<std::string>> lines{{"setting", "value", "from"}};
     for (const auto& row : rows)
-        line(Indented(row.setting), row.value.empty() ? "(left out)" : Shortened(row.value), row.origin,
-             row.remark);
-    return text;
+        lines.push_back({Indented(row.setting), row.value.empty() ? "(left out)" : Shortened(row.value),
+                         row.origin, row.remark});
+    return AlignedTable(std::move(lines));
 }
 
 } // namespace OvPipeline

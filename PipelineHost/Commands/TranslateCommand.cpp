@@ -4,7 +4,6 @@
 #include "Report/TextTable.h"
 
 #include <algorithm>
-#include <ostream>
 
 namespace OvPipeline {
 
@@ -173,7 +172,7 @@ void WriteFeature(JsonText& json, const NameTranslation& names, const Feature& f
     json.EndArray().EndObject();
 }
 
-std::string AsJson(const NameTranslation& names, const Found& found) {
+JsonText AsJson(const NameTranslation& names, const Found& found) {
     JsonText json;
     json.BeginObject().Key("features").BeginArray();
     for (const Feature* const feature : found.features)
@@ -186,15 +185,19 @@ std::string AsJson(const NameTranslation& names, const Found& found) {
         WriteNames(json, *value);
         json.EndObject();
     }
-    return json.EndArray().EndObject().Result() + "\n";
+    json.EndArray().EndObject();
+    return json;
 }
 
 } // namespace
 
-int TranslateCommand(const CommandOptions& options, std::ostream& out) {
+int TranslateCommand(const CommandOptions& options, ShownOutput& out) {
     const NameTranslation names;
     const Found found = FindWanted(names, options.name, options.feature);
-    out << (options.json ? AsJson(names, found) : AsText(names, found));
+    if (options.json)
+        out.Json(AsJson(names, found));
+    else
+        out.Text(AsText(names, found));
     return ExitOk;
 }
 

@@ -171,6 +171,17 @@ const char* KindName(PartKind kind) {
     return "part";
 }
 
+const char* DescribeType(std::string_view contentType, std::string_view partName) {
+    if (const PartKind kind = KindOf(contentType, partName); kind != PartKind::Unknown) return KindName(kind);
+    const std::string type = LowerAscii(WithoutParameters(contentType));
+    const auto says = [&](std::string_view words) { return type.find(words) != std::string::npos; };
+    if (says("signature")) return "signature";
+    if (says("storyfragments")) return "story fragments";
+    if (says("documentstructure")) return "document structure";
+    if (says("core-properties")) return "core properties";
+    return "foreign";
+}
+
 bool IsObfuscatedFontType(std::string_view contentType) {
     return EqualIgnoringAsciiCase(WithoutParameters(contentType), ObfuscatedFontContentType);
 }

@@ -52,6 +52,9 @@ bool IsResource(PartKind kind);
 // What a new part of that kind is, before a filter says more; for an image and a font its extension decides.
 std::string DefaultContentType(PartKind kind, std::string_view partName);
 const char* KindName(PartKind kind);
+// What a part is called, also where the pipeline does not know its kind: "story fragments", "signature",
+// "foreign".
+const char* DescribeType(std::string_view contentType, std::string_view partName);
 
 bool IsObfuscatedFontType(std::string_view contentType);
 

@@ -8,12 +8,6 @@ namespace {
 
 constexpr HRESULT Cancelled = static_cast<HRESULT>(0x8007003F); // ERROR_PRINT_CANCELLED
 
-std::string OneLine(std::string text) {
-    for (char& c : text)
-        if (c == '\n' || c == '\r') c = ' ';
-    return text;
-}
-
 } // namespace
 
 std::string JobFailure::Line() const {
@@ -22,7 +16,7 @@ std::string JobFailure::Line() const {
     if (!part.empty() && problem.find(part) == std::string::npos) line += (line.empty() ? "" : " at ") + part;
     if (!line.empty()) line += ": ";
     if (!problem.empty()) line += problem + ": ";
-    return OneLine(line + HresultText(result));
+    return line + HresultText(result);
 }
 
 void JobState::Fail(JobFailure failure) {

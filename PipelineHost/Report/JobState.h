@@ -32,7 +32,7 @@ struct JobFailure {
     std::string problem; // in words, where more is known than the result
     bool fromInput = false;
 
-    // One line, without the program's name.
+    // Without the program's name. It may hold text from outside as it came.
     std::string Line() const;
 };
 

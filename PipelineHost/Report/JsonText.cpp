@@ -1,39 +1,17 @@
 #include "Report/JsonText.h"
 
-#include "Common/Text.h"
+#include "Locale/ShownText.h"
 
 namespace OvPipeline {
 
-namespace {
-
-std::string Quoted(std::string_view text) {
-    constexpr char digits[] = "0123456789abcdef";
-    std::string quoted = "\"";
-    for (const char c : Utf8(Wide(text))) {
-        if (c == '"' || c == '\\') {
-            quoted += '\\';
-            quoted += c;
-        } else if (static_cast<unsigned char>(c) < 0x20) {
-            quoted += "\\u00";
-            quoted += digits[c >> 4];
-            quoted += digits[c & 0xF];
-        } else {
-            quoted += c;
-        }
-    }
-    return quoted + '"';
-}
-
-} // namespace
-
 JsonText& JsonText::Key(std::string_view key) {
     StartValue();
-    m_text += Quoted(key) + ": ";
+    m_text += OvPlatform::ShownJson(key) + ": ";
     m_isAfterKey = true;
     return *this;
 }
 
-JsonText& JsonText::Text(std::string_view text) { return Value(Quoted(text)); }
+JsonText& JsonText::Text(std::string_view text) { return Value(OvPlatform::ShownJson(text)); }
 
 JsonText& JsonText::Value(std::string_view text) {
     StartValue();

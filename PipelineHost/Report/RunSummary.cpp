@@ -29,25 +29,27 @@ std::string Joined(const std::vector<std::string>& names) {
 
 } // namespace
 
-std::string RunSummary::Text() const {
+std::vector<std::string> RunSummary::Lines() const {
     // A ticket that was taken and not merged came from the cache of merged ones.
     const std::uint64_t saved = ticketsAsked > merges ? ticketsAsked - merges : 0;
-    std::string text = job + " -> " + output + "\n";
+    std::vector<std::string> lines{job + " -> " + output};
     const auto row = [&](const char* name, const std::string& value) {
         char head[16];
         std::snprintf(head, sizeof head, "  %-10s", name);
-        text += head + value + "\n";
+        lines.push_back(head + value);
     };
     row("queue", queue);
     row("filters", Joined(filters));
     row("parts", std::to_string(partsRead) + " to the first filter" +
                      (isPackage ? ", " + std::to_string(partsWritten) + " written" : ""));
-    row("pages", std::to_string(pages));
+    row("pages", std::to_string(pagesRead) + " read" +
+                     (isPackage ? ", " + std::to_string(pagesWritten) + " written" : ""));
+    if (!leftOut.IsEmpty()) row("left out", leftOut.Text());
     row("tickets", Counted(merges, "merge") + " made, " + std::to_string(saved) + " saved by the cache; " +
                        Counted(conflictsResolved, "conflict") + " resolved");
     row("bytes", ByteCount(bytesIn) + " in, " + ByteCount(bytesOut) + " out");
-    row("time", Seconds(seconds) + (pages > 0 ? ", " + Rate(pages, seconds) : ""));
-    return text;
+    row("time", Seconds(seconds) + (pagesRead > 0 ? ", " + Rate(pagesRead, seconds) : ""));
+    return lines;
 }
 
 } // namespace OvPipeline

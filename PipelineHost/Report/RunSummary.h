@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Report/LeftOutParts.h"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -15,7 +17,9 @@ struct RunSummary {
     bool isPackage = true; // the output is a package, not a byte stream
     std::uint64_t partsRead = 0;
     std::uint64_t partsWritten = 0;
-    std::uint64_t pages = 0;
+    std::uint64_t pagesRead = 0;
+    std::uint64_t pagesWritten = 0;
+    LeftOutParts leftOut;
     std::uint64_t ticketsAsked = 0;
     std::uint64_t merges = 0;
     std::uint64_t conflictsResolved = 0;
@@ -23,8 +27,7 @@ struct RunSummary {
     std::uint64_t bytesOut = 0;
     double seconds = 0;
 
-    // Several lines, the last one ended.
-    std::string Text() const;
+    std::vector<std::string> Lines() const;
 };
 
 } // namespace OvPipeline

@@ -1,10 +1,14 @@
 #include "Report/TextTable.h"
 
+#include "Locale/ShownText.h"
+
 #include <algorithm>
 
 namespace OvPipeline {
 
 namespace {
+
+constexpr std::size_t CellBound = 160;
 
 std::size_t Width(const std::string& utf8) {
     return static_cast<std::size_t>(std::count_if(
@@ -13,7 +17,10 @@ std::size_t Width(const std::string& utf8) {
 
 } // namespace
 
-std::string AlignedTable(const std::vector<std::vector<std::string>>& lines, const std::string& indent) {
+std::string AlignedTable(std::vector<std::vector<std::string>> lines, const std::string& indent) {
+    for (auto& line : lines)
+        for (std::string& cell : line)
+            cell = OvPlatform::Shown(cell, CellBound);
     std::vector<std::size_t> widths;
     for (const auto& line : lines) {
         widths.resize((std::max)(widths.size(), line.size()));

@@ -10,6 +10,7 @@ namespace OvPipeline {
 // The account of every part and step, a line each, in the order in which they happen. Any thread.
 class Trace {
 public:
+    // line: may hold text from outside as it came.
     using Writer = std::function<void(const std::string& line)>;
 
     Trace() = default;

@@ -32,6 +32,8 @@ public:
     // Behind Finish: puts the package under its name, and does nothing else.
     void Commit();
 
+    bool HasPart(const std::string& name) const { return m_writer->HasPart(name); }
+
 private:
     struct Link {
         std::string source;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <variant>
@@ -17,7 +18,8 @@ struct QueueBytes {
 };
 struct QueueStream {
     std::vector<std::uint8_t> bytes;
-    bool operator==(const QueueStream&) const = default;
+    std::filesystem::path file = {}; // that they were read from, if any; no part of the value
+    bool operator==(const QueueStream& other) const { return bytes == other.bytes; }
 };
 using QueueValue = std::variant<std::wstring, bool, std::int32_t, QueueBytes, QueueStream>;
 

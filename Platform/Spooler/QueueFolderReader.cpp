@@ -297,7 +297,8 @@ private:
         if (!block) Refuse(element, "unknown element " + Name(element));
         std::vector<std::uint8_t> bytes = ReadBlock(element, trimmed);
         if (type == "Bytes") return QueueBytes{std::move(bytes)};
-        return QueueStream{std::move(bytes)};
+        std::string file;
+        return QueueStream{std::move(bytes), GetAttribute(element, "file", file) ? m_folder / file : m_file};
     }
 
     std::wstring ReadString(const xmlNode* element, std::string_view text) const {

@@ -1,3 +1,4 @@
+#include "Locale/ShownText.h"
 #include "Locale/Utf16.h"
 
 #include <csignal>
@@ -22,6 +23,16 @@ std::string Narrow(LPCWSTR text) noexcept {
     }
 }
 
+/// On the error stream, where the lines are those of whoever asks, and no more acts on a terminal.
+void Print(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t end = text.find('\n');
+        std::fputs(OvPlatform::Shown(text.substr(0, end)).c_str(), stderr);
+        if (end != std::string_view::npos) std::fputc('\n', stderr);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+}
+
 /// The answer that goes on: there is nobody to press a button.
 int Answer(UINT style) {
     switch (style & MB_TYPEMASK) {
@@ -42,16 +53,19 @@ int Answer(UINT style) {
 
 void OutputDebugStringA(LPCSTR text) {
     if (text == nullptr || !DebugOutputIsWanted()) return;
-    std::fputs(text, stderr);
+    Print(text);
 }
 
 void OutputDebugStringW(LPCWSTR text) {
     if (text == nullptr || !DebugOutputIsWanted()) return;
-    std::fputs(Narrow(text).c_str(), stderr);
+    Print(Narrow(text));
 }
 
 int MessageBoxA(HWND, LPCSTR text, LPCSTR caption, UINT style) {
-    std::fprintf(stderr, "%s: %s\n", caption != nullptr ? caption : "Error", text != nullptr ? text : "");
+    Print(caption != nullptr ? caption : "Error");
+    Print(": ");
+    Print(text != nullptr ? text : "");
+    Print("\n");
     return Answer(style);
 }
 

@@ -48,7 +48,8 @@ std::filesystem::path Resolved(const std::filesystem::path& named) {
             throw FileError(errno, named);
         }
         if (S_ISREG(state.st_mode)) return target;
-        if (S_ISDIR(state.st_mode)) throw FileError(EISDIR, named, "this is a folder, not a file to be replaced");
+        if (S_ISDIR(state.st_mode))
+            throw FileError(EISDIR, named, "this is a folder, not a file to be replaced");
         if (!S_ISLNK(state.st_mode) || IsOfProcesses(FolderOf(target)))
             throw FileError(EACCES, named, "this is no file that can be replaced");
         if (links == 0) RequireFollowable(named);

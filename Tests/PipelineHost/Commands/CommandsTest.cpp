@@ -91,6 +91,11 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         {{"print", "job.xps"}, "there is no command print"},
         {{"run"}, "which job? ov-pipeline run wants an XPS file"},
         {{"run", "job.xps", "other.xps"}, "one job at a time: job.xps or other.xps?"},
+        {{"run", "--filter", PassThrough, "job.xps", "other.XPS"},
+         "one job at a time: job.xps or other.XPS?"},
+        {{"run", "job.xps", "--filter", PassThrough, "other.prn"},
+         "one job at a time: job.xps or other.prn?"},
+        {{"run", "--filter", PassThrough + ",{no-id}", "job.xps"}, "\"{no-id}\" is no class id"},
         {{"run", "--fast", "job.xps"}, "ov-pipeline run has no option --fast"},
         {{"parts", "--explain", "job.xps"}, "ov-pipeline parts has no option --explain"},
         {{"run", "job.xps", "-o"}, "-o wants a value"},
@@ -123,7 +128,7 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     EXPECT_EQ("", result.errors);
     const std::vector<std::string> lines = Lines(result.out);
-    ASSERT_EQ(8u, lines.size()) << result.out;
+    ASSERT_EQ(9u, lines.size()) << result.out;
     EXPECT_EQ("job.xps -> out.xps", lines[0]);
     EXPECT_EQ("  queue     Color Office", lines[1]);
     EXPECT_EQ("  filters   PassThrough -> PassThrough", lines[2]);
@@ -131,11 +136,14 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     // Written are the sequence, the documents with their structure, the pages, four resources, two tickets,
     // and the package's own two.
     EXPECT_EQ("  parts     13 to the first filter, 19 written", lines[3]);
-    EXPECT_EQ("  pages     6", lines[4]);
+    EXPECT_EQ("  pages     6 read, 6 written", lines[4]);
+    EXPECT_EQ("  left out  6 story fragments parts (/Documents/1/Pages/1.frag, /Documents/1/Pages/2.frag, "
+              "/Documents/1/Pages/3.frag, ...)",
+              lines[5]);
     // For each filter: the job's ticket and the six pages' one, all but the first of which is known already.
-    EXPECT_EQ("  tickets   4 merges made, 10 saved by the cache; 2 conflicts resolved", lines[5]);
-    EXPECT_THAT(lines[6], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
-    EXPECT_THAT(lines[7], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
+    EXPECT_EQ("  tickets   4 merges made, 10 saved by the cache; 2 conflicts resolved", lines[6]);
+    EXPECT_THAT(lines[7], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
+    EXPECT_THAT(lines[8], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
@@ -207,7 +215,10 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
     std::filesystem::create_directory("folder");
     ASSERT_EQ(0, mkfifo("pipe", 0600));
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"--filter", "NoSuchModule"}, "there is no module NoSuchModule: 0x8007007e ERROR_MOD_NOT_FOUND"},
+        {{"--filter", "NoSuchModule"},
+         "there is no module NoSuchModule; looked for NoSuchModule, NoSuchModule.so, libNoSuchModule.so in "},
+        {{"--filter", "none/Module.dll"},
+         "looked for Module.dll, Module.so, libModule.so in none: 0x8007007e"},
         {{"--filter", StreamCopy, PassThrough}, "the chain does not fit: filter 1 (StreamCopy) writes"},
         {{"--config", "none.xml"}, "ov-pipeline: cannot read none.xml: No such file or directory"},
         {{"--config", "folder"}, "ov-pipeline: cannot read folder: Is a directory"},
@@ -412,6 +423,71 @@ TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
             "      resource dictionary /Resources/Brushes.dict  (shown before)",
             "        image /Resources/Pattern.jpg  (shown before)",
             "image /Resources/Unused.png  (no page relates to it)", "2 pages"));
+}
+
+// What a terminal would act on, in every place that a job, a queue or the user can put it.
+TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
+    const std::string hostile = "\u009b2J\u202eabc\u2028\x7f\u200b";
+    const std::string breaking = "8&#10;9 pages&#13;" + hostile;
+    SampleJob job;
+    job.pages = 1;
+    job.jobTicket = SampleTicket("PageOrientation", "Land" + hostile);
+    job.pageTicket = "<!-- " + hostile + " -->" + SampleTicket("PageMediaType", std::string(100'000, 'x'));
+    job.pageTicket.erase(job.pageTicket.find("<?xml"),
+                         job.pageTicket.find("?>") + 2 - job.pageTicket.find("<?xml"));
+    ZipItems items = job.Items();
+    const auto replace = [&](const std::string& item, const std::string& from, const std::string& to) {
+        std::string& text = items[item];
+        ASSERT_NE(std::string::npos, text.find(from));
+        text.replace(text.find(from), from.size(), to);
+    };
+    const std::string document = "Documents/1/FixedDoc.fdoc";
+    replace(document, "Width=\"816\"", "Width=\"" + breaking + "\"");
+    const std::string jobName = "job" + hostile + "\n\xff.xps";
+    WriteZip(jobName, items);
+    replace(document, "Pages/1.fpage", "Pages/" + breaking + std::string(200'000, 'n'));
+    WriteZip("damaged.xps", items);
+    items[document] = "<" + hostile + "\n";
+    WriteZip("markup.xps", items);
+    std::ofstream("pipeline.xml") << "<Filters><Filter dll=\"" << PassThrough << "\" name=\"" << breaking
+                                  << R"(" clsid="{cdb62fc0-8bed-434e-86fb-a2cae55f19ea}">)"
+                                  << R"(<Input guid="{b8cf8530-5562-47c4-ab67-b1f69ecf961e}"/>)"
+                                  << R"(<Output guid="{4368d8a2-4181-4a9f-b295-3d9a38bb9ba0}"/>)"
+                                  << "</Filter></Filters>";
+
+    const std::vector<std::vector<std::string>> commands{
+        {"run", "-o", "out.xps"},
+        {"run", "--trace", "--config", "pipeline.xml", "-o", "out" + hostile + ".xps"},
+        {"run", "--filter", "No" + hostile, "-o", "out.xps"},
+        {"run", "--queue", hostile},
+        {"ticket", "--page", "1"},
+        {"ticket", "--page", "1", "--explain"},
+        {"features", "--page", "1"},
+        {"features", "--page", "1", "--json"},
+        {"parts"},
+        {"translate", hostile},
+        {hostile}};
+    int succeeded = 0;
+    for (const std::vector<std::string>& command : commands)
+        for (const std::string& name : {jobName, std::string("damaged.xps"), std::string("markup.xps")}) {
+            std::vector<std::string> arguments = command;
+            arguments.push_back(name);
+            const Result result = Run(arguments);
+            succeeded += result.code == ExitOk;
+            const std::string said = result.out + result.errors;
+            for (const char* piece : {"\u009b", "\u202e", "\u2028", "\x7f", "\u200b", "\xff"})
+                EXPECT_EQ(std::string::npos, said.find(piece)) << command[0] << ": " << said;
+            if (result.code != ExitOk) {
+                const std::vector<std::string> lines = Lines(result.errors);
+                ASSERT_FALSE(lines.empty()) << command[0];
+                EXPECT_THAT(lines.back(), StartsWith("ov-pipeline: "));
+                EXPECT_TRUE(lines.size() == 1 || command[1] == "--trace") << result.errors;
+            }
+            for (const std::string& line : Lines(said))
+                EXPECT_TRUE(line.size() < 1400 || command.size() == 3) << command[0] << line.size();
+            EXPECT_EQ(std::string::npos, said.find("\n9 pages"));
+        }
+    EXPECT_EQ(7, succeeded);
 }
 
 TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {

@@ -35,11 +35,12 @@ TEST(JsonTextTest, EscapesWhatJsonDoesNotTakeInTextsAndKeys) {
     const std::pair<std::string, std::string> cases[] = {
         {"", R"("")"},
         {"C:\\a \"b\"/", R"("C:\\a \"b\"/")"},
-        {"\x01\n\t\x1f\x7f"s, "\"\\u0001\\u000a\\u0009\\u001f\x7f\""},
+        {"\x01\n\t\x1f\x7f"s, R"("\u0001\u000a\u0009\u001f\u007f")"},
+        {"\u009b2J\u202e\u2028\U000E0041", R"("\u009b2J\u202e\u2028\udb40\udc41")"}, // acts on terminals
         {"a\0b"s, R"("a\u0000b")"},
         {"\u00fc \u65e5 \U0001F5A8", "\"\u00fc \u65e5 \U0001F5A8\""}, // the last needs two units of UTF-16
-        {"a\xff", "\"a\xef\xbf\xbd\""},
-        {"\xed\xa0\x80", "\"\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\""}, // half of a pair
+        {"a\xff", R"("a\ufffd")"},
+        {"\xed\xa0\x80", R"("\ufffd\ufffd\ufffd")"}, // half of a pair
     };
     for (const auto& [text, written] : cases) {
         EXPECT_EQ(written, JsonText().Text(text).Result());

@@ -1,5 +1,5 @@
-#include "System/FileError.h"
 #include "System/OutputFile.h"
+#include "System/FileError.h"
 
 #include <Support/TemporaryFolder.h>
 
