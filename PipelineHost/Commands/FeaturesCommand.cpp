@@ -37,7 +37,7 @@ std::string Words(const CPException& error) {
 
 // What the user has to look into where the device capabilities are wrong.
 std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
-    const auto device = queue.DriverProperties().find(L"DeviceCapabilities");
+    const auto device = queue.DriverProperties().find(OrvelDriverPropertyBag::deviceCapabilitiesPropertyName);
     if (device != queue.DriverProperties().end())
         if (const auto* stream = std::get_if<OvPlatform::QueueStream>(&device->second);
             stream && !stream->file.empty())

@@ -16,7 +16,8 @@ constexpr std::size_t NameBound = 60;
 } // namespace
 
 void LeftOutParts::Add(const std::string& kind, const std::string& name) {
-    auto place = std::find_if(m_kinds.begin(), m_kinds.end(), [&](const Kind& known) { return known.kind == kind; });
+    auto place =
+        std::find_if(m_kinds.begin(), m_kinds.end(), [&](const Kind& known) { return known.kind == kind; });
     if (place == m_kinds.end()) place = m_kinds.insert(place, {kind, 0, {}});
     if (++place->count > NamesOfAKind) return;
     place->names += (place->names.empty() ? "" : ", ") + OvPlatform::Shown(name, NameBound);

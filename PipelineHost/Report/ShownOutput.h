@@ -9,9 +9,9 @@ namespace OvPipeline {
 
 class JsonText;
 
-// One of the program's two streams. It may lead to a terminal, and what is written may come from outside: nothing
-// that goes through here acts on a terminal, and no line is more than one line or too long to be read. One thread
-// at a time.
+// One of the program's two streams. It may lead to a terminal, and what is written may come from outside:
+// nothing that goes through here acts on a terminal, and no line is more than one line or too long to be
+// read. One thread at a time.
 class ShownOutput {
 public:
     explicit ShownOutput(std::ostream& stream) : m_stream(stream) {}

@@ -431,10 +431,13 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
     const std::string breaking = "8&#10;9 pages&#13;" + hostile;
     SampleJob job;
     job.pages = 1;
-    job.jobTicket = SampleTicket("PageOrientation", "Land" + hostile);
-    job.pageTicket = "<!-- " + hostile + " -->" + SampleTicket("PageMediaType", std::string(100'000, 'x'));
-    job.pageTicket.erase(job.pageTicket.find("<?xml"),
-                         job.pageTicket.find("?>") + 2 - job.pageTicket.find("<?xml"));
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    const std::string value =
+        " xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" xmlns:xsd=\"http://www.w3.org/"
+        "2001/XMLSchema\"><psf:Value xsi:type=\"xsd:string\">";
+    job.jobTicket.insert(job.jobTicket.rfind("</"),
+                         "<psf:Property name=\"psk:JobName\"" + value + breaking + std::string(100'000, 'x') +
+                             "</psf:Value></psf:Property><!-- " + hostile + " -->");
     ZipItems items = job.Items();
     const auto replace = [&](const std::string& item, const std::string& from, const std::string& to) {
         std::string& text = items[item];
@@ -450,7 +453,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
     items[document] = "<" + hostile + "\n";
     WriteZip("markup.xps", items);
     std::ofstream("pipeline.xml") << "<Filters><Filter dll=\"" << PassThrough << "\" name=\"" << breaking
-                                  << R"(" clsid="{cdb62fc0-8bed-434e-86fb-a2cae55f19ea}">)"
+                                  << R"(" clsid="{6a1f0f3e-0d0c-4c7e-9b52-1e5a7730c101}">)"
                                   << R"(<Input guid="{b8cf8530-5562-47c4-ab67-b1f69ecf961e}"/>)"
                                   << R"(<Output guid="{4368d8a2-4181-4a9f-b295-3d9a38bb9ba0}"/>)"
                                   << "</Filter></Filters>";
@@ -483,9 +486,11 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
                 EXPECT_THAT(lines.back(), StartsWith("ov-pipeline: "));
                 EXPECT_TRUE(lines.size() == 1 || command[1] == "--trace") << result.errors;
             }
-            for (const std::string& line : Lines(said))
-                EXPECT_TRUE(line.size() < 1400 || command.size() == 3) << command[0] << line.size();
+            if (command[0] == "ticket" && command.back() != "--explain")
+                continue; // data has lines of its own
             EXPECT_EQ(std::string::npos, said.find("\n9 pages"));
+            for (const std::string& line : Lines(said))
+                EXPECT_LT(line.size(), 1400u) << command[0];
         }
     EXPECT_EQ(7, succeeded);
 }

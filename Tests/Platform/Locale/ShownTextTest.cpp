@@ -30,7 +30,8 @@ TEST(ShownTextTest, WritesOutWhatActsOnATerminalAndNothingElse) {
 TEST(ShownTextTest, LeavesOutTheMiddleOfWhatIsTooLong) {
     EXPECT_EQ("\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4", Shown("\u00e4\u00e4\u00e4\u00e4\u00e4\u00e4", 6));
     EXPECT_EQ("abcd... (1 more) ...fg", Shown("abcdefg", 6));
-    EXPECT_EQ("\u00e4123... (199992 more) ...8\u00e4", Shown("\u00e4123" + std::string(199'992, 'x') + "8\u00e4", 6));
+    EXPECT_EQ("\u00e4123... (199992 more) ...8\u00e4",
+              Shown("\u00e4123" + std::string(199'992, 'x') + "8\u00e4", 6));
     // What is written out counts as it is written, and is never cut.
     EXPECT_EQ("\\x1b... (3 more) ...", Shown("\x1b\x1b\x1b\x1b", 6));
     EXPECT_LT(Shown(std::string(100'000, '\x1b'), 100).size(), 130u);
@@ -41,7 +42,8 @@ TEST(ShownTextTest, XmlSaysTheSameWithReferences) {
         {"<a b=\"x > '\u009b' \u00e4\">\n\t\u202e\u00e4\r\r\n</a>",
          "<a b=\"x > '&#x9b;' \u00e4\">\n\t&#x202e;\u00e4&#xd;\r\n</a>"},
         {"<a b='\"\u009b'/>\u009b", "<a b='\"&#x9b;'/>&#x9b;"},
-        {"<!-- <a b=\"\u009b\"> -->\u009b<?p \u009b?>\u009b", "<!-- <a b=\"\\u009b\"> -->&#x9b;<?p \\u009b?>&#x9b;"},
+        {"<!-- <a b=\"\u009b\"> -->\u009b<?p \u009b?>\u009b",
+         "<!-- <a b=\"\\u009b\"> -->&#x9b;<?p \\u009b?>&#x9b;"},
         {"<![CDATA[<\u009b>]]>\u009b", "<![CDATA[<]]>&#x9b;<![CDATA[>]]>&#x9b;"},
         {"<n\u200da\u200dme>\u200d</n\u200da\u200dme>", "<n\u200da\u200dme>&#x200d;</n\u200da\u200dme>"},
     };
