@@ -141,6 +141,20 @@ TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
     }
 }
 
+TEST_F(ProgramTest, NothingIsLeftOfAJobThatIsKilled) {
+    const std::string pageList = OV_BINARY_DIR "/lib/libPageList.so";
+    for (const std::vector<std::string>& filters :
+         std::vector<std::vector<std::string>>{{WaitsForShutdown}, {WaitsForShutdown, pageList}}) {
+        std::vector<std::string> arguments{"run", "--trace", "job.xps", "-o", "out", "--filter"};
+        arguments.insert(arguments.end(), filters.begin(), filters.end());
+        Program program(arguments, m_folder.Path());
+        ASSERT_TRUE(program.WaitFor("WaitsForShutdown: receives the end of the parts")) << program.Said();
+        program.Signal(SIGKILL);
+        EXPECT_EQ(-1, program.Finish());
+        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
+    }
+}
+
 TEST_F(ProgramTest, ATerminalShowsProgress) {
     Program program({"run", "--filter", WaitsForShutdown, "-o", "out.xps", "job.xps"}, m_folder.Path(),
                     Program::Errors::Terminal);
