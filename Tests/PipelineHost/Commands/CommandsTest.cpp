@@ -147,6 +147,25 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
+TEST_F(CommandsTest, RunTellsWhatDidNotReachTheOutput) {
+    ZipItems items = SampleJob().Items();
+    std::string& types = items["[Content_Types].xml"];
+    types.insert(types.find("<Default"),
+                 "<Default Extension=\"sigs\" "
+                 "ContentType=\"application/vnd.openxmlformats-package.digital-signature-origin\"/>"
+                 "<Default Extension=\"bin\" ContentType=\"application/x-other\"/>");
+    items["origin.sigs"] = items["other.bin"] = "x";
+    WriteZip("job.xps", items);
+    EXPECT_THAT(Run({"run", "job.xps", "-o", "out.xps"}).out,
+                AllOf(HasSubstr("\n  pages     2 read, 2 written\n"),
+                      HasSubstr("\n  left out  2 story fragments parts (/Documents/1/Pages/1.frag, "
+                                "/Documents/1/Pages/2.frag), 1 signature part (/origin.sigs), "
+                                "1 foreign part (/other.bin)\n")));
+    // Of bytes, nobody knows what is in them.
+    EXPECT_THAT(Run({"run", "--filter", PageList, "-o", "out.txt", "job.xps"}).out,
+                AllOf(HasSubstr("\n  pages     2 read\n"), testing::Not(HasSubstr("left out"))));
+}
+
 TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     std::filesystem::create_directory("jobs");
     SampleJob().Write("jobs/letter.oxps");
