@@ -2,33 +2,19 @@
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 
+#include <Support/AllocationCount.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <map>
-#include <new>
 #include <regex>
 #include <set>
 #include <string>
 
 using namespace DataModelIds;
-
-namespace {
-
-thread_local std::size_t allocations = 0;
-
-} // namespace
-
-void* operator new(std::size_t size) {
-    ++allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
-}
-void operator delete(void* memory) noexcept { std::free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -328,19 +314,21 @@ TEST(OptionDictionaries, AllocateNothingForWhoHoldsText) {
     for (const auto* option : options)
         wideNames.push_back(CXString(option->printTicketOptionName).View().data());
     std::size_t found = 0;
-    const std::size_t before = allocations;
-    for (std::size_t i = 0; i < options.size(); ++i) {
-        const NativeXmlConfigOptionValueEntry& option = *options[i];
-        found += &Options().GetEntryByPrintTicketName(option.feature, wideNames[i]) == &option;
-        found +=
-            &Options().GetEntryByXmlConfigName(option.feature, option.xmlConfigOptionName.view()) == &option;
-        found += Options().IsPrintTicketNamePresent(FEAT_COPIES, wideNames[i]);
-    }
-    for (const auto* option : cpssOptions) {
-        found += &CpssOptions().GetEntryByCpssName(option->feature, option->cpssOptionName.view()) == option;
-        found += &CpssOptions().GetEntry(option->feature, option->value) == option;
-        found += Features().IsXmlConfigNamePresent(option->featureEnumString.view());
-    }
-    EXPECT_EQ(allocations, before);
+    const std::size_t allocated = AllocationCount::Of([&] {
+        for (std::size_t i = 0; i < options.size(); ++i) {
+            const NativeXmlConfigOptionValueEntry& option = *options[i];
+            found += &Options().GetEntryByPrintTicketName(option.feature, wideNames[i]) == &option;
+            found += &Options().GetEntryByXmlConfigName(option.feature, option.xmlConfigOptionName.view()) ==
+                     &option;
+            found += Options().IsPrintTicketNamePresent(FEAT_COPIES, wideNames[i]);
+        }
+        for (const auto* option : cpssOptions) {
+            found +=
+                &CpssOptions().GetEntryByCpssName(option->feature, option->cpssOptionName.view()) == option;
+            found += &CpssOptions().GetEntry(option->feature, option->value) == option;
+            found += Features().IsXmlConfigNamePresent(option->featureEnumString.view());
+        }
+    });
+    EXPECT_EQ(0u, allocated);
     EXPECT_EQ(found, 2 * options.size() + 2 * cpssOptions.size());
 }
