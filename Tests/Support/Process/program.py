@@ -16,8 +16,8 @@ BUILD = packages.HOUSE / "build/asan"
 SECONDS = 30  # a job here takes a part of one
 MEGABYTES = 1000  # the sanitizers' share included
 LINE = 2000  # characters
-# An exit code of its own tells a sanitizer's report from the program's word.
-SANITIZERS = ":exitcode=99:abort_on_error=0:allocator_may_return_null=1:print_stacktrace=1"
+# An exit code of its own tells a sanitizer's report from the program's word. The limit is there for this machine.
+SANITIZERS = "exitcode=99:abort_on_error=0:allocator_may_return_null=1:print_stacktrace=1:hard_rss_limit_mb=2000"
 # C0 but for tab and line feed, DEL, C1, marks that turn the direction, separators of lines.
 ACTED_ON = re.compile("[\0-\x08\x0b-\x1f\x7f-\x9f\u061c\u200e\u200f\u2028-\u202e\u2066-\u2069]")
 
@@ -43,7 +43,8 @@ def run(arguments, folder, before=None, signals=(), stdout=None):
         def send(sign, is_late=False):
             with contextlib.suppress(ProcessLookupError):
                 signal.pidfd_send_signal(handle, sign)
-                late.set() if is_late else None
+                if is_late:
+                    late.set()
         timers = [threading.Timer(SECONDS, send, [signal.SIGKILL, True])]
         timers += [threading.Timer(seconds, send, [sign]) for seconds, sign in signals]
         for timer in timers:
