@@ -9,7 +9,8 @@
 
 namespace OvPlatform {
 
-// What stands behind an HPTPROVIDER. A handle is known only to the thread that opened it.
+// What stands behind an HPTPROVIDER. A handle is known only to the thread that opened it, and ends with it at
+// the latest.
 class PrintTicketProvider {
 public:
     // The handle of a new provider for the queue, which the current thread owns.
@@ -18,7 +19,8 @@ public:
     // Null if the handle is not one that the current thread opened.
     static std::shared_ptr<const PrintTicketProvider> Find(HPTPROVIDER handle);
 
-    // False if the handle is not one that the current thread opened.
+    // False if the handle is not one that the current thread opened. Its owner can go on with it then, but
+    // whoever closes it has let go of it: it ends when its owner opens the next.
     static bool Close(HPTPROVIDER handle);
 
     explicit PrintTicketProvider(const std::shared_ptr<const QueueFolder>& queue);

@@ -80,6 +80,12 @@ TEST_F(Provider, OpensVersionOneOnly) {
 }
 
 TEST_F(Provider, IsKnownToItsThreadOnly) {
+    HPTPROVIDER other = nullptr;
+    ASSERT_EQ(PTOpenProvider(Printer, 1, &other), S_OK);
+    EXPECT_EQ(PTCloseProvider(other), S_OK);
+    EXPECT_EQ(PTCloseProvider(other), E_HANDLE);
+    EXPECT_EQ(PTCloseProvider(nullptr), E_HANDLE);
+
     CComPtr<IStream> result = Stream("");
     std::thread([&] {
         EXPECT_EQ(PTCloseProvider(m_provider), E_HANDLE);
@@ -91,12 +97,39 @@ TEST_F(Provider, IsKnownToItsThreadOnly) {
     EXPECT_EQ(
         PTMergeAndValidatePrintTicket(m_provider, Stream(Ticket("")), nullptr, kPTJobScope, result, nullptr),
         static_cast<HRESULT>(S_PT_NO_CONFLICT));
+}
 
-    HPTPROVIDER other = nullptr;
-    ASSERT_EQ(PTOpenProvider(Printer, 1, &other), S_OK);
-    EXPECT_EQ(PTCloseProvider(other), S_OK);
-    EXPECT_EQ(PTCloseProvider(other), E_HANDLE);
-    EXPECT_EQ(PTCloseProvider(nullptr), E_HANDLE);
+// What a handle holds on to is the queue, so that tells whether it is open.
+TEST(ProviderHandles, LeaveNothingBehindWhereTheyAreClosedOnAnotherThread) {
+    std::shared_ptr<const QueueFolder> queue = Queue();
+    QueueRegistry::Add(queue);
+    const auto open = [] {
+        HPTPROVIDER provider = nullptr;
+        EXPECT_EQ(PTOpenProvider(Printer, 1, &provider), S_OK);
+        return provider;
+    };
+    const auto onAnotherThread = [](const auto& work) { std::thread(work).join(); };
+    const long closed = queue.use_count();
+
+    HPTPROVIDER provider = nullptr;
+    onAnotherThread([&] { provider = open(); });
+    EXPECT_EQ(queue.use_count(), closed) << "its thread has ended";
+    EXPECT_EQ(PTCloseProvider(provider), E_HANDLE);
+
+    const auto openAndCloseElsewhere = [&] {
+        const HPTPROVIDER own = open();
+        onAnotherThread([&] { EXPECT_EQ(PTCloseProvider(own), E_HANDLE); });
+    };
+    HPTPROVIDER last = open();
+    const long one = queue.use_count();
+    for (int i = 0; i < 100; ++i)
+        openAndCloseElsewhere();
+    EXPECT_EQ(PTCloseProvider(last), S_OK) << "nobody let go of this one";
+    last = open();
+    EXPECT_EQ(queue.use_count(), one);
+    EXPECT_EQ(PTCloseProvider(last), S_OK);
+    EXPECT_EQ(queue.use_count(), closed);
+    QueueRegistry::Clear();
 }
 
 TEST_F(Provider, ReadsFromWhereStreamsStandAndLeavesTheResultAtItsEnd) {
