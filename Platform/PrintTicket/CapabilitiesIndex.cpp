@@ -5,6 +5,8 @@
 #include "PrintTicket/SchemaReader.h"
 
 #include <algorithm>
+#include <tuple>
+#include <unordered_set>
 
 namespace OvPlatform {
 namespace {
@@ -30,6 +32,40 @@ CapabilitiesOption IndexOption(const SchemaOption& schema) {
     return {&schema, !free, free, HasKeyword(schema.properties, "IdentityOption", "True")};
 }
 
+// What a ticket can say of an option, apart from the order of its scored properties. The separators cannot
+// occur in XML.
+void AppendDescription(std::string& text, const std::vector<SchemaProperty>& scored) {
+    std::vector<const SchemaProperty*> sorted;
+    for (const SchemaProperty& property : scored)
+        sorted.push_back(&property);
+    std::stable_sort(sorted.begin(), sorted.end(), [](const auto* one, const auto* other) {
+        return std::tie(one->name.space, one->name.local) < std::tie(other->name.space, other->name.local);
+    });
+    const auto append = [&](const KeywordName& name) { text += '\1' + name.space + '\2' + name.local; };
+    for (const SchemaProperty* property : sorted) {
+        append(property->name);
+        append(property->parameter);
+        if (property->value) {
+            append(property->value->type);
+            append({property->value->space, property->value->text});
+        }
+        text += '\3';
+        AppendDescription(text, property->scored);
+        text += '\4';
+    }
+}
+
+// A ticket that names or describes one of two options that are described alike would always get the first.
+void ForgetRepeatedOptions(std::vector<CapabilitiesOption>& options) {
+    std::unordered_set<std::string> seen;
+    for (CapabilitiesOption& option : options) {
+        if (!option.viable) continue;
+        std::string description = option.schema->name.space + '\2' + option.schema->name.local;
+        AppendDescription(description, option.schema->scored);
+        option.viable = seen.insert(std::move(description)).second;
+    }
+}
+
 std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>& schemas,
                                                KeywordMap<std::size_t>& byName,
                                                const SettingLevel* outermost) {
@@ -48,6 +84,7 @@ std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>&
         if (!feature.options.empty() && std::none_of(feature.options.begin(), feature.options.end(),
                                                      [](const auto& option) { return option.viable; }))
             feature.options.front().viable = true;
+        ForgetRepeatedOptions(feature.options);
         const SettingLevel level = feature.level;
         feature.features = IndexFeatures(schema.features, feature.featureByName, &level);
     }
@@ -73,16 +110,28 @@ CapabilitiesIndex::CapabilitiesIndex(std::string_view bytes)
 
 void CapabilitiesIndex::ReachParameters(const CapabilitiesFeature& feature) {
     for (const CapabilitiesOption& option : feature.options)
-        for (const SchemaProperty& scored : option.schema->scored)
-            if (const std::size_t at = FindParameter(scored.parameter); at != NotFound)
-                m_parameters[at].ReachDownTo(feature.level);
+        ReachParameters(option.schema->scored, feature.level);
     for (const CapabilitiesFeature& nested : feature.features)
         ReachParameters(nested);
+}
+
+void CapabilitiesIndex::ReachParameters(const std::vector<SchemaProperty>& scored, SettingLevel level) {
+    for (const SchemaProperty& property : scored) {
+        if (const std::size_t at = FindParameter(property.parameter); at != NotFound)
+            m_parameters[at].ReachDownTo(level);
+        ReachParameters(property.scored, level);
+    }
 }
 
 SettingLevel CapabilitiesIndex::LevelOfParameter(const KeywordName& name) const {
     const std::size_t at = FindParameter(name);
     return at == NotFound ? LevelOf(name.local) : m_parameters[at].Level();
+}
+
+const char* CapabilitiesIndex::ProblemOf(std::size_t parameter, const SchemaValue& value) const {
+    if (const char* problem = m_parameters[parameter].Problem(value)) return problem;
+    return value.space.empty() || m_prefixes.Has(value.space) ? nullptr
+                                                              : "is a name that the printer does not know";
 }
 
 } // namespace OvPlatform

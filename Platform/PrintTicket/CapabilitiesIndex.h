@@ -14,7 +14,7 @@ namespace OvPlatform {
 struct CapabilitiesOption {
     const SchemaOption* schema;
     bool constrained; // by the device or its administrator
-    bool viable;      // may be chosen: not constrained, or the first where all are
+    bool viable;      // may be chosen: not constrained, or the first where all are, and unlike all before it
     bool identity;    // means "none of the others" where several may be picked
 };
 
@@ -57,9 +57,12 @@ public:
     }
 
     SettingLevel LevelOfParameter(const KeywordName& name) const;
+    // As ParameterRules::Problem; a name in a namespace that the printer does not have is none that it knows.
+    const char* ProblemOf(std::size_t parameter, const SchemaValue& value) const;
 
 private:
     void ReachParameters(const CapabilitiesFeature& feature);
+    void ReachParameters(const std::vector<SchemaProperty>& scored, SettingLevel level);
 
     XmlDocPtr m_xml;
     SchemaDocument m_schema;

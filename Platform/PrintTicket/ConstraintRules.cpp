@@ -44,6 +44,9 @@ std::vector<bool> FindOptions(const xmlNode* choice, const NamespaceScope& scope
             Refuse(choice, "the feature has no option '" + std::string(one) + "'");
         options[at] = true;
     }
+    for (std::size_t i = 0; i < options.size(); ++i) // whatever else options of one name are made of
+        if (const KeywordName& name = feature.options[i].schema->name; !name.Empty())
+            options[i] = options[feature.optionByName.at(name)];
     return options;
 }
 

@@ -33,8 +33,10 @@ double Distance(const SchemaValue& one, const SchemaValue& other) {
 
 bool OptionScore::IsBetterThan(const OptionScore& other) const {
     const auto rank = [](const OptionScore& score) {
+        // What the printer wrote itself finds its own option again: nothing is unmatched or extra then, and
+        // of those that match as well, it alone says so in the same words.
         return std::make_tuple(!score.sameName, -score.matched, score.unmatched, score.distance,
-                               score.parameterised, score.extra);
+                               score.otherwise, score.extra, !score.sameKind, score.respelled);
     };
     return rank(*this) < rank(other);
 }
@@ -44,6 +46,7 @@ OptionScore OptionScorer::Score(const SchemaOption& ticketOption, const SchemaOp
     score.named = !ticketOption.name.Empty() && m_capabilities.Prefixes().Has(ticketOption.name.space);
     score.sameName = score.named && ticketOption.name == candidate.name;
     score.equalNames = ticketOption.name == candidate.name;
+    score.sameKind = ticketOption.name.Empty() == candidate.name.Empty();
     ScoreProperties(ticketOption.scored, candidate.scored, score);
     return score;
 }
@@ -72,20 +75,21 @@ bool OptionScorer::ScoreProperty(const SchemaProperty& asked, const SchemaProper
     const SchemaValue* value = ValueOf(asked);
     const std::size_t parameter = m_capabilities.FindParameter(offered.parameter);
     if (parameter != CapabilitiesIndex::NotFound) {
-        score.parameterised = true;
-        const ParameterRules& rules = m_capabilities.Parameters()[parameter];
-        // A reference to a parameter without a value matches: the parameter's default will be its value.
-        if (!value) return !asked.parameter.Empty();
         // A parameter that the ticket gives a bad value is mended as a parameter; the option is still meant.
         if (asked.parameter == offered.parameter) return true;
-        if (rules.Problem(*value)) {
+        ++score.otherwise;
+        // A reference to a parameter without a value matches: the parameter's default will be its value.
+        if (!value) return !asked.parameter.Empty();
+        if (m_capabilities.ProblemOf(parameter, *value)) {
             ++score.refused;
             return false;
         }
-        score.parameters.emplace_back(parameter, rules.Normalised(*value));
+        score.parameters.emplace_back(parameter, m_capabilities.Parameters()[parameter].Normalised(*value));
         return true;
     }
     if (!value || !offered.value) return !value && !offered.value && asked.parameter == offered.parameter;
+    if (!asked.parameter.Empty()) ++score.otherwise;
+    if (*value != *offered.value) ++score.respelled;
     if (SameValue(*value, *offered.value)) return true;
     score.distance += Distance(*value, *offered.value);
     return false;

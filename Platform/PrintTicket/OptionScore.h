@@ -14,12 +14,14 @@ struct OptionScore {
     bool named = false;      // the ticket's option has a name, in a namespace that the printer knows
     bool sameName = false;   // and it is the candidate's
     bool equalNames = false; // the names are the same, or there are none
+    bool sameKind = false;   // both have a name, or neither has
     int matched = 0;         // scored properties that both have and that agree
     int unmatched = 0;       // scored properties of the ticket's option that find no match
     int extra = 0;           // scored properties that only the capabilities' option has
     int refused = 0;         // values of the ticket that the candidate's parameters do not take
     double distance = 0;     // how far numbers lie apart, each between 0 and 1
-    bool parameterised = false;
+    int otherwise = 0;       // matches of a value with a reference to a parameter, or of two references
+    int respelled = 0;       // matches of values that are the same number, or the same text of another type
 
     // Values that the ticket gives and the capabilities leave to a parameter.
     std::vector<std::pair<std::size_t, SchemaValue>> parameters;

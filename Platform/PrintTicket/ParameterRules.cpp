@@ -67,7 +67,9 @@ ParameterRules::ParameterRules(const SchemaParameterDef& definition)
     };
     m_minLength = length("MinLength", m_minLength);
     m_maxLength = length("MaxLength", m_maxLength);
-    if (const SchemaValue* value = PropertyValue(definition, "DefaultValue")) m_default = Normalised(*value);
+    // A name where a text is wanted, or a text for a name, could not be written as what it has to be.
+    const SchemaValue* value = PropertyValue(definition, "DefaultValue");
+    if (value && value->IsQName() == (m_type.local == "QName")) m_default = Normalised(*value);
 }
 
 void ParameterRules::ReachDownTo(SettingLevel level) {

@@ -26,7 +26,7 @@ public:
     void ReachDownTo(SettingLevel level);
 
     Mandatory Need() const { return m_mandatory; }
-    // The definition's default, or null.
+    // The definition's default, or null; one of another kind than the parameter's type is none.
     const SchemaValue* Default() const { return m_default ? &*m_default : nullptr; }
 
     // Null if the value is good; otherwise what is wrong with it, a phrase for a person. What counts is the

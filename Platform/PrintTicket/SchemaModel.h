@@ -16,6 +16,7 @@ struct SchemaValue {
     std::string space;
 
     bool IsQName() const { return type.Is(SchemaSpace::Types, "QName"); }
+    bool operator==(const SchemaValue&) const = default;
 };
 
 // A Property or a ScoredProperty: a value, or a reference to a parameter, and properties of its own.

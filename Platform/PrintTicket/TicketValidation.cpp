@@ -200,7 +200,7 @@ void TicketValidation::SetParameters(const MergedTicket& ticket) {
             value = m_optionParameters[i]->value;
             note.origin = m_optionParameters[i]->origin;
         } else if (asked) {
-            if (const char* problem = rules.Problem(asked->setting->value)) {
+            if (const char* problem = m_capabilities.ProblemOf(i, asked->setting->value)) {
                 Conflict(note, asked->setting->value.text, std::string("the value ") + problem);
                 if (rules.Default()) value = *rules.Default();
             } else {

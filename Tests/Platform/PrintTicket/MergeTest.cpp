@@ -271,6 +271,13 @@ TEST(TicketMerge, HoldsParametersToTheirDefinitions) {
          kPTJobScope,
          {{"t:JobNote", ""}},
          true},
+        {"a name that the printer does not know",
+         "<psf:PrintTicket xmlns:o=\"urn:other\" " + std::string(Declarations) + ">" +
+             Parameter("t:JobBin", "o:Upper", "xsd:QName") + "</psf:PrintTicket>",
+         "",
+         kPTJobScope,
+         {{"t:JobBin", "t:Lower"}},
+         true},
         {"not defined",
          Ticket(Parameter("PageNonsense", "1")),
          "",
@@ -507,6 +514,30 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
     };
     EXPECT_EQ(validate(qualities, asked("", 1000)), "PageResolution=t:High");
     EXPECT_EQ(validate(qualities, asked("t:Fast", 600)), "PageResolution=t:Low"); // the default
+    // Of options that fit as well, the one that refers to the same parameter, then the one that has a name
+    // or none as the ticket's has.
+    const auto reference = [](const char* parameter) {
+        return std::string("<psf:ScoredProperty name=\"psk:Pages\"><psf:ParameterRef name=\"psk:") +
+               parameter + "\"/></psf:ScoredProperty>";
+    };
+    const auto definition = [](const char* name) {
+        return std::string("<psf:ParameterDef name=\"psk:") + name +
+               R"("><psf:Property name="psf:DataType"><psf:Value xsi:type="xsd:QName">xsd:integer</psf:Value>)"
+               R"(</psf:Property><psf:Property name="psf:Mandatory"><psf:Value xsi:type="xsd:QName">)"
+               R"(psk:Conditional</psf:Value></psf:Property></psf:ParameterDef>)";
+    };
+    const std::string alike =
+        definition("PageP1") + definition("PageP2") + "<psf:Feature name=\"psk:PageNUp\"><psf:Option>" +
+        reference("PageP1") + "</psf:Option><psf:Option>" + reference("PageP2") +
+        "</psf:Option><psf:Option name=\"t:Two\">" + Scored("Pages", 2) + "</psf:Option><psf:Option>" +
+        Scored("Pages", 2) + "</psf:Option></psf:Feature>";
+    EXPECT_EQ(
+        validate(alike, Ticket(Feature("PageNUp", "", reference("PageP2")) + Parameter("PageP2", "23"))),
+        "PageP2=23 PageNUp=-");
+    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", reference("PageP1")) + Parameter("PageP1", "2"))),
+              "PageP1=2 PageNUp=-");
+    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", Scored("Pages", 2)))), "PageNUp=-");
+    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "t:Two"))), "PageNUp=t:Two");
     // A parameter whose name has no level belongs to that of the feature that uses it.
     const std::string lead =
         R"(<psf:ParameterDef name="t:Lead"><psf:Property name="psf:DataType"><psf:Value xsi:type="xsd:QName">)"

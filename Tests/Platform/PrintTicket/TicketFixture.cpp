@@ -86,6 +86,7 @@ const std::string& PrinterCapabilities() {
         Definition("PageMediaSizeMediaSizeHeight", "xsd:integer", "297000", "Conditional",
                    "MinValue 50000 MaxValue 400000 Multiple 10") +
         Definition("t:JobNote", "xsd:string", "", "Optional", "MinLength 0 MaxLength 5") +
+        Definition("t:JobBin", "xsd:QName", "t:Lower", "Optional", "") +
         Definition("t:PageDevmodeSnapshot", "xsd:string", "", "Optional", "MaxLength 174760") +
         Offer("PageOrientation", Option("Portrait") + Option("Landscape")) +
         Offer("PageMediaSize", Option("ISOA4", Size(210000, 297000)) + Option("ISOA5", Size(148000, 210000)) +
