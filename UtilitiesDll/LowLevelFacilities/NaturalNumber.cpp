@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace {
 
@@ -63,6 +64,26 @@ void NaturalNumber::shiftLeft(std::size_t bits) {
     m_limbs.insert(m_limbs.begin(), bits / limbBits, 0);
 }
 
+void NaturalNumber::shiftRight(std::size_t bits) {
+    const std::size_t whole = std::min(bits / limbBits, m_limbs.size());
+    m_limbs.erase(m_limbs.begin(), m_limbs.begin() + static_cast<std::ptrdiff_t>(whole));
+    const auto within = static_cast<unsigned int>(bits % limbBits);
+    if (within == 0) return;
+    for (std::size_t i = 0; i < m_limbs.size(); ++i) {
+        const std::uint64_t above = i + 1 < m_limbs.size() ? m_limbs[i + 1] : 0u;
+        m_limbs[i] = lowLimb((above << limbBits | m_limbs[i]) >> within);
+    }
+    dropLeadingZeros();
+}
+
+std::size_t NaturalNumber::trailingZeroBits() const noexcept {
+    const auto first =
+        std::find_if(m_limbs.begin(), m_limbs.end(), [](std::uint32_t limb) { return limb != 0; });
+    if (first == m_limbs.end()) return 0;
+    return static_cast<std::size_t>(first - m_limbs.begin()) * limbBits +
+           static_cast<std::size_t>(std::countr_zero(*first));
+}
+
 NaturalNumber& NaturalNumber::operator+=(const NaturalNumber& other) {
     m_limbs.resize(std::max(m_limbs.size(), other.m_limbs.size()));
     std::uint64_t carry = 0;
@@ -98,13 +119,31 @@ std::uint32_t NaturalNumber::divideBy(std::uint32_t divisor) {
     return lowLimb(remainder);
 }
 
-NaturalNumber NaturalNumber::powerOfTen(unsigned int exponent) {
+NaturalNumber NaturalNumber::powerOf(std::uint32_t base, unsigned int exponent) {
     NaturalNumber result = 1;
-    for (; exponent >= 9; exponent -= 9)
-        result.multiplyAndAdd(1'000'000'000, 0);
-    for (; exponent > 0; --exponent)
-        result.multiplyAndAdd(10, 0);
+    while (exponent > 0) {
+        // As many factors at once as fit into one limb.
+        std::uint64_t factor = base;
+        for (--exponent; exponent > 0 && factor * base <= UINT32_MAX; --exponent)
+            factor *= base;
+        result.multiplyAndAdd(lowLimb(factor), 0);
+    }
     return result;
+}
+
+NaturalNumber NaturalNumber::greatestCommonDivisor(NaturalNumber left, NaturalNumber right) {
+    if (left.isZero()) return right;
+    if (right.isZero()) return left;
+    // Twos come off first; then the difference of two odd numbers has at least one more to take off.
+    const std::size_t twos = std::min(left.trailingZeroBits(), right.trailingZeroBits());
+    left.shiftRight(left.trailingZeroBits());
+    while (!right.isZero()) {
+        right.shiftRight(right.trailingZeroBits());
+        if (left > right) std::swap(left, right);
+        right -= left;
+    }
+    left.shiftLeft(twos);
+    return left;
 }
 
 std::pair<NaturalNumber, NaturalNumber> NaturalNumber::divide(const NaturalNumber& dividend,

@@ -23,16 +23,23 @@ public:
 
     void multiplyAndAdd(std::uint32_t factor, std::uint32_t summand);
     void shiftLeft(std::size_t bits);
+    void shiftRight(std::size_t bits);
+    /// How many times 2 divides it; 0 for 0.
+    [[nodiscard]] std::size_t trailingZeroBits() const noexcept;
     NaturalNumber& operator+=(const NaturalNumber& other);
     /// The other must not be larger.
     NaturalNumber& operator-=(const NaturalNumber& other);
     /// Divides by a small divisor and gives the remainder.
     std::uint32_t divideBy(std::uint32_t divisor);
 
-    [[nodiscard]] static NaturalNumber powerOfTen(unsigned int exponent);
+    [[nodiscard]] static NaturalNumber powerOf(std::uint32_t base, unsigned int exponent);
+    [[nodiscard]] static NaturalNumber powerOfTen(unsigned int exponent) { return powerOf(10, exponent); }
     /// Quotient and remainder. The divisor must not be 0.
     [[nodiscard]] static std::pair<NaturalNumber, NaturalNumber> divide(const NaturalNumber& dividend,
                                                                         const NaturalNumber& divisor);
+
+    /// The other one where one is 0.
+    [[nodiscard]] static NaturalNumber greatestCommonDivisor(NaturalNumber left, NaturalNumber right);
 
     friend OV_UTILITIES_API NaturalNumber operator*(const NaturalNumber& left, const NaturalNumber& right);
     friend OV_UTILITIES_API std::strong_ordering operator<=>(const NaturalNumber& left,

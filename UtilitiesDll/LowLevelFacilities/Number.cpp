@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <numeric>
 
 namespace {
 
@@ -89,11 +90,10 @@ Number::Number(const CXString& text, bool refuseBadText) {
         appendDigits(m_numerator, whole);
         appendDigits(m_numerator, fraction);
         const int scale = exponent - static_cast<int>(fraction.size());
-        const NaturalNumber power = NaturalNumber::powerOfTen(static_cast<unsigned int>(std::abs(scale)));
         if (scale < 0)
-            m_denominator = power;
+            divideByPowerOfTen(static_cast<unsigned int>(-scale));
         else
-            m_numerator = m_numerator * power;
+            m_numerator = m_numerator * NaturalNumber::powerOfTen(static_cast<unsigned int>(scale));
     }
     m_isNegative = m_isNegative && !m_numerator.isZero();
 }
@@ -103,8 +103,10 @@ Number Number::fromDouble(double value) {
     if (!std::isfinite(value) || value == 0) return result;
     int exponent = 0;
     const double mantissa = std::frexp(std::fabs(value), &exponent);
-    result.m_numerator = NaturalNumber(static_cast<std::uint64_t>(std::ldexp(mantissa, 53)));
-    exponent -= 53;
+    const auto digits = static_cast<std::uint64_t>(std::ldexp(mantissa, 53));
+    const int twos = std::countr_zero(digits);
+    result.m_numerator = NaturalNumber(digits >> twos);
+    exponent += twos - 53;
     (exponent < 0 ? result.m_denominator : result.m_numerator)
         .shiftLeft(static_cast<std::size_t>(std::abs(exponent)));
     result.m_isNegative = value < 0;
@@ -113,10 +115,26 @@ Number Number::fromDouble(double value) {
 
 Number Number::fromFraction(NaturalNumber numerator, NaturalNumber denominator, bool isNegative) {
     Number result;
-    result.m_numerator = std::move(numerator);
-    result.m_denominator = std::move(denominator);
-    result.m_isNegative = isNegative && !result.m_numerator.isZero();
+    if (numerator.isZero()) return result;
+    const NaturalNumber common = NaturalNumber::greatestCommonDivisor(numerator, denominator);
+    const bool isReduced = common == 1;
+    result.m_numerator = isReduced ? std::move(numerator) : NaturalNumber::divide(numerator, common).first;
+    result.m_denominator =
+        isReduced ? std::move(denominator) : NaturalNumber::divide(denominator, common).first;
+    result.m_isNegative = isNegative;
     return result;
+}
+
+void Number::divideByPowerOfTen(unsigned int exponent) {
+    if (m_numerator.isZero()) return;
+    const auto twos =
+        static_cast<unsigned int>(std::min<std::size_t>(exponent, m_numerator.trailingZeroBits()));
+    m_numerator.shiftRight(twos);
+    unsigned int fives = 0;
+    for (NaturalNumber fifth = m_numerator; fives < exponent && fifth.divideBy(5) == 0; ++fives)
+        m_numerator = fifth;
+    m_denominator = NaturalNumber::powerOf(5, exponent - fives);
+    m_denominator.shiftLeft(exponent - twos);
 }
 
 double Number::GetDoubleValue() const {
@@ -165,16 +183,26 @@ std::string Number::GetDecimalText(unsigned int digits, double roundingOffset) c
 }
 
 Number Number::times(unsigned int numerator, unsigned int denominator) const {
-    Number result = *this;
-    result.m_numerator.multiplyAndAdd(numerator, 0);
-    result.m_denominator.multiplyAndAdd(denominator, 0);
-    result.m_isNegative = m_isNegative && !result.m_numerator.isZero();
+    Number result;
+    if (numerator == 0 || m_numerator.isZero()) return result;
+    result = *this;
+    // Either fraction may be reduced by itself, and its numerator with the denominator of the other.
+    const unsigned int common = std::gcd(numerator, denominator);
+    const auto reduce = [](NaturalNumber& number, unsigned int factor) {
+        NaturalNumber quotient = number;
+        const unsigned int divisor = std::gcd(factor, quotient.divideBy(factor));
+        number.divideBy(divisor);
+        return factor / divisor;
+    };
+    const unsigned int rest = reduce(result.m_numerator, denominator / common);
+    result.m_numerator.multiplyAndAdd(reduce(result.m_denominator, numerator / common), 0);
+    result.m_denominator.multiplyAndAdd(rest, 0);
     return result;
 }
 
 bool operator==(const Number& left, const Number& right) {
-    return left.m_isNegative == right.m_isNegative &&
-           left.m_numerator * right.m_denominator == right.m_numerator * left.m_denominator;
+    return left.m_isNegative == right.m_isNegative && left.m_numerator == right.m_numerator &&
+           left.m_denominator == right.m_denominator;
 }
 
 bool operator<(const Number& left, const Number& right) {

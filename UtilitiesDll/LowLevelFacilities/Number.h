@@ -27,7 +27,7 @@ public:
     [[nodiscard]] static Number fromFraction(NaturalNumber numerator, NaturalNumber denominator,
                                              bool isNegative);
 
-    // The fraction as it is held, not reduced.
+    // The fraction, always in lowest terms; 0 is 0 / 1.
     [[nodiscard]] const NaturalNumber& GetNumerator() const noexcept { return m_numerator; }
     [[nodiscard]] const NaturalNumber& GetDenominator() const noexcept { return m_denominator; }
     [[nodiscard]] bool IsNegative() const noexcept { return m_isNegative; }
@@ -47,6 +47,8 @@ public:
     friend OV_UTILITIES_API bool operator<(const Number& left, const Number& right);
 
 private:
+    /// For a number without a denominator as yet.
+    void divideByPowerOfTen(unsigned int exponent);
     /// The rounded magnitude of the value times ten to the power of `digits`.
     [[nodiscard]] NaturalNumber roundedMagnitude(unsigned int digits, double roundingOffset) const;
 

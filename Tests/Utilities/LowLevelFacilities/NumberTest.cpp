@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <numeric>
 #include <random>
 
 namespace {
@@ -29,6 +30,35 @@ TEST(Number, IsExactWhereADoubleIsNot) {
     EXPECT_TRUE(number("-1e-4000") < Number() && Number() < number("1e-4000"));
     EXPECT_TRUE(number("-2") < number("-1.9999999999999999999999"));
     EXPECT_EQ(number("0.1").times(10, 1), Number(1));
+}
+
+std::string fraction(const Number& value) {
+    return (value.IsNegative() ? "-" : "") + std::to_string(value.GetNumerator().toUint64()) + "/" +
+           std::to_string(value.GetDenominator().toUint64());
+}
+
+TEST(Number, IsAlwaysInLowestTerms) {
+    EXPECT_EQ(fraction(number("-12.50")), "-25/2");
+    EXPECT_EQ(fraction(number("0.000")), "0/1");
+    EXPECT_EQ(fraction(number("40e-2")), "2/5");
+    EXPECT_EQ(fraction(number("3e2")), "300/1");
+    EXPECT_EQ(fraction(Number::fromDouble(-0.75)), "-3/4");
+    EXPECT_EQ(fraction(Number::fromDouble(6e3)), "6000/1");
+    EXPECT_EQ(fraction(Number::fromFraction(0, 7, true)), "0/1");
+    EXPECT_EQ(fraction(number("0.3").times(10, 9)), "1/3");
+    EXPECT_EQ(fraction(Number(-6).times(35, 15)), "-14/1");
+    EXPECT_EQ(fraction(Number(-6).times(0, 5)), "0/1");
+
+    std::mt19937_64 random(20260202); // reproducible
+    for (int i = 0; i < 300; ++i) {
+        const NaturalNumber common = NaturalNumber(random() >> (i % 60)) * NaturalNumber(random() | 1);
+        const std::uint64_t one = random() >> (i % 64) | 1;
+        const std::uint64_t other = random() >> (i % 48) | 1;
+        const Number value = Number::fromFraction(common * one, common * other, i % 2 == 0);
+        EXPECT_EQ(value, Number::fromFraction(one, other, i % 2 == 0));
+        EXPECT_EQ(value.GetNumerator(), NaturalNumber(one / std::gcd(one, other)));
+        EXPECT_EQ(value.GetDenominator(), NaturalNumber(other / std::gcd(one, other)));
+    }
 }
 
 TEST(Number, GivesTheNearestDouble) {
@@ -150,6 +180,18 @@ TEST(Dimension, ConvertsBetweenUnitsExactly) {
               Dimension(2540, Dimension::HundredthOfMillimeter).GetValue(Dimension::XpsUnit).GetIntValue(0));
     EXPECT_THROW((void)Dimension().GetValue(static_cast<Dimension::UnitsEnum>(13)),
                  CPExceptionInvalidArgument);
+}
+
+TEST(Dimension, DoesNotGrowFromUnitToUnit) {
+    Dimension length(215.9, Dimension::Millimeter);
+    const Number millimetres = length.GetValue();
+    for (int turn = 0; turn < 500; ++turn)
+        for (int unit = 0; unit <= 12; ++unit) {
+            const auto next = static_cast<Dimension::UnitsEnum>((unit + turn) % 13);
+            length.SetValue(length.GetValue(next), next);
+            EXPECT_LT(length.GetValue().GetDenominator().bitLength(), 100u);
+        }
+    EXPECT_EQ(length.GetValue(Dimension::Millimeter), millimetres);
 }
 
 TEST(Dimension, WritesItsValue) {
