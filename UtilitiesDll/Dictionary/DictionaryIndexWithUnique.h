@@ -5,7 +5,7 @@
 #include "LowLevelFacilities/CPExceptionDuplicateDictionaryIndexEntry.h"
 #include "LowLevelFacilities/CPExceptionUnknownKeyRequest.h"
 #include "LowLevelFacilities/CPFormat.h"
-#include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/ThrowFailure.h"
 
 #include <algorithm>
 #include <concepts>
@@ -57,11 +57,9 @@ public:
     void AddIndexEntry(Entry* entry, int keyNumber, bool& hasMoreKeys) override {
         Key key = GetKey(*entry, keyNumber);
         if (m_table.Find(key) != nullptr) {
-            throw CPExceptionDuplicateDictionaryIndexEntry(
-                FormatStdString(
-                    "An entry already exists in this index with the key=%s! Insertion failed!\r\n",
-                    GetKeyText(key)),
-                LastErrorKeeper::current(), MakeContext("AddIndexEntry", __LINE__));
+            Throw<CPExceptionDuplicateDictionaryIndexEntry>(
+                "An entry already exists in this index with the key=%s! Insertion failed!\r\n", key,
+                "AddIndexEntry", __LINE__);
         }
         m_entries.push_back(entry);
         try {
@@ -116,17 +114,18 @@ public:
 
 private:
     [[noreturn]] void ThrowUnknownKey(const Key& key, const char* operation, int line) const {
-        throw CPExceptionUnknownKeyRequest(
-            FormatStdString("Could not find the requested entry with key=%s\r\n", GetKeyText(key)),
-            LastErrorKeeper::current(), MakeContext(operation, line));
+        Throw<CPExceptionUnknownKeyRequest>("Could not find the requested entry with key=%s\r\n", key,
+                                            operation, line);
     }
 
-    static DebugContextCopy MakeContext(const char* operation, int line) {
+    template <typename Failure>
+    [[noreturn]] void Throw(const char* message, const Key& key, const char* operation, int line) const {
         const std::string function =
             FormatStdString("DictionaryIndexWithUnique<%s,%s>::%s", DictionaryTypeName<Key>::value,
                             DictionaryTypeName<Entry>::value, operation);
-        return DebugContextReference("UtilitiesDll/Dictionary/DictionaryIndexWithUnique", line,
-                                     function.c_str());
+        const DebugContextReference place("UtilitiesDll/Dictionary/DictionaryIndexWithUnique", line,
+                                          function.c_str());
+        ThrowFailureAt<Failure>(place, [&] { return FormatStdString(message, GetKeyText(key)); });
     }
 
     typename DictionaryKeyTraits<Key>::template Table<Entry> m_table;

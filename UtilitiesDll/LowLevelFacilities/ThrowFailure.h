@@ -8,18 +8,24 @@
 #include <utility>
 
 /// Throws a failure of the CPException family, other than that of an HRESULT (ThrowComException.h): with the
-/// message that buildMessage gives (a std::string or a const char*), the thread's last error and the place of
-/// the call. function is the qualified name of the operation. The last error is the same before and after.
-/// Stops in a debugger if the exception family is told to.
+/// message that buildMessage gives (a std::string or a const char*), the thread's last error and the place.
+/// The last error is the same before and after. Stops in a debugger if the exception family is told to.
 template <typename Failure, typename BuildMessage>
-[[noreturn]] void ThrowFailure(const char* function, BuildMessage buildMessage,
-                               const std::source_location& location = std::source_location::current()) {
+[[noreturn]] void ThrowFailureAt(const DebugContextReference& context, BuildMessage buildMessage) {
     const unsigned int lastError = LastErrorKeeper::current();
-    const DebugContextReference context(location.file_name(), static_cast<int>(location.line()), function);
     Failure failure(buildMessage(), lastError, context);
     const bool mayStop = CPException::allowForExceptionDebug(
         failure.getExceptionType().c_str(), failure.getExceptionMessage(), lastError, context);
     LastErrorKeeper::set(lastError);
     if (mayStop) CPException::SafeDebugBreak();
     throw failure;
+}
+
+/// From the place of the call. function is the qualified name of the operation.
+template <typename Failure, typename BuildMessage>
+[[noreturn]] void ThrowFailure(const char* function, BuildMessage buildMessage,
+                               const std::source_location& location = std::source_location::current()) {
+    ThrowFailureAt<Failure>(
+        DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
+        std::move(buildMessage));
 }

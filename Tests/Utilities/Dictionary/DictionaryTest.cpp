@@ -72,6 +72,12 @@ public:
 
 template <typename Exception, typename Action>
 void ExpectFailure(Action action, const std::string& message, const std::string& function) {
+    static std::string asked; // whether to stop in a debugger
+    const auto previous = CPException::setDebugQuestion(
+        [](const char*, const char* text, unsigned int, const DebugContextReference&) noexcept {
+            asked = text;
+            return false;
+        });
     try {
         action();
         ADD_FAILURE() << "no failure: " << message;
@@ -81,6 +87,8 @@ void ExpectFailure(Action action, const std::string& message, const std::string&
         EXPECT_EQ(failure.getDebugContext().function(), function);
         EXPECT_EQ(failure.getDebugContext().size(), 256u);
     }
+    CPException::setDebugQuestion(previous);
+    EXPECT_EQ(asked, message);
 }
 
 } // namespace
