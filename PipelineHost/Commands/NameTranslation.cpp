@@ -179,9 +179,9 @@ std::vector<const Value*> NameTranslation::FindValues(const std::string& text) c
     const Wanted wanted(text);
     // A name of an older configuration is an entry's, but stands in none.
     const auto isOlderNameOf = [&](const Value& value) {
-        return value.feature && !value.configurationName.empty() &&
-               dictionary.IsXmlConfigNamePresent(*value.feature, text) &&
-               dictionary.GetEntryByXmlConfigName(*value.feature, text).value == value.number;
+        if (!value.feature || value.configurationName.empty()) return false;
+        const auto* const entry = dictionary.FindEntryByXmlConfigName(*value.feature, text);
+        return entry && entry->value == value.number;
     };
     std::vector<const Value*> found;
     for (const Value& value : m_values)

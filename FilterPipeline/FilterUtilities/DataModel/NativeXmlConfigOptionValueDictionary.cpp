@@ -47,14 +47,14 @@ NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
 
 NativeXmlConfigOptionValueDictionary::~NativeXmlConfigOptionValueDictionary() = default;
 
+const NativeXmlConfigOptionValueEntry*
+NativeXmlConfigOptionValueDictionary::FindEntryByOlderName(tagFeatureEnum feature,
+                                                           std::string_view name) const {
+    return m_xmlConfigNameIndex.FindOption(feature, ResolveAlias(name));
+}
+
 const NativeXmlConfigOptionValueEntry&
 NativeXmlConfigOptionValueDictionary::GetEntryByOlderName(tagFeatureEnum feature,
                                                           std::string_view name) const {
     return m_xmlConfigNameIndex.GetOptionRef(feature, ResolveAlias(name));
-}
-
-bool NativeXmlConfigOptionValueDictionary::IsXmlConfigNamePresent(tagFeatureEnum feature,
-                                                                  std::string_view xmlConfigName) const {
-    return m_xmlConfigNameIndex.FindOption(feature, xmlConfigName) != nullptr ||
-           m_xmlConfigNameIndex.FindOption(feature, ResolveAlias(xmlConfigName)) != nullptr;
 }

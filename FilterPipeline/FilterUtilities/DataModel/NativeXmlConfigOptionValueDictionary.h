@@ -29,8 +29,18 @@ public:
             m_xmlConfigNameIndex.FindOption(feature, xmlConfigName);
         return entry != nullptr ? *entry : GetEntryByOlderName(feature, xmlConfigName);
     }
+    /// The same, null for a name that is not known.
+    [[nodiscard]] const NativeXmlConfigOptionValueEntry*
+    FindEntryByXmlConfigName(DataModelIds::tagFeatureEnum feature, std::string_view xmlConfigName) const {
+        const NativeXmlConfigOptionValueEntry* const entry =
+            m_xmlConfigNameIndex.FindOption(feature, xmlConfigName);
+        return entry != nullptr ? entry : FindEntryByOlderName(feature, xmlConfigName);
+    }
+    /// Does not know the older names.
     [[nodiscard]] bool IsXmlConfigNamePresent(DataModelIds::tagFeatureEnum feature,
-                                              std::string_view xmlConfigName) const;
+                                              std::string_view xmlConfigName) const {
+        return m_xmlConfigNameIndex.FindOption(feature, xmlConfigName) != nullptr;
+    }
     [[nodiscard]] const NativeXmlConfigOptionValueEntry&
     GetEntryByPrintTicketName(DataModelIds::tagFeatureEnum feature, std::string_view printTicketName) const {
         return m_printTicketNameIndex.GetOptionRef(feature, printTicketName);
@@ -56,6 +66,8 @@ private:
     friend SingletonBase<NativeXmlConfigOptionValueDictionary>;
     NativeXmlConfigOptionValueDictionary();
 
+    const NativeXmlConfigOptionValueEntry* FindEntryByOlderName(DataModelIds::tagFeatureEnum feature,
+                                                                std::string_view name) const;
     const NativeXmlConfigOptionValueEntry& GetEntryByOlderName(DataModelIds::tagFeatureEnum feature,
                                                                std::string_view name) const;
 

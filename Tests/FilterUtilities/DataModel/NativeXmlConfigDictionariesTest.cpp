@@ -270,6 +270,12 @@ TEST(OptionDictionaries, KnowOlderNamesOnlyWhereAConfigurationIsRead) {
               "SR12_6x18_5");
     EXPECT_EQ(Options().GetEntryByXmlConfigName(FEAT_SIZES_TO_ROTATE, "Envelope4_375x5_75").value,
               VAL_MEDIA_SIZE_OPTIONS_ENV_5_5_4_375X5_75);
+    EXPECT_EQ(Options().FindEntryByXmlConfigName(FEAT_SIZES_TO_ROTATE, "12_6x18_5"),
+              &Options().GetEntryByXmlConfigName(FEAT_SIZES_TO_ROTATE, "SR12_6x18_5"));
+    EXPECT_EQ(Options().FindEntryByXmlConfigName(FEAT_COLOR_EFFECTS, "12_6x18_5"), nullptr);
+    EXPECT_TRUE(Options().IsXmlConfigNamePresent(FEAT_SIZES_TO_ROTATE, "SR12_6x18_5"));
+    EXPECT_FALSE(Options().IsXmlConfigNamePresent(FEAT_SIZES_TO_ROTATE, "12_6x18_5"));
+    EXPECT_FALSE(Options().IsXmlConfigNamePresent(FEAT_SIZES_TO_ROTATE, "Envelope4_375x5_75"));
     EXPECT_FALSE(Options().IsPrintTicketNamePresent(FEAT_SIZES_TO_ROTATE, "12_6x18_5"));
     EXPECT_EQ(MessageOf([] { (void)Options().GetEntryByPrintTicketName(FEAT_SIZES_TO_ROTATE, "12_6x18_5"); }),
               NoSuchKey("0076712_6x18_5"));

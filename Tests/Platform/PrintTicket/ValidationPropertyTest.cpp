@@ -1,4 +1,5 @@
-// What a printer has made of a ticket it carries out as it stands: whatever the printer and whatever the ticket.
+// What a printer has made of a ticket it carries out as it stands: whatever the printer and whatever the
+// ticket.
 
 #include "TicketFixture.h"
 
@@ -63,7 +64,9 @@ private:
     }
 
     std::string Value() {
-        if (Chance(15)) return "<psf:Value xsi:type=\"xsd:QName\">" + One(Words<4>{"psk:X", "t:Y", "o:X", "Z"}) + "</psf:Value>";
+        if (Chance(15))
+            return "<psf:Value xsi:type=\"xsd:QName\">" + One(Words<4>{"psk:X", "t:Y", "o:X", "Z"}) +
+                   "</psf:Value>";
         return "<psf:Value" + (Chance(80) ? " xsi:type=\"" + One(Types) + "\"" : "") + ">" + One(Texts) +
                "</psf:Value>";
     }
@@ -78,8 +81,7 @@ private:
         std::string text = property("DataType", keyword(Chance(10) ? "xsd:QName" : One(Types)));
         if (Chance(70)) text += property("DefaultValue", Value());
         if (Chance(80))
-            text +=
-                property("Mandatory", keyword(One(Words<2>{"psk:Conditional", "psk:Unconditional"})));
+            text += property("Mandatory", keyword(One(Words<2>{"psk:Conditional", "psk:Unconditional"})));
         if (Chance(30)) text += property(Chance(50) ? "MinValue" : "MinLength", Value());
         if (Chance(30)) text += property("MaxValue", Value());
         return "<psf:ParameterDef name=\"" + One(Parameters) + "\">" + text + "</psf:ParameterDef>";
