@@ -4,6 +4,8 @@
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>
 #include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/ThrowFailure.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
 namespace {
@@ -13,6 +15,20 @@ constexpr LONG noNameSpace = -1;
 OvlUniquePtr<PersistentAttributes> openStore(const ByteBuffer& bytes) {
     constexpr bool toleratesDamage = false;
     return OvlUniquePtr<PersistentAttributes>(new PersistentAttributes(bytes, toleratesDamage, nullptr));
+}
+
+// Without a parameter, or with an empty one, there are no settings. What cannot be read is not nothing: a job
+// that is to be held, or paid for, must not print as one that is not.
+ByteBuffer readBytes(const PrintTicketXmlDocument& ticket) {
+    constexpr char function[] = "PrintTicketAttributeBytesReaderWriter::Load";
+    ByteBuffer bytes;
+    const HRESULT hr = ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
+    if (hr == E_FAIL) {
+        ThrowFailure<CPExceptionInvalidArgument>(function,
+                                                 [] { return "The settings in the ticket are damaged"; });
+    }
+    ThrowIfFailed(hr, function);
+    return bytes;
 }
 
 } // namespace
@@ -61,9 +77,7 @@ PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace
     if (m_list) return *m_list;
     // Nothing is kept before all is read: a second question about damaged bytes must fail like the first.
     OvlUniquePtr<AttributeBytesIndexedList> list(new AttributeBytesIndexedList);
-    if (m_bytes.empty() && m_ticket != nullptr)
-        ThrowIfFailed(m_ticket->GetOrvelCompleteDocSettingsFromPrintTicket(m_bytes),
-                      "PrintTicketAttributeBytesReaderWriter::GetAttributeBytesIndexedListRef");
+    if (m_bytes.empty() && m_ticket != nullptr) m_bytes = readBytes(*m_ticket);
     OvlUniquePtr<PersistentAttributes> attributes;
     if (!m_bytes.empty()) {
         attributes = openStore(m_bytes);

@@ -5,6 +5,8 @@
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/ThrowFailure.h>
 #include <Media/PageMediaSizePtPcHelper.h>
 #include <PrintSchema/Bstr.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
@@ -546,6 +548,12 @@ void This::GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const
     CXString encoded;
     GetCurrentValueStringFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, encoded);
     password = encoded.Base64DecodeAsUnicodeString();
+    // A job that is to be held for a password must not go on without one.
+    if (password.IsEmpty() && !encoded.IsBlank()) {
+        ThrowFailure<CPExceptionInvalidArgument>(
+            "NativeComPrintTicketAccess::GetCurrentValueJobSimpleSecurePrintPassword",
+            [] { return "The password in the ticket is damaged"; });
+    }
 }
 
 void This::GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const {

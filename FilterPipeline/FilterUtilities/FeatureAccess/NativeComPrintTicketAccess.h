@@ -47,6 +47,7 @@ public:
                                          Dimension& height) const override;
     [[nodiscard]] int GetCurrentValueIntegerFeature(const CXString& feature) const override;
     void GetCurrentValueStringFeature(const CXString& feature, CXString& value) const override;
+    /// Throws CPExceptionInvalidArgument for a password that cannot be decoded.
     void GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const override;
     void GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const override;
     /// Throws CPComException if the text cannot be read: who takes that for none would lose the settings.

@@ -5,6 +5,7 @@
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/CPStringUtils.h>
 
 namespace {
 
@@ -64,6 +65,12 @@ int LightnessIn(const PrintTicketXmlDocument& ticket, NameSpaceId nameSpace) {
     return reader.GetAttributeBytesIndexedListRef(nameSpace).GetIntegerValue(lightness, nullptr);
 }
 
+std::string TicketWithText(const std::string& settings) {
+    return Ticket("<psf:ParameterInit name='ok:JobOrvelCompleteDocSettings'><psf:Value>" + settings +
+                      "</psf:Value></psf:ParameterInit>",
+                  Declare("ok", PrivateUri()));
+}
+
 } // namespace
 
 TEST(TicketAttributeBytes, VirtualOperationsStandInTheirSlots) {
@@ -84,15 +91,39 @@ TEST(TicketAttributeBytes, VirtualOperationsStandInTheirSlots) {
 }
 
 TEST(TicketAttributeBytes, WithoutBytesTheListIsEmptyAndNeverWritten) {
-    OpenTicket ticket(EmptyTicket());
-    const std::string before = XmlOf(ticket);
-    ReaderWriter bytes(&ticket, helper, false);
-    EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
-    EXPECT_TRUE(bytes.IsAttributeBytesListEmpty());
-    SetLightness(bytes, 5);
-    EXPECT_EQ(Lightness(bytes), 5);
-    EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
-    EXPECT_EQ(XmlOf(ticket), before);
+    for (const std::string& text : {EmptyTicket(), TicketWithText(""), TicketWithText(" \n ")}) {
+        OpenTicket ticket(text);
+        const std::string before = XmlOf(ticket);
+        ReaderWriter bytes(&ticket, helper, false);
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+        EXPECT_TRUE(bytes.IsAttributeBytesListEmpty());
+        SetLightness(bytes, 5);
+        EXPECT_EQ(Lightness(bytes), 5);
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK);
+        EXPECT_EQ(XmlOf(ticket), before);
+    }
+}
+
+TEST(TicketAttributeBytes, DamagedTextIsRefusedAsADamagedStoreIs) {
+    OpenTicket whole = TicketWith(StoreOf(5, 6));
+    CXString text;
+    ASSERT_EQ(whole.GetStringParameterInitValue(L"ok:", L"JobOrvelCompleteDocSettings", text), S_OK);
+    const std::string good = CPStringUtils::narrowToStdString(text);
+    std::vector<std::string> damaged{"no Base64!", "=", good + "A"};
+    for (std::size_t length = 1; length < good.size() - 2; length += 3)
+        damaged.push_back(good.substr(0, length));
+    for (std::size_t at = 0; at < good.size() - 2; at += 5)
+        damaged.push_back(std::string(good).replace(at, 1, "-"));
+    for (const std::string& settings : damaged) {
+        OpenTicket ticket(TicketWithText(settings));
+        ReaderWriter bytes(&ticket, helper, false);
+        for (int question = 0; question < 2; ++question)
+            EXPECT_THROW((void)bytes.IsAttributeBytesListEmpty(), CPExceptionInvalidArgument) << settings;
+        EXPECT_EQ(bytes.CommitChangesToPrintTicket(), S_OK); // nothing was read
+        EXPECT_EQ(XmlOf(ticket), XmlOf(OpenTicket(TicketWithText(settings))));
+    }
+    OpenTicket spaced(TicketWithText(" " + good.substr(0, 9) + "\n\t" + good.substr(9) + " "));
+    EXPECT_EQ(Lightness(ReaderWriter(&spaced, helper, false)), 5);
 }
 
 TEST(TicketAttributeBytes, ACommitWritesTheListAndLosesNothing) {

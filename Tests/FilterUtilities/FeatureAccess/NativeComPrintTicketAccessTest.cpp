@@ -4,6 +4,8 @@
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/VirtualSlots.h"
 
+#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+
 #include <fstream>
 #include <sstream>
 
@@ -293,6 +295,22 @@ TEST(TicketAccess, ReadsWhatTheTicketSays) {
     CPString xml;
     access.GetJobOrvelPublicDocSettingsXml(xml);
     EXPECT_EQ(xml, "<a>\xC3\xA9</a>");
+}
+
+TEST(TicketAccess, ADamagedPasswordIsNotAnEmptyOne) {
+    const auto password = [](const std::string& encoded) {
+        const Access access =
+            AccessTo(Ticket(Named("ParameterInit", "ok:JobSimpleSecurePrint", Value(encoded)), AllNames()),
+                     Capabilities(""));
+        CXString text(L"stale");
+        access.GetCurrentValueJobSimpleSecurePrintPassword(text);
+        return text;
+    };
+    EXPECT_EQ(password(""), L"");
+    EXPECT_EQ(password(" "), L"");
+    EXPECT_EQ(password("cAA="), L"p");
+    for (const char* damaged : {"cA*=", "cABhAHMAcwA=x", "c", "cA=="})
+        EXPECT_THROW(password(damaged), CPExceptionInvalidArgument) << damaged;
 }
 
 TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {

@@ -237,9 +237,9 @@ TEST_F(PackageWriterTest, IsGivenUpAtAnyMomentBeforeItHasItsName) {
         const auto writer = PackageWriter::Create(m_target);
         for (const char* name : {"/1", "/2", "/3"})
             Add(*writer, name, "text");
-        EXPECT_EQ(Failure([&] { writer->Publish(); }).first, E_UNEXPECTED) << "it is not complete";
+        EXPECT_EQ(Failure([&] { writer->Commit(); }).first, E_UNEXPECTED) << "it is not complete";
         int asked = 0;
-        const HRESULT result = Failure([&] { writer->Complete([&] { return asked++ == last; }); }).first;
+        const HRESULT result = Failure([&] { writer->Finish([&] { return asked++ == last; }); }).first;
         EXPECT_EQ(TemporaryFolder::Read(m_target), "before");
         if (result == S_OK) { // it was asked less often, or too late; the package goes without its name
             EXPECT_GT(last, 6);
