@@ -87,8 +87,8 @@ public:
     // The filter keeps the bag; null if the pipeline has none, and the next call asks again.
     OrvelDriverPropertyBag* GetOrCreateOrvelDriverPropertyBagOnFirstUse();
 
-    // A new access object over the pipeline's bag, which lives as long as it stays in the pipeline's
-    // properties; empty if there is none.
+    // A new access object over the pipeline's bag; empty if there is none. The bag lives at least as long as
+    // the object, whether or not the pipeline keeps it.
     DriverPropertyBagAccess GetDriverPropertyBagAccess();
     DriverPropertyBagAccess GetQueuePropertyBagAccess();
 

@@ -26,6 +26,18 @@ HRESULT GetInterfaceProperty(IPrintPipelinePropertyBag& bag, const wchar_t* name
     return value.punkVal->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&found));
 }
 
+struct HeldBag {
+    CComPtr<IPrinterPropertyBag> bag;
+};
+
+// The access object takes no reference. A pipeline may make the bag when it is asked for one and keep none
+// itself, so the filter's reference lives beside the object, and ends after it.
+class HeldBagAccess final : private HeldBag, public NativeComPrinterPropertyBagAccess {
+public:
+    explicit HeldBagAccess(const CComPtr<IPrinterPropertyBag>& bag)
+        : HeldBag{bag}, NativeComPrinterPropertyBagAccess(*bag, AssertionPolicyBagIsHeldElsewhere) {}
+};
+
 MsRenderFilterBase::OuputDestinationEnum DestinationOfPort(const wchar_t* portName) {
     if (_wcsicmp(portName, L"FILE:") == 0) return MsRenderFilterBase::OutputDestinationFilePort;
     if (_wcsicmp(portName, L"nul:") == 0) return MsRenderFilterBase::OutputDestinationNulPort;
@@ -83,9 +95,7 @@ MsRenderFilterBase::DriverPropertyBagAccess MsRenderFilterBase::GetQueueProperty
 MsRenderFilterBase::DriverPropertyBagAccess MsRenderFilterBase::GetPropertyBagAccess(const wchar_t* name) {
     CComPtr<IPrinterPropertyBag> bag;
     if (FAILED(GetInterfaceProperty(*m_propertyBag, name, bag))) return {};
-    // The access object holds no reference: the pipeline's properties keep the bag for the whole job.
-    return DriverPropertyBagAccess(new NativeComPrinterPropertyBagAccess(
-        *bag, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere));
+    return DriverPropertyBagAccess(new HeldBagAccess(bag));
 }
 
 MsRenderFilterBase::OuputDestinationEnum MsRenderFilterBase::GetOutputDestinationEnum() {

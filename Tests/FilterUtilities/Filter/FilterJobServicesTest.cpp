@@ -137,4 +137,52 @@ TEST_F(FilterJobServices, PropertyBagsAreThoseOfThePipeline) {
     EXPECT_EQ(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), bag);
 }
 
+// Makes a bag whenever it is asked for one, and keeps none.
+class BagMaker : public FakePropertyBag {
+public:
+    class Bag : public FakePrinterPropertyBag {
+    public:
+        explicit Bag(int& alive) : m_alive(++alive) {}
+        ~Bag() override { --m_alive; }
+
+    private:
+        int& m_alive;
+    };
+
+    HRESULT STDMETHODCALLTYPE GetProperty(PCWSTR name, VARIANT* value) override {
+        if (std::wstring_view(name) != L"DriverPropertyBag" && std::wstring_view(name) != L"QueuePropertyBag")
+            return FakePropertyBag::GetProperty(name, value);
+        CComPtr<Bag> bag = MakeFake<Bag>(alive);
+        bag->SetInt32(CComBSTR(L"Number"), 3);
+        value->vt = VT_UNKNOWN;
+        value->punkVal = bag.Detach();
+        return S_OK;
+    }
+
+    int alive = 0;
+};
+
+TEST_F(FilterJobServices, ABagLivesAsLongAsItsAccess) {
+    FilterJob job;
+    const auto maker = MakeFake<BagMaker>();
+    maker->SetString(L"PrinterName", SampleQueue::name);
+    maker->SetHandle(L"PrinterHandle", job.queue.handle);
+    maker->SetHandle(L"UserSecurityToken", nullptr);
+    maker->SetNumber(L"PrintJobId", 7);
+    job.bag = static_cast<FakePropertyBag*>(maker.p);
+    auto filter = Initialized(job);
+    auto driverBag = filter->GetDriverPropertyBagAccess();
+    const auto queueBag = filter->GetQueuePropertyBagAccess();
+    EXPECT_EQ(maker->alive, 2);
+    EXPECT_EQ(driverBag->GetPrinterPropertyBagInteger(CXString(L"Number")), 3);
+    driverBag.reset();
+    EXPECT_EQ(maker->alive, 1);
+
+    ASSERT_NE(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), nullptr);
+    EXPECT_EQ(maker->alive, 2);
+    filter.Release();
+    EXPECT_EQ(maker->alive, 1) << "the filter is gone, the access it gave away is not";
+    EXPECT_EQ(queueBag->GetPrinterPropertyBagInteger(CXString(L"Number")), 3);
+}
+
 } // namespace
