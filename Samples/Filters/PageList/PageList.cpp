@@ -19,6 +19,9 @@ protected:
         return GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence);
     }
     HRESULT OnFixedDocument(IFixedDocument* document) override {
+        // Merged page tickets are kept by their part: a page of this document that shares one with a page of
+        // another would get the other document's settings.
+        GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
         return GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document);
     }
     HRESULT OnFixedPage(IFixedPage* page) override {

@@ -10,6 +10,12 @@ namespace {
 
 class PassThrough final : public XpsFilterBase {
 protected:
+    HRESULT OnFixedDocument(IFixedDocument* document) override {
+        // Merged page tickets are kept by their part: a page of this document that shares one with a page of
+        // another would get the other document's settings.
+        GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
+        return XpsFilterBase::OnFixedDocument(document);
+    }
     HRESULT OnFixedPage(IFixedPage* page) override {
         const HRESULT merged = GetPTManagerPtr()->MergeAndValidatePartPrintTicket(page);
         return FAILED(merged) ? merged : XpsFilterBase::OnFixedPage(page);

@@ -140,8 +140,9 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     EXPECT_EQ("  left out  6 story fragments parts (/Documents/1/Pages/1.frag, /Documents/1/Pages/2.frag, "
               "/Documents/1/Pages/3.frag, ...)",
               lines[5]);
-    // For each filter: the job's ticket and the six pages' one, all but the first of which is known already.
-    EXPECT_EQ("  tickets   4 merges made, 10 saved by the cache; 2 conflicts resolved", lines[6]);
+    // For each filter: the job's ticket, and the pages' one for each of the two documents; it is known
+    // already for all but their first.
+    EXPECT_EQ("  tickets   6 merges made, 8 saved by the cache; 4 conflicts resolved", lines[6]);
     EXPECT_THAT(lines[7], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
     EXPECT_THAT(lines[8], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
@@ -174,6 +175,27 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
     EXPECT_EQ(2u, Lines(FileText("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
+}
+
+TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument) {
+    SampleJob job;
+    job.documents = 2;
+    job.pages = 2;
+    job.documentTicket = SampleTicket("PageOrientation", "Landscape");
+    for (const char* const pageTicket : {"", "NorthAmericaLetter"}) {
+        job.pageTicket = *pageTicket ? SampleTicket("PageMediaSize", pageTicket) : "";
+        ZipItems items = job.Items();
+        items["Documents/2/Metadata/Doc_PT.xml"] = SampleTicket("PageOrientation", "Portrait");
+        WriteZip("job.xps", items);
+        ASSERT_EQ(ExitOk, Run({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
+        const std::string size = *pageTicket ? pageTicket : "ISOA4";
+        EXPECT_THAT(Lines(FileText("out.txt")),
+                    ElementsAre("page 1: " + size + ", Landscape", "page 2: " + size + ", Landscape",
+                                "page 3: " + size + ", Portrait", "page 4: " + size + ", Portrait"));
+        for (const auto& [page, orientation] : {std::pair{"2", "Landscape"}, {"4", "Portrait"}})
+            EXPECT_THAT(Run({"ticket", "job.xps", "--page", page}).out,
+                        HasSubstr(std::string("<psf:Option name=\"psk:") + orientation + "\""));
+    }
 }
 
 TEST_F(CommandsTest, RunTakesAPipelineConfigurationAndLooksForModulesInTheNamedFolders) {
