@@ -293,6 +293,13 @@ EXTERN_C WINBASEAPI BOOL WINAPI QueryPerformanceFrequency(PLARGE_INTEGER lpFrequ
 /// Writes to the standard error stream if the environment has OV_DEBUG_OUTPUT; otherwise does nothing.
 EXTERN_C WINBASEAPI void WINAPI OutputDebugStringA(LPCSTR lpOutputString);
 EXTERN_C WINBASEAPI void WINAPI OutputDebugStringW(LPCWSTR lpOutputString);
+// Only the system's own text for a code, into a buffer of the caller's; 0 with ERROR_MR_MID_NOT_FOUND for a
+// code without one. The text ends with a line break, which counts, and a terminator, which does not.
+#define FORMAT_MESSAGE_IGNORE_INSERTS 0x00000200
+#define FORMAT_MESSAGE_FROM_SYSTEM 0x00001000
+EXTERN_C WINBASEAPI DWORD WINAPI FormatMessageW(DWORD dwFlags, LPCVOID lpSource, DWORD dwMessageId,
+                                                DWORD dwLanguageId, LPWSTR lpBuffer, DWORD nSize,
+                                                va_list* Arguments);
 #define OutputDebugString OutputDebugStringW
 EXTERN_C WINBASEAPI BOOL WINAPI IsDebuggerPresent();
 EXTERN_C WINBASEAPI void WINAPI DebugBreak();

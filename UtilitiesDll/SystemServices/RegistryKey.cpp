@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 namespace {
 
@@ -15,6 +16,19 @@ CXString textOfRegistryString(const ByteBuffer& data) {
         std::memcpy(text.GetBufferSetLength(static_cast<int>(units)), data.data(), units * sizeof(wchar_t));
     text.ReleaseBuffer();
     return text;
+}
+
+// The system's own words and the code; the code alone where it has none.
+CXString describe(LONG result) {
+    wchar_t words[512];
+    DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                                  static_cast<DWORD>(result), 0, words, std::size(words), nullptr);
+    while (length != 0 && (words[length - 1] == L'\r' || words[length - 1] == L'\n'))
+        --length;
+    CXString text(words, static_cast<int>(length));
+    CXString code;
+    code.Format(length == 0 ? L"error %d" : L" (error %d)", result);
+    return text += code;
 }
 
 bool meansTrue(CXString text) {
@@ -38,7 +52,7 @@ OvlUniquePtr<RegistryKey> RegistryKey::CreateRegistryKey(HKEY parent, const CXSt
                                                           access, nullptr, key, nullptr)
                                         : RegOpenKeyExW(parent, path, 0, access, key);
     if (result != ERROR_SUCCESS) {
-        error.Format(L"error %d", result);
+        error = describe(result);
         return nullptr;
     }
     return opened;

@@ -16,7 +16,8 @@ public:
     RegistryKey& operator=(const RegistryKey&) = delete;
 
     /// Opens the key at a path below the parent, with access rights such as KEY_READ. With createIfMissing a
-    /// key that is not there is made. On failure the result is empty and `error` says why; otherwise `error`
+    /// key that is not there is made. On failure the result is empty and `error` says why, in the
+    /// words of the system and with its code; otherwise `error`
     /// is empty.
     [[nodiscard]] static OvlUniquePtr<RegistryKey> CreateRegistryKey(HKEY parent, const CXString& path,
                                                                      REGSAM access, CXString& error,

@@ -95,7 +95,9 @@ TEST_F(RegistryValues, CloseTheirKeyIfTheyOwnIt) {
 TEST_F(RegistryValues, SayWhyAKeyDoesNotOpen) {
     CXString error;
     EXPECT_FALSE(RegistryKey::CreateRegistryKey(HKEY_LOCAL_MACHINE, keyPath, KEY_READ, error, false));
-    EXPECT_EQ(L"error 2", error);
+    EXPECT_EQ(L"The system cannot find the file specified. (error 2)", error);
+    EXPECT_FALSE(RegistryKey::CreateRegistryKey(nullptr, keyPath, KEY_READ, error, false));
+    EXPECT_EQ(L"The handle is invalid. (error 6)", error);
     EXPECT_TRUE(
         RegistryKey::CreateRegistryKey(HKEY_LOCAL_MACHINE, keyPath, KEY_READ | KEY_WRITE, error, true));
     EXPECT_TRUE(error.IsEmpty());
