@@ -304,7 +304,7 @@ private:
     std::shared_ptr<WriterCore> m_core;
     std::unordered_set<std::string> m_pool;
     std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
-        m_relationships;                         // by source
+        m_relationships; // by source
 };
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }

@@ -52,9 +52,8 @@ DWORD FormatMessageW(DWORD flags, LPCVOID, DWORD messageId, DWORD, LPWSTR buffer
     if (flags != (FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS))
         return Fail(ERROR_NOT_SUPPORTED);
     if (buffer == nullptr) return Fail(ERROR_INVALID_PARAMETER);
-    const auto found =
-        std::lower_bound(messages.begin(), messages.end(), messageId,
-                         [](const MessageRow& row, DWORD code) { return row.code < code; });
+    const auto found = std::lower_bound(messages.begin(), messages.end(), messageId,
+                                        [](const MessageRow& row, DWORD code) { return row.code < code; });
     if (found == messages.end() || found->code != messageId) return Fail(ERROR_MR_MID_NOT_FOUND);
     const std::size_t length = found->text.size() + lineEnd.size();
     if (length >= size) return Fail(ERROR_INSUFFICIENT_BUFFER);

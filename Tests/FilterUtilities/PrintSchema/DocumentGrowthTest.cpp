@@ -42,7 +42,8 @@ GrowthMaker On(std::string (*content)(std::size_t), std::function<void(OpenTicke
 
 std::string Features(std::size_t n) { return Times(n, PrivateFeature); }
 std::string Properties(std::size_t n) {
-    return Times(n, [](std::size_t) { return "<psf:Property name='psk:P'>" + Value("1") + "</psf:Property>"; });
+    return Times(n,
+                 [](std::size_t) { return "<psf:Property name='psk:P'>" + Value("1") + "</psf:Property>"; });
 }
 
 void DeletePrivate(OpenTicket& ticket) {
@@ -50,7 +51,8 @@ void DeletePrivate(OpenTicket& ticket) {
 }
 
 const GrowthCase Cases[] = {
-    {"ReadsFeaturesAndRenamesThem", [](std::size_t n) { return [bytes = Bytes(Features(n))] { OpenTicket ticket(bytes); }; }},
+    {"ReadsFeaturesAndRenamesThem",
+     [](std::size_t n) { return [bytes = Bytes(Features(n))] { OpenTicket ticket(bytes); }; }},
     {"LooksForAFeature", On(Features,
                             [](OpenTicket& ticket) {
                                 EXPECT_NE(S_OK, ticket.FeaturePresent(L"Absent", true, nullptr));
@@ -59,10 +61,9 @@ const GrowthCase Cases[] = {
     {"DeletesFeatures", On(Features, DeletePrivate)},
     {"DeletesFeaturesInAFeature", On(NestedFeatures, DeletePrivate)},
     {"DeletesFeaturesWithinOneAnother", On(DeepFeatures, DeletePrivate)},
-    {"DeletesProperties", On(Properties,
-                             [](OpenTicket& ticket) { ticket.DeletePropertyNodesIfExist(L"psk:", L"P"); })},
-    {"CopiesDocuments", On(Features,
-                           [](OpenTicket& ticket) { const OpenTicket copy(ticket); })},
+    {"DeletesProperties",
+     On(Properties, [](OpenTicket& ticket) { ticket.DeletePropertyNodesIfExist(L"psk:", L"P"); })},
+    {"CopiesDocuments", On(Features, [](OpenTicket& ticket) { const OpenTicket copy(ticket); })},
     {"KeepsDocuments",
      [](std::size_t n) {
          CComPtr<IXMLDOMDocument2> document;

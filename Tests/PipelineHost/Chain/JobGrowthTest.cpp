@@ -130,8 +130,7 @@ void ManyLinkTargets(ZipItems& items, std::size_t n) {
                          "\"><PageContent Source=\"Pages/1.fpage\"><PageContent.LinkTargets>";
     for (std::size_t i = 0; i < n; ++i)
         markup += Name("<LinkTarget Name=\"t", i, "\"/>");
-    items["Documents/1/FixedDoc.fdoc"] =
-        markup + "</PageContent.LinkTargets></PageContent></FixedDocument>";
+    items["Documents/1/FixedDoc.fdoc"] = markup + "</PageContent.LinkTargets></PageContent></FixedDocument>";
 }
 
 void ManyAttributes(ZipItems& items, std::size_t n) {
