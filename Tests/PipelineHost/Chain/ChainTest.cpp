@@ -136,7 +136,8 @@ TEST_F(ChainTest, FindsOutTheEndsOfFiltersNamedByThemselves) {
 TEST_F(ChainTest, SaysWhatIsWrongWithAModule) {
     const auto module = [&](const std::string& argument) { return Line({ParseFilterArgument(argument)}); };
     std::ofstream(m_folder / "text.so") << "no module";
-    EXPECT_THAT(module("NoSuchModule"), HasSubstr("there is no module NoSuchModule: 0x8007007e"));
+    EXPECT_THAT(module("NoSuchModule"), HasSubstr("there is no module NoSuchModule; looked for NoSuchModule, "
+                                                  "NoSuchModule.so, libNoSuchModule.so in "));
     EXPECT_THAT(module((m_folder / "text.so").string()), HasSubstr("cannot load the module: "));
     EXPECT_THAT(module(OV_BINARY_DIR "/lib/libov-Platform.so"),
                 HasSubstr("has no DllGetClassObject: 0x8007007f"));
