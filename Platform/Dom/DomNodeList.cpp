@@ -27,7 +27,8 @@ void DomChildList::StartOverIfChanged() noexcept {
     const DomTree& tree = m_parent.Tree();
     if (m_version == tree.WatchedVersion()) return;
     m_version = tree.WatchedVersion();
-    if (m_parent.Node()->type != XML_DOCUMENT_NODE) Mark(m_parent.Node(), Watched);
+    xmlNode* parent = m_parent.Node();
+    if (parent->type != XML_DOCUMENT_NODE && parent->type != XML_ATTRIBUTE_NODE) Mark(parent, Watched);
     m_last = nullptr;
     m_length.reset();
 }

@@ -218,14 +218,15 @@ void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomT
     }
     attribute->children = attribute->last = text;
     if (text != nullptr) text->parent = AsNode(attribute);
-    tree.Changed();
+    tree.ChildrenChanged(AsNode(attribute));
 }
 
 void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
     Changed();
     if (parent == nullptr) return;
-    // A document has no marks; it counts as watched.
-    if (parent->type == XML_DOCUMENT_NODE || (MarksOf(parent) & Watched) != 0) ++m_watchedVersion;
+    // Documents and attributes have no marks; they count as watched.
+    const bool hasMarks = parent->type != XML_DOCUMENT_NODE && parent->type != XML_ATTRIBUTE_NODE;
+    if (!hasMarks || (MarksOf(parent) & Watched) != 0) ++m_watchedVersion;
 }
 
 void DomTree::Unlink(xmlNode* node) noexcept {
