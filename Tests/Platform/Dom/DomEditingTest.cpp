@@ -254,6 +254,16 @@ TEST(DomEditing, ChildListsAreLive) {
     EXPECT_EQ(S_OK, document->loadXML(Wide("<other/>"), &loaded));
     EXPECT_EQ(S_OK, top->get_item(0, &second));
     EXPECT_EQ("other", NameOf(second));
+
+    const auto attribute = First(Parsed("<a x=''/>"), "/a/@x");
+    CComPtr<IXMLDOMNodeList> value;
+    EXPECT_EQ(S_OK, attribute->get_childNodes(&value));
+    EXPECT_EQ(S_OK, attribute->put_text(CComBSTR(L"")));
+    EXPECT_EQ(S_OK, value->get_length(&length));
+    EXPECT_EQ(0, length);
+    EXPECT_EQ(S_OK, attribute->put_text(CComBSTR(L"1")));
+    EXPECT_EQ(S_OK, value->get_length(&length));
+    EXPECT_EQ(1, length);
 }
 
 // Run under the address sanitizer, these tests also show that nothing is freed twice, late or never.
