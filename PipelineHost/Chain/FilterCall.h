@@ -12,7 +12,7 @@ namespace OvPipeline {
 class FilterCall {
 public:
     // who: as a line names it, "filter Watermark (InitializeFilter)".
-    FilterCall(JobState& job, std::string who);
+    FilterCall(JobState& job, const std::string& who);
     FilterCall(const FilterCall&) = delete;
     FilterCall& operator=(const FilterCall&) = delete;
     ~FilterCall();
@@ -30,13 +30,13 @@ private:
 // Calls into a filter. No exception may come out of one; one that does is a failure of that filter, and is
 // noted. What the thread noted before is forgotten.
 template <class Call>
-HRESULT CallFilter(JobState& job, std::string who, Call&& call) {
+HRESULT CallFilter(JobState& job, const std::string& who, Call&& call) {
     ThreadNote() = {};
     ThreadPart().clear();
     TakenPart().clear();
     FilterWords::Forget();
     try {
-        const FilterCall mark(job, std::move(who));
+        const FilterCall mark(job, who);
         return call();
     } catch (...) {
         return NoteException();
