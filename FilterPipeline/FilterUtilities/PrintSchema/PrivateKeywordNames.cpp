@@ -82,7 +82,7 @@ Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix) con
 Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix, Remembered& parents) const {
     if (const auto declared = DeclaredBy(node, prefix)) return *declared;
     CComPtr<IXMLDOMNode> parent = ParentOf(node);
-    if (parent != parents.node || prefix != parents.prefix)
+    if (parent.p != parents.node.p || prefix != parents.prefix)
         parents = {parent, std::wstring(prefix), BindingAt(parent, prefix)};
     return parents.binding;
 }
