@@ -51,7 +51,7 @@ TEST(Number, IsAlwaysInLowestTerms) {
 
     std::mt19937_64 random(20260202); // reproducible
     for (int i = 0; i < 300; ++i) {
-        const NaturalNumber common = NaturalNumber(random() >> (i % 60)) * NaturalNumber(random() | 1);
+        const NaturalNumber common = NaturalNumber(random() >> (i % 60) | 1) * NaturalNumber(random() | 1);
         const std::uint64_t one = random() >> (i % 64) | 1;
         const std::uint64_t other = random() >> (i % 48) | 1;
         const Number value = Number::fromFraction(common * one, common * other, i % 2 == 0);
