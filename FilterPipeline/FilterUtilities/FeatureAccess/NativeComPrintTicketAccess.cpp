@@ -335,7 +335,7 @@ void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
         query.AddChildProperty(GetNamespaceComString(KeywordsNamespace, true),
                                PrintSchema::DISPLAYNAME_VALUE_NAME);
         CComBSTR name;
-        m_capabilities->QueryNodeValue(query.Text(), &name);
+        m_capabilities->QueryNodeValue(query, &name);
         out = ToCXString(name);
     });
 }
@@ -357,7 +357,7 @@ int This::GetJobCopiesMaximumValue() const {
     int maximum = 0;
     if (query.Text().Length() == 0) return maximum;
     query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), PrintSchema::MAX_VALUE_NAME);
-    m_capabilities->QueryNodeValue(query.Text(), &maximum);
+    m_capabilities->QueryNodeValue(query, &maximum);
     return maximum;
 }
 
@@ -374,7 +374,7 @@ void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) co
         DocumentQuery query = GetPrintTicketQueryForFeature(parameter, true);
         if (query.Text().Length() == 0) return false;
         query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), property);
-        return m_capabilities->QueryNodeValue(query.Text(), &value) == S_OK;
+        return m_capabilities->QueryNodeValue(query, &value) == S_OK;
     };
     int newMin = 0;
     int newMax = 0;
@@ -689,7 +689,7 @@ int This::ReadCustomLength(const wchar_t* parameter) const {
         query.AddParameterDef(keywords, parameter);
         query.AddProperty(GetNamespaceComString(FrameworkNamespace, true),
                           PrintSchema::DEFAULTVAL_VALUE_NAME);
-        m_capabilities->QueryNodeValue(query.Text(), &length);
+        m_capabilities->QueryNodeValue(query, &length);
     }
     if (length <= 0) ThrowComException(E_FAIL, "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
     return length;

@@ -177,6 +177,11 @@ void PrintSchemaXmlDocument::InitInstance() {
     // A prefix that means something else here cannot mean private keywords, too.
     if (IsPrefixOfOthers(View(m_userKeywordsPrefix)))
         m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    if (IsPrefixOfOthers(View(m_userKeywordsPrefix))) {
+        const std::wstring_view usual = View(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
+        m_userKeywordsPrefix =
+            SchemaPrefix({}, usual.substr(0, usual.size() - 1), PrintSchema::USER_KEYWORDS_URI);
+    }
 
     if (m_frameworkPrefix.Length() < 2) {
         ThrowComException(E_FAIL, function, "The root element does not declare the framework namespace.");
@@ -456,54 +461,92 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, float* out)
     return hr;
 }
 
-HRESULT PrintSchemaXmlDocument::FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out,
-                                              const char* function) const {
+HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, wchar_t** out) const {
+    return GetNodeValue(query, out) == S_OK ? S_OK : notFound;
+}
+
+HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, int* out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    CComBSTR text;
+    const HRESULT hr = QueryNodeValue(query, &text);
+    if (hr == S_OK) *out = IntegerOf(text);
+    return hr;
+}
+
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindNode(const wchar_t* xpath) const {
     CComPtr<IXMLDOMNode> node;
-    if (GetNode(xpath, &node) != S_OK) return S_FALSE;
-    out = SelectChild(node, m_frameworkPrefix, PrintSchema::VALUE_ELEMENT_NAME, function);
-    if (out) return S_OK;
+    GetNode(xpath, &node);
+    return node;
+}
+
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindValueNode(IXMLDOMNode* node, const char* function) const {
+    if (node == nullptr) return nullptr;
+    if (CComPtr<IXMLDOMNode> value =
+            SelectChild(node, m_frameworkPrefix, PrintSchema::VALUE_ELEMENT_NAME, function))
+        return value;
 
     const CComPtr<IXMLDOMNode> reference =
         SelectChild(node, m_frameworkPrefix, PrintSchema::PARAM_REF_ELEMENT_NAME, function);
     CComBSTR wanted;
     if (!reference || !ReadAttribute(reference, PrintSchema::NAME_ATTRIBUTE_NAME, wanted, function))
-        return S_FALSE;
+        return nullptr;
+    const PrivateKeywordNames names(*this, function);
     CComPtr<IXMLDOMNodeList> inits;
     GetNodes(PrintSchema::PARAM_INIT_ELEMENT_NAME, &inits);
     for (;;) {
         CComPtr<IXMLDOMNode> init;
         ThrowIfFailed(inits->nextNode(&init), function);
-        if (!init) return S_FALSE;
+        if (!init) return nullptr;
         CComBSTR name;
         if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
-            AreEqual(name, wanted, function)) {
-            out = init;
-            return S_OK;
-        }
+            AreEqual(name, wanted, function) &&
+            names.StandsAt(init, View(name)) == names.StandsAt(reference, View(wanted)))
+            return init;
     }
 }
 
 HRESULT PrintSchemaXmlDocument::GetNodeValue(const wchar_t* xpath, wchar_t** out) const {
+    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::GetNodeValue");
+    *out = nullptr;
+    return GetValueOf(FindNode(xpath), out);
+}
+
+HRESULT PrintSchemaXmlDocument::GetNodeValue(const DocumentQuery& query, wchar_t** out) const {
     constexpr char function[] = "PrintSchemaXmlDocument::GetNodeValue";
     if (out == nullptr) ThrowComException(E_POINTER, function);
     *out = nullptr;
-    CComPtr<IXMLDOMNode> node;
-    if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
+    return GetValueOf(query.FindFirst(function), out);
+}
+
+HRESULT PrintSchemaXmlDocument::GetValueOf(IXMLDOMNode* node, wchar_t** out) const {
+    constexpr char function[] = "PrintSchemaXmlDocument::GetNodeValue";
+    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node, function);
+    if (!valueNode) return S_FALSE;
     MsSafeVariant value;
-    ThrowIfFailed(node->get_nodeTypedValue(&value), function);
+    ThrowIfFailed(valueNode->get_nodeTypedValue(&value), function);
     CComBSTR text = TakeText(value, function);
     if (text.Length() > 0) *out = text.Detach();
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::SetNodeValue(const wchar_t* xpath, const wchar_t* value) {
+    if (IsEmpty(value)) ThrowComException(E_INVALIDARG, "PrintSchemaXmlDocument::SetNodeValue");
+    return SetValueOf(FindNode(xpath), value);
+}
+
+HRESULT PrintSchemaXmlDocument::SetNodeValue(const DocumentQuery& query, const wchar_t* value) {
     constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
     if (IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
-    CComPtr<IXMLDOMNode> node;
-    if (FindValueNode(xpath, node, function) != S_OK) return S_FALSE;
+    return SetValueOf(query.FindFirst(function), value);
+}
+
+HRESULT PrintSchemaXmlDocument::SetValueOf(IXMLDOMNode* node, const wchar_t* value) {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
+    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node, function);
+    if (!valueNode) return S_FALSE;
     // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text
     // replaces.
-    ThrowIfFailed(node->put_nodeTypedValue(Borrowed(Make(value, function))), function);
+    ThrowIfFailed(valueNode->put_nodeTypedValue(Borrowed(Make(value, function))), function);
     return S_OK;
 }
 
@@ -511,8 +554,20 @@ HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath
                                                             const wchar_t* attribute) {
     constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
     if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
-    CComPtr<IXMLDOMNode> node;
-    if (GetNode(xpath, &node) != S_OK) return S_FALSE;
+    return SetOptionAttribute(FindNode(xpath), value, attribute);
+}
+
+HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const DocumentQuery& query, const wchar_t* value,
+                                                            const wchar_t* attribute) {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
+    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    return SetOptionAttribute(query.FindFirst(function), value, attribute);
+}
+
+HRESULT PrintSchemaXmlDocument::SetOptionAttribute(IXMLDOMNode* node, const wchar_t* value,
+                                                   const wchar_t* attribute) {
+    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
+    if (node == nullptr) return S_FALSE;
     const CComPtr<IXMLDOMNode> option =
         SelectChild(node, m_frameworkPrefix, PrintSchema::OPTION_ELEMENT_NAME, function);
     if (!option) return S_FALSE;
@@ -585,22 +640,16 @@ HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUr
     constexpr char function[] = "PrintSchemaXmlDocument::DeletePrivateFeatures";
     if (IsEmpty(namespaceUri)) ThrowComException(E_INVALIDARG, function);
     CComBSTR prefix;
-    if (GetPrefixFromURI(namespaceUri, &prefix) != S_OK) return S_FALSE;
+    const HRESULT declared = GetPrefixFromURI(namespaceUri, &prefix);
     CComPtr<IXMLDOMNodeList> features;
     GetNodes(PrintSchema::FEATURE_ELEMENT_NAME, &features);
-    ThrowIfFailed(features->reset(), function);
+    const std::vector<CComPtr<IXMLDOMNode>> named =
+        PrivateKeywordNames(*this, function, namespaceUri).NamedAmong(features);
     TreeChange change(m_rootNode, function);
-    for (;;) {
-        CComPtr<IXMLDOMNode> feature;
-        ThrowIfFailed(features->nextNode(&feature), function);
-        if (!feature) break;
-        CComBSTR name;
-        if (ReadAttribute(feature, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
-            View(name).starts_with(View(prefix)))
-            change.Remove(feature);
-    }
+    for (const CComPtr<IXMLDOMNode>& feature : named)
+        change.Remove(feature);
     change.Keep();
-    return S_OK;
+    return declared == S_OK || !named.empty() ? S_OK : S_FALSE;
 }
 
 HRESULT PrintSchemaXmlDocument::DeleteNode(IXMLDOMNode* node) {

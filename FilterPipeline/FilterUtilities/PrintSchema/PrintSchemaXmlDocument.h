@@ -55,7 +55,8 @@ public:
     HRESULT get_xml(wchar_t** out) const;
 
     // Prefixes, with their colon; null if the root element does not declare the namespace. The prefix of the
-    // private keywords is never null: "ok:", or "ns0000:" for a document that does not declare them.
+    // private keywords is never null: "ok:", or "ns0000:" for a document that does not declare them; a number
+    // stands behind that where both are prefixes of the other keywords, and no private name can be written.
     CComBSTR GetFrameworkNsPrefix() const;
     CComBSTR GetKeywordsNsPrefix() const;
     CComBSTR GetKeywordsV11NsPrefix() const;
@@ -79,6 +80,8 @@ public:
     HRESULT QueryNodeValue(const wchar_t* xpath, wchar_t** out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, int* out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, float* out) const;
+    HRESULT QueryNodeValue(const DocumentQuery& query, wchar_t** out) const;
+    HRESULT QueryNodeValue(const DocumentQuery& query, int* out) const;
     HRESULT GetAttributeValue(IXMLDOMNode const* node, const wchar_t* attribute, wchar_t** out) const;
     HRESULT GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name, IXMLDOMNode** out) const;
     /// Finds all features of a name.
@@ -96,8 +99,8 @@ public:
     HRESULT DeleteNode(IXMLDOMNode* node);
     /// All of that name. Raises E_FAIL, not E_INVALIDARG, for an empty name.
     HRESULT DeletePropertyNodesIfExist(const wchar_t* prefix, const wchar_t* name);
-    /// All features, nested ones too, whose name has the prefix that the root element gives to the namespace.
-    /// None if it declares no such namespace.
+    /// All features, nested ones too, whose name is of the namespace where it stands. S_FALSE if there is
+    /// none and the root element does not declare the namespace.
     HRESULT DeletePrivateFeatures(const wchar_t* namespaceUri);
 
     // ---- Building. A null parent raises E_INVALIDARG.
@@ -154,11 +157,16 @@ protected:
     /// Two decimals.
     HRESULT CreateRealScoredProperty(const wchar_t* name, double value, IXMLDOMElement** out);
 
+    // An operation with a query does with the first node that it finds what the one with a text does.
     HRESULT SetNodeValue(const wchar_t* xpath, const wchar_t* value);
+    HRESULT SetNodeValue(const DocumentQuery& query, const wchar_t* value);
     /// Sets an attribute of the node's Option. S_FALSE, and nothing changed, if there is no such node, option
     /// or attribute.
     HRESULT SetOptionNodeAttributeValue(const wchar_t* xpath, const wchar_t* value, const wchar_t* attribute);
+    HRESULT SetOptionNodeAttributeValue(const DocumentQuery& query, const wchar_t* value,
+                                        const wchar_t* attribute);
     HRESULT GetNodeValue(const wchar_t* xpath, wchar_t** out) const;
+    HRESULT GetNodeValue(const DocumentQuery& query, wchar_t** out) const;
     /// All elements of the framework namespace of that name, in document order.
     HRESULT GetNodes(const wchar_t* elementName, IXMLDOMNodeList** out) const;
 
@@ -205,7 +213,12 @@ private:
     void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
     void SetSelectionNamespaces(std::wstring_view prefix);
     HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
-    HRESULT FindValueNode(const wchar_t* xpath, CComPtr<IXMLDOMNode>& out, const char* function) const;
+    CComPtr<IXMLDOMNode> FindNode(const wchar_t* xpath) const;
+    /// Null if a node, which may be null, has no value.
+    CComPtr<IXMLDOMNode> FindValueNode(IXMLDOMNode* node, const char* function) const;
+    HRESULT GetValueOf(IXMLDOMNode* node, wchar_t** out) const;
+    HRESULT SetValueOf(IXMLDOMNode* node, const wchar_t* value);
+    HRESULT SetOptionAttribute(IXMLDOMNode* node, const wchar_t* value, const wchar_t* attribute);
     void RefuseForeignUserPrefix();
     /// The root element's prefix of a schema namespace, `declared`; where it has none the usual one, numbered
     /// if the root gives that to another namespace.

@@ -117,7 +117,7 @@ HRESULT PrintTicketXmlDocument::GetSubFeatureOption(const wchar_t* feature, bool
     query.AddFeature(Prefix(featureIsPublic), feature);
     query.AddFeature(Prefix(subFeatureIsPublic), subFeature);
     query.AddOption();
-    return QueryNodeOption(query.Text(), option);
+    return OptionNameOf(query.FindFirst(function), option);
 }
 
 HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** option) const {
@@ -125,9 +125,15 @@ HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** 
     if (option == nullptr) ThrowComException(E_POINTER, function);
     *option = nullptr;
     CComPtr<IXMLDOMNode> node;
-    if (GetNode(xpath, &node) != S_OK) return notFound;
+    GetNode(xpath, &node);
+    return OptionNameOf(node, option);
+}
+
+HRESULT PrintTicketXmlDocument::OptionNameOf(IXMLDOMNode* node, wchar_t** option) const {
+    constexpr char function[] = "PrintTicketXmlDocument::QueryNodeOption";
     CComBSTR name;
-    if (!ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name, function)) return notFound;
+    if (node == nullptr || !ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name, function))
+        return notFound;
     StripKeywordNamespace(&name);
     *option = name.Detach();
     return S_OK;
@@ -160,7 +166,7 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
     DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     query.AddScoredProperty(KeywordsPrefix(), property);
-    return FoundOrNot(GetNodeValue(query.Text(), out));
+    return FoundOrNot(GetNodeValue(query, out));
 }
 
 HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
@@ -258,7 +264,7 @@ HRESULT PrintTicketXmlDocument::SetScoredPropertyValue(const wchar_t* feature, b
     // Deliberate: a negative number becomes a large unsigned text.
     CXString text;
     text.Format(L"%u", value);
-    return FoundOrNot(SetNodeValue(query.Text(), text));
+    return FoundOrNot(SetNodeValue(query, text));
 }
 
 HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* feature, bool isPublic,
@@ -269,7 +275,7 @@ HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* 
     RequireDocument(function);
     DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
-    return FoundOrNot(SetOptionNodeAttributeValue(query.Text(), value, attribute));
+    return FoundOrNot(SetOptionNodeAttributeValue(query, value, attribute));
 }
 
 HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool featureIsPublic,

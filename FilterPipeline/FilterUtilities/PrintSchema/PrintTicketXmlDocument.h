@@ -108,6 +108,8 @@ public:
     HRESULT DebugDumpXmlToFileInTempDirectory(const CXString& name) const;
 
 private:
+    /// Of a node that may be null.
+    HRESULT OptionNameOf(IXMLDOMNode* node, wchar_t** option) const;
     HRESULT StripKeywordNamespace(wchar_t** value) const;
     HRESULT DeleteParamInitOrphans(IXMLDOMNodeList* refs, IXMLDOMNodeList* inits);
     HRESULT DeleteNodeList(IXMLDOMNodeList* list);

@@ -48,7 +48,7 @@ std::optional<Names::Binding> Names::DeclaredBy(IXMLDOMNode* node, std::wstring_
     const CComBSTR declaration = Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}, m_function);
     CComBSTR uri;
     if (!PrintSchemaXmlDocument::ReadAttribute(node, declaration, uri, m_function)) return std::nullopt;
-    return View(uri) == PrintSchema::USER_KEYWORDS_URI ? Binding::Private : Binding::Foreign;
+    return View(uri) == m_uri ? Binding::Private : Binding::Foreign;
 }
 
 CComPtr<IXMLDOMNode> Names::ParentOf(IXMLDOMNode* node) const {
@@ -103,6 +103,11 @@ CComPtr<IXMLDOMNodeList> Names::SelectPrefixed() const {
     return m_document.SelectNodes(Join({View(query), L"]"}, m_function), m_function);
 }
 
+CComPtr<IXMLDOMNodeList> Names::SelectNamesWith(std::wstring_view prefix) const {
+    return m_document.SelectNodes(Join({L"//*[starts-with(@name, '", prefix, L"')]"}, m_function),
+                                  m_function);
+}
+
 // ---- Reading
 
 bool Names::AreNormalised() const { return Own() == Usual(); }
@@ -117,9 +122,25 @@ std::vector<std::wstring_view> Names::Prefixes() const {
 
 bool Names::StandsAt(IXMLDOMNode* node, std::wstring_view name) const {
     const std::wstring_view prefix = PrefixOf(name);
-    const Binding binding = BindingAt(node, prefix);
+    return IsPrivate(BindingAt(node, prefix), prefix);
+}
+
+bool Names::IsPrivate(Binding binding, std::wstring_view prefix) const {
+    if (binding != Binding::None) return binding == Binding::Private;
     // A document need not declare what it gives out.
-    return binding == Binding::Private || (binding == Binding::None && prefix == Own());
+    return prefix == Own() && std::wstring_view(m_uri) == PrintSchema::USER_KEYWORDS_URI;
+}
+
+std::vector<CComPtr<IXMLDOMNode>> Names::NamedAmong(IXMLDOMNodeList* elements) const {
+    std::vector<CComPtr<IXMLDOMNode>> named;
+    Remembered parents;
+    while (CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
+        const CComBSTR name = NameOf(element);
+        const std::wstring_view prefix = PrefixOf(View(name));
+        if (!prefix.empty() && IsPrivate(BindingAt(element, prefix, parents), prefix))
+            named.push_back(std::move(element));
+    }
+    return named;
 }
 
 // ---- Writing
@@ -128,19 +149,22 @@ bool Names::CanHaveUsualPrefix() const {
     const Binding atRoot = BindingAt(m_document.GetRootNode(), Usual());
     if (atRoot != Binding::None) return atRoot == Binding::Private;
     // Once the root element declares the namespace, such names of somebody else are refused.
-    const CComPtr<IXMLDOMNodeList> elements = SelectPrefixed();
-    while (const CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
-        if (PrefixOf(View(NameOf(element))) == Usual() && BindingAt(element, Usual()) == Binding::Foreign)
-            return false;
-    }
+    Remembered parents;
+    const CComPtr<IXMLDOMNodeList> names = SelectNamesWith(Usual());
+    while (const CComPtr<IXMLDOMNode> element = Next(names, m_function))
+        if (BindingAt(element, Usual(), parents) == Binding::Foreign) return false;
     return true;
 }
 
 Names::Spelling Names::SpellAt(IXMLDOMNode* place, std::wstring_view wanted) const {
-    const bool isUsualFree = BindingAt(place, Usual()) != Binding::Foreign && CanHaveUsualPrefix();
+    // A document that gives out another prefix has none left of the two.
+    const bool isEitherFree =
+        AreNormalised() || Own() == View(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
+    const bool isUsualFree =
+        isEitherFree && BindingAt(place, Usual()) != Binding::Foreign && CanHaveUsualPrefix();
     const Spelling usual{Usual(), Spelling::AtRoot};
     if (isUsualFree && wanted == Usual()) return usual;
-    if (!AreNormalised()) {
+    if (isEitherFree && !AreNormalised()) {
         const Binding own = BindingAt(place, Own());
         if (own == Binding::Private) return {Own(), Spelling::None};
         if (own == Binding::None)
@@ -178,8 +202,39 @@ void Names::RequireSameMeaning(IXMLDOMNode* parent, IXMLDOMNode* child) const {
 
 // ---- Normalising
 
+bool Names::AreDeclaredOnce() const {
+    CComBSTR xml;
+    ThrowIfFailed(m_document.get_xml(&xml), m_function);
+    const auto isOnce = [&](std::wstring_view text) {
+        const std::size_t first = View(xml).find(text);
+        return first != std::wstring_view::npos && View(xml).find(text, first + 1) == std::wstring_view::npos;
+    };
+    const auto declaration = [&](std::wstring_view prefix) {
+        return Join({L"xmlns:", prefix.substr(0, prefix.size() - 1), L"="}, m_function);
+    };
+    return isOnce(m_uri) && isOnce(View(declaration(Own()))) &&
+           (AreNormalised() || View(xml).find(View(declaration(Usual()))) == std::wstring_view::npos);
+}
+
+CComBSTR Names::WithUsualPrefix(std::wstring_view name, std::wstring_view prefix) const {
+    CXString text(name.data(), static_cast<int>(name.size()));
+    text.Replace(CXString(prefix.data(), static_cast<int>(prefix.size())),
+                 PrintSchema::USER_KEYWORDS_NS_PREFIX);
+    return Make(text.View(), m_function);
+}
+
 void Names::Normalise(TreeChange& change) const {
-    std::vector<std::pair<CComPtr<IXMLDOMNode>, CXString>> renamed;
+    if (AreDeclaredOnce()) {
+        if (AreNormalised()) return;
+        const CComPtr<IXMLDOMNodeList> named = SelectNamesWith(Own());
+        while (const CComPtr<IXMLDOMNode> element = Next(named, m_function)) {
+            const CComPtr<IXMLDOMNode> attribute =
+                PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, m_function);
+            change.SetValue(attribute, WithUsualPrefix(View(NameOf(element)), Own()));
+        }
+        return;
+    }
+    std::vector<std::pair<CComPtr<IXMLDOMNode>, CComBSTR>> renamed;
     Remembered parents;
     Remembered parentsOfUsual;
     const CComPtr<IXMLDOMNodeList> elements = SelectPrefixed();
@@ -191,13 +246,10 @@ void Names::Normalise(TreeChange& change) const {
         if (BindingAt(element, Usual(), parentsOfUsual) == Binding::Foreign)
             RefuseForeign(View(name), m_function);
         if (isUsual) continue;
-        CXString text(name.m_str);
-        text.Replace(CXString(prefix.data(), static_cast<int>(prefix.size())),
-                     PrintSchema::USER_KEYWORDS_NS_PREFIX);
         renamed.emplace_back(
             PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, m_function),
-            text);
+            WithUsualPrefix(View(name), prefix));
     }
     for (const auto& [attribute, text] : renamed)
-        change.SetValue(attribute, Make(text.View(), m_function));
+        change.SetValue(attribute, text);
 }

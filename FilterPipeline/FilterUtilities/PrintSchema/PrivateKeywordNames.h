@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PrintSchemaKeywords.h"
+
 #include <windows.h>
 
 #include <atlcomcli.h>
@@ -20,11 +22,13 @@ class TreeChange;
 /// none. Callers who give that prefix, or "ok:", mean private keywords, however they are spelled: the
 /// document may bind either prefix to the namespace of somebody else.
 ///
-/// The document is borrowed. Failures are raised under the name of the operation that asks.
+/// The document is borrowed. Failures are raised under the name of the operation that asks. The questions of
+/// where names stand can be asked of another namespace, too.
 class PrivateKeywordNames {
 public:
-    PrivateKeywordNames(const PrintSchemaXmlDocument& document, const char* function)
-        : m_document(document), m_function(function) {}
+    PrivateKeywordNames(const PrintSchemaXmlDocument& document, const char* function,
+                        const wchar_t* namespaceUri = PrintSchema::USER_KEYWORDS_URI)
+        : m_document(document), m_function(function), m_uri(namespaceUri) {}
 
     [[nodiscard]] bool AreMeantBy(std::wstring_view prefix) const;
 
@@ -37,6 +41,8 @@ public:
     [[nodiscard]] std::vector<std::wstring_view> Prefixes() const;
     /// Whether a name is a private one where the node stands.
     [[nodiscard]] bool StandsAt(IXMLDOMNode* node, std::wstring_view name) const;
+    /// Those elements whose own name is a private one.
+    [[nodiscard]] std::vector<CComPtr<IXMLDOMNode>> NamedAmong(IXMLDOMNodeList* elements) const;
 
     // ---- Writing
 
@@ -74,6 +80,7 @@ private:
     };
 
     [[nodiscard]] std::wstring_view Own() const;
+    [[nodiscard]] bool IsPrivate(Binding binding, std::wstring_view prefix) const;
     [[nodiscard]] std::optional<Binding> DeclaredBy(IXMLDOMNode* node, std::wstring_view prefix) const;
     [[nodiscard]] CComPtr<IXMLDOMNode> ParentOf(IXMLDOMNode* node) const;
     /// By a node and what stands around it; None leaves the node at the top.
@@ -83,7 +90,13 @@ private:
     [[nodiscard]] CComBSTR NameOf(IXMLDOMNode* element) const;
     /// Elements with a prefix in their name, other than that of public keywords and of the framework.
     [[nodiscard]] CComPtr<IXMLDOMNodeList> SelectPrefixed() const;
+    [[nodiscard]] CComPtr<IXMLDOMNodeList> SelectNamesWith(std::wstring_view prefix) const;
+    /// Whether the document gives the namespace one prefix, and that no second meaning, which one look at the
+    /// text tells: most documents are like that. False where it cannot be told.
+    [[nodiscard]] bool AreDeclaredOnce() const;
+    [[nodiscard]] CComBSTR WithUsualPrefix(std::wstring_view name, std::wstring_view prefix) const;
 
     const PrintSchemaXmlDocument& m_document;
     const char* m_function;
+    const wchar_t* m_uri;
 };

@@ -236,6 +236,58 @@ TEST(PrivateKeywordNames, AreNotPutWhereTheyWouldBeTheirs) {
     EXPECT_EQ(OutsideView(undeclared, "count(/*/namespace::ok)"), "0");
 }
 
+// Whatever the prefix means at the root, and whoever stands first.
+TEST(PrivateKeywordNames, AreFoundByTheirNamespace) {
+    const std::string mine = Declare("ns0000", PrivateUri());
+    const std::string theirs = Declare("ns0000", other);
+    const auto names = [](const std::string& declaration, const std::string& option, const char* number) {
+        return "<psf:Feature" + declaration +
+               " name='ns0000:A'><psf:Feature name='ns0000:B'><psf:Option name='" + option + "'>" +
+               ScoredProperty("psk:Number", "<psf:ParameterRef name='ns0000:P'/>") +
+               "</psf:Option></psf:Feature></psf:Feature><psf:ParameterInit" + declaration +
+               " name='ns0000:P'>" + Value(number) + "</psf:ParameterInit>";
+    };
+    const std::string foreign = names(theirs, "psk:Theirs", "1");
+    const std::string own = names(mine, "psk:Own", "2");
+    const std::string undeclared = names("", "psk:Own", "2");
+    for (const std::string& content : {foreign + own, own + foreign, foreign + undeclared}) {
+        SCOPED_TRACE(content);
+        OpenTicket ticket(Ticket(content, Declare("p", third)));
+        CComBSTR option;
+        EXPECT_EQ(ticket.GetSubFeatureOption(L"A", false, L"B", false, &option), S_OK);
+        EXPECT_EQ(TextOf(option), "Own");
+        int number = 0;
+        EXPECT_EQ(ticket.GetScoredPropertyValue(L"A", false, L"Number", &number), S_OK);
+        EXPECT_EQ(number, 2);
+        EXPECT_EQ(ticket.SetScoredPropertyValue(L"A", false, L"Number", 3), S_OK);
+        EXPECT_EQ(ticket.SetFeatureOption(L"B", false, L"Set", true), S_OK);
+        EXPECT_EQ(OutsideView(ticket, "concat(//*[@name='psk:Set']/../../@name, //*[@name='psk:Theirs'], "
+                                      "count(//*[@name='psk:Own']))"),
+                  "ns0000:A0");
+        EXPECT_EQ(ticket.GetScoredPropertyValue(L"A", false, L"Number", &number), S_OK);
+        EXPECT_EQ(number, 3);
+    }
+}
+
+// Also those below, under another prefix than the root gives; and never those of others.
+TEST(PrivateKeywordNames, AreDeletedByTheirNamespace) {
+    const std::string foreign = ForeignNames("ok", Declare("ok", other));
+    OpenTicket ticket(Ticket(foreign + ForeignNames("ns0000", Declare("ns0000", other))));
+    EXPECT_EQ(ticket.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI), S_FALSE);
+    CComPtr<IXMLDOMElement> feature;
+    CComPtr<IXMLDOMElement> option;
+    ticket.CreateFeatureOptionPair(L"A", false, L"A", true, &feature, &option);
+    ticket.AppendChildToRootNode(feature);
+    EXPECT_EQ(ticket.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI), S_OK);
+    EXPECT_EQ(NamesIn(XmlOf(ticket), PrivateUri()), Texts{});
+    EXPECT_EQ(NamesIn(XmlOf(ticket), other).size(), 2 * foreignNames.size());
+
+    OpenTicket two(Ticket(Feature("ns0000:A", "psk:A") + Feature("ok:B", "psk:B"), Declare("p", other)));
+    ASSERT_EQ(two.AddOrReplaceOcptParameterInit(L"<a/>"), S_OK); // declares both prefixes
+    EXPECT_EQ(two.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI), S_OK);
+    EXPECT_EQ(OutsideView(two, "count(//psf:Feature)"), "0");
+}
+
 TEST(PrivateKeywordNames, AreNoPublicOnesThatHaveTheSamePrefix) {
     OpenTicket ticket("<psf:PrintTicket" + Declare("psf", frameworkUri) + Declare("ok", keywordsUri) + ">" +
                       Feature("ok:PageMediaType", "ok:Plain") + "</psf:PrintTicket>");
@@ -244,6 +296,16 @@ TEST(PrivateKeywordNames, AreNoPublicOnesThatHaveTheSamePrefix) {
     EXPECT_EQ(ticket.GetFeatureOption(L"ok:", L"PageMediaType", &option, nullptr), S_OK);
     EXPECT_EQ(TextOf(option), "Bond");
     EXPECT_EQ(NamesIn(XmlOf(ticket), keywordsUri), (Texts{"PageMediaType", "Bond"}));
+
+    OpenTicket both("<psf:PrintTicket" + Declare("psf", frameworkUri) + Declare("ok", keywordsUri) +
+                    Declare("ns0000", keywordsV11Uri) + ">" + Feature("ok:PageMediaType", "ok:Plain") +
+                    "</psf:PrintTicket>");
+    const std::string before = XmlOf(both);
+    EXPECT_EQ(ResultOf([&] { return both.SetFeatureOption(L"PageMediaType", true, L"Own", false); }), E_FAIL);
+    EXPECT_EQ(ResultOf([&] { return both.AddOrReplaceOcptParameterInit(L"<a/>"); }), E_FAIL);
+    EXPECT_EQ(both.FeaturePresent(L"PageMediaType", false, nullptr), elementNotFound);
+    EXPECT_EQ(XmlOf(both), before);
+    EXPECT_EQ(both.SetFeatureOption(L"PageMediaType", true, L"Bond", true), S_OK);
 }
 
 TEST(PrivateKeywordNames, AreToldFromThoseOfOthers) {
