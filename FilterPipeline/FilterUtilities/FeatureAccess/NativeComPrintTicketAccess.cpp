@@ -7,7 +7,6 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
 #include <LowLevelFacilities/ThrowFailure.h>
-#include <Media/PageMediaSizePtPcHelper.h>
 #include <PrintSchema/Bstr.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
 #include <PrintSchema/TreeChange.h>
@@ -126,6 +125,26 @@ Dimension Microns(const Number& value) {
     Dimension dimension;
     dimension.SetValue(value, Dimension::Micron);
     return dimension;
+}
+
+bool HasPublicOption(const CXString& feature) {
+    return std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures),
+                       [&](const wchar_t* const* name) { return feature == *name; });
+}
+
+/// What has no namespace of its own is written as a private name.
+std::wstring_view WrittenUri(This::PrintTicketNamespace ns) {
+    const auto* const found = std::find_if(std::begin(namespaceUris), std::end(namespaceUris),
+                                           [ns](const NamespaceUri& row) { return row.ns == ns; });
+    return found == std::end(namespaceUris) ? PrintSchema::USER_KEYWORDS_URI : *found->uri;
+}
+
+/// The lengths of a size, unlike its offsets, are never 0.
+int LeastOf(const CXString& property) {
+    using namespace PrintSchema::PageMediaSize;
+    const std::wstring_view lengths[] = {MEDIASIZEWIDTH_PROP, MEDIASIZEHEIGHT_PROP, MEDIASIZE_PSWIDTH_PROP,
+                                         MEDIASIZE_PSHEIGHT_PROP};
+    return std::find(std::begin(lengths), std::end(lengths), property.View()) == std::end(lengths) ? 0 : 1;
 }
 
 int WholeMicrons(const Dimension& dimension) {
@@ -634,9 +653,10 @@ void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString&
     CXString current;
     GetCurrentValueOptionFeature(feature, current);
     WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueOptionFeature", [&] {
-        if (current == value && !IsCustomSizeWithoutNumbers(value)) return;
-        const auto isFeature = [&](const wchar_t* const* name) { return feature == *name; };
-        if (std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures), isFeature))
+        if (current == value && IsOptionOfMeantNamespace(*row, value) &&
+            !IsCustomSizeWithoutNumbers(*row, value))
+            return;
+        if (HasPublicOption(feature))
             ReplaceFeature(*row, value, KeywordsNamespace);
         else if (feature == PrintSchema::PageMediaSize::FEATURE)
             SetMediaSizeOption(*row, value);
@@ -652,47 +672,125 @@ void This::SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CX
     const auto found = std::find_if(sizes.begin(), sizes.end(), [&](const MediaSizeCapability& size) {
         return std::get<0>(size) == value;
     });
+    const bool isPublic = found == sizes.end() || std::get<2>(*found) == KeywordsNamespace;
+    std::vector<CustomNumber> numbers = CustomNumbers(row, value);
+    if (!numbers.empty()) {
+        for (CustomNumber& number : numbers)
+            number.value = ReadCustomNumber(number);
+        PageMediaSizePtPcHelper::AddOrReplaceCustomSize(*m_ticket, value, isPublic, numbers);
+        return;
+    }
     const std::pair<Dimension, Dimension> none;
     const auto& [width, height] = found == sizes.end() ? none : std::get<5>(*found);
     PcFormInfo form{WholeMicrons(width), WholeMicrons(height), value, PrintSchema::KeywordsNs};
-    const bool isCustom = value == PrintSchema::PageMediaSize::CustomMediaSize;
-    if (isCustom) {
-        form.width = ReadCustomLength(PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PARAM);
-        form.height = ReadCustomLength(PrintSchema::PageMediaSize::MEDIASIZEHEIGHT_PARAM);
-    }
     if (form.width == 0 || form.height == 0) {
         SetOfferedOption(row, value); // there is no size to write
         return;
     }
     // In a form, the numbers of the namespaces stand crosswise.
-    if (isCustom || std::get<2>(*found) == KeywordsNamespace) form.nameSpace = PrintSchema::UserKeywordsNs;
+    if (isPublic) form.nameSpace = PrintSchema::UserKeywordsNs;
     PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(*m_ticket, form);
 }
 
-bool This::IsCustomSizeWithoutNumbers(const CXString& option) const {
-    using namespace PrintSchema::PageMediaSize;
-    const auto lacks = [&](const wchar_t* property) {
-        int length = 0;
-        return m_ticket->GetScoredPropertyValue(FEATURE, true, property, &length) != S_OK || length <= 0;
-    };
-    return option == CustomMediaSize && (lacks(MEDIASIZEWIDTH_PROP) || lacks(MEDIASIZEHEIGHT_PROP));
+bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, const CXString& option) const {
+    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
+    DocumentQuery query = GetPrintTicketQueryForFeature(row.name, false);
+    query.AddOption();
+    CComPtr<IXMLDOMNode> node = query.FindFirst(function);
+    CComBSTR name;
+    // One without name has a value, which is compared.
+    if (!node || m_ticket->GetAttributeValue(node, PrintSchema::NAME_ATTRIBUTE_NAME, &name) != S_OK)
+        return true;
+    const std::wstring_view prefix = View(name).substr(0, View(name).find(L':'));
+    const CComBSTR declaration = Join({L"xmlns:", prefix}, function);
+    CComBSTR bound;
+    while (node && m_ticket->GetAttributeValue(node, declaration, &bound) != S_OK) {
+        CComPtr<IXMLDOMNode> parent;
+        ThrowIfFailed(node->get_parentNode(&parent), function);
+        node = std::move(parent);
+    }
+    const CComBSTR own = m_ticket->GetUserKeywordsNsPrefix();
+    const bool isUndeclared = !node && View(own) == View(Join({prefix, L":"}, function));
+    const std::wstring_view uri = isUndeclared ? PrintSchema::USER_KEYWORDS_URI : View(bound);
+
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    bool isOffered = false;
+    for (const CapabilitiesOption& each : options) {
+        if (!(each.name == option)) continue;
+        if (WrittenUri(each.ns) == uri) return true;
+        isOffered = true;
+    }
+    if (isOffered) return HasPublicOption(row.name) && uri == PrintSchema::KEYWORDS_URI;
+    return std::any_of(std::begin(prefixUris), std::end(prefixUris),
+                       [uri](const PrefixUri& known) { return uri == *known.uri; });
 }
 
-int This::ReadCustomLength(const wchar_t* parameter) const {
+std::vector<This::CustomNumber> This::CustomNumbers(const PrintTicketFeatureInformation& row,
+                                                    const CXString& option) const {
+    using namespace PrintSchema::PageMediaSize;
+    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature";
+    if (!(row.name == FEATURE)) return {};
+    std::vector<CustomNumber> numbers;
+    bool hasOwnNumbers = false;
+    PrintTicketNamespace ns = NoNamespace;
+    CXString uri;
+    const CComPtr<IXMLDOMNode> feature = FindFeature(row.name, true);
+    for (auto each = feature ? FirstChild(feature, function) : nullptr; each;
+         each = NextSibling(each, function)) {
+        if (!(BaseName(each, function) == PrintSchema::OPTION_ELEMENT_NAME) ||
+            !(TryToGetNameAttributeFromNode(each, true, ns, uri) == option))
+            continue;
+        for (auto child = FirstChild(each, function); child; child = NextSibling(child, function)) {
+            if (!(BaseName(child, function) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+            const CXString property = TryToGetNameAttributeFromNode(child, true, ns, uri);
+            const CComPtr<IXMLDOMNode> reference =
+                FindChild(child, PrintSchema::PARAM_REF_ELEMENT_NAME, function);
+            if (!reference) {
+                hasOwnNumbers = true;
+                continue;
+            }
+            if (ns != KeywordsNamespace) continue;
+            const CXString parameter = TryToGetNameAttributeFromNode(reference, true, ns, uri);
+            if (ns == KeywordsNamespace) numbers.push_back({property, parameter, 0});
+        }
+        break;
+    }
+    const bool isNamedCustom = option == CustomMediaSize || (option == PSCustomMediaSize && !hasOwnNumbers);
+    if (numbers.empty() && isNamedCustom)
+        numbers = {{MEDIASIZEWIDTH_PROP, MEDIASIZEWIDTH_PARAM, 0},
+                   {MEDIASIZEHEIGHT_PROP, MEDIASIZEHEIGHT_PARAM, 0}};
+    return numbers;
+}
+
+bool This::IsCustomSizeWithoutNumbers(const PrintTicketFeatureInformation& row,
+                                      const CXString& option) const {
+    const std::vector<CustomNumber> numbers = CustomNumbers(row, option);
+    return std::any_of(numbers.begin(), numbers.end(), [&](const CustomNumber& number) {
+        int value = 0;
+        return m_ticket->GetScoredPropertyValue(row.name, true, number.property, &value) != S_OK ||
+               value < LeastOf(number.property);
+    });
+}
+
+int This::ReadCustomNumber(const CustomNumber& number) const {
+    const int least = LeastOf(number.property);
     CXString text;
-    m_ticket->GetStringParameterInitValue(GetNamespaceComString(KeywordsNamespace, false), parameter, text);
-    int length = text.GetAsInt();
-    if (length > 0) return length;
+    m_ticket->GetStringParameterInitValue(GetNamespaceComString(KeywordsNamespace, false), number.parameter,
+                                          text);
+    int value = text.GetAsInt();
+    if (!text.IsBlank() && value >= least) return value;
+    value = least - 1;
     const CComBSTR& keywords = GetNamespaceComString(KeywordsNamespace, true);
     if (keywords.Length() != 0) {
         DocumentQuery query(*m_capabilities);
-        query.AddParameterDef(keywords, parameter);
+        query.AddParameterDef(keywords, number.parameter);
         query.AddProperty(GetNamespaceComString(FrameworkNamespace, true),
                           PrintSchema::DEFAULTVAL_VALUE_NAME);
-        m_capabilities->QueryNodeValue(query, &length);
+        m_capabilities->QueryNodeValue(query, &value);
     }
-    if (length <= 0) ThrowComException(E_FAIL, "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
-    return length;
+    if (value < least)
+        ThrowComException(E_FAIL, "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
+    return value;
 }
 
 void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {

@@ -4,6 +4,7 @@
 
 #include <ComSupport/FilterUtilitiesExport.h>
 #include <DeviceDescription/IPrintTicketAccess.h>
+#include <Media/PageMediaSizePtPcHelper.h>
 #include <PrintSchema/DocumentQuery.h>
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
@@ -138,10 +139,20 @@ private:
     /// With what `make` gives, or with nothing.
     void ReplaceParameter(const CXString& feature, const ParameterMaker& make);
     void SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CXString& value);
-    [[nodiscard]] bool IsCustomSizeWithoutNumbers(const CXString& option) const;
-    /// The numbers of a custom size whose name is all that is given: those that the ticket holds, else those
-    /// that the printer gives it. Raises E_FAIL where there are none.
-    [[nodiscard]] int ReadCustomLength(const wchar_t* parameter) const;
+    /// Whether the option that the ticket holds is of the namespace that its name is meant in: the one that
+    /// is offered or written, and for names that are not offered any of Print Schema.
+    [[nodiscard]] bool IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row,
+                                                const CXString& option) const;
+    using CustomNumber = PageMediaSizePtPcHelper::CustomNumber;
+    /// The numbers, not yet read, of a name that stands for a custom size: those that the printer's option
+    /// refers to, else width and height. None for other names.
+    [[nodiscard]] std::vector<CustomNumber> CustomNumbers(const PrintTicketFeatureInformation& row,
+                                                          const CXString& option) const;
+    [[nodiscard]] bool IsCustomSizeWithoutNumbers(const PrintTicketFeatureInformation& row,
+                                                  const CXString& option) const;
+    /// A number of a custom size whose name is all that is given: that which the ticket holds, else the one
+    /// that the printer gives it. Raises E_FAIL where there is none.
+    [[nodiscard]] int ReadCustomNumber(const CustomNumber& number) const;
     void SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value);
     void SetPagesPerSheet(const CXString& feature, const CXString& value);
 

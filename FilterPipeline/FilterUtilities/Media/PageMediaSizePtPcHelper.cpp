@@ -13,6 +13,9 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <map>
+#include <string>
+#include <utility>
 
 using namespace PrintSchema::PageMediaSize;
 using PrintSchema::MsPrintTicketNamespacesEnum;
@@ -56,17 +59,20 @@ Option CreateOption(PrintTicketXmlDocument& ticket, const CXString& name, bool i
     return created;
 }
 
-/// Puts a size in the place of the ticket's, or nothing. A broken ticket may hold the old one more than once:
-/// what stayed would hide what is added. False if there was no size.
+using Inits = std::map<std::wstring, CComPtr<IXMLDOMElement>>;
+
+/// Puts a size in the place of the ticket's, or nothing, with the initialisers of its parameters. A broken
+/// ticket may hold the old one more than once: what stayed would hide what is added. False if there was no
+/// size.
 bool ReplaceSize(const PrintTicketXmlDocument& ticket, TreeChange& change, IXMLDOMElement* feature,
-                 IXMLDOMElement* widthInit, IXMLDOMElement* heightInit) {
+                 Inits inits) {
     const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
-    const bool hadFeature = change.Replace(ticket.FeatureQuery(keywords, FEATURE), feature);
-    const bool hadWidth =
-        change.Replace(ticket.ParameterInitQuery(keywords, MEDIASIZEWIDTH_PARAM), widthInit);
-    const bool hadHeight =
-        change.Replace(ticket.ParameterInitQuery(keywords, MEDIASIZEHEIGHT_PARAM), heightInit);
-    return hadFeature || hadWidth || hadHeight;
+    bool wasThere = change.Replace(ticket.FeatureQuery(keywords, FEATURE), feature);
+    inits.try_emplace(MEDIASIZEWIDTH_PARAM);
+    inits.try_emplace(MEDIASIZEHEIGHT_PARAM);
+    for (const auto& [parameter, init] : inits)
+        wasThere |= change.Replace(ticket.ParameterInitQuery(keywords, parameter.c_str()), init);
+    return wasThere;
 }
 
 } // namespace
@@ -143,24 +149,35 @@ HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintCapabilitiesXmlD
 
 HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintTicketXmlDocument& ticket,
                                                            const PcFormInfo& form) {
+    if (form.optionName.View() == CustomMediaSize) {
+        return AddOrReplaceCustomSize(ticket, form.optionName, true,
+                                      {{MEDIASIZEWIDTH_PROP, MEDIASIZEWIDTH_PARAM, form.width},
+                                       {MEDIASIZEHEIGHT_PROP, MEDIASIZEHEIGHT_PARAM, form.height}});
+    }
+    TreeChange change(ticket.GetRootNode(), "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
+    const Option created = CreateOption(ticket, form.optionName, form.nameSpace == publicName);
+    ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEWIDTH_PROP, form.width);
+    ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEHEIGHT_PROP, form.height);
+    ReplaceSize(ticket, change, created.feature, {});
+    change.Keep();
+    return S_OK;
+}
+
+HRESULT PageMediaSizePtPcHelper::AddOrReplaceCustomSize(PrintTicketXmlDocument& ticket,
+                                                        const CXString& option, bool isPublic,
+                                                        const std::vector<CustomNumber>& numbers) {
     TreeChange change(ticket.GetRootNode(), "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
     const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
-    const bool isCustom = form.optionName.View() == CustomMediaSize;
-    const Option created = CreateOption(ticket, form.optionName, isCustom || form.nameSpace == publicName);
-    CComPtr<IXMLDOMElement> widthInit;
-    CComPtr<IXMLDOMElement> heightInit;
-    if (isCustom) {
-        ticket.AppendChildParameterRefScoredProperty(created.option, keywords, MEDIASIZEWIDTH_PROP, keywords,
-                                                     MEDIASIZEWIDTH_PARAM);
-        ticket.AppendChildParameterRefScoredProperty(created.option, keywords, MEDIASIZEHEIGHT_PROP, keywords,
-                                                     MEDIASIZEHEIGHT_PARAM);
-        ticket.CreateIntegerParameterInit(keywords, MEDIASIZEWIDTH_PARAM, form.width, &widthInit);
-        ticket.CreateIntegerParameterInit(keywords, MEDIASIZEHEIGHT_PARAM, form.height, &heightInit);
-    } else {
-        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEWIDTH_PROP, form.width);
-        ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEHEIGHT_PROP, form.height);
+    const Option created = CreateOption(ticket, option, isPublic);
+    Inits inits;
+    for (const CustomNumber& number : numbers) {
+        ticket.AppendChildParameterRefScoredProperty(created.option, keywords, number.property, keywords,
+                                                     number.parameter);
+        CComPtr<IXMLDOMElement> init;
+        ticket.CreateIntegerParameterInit(keywords, number.parameter, number.value, &init);
+        inits[std::wstring(number.parameter.View())] = init;
     }
-    ReplaceSize(ticket, change, created.feature, widthInit, heightInit);
+    ReplaceSize(ticket, change, created.feature, std::move(inits));
     change.Keep();
     return S_OK;
 }
@@ -169,7 +186,7 @@ HRESULT
 PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket) {
     constexpr char function[] = "PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist";
     TreeChange change(ticket.GetRootNode(), function);
-    const bool wasThere = ReplaceSize(ticket, change, nullptr, nullptr, nullptr);
+    const bool wasThere = ReplaceSize(ticket, change, nullptr, {});
     change.Keep();
     return wasThere ? S_OK : S_FALSE;
 }

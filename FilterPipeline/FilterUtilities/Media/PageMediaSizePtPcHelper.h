@@ -37,6 +37,15 @@ public:
     /// The same with an option that the caller has found, or that of the custom size.
     static HRESULT AddOrReplacePageMediaSize(PrintTicketXmlDocument& ticket, const PcFormInfo& form);
 
+    /// A number of a custom size: the option refers to a parameter that holds it. Public names.
+    struct CustomNumber {
+        CXString property;
+        CXString parameter;
+        int value;
+    };
+    static HRESULT AddOrReplaceCustomSize(PrintTicketXmlDocument& ticket, const CXString& option,
+                                          bool isPublic, const std::vector<CustomNumber>& numbers);
+
     /// S_FALSE if there is nothing to delete. Failures are raised.
     static HRESULT DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket);
 

@@ -530,7 +530,14 @@ TEST(TicketAccess, ACustomSizeThatIsSetByNameHasItsNumbers) {
         return Named("ParameterDef", name,
                      Named("Property", "psf:DefaultValue", Value(std::to_string(microns))));
     };
-    const std::string offer = Named("Feature", "psk:PageMediaSize", Offer("psk:CustomMediaSize"));
+    const auto reference = [](const std::string& property, const std::string& parameter) {
+        return ScoredProperty(property, "<psf:ParameterRef name='" + parameter + "'/>");
+    };
+    // Also one that only its references tell.
+    const std::string offer =
+        Named("Feature", "psk:PageMediaSize",
+              Offer("psk:CustomMediaSize") + Offer("ok:Roll", reference("psk:MediaSizeWidth", width) +
+                                                                  reference("psk:MediaSizeHeight", height)));
     const std::string inits =
         Named("ParameterInit", width, Value("1000")) + Named("ParameterInit", height, Value("2000"));
     const std::string defaults = byDefault(width, 300000) + byDefault(height, 400000);
@@ -540,31 +547,88 @@ TEST(TicketAccess, ACustomSizeThatIsSetByNameHasItsNumbers) {
         std::string capabilities;
         const char* expected;
     } rows[] = {
-        {"", defaults, "psk:CustomMediaSize 300000 400000"},
-        {inits, defaults, "psk:CustomMediaSize 1000 2000"},
-        {inits, "", "psk:CustomMediaSize 1000 2000"},
-        {broken, defaults, "psk:CustomMediaSize 300000 400000"},
-        {"", byDefault(width, 300000), "psk:JISB5  "},
-        {"", byDefault(width, 300000) + byDefault(height, 0), "psk:JISB5  "},
+        {"", defaults, "300000 400000"},    {inits, defaults, "1000 2000"},
+        {inits, "", "1000 2000"},           {broken, defaults, "300000 400000"},
+        {"", byDefault(width, 300000), ""}, {"", byDefault(width, 300000) + byDefault(height, 0), ""},
     };
     for (const auto& row : rows) {
-        for (const char* const current : {"psk:JISB5", "psk:CustomMediaSize"}) {
-            OpenTicket ticket(Ticket(Feature("psk:PageMediaSize", current) + row.ticket, AllNames()));
+        for (const std::string name : {"psk:CustomMediaSize", "psk:PSCustomMediaSize", "ok:Roll"}) {
+            const bool isOther = &row - rows < 2 && name == "psk:CustomMediaSize"; // another size stands
+            OpenTicket ticket(
+                Ticket(Feature("psk:PageMediaSize", isOther ? "psk:JISB5" : name) + row.ticket, AllNames()));
             PrintCapabilitiesXmlDocument document(CXString(Capabilities(offer + row.capabilities).c_str()));
             Access access(ticket, document);
             const std::string before = XmlOf(ticket);
-            access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", L"CustomMediaSize", 0, 0);
-            const bool isWritten = std::string(row.expected).starts_with("psk:Custom");
-            if (!isWritten) {
+            access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", name.substr(name.find(':') + 1).c_str(),
+                                                   0, 0);
+            if (*row.expected == '\0') {
                 EXPECT_EQ(XmlOf(ticket), before);
                 continue;
             }
             EXPECT_EQ(OutsideView(ticket, "concat(//psf:Option/@name, ' ', //psf:ParameterInit[@name='" +
                                               width + "']/psf:Value, ' ', //psf:ParameterInit[@name='" +
                                               height + "']/psf:Value)"),
-                      row.expected);
+                      name + " " + row.expected);
             EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), "2");
         }
+    }
+}
+
+// One that the printer describes with other parameters, of which some may be 0.
+TEST(TicketAccess, ACustomSizeHasTheNumbersThatItsOptionRefersTo) {
+    std::string option;
+    std::string defaults;
+    for (const auto& [property, value] :
+         {std::pair("PSWidth", "100"), std::pair("PSHeight", "200"), std::pair("PSOrientation", "0")}) {
+        const std::string parameter = std::string("psk:PageMediaSize") + property;
+        option +=
+            ScoredProperty(std::string("psk:") + property, "<psf:ParameterRef name='" + parameter + "'/>");
+        defaults += Named("ParameterDef", parameter, Named("Property", "psf:DefaultValue", Value(value)));
+    }
+    OpenTicket ticket(Ticket(Feature("psk:PageMediaSize", "psk:ISOA4"), AllNames()));
+    PrintCapabilitiesXmlDocument document(CXString(
+        Capabilities(Named("Feature", "psk:PageMediaSize", Offer("psk:PSCustomMediaSize", option)) + defaults)
+            .c_str()));
+    Access access(ticket, document);
+    access.SetCurrentValueOptionFeature(L"PageMediaSize", L"PSCustomMediaSize");
+    const std::string written = XmlOf(access);
+    for (const auto& [property, value] : {std::pair(L"PSWidth", 100), std::pair(L"PSOrientation", 0)}) {
+        int number = -1;
+        EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, property, &number), S_OK);
+        EXPECT_EQ(number, value);
+    }
+    access.SetCurrentValueOptionFeature(L"PageMediaSize", L"PSCustomMediaSize");
+    EXPECT_EQ(XmlOf(access), written);
+}
+
+TEST(TicketAccess, AValueStandsOnlyInItsNamespace) {
+    const std::string capabilities =
+        Capabilities(Named("Feature", "psk:PageMediaType", Offer("psk:Plain") + Offer("ok:Own")) +
+                     Named("Feature", "psk:PageMediaSize", Size("ok:Post", 1, 2)));
+    const std::string foreign = Declare("x", "urn:other");
+    const struct {
+        const char* feature;
+        const char* standing;
+        const char* value;
+        const char* expected;
+    } rows[] = {
+        {"PageMediaType", "x:Plain", "Plain", "psk:Plain"},
+        {"PageMediaType", "x:Own", "Own", "ok:Own"},
+        {"PageMediaType", "ok:Plain", "Plain", "psk:Plain"},
+        {"PageMediaType", "x:Else", "Else", "psk:Else"},
+        {"PageMediaType", "ok:Else", "Else", "ok:Else"}, // not offered: nobody says which is meant
+        {"PageMediaSize", "x:Post", "Post", "ok:Post"},
+        {"PageResolution", "x:A", "A", "psk:A"},
+        {"PageResolution", "ok:A", "A", "ok:A"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.standing);
+        OpenTicket ticket(
+            Ticket(Feature(std::string("psk:") + row.feature, row.standing), AllNames() + foreign));
+        PrintCapabilitiesXmlDocument document(CXString(capabilities.c_str()));
+        Access access(ticket, document);
+        access.SetCurrentValueOptionFeature(row.feature, row.value);
+        EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), row.expected);
     }
 }
 
