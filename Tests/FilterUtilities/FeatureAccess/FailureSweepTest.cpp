@@ -96,6 +96,8 @@ std::string CapabilitiesText() {
                    "<psf:Option>" + ScoredProperty("psk:PagesPerSheet", Value("2")) + "</psf:Option>") +
             Offers("v11:JobPasscode", Offer("v11:On") + Offer("v11:Off")) +
             Definition("psk:JobCopiesAllDocuments", "MaxValue", "99") +
+            Definition("psk:PageMediaSizeMediaSizeWidth", "DefaultValue", "300000") +
+            Definition("psk:PageMediaSizeMediaSizeHeight", "DefaultValue", "400000") +
             Definition("ok:JobSimpleSecurePrint", "MinLength", "4"),
         Declare("v11", keywordsV11Uri) + Declare("ok", PrivateUri()));
     for (std::size_t at = 0; (at = text.find("psf:PrintTicket", at)) != std::string::npos;)
@@ -178,6 +180,7 @@ TEST(FailureSweep, NoSetterOfAnAccessLosesWhatTheTicketHolds) {
         {"a private size for a ticket without private names", plain, option(L"PageMediaSize", L"Private")},
         {"a size by numbers", full, size(L"", 297000, 420000)},
         {"a size without numbers", full, size(L"ISOA3", 0, 0)},
+        {"a custom size by name", full, option(L"PageMediaSize", L"PSCustomMediaSize")},
         {"a custom size", full, size(L"", 123000, 234000)},
         {"a custom size for a custom one", plain, size(L"", 123000, 234000)},
         {"copies", full,
