@@ -53,9 +53,10 @@ public:
         list.push_back(nullptr);
         m_process = fork();
         if (m_process == 0) {
-            prepare();
             dup2(open("/dev/null", O_WRONLY), STDOUT_FILENO);
             dup2(childEnd, STDERR_FILENO);
+            close(childEnd);
+            prepare();
             if (chdir(folder.c_str()) == 0) execv(program.c_str(), list.data());
             _exit(127);
         }
@@ -126,6 +127,13 @@ TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
         EXPECT_EQ(code, program.Finish()) << program.Said();
     }
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
+}
+
+TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
+    Program program({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+                    Program::Errors::Pipe, [] { close_range(STDIN_FILENO, STDERR_FILENO, 0); });
+    EXPECT_EQ(1, program.Finish()); // the summary cannot be written, and goes nowhere else
+    EXPECT_EQ(0, Program({"parts", "out.xps"}, m_folder.Path()).Finish());
 }
 
 TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
