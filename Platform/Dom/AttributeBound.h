@@ -17,6 +17,10 @@ public:
     static constexpr std::size_t MostOfOneElement = 1024;
     static constexpr std::size_t MostInForce = 4096; ///< of an element and all that it stands in
 
+    /// For a text that is there as a whole: where it has so few quotes that they cannot be too many
+    /// attributes, it is looked at no further.
+    static bool PassesWhole(std::string_view text);
+
     /// False once there are more, and for good.
     bool Passes(std::string_view piece);
 

@@ -19,7 +19,7 @@ bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
 } // namespace
 
 bool SourceText::CheckAttributes(DomFailure& failure) const {
-    return AttributeBound().Passes(m_text) ||
+    return AttributeBound::PassesWhole(m_text) ||
            Refuse(failure, XML_E_MAX_SIZE, "Elements have more attributes and declarations than are allowed");
 }
 

@@ -47,7 +47,7 @@ std::string_view View(const xmlChar* text) {
 XmlDocument ParseStrictXml(std::string_view bytes) {
     if (bytes.empty()) throw StrictXmlError(0, "the document is empty");
     if (bytes.size() > MostDocumentBytes) throw StrictXmlError(0, "the document is too large");
-    if (!AttributeBound().Passes(bytes))
+    if (!AttributeBound::PassesWhole(bytes))
         throw StrictXmlError(0, "elements have more attributes and declarations than are allowed");
     const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
     if (!parser) throw std::bad_alloc();

@@ -258,6 +258,7 @@ TEST(DomLoad, HasABoundOnAttributes) {
     for (const Case& each : cases) {
         const auto document = NewDocument();
         EXPECT_EQ(each.passes ? S_OK : S_FALSE, Load(document, Bytes(each.text))) << each.name;
+        EXPECT_EQ(each.passes, AttributeBound::PassesWhole(each.text)) << each.name;
         for (const std::size_t piece : {1, 3, 1000}) {
             AttributeBound bound;
             bool passes = true;
