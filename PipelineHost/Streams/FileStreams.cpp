@@ -3,11 +3,10 @@
 #include "Common/HostError.h"
 
 #include "System/FileError.h"
+#include "System/InputFile.h"
 
 #include <cerrno>
 #include <cstring>
-
-#include <sys/stat.h>
 
 namespace OvPipeline {
 
@@ -29,7 +28,8 @@ HRESULT FromErrno(int error) {
 
 [[noreturn]] void ThrowUnreadable(int error, const std::filesystem::path& file) {
     throw InputError(FromErrno(error), file.string(),
-                     "cannot read " + file.string() + ": " + std::strerror(error));
+                     "cannot read " + file.string() + ": " +
+                         (error == EISDIR ? "this is not a file" : std::strerror(error)));
 }
 
 template <class Step>
@@ -44,13 +44,8 @@ auto Writing(Step&& step) {
 class FileReader final : public ByteReader {
 public:
     explicit FileReader(const std::filesystem::path& file)
-        : m_name(file), m_file(std::fopen(file.c_str(), "rb")) {
+        : m_name(file), m_file(OvPlatform::OpenInputFile(file)) {
         if (!m_file) ThrowUnreadable(errno, file);
-        struct stat state {};
-        if (fstat(fileno(m_file), &state) == 0 && S_ISDIR(state.st_mode)) {
-            std::fclose(m_file);
-            ThrowUnreadable(EISDIR, file);
-        }
         if (fseeko(m_file, 0, SEEK_END) != 0) {
             const int error = errno;
             std::fclose(m_file);

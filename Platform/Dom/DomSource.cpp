@@ -2,6 +2,7 @@
 
 #include "Dom/DocumentBound.h"
 #include "Dom/TextConversion.h"
+#include "System/InputFile.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>
@@ -12,7 +13,6 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <sys/stat.h>
 
 namespace OvPlatform {
 
@@ -121,10 +121,8 @@ HRESULT DomSource::ReadFile(BSTR name, std::string& bytes, std::string& reason) 
         reason = "Documents are not fetched from the network: " + path;
         return E_ACCESSDENIED;
     }
-    const File file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    struct stat about = {};
-    if (file == nullptr || ::fstat(::fileno(file.get()), &about) != 0 || S_ISDIR(about.st_mode)) {
-        if (file != nullptr) errno = EISDIR;
+    const File file(OpenInputFile(path), &std::fclose);
+    if (file == nullptr) {
         const HRESULT result = ResultOfErrno();
         reason = "The file cannot be read: " + path + ": " + std::strerror(errno);
         return result;

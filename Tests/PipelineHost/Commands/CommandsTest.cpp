@@ -228,6 +228,9 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
     ZipItems items = SampleJob().Items();
     items.erase("Documents/1/Pages/1.fpage");
     WriteZip("pageless.xps", items);
+    ASSERT_EQ(0, mkfifo("pipe", 0600)); // nobody is going to write there
+    ExpectRefusal(Run({"run", "--filter", StreamCopy, "-o", "out", "pipe"}), ExitInputRefused,
+                  "cannot read pipe: this is not a file");
     for (const std::vector<std::string>& command :
          std::vector<std::vector<std::string>>{{"run", "--filter", PassThrough, "-o", "out.xps"},
                                                {"run", "-o", "out.xps"},
@@ -235,6 +238,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
                                                {"ticket", "--page", "1"}}) {
         for (const auto& [job, words] : std::map<std::string, std::string>{
                  {"none.xps", "none.xps: there is no such file: 0x80070002 ERROR_FILE_NOT_FOUND"},
+                 {"pipe", "pipe: this is not a file: 0x80070005"},
                  {"text.xps", "text.xps: this is no package: it is not a zip archive: 0x80511002"},
                  {"pageless.xps", "/Documents/1/FixedDoc.fdoc names the page Pages/1.fpage, which the "
                                   "package does not hold: 0x8052010b"}}) {
@@ -248,7 +252,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
             EXPECT_THAT(lines[0], HasSubstr(words));
         }
     }
-    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("text.xps", "pageless.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("text.xps", "pageless.xps", "pipe"));
 }
 
 TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
@@ -262,7 +266,8 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
          "looked for Module.dll, Module.so, libModule.so in none: 0x8007007e"},
         {{"--filter", StreamCopy, PassThrough}, "the chain does not fit: filter 1 (StreamCopy) writes"},
         {{"--config", "none.xml"}, "ov-pipeline: cannot read none.xml: No such file or directory"},
-        {{"--config", "folder"}, "ov-pipeline: cannot read folder: Is a directory"},
+        {{"--config", "folder"}, "ov-pipeline: cannot read folder: this is not a file"},
+        {{"--config", "pipe"}, "ov-pipeline: cannot read pipe: this is not a file"},
         {{"--config", "job.xps"}, "ov-pipeline: job.xps line 1: "},
         {{"-o", "folder"}, "the output: folder: this is a folder, not a file to be replaced: 0x80070005"},
         {{"-o", "pipe"}, "pipe: this is no file that can be replaced"},
