@@ -63,7 +63,8 @@ std::filesystem::path Resolved(const std::filesystem::path& named) {
 
 } // namespace
 
-OutputFile::OutputFile(const std::filesystem::path& target) : m_named(target), m_target(Resolved(target)) {
+OutputFile::OutputFile(const std::filesystem::path& target)
+    : m_named(target), m_target(std::filesystem::absolute(Resolved(target))) {
     LookAtTarget();
     Open();
     m_file = fdopen(m_descriptor, "wb");

@@ -1,12 +1,18 @@
 #include "System/OutputFile.h"
 #include "System/FileError.h"
+#include "System/NamelessFile.h"
 
 #include <Support/TemporaryFolder.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -97,6 +103,62 @@ TEST_F(OutputFileTest, FollowsLinksToWhatTheyLeadTo) {
     for (const char* link : {"one", "two", "dangling"})
         EXPECT_TRUE(std::filesystem::is_symlink(m_folder / link)) << link;
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("far", "one", "two", "dangling"));
+}
+
+// A filter may change the folder of the process.
+TEST_F(OutputFileTest, StandsWhereItsNameLedAtTheStart) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(m_folder.Path());
+    OutputFile output("out");
+    std::filesystem::current_path(before);
+    output.Finish();
+    output.Commit();
+    EXPECT_THAT(m_folder.Names(), ElementsAre("out"));
+}
+
+// File systems without nameless files, as the kernel would answer for them. Gives false where the process
+// cannot have the kernel's calls filtered.
+bool RefuseNamelessFiles() {
+    sock_filter program[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat, 0, 3),
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, args[2])),
+        BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, O_TMPFILE & ~O_DIRECTORY, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | EOPNOTSUPP),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{std::size(program), program};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+TEST_F(OutputFileTest, DoesWithoutNamelessFiles) {
+    constexpr int NoFilter = 100;
+    const pid_t child = fork();
+    if (child == 0) { // a filter of calls stays for good
+        if (!RefuseNamelessFiles()) _exit(NoFilter);
+        m_folder.Write("old", "old");
+        {
+            OutputFile lost(m_folder / "old");
+            lost.Write("lost", 4);
+            lost.Finish();
+            EXPECT_EQ(2u, m_folder.Names().size());
+        }
+        EXPECT_THAT(m_folder.Names(), ElementsAre("old"));
+        WriteOut(m_folder / "old", "others");
+        WriteOut(m_folder / "new", "bytes");
+        EXPECT_EQ("others", TemporaryFolder::Read(m_folder / "old"));
+        EXPECT_EQ("bytes", TemporaryFolder::Read(m_folder / "new"));
+        const int nameless = OpenNamelessFile(m_folder.Path());
+        EXPECT_LE(0, nameless);
+        EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("new", "old"));
+        _exit(HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    ASSERT_EQ(child, waitpid(child, &status, 0));
+    ASSERT_TRUE(WIFEXITED(status));
+    if (WEXITSTATUS(status) == NoFilter) GTEST_SKIP() << "calls to the kernel cannot be filtered here";
+    EXPECT_EQ(0, WEXITSTATUS(status));
 }
 
 // Nobody who lays a link where the output is going to stand has it written where that leads.
