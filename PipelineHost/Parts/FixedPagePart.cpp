@@ -3,31 +3,41 @@
 #include "Parts/PartFactory.h"
 #include "Streams/PrintWriteStream.h"
 
+#include <utility>
+
 namespace OvPipeline {
 
 namespace {
 
 constexpr std::size_t NotThere = static_cast<std::size_t>(-1);
 
-// Walks the parts of a page as they were when it was made.
+// Walks the parts of a page, which may change meanwhile.
 class PagePartIterator final : public ComObject<IXpsPartIterator> {
 public:
-    explicit PagePartIterator(FixedPagePart* page) : m_page(page), m_owner(page) {}
+    explicit PagePartIterator(FixedPagePart* page) : m_page(page), m_owner(page) { Reset(); }
 
-    void STDMETHODCALLTYPE Reset() override { m_next = 0; }
+    void STDMETHODCALLTYPE Reset() override {
+        m_next = 0;
+        IsDone();
+    }
     HRESULT STDMETHODCALLTYPE Current(BSTR* uri, IUnknown** part) override {
         if (uri) *uri = nullptr;
         if (part) *part = nullptr;
         return Guarded([&] {
             if (IsDone()) return E_ELEMENT_NOT_FOUND;
-            CComPtr<IUnknown> object;
+            CComPtr<IUnknown> object; // IsDone has passed over what is deleted
             if (part) object = m_page->ObjectOf(m_next);
             if (uri) *uri = NewBstr(m_page->Resources()[m_next].name);
             if (part) *part = object.Detach();
             return S_OK;
         });
     }
-    BOOL STDMETHODCALLTYPE IsDone() override { return m_next >= m_page->Resources().size(); }
+    BOOL STDMETHODCALLTYPE IsDone() override {
+        const auto& resources = m_page->Resources();
+        while (m_next < resources.size() && resources[m_next].isDeleted)
+            ++m_next;
+        return m_next >= resources.size();
+    }
     void STDMETHODCALLTYPE Next() override { ++m_next; }
 
 private:
@@ -157,10 +167,12 @@ HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
 HRESULT FixedPagePart::DeleteResource(PCWSTR uri) {
     if (!uri) return E_POINTER;
     return Guarded([&] {
-        const std::size_t index = IndexOf(ResolvedKey(uri));
+        const std::string key = ResolvedKey(uri);
+        const std::size_t index = IndexOf(key);
         if (index == NotThere) return E_ELEMENT_NOT_FOUND;
-        m_resources.erase(m_resources.begin() + static_cast<std::ptrdiff_t>(index));
-        m_index.clear();
+        m_resources[index].isDeleted = true;
+        m_resources[index].object.Release();
+        m_index.erase(key);
         return S_OK;
     });
 }
@@ -191,7 +203,7 @@ std::string FixedPagePart::ResolvedKey(PCWSTR uri) const {
 }
 
 std::size_t FixedPagePart::IndexOf(const std::string& key) {
-    if (m_index.empty())
+    if (!std::exchange(m_isIndexed, true))
         for (std::size_t i = 0; i < m_resources.size(); ++i)
             m_index.emplace(LowerAscii(m_resources[i].name), i);
     const auto found = m_index.find(key);

@@ -23,6 +23,7 @@ struct PageResource {
     const OvPlatform::PackagePart* stored = nullptr; // where no filter has put another part in its place
     CComPtr<IUnknown> object;
     bool viaDictionary = false; // not the page itself but a dictionary of its relates to it
+    bool isDeleted = false;     // it keeps its place, so that the others keep theirs
 };
 
 class FixedPagePart;
@@ -67,13 +68,15 @@ public:
     // Takes the place of a part of the same name. A ticket becomes the page's ticket.
     HRESULT STDMETHODCALLTYPE SetPagePart(IUnknown* part) override;
     HRESULT STDMETHODCALLTYPE DeleteResource(PCWSTR uri) override;
-    // Over the parts as they are now; the ticket is not among them.
+    // Over the parts as they are at each step: what is deleted is passed over, what is new comes last. The
+    // ticket is not among them.
     HRESULT STDMETHODCALLTYPE GetXpsPartIterator(IXpsPartIterator** iterator) override;
 
     PartCore& STDMETHODCALLTYPE Core() override { return m_core; }
     FixedPagePart& STDMETHODCALLTYPE Page() override { return *this; }
 
     const PageReference& Reference() const { return m_reference; }
+    // With those that are deleted.
     const std::vector<PageResource>& Resources() const { return m_resources; }
     TicketSlot& Ticket() { return m_ticket; }
     // What is to be written. Waits for a filter that has not closed its stream yet.
@@ -92,7 +95,8 @@ private:
     TicketSlot m_ticket;
     PageReference m_reference;
     std::vector<PageResource> m_resources;
-    std::unordered_map<std::string, std::size_t> m_index; // by name in lower case; made when first needed
+    std::unordered_map<std::string, std::size_t> m_index; // by name in lower case, without deleted ones
+    bool m_isIndexed = false;                             // when first needed
     std::shared_ptr<const SpooledContent> m_newMarkup;
     std::shared_ptr<const StreamMaker> m_markupMaker; // of the new markup
     TicketCount m_ticketCount;

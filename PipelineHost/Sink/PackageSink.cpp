@@ -121,6 +121,7 @@ void PackageSink::WriteResources(FixedPagePart& page) {
     const std::string& name = page.Core().name;
     WriteTicket(name, page.Ticket().Take(PartKind::PrintTicket));
     for (const PageResource& resource : page.Resources()) {
+        if (resource.isDeleted) continue;
         if (resource.object)
             WriteObject(resource.object);
         else

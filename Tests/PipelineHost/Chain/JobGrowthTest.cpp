@@ -46,9 +46,11 @@ void Print(const Job& job) {
     EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
 }
 
-// A filter that puts what a page uses in its own place again, and asks for it by name.
-void ReplaceResources(const Job& job) {
-    const auto onPage = [](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* page) -> HRESULT {
+using OnPart = std::function<void(IFixedPage*, BSTR, IUnknown*)>;
+
+// By a filter that does something to all that a page uses.
+void PrintChanging(const Job& job, const OnPart& change) {
+    const auto onPage = [&](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* page) -> HRESULT {
         std::vector<std::pair<CComBSTR, CComPtr<IUnknown>>> parts;
         CComPtr<IXpsPartIterator> iterator;
         page->GetXpsPartIterator(&iterator);
@@ -56,16 +58,27 @@ void ReplaceResources(const Job& job) {
             auto& [uri, part] = parts.emplace_back();
             iterator->Current(&uri, &part);
         }
-        for (const auto& [uri, part] : parts) {
-            CComPtr<IUnknown> same;
-            EXPECT_EQ(S_OK, page->SetPagePart(part));
-            EXPECT_EQ(S_OK, page->GetPagePart(uri, &same));
-        }
+        for (const auto& [uri, part] : parts)
+            change(page, uri, part);
         return S_OK;
     };
     const JobOutcome outcome =
-        RunJob(MakeJob(job.Input(), job.folder / "out.xps", {Filter("replaces", PassOn(onPage))}));
+        RunJob(MakeJob(job.Input(), job.folder / "out.xps", {Filter("changes", PassOn(onPage))}));
     EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
+}
+
+// Puts everything in its own place again, and asks for it by name.
+void ReplaceResources(const Job& job) {
+    PrintChanging(job, [](IFixedPage* page, BSTR uri, IUnknown* part) {
+        CComPtr<IUnknown> same;
+        EXPECT_EQ(S_OK, page->SetPagePart(part));
+        EXPECT_EQ(S_OK, page->GetPagePart(uri, &same));
+    });
+}
+
+void DeleteResources(const Job& job) {
+    PrintChanging(job,
+                  [](IFixedPage* page, BSTR uri, IUnknown*) { EXPECT_EQ(S_OK, page->DeleteResource(uri)); });
 }
 
 const std::string Base = SampleJob().Base();
@@ -151,6 +164,18 @@ void Walk(const Job& job) {
     }
 }
 
+std::function<void()> ReadConfiguration(std::size_t n) {
+    auto folder = std::make_shared<TemporaryFolder>();
+    std::string text = "<Filters>";
+    const std::string ends = ".dll' clsid='{00000000-0000-0000-0000-000000000000}'>"
+                             "<Input guid='{b8cf8530-5562-47c4-ab67-b1f69ecf961e}'/>"
+                             "<Output guid='{4368d8a2-4181-4a9f-b295-3d9a38bb9ba0}'/></Filter>\n";
+    for (std::size_t i = 0; i < n; ++i)
+        text += Name("<Filter dll='", i, ends);
+    folder->Write("pipeline.xml", text + "</Filters>");
+    return [=] { EXPECT_EQ(n, ReadPipelineConfiguration(folder->Path() / "pipeline.xml").filters.size()); };
+}
+
 constexpr std::size_t MostItems = 4000; // a page is several, and the archive made for this holds 65,535
 
 const GrowthCase Cases[] = {
@@ -161,6 +186,8 @@ const GrowthCase Cases[] = {
     {"PrintsForeignParts", On(ManyForeignParts, Print), MostItems},
     {"PrintsLinkTargets", On(ManyLinkTargets, Print)},
     {"ReplacesResources", On(ManyResources, ReplaceResources), MostItems},
+    {"DeletesResources", On(ManyResources, DeleteResources), MostItems},
+    {"ReadsPipelineConfigurations", ReadConfiguration, 1'000},
     {"ReadsAttributes", On(ManyAttributes, Walk)},
 };
 

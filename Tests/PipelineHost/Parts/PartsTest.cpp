@@ -137,6 +137,22 @@ TEST_F(PartsTest, ANewPartIsReadOnlyWhenItIsWhole) {
     EXPECT_EQ(static_cast<HRESULT>(0x80520113), image->GetStream(&reader)) << "given up without Close";
 }
 
+TEST_F(PartsTest, AllPagePartsCanBeDeletedOnTheWayThroughThem) {
+    const auto page = FirstPage();
+    CComPtr<IXpsPartIterator> iterator;
+    ASSERT_EQ(S_OK, page->GetXpsPartIterator(&iterator));
+    std::size_t deleted = 0;
+    for (; !iterator->IsDone(); iterator->Next(), ++deleted) {
+        CComBSTR uri;
+        ASSERT_EQ(S_OK, iterator->Current(&uri, nullptr));
+        EXPECT_EQ(S_OK, page->DeleteResource(uri));
+        EXPECT_EQ(E_ELEMENT_NOT_FOUND, page->DeleteResource(uri));
+    }
+    EXPECT_LT(1u, deleted);
+    iterator->Reset();
+    EXPECT_TRUE(iterator->IsDone()) << "one was left out";
+}
+
 TEST_F(PartsTest, PagePartsAreReplacedAddedAndDeleted) {
     const auto page = FirstPage();
     CComPtr<IPrintWriteStream> stream;
