@@ -42,6 +42,7 @@ ClientJobData2ReaderWriter::ClientJobData2ReaderWriter(const ByteBuffer& clientJ
         if (m_parameters.size() == maxParameters) refuse("it has too many parameters");
         m_parameters.try_emplace(static_cast<ULONG>(next),
                                  Parameter{form, ByteBuffer(value.data(), value.size())});
+        m_valueBytes += value.size();
     }
 }
 
@@ -68,19 +69,19 @@ void ClientJobData2ReaderWriter::AddOrReplaceInParameterList(LONG id, const CXSt
 
 void ClientJobData2ReaderWriter::AddOrReplaceInParameterList(LONG id, const ByteBuffer& value) {
     const auto number = static_cast<ULONG>(id);
-    std::size_t count = 1;
-    std::size_t bytes = PackedBytes::headLength + maxHead + value.size() + PackedBytes::checkLength;
-    for (const auto& [other, parameter] : m_parameters) {
-        if (other == number) continue;
-        ++count;
-        bytes += maxHead + parameter.value.size();
-    }
+    const auto old = m_parameters.find(number);
+    const bool isNew = old == m_parameters.end();
+    const std::size_t count = m_parameters.size() + (isNew ? 1 : 0);
+    const std::size_t valueBytes = m_valueBytes + value.size() - (isNew ? 0 : old->second.value.size());
+    const std::size_t bytes =
+        PackedBytes::headLength + count * maxHead + valueBytes + PackedBytes::checkLength;
     if (count > maxParameters || bytes > maxBytes) {
         ThrowFailure<CPExceptionInvalidArgument>(
             "ClientJobData2ReaderWriter::AddOrReplaceInParameterList",
             [id] { return "No room in the client job data for parameter " + std::to_string(id); });
     }
     m_parameters.insert_or_assign(number, Parameter{plainForm, value});
+    m_valueBytes = valueBytes;
 }
 
 ByteBuffer ClientJobData2ReaderWriter::GetClientJobData2() const {

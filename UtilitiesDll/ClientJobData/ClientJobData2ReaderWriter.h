@@ -42,4 +42,5 @@ private:
     };
 
     std::map<ULONG, Parameter> m_parameters;
+    std::size_t m_valueBytes = 0; // of all parameters
 };
