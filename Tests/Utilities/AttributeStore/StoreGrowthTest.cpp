@@ -1,0 +1,55 @@
+#include <AttributeStore/AttributeBytesIndexedList.h>
+#include <AttributeStore/PersistentAttributes.h>
+
+#include "Support/Growth.h"
+
+namespace {
+
+const AttributeBytesNameSpacesId Ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
+
+ByteBuffer StoreOf(std::size_t n) {
+    AttributeBytesRawList list;
+    for (std::size_t i = 0; i < n; ++i)
+        list.AddAttributeBytes(AttributeBytes(AttributeBytesFeatureId(static_cast<LONG>(i)),
+                                              AttributeBytesValue::FromInteger(static_cast<int>(i))));
+    AttributeBytesNameSpaces nameSpaces;
+    nameSpaces.SetNameSpaceAttributes(Ours, list);
+    PersistentAttributes store({}, false, nullptr);
+    store.SetAttributeBytesNameSpaces(nameSpaces);
+    return store.GetPersistentAttributesState();
+}
+
+AttributeBytesIndexedList ListOf(const ByteBuffer& bytes) {
+    PersistentAttributes store(bytes, false, nullptr);
+    AttributeBytesRawList raw;
+    AttributeBytesIndexedList list;
+    EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(Ours, raw));
+    list.ImportFromRawList(raw);
+    return list;
+}
+
+constexpr std::size_t Most = PersistentAttributes::maxRecords / 4;
+
+const GrowthCase Cases[] = {
+    {"WritesStores", [](std::size_t n) { return [n] { StoreOf(n); }; }, Most},
+    {"ReadsStoresAndAsksForAll",
+     [](std::size_t n) {
+         return [n, bytes = StoreOf(n)] {
+             const AttributeBytesIndexedList list = ListOf(bytes);
+             for (std::size_t i = 0; i < n; ++i) {
+                 bool found = false;
+                 EXPECT_EQ(static_cast<int>(i),
+                           list.GetIntegerValue(AttributeBytesFeatureId(static_cast<LONG>(i)), &found));
+             }
+         };
+     },
+     Most},
+};
+
+class StoreGrowth : public testing::TestWithParam<GrowthCase> {};
+
+TEST_P(StoreGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(, StoreGrowth, testing::ValuesIn(Cases), GrowthName);
+
+} // namespace

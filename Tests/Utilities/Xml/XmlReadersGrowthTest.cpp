@@ -1,0 +1,81 @@
+// The readers of XML that other rooms stand on, and that of the device capabilities.
+
+#include <DeviceDescription/SimpleOcapParser.h>
+#include <SystemServices/SafeCoInitialize.h>
+#include <Xml/MicrosoftXmlParser.h>
+#include <Xml/XmlLiteWrapper.h>
+#include <Xml/XmlOutputUtf8StringCallback.h>
+
+#include "Support/Growth.h"
+
+namespace {
+
+// Items that differ by the number in the place of their '#'.
+std::string Repeated(const std::string& open, const std::string& item, std::size_t n,
+                     const std::string& close) {
+    const std::size_t number = item.find('#');
+    std::string text = open;
+    for (std::size_t i = 0; i < n; ++i)
+        text += item.substr(0, number) + std::to_string(i) + item.substr(number + 1);
+    return text + close;
+}
+
+GrowthMaker Reading(std::string open, std::string item, std::string close, void (*read)(const std::string&)) {
+    return [=](std::size_t n) { return [read, text = Repeated(open, item, n, close)] { read(text); }; };
+}
+
+void ReadCapabilities(const std::string& text) {
+    const SimpleOcapParser device{CPString(text.c_str())};
+    static_cast<void>(device.GetSupportedInstallableOptionFeaturesFromOcap());
+    for (const CPString& value : device.GetSupportedFeatureOrValuesFromOcap(CPString("all"), false))
+        EXPECT_FALSE(device.IsCpssFeatureSupported(CPString("all"), value));
+}
+
+void RunQueries(const std::string& text) {
+    XmlLiteWrapper::Query names(L"/s/t/@n"), texts(L"/s/t");
+    XmlLiteWrapper reader;
+    EXPECT_TRUE(reader.LoadXmlStringAsReadOnly(CXString(text.c_str())));
+    reader.AttachQuery(names);
+    reader.AttachQuery(texts);
+    EXPECT_TRUE(reader.RunAttachedQueries());
+    EXPECT_EQ(names.GetResult().GetCount(), texts.GetResult().GetCount());
+}
+
+void WalkAndWrite(const std::string& text) {
+    MicrosoftXmlParser parser(L"growth", false);
+    parser.parse(CPString(text.c_str()));
+    const auto root = parser.getDocument().GetDocumentElement();
+    for (auto node = root->GetFirstChild(); node; node = node->GetNextSibling()) {
+        CXString name;
+        EXPECT_TRUE(node->GetAttribute(L"n", name));
+        node->SetTextValue(name);
+    }
+    CPString written;
+    XmlOutputUtf8StringCallback output(written, XmlOutputCallback::EnhanceXmlLegibility);
+    parser.convertToXmlStream(output, true);
+}
+
+const std::string Device = "<DeviceCapabilities version='1.0'>";
+const std::string DeviceEnd = "</DeviceCapabilities>";
+
+const GrowthCase Cases[] = {
+    {"ReadsFeatures", Reading(Device, "<Text name='#'/>\n", DeviceEnd, ReadCapabilities), 2'500},
+    {"ReadsValues", Reading(Device + "<Option name='all' default='0'>", "<Value name='#'/>\n",
+                            "</Option>" + DeviceEnd, ReadCapabilities)},
+    {"RunsQueries", Reading("<s>", "<t n='#'>text</t>\n", "</s>", RunQueries)},
+    {"WalksAndWrites", Reading("<s>", "<t n='#'>text</t>\n", "</s>", WalkAndWrite)},
+};
+
+class XmlReadersGrowth : public testing::TestWithParam<GrowthCase> {
+protected:
+    XmlReadersGrowth() { m_apartment.TryInitializeCom(0, false); }
+
+private:
+    SafeCoInitialize m_apartment;
+};
+
+TEST_P(XmlReadersGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
+
+INSTANTIATE_TEST_SUITE_P(, XmlReadersGrowth, testing::ValuesIn(Cases), GrowthName);
+
+} // namespace
