@@ -16,6 +16,15 @@
 // Makes the input of a size, and gives what is to be measured on it. That is run once.
 using GrowthMaker = std::function<std::function<void()>(std::size_t n)>;
 
+// The text of n items one behind the other.
+using Item = std::function<std::string(std::size_t)>;
+inline std::string Times(std::size_t n, const Item& item) {
+    std::string text;
+    for (std::size_t i = 0; i < n; ++i)
+        text += item(i);
+    return text;
+}
+
 struct GrowthCase {
     const char* name; // of letters and digits
     GrowthMaker prepare;

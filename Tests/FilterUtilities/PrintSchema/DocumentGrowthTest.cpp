@@ -5,15 +5,6 @@
 
 namespace {
 
-using Item = std::function<std::string(std::size_t)>;
-
-std::string Times(std::size_t n, const Item& item) {
-    std::string text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item(i);
-    return text;
-}
-
 std::string PrivateFeature(std::size_t i) { return Feature("p:F" + std::to_string(i), "p:O"); }
 
 // Private features in one private feature; the outer one goes first.

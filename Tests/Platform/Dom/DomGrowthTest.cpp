@@ -9,13 +9,6 @@ namespace {
 using Node = CComPtr<IXMLDOMNode>;
 using Document = CComPtr<IXMLDOMDocument2>;
 
-std::string Times(std::size_t n, const std::function<std::string(std::size_t)>& item) {
-    std::string text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item(i);
-    return text;
-}
-
 std::string Children(std::size_t n) {
     return "<r xmlns:p='urn:p'>" + Times(n, [](std::size_t) { return "<p:c a='1'>x</p:c>\n"; }) + "</r>";
 }

@@ -8,15 +8,6 @@ using namespace OvPlatform;
 
 namespace {
 
-using Item = std::function<std::string(std::size_t)>;
-
-std::string Times(std::size_t n, const Item& item) {
-    std::string text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item(i);
-    return text;
-}
-
 std::string Number(std::size_t n) { return std::to_string(n); }
 
 // A ticket of n items, merged into the default of a small printer.

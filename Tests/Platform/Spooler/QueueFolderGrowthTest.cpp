@@ -7,15 +7,6 @@ using namespace OvPlatform;
 
 namespace {
 
-using Item = std::function<std::string(std::size_t)>;
-
-std::string Times(std::size_t n, const Item& item) {
-    std::string text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item(i);
-    return text;
-}
-
 GrowthMaker Folder(const char* section, Item item) {
     return [=](std::size_t n) {
         auto folder = std::make_shared<TemporaryFolder>();

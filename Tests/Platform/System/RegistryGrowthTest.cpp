@@ -6,15 +6,6 @@ using namespace OvPlatform;
 
 namespace {
 
-using Item = std::function<std::string(std::size_t)>;
-
-std::string Times(std::size_t n, const Item& item) {
-    std::string text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item(i);
-    return text;
-}
-
 GrowthMaker Registry(const std::string& head, Item item) {
     return [=](std::size_t n) {
         return

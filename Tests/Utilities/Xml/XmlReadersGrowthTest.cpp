@@ -11,17 +11,13 @@
 namespace {
 
 // Items that differ by the number in the place of their '#'.
-std::string Repeated(const std::string& open, const std::string& item, std::size_t n,
-                     const std::string& close) {
-    const std::size_t number = item.find('#');
-    std::string text = open;
-    for (std::size_t i = 0; i < n; ++i)
-        text += item.substr(0, number) + std::to_string(i) + item.substr(number + 1);
-    return text + close;
-}
-
 GrowthMaker Reading(std::string open, std::string item, std::string close, void (*read)(const std::string&)) {
-    return [=](std::size_t n) { return [read, text = Repeated(open, item, n, close)] { read(text); }; };
+    return [=](std::size_t n) {
+        const auto numbered = [&](std::size_t i) {
+            return std::string(item).replace(item.find('#'), 1, std::to_string(i));
+        };
+        return [read, text = open + Times(n, numbered) + close] { read(text); };
+    };
 }
 
 void ReadCapabilities(const std::string& text) {
