@@ -74,7 +74,7 @@ inline void ExpectLinearGrowth(const GrowthCase& growth) {
     constexpr std::array<std::size_t, 3> Steps = {1, 2, 4};
     std::array<double, 3> best;
     best.fill(std::numeric_limits<double>::max());
-    for (int attempt = 0; attempt < 3; ++attempt) {
+    for (int attempt = 0; attempt < 5; ++attempt) {
         for (std::size_t i = 0; i < Steps.size(); ++i)
             best[i] = (std::min)(best[i], GrowthDetail::CostOf(growth, n * Steps[i]).run);
         if (best[2] <= MostForFourfold * best[0]) return;
