@@ -6,17 +6,19 @@ namespace OvPlatform {
 
 namespace {
 
-// In blocks whose count fits a byte, which the compiler turns into few instructions.
+bool IsQuote(char c) noexcept { return c == '"' || c == '\''; }
+
+// In blocks of one size, whose count fits a byte: those the compiler turns into few instructions.
 std::size_t CountQuotes(std::string_view text) {
     constexpr std::size_t Block = 128;
     std::size_t count = 0;
-    for (std::size_t at = 0; at < text.size(); at += Block) {
+    for (; text.size() >= Block; text.remove_prefix(Block)) {
         unsigned char here = 0;
-        for (const char c : text.substr(at, Block))
-            here = static_cast<unsigned char>(here + (c == '"' || c == '\''));
+        for (std::size_t at = 0; at < Block; ++at)
+            here = static_cast<unsigned char>(here + IsQuote(text[at]));
         count += here;
     }
-    return count;
+    return count + static_cast<std::size_t>(std::count_if(text.begin(), text.end(), IsQuote));
 }
 
 } // namespace
@@ -49,7 +51,7 @@ void AttributeBound::Take(char c) {
         m_marks = 0;
         break;
     case State::StartTag:
-        if (c == '"' || c == '\'') CountAttribute(c);
+        if (IsQuote(c)) CountAttribute(c);
         if (c == '>') EndStartTag();
         m_selfClosing = c == '/';
         break;
