@@ -55,6 +55,7 @@ public:
             RunInto(outcome);
             LetGo();
         }
+        if (outcome.isWritten) outcome.gotOver = words.Heard();
         return outcome;
     }
 
@@ -109,6 +110,7 @@ private:
         AddServices();
         ExitGuard::Listen();
         FitChain(m_job.pipeline, modules, m_bag, m_state);
+        FilterWords::ForgetAll();
         for (std::size_t i = 0; i < modules.size(); ++i) {
             m_nodes.emplace_back();
             m_nodes.back().spec = m_job.pipeline.filters[i];

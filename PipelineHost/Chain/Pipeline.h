@@ -39,6 +39,8 @@ struct JobOutcome {
     EndKind outputKind = EndKind::XpsParts;
     std::filesystem::path output;
     LeftOutParts leftOut; // of a package that became a package
+    std::vector<std::string>
+        gotOver; // what the filters' library reported of a job that is written all the same
 };
 
 // Plays the print filter pipeline for one job: loads the filters, connects them, runs each on its own thread,

@@ -94,6 +94,9 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     summary.conflictsResolved = after.conflictsResolved - before.conflictsResolved;
     summary.bytesOut = SizeOf(outcome.output);
     out.Lines(summary.Lines());
+    for (const std::string& report : outcome.gotOver)
+        errors.Line("ov-pipeline: " + options.job +
+                    ": warning: a filter went on without something: " + report);
     return ExitOk;
 }
 

@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <string_view>
@@ -14,8 +15,11 @@ namespace {
 
 constexpr std::string_view Caption = "Caught exception"; // of reports of other things there are others
 
-std::mutex hearing;
+constexpr std::size_t MostHeard = 10;
+
+std::mutex hearing; // for what follows
 int listeners = 0;
+std::vector<std::string> heard;
 std::atomic<DebugUtilities::ReportSink> before{nullptr};
 
 std::string& FirstReport() {
@@ -29,15 +33,6 @@ void PassOn(const char* text, const char* caption) noexcept {
     OutputDebugStringA(": ");
     OutputDebugStringA(text);
     OutputDebugStringA("\n");
-}
-
-void Hear(const char* text, const char* caption) noexcept {
-    try {
-        if (FirstReport().empty() && Caption == caption) FirstReport() = text;
-    } catch (...) {
-        // No room for it: the result has to do.
-    }
-    PassOn(text, caption);
 }
 
 void DropPrefix(std::string_view& text, std::string_view prefix) {
@@ -55,20 +50,8 @@ std::string_view Thrown(std::string_view report) {
     return first == caught ? report.substr(0, first) : report.substr(first + 1, caught - first - 1);
 }
 
-} // namespace
-
-FilterWords::FilterWords() {
-    const std::lock_guard lock(hearing);
-    if (listeners++ == 0) before = DebugUtilities::setReportSink(&Hear);
-}
-
-FilterWords::~FilterWords() {
-    const std::lock_guard lock(hearing);
-    if (--listeners == 0) DebugUtilities::setReportSink(before);
-}
-
-std::string FilterWords::First() {
-    std::string_view words = Thrown(FirstReport());
+std::string WordsOf(std::string_view report) {
+    std::string_view words = Thrown(report);
     const std::size_t end = words.rfind(" [last error ");
     const std::string_view place = end == std::string_view::npos ? std::string_view() : words.substr(end);
     words.remove_suffix(place.size());
@@ -79,6 +62,50 @@ std::string FilterWords::First() {
     return place.find("(" + text + ")") == std::string_view::npos ? text : "in " + text;
 }
 
+void Keep(std::string words) {
+    const std::lock_guard lock(hearing);
+    if (heard.size() < MostHeard && std::ranges::find(heard, words) == heard.end())
+        heard.push_back(std::move(words));
+}
+
+void Hear(const char* text, const char* caption) noexcept {
+    try {
+        if (Caption == caption) {
+            if (FirstReport().empty()) FirstReport() = text;
+            Keep(WordsOf(text));
+        }
+    } catch (...) {
+        // No room for it: the result has to do.
+    }
+    PassOn(text, caption);
+}
+
+} // namespace
+
+FilterWords::FilterWords() {
+    const std::lock_guard lock(hearing);
+    if (listeners++ != 0) return;
+    heard.clear();
+    before = DebugUtilities::setReportSink(&Hear);
+}
+
+FilterWords::~FilterWords() {
+    const std::lock_guard lock(hearing);
+    if (--listeners == 0) DebugUtilities::setReportSink(before);
+}
+
+std::string FilterWords::First() { return WordsOf(FirstReport()); }
+
 void FilterWords::Forget() noexcept { FirstReport().clear(); }
+
+void FilterWords::ForgetAll() noexcept {
+    const std::lock_guard lock(hearing);
+    heard.clear();
+}
+
+std::vector<std::string> FilterWords::Heard() const {
+    const std::lock_guard lock(hearing);
+    return heard;
+}
 
 } // namespace OvPipeline

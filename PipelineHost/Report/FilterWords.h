@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace OvPipeline {
 
@@ -18,6 +19,12 @@ public:
     // source: what came after it follows from it. Empty where nothing was reported.
     static std::string First();
     static void Forget() noexcept;
+
+    // What all threads have reported while anybody listened, or since ForgetAll, each text once, in the order
+    // of the reports: what a filter got over, where its job went well. Of many only the first.
+    std::vector<std::string> Heard() const;
+    // Of filters that were only on trial.
+    static void ForgetAll() noexcept;
 };
 
 } // namespace OvPipeline

@@ -42,10 +42,13 @@ protected:
 
     void Sweep(const std::vector<FilterSpec>& filters, CountPages countPages, HRESULT fault) {
         OvPlatform::FaultInjection::CountCalls();
-        ASSERT_TRUE(Run(filters).isWritten);
+        const JobOutcome wholeOutcome = Run(filters);
+        ASSERT_TRUE(wholeOutcome.isWritten);
+        EXPECT_TRUE(wholeOutcome.gotOver.empty());
         const LONG calls = OvPlatform::FaultInjection::CallCount();
         OvPlatform::FaultInjection::Reset();
         ASSERT_EQ(2u, countPages(m_folder / "out"));
+        const std::string whole = TemporaryFolder::Read(m_folder / "out");
         std::filesystem::remove(m_folder / "out");
         ASSERT_GT(calls, 100);
 
@@ -65,6 +68,10 @@ protected:
                 EXPECT_EQ(1u, m_folder.Names().size()) << "nothing but the job is there";
             } else {
                 EXPECT_EQ(2u, countPages(m_folder / "out"));
+                // What a filter did without is told.
+                const bool isTold =
+                    !outcome.gotOver.empty() || outcome.leftOut.Text() != wholeOutcome.leftOut.Text();
+                EXPECT_TRUE(isTold || TemporaryFolder::Read(m_folder / "out") == whole);
                 std::filesystem::remove(m_folder / "out");
             }
             for (const FilterOutcome& filter : outcome.filters)
