@@ -1,6 +1,7 @@
 #include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/Growth.h"
 #include "Support/VirtualSlots.h"
 
 namespace {
@@ -380,6 +381,23 @@ TEST(PublicDocSettings, LargeAndForeignDocumentsAreReadAndNeverCut) {
     EXPECT_EQ(Read(settings, L"sides"), (Answer{S_OK, true, L"one-sided"}));
     EXPECT_EQ(settings.CommitChangesToPrintTicket(), E_FAIL);
     EXPECT_GT(Embedded(ticket).size(), 10'000'000U);
+}
+
+TEST(PublicDocSettings, ReadingAndWritingGrowWithTheDocument) {
+    ExpectLinearGrowth(
+        {"", [](std::size_t n) {
+             const std::string entries =
+                 Times(n, [](std::size_t) { return std::string("<entry><name>x</name></entry>"); });
+             const auto ticket =
+                 std::make_shared<OpenTicket>(TicketWith(root + ("<list>" + entries) + "</list>" + rootEnd));
+             return [ticket] {
+                 Settings settings(ticket.get());
+                 EXPECT_FALSE(Read(settings, L"sides").specified);
+                 settings.SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"sides", L"text", true,
+                                                                                  L"one-sided");
+                 settings.CommitChangesToPrintTicket();
+             };
+         }});
 }
 
 TEST(PublicDocSettings, NamesThatAreNoneAreRefusedWithoutHarm) {
