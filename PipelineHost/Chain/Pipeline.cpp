@@ -128,6 +128,10 @@ private:
 
     void AddService(const FilterSpec& spec) {
         m_services.push_back(Load(spec));
+        PopulateWithLast(spec);
+    }
+
+    void PopulateWithLast(const FilterSpec& spec) {
         const FilterCall call(*m_state, "service " + spec.name);
         m_services.back()->PopulateServices(m_bag);
     }
@@ -142,8 +146,7 @@ private:
                 if (m_state->Log().IsOn()) m_state->Log().Step("goes without", error.what());
                 continue;
             }
-            const FilterCall call(*m_state, "service " + spec.name);
-            m_services.back()->PopulateServices(m_bag);
+            PopulateWithLast(spec);
         }
     }
 

@@ -46,6 +46,14 @@ struct Written {
     void Add(const std::string& name) { writer->AddPart(name, "t", PackageCompression::None)->Close(); }
 };
 
+// One part in n pieces of a byte.
+std::vector<ZipEntry> Pieces(std::size_t n) {
+    std::vector<ZipEntry> entries;
+    for (std::size_t i = 0; i < n; ++i)
+        entries.push_back({"p.xml/[" + Number(i) + (i + 1 == n ? "].last.piece" : "].piece"), "x"});
+    return entries;
+}
+
 const GrowthCase Cases[] = {
     {"OpensManyParts",
      [](std::size_t n) {
@@ -60,20 +68,10 @@ const GrowthCase Cases[] = {
          return Opening(WithTypes({{DeepName(n, "x.xml").substr(1), ""}}));
      },
      8'000},
-    {"OpensPartsInManyPieces",
-     [](std::size_t n) {
-         std::vector<ZipEntry> entries;
-         for (std::size_t i = 0; i < n; ++i)
-             entries.push_back({"p.xml/[" + Number(i) + (i + 1 == n ? "].last.piece" : "].piece"), "x"});
-         return Opening(WithTypes(std::move(entries)));
-     },
-     10'000},
+    {"OpensPartsInManyPieces", [](std::size_t n) { return Opening(WithTypes(Pieces(n))); }, 10'000},
     {"ReadsPartsInManyPieces",
      [](std::size_t n) {
-         std::vector<ZipEntry> entries;
-         for (std::size_t i = 0; i < n; ++i)
-             entries.push_back({"p.xml/[" + Number(i) + (i + 1 == n ? "].last.piece" : "].piece"), "x"});
-         auto folder = PackageOf(WithTypes(std::move(entries)));
+         auto folder = PackageOf(WithTypes(Pieces(n)));
          auto package = PackageReader::Open(*folder / "in.xps");
          return [folder, package, n] { EXPECT_EQ(package->ReadPart("/p.xml", n).size(), n); };
      },
