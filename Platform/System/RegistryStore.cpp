@@ -1,14 +1,34 @@
 #include "System/RegistryStore.h"
 #include "System/HandleTable.h"
+#include "System/InputFile.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
-#include <sstream>
+#include <memory>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace OvPlatform {
+
+namespace {
+
+/// None with errno where the file cannot be read. One that grows meanwhile is read so far as it may go.
+std::optional<std::string> ReadBytes(const std::filesystem::path& file) {
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> input(OpenInputFile(file), &std::fclose);
+    if (!input) return std::nullopt;
+    std::string bytes;
+    char block[16384];
+    while (const std::size_t count = std::fread(block, 1, sizeof(block), input.get())) {
+        bytes.append(block, count);
+        if (bytes.size() > MaximumRegistryFileBytes) break;
+    }
+    if (std::ferror(input.get())) return std::nullopt;
+    return bytes;
+}
+
+} // namespace
 
 RegistryStore& RegistryStore::Instance() {
     static RegistryStore& store = *new RegistryStore;
@@ -49,11 +69,9 @@ LSTATUS RegistryStore::Refresh() {
         try {
             if (mark->size > MaximumRegistryFileBytes)
                 throw RegistryFileError(1, "the file is larger than 4 MB");
-            std::ifstream input(file, std::ios::binary);
-            std::ostringstream bytes;
-            bytes << input.rdbuf();
-            if (!input) return m_state = mark->size == 0 ? ERROR_BADDB : ERROR_CANTREAD;
-            m_contents = ParseRegistryFile(bytes.str());
+            const auto bytes = ReadBytes(file);
+            if (!bytes) return m_state = errno == EISDIR ? ERROR_BADDB : ERROR_CANTREAD;
+            m_contents = ParseRegistryFile(*bytes);
         } catch (const RegistryFileError& error) {
             OutputDebugStringA(("Registry file " + file.string() + ", " + error.what() + "\n").c_str());
             return m_state = ERROR_BADDB;

@@ -37,9 +37,9 @@ CComBSTR CDataWrapped(const CXString& text, const char* function) {
 HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXString& text,
                    const char* function) {
     if (bag == nullptr) return E_POINTER;
-    bag->DeleteProperty(key);
     const CComBSTR copy = Make(text.View(), function);
     const VARIANT value = Borrowed(copy);
+    bag->DeleteProperty(key);
     return bag->AddProperty(key, &value);
 }
 

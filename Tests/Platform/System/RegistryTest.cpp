@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <sys/stat.h>
 
 namespace {
 
@@ -113,6 +114,13 @@ TEST_F(Registry, IsNotUsedAndNotOverwrittenWhenItIsMalformed) {
     WriteFile(std::string(Head) + "[HKEY_LOCAL_MACHINE\\Software]\n");
     EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key)) << "mended";
     RegCloseKey(key);
+}
+
+TEST_F(Registry, DoesNotWaitForAPipe) {
+    std::filesystem::create_directories(m_file.parent_path());
+    ASSERT_EQ(0, mkfifo(m_file.c_str(), 0600)); // nobody is going to write there
+    HKEY key = nullptr;
+    EXPECT_EQ(ERROR_BADDB, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key));
 }
 
 TEST_F(Registry, ForgetsAValueThatCouldNotBeWritten) {
