@@ -1,7 +1,7 @@
 // What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
 
 #include <FeatureAccess/DataModelLessFeatureAccess.h>
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>

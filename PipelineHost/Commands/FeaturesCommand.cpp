@@ -11,10 +11,10 @@
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
 #include <LowLevelFacilities/CPException.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
 #include <SystemServices/User.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 namespace OvPipeline {
 

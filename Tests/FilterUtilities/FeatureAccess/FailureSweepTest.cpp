@@ -4,9 +4,9 @@
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "JobUnderTest.h"
 
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
 #include <Media/CPageImageablePCHandler.h>
 #include <Media/PageMediaSizePtPcHelper.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>

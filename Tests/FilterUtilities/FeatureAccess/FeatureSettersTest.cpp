@@ -3,7 +3,7 @@
 #include "Support/TicketText.h"
 
 #include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
 #include <DataModel/NativeXmlConfigFeatureTable.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueuePropertyBag.h"

@@ -1,5 +1,5 @@
-#include <FeatureAccess/NativeComPrintTicketAccess.h>
-#include <FeatureAccess/PrintTicketFeatureTable.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
+#include <TicketAccess/PrintTicketFeatureTable.h>
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/VirtualSlots.h"
