@@ -59,5 +59,5 @@ endfunction()
 function(ov_install_rooms target)
     target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${OV_INSTALL_HEADERS}/${target}>)
     install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/ DESTINATION ${OV_INSTALL_HEADERS}/${target}
-        FILES_MATCHING PATTERN "*.h")
+        FILES_MATCHING PATTERN "*.h" PATTERN "*.inc")
 endfunction()

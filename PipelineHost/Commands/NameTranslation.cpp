@@ -109,8 +109,10 @@ void NameTranslation::AddFeatures() {
         m_features.push_back({entry->feature, Enumerator(entry->featureEnumString),
                               Text(entry->narrowPrintTicketFeatureName), Text(entry->xmlConfigFeatureName),
                               Text(entry->cpssFeatureName), entry});
-    for (const FeatureNameRow& row : GetNamelessFeatureRows())
-        m_features.push_back({.number = row.feature, .enumerator = row.enumerator});
+    const auto& dictionary = *NativeXmlConfigFeatureDictionary::Instance();
+    for (const auto& [feature, name] : GetFeatureNames())
+        if (!dictionary.IsFeaturePresent(feature))
+            m_features.push_back({.number = feature, .enumerator = name});
     std::sort(m_features.begin(), m_features.end(),
               [](const Feature& left, const Feature& right) { return left.number < right.number; });
 }
@@ -148,9 +150,8 @@ void NameTranslation::AddNamelessValues() {
     std::set<tagValueEnum> named;
     for (const Value& value : m_values)
         named.insert(value.number);
-    for (const ValueNameRow& row : GetValueNameRows())
-        if (!named.contains(row.value))
-            m_values.push_back({.number = row.value, .enumerator = row.enumerator});
+    for (const auto& [value, name] : GetValueNames())
+        if (!named.contains(value)) m_values.push_back({.number = value, .enumerator = name});
 }
 
 void NameTranslation::AddWord(tagFeatureEnum feature, tagValueEnum value, std::string Value::*world,

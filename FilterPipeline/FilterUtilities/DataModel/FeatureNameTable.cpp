@@ -1,54 +1,26 @@
 #include "FeatureNameTable.h"
 
-#include <algorithm>
+#include <string>
 
 namespace {
 
 using namespace DataModelIds;
+using FeatureName = EnumeratorName<tagFeatureEnum>;
 
-constexpr FeatureNameRow rows[] = {
-    {FEAT_START_SHEET_FROM_APPLICATION, "FEAT_START_SHEET_FROM_APPLICATION"},
-    {FEAT_BOOKLET_MAKING_TYPE, "FEAT_BOOKLET_MAKING_TYPE"},
-    {FEAT_CIE_APPLY_EMBEDDED_PROFILES, "FEAT_CIE_APPLY_EMBEDDED_PROFILES"},
-    {FEAT_FAX_BILLING_COL, "FEAT_FAX_BILLING_COL"},
-    {FEAT_FAX_CONFIRMATION, "FEAT_FAX_CONFIRMATION"},
-    {FEAT_FAX_CREDIT_CARD, "FEAT_FAX_CREDIT_CARD"},
-    {FEAT_FAX_DIAL_PREFIX, "FEAT_FAX_DIAL_PREFIX"},
-    {FEAT_FAX_RECIPIENT_COL, "FEAT_FAX_RECIPIENT_COL"},
-    {FEAT_FAX_RECIPIENT_MAILBOX, "FEAT_FAX_RECIPIENT_MAILBOX"},
-    {FEAT_FAX_RECIPIENT_PHONE, "FEAT_FAX_RECIPIENT_PHONE"},
-    {FEAT_FAX_RESOLUTION, "FEAT_FAX_RESOLUTION"},
-    {FEAT_FAX_SEND_TIME_MODE, "FEAT_FAX_SEND_TIME_MODE"},
-    {FEAT_FAX_TYPE, "FEAT_FAX_TYPE"},
-    {FEAT_GRAY_LINE, "FEAT_GRAY_LINE"},
-    {FEAT_JOB_ACCT_ACCOUNT_ID, "FEAT_JOB_ACCT_ACCOUNT_ID"},
-    {FEAT_JOB_ACCT_ACCOUNT_TYPE, "FEAT_JOB_ACCT_ACCOUNT_TYPE"},
-    {FEAT_JOB_ACCT_COL, "FEAT_JOB_ACCT_COL"},
-    {FEAT_JOB_ACCT_GENERAL_ID, "FEAT_JOB_ACCT_GENERAL_ID"},
-    {FEAT_JOB_ACCT_GROUP_ID, "FEAT_JOB_ACCT_GROUP_ID"},
-    {FEAT_JOB_ACCT_PROMPT_MODE, "FEAT_JOB_ACCT_PROMPT_MODE"},
-    {FEAT_JOB_ACCT_USER_ID, "FEAT_JOB_ACCT_USER_ID"},
-    {FEAT_JOB_PRINT_AFTER, "FEAT_JOB_PRINT_AFTER"},
-    {FEAT_OUTPUT_FACE, "FEAT_OUTPUT_FACE"},
-    {FEAT_OUTPUT_RENDERING_INTENT, "FEAT_OUTPUT_RENDERING_INTENT"},
-    {FEAT_PRINT_RESOLUTION, "FEAT_PRINT_RESOLUTION"},
-    {FEAT_SAVE_ACCESS, "FEAT_SAVE_ACCESS"},
-    {FEAT_SAVE_COL, "FEAT_SAVE_COL"},
-    {FEAT_SAVE_DISPOSITION, "FEAT_SAVE_DISPOSITION"},
-    {FEAT_SAVE_INFO_COL, "FEAT_SAVE_INFO_COL"},
-    {FEAT_SAVE_LOCATION, "FEAT_SAVE_LOCATION"},
-    {FEAT_SAVE_NAME, "FEAT_SAVE_NAME"},
-    {FEAT_SAVE_PASSWORD, "FEAT_SAVE_PASSWORD"},
-    {FEAT_SOURCE_CMYK_COLOR, "FEAT_SOURCE_CMYK_COLOR"},
-    {FEAT_SOURCE_GRAY_COLOR, "FEAT_SOURCE_GRAY_COLOR"},
-    {FEAT_SOURCE_RGB_COLOR, "FEAT_SOURCE_RGB_COLOR"},
-    {FEAT_SOURCE_SPOT_COLOR, "FEAT_SOURCE_SPOT_COLOR"},
-    {FEAT_TONER_DENSITY, "FEAT_TONER_DENSITY"},
-    {FEAT_TRAPPING, "FEAT_TRAPPING"},
-};
+constexpr auto names = SortedByNumber(std::to_array<FeatureName>({
+#define OV_FEATURE(name, number) {name, #name},
+#include "FeatureIdList.inc"
+#undef OV_FEATURE
+}));
 
-static_assert(std::ranges::is_sorted(rows, std::ranges::less_equal{}, &FeatureNameRow::feature));
+static_assert(std::ranges::adjacent_find(names, {}, &FeatureName::id) == names.end(), "one name a number");
 
 } // namespace
 
-std::span<const FeatureNameRow> GetNamelessFeatureRows() noexcept { return rows; }
+std::span<const FeatureName> GetFeatureNames() noexcept { return names; }
+
+const char* FindFeatureName(tagFeatureEnum feature) noexcept { return FindName(names, feature); }
+
+CPString MakeFeatureEnumString(tagFeatureEnum feature) {
+    return CPString(std::string("DataModelIds::") + FindFeatureName(feature));
+}

@@ -1,15 +1,15 @@
 #pragma once
 
+#include "EnumeratorNames.h"
 #include "FeatureIds.h"
+
+#include <LowLevelFacilities/CPString.h>
 
 #include <span>
 
-/// The name of an enumerator of tagFeatureEnum.
-struct FeatureNameRow {
-    DataModelIds::tagFeatureEnum feature;
-    const char* enumerator;
-};
-
-/// The features that have a number but no names, so that the feature dictionary does not know them. By
-/// ascending number.
-[[nodiscard]] std::span<const FeatureNameRow> GetNamelessFeatureRows() noexcept;
+/// Every enumerator of tagFeatureEnum, by ascending number.
+[[nodiscard]] std::span<const EnumeratorName<DataModelIds::tagFeatureEnum>> GetFeatureNames() noexcept;
+/// Null for a number that has no name.
+[[nodiscard]] const char* FindFeatureName(DataModelIds::tagFeatureEnum feature) noexcept;
+/// The qualified name; the feature must be one of the table's.
+[[nodiscard]] CPString MakeFeatureEnumString(DataModelIds::tagFeatureEnum feature);

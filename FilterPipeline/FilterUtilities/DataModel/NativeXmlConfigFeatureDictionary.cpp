@@ -1,20 +1,20 @@
 #include "NativeXmlConfigFeatureDictionary.h"
 
+#include "FeatureNameTable.h"
 #include "NativeXmlConfigFeatureTable.h"
 
 #include <memory>
-#include <string>
 
 namespace {
 
 std::unique_ptr<NativeXmlConfigFeatureEntry> MakeEntry(const NativeXmlConfigFeatureRow& row) {
-    const std::string featureEnum = std::string("DataModelIds::") + row.enumerator;
+    const CPString featureEnum = MakeFeatureEnumString(row.feature);
     if (row.parent == NativeXmlConfigFeatureRow::noParent) {
-        return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.c_str(), row.mode,
+        return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.view().data(), row.mode,
                                                              row.syntax, row.cpssName, row.xmlConfigName,
                                                              row.ticketKind, row.printTicketName);
     }
-    return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.c_str(), row.mode,
+    return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.view().data(), row.mode,
                                                          row.syntax, row.cpssName, row.xmlConfigName,
                                                          row.ticketKind, row.printTicketName, row.parent);
 }

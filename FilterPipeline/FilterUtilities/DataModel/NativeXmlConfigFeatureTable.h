@@ -9,7 +9,6 @@ struct NativeXmlConfigFeatureRow {
     static constexpr DataModelIds::tagFeatureEnum noParent{};
 
     DataModelIds::tagFeatureEnum feature;
-    const char* enumerator;
     NativeXmlConfigFeatureEntry::ModeEnum mode;
     NativeXmlConfigFeatureEntry::SyntaxEnum syntax;
     const char* cpssName;

@@ -17,8 +17,7 @@ using namespace DataModelIds;
 
 namespace {
 
-// Members of the annotation collection that have neither rows nor names.
-constexpr tagFeatureEnum annotationMembers[] = {tagFeatureEnum{894}, tagFeatureEnum{895},
+constexpr tagFeatureEnum annotationMembers[] = {FEAT_ANNOTATION_NAME, FEAT_ANNOTATION_MEMBER_895,
                                                 FEAT_ANNOTATION_ELEMENT_COL};
 
 // Pages per sheet and the input tray each have two features in tickets, of which the first that is supported

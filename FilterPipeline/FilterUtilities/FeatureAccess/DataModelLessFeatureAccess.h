@@ -184,9 +184,6 @@ private:
                                PrintTicketAttributeBytesReaderWriter* attributeBytes,
                                bool enforceRequiredFeatures);
 
-    /// Stands for the job where a collection is asked for. The dictionary does not have it.
-    static constexpr tagFeatureEnum wholeJob{2};
-
     void InitializeHolePunchCapabilityMembers();
 
     /// Empty for a feature that the dictionary does not have.

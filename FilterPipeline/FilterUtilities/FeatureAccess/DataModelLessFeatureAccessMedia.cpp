@@ -112,7 +112,7 @@ bool DataModelLessFeatureAccess::GetOutputSize(tagFeatureEnum, unsigned int, Dim
 
 bool DataModelLessFeatureAccess::GetOutputSize(tagFeatureEnum feature, Dimension& first,
                                                Dimension& second) const {
-    return feature == wholeJob && GetOutputSize(first, second);
+    return feature == FEAT_WHOLE_JOB && GetOutputSize(first, second);
 }
 
 bool DataModelLessFeatureAccess::GetOutputSize(Dimension& first, Dimension& second) const {

@@ -15,10 +15,6 @@ using namespace DataModelIds;
 
 namespace {
 
-/// Whose name a secure job has. It has no name of its own in the settings, so that only the attribute bytes
-/// can hold the text.
-constexpr tagFeatureEnum secureJobName{832};
-
 constexpr tagFeatureEnum integersOfAttributeBytes[] = {
     FEAT_LIGHTNESS,
     FEAT_CONTRAST,
@@ -92,7 +88,7 @@ bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum parent, tagFeatu
 
 bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature, int& value,
                                                  FeatureValueSource& source) const {
-    if (parent == wholeJob) return GetIntegerValue(feature, value, source);
+    if (parent == FEAT_WHOLE_JOB) return GetIntegerValue(feature, value, source);
     value = 0;
     source = FeatureValueSource::None;
     if (parent != FEAT_MEDIA_COL || feature != FEAT_MEDIA_WEIGHT) return false;
@@ -215,7 +211,8 @@ bool DataModelLessFeatureAccess::GetJobName(CXString& name, FeatureValueSource& 
     source = name.IsEmpty() ? FeatureValueSource::None : FeatureValueSource::Rule;
     CXString chosen;
     FeatureValueSource chosenSource{};
-    const bool isChosen = GetStringFromDocumentOrAttributeBytes(GetFeatureCpssName(secureJobName),
+    // It has no name in the settings, so that only the attribute bytes can hold the text.
+    const bool isChosen = GetStringFromDocumentOrAttributeBytes(GetFeatureCpssName(FEAT_SECURE_JOB_NAME),
                                                                 FEAT_JOB_NAME, chosen, chosenSource);
     if (isChosen && !chosen.IsEmpty() &&
         GetOptionValue(FEAT_JOB_TYPE).GetValuePlusSpecifiedState() == VAL_JOB_TYPE_SECURE_PRINT) {

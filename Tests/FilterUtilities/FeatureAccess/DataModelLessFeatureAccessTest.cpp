@@ -19,7 +19,7 @@ TEST(DataModelLessFeatureAccess, AsksTheTicketForPublishedFeaturesAndTheDeviceFo
     EXPECT_TRUE(access.IsSupportedFeature(FEAT_OUTLINES));
     EXPECT_FALSE(access.IsSupportedFeature(FEAT_MS_ORIENTATION));
     EXPECT_FALSE(access.IsSupportedFeature(FEAT_BOOKLET));
-    EXPECT_THROW((void)access.IsSupportedFeature(tagFeatureEnum{894}), CPExceptionUnknownKeyRequest);
+    EXPECT_THROW((void)access.IsSupportedFeature(FEAT_ANNOTATION_NAME), CPExceptionUnknownKeyRequest);
     EXPECT_THROW((void)access.GetFactoryDefaultOptionValue(tagFeatureEnum{849}),
                  CPExceptionUnknownKeyRequest);
 
@@ -31,8 +31,8 @@ TEST(DataModelLessFeatureAccess, AsksTheTicketForPublishedFeaturesAndTheDeviceFo
     job.ticket.supported.insert(L"PageMediaColor");
     EXPECT_TRUE(access.IsSupportedFeature(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR));
 
-    for (const int member : {894, 895, int{FEAT_ANNOTATION_ELEMENT_COL}})
-        EXPECT_TRUE(access.IsSupportedFeature(FEAT_ANNOTATION_COL, tagFeatureEnum{member}));
+    for (const auto member : {FEAT_ANNOTATION_NAME, FEAT_ANNOTATION_MEMBER_895, FEAT_ANNOTATION_ELEMENT_COL})
+        EXPECT_TRUE(access.IsSupportedFeature(FEAT_ANNOTATION_COL, member));
     EXPECT_FALSE(access.IsSupportedFeature(FEAT_ANNOTATION_COL, FEAT_OUTLINES));
 }
 

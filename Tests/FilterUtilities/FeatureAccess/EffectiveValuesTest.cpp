@@ -181,9 +181,9 @@ TEST(EffectiveValues, GiveTheOutputSizeForTheJobOnly) {
     Dimension width(1, Dimension::Point);
     Dimension height(2, Dimension::Point);
     EXPECT_FALSE(job.Access().GetOutputSize(FEAT_MEDIA_COL, width, height));
-    EXPECT_FALSE(job.Access().GetOutputSize(tagFeatureEnum{2}, 0, width, height));
+    EXPECT_FALSE(job.Access().GetOutputSize(FEAT_WHOLE_JOB, 0, width, height));
     EXPECT_EQ(width.GetUnits(), Dimension::Point) << "untouched";
-    EXPECT_TRUE(job.Access().GetOutputSize(tagFeatureEnum{2}, width, height));
+    EXPECT_TRUE(job.Access().GetOutputSize(FEAT_WHOLE_JOB, width, height));
     EXPECT_EQ(height.GetValue(Dimension::Inch), Number(11));
     EXPECT_TRUE(job.Access().GetOutputSize(height, width)); // the first is the width
     EXPECT_EQ(height.GetValue(Dimension::TenthOfInch), Number(85));
@@ -207,7 +207,7 @@ Integer AskInteger(JobUnderTest& job, tagFeatureEnum feature) {
     int value = -1;
     answer.isSpecified = job.Access().GetIntegerValue(feature, answer.value, answer.source);
     EXPECT_EQ(job.Access().GetIntegerValue(feature, value), answer.isSpecified);
-    EXPECT_EQ(job.Access().GetIntegerValue(tagFeatureEnum{2}, feature, value), answer.isSpecified);
+    EXPECT_EQ(job.Access().GetIntegerValue(FEAT_WHOLE_JOB, feature, value), answer.isSpecified);
     EXPECT_EQ(value, answer.value);
     return answer;
 }
@@ -351,9 +351,9 @@ TEST(EffectiveValues, TellFactoryDefaultsOfIntegers) {
     EXPECT_FALSE(job.Access().GetFactoryDefaultIntegerValue(FEAT_CONTRAST, value));
     EXPECT_EQ(value, 0);
     Dimension length;
-    EXPECT_THROW((void)job.Access().GetFactoryDefaultIntegerValue(tagFeatureEnum{2}, value),
+    EXPECT_THROW((void)job.Access().GetFactoryDefaultIntegerValue(FEAT_WHOLE_JOB, value),
                  CPExceptionUnknownKeyRequest);
-    EXPECT_THROW((void)job.Access().GetFactoryDefaultDimensionValue(tagFeatureEnum{832}, length),
+    EXPECT_THROW((void)job.Access().GetFactoryDefaultDimensionValue(FEAT_SECURE_JOB_NAME, length),
                  CPExceptionUnknownKeyRequest);
 }
 

@@ -3,6 +3,7 @@
 #include "JobUnderTest.h"
 
 #include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
+#include <DataModel/FeatureNameTable.h>
 #include <DataModel/NativeXmlConfigFeatureTable.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
@@ -105,7 +106,7 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
     SampleQueueJob color("ColorOffice");
     for (const auto& row : GetNativeXmlConfigFeatureRows()) {
         if (row.ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND) {
-            EXPECT_TRUE(color.features->IsSupportedFeature(row.feature)) << row.enumerator;
+            EXPECT_TRUE(color.features->IsSupportedFeature(row.feature)) << FindFeatureName(row.feature);
         }
     }
     SampleQueueJob mono("MonoOffice");
