@@ -3,13 +3,16 @@
 #include "EnumeratorNames.h"
 #include "FeatureIds.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <LowLevelFacilities/CPString.h>
 
 #include <span>
 
 /// Every enumerator of tagFeatureEnum, by ascending number.
-[[nodiscard]] std::span<const EnumeratorName<DataModelIds::tagFeatureEnum>> GetFeatureNames() noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API std::span<const EnumeratorName<DataModelIds::tagFeatureEnum>>
+GetFeatureNames() noexcept;
 /// Null for a number that has no name.
-[[nodiscard]] const char* FindFeatureName(DataModelIds::tagFeatureEnum feature) noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API const char*
+FindFeatureName(DataModelIds::tagFeatureEnum feature) noexcept;
 /// The qualified name; the feature must be one of the table's.
 [[nodiscard]] CPString MakeFeatureEnumString(DataModelIds::tagFeatureEnum feature);

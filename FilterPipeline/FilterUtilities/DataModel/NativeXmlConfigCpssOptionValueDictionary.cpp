@@ -21,3 +21,7 @@ NativeXmlConfigCpssOptionValueDictionary::NativeXmlConfigCpssOptionValueDictiona
 }
 
 NativeXmlConfigCpssOptionValueDictionary::~NativeXmlConfigCpssOptionValueDictionary() = default;
+
+NativeXmlConfigCpssOptionValueDictionary* NativeXmlConfigCpssOptionValueDictionary::Instance() {
+    return SingletonBase::Instance();
+}

@@ -3,16 +3,19 @@
 #include "NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex.h"
 #include "NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 
 /// The options that have a CPSS name; a value may belong to several features here. Immutable; any thread.
 /// Lookups allocate nothing unless they throw CPExceptionUnknownKeyRequest; names are compared byte for byte
 /// and may be wide (UTF-16 units).
-class NativeXmlConfigCpssOptionValueDictionary final
+class OV_FILTER_UTILITIES_API NativeXmlConfigCpssOptionValueDictionary final
     : public SingletonBase<NativeXmlConfigCpssOptionValueDictionary> {
 public:
     ~NativeXmlConfigCpssOptionValueDictionary() override;
+    /// The one of the process, whoever asks: no other module builds one of its own.
+    [[nodiscard]] static NativeXmlConfigCpssOptionValueDictionary* Instance();
 
     [[nodiscard]] const NativeXmlConfigCpssOptionValueEntry&
     GetEntry(DataModelIds::tagFeatureEnum feature, DataModelIds::tagValueEnum value) const {

@@ -29,3 +29,7 @@ NativeXmlConfigFeatureDictionary::NativeXmlConfigFeatureDictionary()
 }
 
 NativeXmlConfigFeatureDictionary::~NativeXmlConfigFeatureDictionary() = default;
+
+NativeXmlConfigFeatureDictionary* NativeXmlConfigFeatureDictionary::Instance() {
+    return SingletonBase::Instance();
+}

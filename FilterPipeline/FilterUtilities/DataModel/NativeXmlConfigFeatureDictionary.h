@@ -3,14 +3,18 @@
 #include "NativeXmlConfigFeatureEnumIndex.h"
 #include "NativeXmlConfigFeatureNameIndex.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 
 /// The features that have names. Immutable; any thread. Lookups allocate nothing unless they throw
 /// CPExceptionUnknownKeyRequest; names are compared byte for byte.
-class NativeXmlConfigFeatureDictionary final : public SingletonBase<NativeXmlConfigFeatureDictionary> {
+class OV_FILTER_UTILITIES_API NativeXmlConfigFeatureDictionary final
+    : public SingletonBase<NativeXmlConfigFeatureDictionary> {
 public:
     ~NativeXmlConfigFeatureDictionary() override;
+    /// The one of the process, whoever asks: no other module builds one of its own.
+    [[nodiscard]] static NativeXmlConfigFeatureDictionary* Instance();
 
     [[nodiscard]] const NativeXmlConfigFeatureEntry& GetEntry(DataModelIds::tagFeatureEnum feature) const {
         return m_enumIndex.GetEntryRef(feature);

@@ -47,6 +47,10 @@ NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
 
 NativeXmlConfigOptionValueDictionary::~NativeXmlConfigOptionValueDictionary() = default;
 
+NativeXmlConfigOptionValueDictionary* NativeXmlConfigOptionValueDictionary::Instance() {
+    return SingletonBase::Instance();
+}
+
 const NativeXmlConfigOptionValueEntry*
 NativeXmlConfigOptionValueDictionary::FindEntryByOlderName(tagFeatureEnum feature,
                                                            std::string_view name) const {

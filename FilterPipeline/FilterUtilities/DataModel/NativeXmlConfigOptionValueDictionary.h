@@ -4,16 +4,19 @@
 #include "NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex.h"
 #include "NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 
 /// The options that have names in the configuration and in the ticket; a value belongs to one feature here.
 /// Immutable; any thread. Lookups allocate nothing unless they throw CPExceptionUnknownKeyRequest; names are
 /// compared byte for byte. A name of the ticket goes without its prefix, and may be wide (UTF-16 units).
-class NativeXmlConfigOptionValueDictionary final
+class OV_FILTER_UTILITIES_API NativeXmlConfigOptionValueDictionary final
     : public SingletonBase<NativeXmlConfigOptionValueDictionary> {
 public:
     ~NativeXmlConfigOptionValueDictionary() override;
+    /// The one of the process, whoever asks: no other module builds one of its own.
+    [[nodiscard]] static NativeXmlConfigOptionValueDictionary* Instance();
 
     [[nodiscard]] const NativeXmlConfigOptionValueEntry& GetEntry(DataModelIds::tagValueEnum value) const {
         return m_valueIndex.GetEntryRef(value);

@@ -3,13 +3,15 @@
 #include "EnumeratorNames.h"
 #include "ValueIds.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <LowLevelFacilities/CPString.h>
 
 #include <span>
 
 /// Every enumerator of tagValueEnum, by ascending number.
-[[nodiscard]] std::span<const EnumeratorName<DataModelIds::tagValueEnum>> GetValueNames() noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API std::span<const EnumeratorName<DataModelIds::tagValueEnum>>
+GetValueNames() noexcept;
 /// Null for a number that has no name.
-[[nodiscard]] const char* FindValueName(DataModelIds::tagValueEnum value) noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API const char* FindValueName(DataModelIds::tagValueEnum value) noexcept;
 /// The qualified name; the value must be one of the table's.
 [[nodiscard]] CPString MakeValueEnumString(DataModelIds::tagValueEnum value);

@@ -2,6 +2,7 @@
 
 #include "FeatureKeywordTables.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <DataModel/FeatureIds.h>
 
 /// How the option of a feature is found.
@@ -30,4 +31,5 @@ struct FeatureOptionRule {
 };
 
 /// Null for a feature that has no option, or none that anyone here can know.
-[[nodiscard]] const FeatureOptionRule* FindFeatureOptionRule(DataModelIds::tagFeatureEnum feature) noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API const FeatureOptionRule*
+FindFeatureOptionRule(DataModelIds::tagFeatureEnum feature) noexcept;

@@ -2,6 +2,7 @@
 
 #include "FeatureKeywordTables.h"
 
+#include <ComSupport/FilterUtilitiesExport.h>
 #include <DataModel/FeatureIds.h>
 #include <DataModel/ValueIds.h>
 
@@ -19,6 +20,7 @@ namespace MediaKeywordTables {
 
 /// The words of the feature that the ticket is asked for; a size of media may have its words in the table of
 /// media sizes instead. Empty for a feature that is not of the media.
-[[nodiscard]] FeatureKeywordTables::Rows GetRows(DataModelIds::tagFeatureEnum feature) noexcept;
+[[nodiscard]] OV_FILTER_UTILITIES_API FeatureKeywordTables::Rows
+GetRows(DataModelIds::tagFeatureEnum feature) noexcept;
 
 } // namespace MediaKeywordTables

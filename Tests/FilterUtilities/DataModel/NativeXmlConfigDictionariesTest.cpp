@@ -1,6 +1,10 @@
+#include <DataModel/FeatureNameTable.h>
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
+#include <DataModel/ValueNameTable.h>
+#include <FeatureAccess/FeatureOptionRuleTable.h>
+#include <FeatureAccess/MediaKeywordTables.h>
 
 #include <Support/AllocationCount.h>
 
@@ -8,6 +12,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <dlfcn.h>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -51,6 +57,24 @@ std::string NoSuchKey(const std::string& key) {
 }
 
 } // namespace
+
+// A copy in the program would answer in place of what the filters in it are answered from.
+TEST(Dictionaries, ExistOnceInAProcess) {
+    const auto moduleOf = [](const void* address) {
+        Dl_info place{};
+        EXPECT_NE(dladdr(address, &place), 0);
+        return std::filesystem::path(place.dli_fname ? place.dli_fname : "").filename().string();
+    };
+    const auto moduleOfFunction = [&](auto* function) { return moduleOf(reinterpret_cast<void*>(function)); };
+    const std::string library = "libov-FilterUtilities.so";
+    EXPECT_EQ(moduleOfFunction(&NativeXmlConfigFeatureDictionary::Instance), library);
+    EXPECT_EQ(moduleOfFunction(&NativeXmlConfigOptionValueDictionary::Instance), library);
+    EXPECT_EQ(moduleOfFunction(&NativeXmlConfigCpssOptionValueDictionary::Instance), library);
+    EXPECT_EQ(moduleOf(GetFeatureNames().data()), library);
+    EXPECT_EQ(moduleOf(GetValueNames().data()), library);
+    EXPECT_EQ(moduleOf(FindFeatureOptionRule(FEAT_JOB_TYPE)), library);
+    EXPECT_EQ(moduleOf(MediaKeywordTables::GetRows(FEAT_INPUT_TRAY).data()), library);
+}
 
 TEST(FeatureDictionary, HoldsEveryFeatureOnceInTheRightShape) {
     const auto features = allFeatures();

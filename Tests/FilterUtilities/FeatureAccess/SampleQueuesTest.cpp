@@ -2,9 +2,8 @@
 
 #include "JobUnderTest.h"
 
-#include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
-#include <DataModel/FeatureNameTable.h>
-#include <DataModel/NativeXmlConfigFeatureTable.h>
+#include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
+#include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
 #include <TicketAccess/NativeComPrintTicketAccess.h>
@@ -70,6 +69,19 @@ private:
     CComPtr<IPrinterPropertyBag> m_properties;
 };
 
+std::vector<const NativeXmlConfigFeatureEntry*> Entries(const NativeXmlConfigFeatureDictionary& dictionary) {
+    std::vector<const NativeXmlConfigFeatureEntry*> entries;
+    dictionary.GetAllEntries(entries);
+    return entries;
+}
+
+std::vector<const NativeXmlConfigCpssOptionValueEntry*>
+Entries(const NativeXmlConfigCpssOptionValueDictionary& dictionary) {
+    std::vector<const NativeXmlConfigCpssOptionValueEntry*> entries;
+    dictionary.GetAllEntries(entries);
+    return entries;
+}
+
 class SampleQueue : public testing::TestWithParam<const char*> {};
 
 INSTANTIATE_TEST_SUITE_P(Samples, SampleQueue, testing::Values("ColorOffice", "MonoOffice"),
@@ -79,17 +91,18 @@ INSTANTIATE_TEST_SUITE_P(Samples, SampleQueue, testing::Values("ColorOffice", "M
 TEST_P(SampleQueue, DescribeTheirDevicesInWordsThatTheDictionariesHave) {
     const SampleQueueJob job(GetParam());
     std::map<tagFeatureEnum, std::set<std::string>> wordsOf;
-    for (const auto& row : GetNativeXmlConfigCpssOptionValueRows())
-        wordsOf[row.feature].insert(row.cpssName);
+    for (const auto* option : Entries(*NativeXmlConfigCpssOptionValueDictionary::Instance()))
+        wordsOf[option->feature].insert(option->cpssOptionName.utf8Bytes());
     int known = 0;
-    for (const auto& row : GetNativeXmlConfigFeatureRows()) {
-        if (!job.device->IsCpssFeatureSupported(row.cpssName)) continue;
+    for (const auto* entry : Entries(*NativeXmlConfigFeatureDictionary::Instance())) {
+        const CPString& name = entry->cpssFeatureName;
+        if (!job.device->IsCpssFeatureSupported(name)) continue;
         ++known;
-        if (!wordsOf.contains(row.feature)) continue;
-        const auto values = job.device->GetSupportedFeatureOrValuesFromOcap(row.cpssName, false);
-        EXPECT_FALSE(values.empty()) << row.cpssName;
+        if (!wordsOf.contains(entry->feature)) continue;
+        const auto values = job.device->GetSupportedFeatureOrValuesFromOcap(name, false);
+        EXPECT_FALSE(values.empty()) << name;
         for (const CPString& value : values)
-            EXPECT_TRUE(wordsOf[row.feature].contains(value.utf8Bytes())) << row.cpssName << ": " << value;
+            EXPECT_TRUE(wordsOf[entry->feature].contains(value.utf8Bytes())) << name << ": " << value;
     }
     int listed = 0;
     std::ifstream document(job.folder / "device-capabilities.xml");
@@ -104,9 +117,9 @@ TEST_P(SampleQueue, DescribeTheirDevicesInWordsThatTheDictionariesHave) {
 // A feature may be decided by the ticket only if the capabilities show it, in the words of the dictionary.
 TEST(SampleQueues, OfferEveryFeatureOfTickets) {
     SampleQueueJob color("ColorOffice");
-    for (const auto& row : GetNativeXmlConfigFeatureRows()) {
-        if (row.ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND) {
-            EXPECT_TRUE(color.features->IsSupportedFeature(row.feature)) << FindFeatureName(row.feature);
+    for (const auto* entry : Entries(*NativeXmlConfigFeatureDictionary::Instance())) {
+        if (entry->ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND) {
+            EXPECT_TRUE(color.features->IsSupportedFeature(entry->feature)) << entry->featureEnumString;
         }
     }
     SampleQueueJob mono("MonoOffice");

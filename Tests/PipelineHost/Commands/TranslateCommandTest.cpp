@@ -2,8 +2,8 @@
 #include <Commands/Commands.h>
 #include <Commands/NameTranslation.h>
 
-#include <DataModel/NativeXmlConfigCpssOptionValueTable.h>
-#include <DataModel/NativeXmlConfigOptionValueTable.h>
+#include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
+#include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -149,8 +149,8 @@ TEST(TranslateCommandTest, WhatIsNotFoundIsOneLine) {
         EXPECT_EQ(ExitUsage, Translate(arguments).code);
 }
 
-// What is found by a name of a row must hold that row: no row is lost or put to another value.
-TEST(NameTranslationTest, EveryRowOfTheDictionariesIsFoundByItsNames) {
+// What is found by a name of an entry must hold that entry: none is lost or put to another value.
+TEST(NameTranslationTest, EveryEntryOfTheDictionariesIsFoundByItsNames) {
     const NameTranslation names;
     const auto expectFound = [&](const std::string& name, tagFeatureEnum feature, tagValueEnum value,
                                  std::string NameTranslation::Value::*world) {
@@ -162,12 +162,19 @@ TEST(NameTranslationTest, EveryRowOfTheDictionariesIsFoundByItsNames) {
                                    }))
             << name;
     };
-    for (const auto& row : GetNativeXmlConfigOptionValueRows()) {
-        expectFound(row.xmlConfigName, row.feature, row.value, &NameTranslation::Value::configurationName);
-        expectFound(row.printTicketName, row.feature, row.value, &NameTranslation::Value::ticketName);
+    std::vector<const NativeXmlConfigOptionValueEntry*> options;
+    NativeXmlConfigOptionValueDictionary::Instance()->GetAllEntries(options);
+    for (const auto* const option : options) {
+        expectFound(option->xmlConfigOptionName.utf8Bytes(), option->feature, option->value,
+                    &NameTranslation::Value::configurationName);
+        expectFound(option->printTicketOptionName.utf8Bytes(), option->feature, option->value,
+                    &NameTranslation::Value::ticketName);
     }
-    for (const auto& row : GetNativeXmlConfigCpssOptionValueRows())
-        expectFound(row.cpssName, row.feature, row.value, &NameTranslation::Value::cpssName);
+    std::vector<const NativeXmlConfigCpssOptionValueEntry*> cpssOptions;
+    NativeXmlConfigCpssOptionValueDictionary::Instance()->GetAllEntries(cpssOptions);
+    for (const auto* const option : cpssOptions)
+        expectFound(option->cpssOptionName.utf8Bytes(), option->feature, option->value,
+                    &NameTranslation::Value::cpssName);
 }
 
 } // namespace
