@@ -35,6 +35,8 @@ const char* NameOf(FeatureValueSource source) {
         return "factory default";
     case FeatureValueSource::Rule:
         return "rule";
+    case FeatureValueSource::Queue:
+        return "queue";
     }
     return "";
 }

@@ -7,7 +7,7 @@
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 #include <DataModel/ValueNameTable.h>
-#include <FeatureAccess/FeatureOptionRuleTable.h>
+#include <FeatureAccess/FeatureRuleTable.h>
 #include <FeatureAccess/MediaKeywordTables.h>
 #include <Media/MediaSizeTable.h>
 
@@ -71,10 +71,6 @@ private:
     std::optional<int> m_number;
 };
 
-bool IsTicketRule(const FeatureOptionRule& rule) {
-    return rule.kind == FeatureOptionRule::Kind::Ticket || rule.kind == FeatureOptionRule::Kind::Staple;
-}
-
 } // namespace
 
 const char* SyntaxName(NativeXmlConfigFeatureEntry::SyntaxEnum syntax) {
@@ -134,10 +130,10 @@ void NameTranslation::AddDictionaryValues() {
 // Of options that the dictionaries do not have.
 void NameTranslation::AddWords() {
     for (const Feature& feature : m_features) {
-        if (const FeatureOptionRule* const rule = FindFeatureOptionRule(feature.number))
-            for (const auto& row : rule->keywords)
+        if (const FeatureRule* const rule = FindFeatureRule(FeatureQuestionKind::Option, feature.number))
+            for (const auto& row : rule->words.Rows())
                 AddWord(feature.number, row.value,
-                        IsTicketRule(*rule) ? &Value::ticketName : &Value::cpssName, Utf8(row.keyword));
+                        rule->HasWordsOfTicket() ? &Value::ticketName : &Value::cpssName, Utf8(row.keyword));
         for (const auto& row : MediaKeywordTables::GetRows(feature.number))
             AddWord(feature.number, row.value, &Value::ticketName, Utf8(row.keyword));
     }

@@ -1,31 +1,73 @@
 #include "DataModelLessFeatureAccess.h"
 
+#include "FeatureRules.h"
+
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
-#include <DeviceDescription/IPrintTicketAccess.h>
-#include <DeviceDescription/SimpleOcapParser.h>
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-#include <EmbeddedSettings/PublicDocSettingsDocument.h>
 #include <LowLevelFacilities/ByteBuffer.h>
 #include <PrintSchema/PrintSchemaKeywords.h>
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 using namespace DataModelIds;
 
 namespace {
 
-constexpr tagFeatureEnum annotationMembers[] = {FEAT_ANNOTATION_NAME, FEAT_ANNOTATION_MEMBER_895,
-                                                FEAT_ANNOTATION_ELEMENT_COL};
+template <typename Value>
+bool Give(FeatureAnswer<Value> answer, Value& value, FeatureValueSource& source) {
+    value = std::move(answer.value);
+    source = answer.source;
+    return answer.isSpecified;
+}
 
-// Pages per sheet and the input tray each have two features in tickets, of which the first that is supported
-// counts.
-constexpr const wchar_t* jobInputBin = L"JobInputBin";
-constexpr const wchar_t* pageInputBin = L"PageInputBin";
-constexpr const wchar_t* jobPagesPerSheet = L"JobNUpAllDocumentsContiguously";
-constexpr const wchar_t* documentPagesPerSheet = L"DocumentNUp";
+template <typename Value>
+bool Give(FeatureAnswer<Value> answer, Value& value) {
+    value = std::move(answer.value);
+    return answer.isSpecified;
+}
+
+template <typename Value>
+Value Part(FeatureAnswer<Value> answer, bool& isSpecified) {
+    isSpecified = answer.isSpecified;
+    return std::move(answer.value);
+}
+
+SimpleOptionValue Give(const FeatureAnswer<tagValueEnum>& answer, FeatureValueSource& source) {
+    source = answer.source;
+    return ToOption(answer);
+}
+
+/// Of the attribute bytes alone.
+template <typename Value>
+FeatureAnswer<Value> AskBytes(const FeaturePlaces& places, const FeaturePath& path) {
+    FeatureAnswer<Value> answer;
+    places.AttributeBytes().Ask(WantedFeature{.path = path}, answer);
+    return answer;
+}
+
+/// Of the factory. Throws for a feature that has no names.
+template <typename Value>
+FeatureAnswer<Value> AskFactory(const FeaturePlaces& places, tagFeatureEnum feature) {
+    FeatureAnswer<Value> answer;
+    static_cast<void>(NativeXmlConfigFeatureDictionary::Instance()->GetEntry(feature));
+    places.Device().Ask(places.Wanted(feature), answer);
+    return answer;
+}
+
+template <typename Value>
+bool Enforce(const FeaturePlaces& places, tagFeatureEnum feature, Value& value, bool& isSpecified) {
+    FeatureAnswer<Value> answer{value, isSpecified};
+    const bool isEnforced = places.Enforce(places.Wanted(feature), answer);
+    isSpecified = Give(std::move(answer), value);
+    return isEnforced;
+}
+
+const wchar_t* TextOrNull(const CXString* text) {
+    return text != nullptr ? static_cast<const wchar_t*>(*text) : nullptr;
+}
 
 } // namespace
 
@@ -62,7 +104,13 @@ DataModelLessFeatureAccess::DataModelLessFeatureAccess(const Job& job, SimpleOca
       m_documentName(job.documentName), m_userName(job.userName), m_userDomainName(job.userDomainName),
       m_printer(job.printer), m_firstOutputSize(job.firstOutputSize),
       m_secondOutputSize(job.secondOutputSize), m_capabilities(capabilities), m_ticket(ticket),
-      m_attributeBytes(attributeBytes), m_enforceRequiredFeatures(enforceRequiredFeatures) {
+      m_attributeBytes(attributeBytes), m_enforceRequiredFeatures(enforceRequiredFeatures),
+      m_places(std::make_unique<FeaturePlaces>(
+          FeaturePlaces::Places{TicketSettings(&ticket), DocumentSettings([this] {
+                                    return InitializeOrvelPublicDocSettingsInitOnFirstUse();
+                                }),
+                                AttributeBytesSettings(attributeBytes), DeviceSettings(&capabilities)},
+          enforceRequiredFeatures)) {
     InitializeHolePunchCapabilityMembers();
 }
 
@@ -97,28 +145,15 @@ void DataModelLessFeatureAccess::InitializeHolePunchCapabilityMembers() {
 
 bool DataModelLessFeatureAccess::IsSupportedFeature(tagFeatureEnum grandparent, tagFeatureEnum parent,
                                                     tagFeatureEnum feature) const {
-    return m_capabilities.IsCpssFeatureSupported(CpssName(grandparent), CpssName(parent), CpssName(feature));
+    return m_places->IsSupported({grandparent, parent, feature});
 }
 
 bool DataModelLessFeatureAccess::IsSupportedFeature(tagFeatureEnum parent, tagFeatureEnum feature) const {
-    if (parent == FEAT_MEDIA_COL) {
-        if (feature == FEAT_INPUT_TRAY) return SupportedInputTrayFeature() != nullptr;
-        if (feature == FEAT_MEDIA_COLOR || feature == FEAT_EFFECTIVE_MEDIA_TYPE)
-            return m_ticket.IsSupportedPrintTicketFeature(GetFeaturePrintTicketName(feature));
-    }
-    if (parent == FEAT_ANNOTATION_COL && std::find(std::begin(annotationMembers), std::end(annotationMembers),
-                                                   feature) != std::end(annotationMembers))
-        return true;
-    return m_capabilities.IsCpssFeatureSupported(CpssName(parent), CpssName(feature));
+    return m_places->IsSupported({parent, feature});
 }
 
 bool DataModelLessFeatureAccess::IsSupportedFeature(tagFeatureEnum feature) const {
-    if (feature == FEAT_PAGE_LAYOUT) return SupportedPageLayoutFeature() != nullptr;
-    if (feature == FEAT_INPUT_TRAY) return SupportedInputTrayFeature() != nullptr;
-    const NativeXmlConfigFeatureEntry& entry = m_featureDictionary->GetEntry(feature);
-    return entry.ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND
-               ? m_ticket.IsSupportedPrintTicketFeature(entry.printTicketFeatureName)
-               : m_capabilities.IsCpssFeatureSupported(entry.cpssFeatureName);
+    return m_places->IsSupported(feature);
 }
 
 const wchar_t* DataModelLessFeatureAccess::FirstSupported(const wchar_t* first, const wchar_t* second) const {
@@ -127,50 +162,35 @@ const wchar_t* DataModelLessFeatureAccess::FirstSupported(const wchar_t* first, 
 }
 
 const wchar_t* DataModelLessFeatureAccess::SupportedPageLayoutFeature() const {
-    return FirstSupported(jobPagesPerSheet, documentPagesPerSheet);
+    return TextOrNull(m_places->FindSupportedName(FEAT_PAGE_LAYOUT));
 }
 
 const wchar_t* DataModelLessFeatureAccess::SupportedInputTrayFeature() const {
-    return FirstSupported(pageInputBin, jobInputBin);
+    return TextOrNull(m_places->FindSupportedName(FEAT_INPUT_TRAY));
 }
 
 // ---- Names
 
 const CPString& DataModelLessFeatureAccess::CpssName(tagFeatureEnum feature) const {
-    static const CPString none;
-    return m_featureDictionary->IsFeaturePresent(feature)
-               ? m_featureDictionary->GetEntry(feature).cpssFeatureName
-               : none;
+    return m_places->Wanted(feature).DeviceName();
 }
 
 CXString DataModelLessFeatureAccess::GetFeatureCpssName(tagFeatureEnum feature) const {
-    return m_featureDictionary->IsFeaturePresent(feature)
-               ? m_featureDictionary->GetEntry(feature).wideCpssFeatureName
-               : CXString();
+    return m_places->Wanted(feature).DocumentName();
 }
 
 CXString DataModelLessFeatureAccess::GetFeaturePrintTicketName(tagFeatureEnum feature) const {
-    return m_featureDictionary->IsFeaturePresent(feature)
-               ? m_featureDictionary->GetEntry(feature).printTicketFeatureName
-               : CXString();
+    return m_places->Wanted(feature).TicketName();
 }
 
 CPString DataModelLessFeatureAccess::GetFeatureEnumNameForDisplay(tagFeatureEnum feature) const {
-    return m_featureDictionary->IsFeaturePresent(feature)
-               ? m_featureDictionary->GetEntry(feature).featureEnumString
-               : CPString();
+    const NativeXmlConfigFeatureEntry* const names = m_places->Wanted(feature).names;
+    return names != nullptr ? names->featureEnumString : CPString();
 }
 
 std::vector<tagValueEnum> DataModelLessFeatureAccess::GetSupportedValueEnums(tagFeatureEnum feature,
                                                                              bool wantSubFeatures) const {
-    std::vector<tagValueEnum> values;
-    for (const CPString& name :
-         m_capabilities.GetSupportedFeatureOrValuesFromOcap(CpssName(feature), wantSubFeatures)) {
-        if (const tagValueEnum value = GetValueEnumFromFeatureAndName(feature, name);
-            value != VAL_UNSPECIFIED)
-            values.push_back(value);
-    }
-    return values;
+    return m_places->Device().GetSupportedValues(m_places->Wanted(feature), wantSubFeatures);
 }
 
 CPString DataModelLessFeatureAccess::GetValueCppsNameFromFeatureAndValueEnums(tagFeatureEnum feature,
@@ -188,6 +208,279 @@ tagValueEnum DataModelLessFeatureAccess::GetValueEnumFromFeatureAndName(tagFeatu
 }
 
 CPString DataModelLessFeatureAccess::GetDumpDisplayString(const SimpleOptionValue&) const { return {}; }
+
+// ---- What the caller of the constructor knows
+
+CXString DataModelLessFeatureAccess::GetPrintJobDocumentName() const { return m_documentName; }
+
+CXString DataModelLessFeatureAccess::GetPrintJobUserName() const { return m_userName; }
+
+CXString DataModelLessFeatureAccess::GetPrintJobUserDomainName() const { return m_userDomainName; }
+
+bool DataModelLessFeatureAccess::GetOutputSize(tagFeatureEnum, unsigned int, Dimension&, Dimension&) const {
+    return false;
+}
+
+bool DataModelLessFeatureAccess::GetOutputSize(tagFeatureEnum feature, Dimension& first,
+                                               Dimension& second) const {
+    return feature == FEAT_WHOLE_JOB && GetOutputSize(first, second);
+}
+
+bool DataModelLessFeatureAccess::GetOutputSize(Dimension& first, Dimension& second) const {
+    first = m_firstOutputSize;
+    second = m_secondOutputSize;
+    return true;
+}
+
+// ---- Options
+
+SimpleOptionValue DataModelLessFeatureAccess::GetOptionValue(tagFeatureEnum feature) const {
+    return ToOption(FeatureRules(*this).Option(feature));
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetOptionValue(tagFeatureEnum feature,
+                                                             FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Option(feature), source);
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetOptionValueWithContext(tagFeatureEnum grandparent,
+                                                                        tagFeatureEnum parent,
+                                                                        tagFeatureEnum feature) const {
+    return ToOption(FeatureRules(*this).Option({grandparent, parent, feature}));
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetOptionValueWithContext(tagFeatureEnum parent,
+                                                                        tagFeatureEnum feature) const {
+    return ToOption(FeatureRules(*this).Option({parent, feature}));
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetOptionValueWithContext(tagFeatureEnum parent,
+                                                                        tagFeatureEnum feature,
+                                                                        FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Option({parent, feature}), source);
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetEffectiveJobLevelMediaSize() const {
+    return ToOption(FeatureRules(*this).MediaSize());
+}
+
+SimpleOptionValue
+DataModelLessFeatureAccess::GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).MediaSize(), source);
+}
+
+DataModelLessFeatureAccess::tagValueEnum DataModelLessFeatureAccess::GetEffectiveOrientation() const {
+    return FeatureRules(*this).Orientation().value;
+}
+
+FeatureValueSource DataModelLessFeatureAccess::GetSource(const FeatureQuestion& question) const {
+    return FeatureRules(*this).SourceOf(question);
+}
+
+// ---- Integers, lengths and flags
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum feature, int& value) const {
+    return Give(FeatureRules(*this).Integer(feature), value);
+}
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum feature, int& value,
+                                                 FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Integer(feature), value, source);
+}
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature,
+                                                 int& value) const {
+    return Give(FeatureRules(*this).Integer({parent, feature}), value);
+}
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature, int& value,
+                                                 FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Integer({parent, feature}), value, source);
+}
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                                 tagFeatureEnum feature, int& value) const {
+    return Give(FeatureRules(*this).Integer({grandparent, parent, feature}), value);
+}
+
+bool DataModelLessFeatureAccess::GetIntegerValue(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                                 unsigned int index, tagFeatureEnum feature,
+                                                 int& value) const {
+    return Give(FeatureRules(*this).Integer(FeaturePath(grandparent, parent, feature).At(index)), value);
+}
+
+bool DataModelLessFeatureAccess::GetDimensionValue(tagFeatureEnum feature, Dimension& value) const {
+    return Give(FeatureRules(*this).Length(feature), value);
+}
+
+bool DataModelLessFeatureAccess::GetDimensionValue(tagFeatureEnum feature, Dimension& value,
+                                                   FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Length(feature), value, source);
+}
+
+bool DataModelLessFeatureAccess::GetBooleanValue(tagFeatureEnum feature, bool& value) const {
+    return Give(FeatureRules(*this).Flag(feature), value);
+}
+
+// ---- Texts
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum feature, CXString& value) const {
+    return Give(FeatureRules(*this).Text(feature), value);
+}
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum feature, CXString& value,
+                                                FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).Text(feature), value, source);
+}
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum parent, tagFeatureEnum feature,
+                                                CXString& value) const {
+    return Give(FeatureRules(*this).Text({parent, feature}), value);
+}
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                                tagFeatureEnum feature, CXString& value) const {
+    return Give(FeatureRules(*this).Text({grandparent, parent, feature}), value);
+}
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum parent, unsigned int index,
+                                                tagFeatureEnum feature, CXString& value) const {
+    return Give(FeatureRules(*this).Text(FeaturePath(parent, feature).At(index)), value);
+}
+
+bool DataModelLessFeatureAccess::GetStringValue(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                                unsigned int index, tagFeatureEnum feature,
+                                                CXString& value) const {
+    return Give(FeatureRules(*this).Text(FeaturePath(grandparent, parent, feature).At(index)), value);
+}
+
+bool DataModelLessFeatureAccess::GetStringFromDocumentOrAttributeBytes(const CXString& cpssName,
+                                                                       tagFeatureEnum feature,
+                                                                       CXString& value,
+                                                                       FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).TextOfSettingsOrBytes(cpssName, feature), value, source);
+}
+
+bool DataModelLessFeatureAccess::GetJobName(CXString& name, FeatureValueSource& source) const {
+    return Give(FeatureRules(*this).JobName(), name, source);
+}
+
+bool DataModelLessFeatureAccess::GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum grandparent,
+                                                      tagFeatureEnum parent, tagFeatureEnum feature) const {
+    const FeaturePath path(grandparent, parent, feature);
+    return FindFeatureRule(FeatureQuestionKind::Password, path) != nullptr &&
+           Give(FeatureRules(*this).Password(path), password);
+}
+
+bool DataModelLessFeatureAccess::GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum feature) const {
+    // Where there can be no password, what the caller has stays.
+    return FindFeatureRule(FeatureQuestionKind::Password, feature) != nullptr &&
+           Give(FeatureRules(*this).Password(feature), password);
+}
+
+// ---- What no feature has
+
+bool DataModelLessFeatureAccess::GetDateTimeValue(tagFeatureEnum, tagFeatureEnum, UtcTime& value) const {
+    value = UtcTime();
+    return false;
+}
+
+bool DataModelLessFeatureAccess::GetDateTimeValue(tagFeatureEnum, UtcTime& value) const {
+    value = UtcTime();
+    return false;
+}
+
+bool DataModelLessFeatureAccess::GetBytesValue(tagFeatureEnum, tagFeatureEnum, tagFeatureEnum,
+                                               ByteBuffer&) const {
+    return false;
+}
+
+bool DataModelLessFeatureAccess::GetBytesValue(tagFeatureEnum, tagFeatureEnum, ByteBuffer&) const {
+    return false;
+}
+
+bool DataModelLessFeatureAccess::GetBytesValue(tagFeatureEnum, ByteBuffer&) const { return false; }
+
+// ---- Collections
+
+bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature) const {
+    return FeatureRules(*this).Collection(feature).isSpecified;
+}
+
+bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature,
+                                                       FeatureValueSource& source) const {
+    bool isSpecified = false;
+    return Give(FeatureRules(*this).Collection(feature), isSpecified, source);
+}
+
+bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum parent, tagFeatureEnum feature) const {
+    return FeatureRules(*this).Collection({parent, feature}).isSpecified;
+}
+
+bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                                       tagFeatureEnum feature) const {
+    return FeatureRules(*this).Collection({grandparent, parent, feature}).isSpecified;
+}
+
+unsigned int
+DataModelLessFeatureAccess::GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum feature) const {
+    return FeatureRules(*this).Entries(feature).value;
+}
+
+unsigned int
+DataModelLessFeatureAccess::GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum parent,
+                                                                        tagFeatureEnum feature) const {
+    return FeatureRules(*this).Entries({parent, feature}).value;
+}
+
+// ---- Required features, and what the factory set
+
+bool DataModelLessFeatureAccess::MustEnforce(tagFeatureEnum feature, bool isSpecified) const {
+    return m_places->MustEnforce(m_places->Wanted(feature), isSpecified);
+}
+
+bool DataModelLessFeatureAccess::EnforceRequiredOptionFeatureIfNecessary(tagFeatureEnum feature,
+                                                                         SimpleOptionValue& value) const {
+    FeatureAnswer<tagValueEnum> answer{value.GetValue(), value.IsSpecified()};
+    const bool isEnforced = Enforce(*m_places, feature, answer.value, answer.isSpecified);
+    value = ToOption(answer);
+    return isEnforced;
+}
+
+bool DataModelLessFeatureAccess::EnforceRequiredIntegerFeatureIfNecessary(tagFeatureEnum feature, int& value,
+                                                                          bool& isSpecified) const {
+    return Enforce(*m_places, feature, value, isSpecified);
+}
+
+bool DataModelLessFeatureAccess::EnforceRequiredDimensionFeatureIfNecessary(tagFeatureEnum feature,
+                                                                            Dimension& value,
+                                                                            bool& isSpecified) const {
+    return Enforce(*m_places, feature, value, isSpecified);
+}
+
+SimpleOptionValue DataModelLessFeatureAccess::GetFactoryDefaultOptionValue(tagFeatureEnum feature) const {
+    return ToOption(AskFactory<tagValueEnum>(*m_places, feature));
+}
+
+bool DataModelLessFeatureAccess::GetFactoryDefaultIntegerValue(tagFeatureEnum feature, int& value) const {
+    return Give(AskFactory<int>(*m_places, feature), value);
+}
+
+bool DataModelLessFeatureAccess::GetFactoryDefaultDimensionValue(tagFeatureEnum feature,
+                                                                 Dimension& value) const {
+    return Give(AskFactory<Dimension>(*m_places, feature), value);
+}
+
+// ---- Setters
+
+void DataModelLessFeatureAccess::SetStringValue(tagFeatureEnum feature, const CXString& text,
+                                                bool isSpecified) {
+    m_places->SetText(feature, text, isSpecified);
+}
+
+void DataModelLessFeatureAccess::SetOptionValue(tagFeatureEnum feature, const SimpleOptionValue& value) {
+    m_places->SetOption(feature, value);
+}
 
 // ---- The public document settings
 
@@ -213,25 +506,40 @@ MicrosoftXmlParser* DataModelLessFeatureAccess::InitializeOrvelPublicDocSettings
 
 HRESULT DataModelLessFeatureAccess::GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
     const CXString& cpssName, bool& isSpecified, CXString& value) const {
-    isSpecified = false;
-    value.Empty();
-    const PublicDocSettingsDocument document(InitializeOrvelPublicDocSettingsInitOnFirstUse());
-    return PublicDocSettingsDocument::Guarded(cpssName, [&] {
-        return document.GetString(cpssName, PublicDocSettingsDocument::Depth::Any, isSpecified, value);
-    });
+    FeatureAnswer<CXString> answer;
+    const HRESULT result = m_places->Document().GetText(cpssName, answer);
+    isSpecified = Give(std::move(answer), value);
+    return result;
+}
+
+HRESULT DataModelLessFeatureAccess::SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
+    const CXString& cpssName, const CXString& syntax, bool isSpecified, const CXString& value) {
+    return m_places->Document().SetText(cpssName, syntax, isSpecified, value);
+}
+
+HRESULT DataModelLessFeatureAccess::GetNumberOfChildrenForOrvelPublicDocSettingsFeature(
+    const CXString& cpssName, bool& isSpecified, unsigned int& count) const {
+    FeatureAnswer<unsigned int> answer;
+    const HRESULT result = m_places->Document().GetNumberOfChildren(cpssName, answer);
+    isSpecified = Give(std::move(answer), count);
+    return result;
+}
+
+bool DataModelLessFeatureAccess::IsOrvelPublicDocSettingsFeaturePresent(const CXString& cpssName) const {
+    return m_places->Document().IsPresent(cpssName);
+}
+
+bool DataModelLessFeatureAccess::IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(
+    const CXString& cpssName) const {
+    return m_places->Document().IsPresent(cpssName, PublicDocSettingsDocument::Depth::JobLevel);
 }
 
 bool DataModelLessFeatureAccess::TryGetOptionValueFromOrvelPublicDocSettings(tagFeatureEnum feature,
                                                                              SimpleOptionValue& value) const {
-    bool isSpecified = false;
-    CXString text;
-    if (GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(
-            m_featureDictionary->GetEntry(feature).wideCpssFeatureName, isSpecified, text) != S_OK)
-        return false;
-    if (m_cpssOptionValueDictionary->IsCpssNamePresent(feature, text.View()))
-        value = SimpleOptionValue(
-            isSpecified, m_cpssOptionValueDictionary->GetEntryByCpssName(feature, text.View()).value);
-    return true;
+    FeatureAnswer<tagValueEnum> answer;
+    const bool isThere = m_places->Document().Ask(m_places->Wanted(feature), answer);
+    if (answer.value != VAL_UNSPECIFIED) value = ToOption(answer);
+    return isThere;
 }
 
 CXString DataModelLessFeatureAccess::GetAttributeAsString(XmlDomNode* node, const wchar_t* name) const {
@@ -244,41 +552,56 @@ bool DataModelLessFeatureAccess::IsSpecified(XmlDomNode* node) const {
 
 // ---- The attribute bytes
 
-bool DataModelLessFeatureAccess::HasAttributeBytes() const {
-    return m_attributeBytes != nullptr && !m_attributeBytes->IsAttributeBytesListEmpty();
+bool DataModelLessFeatureAccess::HasAttributeBytes() const { return m_places->AttributeBytes().HasAny(); }
+
+bool DataModelLessFeatureAccess::TryGetCollection(tagFeatureEnum feature,
+                                                  AttributeBytesIndexedList& members) const {
+    return m_places->AttributeBytes().GetMembers(feature, members);
+}
+
+bool DataModelLessFeatureAccess::TryGetCollection(tagFeatureEnum parent, tagFeatureEnum feature,
+                                                  AttributeBytesIndexedList& members) const {
+    return m_places->AttributeBytes().GetMembers({parent, feature}, members);
 }
 
 SimpleOptionValue
 DataModelLessFeatureAccess::TryGetOptionValueFromAttributeBytesIfExists(tagFeatureEnum feature) const {
-    if (!HasAttributeBytes()) return {};
-    bool isSpecified = false;
-    const LONG value =
-        m_attributeBytes->GetOptionValueFromAttributeBytes(AttributeBytesFeatureId(feature), &isSpecified);
-    return {isSpecified, static_cast<tagValueEnum>(value)};
+    return ToOption(AskBytes<tagValueEnum>(*m_places, feature));
 }
 
-// ---- Required features
-
-bool DataModelLessFeatureAccess::MustEnforce(tagFeatureEnum feature, bool isSpecified) const {
-    return m_enforceRequiredFeatures && !isSpecified &&
-           m_capabilities.IsCpssFeatureRequired(CpssName(feature));
+SimpleOptionValue
+DataModelLessFeatureAccess::TryGetOptionValueFromAttributeBytesIfExists(tagFeatureEnum parent,
+                                                                        tagFeatureEnum feature) const {
+    return ToOption(AskBytes<tagValueEnum>(*m_places, {parent, feature}));
 }
 
-bool DataModelLessFeatureAccess::EnforceRequiredOptionFeatureIfNecessary(tagFeatureEnum feature,
-                                                                         SimpleOptionValue& value) const {
-    if (!MustEnforce(feature, value.IsSpecified())) return false;
-    // Deliberate: also a default that is not specified, and also if there is none.
-    const tagValueEnum enforced = value.GetValue() == VAL_UNSPECIFIED
-                                      ? GetFactoryDefaultOptionValue(feature).GetValue()
-                                      : value.GetValue();
-    value = SimpleOptionValue(true, enforced);
-    return true;
+int DataModelLessFeatureAccess::TryGetIntegerValueFromAttributeBytesIfExists(tagFeatureEnum feature,
+                                                                             bool& isSpecified) const {
+    return Part(AskBytes<int>(*m_places, feature), isSpecified);
 }
 
-SimpleOptionValue DataModelLessFeatureAccess::GetFactoryDefaultOptionValue(tagFeatureEnum feature) const {
-    bool isSpecified = false;
-    const CPString name = m_capabilities.GetFactoryDefaultValueAsString(
-        m_featureDictionary->GetEntry(feature).cpssFeatureName, isSpecified, false);
-    if (!m_cpssOptionValueDictionary->IsCpssNamePresent(feature, name.view())) return {};
-    return {isSpecified, m_cpssOptionValueDictionary->GetEntryByCpssName(feature, name.view()).value};
+int DataModelLessFeatureAccess::TryGetIntegerValueFromAttributeBytesIfExists(tagFeatureEnum parent,
+                                                                             tagFeatureEnum feature,
+                                                                             bool& isSpecified) const {
+    return Part(AskBytes<int>(*m_places, {parent, feature}), isSpecified);
+}
+
+Dimension
+DataModelLessFeatureAccess::TryGetDimensionValueFromAttributeBytesIfExists(tagFeatureEnum feature,
+                                                                           bool& isSpecified) const {
+    return Part(AskBytes<Dimension>(*m_places, feature), isSpecified);
+}
+
+Dimension DataModelLessFeatureAccess::TryGetDimensionValueFromAttributeBytesIfExists(
+    tagFeatureEnum parent, tagFeatureEnum feature, bool& isSpecified) const {
+    return Part(AskBytes<Dimension>(*m_places, {parent, feature}), isSpecified);
+}
+
+CXString DataModelLessFeatureAccess::TryGetStringValueFromAttributeBytesIfExists(tagFeatureEnum feature,
+                                                                                 bool& isSpecified) const {
+    return Part(AskBytes<CXString>(*m_places, feature), isSpecified);
+}
+
+bool DataModelLessFeatureAccess::TryGetIsSpecifiedFromAttributeBytesIfExists(tagFeatureEnum feature) const {
+    return AskBytes<bool>(*m_places, feature).isSpecified;
 }

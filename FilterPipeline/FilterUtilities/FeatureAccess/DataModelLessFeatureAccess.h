@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FeatureQuestion.h"
 #include "FeatureValueSource.h"
 #include "IFilterFeatureAccess.h"
 
@@ -9,10 +10,12 @@
 #include <windows.h>
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
 class AttributeBytesIndexedList;
+class FeaturePlaces;
 class IPrintTicketAccess;
 class MicrosoftXmlParser;
 class NativeXmlConfigCpssOptionValueDictionary;
@@ -24,8 +27,8 @@ class XmlDomNode;
 
 /// What a job asks for, from the print ticket, the public document settings in it, the attribute bytes and
 /// the device capabilities. There is no model that holds all features with their constraints: each feature
-/// has a rule of its own, which asks the places that the driver's user interface and the ticket really use
-/// for it. A feature without a rule has no answer.
+/// has a rule of its own (FeatureRuleTable.cpp), which asks the places that the driver's user interface and
+/// the ticket really use for it. A feature without a rule has no answer.
 ///
 /// A value of the document settings or of a ticket option that has no meaning here gives "unspecified"; what
 /// a call of the ticket access throws passes through. Whatever the first question to the public document
@@ -165,11 +168,12 @@ public:
     bool GetStringValue(tagFeatureEnum feature, CXString& value, FeatureValueSource& source) const;
     [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum feature, FeatureValueSource& source) const;
     [[nodiscard]] SimpleOptionValue GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const;
+    /// The place alone, of any question. Asks it anew.
+    [[nodiscard]] FeatureValueSource GetSource(const FeatureQuestion& question) const;
 
 private:
-    /// Does the work of GetOptionValue (DataModelLessFeatureAccessOptionRules.cpp).
-    class OptionRules;
-    friend class OptionRules;
+    /// Does the work of the questions.
+    friend class FeatureRules;
 
     /// What the caller knows of the job.
     struct Job {
@@ -272,4 +276,5 @@ private:
     bool m_holeCountsOnly = false;
     bool m_holePunchOnOnly = false;
     mutable std::optional<std::uint64_t> m_unparsableSettings; // the hash of a text that is no XML
+    std::unique_ptr<const FeaturePlaces> m_places;             // views of the above
 };

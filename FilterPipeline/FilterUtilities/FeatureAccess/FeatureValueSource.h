@@ -8,4 +8,5 @@ enum class FeatureValueSource {
     AttributeBytes,
     FactoryDefault, // of the device
     Rule,           // what holds when no place has a value, or what two of them make together
+    Queue,          // the printer, whatever the job asks for
 };

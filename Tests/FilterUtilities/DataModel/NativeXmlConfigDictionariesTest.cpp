@@ -3,7 +3,7 @@
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 #include <DataModel/ValueNameTable.h>
-#include <FeatureAccess/FeatureOptionRuleTable.h>
+#include <FeatureAccess/FeatureRuleTable.h>
 #include <FeatureAccess/MediaKeywordTables.h>
 
 #include <Support/AllocationCount.h>
@@ -72,7 +72,7 @@ TEST(Dictionaries, ExistOnceInAProcess) {
     EXPECT_EQ(moduleOfFunction(&NativeXmlConfigCpssOptionValueDictionary::Instance), library);
     EXPECT_EQ(moduleOf(GetFeatureNames().data()), library);
     EXPECT_EQ(moduleOf(GetValueNames().data()), library);
-    EXPECT_EQ(moduleOf(FindFeatureOptionRule(FEAT_JOB_TYPE)), library);
+    EXPECT_EQ(moduleOf(FindFeatureRule(FeatureQuestionKind::Option, FEAT_JOB_TYPE)), library);
     EXPECT_EQ(moduleOf(MediaKeywordTables::GetRows(FEAT_INPUT_TRAY).data()), library);
 }
 

@@ -1,0 +1,302 @@
+#include "FeatureRules.h"
+
+#include <Encryption/DataEncrypter.h>
+#include <Finishing/OcptImportAndExport.h>
+#include <LowLevelFacilities/CPException.h>
+#include <Media/MediaUtilities.h>
+#include <SystemServices/Printer.h>
+
+using namespace DataModelIds;
+using Kind = FeatureQuestionKind;
+using Oddity = FeatureRule::Oddity;
+
+namespace {
+
+tagValueEnum ValueIfSpecified(const FeatureAnswer<tagValueEnum>& answer, tagValueEnum otherwise) {
+    return answer.isSpecified && answer.value != VAL_UNSPECIFIED ? answer.value : otherwise;
+}
+
+int InMicrons(const Dimension& dimension) {
+    return dimension.GetValue(Dimension::Micron).GetIntValue(0.499999); // to nearest
+}
+
+} // namespace
+
+// ---- By the table
+
+FeatureAnswer<tagValueEnum> FeatureRules::Option(const FeaturePath& path) const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::Option, path);
+    if (rule == nullptr) return {};
+    switch (rule->oddity) {
+    case Oddity::CoverOptions:
+        return CoverOptions(*rule);
+    case Oddity::HolePunch:
+        return HolePunch(*rule);
+    case Oddity::JobType:
+        return JobType(*rule);
+    case Oddity::PageLayout:
+        return PageLayout(*rule);
+    case Oddity::Sides:
+        return Sides(*rule);
+    case Oddity::Staple:
+        return Staple(*rule);
+    default:
+        return m_places.Ask<tagValueEnum>(*rule, path);
+    }
+}
+
+FeatureAnswer<int> FeatureRules::Integer(const FeaturePath& path) const {
+    const bool isOfJob = path == FeaturePath(FEAT_WHOLE_JOB, path.Feature()); // as if it stood alone
+    return Ask<int>(Kind::Integer, isOfJob ? path.Feature() : path);
+}
+
+FeatureAnswer<Dimension> FeatureRules::Length(const FeaturePath& path) const {
+    return Ask<Dimension>(Kind::Length, path);
+}
+
+FeatureAnswer<CXString> FeatureRules::Text(const FeaturePath& path) const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::Text, path);
+    if (rule == nullptr) return {};
+    return rule->oddity == Oddity::JobName ? JobName() : m_places.Ask<CXString>(*rule, path);
+}
+
+FeatureAnswer<bool> FeatureRules::Flag(const FeaturePath& path) const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::Flag, path);
+    if (rule == nullptr) return {};
+    return rule->oddity == Oddity::StartSheet ? StartSheet() : m_places.Ask<bool>(*rule, path);
+}
+
+FeatureAnswer<ByteBuffer> FeatureRules::Password(const FeaturePath& path) const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::Password, path);
+    return rule != nullptr && rule->oddity == Oddity::JobPassword ? JobPassword()
+                                                                  : FeatureAnswer<ByteBuffer>();
+}
+
+FeatureAnswer<bool> FeatureRules::Collection(const FeaturePath& path) const {
+    return Ask<bool>(Kind::Collection, path);
+}
+
+FeatureAnswer<unsigned int> FeatureRules::Entries(const FeaturePath& path) const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::Entries, path);
+    if (rule == nullptr) return {};
+    return rule->oddity == Oddity::AnnotationElements ? AnnotationElements(*rule)
+                                                      : m_places.Ask<unsigned int>(*rule, path);
+}
+
+FeatureValueSource FeatureRules::SourceOf(const FeatureQuestion& question) const {
+    switch (question.kind) {
+    case Kind::Option:
+        return Option(question.path).source;
+    case Kind::Integer:
+        return Integer(question.path).source;
+    case Kind::Length:
+        return Length(question.path).source;
+    case Kind::Text:
+        return Text(question.path).source;
+    case Kind::Flag:
+        return Flag(question.path).source;
+    case Kind::Password:
+        return Password(question.path).source;
+    case Kind::Collection:
+        return Collection(question.path).source;
+    case Kind::Entries:
+        return Entries(question.path).source;
+    case Kind::MediaSize:
+        return MediaSize().source;
+    case Kind::Orientation:
+        return Orientation().source;
+    case Kind::Time:
+    case Kind::Bytes:
+    case Kind::OutputSize:
+        break;
+    }
+    return FeatureValueSource::None;
+}
+
+// ---- Odd options
+
+FeatureAnswer<tagValueEnum> FeatureRules::CoverOptions(const FeatureRule& rule) const {
+    const OptionAnswer answer = m_places.Ask<tagValueEnum>(rule, rule.path);
+    const bool isChosen = ValueIfSpecified(answer, VAL_UNSPECIFIED) != VAL_UNSPECIFIED;
+    return isChosen ? answer : ChosenOption(VAL_COVER_OPTION_NONE, FeatureValueSource::Rule);
+}
+
+/// One feature of the ticket says how many holes there are and where; the driver has a feature for counts and
+/// one for the positions of each count.
+FeatureAnswer<tagValueEnum> FeatureRules::HolePunch(const FeatureRule& rule) const {
+    if (!m_places.IsSupported(rule.path)) return {};
+    const WantedFeature wanted = m_places.Wanted(rule.path);
+    std::optional<OptionAnswer> inTicket = HolePunchOfTicket(wanted.Feature());
+    OptionAnswer answer = inTicket ? *inTicket : m_places.Read<tagValueEnum>(rule, wanted);
+    m_places.Enforce(wanted, answer); // also what the ticket leaves open
+    return answer;
+}
+
+std::optional<FeatureAnswer<tagValueEnum>> FeatureRules::HolePunchOfTicket(tagFeatureEnum feature) const {
+    if (!m_places.IsSupported(FEAT_MS_JOB_HOLE_PUNCH)) return {};
+    OptionAnswer inTicket;
+    if (!m_places.Ticket().Ask(m_places.Wanted(FEAT_MS_JOB_HOLE_PUNCH), inTicket)) return {};
+    tagValueEnum count = VAL_UNSPECIFIED;
+    tagValueEnum twoHoles = VAL_UNSPECIFIED;
+    tagValueEnum threeHoles = VAL_UNSPECIFIED;
+    tagValueEnum fourHoles = VAL_UNSPECIFIED;
+    OcptImportAndExport::DetermineDataModelHolePunchValuesFromPrintTicketValue(
+        inTicket.value, m_access.m_holePunchOnOnly, m_access.m_holeCountsOnly,
+        m_access.m_anyHolePositionsSupported, m_access.m_twoHoleSupported, m_access.m_threeHoleSupported,
+        m_access.m_fourHoleSupported, m_access.m_twoHolePositionsSupported,
+        m_access.m_threeHolePositionsSupported, m_access.m_fourHolePositionsSupported, count, twoHoles,
+        threeHoles, fourHoles);
+    const tagValueEnum value = feature == FEAT_FINISHING_2_HOLE_PUNCH   ? twoHoles
+                               : feature == FEAT_FINISHING_3_HOLE_PUNCH ? threeHoles
+                               : feature == FEAT_FINISHING_4_HOLE_PUNCH ? fourHoles
+                                                                        : count;
+    return ChosenOption(value, FeatureValueSource::PrintTicket);
+}
+
+/// The ticket's passcode makes a job a secure one, or keeps it from being one. No job is without a type.
+FeatureAnswer<tagValueEnum> FeatureRules::JobType(const FeatureRule& rule) const {
+    bool isPinOff = false;
+    if (m_places.IsSupported(FEAT_MS_PIN_PRINTING)) {
+        const CXString pin = m_places.Ticket().GetOption(m_places.Wanted(FEAT_MS_PIN_PRINTING).TicketName());
+        if (pin.CompareNoCase(L"on") == 0)
+            return ChosenOption(VAL_JOB_TYPE_SECURE_PRINT, FeatureValueSource::PrintTicket);
+        isPinOff = pin.CompareNoCase(L"off") == 0;
+    }
+    const WantedFeature wanted = m_places.Wanted(rule.path);
+    OptionAnswer answer = m_places.Read<tagValueEnum>(rule, wanted);
+    const bool isUnknownText =
+        answer.source == FeatureValueSource::PublicDocumentSettings && answer.value == VAL_UNSPECIFIED;
+    if (isUnknownText) answer.value = VAL_JOB_TYPE_NORMAL_PRINT; // not the device's default
+    m_places.Enforce(wanted, answer);
+    if (!answer.isSpecified || answer.value == VAL_JOB_TYPE_NONE)
+        return ChosenOption(VAL_JOB_TYPE_NORMAL_PRINT, FeatureValueSource::Rule);
+    if (isPinOff && answer.value == VAL_JOB_TYPE_SECURE_PRINT)
+        return ChosenOption(VAL_JOB_TYPE_NORMAL_PRINT, FeatureValueSource::PrintTicket);
+    return answer;
+}
+
+/// The one answer that has a value without being specified: one page, where the ticket knows no layout.
+FeatureAnswer<tagValueEnum> FeatureRules::PageLayout(const FeatureRule& rule) const {
+    const CXString* const name = m_places.FindSupportedName(rule.path);
+    if (name == nullptr) return {VAL_PAGE_LAYOUT_NUP_1, false, FeatureValueSource::None};
+    WantedFeature wanted = m_places.Wanted(rule.path);
+    wanted.ticketName = name;
+    OptionAnswer answer;
+    const bool isKnown = m_places.Ticket().Ask(wanted, answer);
+    return isKnown ? answer : ChosenOption(VAL_PAGE_LAYOUT_NUP_1, FeatureValueSource::Rule);
+}
+
+/// The document settings can say that nobody chose, whatever the ticket holds; what they choose counts only
+/// where the ticket is silent.
+FeatureAnswer<tagValueEnum> FeatureRules::Sides(const FeatureRule& rule) const {
+    if (!m_places.IsSupported(rule.path)) return {};
+    const WantedFeature wanted = m_places.Wanted(rule.path, rule.words);
+    FeatureAnswer<CXString> element;
+    const bool isInSettings = m_places.Document().Ask(wanted, element);
+    if (isInSettings && !element.isSpecified) return {VAL_UNSPECIFIED, false, element.source};
+    // The ticket's words are the dictionary's.
+    OptionAnswer inTicket;
+    m_places.Ticket().Ask(m_places.Wanted(rule.path), inTicket);
+    if (inTicket.source == FeatureValueSource::None)
+        return isInSettings ? m_places.Document().ToOption(wanted, element) : OptionAnswer();
+    const bool isOfSides = rule.words.FindWritten(inTicket.value) != nullptr;
+    return isOfSides ? inTicket : OptionAnswer{VAL_UNSPECIFIED, false, inTicket.source};
+}
+
+/// Of a device whose ticket says where the staples go, the features for one and for two staples answer.
+FeatureAnswer<tagValueEnum> FeatureRules::Staple(const FeatureRule& rule) const {
+    if (!m_places.IsSupported(rule.path)) return {};
+    const WantedFeature wanted = m_places.Wanted(rule.path, rule.words);
+    const bool hasPositions = m_places.Ticket().IsOffered(wanted.TicketName(), L"StapleTopRight");
+    return hasPositions ? OptionAnswer() : m_places.Read<tagValueEnum>(rule, wanted);
+}
+
+// ---- Other odd answers
+
+FeatureAnswer<CXString> FeatureRules::TextOfSettingsOrBytes(const CXString& cpssName,
+                                                            tagFeatureEnum feature) const {
+    FeatureAnswer<CXString> answer;
+    if (m_places.Document().GetText(cpssName, answer) != S_OK)
+        m_places.AttributeBytes().Ask(WantedFeature{.path = feature}, answer);
+    return answer;
+}
+
+/// Deliberate: only a secure job has a name that its user chose; all others have that of the document. The
+/// name has none of its own in the settings, so that only the attribute bytes can hold it.
+FeatureAnswer<CXString> FeatureRules::JobName() const {
+    const FeatureAnswer<CXString> chosen =
+        TextOfSettingsOrBytes(m_places.Wanted(FEAT_SECURE_JOB_NAME).DocumentName(), FEAT_JOB_NAME);
+    if (chosen.isSpecified && !chosen.value.IsEmpty() &&
+        ValueIfSpecified(Option(FEAT_JOB_TYPE), VAL_UNSPECIFIED) == VAL_JOB_TYPE_SECURE_PRINT)
+        return chosen;
+    const CXString& document = m_access.m_documentName;
+    if (document.IsEmpty()) return {};
+    return {document, true, FeatureValueSource::Rule};
+}
+
+/// The pin of the ticket, or the scrambled password of the settings.
+FeatureAnswer<ByteBuffer> FeatureRules::JobPassword() const {
+    FeatureAnswer<ByteBuffer> answer;
+    if (m_places.IsSupported(FEAT_MS_PIN_PRINTING_STRING)) {
+        const FeatureAnswer<CXString> pin = Text(FEAT_MS_PIN_PRINTING_STRING);
+        if (!pin.value.IsBlank()) {
+            answer.value.appendAsUtf8(pin.value);
+            answer.isSpecified = true;
+            answer.source = pin.source;
+            return answer;
+        }
+    }
+    FeatureAnswer<CXString> digits;
+    if (!m_places.Document().Ask(m_places.Wanted(FEAT_JOB_PASSWORD), digits)) return answer;
+    if (!digits.isSpecified) digits.value.Empty();
+    ByteBuffer scrambled;
+    if (!ByteBuffer::ConvertHexBinaryStringToByteBuffer(digits.value, scrambled, true)) return answer;
+    try {
+        answer.value = DataEncrypter::DecryptStringWithOrvelSimple1(scrambled.getAsCXStringFromUtf8Buffer());
+    } catch (const CPExceptionInvalidArgument&) {
+        return answer; // It was damaged on the way: no job is to wait for a password that nobody knows.
+    }
+    answer.isSpecified = digits.isSpecified;
+    answer.source = digits.source;
+    return answer;
+}
+
+FeatureAnswer<bool> FeatureRules::StartSheet() const {
+    return {Printer(m_access.m_printer).IsMSSeparatorPageSelected(), true, FeatureValueSource::Queue};
+}
+
+FeatureAnswer<unsigned int> FeatureRules::AnnotationElements(const FeatureRule& rule) const {
+    const WantedFeature wanted = m_places.Wanted(rule.path);
+    FeatureAnswer<unsigned int> answer;
+    const bool isInSettings =
+        m_places.Document().IsPresent(m_places.Wanted(FEAT_ANNOTATION_COL).DocumentName());
+    if (isInSettings)
+        m_places.Document().Ask(wanted, answer);
+    else
+        m_places.AttributeBytes().Ask(wanted, answer);
+    return answer;
+}
+
+FeatureAnswer<tagValueEnum> FeatureRules::MediaSize() const {
+    const FeatureRule* const rule = FindFeatureRule(Kind::MediaSize, FEAT_APPLICATION_MEDIA_SIZE_OPTION);
+    if (rule == nullptr) return {};
+    FeatureAnswer<CXString> newSize; // It is not taken from this text, but from the attribute bytes.
+    m_places.Document().Ask(m_places.Wanted(FEAT_FIT_TO_NEW_SIZE_PRINT_TICKET_KEYWORD), newSize);
+    OptionAnswer answer;
+    if (newSize.isSpecified)
+        m_places.AttributeBytes().Ask(m_places.Wanted({FEAT_MEDIA_COL, FEAT_MEDIA_SIZE_OPTION}), answer);
+    else
+        answer = m_places.Read<tagValueEnum>(*rule, m_places.Wanted(rule->path, rule->words));
+    return answer;
+}
+
+FeatureAnswer<tagValueEnum> FeatureRules::Orientation() const {
+    const OptionAnswer asked = Option(FEAT_MS_ORIENTATION);
+    const tagValueEnum value = MediaUtilities::GetEffectiveOrientation(
+        ValueIfSpecified(asked, VAL_MS_ORIENTATION_PORTRAIT),
+        ValueIfSpecified(Option(FEAT_PAGE_LAYOUT), VAL_UNSPECIFIED),
+        ValueIfSpecified(Option(FEAT_BOOKLET), VAL_UNSPECIFIED), InMicrons(m_access.m_firstOutputSize),
+        InMicrons(m_access.m_secondOutputSize));
+    const bool isAsAsked = asked.isSpecified && asked.value == value;
+    return {value, true, isAsAsked ? asked.source : FeatureValueSource::Rule};
+}

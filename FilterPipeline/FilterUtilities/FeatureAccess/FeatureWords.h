@@ -1,0 +1,41 @@
+#pragma once
+
+#include "FeatureKeywordTables.h"
+
+#include <LowLevelFacilities/CXString.h>
+
+/// What the texts of a feature mean, where its options have no rows in the dictionaries: rows, or a function
+/// that knows more texts than rows tell.
+class FeatureWords {
+public:
+    using tagValueEnum = DataModelIds::tagValueEnum;
+    using Row = FeatureKeywordTables::Row;
+    /// VAL_UNSPECIFIED for a text that says nothing.
+    using FindText = tagValueEnum (*)(std::wstring_view text) noexcept;
+
+    /// Those of the dictionaries.
+    constexpr FeatureWords() = default;
+    template <std::size_t Count>
+    constexpr FeatureWords(const Row (&rows)[Count]) : m_rows(rows) {}
+    constexpr FeatureWords(FindText findText) : m_findText(findText) {}
+
+    [[nodiscard]] constexpr bool AreOfDictionary() const { return m_rows.empty() && m_findText == nullptr; }
+    [[nodiscard]] tagValueEnum Find(std::wstring_view text) const noexcept {
+        if (m_findText != nullptr) return m_findText(text);
+        const Row* const row = FeatureKeywordTables::FindKeyword(m_rows, text);
+        return row != nullptr ? row->value : DataModelIds::VAL_UNSPECIFIED;
+    }
+    /// Of a value that may be written; null if there is none.
+    [[nodiscard]] const Row* FindWritten(tagValueEnum value) const noexcept {
+        return FeatureKeywordTables::FindValue(m_rows, value);
+    }
+    [[nodiscard]] constexpr FeatureKeywordTables::Rows Rows() const { return m_rows; }
+
+private:
+    FeatureKeywordTables::Rows m_rows;
+    FindText m_findText = nullptr;
+};
+
+[[nodiscard]] inline CXString TextOf(const FeatureKeywordTables::Row& row) {
+    return CXString(row.keyword.data(), static_cast<int>(row.keyword.size()));
+}

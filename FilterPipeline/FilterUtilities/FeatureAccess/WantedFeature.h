@@ -1,0 +1,31 @@
+#pragma once
+
+#include "FeatureQuestion.h"
+#include "FeatureWords.h"
+
+#include <DataModel/NativeXmlConfigFeatureEntry.h>
+
+/// What a place is asked for: where the feature stands, by what names, and what its texts mean.
+struct WantedFeature {
+    FeaturePath path;
+    const NativeXmlConfigFeatureEntry* names = nullptr; // null if the dictionary does not have the feature
+    const CXString* ticketName = nullptr;               // that of the names, or another that the ticket has
+    FeatureWords words = {};
+
+    [[nodiscard]] DataModelIds::tagFeatureEnum Feature() const { return path.Feature(); }
+    // Empty for a feature without names.
+    [[nodiscard]] const CXString& TicketName() const { return ticketName != nullptr ? *ticketName : None(); }
+    [[nodiscard]] const CXString& DocumentName() const {
+        return names != nullptr ? names->wideCpssFeatureName : None();
+    }
+    [[nodiscard]] const CPString& DeviceName() const {
+        static const CPString none;
+        return names != nullptr ? names->cpssFeatureName : none;
+    }
+
+private:
+    static const CXString& None() {
+        static const CXString none;
+        return none;
+    }
+};
