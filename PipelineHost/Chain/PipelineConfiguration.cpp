@@ -2,11 +2,9 @@
 
 #include "Streams/FileStreams.h"
 
-#include <libxml/parser.h>
-#include <libxml/tree.h>
+#include <Xml/StrictXml.h>
 
 #include <array>
-#include <memory>
 
 namespace OvPipeline {
 
@@ -14,13 +12,6 @@ namespace {
 
 constexpr HRESULT InvalidData = static_cast<HRESULT>(0x8007000D);
 constexpr std::uint64_t MaxSize = 1 << 20;
-
-struct DocumentDeleter {
-    void operator()(xmlDoc* document) const { xmlFreeDoc(document); }
-};
-struct ContextDeleter {
-    void operator()(xmlParserCtxt* context) const { xmlFreeParserCtxt(context); }
-};
 
 // One published interface that a Filter's Input or Output may name.
 struct KnownEnd {
@@ -50,7 +41,9 @@ public:
 
 private:
     [[noreturn]] void Refuse(const xmlNode* node, const std::string& problem) const {
-        const long line = node ? xmlGetLineNo(node) : 0;
+        RefuseLine(node ? xmlGetLineNo(node) : 0, problem);
+    }
+    [[noreturn]] void RefuseLine(long line, const std::string& problem) const {
         throw HostError(InvalidData, m_file.string(),
                         m_file.string() + (line > 0 ? " line " + std::to_string(line) : std::string()) +
                             ": " + problem);
@@ -70,23 +63,12 @@ private:
         }
     }
 
-    std::unique_ptr<xmlDoc, DocumentDeleter> Parse() const {
-        const std::string text = ReadText();
-        const std::unique_ptr<xmlParserCtxt, ContextDeleter> context(xmlNewParserCtxt());
-        if (!context) throw std::bad_alloc();
-        std::unique_ptr<xmlDoc, DocumentDeleter> document(
-            xmlCtxtReadMemory(context.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr,
-                              XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
-        if (!document || !xmlDocGetRootElement(document.get())) {
-            std::string problem = context->lastError.message ? context->lastError.message : "no XML";
-            while (!problem.empty() && problem.back() == '\n')
-                problem.pop_back();
-            throw HostError(InvalidData, m_file.string(),
-                            m_file.string() + " line " + std::to_string(context->lastError.line) + ": " +
-                                problem);
+    OvPlatform::XmlDocument Parse() const {
+        try {
+            return OvPlatform::ParseStrictXml(ReadText());
+        } catch (const OvPlatform::StrictXmlError& error) {
+            RefuseLine(error.Line(), error.what());
         }
-        if (document->intSubset) Refuse(nullptr, "document type declarations are not allowed");
-        return document;
     }
 
     static const xmlNode* Element(const xmlNode* node) {
@@ -94,13 +76,12 @@ private:
             node = node->next;
         return node;
     }
-    static std::string Name(const xmlNode* node) { return reinterpret_cast<const char*>(node->name); }
+    static std::string Name(const xmlNode* node) { return std::string(OvPlatform::LocalName(node)); }
 
     static std::string Attribute(const xmlNode* node, const char* name) {
-        xmlChar* value = xmlGetNoNsProp(node, BAD_CAST name);
-        std::string text = value ? reinterpret_cast<const char*>(value) : "";
-        xmlFree(value);
-        return text;
+        std::string value;
+        OvPlatform::GetAttribute(node, name, value);
+        return value;
     }
     std::string RequiredAttribute(const xmlNode* node, const char* name) const {
         std::string value = Attribute(node, name);

@@ -4,22 +4,14 @@
 #include "Streams/PackageContent.h"
 #include "Streams/PrintWriteStream.h"
 
-#include <libxml/uri.h>
-#include <libxml/xmlmemory.h>
+#include <Xml/XmlPointer.h>
+#include <Xml/XmlString.h>
 
-#include <memory>
+#include <libxml/uri.h>
 
 namespace OvPipeline {
 
 namespace {
-
-struct XmlTextDeleter {
-    void operator()(void* text) const { xmlFree(text); }
-};
-template <class Char>
-using XmlText = std::unique_ptr<Char, XmlTextDeleter>;
-
-const xmlChar* Xml(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
 
 bool IsPartName(const std::string& name) {
     return name.size() > 1 && name.front() == '/' && name.back() != '/' &&
@@ -108,21 +100,23 @@ HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFII
 
 std::string ResolveReference(const std::string& base, const std::string& reference) {
     const std::string withoutFragment = reference.substr(0, reference.find('#'));
-    const XmlText<xmlChar> resolved(xmlBuildURI(Xml(withoutFragment), Xml(base)));
+    const OvPlatform::XmlPointer<xmlChar> resolved(
+        xmlBuildURI(OvPlatform::AsXml(withoutFragment.c_str()), OvPlatform::AsXml(base.c_str())));
     if (!resolved || withoutFragment.empty())
         throw InputError(static_cast<HRESULT>(0x80510001), base,
                          base + ": the reference \"" + reference + "\" cannot be resolved");
-    return reinterpret_cast<const char*>(resolved.get());
+    return std::string(OvPlatform::View(resolved.get()));
 }
 
 const OvPlatform::PackagePart* FindReferred(const OvPlatform::PackageReader& package, const std::string& base,
                                             const std::string& reference) {
     // References are IRIs: what a part's name must encode may stand in them as it is.
-    const XmlText<xmlChar> escaped(xmlURIEscapeStr(Xml(reference), BAD_CAST "/:@!$&'()*+,;=%-._~#?"));
+    const OvPlatform::XmlPointer<xmlChar> escaped(
+        xmlURIEscapeStr(OvPlatform::AsXml(reference.c_str()), OvPlatform::AsXml("/:@!$&'()*+,;=%-._~#?")));
     const std::string resolved =
-        ResolveReference(base, escaped ? reinterpret_cast<const char*>(escaped.get()) : reference);
+        ResolveReference(base, escaped ? std::string(OvPlatform::View(escaped.get())) : reference);
     if (const OvPlatform::PackagePart* part = package.Find(resolved)) return part;
-    const XmlText<char> plain(xmlURIUnescapeString(resolved.c_str(), 0, nullptr));
+    const OvPlatform::XmlPointer<char> plain(xmlURIUnescapeString(resolved.c_str(), 0, nullptr));
     return plain ? package.Find(plain.get()) : nullptr;
 }
 

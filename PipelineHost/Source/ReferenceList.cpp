@@ -1,5 +1,8 @@
 #include "Source/ReferenceList.h"
 
+#include <Xml/ParserError.h>
+#include <Xml/XmlString.h>
+
 #include <libxml/xmlreader.h>
 
 #include <cstring>
@@ -23,11 +26,9 @@ const char* ItemName(ReferenceList::Of kind) {
     return kind == ReferenceList::Of::Sequence ? "DocumentReference" : "PageContent";
 }
 
-std::string Text(const xmlChar* text) { return text ? reinterpret_cast<const char*>(text) : ""; }
+std::string Text(const xmlChar* text) { return std::string(OvPlatform::View(text)); }
 
 } // namespace
-
-void ReferenceList::ReaderDeleter::operator()(_xmlTextReader* reader) const { xmlFreeTextReader(reader); }
 
 ReferenceList::ReferenceList(Of kind, const PartCore& part)
     : m_kind(kind), m_partName(part.name), m_bytes(part.content->Open()) {
@@ -36,8 +37,6 @@ ReferenceList::ReferenceList(Of kind, const PartCore& part)
     if (!m_reader) throw std::bad_alloc();
     xmlTextReaderSetStructuredErrorHandler(m_reader.get(), &Ignore, nullptr);
 }
-
-ReferenceList::~ReferenceList() = default;
 
 int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
     auto* self = static_cast<ReferenceList*>(context);
@@ -65,10 +64,7 @@ bool ReferenceList::Advance() {
     if (m_readFailure) std::rethrow_exception(m_readFailure);
     if (more < 0) {
         const xmlError* error = xmlGetLastError();
-        std::string problem = error && error->message ? error->message : "the markup cannot be read";
-        while (!problem.empty() && (problem.back() == '\n' || problem.back() == '\r'))
-            problem.pop_back();
-        Refuse(problem);
+        Refuse(error ? OvPlatform::ParserError::Reason(error) : "the markup cannot be read");
     }
     if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)
         Refuse("document type declarations are not allowed");
@@ -82,10 +78,9 @@ bool ReferenceList::IsElement(const char* name) const {
 }
 
 std::string ReferenceList::Attribute(const char* name) const {
-    xmlChar* value = xmlTextReaderGetAttribute(m_reader.get(), BAD_CAST name);
-    std::string text = Text(value);
-    xmlFree(value);
-    return text;
+    const OvPlatform::XmlPointer<xmlChar> value(
+        xmlTextReaderGetAttribute(m_reader.get(), OvPlatform::AsXml(name)));
+    return Text(value.get());
 }
 
 void ReferenceList::CheckRoot() {

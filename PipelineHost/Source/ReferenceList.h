@@ -2,12 +2,11 @@
 
 #include "Parts/FixedPagePart.h"
 
-#include "Dom/AttributeBound.h"
+#include <Xml/AttributeBound.h>
+#include <Xml/XmlPointer.h>
 
 #include <memory>
 #include <optional>
-
-struct _xmlTextReader; // libxml2's
 
 namespace OvPipeline {
 
@@ -19,7 +18,6 @@ public:
     enum class Of { Sequence, Document };
 
     ReferenceList(Of kind, const PartCore& part);
-    ~ReferenceList();
     ReferenceList(const ReferenceList&) = delete;
     ReferenceList& operator=(const ReferenceList&) = delete;
 
@@ -27,10 +25,6 @@ public:
     std::optional<PageReference> Next();
 
 private:
-    struct ReaderDeleter {
-        void operator()(_xmlTextReader* reader) const;
-    };
-
     static int ReadBytes(void* context, char* buffer, int size);
     bool Advance();
     void CheckRoot();
@@ -45,7 +39,7 @@ private:
     std::unique_ptr<ByteReader> m_bytes;
     OvPlatform::AttributeBound m_attributes;
     std::exception_ptr m_readFailure;
-    std::unique_ptr<_xmlTextReader, ReaderDeleter> m_reader;
+    OvPlatform::XmlPointer<_xmlTextReader> m_reader;
     bool m_started = false;
     bool m_ended = false;
 };

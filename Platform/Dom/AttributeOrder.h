@@ -1,6 +1,7 @@
 #pragma once
 
-#include "Dom/StartTag.h"
+#include "Xml/StartTag.h"
+#include "Xml/XmlString.h"
 
 #include <libxml/tree.h>
 
@@ -62,11 +63,5 @@ void Replace(xmlNode* element, xmlNs* declaration, xmlNs* fresh) noexcept;
 void Remove(xmlNode* element, xmlNs* declaration) noexcept;
 
 } // namespace AttributeOrder
-
-/// Views on the tree's strings; null is empty.
-inline std::string_view View(const xmlChar* text) noexcept {
-    return text == nullptr ? std::string_view() : std::string_view(reinterpret_cast<const char*>(text));
-}
-inline const xmlChar* AsXml(const char* text) noexcept { return reinterpret_cast<const xmlChar*>(text); }
 
 } // namespace OvPlatform

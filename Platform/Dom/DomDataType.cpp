@@ -1,7 +1,7 @@
 #include "Dom/DomDataType.h"
 
 #include "Dom/DomTree.h"
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <atlcomcli.h>
 

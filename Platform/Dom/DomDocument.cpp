@@ -8,9 +8,9 @@
 #include "Dom/DomParseError.h"
 #include "Dom/DomProperties.h"
 #include "Dom/DomSerializer.h"
-#include "Dom/DomSource.h"
 #include "Dom/DomStream.h"
-#include "Dom/TextConversion.h"
+#include "Xml/DocumentBytes.h"
+#include "Xml/TextConversion.h"
 
 #include <Com/ClassTable.h>
 #include <atlcomcli.h>
@@ -93,13 +93,13 @@ void DomDocument::BeforeUse() {
 
 // ---- Loading and saving ----
 
-void DomDocument::Replace(xmlDoc* document) {
-    const DomTree::Pointer fresh = DomTree::Create(document, Tree().Settings());
+void DomDocument::Replace(XmlDocument document) {
+    const DomTree::Pointer fresh = DomTree::Create(std::move(document), Tree().Settings());
     MoveTo(*fresh, fresh->DocumentNode());
     if (m_stream != nullptr) m_stream->Forget();
 }
 
-HRESULT DomDocument::LoadFailed(DomFailure failure) {
+HRESULT DomDocument::LoadFailed(XmlFailure failure) {
     Replace(nullptr);
     m_failure = std::move(failure);
     Failed(m_failure.code, m_failure.reason);
@@ -108,13 +108,13 @@ HRESULT DomDocument::LoadFailed(DomFailure failure) {
 
 HRESULT DomDocument::Load(std::string_view text, Source source) {
     DomLoader loader(Tree().Settings());
-    xmlDoc* document = source == Source::Bytes ? loader.FromBytes(text) : loader.FromText(text);
+    XmlDocument document = source == Source::Bytes ? loader.FromBytes(text) : loader.FromText(text);
     if (document == nullptr) {
-        DomFailure failure = loader.Failure();
+        XmlFailure failure = loader.Failure();
         failure.url = m_url;
         return LoadFailed(std::move(failure));
     }
-    Replace(document);
+    Replace(std::move(document));
     m_failure = {};
     return S_OK;
 }
@@ -127,7 +127,7 @@ HRESULT DomDocument::LoadWritten(std::string_view bytes) {
 HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSuccessful) {
     if (isSuccessful != nullptr) *isSuccessful = VARIANT_FALSE;
     return Guarded([&]() -> HRESULT {
-        const VARIANT& value = DomSource::Value(source);
+        const VARIANT& value = DocumentBytes::Value(source);
         std::string bytes;
         HRESULT result = S_OK;
         if (value.vt == VT_BSTR || value.vt == (VT_BSTR | VT_BYREF)) {
@@ -135,12 +135,12 @@ HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSucc
             if (::SysStringLen(path) == 0) return E_INVALIDARG;
             m_url.clear();
             AppendUtf8(m_url, ViewOf(path));
-            DomFailure failure;
-            failure.code = DomSource::ReadFile(path, bytes, failure.reason);
+            XmlFailure failure;
+            failure.code = DocumentBytes::ReadFile(path, bytes, failure.reason);
             failure.url = m_url;
             if (FAILED(failure.code)) return LoadFailed(std::move(failure));
         } else {
-            if (result = DomSource::Read(value, bytes); FAILED(result)) return result;
+            if (result = DocumentBytes::Read(value, bytes); FAILED(result)) return result;
             m_url.clear();
         }
         result = Load(bytes, Source::Bytes);
@@ -155,7 +155,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::loadXML(BSTR xml, VARIANT_BOOL* isSuccess
         m_url.clear();
         std::string text;
         if (!AppendUtf8(text, ViewOf(xml))) {
-            DomFailure failure;
+            XmlFailure failure;
             failure.code = XML_E_INVALID_UNICODE;
             failure.reason = "The text holds half of a surrogate pair";
             return LoadFailed(std::move(failure));
@@ -172,22 +172,22 @@ HRESULT STDMETHODCALLTYPE DomDocument::save(VARIANT destination) {
         if (!DomSerializer::ToBytes(Tree(), bytes))
             return Failed(E_FAIL, "The encoding that the document declares is not supported, or lacks "
                                   "characters that cannot be written by number");
-        const VARIANT& value = DomSource::Value(destination);
+        const VARIANT& value = DocumentBytes::Value(destination);
         switch (value.vt) {
         case VT_BSTR:
-            return DomSource::WriteFile(value.bstrVal, bytes);
+            return DocumentBytes::WriteFile(value.bstrVal, bytes);
         case VT_BSTR | VT_BYREF:
-            return DomSource::WriteFile(*value.pbstrVal, bytes);
+            return DocumentBytes::WriteFile(*value.pbstrVal, bytes);
         case VT_UNKNOWN:
         case VT_DISPATCH:
-            return DomSource::WriteStream(value.punkVal, bytes);
+            return DocumentBytes::WriteStream(value.punkVal, bytes);
         default:
             return E_INVALIDARG;
         }
     });
 }
 
-HRESULT DomDocument::GiveParseError(const DomFailure& failure, IXMLDOMParseError** error) {
+HRESULT DomDocument::GiveParseError(const XmlFailure& failure, IXMLDOMParseError** error) {
     if (error == nullptr) return E_INVALIDARG;
     *error = new DomParseError(failure);
     return S_OK;
@@ -199,7 +199,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::get_parseError(IXMLDOMParseError** error)
 
 HRESULT STDMETHODCALLTYPE DomDocument::validate(IXMLDOMParseError** error) {
     return Guarded([&] {
-        DomFailure failure;
+        XmlFailure failure;
         failure.code = NoSchema;
         failure.reason = "The document has neither a schema nor a document type declaration to be checked by";
         const HRESULT result = GiveParseError(failure, error);
@@ -331,7 +331,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::createNode(VARIANT type, BSTR name, BSTR 
         if (node == nullptr) return E_INVALIDARG;
         *node = nullptr;
         LONG wanted = NODE_INVALID;
-        HRESULT result = TypeOf(DomSource::Value(type), wanted);
+        HRESULT result = TypeOf(DocumentBytes::Value(type), wanted);
         if (FAILED(result)) return result;
         xmlNode* made = NewNode(wanted, name, namespaceUri, result);
         return made != nullptr ? GiveNew(Tree(), made, node) : result;
@@ -453,7 +453,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::put_preserveWhiteSpace(VARIANT_BOOL isPre
 
 HRESULT STDMETHODCALLTYPE DomDocument::setProperty(BSTR name, VARIANT value) {
     return Guarded(
-        [&] { return DomProperties::Set(Tree().Settings(), ViewOf(name), DomSource::Value(value)); });
+        [&] { return DomProperties::Set(Tree().Settings(), ViewOf(name), DocumentBytes::Value(value)); });
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::getProperty(BSTR name, VARIANT* value) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Dom/DomFailure.h"
 #include "Dom/DomNode.h"
+#include "Xml/XmlFailure.h"
 
 #include <string_view>
 
@@ -84,16 +84,16 @@ private:
     enum class Source { Bytes, Text };
 
     HRESULT Load(std::string_view text, Source source);
-    HRESULT LoadFailed(DomFailure failure);
-    void Replace(xmlDoc* document);
+    HRESULT LoadFailed(XmlFailure failure);
+    void Replace(XmlDocument document);
     xmlNode* NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result);
     template <class Wanted>
     HRESULT CreateNamed(DOMNodeType type, BSTR name, Wanted** node);
     template <class Wanted>
     HRESULT CreateData(xmlElementType type, BSTR data, Wanted** node);
-    HRESULT GiveParseError(const DomFailure& failure, IXMLDOMParseError** error);
+    HRESULT GiveParseError(const XmlFailure& failure, IXMLDOMParseError** error);
 
-    DomFailure m_failure;
+    XmlFailure m_failure;
     std::string m_url;
     DomStream* m_stream = nullptr; ///< not counted: it counts the document
 };

@@ -2,7 +2,7 @@
 
 #include "Dom/DomDataType.h"
 #include "Dom/DomNamedNodeMap.h"
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <atlcomcli.h>
 

@@ -1,6 +1,6 @@
 #include "Dom/DomErrorInfo.h"
 
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <atlcomcli.h>
 

@@ -1,6 +1,6 @@
 #include "Dom/DomImplementation.h"
 
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <algorithm>
 #include <array>

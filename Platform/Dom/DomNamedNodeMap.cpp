@@ -1,7 +1,7 @@
 #include "Dom/DomNamedNodeMap.h"
 
 #include "Dom/DomErrorInfo.h"
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <libxml/xmlmemory.h>
 

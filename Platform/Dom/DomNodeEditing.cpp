@@ -2,7 +2,7 @@
 
 #include "Dom/DomNodeFactory.h"
 #include "Dom/DomNodeObject.h"
-#include "Dom/XmlDeclaration.h"
+#include "Xml/XmlDeclaration.h"
 
 namespace OvPlatform {
 

@@ -7,7 +7,7 @@
 #include "Dom/DomFragment.h"
 #include "Dom/DomProcessingInstruction.h"
 #include "Dom/WhiteSpace.h"
-#include "Dom/XmlDeclaration.h"
+#include "Xml/XmlDeclaration.h"
 
 namespace OvPlatform {
 

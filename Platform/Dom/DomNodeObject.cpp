@@ -7,10 +7,10 @@
 #include "Dom/DomNodeFactory.h"
 #include "Dom/DomNodeList.h"
 #include "Dom/DomSerializer.h"
-#include "Dom/TextConversion.h"
 #include "Dom/WhiteSpace.h"
 #include "Dom/XPathCache.h"
-#include "Dom/XmlDeclaration.h"
+#include "Xml/TextConversion.h"
+#include "Xml/XmlDeclaration.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #include "Dom/DomParseError.h"
 
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <Com/FaultInjection.h>
 

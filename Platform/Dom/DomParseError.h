@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Dom/Dispatch.h"
-#include "Dom/DomFailure.h"
+#include "Xml/XmlFailure.h"
 
 #include <msxml6.h>
 
@@ -10,7 +10,7 @@ namespace OvPlatform {
 /// What the last parse of a document said. Without a failure its code is 0 and its texts are empty.
 class DomParseError final : public Dispatch<IXMLDOMParseError2>, public ISupportErrorInfo {
 public:
-    explicit DomParseError(const DomFailure& failure) : m_failure(failure) {}
+    explicit DomParseError(const XmlFailure& failure) : m_failure(failure) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
@@ -34,7 +34,7 @@ private:
     ~DomParseError() = default;
 
     ReferenceCount m_count;
-    const DomFailure m_failure;
+    const XmlFailure m_failure;
 };
 
 } // namespace OvPlatform

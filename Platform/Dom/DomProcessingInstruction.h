@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Dom/DomNode.h"
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 namespace OvPlatform {
 

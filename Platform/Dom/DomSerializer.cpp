@@ -1,9 +1,9 @@
 #include "Dom/DomSerializer.h"
 
 #include "Dom/TargetEncoding.h"
-#include "Dom/TextConversion.h"
 #include "Dom/WhiteSpace.h"
-#include "Dom/XmlDeclaration.h"
+#include "Xml/TextConversion.h"
+#include "Xml/XmlDeclaration.h"
 
 #include <array>
 #include <memory>

@@ -1,8 +1,8 @@
 #include "Dom/DomStream.h"
 
-#include "Dom/DocumentBound.h"
 #include "Dom/DomDocument.h"
 #include "Dom/DomSerializer.h"
+#include "Xml/DocumentBound.h"
 
 #include <streamcopy.h>
 

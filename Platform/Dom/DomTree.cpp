@@ -36,16 +36,13 @@ xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
     return node == top ? nullptr : node->next;
 }
 
-DomTree::Pointer DomTree::Create(xmlDoc* document, const DomSettings& settings) {
-    Pointer tree(new (std::nothrow) DomTree);
-    if (document == nullptr && tree != nullptr) document = xmlNewDoc(nullptr);
-    if (tree == nullptr || document == nullptr) {
-        xmlFreeDoc(document);
-        throw std::bad_alloc();
-    }
+DomTree::Pointer DomTree::Create(XmlDocument document, const DomSettings& settings) {
+    Pointer tree(new DomTree);
+    if (document == nullptr) document.reset(xmlNewDoc(nullptr));
+    if (document == nullptr) throw std::bad_alloc();
     static std::atomic<std::uint64_t> trees{0};
     tree->m_version = tree->m_watchedVersion = ++trees << 32;
-    tree->m_document = document;
+    tree->m_document = document.release();
     tree->m_settings = settings;
     tree->m_preservesWhiteSpace = settings.preserveWhiteSpace;
     return tree;

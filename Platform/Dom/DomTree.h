@@ -3,6 +3,7 @@
 #include "Dom/AttributeOrder.h"
 #include "Dom/DetachedNodes.h"
 #include "Dom/DomSettings.h"
+#include "Xml/XmlPointer.h"
 
 #include <libxml/tree.h>
 #include <windows.h>
@@ -19,8 +20,8 @@ namespace OvPlatform {
 class DomNodeObject;
 
 /// The nodes of one document, counted by every object that refers to one of them: whoever holds a node keeps
-/// the whole tree. A node outside the tree ends with the last object that refers to it or to a relation of
-/// its. Belongs to one thread at a time, like the document.
+/// the whole tree. Nodes outside the tree that hang together, by parent, child or attribute, end together,
+/// once no object refers to any of them. Belongs to one thread at a time, like the document.
 class DomTree {
 public:
     struct Releaser {
@@ -28,8 +29,8 @@ public:
     };
     using Pointer = std::unique_ptr<DomTree, Releaser>;
 
-    /// Takes the document over; null makes an empty one.
-    static Pointer Create(xmlDoc* document, const DomSettings& settings);
+    /// Null makes an empty document.
+    static Pointer Create(XmlDocument document, const DomSettings& settings);
 
     void AddRef() noexcept { ++m_count; }
     void Release() noexcept {

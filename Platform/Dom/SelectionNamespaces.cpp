@@ -1,5 +1,7 @@
 #include "Dom/SelectionNamespaces.h"
 
+#include "Xml/XmlPointer.h"
+
 #include <libxml/parser.h>
 
 #include <deque>
@@ -26,10 +28,8 @@ SelectionNamespaces::Pointer SelectionNamespaces::Parse(const std::string& text)
     // A start tag is what such a list belongs into, so the parser reads it as one.
     if (text.find_first_of("<>") != std::string::npos) return nullptr;
     const std::string tag = "<n " + text + "/>";
-    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> parsed(
-        xmlReadMemory(tag.data(), static_cast<int>(tag.size()), nullptr, "UTF-8",
-                      XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING),
-        &xmlFreeDoc);
+    const XmlDocument parsed(xmlReadMemory(tag.data(), static_cast<int>(tag.size()), nullptr, "UTF-8",
+                                           XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
     const xmlNode* root = parsed ? xmlDocGetRootElement(parsed.get()) : nullptr;
     if (root == nullptr || root->properties != nullptr) return nullptr;
 

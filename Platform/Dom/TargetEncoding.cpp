@@ -22,13 +22,8 @@ char32_t Next(std::string_view utf8, std::size_t& index) {
     return static_cast<char32_t>(character);
 }
 
-struct BufferDeleter {
-    void operator()(xmlBuffer* buffer) const noexcept { xmlBufferFree(buffer); }
-};
-using Buffer = std::unique_ptr<xmlBuffer, BufferDeleter>;
-
-Buffer NewBuffer() {
-    Buffer buffer(xmlBufferCreate());
+XmlPointer<xmlBuffer> NewBuffer() {
+    XmlPointer<xmlBuffer> buffer(xmlBufferCreate());
     if (buffer == nullptr) throw std::bad_alloc();
     return buffer;
 }
@@ -81,8 +76,8 @@ void TargetEncoding::Refer(std::string& utf8, std::size_t begin, std::string_vie
 std::optional<std::string> TargetEncoding::Encode(std::string_view utf8) const {
     constexpr std::size_t Chunk = 1 << 20; // the library counts in int, and grows its buffers fourfold
     std::string encoded;
-    const Buffer source = NewBuffer();
-    const Buffer bytes = NewBuffer();
+    const XmlPointer<xmlBuffer> source = NewBuffer();
+    const XmlPointer<xmlBuffer> bytes = NewBuffer();
     while (!utf8.empty()) {
         std::size_t length = std::min(Chunk, utf8.size());
         while (length < utf8.size() && U8_IS_TRAIL(utf8[length]))

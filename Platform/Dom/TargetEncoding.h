@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Xml/XmlPointer.h"
+
 #include <libxml/encoding.h>
 
 #include <memory>
@@ -26,15 +28,11 @@ public:
     std::optional<std::string> Encode(std::string_view utf8) const;
 
 private:
-    struct Closer {
-        void operator()(xmlCharEncodingHandler* handler) const noexcept { xmlCharEncCloseFunc(handler); }
-    };
-
     explicit TargetEncoding(xmlCharEncodingHandler* handler) noexcept : m_handler(handler) {}
 
     bool Has(char32_t character);
 
-    std::unique_ptr<xmlCharEncodingHandler, Closer> m_handler;
+    XmlPointer<xmlCharEncodingHandler> m_handler;
     std::unordered_map<char32_t, bool> m_known;
 };
 

@@ -1,7 +1,8 @@
 #include "Dom/XPathCache.h"
 
 #include "Dom/AttributeOrder.h"
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
+#include "Xml/XmlPointer.h"
 
 #include <libxml/xpathInternals.h>
 
@@ -13,11 +14,6 @@ namespace {
 
 /// Queries that hold values of a document would fill the memory else.
 constexpr std::size_t MostQueries = 512;
-
-struct ObjectDeleter {
-    void operator()(xmlXPathObject* object) const noexcept { xmlXPathFreeObject(object); }
-};
-using Result = std::unique_ptr<xmlXPathObject, ObjectDeleter>;
 
 void Swallow(void*, const char*, ...) {}
 
@@ -139,7 +135,7 @@ xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
 
 HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
                            std::vector<xmlNode*>& result) {
-    const Result object(Evaluate(node, query, namespaces));
+    const XmlPointer<xmlXPathObject> object(Evaluate(node, query, namespaces));
     if (object == nullptr) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         result.reserve(static_cast<std::size_t>(set->nodeNr));
@@ -152,7 +148,7 @@ HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const Selecti
 HRESULT XPathCache::SelectFirst(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
                                 xmlNode*& result) {
     result = nullptr;
-    const Result object(Evaluate(node, query, namespaces));
+    const XmlPointer<xmlXPathObject> object(Evaluate(node, query, namespaces));
     if (object == nullptr) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         for (int index = 0; result == nullptr && index < set->nodeNr; ++index)

@@ -1,8 +1,8 @@
 #include "Package/ContentTypes.h"
 
 #include "Package/PackageError.h"
-#include "Package/StrictXml.h"
-#include "Package/XmlOutput.h"
+#include "Xml/StrictXml.h"
+#include "Xml/XmlOutput.h"
 
 #include <msopc.h>
 

@@ -2,9 +2,9 @@
 
 #include <Com/PlatformExport.h>
 
-#include "Dom/DocumentBound.h"
 #include "Package/PackageError.h"
 #include "Package/Relationships.h"
+#include "Xml/DocumentBound.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,8 +2,8 @@
 
 #include "Package/PackageError.h"
 #include "Package/PartName.h"
-#include "Package/StrictXml.h"
-#include "Package/XmlOutput.h"
+#include "Xml/StrictXml.h"
+#include "Xml/XmlOutput.h"
 
 #include <msopc.h>
 

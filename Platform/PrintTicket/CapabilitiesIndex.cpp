@@ -11,8 +11,8 @@
 namespace OvPlatform {
 namespace {
 
-XmlDocPtr ParseCapabilities(std::string_view bytes) {
-    XmlDocPtr document = ParseSchemaXml(bytes);
+XmlDocument ParseCapabilities(std::string_view bytes) {
+    XmlDocument document = ParseSchemaXml(bytes);
     FrameworkCheck::Check(document.get(), FrameworkCheck::Kind::Capabilities);
     return document;
 }

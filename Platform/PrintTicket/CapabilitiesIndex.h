@@ -64,7 +64,7 @@ private:
     void ReachParameters(const CapabilitiesFeature& feature);
     void ReachParameters(const std::vector<SchemaProperty>& scored, SettingLevel level);
 
-    XmlDocPtr m_xml;
+    XmlDocument m_xml;
     SchemaDocument m_schema;
     NamespacePrefixes m_prefixes;
     KeywordMap<std::size_t> m_featureByName; // filled along with m_features

@@ -28,7 +28,7 @@ public:
         std::vector<bool> seen(m_capabilities.Features().size());
         for (xmlNode* element = FirstElement(m_root, SchemaSpace::Framework); element;
              element = NextElement(element, SchemaSpace::Framework)) {
-            if (ViewOf(element->name) != "Feature") continue;
+            if (View(element->name) != "Feature") continue;
             const std::size_t at = m_capabilities.FindFeature(NameOf(element));
             if (at == CapabilitiesIndex::NotFound || seen[at]) continue;
             seen[at] = true;
@@ -38,9 +38,9 @@ public:
 
 private:
     KeywordName NameOf(const xmlNode* element) const {
-        const xmlAttr* name = xmlHasNsProp(element, XmlText("name"), nullptr);
+        const xmlAttr* name = xmlHasNsProp(element, AsXml("name"), nullptr);
         return name && name->children
-                   ? m_scope.Resolve(element, ViewOf(name->children->content)).value_or(KeywordName())
+                   ? m_scope.Resolve(element, View(name->children->content)).value_or(KeywordName())
                    : KeywordName();
     }
 
@@ -49,7 +49,7 @@ private:
         std::size_t option = 0;
         for (xmlNode* child = FirstElement(element, SchemaSpace::Framework); child;
              child = NextElement(child, SchemaSpace::Framework)) {
-            if (ViewOf(child->name) != "Option") continue;
+            if (View(child->name) != "Option") continue;
             // What the device or its administrator rules out stays ruled out for that reason, the stricter
             // one.
             if (!feature.options[option].constrained) SetOption(child, IsExcluded(at, option));
@@ -68,14 +68,14 @@ private:
     }
 
     void SetOption(xmlNode* element, bool excluded) {
-        if (!excluded && !xmlHasNsProp(element, XmlText("constrained"), nullptr)) return;
-        const xmlNs* keywords = xmlSearchNsByHref(element->doc, element, XmlText(SchemaSpace::Keywords));
+        if (!excluded && !xmlHasNsProp(element, AsXml("constrained"), nullptr)) return;
+        const xmlNs* keywords = xmlSearchNsByHref(element->doc, element, AsXml(SchemaSpace::Keywords));
         if (!keywords || !keywords->prefix)
-            keywords = xmlNewNs(m_root, XmlText(SchemaSpace::Keywords), XmlText("psk"));
+            keywords = xmlNewNs(m_root, AsXml(SchemaSpace::Keywords), AsXml("psk"));
         if (!keywords) throw std::bad_alloc();
         const std::string value =
-            std::string(ViewOf(keywords->prefix)) + (excluded ? ":PrintTicketSettings" : ":None");
-        if (!xmlSetProp(element, XmlText("constrained"), XmlText(value.c_str()))) throw std::bad_alloc();
+            std::string(View(keywords->prefix)) + (excluded ? ":PrintTicketSettings" : ":None");
+        if (!xmlSetProp(element, AsXml("constrained"), AsXml(value.c_str()))) throw std::bad_alloc();
     }
 
     const CapabilitiesIndex& m_capabilities;
@@ -87,20 +87,19 @@ private:
 } // namespace
 
 std::string WriteCapabilities(const CapabilitiesIndex& capabilities, const ValidatedTicket& settings) {
-    const XmlDocPtr copy(xmlCopyDoc(const_cast<xmlDoc*>(capabilities.Xml()), 1));
+    const XmlDocument copy(xmlCopyDoc(const_cast<xmlDoc*>(capabilities.Xml()), 1));
     if (!copy) throw std::bad_alloc();
     xmlNode* root = xmlDocGetRootElement(copy.get());
     RemoveConstraintElements(root);
     ConstrainedMarks(capabilities, settings, root).Set();
     SetImageableSize(root, capabilities, settings);
 
-    xmlChar* text = nullptr;
+    xmlChar* dumped = nullptr;
     int length = 0;
-    xmlDocDumpMemoryEnc(copy.get(), &text, &length, "UTF-8");
+    xmlDocDumpMemoryEnc(copy.get(), &dumped, &length, "UTF-8");
+    const XmlPointer<xmlChar> text(dumped);
     if (!text) throw std::bad_alloc();
-    std::string bytes(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length));
-    xmlFree(text);
-    return bytes;
+    return std::string(View(text.get(), length));
 }
 
 } // namespace OvPlatform

@@ -16,10 +16,10 @@ namespace {
 }
 
 std::string Attribute(const xmlNode* element, const char* name) {
-    const xmlAttr* attribute = xmlHasNsProp(element, XmlText(name), nullptr);
+    const xmlAttr* attribute = xmlHasNsProp(element, AsXml(name), nullptr);
     if (!attribute || !attribute->children)
         Refuse(element, std::string("the attribute ") + name + " is missing");
-    return std::string(ViewOf(attribute->children->content));
+    return std::string(View(attribute->children->content));
 }
 
 std::size_t FindFeature(const xmlNode* choice, const NamespaceScope& scope, const CapabilitiesIndex& index) {
@@ -59,8 +59,7 @@ ConstraintRules ConstraintRules::Read(const xmlDoc* capabilities, const Capabili
     rules.m_byFeature.resize(index.Features().size());
     for (const xmlNode* element = FirstElement(root, Namespace); element;
          element = NextElement(element, Namespace)) {
-        if (ViewOf(element->name) != "Constraint")
-            Refuse(element, "only Constraint elements are allowed here");
+        if (View(element->name) != "Constraint") Refuse(element, "only Constraint elements are allowed here");
         Constraint constraint;
         for (const xmlNode* choice = FirstElement(element, Namespace); choice;
              choice = NextElement(choice, Namespace)) {

@@ -54,13 +54,13 @@ constexpr std::array<ElementRule, RowCount> Rules{{
 
 std::string Tag(const xmlNode* element) {
     std::string tag;
-    if (element->ns && element->ns->prefix) tag.append(ViewOf(element->ns->prefix)).append(":");
-    return tag.append(ViewOf(element->name));
+    if (element->ns && element->ns->prefix) tag.append(View(element->ns->prefix)).append(":");
+    return tag.append(View(element->name));
 }
 
 std::string_view NameOf(const xmlNode* element) {
-    const xmlAttr* attribute = xmlHasNsProp(element, XmlText("name"), nullptr);
-    return attribute && attribute->children ? ViewOf(attribute->children->content) : std::string_view();
+    const xmlAttr* attribute = xmlHasNsProp(element, AsXml("name"), nullptr);
+    return attribute && attribute->children ? View(attribute->children->content) : std::string_view();
 }
 
 // "/psf:PrintTicket/psf:Feature[2](psk:PageMediaSize)/psf:Option[1]"
@@ -97,7 +97,7 @@ std::string NamesOf(std::uint16_t rows) {
 }
 
 std::size_t RowOf(const xmlNode* element) {
-    const std::string_view name = ViewOf(element->name);
+    const std::string_view name = View(element->name);
     for (std::size_t row = Feature; row < RowCount; ++row)
         if (Rules[row].name == name) return row;
     return RowCount;
@@ -119,13 +119,13 @@ void FrameworkCheck::Check(const xmlDoc* document, Kind kind) {
 
 void FrameworkCheck::CheckRoot(const xmlNode* root, Kind kind) const {
     const std::string_view expected = Rules[kind == Kind::Ticket ? TicketRoot : CapabilitiesRoot].name;
-    if (!IsElement(root, SchemaSpace::Framework) || ViewOf(root->name) != expected)
+    if (!IsElement(root, SchemaSpace::Framework) || View(root->name) != expected)
         Refuse(root, "the root element has to be " + std::string(expected) + " in the namespace " +
                          SchemaSpace::Framework);
 
-    const xmlAttr* version = xmlHasNsProp(root, XmlText("version"), nullptr);
+    const xmlAttr* version = xmlHasNsProp(root, AsXml("version"), nullptr);
     if (!version) Refuse(root, "the attribute version is missing");
-    const std::string_view text = Trimmed(version->children ? ViewOf(version->children->content) : "");
+    const std::string_view text = Trimmed(version->children ? View(version->children->content) : "");
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || number != 1)
@@ -142,8 +142,8 @@ void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int d
     int singles = 0;
     std::uint16_t seen = 0;
     for (const xmlNode* child = element->children; child; child = child->next) {
-        if (IsText(child) && !Trimmed(ViewOf(child->content)).empty())
-            Refuse(element, "text is not allowed here: " + Quoted(Trimmed(ViewOf(child->content))));
+        if (IsText(child) && !Trimmed(View(child->content)).empty())
+            Refuse(element, "text is not allowed here: " + Quoted(Trimmed(View(child->content))));
         if (child->type == XML_ENTITY_REF_NODE) Refuse(element, "an entity is not allowed here");
         if (!IsElement(child, SchemaSpace::Framework)) continue;
 
@@ -160,7 +160,7 @@ void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int d
 }
 
 void FrameworkCheck::CheckName(const xmlNode* element, bool required) const {
-    if (!xmlHasNsProp(element, XmlText("name"), nullptr)) {
+    if (!xmlHasNsProp(element, AsXml("name"), nullptr)) {
         if (required) Refuse(element, "the attribute name is missing");
         return;
     }
@@ -176,11 +176,11 @@ void FrameworkCheck::CheckValue(const xmlNode* element) const {
     for (const xmlNode* child = element->children; child; child = child->next) {
         if (child->type == XML_ELEMENT_NODE) Refuse(child, "a Value holds nothing but text");
         if (child->type == XML_ENTITY_REF_NODE) Refuse(element, "an entity is not allowed here");
-        if (IsText(child)) text.append(ViewOf(child->content));
+        if (IsText(child)) text.append(View(child->content));
     }
-    const xmlAttr* type = xmlHasNsProp(element, XmlText("type"), XmlText(SchemaSpace::Instance));
+    const xmlAttr* type = xmlHasNsProp(element, AsXml("type"), AsXml(SchemaSpace::Instance));
     if (!type) return;
-    const std::string_view typeName = type->children ? ViewOf(type->children->content) : std::string_view();
+    const std::string_view typeName = type->children ? View(type->children->content) : std::string_view();
     const auto resolved = m_scope.Resolve(element, typeName);
     if (!resolved) Refuse(element, "the prefix of the type " + Quoted(typeName) + " is not declared");
     if (resolved->Is(SchemaSpace::Types, "QName") && !m_scope.Resolve(element, text))

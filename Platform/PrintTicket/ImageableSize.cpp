@@ -44,10 +44,10 @@ std::optional<long long> ScoredLength(const SchemaOption& option, const char* na
 xmlNode* FindPropertyElement(xmlNode* parent, const NamespaceScope& scope, std::string_view local) {
     for (xmlNode* element = FirstElement(parent, SchemaSpace::Framework); element;
          element = NextElement(element, SchemaSpace::Framework)) {
-        if (ViewOf(element->name) != "Property") continue;
-        const xmlAttr* name = xmlHasNsProp(element, XmlText("name"), nullptr);
+        if (View(element->name) != "Property") continue;
+        const xmlAttr* name = xmlHasNsProp(element, AsXml("name"), nullptr);
         const auto resolved =
-            name && name->children ? scope.Resolve(element, ViewOf(name->children->content)) : std::nullopt;
+            name && name->children ? scope.Resolve(element, View(name->children->content)) : std::nullopt;
         if (resolved && resolved->Is(SchemaSpace::Keywords, local)) return element;
     }
     return nullptr;
@@ -55,7 +55,7 @@ xmlNode* FindPropertyElement(xmlNode* parent, const NamespaceScope& scope, std::
 
 xmlNode* ValueElement(xmlNode* property) {
     xmlNode* value = property ? FirstElement(property, SchemaSpace::Framework) : nullptr;
-    while (value && ViewOf(value->name) != "Value")
+    while (value && View(value->name) != "Value")
         value = NextElement(value, SchemaSpace::Framework);
     return value;
 }
@@ -68,7 +68,7 @@ struct AxisElements {
 
     std::optional<Axis> Read() const {
         const auto read = [](const xmlNode* element) {
-            return element && element->children ? WholeNumber(ViewOf(element->children->content))
+            return element && element->children ? WholeNumber(View(element->children->content))
                                                 : std::nullopt;
         };
         const auto s = read(size), o = read(origin), e = read(extent);
@@ -77,7 +77,7 @@ struct AxisElements {
     }
     void Write(const Axis& axis) const {
         const auto write = [](xmlNode* element, long long number) {
-            xmlNodeSetContent(element, XmlText(std::to_string(number).c_str()));
+            xmlNodeSetContent(element, AsXml(std::to_string(number).c_str()));
         };
         write(size, axis.size);
         write(origin, axis.origin);

@@ -26,12 +26,12 @@ template <typename Visitor>
 void ForEachChild(const xmlNode* parent, Visitor visit) {
     for (const xmlNode* child = FirstElement(parent, SchemaSpace::Framework); child;
          child = NextElement(child, SchemaSpace::Framework))
-        visit(child, ViewOf(child->name));
+        visit(child, View(child->name));
 }
 
 void AddDeclarations(const xmlNode* element, NamespacePrefixes::Declarations& declarations) {
     for (const xmlNs* declaration = element->nsDef; declaration; declaration = declaration->next)
-        declarations.emplace_back(ViewOf(declaration->prefix), ViewOf(declaration->href));
+        declarations.emplace_back(View(declaration->prefix), View(declaration->href));
     ForEachChild(element,
                  [&](const xmlNode* child, std::string_view) { AddDeclarations(child, declarations); });
 }
@@ -53,19 +53,19 @@ SchemaDocument Reader::Read() const {
 }
 
 KeywordName Reader::Name(const xmlNode* element, const char* attribute) const {
-    const xmlAttr* found = xmlHasNsProp(element, XmlText(attribute), nullptr);
+    const xmlAttr* found = xmlHasNsProp(element, AsXml(attribute), nullptr);
     if (!found || !found->children) return {};
-    return m_scope.Resolve(element, ViewOf(found->children->content)).value_or(KeywordName());
+    return m_scope.Resolve(element, View(found->children->content)).value_or(KeywordName());
 }
 
 SchemaValue Reader::Value(const xmlNode* element) const {
     SchemaValue value;
     for (const xmlNode* child = element->children; child; child = child->next)
         if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE)
-            value.text.append(ViewOf(child->content));
-    const xmlAttr* type = xmlHasNsProp(element, XmlText("type"), XmlText(SchemaSpace::Instance));
+            value.text.append(View(child->content));
+    const xmlAttr* type = xmlHasNsProp(element, AsXml("type"), AsXml(SchemaSpace::Instance));
     if (type && type->children)
-        value.type = m_scope.Resolve(element, ViewOf(type->children->content)).value_or(KeywordName());
+        value.type = m_scope.Resolve(element, View(type->children->content)).value_or(KeywordName());
     if (value.IsQName()) {
         KeywordName name = m_scope.Resolve(element, value.text).value_or(KeywordName());
         value.space = std::move(name.space);
@@ -127,7 +127,7 @@ NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document) {
 }
 
 SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind) {
-    const XmlDocPtr document = ParseSchemaXml(bytes);
+    const XmlDocument document = ParseSchemaXml(bytes);
     FrameworkCheck::Check(document.get(), kind);
     return ReadSchemaDocument(document.get());
 }

@@ -1,7 +1,8 @@
 #include "PrintTicket/SchemaXml.h"
 
-#include "Dom/DocumentBound.h"
 #include "PrintTicket/SchemaFormatError.h"
+#include "Xml/DocumentBound.h"
+#include "Xml/ParserError.h"
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
@@ -20,21 +21,10 @@ struct Refused {
     int declarationsLine = 0; // where there are too many
 };
 
-struct ParserDeleter {
-    void operator()(xmlParserCtxt* parser) const {
-        xmlFreeDoc(parser->myDoc);
-        xmlFreeParserCtxt(parser);
-    }
-};
-
-bool StartsWith(std::string_view bytes, std::string_view mark) {
-    return bytes.substr(0, mark.size()) == mark;
-}
-
 bool IsUtf16(std::string_view bytes) {
     using namespace std::string_view_literals;
-    return StartsWith(bytes, "\xFF\xFE"sv) || StartsWith(bytes, "\xFE\xFF"sv) || StartsWith(bytes, "<\0"sv) ||
-           StartsWith(bytes, "\0<"sv);
+    return bytes.starts_with("\xFF\xFE"sv) || bytes.starts_with("\xFE\xFF"sv) || bytes.starts_with("<\0"sv) ||
+           bytes.starts_with("\0<"sv);
 }
 
 // A document type could bring in entities; parsing ends before any of it is read.
@@ -59,9 +49,7 @@ void StartElement(void* context, const xmlChar* local, const xmlChar* prefix, co
 std::string LastProblem(xmlParserCtxt* parser) {
     const xmlError* error = xmlCtxtGetLastError(parser);
     if (!error || !error->message) return "not well-formed XML";
-    std::string text = error->message;
-    while (!text.empty() && (text.back() == '\n' || text.back() == ' '))
-        text.pop_back();
+    const std::string text = ParserError::Reason(error);
     const std::string place =
         "line " + std::to_string(error->line) + ", column " + std::to_string(error->int2) + ": ";
     switch (error->code) {
@@ -94,7 +82,7 @@ void Feed(xmlParserCtxt* parser, std::string_view bytes) {
 }
 
 void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
-    const std::string declared(ViewOf(document->encoding));
+    const std::string declared(View(document->encoding));
     if (declared.empty()) return;
     const bool says8 = strcasecmp(declared.c_str(), "UTF-8") == 0;
     const bool says16 = strncasecmp(declared.c_str(), "UTF-16", 6) == 0;
@@ -108,13 +96,13 @@ void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
 
 } // namespace
 
-XmlDocPtr ParseSchemaXml(std::string_view bytes) {
+XmlDocument ParseSchemaXml(std::string_view bytes) {
     if (bytes.empty()) throw SchemaFormatError("the document is empty");
     if (bytes.size() > MostDocumentBytes) throw SchemaFormatError("the document is too large");
 
     // The first bytes go in with the parser, so that it sees what the text is encoded in.
     const auto head = static_cast<int>((std::min)(bytes.size(), std::size_t{4}));
-    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(
+    const XmlPointer<xmlParserCtxt> parser(
         xmlCreatePushParserCtxt(nullptr, nullptr, bytes.data(), head, nullptr));
     if (!parser) throw std::bad_alloc();
     Refused refused;
@@ -125,7 +113,7 @@ XmlDocPtr ParseSchemaXml(std::string_view bytes) {
     xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING |
                                         XML_PARSE_NOCDATA | XML_PARSE_BIG_LINES | XML_PARSE_COMPACT);
     Feed(parser.get(), bytes.substr(static_cast<std::size_t>(head)));
-    XmlDocPtr document(std::exchange(parser->myDoc, nullptr));
+    XmlDocument document(std::exchange(parser->myDoc, nullptr));
     if (refused.documentType) throw SchemaFormatError("a document type (DTD) is not allowed");
     if (refused.declarationsLine != 0)
         throw SchemaFormatError("line " + std::to_string(refused.declarationsLine) + ": more than " +
@@ -139,7 +127,7 @@ XmlDocPtr ParseSchemaXml(std::string_view bytes) {
 }
 
 bool IsElement(const xmlNode* node, const char* space) {
-    return node->type == XML_ELEMENT_NODE && node->ns && ViewOf(node->ns->href) == space;
+    return node->type == XML_ELEMENT_NODE && node->ns && View(node->ns->href) == space;
 }
 
 xmlNode* FirstElement(const xmlNode* parent, const char* space) {

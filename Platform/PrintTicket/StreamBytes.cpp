@@ -1,6 +1,6 @@
 #include "PrintTicket/StreamBytes.h"
 
-#include "Dom/DocumentBound.h"
+#include "Xml/DocumentBound.h"
 
 #include <streamcopy.h>
 

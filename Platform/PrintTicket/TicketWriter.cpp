@@ -23,11 +23,11 @@ public:
 private:
     void Start(const char* element) {
         Check(xmlTextWriterStartElement(
-            m_writer.get(), XmlText(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
+            m_writer.get(), AsXml(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
     }
     void End() { Check(xmlTextWriterEndElement(m_writer.get())); }
     void Attribute(const std::string& name, const std::string& value) {
-        Check(xmlTextWriterWriteAttribute(m_writer.get(), XmlText(name.c_str()), XmlText(value.c_str())));
+        Check(xmlTextWriterWriteAttribute(m_writer.get(), AsXml(name.c_str()), AsXml(value.c_str())));
     }
     void Name(const KeywordName& name) { Attribute("name", m_prefixes.Qualified(name)); }
     void Declare(std::size_t at) {
@@ -42,15 +42,10 @@ private:
         if (result < 0) throw std::bad_alloc();
     }
 
-    struct Deleter {
-        void operator()(xmlBuffer* buffer) const { xmlBufferFree(buffer); }
-        void operator()(xmlTextWriter* writer) const { xmlFreeTextWriter(writer); }
-    };
-
     const CapabilitiesIndex& m_capabilities;
     const NamespacePrefixes& m_prefixes;
-    std::unique_ptr<xmlBuffer, Deleter> m_buffer;
-    std::unique_ptr<xmlTextWriter, Deleter> m_writer; // writes into m_buffer, so it goes first
+    XmlPointer<xmlBuffer> m_buffer;
+    XmlPointer<xmlTextWriter> m_writer; // writes into m_buffer, so it goes first
 };
 
 std::string Writer::Write(const ValidatedTicket& ticket) {
@@ -123,7 +118,7 @@ void Writer::Value(const SchemaValue& value) {
     if (!value.text.empty())
         Check(xmlTextWriterWriteString(
             m_writer.get(),
-            XmlText(
+            AsXml(
                 (value.space.empty() ? value.text : m_prefixes.Qualified(value.space, value.text)).c_str())));
     End();
 }

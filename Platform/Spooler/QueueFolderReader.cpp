@@ -1,9 +1,10 @@
 #include "Spooler/QueueFolderReader.h"
 
-#include "Package/StrictXml.h"
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueSchema.h"
 #include "Spooler/QueueText.h"
+#include "Xml/StrictXml.h"
+#include "Xml/XmlString.h"
 
 #include <algorithm>
 #include <charconv>
@@ -264,10 +265,8 @@ private:
     }
 
     static std::string Content(const xmlNode* element) {
-        xmlChar* text = xmlNodeGetContent(element);
-        std::string content = text ? reinterpret_cast<const char*>(text) : "";
-        xmlFree(text);
-        return content;
+        const XmlPointer<xmlChar> text(xmlNodeGetContent(element));
+        return std::string(View(text.get()));
     }
 
     QueueValue ReadValue(const xmlNode* element) const {

@@ -1,9 +1,9 @@
 #include "Spooler/QueueFolderWriter.h"
 
-#include "Package/XmlOutput.h"
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueSchema.h"
 #include "Spooler/QueueText.h"
+#include "Xml/XmlOutput.h"
 
 #include <cstdio>
 #include <fstream>

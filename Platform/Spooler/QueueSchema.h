@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Dom/DocumentBound.h"
 #include "Spooler/QueueDescription.h"
+#include "Xml/DocumentBound.h"
 
 // The attributes of queue.xml as tables, for its reader and its writer.
 

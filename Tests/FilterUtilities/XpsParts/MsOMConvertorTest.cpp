@@ -1,8 +1,8 @@
 #include "Support/FakeParts.h"
 
 #include <ComSupport/MsSafeCoinit.h>
-#include <Dom/DocumentBound.h>
 #include <LowLevelFacilities/CPComException.h>
+#include <Xml/DocumentBound.h>
 #include <XpsParts/MsOMConvertor.h>
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 
 #include "Support/FakePrinterPropertyBag.h"
 
-#include <Dom/AttributeBound.h>
-#include <Dom/DocumentBound.h>
+#include <Xml/AttributeBound.h>
+#include <Xml/DocumentBound.h>
 
 namespace {
 

@@ -9,7 +9,16 @@
 #include <string_view>
 #include <vector>
 
-// What the tests of the DOM share: texts go in and out as UTF-8 or, for ASCII, as they are.
+// What the tests of documents and of the reader that calls handlers share: texts go in and out as UTF-8 or,
+// for ASCII, as they are.
+
+/// Documents are made in an apartment.
+class DocumentApartment : public ::testing::Environment {
+public:
+    void SetUp() override { ASSERT_EQ(S_OK, ::CoInitializeEx(nullptr, COINIT_MULTITHREADED)); }
+    void TearDown() override { ::CoUninitialize(); }
+};
+inline const auto* const documentApartment = ::testing::AddGlobalTestEnvironment(new DocumentApartment);
 
 inline CComBSTR Wide(std::string_view utf8) {
     const int length =

@@ -1,4 +1,4 @@
-#include "Dom/SaxAttributes.h"
+#include "Sax/SaxAttributes.h"
 
 #include <Com/FaultInjection.h>
 

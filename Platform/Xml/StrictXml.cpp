@@ -1,7 +1,9 @@
-#include "Package/StrictXml.h"
+#include "Xml/StrictXml.h"
 
-#include "Dom/AttributeBound.h"
-#include "Dom/DocumentBound.h"
+#include "Xml/AttributeBound.h"
+#include "Xml/DocumentBound.h"
+#include "Xml/ParserError.h"
+#include "Xml/XmlString.h"
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
@@ -11,10 +13,6 @@
 namespace OvPlatform {
 
 namespace {
-
-struct ParserDeleter {
-    void operator()(xmlParserCtxt* parser) const { xmlFreeParserCtxt(parser); }
-};
 
 // Where a document type declaration was met.
 struct DtdMark {
@@ -30,18 +28,6 @@ void RefuseDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
     xmlStopParser(parser);
 }
 
-std::string FirstLine(const char* message) {
-    std::string text = message ? message : "not well-formed";
-    text = text.substr(0, text.find('\n'));
-    while (!text.empty() && text.back() == ' ')
-        text.pop_back();
-    return text;
-}
-
-std::string_view View(const xmlChar* text) {
-    return text ? std::string_view(reinterpret_cast<const char*>(text)) : std::string_view();
-}
-
 } // namespace
 
 XmlDocument ParseStrictXml(std::string_view bytes) {
@@ -49,7 +35,7 @@ XmlDocument ParseStrictXml(std::string_view bytes) {
     if (bytes.size() > MostDocumentBytes) throw StrictXmlError(0, "the document is too large");
     if (!AttributeBound::PassesWhole(bytes))
         throw StrictXmlError(0, "elements have more attributes and declarations than are allowed");
-    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(xmlNewParserCtxt());
+    const XmlPointer<xmlParserCtxt> parser(xmlNewParserCtxt());
     if (!parser) throw std::bad_alloc();
     DtdMark dtd;
     parser->_private = &dtd;
@@ -57,10 +43,10 @@ XmlDocument ParseStrictXml(std::string_view bytes) {
     XmlDocument document(
         xmlCtxtReadMemory(parser.get(), bytes.data(), static_cast<int>(bytes.size()), nullptr, nullptr,
                           XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOCDATA));
-    if (dtd.met) throw StrictXmlError(dtd.line, "a document type declaration is not allowed");
+    if (dtd.met) throw StrictXmlError(dtd.line, "document type declarations are not allowed");
     if (!document || !parser->wellFormed) {
         if (parser->lastError.code == XML_ERR_NO_MEMORY) throw std::bad_alloc();
-        throw StrictXmlError(parser->lastError.line, FirstLine(parser->lastError.message));
+        throw StrictXmlError(parser->lastError.line, ParserError::FirstLine(&parser->lastError));
     }
     return document;
 }
@@ -76,11 +62,9 @@ std::string_view NamespaceOf(const xmlAttr* attribute) {
 }
 
 bool GetAttribute(const xmlNode* element, const char* name, std::string& value) {
-    xmlChar* text = xmlGetNoNsProp(element, reinterpret_cast<const xmlChar*>(name));
-    if (!text) return false;
-    value.assign(reinterpret_cast<const char*>(text));
-    xmlFree(text);
-    return true;
+    const XmlPointer<xmlChar> text(xmlGetNoNsProp(element, AsXml(name)));
+    if (text) value = View(text.get());
+    return text != nullptr;
 }
 
 } // namespace OvPlatform

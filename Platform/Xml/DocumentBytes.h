@@ -7,7 +7,7 @@
 namespace OvPlatform {
 
 /// Bytes from where a caller says they are, and to there.
-class DomSource {
+class DocumentBytes {
 public:
     /// What a variant holds, with references followed.
     static const VARIANT& Value(const VARIANT& variant) noexcept;

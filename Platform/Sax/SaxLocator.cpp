@@ -1,4 +1,4 @@
-#include "Dom/SaxLocator.h"
+#include "Sax/SaxLocator.h"
 
 namespace OvPlatform {
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <libxml/xmlwriter.h>
+#include "Xml/XmlPointer.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,9 +15,6 @@ class XmlOutput {
 public:
     // indent: each element on a line of its own; otherwise the document is one line after the declaration.
     explicit XmlOutput(bool indent);
-    XmlOutput(const XmlOutput&) = delete;
-    XmlOutput& operator=(const XmlOutput&) = delete;
-    ~XmlOutput();
 
     void Start(const char* element);
     void Attribute(const char* name, std::string_view value);
@@ -32,8 +28,8 @@ public:
 private:
     void Check(int result) const;
 
-    xmlBuffer* m_buffer;
-    xmlTextWriter* m_writer;
+    XmlPointer<_xmlBuffer> m_buffer;
+    XmlPointer<_xmlTextWriter> m_writer; // writes into the buffer, so it goes first
 };
 
 } // namespace OvPlatform

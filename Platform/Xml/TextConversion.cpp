@@ -1,4 +1,4 @@
-#include "Dom/TextConversion.h"
+#include "Xml/TextConversion.h"
 
 #include <unicode/utf16.h>
 #include <unicode/utf8.h>

@@ -1,4 +1,4 @@
-#include "Dom/StartTag.h"
+#include "Xml/StartTag.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "Dom/DomFailure.h"
+#include "Xml/XmlFailure.h"
 
 #include <libxml/xmlerror.h>
 

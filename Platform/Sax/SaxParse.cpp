@@ -1,14 +1,10 @@
-#include "Dom/SaxParse.h"
+#include "Sax/SaxParse.h"
 
-#include "Dom/AttributeOrder.h"
-#include "Dom/ParserError.h"
-#include "Dom/StartTag.h"
-#include "Dom/TextConversion.h"
+#include "Xml/StartTag.h"
+#include "Xml/TextConversion.h"
+#include "Xml/XmlString.h"
 
 #include <libxml/parserInternals.h>
-
-#include <memory>
-#include <new>
 
 namespace OvPlatform {
 
@@ -30,10 +26,6 @@ void Assign(std::wstring& target, std::string_view text) {
     AppendUtf16(target, text);
 }
 
-struct ParserDeleter {
-    void operator()(xmlParserCtxt* parser) const noexcept { xmlFreeParserCtxt(parser); }
-};
-
 } // namespace
 
 SaxParse::SaxParse(const SaxHandlers& handlers)
@@ -44,10 +36,6 @@ SaxParse::~SaxParse() {
     m_locator->Release();
     m_attributes->Clear();
     m_attributes->Release();
-}
-
-SaxParse& SaxParse::Of(void* context) noexcept {
-    return *static_cast<SaxParse*>(static_cast<xmlParserCtxt*>(context)->_private);
 }
 
 /// Calls a handler, unless one has failed already. Its failure ends the parse.
@@ -65,19 +53,11 @@ const std::wstring& SaxParse::Wide(std::string_view text) {
     return m_text;
 }
 
-HRESULT SaxParse::FromBytes(std::string_view bytes) {
-    SourceText source;
-    DomFailure failure;
-    return source.FromBytes(bytes, failure) ? Run(source) : Fail(failure);
-}
+HRESULT SaxParse::FromBytes(std::string_view bytes) { return TakeBytes(bytes) ? Parse() : Fail(Failure()); }
 
-HRESULT SaxParse::FromText(std::string_view utf8) {
-    SourceText source;
-    DomFailure failure;
-    return source.FromText(utf8, failure) ? Run(source) : Fail(failure);
-}
+HRESULT SaxParse::FromText(std::string_view utf8) { return TakeText(utf8) ? Parse() : Fail(Failure()); }
 
-HRESULT SaxParse::Fail(const DomFailure& failure) {
+HRESULT SaxParse::Fail(const XmlFailure& failure) {
     if (m_handlers.errors) {
         const std::wstring reason = Wide(failure.reason);
         m_handlers.errors->fatalError(m_locator, reason.c_str(), failure.code);
@@ -85,68 +65,35 @@ HRESULT SaxParse::Fail(const DomFailure& failure) {
     return failure.code;
 }
 
-HRESULT SaxParse::Run(const SourceText& source) {
-    const std::string_view text = source.Text();
-    DomFailure failure;
-    if (text.empty()) {
-        failure.code = XML_E_MISSINGROOT;
-        failure.reason = "The text is empty: a document must have a root element";
-        return Fail(failure);
-    }
-    const std::unique_ptr<xmlParserCtxt, ParserDeleter> parser(
-        xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
-    if (parser == nullptr) throw std::bad_alloc();
-    parser->_private = this;
-    xmlSAXHandler& sax = *parser->sax;
-    sax = {};
-    sax.initialized = XML_SAX2_MAGIC;
-    sax.startDocument = StartDocument;
-    sax.endDocument = EndDocument;
-    sax.startElementNs = StartElement;
-    sax.endElementNs = EndElement;
-    sax.characters = Characters;
-    sax.ignorableWhitespace = Characters;
-    sax.cdataBlock = CData;
-    sax.comment = Comment;
-    sax.processingInstruction = ProcessingInstruction;
-    sax.internalSubset = DocumentType;
-    sax.serror = NoteError;
+void SaxParse::SetHandlers(xmlSAXHandler& handlers) {
+    handlers = {}; // no tree is made
+    handlers.initialized = XML_SAX2_MAGIC;
+    handlers.startDocument = StartDocument;
+    handlers.endDocument = EndDocument;
+    handlers.startElementNs = StartElement;
+    handlers.endElementNs = EndElement;
+    handlers.characters = Characters;
+    handlers.ignorableWhitespace = Characters;
+    handlers.cdataBlock = CData;
+    handlers.comment = Comment;
+    handlers.processingInstruction = ProcessingInstruction;
+}
+
+HRESULT SaxParse::Parse() {
     // With entities in place of their references; there are only those of XML itself.
-    xmlCtxtUseOptions(parser.get(), XML_PARSE_NONET | XML_PARSE_HUGE | XML_PARSE_NOENT |
-                                        (source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
+    const XmlPointer<xmlParserCtxt> parser = NewParser(SetHandlers, XML_PARSE_NOENT);
+    if (parser == nullptr) return Fail(Failure());
     m_parser = parser.get();
     m_locator->Follow(m_parser);
-    xmlParseDocument(m_parser);
-    if (m_result == S_OK && m_failure.code == S_OK && parser->wellFormed == 0) {
-        m_failure.code = XML_E_SYNTAX;
-        m_failure.reason = "The text is not well-formed";
-    }
-    if (m_result == S_OK && m_failure.code != S_OK) m_result = Fail(m_failure);
+    Run(m_parser);
+    if (m_result == S_OK && Failure().code != S_OK) m_result = Fail(Failure());
     m_locator->Follow(nullptr);
     m_parser = nullptr;
     return m_result;
 }
 
-void SaxParse::NoteError(void* context, xmlError* error) {
-    auto* parser = static_cast<xmlParserCtxt*>(error->ctxt != nullptr ? error->ctxt : context);
-    SaxParse& parse = Of(parser);
-    if (!ParserError::Matters(*error)) return;
-    if (parse.m_failure.code == S_OK) {
-        parse.m_failure.code = CodeOfParserError(error->code);
-        parse.m_failure.reason = ParserError::Reason(*error);
-    }
-    xmlStopParser(parser);
-}
-
-void SaxParse::DocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    SaxParse& parse = Of(context);
-    parse.m_failure.code = XML_E_DTD_PROHIBITED;
-    parse.m_failure.reason = "A document type declaration (DTD) is not allowed";
-    xmlStopParser(parse.m_parser);
-}
-
 void SaxParse::StartDocument(void* context) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& content = parse.m_handlers.content;
     if (!content) return;
     parse.Tell([&] { return content->putDocumentLocator(parse.m_locator); });
@@ -154,9 +101,9 @@ void SaxParse::StartDocument(void* context) {
 }
 
 void SaxParse::EndDocument(void* context) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& content = parse.m_handlers.content;
-    if (content && parse.m_failure.code == S_OK && parse.m_parser->wellFormed != 0)
+    if (content && parse.Failure().code == S_OK && parse.m_parser->wellFormed != 0)
         parse.Tell([&] { return content->endDocument(); });
 }
 
@@ -176,8 +123,7 @@ void SaxParse::ListAttributes(int declarationCount, const xmlChar** declarations
         Assign(item.localName, View(attribute[0]));
         AssignName(item.qName, attribute[1], attribute[0]);
         Assign(item.uri, View(attribute[2]));
-        Assign(item.value, {reinterpret_cast<const char*>(attribute[3]),
-                            static_cast<std::size_t>(attribute[4] - attribute[3])});
+        Assign(item.value, View(attribute[3], static_cast<int>(attribute[4] - attribute[3])));
     };
     if (!m_handlers.namespacePrefixes) declarationCount = 0;
     int declaration = 0;
@@ -201,16 +147,10 @@ void SaxParse::ListAttributes(int declarationCount, const xmlChar** declarations
 void SaxParse::StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
                             int declarationCount, const xmlChar** declarations, int attributeCount, int,
                             const xmlChar** attributes) {
-    SaxParse& parse = Of(context);
-    if (parse.m_handlers.maxElementDepth > 0 &&
-        parse.m_depth >= static_cast<std::size_t>(parse.m_handlers.maxElementDepth)) {
-        parse.m_failure.code = XML_E_MAX_ELEMENT_DEPTH;
-        parse.m_failure.reason = "Elements are nested too deeply";
-        xmlStopParser(parse.m_parser);
-        return;
-    }
-    if (parse.m_depth == parse.m_scopes.size()) parse.m_scopes.emplace_back();
-    Scope& scope = parse.m_scopes[parse.m_depth++];
+    SaxParse& parse = Of<SaxParse>(context);
+    if (!parse.Enter(parse.m_parser, parse.m_handlers.maxElementDepth)) return;
+    if (parse.Depth() > parse.m_scopes.size()) parse.m_scopes.emplace_back();
+    Scope& scope = parse.m_scopes[parse.Depth() - 1];
     const auto& content = parse.m_handlers.content;
     if (!content) return;
     scope.prefixes = parse.m_prefixes.size();
@@ -236,9 +176,10 @@ void SaxParse::StartElement(void* context, const xmlChar* name, const xmlChar* p
 }
 
 void SaxParse::EndElement(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    SaxParse& parse = Of(context);
-    if (parse.m_depth == 0) return;
-    const Scope& scope = parse.m_scopes[--parse.m_depth];
+    SaxParse& parse = Of<SaxParse>(context);
+    if (parse.Depth() == 0) return;
+    const Scope& scope = parse.m_scopes[parse.Depth() - 1];
+    parse.Leave();
     const auto& content = parse.m_handlers.content;
     if (!content) return;
     parse.Tell([&] {
@@ -252,16 +193,15 @@ void SaxParse::EndElement(void* context, const xmlChar*, const xmlChar*, const x
 }
 
 void SaxParse::Characters(void* context, const xmlChar* text, int length) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& content = parse.m_handlers.content;
     if (!content) return;
-    const std::wstring& wide =
-        parse.Wide({reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)});
+    const std::wstring& wide = parse.Wide(View(text, length));
     parse.Tell([&] { return content->characters(wide.c_str(), Length(wide)); });
 }
 
 void SaxParse::CData(void* context, const xmlChar* text, int length) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& lexical = parse.m_handlers.lexical;
     if (lexical) parse.Tell([&] { return lexical->startCDATA(); });
     Characters(context, text, length);
@@ -269,7 +209,7 @@ void SaxParse::CData(void* context, const xmlChar* text, int length) {
 }
 
 void SaxParse::Comment(void* context, const xmlChar* text) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& lexical = parse.m_handlers.lexical;
     if (!lexical) return;
     const std::wstring& wide = parse.Wide(View(text));
@@ -277,7 +217,7 @@ void SaxParse::Comment(void* context, const xmlChar* text) {
 }
 
 void SaxParse::ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data) {
-    SaxParse& parse = Of(context);
+    SaxParse& parse = Of<SaxParse>(context);
     const auto& content = parse.m_handlers.content;
     if (!content) return;
     std::wstring name;

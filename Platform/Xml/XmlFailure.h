@@ -7,7 +7,7 @@
 namespace OvPlatform {
 
 /// Why a text did not become a document. With code S_OK there is no failure.
-struct DomFailure {
+struct XmlFailure {
     HRESULT code = S_OK;
     std::string reason;
     /// The line of the text, as far as it is not too long.

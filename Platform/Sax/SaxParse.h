@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Dom/SaxAttributes.h"
-#include "Dom/SaxLocator.h"
-#include "Dom/SourceText.h"
+#include "Sax/SaxAttributes.h"
+#include "Sax/SaxLocator.h"
+#include "Xml/EventParse.h"
 
 #include <atlcomcli.h>
 
@@ -22,8 +22,8 @@ struct SaxHandlers {
     LONG maxElementDepth = 256;
 };
 
-/// One parse of one text.
-class SaxParse {
+/// One parse of one text, told to its handlers.
+class SaxParse final : public EventParse {
 public:
     /// The handlers stay what they are during the parse.
     explicit SaxParse(const SaxHandlers& handlers);
@@ -34,7 +34,7 @@ public:
     HRESULT FromBytes(std::string_view bytes);
     HRESULT FromText(std::string_view utf8);
     /// There is no text. Tells the error handler, and gives the code back.
-    HRESULT Fail(const DomFailure& failure);
+    HRESULT Fail(const XmlFailure& failure);
 
 private:
     struct Scope {
@@ -44,7 +44,7 @@ private:
         std::wstring qName;
     };
 
-    static SaxParse& Of(void* context) noexcept;
+    static void SetHandlers(xmlSAXHandler& handlers);
     static void StartDocument(void* context);
     static void EndDocument(void* context);
     static void StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
@@ -55,11 +55,8 @@ private:
     static void CData(void* context, const xmlChar* text, int length);
     static void Comment(void* context, const xmlChar* text);
     static void ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data);
-    static void DocumentType(void* context, const xmlChar* name, const xmlChar* publicId,
-                             const xmlChar* systemId);
-    static void NoteError(void* context, xmlError* error);
 
-    HRESULT Run(const SourceText& source);
+    HRESULT Parse();
     void ListAttributes(int declarationCount, const xmlChar** declarations, int attributeCount,
                         const xmlChar** attributes);
     template <class Call>
@@ -71,11 +68,9 @@ private:
     SaxLocator* m_locator;
     SaxAttributes* m_attributes;
     std::vector<Scope> m_scopes;
-    std::size_t m_depth = 0;
     std::vector<std::wstring> m_prefixes;
     std::wstring m_text;
     HRESULT m_result = S_OK;
-    DomFailure m_failure;
 };
 
 } // namespace OvPlatform

@@ -1,7 +1,7 @@
-#include "Dom/SaxReader.h"
+#include "Sax/SaxReader.h"
 
-#include "Dom/DomSource.h"
-#include "Dom/TextConversion.h"
+#include "Xml/DocumentBytes.h"
+#include "Xml/TextConversion.h"
 
 #include <Com/ClassTable.h>
 #include <Com/FaultInjection.h>
@@ -134,7 +134,7 @@ HRESULT STDMETHODCALLTYPE SaxReader::getProperty(const wchar_t* name, VARIANT* v
 
 HRESULT STDMETHODCALLTYPE SaxReader::putProperty(const wchar_t* name, VARIANT value) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    const VARIANT& given = DomSource::Value(value);
+    const VARIANT& given = DocumentBytes::Value(value);
     if (NameOf(name) == MaxElementDepth) {
         if (given.vt != VT_I4 || given.lVal < 0) return E_INVALIDARG;
         m_handlers.maxElementDepth = given.lVal;
@@ -210,16 +210,16 @@ HRESULT SaxReader::Parsing(Work&& work) noexcept {
 
 HRESULT STDMETHODCALLTYPE SaxReader::parse(VARIANT input) {
     return Parsing([&](SaxParse& parse) -> HRESULT {
-        const VARIANT& value = DomSource::Value(input);
+        const VARIANT& value = DocumentBytes::Value(input);
         std::string text;
         if (value.vt == VT_BSTR) {
             if (AppendUtf8(text, ViewOf(value.bstrVal))) return parse.FromText(text);
-            DomFailure failure;
+            XmlFailure failure;
             failure.code = XML_E_INVALID_UNICODE;
             failure.reason = "The text holds half of a surrogate pair";
             return parse.Fail(failure);
         }
-        const HRESULT result = DomSource::Read(value, text);
+        const HRESULT result = DocumentBytes::Read(value, text);
         return FAILED(result) ? result : parse.FromBytes(text);
     });
 }
@@ -229,8 +229,8 @@ HRESULT STDMETHODCALLTYPE SaxReader::parseURL(const wchar_t* url) {
         if (url == nullptr) return E_INVALIDARG;
         const CComBSTR path(url);
         std::string bytes;
-        DomFailure failure;
-        failure.code = DomSource::ReadFile(path, bytes, failure.reason);
+        XmlFailure failure;
+        failure.code = DocumentBytes::ReadFile(path, bytes, failure.reason);
         return FAILED(failure.code) ? parse.Fail(failure) : parse.FromBytes(bytes);
     });
 }

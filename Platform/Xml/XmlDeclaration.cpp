@@ -1,4 +1,4 @@
-#include "Dom/XmlDeclaration.h"
+#include "Xml/XmlDeclaration.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "Dom/SourceText.h"
+#include "Xml/SourceText.h"
 
-#include "Dom/AttributeBound.h"
-#include "Dom/DocumentBound.h"
-#include "Dom/TextConversion.h"
+#include "Xml/AttributeBound.h"
+#include "Xml/DocumentBound.h"
+#include "Xml/TextConversion.h"
 
 namespace OvPlatform {
 
@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
-bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
+bool Refuse(XmlFailure& failure, HRESULT code, std::string reason) {
     failure.code = code;
     failure.reason = std::move(reason);
     return false;
@@ -18,17 +18,17 @@ bool Refuse(DomFailure& failure, HRESULT code, std::string reason) {
 
 } // namespace
 
-bool SourceText::CheckAttributes(DomFailure& failure) const {
+bool SourceText::CheckAttributes(XmlFailure& failure) const {
     return AttributeBound::PassesWhole(m_text) ||
            Refuse(failure, XML_E_MAX_SIZE, "Elements have more attributes and declarations than are allowed");
 }
 
-bool SourceText::CheckSize(std::string_view text, DomFailure& failure) {
+bool SourceText::CheckSize(std::string_view text, XmlFailure& failure) {
     return text.size() <= MostDocumentBytes ||
            Refuse(failure, XML_E_MAX_SIZE, "The text is longer than the document allows");
 }
 
-bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
+bool SourceText::FromBytes(std::string_view bytes, XmlFailure& failure) {
     if (!CheckSize(bytes, failure)) return false;
     const bool littleEndian = bytes.starts_with("\xFF\xFE");
     const bool marked = bytes.starts_with(Utf8Mark);
@@ -58,7 +58,7 @@ bool SourceText::FromBytes(std::string_view bytes, DomFailure& failure) {
     return CheckAttributes(failure);
 }
 
-bool SourceText::FromText(std::string_view utf8, DomFailure& failure) {
+bool SourceText::FromText(std::string_view utf8, XmlFailure& failure) {
     if (!CheckSize(utf8, failure)) return false;
     if (utf8.starts_with(Utf8Mark)) utf8.remove_prefix(Utf8Mark.size());
     m_declaration = XmlDeclaration::FromDocument(utf8);

@@ -1,8 +1,8 @@
-#include "Dom/DomSource.h"
+#include "Xml/DocumentBytes.h"
 
-#include "Dom/DocumentBound.h"
-#include "Dom/TextConversion.h"
 #include "System/InputFile.h"
+#include "Xml/DocumentBound.h"
+#include "Xml/TextConversion.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>
@@ -85,7 +85,7 @@ bool PathOf(BSTR name, std::string& path) {
 
 } // namespace
 
-const VARIANT& DomSource::Value(const VARIANT& variant) noexcept {
+const VARIANT& DocumentBytes::Value(const VARIANT& variant) noexcept {
     const VARIANT* value = &variant;
     for (int depth = 0; depth < 4 && value->vt == (VT_BYREF | VT_VARIANT) && value->pvarVal != nullptr;
          ++depth)
@@ -93,7 +93,7 @@ const VARIANT& DomSource::Value(const VARIANT& variant) noexcept {
     return *value;
 }
 
-HRESULT DomSource::Read(const VARIANT& source, std::string& bytes) {
+HRESULT DocumentBytes::Read(const VARIANT& source, std::string& bytes) {
     switch (source.vt) {
     case VT_ARRAY | VT_UI1: {
         if (source.parray == nullptr) return E_INVALIDARG;
@@ -115,7 +115,7 @@ HRESULT DomSource::Read(const VARIANT& source, std::string& bytes) {
     }
 }
 
-HRESULT DomSource::ReadFile(BSTR name, std::string& bytes, std::string& reason) {
+HRESULT DocumentBytes::ReadFile(BSTR name, std::string& bytes, std::string& reason) {
     std::string path;
     if (!PathOf(name, path)) {
         reason = "Documents are not fetched from the network: " + path;
@@ -140,7 +140,7 @@ HRESULT DomSource::ReadFile(BSTR name, std::string& bytes, std::string& reason) 
     return E_FAIL;
 }
 
-HRESULT DomSource::WriteFile(BSTR name, const std::string& bytes) {
+HRESULT DocumentBytes::WriteFile(BSTR name, const std::string& bytes) {
     std::string path;
     if (!PathOf(name, path) || path.empty()) return E_INVALIDARG;
     File file(std::fopen(path.c_str(), "wb"), &std::fclose);
@@ -153,7 +153,7 @@ HRESULT DomSource::WriteFile(BSTR name, const std::string& bytes) {
     return result;
 }
 
-HRESULT DomSource::WriteStream(IUnknown* target, const std::string& bytes) {
+HRESULT DocumentBytes::WriteStream(IUnknown* target, const std::string& bytes) {
     CComPtr<ISequentialStream> stream;
     if (target == nullptr || FAILED(target->QueryInterface(&stream))) return E_INVALIDARG;
     ULONGLONG written = 0;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Dom/Dispatch.h"
-#include "Dom/SaxParse.h"
+#include "Sax/SaxParse.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>

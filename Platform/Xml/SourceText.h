@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Dom/DomFailure.h"
-#include "Dom/XmlDeclaration.h"
+#include "Xml/XmlDeclaration.h"
+#include "Xml/XmlFailure.h"
 
 #include <optional>
 #include <string>
@@ -18,11 +18,11 @@ public:
 
     /// From bytes, by their byte order mark and their declaration. False with `failure` if the two
     /// contradict, the bytes are not what their mark says, or a bound is passed. They must outlive the text.
-    bool FromBytes(std::string_view bytes, DomFailure& failure);
+    bool FromBytes(std::string_view bytes, XmlFailure& failure);
 
     /// From text that already is UTF-8, whatever its declaration says. It must outlive this. False with
     /// `failure` if a bound is passed.
-    bool FromText(std::string_view utf8, DomFailure& failure);
+    bool FromText(std::string_view utf8, XmlFailure& failure);
 
     std::string_view Text() const noexcept { return m_text; }
     /// Otherwise the parser reads it in the declared encoding.
@@ -30,8 +30,8 @@ public:
     const std::optional<XmlDeclaration>& Declaration() const noexcept { return m_declaration; }
 
 private:
-    static bool CheckSize(std::string_view text, DomFailure& failure);
-    bool CheckAttributes(DomFailure& failure) const;
+    static bool CheckSize(std::string_view text, XmlFailure& failure);
+    bool CheckAttributes(XmlFailure& failure) const;
 
     std::string m_converted;
     std::string_view m_text;

@@ -1,4 +1,4 @@
-#include "Dom/AttributeBound.h"
+#include "Xml/AttributeBound.h"
 
 #include <algorithm>
 
