@@ -4,6 +4,8 @@
 #include "NativeXmlConfigOptionValueTable.h"
 #include "ValueNameTable.h"
 
+#include <LowLevelFacilities/CPFormat.h>
+
 #include <memory>
 
 using DataModelIds::tagFeatureEnum;
@@ -28,6 +30,8 @@ std::string_view ResolveAlias(std::string_view name) noexcept {
     return name;
 }
 
+CPString BetweenUnderscores(const CPString& name) { return FormatCPString("_%s_", name.view()); }
+
 } // namespace
 
 NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
@@ -38,10 +42,12 @@ NativeXmlConfigOptionValueDictionary::NativeXmlConfigOptionValueDictionary()
           std::make_unique<NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex>())) {
     const NativeXmlConfigFeatureDictionary& features = *NativeXmlConfigFeatureDictionary::Instance();
     for (const NativeXmlConfigOptionValueRow& row : GetNativeXmlConfigOptionValueRows()) {
-        m_dictionary.AddEntry(std::make_unique<NativeXmlConfigOptionValueEntry>(
-            NativeXmlConfigOptionValueEntry{row.xmlConfigName, row.printTicketName, row.feature,
-                                            features.GetEntry(row.feature).featureEnumString, row.value,
-                                            MakeValueEnumString(row.value)}));
+        m_dictionary.AddEntry(
+            std::make_unique<NativeXmlConfigOptionValueEntry>(NativeXmlConfigOptionValueEntry{
+                row.xmlConfigName ? CPString(row.xmlConfigName) : BetweenUnderscores(row.printTicketName),
+                row.printTicketName ? CPString(row.printTicketName) : BetweenUnderscores(row.xmlConfigName),
+                row.feature, features.GetEntry(row.feature).featureEnumString, row.value,
+                MakeValueEnumString(row.value)}));
     }
 }
 

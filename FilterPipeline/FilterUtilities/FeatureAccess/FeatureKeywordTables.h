@@ -1,5 +1,6 @@
 #pragma once
 
+#include <DataModel/PrintSchemaKeywordLiterals.h>
 #include <DataModel/ValueIds.h>
 
 #include <span>
@@ -24,40 +25,42 @@ using Rows = std::span<const Row>;
 
 // ---- Options of the ticket
 
+namespace Keywords = PrintSchema::Keywords;
+
 inline constexpr Row orientation[] = {
-    {L"Portrait", DataModelIds::VAL_MS_ORIENTATION_PORTRAIT},
-    {L"Landscape", DataModelIds::VAL_MS_ORIENTATION_LANDSCAPE},
+    {Keywords::PageOrientation::Portrait, DataModelIds::VAL_MS_ORIENTATION_PORTRAIT},
+    {Keywords::PageOrientation::Landscape, DataModelIds::VAL_MS_ORIENTATION_LANDSCAPE},
 };
 
 inline constexpr Row collation[] = {
-    {L"Collated", DataModelIds::VAL_COLLATION_COLLATED},
-    {L"Uncollated", DataModelIds::VAL_COLLATION_UNCOLLATED},
+    {Keywords::DocumentCollate::Collated, DataModelIds::VAL_COLLATION_COLLATED},
+    {Keywords::DocumentCollate::Uncollated, DataModelIds::VAL_COLLATION_UNCOLLATED},
 };
 
 inline constexpr Row margins[] = {
-    {L"None", DataModelIds::VAL_MARGINS_NONE},
-    {L"Borderless", DataModelIds::VAL_MARGINS_BORDERLESS},
+    {Keywords::PageBorderless::None, DataModelIds::VAL_MARGINS_NONE},
+    {Keywords::PageBorderless::Borderless, DataModelIds::VAL_MARGINS_BORDERLESS},
 };
 
 inline constexpr Row staple[] = {
-    {L"StapleTopLeft", DataModelIds::VAL_FINISHING_1_STAPLE},
-    {L"StapleDualLeft", DataModelIds::VAL_FINISHING_2_STAPLES},
+    {Keywords::JobStapleAllDocuments::StapleTopLeft, DataModelIds::VAL_FINISHING_1_STAPLE},
+    {Keywords::JobStapleAllDocuments::StapleDualLeft, DataModelIds::VAL_FINISHING_2_STAPLES},
     {L"FourStaples", DataModelIds::VAL_FINISHING_4_STAPLES},
     {L"MultipleStaples", DataModelIds::VAL_FINISHING_MULTIPLE_STAPLES},
 };
 
 inline constexpr Row oneStaple[] = {
-    {L"StapleTopLeft", DataModelIds::VAL_FINISHING_1_STAPLE_TOP_LEFT},
-    {L"StapleBottomLeft", DataModelIds::VAL_FINISHING_1_STAPLE_BOTTOM_LEFT},
-    {L"StapleTopRight", DataModelIds::VAL_FINISHING_1_STAPLE_TOP_RIGHT},
-    {L"StapleBottomRight", DataModelIds::VAL_FINISHING_1_STAPLE_BOTTOM_RIGHT},
+    {Keywords::JobStapleAllDocuments::StapleTopLeft, DataModelIds::VAL_FINISHING_1_STAPLE_TOP_LEFT},
+    {Keywords::JobStapleAllDocuments::StapleBottomLeft, DataModelIds::VAL_FINISHING_1_STAPLE_BOTTOM_LEFT},
+    {Keywords::JobStapleAllDocuments::StapleTopRight, DataModelIds::VAL_FINISHING_1_STAPLE_TOP_RIGHT},
+    {Keywords::JobStapleAllDocuments::StapleBottomRight, DataModelIds::VAL_FINISHING_1_STAPLE_BOTTOM_RIGHT},
 };
 
 inline constexpr Row twoStaples[] = {
-    {L"StapleDualLeft", DataModelIds::VAL_FINISHING_2_STAPLES_LEFT},
-    {L"StapleDualTop", DataModelIds::VAL_FINISHING_2_STAPLES_TOP},
-    {L"StapleDualRight", DataModelIds::VAL_FINISHING_2_STAPLES_RIGHT},
-    {L"StapleDualBottom", DataModelIds::VAL_FINISHING_2_STAPLES_BOTTOM},
+    {Keywords::JobStapleAllDocuments::StapleDualLeft, DataModelIds::VAL_FINISHING_2_STAPLES_LEFT},
+    {Keywords::JobStapleAllDocuments::StapleDualTop, DataModelIds::VAL_FINISHING_2_STAPLES_TOP},
+    {Keywords::JobStapleAllDocuments::StapleDualRight, DataModelIds::VAL_FINISHING_2_STAPLES_RIGHT},
+    {Keywords::JobStapleAllDocuments::StapleDualBottom, DataModelIds::VAL_FINISHING_2_STAPLES_BOTTOM},
 };
 
 // ---- Texts of the public document settings

@@ -1,5 +1,6 @@
 #include "FeatureRules.h"
 
+#include <DataModel/PrintSchemaKeywordLiterals.h>
 #include <Encryption/DataEncrypter.h>
 #include <Finishing/OcptImportAndExport.h>
 #include <LowLevelFacilities/CPException.h>
@@ -207,7 +208,8 @@ FeatureAnswer<tagValueEnum> FeatureRules::Sides(const FeatureRule& rule) const {
 FeatureAnswer<tagValueEnum> FeatureRules::Staple(const FeatureRule& rule) const {
     if (!m_places.IsSupported(rule.path)) return {};
     const WantedFeature wanted = m_places.Wanted(rule.path, rule.words);
-    const bool hasPositions = m_places.Ticket().IsOffered(wanted.TicketName(), L"StapleTopRight");
+    const bool hasPositions = m_places.Ticket().IsOffered(
+        wanted.TicketName(), PrintSchema::Keywords::JobStapleAllDocuments::StapleTopRight);
     return hasPositions ? OptionAnswer() : m_places.Read<tagValueEnum>(rule, wanted);
 }
 

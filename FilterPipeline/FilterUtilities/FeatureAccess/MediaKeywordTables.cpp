@@ -1,8 +1,10 @@
 #include "MediaKeywordTables.h"
 
+#include <DataModel/PrintSchemaKeywordLiterals.h>
 #include <Media/MediaSizeTable.h>
 
 using namespace DataModelIds;
+using namespace PrintSchema::Keywords;
 using FeatureKeywordTables::Row;
 using FeatureKeywordTables::Rows;
 
@@ -113,16 +115,16 @@ constexpr Row types[] = {
     {L"use-any", VAL_MEDIA_TYPE_USE_ANY},
     {L"use-ready", VAL_MEDIA_TYPE_USE_READY},
     {L"Archival", VAL_MEDIA_TYPE_ARCHIVAL},
-    {L"Bond", VAL_MEDIA_TYPE_BOND},
-    {L"CardStock", VAL_MEDIA_TYPE_CARD_STOCK},
-    {L"EnvelopePlain", VAL_MEDIA_TYPE_ENVELOPE_PLAIN},
-    {L"Label", VAL_MEDIA_TYPE_LABEL},
-    {L"Photographic", VAL_MEDIA_TYPE_PHOTOGRAPHIC},
-    {L"Plain", VAL_MEDIA_TYPE_PLAIN},
-    {L"TabStockFull", VAL_MEDIA_TYPE_TAB_STOCK_FULL},
-    {L"TabStockPreCut", VAL_MEDIA_TYPE_TAB_STOCK_PRE_CUT},
-    {L"Transparency", VAL_MEDIA_TYPE_TRANSPARENCY},
-    {L"TShirtTransfer", VAL_MEDIA_TYPE_T_SHIRT_TRANSFER},
+    {PageMediaType::Bond, VAL_MEDIA_TYPE_BOND},
+    {PageMediaType::CardStock, VAL_MEDIA_TYPE_CARD_STOCK},
+    {PageMediaType::EnvelopePlain, VAL_MEDIA_TYPE_ENVELOPE_PLAIN},
+    {PageMediaType::Label, VAL_MEDIA_TYPE_LABEL},
+    {PageMediaType::Photographic, VAL_MEDIA_TYPE_PHOTOGRAPHIC},
+    {PageMediaType::Plain, VAL_MEDIA_TYPE_PLAIN},
+    {PageMediaType::TabStockFull, VAL_MEDIA_TYPE_TAB_STOCK_FULL},
+    {PageMediaType::TabStockPreCut, VAL_MEDIA_TYPE_TAB_STOCK_PRE_CUT},
+    {PageMediaType::Transparency, VAL_MEDIA_TYPE_TRANSPARENCY},
+    {PageMediaType::TShirtTransfer, VAL_MEDIA_TYPE_T_SHIRT_TRANSFER},
     {L"custom6", VAL_MEDIA_TYPE_CUSTOM6},
     {L"custom7", VAL_MEDIA_TYPE_CUSTOM7},
     {L"media-type-print-ticket-custom", VAL_MEDIA_TYPE_PRINT_TICKET_CUSTOM},
@@ -130,8 +132,8 @@ constexpr Row types[] = {
 };
 
 constexpr Row trays[] = {
-    {L"AutoSelect", VAL_INPUT_TRAY_AUTO_SELECT},
-    {L"automatic", VAL_INPUT_TRAY_AUTO_SELECT},
+    {PageInputBin::AutoSelect, VAL_INPUT_TRAY_AUTO_SELECT},
+    {PageInputBin::automatic, VAL_INPUT_TRAY_AUTO_SELECT},
     {L"tray-1", VAL_INPUT_TRAY_1},
     {L"tray-2", VAL_INPUT_TRAY_2},
     {L"tray-3", VAL_INPUT_TRAY_3},
@@ -152,7 +154,7 @@ constexpr Row otherSizes[] = {
     {L"12_99x19", VAL_MEDIA_SIZE_OPTIONS_12_99X19},
     {L"12x17_99", VAL_MEDIA_SIZE_OPTIONS_OVERSIZED_TABLOID_12X17_99},
     {L"custom", VAL_MEDIA_SIZE_NAME_CUSTOM},
-    {L"CustomMediaSize", VAL_MEDIA_SIZE_NAME_CUSTOM},
+    {PageMediaSize::CustomMediaSize, VAL_MEDIA_SIZE_NAME_CUSTOM},
     {L"sef-paper-only", VAL_MEDIA_SIZE_SEF_PAPER_ONLY},
     {L"all-paper-sizes", VAL_MEDIA_SIZE_ALL_PAPER_SIZES},
     {L"OrvelCustom", VAL_MEDIA_SIZE_ORVEL_CUSTOM},

@@ -1,6 +1,7 @@
 #include "TicketSettings.h"
 
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
+#include <DataModel/PrintSchemaKeywordLiterals.h>
 
 #include <algorithm>
 
@@ -15,9 +16,10 @@ struct SeveralNames {
 };
 
 const SeveralNames* FindSeveralNames(tagFeatureEnum feature) {
+    using namespace PrintSchema::Keywords;
     static const SeveralNames rows[] = {
-        {FEAT_PAGE_LAYOUT, {L"JobNUpAllDocumentsContiguously", L"DocumentNUp"}},
-        {FEAT_INPUT_TRAY, {L"PageInputBin", L"JobInputBin"}},
+        {FEAT_PAGE_LAYOUT, {NUp::JobNUpAllDocumentsContiguously, NUp::DocumentNUp}},
+        {FEAT_INPUT_TRAY, {PageInputBin::FEATURE, JobInputBin::FEATURE}},
     };
     const auto found = std::ranges::find(rows, feature, &SeveralNames::feature);
     return found == std::end(rows) ? nullptr : found;

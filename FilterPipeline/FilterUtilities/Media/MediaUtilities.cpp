@@ -1,5 +1,7 @@
 #include "MediaUtilities.h"
 
+#include <DataModel/PrintSchemaKeywordLiterals.h>
+
 #include <string_view>
 
 using namespace DataModelIds;
@@ -29,7 +31,8 @@ tagValueEnum MediaUtilities::GetValueEnumFromNUpCount(int count) {
 }
 
 tagValueEnum MediaUtilities::GetValueEnumFromPageOrientation(const wchar_t* name) {
-    const bool isLandscape = name != nullptr && std::wstring_view(name) == L"Landscape";
+    const bool isLandscape =
+        name != nullptr && std::wstring_view(name) == PrintSchema::Keywords::PageOrientation::Landscape;
     return isLandscape ? VAL_MS_ORIENTATION_LANDSCAPE : VAL_MS_ORIENTATION_PORTRAIT;
 }
 

@@ -4,6 +4,7 @@
 
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
+#include <DataModel/PrintSchemaKeywordLiterals.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
 #include <LowLevelFacilities/ThrowFailure.h>
@@ -21,56 +22,58 @@ namespace {
 
 using This = NativeComPrintTicketAccess;
 using Row = PrintTicketFeatureInformation;
+namespace Keywords = PrintSchema::Keywords;
 
 constexpr double toNearest = 0.499999;
 
-// Properties of the definition of a text parameter.
-constexpr wchar_t minLength[] = L"MinLength";
-constexpr wchar_t maxLength[] = L"MaxLength";
-
 struct PrefixUri {
     std::wstring_view prefix;
-    const wchar_t* const* uri;
+    const wchar_t* uri;
 };
 // Deliberate: what a prefix stands for does not depend on the document, and some prefixes that documents use
 // are missing.
 constexpr PrefixUri prefixUris[] = {
-    {L"ok:", &PrintSchema::USER_KEYWORDS_URI},     {L"ovl:", &PrintSchema::USER_KEYWORDS_URI},
-    {L"ns0000:", &PrintSchema::USER_KEYWORDS_URI}, {L"xsi:", &PrintSchema::SCHEMA_INST_URI},
-    {L"xsd:", &PrintSchema::SCHEMA_DEF_URI},       {L"psk:", &PrintSchema::KEYWORDS_URI},
-    {L"psk11:", &PrintSchema::KEYWORDSV11_URI},    {L"psf:", &PrintSchema::FRAMEWORK_URI},
-    {L"psk12:", &PrintSchema::KEYWORDSV12_URI},    {L"psf2:", &PrintSchema::FRAMEWORK_URI2},
+    {Keywords::USER_KEYWORDS_NS_PREFIX, Keywords::USER_KEYWORDS_URI},
+    {L"ovl:", Keywords::USER_KEYWORDS_URI},
+    {Keywords::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX, Keywords::USER_KEYWORDS_URI},
+    {Keywords::SCHEMA_INST_NS_PREFIX, Keywords::SCHEMA_INST_URI},
+    {Keywords::SCHEMA_DEF_NS_PREFIX, Keywords::SCHEMA_DEF_URI},
+    {Keywords::KEYWORDS_NS_PREFIX, Keywords::KEYWORDS_URI},
+    {Keywords::KEYWORDSV11_NS_PREFIX, Keywords::KEYWORDSV11_URI},
+    {Keywords::FRAMEWORK_NS_PREFIX, Keywords::FRAMEWORK_URI},
+    {Keywords::KEYWORDSV12_NS_PREFIX, Keywords::KEYWORDSV12_URI},
+    {Keywords::FRAMEWORK2_NS_PREFIX, Keywords::FRAMEWORK_URI2},
 };
 
 struct NamespaceUri {
     This::PrintTicketNamespace ns;
-    const wchar_t* const* uri;
+    const wchar_t* uri;
 };
 constexpr NamespaceUri namespaceUris[] = {
-    {This::KeywordsNamespace, &PrintSchema::KEYWORDS_URI},
-    {This::UserKeywordsNamespace, &PrintSchema::USER_KEYWORDS_URI},
-    {This::XsiNamespace, &PrintSchema::SCHEMA_INST_URI},
-    {This::XsdNamespace, &PrintSchema::SCHEMA_DEF_URI},
-    {This::FrameworkNamespace, &PrintSchema::FRAMEWORK_URI},
-    {This::KeywordsV11Namespace, &PrintSchema::KEYWORDSV11_URI},
+    {This::KeywordsNamespace, Keywords::KEYWORDS_URI},
+    {This::UserKeywordsNamespace, Keywords::USER_KEYWORDS_URI},
+    {This::XsiNamespace, Keywords::SCHEMA_INST_URI},
+    {This::XsdNamespace, Keywords::SCHEMA_DEF_URI},
+    {This::FrameworkNamespace, Keywords::FRAMEWORK_URI},
+    {This::KeywordsV11Namespace, Keywords::KEYWORDSV11_URI},
 };
 
 struct ConstraintName {
-    const wchar_t* const* name;
+    const wchar_t* name;
     This::PrintSchemaConstrainedSettingNativeEnum constrained;
 };
 constexpr ConstraintName constraintNames[] = {
-    {&PrintSchema::constrained::None, This::ConstrainedNone},
-    {&PrintSchema::constrained::PrintTicketSettings, This::ConstrainedPrintTicketSettings},
-    {&PrintSchema::constrained::AdminSettings, This::ConstrainedAdminSettings},
-    {&PrintSchema::constrained::DeviceSettings, This::ConstrainedDeviceSettings},
+    {Keywords::constrained::None, This::ConstrainedNone},
+    {Keywords::constrained::PrintTicketSettings, This::ConstrainedPrintTicketSettings},
+    {Keywords::constrained::AdminSettings, This::ConstrainedAdminSettings},
+    {Keywords::constrained::DeviceSettings, This::ConstrainedDeviceSettings},
 };
 
 // Features whose option always has a public name.
-constexpr const wchar_t* const* publicOptionFeatures[] = {
-    &PrintSchema::PageResolution::FEATURE,
-    &PrintSchema::PageOutputColor::FEATURE,
-    &PrintSchema::JobDuplexAllDocumentsContiguously::FEATURE,
+constexpr const wchar_t* publicOptionFeatures[] = {
+    Keywords::PageResolution::FEATURE,
+    Keywords::PageOutputColor::FEATURE,
+    Keywords::JobDuplexAllDocumentsContiguously::FEATURE,
 };
 
 /// A failure of a document is reported, and leaves what the operation has reached so far.
@@ -129,14 +132,14 @@ Dimension Microns(const Number& value) {
 
 bool HasPublicOption(const CXString& feature) {
     return std::any_of(std::begin(publicOptionFeatures), std::end(publicOptionFeatures),
-                       [&](const wchar_t* const* name) { return feature == *name; });
+                       [&](const wchar_t* name) { return feature == name; });
 }
 
 /// What has no namespace of its own is written as a private name.
 std::wstring_view WrittenUri(This::PrintTicketNamespace ns) {
     const auto* const found = std::find_if(std::begin(namespaceUris), std::end(namespaceUris),
                                            [ns](const NamespaceUri& row) { return row.ns == ns; });
-    return found == std::end(namespaceUris) ? PrintSchema::USER_KEYWORDS_URI : *found->uri;
+    return found == std::end(namespaceUris) ? PrintSchema::USER_KEYWORDS_URI : found->uri;
 }
 
 /// The lengths of a size, unlike its offsets, are never 0.
@@ -181,8 +184,8 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
     const std::pair<PrintTicketNamespace, CComBSTR> known[] = {
         {KeywordsNamespace, document.GetKeywordsNsPrefix()},
         {UserKeywordsNamespace, document.GetUserKeywordsNsPrefix()},
-        {XsiNamespace, Make(L"xsi:", "NativeComPrintTicketAccess::Initialization")},
-        {XsdNamespace, Make(L"xsd:", "NativeComPrintTicketAccess::Initialization")},
+        {XsiNamespace, Make(Keywords::SCHEMA_INST_NS_PREFIX, "NativeComPrintTicketAccess::Initialization")},
+        {XsdNamespace, Make(Keywords::SCHEMA_DEF_NS_PREFIX, "NativeComPrintTicketAccess::Initialization")},
         {FrameworkNamespace, document.GetFrameworkNsPrefix()},
         {KeywordsV11Namespace, document.GetKeywordsV11NsPrefix()},
     };
@@ -208,7 +211,7 @@ const PrintSchemaXmlDocument& This::Document(bool ofCapabilities) const {
 CXString This::GetNamespaceURIFromPrefixWithColon(const CXString& prefix) {
     const auto* const found = std::find_if(std::begin(prefixUris), std::end(prefixUris),
                                            [&](const PrefixUri& row) { return row.prefix == prefix.View(); });
-    return found == std::end(prefixUris) ? CXString() : CXString(*found->uri);
+    return found == std::end(prefixUris) ? CXString() : CXString(found->uri);
 }
 
 CXString This::GetValueWithoutNamespace(const CXString& value, bool ofCapabilities, PrintTicketNamespace& ns,
@@ -234,7 +237,7 @@ This::PrintTicketNamespace This::GetNamespaceEnum(const CXString& uriOrPrefix) c
     const auto found = m_ticketPrefixes.namespaces.find(uriOrPrefix);
     if (found != m_ticketPrefixes.namespaces.end()) return found->second;
     const auto* const row = std::find_if(std::begin(namespaceUris), std::end(namespaceUris),
-                                         [&](const NamespaceUri& each) { return uriOrPrefix == *each.uri; });
+                                         [&](const NamespaceUri& each) { return uriOrPrefix == each.uri; });
     return row == std::end(namespaceUris) ? NoNamespace : row->ns;
 }
 
@@ -257,7 +260,7 @@ This::TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const {
     const CXString name = GetValueWithoutNamespace(ToCXString(text), true, ns, uri);
     const auto* const found =
         std::find_if(std::begin(constraintNames), std::end(constraintNames),
-                     [&](const ConstraintName& row) { return name.CompareNoCase(*row.name) == 0; });
+                     [&](const ConstraintName& row) { return name.CompareNoCase(row.name) == 0; });
     return found == std::end(constraintNames) ? ConstrainedNone : found->constrained;
 }
 
@@ -397,7 +400,7 @@ void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) co
     };
     int newMin = 0;
     int newMax = 0;
-    if (!read(minLength, newMin) || !read(maxLength, newMax)) return;
+    if (!read(Keywords::MIN_LENGTH_NAME, newMin) || !read(Keywords::MAX_LENGTH_NAME, newMax)) return;
     min = newMin;
     max = newMax;
 }
@@ -722,7 +725,7 @@ bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, co
     }
     if (isOffered) return HasPublicOption(row.name) && uri == PrintSchema::KEYWORDS_URI;
     return std::any_of(std::begin(prefixUris), std::end(prefixUris),
-                       [uri](const PrefixUri& known) { return uri == *known.uri; });
+                       [uri](const PrefixUri& known) { return uri == known.uri; });
 }
 
 std::vector<This::CustomNumber> This::CustomNumbers(const PrintTicketFeatureInformation& row,

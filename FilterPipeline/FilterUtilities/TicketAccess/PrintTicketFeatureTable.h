@@ -2,6 +2,8 @@
 
 #include "PrintTicketFeatureInformation.h"
 
+#include <DataModel/PrintSchemaKeywordLiterals.h>
+
 // The features that a ticket is asked for. No other name is known.
 
 namespace PrintTicketFeatureTable {
@@ -13,35 +15,45 @@ struct Row {
     PrintTicketFeatureInformation::Check check;
 };
 
+namespace Keywords = PrintSchema::Keywords;
 using Access = IPrintTicketAccess;
 using Information = PrintTicketFeatureInformation;
 
-// clang-format off
 inline constexpr Row rows[] = {
-    {L"JobSimpleSecurePrint",             Information::Parameter, Access::UserKeywordsNamespace, Information::SecurePrintDefinition},
-    {L"JobDuplexAllDocumentsContiguously", Information::Feature,  Access::KeywordsNamespace,     Information::Node},
-    {L"DocumentCollate",                  Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageOutputColor",                  Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageMediaSize",                    Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageMediaType",                    Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageMediaColor",                   Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"JobStapleAllDocuments",            Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageInputBin",                     Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"JobInputBin",                      Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageResolution",                   Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"JobCopiesAllDocuments",            Information::Parameter, Access::KeywordsNamespace,     Information::Range},
-    {L"PageOrientation",                  Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"JobIdentification",                Information::Feature,   Access::UserKeywordsNamespace, Information::Node},
-    {L"JobHolePunch",                     Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"PageBorderless",                   Information::Feature,   Access::UserKeywordsNamespace, Information::Node},
-    {L"JobNUpAllDocumentsContiguously",   Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"DocumentNUp",                      Information::Feature,   Access::KeywordsNamespace,     Information::Node},
-    {L"JobPasscode",                      Information::Feature,   Access::KeywordsV11Namespace,  Information::Node},
-    {L"JobPasscodeString",                Information::Parameter, Access::KeywordsV11Namespace,  Information::Node},
-    {L"JobOrvelCompleteDocSettings",      Information::Parameter, Access::UserKeywordsNamespace, Information::Node},
-    {L"JobOrvelPublicDocSettings",        Information::Parameter, Access::UserKeywordsNamespace, Information::Node},
-    {L"JobBindAllDocuments",              Information::Feature,   Access::KeywordsNamespace,     Information::Node},
+    {Keywords::JobSimpleSecurePrint::PARAMETERNAME, Information::Parameter, Access::UserKeywordsNamespace,
+     Information::SecurePrintDefinition},
+    {Keywords::JobDuplexAllDocumentsContiguously::FEATURE, Information::Feature, Access::KeywordsNamespace,
+     Information::Node},
+    {Keywords::DocumentCollate::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageOutputColor::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageMediaSize::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageMediaType::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageMediaColor::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::JobStapleAllDocuments::FEATURE, Information::Feature, Access::KeywordsNamespace,
+     Information::Node},
+    {Keywords::PageInputBin::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::JobInputBin::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageResolution::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::JobCopiesAllDocuments::PARAMETERNAME, Information::Parameter, Access::KeywordsNamespace,
+     Information::Range},
+    {Keywords::PageOrientation::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::JobIdentification::FEATURE, Information::Feature, Access::UserKeywordsNamespace,
+     Information::Node},
+    {Keywords::JobHolePunch::FEATURE, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::PageBorderless::FEATURE, Information::Feature, Access::UserKeywordsNamespace,
+     Information::Node},
+    {Keywords::NUp::JobNUpAllDocumentsContiguously, Information::Feature, Access::KeywordsNamespace,
+     Information::Node},
+    {Keywords::NUp::DocumentNUp, Information::Feature, Access::KeywordsNamespace, Information::Node},
+    {Keywords::JobPasscode::FEATURE, Information::Feature, Access::KeywordsV11Namespace, Information::Node},
+    {Keywords::JobPasscodeString::PARAMETERNAME, Information::Parameter, Access::KeywordsV11Namespace,
+     Information::Node},
+    {Keywords::JobOrvelCompleteDocSettings::PARAMETERNAME, Information::Parameter,
+     Access::UserKeywordsNamespace, Information::Node},
+    {Keywords::JobOrvelPublicDocSettings::PARAMETERNAME, Information::Parameter,
+     Access::UserKeywordsNamespace, Information::Node},
+    {Keywords::Binding::JobBindAllDocuments, Information::Feature, Access::KeywordsNamespace,
+     Information::Node},
 };
-// clang-format on
 
 } // namespace PrintTicketFeatureTable
