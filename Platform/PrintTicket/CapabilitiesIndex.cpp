@@ -3,6 +3,7 @@
 #include "PrintTicket/FrameworkCheck.h"
 #include "PrintTicket/SchemaFormatError.h"
 #include "PrintTicket/SchemaReader.h"
+#include "PrintTicket/SchemaWords.h"
 
 #include <algorithm>
 #include <tuple>
@@ -28,7 +29,8 @@ bool HasKeyword(const std::vector<SchemaProperty>& properties, std::string_view 
 }
 
 CapabilitiesOption IndexOption(const SchemaOption& schema) {
-    const bool free = schema.constrained.Empty() || schema.constrained.Is(SchemaSpace::Keywords, "None");
+    const bool free =
+        schema.constrained.Empty() || schema.constrained.Is(SchemaSpace::Keywords, SchemaKeyword::None);
     return {&schema, !free, free, HasKeyword(schema.properties, "IdentityOption", "True")};
 }
 

@@ -2,6 +2,7 @@
 
 #include "PrintTicket/ImageableSize.h"
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 #include "PrintTicket/SchemaXml.h"
 
 #include <new>
@@ -28,7 +29,7 @@ public:
         std::vector<bool> seen(m_capabilities.Features().size());
         for (xmlNode* element = FirstElement(m_root, SchemaSpace::Framework); element;
              element = NextElement(element, SchemaSpace::Framework)) {
-            if (View(element->name) != "Feature") continue;
+            if (View(element->name) != SchemaTag::Feature) continue;
             const std::size_t at = m_capabilities.FindFeature(NameOf(element));
             if (at == CapabilitiesIndex::NotFound || seen[at]) continue;
             seen[at] = true;
@@ -38,7 +39,7 @@ public:
 
 private:
     KeywordName NameOf(const xmlNode* element) const {
-        const xmlAttr* name = xmlHasNsProp(element, AsXml("name"), nullptr);
+        const xmlAttr* name = xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr);
         return name && name->children
                    ? m_scope.Resolve(element, View(name->children->content)).value_or(KeywordName())
                    : KeywordName();
@@ -49,7 +50,7 @@ private:
         std::size_t option = 0;
         for (xmlNode* child = FirstElement(element, SchemaSpace::Framework); child;
              child = NextElement(child, SchemaSpace::Framework)) {
-            if (View(child->name) != "Option") continue;
+            if (View(child->name) != SchemaTag::Option) continue;
             // What the device or its administrator rules out stays ruled out for that reason, the stricter
             // one.
             if (!feature.options[option].constrained) SetOption(child, IsExcluded(at, option));
@@ -68,14 +69,15 @@ private:
     }
 
     void SetOption(xmlNode* element, bool excluded) {
-        if (!excluded && !xmlHasNsProp(element, AsXml("constrained"), nullptr)) return;
+        if (!excluded && !xmlHasNsProp(element, AsXml(SchemaAttribute::Constrained), nullptr)) return;
         const xmlNs* keywords = xmlSearchNsByHref(element->doc, element, AsXml(SchemaSpace::Keywords));
         if (!keywords || !keywords->prefix)
-            keywords = xmlNewNs(m_root, AsXml(SchemaSpace::Keywords), AsXml("psk"));
+            keywords = xmlNewNs(m_root, AsXml(SchemaSpace::Keywords), AsXml(SchemaSpace::KeywordsPrefix));
         if (!keywords) throw std::bad_alloc();
         const std::string value =
             std::string(View(keywords->prefix)) + (excluded ? ":PrintTicketSettings" : ":None");
-        if (!xmlSetProp(element, AsXml("constrained"), AsXml(value.c_str()))) throw std::bad_alloc();
+        if (!xmlSetProp(element, AsXml(SchemaAttribute::Constrained), AsXml(value.c_str())))
+            throw std::bad_alloc();
     }
 
     const CapabilitiesIndex& m_capabilities;

@@ -2,6 +2,7 @@
 
 #include "PrintTicket/DevmodeTables.h"
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 #include "Spooler/DevmodeLayout.h"
 #include "Spooler/QueueText.h"
 
@@ -17,7 +18,7 @@ constexpr long long MicronsPerTenthMillimetre = 100;
 KeywordName Public(const char* local) { return {SchemaSpace::Keywords, local}; }
 
 SchemaValue Integer(long long number) {
-    return {{SchemaSpace::Types, "integer"}, std::to_string(number), {}};
+    return {{SchemaSpace::Types, SchemaType::Integer}, std::to_string(number), {}};
 }
 
 SchemaProperty Scored(const char* name, long long number) {
@@ -100,9 +101,10 @@ private:
             Counts(DM_PAPERSIZE) ? FindDevmodeRow(papers, m_mode.dmPaperSize) : nullptr;
         if (paper) return AddMediaSize(Public(paper->option), paper->width, paper->height);
         if (Counts(DM_FORMNAME))
-            if (const SchemaOption* option = FindByDisplayName(m_capabilities, "PageMediaSize",
+            if (const SchemaOption* option = FindByDisplayName(m_capabilities, SchemaKeyword::PageMediaSize,
                                                                FixedText(m_mode.dmFormName, CCHFORMNAME))) {
-                m_ticket.features.push_back(Feature("PageMediaSize", {option->name, {}, option->scored, {}}));
+                m_ticket.features.push_back(
+                    Feature(SchemaKeyword::PageMediaSize, {option->name, {}, option->scored, {}}));
                 return;
             }
         if (Counts(DM_PAPERWIDTH) && Counts(DM_PAPERLENGTH) && m_mode.dmPaperWidth > 0 &&
@@ -111,11 +113,12 @@ private:
     }
     void AddMediaSize(KeywordName name, int width, int height) {
         m_ticket.features.push_back(
-            Feature("PageMediaSize", {std::move(name),
-                                      {},
-                                      {Scored("MediaSizeWidth", width * MicronsPerTenthMillimetre),
-                                       Scored("MediaSizeHeight", height * MicronsPerTenthMillimetre)},
-                                      {}}));
+            Feature(SchemaKeyword::PageMediaSize,
+                    {std::move(name),
+                     {},
+                     {Scored(SchemaKeyword::MediaSizeWidth, width * MicronsPerTenthMillimetre),
+                      Scored(SchemaKeyword::MediaSizeHeight, height * MicronsPerTenthMillimetre)},
+                     {}}));
     }
 
     // A positive print quality is the horizontal resolution, and the vertical one too unless that is given.
@@ -130,8 +133,8 @@ private:
 
     void AddScaling() {
         if (!Counts(DM_SCALE) || m_mode.dmScale <= 0) return;
-        if (m_mode.dmScale == 100) return Add("PageScaling", "None");
-        Add("PageScaling", "CustomSquare");
+        if (m_mode.dmScale == 100) return Add(SchemaKeyword::PageScaling, SchemaKeyword::None);
+        Add(SchemaKeyword::PageScaling, "CustomSquare");
         AddParameter("PageScalingScale", m_mode.dmScale);
     }
 
@@ -139,7 +142,7 @@ private:
         for (const ParameterRules& rules : m_capabilities.Parameters())
             if (rules.Name().local == "PageDevmodeSnapshot" && !stored.empty())
                 m_ticket.parameters.push_back(
-                    {rules.Name(), {{SchemaSpace::Types, "string"}, Base64(stored), {}}});
+                    {rules.Name(), {{SchemaSpace::Types, SchemaType::String}, Base64(stored), {}}});
     }
 
     const DEVMODEW& m_mode;

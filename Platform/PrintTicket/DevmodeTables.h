@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PrintTicket/SchemaWords.h"
+
 #include <wingdi.h>
 
 #include <algorithm>
@@ -83,7 +85,7 @@ inline constexpr DevmodeKeyword DevmodeDuplexes[] = {{DMDUP_SIMPLEX, "OneSided"}
                                                      {DMDUP_HORIZONTAL, "TwoSidedShortEdge"}};
 inline constexpr DevmodeKeyword DevmodeCollations[] = {{DMCOLLATE_FALSE, "Uncollated"},
                                                        {DMCOLLATE_TRUE, "Collated"}};
-inline constexpr DevmodeKeyword DevmodeColorManagements[] = {{DMICMMETHOD_NONE, "None"},
+inline constexpr DevmodeKeyword DevmodeColorManagements[] = {{DMICMMETHOD_NONE, SchemaKeyword::None},
                                                              {DMICMMETHOD_SYSTEM, "System"},
                                                              {DMICMMETHOD_DRIVER, "Driver"},
                                                              {DMICMMETHOD_DEVICE, "Device"}};

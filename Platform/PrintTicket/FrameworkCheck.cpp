@@ -1,6 +1,7 @@
 #include "PrintTicket/FrameworkCheck.h"
 
 #include "PrintTicket/SchemaFormatError.h"
+#include "PrintTicket/SchemaWords.h"
 #include "PrintTicket/SchemaXml.h"
 
 #include <algorithm>
@@ -39,17 +40,17 @@ struct ElementRule {
 };
 
 constexpr std::array<ElementRule, RowCount> Rules{{
-    {"PrintTicket", Naming::None, Bit(Feature) | Bit(ParameterInit) | Bit(Property), 0, 0},
-    {"PrintCapabilities", Naming::None, Bit(Feature) | Bit(ParameterDef) | Bit(Property), 0, 0},
-    {"Feature", Naming::Required, Bit(Feature) | Bit(Option) | Bit(Property), 0, 0},
-    {"Option", Naming::Optional, Bit(ScoredProperty) | Bit(Property), 0, 0},
-    {"ScoredProperty", Naming::Required, Bit(ScoredProperty) | Bit(Property) | Bit(Value) | Bit(ParameterRef),
-     Bit(Value) | Bit(ParameterRef), 0},
-    {"Property", Naming::Required, Bit(Property) | Bit(Value), Bit(Value), 0},
-    {"ParameterInit", Naming::Required, Bit(Value), Bit(Value), Bit(Value)},
-    {"ParameterDef", Naming::Required, Bit(Property), 0, 0},
-    {"ParameterRef", Naming::Required, 0, 0, 0},
-    {"Value", Naming::None, 0, 0, 0},
+    {SchemaTag::PrintTicket, Naming::None, Bit(Feature) | Bit(ParameterInit) | Bit(Property), 0, 0},
+    {SchemaTag::PrintCapabilities, Naming::None, Bit(Feature) | Bit(ParameterDef) | Bit(Property), 0, 0},
+    {SchemaTag::Feature, Naming::Required, Bit(Feature) | Bit(Option) | Bit(Property), 0, 0},
+    {SchemaTag::Option, Naming::Optional, Bit(ScoredProperty) | Bit(Property), 0, 0},
+    {SchemaTag::ScoredProperty, Naming::Required,
+     Bit(ScoredProperty) | Bit(Property) | Bit(Value) | Bit(ParameterRef), Bit(Value) | Bit(ParameterRef), 0},
+    {SchemaTag::Property, Naming::Required, Bit(Property) | Bit(Value), Bit(Value), 0},
+    {SchemaTag::ParameterInit, Naming::Required, Bit(Value), Bit(Value), Bit(Value)},
+    {SchemaTag::ParameterDef, Naming::Required, Bit(Property), 0, 0},
+    {SchemaTag::ParameterRef, Naming::Required, 0, 0, 0},
+    {SchemaTag::Value, Naming::None, 0, 0, 0},
 }};
 
 std::string Tag(const xmlNode* element) {
@@ -59,7 +60,7 @@ std::string Tag(const xmlNode* element) {
 }
 
 std::string_view NameOf(const xmlNode* element) {
-    const xmlAttr* attribute = xmlHasNsProp(element, AsXml("name"), nullptr);
+    const xmlAttr* attribute = xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr);
     return attribute && attribute->children ? View(attribute->children->content) : std::string_view();
 }
 
@@ -123,7 +124,7 @@ void FrameworkCheck::CheckRoot(const xmlNode* root, Kind kind) const {
         Refuse(root, "the root element has to be " + std::string(expected) + " in the namespace " +
                          SchemaSpace::Framework);
 
-    const xmlAttr* version = xmlHasNsProp(root, AsXml("version"), nullptr);
+    const xmlAttr* version = xmlHasNsProp(root, AsXml(SchemaAttribute::Version), nullptr);
     if (!version) Refuse(root, "the attribute version is missing");
     const std::string_view text = Trimmed(version->children ? View(version->children->content) : "");
     double number = 0;
@@ -160,7 +161,7 @@ void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int d
 }
 
 void FrameworkCheck::CheckName(const xmlNode* element, bool required) const {
-    if (!xmlHasNsProp(element, AsXml("name"), nullptr)) {
+    if (!xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr)) {
         if (required) Refuse(element, "the attribute name is missing");
         return;
     }
@@ -178,12 +179,12 @@ void FrameworkCheck::CheckValue(const xmlNode* element) const {
         if (child->type == XML_ENTITY_REF_NODE) Refuse(element, "an entity is not allowed here");
         if (IsText(child)) text.append(View(child->content));
     }
-    const xmlAttr* type = xmlHasNsProp(element, AsXml("type"), AsXml(SchemaSpace::Instance));
+    const xmlAttr* type = xmlHasNsProp(element, AsXml(SchemaAttribute::Type), AsXml(SchemaSpace::Instance));
     if (!type) return;
     const std::string_view typeName = type->children ? View(type->children->content) : std::string_view();
     const auto resolved = m_scope.Resolve(element, typeName);
     if (!resolved) Refuse(element, "the prefix of the type " + Quoted(typeName) + " is not declared");
-    if (resolved->Is(SchemaSpace::Types, "QName") && !m_scope.Resolve(element, text))
+    if (resolved->Is(SchemaSpace::Types, SchemaType::QName) && !m_scope.Resolve(element, text))
         Refuse(element,
                "the prefix of the value " + Quoted(Trimmed(text)) + " is not declared, or it is no name");
 }

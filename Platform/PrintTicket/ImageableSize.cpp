@@ -1,6 +1,7 @@
 #include "PrintTicket/ImageableSize.h"
 
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 #include "PrintTicket/SchemaXml.h"
 
 #include <cmath>
@@ -44,8 +45,8 @@ std::optional<long long> ScoredLength(const SchemaOption& option, const char* na
 xmlNode* FindPropertyElement(xmlNode* parent, const NamespaceScope& scope, std::string_view local) {
     for (xmlNode* element = FirstElement(parent, SchemaSpace::Framework); element;
          element = NextElement(element, SchemaSpace::Framework)) {
-        if (View(element->name) != "Property") continue;
-        const xmlAttr* name = xmlHasNsProp(element, AsXml("name"), nullptr);
+        if (View(element->name) != SchemaTag::Property) continue;
+        const xmlAttr* name = xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr);
         const auto resolved =
             name && name->children ? scope.Resolve(element, View(name->children->content)) : std::nullopt;
         if (resolved && resolved->Is(SchemaSpace::Keywords, local)) return element;
@@ -55,7 +56,7 @@ xmlNode* FindPropertyElement(xmlNode* parent, const NamespaceScope& scope, std::
 
 xmlNode* ValueElement(xmlNode* property) {
     xmlNode* value = property ? FirstElement(property, SchemaSpace::Framework) : nullptr;
-    while (value && View(value->name) != "Value")
+    while (value && View(value->name) != SchemaTag::Value)
         value = NextElement(value, SchemaSpace::Framework);
     return value;
 }
@@ -88,7 +89,7 @@ struct AxisElements {
 } // namespace
 
 void SetImageableSize(xmlNode* root, const CapabilitiesIndex& capabilities, const ValidatedTicket& settings) {
-    const SchemaOption* media = ChosenOption(capabilities, settings, "PageMediaSize");
+    const SchemaOption* media = ChosenOption(capabilities, settings, SchemaKeyword::PageMediaSize);
     if (!media) return;
     const NamespaceScope scope(root);
     xmlNode* imageable = FindPropertyElement(root, scope, "PageImageableSize");
@@ -109,8 +110,8 @@ void SetImageableSize(xmlNode* root, const CapabilitiesIndex& capabilities, cons
         elements.Write(hasMargins && *length > margins ? Axis{*length, axis->origin, *length - margins}
                                                        : Axis{*length, 0, *length});
     };
-    set("MediaSizeWidth", "ImageableSizeWidth", "OriginWidth", "ExtentWidth");
-    set("MediaSizeHeight", "ImageableSizeHeight", "OriginHeight", "ExtentHeight");
+    set(SchemaKeyword::MediaSizeWidth, "ImageableSizeWidth", "OriginWidth", "ExtentWidth");
+    set(SchemaKeyword::MediaSizeHeight, "ImageableSizeHeight", "OriginHeight", "ExtentHeight");
 }
 
 } // namespace OvPlatform

@@ -40,6 +40,9 @@ inline constexpr const char* KeywordsV11 =
     "http://schemas.microsoft.com/windows/2013/05/printing/printschemakeywordsv11";
 inline constexpr const char* Instance = "http://www.w3.org/2001/XMLSchema-instance";
 inline constexpr const char* Types = "http://www.w3.org/2001/XMLSchema";
+
+// The usual prefix of the keywords.
+inline constexpr const char* KeywordsPrefix = "psk";
 } // namespace SchemaSpace
 
 } // namespace OvPlatform

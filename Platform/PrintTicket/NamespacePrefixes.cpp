@@ -12,7 +12,7 @@ struct Conventional {
 constexpr std::array<Conventional, 4> Schema{{{SchemaSpace::Framework, "psf"},
                                               {SchemaSpace::Instance, "xsi"},
                                               {SchemaSpace::Types, "xsd"},
-                                              {SchemaSpace::Keywords, "psk"}}};
+                                              {SchemaSpace::Keywords, SchemaSpace::KeywordsPrefix}}};
 static_assert(NamespacePrefixes::BeforeVersion == Schema.size() - 1);
 
 } // namespace
@@ -33,8 +33,8 @@ NamespacePrefixes::NamespacePrefixes(const Declarations& declared, std::string_v
         if (!prefix.empty() && space != leftOut) Assign(space, prefix);
     for (const auto& [prefix, space] : declared)
         if (prefix.empty() && space != leftOut)
-            Assign(space, space == SchemaSpace::Keywords ? "psk" : "ns0000");
-    Assign(SchemaSpace::Keywords, "psk");
+            Assign(space, space == SchemaSpace::Keywords ? SchemaSpace::KeywordsPrefix : "ns0000");
+    Assign(SchemaSpace::Keywords, SchemaSpace::KeywordsPrefix);
 }
 
 void NamespacePrefixes::Assign(const std::string& space, std::string preferred) {

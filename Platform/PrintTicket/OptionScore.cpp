@@ -1,6 +1,7 @@
 #include "PrintTicket/OptionScore.h"
 
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,10 +10,10 @@
 namespace OvPlatform {
 namespace {
 
-bool SaysInteger(const SchemaValue& value) { return value.type.Is(SchemaSpace::Types, "integer"); }
+bool SaysInteger(const SchemaValue& value) { return value.type.Is(SchemaSpace::Types, SchemaType::Integer); }
 
 std::optional<double> Number(const SchemaValue& value) {
-    if (value.IsQName() || value.type.Is(SchemaSpace::Types, "string")) return std::nullopt;
+    if (value.IsQName() || value.type.Is(SchemaSpace::Types, SchemaType::String)) return std::nullopt;
     return NumberOf(value.text, SaysInteger(value));
 }
 

@@ -1,6 +1,7 @@
 #include "PrintTicket/ParameterRules.h"
 
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 
 #include <algorithm>
 #include <charconv>
@@ -56,7 +57,7 @@ ParameterRules::ParameterRules(const SchemaParameterDef& definition)
       m_minimum(PropertyNumber(definition, "MinValue")), m_maximum(PropertyNumber(definition, "MaxValue")),
       m_multiple(PropertyNumber(definition, "Multiple")) {
     const SchemaValue* type = PropertyValue(definition, "DataType");
-    m_type = {SchemaSpace::Types, type ? std::string(Keyword(*type)) : "string"};
+    m_type = {SchemaSpace::Types, type ? std::string(Keyword(*type)) : SchemaType::String};
     if (const SchemaValue* mandatory = PropertyValue(definition, "Mandatory")) {
         if (Keyword(*mandatory) == "Unconditional") m_mandatory = Mandatory::Unconditional;
         if (Keyword(*mandatory) == "Conditional") m_mandatory = Mandatory::Conditional;
@@ -69,7 +70,7 @@ ParameterRules::ParameterRules(const SchemaParameterDef& definition)
     m_maxLength = length("MaxLength", m_maxLength);
     // A name where a text is wanted, or a text for a name, could not be written as what it has to be.
     const SchemaValue* value = PropertyValue(definition, "DefaultValue");
-    if (value && value->IsQName() == (m_type.local == "QName")) m_default = Normalised(*value);
+    if (value && value->IsQName() == (m_type.local == SchemaType::QName)) m_default = Normalised(*value);
 }
 
 void ParameterRules::ReachDownTo(SettingLevel level) {
@@ -80,12 +81,14 @@ void ParameterRules::ReachDownTo(SettingLevel level) {
     }
 }
 
-bool ParameterRules::IsNumber() const { return m_type.local == "integer" || m_type.local == "decimal"; }
+bool ParameterRules::IsNumber() const {
+    return m_type.local == SchemaType::Integer || m_type.local == SchemaType::Decimal;
+}
 
 const char* ParameterRules::Problem(const SchemaValue& value) const {
     // Whatever the bounds say: a default that breaks them must not be replaced by itself for ever.
     if (m_default && value.text == m_default->text && value.space == m_default->space) return nullptr;
-    if (value.IsQName() != (m_type.local == "QName")) return "is of the wrong type";
+    if (value.IsQName() != (m_type.local == SchemaType::QName)) return "is of the wrong type";
     if (IsNumber()) return NumberProblem(value);
     const std::size_t length = CharacterCount(value.text);
     if (length < m_minLength) return "is too short";
@@ -94,11 +97,12 @@ const char* ParameterRules::Problem(const SchemaValue& value) const {
 }
 
 const char* ParameterRules::NumberProblem(const SchemaValue& value) const {
-    const auto number = NumberOf(value.text, m_type.local == "integer");
-    if (!number) return m_type.local == "integer" ? "is not an integer" : "is not a decimal number";
+    const auto number = NumberOf(value.text, m_type.local == SchemaType::Integer);
+    if (!number) return m_type.local == SchemaType::Integer ? "is not an integer" : "is not a decimal number";
     if (m_minimum && *number < *m_minimum) return "is too small";
     if (m_maximum && *number > *m_maximum) return "is too large";
-    if (m_multiple && *m_multiple > 0 && m_type.local == "integer" && std::fmod(*number, *m_multiple) != 0)
+    if (m_multiple && *m_multiple > 0 && m_type.local == SchemaType::Integer &&
+        std::fmod(*number, *m_multiple) != 0)
         return "is not one of the steps";
     return nullptr;
 }

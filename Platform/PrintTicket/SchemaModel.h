@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PrintTicket/KeywordName.h"
+#include "PrintTicket/SchemaWords.h"
 
 #include <optional>
 #include <string>
@@ -15,7 +16,7 @@ struct SchemaValue {
     std::string text;
     std::string space;
 
-    bool IsQName() const { return type.Is(SchemaSpace::Types, "QName"); }
+    bool IsQName() const { return type.Is(SchemaSpace::Types, SchemaType::QName); }
     bool operator==(const SchemaValue&) const = default;
 };
 

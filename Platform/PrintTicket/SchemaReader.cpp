@@ -1,6 +1,7 @@
 #include "PrintTicket/SchemaReader.h"
 
 #include "PrintTicket/NamespaceScope.h"
+#include "PrintTicket/SchemaWords.h"
 
 namespace OvPlatform {
 namespace {
@@ -12,7 +13,7 @@ public:
     SchemaDocument Read() const;
 
 private:
-    KeywordName Name(const xmlNode* element, const char* attribute = "name") const;
+    KeywordName Name(const xmlNode* element, const char* attribute = SchemaAttribute::Name) const;
     SchemaValue Value(const xmlNode* element) const;
     SchemaProperty Property(const xmlNode* element) const;
     SchemaOption Option(const xmlNode* element) const;
@@ -39,11 +40,11 @@ void AddDeclarations(const xmlNode* element, NamespacePrefixes::Declarations& de
 SchemaDocument Reader::Read() const {
     SchemaDocument document;
     ForEachChild(m_root, [&](const xmlNode* child, std::string_view tag) {
-        if (tag == "Feature") {
+        if (tag == SchemaTag::Feature) {
             document.features.push_back(Feature(child));
-        } else if (tag == "ParameterInit") {
+        } else if (tag == SchemaTag::ParameterInit) {
             document.parameters.push_back({Name(child), Value(FirstElement(child, SchemaSpace::Framework))});
-        } else if (tag == "ParameterDef") {
+        } else if (tag == SchemaTag::ParameterDef) {
             document.definitions.push_back({Name(child), Property(child).properties});
         } else {
             document.properties.push_back(Property(child));
@@ -63,7 +64,7 @@ SchemaValue Reader::Value(const xmlNode* element) const {
     for (const xmlNode* child = element->children; child; child = child->next)
         if (child->type == XML_TEXT_NODE || child->type == XML_CDATA_SECTION_NODE)
             value.text.append(View(child->content));
-    const xmlAttr* type = xmlHasNsProp(element, AsXml("type"), AsXml(SchemaSpace::Instance));
+    const xmlAttr* type = xmlHasNsProp(element, AsXml(SchemaAttribute::Type), AsXml(SchemaSpace::Instance));
     if (type && type->children)
         value.type = m_scope.Resolve(element, View(type->children->content)).value_or(KeywordName());
     if (value.IsQName()) {
@@ -78,11 +79,11 @@ SchemaProperty Reader::Property(const xmlNode* element) const {
     SchemaProperty property;
     property.name = Name(element);
     ForEachChild(element, [&](const xmlNode* child, std::string_view tag) {
-        if (tag == "Value")
+        if (tag == SchemaTag::Value)
             property.value = Value(child);
-        else if (tag == "ParameterRef")
+        else if (tag == SchemaTag::ParameterRef)
             property.parameter = Name(child);
-        else if (tag == "ScoredProperty")
+        else if (tag == SchemaTag::ScoredProperty)
             property.scored.push_back(Property(child));
         else
             property.properties.push_back(Property(child));
@@ -93,9 +94,9 @@ SchemaProperty Reader::Property(const xmlNode* element) const {
 SchemaOption Reader::Option(const xmlNode* element) const {
     SchemaOption option;
     option.name = Name(element);
-    option.constrained = Name(element, "constrained");
+    option.constrained = Name(element, SchemaAttribute::Constrained);
     ForEachChild(element, [&](const xmlNode* child, std::string_view tag) {
-        (tag == "ScoredProperty" ? option.scored : option.properties).push_back(Property(child));
+        (tag == SchemaTag::ScoredProperty ? option.scored : option.properties).push_back(Property(child));
     });
     return option;
 }
@@ -104,9 +105,9 @@ SchemaFeature Reader::Feature(const xmlNode* element) const {
     SchemaFeature feature;
     feature.name = Name(element);
     ForEachChild(element, [&](const xmlNode* child, std::string_view tag) {
-        if (tag == "Option")
+        if (tag == SchemaTag::Option)
             feature.options.push_back(Option(child));
-        else if (tag == "Feature")
+        else if (tag == SchemaTag::Feature)
             feature.features.push_back(Feature(child));
         else
             feature.properties.push_back(Property(child));

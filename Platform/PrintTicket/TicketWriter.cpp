@@ -1,5 +1,6 @@
 #include "PrintTicket/TicketWriter.h"
 
+#include "PrintTicket/SchemaWords.h"
 #include "PrintTicket/SchemaXml.h"
 
 #include <libxml/xmlwriter.h>
@@ -29,7 +30,7 @@ private:
     void Attribute(const std::string& name, const std::string& value) {
         Check(xmlTextWriterWriteAttribute(m_writer.get(), AsXml(name.c_str()), AsXml(value.c_str())));
     }
-    void Name(const KeywordName& name) { Attribute("name", m_prefixes.Qualified(name)); }
+    void Name(const KeywordName& name) { Attribute(SchemaAttribute::Name, m_prefixes.Qualified(name)); }
     void Declare(std::size_t at) {
         Attribute("xmlns:" + m_prefixes.All()[at].first, m_prefixes.All()[at].second);
     }
@@ -50,16 +51,16 @@ private:
 
 std::string Writer::Write(const ValidatedTicket& ticket) {
     Check(xmlTextWriterStartDocument(m_writer.get(), "1.0", "UTF-8", nullptr));
-    Start("PrintTicket");
+    Start(SchemaTag::PrintTicket);
     for (std::size_t i = 0; i < NamespacePrefixes::BeforeVersion; ++i)
         Declare(i);
-    Attribute("version", "1");
+    Attribute(SchemaAttribute::Version, "1");
     for (std::size_t i = NamespacePrefixes::BeforeVersion; i < m_prefixes.All().size(); ++i)
         Declare(i);
 
     for (std::size_t i = 0; i < ticket.parameters.size(); ++i) {
         if (!ticket.parameters[i]) continue;
-        Start("ParameterInit");
+        Start(SchemaTag::ParameterInit);
         Name(m_capabilities.Parameters()[i].Name());
         Value(*ticket.parameters[i]);
         End();
@@ -67,7 +68,7 @@ std::string Writer::Write(const ValidatedTicket& ticket) {
     for (std::size_t i = 0; i < ticket.features.size(); ++i)
         if (ticket.features[i].inScope) Feature(m_capabilities.Features()[i], ticket.features[i]);
     for (const SchemaProperty* property : ticket.properties)
-        Property("Property", *property);
+        Property(SchemaTag::Property, *property);
     End();
 
     Check(xmlTextWriterFlush(m_writer.get()));
@@ -76,18 +77,18 @@ std::string Writer::Write(const ValidatedTicket& ticket) {
 }
 
 void Writer::Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice) {
-    Start("Feature");
+    Start(SchemaTag::Feature);
     Name(feature.Name());
     for (const SchemaProperty* property : choice.properties)
-        Property("Property", *property);
+        Property(SchemaTag::Property, *property);
     for (const FeatureChoice::Chosen& chosen : choice.options) {
         const SchemaOption& option = *feature.options[chosen.option].schema;
-        Start("Option");
+        Start(SchemaTag::Option);
         if (!option.name.Empty()) Name(option.name);
         for (const SchemaProperty& scored : option.scored)
-            Property("ScoredProperty", scored);
+            Property(SchemaTag::ScoredProperty, scored);
         for (const SchemaProperty* property : chosen.properties)
-            Property("Property", *property);
+            Property(SchemaTag::Property, *property);
         End();
     }
     for (std::size_t i = 0; i < choice.features.size(); ++i)
@@ -100,21 +101,22 @@ void Writer::Property(const char* element, const SchemaProperty& property) {
     Name(property.name);
     if (property.value) Value(*property.value);
     if (!property.parameter.Empty()) {
-        Start("ParameterRef");
+        Start(SchemaTag::ParameterRef);
         Name(property.parameter);
         End();
     }
     for (const SchemaProperty& scored : property.scored)
-        Property("ScoredProperty", scored);
+        Property(SchemaTag::ScoredProperty, scored);
     for (const SchemaProperty& nested : property.properties)
-        Property("Property", nested);
+        Property(SchemaTag::Property, nested);
     End();
 }
 
 void Writer::Value(const SchemaValue& value) {
-    Start("Value");
+    Start(SchemaTag::Value);
     if (!value.type.Empty())
-        Attribute(m_prefixes.Qualified(SchemaSpace::Instance, "type"), m_prefixes.Qualified(value.type));
+        Attribute(m_prefixes.Qualified(SchemaSpace::Instance, SchemaAttribute::Type),
+                  m_prefixes.Qualified(value.type));
     if (!value.text.empty())
         Check(xmlTextWriterWriteString(
             m_writer.get(),
