@@ -9,14 +9,18 @@ namespace {
 
 std::unique_ptr<NativeXmlConfigFeatureEntry> MakeEntry(const NativeXmlConfigFeatureRow& row) {
     const CPString featureEnum = MakeFeatureEnumString(row.feature);
+    const CXString configurationName(row.xmlConfigName);
+    const wchar_t* const ticketName = row.printTicketName == NativeXmlConfigFeatureRow::sameName
+                                          ? configurationName.View().data()
+                                          : row.printTicketName;
     if (row.parent == NativeXmlConfigFeatureRow::noParent) {
         return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.view().data(), row.mode,
                                                              row.syntax, row.cpssName, row.xmlConfigName,
-                                                             row.ticketKind, row.printTicketName);
+                                                             row.ticketKind, ticketName);
     }
     return std::make_unique<NativeXmlConfigFeatureEntry>(row.feature, featureEnum.view().data(), row.mode,
                                                          row.syntax, row.cpssName, row.xmlConfigName,
-                                                         row.ticketKind, row.printTicketName, row.parent);
+                                                         row.ticketKind, ticketName, row.parent);
 }
 
 } // namespace

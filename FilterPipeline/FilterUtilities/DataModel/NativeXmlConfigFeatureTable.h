@@ -7,6 +7,8 @@
 /// The features as data.
 struct NativeXmlConfigFeatureRow {
     static constexpr DataModelIds::tagFeatureEnum noParent{};
+    /// Of a ticket name that is the configuration's, too.
+    static constexpr const wchar_t* sameName = nullptr;
 
     DataModelIds::tagFeatureEnum feature;
     NativeXmlConfigFeatureEntry::ModeEnum mode;
