@@ -7,6 +7,7 @@
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/ValueNameTable.h>
 #include <DeviceDescription/SimpleOcapParser.h>
+#include <FeatureAccess/RecordedFeatureAccess.h>
 
 #include <algorithm>
 #include <array>
@@ -47,33 +48,45 @@ std::string LastPart(const CPString& qualified) {
     return name.substr(name.rfind(':') + 1);
 }
 
-Answer OptionAnswer(const SimpleOptionValue& option, FeatureValueSource source) {
-    Answer answer{.isSpecified = option.IsSpecified(), .isNumber = true, .source = source};
-    if (option == SimpleOptionValue()) return answer;
-    answer.value = std::to_string(static_cast<int>(option.GetValue()));
-    if (const char* const name = FindValueName(option.GetValue())) answer.valueName = name;
-    return answer;
-}
+std::string Number(int value) { return std::to_string(value); }
 
-Answer IntegerAnswer(bool isSpecified, int value, FeatureValueSource source) {
-    Answer answer{.isSpecified = isSpecified, .isNumber = true, .source = source};
-    if (isSpecified || value != 0) answer.value = std::to_string(value);
-    return answer;
-}
+// How a value is shown; nothing of one that says nothing.
+struct Shown {
+    Answer& answer;
 
-// As a number in the unit of the device's own lengths, and in words.
-Answer LengthAnswer(bool isSpecified, const Dimension& length, FeatureValueSource source) {
-    Answer answer{.isSpecified = isSpecified, .isNumber = true, .source = source};
-    if (source == FeatureValueSource::None) return answer;
-    constexpr double toNearest = 0.499999;
-    answer.value = std::to_string(length.GetValue(Dimension::HundredthOfMillimeter).GetIntValue(toNearest));
-    answer.valueName =
-        std::string(length.GetStringValue(Dimension::Millimeter, 2, toNearest, true, true).view());
-    return answer;
-}
+    void operator()(std::monostate) const {}
+    void operator()(tagValueEnum option) const {
+        answer.isNumber = true;
+        if (option == VAL_UNSPECIFIED && !answer.isSpecified) return;
+        answer.value = Number(option);
+        if (const char* const name = FindValueName(option)) answer.valueName = name;
+    }
+    void operator()(int value) const {
+        answer.isNumber = true;
+        if (answer.isSpecified || value != 0) answer.value = Number(value);
+    }
+    // As a number in the unit of the device's own lengths, and in words.
+    void operator()(const Dimension& length) const {
+        answer.isNumber = true;
+        if (answer.source == FeatureValueSource::None) return;
+        constexpr double toNearest = 0.499999;
+        answer.value = Number(length.GetValue(Dimension::HundredthOfMillimeter).GetIntValue(toNearest));
+        answer.valueName =
+            std::string(length.GetStringValue(Dimension::Millimeter, 2, toNearest, true, true).view());
+    }
+    void operator()(const CXString& text) const { answer.value = Utf8(text.View()); }
+    void operator()(unsigned int count) const {
+        if (count != 0) answer.valueName = Counted(count, "member");
+    }
+    void operator()(bool) const {}                        // is whether it is specified
+    void operator()(const RecordedAnswer::Size&) const {} // is not asked for
+};
 
-Answer TextAnswer(bool isSpecified, const CXString& text, FeatureValueSource source) {
-    return {.value = Utf8(text.View()), .isSpecified = isSpecified, .source = source};
+Answer Show(const RecordedAnswer& recorded) {
+    Answer answer{
+        .isSpecified = recorded.isSpecified, .isSecret = recorded.isSecret, .source = recorded.source};
+    std::visit(Shown{answer}, recorded.value);
+    return answer;
 }
 
 // Integers of the dictionary that are lengths.
@@ -83,7 +96,7 @@ constexpr tagFeatureEnum lengths[] = {FEAT_X1_IMAGE_SHIFT, FEAT_Y1_IMAGE_SHIFT, 
 // What is asked for one feature of the dictionary.
 class Question {
 public:
-    Question(const DataModelLessFeatureAccess& access, const Entry& entry)
+    Question(const RecordedFeatureAccess& access, const Entry& entry)
         : m_access(access), m_entry(entry), m_feature(entry.feature),
           m_isOfMedia(std::count(entry.parentFeatures.begin(), entry.parentFeatures.end(), FEAT_MEDIA_COL) !=
                       0) {}
@@ -94,87 +107,60 @@ public:
     }
 
     Answer Ask() const {
-        if (m_feature == FEAT_JOB_PASSWORD || m_feature == FEAT_MS_PIN_PRINTING_STRING) return AskSecret();
+        if (m_feature == FEAT_JOB_PASSWORD) return AskPassword();
         switch (m_entry.syntax) {
         case Entry::STRING:
             return AskText();
         case Entry::INTEGER:
-            return std::count(std::begin(lengths), std::end(lengths), m_feature) != 0 ? AskLength()
-                                                                                      : AskInteger();
+            return AskNumber();
         case Entry::PARENT:
             return AskCollection();
         case Entry::BOOLEAN:
         case Entry::OPTION:
             break;
         }
-        FeatureValueSource source{};
-        const SimpleOptionValue option =
-            m_isOfMedia ? m_access.GetOptionValueWithContext(FEAT_MEDIA_COL, m_feature, source)
-                        : m_access.GetOptionValue(m_feature, source);
-        return OptionAnswer(option, source);
+        return Answered(m_isOfMedia ? m_access.GetOptionValueWithContext(FEAT_MEDIA_COL, m_feature)
+                                    : m_access.GetOptionValue(m_feature));
     }
 
 private:
+    // The record of the question that was just asked.
+    template <typename Value>
+    Answer Answered(const Value&) const {
+        return Show(m_access.Answers().back());
+    }
+
     Answer AskText() const {
-        FeatureValueSource source{};
         CXString text;
-        const bool isSpecified = m_access.GetStringValue(m_feature, text, source);
-        return TextAnswer(isSpecified, text, source);
+        return Answered(m_access.GetStringValue(m_feature, text));
     }
 
-    Answer AskInteger() const {
-        FeatureValueSource source{};
+    Answer AskNumber() const {
         int value = 0;
-        const bool isSpecified = m_isOfMedia
-                                     ? m_access.GetIntegerValue(FEAT_MEDIA_COL, m_feature, value, source)
-                                     : m_access.GetIntegerValue(m_feature, value, source);
-        return IntegerAnswer(isSpecified, value, source);
-    }
-
-    Answer AskLength() const {
-        FeatureValueSource source{};
         Dimension length;
-        const bool isSpecified = m_access.GetDimensionValue(m_feature, length, source);
-        return LengthAnswer(isSpecified, length, source);
+        if (std::count(std::begin(lengths), std::end(lengths), m_feature) != 0)
+            return Answered(m_access.GetDimensionValue(m_feature, length));
+        return Answered(m_isOfMedia ? m_access.GetIntegerValue(FEAT_MEDIA_COL, m_feature, value)
+                                    : m_access.GetIntegerValue(m_feature, value));
     }
 
     Answer AskCollection() const {
-        Answer answer;
-        answer.isSpecified = m_access.IsCollectionSpecified(m_feature, answer.source);
-        if (const unsigned int count = m_access.GetCountOfSpecified1SetOfCollectionElements(m_feature);
-            count != 0)
-            answer.valueName = Counted(count, "member");
+        Answer answer = Answered(m_access.IsCollectionSpecified(m_feature));
+        answer.valueName =
+            Answered(m_access.GetCountOfSpecified1SetOfCollectionElements(m_feature)).valueName;
         return answer;
     }
 
-    // The password of a secure job is that of the ticket, if that has one, or that of the document settings.
-    Answer AskSecret() const {
-        CXString pin;
-        Answer answer{.isSecret = true};
-        const bool isInTicket =
-            m_access.GetStringValue(FEAT_MS_PIN_PRINTING_STRING, pin, answer.source) && !pin.IsBlank();
+    Answer AskPassword() const {
         ByteBuffer password;
-        answer.isSpecified = m_feature == FEAT_MS_PIN_PRINTING_STRING
-                                 ? isInTicket
-                                 : m_access.GetUnencodedPassword(password, m_feature);
-        if (!isInTicket)
-            answer.source =
-                answer.isSpecified ? FeatureValueSource::PublicDocumentSettings : FeatureValueSource::None;
-        return answer;
+        return Answered(m_access.GetUnencodedPassword(password, m_feature));
     }
 
-    const DataModelLessFeatureAccess& m_access;
+    const RecordedFeatureAccess& m_access;
     const Entry& m_entry;
     tagFeatureEnum m_feature;
     bool m_isOfMedia;
 };
-
-Answer EffectiveOrientation(const DataModelLessFeatureAccess& access) {
-    FeatureValueSource source{};
-    const SimpleOptionValue asked = access.GetOptionValue(FEAT_MS_ORIENTATION, source);
-    const SimpleOptionValue effective(access.GetEffectiveOrientation());
-    return OptionAnswer(effective, asked == effective ? source : FeatureValueSource::Rule);
-}
 
 const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
 
@@ -204,13 +190,15 @@ void WriteAnswer(JsonText& json, const Answer& answer) {
 
 } // namespace
 
-FeatureReport::FeatureReport(const DataModelLessFeatureAccess& access, const SimpleOcapParser& device) {
+FeatureReport::FeatureReport(DataModelLessFeatureAccess& access, const SimpleOcapParser& device) {
+    const RecordedFeatureAccess recorded(
+        access, [&access](const FeatureQuestion& question) { return access.GetSource(question); });
     std::vector<const Entry*> entries;
     NativeXmlConfigFeatureDictionary::Instance()->GetAllEntries(entries);
     std::sort(entries.begin(), entries.end(),
               [](const Entry* left, const Entry* right) { return left->feature < right->feature; });
     for (const Entry* const entry : entries) {
-        const Question question(access, *entry);
+        const Question question(recorded, *entry);
         m_features.push_back({.number = entry->feature,
                               .enumerator = LastPart(entry->featureEnumString),
                               .cpssName = std::string(entry->cpssFeatureName.view()),
@@ -224,14 +212,21 @@ FeatureReport::FeatureReport(const DataModelLessFeatureAccess& access, const Sim
 
     FeatureValueSource source{};
     const SimpleOptionValue mediaSize = access.GetEffectiveJobLevelMediaSize(source);
-    m_effective.push_back({"media size", OptionAnswer(mediaSize, source)});
-    m_effective.push_back({"orientation", EffectiveOrientation(access)});
+    m_effective.push_back({"media size", Show({.question = {FeatureQuestionKind::MediaSize},
+                                               .value = mediaSize.GetValue(),
+                                               .isSpecified = mediaSize.IsSpecified(),
+                                               .source = source})});
+    const auto add = [&](const char* name) {
+        m_effective.push_back({name, Show(recorded.Answers().back())});
+    };
+    static_cast<void>(recorded.GetEffectiveOrientation());
+    add("orientation");
     int copies = 0;
-    const bool hasCopies = access.GetIntegerValue(FEAT_COPIES, copies, source);
-    m_effective.push_back({"copies", IntegerAnswer(hasCopies, copies, source)});
+    recorded.GetIntegerValue(FEAT_COPIES, copies);
+    add("copies");
     CXString jobName;
-    const bool hasJobName = access.GetStringValue(FEAT_JOB_NAME, jobName, source);
-    m_effective.push_back({"job name", TextAnswer(hasJobName, jobName, source)});
+    recorded.GetStringValue(FEAT_JOB_NAME, jobName);
+    add("job name");
 }
 
 std::string FeatureReport::AsTable() const {

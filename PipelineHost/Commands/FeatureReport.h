@@ -37,7 +37,7 @@ public:
     };
 
     // Asks for every feature of the dictionary, and for the effective values. Throws what the access throws.
-    FeatureReport(const DataModelLessFeatureAccess& access, const SimpleOcapParser& device);
+    FeatureReport(DataModelLessFeatureAccess& access, const SimpleOcapParser& device);
 
     const std::vector<Feature>& Features() const { return m_features; } // by ascending number
     const std::vector<Effective>& EffectiveValues() const { return m_effective; }

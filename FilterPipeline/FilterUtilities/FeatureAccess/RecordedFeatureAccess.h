@@ -1,0 +1,112 @@
+#pragma once
+
+#include "FeatureQuestion.h"
+#include "FeatureValueSource.h"
+#include "IFilterFeatureAccess.h"
+
+#include <ComSupport/FilterUtilitiesExport.h>
+
+#include <functional>
+#include <utility>
+#include <variant>
+#include <vector>
+
+/// A question that a feature access was asked, with its answer.
+struct RecordedAnswer {
+    using Size = std::pair<Dimension, Dimension>;
+    using Value = std::variant<std::monostate, DataModelIds::tagValueEnum, int, unsigned int, bool, CXString,
+                               Dimension, Size>;
+
+    FeatureQuestion question;
+    Value value = {}; // none where it is secret, and of times and bytes
+    bool isSpecified = false;
+    bool isSecret = false;
+    FeatureValueSource source = FeatureValueSource::None;
+};
+
+/// Answers as another access does, and remembers what it was asked: so that who writes a line for the device
+/// can say why it stands. Recorded are the questions about the job; support, factory defaults, names and what
+/// is set pass through. A question that throws is not recorded, and a secret's value never is.
+class OV_FILTER_UTILITIES_API RecordedFeatureAccess final : public IFilterFeatureAccess {
+public:
+    /// Tells which place decided.
+    using SourceOf = std::function<FeatureValueSource(const FeatureQuestion&)>;
+
+    /// The access must outlive this object. Without the function, no source is known.
+    explicit RecordedFeatureAccess(IFilterFeatureAccess& access, SourceOf sourceOf = {});
+    RecordedFeatureAccess(const RecordedFeatureAccess&) = delete;
+    RecordedFeatureAccess& operator=(const RecordedFeatureAccess&) = delete;
+    ~RecordedFeatureAccess() override;
+
+    /// In the order of the questions.
+    [[nodiscard]] const std::vector<RecordedAnswer>& Answers() const { return m_answers; }
+    void Forget() { m_answers.clear(); }
+
+    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                          tagFeatureEnum feature) const override;
+    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum parent, tagFeatureEnum feature) const override;
+    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum feature) const override;
+    [[nodiscard]] CXString GetPrintJobDocumentName() const override;
+    [[nodiscard]] CXString GetPrintJobUserName() const override;
+    [[nodiscard]] CXString GetPrintJobUserDomainName() const override;
+    bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum grandparent, tagFeatureEnum parent,
+                              tagFeatureEnum feature) const override;
+    bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum feature) const override;
+    bool GetDimensionValue(tagFeatureEnum feature, Dimension& value) const override;
+    bool GetIntegerValue(tagFeatureEnum grandparent, tagFeatureEnum parent, unsigned int index,
+                         tagFeatureEnum feature, int& value) const override;
+    bool GetIntegerValue(tagFeatureEnum grandparent, tagFeatureEnum parent, tagFeatureEnum feature,
+                         int& value) const override;
+    bool GetIntegerValue(tagFeatureEnum parent, tagFeatureEnum feature, int& value) const override;
+    bool GetIntegerValue(tagFeatureEnum feature, int& value) const override;
+    bool GetStringValue(tagFeatureEnum grandparent, tagFeatureEnum parent, unsigned int index,
+                        tagFeatureEnum feature, CXString& value) const override;
+    bool GetStringValue(tagFeatureEnum grandparent, tagFeatureEnum parent, tagFeatureEnum feature,
+                        CXString& value) const override;
+    bool GetStringValue(tagFeatureEnum parent, tagFeatureEnum feature, CXString& value) const override;
+    bool GetStringValue(tagFeatureEnum parent, unsigned int index, tagFeatureEnum feature,
+                        CXString& value) const override;
+    bool GetStringValue(tagFeatureEnum feature, CXString& value) const override;
+    [[nodiscard]] SimpleOptionValue GetOptionValue(tagFeatureEnum feature) const override;
+    [[nodiscard]] SimpleOptionValue GetOptionValueWithContext(tagFeatureEnum grandparent,
+                                                              tagFeatureEnum parent,
+                                                              tagFeatureEnum feature) const override;
+    [[nodiscard]] SimpleOptionValue GetOptionValueWithContext(tagFeatureEnum parent,
+                                                              tagFeatureEnum feature) const override;
+    bool GetBooleanValue(tagFeatureEnum feature, bool& value) const override;
+    bool GetDateTimeValue(tagFeatureEnum parent, tagFeatureEnum feature, UtcTime& value) const override;
+    bool GetDateTimeValue(tagFeatureEnum feature, UtcTime& value) const override;
+    [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum grandparent, tagFeatureEnum parent,
+                                             tagFeatureEnum feature) const override;
+    [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum parent, tagFeatureEnum feature) const override;
+    [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum feature) const override;
+    bool GetBytesValue(tagFeatureEnum grandparent, tagFeatureEnum parent, tagFeatureEnum feature,
+                       ByteBuffer& value) const override;
+    bool GetBytesValue(tagFeatureEnum parent, tagFeatureEnum feature, ByteBuffer& value) const override;
+    bool GetBytesValue(tagFeatureEnum feature, ByteBuffer& value) const override;
+    [[nodiscard]] DataModelIds::tagValueEnum GetEffectiveOrientation() const override;
+    bool GetOutputSize(tagFeatureEnum feature, unsigned int index, Dimension& first,
+                       Dimension& second) const override;
+    bool GetOutputSize(tagFeatureEnum feature, Dimension& first, Dimension& second) const override;
+    bool GetOutputSize(Dimension& first, Dimension& second) const override;
+    [[nodiscard]] unsigned int
+    GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum parent, tagFeatureEnum feature) const override;
+    [[nodiscard]] unsigned int
+    GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum feature) const override;
+    [[nodiscard]] SimpleOptionValue GetFactoryDefaultOptionValue(tagFeatureEnum feature) const override;
+    bool GetFactoryDefaultIntegerValue(tagFeatureEnum feature, int& value) const override;
+    bool GetFactoryDefaultDimensionValue(tagFeatureEnum feature, Dimension& value) const override;
+    void SetStringValue(tagFeatureEnum feature, const CXString& text, bool isSpecified) override;
+    void SetOptionValue(tagFeatureEnum feature, const SimpleOptionValue& value) override;
+    [[nodiscard]] CPString GetDumpDisplayString(const SimpleOptionValue& value) const override;
+
+private:
+    /// Gives back whether the value is specified.
+    bool Record(FeatureQuestionKind kind, const FeaturePath& path, RecordedAnswer::Value value,
+                bool isSpecified) const;
+    SimpleOptionValue Record(const FeaturePath& path, const SimpleOptionValue& option) const;
+
+    IFilterFeatureAccess& m_access;
+    SourceOf m_sourceOf;
+    mutable std::vector<RecordedAnswer> m_answers;
+};

@@ -1,0 +1,137 @@
+#include "JobUnderTest.h"
+
+#include <FeatureAccess/RecordedFeatureAccess.h>
+
+namespace {
+
+using namespace DataModelIds;
+using enum FeatureQuestionKind;
+using enum FeatureValueSource;
+using Value = RecordedAnswer::Value;
+
+bool AreSame(const Value& answer, const Value& expected) {
+    return std::visit(
+        [&](const auto& value) {
+            using Kind = std::decay_t<decltype(value)>;
+            const auto* const same = std::get_if<Kind>(&answer);
+            if constexpr (std::is_same_v<Kind, Dimension>)
+                return same != nullptr &&
+                       same->GetValue(Dimension::Micron) == value.GetValue(Dimension::Micron);
+            else if constexpr (std::is_same_v<Kind, RecordedAnswer::Size>)
+                return same != nullptr && AreSame(same->first, value.first) &&
+                       AreSame(same->second, value.second);
+            else
+                return same != nullptr && *same == value;
+        },
+        expected);
+}
+
+class RecordedFeatures : public ::testing::Test {
+protected:
+    RecordedFeatureAccess& Recorded() {
+        if (!m_recorded)
+            m_recorded.emplace(m_job.Access(), [this](const FeatureQuestion& question) {
+                return m_job.Access().GetSource(question);
+            });
+        return *m_recorded;
+    }
+
+    JobUnderTest m_job;
+
+private:
+    std::optional<RecordedFeatureAccess> m_recorded;
+};
+
+TEST_F(RecordedFeatures, TellEachQuestionWithAnswerAndSource) {
+    m_job.ticket.Choose(L"PageOrientation", L"Landscape");
+    m_job.ticket.Choose(L"PageMediaColor", L"Blue");
+    m_job.ticket.supported.insert({L"JobCopiesAllDocuments", L"JobPasscodeString"});
+    m_job.ticket.integers[L"JobCopiesAllDocuments"] = 7;
+    m_job.ticket.strings[L"JobPasscodeString"] = L"1234";
+    m_job.AddElement("user-name-api", "me", "specified='false'");
+    m_job.AddElement("annotation-col-api",
+                     "<annotation-element-col-api><a/><b/></annotation-element-col-api>");
+    m_job.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_ON, false));
+    m_job.device = {{"print-quality-level", {}, true, "standard"}};
+
+    const RecordedFeatureAccess& access = Recorded();
+    int number = 0;
+    bool flag = false;
+    CXString text;
+    Dimension length;
+    Dimension other;
+    ByteBuffer bytes;
+    UtcTime time;
+    (void)access.GetOptionValue(FEAT_MS_ORIENTATION);
+    (void)access.GetOptionValue(FEAT_PRINT_QUALITY_LEVEL);
+    (void)access.GetOptionValue(FEAT_BOOKLET);
+    (void)access.GetOptionValue(FEAT_COPIES);
+    (void)access.GetOptionValueWithContext(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR);
+    EXPECT_TRUE(access.GetIntegerValue(FEAT_COPIES, number));
+    EXPECT_FALSE(access.GetIntegerValue(FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, 2, FEAT_COPIES, number));
+    EXPECT_FALSE(access.GetStringValue(FEAT_CURRENT_USER_NAME, text));
+    EXPECT_TRUE(access.GetStringValue(FEAT_MS_PIN_PRINTING_STRING, text));
+    EXPECT_EQ(text, L"1234");
+    EXPECT_TRUE(access.GetUnencodedPassword(bytes, FEAT_JOB_PASSWORD));
+    EXPECT_TRUE(access.GetBooleanValue(FEAT_START_SHEET_FROM_APPLICATION, flag));
+    EXPECT_TRUE(access.IsCollectionSpecified(FEAT_ANNOTATION_COL));
+    EXPECT_EQ(
+        access.GetCountOfSpecified1SetOfCollectionElements(FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL),
+        2U);
+    EXPECT_EQ(access.GetEffectiveOrientation(), VAL_MS_ORIENTATION_LANDSCAPE);
+    EXPECT_TRUE(access.GetOutputSize(length, other));
+    EXPECT_FALSE(access.GetDateTimeValue(FEAT_JOB_NAME, time));
+    EXPECT_FALSE(access.GetDimensionValue(FEAT_X1_IMAGE_SHIFT, length));
+
+    const struct {
+        FeatureQuestion question;
+        Value value;
+        bool isSpecified;
+        FeatureValueSource source;
+        bool isSecret = false;
+    } expected[] = {
+        {{Option, FEAT_MS_ORIENTATION}, VAL_MS_ORIENTATION_LANDSCAPE, true, PrintTicket},
+        {{Option, FEAT_PRINT_QUALITY_LEVEL}, VAL_QUALITY_STANDARD, true, FactoryDefault},
+        {{Option, FEAT_BOOKLET}, VAL_BOOKLET_ON, false, AttributeBytes},
+        {{Option, FEAT_COPIES}, VAL_UNSPECIFIED, false, None},
+        {{Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}}, VAL_MEDIA_COLOR_BLUE, true, PrintTicket},
+        {{Integer, FEAT_COPIES}, 7, true, PrintTicket},
+        {{Integer, FeaturePath(FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, FEAT_COPIES).At(2)}, 0, false, None},
+        {{Text, FEAT_CURRENT_USER_NAME}, CXString(L"me"), false, PublicDocumentSettings},
+        {{Text, FEAT_MS_PIN_PRINTING_STRING}, {}, true, PrintTicket, true},
+        {{Password, FEAT_JOB_PASSWORD}, {}, true, PrintTicket, true},
+        {{Flag, FEAT_START_SHEET_FROM_APPLICATION}, false, true, Queue},
+        {{Collection, FEAT_ANNOTATION_COL}, true, true, PublicDocumentSettings},
+        {{Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}}, 2U, true, PublicDocumentSettings},
+        {{Orientation}, VAL_MS_ORIENTATION_LANDSCAPE, true, PrintTicket},
+        {{OutputSize}, RecordedAnswer::Size(m_job.outputWidth, m_job.outputHeight), true, None},
+        {{Time, FEAT_JOB_NAME}, {}, false, None},
+        {{Length, FEAT_X1_IMAGE_SHIFT}, Dimension(), false, None},
+    };
+    ASSERT_EQ(Recorded().Answers().size(), std::size(expected));
+    for (std::size_t at = 0; at < std::size(expected); ++at) {
+        SCOPED_TRACE(at);
+        const RecordedAnswer& answer = Recorded().Answers()[at];
+        EXPECT_EQ(answer.question, expected[at].question);
+        EXPECT_EQ(answer.isSpecified, expected[at].isSpecified);
+        EXPECT_EQ(answer.source, expected[at].source);
+        EXPECT_EQ(answer.isSecret, expected[at].isSecret);
+        EXPECT_TRUE(AreSame(answer.value, expected[at].value));
+    }
+}
+
+TEST_F(RecordedFeatures, PassOnWhatIsSetAndForgetWhatFailed) {
+    m_job.ticket.Choose(L"PageOrientation", L"Landscape");
+    Recorded().SetStringValue(FEAT_CURRENT_USER_NAME, L"me", true);
+    EXPECT_TRUE(Recorded().Answers().empty());
+    CXString user;
+    EXPECT_TRUE(Recorded().GetStringValue(FEAT_CURRENT_USER_NAME, user));
+    EXPECT_EQ(user, L"me");
+    m_job.ticket.fails = true;
+    EXPECT_THROW((void)Recorded().GetOptionValue(FEAT_MS_ORIENTATION), std::runtime_error);
+    EXPECT_EQ(Recorded().Answers().size(), 1U);
+    Recorded().Forget();
+    EXPECT_TRUE(Recorded().Answers().empty());
+}
+
+} // namespace
