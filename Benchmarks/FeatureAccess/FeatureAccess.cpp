@@ -1,11 +1,9 @@
 // What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
 
-#include <FeatureAccess/DataModelLessFeatureAccess.h>
-#include <TicketAccess/NativeComPrintTicketAccess.h>
+#include <FeatureAccess/JobSettings.h>
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
 
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
@@ -30,21 +28,7 @@ std::string ReadSample(const char* name) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
-public:
-    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
-        return std::make_unique<NoDisplayHelp>();
-    }
-};
-
-// The sample printer, and its default ticket with settings of every kind in it.
-struct Job {
-    PrintTicketXmlDocument ticket{CXString(ReadSample("default-ticket.xml").c_str())};
-    PrintCapabilitiesXmlDocument capabilities{CXString(ReadSample("capabilities.xml").c_str())};
-    NativeComPrintTicketAccess ticketAccess{ticket, capabilities};
-    SimpleOcapParser device{CPString(ReadSample("device-capabilities.xml").c_str())};
-    PrintTicketAttributeBytesReaderWriter attributeBytes{&ticket, NoDisplayHelp(), false};
-};
+CXString Text(const char* sample) { return CXString(ReadSample(sample).c_str()); }
 
 double MedianOf(std::vector<double>& values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -54,14 +38,16 @@ double MedianOf(std::vector<double>& values) {
 
 void AllOptions(benchmark::State& state) {
     using Clock = std::chrono::steady_clock;
-    Job job;
-    const DataModelLessFeatureAccess access(L"document", L"user", L"domain", nullptr, Dimension(),
-                                            Dimension(), job.device, job.ticketAccess, job.attributeBytes);
+    // The sample printer, and its default ticket with settings of every kind in it.
+    JobSettings settings(
+        Text("default-ticket.xml"), Text("capabilities.xml"),
+        OvlSharedPtr<SimpleOcapParser>(new SimpleOcapParser(ReadSample("device-capabilities.xml").c_str())));
+    const DataModelLessFeatureAccess& access = settings.Features();
     std::vector<const NativeXmlConfigFeatureEntry*> features;
     NativeXmlConfigFeatureDictionary::Instance()->GetAllEntries(features);
 
     CPString text;
-    job.ticketAccess.GetPrintTicketAsXmlString(text, false);
+    settings.TicketAccess().GetPrintTicketAsXmlString(text, false);
     xmlDoc* tree = xmlReadMemory(text.utf8Bytes(), static_cast<int>(text.view().size()), nullptr, nullptr,
                                  XML_PARSE_NONET);
     xmlXPathContext* context = xmlXPathNewContext(tree);

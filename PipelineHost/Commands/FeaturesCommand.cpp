@@ -10,22 +10,14 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+#include <FeatureAccess/JobSettings.h>
 #include <LowLevelFacilities/CPException.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
 #include <SystemServices/User.h>
-#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 namespace OvPipeline {
 
 namespace {
-
-class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
-public:
-    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
-        return std::make_unique<NoDisplayHelp>();
-    }
-};
 
 // The words of an exception, without the name of its class.
 std::string Words(const CPException& error) {
@@ -45,16 +37,19 @@ std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
     return queue.Folder();
 }
 
-OvlSharedPtr<SimpleOcapParser> ReadDevice(const OvPlatform::QueueFolder& queue) {
+CComPtr<IPrinterPropertyBag> DriverProperties(const OvPlatform::QueueFolder& queue) {
     CComPtr<IPrinterPropertyBag> properties;
     if (const HRESULT hr = OvPlatform::QueuePropertyBag::Create(
             queue.DriverProperties(), OvPlatform::QueuePropertyBag::Access::ReadOnly, &properties);
         FAILED(hr))
         throw HostError(hr, {}, "the queue's driver properties cannot be read");
-    NativeComPrinterPropertyBagAccess bag(
-        *properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+    return properties;
+}
+
+// Damage of the device capabilities shows when they are read.
+void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFolder& queue) {
     try {
-        return OrvelDriverPropertyBag(bag).GetSimpleOcapParser();
+        static_cast<void>(driver.GetSimpleOcapParser());
     } catch (const CPException& error) {
         throw OvPlatform::QueueFolderError(FileOfDevice(queue), Words(error));
     }
@@ -71,30 +66,26 @@ void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeB
     }
 }
 
-FeatureReport Report(const CommandOptions& options, const OvPlatform::QueueFolder& queue,
-                     const LevelParts& parts) {
-    PrintTicketManager manager;
-    PrintTicketXmlDocument ticket(MergeLevel(manager, queue, parts));
-    const auto capabilities = PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(
-        queue.PrinterName().c_str(), nullptr);
-    if (!capabilities) throw HostError(E_FAIL, {}, "the queue gives no print capabilities");
-    NativeComPrintTicketAccess ticketAccess(ticket, *capabilities);
-    const OvlSharedPtr<SimpleOcapParser> device = ReadDevice(queue);
-    PrintTicketAttributeBytesReaderWriter attributeBytes(&ticket, NoDisplayHelp(), false);
-    CheckAttributeBytes(attributeBytes, options.job);
+JobDescription DescribeJob(const std::string& file) {
+    JobDescription job;
+    job.documentName = CXString(Wide(std::filesystem::path(file).filename().string()));
+    User::GetCurrentUserName(job.userName);
+    User::GetCurrentUsersDomain(job.userDomainName);
+    return job;
+}
 
-    CXString mediaSize;
-    Dimension width;
-    Dimension height;
-    ticketAccess.GetCurrentValueMediaSizeFeature(L"PageMediaSize", mediaSize, width, height);
-    CXString user;
-    CXString domain;
-    User::GetCurrentUserName(user);
-    User::GetCurrentUsersDomain(domain);
-    const CXString document(Wide(std::filesystem::path(options.job).filename().string()));
-    const DataModelLessFeatureAccess access(document, user, domain, nullptr, width, height, *device,
-                                            ticketAccess, attributeBytes);
-    return {access, *device};
+FeatureReport Report(const CommandOptions& options,
+                     const std::shared_ptr<const OvPlatform::QueueFolder>& queue, const LevelParts& parts) {
+    PrintTicketManager manager;
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts);
+    const CComPtr<IPrinterPropertyBag> properties = DriverProperties(*queue);
+    NativeComPrinterPropertyBagAccess bag(
+        *properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+    const OrvelDriverPropertyBag driver(bag);
+    CheckDevice(driver, *queue);
+    JobSettings settings(manager, level, driver, DescribeJob(options.job));
+    CheckAttributeBytes(settings.AttributeBytes(), options.job);
+    return {settings.Features(), settings.Device()};
 }
 
 } // namespace
@@ -104,9 +95,8 @@ int FeaturesCommand(const CommandOptions& options, ShownOutput& out) {
     OvPlatform::QueueRegistry::Add(queue);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
-    ExplainLevel(queue, parts); // It has words for a ticket that cannot be merged.
     const MsSafeCoInit apartment;
-    const FeatureReport report = Report(options, *queue, parts);
+    const FeatureReport report = Report(options, queue, parts);
     if (options.json)
         out.Json(report.AsJson());
     else

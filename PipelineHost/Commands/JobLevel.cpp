@@ -41,11 +41,6 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
     }
 }
 
-void Require(HRESULT hr, const char* level) {
-    if (FAILED(hr))
-        throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
-}
-
 } // namespace
 
 LevelParts FindLevel(const CommandOptions& options, const SharedContext& context) {
@@ -86,20 +81,22 @@ TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFold
     return explanation;
 }
 
-IXMLDOMDocument2* MergeLevel(PrintTicketManager& manager, const OvPlatform::QueueFolder& queue,
+EPrintTicketScope MergeLevel(PrintTicketManager& manager,
+                             const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                              const LevelParts& parts) {
+    const auto require = [&](HRESULT hr, const char* level) {
+        if (SUCCEEDED(hr)) return;
+        ExplainLevel(queue, parts); // It has words for a ticket that is wrong.
+        throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
+    };
     CComPtr<IPrintReadStream> defaultTicket;
-    defaultTicket.Attach(new PrintReadStream(MemoryContent(queue.DefaultTicket()).Open()));
-    std::wstring name = queue.PrinterName();
-    Require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
-    Require(manager.MergeAndValidatePartPrintTicket(parts.sequence.p), "job");
-    if (parts.document) Require(manager.MergeAndValidatePartPrintTicket(parts.document.p), "document");
-    if (parts.page) Require(manager.MergeAndValidatePartPrintTicket(parts.page.p), "page");
-    IXMLDOMDocument2* const ticket = parts.page       ? manager.GetPtrToPagePrintTicketForReading()
-                                     : parts.document ? manager.GetPtrToDocPrintTicketForReading()
-                                                      : manager.GetPtrToJobPrintTicketForReading();
-    if (!ticket) throw HostError(E_FAIL, {}, "there is no merged ticket");
-    return ticket;
+    defaultTicket.Attach(new PrintReadStream(MemoryContent(queue->DefaultTicket()).Open()));
+    std::wstring name = queue->PrinterName();
+    require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
+    require(manager.MergeAndValidatePartPrintTicket(parts.sequence.p), "job");
+    if (parts.document) require(manager.MergeAndValidatePartPrintTicket(parts.document.p), "document");
+    if (parts.page) require(manager.MergeAndValidatePartPrintTicket(parts.page.p), "page");
+    return parts.page ? kPTPageScope : parts.document ? kPTDocumentScope : kPTJobScope;
 }
 
 } // namespace OvPipeline

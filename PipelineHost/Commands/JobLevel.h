@@ -21,14 +21,15 @@ struct LevelParts {
 // The level that --document and --page choose. Throws UsageError if the job does not go so far.
 LevelParts FindLevel(const CommandOptions& options, const SharedContext& context);
 
-// An account of the level's tickets. It has words for a ticket that cannot be merged: throws InputError.
+// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                                const LevelParts& parts);
 
-// Merges the tickets of the level on the queue's default, by the same class as filters do it, and gives the
-// level's. The manager keeps it; the thread must be in a COM apartment, and the queue known to the spooler.
-// Throws HostError.
-IXMLDOMDocument2* MergeLevel(PrintTicketManager& manager, const OvPlatform::QueueFolder& queue,
+// Merges the tickets of the level on the queue's default, by the same class as filters do it, and says which
+// level it is. The thread must be in a COM apartment, and the queue known to the spooler. Throws InputError
+// for a ticket that is to blame, else HostError.
+EPrintTicketScope MergeLevel(PrintTicketManager& manager,
+                             const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                              const LevelParts& parts);
 
 } // namespace OvPipeline

@@ -35,10 +35,12 @@ std::string Indented(const std::string& xml) {
     return std::string(text.view());
 }
 
-std::string MergedTicket(const OvPlatform::QueueFolder& queue, const LevelParts& parts) {
+std::string MergedTicket(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                         const LevelParts& parts) {
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
-    return Indented(TextOf(MergeLevel(manager, queue, parts)));
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts);
+    return Indented(TextOf(manager.GetPtrToPrintTicketForReading(level)));
 }
 
 } // namespace
@@ -48,12 +50,10 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out) {
     OvPlatform::QueueRegistry::Add(queue);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
-    // Also where it is not shown: it has words for a ticket that cannot be merged.
-    const TicketExplanation explanation = ExplainLevel(queue, parts);
     if (options.explain)
-        out.Text(FormatExplanation(explanation.Rows()));
+        out.Text(FormatExplanation(ExplainLevel(queue, parts).Rows()));
     else
-        out.Xml(MergedTicket(*queue, parts));
+        out.Xml(MergedTicket(queue, parts));
     return ExitOk;
 }
 

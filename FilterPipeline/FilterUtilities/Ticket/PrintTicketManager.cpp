@@ -283,6 +283,18 @@ IXMLDOMDocument2* PrintTicketManager::GetPtrToDocPrintTicketForReading() { retur
 
 IXMLDOMDocument2* PrintTicketManager::GetPtrToPagePrintTicketForReading() { return m_pageTicket; }
 
+IXMLDOMDocument2* PrintTicketManager::GetPtrToPrintTicketForReading(EPrintTicketScope level) {
+    switch (level) {
+    case kPTJobScope:
+        return m_jobTicket;
+    case kPTDocumentScope:
+        return m_documentTicket;
+    case kPTPageScope:
+        return m_pageTicket;
+    }
+    return nullptr;
+}
+
 std::unique_ptr<PrintTicketXmlDocument>
 PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part) {
     return CopyTicketOf(part);

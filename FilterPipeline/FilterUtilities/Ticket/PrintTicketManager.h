@@ -51,6 +51,7 @@ public:
     IXMLDOMDocument2* GetPtrToJobPrintTicketForReading();
     IXMLDOMDocument2* GetPtrToDocPrintTicketForReading();
     IXMLDOMDocument2* GetPtrToPagePrintTicketForReading();
+    IXMLDOMDocument2* GetPtrToPrintTicketForReading(EPrintTicketScope level);
 
     // The part's own ticket, unmerged and independent of the part; empty if it has none or it cannot be read.
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part);

@@ -5,8 +5,8 @@
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <FeatureAccess/JobSettings.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
-#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueuePropertyBag.h"
@@ -35,19 +35,14 @@ public:
         NativeComPrinterPropertyBagAccess bag(
             *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
         const OrvelDriverPropertyBag driver(bag);
-        device = driver.GetSimpleOcapParser();
         coversTravelInOpif = driver.AreCoversSupportedAndOutputInOpif();
-        ticket.emplace(CXString(m_queue->DefaultTicket().c_str()));
-        capabilities.emplace(CXString(m_queue->Capabilities().c_str()));
-        ticketAccess.emplace(*ticket, *capabilities);
-        attributeBytes.emplace(&*ticket, NoDisplayHelp(), false);
-        features.emplace(L"document", L"user", L"domain", nullptr, Dimension(), Dimension(), *device,
-                         *ticketAccess, *attributeBytes);
+        settings.emplace(CXString(m_queue->DefaultTicket().c_str()),
+                         CXString(m_queue->Capabilities().c_str()), driver.GetSimpleOcapParser());
     }
 
     [[nodiscard]] Answered Ask(tagFeatureEnum feature) const {
         FeatureValueSource source{};
-        const SimpleOptionValue value = features->GetOptionValue(feature, source);
+        const SimpleOptionValue value = settings->Features().GetOptionValue(feature, source);
         return {value.IsSpecified(), value.GetValue(), source};
     }
 
@@ -56,13 +51,8 @@ private:
 
 public:
     const std::filesystem::path folder;
-    OvlSharedPtr<SimpleOcapParser> device;
     bool coversTravelInOpif = false;
-    std::optional<PrintTicketXmlDocument> ticket;
-    std::optional<PrintCapabilitiesXmlDocument> capabilities;
-    std::optional<NativeComPrintTicketAccess> ticketAccess;
-    std::optional<PrintTicketAttributeBytesReaderWriter> attributeBytes;
-    std::optional<DataModelLessFeatureAccess> features;
+    std::optional<JobSettings> settings;
 
 private:
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
@@ -96,10 +86,10 @@ TEST_P(SampleQueue, DescribeTheirDevicesInWordsThatTheDictionariesHave) {
     int known = 0;
     for (const auto* entry : Entries(*NativeXmlConfigFeatureDictionary::Instance())) {
         const CPString& name = entry->cpssFeatureName;
-        if (!job.device->IsCpssFeatureSupported(name)) continue;
+        if (!job.settings->Device().IsCpssFeatureSupported(name)) continue;
         ++known;
         if (!wordsOf.contains(entry->feature)) continue;
-        const auto values = job.device->GetSupportedFeatureOrValuesFromOcap(name, false);
+        const auto values = job.settings->Device().GetSupportedFeatureOrValuesFromOcap(name, false);
         EXPECT_FALSE(values.empty()) << name;
         for (const CPString& value : values)
             EXPECT_TRUE(wordsOf[entry->feature].contains(value.utf8Bytes())) << name << ": " << value;
@@ -110,7 +100,7 @@ TEST_P(SampleQueue, DescribeTheirDevicesInWordsThatTheDictionariesHave) {
         listed += line.starts_with("  <") && line[3] != '/' && line[3] != '!';
     EXPECT_EQ(listed, known)
         << "features at the top of the document, and those with a name in the dictionary";
-    for (const CXString& option : job.device->GetSupportedInstallableOptionFeaturesFromOcap())
+    for (const CXString& option : job.settings->Device().GetSupportedInstallableOptionFeaturesFromOcap())
         EXPECT_TRUE(option.View().starts_with(L"installable-")) << option;
 }
 
@@ -119,12 +109,13 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
     SampleQueueJob color("ColorOffice");
     for (const auto* entry : Entries(*NativeXmlConfigFeatureDictionary::Instance())) {
         if (entry->ticketKind == NativeXmlConfigFeatureEntry::TICKET_KIND) {
-            EXPECT_TRUE(color.features->IsSupportedFeature(entry->feature)) << entry->featureEnumString;
+            EXPECT_TRUE(color.settings->Features().IsSupportedFeature(entry->feature))
+                << entry->featureEnumString;
         }
     }
     SampleQueueJob mono("MonoOffice");
-    EXPECT_FALSE(mono.features->IsSupportedFeature(FEAT_FINISHING_STAPLE));
-    EXPECT_FALSE(mono.features->IsSupportedFeature(FEAT_FINISHING_FOLD));
+    EXPECT_FALSE(mono.settings->Features().IsSupportedFeature(FEAT_FINISHING_STAPLE));
+    EXPECT_FALSE(mono.settings->Features().IsSupportedFeature(FEAT_FINISHING_FOLD));
 
     const struct {
         tagFeatureEnum asked;
@@ -144,11 +135,11 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
         {FEAT_MARGINS, VAL_MARGINS_BORDERLESS, L"PageBorderless", L"Borderless"},
     };
     for (const auto& row : rows) {
-        color.ticketAccess->SetCurrentValueOptionFeature(row.ticketFeature, row.option);
+        color.settings->TicketAccess().SetCurrentValueOptionFeature(row.ticketFeature, row.option);
         EXPECT_EQ(color.Ask(row.asked), (Answered{true, row.value, FeatureValueSource::PrintTicket}))
             << CPString(row.option);
     }
-    mono.ticketAccess->SetCurrentValueOptionFeature(L"JobHolePunch", L"HolePunchDualLeft");
+    mono.settings->TicketAccess().SetCurrentValueOptionFeature(L"JobHolePunch", L"HolePunchDualLeft");
     EXPECT_EQ(mono.Ask(FEAT_FINISHING_HOLE_PUNCH).value, VAL_FINISHING_2_HOLE_PUNCH) << "counts only";
 }
 
@@ -172,12 +163,12 @@ TEST(SampleQueues, ShowEachSourceDecide) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(job.Ask(row.feature), row.answer)
-            << job.features->GetFeatureEnumNameForDisplay(row.feature);
+            << job.settings->Features().GetFeatureEnumNameForDisplay(row.feature);
     int value = 0;
     FeatureValueSource source{};
-    EXPECT_TRUE(job.features->GetIntegerValue(FEAT_LIGHTNESS, value, source));
+    EXPECT_TRUE(job.settings->Features().GetIntegerValue(FEAT_LIGHTNESS, value, source));
     EXPECT_TRUE(value == 5 && source == AttributeBytes) << value;
-    EXPECT_TRUE(job.features->GetIntegerValue(FEAT_SATURATION, value, source));
+    EXPECT_TRUE(job.settings->Features().GetIntegerValue(FEAT_SATURATION, value, source));
     EXPECT_TRUE(value == 10 && source == FactoryDefault) << value;
     EXPECT_TRUE(job.coversTravelInOpif);
     EXPECT_FALSE(SampleQueueJob("MonoOffice").coversTravelInOpif);
