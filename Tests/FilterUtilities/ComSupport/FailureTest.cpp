@@ -1,4 +1,5 @@
 #include "Support/ReportRecorder.h"
+#include "Support/Rows.h"
 
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
@@ -64,11 +65,8 @@ HRESULT Guarded(const std::function<void()>& body) {
 }
 
 TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
-    const struct {
-        const char* message; // of the report
-        std::function<void()> body;
-        HRESULT expected;
-    } cases[] = {
+    // message: of the report
+    const Rows<const char*, std::function<void()>, HRESULT> cases{
         {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.", [] { throw std::bad_alloc(); },
          E_OUTOFMEMORY},
         {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.",
@@ -90,12 +88,12 @@ TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
         {"Unknown exception caught by CATCH_VARIOUS() macro's catch(...).", [] { throw 7; }, E_UNEXPECTED},
     };
     EXPECT_EQ(Guarded([] {}), S_OK);
-    for (const auto& row : cases) {
+    for (const auto& [message, body, expected] : cases) {
         const ReportRecorder recorder;
-        EXPECT_EQ(Guarded(row.body), row.expected) << row.message;
-        ASSERT_EQ(recorder.reports().size(), 1u) << row.message;
+        EXPECT_EQ(Guarded(body), expected) << message;
+        ASSERT_EQ(recorder.reports().size(), 1u) << message;
         const std::string& report = recorder.reports()[0].text;
-        EXPECT_TRUE(report.starts_with(std::string(row.message) + "\n")) << report;
+        EXPECT_TRUE(report.starts_with(std::string(message) + "\n")) << report;
         EXPECT_NE(report.find("FailureTest.cpp"), std::string::npos) << report;
         EXPECT_NE(report.find("(Guarded)"), std::string::npos) << report;
     }

@@ -1,5 +1,6 @@
 #include "Com/FaultInjection.h"
 #include "Support/MemoryStreams.h"
+#include "Support/Rows.h"
 
 #include <ComSupport/MsFilterTypes.h>
 #include <ComSupport/MsSafeCoinit.h>
@@ -116,20 +117,17 @@ TEST(MsSafeCoInit, OwesNothingWhereItEnteredNone) {
 }
 
 TEST(HresultHelpers, LastErrorBecomesAnHresult) {
-    const struct {
-        DWORD lastError;
-        HRESULT expected;
-    } cases[] = {
+    const Rows<DWORD, HRESULT> cases{
         {0, S_OK},
         {5, E_ACCESSDENIED},
         {0x12345, static_cast<HRESULT>(0x80072345)},
         {0x80040003, static_cast<HRESULT>(0x80040003)},
     };
-    for (const auto& row : cases) {
-        SetLastError(row.lastError);
-        EXPECT_EQ(GetLastErrorAsHResult(), row.expected) << row.lastError;
-        SetLastError(row.lastError);
-        EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::Win32Error), row.expected) << row.lastError;
+    for (const auto& [lastError, expected] : cases) {
+        SetLastError(lastError);
+        EXPECT_EQ(GetLastErrorAsHResult(), expected) << lastError;
+        SetLastError(lastError);
+        EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::Win32Error), expected) << lastError;
     }
 }
 
@@ -178,14 +176,11 @@ int Wide(ULONG maxChars, const wchar_t* format, ...) {
 }
 
 TEST(DebugMessages, SucceedOnlyWithTextThatFits) {
-    const struct {
-        ULONG maxChars;
-        int expected;
-    } cases[] = {{0, 0},         {1, 0}, {4, 0}, {5, 0}, {6, 1}, {1000, 1}, {static_cast<ULONG>(INT_MAX), 0},
-                 {0xFFFFFFFF, 0}};
-    for (const auto& row : cases) {
-        EXPECT_EQ(Narrow(row.maxChars, "ab%d", 123), row.expected) << row.maxChars;
-        EXPECT_EQ(Wide(row.maxChars, L"ab%d", 123), row.expected) << row.maxChars;
+    const Rows<ULONG, int> cases{
+        {0, 0}, {1, 0}, {4, 0}, {5, 0}, {6, 1}, {1000, 1}, {static_cast<ULONG>(INT_MAX), 0}, {0xFFFFFFFF, 0}};
+    for (const auto& [maxChars, expected] : cases) {
+        EXPECT_EQ(Narrow(maxChars, "ab%d", 123), expected) << maxChars;
+        EXPECT_EQ(Wide(maxChars, L"ab%d", 123), expected) << maxChars;
     }
     EXPECT_EQ(Narrow(10, nullptr), 0);
     EXPECT_EQ(Wide(10, nullptr), 0);

@@ -2,6 +2,7 @@
 
 #include "Support/FailureSweep.h"
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/Rows.h"
 
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
 #include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
@@ -72,10 +73,7 @@ TEST(FailureSweep, NoSetterOfPublicSettingsLosesOneOrHalfOfOne) {
                                                                                     L"integer", false, 5);
         };
     };
-    const struct {
-        const char* name;
-        Sweep::Operation operation;
-    } setters[] = {
+    const Rows<const char*, Sweep::Operation> setters{
         {"an element", set(L"sides", true)},
         {"a new element", set(L"title", false)},
         {"a member", setMember(L"count")},
@@ -96,10 +94,10 @@ TEST(FailureSweep, NoSetterOfPublicSettingsLosesOneOrHalfOfOne) {
          }},
         {"no element", [](W& w) { return w.settings.DeleteOrvelPublicDocSettingsFeature(L"sides"); }},
     };
-    for (const auto& setter : setters) {
-        Sweep sweep(MakeSettings(TicketWithSettings()), setter.operation);
-        EXPECT_TRUE(sweep.IsEdit()) << setter.name;
-        sweep.Run(setter.name);
+    for (const auto& [name, operation] : setters) {
+        Sweep sweep(MakeSettings(TicketWithSettings()), operation);
+        EXPECT_TRUE(sweep.IsEdit()) << name;
+        sweep.Run(name);
     }
     // Two steps of which the first may be done and the second not: that is as asked so far.
     const auto change = set(L"sides", true);
@@ -116,10 +114,7 @@ TEST(FailureSweep, NoSetterOfPublicSettingsLosesOneOrHalfOfOne) {
 }
 
 TEST(FailureSweep, NoFirstQuestionToPublicSettingsChangesItsAnswersOrTheTicket) {
-    const struct {
-        const char* name;
-        Sweep::Operation operation;
-    } questions[] = {
+    const Rows<const char*, Sweep::Operation> questions{
         {"settings",
          [](W& w) { return SweptAnswer(std::to_string(w.settings.HasOrvelPublicDocSettings())); }},
         {"presence",
@@ -150,9 +145,9 @@ TEST(FailureSweep, NoFirstQuestionToPublicSettingsChangesItsAnswersOrTheTicket) 
              return FAILED(hr) ? SweptAnswer(hr) : SweptAnswer(std::to_string(value));
          }},
     };
-    for (const auto& question : questions) {
-        Sweep(MakeSettings(TicketWithSettings()), question.operation).Run(question.name);
-        Sweep(MakeSettings(TicketWith("")), question.operation).Run(std::string(question.name) + " of none");
+    for (const auto& [name, operation] : questions) {
+        Sweep(MakeSettings(TicketWithSettings()), operation).Run(name);
+        Sweep(MakeSettings(TicketWith("")), operation).Run(std::string(name) + " of none");
     }
 }
 

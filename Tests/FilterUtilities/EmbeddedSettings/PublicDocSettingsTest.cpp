@@ -2,6 +2,7 @@
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Growth.h"
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 namespace {
@@ -129,11 +130,7 @@ TEST(PublicDocSettings, ReadsTextAndWhetherItIsSpecified) {
                    "<d specified=''>x</d><e/><k xml:space='preserve'> \xC3\xA9 &amp; \xF0\x9F\x98\x80 </k>" +
                    rootEnd));
     Settings settings(&ticket);
-    const struct {
-        const wchar_t* name;
-        Answer expected;
-        bool isAtJobLevel;
-    } rows[] = {
+    const Rows<const wchar_t*, Answer, bool> rows{
         {L"sides", {S_OK, true, L"one-sided"}, true},
         {L"nested", {S_OK, true, L"deep"}, false},
         {L"a", {S_OK, false, L"x"}, true},
@@ -146,16 +143,16 @@ TEST(PublicDocSettings, ReadsTextAndWhetherItIsSpecified) {
         {L"", nothing, false},
         {L"OrvelPublicDocSettings", nothing, false}, // the root is no setting
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(Narrow(row.name));
-        const bool isThere = row.expected.code == S_OK;
-        EXPECT_EQ(Read(settings, row.name), row.expected);
-        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresent(row.name), isThere);
-        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(row.name), row.isAtJobLevel);
+    for (const auto& [name, expected, isAtJobLevel] : rows) {
+        SCOPED_TRACE(Narrow(name));
+        const bool isThere = expected.code == S_OK;
+        EXPECT_EQ(Read(settings, name), expected);
+        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresent(name), isThere);
+        EXPECT_EQ(settings.IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(name), isAtJobLevel);
         Answer atJobLevel;
         atJobLevel.code = settings.GetCurrentValueAsStringForJobLevelOrvelPublicDocSettingsFeature(
-            row.name, atJobLevel.specified, atJobLevel.value);
-        EXPECT_EQ(atJobLevel, row.isAtJobLevel ? row.expected : nothing);
+            name, atJobLevel.specified, atJobLevel.value);
+        EXPECT_EQ(atJobLevel, isAtJobLevel ? expected : nothing);
     }
 }
 
@@ -268,10 +265,7 @@ TEST(PublicDocSettings, WhatIsWrittenReadsBackThroughAFreshTicket) {
     EXPECT_EQ(Read(reread, L"word"), (Answer{S_OK, false, L"c"}));
     EXPECT_EQ(ReadMember(reread, L"annotations", 1, L"text"), (Answer{S_OK, true, L"2nd"}));
 
-    const struct {
-        const char* xpath;
-        const char* expected;
-    } rows[] = {
+    const Rows<const char*, const char*> rows{
         {"//group/old/@syntax", "keyword"}, // that of an element that exists stays
         {"count(//old/@specified)", "0"},
         {"//kept/@specified", "true"}, // so it still counts as specified
@@ -292,8 +286,8 @@ TEST(PublicDocSettings, WhatIsWrittenReadsBackThroughAFreshTicket) {
         {"count(//nowhere)", "0"},
         {"//hidden/entry/text", "never"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(InSettings(ticket, row.xpath), row.expected) << row.xpath;
+    for (const auto& [xpath, expected] : rows)
+        EXPECT_EQ(InSettings(ticket, xpath), expected) << xpath;
 }
 
 TEST(PublicDocSettings, DeletesAndReplacesElements) {

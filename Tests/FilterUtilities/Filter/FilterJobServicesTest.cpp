@@ -1,5 +1,6 @@
 #include "Support/FakePrinterPropertyBag.h"
 #include "Support/FilterJob.h"
+#include "Support/Rows.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Filter/StreamFilterBase.h>
@@ -25,25 +26,20 @@ struct FilterJobServices : testing::Test {
 };
 
 TEST_F(FilterJobServices, DestinationFollowsThePort) {
-    const struct {
-        const wchar_t* port;
-        int destination;
-        bool isFile;
-        const wchar_t* fileName;
-    } cases[] = {
+    const Rows<const wchar_t*, int, bool, const wchar_t*> cases{
         {L"LPT1:", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
         {L"192.0.2.7", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
         {L"NUL:", MsRenderFilterBase::OutputDestinationNulPort, false, L""},
         {L"file:", MsRenderFilterBase::OutputDestinationFilePort, true, L""},
         {L"C:\\spool\\out.prn", MsRenderFilterBase::OutputDestinationPathPort, true, L"C:\\spool\\out.prn"},
     };
-    for (const auto& row : cases) {
-        FilterJob job(row.port);
+    for (const auto& [port, destination, isFile, fileName] : cases) {
+        FilterJob job(port);
         const auto filter = Initialized(job);
         EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationNotYetDetermined);
-        EXPECT_EQ(filter->IsJobDefinitelyBeingPrintedToFile(), row.isFile) << row.destination;
-        EXPECT_EQ(filter->GetOutputDestinationEnum(), row.destination);
-        EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), row.fileName);
+        EXPECT_EQ(filter->IsJobDefinitelyBeingPrintedToFile(), isFile) << destination;
+        EXPECT_EQ(filter->GetOutputDestinationEnum(), destination);
+        EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), fileName);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "Support/FilterJob.h"
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 #include <ComSupport/ThrowHresult.h>
@@ -132,27 +133,24 @@ TEST_F(MsRenderFilterBaseTest, PropertiesOfAnotherTypeAreNotTakenForText) {
 }
 
 TEST_F(MsRenderFilterBaseTest, EveryFailureInAStepBecomesTheOneResult) {
-    const struct {
-        std::function<void()> fail;
-        HRESULT expected;
-    } cases[] = {
+    const Rows<std::function<void()>, HRESULT> cases{
         {[] { ThrowComException(E_PENDING, "step"); }, E_PENDING},
         {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
         {[] { throw std::runtime_error("no"); }, E_FAIL},
         {[] { throw 7; }, E_UNEXPECTED},
     };
-    for (const auto& row : cases) {
+    for (const auto& [fail, expected] : cases) {
         filter->journal.clear();
         filter->initialize = [] { return S_OK; };
-        filter->connect = row.fail;
-        EXPECT_EQ(Initialize(), row.expected);
-        filter->initialize = [&] { return row.fail(), S_OK; };
-        EXPECT_EQ(Initialize(), row.expected);
+        filter->connect = fail;
+        EXPECT_EQ(Initialize(), expected);
+        filter->initialize = [&, &fail = fail] { return fail(), S_OK; };
+        EXPECT_EQ(Initialize(), expected);
         EXPECT_EQ(filter->journal, (Journal{"initialize", "connect", "initialize"}));
 
         filter->journal.clear();
-        filter->start = row.fail;
-        EXPECT_EQ(filter->StartOperation(), row.expected);
+        filter->start = fail;
+        EXPECT_EQ(filter->StartOperation(), expected);
         EXPECT_EQ(filter->journal, (Journal{"start", "close"}));
     }
     filter->journal.clear();

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <Finishing/OcptImportAndExport.h>
 #include <LowLevelFacilities/Dimension.h>
 
@@ -170,27 +172,24 @@ TEST(OcptImportAndExport, PutsStaplesWithoutAPositionByEdgeAndBinding) {
 // A position on the page, of a kind that has four, takes the four of the sheet, each once, and another one
 // when the page is turned.
 TEST(OcptImportAndExport, TurnsStaplePositionsWithThePage) {
-    const struct {
-        std::vector<int> positions;
-        std::set<int> values;
-    } kinds[] = {
+    const Rows<std::vector<int>, std::set<int>> kinds{
         {{8023, 8024, 8025, 8026}, {6254, 6255, 6256, 6257}},
         {{8031, 8032, 8033, 8034}, {6258, 6259, 6260, 6261}},
         {{8027, 8028, 8029, 8030}, {6262, 6263, 6264, 6265}},
         {{10242, 10243, 10244, 10245}, {6291, 6292, 6293, 6294}},
     };
-    for (const auto& kind : kinds) {
+    for (const auto& [positions, values] : kinds) {
         std::set<int> upright;
         std::set<int> turned;
-        for (const int position : kind.positions) {
+        for (const int position : positions) {
             const auto value = static_cast<tagValueEnum>(position);
             upright.insert(LookupStaplePosition(value, portrait));
             turned.insert(LookupStaplePosition(value, landscape));
             EXPECT_NE(LookupStaplePosition(value, portrait), LookupStaplePosition(value, landscape));
             EXPECT_EQ(LookupStaplePosition(value, none), none);
         }
-        EXPECT_EQ(upright, kind.values);
-        EXPECT_EQ(turned, kind.values);
+        EXPECT_EQ(upright, values);
+        EXPECT_EQ(turned, values);
     }
     EXPECT_EQ(LookupStaplePosition(VAL_FINISHING_1_STAPLE_BOTTOM_LEFT, landscape), 6257);
     EXPECT_EQ(LookupStaplePosition(VAL_FINISHING_2_STAPLES_LEFT, landscape), 6261);
@@ -226,20 +225,18 @@ TEST(OcptImportAndExport, PutsHolesWithoutAPositionByEdgeAndBinding) {
 }
 
 TEST(OcptImportAndExport, FoldsHalfSheetsByTheDocument) {
-    const struct {
-        tagValueEnum fold;
-        // Plain; under the document's portrait and its landscape, straight and reversed.
-        int plain, portraitPlain, portraitReversed, landscapePlain, landscapeReversed;
-    } cases[] = {
+    // Plain; under the document's portrait and its landscape, straight and reversed.
+    const Rows<tagValueEnum, int, int, int, int, int> cases{
         {VAL_FINISHING_Z_FOLD_HALFSHEET_LB, 6273, 6273, 6274, 6273, 6273},
         {VAL_FINISHING_Z_FOLD_HALFSHEET_RB, 6274, 6274, 6274, 6274, 6274},
         {VAL_FINISHING_Z_FOLD_HALFSHEET_TB, 6274, 6274, 6274, 6273, 6274},
         {VAL_FINISHING_Z_FOLD_HALFSHEET_BB, 6274, 6273, 6273, 6274, 6273},
         {VAL_FINISHING_Z_FOLD_PI, 6280, 6280, 6280, 6280, 6280},
     };
-    for (const auto& expected : cases) {
+    for (const auto& [fold, plain, portraitPlain, portraitReversed, landscapePlain, landscapeReversed] :
+         cases) {
         Job job;
-        job.fold = expected.fold;
+        job.fold = fold;
         const auto list = [&](bool useDocument, tagValueEnum orientation, tagValueEnum direction) {
             job.useDocOrientation = useDocument;
             job.docOrientation = orientation;
@@ -251,11 +248,11 @@ TEST(OcptImportAndExport, FoldsHalfSheetsByTheDocument) {
             EXPECT_EQ(job.List(), upright);
             return upright;
         };
-        EXPECT_EQ(list(false, landscape, VAL_DOC_FOLD_REVERSED), List{expected.plain});
-        EXPECT_EQ(list(true, portrait, none), List{expected.portraitPlain});
-        EXPECT_EQ(list(true, portrait, VAL_DOC_FOLD_REVERSED), List{expected.portraitReversed});
-        EXPECT_EQ(list(true, landscape, none), List{expected.landscapePlain});
-        EXPECT_EQ(list(true, none, VAL_DOC_FOLD_REVERSED), List{expected.landscapeReversed});
+        EXPECT_EQ(list(false, landscape, VAL_DOC_FOLD_REVERSED), List{plain});
+        EXPECT_EQ(list(true, portrait, none), List{portraitPlain});
+        EXPECT_EQ(list(true, portrait, VAL_DOC_FOLD_REVERSED), List{portraitReversed});
+        EXPECT_EQ(list(true, landscape, none), List{landscapePlain});
+        EXPECT_EQ(list(true, none, VAL_DOC_FOLD_REVERSED), List{landscapeReversed});
     }
 }
 

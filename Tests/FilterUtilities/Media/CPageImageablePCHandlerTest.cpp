@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
 
 #include <Media/CPageImageablePCHandler.h>
@@ -47,10 +49,7 @@ TEST(CPageImageablePCHandler, ReadsWhatADocumentHoldsAndLeavesTheRest) {
                                Limits("PageMediaSizeMediaSizeHeight", "140000", "1200000");
     // An area outside the imageable size is none of the page's.
     const std::string decoy = Property("psk:ImageableArea", Property("psk:OriginWidth", Value("1")));
-    const struct {
-        std::string content;
-        std::array<int, 10> numbers;
-    } cases[] = {
+    const Rows<std::string, std::array<int, 10>> cases{
         {decoy + limits + Property("psk:PageImageableSize", sizes + Property("psk:ImageableArea", area)),
          {210000, 297000, 4000, 5000, 202000, 287000, 90000, 320000, 140000, 1200000}},
         {decoy + Limits("PageMediaSizeMediaSizeWidth", "90000", ""),
@@ -58,10 +57,10 @@ TEST(CPageImageablePCHandler, ReadsWhatADocumentHoldsAndLeavesTheRest) {
         {Property("psk:PageImageableSize", sizes), {210000, 297000, -3, -4, -5, -6, -7, -8, -9, -10}},
         {"", {-1, -2, -3, -4, -5, -6, -7, -8, -9, -10}},
     };
-    for (const auto& expected : cases) {
-        const Answer answer = Ask(Capabilities(expected.content).GetDomDocPtr());
+    for (const auto& [content, numbers] : cases) {
+        const Answer answer = Ask(Capabilities(content).GetDomDocPtr());
         EXPECT_EQ(answer.hr, S_OK);
-        EXPECT_EQ(answer.numbers, expected.numbers);
+        EXPECT_EQ(answer.numbers, numbers);
     }
 }
 

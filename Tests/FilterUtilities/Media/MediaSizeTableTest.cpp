@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <Media/MediaSizeTable.h>
 #include <Media/PageMediaSizePtPcHelper.h>
 
@@ -56,13 +58,7 @@ TEST(MediaSizeTable, RowsAreWhatTheirKeywordsSay) {
 }
 
 TEST(MediaSizeTable, TellingRowsHoldAllTheirFacts) {
-    const struct {
-        std::wstring_view keyword;
-        int value, width, height;
-        MediaSizeClass mediaClass;
-        int deviceWidth, deviceHeight;
-        std::wstring_view formName;
-    } cases[] = {
+    const Rows<std::wstring_view, int, int, int, MediaSizeClass, int, int, std::wstring_view> cases{
         {L"psk:NorthAmericaLetter", 6430, 215900, 279400, MediaSizeClass::Sheet, 215900, 279400, L"LETTER"},
         {L"psk:ISOA4", 6436, 210000, 297000, MediaSizeClass::Sheet, 209995, 296990, L"A4"},
         {L"psk:NorthAmericaNumber10Envelope", 6441, 104775, 241300, MediaSizeClass::Envelope, 104775, 241300,
@@ -76,18 +72,20 @@ TEST(MediaSizeTable, TellingRowsHoldAllTheirFacts) {
         {L"ok:NorthAmerica2Up6x9", 6472, 228600, 304800, MediaSizeClass::Sheet, 228600, 304800, L""},
     };
     const auto records = MediaSizeTable::GetRecords();
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.value);
-        const auto found = std::find_if(records.begin(), records.end(),
-                                        [&](const auto& each) { return each.keyword == expected.keyword; });
+    for (const auto& [keyword, value, width, height, mediaClass, deviceWidth, deviceHeight, formName] :
+         cases) {
+        SCOPED_TRACE(value);
+        const auto found =
+            std::find_if(records.begin(), records.end(),
+                         [&, &keyword = keyword](const auto& each) { return each.keyword == keyword; });
         ASSERT_NE(found, records.end());
-        EXPECT_EQ(found->value, expected.value);
-        EXPECT_EQ(found->width, expected.width);
-        EXPECT_EQ(found->height, expected.height);
-        EXPECT_EQ(found->mediaClass, expected.mediaClass);
-        EXPECT_EQ(found->deviceWidth, expected.deviceWidth);
-        EXPECT_EQ(found->deviceHeight, expected.deviceHeight);
-        EXPECT_EQ(found->formName, expected.formName);
+        EXPECT_EQ(found->value, value);
+        EXPECT_EQ(found->width, width);
+        EXPECT_EQ(found->height, height);
+        EXPECT_EQ(found->mediaClass, mediaClass);
+        EXPECT_EQ(found->deviceWidth, deviceWidth);
+        EXPECT_EQ(found->deviceHeight, deviceHeight);
+        EXPECT_EQ(found->formName, formName);
     }
 }
 

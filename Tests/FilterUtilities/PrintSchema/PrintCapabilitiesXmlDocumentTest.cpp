@@ -2,6 +2,7 @@
 
 #include "Com/FaultInjection.h"
 #include "Support/FilterJob.h"
+#include "Support/Rows.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -23,11 +24,7 @@ std::string Property(const std::string& name, const std::string& type, const std
 TEST(PrintCapabilitiesXmlDocument, WritesTheStandardShapes) {
     PrintCapabilitiesXmlDocument document = Capabilities("");
     using Create = std::function<void(IXMLDOMElement**)>;
-    const struct {
-        Create create;
-        std::string start;
-        std::string content;
-    } cases[] = {
+    const Rows<Create, std::string, std::string> cases{
         {[&](auto out) { document.CreateFeature(L"psk:", L"PageA", L"A", out); },
          "psf:Feature name=\"psk:PageA\"", Property("psk:DisplayName", "string", "A")},
         {[&](auto out) { document.CreatePickOneFeature(L"ok:", L"PageA", L"A & B", out); },
@@ -66,9 +63,9 @@ TEST(PrintCapabilitiesXmlDocument, WritesTheStandardShapes) {
              Property("psf:UnitType", "string", "characters") + Property("psk:DisplayName", "string", "D") +
              Property("psf:DefaultValue", "string", "text")},
     };
-    for (const auto& expected : cases) {
+    for (const auto& [create, start, content] : cases) {
         CComPtr<IXMLDOMElement> created;
-        expected.create(&created);
+        create(&created);
         EXPECT_EQ(OutsideView(document, "count(/*/*)"), "0") << "the caller attaches it";
         document.AppendChildToRootNode(created);
         std::string shape = Shape(NodeOf(document, L"/psf:PrintCapabilities/*"));
@@ -79,8 +76,7 @@ TEST(PrintCapabilitiesXmlDocument, WritesTheStandardShapes) {
             for (std::size_t at; (at = shape.find(quoted)) != std::string::npos;)
                 shape.erase(at, quoted.size());
         }
-        EXPECT_EQ(shape, "<" + expected.start + ">" + expected.content + "</" +
-                             expected.start.substr(0, expected.start.find(' ')) + ">");
+        EXPECT_EQ(shape, "<" + start + ">" + content + "</" + start.substr(0, start.find(' ')) + ">");
         document.DeleteNode(NodeOf(document, L"/psf:PrintCapabilities/*"));
     }
 

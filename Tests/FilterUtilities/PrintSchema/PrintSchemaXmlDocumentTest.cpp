@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "TicketSupport.h"
 
 #include <vector>
@@ -11,14 +13,7 @@ const std::string v11 = Declare("pskv11", keywordsV11Uri);
 // ---- Loading
 
 TEST(PrintSchemaXmlDocument, LearnsThePrefixesOfTheRootElement) {
-    const struct {
-        const char* what;
-        std::string xml;
-        const char* framework;
-        const char* keywords;
-        const char* keywordsV11;
-        const char* userKeywords;
-    } cases[] = {
+    const Rows<const char*, std::string, const char*, const char*, const char*, const char*> cases{
         {"usual", Ticket("", v11 + Declare("ok", PrivateUri())), "psf:", "psk:", "pskv11:", "ok:"},
         {"no private declaration", Ticket(""), "psf:", "psk:", "(null)", "ns0000:"},
         {"private prefix of its own", Ticket("", Declare("ns0001", PrivateUri())), "psf:", "psk:", "(null)",
@@ -34,14 +29,14 @@ TEST(PrintSchemaXmlDocument, LearnsThePrefixesOfTheRootElement) {
         {"two prefixes for one namespace: the first counts", Ticket("", Declare("other", frameworkUri)),
          "psf:", "psk:", "(null)", "ns0000:"},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
-        const OpenTicket ticket(expected.xml);
-        EXPECT_EQ(TextOf(ticket.GetFrameworkNsPrefix()), expected.framework);
-        EXPECT_EQ(TextOf(ticket.GetKeywordsNsPrefix()), expected.keywords);
-        EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), expected.keywordsV11);
-        EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), expected.userKeywords);
-        EXPECT_EQ(ticket.IsKeywordsV11NsPrefixDefined(), expected.keywordsV11 != std::string("(null)"));
+    for (const auto& [what, xml, framework, keywords, keywordsV11, userKeywords] : cases) {
+        SCOPED_TRACE(what);
+        const OpenTicket ticket(xml);
+        EXPECT_EQ(TextOf(ticket.GetFrameworkNsPrefix()), framework);
+        EXPECT_EQ(TextOf(ticket.GetKeywordsNsPrefix()), keywords);
+        EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), keywordsV11);
+        EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), userKeywords);
+        EXPECT_EQ(ticket.IsKeywordsV11NsPrefixDefined(), keywordsV11 != std::string("(null)"));
         EXPECT_TRUE(ticket.GetRootNode());
         // Queries use the document's own prefix.
         CComPtr<IXMLDOMNodeList> features;
@@ -51,12 +46,7 @@ TEST(PrintSchemaXmlDocument, LearnsThePrefixesOfTheRootElement) {
 
 TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
     const std::string psf = Declare("psf", frameworkUri);
-    const struct {
-        const char* what;
-        std::string xml;
-        HRESULT result;
-        const char* message;
-    } cases[] = {
+    const Rows<const char*, std::string, HRESULT, const char*> cases{
         {"other root", "<psf:PrintCapabilities" + psf + "/>", S_FALSE, "Failed to get root node"},
         {"root in no namespace", "<PrintTicket" + psf + "/>", S_FALSE, "Failed to get root node"},
         {"root in another namespace", "<psf:PrintTicket xmlns:psf='urn:other'/>", S_FALSE,
@@ -78,10 +68,10 @@ TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
         {"undeclared prefix", Ticket("<zzz:Feature/>"), E_FAIL, "does not parse"},
         {"two roots", Ticket("").substr(39) + "<b/>", E_FAIL, "does not parse"},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
-        const auto load = [&] { OpenTicket ticket(expected.xml); };
-        if (expected.result == S_OK) {
+    for (const auto& [what, xml, result, message] : cases) {
+        SCOPED_TRACE(what);
+        const auto load = [&, &xml = xml] { OpenTicket ticket(xml); };
+        if (result == S_OK) {
             EXPECT_NO_THROW(load());
             continue;
         }
@@ -89,8 +79,8 @@ TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
             load();
             ADD_FAILURE() << "was taken";
         } catch (const CPComException& failure) {
-            EXPECT_EQ(failure.GetHresult(), expected.result);
-            EXPECT_NE(std::string(failure.getExceptionMessage()).find(expected.message), std::string::npos)
+            EXPECT_EQ(failure.GetHresult(), result);
+            EXPECT_NE(std::string(failure.getExceptionMessage()).find(message), std::string::npos)
                 << failure.getExceptionMessage();
         }
     }
@@ -147,10 +137,7 @@ TEST(PrintSchemaXmlDocument, RenamesThePrivatePrefixInNamesOnly) {
                Declare("ns0001", PrivateUri())));
     EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/namespace::ok"), PrivateUri());
     EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::ns0001)"), "0");
-    const struct {
-        const char* xpath;
-        const char* found;
-    } cases[] = {
+    const Rows<const char*, const char*> cases{
         {"//psf:Feature[1]/@name", "ok:A"},
         {"//psf:Option[1]/@name", "ok:B"},
         {"//psf:ScoredProperty/@name", "ok:C"},
@@ -455,19 +442,16 @@ TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
 // ---- Deleting
 
 TEST(PrintSchemaXmlDocument, DeletesTheFirstOfDuplicates) {
-    const struct {
-        int copies;
-        HRESULT result;
-        const char* left;
-    } cases[] = {{0, S_FALSE, "0"}, {1, S_FALSE, "1"}, {2, S_OK, "1"}, {3, S_OK, "2"}};
-    for (const auto& expected : cases) {
+    const Rows<int, HRESULT, const char*> cases{
+        {0, S_FALSE, "0"}, {1, S_FALSE, "1"}, {2, S_OK, "1"}, {3, S_OK, "2"}};
+    for (const auto& [copies, result, left] : cases) {
         std::string content;
-        for (int copy = 0; copy < expected.copies; ++copy)
+        for (int copy = 0; copy < copies; ++copy)
             content += Feature("psk:A", "psk:Option" + std::to_string(copy));
         OpenTicket ticket(Ticket(content + Feature("psk:B", "psk:B")));
-        EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), expected.result);
-        EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature[@name='psk:A'])"), expected.left);
-        if (expected.result == S_OK) {
+        EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), result);
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature[@name='psk:A'])"), left);
+        if (result == S_OK) {
             EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:Option1");
         }
     }
@@ -520,10 +504,7 @@ TEST(PrintSchemaXmlDocument, BuildsPropertiesThatAnOutsideReaderUnderstands) {
     EXPECT_EQ(ticket.CreateCDATASectionXMLElement(L"<raw>", &cdata), S_OK);
     EXPECT_EQ(ticket.AppendChild(outer, cdata), S_OK);
 
-    const struct {
-        const char* xpath;
-        const char* found;
-    } cases[] = {
+    const Rows<const char*, const char*> cases{
         {"//psf:Feature/psf:Property[1]/@name", "ok:A"},
         {"//psf:Feature/psf:Property[1]/psf:Value", "-5"},
         {"//psf:Feature/psf:Property[1]/psf:Value/@xsi:type", "xsd:integer"},
@@ -551,12 +532,7 @@ TEST(PrintSchemaXmlDocument, DeclaresTheNamespacesOfTypesWhereADocumentDoesNot) 
 
 TEST(PrintSchemaXmlDocument, TypedValuesFitIntoTicketsThatUseTheUsualPrefixesOtherwise) {
     const std::string schema = "http://www.w3.org/2001/XMLSchema";
-    const struct {
-        std::string root;
-        std::string declarations;
-        const char* type;
-        const char* prefix;
-    } cases[] = {
+    const Rows<std::string, std::string, const char*, const char*> cases{
         {"xsd", Declare("xsd", frameworkUri) + Declare("k", keywordsUri), "xsd1:string", "xsd1"},
         {"xsi", Declare("xsi", frameworkUri) + Declare("k", keywordsUri), "xsd:string", "xsd"},
         {"f", Declare("f", frameworkUri) + Declare("xsd", keywordsUri) + Declare("xsd1", "urn:other"),

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "TicketSupport.h"
 
 #include <PrintSchema/PrintTicketQueryBuilder.h>
@@ -13,10 +15,7 @@ std::string QueryOf(const PrintTicketQueryBuilder& builder) {
 }
 
 TEST(PrintTicketQueryBuilder, JoinsItsSteps) {
-    const struct {
-        std::vector<Step> steps;
-        const char* query;
-    } cases[] = {
+    const Rows<std::vector<Step>, const char*> cases{
         {{}, "(null)"},
         {{[](auto& b) { b.AddFeature(L"psk:", L"PageMediaSize"); }},
          "//f:Feature[@name = \"psk:PageMediaSize\"]"},
@@ -34,11 +33,11 @@ TEST(PrintTicketQueryBuilder, JoinsItsSteps) {
          "//f:ParameterRef[@name = \"p:A\"]//f:ParameterDef[@name = \"p:B\"]"
          "//f:ParameterInit[@name = \"p:C\"]/f:Option[@name = \"p:D\"]"},
     };
-    for (const auto& expected : cases) {
+    for (const auto& [steps, query] : cases) {
         PrintTicketQueryBuilder builder(L"f:");
-        for (const Step& step : expected.steps)
+        for (const Step& step : steps)
             step(builder);
-        EXPECT_EQ(QueryOf(builder), expected.query);
+        EXPECT_EQ(QueryOf(builder), query);
     }
 }
 

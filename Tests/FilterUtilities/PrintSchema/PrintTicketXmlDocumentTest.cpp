@@ -1,6 +1,7 @@
 #include "TicketSupport.h"
 
 #include "Support/ComFake.h"
+#include "Support/Rows.h"
 
 #include <filterpipeline.h>
 
@@ -216,10 +217,7 @@ TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
     CComPtr<IXMLDOMElement> bareOption;
     EXPECT_EQ(ticket.CreateFeatureOptionPair(L"PageG", true, &bare, &bareOption), S_OK);
     EXPECT_EQ(ticket.AppendToElement(L"PrintTicket", bare), S_OK);
-    const struct {
-        const char* xpath;
-        const char* found;
-    } cases[] = {
+    const Rows<const char*, const char*> cases{
         {"/*/psf:Feature[@name='ok:JobA']/psf:Option[@name='psk:B']/psf:ParameterRef/@name", "psk:JobC"},
         {"/*/psf:ParameterInit[@name='psk:JobC']/psf:Value[@xsi:type='xsd:integer']", "-3"},
         {"/*/psf:ParameterInit[@name='ok:D']/psf:Value[not(@*)]", "d"},

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "TicketSupport.h"
 
 #include <set>
@@ -152,12 +154,7 @@ TEST(PrivateKeywordNames, KeepTheirNamespaceOrAreRefused) {
 
 TEST(PrivateKeywordNames, AreRenamedWhereTheyStandOrRefused) {
     const std::string my = Declare("my", PrivateUri());
-    const struct {
-        const char* what;
-        std::string xml;
-        bool isRead;
-        Texts names;
-    } cases[] = {
+    const Rows<const char*, std::string, bool, Texts> cases{
         {"ok theirs around a private name",
          Ticket("<psf:Feature name='psk:A'" + Declare("ok", other) +
                     "><psf:Option name='my:B'/></psf:Feature>",
@@ -191,23 +188,23 @@ TEST(PrivateKeywordNames, AreRenamedWhereTheyStandOrRefused) {
          true,
          {"", "ok:B"}},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
+    for (const auto& [what, xml, isRead, names] : cases) {
+        SCOPED_TRACE(what);
         CComPtr<IXMLDOMDocument2> raw;
         ASSERT_EQ(raw.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
         VARIANT_BOOL isLoaded = VARIANT_FALSE;
-        ASSERT_EQ(raw->loadXML(CComBSTR(CXString(expected.xml.c_str())), &isLoaded), S_OK);
+        ASSERT_EQ(raw->loadXML(CComBSTR(CXString(xml.c_str())), &isLoaded), S_OK);
         CComBSTR before;
         raw->get_xml(&before);
-        const auto read = [&] {
+        const auto read = [&, &names = names] {
             const PrintTicketXmlDocument ticket(raw);
-            EXPECT_EQ(NamesIn(XmlOf(ticket), PrivateUri()), expected.names);
+            EXPECT_EQ(NamesIn(XmlOf(ticket), PrivateUri()), names);
             for (const std::string& name : NamesIn(XmlOf(ticket), PrivateUri()))
                 EXPECT_NE(XmlOf(ticket).find("\"ok:" + name + "\""), std::string::npos) << name;
             return S_OK;
         };
-        EXPECT_EQ(ResultOf(read), expected.isRead ? S_OK : E_FAIL);
-        if (expected.isRead) continue;
+        EXPECT_EQ(ResultOf(read), isRead ? S_OK : E_FAIL);
+        if (isRead) continue;
         CComBSTR after;
         raw->get_xml(&after);
         EXPECT_EQ(TextOf(after), TextOf(before));

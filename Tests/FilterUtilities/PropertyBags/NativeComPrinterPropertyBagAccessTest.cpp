@@ -1,5 +1,6 @@
 #include "Support/FailureSweep.h"
 #include "Support/FakePrinterPropertyBag.h"
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
@@ -135,10 +136,7 @@ TEST_F(NativeComPrinterPropertyBagAccessTest, NoFailureOfTheBagPassesWithoutAWor
         CComPtr<IPrinterPropertyBag> bag;
         std::unique_ptr<IPrinterPropertyBagAccess> access;
     };
-    const struct {
-        const char* name;
-        FailureSweep<World>::Operation operation;
-    } operations[] = {
+    const Rows<const char*, FailureSweep<World>::Operation> operations{
         {"reading", [](World& world) { return SweptAnswer(world.State()); }},
         {"setting a number",
          [](World& world) {
@@ -161,8 +159,8 @@ TEST_F(NativeComPrinterPropertyBagAccessTest, NoFailureOfTheBagPassesWithoutAWor
              return SweptAnswer();
          }},
     };
-    for (const auto& each : operations)
-        FailureSweep<World>([] { return std::make_unique<World>(); }, each.operation).Run(each.name);
+    for (const auto& [name, operation] : operations)
+        FailureSweep<World>([] { return std::make_unique<World>(); }, operation).Run(name);
 }
 
 TEST_F(NativeComPrinterPropertyBagAccessTest, KeepsItsSlots) {

@@ -1,5 +1,7 @@
 // How jobs come to an end that their filters do not bring about: streams that nobody closes, threads that
 // cannot be had, failures at the very end, and the one moment after which nothing stops a job.
+#include "Support/Rows.h"
+
 #include <Support/PipelineJob.h>
 
 #include <Filter/XpsFilterBase.h>
@@ -80,18 +82,15 @@ TEST_F(EndingsTest, AStreamThatItsFilterLeavesOpenFailsTheJobInItsName) {
         return CComQIPtr<IPartImage>(part)->GetStream(&stream);
     });
     const std::string left = ": filter keeps is done and has left the stream open that it wrote: 0x80520113";
-    const struct {
-        std::vector<FilterSpec> filters;
-        std::string line;
-    } cases[] = {
+    const Rows<std::vector<FilterSpec>, std::string> cases{
         {{Filter("keeps", keepMarkup)}, "the output: " + (FirstPage + left)},
         {{Filter("keeps", keepImage)}, "the output: /Resources/new.png" + left},
         {{Filter("keeps", keepMarkup), Filter("reads", readMarkup)}, "filter reads: " + (FirstPage + left)},
         {{Filter("keeps", keepImage), Filter("passes", PassOn()), Filter("reads", readImage)},
          "/Resources/new.png" + left},
     };
-    for (const auto& test : cases) {
-        ExpectFailure(Run(test.filters), test.line);
+    for (const auto& [filters, line] : cases) {
+        ExpectFailure(Run(filters), line);
         kept.Release();
     }
 }
@@ -204,10 +203,7 @@ void Report(const char* words) {
 }
 
 TEST_F(EndingsTest, TheFailureIsTheFiltersOwnFirstWordsAtThePageInHand) {
-    const struct {
-        LibraryFilter::OnPage onPage;
-        const char* line;
-    } cases[] = {
+    const Rows<LibraryFilter::OnPage, const char*> cases{
         {[](IFixedPage*) -> HRESULT { throw std::runtime_error("out of ink"); },
          "filter talks at /Documents/1/Pages/1.fpage: out of ink: 0x80004005 E_FAIL"},
         {[](IFixedPage*) -> HRESULT {
@@ -222,8 +218,8 @@ TEST_F(EndingsTest, TheFailureIsTheFiltersOwnFirstWordsAtThePageInHand) {
          },
          "filter talks at /Documents/1/Pages/2.fpage: in XpsFilterBase::StartOperation_throws: 0x80070005"},
     };
-    for (const auto& test : cases)
-        ExpectFailure(Run({LibraryFilter::Spec(test.onPage)}), test.line);
+    for (const auto& [onPage, line] : cases)
+        ExpectFailure(Run({LibraryFilter::Spec(onPage)}), line);
 }
 
 TEST(JobStateTest, IsEitherPublishedOrStopped) {

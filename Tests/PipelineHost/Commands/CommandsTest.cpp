@@ -1,4 +1,6 @@
 // The program's commands in this process, on captured streams.
+#include "Support/Rows.h"
+
 #include <Commands/Commands.h>
 #include <Support/SampleJob.h>
 
@@ -393,35 +395,32 @@ TEST_F(CommandsTest, TicketMergesTheLevelsAndExplainsWhereEachValueIsFrom) {
     job.Write("job.xps");
 
     using Row = std::pair<std::string, std::string>;
-    struct Case {
-        std::vector<std::string> level;
-        Row orientation, collation, color;
-    };
     const Row landscape{"psk:Landscape", "job"};
     const Row collated{"psk:Collated", "default"};
     const Row uncollated{"psk:Uncollated", "document"};
     const Row outOfScope;
     const Row color{"psk:Color", "default"};
     const Row monochrome{"psk:Monochrome", "page"};
-    const Case cases[] = {{{}, landscape, collated, color},
-                          {{"--document", "2"}, landscape, uncollated, color},
-                          {{"--document", "2", "--page", "2"}, landscape, outOfScope, monochrome},
-                          {{"--page", "4"}, landscape, outOfScope, monochrome}};
-    for (const Case& test : cases) {
+    const Rows<std::vector<std::string>, Row, Row, Row> cases{
+        {{}, landscape, collated, color},
+        {{"--document", "2"}, landscape, uncollated, color},
+        {{"--document", "2", "--page", "2"}, landscape, outOfScope, monochrome},
+        {{"--page", "4"}, landscape, outOfScope, monochrome}};
+    for (const auto& [level, orientation, collation, color] : cases) {
         std::vector<std::string> arguments{"ticket", "job.xps"};
-        arguments.insert(arguments.end(), test.level.begin(), test.level.end());
+        arguments.insert(arguments.end(), level.begin(), level.end());
         const Result ticket = Run(arguments);
         ASSERT_EQ(ExitOk, ticket.code) << ticket.errors;
-        EXPECT_THAT(ticket.out, HasSubstr("\"" + test.orientation.first + "\""));
-        EXPECT_EQ(test.color.first == "psk:Monochrome",
+        EXPECT_THAT(ticket.out, HasSubstr("\"" + orientation.first + "\""));
+        EXPECT_EQ(color.first == "psk:Monochrome",
                   ticket.out.find("\"psk:Monochrome\"") != std::string::npos);
         arguments.emplace_back("--explain");
         const Result explained = Run(arguments);
         ASSERT_EQ(ExitOk, explained.code) << explained.errors;
         auto rows = Explained(explained.out);
-        EXPECT_EQ(test.orientation, rows["psk:PageOrientation"]);
-        EXPECT_EQ(test.collation, rows["psk:DocumentCollate"]);
-        EXPECT_EQ(test.color, rows["psk:PageOutputColor"]);
+        EXPECT_EQ(orientation, rows["psk:PageOrientation"]);
+        EXPECT_EQ(collation, rows["psk:DocumentCollate"]);
+        EXPECT_EQ(color, rows["psk:PageOutputColor"]);
     }
 }
 

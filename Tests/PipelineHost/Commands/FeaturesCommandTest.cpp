@@ -1,4 +1,6 @@
 // What a job asks for, as the program shows it.
+#include "Support/Rows.h"
+
 #include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 
 #include <Commands/Commands.h>
@@ -88,10 +90,8 @@ TEST_F(FeaturesCommandTest, ShowsEachPlaceDecidingSomething) {
     job.Write("job.xps");
     const std::string table = Run({});
     EXPECT_EQ(Lines(table).size(), 1u + 127u + 1u + 5u);
-    const struct {
-        const char* feature;
-        const char* pattern; // what the device says, then what the job asks for, then who decided
-    } cases[] = {
+    // pattern: what the device says, then what the job asks for, then who decided
+    const Rows<const char*, const char*> cases{
         {"FEAT_MS_ORIENTATION",
          "yes +no +yes +5011 VAL_MS_ORIENTATION_LANDSCAPE +ticket +odrv-ms-orientation +"},
         {"FEAT_PRINT_QUALITY_LEVEL", "yes +yes +yes +[0-9]+ VAL_QUALITY_[A-Z_]+ +document settings +"},
@@ -101,10 +101,10 @@ TEST_F(FeaturesCommandTest, ShowsEachPlaceDecidingSomething) {
         {"FEAT_EFFECTIVE_MEDIA_TYPE", "yes +no +yes +6800 VAL_MEDIA_TYPE_PLAIN +ticket +"},
         {"FEAT_AL_HANDLER", "no +no +no +odrv-al-handler +AdaptiveLe\\S+ +_odrvalhandler_"},
     };
-    for (const auto& row : cases)
-        EXPECT_TRUE(std::regex_search(LineOf(table, row.feature),
-                                      std::regex(std::string(row.feature) + " +" + row.pattern)))
-            << LineOf(table, row.feature);
+    for (const auto& [feature, pattern] : cases)
+        EXPECT_TRUE(
+            std::regex_search(LineOf(table, feature), std::regex(std::string(feature) + " +" + pattern)))
+            << LineOf(table, feature);
     EXPECT_TRUE(std::regex_search(
         table, std::regex("\norientation +yes +5011 VAL_MS_ORIENTATION_LANDSCAPE +ticket\n")));
     EXPECT_TRUE(std::regex_search(table, std::regex("\njob name +yes +job.xps +rule\n")));

@@ -1,4 +1,6 @@
 // The program itself, in a process of its own: what a captured stream cannot show.
+#include "Support/Rows.h"
+
 #include <Support/SampleJob.h>
 
 #include <gmock/gmock.h>
@@ -217,22 +219,18 @@ TEST_F(ProgramTest, ASignalThatWasIgnoredStaysIgnored) {
 }
 
 TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
-    const struct {
-        const char* how;
-        int code;
-        const char* words;
-    } cases[] = {
+    const Rows<const char*, int, const char*> cases{
         {"exit", 1, "filter Misbehaves (StartOperation): it has ended the program by exit(); nothing was"},
         {"quick_exit", 1, "filter Misbehaves (StartOperation): it has ended the program by exit()"},
         {"exit elsewhere", 1, "a thread of a filter: it has ended the program by exit()"},
         {"abort", -1, "filter Misbehaves (StartOperation): it aborts the program; nothing was written"},
     };
-    for (const auto& test : cases) {
-        setenv("OV_TEST_MISBEHAVIOUR", test.how, 1);
+    for (const auto& [how, code, words] : cases) {
+        setenv("OV_TEST_MISBEHAVIOUR", how, 1);
         Program program({"run", "--filter", Misbehaves, PassThrough, "-o", "out.xps", "job.xps"},
                         m_folder.Path());
-        EXPECT_EQ(test.code, program.Finish()) << test.how << program.Said();
-        EXPECT_THAT(program.Said(), HasSubstr(test.words));
+        EXPECT_EQ(code, program.Finish()) << how << program.Said();
+        EXPECT_THAT(program.Said(), HasSubstr(words));
         EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
     }
 }

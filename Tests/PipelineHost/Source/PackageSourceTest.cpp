@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <Parts/DescribePart.h>
 #include <Source/PackageSource.h>
 #include <Support/PipelineJob.h>
@@ -130,118 +132,77 @@ TEST_F(PackageSourceTest, FindsPagesWhoseReferencesAndNamesAreEncodedDifferently
                                                     "page /Documents/1/Pages/1.fpage"}));
 }
 
-struct Damage {
-    const char* what;
-    std::function<void(ZipItems&)> inflict;
-    HRESULT result;
-    const char* line;
-};
-
-void PrintTo(const Damage& damage, std::ostream* out) { *out << damage.what; }
-
-std::string Document(const std::string& content) {
-    return "<FixedDocument xmlns=\"http://schemas.microsoft.com/xps/2005/06\">" + content +
-           "</FixedDocument>";
-}
-
-const std::string Xps = "http://schemas.microsoft.com/xps/2005/06";
-
-const Damage Damages[] = {
-    {"no sequence", [](ZipItems& i) { i["_rels/.rels"] = SampleJob::Relationships({}); },
-     static_cast<HRESULT>(0x80520108), "names no document sequence"},
-    {"two sequences",
-     [](ZipItems& i) {
-         i["Second.fdseq"] = i["FixedDocSeq.fdseq"];
-         i["_rels/.rels"] = SampleJob::Relationships({{Xps + "/fixedrepresentation", "FixedDocSeq.fdseq"},
-                                                      {Xps + "/fixedrepresentation", "Second.fdseq"}});
-     },
-     static_cast<HRESULT>(0x80520202), "two document sequences, /FixedDocSeq.fdseq and /Second.fdseq"},
-    {"sequence of the wrong type",
-     [](ZipItems& i) {
-         i["_rels/.rels"] =
-             SampleJob::Relationships({{Xps + "/fixedrepresentation", "Resources/Picture.png"}});
-     },
-     static_cast<HRESULT>(0x80520008), "/Resources/Picture.png is of type image/png"},
-    {"sequence missing", [](ZipItems& i) { i.erase("FixedDocSeq.fdseq"); }, 0, "/FixedDocSeq.fdseq"},
-    {"document missing", [](ZipItems& i) { i.erase("Documents/1/FixedDoc.fdoc"); },
-     static_cast<HRESULT>(0x8052010A),
-     "/FixedDocSeq.fdseq names the document Documents/1/FixedDoc.fdoc, which the package does not hold"},
-    {"page missing", [](ZipItems& i) { i.erase("Documents/1/Pages/2.fpage"); },
-     static_cast<HRESULT>(0x8052010B),
-     "/Documents/1/FixedDoc.fdoc names the page Pages/2.fpage, which the package does not hold"},
-    {"page twice",
-     [](ZipItems& i) {
-         i["Documents/1/FixedDoc.fdoc"] =
-             Document("<PageContent Source='Pages/1.fpage'/><PageContent Source='Pages/1.fpage'/>");
-     },
-     static_cast<HRESULT>(0x80520208), "the page /Documents/1/Pages/1.fpage is referred to twice"},
-    {"document that is a sequence",
-     [](ZipItems& i) {
-         i["FixedDocSeq.fdseq"] =
-             "<FixedDocumentSequence xmlns=\"" + Xps +
-             "\"><DocumentReference Source=\"FixedDocSeq.fdseq\"/></FixedDocumentSequence>";
-     },
-     static_cast<HRESULT>(0x80520008), "/FixedDocSeq.fdseq is of type"},
-    {"no documents",
-     [](ZipItems& i) { i["FixedDocSeq.fdseq"] = "<FixedDocumentSequence xmlns=\"" + Xps + "\"/>"; },
-     static_cast<HRESULT>(0x80520109), "has no documents"},
-    {"no pages", [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = Document(""); },
-     static_cast<HRESULT>(0x8052010C), "the job has no pages"},
-    {"document not well-formed",
-     [](ZipItems& i) {
-         i["Documents/1/FixedDoc.fdoc"] = "<FixedDocument xmlns=\"" + Xps + "\">\n<PageContent";
-     },
-     static_cast<HRESULT>(0x8052000C), "/Documents/1/FixedDoc.fdoc line 2:"},
-    {"document with a DTD",
-     [](ZipItems& i) {
-         i["Documents/1/FixedDoc.fdoc"] =
-             "<!DOCTYPE x [<!ENTITY a \"b\">]>" + Document("<PageContent Source='Pages/1.fpage'/>");
-     },
-     static_cast<HRESULT>(0x8052000C), "document type declarations are not allowed"},
-    {"document of another namespace",
-     [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = "<FixedDocument xmlns=\"urn:other\"/>"; },
-     static_cast<HRESULT>(0x8052000C), "not a FixedDocument of XPS"},
-    {"page without a source",
-     [](ZipItems& i) { i["Documents/1/FixedDoc.fdoc"] = Document("\n<PageContent/>"); },
-     static_cast<HRESULT>(0x80520110), "/Documents/1/FixedDoc.fdoc line 2: a PageContent has no Source"},
-    {"two tickets",
-     [](ZipItems& i) {
-         i["Metadata/a.xml"] = i["Metadata/b.xml"] = "<t/>";
-         i["_rels/FixedDocSeq.fdseq.rels"] = SampleJob::Relationships(
-             {{Xps + "/printticket", "Metadata/a.xml"}, {Xps + "/printticket", "Metadata/b.xml"}});
-     },
-     static_cast<HRESULT>(0x80520207), "has two print tickets, /Metadata/a.xml and /Metadata/b.xml"},
-    {"ticket missing",
-     [](ZipItems& i) {
-         i["_rels/FixedDocSeq.fdseq.rels"] =
-             SampleJob::Relationships({{Xps + "/printticket", "Metadata/none.xml"}});
-     },
-     0, "none.xml"},
-    {"resource missing", [](ZipItems& i) { i.erase("Resources/Picture.png"); }, 0, "Picture.png"},
-    {"relationships not well-formed",
-     [](ZipItems& i) { i["Documents/1/Pages/_rels/2.fpage.rels"] = "<Relationships"; }, 0,
-     "/Documents/1/Pages/_rels/2.fpage.rels"},
-};
-
-class DamagedPackage : public PackageSourceTest, public testing::WithParamInterface<Damage> {};
-
-TEST_P(DamagedPackage, IsRefusedWithTheResultAndWords) {
-    ZipItems items = SampleJob().Items();
-    GetParam().inflict(items);
-    try {
-        Walk(items);
-        FAIL() << "nothing was said";
-    } catch (const HostError& error) {
-        EXPECT_EQ(GetParam().result, error.Result()) << error.what();
-        EXPECT_TRUE(error.FromInput());
-        EXPECT_THAT(error.what(), HasSubstr(GetParam().line));
-    } catch (const OvPlatform::PackageError& error) {
-        EXPECT_EQ(0, GetParam().result) << error.what();
-        EXPECT_TRUE(FAILED(static_cast<HRESULT>(error.Result())));
-        EXPECT_THAT(error.what(), HasSubstr(GetParam().line));
+TEST_F(PackageSourceTest, RefusesDamagedPackagesWithTheResultAndWords) {
+    const std::string xps = SampleJob().Base();
+    const auto documentOf = [&](const std::string& content) {
+        return "<FixedDocument xmlns=\"" + xps + "\">" + content + "</FixedDocument>";
+    };
+    const auto sequenceOf = [&](const std::string& content) {
+        return "<FixedDocumentSequence xmlns=\"" + xps + "\">" + content + "</FixedDocumentSequence>";
+    };
+    const auto links = [&](const std::string& type, const std::vector<std::string>& targets) {
+        SampleJob::Links all;
+        for (const std::string& target : targets)
+            all.push_back({xps + type, target});
+        return SampleJob::Relationships(all);
+    };
+    const std::string root = "_rels/.rels", sequence = "FixedDocSeq.fdseq", gone = "(gone)";
+    const std::string document = "Documents/1/FixedDoc.fdoc", ticketOf = "_rels/FixedDocSeq.fdseq.rels";
+    const std::string page = "<PageContent Source='Pages/1.fpage'/>";
+    // The item and what it holds in place of its own; the result, or 0 for one of packages.
+    const Rows<const char*, std::string, std::string, unsigned, const char*> rows{
+        {"no sequence", root, links("", {}), 0x80520108, "names no document sequence"},
+        {"two sequences", root, links("/fixedrepresentation", {sequence, "Second.fdseq"}), 0x80520202,
+         "two document sequences, /FixedDocSeq.fdseq and /Second.fdseq"},
+        {"sequence of the wrong type", root, links("/fixedrepresentation", {"Resources/Picture.png"}),
+         0x80520008, "/Resources/Picture.png is of type image/png"},
+        {"sequence missing", sequence, gone, 0, "/FixedDocSeq.fdseq"},
+        {"document missing", document, gone, 0x8052010A,
+         "/FixedDocSeq.fdseq names the document Documents/1/FixedDoc.fdoc, which the package does not hold"},
+        {"page missing", "Documents/1/Pages/2.fpage", gone, 0x8052010B,
+         "/Documents/1/FixedDoc.fdoc names the page Pages/2.fpage, which the package does not hold"},
+        {"page twice", document, documentOf(page + page), 0x80520208,
+         "the page /Documents/1/Pages/1.fpage is referred to twice"},
+        {"document that is a sequence", sequence,
+         sequenceOf("<DocumentReference Source=\"FixedDocSeq.fdseq\"/>"), 0x80520008,
+         "/FixedDocSeq.fdseq is of type"},
+        {"no documents", sequence, sequenceOf(""), 0x80520109, "has no documents"},
+        {"no pages", document, documentOf(""), 0x8052010C, "the job has no pages"},
+        {"document not well-formed", document, documentOf("\n<PageContent"), 0x8052000C,
+         "/Documents/1/FixedDoc.fdoc line 2:"},
+        {"document with a DTD", document, "<!DOCTYPE x [<!ENTITY a \"b\">]>" + documentOf(page), 0x8052000C,
+         "document type declarations are not allowed"},
+        {"document of another namespace", document, "<FixedDocument xmlns=\"urn:other\"/>", 0x8052000C,
+         "not a FixedDocument of XPS"},
+        {"page without a source", document, documentOf("\n<PageContent/>"), 0x80520110,
+         "/Documents/1/FixedDoc.fdoc line 2: a PageContent has no Source"},
+        {"two tickets", ticketOf, links("/printticket", {"Metadata/a.xml", "Metadata/b.xml"}), 0x80520207,
+         "has two print tickets, /Metadata/a.xml and /Metadata/b.xml"},
+        {"ticket missing", ticketOf, links("/printticket", {"Metadata/none.xml"}), 0, "none.xml"},
+        {"resource missing", "Resources/Picture.png", gone, 0, "Picture.png"},
+        {"relationships not well-formed", "Documents/1/Pages/_rels/2.fpage.rels", "<Relationships", 0,
+         "/Documents/1/Pages/_rels/2.fpage.rels"},
+    };
+    for (const auto& [what, item, content, result, line] : rows) {
+        SCOPED_TRACE(what);
+        ZipItems items = SampleJob().Items();
+        items["Second.fdseq"] = items[sequence];
+        items["Metadata/a.xml"] = items["Metadata/b.xml"] = "<t/>";
+        items[item] = content;
+        if (content == gone) items.erase(item);
+        try {
+            Walk(items);
+            ADD_FAILURE() << "nothing was said";
+        } catch (const HostError& error) {
+            EXPECT_EQ(static_cast<HRESULT>(result), error.Result()) << error.what();
+            EXPECT_TRUE(error.FromInput());
+            EXPECT_THAT(error.what(), HasSubstr(line));
+        } catch (const OvPlatform::PackageError& error) {
+            EXPECT_EQ(0u, result) << error.what();
+            EXPECT_TRUE(FAILED(error.Result()));
+            EXPECT_THAT(error.what(), HasSubstr(line));
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(, DamagedPackage, testing::ValuesIn(Damages));
 
 } // namespace

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <Com/FaultInjection.h>
 
 #include <atlcomcli.h>
@@ -117,13 +119,7 @@ TEST(ComString, ThrowsWhenMemoryIsOutAndKeepsWhatItHas) {
 }
 
 TEST(StringComparison, OrdersAsTheLocaleOrdersWords) {
-    struct Case {
-        const wchar_t* left;
-        const wchar_t* right;
-        ULONG flags;
-        HRESULT order;
-    };
-    const Case cases[] = {
+    const Rows<const wchar_t*, const wchar_t*, ULONG, HRESULT> cases{
         {L"Portrait", L"Portrait", 0, VARCMP_EQ},
         {L"Portrait", L"portrait", 0, VARCMP_GT},
         {L"Portrait", L"portrait", NORM_IGNORECASE, VARCMP_EQ},
@@ -135,12 +131,9 @@ TEST(StringComparison, OrdersAsTheLocaleOrdersWords) {
         {L"\u00E4", L"z", 0, VARCMP_LT},
         {L"", L"a", 0, VARCMP_LT},
     };
-    for (const Case& each : cases) {
-        const CComBSTR left(each.left);
-        const CComBSTR right(each.right);
-        EXPECT_EQ(each.order, VarBstrCmp(left, right, LOCALE_USER_DEFAULT, each.flags))
-            << each.left << " " << each.right;
-    }
+    for (const auto& [left, right, flags, order] : cases)
+        EXPECT_EQ(order, VarBstrCmp(CComBSTR(left), CComBSTR(right), LOCALE_USER_DEFAULT, flags))
+            << left << " " << right;
     // Without a locale unit by unit.
     EXPECT_EQ(VARCMP_GT, VarBstrCmp(CComBSTR(L"a"), CComBSTR(L"B"), LOCALE_NEUTRAL, 0));
 }

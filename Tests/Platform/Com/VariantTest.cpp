@@ -1,3 +1,6 @@
+#include "Support/ComFake.h"
+#include "Support/Rows.h"
+
 #include <Com/FaultInjection.h>
 
 #include <atlcomcli.h>
@@ -8,44 +11,29 @@
 
 namespace {
 
-class CountedObject : public IUnknown {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        *object = iid == __uuidof(IUnknown) ? this : nullptr;
-        if (*object == nullptr) return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
-    ULONG STDMETHODCALLTYPE Release() override { return --references; }
-    virtual ~CountedObject() = default;
-
-    ULONG references = 1;
-};
-
 TEST(Variant, OwnsWhatItHolds) {
-    CountedObject object;
+    const auto object = MakeFake<ComFake<IUnknown>>();
     {
-        CComVariant holder(static_cast<IUnknown*>(&object));
+        CComVariant holder(static_cast<IUnknown*>(object));
         CComVariant copy(holder);
-        EXPECT_EQ(3u, object.references);
+        EXPECT_EQ(3u, object->References());
         copy = CComVariant(L"text");
-        EXPECT_EQ(2u, object.references);
+        EXPECT_EQ(2u, object->References());
     }
-    EXPECT_EQ(1u, object.references);
+    EXPECT_EQ(1u, object->References());
 
     VARIANT byReference{};
-    IUnknown* pointer = &object;
+    IUnknown* pointer = object;
     byReference.vt = VT_UNKNOWN | VT_BYREF;
     byReference.ppunkVal = &pointer;
     VARIANT resolved{};
     EXPECT_EQ(S_OK, VariantCopyInd(&resolved, &byReference));
     EXPECT_EQ(VT_UNKNOWN, resolved.vt);
-    EXPECT_EQ(2u, object.references);
+    EXPECT_EQ(2u, object->References());
     EXPECT_EQ(S_OK, VariantClear(&byReference));
-    EXPECT_EQ(2u, object.references) << "what is held by reference is not owned";
+    EXPECT_EQ(2u, object->References()) << "what is held by reference is not owned";
     EXPECT_EQ(S_OK, VariantClear(&resolved));
-    EXPECT_EQ(1u, object.references);
+    EXPECT_EQ(1u, object->References());
     EXPECT_EQ(VT_EMPTY, resolved.vt);
 }
 
@@ -75,13 +63,7 @@ TEST(Variant, RefusesUnknownTypes) {
 }
 
 TEST(Variant, ConvertsTextToValues) {
-    struct Case {
-        const wchar_t* text;
-        VARTYPE type;
-        HRESULT result;
-        double value;
-    };
-    const Case cases[] = {
+    const Rows<const wchar_t*, VARTYPE, HRESULT, double> cases{
         {L"42", VT_I4, S_OK, 42},
         {L" -7 ", VT_I2, S_OK, -7},
         {L"2.5", VT_I4, S_OK, 2},
@@ -102,14 +84,13 @@ TEST(Variant, ConvertsTextToValues) {
         {L"0", VT_BOOL, S_OK, 0},
         {L"maybe", VT_BOOL, DISP_E_TYPEMISMATCH, 0},
     };
-    for (const Case& each : cases) {
-        CComVariant value(each.text);
-        ASSERT_EQ(each.result, value.ChangeType(each.type)) << each.text;
-        if (FAILED(each.result)) continue;
-        ASSERT_EQ(each.type, value.vt);
-        CComVariant number(value);
-        ASSERT_EQ(S_OK, number.ChangeType(VT_R8));
-        EXPECT_EQ(each.value, number.dblVal) << each.text;
+    for (const auto& [text, type, result, expected] : cases) {
+        CComVariant value(text);
+        ASSERT_EQ(result, value.ChangeType(type)) << text;
+        if (FAILED(result)) continue;
+        ASSERT_EQ(type, value.vt);
+        ASSERT_EQ(S_OK, value.ChangeType(VT_R8));
+        EXPECT_EQ(expected, value.dblVal) << text;
     }
 }
 

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <gtest/gtest.h>
 #include <windows.h>
 
@@ -30,10 +32,7 @@ std::wstring Widen(const std::string& bytes, DWORD flags = 0) {
 std::wstring Units(std::initializer_list<unsigned> units) { return std::wstring(units.begin(), units.end()); }
 
 TEST(TextConversion, KeepsWellFormedTextBothWays) {
-    const struct {
-        std::wstring text;
-        std::string bytes;
-    } cases[] = {
+    const Rows<std::wstring, std::string> cases{
         {L"plain ASCII", "plain ASCII"},
         {std::wstring(L"a\0b", 3), std::string("a\0b", 3)},
         {Units({0x7F, 0x80, 0x7FF, 0x800, 0xFFFF}), "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF"},
@@ -41,10 +40,10 @@ TEST(TextConversion, KeepsWellFormedTextBothWays) {
         {Units({0xD800, 0xDC00, 0xDBFF, 0xDFFF}), "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF"},
         {Units({0xFEFF, 'x'}), "\xEF\xBB\xBFx"},
     };
-    for (const auto& each : cases) {
-        EXPECT_EQ(each.bytes, Narrow(each.text, WC_ERR_INVALID_CHARS));
-        EXPECT_EQ(each.bytes, Narrow(each.text, 0, CP_ACP));
-        EXPECT_EQ(each.text, Widen(each.bytes, MB_ERR_INVALID_CHARS));
+    for (const auto& [text, bytes] : cases) {
+        EXPECT_EQ(bytes, Narrow(text, WC_ERR_INVALID_CHARS));
+        EXPECT_EQ(bytes, Narrow(text, 0, CP_ACP));
+        EXPECT_EQ(text, Widen(bytes, MB_ERR_INVALID_CHARS));
     }
 }
 
@@ -63,10 +62,7 @@ TEST(TextConversion, ReplacesLoneSurrogatesOrRefusesThem) {
 }
 
 TEST(TextConversion, ReplacesEachIllFormedPart) {
-    const struct {
-        std::string bytes;
-        std::wstring text;
-    } cases[] = {
+    const Rows<std::string, std::wstring> cases{
         {"a\x80z", L"a\uFFFDz"},
         {"\xC0\xAF", L"\uFFFD\uFFFD"},
         {"\xE2\x82", L"\uFFFD"},
@@ -76,10 +72,10 @@ TEST(TextConversion, ReplacesEachIllFormedPart) {
         {"\xF0\x9F\x98", L"\uFFFD"},
         {"\xFF", L"\uFFFD"},
     };
-    for (const auto& each : cases) {
-        EXPECT_EQ(each.text, Widen(each.bytes));
-        EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, each.bytes.data(),
-                                         static_cast<int>(each.bytes.size()), nullptr, 0));
+    for (const auto& [bytes, text] : cases) {
+        EXPECT_EQ(text, Widen(bytes));
+        EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(),
+                                         static_cast<int>(bytes.size()), nullptr, 0));
         EXPECT_EQ(static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION), GetLastError());
     }
 }

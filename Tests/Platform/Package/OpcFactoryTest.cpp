@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
 #include <msopc.h>
@@ -36,10 +38,7 @@ protected:
 } // namespace
 
 TEST_F(OpcFactoryTest, MakesPartUris) {
-    const struct {
-        const wchar_t *text, *name;
-        HRESULT result;
-    } rows[] = {
+    const Rows<const wchar_t*, const wchar_t*, HRESULT> rows{
         {L"/a/b.xml", L"/a/b.xml", S_OK},
         {L"a/b.xml", L"/a/b.xml", S_OK},
         {L"/a/../b.xml", L"/b.xml", S_OK},
@@ -53,12 +52,12 @@ TEST_F(OpcFactoryTest, MakesPartUris) {
         {L"/a\xD83D.xml", nullptr, OPC_E_NONCONFORMING_URI}, // a lone surrogate
         {L"http://h/a.xml", nullptr, OPC_E_RELATIVE_URI_REQUIRED},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, name, result] : rows) {
         CComPtr<IOpcPartUri> part;
-        EXPECT_EQ(m_factory->CreatePartUri(row.text, &part), row.result);
-        EXPECT_EQ(part != nullptr, row.name != nullptr);
+        EXPECT_EQ(m_factory->CreatePartUri(text, &part), result);
+        EXPECT_EQ(part != nullptr, name != nullptr);
         if (part) {
-            EXPECT_EQ(Raw(part), row.name);
+            EXPECT_EQ(Raw(part), name);
         }
     }
     EXPECT_EQ(m_factory->CreatePartUri(nullptr, nullptr), E_POINTER);

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "ZipBuilder.h"
 
 #include "Package/PackageReader.h"
@@ -47,6 +49,10 @@ Failure ReadAll(const std::filesystem::path& file, const PackageLimits& limits =
 std::string Rel(const std::string& attributes) {
     return RelsHead + "<Relationship " + attributes + "/></Relationships>";
 }
+
+// A package of nothing but content types, and one with the relationships of its root.
+std::vector<ZipEntry> Types(const std::string& xml) { return {{"[Content_Types].xml", xml}}; }
+std::vector<ZipEntry> Rels(const std::string& xml) { return WithTypes({{"_rels/.rels", xml}}); }
 
 class PackageReaderTest : public testing::Test {
 protected:
@@ -128,42 +134,25 @@ TEST_F(PackageReaderTest, JoinsPieces) {
 
 TEST_F(PackageReaderTest, RefusesDamagedPackages) {
     const std::string name = "x.xml";
-    const struct {
-        const char* what;
-        std::vector<ZipEntry> entries;
-        HRESULT result;
-        const char* text;
-    } rows[] = {
+    const Rows<const char*, std::vector<ZipEntry>, HRESULT, const char*> rows{
         {"no content types", {{"a.xml", "x"}}, OPC_E_MISSING_CONTENT_TYPES, "no [Content_Types].xml"},
-        {"types malformed",
-         {{"[Content_Types].xml", TypesHead}},
-         OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
+        {"types malformed", Types(TypesHead), OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
          "/[Content_Types].xml: "},
-        {"types empty", {{"[Content_Types].xml", ""}}, OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "empty"},
-        {"types with DTD",
-         {{"[Content_Types].xml", "<!DOCTYPE Types [<!ENTITY a 'b'>]>" + TypesXml}},
-         OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
-         "document type declaration"},
-        {"types of another root",
-         {{"[Content_Types].xml", "<Types/>"}},
-         OPC_E_INVALID_CONTENT_TYPE_XML,
-         "the root"},
+        {"types empty", Types(""), OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "empty"},
+        {"types with DTD", Types("<!DOCTYPE Types [<!ENTITY a 'b'>]>" + TypesXml),
+         OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "document type declaration"},
+        {"types of another root", Types("<Types/>"), OPC_E_INVALID_CONTENT_TYPE_XML, "the root"},
         {"extension twice",
-         {{"[Content_Types].xml",
-           TypesHead +
-               R"(<Default Extension="a" ContentType="t"/><Default Extension="A" ContentType="t"/></Types>)"}},
-         OPC_E_DUPLICATE_DEFAULT_EXTENSION,
-         "'A' stands twice"},
+         Types(TypesHead +
+               R"(<Default Extension="a" ContentType="t"/><Default Extension="A" ContentType="t"/></Types>)"),
+         OPC_E_DUPLICATE_DEFAULT_EXTENSION, "'A' stands twice"},
         {"override twice",
-         {{"[Content_Types].xml",
-           TypesHead +
-               R"(<Override PartName="/a" ContentType="t"/><Override PartName="/A" ContentType="t"/></Types>)"}},
-         OPC_E_DUPLICATE_OVERRIDE_PART,
-         "'/A' stands twice"},
-        {"override that is no name",
-         {{"[Content_Types].xml", TypesHead + R"(<Override PartName="a" ContentType="t"/></Types>)"}},
-         OPC_E_INVALID_OVERRIDE_PART_NAME,
-         "slash"},
+         Types(
+             TypesHead +
+             R"(<Override PartName="/a" ContentType="t"/><Override PartName="/A" ContentType="t"/></Types>)"),
+         OPC_E_DUPLICATE_OVERRIDE_PART, "'/A' stands twice"},
+        {"override that is no name", Types(TypesHead + R"(<Override PartName="a" ContentType="t"/></Types>)"),
+         OPC_E_INVALID_OVERRIDE_PART_NAME, "slash"},
         {"name twice", WithTypes({{name, "1"}, {name, "2"}}), OPC_E_DUPLICATE_PART,
          "/x.xml: the part stands twice"},
         {"aliased by case", WithTypes({{"x.xml", "1"}, {"X.xml", "2"}}), OPC_E_DUPLICATE_PART, "'/x.xml'"},
@@ -200,63 +189,53 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
          OPC_E_UNSUPPORTED_PACKAGE, "times its stored size"},
         {"too large", WithTypes({{name, "1", 0, 0, {}, {}, true, std::uint64_t{1} << 40}}),
          OPC_E_UNSUPPORTED_PACKAGE, "more than 4294967296"},
-        {"rels malformed", WithTypes({{"_rels/.rels", RelsHead}}), OPC_E_NONCONFORMING_RELS_XML,
-         "/_rels/.rels: "},
-        {"rels with DTD", WithTypes({{"_rels/.rels", "<!DOCTYPE x>" + RelsHead + "</Relationships>"}}),
-         OPC_E_NONCONFORMING_RELS_XML, "document type declaration"},
-        {"rels with another element", WithTypes({{"_rels/.rels", RelsHead + "<X/></Relationships>"}}),
-         OPC_E_INVALID_RELS_XML, "X"},
+        {"rels malformed", Rels(RelsHead), OPC_E_NONCONFORMING_RELS_XML, "/_rels/.rels: "},
+        {"rels with DTD", Rels("<!DOCTYPE x>" + RelsHead + "</Relationships>"), OPC_E_NONCONFORMING_RELS_XML,
+         "document type declaration"},
+        {"rels with another element", Rels(RelsHead + "<X/></Relationships>"), OPC_E_INVALID_RELS_XML, "X"},
         {"rels of another type",
          {{"[Content_Types].xml",
            TypesHead + R"(<Default Extension="rels" ContentType="text/xml"/></Types>)"},
           {"_rels/.rels", ""}},
          OPC_E_UNEXPECTED_CONTENT_TYPE,
          "'text/xml'"},
-        {"no id", WithTypes({{"_rels/.rels", Rel("Type='t' Target='a'")}}), OPC_E_INVALID_RELATIONSHIP_ID,
-         "no Id"},
-        {"no type", WithTypes({{"_rels/.rels", Rel("Id='r' Target='a'")}}), OPC_E_INVALID_RELATIONSHIP_TYPE,
-         "'r'"},
-        {"no target", WithTypes({{"_rels/.rels", Rel("Id='r' Type='t'")}}), OPC_E_INVALID_RELATIONSHIP_TARGET,
-         "'r'"},
-        {"target mode", WithTypes({{"_rels/.rels", Rel("Id='r' Type='t' Target='a' TargetMode='x'")}}),
+        {"no id", Rels(Rel("Type='t' Target='a'")), OPC_E_INVALID_RELATIONSHIP_ID, "no Id"},
+        {"no type", Rels(Rel("Id='r' Target='a'")), OPC_E_INVALID_RELATIONSHIP_TYPE, "'r'"},
+        {"no target", Rels(Rel("Id='r' Type='t'")), OPC_E_INVALID_RELATIONSHIP_TARGET, "'r'"},
+        {"target mode", Rels(Rel("Id='r' Type='t' Target='a' TargetMode='x'")),
          OPC_E_INVALID_RELATIONSHIP_TARGET_MODE, "'x'"},
-        {"target leaves", WithTypes({{"_rels/.rels", Rel("Id='r' Type='t' Target='../a'")}}),
-         OPC_E_INVALID_RELATIONSHIP_TARGET, "out of"},
-        {"target is a URL", WithTypes({{"_rels/.rels", Rel("Id='r' Type='t' Target='http://a/b'")}}),
+        {"target leaves", Rels(Rel("Id='r' Type='t' Target='../a'")), OPC_E_INVALID_RELATIONSHIP_TARGET,
+         "out of"},
+        {"target is a URL", Rels(Rel("Id='r' Type='t' Target='http://a/b'")),
          OPC_E_INVALID_RELATIONSHIP_TARGET, "not within the package"},
-        {"target missing", WithTypes({{"_rels/.rels", Rel("Id='r' Type='t' Target='a.xml'")}}),
-         OPC_E_NO_SUCH_PART, "'/a.xml', which is not in the package"},
+        {"target missing", Rels(Rel("Id='r' Type='t' Target='a.xml'")), OPC_E_NO_SUCH_PART,
+         "'/a.xml', which is not in the package"},
         {"id twice",
-         WithTypes({{"_rels/.rels", RelsHead + "<Relationship Id='r' Type='t' Target='a'/><Relationship "
-                                               "Id='r' Type='t' Target='b'/></Relationships>"}}),
+         Rels(RelsHead + "<Relationship Id='r' Type='t' Target='a'/><Relationship "
+                         "Id='r' Type='t' Target='b'/></Relationships>"),
          OPC_E_DUPLICATE_RELATIONSHIP, "twice"},
     };
-    for (const auto& row : rows) {
-        const Failure failure = ReadAll(m_folder.Write("p.xps", BuildZip(row.entries)));
-        EXPECT_EQ(failure.result, row.result) << row.what << ": " << failure.text;
-        EXPECT_THAT(failure.text, HasSubstr(row.text)) << row.what;
+    for (const auto& [what, entries, result, text] : rows) {
+        const Failure failure = ReadAll(m_folder.Write("p.xps", BuildZip(entries)));
+        EXPECT_EQ(failure.result, result) << what << ": " << failure.text;
+        EXPECT_THAT(failure.text, HasSubstr(text)) << what;
         EXPECT_EQ(failure.text.find('\n'), std::string::npos) << "one line: " << failure.text;
     }
 }
 
 TEST_F(PackageReaderTest, RefusesWhatIsNoArchive) {
     const std::string good = BuildZip(WithTypes({{"a.xml", std::string(500, 'a')}}));
-    const struct {
-        const char* what;
-        std::string bytes;
-        HRESULT result;
-        const char* text;
-    } rows[] = {
+    const Rows<const char*, std::string, HRESULT, const char*> rows{
         {"empty", "", OPC_E_ZIP_CORRUPTED_ARCHIVE, "the file is empty"},
         {"text", "no zip at all", OPC_E_ZIP_CORRUPTED_ARCHIVE, "not a zip archive"},
         {"cut in the data", good.substr(0, 700), OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY, "cut short"},
         {"cut in the directory", good.substr(0, good.size() - 30), OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY,
          "cut short"},
     };
-    for (const auto& row : rows) {
-        const Failure failure = ReadAll(m_folder.Write("p.xps", row.bytes));
-        EXPECT_EQ(failure.result, row.result) << row.what;
-        EXPECT_THAT(failure.text, HasSubstr(row.text)) << row.what;
+    for (const auto& [what, bytes, result, text] : rows) {
+        const Failure failure = ReadAll(m_folder.Write("p.xps", bytes));
+        EXPECT_EQ(failure.result, result) << what;
+        EXPECT_THAT(failure.text, HasSubstr(text)) << what;
     }
     EXPECT_EQ(ReadAll(m_folder / "none.xps").result, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(ReadAll(m_folder.Path()).result, HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "Package/PartName.h"
 
 #include <gtest/gtest.h>
@@ -40,9 +42,7 @@ TEST(PartName, FollowsTheGrammar) {
 }
 
 TEST(PartName, ResolvesReferences) {
-    const struct {
-        const char *source, *reference, *result;
-    } rows[] = {
+    const Rows<const char*, const char*, const char*> rows{
         {"/", "a/b.xml", "/a/b.xml"},
         {"/a/b.xml", "c.xml", "/a/c.xml"},
         {"/a/b.xml", "../c.xml", "/c.xml"},
@@ -64,8 +64,8 @@ TEST(PartName, ResolvesReferences) {
         {"/a/b.xml", "file:c.xml", "absolute"},
         {"/a/b.xml", "//host/c.xml", "absolute"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(Resolved(row.source, row.reference), row.result) << row.reference;
+    for (const auto& [source, reference, result] : rows)
+        EXPECT_EQ(Resolved(source, reference), result) << reference;
 }
 
 TEST(PartName, RelativeReferencesLeadBack) {

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "TicketFixture.h"
 
 #include <gmock/gmock.h>
@@ -38,12 +40,7 @@ std::string Utf16(const std::string& ascii, bool bigEndian, bool mark) {
 
 TEST(FrameworkCheck, SaysWhatIsWrongAndWhere) {
     const std::string root = std::string("<psf:PrintTicket ") + Declarations;
-    struct Row {
-        const char* what;
-        std::string ticket;
-        const char* problem;
-    };
-    const Row rows[] = {
+    const Rows<const char*, std::string, const char*> rows{
         {"empty", "", "the document is empty"},
         {"no XML", "ticket", "line 1, column 1: there is no XML here"},
         {"cut off", root.substr(0, 60), "not well-formed"},
@@ -100,18 +97,14 @@ TEST(FrameworkCheck, SaysWhatIsWrongAndWhere) {
          "the encoding 'UTF-8' is declared, but the text is in UTF-16"},
         {"not UTF-8", Ticket(Parameter("A", "\xC3\x28", "xsd:string")), "not well-formed"},
     };
-    for (const Row& row : rows)
-        EXPECT_THAT(ProblemOf(row.ticket), HasSubstr(row.problem)) << row.what;
+    for (const auto& [what, ticket, problem] : rows)
+        EXPECT_THAT(ProblemOf(ticket), HasSubstr(problem)) << what;
 }
 
 TEST(FrameworkCheck, AllowsWhatTheFrameworkAllows) {
     const std::string plain = Ticket(Feature("PageOrientation", "Landscape"));
     const std::string declared = "<?xml version=\"1.0\" encoding=\"utf-16\"?>";
-    struct Row {
-        const char* what;
-        std::string ticket;
-    };
-    const Row rows[] = {
+    const Rows<const char*, std::string> rows{
         {"byte-order mark", "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n" + plain},
         {"UTF-16, little end first", Utf16(declared + plain, false, true)},
         {"UTF-16, big end first", Utf16(declared + plain, true, true)},
@@ -124,12 +117,12 @@ TEST(FrameworkCheck, AllowsWhatTheFrameworkAllows) {
         {"scored property without a value",
          Ticket(Feature("PageOrientation", "Landscape", "<psf:ScoredProperty name=\"psk:A\"/>"))},
     };
-    for (const Row& row : rows) {
-        EXPECT_EQ(ProblemOf(row.ticket), "") << row.what;
-        EXPECT_EQ(EffectiveOf(PrintTicketMerge(Queue()).Merge(row.ticket, nullptr, kPTJobScope).ticket,
+    for (const auto& [what, ticket] : rows) {
+        EXPECT_EQ(ProblemOf(ticket), "") << what;
+        EXPECT_EQ(EffectiveOf(PrintTicketMerge(Queue()).Merge(ticket, nullptr, kPTJobScope).ticket,
                               "PageOrientation"),
                   "Landscape")
-            << row.what;
+            << what;
     }
 }
 

@@ -1,7 +1,11 @@
+#include "Support/Rows.h"
+
 #include "TicketFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <sstream>
 
 using namespace OvPlatform;
 using namespace TicketFixture;
@@ -40,295 +44,162 @@ TEST(TicketMerge, FillsUpWithTheDefaultsOfItsScope) {
 
 struct Case {
     const char* what;
-    std::string base;
-    std::string delta;
     EPrintTicketScope scope;
-    std::vector<std::pair<std::string, std::string>> expected; // setting and value
+    std::string base;
+    std::string expected; // settings with their values
     bool conflict = false;
+    std::string delta = {};
 };
 
-TEST(TicketMerge, LaysTheDeltaOverTheBase) {
-    const Case cases[] = {
-        {"the delta's feature wins",
-         Ticket(Feature("PageOrientation", "Portrait") + Feature("PageMediaSize", "ISOA5")),
-         Ticket(Feature("PageOrientation", "Landscape")),
-         kPTPageScope,
-         {{"PageOrientation", "Landscape"}, {"PageMediaSize", "ISOA5"}}},
-        {"a feature is replaced whole, nested ones included",
-         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
-                        Feature("PresentationDirection", "BottomRight"))),
-         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4))),
-         kPTDocumentScope,
-         {{"PresentationDirection", "RightBottom"}}},
-        {"a parameter is replaced",
-         Ticket(Parameter("JobCopiesAllDocuments", "2")),
-         Ticket(Parameter("JobCopiesAllDocuments", "3")),
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "3"}}},
-        {"what lies above the scope is ignored and goes, private names too",
-         Ticket(Parameter("JobCopiesAllDocuments", "2") + Parameter("t:JobNote", "n", "xsd:string") +
-                Feature("DocumentCollate", "Collated")),
-         Ticket(Feature("JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge") +
-                Feature("PageOrientation", "Landscape")),
-         kPTPageScope,
-         {{"JobCopiesAllDocuments", "(none)"},
-          {"t:JobNote", "(none)"},
-          {"DocumentCollate", "(none)"},
-          {"JobDuplexAllDocumentsContiguously", "(none)"},
-          {"PageOrientation", "Landscape"}}},
-        {"a broken setting above the scope is no conflict",
-         Ticket(""),
-         Ticket(Parameter("JobCopiesAllDocuments", "many")),
-         kPTDocumentScope,
-         {{"JobCopiesAllDocuments", "(none)"}}},
-        {"of repeated settings the first counts",
-         Ticket(Feature("PageOrientation", "Landscape") + Feature("PageOrientation", "Portrait") +
-                Parameter("JobCopiesAllDocuments", "4") + Parameter("JobCopiesAllDocuments", "5")),
-         "",
-         kPTJobScope,
-         {{"PageOrientation", "Landscape"}, {"JobCopiesAllDocuments", "4"}}},
-        {"of repeated settings the first of the delta counts",
-         Ticket(Feature("PageMediaType", "Plain")),
-         Ticket(Feature("PageMediaType", "Bond") + Feature("PageMediaType", "Transparency")),
-         kPTPageScope,
-         {{"PageMediaType", "Bond"}}},
-        {"the snapshot of a page survives, in its private namespace",
-         Ticket(Parameter("t:PageDevmodeSnapshot", "AAEC", "xsd:string")),
-         Ticket(""),
-         kPTPageScope,
-         {{"t:PageDevmodeSnapshot", "AAEC"}}},
-    };
+void ExpectAll(const std::vector<Case>& cases) {
     for (const Case& one : cases) {
         SCOPED_TRACE(one.what);
         const auto result = Merge(one.base, one.delta, one.scope);
-        for (const auto& [name, value] : one.expected)
-            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
+        std::istringstream expected(one.expected);
+        for (std::string setting; expected >> setting;) {
+            const std::string name = setting.substr(0, setting.find('='));
+            EXPECT_EQ(name + "=" + EffectiveOf(result.ticket, name), setting);
+        }
         EXPECT_EQ(result.conflictResolved, one.conflict);
     }
+}
+
+TEST(TicketMerge, LaysTheDeltaOverTheBase) {
+    ExpectAll({
+        {"the delta's feature wins", kPTPageScope,
+         Ticket(Feature("PageOrientation", "Portrait") + Feature("PageMediaSize", "ISOA5")),
+         "PageOrientation=Landscape PageMediaSize=ISOA5", false,
+         Ticket(Feature("PageOrientation", "Landscape"))},
+        {"a feature is replaced whole, nested ones included", kPTDocumentScope,
+         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
+                        Feature("PresentationDirection", "BottomRight"))),
+         "PresentationDirection=RightBottom", false,
+         Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4)))},
+        {"a parameter is replaced", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "2")),
+         "JobCopiesAllDocuments=3", false, Ticket(Parameter("JobCopiesAllDocuments", "3"))},
+        {"what lies above the scope is ignored and goes, private names too", kPTPageScope,
+         Ticket(Parameter("JobCopiesAllDocuments", "2") + Parameter("t:JobNote", "n", "xsd:string") +
+                Feature("DocumentCollate", "Collated")),
+         "JobCopiesAllDocuments=(none) t:JobNote=(none) DocumentCollate=(none) "
+         "JobDuplexAllDocumentsContiguously=(none) PageOrientation=Landscape",
+         false,
+         Ticket(Feature("JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge") +
+                Feature("PageOrientation", "Landscape"))},
+        {"a broken setting above the scope is no conflict", kPTDocumentScope, Ticket(""),
+         "JobCopiesAllDocuments=(none)", false, Ticket(Parameter("JobCopiesAllDocuments", "many"))},
+        {"of repeated settings the first counts", kPTJobScope,
+         Ticket(Feature("PageOrientation", "Landscape") + Feature("PageOrientation", "Portrait") +
+                Parameter("JobCopiesAllDocuments", "4") + Parameter("JobCopiesAllDocuments", "5")),
+         "PageOrientation=Landscape JobCopiesAllDocuments=4"},
+        {"of repeated settings the first of the delta counts", kPTPageScope,
+         Ticket(Feature("PageMediaType", "Plain")), "PageMediaType=Bond", false,
+         Ticket(Feature("PageMediaType", "Bond") + Feature("PageMediaType", "Transparency"))},
+        {"the snapshot of a page survives, in its private namespace", kPTPageScope,
+         Ticket(Parameter("t:PageDevmodeSnapshot", "AAEC", "xsd:string")), "t:PageDevmodeSnapshot=AAEC",
+         false, Ticket("")},
+    });
 }
 
 TEST(TicketMerge, ChoosesOptionsByNameThenByScore) {
     const auto size = [](int width, int height) {
         return Scored("MediaSizeWidth", width) + Scored("MediaSizeHeight", height);
     };
-    const Case cases[] = {
-        {"the name counts, whatever else the option says",
-         Ticket(Feature("PageMediaSize", "ISOA5", size(1, 2))),
-         "",
-         kPTPageScope,
-         {{"PageMediaSize", "ISOA5"}}},
-        {"a nameless option by its properties",
-         Ticket(Feature("PageMediaSize", "", size(215900, 279400))),
-         "",
-         kPTPageScope,
-         {{"PageMediaSize", "NorthAmericaLetter"}}},
-        {"a name of another printer by its properties",
+    ExpectAll({
+        {"the name counts, whatever else the option says", kPTPageScope,
+         Ticket(Feature("PageMediaSize", "ISOA5", size(1, 2))), "PageMediaSize=ISOA5"},
+        {"a nameless option by its properties", kPTPageScope,
+         Ticket(Feature("PageMediaSize", "", size(215900, 279400))), "PageMediaSize=NorthAmericaLetter"},
+        {"a name of another printer by its properties", kPTPageScope,
          "<psf:PrintTicket xmlns:o=\"urn:other\" " + std::string(Declarations) + ">" +
              Feature("PageResolution", "o:High", Scored("ResolutionX", 300) + Scored("ResolutionY", 300)) +
              "</psf:PrintTicket>",
-         "",
-         kPTPageScope,
-         {{"PageResolution", "t:R300"}}},
-        {"more matches before fewer",
+         "PageResolution=t:R300"},
+        {"more matches before fewer", kPTPageScope,
          Ticket(Feature("PageResolution", "", Scored("ResolutionX", 590) + Scored("ResolutionY", 600))),
-         "",
-         kPTPageScope,
-         {{"PageResolution", "t:R600"}},
-         true},
-        {"fixed properties before parameters",
+         "PageResolution=t:R600", true},
+        {"fixed properties before parameters", kPTPageScope,
          Ticket(Feature("PageMediaSize", "", size(148000, 210000))),
-         "",
-         kPTPageScope,
-         {{"PageMediaSize", "ISOA5"}, {"PageMediaSizeMediaSizeWidth", "(none)"}}},
-        {"fixed values become parameters",
+         "PageMediaSize=ISOA5 PageMediaSizeMediaSizeWidth=(none)"},
+        {"fixed values become parameters", kPTPageScope,
          Ticket(Feature("PageMediaSize", "", size(100000, 200000))),
-         "",
-         kPTPageScope,
-         {{"PageMediaSize", "CustomMediaSize"},
-          {"PageMediaSizeMediaSizeWidth", "100000"},
-          {"PageMediaSizeMediaSizeHeight", "200000"}}},
-        {"nothing in common gives the queue's default",
+         "PageMediaSize=CustomMediaSize PageMediaSizeMediaSizeWidth=100000 "
+         "PageMediaSizeMediaSizeHeight=200000"},
+        {"nothing in common gives the queue's default", kPTDocumentScope,
          Ticket(Feature("PageResolution", "", Scored("ResolutionX", 1) + Scored("ResolutionY", 2)) +
                 Feature("DocumentCollate", "t:Never")),
-         "",
-         kPTDocumentScope,
-         {{"PageResolution", "t:R600"}, {"DocumentCollate", "Uncollated"}},
-         true},
-        {"an option that the device rules out",
-         Ticket(Feature("PageMediaType", "Label")),
-         "",
-         kPTPageScope,
-         {{"PageMediaType", "Plain"}},
-         true},
-        {"only one option where one may be picked",
+         "PageResolution=t:R600 DocumentCollate=Uncollated", true},
+        {"an option that the device rules out", kPTPageScope, Ticket(Feature("PageMediaType", "Label")),
+         "PageMediaType=Plain", true},
+        {"only one option where one may be picked", kPTPageScope,
          Ticket(Feature("PageOrientation", "Landscape", "", "<psf:Option name=\"psk:Portrait\"/>")),
-         "",
-         kPTPageScope,
-         {{"PageOrientation", "Landscape"}},
-         true},
-        {"several where many may be picked, in the printer's order",
+         "PageOrientation=Landscape", true},
+        {"several where many may be picked, in the printer's order", kPTJobScope,
          Ticket(Feature("t:JobFinish", "t:Staple", "", "<psf:Option name=\"t:Punch\"/>")),
-         "",
-         kPTJobScope,
-         {{"t:JobFinish", "t:Punch+t:Staple"}}},
-        {"the identity option stands alone",
+         "t:JobFinish=t:Punch+t:Staple"},
+        {"the identity option stands alone", kPTJobScope,
          Ticket(Feature("t:JobFinish", "t:Staple", "", "<psf:Option name=\"t:None\"/>")),
-         "",
-         kPTJobScope,
-         {{"t:JobFinish", "t:None"}},
-         true},
-        {"nested features",
+         "t:JobFinish=t:None", true},
+        {"nested features", kPTDocumentScope,
          Ticket(Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
                         Feature("PresentationDirection", "BottomRight"))),
-         "",
-         kPTDocumentScope,
-         {{"PresentationDirection", "BottomRight"}}},
-    };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.what);
-        const auto result = Merge(one.base, one.delta, one.scope);
-        for (const auto& [name, value] : one.expected)
-            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
-        EXPECT_EQ(result.conflictResolved, one.conflict);
-    }
+         "PresentationDirection=BottomRight"},
+    });
 }
 
 TEST(TicketMerge, HoldsParametersToTheirDefinitions) {
     const std::string custom = Feature("PageMediaSize", "CustomMediaSize");
-    const Case cases[] = {
-        {"good",
-         Ticket(Parameter("JobCopiesAllDocuments", "99")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "99"}}},
-        {"the text counts, not its type",
-         Ticket(Parameter("JobCopiesAllDocuments", " 7 ", "xsd:string")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "7"}}},
-        {"no type", Ticket(Parameter("t:JobNote", "12", "")), "", kPTJobScope, {{"t:JobNote", "12"}}},
-        {"too large",
-         Ticket(Parameter("JobCopiesAllDocuments", "100")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "1"}},
-         true},
-        {"beyond any integer",
-         Ticket(Parameter("JobCopiesAllDocuments", "99999999999999999999")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "1"}},
-         true},
-        {"too small",
-         Ticket(Parameter("JobCopiesAllDocuments", "-1")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "1"}},
-         true},
-        {"no number",
-         Ticket(Parameter("JobCopiesAllDocuments", "0x2")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "1"}},
-         true},
-        {"no integer",
-         Ticket(Parameter("JobCopiesAllDocuments", "2.0", "xsd:decimal")),
-         "",
-         kPTJobScope,
-         {{"JobCopiesAllDocuments", "1"}},
-         true},
-        {"length in characters, not in bytes",
+    ExpectAll({
+        {"good", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "99")), "JobCopiesAllDocuments=99"},
+        {"the text counts, not its type", kPTJobScope,
+         Ticket(Parameter("JobCopiesAllDocuments", " 7 ", "xsd:string")), "JobCopiesAllDocuments=7"},
+        {"no type", kPTJobScope, Ticket(Parameter("t:JobNote", "12", "")), "t:JobNote=12"},
+        {"too large", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "100")),
+         "JobCopiesAllDocuments=1", true},
+        {"beyond any integer", kPTJobScope,
+         Ticket(Parameter("JobCopiesAllDocuments", "99999999999999999999")), "JobCopiesAllDocuments=1", true},
+        {"too small", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "-1")),
+         "JobCopiesAllDocuments=1", true},
+        {"no number", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "0x2")),
+         "JobCopiesAllDocuments=1", true},
+        {"no integer", kPTJobScope, Ticket(Parameter("JobCopiesAllDocuments", "2.0", "xsd:decimal")),
+         "JobCopiesAllDocuments=1", true},
+        {"length in characters, not in bytes", kPTJobScope,
          Ticket(Parameter("t:JobNote", "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xE2\x82\xAC", "xsd:string")),
-         "",
-         kPTJobScope,
-         {{"t:JobNote", "\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xE2\x82\xAC"}}},
-        {"too long",
-         Ticket(Parameter("t:JobNote", "123456", "xsd:string")),
-         "",
-         kPTJobScope,
-         {{"t:JobNote", ""}},
-         true},
-        {"steps",
-         Ticket(custom + Parameter("PageMediaSizeMediaSizeWidth", "100005")),
-         "",
-         kPTPageScope,
-         {{"PageMediaSizeMediaSizeWidth", "210000"}},
-         true},
-        {"conditional, added with its option",
-         Ticket(custom),
-         "",
-         kPTPageScope,
-         {{"PageMediaSizeMediaSizeWidth", "210000"}, {"PageMediaSizeMediaSizeHeight", "297000"}}},
-        {"conditional, gone with its option",
+         "t:JobNote=\xC3\xA4\xC3\xB6\xC3\xBC\xC3\x9F\xE2\x82\xAC"},
+        {"too long", kPTJobScope, Ticket(Parameter("t:JobNote", "123456", "xsd:string")), "t:JobNote=", true},
+        {"steps", kPTPageScope, Ticket(custom + Parameter("PageMediaSizeMediaSizeWidth", "100005")),
+         "PageMediaSizeMediaSizeWidth=210000", true},
+        {"conditional, added with its option", kPTPageScope, Ticket(custom),
+         "PageMediaSizeMediaSizeWidth=210000 PageMediaSizeMediaSizeHeight=297000"},
+        {"conditional, gone with its option", kPTPageScope,
          Ticket(custom + Parameter("PageMediaSizeMediaSizeWidth", "100000") +
                 Parameter("PageMediaSizeMediaSizeHeight", "200000")),
-         Ticket(Feature("PageMediaSize", "ISOA4")),
-         kPTPageScope,
-         {{"PageMediaSizeMediaSizeWidth", "(none)"}, {"PageMediaSizeMediaSizeHeight", "(none)"}}},
-        {"a name where a text is wanted",
-         Ticket(Parameter("t:JobNote", "psk:None", "xsd:QName")),
-         "",
-         kPTJobScope,
-         {{"t:JobNote", ""}},
-         true},
-        {"a name that the printer does not know",
+         "PageMediaSizeMediaSizeWidth=(none) PageMediaSizeMediaSizeHeight=(none)", false,
+         Ticket(Feature("PageMediaSize", "ISOA4"))},
+        {"a name where a text is wanted", kPTJobScope,
+         Ticket(Parameter("t:JobNote", "psk:None", "xsd:QName")), "t:JobNote=", true},
+        {"a name that the printer does not know", kPTJobScope,
          "<psf:PrintTicket xmlns:o=\"urn:other\" " + std::string(Declarations) + ">" +
              Parameter("t:JobBin", "o:Upper", "xsd:QName") + "</psf:PrintTicket>",
-         "",
-         kPTJobScope,
-         {{"t:JobBin", "t:Lower"}},
-         true},
-        {"not defined",
-         Ticket(Parameter("PageNonsense", "1")),
-         "",
-         kPTPageScope,
-         {{"PageNonsense", "(none)"}},
-         true},
-    };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.what);
-        const auto result = Merge(one.base, one.delta, one.scope);
-        for (const auto& [name, value] : one.expected)
-            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
-        EXPECT_EQ(result.conflictResolved, one.conflict);
-    }
+         "t:JobBin=t:Lower", true},
+        {"not defined", kPTPageScope, Ticket(Parameter("PageNonsense", "1")), "PageNonsense=(none)", true},
+    });
 }
 
 TEST(TicketMerge, LetsExcludedCombinationsGiveWay) {
     const std::string twoSided = Feature("JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge");
     const std::string transparency = Feature("PageMediaType", "Transparency");
-    const Case cases[] = {
-        {"in one ticket the choice named last gives way",
-         Ticket(twoSided + transparency),
-         "",
-         kPTJobScope,
-         {{"JobDuplexAllDocumentsContiguously", "OneSided"}, {"PageMediaType", "Transparency"}},
-         true},
-        {"the base gives way to the delta",
-         Ticket(transparency),
-         Ticket(twoSided),
-         kPTJobScope,
-         {{"JobDuplexAllDocumentsContiguously", "TwoSidedLongEdge"}, {"PageMediaType", "Plain"}},
-         true},
-        {"the base gives way where it is named last, too",
-         Ticket(Feature("PageMediaSize", "ISOA5")),
-         Ticket(Feature("t:JobFinish", "t:Staple")),
-         kPTJobScope,
-         {{"t:JobFinish", "t:Staple"}, {"PageMediaSize", "ISOA4"}},
-         true},
-        {"out of scope there is nothing to exclude",
-         Ticket(twoSided + transparency),
-         "",
-         kPTPageScope,
-         {{"PageMediaType", "Transparency"}}},
-    };
-    for (const Case& one : cases) {
-        SCOPED_TRACE(one.what);
-        const auto result = Merge(one.base, one.delta, one.scope);
-        for (const auto& [name, value] : one.expected)
-            EXPECT_EQ(EffectiveOf(result.ticket, name), value) << name;
-        EXPECT_EQ(result.conflictResolved, one.conflict);
-    }
+    ExpectAll({
+        {"in one ticket the choice named last gives way", kPTJobScope, Ticket(twoSided + transparency),
+         "JobDuplexAllDocumentsContiguously=OneSided PageMediaType=Transparency", true},
+        {"the base gives way to the delta", kPTJobScope, Ticket(transparency),
+         "JobDuplexAllDocumentsContiguously=TwoSidedLongEdge PageMediaType=Plain", true, Ticket(twoSided)},
+        {"the base gives way where it is named last, too", kPTJobScope,
+         Ticket(Feature("PageMediaSize", "ISOA5")), "t:JobFinish=t:Staple PageMediaSize=ISOA4", true,
+         Ticket(Feature("t:JobFinish", "t:Staple"))},
+        {"out of scope there is nothing to exclude", kPTPageScope, Ticket(twoSided + transparency),
+         "PageMediaType=Transparency"},
+    });
 }
 
 TEST(TicketMerge, ComparesNamesByNamespaceAndWritesThePrintersPrefixes) {
@@ -414,14 +285,7 @@ TEST(TicketMerge, ReportsWhereValuesComeFromAndWhyTheyChanged) {
               kPTJobScope, &report);
     EXPECT_TRUE(report.conflictResolved);
 
-    struct Row {
-        const char* name;
-        const char* value;
-        SettingOrigin origin;
-        const char* requested;
-        const char* reason;
-    };
-    const Row rows[] = {
+    const Rows<const char*, const char*, SettingOrigin, const char*, const char*> rows{
         {"psk:PageOrientation", "psk:Landscape", SettingOrigin::Base, "", ""},
         {"psk:PageMediaSize", "psk:ISOA5", SettingOrigin::Delta, "", ""},
         {"psk:PageResolution", "t:R600", SettingOrigin::Queue, "", ""},
@@ -430,13 +294,13 @@ TEST(TicketMerge, ReportsWhereValuesComeFromAndWhyTheyChanged) {
         {"psk:JobCopiesAllDocuments", "1", SettingOrigin::Delta, "500", "the value is too large"},
         {"psk:JobNonsense", "", SettingOrigin::Delta, "psk:On", "the printer does not have this feature"},
     };
-    for (const Row& row : rows) {
-        const SettingReport* setting = report.Find(row.name);
-        ASSERT_NE(setting, nullptr) << row.name;
-        EXPECT_EQ(setting->value, row.value) << row.name;
-        EXPECT_EQ(setting->origin, row.origin) << row.name;
-        EXPECT_EQ(setting->requested, row.requested) << row.name;
-        EXPECT_EQ(setting->reason, row.reason) << row.name;
+    for (const auto& [name, value, origin, requested, reason] : rows) {
+        const SettingReport* setting = report.Find(name);
+        ASSERT_NE(setting, nullptr) << name;
+        EXPECT_EQ(setting->value, value) << name;
+        EXPECT_EQ(setting->origin, origin) << name;
+        EXPECT_EQ(setting->requested, requested) << name;
+        EXPECT_EQ(setting->reason, reason) << name;
     }
 }
 
@@ -449,23 +313,18 @@ TEST(TicketMerge, ReportsTheSourceOfWhatOptionsAndNestedFeaturesBring) {
           Ticket(custom + Feature("DocumentNUp", "", Scored("PagesPerSheet", 4)) +
                  "<psf:Feature name=\"psk:PageOrientation\"/>"),
           kPTJobScope, &report);
-    struct Row {
-        const char* name;
-        const char* value;
-        SettingOrigin origin;
-    };
-    const Row rows[] = {
+    const Rows<const char*, const char*, SettingOrigin> rows{
         {"psk:PageMediaSizeMediaSizeWidth", "100000", SettingOrigin::Delta},
         {"psk:PageMediaSizeMediaSizeHeight", "200000", SettingOrigin::Delta},
         {"psk:DocumentNUp", "(psk:PagesPerSheet=4)", SettingOrigin::Delta},
         {"psk:DocumentNUp/psk:PresentationDirection", "psk:RightBottom", SettingOrigin::Queue},
         {"psk:PageOrientation", "psk:Portrait", SettingOrigin::Queue},
     };
-    for (const Row& row : rows) {
-        const SettingReport* setting = report.Find(row.name);
-        ASSERT_NE(setting, nullptr) << row.name;
-        EXPECT_EQ(setting->value, row.value) << row.name;
-        EXPECT_EQ(setting->origin, row.origin) << row.name;
+    for (const auto& [name, value, origin] : rows) {
+        const SettingReport* setting = report.Find(name);
+        ASSERT_NE(setting, nullptr) << name;
+        EXPECT_EQ(setting->value, value) << name;
+        EXPECT_EQ(setting->origin, origin) << name;
     }
 
     // What changed is told where it changed.

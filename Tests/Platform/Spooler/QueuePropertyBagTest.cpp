@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "SampleQueue.h"
 
 #include "Spooler/QueuePropertyBag.h"
@@ -69,11 +71,7 @@ TEST(QueuePropertyBag, FailsAsPublished) {
     BOOL flag = TRUE;
     CComBSTR text;
     CComPtr<IStream> stream;
-    const struct {
-        const char* what;
-        std::function<HRESULT()> call;
-        HRESULT result;
-    } rows[] = {
+    const Rows<const char*, std::function<HRESULT()>, HRESULT> rows{
         {"names have case", [&] { return driver->GetBool(other, &flag); }, absent},
         {"another type", [&] { return driver->GetString(name, &text); }, E_INVALIDARG},
         {"bytes are no stream", [&] { return driver->GetReadStream(block, &stream); }, E_INVALIDARG},
@@ -85,8 +83,8 @@ TEST(QueuePropertyBag, FailsAsPublished) {
         {"driver bag: stream", [&] { return driver->GetWriteStream(CComBSTR(L"Flow"), &stream); }, denied},
         {"no bytes", [&] { return queue->SetBytes(block, 2, nullptr); }, E_INVALIDARG},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.call(), row.result) << row.what;
+    for (const auto& [what, call, result] : rows)
+        EXPECT_EQ(call(), result) << what;
     EXPECT_EQ(driver->GetBool(name, &flag), S_OK);
     EXPECT_TRUE(flag);
 }

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "SampleQueue.h"
 
 #include "Com/FaultInjection.h"
@@ -140,11 +142,7 @@ TEST_F(Spooler, RefusesWithThePublishedError) {
     ASSERT_TRUE(OpenPrinterW(m_queue.printerName.data(), &closed, nullptr));
     ASSERT_TRUE(ClosePrinter(closed));
     wchar_t unknown[] = L"unknown";
-    const struct {
-        const char* what;
-        std::function<BOOL()> call;
-        DWORD error;
-    } rows[] = {
+    const Rows<const char*, std::function<BOOL()>, DWORD> rows{
         {"unknown printer", [&] { return OpenPrinterW(unknown, &none, nullptr); },
          ERROR_INVALID_PRINTER_NAME},
         {"no name", [&] { return OpenPrinterW(nullptr, &none, nullptr); }, ERROR_INVALID_PRINTER_NAME},
@@ -160,10 +158,10 @@ TEST_F(Spooler, RefusesWithThePublishedError) {
         {"no size wanted", [&] { return GetPrinterW(m_printer, 2, nullptr, 0, nullptr); },
          ERROR_INVALID_PARAMETER},
     };
-    for (const auto& row : rows) {
+    for (const auto& [what, call, error] : rows) {
         SetLastError(0);
-        EXPECT_FALSE(row.call()) << row.what;
-        EXPECT_EQ(GetLastError(), row.error) << row.what;
+        EXPECT_FALSE(call()) << what;
+        EXPECT_EQ(GetLastError(), error) << what;
     }
     const FaultInjectionScope fault(1);
     EXPECT_FALSE(GetPrinterW(m_printer, 2, nullptr, 0, &needed));

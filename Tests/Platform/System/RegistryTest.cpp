@@ -1,12 +1,12 @@
+#include "Support/EnvironmentVariable.h"
+#include "Support/TemporaryFolder.h"
+
 #include <System/RegistryFile.h>
 #include <windows.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <sys/stat.h>
 
@@ -18,30 +18,12 @@ constexpr const char* Head = "OvRegistry 1\n";
 
 class Registry : public testing::Test {
 protected:
-    void SetUp() override {
-        std::string pattern = testing::TempDir() + "ov-registry-XXXXXX";
-        ASSERT_NE(nullptr, mkdtemp(pattern.data()));
-        m_folder = pattern;
-        m_file = m_folder / "deep" / "registry";
-        setenv("OV_REGISTRY", m_file.c_str(), 1);
-    }
-    void TearDown() override {
-        unsetenv("OV_REGISTRY");
-        std::filesystem::remove_all(m_folder);
-    }
+    void WriteFile(const std::string& contents) const { m_folder.Write("deep/registry", contents); }
+    std::string FileContents() const { return TemporaryFolder::Read(m_file); }
 
-    void WriteFile(const std::string& contents) const {
-        std::filesystem::create_directories(m_file.parent_path());
-        std::ofstream(m_file, std::ios::binary) << contents;
-    }
-    std::string FileContents() const {
-        std::ostringstream contents;
-        contents << std::ifstream(m_file, std::ios::binary).rdbuf();
-        return contents.str();
-    }
-
-    std::filesystem::path m_folder;
-    std::filesystem::path m_file;
+    TemporaryFolder m_folder;
+    const std::filesystem::path m_file = m_folder / "deep/registry";
+    EnvironmentVariable m_variable{"OV_REGISTRY", m_file.string()};
 };
 
 TEST_F(Registry, IsEmptyWithoutAFile) {

@@ -1,3 +1,6 @@
+#include "Support/EnvironmentVariable.h"
+#include "Support/Rows.h"
+
 #include <Com/FaultInjection.h>
 #include <System/UserToken.h>
 #include <windows.h>
@@ -157,21 +160,18 @@ std::string Text(const SYSTEMTIME& time) {
 }
 
 TEST(Time, ConvertsBetweenItsForms) {
-    const struct {
-        SYSTEMTIME time;
-        ULONGLONG ticks;
-    } cases[] = {
+    const Rows<SYSTEMTIME, ULONGLONG> cases{
         {{1601, 1, 1, 1, 0, 0, 0, 0}, 0},
         {{1970, 1, 4, 1, 0, 0, 0, 0}, 116444736000000000ULL},
         {{2000, 2, 2, 29, 23, 59, 59, 999}, 125963423999990000ULL},
     };
-    for (const auto& each : cases) {
+    for (const auto& [time, ticks] : cases) {
         FILETIME fileTime{};
-        ASSERT_TRUE(SystemTimeToFileTime(&each.time, &fileTime));
-        EXPECT_EQ(each.ticks, static_cast<ULONGLONG>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime);
+        ASSERT_TRUE(SystemTimeToFileTime(&time, &fileTime));
+        EXPECT_EQ(ticks, static_cast<ULONGLONG>(fileTime.dwHighDateTime) << 32 | fileTime.dwLowDateTime);
         SYSTEMTIME back{};
         ASSERT_TRUE(FileTimeToSystemTime(&fileTime, &back));
-        EXPECT_EQ(Text(each.time), Text(back));
+        EXPECT_EQ(Text(time), Text(back));
     }
     const SYSTEMTIME impossible[] = {
         {1600, 1, 0, 1, 0, 0, 0, 0}, {2001, 2, 0, 29, 0, 0, 0, 0}, {2001, 1, 0, 1, 24, 0, 0, 0}};
@@ -221,10 +221,7 @@ TEST(Time, FollowsTheRulesOfAZone) {
 }
 
 TEST(Time, UsesTheSystemsZoneOfThatMoment) {
-    const char* before = std::getenv("TZ");
-    const std::string saved = before != nullptr ? before : "";
-    setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1);
-    tzset();
+    const EnvironmentVariable zone("TZ", "CET-1CEST,M3.5.0,M10.5.0/3");
     const SYSTEMTIME winter = {2024, 1, 1, 15, 12, 0, 0, 0};
     const SYSTEMTIME summer = {2024, 7, 1, 15, 12, 0, 0, 0};
     SYSTEMTIME local{};
@@ -234,11 +231,6 @@ TEST(Time, UsesTheSystemsZoneOfThatMoment) {
     EXPECT_EQ(14, local.wHour);
     ASSERT_TRUE(TzSpecificLocalTimeToSystemTime(nullptr, &local, &local));
     EXPECT_EQ(12, local.wHour);
-    if (before != nullptr)
-        setenv("TZ", saved.c_str(), 1);
-    else
-        unsetenv("TZ");
-    tzset();
 }
 
 TEST(DebugOutput, IsWrittenOnlyWhenItIsWanted) {

@@ -1,7 +1,6 @@
-#include <AttributeStore/AttributeBytesIndexedList.h>
-#include <AttributeStore/AttributeBytesRawList.h>
-
+#include "Support/AttributeLists.h"
 #include "Support/PackedRecords.h"
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +11,7 @@ namespace {
 using Id = AttributeBytesFeatureId;
 using Value = AttributeBytesValue;
 
-AttributeBytes Option(LONG id, LONG value, bool isSpecified = true) {
-    return {Id(id), Value::FromOption(value, isSpecified)};
-}
+AttributeBytes Option(LONG id, LONG value) { return {Id(id), Value::FromOption(value)}; }
 
 std::vector<LONG> NumbersOf(const AttributeBytesIndexedList& list) {
     std::vector<LONG> numbers;
@@ -25,28 +22,20 @@ std::vector<LONG> NumbersOf(const AttributeBytesIndexedList& list) {
 }
 
 TEST(AttributeBytesIndexedList, TellsValueAndWhetherItWasStated) {
-    AttributeBytesIndexedList list;
-    list.AddAttributeBytes(Option(10, 5111));
-    list.AddAttributeBytes(Option(20, 5110, false));
-    list.AddAttributeBytes(AttributeBytes(Id(30), Value::FromInteger(-7)));
-
-    struct Row {
-        LONG feature;
-        LONG value;
-        LONG newValue;
-        bool found;
-    };
-    for (const Row& row : {Row{10, 5111, 5111, true}, // stated
-                           {20, 5110, 5001, false},   // stored, not stated
-                           {30, 5001, 5001, false},   // of another kind
-                           {40, 5001, 5001, false}}) {
-        bool found = !row.found;
-        EXPECT_EQ(row.value, list.GetOptionValue(Id(row.feature), &found)) << row.feature;
-        EXPECT_EQ(row.found, found) << row.feature;
-        found = !row.found;
-        EXPECT_EQ(row.newValue, list.GetNewOptionValueId(Id(row.feature), &found)) << row.feature;
-        EXPECT_EQ(row.found, found) << row.feature;
-        EXPECT_EQ(row.value, list.GetOptionValue(Id(row.feature), nullptr)) << row.feature;
+    const auto list = Attributes(
+        {{10, Value::FromOption(5111)}, {20, Value::FromOption(5110, false)}, {30, Value::FromInteger(-7)}});
+    for (const auto& [feature, value, newValue, isFound] :
+         Rows<LONG, LONG, LONG, bool>{{10, 5111, 5111, true},  // stated
+                                      {20, 5110, 5001, false}, // stored, not stated
+                                      {30, 5001, 5001, false}, // of another kind
+                                      {40, 5001, 5001, false}}) {
+        bool found = !isFound;
+        EXPECT_EQ(value, list.GetOptionValue(Id(feature), &found)) << feature;
+        EXPECT_EQ(isFound, found) << feature;
+        found = !isFound;
+        EXPECT_EQ(newValue, list.GetNewOptionValueId(Id(feature), &found)) << feature;
+        EXPECT_EQ(isFound, found) << feature;
+        EXPECT_EQ(value, list.GetOptionValue(Id(feature), nullptr)) << feature;
     }
     bool found = false;
     EXPECT_EQ(-7, list.GetIntegerValue(Id(30), &found));
@@ -100,18 +89,13 @@ TEST(AttributeBytesIndexedList, IsWalkedToItsEndAndNoFurther) {
 }
 
 TEST(AttributeBytesIndexedList, OpensCollectionsByNumberAndMembersOfASetByPosition) {
-    AttributeBytesIndexedList first;
-    first.AddAttributeBytes(Option(895, 7203));
-    AttributeBytesIndexedList second;
-    second.AddAttributeBytes(Option(895, 7204, false));
-    AttributeBytesRawList elements;
-    elements.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollection(first)));
-    elements.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollection(second)));
-    AttributeBytesIndexedList annotations;
-    annotations.AddAttributeBytes(AttributeBytes(Id(921), Value::FromCollectionSet(elements)));
-    AttributeBytesIndexedList list;
-    list.AddAttributeBytes(AttributeBytes(Id(544), Value::FromCollection(annotations, false)));
-    list.AddAttributeBytes(Option(10, 5111));
+    const auto first = Attributes({{895, Value::FromOption(7203)}});
+    const auto second = Attributes({{895, Value::FromOption(7204, false)}});
+    const auto elements = Attributes<AttributeBytesRawList>(
+        {{921, Value::FromCollection(first)}, {921, Value::FromCollection(second)}});
+    const auto annotations = Attributes({{921, Value::FromCollectionSet(elements)}});
+    const auto list =
+        Attributes({{544, Value::FromCollection(annotations, false)}, {10, Value::FromOption(5111)}});
 
     // Through one and the same list, which gives up what it held.
     AttributeBytesIndexedList at = list;
@@ -161,15 +145,12 @@ public:
 };
 
 TEST(AttributeBytesList, DumpsALineForEachAttribute) {
-    AttributeBytesIndexedList members;
-    members.AddAttributeBytes(
-        AttributeBytes(Id(155), Value::FromDimension(Dimension(210, Dimension::Millimeter))));
-    members.AddAttributeBytes(AttributeBytes(Id(163), Value::FromInteger(80, false)));
-    AttributeBytesIndexedList list;
-    list.AddAttributeBytes(AttributeBytes(Id(193), Value::FromCollection(members)));
-    list.AddAttributeBytes(Option(199, 5111));
-    list.AddAttributeBytes(AttributeBytes(Id(489), Value::FromString(L"7.1\u00E9")));
-    list.AddAttributeBytes(AttributeBytes(Id(600), Value::FromUnknown(9, ByteBuffer(3))));
+    const auto members = Attributes({{155, Value::FromDimension(Dimension(210, Dimension::Millimeter))},
+                                     {163, Value::FromInteger(80, false)}});
+    const auto list = Attributes({{193, Value::FromCollection(members)},
+                                  {199, Value::FromOption(5111)},
+                                  {489, Value::FromString(L"7.1\u00E9")},
+                                  {600, Value::FromUnknown(9, ByteBuffer(3))}});
     EXPECT_EQ("193: collection of 2\n"
               "  155: dimension 210 mm\n"
               "  163: integer 80, not specified\n"

@@ -1,7 +1,6 @@
-#include <AttributeStore/AttributeBytesIndexedList.h>
-#include <AttributeStore/PersistentAttributes.h>
-
+#include "Support/AttributeLists.h"
 #include "Support/PackedRecords.h"
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -14,14 +13,6 @@ using NameSpaceId = AttributeBytesNameSpacesId;
 using Value = AttributeBytesValue;
 
 const NameSpaceId ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
-
-ByteBuffer StoreOf(const AttributeBytesRawList& list, const ByteBuffer& before = {}) {
-    AttributeBytesNameSpaces nameSpaces;
-    nameSpaces.SetNameSpaceAttributes(ours, list);
-    PersistentAttributes store(before, false, nullptr);
-    store.SetAttributeBytesNameSpaces(nameSpaces);
-    return store.GetPersistentAttributesState();
-}
 
 AttributeBytesRawList ListOf(const ByteBuffer& bytes) {
     AttributeBytesRawList list;
@@ -98,13 +89,13 @@ AttributeBytesRawList Everything() {
         few.AddAttributeBytes(
             AttributeBytes(Id(few.IsEmpty() ? 0 : -static_cast<LONG>(20 - value)), values[value]));
     const Value collection = Value::FromCollection(few);
-    list.AddAttributeBytes(AttributeBytes(Id(INT_MAX), collection));
-    AttributeBytesRawList set;
-    set.AddAttributeBytes(AttributeBytes(Id(0), collection));
-    set.AddAttributeBytes(AttributeBytes(Id(1), Value::FromCollectionSet(few, false)));
-    list.AddAttributeBytes(AttributeBytes(Id(INT_MIN), Value::FromCollectionSet(set, false)));
-    list.AddAttributeBytes(AttributeBytes(Id(-2), Value::FromCollection(AttributeBytesRawList())));
-    list.AddAttributeBytes(AttributeBytes(Id(-1), Value::FromCollectionSet(AttributeBytesRawList())));
+    const auto set = Attributes({{0, collection}, {1, Value::FromCollectionSet(few, false)}});
+    for (const auto& [last, value] :
+         Rows<LONG, Value>{{INT_MAX, collection},
+                           {INT_MIN, Value::FromCollectionSet(set, false)},
+                           {-2, Value::FromCollection(AttributeBytesRawList())},
+                           {-1, Value::FromCollectionSet(AttributeBytesRawList())}})
+        list.AddAttributeBytes(AttributeBytes(Id(last), value));
     return list;
 }
 
@@ -120,10 +111,10 @@ TEST(PersistentAttributes, ReadsBackWhatItWrote) {
     EXPECT_EQ(bytes, StoreOf(ListOf(bytes)));
 
     // Out of order, and with a feature twice: the last stays.
-    AttributeBytesRawList mixed;
-    for (const LONG id : {9, 7, 9, 8})
-        mixed.AddAttributeBytes(
-            AttributeBytes(Id(id), Value::FromInteger(static_cast<int>(mixed.GetNumberOfAttributeBytes()))));
+    const auto mixed = Attributes<AttributeBytesRawList>({{9, Value::FromInteger(0)},
+                                                          {7, Value::FromInteger(1)},
+                                                          {9, Value::FromInteger(2)},
+                                                          {8, Value::FromInteger(3)}});
     AttributeBytesIndexedList ordered;
     ordered.ImportFromRawList(mixed);
     EXPECT_EQ(2, ordered.GetIntegerValue(Id(9), nullptr));
@@ -133,13 +124,10 @@ TEST(PersistentAttributes, ReadsBackWhatItWrote) {
 TEST(PersistentAttributes, WritesTheDocumentedExample) {
     Dimension width;
     width.SetValue(Number(210), Dimension::Millimeter);
-    AttributeBytesRawList media;
-    media.AddAttributeBytes(AttributeBytes(Id(155), Value::FromDimension(width)));
-    media.AddAttributeBytes(AttributeBytes(Id(163), Value::FromInteger(80, false)));
-    AttributeBytesRawList list;
-    list.AddAttributeBytes(AttributeBytes(Id(193), Value::FromCollection(media)));
-    list.AddAttributeBytes(AttributeBytes(Id(199), Value::FromOption(5111)));
-    list.AddAttributeBytes(AttributeBytes(Id(489), Value::FromString(L"7.1")));
+    const auto media = Attributes({{155, Value::FromDimension(width)}, {163, Value::FromInteger(80, false)}});
+    const auto list = Attributes<AttributeBytesRawList>({{193, Value::FromCollection(media)},
+                                                         {199, Value::FromOption(5111)},
+                                                         {489, Value::FromString(L"7.1")}});
     const ByteBuffer expected = BytesOf({
         'O',  'A',  1,                        // envelope
         1,    25,                             // name space 1
@@ -238,13 +226,8 @@ TEST(PersistentAttributes, SaysWhatIsWrongInAStoreWhoseCheckFits) {
     longNumerator.insert(longNumerator.end(), 513, 1);
     longNumerator.push_back(1);
     ByteBuffer manyNameSpaces(2 * (PersistentAttributes::maxNameSpaces + 1));
-    struct Row {
-        const char* what;
-        ByteBuffer bytes;
-        const char* message;
-    };
-    for (const Row& row : {
-             Row{"empty envelope", BytesOf({'O', 'A', 1}), "too short"},
+    for (const auto& [what, bytes, message] : Rows<const char*, ByteBuffer, const char*>{
+             {"empty envelope", BytesOf({'O', 'A', 1}), "too short"},
              {"other mark", Packed("OJ", {}), "another mark"},
              {"newer version", BytesOf({'O', 'A', 2, 0, 0, 0, 0}), "version"},
              {"name space without a length", Packed("OA", BytesOf({1})), "head of a name space"},
@@ -284,10 +267,11 @@ TEST(PersistentAttributes, SaysWhatIsWrongInAStoreWhoseCheckFits) {
              {"set without end", StoreOfRecords(tooManyInASet), "too many records"},
              {"more than a megabyte", ByteBuffer(PersistentAttributes::maxBytes + 1), "larger"},
          }) {
-        const std::string refusal = RefusalOf([&] { PersistentAttributes(row.bytes, false, nullptr); });
-        EXPECT_NE(std::string::npos, refusal.find(row.message)) << row.what << ": " << refusal;
-        PersistentAttributes tolerant(row.bytes, true, nullptr);
-        EXPECT_NE(std::string::npos, tolerant.GetDamage().find(row.message)) << row.what;
+        const std::string refusal =
+            RefusalOf([&bytes = bytes] { PersistentAttributes(bytes, false, nullptr); });
+        EXPECT_NE(std::string::npos, refusal.find(message)) << what << ": " << refusal;
+        EXPECT_NE(std::string::npos, PersistentAttributes(bytes, true, nullptr).GetDamage().find(message))
+            << what;
     }
 }
 
@@ -303,20 +287,16 @@ TEST(PersistentAttributes, WritesNothingThatItWouldNotRead) {
     // One that just fits, and one a byte larger.
     constexpr std::size_t overhead = 3 + 1 + 3 + 1 + 1 + 3 + 4;
     for (const std::size_t beyond : {0u, 1u}) {
-        AttributeBytesRawList large;
         const ByteBuffer content(PersistentAttributes::maxBytes - overhead + beyond);
-        large.AddAttributeBytes(AttributeBytes(Id(1), Value::FromUnknown(9, content)));
+        const auto large = Attributes<AttributeBytesRawList>({{1, Value::FromUnknown(9, content)}});
         EXPECT_EQ(beyond == 0, refusalOf(large).empty());
     }
 
-    AttributeBytesRawList digits;
     Dimension many;
     many.SetValue(Number(CXString(std::wstring(1300, L'9')), true), Dimension::Inch);
-    digits.AddAttributeBytes(AttributeBytes(Id(1), Value::FromDimension(many)));
-    EXPECT_NE("", refusalOf(digits));
-    AttributeBytesRawList unit;
-    unit.AddAttributeBytes(
-        AttributeBytes(Id(1), Value::FromDimension(Dimension(1, static_cast<Dimension::UnitsEnum>(13)))));
+    EXPECT_NE("", refusalOf(Attributes<AttributeBytesRawList>({{1, Value::FromDimension(many)}})));
+    const auto unit = Attributes<AttributeBytesRawList>(
+        {{1, Value::FromDimension(Dimension(1, static_cast<Dimension::UnitsEnum>(13)))}});
     EXPECT_NE("", refusalOf(unit));
 
     // A refused change changes nothing.

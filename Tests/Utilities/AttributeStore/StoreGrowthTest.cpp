@@ -1,6 +1,4 @@
-#include <AttributeStore/AttributeBytesIndexedList.h>
-#include <AttributeStore/PersistentAttributes.h>
-
+#include "Support/AttributeLists.h"
 #include "Support/Growth.h"
 
 namespace {
@@ -12,18 +10,13 @@ ByteBuffer StoreOf(std::size_t n) {
     for (std::size_t i = 0; i < n; ++i)
         list.AddAttributeBytes(AttributeBytes(AttributeBytesFeatureId(static_cast<LONG>(i)),
                                               AttributeBytesValue::FromInteger(static_cast<int>(i))));
-    AttributeBytesNameSpaces nameSpaces;
-    nameSpaces.SetNameSpaceAttributes(Ours, list);
-    PersistentAttributes store({}, false, nullptr);
-    store.SetAttributeBytesNameSpaces(nameSpaces);
-    return store.GetPersistentAttributesState();
+    return StoreOf(list);
 }
 
 AttributeBytesIndexedList ListOf(const ByteBuffer& bytes) {
-    PersistentAttributes store(bytes, false, nullptr);
     AttributeBytesRawList raw;
     AttributeBytesIndexedList list;
-    EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(Ours, raw));
+    EXPECT_TRUE(PersistentAttributes(bytes, false, nullptr).GetAttributeBytesListForNameSpace(Ours, raw));
     list.ImportFromRawList(raw);
     return list;
 }

@@ -1,6 +1,7 @@
 #include <ClientJobData/ClientJobData2ReaderWriter.h>
 
 #include "Support/PackedRecords.h"
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -74,21 +75,18 @@ TEST(ClientJobData2ReaderWriter, RefusesDamage) {
     });
 
     ByteBuffer tooMany(3 * (ClientJobData2ReaderWriter::maxParameters + 1));
-    struct Row {
-        ByteBuffer content;
-        const char* message;
-    };
-    for (const Row& row : {Row{BytesOf({5}), "cut"},
-                           {BytesOf({5, 0}), "cut"},
-                           {BytesOf({5, 0, 2, 'x'}), "cut"},
-                           {BytesOf({5, 0, 0xFF, 0xFF, 0xFF, 0xFF, 15}), "cut"},
-                           {BytesOf({0x85, 0, 0, 0}), "cut"},
-                           {BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0, 0, 0}), "number of a parameter"},
-                           {tooMany, "too many"},
-                           {ByteBuffer(ClientJobData2ReaderWriter::maxBytes), "larger"}}) {
+    for (const auto& [content, message] : Rows<ByteBuffer, const char*>{
+             {BytesOf({5}), "cut"},
+             {BytesOf({5, 0}), "cut"},
+             {BytesOf({5, 0, 2, 'x'}), "cut"},
+             {BytesOf({5, 0, 0xFF, 0xFF, 0xFF, 0xFF, 15}), "cut"},
+             {BytesOf({0x85, 0, 0, 0}), "cut"},
+             {BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0, 0, 0}), "number of a parameter"},
+             {tooMany, "too many"},
+             {ByteBuffer(ClientJobData2ReaderWriter::maxBytes), "larger"}}) {
         const std::string refusal =
-            RefusalOf([&] { ClientJobData2ReaderWriter reader(Packed("OJ", row.content)); });
-        EXPECT_NE(std::string::npos, refusal.find(row.message)) << refusal;
+            RefusalOf([&content = content] { ClientJobData2ReaderWriter reader(Packed("OJ", content)); });
+        EXPECT_NE(std::string::npos, refusal.find(message)) << refusal;
     }
 }
 

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/SafeCoInitialize.h>
@@ -84,10 +86,7 @@ TEST_F(DriverOfADevice, ParsesTheCapabilitiesOnceAndSharesThem) {
 }
 
 TEST_F(DriverOfADevice, TellsWhatTravelsInTheOpifTicket) {
-    const struct {
-        const char* features;
-        bool covers;
-    } rows[] = {
+    const Rows<const char*, bool> rows{
         {"", false},
         {"<Collection name='cover-front'/><Collection name='cover-back'/>", false},
         {"<Collection name='cover-front' opif='1'/><Collection name='cover-back' opif='1'/>", true},
@@ -96,10 +95,9 @@ TEST_F(DriverOfADevice, TellsWhatTravelsInTheOpifTicket) {
         {"<Collection name='cover-front' opif='1'/><Collection name='cover-back'/>", false},
         {"<Collection name='a'><Collection name='cover-back' opif='1'/></Collection>", false},
     };
-    for (const auto& row : rows) {
-        Describe(row.features);
-        EXPECT_EQ(row.covers, OrvelDriverPropertyBag(m_bag).AreCoversSupportedAndOutputInOpif())
-            << row.features;
+    for (const auto& [features, covers] : rows) {
+        Describe(features);
+        EXPECT_EQ(covers, OrvelDriverPropertyBag(m_bag).AreCoversSupportedAndOutputInOpif()) << features;
     }
     Describe("<Text name='a' opif='1'/><Text name='b'/>");
     EXPECT_TRUE(m_driver.IsCpssFeatureSupportedAndOutputInOpif("a"));

@@ -1,5 +1,7 @@
 // The device capabilities document: what it answers, and what it refuses.
 
+#include "Support/Rows.h"
+
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/SafeCoInitialize.h>
@@ -154,10 +156,7 @@ TEST_F(DeviceCapabilities, RefuseInWords) {
         nested += nested.empty() ? "<x:x xmlns:x='urn:x'>" : "<x:x>";
     for (int i = 0; i < 10'001; ++i)
         wide += "<Text name='" + std::to_string(i) + "'/>";
-    const struct {
-        CPString xml;
-        const char* problem;
-    } rows[] = {
+    const Rows<CPString, const char*> rows{
         {"<DeviceCapabilities version='1.0'>\n<Option", "line 2"},
         {"plain text", "line 1"},
         {"<!DOCTYPE d [<!ENTITY e 'x'>]><DeviceCapabilities version='1.0'/>", "DTD"},
@@ -207,8 +206,8 @@ TEST_F(DeviceCapabilities, RefuseInWords) {
         {document(wide), "10000 features"},
         {document(std::string(10u << 20, ' ')), "bytes"},
     };
-    for (const auto& row : rows)
-        EXPECT_THAT(refusalOf(row.xml), HasSubstr(row.problem)) << std::string(row.xml.view().substr(0, 300));
+    for (const auto& [xml, problem] : rows)
+        EXPECT_THAT(refusalOf(xml), HasSubstr(problem)) << std::string(xml.view().substr(0, 300));
 }
 
 TEST_F(DeviceCapabilities, MayBeOfTheLargestSize) {

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <LowLevelFacilities/ByteBuffer.h>
 
 #include <gtest/gtest.h>
@@ -28,24 +30,19 @@ TEST(ByteBuffer, CarriesTextAsUtf8) {
 }
 
 TEST(ByteBuffer, ReadsHexadecimalTextOrRefusesIt) {
-    struct Row {
-        const wchar_t* text;
-        bool isLenient;
-        bool isGood;
-        std::vector<unsigned char> bytes;
-    };
-    for (const Row& row : {Row{L"00fFA5", false, true, {0, 0xFF, 0xA5}},
-                           {L"", false, true, {}},
-                           {L"0", false, false, {}},
-                           {L"0g", false, false, {}},
-                           {L"00 ff", false, false, {}},
-                           {L" 00-ff\n", true, true, {0, 0xFF}},
-                           {L"0 0", true, false, {}},
-                           {L"0x00", true, false, {}}}) {
+    for (const auto& [text, isLenient, isGood, bytes] :
+         Rows<const wchar_t*, bool, bool, std::vector<unsigned char>>{
+             {L"00fFA5", false, true, {0, 0xFF, 0xA5}},
+             {L"", false, true, {}},
+             {L"0", false, false, {}},
+             {L"0g", false, false, {}},
+             {L"00 ff", false, false, {}},
+             {L" 00-ff\n", true, true, {0, 0xFF}},
+             {L"0 0", true, false, {}},
+             {L"0x00", true, false, {}}}) {
         ByteBuffer buffer(1, 9);
-        EXPECT_EQ(row.isGood,
-                  ByteBuffer::ConvertHexBinaryStringToByteBuffer(row.text, buffer, row.isLenient));
-        EXPECT_EQ(row.bytes, buffer) << CXString(row.text);
+        EXPECT_EQ(isGood, ByteBuffer::ConvertHexBinaryStringToByteBuffer(text, buffer, isLenient));
+        EXPECT_EQ(bytes, buffer) << CXString(text);
     }
 }
 

@@ -21,29 +21,22 @@ namespace {
 const DebugContextReference place("File.cpp", 12, "Class::Operation");
 
 TEST(CPException, KnowsItsTypeMessageErrorAndPlace) {
-    const std::unique_ptr<CPException> family[] = {
-        std::make_unique<CPComException>("m", 5, place, E_FAIL),
-        std::make_unique<CPExceptionInvalidArgument>("m", 5, place),
-        std::make_unique<CPExceptionOSApiError>("m", 5, place),
-        std::make_unique<CPExceptionTooManyArguments>("m", 5, place),
-        std::make_unique<CPExceptionUnknownKeyRequest>("m", 5, place),
-        std::make_unique<CPExceptionDuplicateDictionaryIndexEntry>("m", 5, place),
-        std::make_unique<CPExceptionXMLConfigurationFileParseFailed>("m", 5, place),
+    const auto check = [](const std::string& name, const CPException& failure) {
+        EXPECT_EQ(name, failure.getExceptionType());
+        EXPECT_STREQ("m", failure.what());
+        EXPECT_EQ(256u, failure.getDebugContext().size());
+        EXPECT_TRUE(failure.getLogString().starts_with(
+            name + ": m [last error 5] at File.cpp:12 (Class::Operation)"));
     };
-    const char* const names[] = {"CPComException",
-                                 "CPExceptionInvalidArgument",
-                                 "CPExceptionOSApiError",
-                                 "CPExceptionTooManyArguments",
-                                 "CPExceptionUnknownKeyRequest",
-                                 "CPExceptionDuplicateDictionaryIndexEntry",
-                                 "CPExceptionXMLConfigurationFileParseFailed"};
-    for (std::size_t i = 0; i < std::size(names); ++i) {
-        EXPECT_EQ(names[i], family[i]->getExceptionType());
-        EXPECT_STREQ("m", family[i]->what());
-        EXPECT_EQ(256u, family[i]->getDebugContext().size());
-        EXPECT_TRUE(family[i]->getLogString().starts_with(
-            std::string(names[i]) + ": m [last error 5] at File.cpp:12 (Class::Operation)"));
-    }
+    check("CPComException", CPComException("m", 5, place, E_FAIL));
+    check("CPExceptionInvalidArgument", CPExceptionInvalidArgument("m", 5, place));
+    check("CPExceptionOSApiError", CPExceptionOSApiError("m", 5, place));
+    check("CPExceptionTooManyArguments", CPExceptionTooManyArguments("m", 5, place));
+    check("CPExceptionUnknownKeyRequest", CPExceptionUnknownKeyRequest("m", 5, place));
+    check("CPExceptionDuplicateDictionaryIndexEntry",
+          CPExceptionDuplicateDictionaryIndexEntry("m", 5, place));
+    check("CPExceptionXMLConfigurationFileParseFailed",
+          CPExceptionXMLConfigurationFileParseFailed("m", 5, place));
 }
 
 TEST(CPException, IsThrownForAnHresultWithThePlaceAndTheLastError) {

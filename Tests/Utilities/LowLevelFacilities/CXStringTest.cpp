@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <LowLevelFacilities/CXString.h>
 
 #include <gtest/gtest.h>
@@ -34,22 +36,17 @@ TEST(CXString, TakesNullAsEmptyEverywhere) {
 
 TEST(CXString, FindsFromAStartWithinTheTextOnly) {
     const CXString text(L"abcabc");
-    struct Row {
-        const wchar_t* what;
-        int start;
-        int found;
-    };
-    for (const Row& row : {Row{L"abc", 0, 0},
-                           {L"abc", 1, 3},
-                           {L"c", 5, 5},
-                           {L"c", 6, -1},
-                           {L"c", 7, -1},
-                           {L"c", INT_MAX, -1},
-                           {L"a", -1, -1},
-                           {L"x", 0, -1},
-                           {L"", 6, 6},
-                           {L"", 7, -1}})
-        EXPECT_EQ(row.found, text.Find(row.what, row.start)) << row.start;
+    for (const auto& [what, start, found] : Rows<const wchar_t*, int, int>{{L"abc", 0, 0},
+                                                                           {L"abc", 1, 3},
+                                                                           {L"c", 5, 5},
+                                                                           {L"c", 6, -1},
+                                                                           {L"c", 7, -1},
+                                                                           {L"c", INT_MAX, -1},
+                                                                           {L"a", -1, -1},
+                                                                           {L"x", 0, -1},
+                                                                           {L"", 6, 6},
+                                                                           {L"", 7, -1}})
+        EXPECT_EQ(found, text.Find(what, start)) << start;
     EXPECT_EQ(3, text.Find(L'a', 1));
     EXPECT_EQ(-1, text.Find(L'a', INT_MIN));
     EXPECT_EQ(4, text.ReverseFind(L'b'));
@@ -129,36 +126,29 @@ TEST(CXString, ConvertsBetweenUtf8AndSurrogatePairs) {
     EXPECT_EQ((std::vector<char>{'\xF0', '\x9F', '\x98', '\x80', 0}), CXString(smiley).GetAsUtf8());
     // What is malformed becomes the replacement character: lone surrogates, overlong forms, cut sequences.
     EXPECT_EQ((std::vector<char>{'a', '\xEF', '\xBF', '\xBD', 'b', 0}), CXString(loneHigh).GetAsUtf8());
-    struct Row {
-        const char* bytes;
-        const wchar_t* text;
-    };
-    for (const Row& row : {Row{"a\xFF", L"a\uFFFD"},
-                           {"\xC0\x80", L"\uFFFD\uFFFD"},
-                           {"\xE2\x82", L"\uFFFD\uFFFD"},
-                           {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},
-                           {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
-                           {"\x80z", L"\uFFFDz"},
-                           {"\xF0\x9Fx", L"\uFFFD\uFFFDx"}})
-        EXPECT_EQ(row.text, CXString(row.bytes));
+    for (const auto& [bytes, text] :
+         Rows<const char*, const wchar_t*>{{"a\xFF", L"a\uFFFD"},
+                                           {"\xC0\x80", L"\uFFFD\uFFFD"},
+                                           {"\xE2\x82", L"\uFFFD\uFFFD"},
+                                           {"\xED\xA0\x80", L"\uFFFD\uFFFD\uFFFD"},
+                                           {"\xF4\x90\x80\x80", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
+                                           {"\x80z", L"\uFFFDz"},
+                                           {"\xF0\x9Fx", L"\uFFFD\uFFFDx"}})
+        EXPECT_EQ(text, CXString(bytes));
     std::ostringstream stream;
     stream << CXString(smiley);
     EXPECT_EQ("\xF0\x9F\x98\x80", stream.str());
 }
 
 TEST(CXString, EncodesItsUnitsAsLittleEndianBytes) {
-    struct Row {
-        CXString text;
-        const wchar_t* base64;
-    };
-    for (const Row& row : {Row{L"", L""},
-                           {L"A", L"QQA="},
-                           {L"AB", L"QQBCAA=="},
-                           {L"ABC", L"QQBCAEMA"},
-                           {L"\u20AC", L"rCA="},
-                           {smiley, L"PdgA3g=="}}) {
-        EXPECT_EQ(row.base64, row.text.Base64EncodeUnicodeString());
-        EXPECT_EQ(row.text, CXString(row.base64).Base64DecodeAsUnicodeString());
+    for (const auto& [text, base64] : Rows<CXString, const wchar_t*>{{L"", L""},
+                                                                     {L"A", L"QQA="},
+                                                                     {L"AB", L"QQBCAA=="},
+                                                                     {L"ABC", L"QQBCAEMA"},
+                                                                     {L"\u20AC", L"rCA="},
+                                                                     {smiley, L"PdgA3g=="}}) {
+        EXPECT_EQ(base64, text.Base64EncodeUnicodeString());
+        EXPECT_EQ(text, CXString(base64).Base64DecodeAsUnicodeString());
     }
     EXPECT_EQ(L"A", CXString(L" Q Q\r\nA").Base64DecodeAsUnicodeString());
     for (const wchar_t* hostile :
@@ -167,24 +157,20 @@ TEST(CXString, EncodesItsUnitsAsLittleEndianBytes) {
 }
 
 TEST(CXString, ReadsTheIntegerAtItsStart) {
-    struct Row {
-        const wchar_t* text;
-        int value;
-    };
-    for (const Row& row : {Row{L"42", 42},
-                           {L"  -7x", -7},
-                           {L"+3", 3},
-                           {L"", 0},
-                           {L"x1", 0},
-                           {L"- 1", 0},
-                           {L"0x10", 0},
-                           {L"2147483647", INT_MAX},
-                           {L"2147483648", INT_MAX},
-                           {L"-2147483648", INT_MIN},
-                           {L"-99999999999999999999999", INT_MIN},
-                           {L"99999999999999999999999", INT_MAX},
-                           {L"1.9", 1}})
-        EXPECT_EQ(row.value, CXString(row.text).GetAsInt()) << CXString(row.text);
+    for (const auto& [text, value] : Rows<const wchar_t*, int>{{L"42", 42},
+                                                               {L"  -7x", -7},
+                                                               {L"+3", 3},
+                                                               {L"", 0},
+                                                               {L"x1", 0},
+                                                               {L"- 1", 0},
+                                                               {L"0x10", 0},
+                                                               {L"2147483647", INT_MAX},
+                                                               {L"2147483648", INT_MAX},
+                                                               {L"-2147483648", INT_MIN},
+                                                               {L"-99999999999999999999999", INT_MIN},
+                                                               {L"99999999999999999999999", INT_MAX},
+                                                               {L"1.9", 1}})
+        EXPECT_EQ(value, CXString(text).GetAsInt()) << CXString(text);
 }
 
 TEST(CXString, TokenizesWithEmptyPieces) {

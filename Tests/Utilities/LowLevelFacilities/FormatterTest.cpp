@@ -2,6 +2,7 @@
 // words, where the text stands at the edge of the in-place area, and what the safe worker leaves behind.
 
 #include "Support/ReportRecorder.h"
+#include "Support/Rows.h"
 
 #include <LowLevelFacilities/CPFormat.h>
 #include <LowLevelFacilities/CXString.h>
@@ -98,14 +99,10 @@ TEST(Formatter, FormatsAsTheRuntimeDoes) {
 }
 
 TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
-    struct Row {
-        std::string actual;
-        const char* expected;
-    };
     const wchar_t* const nullWide = nullptr;
     const char* const nullNarrow = nullptr;
     const std::string_view view = std::string_view("abcdef").substr(0, 2);
-    const Row rows[] = {
+    const Rows<std::string, const char*> rows{
         {format("%s", "narrow"), "narrow"},
         {format("%S", "narrow"), "narrow"},
         {format("%s", L"wide"), "wide"},
@@ -138,18 +135,14 @@ TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
         {format("%%%d%%", 5), "%5%"},
         {format(""), ""},
     };
-    for (const Row& row : rows) {
+    for (const auto& [actual, expected] : rows) {
         // A string keeps its zeros: compared up to the first.
-        EXPECT_STREQ(row.expected, row.actual.c_str());
+        EXPECT_STREQ(expected, actual.c_str());
     }
     EXPECT_EQ(3u, format("%s", std::string("a\0b", 3)).size());
 }
 
 TEST(Formatter, RefusesWhatDoesNotFit) {
-    struct Row {
-        std::function<void()> action;
-        std::string expected;
-    };
     const std::string star =
         "CPExceptionInvalidArgument: The InternalOrvelCP::formatWorkerMayThrow() family of methods does not "
         "support the '*' character for the precision or width in a printf-style format specification.";
@@ -161,7 +154,7 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
     const std::string extra =
         "CPExceptionTooManyArguments: Extra arguments provided to formatWorkerMayThrow(). There's no format "
         "specifier corresponding to this argument in the original format string: ";
-    const Row rows[] = {
+    const Rows<std::function<void()>, std::string> rows{
         {[] { format("%*d", 5, 1); }, star},
         {[] { format("%.*s", 5, "a"); }, star},
         {[] { format("%-*s", L"a"); }, star},
@@ -176,8 +169,8 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
         {[] { format("done", 1); }, extra + "done"},
         {[] { format("%d of %d", 1, 2, 3); }, extra + "%d of %d"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(row.expected, failureOf(row.action));
+    for (const auto& [action, expected] : rows)
+        EXPECT_EQ(expected, failureOf(action));
     SetLastError(31);
     try {
         format("%d", 1.5);
@@ -237,12 +230,7 @@ TEST(Formatter, WritesThroughTheRuntimeAtEveryFillOfTheArea) {
 }
 
 TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
-    struct Row {
-        std::function<std::string()> action;
-        const char* result;
-        const char* report;
-    };
-    const Row rows[] = {
+    const Rows<std::function<std::string()>, const char*, const char*> rows{
         {[] { return FormatStdString("page %d: %s", 3); }, "page 3: ",
          "Caught CPExceptionInvalidArgument: Issue with arguments or this format string: 'page %d: %s'.\n\n"
          "Invalid format string: missing arguments. There's no argument corresponding to the current format "
@@ -261,13 +249,13 @@ TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
          "Caught CPExceptionInvalidArgument: A null format string was supplied!\n\nInvalid format string: a "
          "null format string was supplied."},
     };
-    for (const Row& row : rows) {
+    for (const auto& [action, result, report] : rows) {
         const ReportRecorder recorder;
         SetLastError(77);
-        EXPECT_EQ(row.result, row.action());
+        EXPECT_EQ(result, action());
         EXPECT_EQ(77u, GetLastError());
         ASSERT_EQ(1u, recorder.reports().size());
-        EXPECT_EQ(row.report, recorder.reports()[0].text);
+        EXPECT_EQ(report, recorder.reports()[0].text);
         EXPECT_EQ("SafeFormatWorker() Error", recorder.reports()[0].caption);
     }
 }

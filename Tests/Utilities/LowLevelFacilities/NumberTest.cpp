@@ -1,5 +1,7 @@
 // Number keeps decimals exactly; its double is the nearest one, with strtod as the judge.
 
+#include "Support/Rows.h"
+
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
 #include <LowLevelFacilities/Dimension.h>
 #include <LowLevelFacilities/Number.h>
@@ -89,56 +91,47 @@ TEST(Number, GivesTheNearestDouble) {
 }
 
 TEST(Number, RoundsByItsOffsetAndSaturates) {
-    struct Row {
-        const char* text;
-        double offset;
-        int value;
-    };
-    for (const Row& row : {Row{"2.5", offset, 2},
-                           {"2.500001", offset, 3},
-                           {"2.5000009999", offset, 2},
-                           {"-2.6", offset, -3},
-                           {"-2.5", offset, -2},
-                           {"2.99", 0, 2},
-                           {"0.4", 0.999999, 1},
-                           {"2.5", 0.5, 3},
-                           {"1", -2, 0},
-                           {"1.5", -0.5, 1},
-                           {"2147483647.4", offset, INT_MAX},
-                           {"2147483648", offset, INT_MAX},
-                           {"-2147483648", offset, INT_MIN},
-                           {"1e4000", offset, INT_MAX},
-                           {"-1e4000", offset, INT_MIN},
-                           {"1e-4000", offset, 0}})
-        EXPECT_EQ(row.value, number(row.text).GetIntValue(row.offset)) << row.text;
+    for (const auto& [text, offset, value] : Rows<const char*, double, int>{{"2.5", offset, 2},
+                                                                            {"2.500001", offset, 3},
+                                                                            {"2.5000009999", offset, 2},
+                                                                            {"-2.6", offset, -3},
+                                                                            {"-2.5", offset, -2},
+                                                                            {"2.99", 0, 2},
+                                                                            {"0.4", 0.999999, 1},
+                                                                            {"2.5", 0.5, 3},
+                                                                            {"1", -2, 0},
+                                                                            {"1.5", -0.5, 1},
+                                                                            {"2147483647.4", offset, INT_MAX},
+                                                                            {"2147483648", offset, INT_MAX},
+                                                                            {"-2147483648", offset, INT_MIN},
+                                                                            {"1e4000", offset, INT_MAX},
+                                                                            {"-1e4000", offset, INT_MIN},
+                                                                            {"1e-4000", offset, 0}})
+        EXPECT_EQ(value, number(text).GetIntValue(offset)) << text;
     EXPECT_EQ(INT_MIN, Number(INT_MIN).GetIntValue(0));
 }
 
 TEST(Number, ReadsTheNumberAtTheStartOrRefusesTheText) {
-    struct Row {
-        const char* text;
-        const char* value;
-        bool isWhole;
-    };
-    for (const Row& row : {Row{" +12.50 ", "12.5", true},
-                           {".5", "0.5", true},
-                           {"5.", "5", true},
-                           {"1e2", "100", true},
-                           {"1e", "1", false},
-                           {"1e+", "1", false},
-                           {"12mm", "12", false},
-                           {"", "0", false},
-                           {"-", "0", false},
-                           {".", "0", false},
-                           {"abc", "0", false},
-                           {"1,5", "1", false},
-                           {"1e99999999999", "0", false},
-                           {"--1", "0", false}}) {
-        EXPECT_EQ(number(row.value), number(row.text)) << row.text;
-        if (row.isWhole) {
-            EXPECT_EQ(number(row.value), Number(CXString(row.text), true));
+    for (const auto& [text, value, isWhole] :
+         Rows<const char*, const char*, bool>{{" +12.50 ", "12.5", true},
+                                              {".5", "0.5", true},
+                                              {"5.", "5", true},
+                                              {"1e2", "100", true},
+                                              {"1e", "1", false},
+                                              {"1e+", "1", false},
+                                              {"12mm", "12", false},
+                                              {"", "0", false},
+                                              {"-", "0", false},
+                                              {".", "0", false},
+                                              {"abc", "0", false},
+                                              {"1,5", "1", false},
+                                              {"1e99999999999", "0", false},
+                                              {"--1", "0", false}}) {
+        EXPECT_EQ(number(value), number(text)) << text;
+        if (isWhole) {
+            EXPECT_EQ(number(value), Number(CXString(text), true));
         } else {
-            EXPECT_THROW(Number(CXString(row.text), true), CPExceptionInvalidArgument) << row.text;
+            EXPECT_THROW(Number(CXString(text), true), CPExceptionInvalidArgument) << text;
         }
     }
     const CXString tooLong(std::wstring(Number::maxDigits + 1, L'9'));
@@ -146,32 +139,18 @@ TEST(Number, ReadsTheNumberAtTheStartOrRefusesTheText) {
 }
 
 TEST(Dimension, ConvertsBetweenUnitsExactly) {
-    // One length in every unit: 1 inch.
-    struct Row {
-        int unit;
-        const char* value;
-    };
-    for (const Row& row : {Row{0, "1"},
-                           {1, "10"},
-                           {2, "1440"},
-                           {3, "100"},
-                           {4, "1000"},
-                           {5, "25.4"},
-                           {6, "254"},
-                           {7, "2540"},
-                           {8, "25400"},
-                           {9, "72"},
-                           {10, "720"},
-                           {11, "7200"},
-                           {12, "96"}}) {
-        const auto unit = static_cast<Dimension::UnitsEnum>(row.unit);
+    // An inch in every unit, in the order of their numbers.
+    const char* const inch[] = {"1",    "10",    "1440", "100", "1000", "25.4", "254",
+                                "2540", "25400", "72",   "720", "7200", "96"};
+    for (int i = 0; i <= 12; ++i) {
+        const auto unit = static_cast<Dimension::UnitsEnum>(i);
         Dimension length;
-        length.SetValue(number(row.value), unit);
+        length.SetValue(number(inch[i]), unit);
         for (int other = 0; other <= 12; ++other) {
             Dimension converted;
             const auto otherUnit = static_cast<Dimension::UnitsEnum>(other);
             converted.SetValue(length.GetValue(otherUnit), otherUnit);
-            EXPECT_EQ(number(row.value), converted.GetValue(unit)) << row.unit << " by " << other;
+            EXPECT_EQ(number(inch[i]), converted.GetValue(unit)) << i << " by " << other;
         }
         EXPECT_EQ(number("25400"), length.GetValue(Dimension::Micron));
     }

@@ -1,3 +1,7 @@
+#include "Support/EnvironmentVariable.h"
+#include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
+
 #include <SystemServices/RegistryKey.h>
 
 #include <gtest/gtest.h>
@@ -12,17 +16,6 @@ const wchar_t* const keyPath = L"SOFTWARE\\Example\\Configuration";
 
 class RegistryValues : public testing::Test {
 protected:
-    RegistryValues()
-        : m_file(testing::TempDir() + "utilities-" +
-                 testing::UnitTest::GetInstance()->current_test_info()->name()) {
-        std::filesystem::remove(m_file);
-        setenv("OV_REGISTRY", m_file.c_str(), 1);
-    }
-    ~RegistryValues() override {
-        unsetenv("OV_REGISTRY");
-        std::filesystem::remove(m_file);
-    }
-
     static void Set(const wchar_t* name, DWORD type, const void* data, std::size_t size) {
         HKEY key = nullptr;
         ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_LOCAL_MACHINE, keyPath, 0, nullptr, 0, KEY_WRITE,
@@ -33,7 +26,8 @@ protected:
     }
 
 private:
-    std::string m_file;
+    TemporaryFolder m_folder;
+    EnvironmentVariable m_variable{"OV_REGISTRY", (m_folder / "registry").string()};
 };
 
 TEST_F(RegistryValues, ReadAsBooleansWithADefault) {
@@ -59,26 +53,22 @@ TEST_F(RegistryValues, ReadAsBooleansWithADefault) {
     const auto key = RegistryKey::CreateRegistryKey(HKEY_LOCAL_MACHINE, keyPath, KEY_READ, error, false);
     ASSERT_TRUE(key) << error;
     EXPECT_TRUE(error.IsEmpty());
-    struct Row {
-        const wchar_t* name;
-        int value; // -1: the default
-    };
-    for (const Row& row : {Row{L"Zero", 0},
-                           {L"High", 1},
-                           {L"One", 1},
-                           {L"True", 1},
-                           {L"No", 0},
-                           {L"Empty", 0},
-                           {L"Unended", 1},
-                           {L"Nothing", 0},
-                           {L"Expanded", 1},
-                           {L"Long", 1},
-                           {L"Binary", -1},
-                           {L"Missing", -1}}) {
+    // value: -1: the default
+    for (const auto& [name, value] : Rows<const wchar_t*, int>{{L"Zero", 0},
+                                                               {L"High", 1},
+                                                               {L"One", 1},
+                                                               {L"True", 1},
+                                                               {L"No", 0},
+                                                               {L"Empty", 0},
+                                                               {L"Unended", 1},
+                                                               {L"Nothing", 0},
+                                                               {L"Expanded", 1},
+                                                               {L"Long", 1},
+                                                               {L"Binary", -1},
+                                                               {L"Missing", -1}}) {
         for (const bool defaultValue : {false, true})
-            EXPECT_EQ(row.value < 0 ? defaultValue : row.value == 1,
-                      key->GetBooleanValue(row.name, defaultValue))
-                << CXString(row.name);
+            EXPECT_EQ(value < 0 ? defaultValue : value == 1, key->GetBooleanValue(name, defaultValue))
+                << CXString(name);
     }
 }
 

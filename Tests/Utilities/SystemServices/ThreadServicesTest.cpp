@@ -1,5 +1,7 @@
 // What acts on the calling thread: its apartment, its token, its user.
 
+#include "Support/Rows.h"
+
 #include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/SafeCoInitialize.h>
@@ -85,15 +87,12 @@ TEST(OperatingSystem, KnowsItself) {
 TEST(OperatingSystemDeathTest, KnowsThePaperOfItsUser) {
     // A process reads its locale once, so each is asked in a process of its own.
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
-    struct Row {
-        const char* locale;
-        bool isEnglish;
-    };
-    for (const Row& row : {Row{"en_US.UTF-8", true}, {"de_DE.UTF-8", false}, {"en_GB.UTF-8", false}}) {
-        setenv("LC_ALL", row.locale, 1);
+    for (const auto& [locale, isEnglish] :
+         Rows<const char*, bool>{{"en_US.UTF-8", true}, {"de_DE.UTF-8", false}, {"en_GB.UTF-8", false}}) {
+        setenv("LC_ALL", locale, 1);
         EXPECT_EXIT(std::exit(OperatingSystem::UseEnglishPaperSizes() ? 1 : 0),
-                    testing::ExitedWithCode(row.isEnglish ? 1 : 0), "")
-            << row.locale;
+                    testing::ExitedWithCode(isEnglish ? 1 : 0), "")
+            << locale;
     }
     unsetenv("LC_ALL");
 }
