@@ -17,27 +17,19 @@ public:
 };
 
 template <typename Document>
-struct World {
-    explicit World(const std::string& text) : document(text) {}
-    [[nodiscard]] std::string State() const { return XmlOf(document); }
+struct World : Document {
+    explicit World(const std::string& text) : Document(static_cast<IStream*>(StreamOf(text))) {}
+    [[nodiscard]] std::string State() const { return XmlOf(*this); }
     // Without a failure of its own where there is none.
     [[nodiscard]] CComPtr<IXMLDOMNode> Node(const wchar_t* xpath) const {
         CComPtr<IXMLDOMNode> node;
-        document.GetNode(xpath, &node);
+        this->GetNode(xpath, &node);
         return node;
     }
-
-    Document document;
 };
 
-class OpenCapabilities : public PrintCapabilitiesXmlDocument {
-public:
-    explicit OpenCapabilities(const std::string& bytes)
-        : PrintCapabilitiesXmlDocument(static_cast<IStream*>(StreamOf(bytes))) {}
-};
-
-using TicketWorld = World<OpenTicket>;
-using CapabilitiesWorld = World<OpenCapabilities>;
+using T = World<PrintTicketXmlDocument>;
+using C = World<PrintCapabilitiesXmlDocument>;
 
 template <typename Swept>
 struct Row {
@@ -66,103 +58,87 @@ const std::string content =
     Init("psk:Height", "297000") + Init("ok:JobOrvelOpifJobTicket", "1") + Init("psk:Other", "2") +
     Init("ok:JobOrvelCompleteDocSettings", "AAAA");
 
-using T = TicketWorld;
-
 const wchar_t option[] = L"//psf:Feature[@name='psk:PageMediaSize']/psf:Option";
 
 TEST(FailureSweep, NoEditLeavesATicketHalfEdited) {
     const Row<T> edits[] = {
         {"scored property",
-         [](T& t) {
-             return t.document.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", 5);
-         }},
+         [](T& t) { return t.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", 5); }},
         {"scored property by reference",
-         [](T& t) {
-             return t.document.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 5);
-         }},
-        {"option", [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"ISOA3", true); }},
-        {"private option",
-         [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
-        {"string parameter",
-         [](T& t) { return t.document.AppendStringParameterInit(L"psk:", L"New", L"text"); }},
+         [](T& t) { return t.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 5); }},
+        {"option", [](T& t) { return t.SetFeatureOption(L"PageMediaSize", true, L"ISOA3", true); }},
+        {"private option", [](T& t) { return t.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
+        {"string parameter", [](T& t) { return t.AppendStringParameterInit(L"psk:", L"New", L"text"); }},
         {"private parameter",
          [](T& t) {
-             const CComBSTR prefix = t.document.GetUserKeywordsNsPrefix();
-             return t.document.AppendIntegerParameterInit(prefix, L"New", 7);
+             const CComBSTR prefix = t.GetUserKeywordsNsPrefix();
+             return t.AppendIntegerParameterInit(prefix, L"New", 7);
          }},
         {"feature and option",
          [](T& t) {
              CComPtr<IXMLDOMElement> feature;
              CComPtr<IXMLDOMElement> made;
-             return t.document.CreateFeatureOptionPair(L"New", false, L"On", false, &feature, &made);
+             return t.CreateFeatureOptionPair(L"New", false, L"On", false, &feature, &made);
          }},
         {"reference and parameter",
          [](T& t) {
              CComPtr<IXMLDOMElement> ref;
              CComPtr<IXMLDOMElement> init;
-             const HRESULT hr = t.document.CreateParamRefInitPair(L"New", 5, &ref, &init);
-             t.document.AppendChildToRootNode(init);
+             const HRESULT hr = t.CreateParamRefInitPair(L"New", 5, &ref, &init);
+             t.AppendChildToRootNode(init);
              return hr;
          }},
         {"integer property",
          [](T& t) {
-             return t.document.AppendChildIntegerProperty(t.Node(option), PrintSchema::KeywordsNs, L"New", 1);
+             return t.AppendChildIntegerProperty(t.Node(option), PrintSchema::KeywordsNs, L"New", 1);
          }},
         {"string property",
          [](T& t) {
-             return t.document.AppendChildStringProperty(t.Node(option), PrintSchema::FrameworkNs, L"New",
-                                                         L"text");
+             return t.AppendChildStringProperty(t.Node(option), PrintSchema::FrameworkNs, L"New", L"text");
          }},
         {"integer scored property",
-         [](T& t) { return t.document.AppendChildIntegerScoredProperty(t.Node(option), L"New", 1); }},
+         [](T& t) { return t.AppendChildIntegerScoredProperty(t.Node(option), L"New", 1); }},
         {"scored property that is a name",
-         [](T& t) { return t.document.AppendChildQNameScoredProperty(t.Node(option), L"New", L"Own"); }},
+         [](T& t) { return t.AppendChildQNameScoredProperty(t.Node(option), L"New", L"Own"); }},
         {"scored property that is a reference",
          [](T& t) {
-             return t.document.AppendChildParameterRefScoredProperty(t.Node(option), L"psk:", L"New", L"psk:",
-                                                                     L"Height");
+             return t.AppendChildParameterRefScoredProperty(t.Node(option), L"psk:", L"New", L"psk:",
+                                                            L"Height");
          }},
-        {"no feature", [](T& t) { return t.document.DeleteFeatureNodeIfExists(L"psk:", L"PageMediaSize"); }},
-        {"no duplicate",
-         [](T& t) { return t.document.DeleteFeatureNodeIfADuplicateExists(L"ok:", L"Thing"); }},
-        {"no properties", [](T& t) { return t.document.DeletePropertyNodesIfExist(L"psk:", L"P"); }},
-        {"no property", [](T& t) { return t.document.DeleteProperty(L"Q"); }},
-        {"no private features",
-         [](T& t) { return t.document.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI); }},
-        {"no parameter", [](T& t) { return t.document.DeleteParameterInitNodeIfExists(L"psk:", L"Height"); }},
-        {"OCPT", [](T& t) { return t.document.AddOrReplaceOcptParameterInit(L"<new/>"); }},
-        {"no OCPT", [](T& t) { return t.document.DeleteOcptParameterInitIfExists(); }},
+        {"no feature", [](T& t) { return t.DeleteFeatureNodeIfExists(L"psk:", L"PageMediaSize"); }},
+        {"no duplicate", [](T& t) { return t.DeleteFeatureNodeIfADuplicateExists(L"ok:", L"Thing"); }},
+        {"no properties", [](T& t) { return t.DeletePropertyNodesIfExist(L"psk:", L"P"); }},
+        {"no property", [](T& t) { return t.DeleteProperty(L"Q"); }},
+        {"no private features", [](T& t) { return t.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI); }},
+        {"no parameter", [](T& t) { return t.DeleteParameterInitNodeIfExists(L"psk:", L"Height"); }},
+        {"OCPT", [](T& t) { return t.AddOrReplaceOcptParameterInit(L"<new/>"); }},
+        {"no OCPT", [](T& t) { return t.DeleteOcptParameterInitIfExists(); }},
         {"OCPT for later filters",
          [](T& t) {
              const auto bag = MakeFake<LenientBag>();
-             return t.document.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
+             return t.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
                  true, DataModelIds::VAL_PDL_XPS, L"<new/>", bag);
          }},
         {"attribute bytes",
-         [](T& t) {
-             return t.document.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5));
-         }},
-        {"encoding", [](T& t) { return t.document.SetProcessingInstructionsEncodingUtf8(); }},
+         [](T& t) { return t.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5)); }},
+        {"encoding", [](T& t) { return t.SetProcessingInstructionsEncodingUtf8(); }},
     };
     SweepAll(Ticket(content, declarations), edits);
 
     const Row<T> declaring[] = {
-        {"private option",
-         [](T& t) { return t.document.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
+        {"private option", [](T& t) { return t.SetFeatureOption(L"PageMediaSize", true, L"Own", false); }},
         edits[5],
         edits[6],
-        {"usual prefix", [](T& t) { return t.document.AddUserKeywordsNamespaceDefinitionIfMissing(); }},
-        {"own prefix", [](T& t) { return t.document.AppendStringParameterInit(L"ns0000:", L"New", L"x"); }},
+        {"usual prefix", [](T& t) { return t.AddUserKeywordsNamespaceDefinitionIfMissing(); }},
+        {"own prefix", [](T& t) { return t.AppendStringParameterInit(L"ns0000:", L"New", L"x"); }},
         {"own prefix beside the usual one",
          [](T& t) {
-             const HRESULT hr = t.document.AddUserKeywordsNamespaceDefinitionIfMissing();
-             return FAILED(hr) ? hr : t.document.AppendStringParameterInit(L"ns0000:", L"New", L"x");
+             const HRESULT hr = t.AddUserKeywordsNamespaceDefinitionIfMissing();
+             return FAILED(hr) ? hr : t.AppendStringParameterInit(L"ns0000:", L"New", L"x");
          }},
-        {"OCPT", [](T& t) { return t.document.AddOrReplaceOcptParameterInit(L"<new/>"); }},
+        {"OCPT", [](T& t) { return t.AddOrReplaceOcptParameterInit(L"<new/>"); }},
         {"attribute bytes",
-         [](T& t) {
-             return t.document.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5));
-         }},
+         [](T& t) { return t.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(5)); }},
     };
     const std::string undeclared =
         Ticket(Feature("psk:PageMediaSize", "psk:ISOA4") + Init("psk:Height", "297000"));
@@ -204,27 +180,24 @@ TEST(FailureSweep, NoDocumentIsLeftWithNamesHalfRenamed) {
 }
 
 TEST(FailureSweep, NoEditLeavesCapabilitiesHalfEdited) {
-    using C = CapabilitiesWorld;
     static constexpr wchar_t feature[] = L"//psf:Feature";
     const Row<C> rows[] = {
-        {"option",
-         [](C& c) { return c.document.CreateAndAppendOption(L"ok:", L"New", L"new", c.Node(feature)); }},
+        {"option", [](C& c) { return c.CreateAndAppendOption(L"ok:", L"New", L"new", c.Node(feature)); }},
         {"display name",
          [](C& c) {
-             return c.document.ReplaceOptionDisplayNamePropertyValue(c.Node(feature), L"psk:", L"A", L"new");
+             return c.ReplaceOptionDisplayNamePropertyValue(c.Node(feature), L"psk:", L"A", L"new");
          }},
-        {"no definition", [](C& c) { return c.document.DeleteParameterDefNodeIfExists(L"psk:", L"Height"); }},
+        {"no definition", [](C& c) { return c.DeleteParameterDefNodeIfExists(L"psk:", L"Height"); }},
         {"a size",
          [](C& c) {
              CXString width;
-             return c.document.GetChildScoredPropertyValueIfExists(c.Node(L"//psf:Option"), L"MediaSizeWidth",
-                                                                   width);
+             return c.GetChildScoredPropertyValueIfExists(c.Node(L"//psf:Option"), L"MediaSizeWidth", width);
          }},
         {"sizes",
          [](C& c) {
              int width = 0;
              int length = 0;
-             c.document.GetWidthAndLengthPropertyValues(nullptr, c.Node(L"//psf:Option"), width, length);
+             c.GetWidthAndLengthPropertyValues(nullptr, c.Node(L"//psf:Option"), width, length);
              return SweptAnswer(std::to_string(width) + "x" + std::to_string(length));
          }},
     };
@@ -245,28 +218,28 @@ TEST(FailureSweep, NoFirstQuestionToATicketChangesItsAnswers) {
     };
     const Row<T> rows[] = {
         {"option", text([](const T& t, wchar_t** out) {
-             t.document.GetFeatureOption(L"psk:", L"PageMediaSize", out, nullptr);
+             t.GetFeatureOption(L"psk:", L"PageMediaSize", out, nullptr);
          })},
         {"scored property", text([](const T& t, wchar_t** out) {
-             t.document.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", out);
+             t.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", out);
          })},
-        {"presence", [](T& t) { return t.document.FeaturePresent(L"Thing", false, nullptr); }},
-        {"query", text([](const T& t, wchar_t** out) { t.document.QueryNodeOption(option, out); })},
+        {"presence", [](T& t) { return t.FeaturePresent(L"Thing", false, nullptr); }},
+        {"query", text([](const T& t, wchar_t** out) { t.QueryNodeOption(option, out); })},
         {"parameter",
          [](T& t) {
              CXString value;
-             t.document.GetStringParameterInitValue(L"psk:", L"Height", value);
+             t.GetStringParameterInitValue(L"psk:", L"Height", value);
              return SweptAnswer(Narrow(value));
          }},
         {"attribute bytes",
          [](T& t) {
              ByteBuffer bytes;
-             return t.document.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
+             return t.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
          }},
         {"text",
          [](T& t) {
              CComBSTR xml;
-             return t.document.get_xml(&xml);
+             return t.get_xml(&xml);
          }},
     };
     SweepAll(Ticket(content, declarations), rows);

@@ -1,5 +1,6 @@
 // Tickets that somebody else made, with malice or by accident, and platforms that fail at any moment.
 
+#include "Support/Growth.h"
 #include "TicketSupport.h"
 
 #include <ComSupport/ThrowHresult.h>
@@ -7,23 +8,7 @@
 
 #include "Com/FaultInjection.h"
 
-#include <chrono>
-
 namespace {
-
-std::string Repeated(const std::string& text, int count) {
-    std::string all;
-    all.reserve(text.size() * static_cast<std::size_t>(count));
-    for (int index = 0; index < count; ++index)
-        all += text;
-    return all;
-}
-
-double SecondsOf(const std::function<void()>& operation) {
-    const auto start = std::chrono::steady_clock::now();
-    operation();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 // What a filter does with a ticket; every result is as good as the other.
 void Use(PrintTicketXmlDocument& ticket) {
@@ -42,44 +27,46 @@ void Use(PrintTicketXmlDocument& ticket) {
     ticket.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI);
 }
 
-TEST(HostileTicket, LargeOnesTakeTimeInProportion) {
-    const struct {
-        const char* what;
-        std::string xml;
-    } cases[] = {
-        {"100,000 features",
-         Ticket(Repeated(Feature("my:A", "my:B"), 100000) + Feature("psk:PageMediaSize", "psk:ISOA4"),
-                Declare("my", PrivateUri()))},
-        {"10 MB of one value",
-         Ticket(Feature("psk:PageMediaSize", "psk:ISOA4") + "<psf:ParameterInit name='psk:Copies'>" +
-                Value(std::string(10 << 20, 'x')) + "</psf:ParameterInit>")},
-        {"10,000 declarations",
-         [] {
-             std::string declarations;
-             for (int index = 0; index < 10000; ++index)
-                 declarations += Declare("p" + std::to_string(index), "urn:" + std::to_string(index));
-             return Ticket(Repeated(Feature("p1:A", "p2:B"), 1000), declarations);
-         }()},
-    };
-    for (const auto& hostile : cases) {
-        SCOPED_TRACE(hostile.what);
-        const double seconds = SecondsOf([&] {
+GrowthMaker Using(const Item& content, const Item& declarations) {
+    return [=](std::size_t n) {
+        const std::string size = Feature("psk:PageMediaSize", "psk:ISOA4");
+        return [xml = Ticket(content(n) + size, Declare("my", PrivateUri()) + declarations(n))] {
             ResultOf([&] {
-                OpenTicket ticket(hostile.xml);
+                OpenTicket ticket(xml);
                 Use(ticket);
                 CComPtr<IXMLDOMDocument2> copy;
                 return CreateCopyOfIXMLDOMDocument(ticket.GetDomDocPtr(), &copy);
             });
-        });
-        // Generous, for sanitizers on a busy machine; what grows with the square takes minutes.
-        EXPECT_LT(seconds, 60);
-    }
+        };
+    };
+}
+
+TEST(HostileTicket, LargeOnesTakeTimeInProportion) {
+    const Item none = [](std::size_t) { return std::string(); };
+    const auto times = [](const Item& item) -> Item {
+        return [item](std::size_t n) { return Times(n, item); };
+    };
+    const GrowthCase cases[] = {
+        {"features", Using(times([](std::size_t) { return Feature("my:A", "my:B"); }), none)},
+        {"one value", Using(
+                          [](std::size_t n) {
+                              return "<psf:ParameterInit name='psk:Copies'>" +
+                                     Value(std::string(n * 100, 'x')) + "</psf:ParameterInit>";
+                          },
+                          none)},
+        {"declarations", Using(none, times([](std::size_t i) {
+                                   return Declare("p" + std::to_string(i), "urn:" + std::to_string(i));
+                               }))},
+    };
+    for (const GrowthCase& hostile : cases)
+        ExpectLinearGrowth(hostile);
 }
 
 TEST(HostileTicket, DeepOnesAreReadOrRefusedButNeverOverflow) {
-    for (const int depth : {10, 200, 5000, 200000}) {
-        const std::string xml = Ticket(Repeated("<psf:Feature name='psk:PageMediaSize'>", depth) +
-                                       Repeated("</psf:Feature>", depth));
+    for (const std::size_t depth : {10, 200, 5000, 200000}) {
+        const std::string xml = Ticket(
+            Times(depth, [](std::size_t) { return std::string("<psf:Feature name='psk:PageMediaSize'>"); }) +
+            Times(depth, [](std::size_t) { return std::string("</psf:Feature>"); }));
         const HRESULT hr = ResultOf([&] {
             OpenTicket ticket(xml);
             Use(ticket);

@@ -1,5 +1,3 @@
-#include "Support/Rows.h"
-
 #include "TicketSupport.h"
 
 #include <PrintSchema/PrintTicketQueryBuilder.h>
@@ -15,7 +13,10 @@ std::string QueryOf(const PrintTicketQueryBuilder& builder) {
 }
 
 TEST(PrintTicketQueryBuilder, JoinsItsSteps) {
-    const Rows<std::vector<Step>, const char*> cases{
+    const struct {
+        std::vector<Step> steps;
+        const char* query;
+    } cases[] = {
         {{}, "(null)"},
         {{[](auto& b) { b.AddFeature(L"psk:", L"PageMediaSize"); }},
          "//f:Feature[@name = \"psk:PageMediaSize\"]"},
@@ -33,11 +34,11 @@ TEST(PrintTicketQueryBuilder, JoinsItsSteps) {
          "//f:ParameterRef[@name = \"p:A\"]//f:ParameterDef[@name = \"p:B\"]"
          "//f:ParameterInit[@name = \"p:C\"]/f:Option[@name = \"p:D\"]"},
     };
-    for (const auto& [steps, query] : cases) {
+    for (const auto& expected : cases) {
         PrintTicketQueryBuilder builder(L"f:");
-        for (const Step& step : steps)
+        for (const Step& step : expected.steps)
             step(builder);
-        EXPECT_EQ(QueryOf(builder), query);
+        EXPECT_EQ(QueryOf(builder), expected.query);
     }
 }
 

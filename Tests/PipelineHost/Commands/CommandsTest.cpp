@@ -1,7 +1,7 @@
 // The program's commands in this process, on captured streams.
+#include "CommandRun.h"
 #include "Support/Rows.h"
 
-#include <Commands/Commands.h>
 #include <Support/SampleJob.h>
 
 #include <gmock/gmock.h>
@@ -28,38 +28,13 @@ const std::string PageList = OV_BINARY_DIR "/lib/libPageList.so";
 const std::string StreamCopy = OV_BINARY_DIR "/lib/libStreamCopy.so";
 const std::string SampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
 
-std::string FileText(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-struct Result {
-    int code = 0;
-    std::string out;
-    std::string errors;
-};
-
 class CommandsTest : public testing::Test {
 protected:
     void SetUp() override { std::filesystem::current_path(m_folder.Path()); }
     void TearDown() override { std::filesystem::current_path(m_before); }
 
-    static Result Run(const std::vector<std::string>& arguments) {
-        std::ostringstream out;
-        std::ostringstream errors;
-        const int code = RunProgram(arguments, out, errors);
-        return {code, out.str(), errors.str()};
-    }
     // A failure is one line on the error stream and nothing else.
-    static void ExpectRefusal(const Result& result, int code, const std::string& words) {
+    static void ExpectRefusal(const CommandRun& result, int code, const std::string& words) {
         EXPECT_EQ(code, result.code) << result.errors;
         EXPECT_EQ("", result.out);
         EXPECT_THAT(Lines(result.errors), ElementsAre(StartsWith("ov-pipeline: ")));
@@ -79,7 +54,7 @@ TEST_F(CommandsTest, HelpAndVersionGoToTheOutput) {
         {{"--version"}, "ov-pipeline "},
     };
     for (const auto& [arguments, words] : cases) {
-        const Result result = Run(arguments);
+        const CommandRun result(arguments);
         EXPECT_EQ(ExitOk, result.code);
         EXPECT_THAT(result.out, HasSubstr(words));
         EXPECT_EQ("", result.errors);
@@ -112,7 +87,7 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
          "the output would take the place of the job job.xps"},
     };
     for (const auto& [arguments, words] : cases) {
-        const Result result = Run(arguments);
+        const CommandRun result(arguments);
         ExpectRefusal(result, ExitUsage, words);
         EXPECT_THAT(result.errors, HasSubstr("(see ov-pipeline --help)"));
     }
@@ -126,7 +101,7 @@ TEST_F(CommandsTest, RunSumsUpWhatItDid) {
     job.jobTicket = SampleTicket("PageOrientation", "Landscape");
     job.pageTicket = SampleTicket("PageMediaType", "NoSuchPaper");
     job.Write("job.xps");
-    const Result result = Run({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
+    const CommandRun result({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     EXPECT_EQ("", result.errors);
     const std::vector<std::string> lines = Lines(result.out);
@@ -159,21 +134,21 @@ TEST_F(CommandsTest, RunTellsWhatDidNotReachTheOutput) {
                  "<Default Extension=\"bin\" ContentType=\"application/x-other\"/>");
     items["origin.sigs"] = items["other.bin"] = "x";
     WriteZip("job.xps", items);
-    EXPECT_THAT(Run({"run", "job.xps", "-o", "out.xps"}).out,
+    EXPECT_THAT(CommandRun({"run", "job.xps", "-o", "out.xps"}).out,
                 AllOf(HasSubstr("\n  pages     2 read, 2 written\n"),
                       HasSubstr("\n  left out  2 story fragments parts (/Documents/1/Pages/1.frag, "
                                 "/Documents/1/Pages/2.frag), 1 signature part (/origin.sigs), "
                                 "1 foreign part (/other.bin)\n")));
     // Of bytes, nobody knows what is in them.
-    EXPECT_THAT(Run({"run", "--filter", PageList, "-o", "out.txt", "job.xps"}).out,
+    EXPECT_THAT(CommandRun({"run", "--filter", PageList, "-o", "out.txt", "job.xps"}).out,
                 AllOf(HasSubstr("\n  pages     2 read\n"), testing::Not(HasSubstr("left out"))));
 }
 
 TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     std::filesystem::create_directory("jobs");
     SampleJob().Write("jobs/letter.oxps");
-    EXPECT_EQ(ExitOk, Run({"run", "jobs/letter.oxps"}).code);
-    EXPECT_EQ(ExitOk, Run({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
+    EXPECT_EQ(ExitOk, CommandRun({"run", "jobs/letter.oxps"}).code);
+    EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
     EXPECT_EQ(2u, Lines(FileText("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
@@ -189,13 +164,14 @@ TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument)
         ZipItems items = job.Items();
         items["Documents/2/Metadata/Doc_PT.xml"] = SampleTicket("PageOrientation", "Portrait");
         WriteZip("job.xps", items);
-        ASSERT_EQ(ExitOk, Run({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
+        ASSERT_EQ(ExitOk,
+                  CommandRun({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
         const std::string size = *pageTicket ? pageTicket : "ISOA4";
         EXPECT_THAT(Lines(FileText("out.txt")),
                     ElementsAre("page 1: " + size + ", Landscape", "page 2: " + size + ", Landscape",
                                 "page 3: " + size + ", Portrait", "page 4: " + size + ", Portrait"));
         for (const auto& [page, orientation] : {std::pair{"2", "Landscape"}, {"4", "Portrait"}})
-            EXPECT_THAT(Run({"ticket", "job.xps", "--page", page}).out,
+            EXPECT_THAT(CommandRun({"ticket", "job.xps", "--page", page}).out,
                         HasSubstr(std::string("<psf:Option name=\"psk:") + orientation + "\""));
     }
 }
@@ -204,7 +180,7 @@ TEST_F(CommandsTest, RunTakesAPipelineConfigurationAndLooksForModulesInTheNamedF
     SampleJob().Write("job.xps");
     const std::string config = OV_SOURCE_DIR "/Samples/Pipelines/page-list.xml";
     ASSERT_EQ(0, setenv("OV_FILTERS", ("/nonexistent:" + std::string(OV_BINARY_DIR "/lib")).c_str(), 1));
-    const Result result = Run({"run", "--config", config, "-o", "out.txt", "job.xps"});
+    const CommandRun result({"run", "--config", config, "-o", "out.txt", "job.xps"});
     unsetenv("OV_FILTERS");
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     EXPECT_THAT(result.out, HasSubstr("filters   Pass-through -> Page list -> Stream copy"));
@@ -216,9 +192,9 @@ TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone
     job.pageTicket = "<psf:PrintTicket";
     job.Write("job.xps");
     std::ofstream("out.xps") << "old";
-    ExpectRefusal(Run({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}), ExitJobFailed,
+    ExpectRefusal(CommandRun({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}), ExitJobFailed,
                   "ov-pipeline: job.xps: filter PassThrough at /Metadata/Page_PT.xml: ");
-    const Result result = Run({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    const CommandRun result({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
     EXPECT_THAT(result.errors, HasSubstr(": 0x80040005 E_DELTA_PRINTTICKET_FORMAT (the part's print ticket "
                                          "is no valid Print Ticket)\n"));
     EXPECT_EQ("old", FileText("out.xps"));
@@ -231,7 +207,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
     items.erase("Documents/1/Pages/1.fpage");
     WriteZip("pageless.xps", items);
     ASSERT_EQ(0, mkfifo("pipe", 0600)); // nobody is going to write there
-    ExpectRefusal(Run({"run", "--filter", StreamCopy, "-o", "out", "pipe"}), ExitInputRefused,
+    ExpectRefusal(CommandRun({"run", "--filter", StreamCopy, "-o", "out", "pipe"}), ExitInputRefused,
                   "cannot read pipe: this is not a file");
     for (const std::vector<std::string>& command :
          std::vector<std::vector<std::string>>{{"run", "--filter", PassThrough, "-o", "out.xps"},
@@ -246,7 +222,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
                                   "package does not hold: 0x8052010b"}}) {
             std::vector<std::string> arguments = command;
             arguments.push_back(job);
-            const Result result = Run(arguments);
+            const CommandRun result(arguments);
             EXPECT_EQ(ExitInputRefused, result.code) << result.errors;
             const std::vector<std::string> lines = Lines(result.errors);
             ASSERT_EQ(1u, lines.size()) << result.errors;
@@ -282,7 +258,7 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
     for (const auto& [options, words] : cases) {
         std::vector<std::string> arguments{"run", "job.xps"};
         arguments.insert(arguments.end(), options.begin(), options.end());
-        ExpectRefusal(Run(arguments), ExitJobFailed, words);
+        ExpectRefusal(CommandRun(arguments), ExitJobFailed, words);
     }
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "folder", "pipe"));
 }
@@ -295,7 +271,7 @@ TEST_F(CommandsTest, RunWritesThroughLinksAndKeepsTheRightsOfWhatItReplaces) {
         std::filesystem::permissions("far/out", std::filesystem::perms::owner_read);
         std::filesystem::remove("link");
         std::filesystem::create_symlink("far/out", "link");
-        const Result result = Run({"run", "--filter", filter, "-o", "link", "job.xps"});
+        const CommandRun result({"run", "--filter", filter, "-o", "link", "job.xps"});
         ASSERT_EQ(ExitOk, result.code) << result.errors;
         EXPECT_NE("old", FileText("far/out"));
         EXPECT_TRUE(std::filesystem::is_symlink("link"));
@@ -331,8 +307,9 @@ TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {
         for (const auto& file : std::filesystem::directory_iterator("queue"))
             std::filesystem::permissions(file, std::filesystem::perms::owner_all);
         damage();
-        ExpectRefusal(Run({"run", "--queue", "queue", "-o", "out.xps", "job.xps"}), ExitInputRefused, words);
-        ExpectRefusal(Run({"ticket", "--queue", "queue", "job.xps"}), ExitInputRefused, words);
+        ExpectRefusal(CommandRun({"run", "--queue", "queue", "-o", "out.xps", "job.xps"}), ExitInputRefused,
+                      words);
+        ExpectRefusal(CommandRun({"ticket", "--queue", "queue", "job.xps"}), ExitInputRefused, words);
     }
     EXPECT_FALSE(std::filesystem::exists("out.xps"));
 }
@@ -342,7 +319,7 @@ TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
     job.pages = 1;
     job.hasExtras = false;
     job.Write("job.xps");
-    const Result result = Run({"run", "--trace", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    const CommandRun result({"run", "--trace", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
     ASSERT_EQ(ExitOk, result.code);
     // The filter and the output work at the same time: the order is that of each.
     std::map<std::string, std::vector<std::string>> steps;
@@ -409,13 +386,13 @@ TEST_F(CommandsTest, TicketMergesTheLevelsAndExplainsWhereEachValueIsFrom) {
     for (const auto& [level, orientation, collation, color] : cases) {
         std::vector<std::string> arguments{"ticket", "job.xps"};
         arguments.insert(arguments.end(), level.begin(), level.end());
-        const Result ticket = Run(arguments);
+        const CommandRun ticket(arguments);
         ASSERT_EQ(ExitOk, ticket.code) << ticket.errors;
         EXPECT_THAT(ticket.out, HasSubstr("\"" + orientation.first + "\""));
         EXPECT_EQ(color.first == "psk:Monochrome",
                   ticket.out.find("\"psk:Monochrome\"") != std::string::npos);
         arguments.emplace_back("--explain");
-        const Result explained = Run(arguments);
+        const CommandRun explained(arguments);
         ASSERT_EQ(ExitOk, explained.code) << explained.errors;
         auto rows = Explained(explained.out);
         EXPECT_EQ(orientation, rows["psk:PageOrientation"]);
@@ -428,7 +405,7 @@ TEST_F(CommandsTest, ExplainTellsWhatValidationChanged) {
     SampleJob job;
     job.jobTicket = SampleTicket("PageOutputColor", "Ultraviolet");
     job.Write("job.xps");
-    const Result result = Run({"ticket", "job.xps", "--page", "1", "--explain"});
+    const CommandRun result({"ticket", "job.xps", "--page", "1", "--explain"});
     auto rows = Explained(result.out);
     EXPECT_EQ("changed by validation", rows["psk:PageOutputColor"].second);
     EXPECT_EQ("psk:Color", rows["psk:PageOutputColor"].first);
@@ -442,7 +419,7 @@ TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
     ZipItems items = job.Items();
     items["Resources/Unused.png"] = "unused";
     WriteZip("job.xps", items);
-    const Result result = Run({"parts", "job.xps"});
+    const CommandRun result({"parts", "job.xps"});
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     // Of the sizes, one of bytes that the test knows.
     EXPECT_THAT(result.out, HasSubstr("  image /Resources/Picture.png  12 bytes\n"));
@@ -520,7 +497,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
         for (const std::string& name : {jobName, std::string("damaged.xps"), std::string("markup.xps")}) {
             std::vector<std::string> arguments = command;
             arguments.push_back(name);
-            const Result result = Run(arguments);
+            const CommandRun result(arguments);
             succeeded += result.code == ExitOk;
             const std::string said = result.out + result.errors;
             for (const char* piece : {"\u009b", "\u202e", "\u2028", "\x7f", "\u200b", "\xff"})

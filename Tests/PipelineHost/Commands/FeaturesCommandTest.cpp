@@ -1,9 +1,9 @@
 // What a job asks for, as the program shows it.
+#include "CommandRun.h"
 #include "Support/Rows.h"
 
 #include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 
-#include <Commands/Commands.h>
 #include <Commands/FeatureReport.h>
 #include <Report/JsonText.h>
 #include <Support/SampleJob.h>
@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include <regex>
-#include <sstream>
 
 using namespace OvPipeline;
 using testing::AllOf;
@@ -22,15 +21,6 @@ using testing::Not;
 namespace {
 
 const std::string sampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
-
-// on.
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 std::string LineOf(const std::string& table, const std::string& feature) {
     for (const std::string& line : Lines(table))
@@ -58,20 +48,15 @@ protected:
 
     std::string Run(std::vector<std::string> arguments, int code = ExitOk) {
         arguments.insert(arguments.begin(), {"features", "job.xps", "--queue", "queue"});
-        std::ostringstream out;
-        std::ostringstream errors;
-        EXPECT_EQ(RunProgram(arguments, out, errors), code) << errors.str();
-        EXPECT_EQ(code == ExitOk, errors.str().empty());
-        return code == ExitOk ? out.str() : errors.str();
+        const CommandRun run(arguments);
+        EXPECT_EQ(run.code, code) << run.errors;
+        EXPECT_EQ(code == ExitOk, run.errors.empty());
+        return code == ExitOk ? run.out : run.errors;
     }
 
-    static std::string Read(const std::filesystem::path& file) {
-        std::ifstream stream(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
     static void Replace(const std::filesystem::path& file, const std::string& pattern,
                         const std::string& with) {
-        const std::string before = Read(file);
+        const std::string before = FileText(file);
         const std::string after = std::regex_replace(before, std::regex(pattern), with);
         ASSERT_NE(before, after);
         std::ofstream(file, std::ios::binary) << after;
@@ -160,7 +145,7 @@ TEST_F(FeaturesCommandTest, RefusesWhatItCannotRead) {
                                std::filesystem::copy_options::overwrite_existing);
 
     const std::regex bytes("(JobOrvelCompleteDocSettings\">[^>]*>)([A-Za-z0-9+/=\\s]{12})");
-    const std::string ticket = Read("queue/default-ticket.xml");
+    const std::string ticket = FileText("queue/default-ticket.xml");
     ASSERT_TRUE(std::regex_search(ticket, bytes));
     for (const char* const damaged : {"$1AAAAAAAAAAAA", "$1-$2"}) { // another store; no Base64
         std::ofstream("queue/default-ticket.xml") << std::regex_replace(ticket, bytes, damaged);

@@ -1,5 +1,6 @@
 // The names of features and values, by the program's command in this process.
-#include <Commands/Commands.h>
+#include "CommandRun.h"
+
 #include <Commands/NameTranslation.h>
 
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
@@ -9,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 
 using namespace DataModelIds;
 using namespace OvPipeline;
@@ -19,37 +19,20 @@ using testing::StartsWith;
 
 namespace {
 
-struct Result {
-    int code = 0;
-    std::string out;
-    std::string errors;
-};
-
-Result Translate(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), "translate");
-    std::ostringstream out;
-    std::ostringstream errors;
-    const int code = RunProgram(arguments, out, errors);
-    return {code, out.str(), errors.str()};
-}
-
 // Without the widths of columns: one space between cells.
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
+struct Translation : CommandRun {
+    explicit Translation(std::vector<std::string> arguments)
+        : CommandRun((arguments.insert(arguments.begin(), "translate"), arguments)) {
         const auto isSecond = [](char left, char right) { return left == ' ' && right == ' '; };
-        line.erase(std::unique(line.begin(), line.end(), isSecond), line.end());
-        lines.push_back(line);
+        out.erase(std::unique(out.begin(), out.end(), isSecond), out.end());
     }
-    return lines;
-}
+};
 
 TEST(TranslateCommandTest, AFeatureIsFoundByEachOfItsNamesAndListsItsValues) {
     for (const char* const name : {"sides", "SIDES", "2-SidedPrinting", "JobDuplexAllDocumentsContiguously",
                                    "psk:JobDuplexAllDocumentsContiguously", "FEAT_SIDES_IMAGED",
                                    "DataModelIds::FEAT_SIDES_IMAGED", "41"}) {
-        const Result result = Translate({name});
+        const Translation result({name});
         EXPECT_EQ(ExitOk, result.code) << name;
         EXPECT_THAT(Lines(result.out),
                     ElementsAre("FEAT_SIDES_IMAGED", " number 41",
@@ -73,7 +56,7 @@ TEST(TranslateCommandTest, AValueIsFoundByEachOfItsNames) {
                              "TwoSidedLongEdge two-sided-long-edge";
     for (const char* const name :
          {"5421", "VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE", "twosidedlongedge", "two-sided-long-edge"})
-        EXPECT_THAT(Lines(Translate({name}).out), ElementsAre(header, line)) << name;
+        EXPECT_THAT(Lines(Translation({name}).out), ElementsAre(header, line)) << name;
     // A number may be a name; names may hold spaces and colons; old configurations have names of their own; a
     // size is in the ticket what the table of media sizes says.
     const std::pair<const char*, const char*> others[] = {
@@ -84,24 +67,24 @@ TEST(TranslateCommandTest, AValueIsFoundByEachOfItsNames) {
         {"psk:ISOA4", "6436 VAL_MEDIA_SIZE_OPTIONS_A4_210X297 FEAT_APPLICATION_MEDIA_SIZE_OPTION ISOA4 - -"},
     };
     for (const auto& [name, words] : others) {
-        const std::vector<std::string> lines = Lines(Translate({name}).out);
+        const std::vector<std::string> lines = Lines(Translation({name}).out);
         EXPECT_THAT(lines, testing::Contains(HasSubstr(words))) << name;
     }
 }
 
 TEST(TranslateCommandTest, EverythingThatHasTheNameIsShownUnlessAFeatureIsNamed) {
-    const Result staples = Translate({"JobStapleAllDocuments"});
+    const Translation staples({"JobStapleAllDocuments"});
     for (const char* const feature :
          {"FEAT_FINISHING_STAPLE\n", "\nFEAT_FINISHING_1_STAPLE\n", "\nFEAT_FINISHING_2_STAPLES\n"})
         EXPECT_THAT(staples.out, HasSubstr(feature));
-    EXPECT_LT(5u, Lines(Translate({"none"}).out).size());
-    EXPECT_THAT(Lines(Translate({"none", "--feature", "job-type-api"}).out),
+    EXPECT_LT(5u, Lines(Translation({"none"}).out).size());
+    EXPECT_THAT(Lines(Translation({"none", "--feature", "job-type-api"}).out),
                 ElementsAre(StartsWith("number"), "7904 VAL_JOB_TYPE_NONE FEAT_JOB_TYPE - - none"));
     // A collection shows its members, and a member its collection.
-    EXPECT_THAT(Translate({"media-col"}).out, HasSubstr("FEAT_INPUT_TRAY"));
-    EXPECT_THAT(Lines(Translate({"FEAT_INPUT_TRAY"}).out), testing::Contains(" part of FEAT_MEDIA_COL"));
+    EXPECT_THAT(Translation({"media-col"}).out, HasSubstr("FEAT_INPUT_TRAY"));
+    EXPECT_THAT(Lines(Translation({"FEAT_INPUT_TRAY"}).out), testing::Contains(" part of FEAT_MEDIA_COL"));
     // An identifier without names is still one.
-    EXPECT_THAT(Lines(Translate({"90030"}).out), testing::Contains("FEAT_SAVE_NAME"));
+    EXPECT_THAT(Lines(Translation({"90030"}).out), testing::Contains("FEAT_SAVE_NAME"));
 }
 
 TEST(TranslateCommandTest, JsonHoldsTheSame) {
@@ -119,8 +102,8 @@ TEST(TranslateCommandTest, JsonHoldsTheSame) {
   ]
 }
 )",
-              Translate({"--json", "TwoSidedAny"}).out);
-    const std::string feature = Translate({"PageOutputColor", "--json"}).out;
+              CommandRun({"translate", "--json", "TwoSidedAny"}).out);
+    const std::string feature = Translation({"PageOutputColor", "--json"}).out;
     for (const char* const words :
          {R"("number": 105)", R"("syntax": "option")", R"("supportKnownBy": "ticket")",
           R"("cpssName": "monochrome-grayscale")", R"("values": [])"})
@@ -138,7 +121,7 @@ TEST(TranslateCommandTest, WhatIsNotFoundIsOneLine) {
          "ov-pipeline: FEAT_SIDES_IMAGED has no value \"none\"; its values: "},
     };
     for (const auto& [arguments, words] : cases) {
-        const Result result = Translate(arguments);
+        const Translation result(arguments);
         EXPECT_EQ(1, result.code);
         EXPECT_EQ("", result.out);
         EXPECT_THAT(result.errors, HasSubstr(words));
@@ -146,7 +129,7 @@ TEST(TranslateCommandTest, WhatIsNotFoundIsOneLine) {
     }
     for (const auto& arguments :
          std::vector<std::vector<std::string>>{{}, {""}, {"a", "b"}, {"a", "--queue", "b"}})
-        EXPECT_EQ(ExitUsage, Translate(arguments).code);
+        EXPECT_EQ(ExitUsage, Translation(arguments).code);
 }
 
 // What is found by a name of an entry must hold that entry: none is lost or put to another value.

@@ -420,13 +420,4 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
               "JobA= B=D");
 }
 
-TEST(TicketMerge, TakesTenMegabytesInTheTimeOfTheirReading) {
-    std::string features;
-    for (int i = 0; i < 100000; ++i)
-        features += Feature("t:JobX" + std::to_string(i), "t:A");
-    const auto result = Merge(Ticket(features), Ticket(features), kPTJobScope);
-    EXPECT_TRUE(result.conflictResolved);
-    EXPECT_THAT(result.ticket, Not(HasSubstr("JobX")));
-}
-
 } // namespace
