@@ -1,17 +1,17 @@
+#include "Support/Rows.h"
+
 #include "Platform/Dom/DomTestSupport.h"
 
 namespace {
 
 CComPtr<IXMLDOMNamedNodeMap> MapOf(IXMLDOMNode* element) {
-    CComPtr<IXMLDOMNamedNodeMap> map;
-    EXPECT_EQ(S_OK, element->get_attributes(&map));
-    return map;
+    return Got(element, &IXMLDOMNode::get_attributes);
 }
 
 CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, std::string_view name, std::string_view uri,
                                        std::string_view value) {
-    CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri), &node));
+    auto node =
+        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri));
     CComPtr<IXMLDOMAttribute> attribute;
     EXPECT_EQ(S_OK, node->QueryInterface(&attribute));
     EXPECT_EQ(S_OK, attribute->put_value(Value(value)));
@@ -19,11 +19,7 @@ CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, std::string_vi
 }
 
 TEST(DomAttributes, StandWithDeclarationsInSourceOrder) {
-    struct Case {
-        const char* xml;
-        const char* attributes;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*> cases{
         {"<a/>", ""},
         {"<a x='1' y='2'/>", "x=1 y=2"},
         {"<a xmlns='urn:d' xmlns:p='urn:p' x='1'/>", "xmlns=urn:d xmlns:p=urn:p x=1"},
@@ -32,16 +28,15 @@ TEST(DomAttributes, StandWithDeclarationsInSourceOrder) {
         {"<a\n x = \"xmlns:q='1'\"\n\txmlns:p\n=\n'urn:&lt;p'\ny='>'/>", "x=xmlns:q='1' xmlns:p=urn:<p y=>"},
         {"<a xmlns:xml='http://www.w3.org/XML/1998/namespace' x='1' xmlns:p='u'/>", "x=1 xmlns:p=u"},
     };
-    for (const Case& each : cases) {
-        auto document = Parsed(each.xml);
-        EXPECT_EQ(each.attributes, AttributesOf(RootOf(document))) << each.xml;
-        EXPECT_EQ(each.attributes, AttributesOf(RootOf(Parsed(XmlOf(document))))) << each.xml;
+    for (const auto& [xml, attributes] : cases) {
+        auto document = Parsed(xml);
+        EXPECT_EQ(attributes, AttributesOf(RootOf(document))) << xml;
+        EXPECT_EQ(attributes, AttributesOf(RootOf(Parsed(XmlOf(document))))) << xml;
         auto clone = NewDocument();
         EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(document.p))));
-        EXPECT_EQ(each.attributes, AttributesOf(RootOf(clone))) << each.xml;
-        CComPtr<IXMLDOMNode> copy;
-        EXPECT_EQ(S_OK, RootOf(document)->cloneNode(VARIANT_TRUE, &copy));
-        EXPECT_EQ(each.attributes, AttributesOf(copy)) << each.xml;
+        EXPECT_EQ(attributes, AttributesOf(RootOf(clone))) << xml;
+        auto copy = Got(RootOf(document), &IXMLDOMNode::cloneNode, VARIANT_TRUE);
+        EXPECT_EQ(attributes, AttributesOf(copy)) << xml;
     }
     // The order of an inner element, and of text that was converted from another encoding.
     auto document = NewDocument();
@@ -72,8 +67,7 @@ TEST(DomAttributes, RenameAPrefixAsTicketsNeedIt) {
 
     // The attribute that was set is the one that stands there now.
     EXPECT_EQ(S_OK, added->put_value(Value("urn:other")));
-    CComVariant value;
-    EXPECT_EQ(S_OK, root->getAttribute(CComBSTR(L"xmlns:ok"), &value));
+    auto value = Got(root, &IXMLDOMElement::getAttribute, CComBSTR(L"xmlns:ok"));
     EXPECT_EQ("urn:other", Narrow(value.bstrVal));
 }
 
@@ -87,8 +81,7 @@ TEST(DomAttributes, ADeclarationThatGoesLeavesNodesInTheirNamespace) {
     EXPECT_TRUE(First(document, "/q:a/q:b[@q:x='1']"));
 
     // It may come back, also after its document's element is gone.
-    CComPtr<IXMLDOMElement> other;
-    EXPECT_EQ(S_OK, document->createElement(CComBSTR(L"c"), &other));
+    auto other = Got(document, &IXMLDOMDocument::createElement, CComBSTR(L"c"));
     EXPECT_EQ(S_OK, MapOf(other)->setNamedItem(removed, nullptr));
     EXPECT_EQ("<c xmlns:p=\"urn:p\"/>", XmlOf(other));
     EXPECT_EQ(E_FAIL, MapOf(RootOf(document))->setNamedItem(removed, nullptr)) << "another element has it";
@@ -171,8 +164,7 @@ TEST(DomAttributes, AReplacedAttributeIsGivenBackAndItsPlaceKept) {
     EXPECT_EQ("x=1 xmlns:p=urn:q y=9 z=3", AttributesOf(root));
     EXPECT_EQ(S_OK, root->removeAttribute(CComBSTR(L"x")));
     EXPECT_EQ(S_FALSE, root->removeAttribute(CComBSTR(L"x")));
-    CComPtr<IXMLDOMAttribute> z;
-    EXPECT_EQ(S_OK, root->getAttributeNode(CComBSTR(L"z"), &z));
+    auto z = Got(root, &IXMLDOMElement::getAttributeNode, CComBSTR(L"z"));
     EXPECT_EQ(S_OK, root->removeAttributeNode(z, nullptr));
     EXPECT_EQ(E_INVALIDARG, root->removeAttributeNode(z, nullptr));
     EXPECT_EQ("xmlns:p=urn:q y=9", AttributesOf(root));
@@ -181,26 +173,18 @@ TEST(DomAttributes, AReplacedAttributeIsGivenBackAndItsPlaceKept) {
 TEST(DomAttributes, AMapSeesChangesWhileItIsWalked) {
     auto document = Parsed("<a v='0' w='1' x='2' y='3'/>");
     auto map = MapOf(RootOf(document));
-    CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(S_OK, map->nextNode(&node));
-    EXPECT_EQ("v", NameOf(node));
-    EXPECT_EQ(S_OK, node->put_nodeValue(Value("changed")));
-    node.Release();
-    EXPECT_EQ(S_OK, map->nextNode(&node));
-    EXPECT_EQ("w", NameOf(node));
+    const auto next = [&] { return Got(map, &IXMLDOMNamedNodeMap::nextNode); };
+    auto first = next();
+    EXPECT_EQ("v", NameOf(first));
+    EXPECT_EQ(S_OK, first->put_nodeValue(Value("changed")));
+    EXPECT_EQ("w", NameOf(next()));
     EXPECT_EQ(S_OK, map->removeNamedItem(CComBSTR(L"x"), nullptr));
-    node.Release();
-    EXPECT_EQ(S_OK, map->nextNode(&node));
-    EXPECT_EQ("y", NameOf(node));
-    node.Release();
+    EXPECT_EQ("y", NameOf(next()));
+    CComPtr<IXMLDOMNode> node;
     EXPECT_EQ(S_FALSE, map->nextNode(&node));
     EXPECT_EQ(S_OK, map->reset());
-    LONG length = 0;
-    EXPECT_EQ(S_OK, map->get_length(&length));
-    EXPECT_EQ(3, length);
-    EXPECT_EQ(S_OK, map->get_item(0, &node));
-    EXPECT_EQ("changed", TextOf(node));
-    node.Release();
+    EXPECT_EQ(3, Got(map, &IXMLDOMNamedNodeMap::get_length));
+    EXPECT_EQ("changed", TextOf(Got(map, &IXMLDOMNamedNodeMap::get_item, 0)));
     EXPECT_EQ(S_FALSE, map->get_item(3, &node));
     EXPECT_EQ(S_FALSE, map->get_item(-1, &node));
 }

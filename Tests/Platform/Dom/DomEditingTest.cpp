@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "Platform/Dom/DomTestSupport.h"
 
 #include <Com/FaultInjection.h>
@@ -7,8 +9,7 @@
 namespace {
 
 CComPtr<IXMLDOMNode> NewElement(IXMLDOMDocument* document, std::string_view name, std::string_view uri = "") {
-    CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ELEMENT), Wide(name), Wide(uri), &node));
+    auto node = Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ELEMENT), Wide(name), Wide(uri));
     return node;
 }
 
@@ -47,10 +48,9 @@ TEST(DomEditing, InsertsMovesReplacesAndRemoves) {
 TEST(DomEditing, KeepsDocumentsSound) {
     auto document = Parsed("<r><a><b/></a></r>");
     auto root = RootOf(document);
-    CComPtr<IXMLDOMText> text;
-    EXPECT_EQ(S_OK, document->createTextNode(Wide("t"), &text));
-    CComPtr<IXMLDOMNode> attribute;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide(""), &attribute));
+    auto text = Got(document, &IXMLDOMDocument::createTextNode, Wide("t"));
+    auto attribute =
+        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide(""));
     EXPECT_EQ(E_FAIL, document->appendChild(text, nullptr));
     EXPECT_EQ(E_FAIL, document->appendChild(NewElement(document, "second"), nullptr));
     EXPECT_EQ(E_FAIL, root->appendChild(attribute, nullptr));
@@ -68,13 +68,7 @@ TEST(DomEditing, KeepsDocumentsSound) {
 
 TEST(DomEditing, NamesAndContentsMustBeProper) {
     auto document = Parsed("<r/>");
-    struct Case {
-        int type;
-        const char* name;
-        const char* uri;
-        HRESULT result;
-    };
-    const Case cases[] = {
+    const Rows<int, const char*, const char*, HRESULT> cases{
         {NODE_ELEMENT, "a", "", S_OK},
         {NODE_ELEMENT, "p:a", "urn:p", S_OK},
         {NODE_ELEMENT, "p:a", "", E_FAIL},
@@ -93,22 +87,18 @@ TEST(DomEditing, NamesAndContentsMustBeProper) {
         {NODE_DOCUMENT, "", "", E_INVALIDARG},
         {99, "a", "", E_INVALIDARG},
     };
-    for (const Case& each : cases) {
+    for (const auto& [type, name, uri, result] : cases) {
         CComPtr<IXMLDOMNode> node;
-        EXPECT_EQ(each.result,
-                  document->createNode(CComVariant(each.type), Wide(each.name), Wide(each.uri), &node))
-            << each.name;
-        EXPECT_EQ(each.result == S_OK, node.p != nullptr);
+        EXPECT_EQ(result, document->createNode(CComVariant(type), Wide(name), Wide(uri), &node)) << name;
+        EXPECT_EQ(result == S_OK, node.p != nullptr);
     }
-    CComPtr<IXMLDOMNode> byName;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(L"element"), Wide("a"), nullptr, &byName));
+    auto byName = Got(document, &IXMLDOMDocument::createNode, CComVariant(L"element"), Wide("a"), nullptr);
     CComPtr<IXMLDOMElement> element;
     EXPECT_EQ(E_INVALIDARG, document->createElement(nullptr, &element));
     EXPECT_EQ(E_FAIL, document->createElement(CComBSTR(L""), &element));
     CComPtr<IXMLDOMComment> comment;
     EXPECT_EQ(E_INVALIDARG, document->createComment(Wide("a--b"), &comment));
-    CComPtr<IXMLDOMCDATASection> section;
-    EXPECT_EQ(S_OK, document->createCDATASection(Wide("a]]>b"), &section));
+    auto section = Got(document, &IXMLDOMDocument::createCDATASection, Wide("a]]>b"));
     EXPECT_EQ("<![CDATA[a]]]]><![CDATA[>b]]>", XmlOf(section));
 }
 
@@ -122,8 +112,7 @@ TEST(DomEditing, MovesNodesBetweenDocuments) {
     b = First(source, "//*[local-name()='b']");
     EXPECT_EQ(S_OK, b->get_firstChild(&text));
     CComPtr<IXMLDOMNode> declaration;
-    CComPtr<IXMLDOMNamedNodeMap> map;
-    EXPECT_EQ(S_OK, a->get_attributes(&map));
+    auto map = Got(a, &IXMLDOMNode::get_attributes);
     EXPECT_EQ(S_OK, map->getNamedItem(CComBSTR(L"xmlns:own"), &declaration));
 
     EXPECT_EQ(S_OK, RootOf(target)->appendChild(a, nullptr));
@@ -136,8 +125,7 @@ TEST(DomEditing, MovesNodesBetweenDocuments) {
     // Whoever held a node holds the one that moved.
     EXPECT_EQ("p:b", NameOf(b));
     EXPECT_TRUE(b.IsEqualObject(First(target, "//*[local-name()='b']")));
-    CComPtr<IXMLDOMDocument> owner;
-    EXPECT_EQ(S_OK, text->get_ownerDocument(&owner));
+    auto owner = Got(text, &IXMLDOMNode::get_ownerDocument);
     EXPECT_TRUE(owner.IsEqualObject(target));
     EXPECT_EQ(S_OK, declaration->put_nodeValue(Value("urn:new")));
     EXPECT_EQ("q:x=1 xmlns:own=urn:new y=2", AttributesOf(a));
@@ -171,8 +159,7 @@ TEST(DomEditing, ClonesAreDeepOrShallowAndOnTheirOwn) {
 
 TEST(DomEditing, FragmentsGiveTheirChildren) {
     auto document = Parsed("<r><z/></r>");
-    CComPtr<IXMLDOMDocumentFragment> fragment;
-    EXPECT_EQ(S_OK, document->createDocumentFragment(&fragment));
+    auto fragment = Got(document, &IXMLDOMDocument::createDocumentFragment);
     EXPECT_EQ(S_OK, fragment->appendChild(NewElement(document, "a"), nullptr));
     EXPECT_EQ(S_OK, fragment->appendChild(NewElement(document, "b"), nullptr));
     EXPECT_EQ(E_FAIL, document->appendChild(fragment, nullptr));
@@ -185,12 +172,9 @@ TEST(DomEditing, FragmentsGiveTheirChildren) {
 TEST(DomEditing, TextsAreSplitJoinedAndCut) {
     auto document = Parsed("<r>ab\xF0\x9F\x98\x80"
                            "cd</r>");
-    CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(S_OK, RootOf(document)->get_firstChild(&node));
+    auto node = Got(RootOf(document), &IXMLDOMNode::get_firstChild);
     CComQIPtr<IXMLDOMText> text(node.p);
-    LONG length = 0;
-    EXPECT_EQ(S_OK, text->get_length(&length));
-    EXPECT_EQ(6, length) << "in UTF-16 units";
+    EXPECT_EQ(6, Got(text, &IXMLDOMText::get_length)) << "in UTF-16 units";
     CComBSTR part, none;
     EXPECT_EQ(S_OK, text->substringData(2, 2, &part));
     EXPECT_EQ("\xF0\x9F\x98\x80", Narrow(part));
@@ -205,16 +189,13 @@ TEST(DomEditing, TextsAreSplitJoinedAndCut) {
     EXPECT_EQ(S_OK, text->insertData(7, nullptr)) << "nothing fits everywhere";
     EXPECT_EQ(S_OK, text->deleteData(6, 100));
     EXPECT_EQ(E_INVALIDARG, text->deleteData(2, 1)) << "half a character";
-    CComPtr<IXMLDOMText> right;
-    EXPECT_EQ(S_OK, text->splitText(4, &right));
+    auto right = Got(text, &IXMLDOMText::splitText, 4);
     EXPECT_EQ("cd", TextOf(right));
     EXPECT_EQ(S_OK, text->replaceData(0, 1, Wide("X")));
     EXPECT_EQ(S_OK, right->appendData(Wide("e")));
     EXPECT_EQ(S_OK, RootOf(document)->normalize());
-    CComPtr<IXMLDOMNodeList> children;
-    EXPECT_EQ(S_OK, RootOf(document)->get_childNodes(&children));
-    EXPECT_EQ(S_OK, children->get_length(&length));
-    EXPECT_EQ(1, length);
+    auto children = Got(RootOf(document), &IXMLDOMNode::get_childNodes);
+    EXPECT_EQ(1, Got(children, &IXMLDOMNodeList::get_length));
     EXPECT_EQ("Xb\xF0\x9F\x98\x80"
               "cde",
               TextOf(RootOf(document)));
@@ -222,64 +203,43 @@ TEST(DomEditing, TextsAreSplitJoinedAndCut) {
 
 TEST(DomEditing, ChildListsAreLive) {
     auto document = Parsed("<r><a/><b/><c/></r>");
-    CComPtr<IXMLDOMNodeList> list;
-    EXPECT_EQ(S_OK, RootOf(document)->get_childNodes(&list));
-    CComPtr<IXMLDOMNode> second;
-    EXPECT_EQ(S_OK, list->get_item(1, &second));
+    auto list = Got(RootOf(document), &IXMLDOMNode::get_childNodes);
+    EXPECT_EQ("b", NameOf(Got(list, &IXMLDOMNodeList::get_item, 1)));
     EXPECT_EQ(S_OK, RootOf(document)->removeChild(First(document, "//a"), nullptr));
-    second.Release();
-    EXPECT_EQ(S_OK, list->get_item(1, &second));
-    EXPECT_EQ("c", NameOf(second));
-    CComPtr<IXMLDOMNodeList> all;
-    EXPECT_EQ(S_OK, document->getElementsByTagName(CComBSTR(L"*"), &all));
-    LONG length = 0;
-    EXPECT_EQ(S_OK, all->get_length(&length));
-    EXPECT_EQ(3, length);
+    EXPECT_EQ("c", NameOf(Got(list, &IXMLDOMNodeList::get_item, 1)));
+    auto all = Got(document, &IXMLDOMDocument::getElementsByTagName, CComBSTR(L"*"));
+    EXPECT_EQ(3, Got(all, &IXMLDOMNodeList::get_length));
 
     // What was remembered of a walk goes with what it was remembered of.
-    EXPECT_EQ(S_OK, list->get_length(&length));
-    EXPECT_EQ(2, length);
-    EXPECT_EQ(S_OK, RootOf(document)->insertBefore(
-                        First(document, "//c"), CComVariant(static_cast<IUnknown*>(First(document, "//b"))),
-                        nullptr));
-    second.Release();
-    EXPECT_EQ(S_OK, list->get_item(1, &second));
-    EXPECT_EQ("b", NameOf(second));
-    CComPtr<IXMLDOMNodeList> top;
-    EXPECT_EQ(S_OK, document->get_childNodes(&top));
-    second.Release();
-    EXPECT_EQ(S_OK, top->get_item(0, &second));
-    second.Release();
+    EXPECT_EQ(2, Got(list, &IXMLDOMNodeList::get_length));
+    EXPECT_EQ(S_OK, RootOf(document)->insertBefore(First(document, "//c"), Reference(First(document, "//b")),
+                                                   nullptr));
+    EXPECT_EQ("b", NameOf(Got(list, &IXMLDOMNodeList::get_item, 1)));
+    auto top = Got(document, &IXMLDOMNode::get_childNodes);
+    EXPECT_EQ("r", NameOf(Got(top, &IXMLDOMNodeList::get_item, 0)));
     VARIANT_BOOL loaded = VARIANT_FALSE;
     EXPECT_EQ(S_OK, document->loadXML(Wide("<other/>"), &loaded));
-    EXPECT_EQ(S_OK, top->get_item(0, &second));
-    EXPECT_EQ("other", NameOf(second));
+    EXPECT_EQ("other", NameOf(Got(top, &IXMLDOMNodeList::get_item, 0)));
 
     const auto attribute = First(Parsed("<a x=''/>"), "/a/@x");
-    CComPtr<IXMLDOMNodeList> value;
-    EXPECT_EQ(S_OK, attribute->get_childNodes(&value));
+    auto value = Got(attribute, &IXMLDOMNode::get_childNodes);
     EXPECT_EQ(S_OK, attribute->put_text(CComBSTR(L"")));
-    EXPECT_EQ(S_OK, value->get_length(&length));
-    EXPECT_EQ(0, length);
+    EXPECT_EQ(0, Got(value, &IXMLDOMNodeList::get_length));
     EXPECT_EQ(S_OK, attribute->put_text(CComBSTR(L"1")));
-    EXPECT_EQ(S_OK, value->get_length(&length));
-    EXPECT_EQ(1, length);
+    EXPECT_EQ(1, Got(value, &IXMLDOMNodeList::get_length));
 }
 
 // Run under the address sanitizer, these tests also show that nothing is freed twice, late or never.
 TEST(DomLifetime, NodesKeepWhatTheyStandIn) {
     CComPtr<IXMLDOMNode> inner;
     inner = First(Parsed("<r xmlns:p='urn:p'><a><p:b x='1'/></a></r>"), "//*[@x]");
-    CComPtr<IXMLDOMNode> parent;
-    EXPECT_EQ(S_OK, inner->get_parentNode(&parent));
+    auto parent = Got(inner, &IXMLDOMNode::get_parentNode);
     EXPECT_EQ("a", NameOf(parent));
-    CComPtr<IXMLDOMDocument> owner;
-    EXPECT_EQ(S_OK, inner->get_ownerDocument(&owner));
+    auto owner = Got(inner, &IXMLDOMNode::get_ownerDocument);
     EXPECT_EQ("<r xmlns:p=\"urn:p\"><a><p:b x=\"1\"/></a></r>\r\n", XmlOf(owner));
 
     // A node outside its document goes on, and so does one inside it.
-    CComPtr<IXMLDOMNode> root;
-    EXPECT_EQ(S_OK, parent->get_parentNode(&root));
+    auto root = Got(parent, &IXMLDOMNode::get_parentNode);
     EXPECT_EQ(S_OK, root->removeChild(parent, nullptr));
     parent.Release();
     root.Release();
@@ -291,8 +251,7 @@ TEST(DomLifetime, NodesKeepWhatTheyStandIn) {
 TEST(DomLifetime, OneNodeIsOneObject) {
     auto document = Parsed("<r a='1' xmlns:p='u'><b/></r>");
     auto b = First(document, "//b");
-    CComPtr<IXMLDOMNode> again;
-    EXPECT_EQ(S_OK, RootOf(document)->get_firstChild(&again));
+    auto again = Got(RootOf(document), &IXMLDOMNode::get_firstChild);
     EXPECT_EQ(b.p, again.p);
     EXPECT_TRUE(document.IsEqualObject(First(document, "/")));
     for (const wchar_t* name : {L"a", L"xmlns:p"}) {
@@ -313,8 +272,7 @@ TEST(DomLifetime, WhatAMovedNodeStoodInEnds) {
     auto inner = First(document, "//b");
     EXPECT_EQ(S_OK, RootOf(document)->removeChild(First(document, "//a"), nullptr));
     EXPECT_EQ(S_OK, RootOf(document)->appendChild(inner, nullptr));
-    CComPtr<IXMLDOMDocumentFragment> fragment;
-    EXPECT_EQ(S_OK, document->createDocumentFragment(&fragment));
+    auto fragment = Got(document, &IXMLDOMDocument::createDocumentFragment);
     EXPECT_EQ(S_OK, fragment->appendChild(inner, nullptr));
     fragment.Release();
     auto other = Parsed("<o/>");
@@ -326,8 +284,7 @@ TEST(DomLifetime, WhatAMovedNodeStoodInEnds) {
 TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
     auto document = Parsed("<r/>");
     auto root = RootOf(document);
-    CComPtr<IXMLDOMNodeList> pinned;
-    EXPECT_EQ(S_OK, document->selectNodes(Wide("//r"), &pinned));
+    auto pinned = Got(document, &IXMLDOMNode::selectNodes, Wide("//r"));
     for (int round = 0; round < 1000; ++round) {
         if (round == 500) pinned.Release();
         auto node = NewElement(document, "p:a", "urn:p");
@@ -335,8 +292,7 @@ TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
         EXPECT_EQ(S_OK, element->setAttribute(CComBSTR(L"xmlns:q"), Value("urn:q")));
         EXPECT_EQ(S_OK, element->setAttribute(CComBSTR(L"q:x"), Value("1")));
         EXPECT_EQ(S_OK, root->appendChild(node, nullptr));
-        CComPtr<IXMLDOMNode> copy;
-        EXPECT_EQ(S_OK, node->cloneNode(VARIANT_TRUE, &copy));
+        auto copy = Got(node, &IXMLDOMNode::cloneNode, VARIANT_TRUE);
         EXPECT_EQ(S_OK, copy->appendChild(NewElement(document, "c"), nullptr));
         EXPECT_EQ(S_OK, root->removeChild(node, nullptr));
     }
@@ -346,15 +302,10 @@ TEST(DomLifetime, ManyDetachedNodesDoNotAddUp) {
 TEST(DomLifetime, NodesThatAListKeepsMayBePutIntoOneAnother) {
     auto document = Parsed("<r><a/><b/><c/></r>");
     auto root = RootOf(document);
-    CComPtr<IXMLDOMNodeList> list;
-    EXPECT_EQ(S_OK, document->selectNodes(Wide("/r/*"), &list));
+    auto list = Got(document, &IXMLDOMNode::selectNodes, Wide("/r/*"));
     for (const char* name : {"a", "b", "c"})
         EXPECT_EQ(S_OK, root->removeChild(First(root, name), nullptr));
-    const auto at = [&](LONG index) {
-        CComPtr<IXMLDOMNode> node;
-        EXPECT_EQ(S_OK, list->get_item(index, &node));
-        return node;
-    };
+    const auto at = [&](LONG index) { return Got(list, &IXMLDOMNodeList::get_item, index); };
     EXPECT_EQ(S_OK, at(0)->appendChild(at(1), nullptr));
     EXPECT_EQ(S_OK, root->appendChild(at(2), nullptr));
     EXPECT_EQ("<a><b/></a>", XmlOf(at(0)));

@@ -1,6 +1,7 @@
 #include "Platform/Dom/DomTestSupport.h"
 
 #include "Support/FakePrinterPropertyBag.h"
+#include "Support/Rows.h"
 
 #include <Xml/AttributeBound.h>
 #include <Xml/DocumentBound.h>
@@ -8,13 +9,8 @@
 namespace {
 
 TEST(DomLoad, ReadsWhatIsWellFormed) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        const char* root;
-    };
     using namespace std::string_literals;
-    const Case cases[] = {
+    const Rows<const char*, std::string, const char*> cases{
         {"no declaration", "<a/>", "<a/>"},
         {"declared UTF-8", "<?xml version='1.0' encoding='utf-8'?><a>\xC3\xBC</a>", "<a>\xC3\xBC</a>"},
         {"UTF-8 mark", "\xEF\xBB\xBF<a>\xC3\xBC</a>", "<a>\xC3\xBC</a>"},
@@ -30,25 +26,18 @@ TEST(DomLoad, ReadsWhatIsWellFormed) {
          "<a xml:id=\"1 2\"><b xml:id=\"x\"/><b xml:id=\"x\"/></a>"},
         {"names that are no URIs", "<p:a xmlns:p='not a uri'/>", "<p:a xmlns:p=\"not a uri\"/>"},
     };
-    for (const Case& each : cases) {
+    for (const auto& [name, bytes, root] : cases) {
         auto fromBytes = NewDocument();
-        EXPECT_EQ(S_OK, Load(fromBytes, Bytes(each.bytes))) << each.name << FailureOf(fromBytes).reason;
-        EXPECT_EQ(each.root, XmlOf(RootOf(fromBytes))) << each.name;
+        EXPECT_EQ(S_OK, Load(fromBytes, Bytes(bytes))) << name << FailureOf(fromBytes).reason;
+        EXPECT_EQ(root, XmlOf(RootOf(fromBytes))) << name;
         auto fromStream = NewDocument();
-        EXPECT_EQ(S_OK, Load(fromStream, CComVariant(StreamOf(each.bytes).p))) << each.name;
-        EXPECT_EQ(each.root, XmlOf(RootOf(fromStream))) << each.name;
+        EXPECT_EQ(S_OK, Load(fromStream, CComVariant(StreamOf(bytes).p))) << name;
+        EXPECT_EQ(root, XmlOf(RootOf(fromStream))) << name;
     }
 }
 
 TEST(DomLoad, RefusesWithCodeAndPlace) {
-    struct Case {
-        const char* bytes;
-        std::uint32_t code;
-        LONG line;
-        LONG column;
-        const char* inReason;
-    };
-    const Case cases[] = {
+    const Rows<const char*, std::uint32_t, LONG, LONG, const char*> cases{
         {"<a>\n  <b></c>\n</a>", 0xC00CE56D, 2, 10, "mismatch"},
         {"<a><b></a>", 0xC00CE56D, 1, 11, "mismatch"},
         {"<a>", 0xC00CE553, 1, 4, ""},
@@ -68,16 +57,16 @@ TEST(DomLoad, RefusesWithCodeAndPlace) {
         {"", 0xC00CE558, 0, 0, "empty"},
         {"no markup", 0xC00CE558, 1, 1, ""},
     };
-    for (const Case& each : cases) {
+    for (const auto& [bytes, code, line, column, inReason] : cases) {
         auto document = Parsed("<before/>");
-        EXPECT_EQ(S_FALSE, Load(document, Bytes(each.bytes))) << each.bytes;
+        EXPECT_EQ(S_FALSE, Load(document, Bytes(bytes))) << bytes;
         const ParseFailure failure = FailureOf(document);
-        EXPECT_EQ(static_cast<HRESULT>(each.code), failure.code) << each.bytes << ": " << failure.reason;
-        EXPECT_EQ(each.line, failure.line) << each.bytes;
-        if (each.column != 0) {
-            EXPECT_EQ(each.column, failure.column) << each.bytes;
+        EXPECT_EQ(static_cast<HRESULT>(code), failure.code) << bytes << ": " << failure.reason;
+        EXPECT_EQ(line, failure.line) << bytes;
+        if (column != 0) {
+            EXPECT_EQ(column, failure.column) << bytes;
         }
-        EXPECT_NE(std::string::npos, failure.reason.find(each.inReason)) << failure.reason;
+        EXPECT_NE(std::string::npos, failure.reason.find(inReason)) << failure.reason;
         EXPECT_FALSE(failure.reason.empty());
         VARIANT_BOOL has = VARIANT_TRUE;
         EXPECT_EQ(S_FALSE, document->hasChildNodes(&has)) << "a failed load leaves nothing of what was there";
@@ -241,12 +230,7 @@ TEST(DomLoad, HasABoundOnAttributes) {
     const std::string full = element(AttributeBound::MostOfOneElement, ">");
     const std::string beside = element(AttributeBound::MostOfOneElement, "/>");
     const std::string close = "</a>";
-    struct Case {
-        const char* name;
-        std::string text;
-        bool passes;
-    };
-    const Case cases[] = {
+    const Rows<const char*, std::string, bool> cases = {
         {"one element", element(AttributeBound::MostOfOneElement, "/>"), true},
         {"one more", element(AttributeBound::MostOfOneElement + 1, "/>"), false},
         {"side by side", full + beside + beside + full + close + beside + beside + close, true},
@@ -255,16 +239,16 @@ TEST(DomLoad, HasABoundOnAttributes) {
         {"quotes elsewhere", "<?p ' ?><a><!-- > ' --><![CDATA[<b ' > ]] ]]>'\"'" + full + close + "</a>",
          true},
     };
-    for (const Case& each : cases) {
+    for (const auto& [name, text, passes] : cases) {
         const auto document = NewDocument();
-        EXPECT_EQ(each.passes ? S_OK : S_FALSE, Load(document, Bytes(each.text))) << each.name;
-        EXPECT_EQ(each.passes, AttributeBound::PassesWhole(each.text)) << each.name;
+        EXPECT_EQ(passes ? S_OK : S_FALSE, Load(document, Bytes(text))) << name;
+        EXPECT_EQ(passes, AttributeBound::PassesWhole(text)) << name;
         for (const std::size_t piece : {1, 3, 1000}) {
             AttributeBound bound;
-            bool passes = true;
-            for (std::size_t at = 0; at < each.text.size(); at += piece)
-                passes = bound.Passes(std::string_view(each.text).substr(at, piece));
-            EXPECT_EQ(each.passes, passes) << each.name << " by " << piece;
+            bool hasPassed = true;
+            for (std::size_t at = 0; at < text.size(); at += piece)
+                hasPassed = bound.Passes(std::string_view(text).substr(at, piece));
+            EXPECT_EQ(passes, hasPassed) << name << " by " << piece;
         }
     }
 }
@@ -277,12 +261,7 @@ TEST(DomLoad, KeepsSettingsAcrossLoads) {
     EXPECT_TRUE(First(document, "/p:a"));
     EXPECT_EQ("<q:a xmlns:q=\"urn:x\"> </q:a>", XmlOf(document));
 
-    struct Case {
-        const wchar_t* name;
-        CComVariant value;
-        HRESULT result;
-    };
-    const Case cases[] = {
+    const Rows<const wchar_t*, CComVariant, HRESULT> cases{
         {L"SelectionLanguage", L"XPath", S_OK},
         {L"SelectionLanguage", L"XSLPattern", E_FAIL},
         {L"SelectionNamespaces", L"xmlns:p=", E_FAIL},
@@ -294,9 +273,8 @@ TEST(DomLoad, KeepsSettingsAcrossLoads) {
         {L"selectionlanguage", L"XPath", E_FAIL},
         {L"NewParser", false, S_OK},
     };
-    for (const Case& each : cases)
-        EXPECT_EQ(each.result, document->setProperty(CComBSTR(each.name), each.value))
-            << Narrow(CComBSTR(each.name));
+    for (const auto& [name, value, result] : cases)
+        EXPECT_EQ(result, document->setProperty(CComBSTR(name), value)) << Narrow(CComBSTR(name));
     CComVariant namespaces;
     EXPECT_EQ(S_OK, document->getProperty(CComBSTR(L"SelectionNamespaces"), &namespaces));
     EXPECT_EQ("xmlns:p='urn:x'", Narrow(namespaces.bstrVal)) << "what was refused changed nothing";

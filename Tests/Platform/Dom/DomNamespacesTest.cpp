@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "Platform/Dom/DomTestSupport.h"
 
 #include <functional>
@@ -21,12 +23,8 @@ HRESULT Set(IXMLDOMNode* node, std::string_view name, std::string_view value) {
 }
 
 TEST(DomNamespaces, NamesKeepTheirsWhereATagWouldNeedAPrefixTwice) {
-    struct Case {
-        const char* xml;
-        std::function<void(IXMLDOMNode*)> edit; // of the element c
-        const char* written;
-    };
-    const Case cases[] = {
+    // edit: of the element c
+    const Rows<const char*, std::function<void(IXMLDOMNode*)>, const char*> cases{
         // The prefix of the element itself, of an attribute beside, of one around.
         {"<r xmlns:v='urn:1'><v:c/></r>", [](IXMLDOMNode* c) { AddAttribute(c, "v:x", "urn:2"); },
          "<r xmlns:v=\"urn:1\"><v:c ns0:x=\"\" xmlns:ns0=\"urn:2\"/></r>"},
@@ -68,22 +66,21 @@ TEST(DomNamespaces, NamesKeepTheirsWhereATagWouldNeedAPrefixTwice) {
          "<r xmlns:v=\"urn:1\"><c xmlns:v=\"urn:2\"><d ns0:x=\"1\" xmlns:ns0=\"urn:1\"/></c>"
          "<d v:x=\"1\"/></r>"},
     };
-    for (const Case& each : cases) {
-        auto document = Parsed(each.xml);
+    for (const auto& [xml, edit, written] : cases) {
+        auto document = Parsed(xml);
         auto c = First(document, "//*[local-name()='c']");
         const std::string name = NameOf(c);
-        each.edit(c);
-        EXPECT_EQ(each.written, XmlOf(RootOf(document))) << each.xml;
+        edit(c);
+        EXPECT_EQ(written, XmlOf(RootOf(document))) << xml;
         EXPECT_EQ(name, NameOf(c)) << "the tree is as it was";
-        EXPECT_EQ(each.written, XmlOf(RootOf(Parsed(XmlOf(document))))) << "again: " << each.xml;
+        EXPECT_EQ(written, XmlOf(RootOf(Parsed(XmlOf(document))))) << "again: " << xml;
     }
 }
 
 TEST(DomNamespaces, ADefaultDeclarationTakesItsElementAlong) {
     auto document = Parsed("<r><c/></r>");
     EXPECT_EQ(S_OK, Set(RootOf(document), "xmlns", "urn:d"));
-    CComBSTR uri;
-    EXPECT_EQ(S_OK, RootOf(document)->get_namespaceURI(&uri));
+    auto uri = Got(RootOf(document), &IXMLDOMNode::get_namespaceURI);
     EXPECT_EQ("urn:d", Narrow(uri));
     EXPECT_EQ("<r xmlns=\"urn:d\"><c xmlns=\"\"/></r>", XmlOf(RootOf(document))) << "but none inside";
     EXPECT_EQ(E_INVALIDARG, Set(RootOf(document), "xmlns", "urn:e"));
@@ -97,8 +94,7 @@ TEST(DomNamespaces, ADefaultDeclarationTakesItsElementAlong) {
     EXPECT_EQ(S_OK, map->getNamedItem(CComBSTR(L"xmlns"), &declaration));
     EXPECT_EQ(S_OK, declaration->put_text(Wide("urn:c")));
     EXPECT_EQ("<r xmlns=\"urn:d\"><c xmlns=\"urn:c\"/></r>", XmlOf(RootOf(document)));
-    CComBSTR innerUri;
-    EXPECT_EQ(S_OK, inner->get_namespaceURI(&innerUri));
+    auto innerUri = Got(inner, &IXMLDOMNode::get_namespaceURI);
 }
 
 TEST(DomNamespaces, ADeclarationChangesOnlyAsAWhole) {

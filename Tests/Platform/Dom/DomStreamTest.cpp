@@ -160,8 +160,8 @@ TEST(DomStream, GivesIndependentClones) {
     auto document =
         Parsed("<?xml version='1.0' encoding='utf-8'?>\n<p:a v='1' xmlns:p='urn:p' w='2'>\n <p:b>t</p:b>\n"
                "</p:a>");
-    CComPtr<IXMLDOMNode> added;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ELEMENT), Wide("q:c"), Wide("urn:q"), &added));
+    auto added =
+        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ELEMENT), Wide("q:c"), Wide("urn:q"));
     EXPECT_EQ(S_OK, RootOf(document)->appendChild(added, nullptr));
     auto clone = CloneOf(document);
     EXPECT_EQ(XmlOf(document), XmlOf(clone));

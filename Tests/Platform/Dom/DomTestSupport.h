@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <string>
 #include <string_view>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 // What the tests of documents and of the reader that calls handlers share: texts go in and out as UTF-8 or,
@@ -44,6 +47,36 @@ inline CComVariant Value(std::string_view text) {
     value.vt = VT_BSTR;
     value.bstrVal = Wide(text).Detach();
     return value;
+}
+
+namespace DomTestDetail {
+
+template <typename T>
+struct Held {
+    using Type = T;
+};
+template <std::derived_from<IUnknown> T>
+struct Held<T*> {
+    using Type = CComPtr<T>;
+};
+template <>
+struct Held<BSTR> {
+    using Type = CComBSTR;
+};
+template <>
+struct Held<VARIANT> {
+    using Type = CComVariant;
+};
+
+} // namespace DomTestDetail
+
+/// What a method gives by its last parameter, where it succeeds.
+template <typename Object, typename Class, typename... Parameters, typename... Arguments>
+auto Got(const Object& object, HRESULT (Class::*method)(Parameters...), const Arguments&... arguments) {
+    using Last = std::tuple_element_t<sizeof...(Parameters) - 1, std::tuple<Parameters...>>;
+    typename DomTestDetail::Held<std::remove_pointer_t<Last>>::Type given{};
+    EXPECT_EQ(S_OK, ((*object).*method)(arguments..., &given));
+    return given;
 }
 
 inline CComPtr<IXMLDOMDocument2> NewDocument() {

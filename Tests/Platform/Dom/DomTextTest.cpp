@@ -1,13 +1,11 @@
+#include "Support/Rows.h"
+
 #include "Platform/Dom/DomTestSupport.h"
 
 namespace {
 
 TEST(DomText, IsWrittenInOneForm) {
-    struct Case {
-        const char* xml;
-        const char* written;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*> cases{
         {"<a/>", "<a/>\r\n"},
         {"<a></a>", "<a/>\r\n"},
         {"<?xml version='1.0' encoding='UTF-8'?><a/>", "<?xml version=\"1.0\"?>\r\n<a/>\r\n"},
@@ -23,10 +21,10 @@ TEST(DomText, IsWrittenInOneForm) {
         {"<a>t <b/> u<c/></a>", "<a>t <b/> u<c/></a>\r\n"},
         {"<a><b xml:space='preserve'> <c/> </b> </a>", "<a><b xml:space=\"preserve\"> <c/> </b>\r\n</a>\r\n"},
     };
-    for (const Case& each : cases) {
-        auto document = Parsed(each.xml);
-        EXPECT_EQ(each.written, XmlOf(document)) << each.xml;
-        EXPECT_EQ(each.written, XmlOf(Parsed(XmlOf(document)))) << "again: " << each.xml;
+    for (const auto& [xml, written] : cases) {
+        auto document = Parsed(xml);
+        EXPECT_EQ(written, XmlOf(document)) << xml;
+        EXPECT_EQ(written, XmlOf(Parsed(XmlOf(document)))) << "again: " << xml;
     }
 }
 
@@ -42,8 +40,7 @@ std::string ReadBack(IXMLDOMNode* written) {
 TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
     auto document = Parsed("<a>\n</a>");
     auto root = RootOf(document);
-    CComPtr<IXMLDOMCDATASection> section;
-    EXPECT_EQ(S_OK, document->createCDATASection(Wide("x\r\ny\rz"), &section));
+    auto section = Got(document, &IXMLDOMDocument::createCDATASection, Wide("x\r\ny\rz"));
     EXPECT_EQ(S_OK, root->appendChild(section, nullptr));
     EXPECT_EQ("<a><![CDATA[x\r\ny\r\nz]]></a>", XmlOf(root)) << "no break that would be content";
     EXPECT_EQ("x\ny\nz", TextOf(root));
@@ -51,13 +48,11 @@ TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
     EXPECT_EQ(S_OK, section->appendData(Wide("]]>\r\n")));
     EXPECT_EQ("x\ny\nz]]>\n", ReadBack(root));
 
-    CComPtr<IXMLDOMComment> comment;
-    EXPECT_EQ(S_OK, document->createComment(Wide("a\r\nb"), &comment));
+    auto comment = Got(document, &IXMLDOMDocument::createComment, Wide("a\r\nb"));
     EXPECT_EQ("<!--a\r\nb-->", XmlOf(comment));
     EXPECT_EQ(E_INVALIDARG, comment->put_data(Wide("a-")));
-    CComPtr<IXMLDOMProcessingInstruction> instruction;
-    EXPECT_EQ(S_OK,
-              document->createProcessingInstruction(CComBSTR(L"p"), Wide(" \r\n d?\r\n"), &instruction));
+    auto instruction =
+        Got(document, &IXMLDOMDocument::createProcessingInstruction, CComBSTR(L"p"), Wide(" \r\n d?\r\n"));
     EXPECT_EQ("<?p d?\r\n?>", XmlOf(instruction));
 
     for (const char* data :
@@ -69,21 +64,18 @@ TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
 }
 
 TEST(DomText, BreaksNoLineWhereItWouldBeContent) {
-    struct Case {
-        const char* xml; // the element m moves to the end of the element t
-        const char* written;
-    };
-    const Case cases[] = {
+    // xml: the element m moves to the end of the element t
+    const Rows<const char*, const char*> cases{
         {"<a><t xml:space='preserve'>x<b/></t>\n<m>\n</m></a>",
          "<a><t xml:space=\"preserve\">x<b/><m/></t></a>"},
         {"<a><t><![CDATA[x]]></t>\n<m/></a>", "<a><t><![CDATA[x]]><m/></t></a>"},
         {"<a><t>x</t>\n<m/></a>", "<a><t>x<m/></t></a>"},
         {"<a><t><b/></t>\n<m/></a>", "<a><t><b/>\r\n\t\t<m/></t></a>"},
     };
-    for (const Case& each : cases) {
-        auto document = Parsed(each.xml);
+    for (const auto& [xml, written] : cases) {
+        auto document = Parsed(xml);
         EXPECT_EQ(S_OK, First(document, "//t")->appendChild(First(document, "//m"), nullptr));
-        EXPECT_EQ(each.written, XmlOf(RootOf(document))) << each.xml;
+        EXPECT_EQ(written, XmlOf(RootOf(document))) << xml;
     }
 }
 
@@ -93,18 +85,12 @@ TEST(DomText, KeepsBlanksWhereTheyCount) {
     EXPECT_EQ(S_OK, Load(document, Bytes("<?xml version='1.0'?>\r\n<a>\r\n  <b> x </b>\n</a>\n")));
     EXPECT_EQ("<?xml version=\"1.0\"?><a>\r\n  <b> x </b>\r\n</a>", XmlOf(document));
     EXPECT_EQ("\n   x \n", TextOf(document));
-    CComPtr<IXMLDOMNode> blank;
-    EXPECT_EQ(S_OK, RootOf(document)->get_firstChild(&blank));
+    auto blank = Got(RootOf(document), &IXMLDOMNode::get_firstChild);
     EXPECT_EQ("#text", NameOf(blank));
 }
 
 TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
-    struct Case {
-        const char* xml;
-        const char* text;
-        const char* written;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*, const char*> cases{
         {"<a> x  y\n</a>", "x  y", "<a> x  y\r\n</a>"},
         {"<a> <b> x</b> <c>y </c> </a>", "xy", "<a>\r\n\t<b> x</b>\r\n\t<c>y </c>\r\n</a>"},
         {"<a><![CDATA[ x ]]></a>", " x ", "<a><![CDATA[ x ]]></a>"},
@@ -112,41 +98,30 @@ TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
         {"<a>x<!-- c --><?p q?></a>", "x", "<a>x<!-- c --><?p q?></a>"},
         {"<a/>", "", "<a/>"},
     };
-    for (const Case& each : cases) {
-        auto root = RootOf(Parsed(each.xml));
-        EXPECT_EQ(each.text, TextOf(root)) << each.xml;
-        EXPECT_EQ(each.written, XmlOf(root)) << each.xml;
-        CComVariant typed;
-        EXPECT_EQ(S_OK, root->get_nodeTypedValue(&typed));
-        EXPECT_EQ(each.text, Narrow(typed.bstrVal));
+    for (const auto& [xml, text, written] : cases) {
+        auto root = RootOf(Parsed(xml));
+        EXPECT_EQ(text, TextOf(root)) << xml;
+        EXPECT_EQ(written, XmlOf(root)) << xml;
+        auto typed = Got(root, &IXMLDOMNode::get_nodeTypedValue);
+        EXPECT_EQ(text, Narrow(typed.bstrVal));
     }
 }
 
 TEST(DomText, OfATextNodeIsTrimmedButNotItsValue) {
     auto document = Parsed("<a b=' y '> x <c/><![CDATA[ z ]]></a>");
-    struct Case {
-        const char* query;
-        const char* text;
-        const char* value;
-        const char* xml;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*, const char*, const char*> cases = {
         {"/a/text()[1]", "x", " x ", " x "},
         {"/a/text()[2]", " z ", " z ", "<![CDATA[ z ]]>"},
         {"/a/@b", " y ", " y ", "b=\" y \""},
     };
-    for (const Case& each : cases) {
-        auto node = First(document, each.query);
-        CComVariant value, typed;
-        EXPECT_EQ(S_OK, node->get_nodeValue(&value));
-        EXPECT_EQ(S_OK, node->get_nodeTypedValue(&typed));
-        EXPECT_EQ(each.text, TextOf(node)) << each.query;
-        EXPECT_EQ(each.value, Narrow(value.bstrVal)) << each.query;
-        EXPECT_EQ(each.value, Narrow(typed.bstrVal)) << each.query;
-        EXPECT_EQ(each.xml, XmlOf(node));
+    for (const auto& [query, text, value, xml] : cases) {
+        auto node = First(document, query);
+        EXPECT_EQ(text, TextOf(node)) << query;
+        EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeValue).bstrVal)) << query;
+        EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeTypedValue).bstrVal)) << query;
+        EXPECT_EQ(xml, XmlOf(node));
     }
-    CComPtr<IXMLDOMNode> ofAttribute;
-    EXPECT_EQ(S_OK, First(document, "/a/@b")->get_firstChild(&ofAttribute));
+    auto ofAttribute = Got(First(document, "/a/@b"), &IXMLDOMNode::get_firstChild);
     EXPECT_EQ(" y ", TextOf(ofAttribute));
 }
 
@@ -186,8 +161,8 @@ TEST(DomText, DeclaresTheNamespacesOfNewNodes) {
     auto plain = append("e", "");
     append("f", "urn:d");
     auto named = append("g", "urn:g");
-    CComPtr<IXMLDOMNode> attribute;
-    EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide("urn:q"), &attribute));
+    auto attribute =
+        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide("urn:q"));
     CComQIPtr<IXMLDOMElement> plainElement(plain.p);
     CComQIPtr<IXMLDOMAttribute> x(attribute.p);
     EXPECT_EQ(S_OK, plainElement->setAttributeNode(x, nullptr));
@@ -207,10 +182,6 @@ TEST(DomText, DeclaresTheNamespacesOfNewNodes) {
 }
 
 TEST(DomText, KeepsItsEncodingWhenSaved) {
-    struct Case {
-        const char* encoding;
-        const char* begin;
-    };
     using namespace std::string_literals;
     for (const char* encoding : {"UTF-8", "utf-16", "ISO-8859-1"}) {
         const std::string path = ::testing::TempDir() + "dom-text.xml";
@@ -220,10 +191,8 @@ TEST(DomText, KeepsItsEncodingWhenSaved) {
         auto again = NewDocument();
         EXPECT_EQ(S_OK, Load(again, Value(path))) << encoding << ": " << FailureOf(again).reason;
         EXPECT_EQ("\xC3\xBC \xE2\x82\xAC", TextOf(again)) << encoding;
-        CComPtr<IXMLDOMNode> declaration;
-        EXPECT_EQ(S_OK, again->get_firstChild(&declaration));
-        CComVariant value;
-        EXPECT_EQ(S_OK, declaration->get_nodeValue(&value));
+        auto declaration = Got(again, &IXMLDOMNode::get_firstChild);
+        auto value = Got(declaration, &IXMLDOMNode::get_nodeValue);
         EXPECT_EQ("version=\"1.0\" encoding=\""s + encoding + "\"", Narrow(value.bstrVal));
     }
     const auto save = [](const std::string& encoding, const std::string& content) {
@@ -248,16 +217,14 @@ TEST(DomText, KeepsItsEncodingWhenSaved) {
 
 TEST(DomText, OfADeclarationThatWasMadeKeepsItsEncoding) {
     auto document = Parsed("<?xml version=\"1.0\" encoding=\"utf-16\"?><a/>");
-    CComPtr<IXMLDOMNode> first;
-    EXPECT_EQ(S_OK, document->get_firstChild(&first));
+    auto first = Got(document, &IXMLDOMNode::get_firstChild);
     EXPECT_EQ("<?xml version=\"1.0\"?>", XmlOf(first));
     EXPECT_EQ("xml", NameOf(first));
     EXPECT_EQ(E_FAIL, first->put_text(Wide("version=\"1.0\""))) << "a declaration is replaced, not changed";
     EXPECT_EQ(E_FAIL, first->put_nodeValue(Value("version=\"1.0\"")));
 
-    CComPtr<IXMLDOMProcessingInstruction> made;
-    EXPECT_EQ(S_OK, document->createProcessingInstruction(CComBSTR(L"xml"),
-                                                          Wide(" version='1.0' encoding='UTF-8'"), &made));
+    auto made = Got(document, &IXMLDOMDocument::createProcessingInstruction, CComBSTR(L"xml"),
+                    Wide(" version='1.0' encoding='UTF-8'"));
     EXPECT_EQ(S_OK, document->replaceChild(made, first, nullptr));
     EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a/>\r\n", XmlOf(document));
     EXPECT_EQ(E_FAIL, RootOf(document)->appendChild(first, nullptr)) << "only a document has one";
@@ -271,8 +238,7 @@ TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     auto document = Parsed("<r xmlns:dt='urn:schemas-microsoft-com:datatypes'><i dt:dt='int'> 42 </i>"
                            "<b dt:dt='bin.base64'>AAEC/w==</b><h dt:dt='bin.hex'>00ff7F</h>"
                            "<f dt:dt='boolean'>1</f><w dt:dt='int'>x</w></r>");
-    CComVariant value;
-    EXPECT_EQ(S_OK, First(document, "//i")->get_nodeTypedValue(&value));
+    auto value = Got(First(document, "//i"), &IXMLDOMNode::get_nodeTypedValue);
     EXPECT_EQ(VT_I4, value.vt);
     EXPECT_EQ(42, value.lVal);
     EXPECT_EQ(S_OK, First(document, "//f")->get_nodeTypedValue(&value));
@@ -308,8 +274,7 @@ TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     EXPECT_EQ(E_FAIL, root->put_dataType(CComBSTR(L"nonesuch")));
     EXPECT_EQ(E_INVALIDARG, root->put_dataType(nullptr));
     EXPECT_EQ(E_FAIL, document->put_dataType(CComBSTR(L"int")));
-    CComVariant type;
-    EXPECT_EQ(S_OK, root->get_dataType(&type));
+    auto type = Got(root, &IXMLDOMNode::get_dataType);
     EXPECT_EQ("Bin.Hex", Narrow(type.bstrVal));
 }
 

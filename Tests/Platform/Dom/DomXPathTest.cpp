@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "Platform/Dom/DomTestSupport.h"
 
 #include <thread>
@@ -35,11 +37,7 @@ std::string NamesSelected(IXMLDOMNode* node, std::string_view query) {
 
 TEST(DomXPath, SelectsInDocumentOrder) {
     auto document = TicketDocument();
-    struct Case {
-        const char* query;
-        const char* names;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*> cases{
         {"//psf:Feature", "psk:A psk:B psk:A"},
         {"//psf:Feature[@name = \"psk:A\"]/psf:Option", "psk:A1 psk:A2"},
         {"//psf:Feature[@name = \"psk:A\"]//psf:Option", "psk:A1 psk:B1 psk:A2"},
@@ -61,8 +59,8 @@ TEST(DomXPath, SelectsInDocumentOrder) {
         {"nosuch()", "failed"},
     };
     for (int round = 0; round < 2; ++round) // compiled, then remembered
-        for (const Case& each : cases)
-            EXPECT_EQ(each.names, NamesSelected(document, each.query)) << each.query;
+        for (const auto& [query, names] : cases)
+            EXPECT_EQ(names, NamesSelected(document, query)) << query;
     EXPECT_EQ("psk:B1", NamesSelected(First(document, "//psf:Feature"), "psf:Feature/psf:Option"));
 }
 
@@ -101,8 +99,7 @@ TEST(DomXPath, ResolvesPrefixesByTheDocumentsOwnSetting) {
 
 TEST(DomXPath, AListIsAsItWasWhenSelected) {
     auto document = TicketDocument();
-    CComPtr<IXMLDOMNodeList> list;
-    EXPECT_EQ(S_OK, document->selectNodes(Wide("//psf:Feature"), &list));
+    auto list = Got(document, &IXMLDOMNode::selectNodes, Wide("//psf:Feature"));
     CComPtr<IXMLDOMNode> node, parent;
     EXPECT_EQ(S_OK, list->get_item(0, &node));
     EXPECT_EQ(S_OK, node->get_parentNode(&parent));
@@ -112,14 +109,9 @@ TEST(DomXPath, AListIsAsItWasWhenSelected) {
     document.Release();
 
     // The removed node, its inner feature and the other are still there.
-    LONG length = 0;
-    EXPECT_EQ(S_OK, list->get_length(&length));
-    EXPECT_EQ(3, length);
-    for (LONG index = 0; index < length; ++index) {
-        CComPtr<IXMLDOMNode> item;
-        EXPECT_EQ(S_OK, list->get_item(index, &item));
-        EXPECT_EQ("psf:Feature", NameOf(item));
-    }
+    EXPECT_EQ(3, Got(list, &IXMLDOMNodeList::get_length));
+    for (LONG index = 0; index < 3; ++index)
+        EXPECT_EQ("psf:Feature", NameOf(Got(list, &IXMLDOMNodeList::get_item, index)));
     CComPtr<IXMLDOMNode> next;
     EXPECT_EQ(S_OK, list->nextNode(&next));
     EXPECT_EQ(S_OK, list->reset());
