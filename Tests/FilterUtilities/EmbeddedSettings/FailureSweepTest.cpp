@@ -2,6 +2,8 @@
 
 #include "Support/FailureSweep.h"
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/AttributeLists.h"
+#include "Support/NoDisplayHelp.h"
 #include "Support/Rows.h"
 
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
@@ -153,31 +155,17 @@ TEST(FailureSweep, NoFirstQuestionToPublicSettingsChangesItsAnswersOrTheTicket) 
 
 // ---- Attribute bytes
 
-class Helper : public IAttributeBytesDebugDisplayHelper {
-public:
-    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
-        return std::make_unique<Helper>();
-    }
-};
-
 const AttributeBytesFeatureId lightness(110);
 
 std::string TicketWithBytes() {
-    AttributeBytesRawList list;
-    list.AddAttributeBytes(AttributeBytes(lightness, AttributeBytesValue::FromInteger(5)));
-    AttributeBytesNameSpaces nameSpaces;
-    nameSpaces.SetNameSpaceAttributes(PersistentAttributes::GetDataModelDocPropNameSpaceId(), list);
-    PersistentAttributes store({}, false, nullptr);
-    store.SetAttributeBytesNameSpaces(nameSpaces);
+    const auto list = Attributes<AttributeBytesRawList>({{110, AttributeBytesValue::FromInteger(5)}});
     OpenTicket ticket(TicketWith(""));
-    EXPECT_EQ(
-        ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(store.GetPersistentAttributesState()),
-        S_OK);
+    EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(StoreOf(list)), S_OK);
     return XmlOf(ticket);
 }
 
 struct BytesWorld {
-    BytesWorld() : ticket(TicketWithBytes()), bytes(&ticket, Helper(), false) {}
+    BytesWorld() : ticket(TicketWithBytes()), bytes(&ticket, NoDisplayHelp(), false) {}
     [[nodiscard]] std::string State() const { return XmlOf(ticket); }
 
     OpenTicket ticket;

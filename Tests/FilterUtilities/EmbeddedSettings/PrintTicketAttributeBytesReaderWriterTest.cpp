@@ -1,6 +1,7 @@
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/NoDisplayHelp.h"
 #include "Support/VirtualSlots.h"
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
@@ -14,13 +15,7 @@ using Id = AttributeBytesFeatureId;
 using NameSpaceId = AttributeBytesNameSpacesId;
 using Value = AttributeBytesValue;
 
-class Helper : public IAttributeBytesDebugDisplayHelper {
-public:
-    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
-        return std::make_unique<Helper>();
-    }
-};
-const Helper helper;
+const NoDisplayHelp helper;
 
 const NameSpaceId ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
 const NameSpaceId foreign(77);

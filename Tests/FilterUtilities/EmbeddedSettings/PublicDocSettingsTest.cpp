@@ -45,18 +45,7 @@ std::string Embedded(const PrintSchemaXmlDocument& ticket) {
 
 // What one element of the committed settings is, by an expression.
 std::string InSettings(const PrintSchemaXmlDocument& ticket, const std::string& xpath) {
-    const std::string text = Embedded(ticket);
-    const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
-        xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, XML_PARSE_NONET),
-        xmlFreeDoc);
-    if (!tree) return "(malformed)";
-    const std::unique_ptr<xmlXPathContext, decltype(&xmlXPathFreeContext)> context(
-        xmlXPathNewContext(tree.get()), xmlXPathFreeContext);
-    const std::unique_ptr<xmlXPathObject, decltype(&xmlXPathFreeObject)> found(
-        xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(("string(" + xpath + ")").c_str()),
-                               context.get()),
-        xmlXPathFreeObject);
-    return found ? reinterpret_cast<const char*>(found->stringval) : "(no such expression)";
+    return OutsideView(Embedded(ticket), xpath);
 }
 
 struct Answer {

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "JobUnderTest.h"
 
 #include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
@@ -101,11 +103,7 @@ TEST(DataModelLessFeatureAccess, StandsDocumentsThatNobodyWouldWrite) {
         return text;
     };
     const std::string megabytes(10 << 20, 'x');
-    const struct {
-        const char* name;
-        std::string settings;
-        int value;
-    } cases[] = {
+    const Rows<const char*, std::string, int> cases{
         {"another root", "<AnotherRoot><booklet-api>booklet-on</booklet-api></AnotherRoot>", VAL_BOOKLET_ON},
         {"only the element", "<booklet-api>booklet-on</booklet-api>", VAL_BOOKLET_OFF},
         {"nested", nested(100), VAL_BOOKLET_ON},
@@ -118,11 +116,11 @@ TEST(DataModelLessFeatureAccess, StandsDocumentsThatNobodyWouldWrite) {
         {"with a DTD", "<!DOCTYPE a [<!ENTITY e 'booklet-on'>]><a><booklet-api>&e;</booklet-api></a>",
          VAL_BOOKLET_OFF},
     };
-    for (const auto& row : cases) {
+    for (const auto& [name, settings, value] : cases) {
         JobUnderTest job;
-        job.ticket.publicSettings = row.settings;
+        job.ticket.publicSettings = settings;
         job.AddAttribute(FEAT_BOOKLET, AttributeBytesValue::FromOption(VAL_BOOKLET_OFF));
-        EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, row.value) << row.name;
+        EXPECT_EQ(Ask(job, FEAT_BOOKLET).value, value) << name;
     }
 }
 

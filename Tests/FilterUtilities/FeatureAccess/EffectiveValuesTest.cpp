@@ -1,3 +1,6 @@
+#include "Support/AttributeLists.h"
+#include "Support/Rows.h"
+
 #include "JobUnderTest.h"
 
 #include <Encryption/DataEncrypter.h>
@@ -7,13 +10,8 @@ namespace {
 
 using namespace DataModelIds;
 using enum FeatureValueSource;
+using enum JobUnderTest::Kind;
 using Bytes = AttributeBytesValue;
-
-const Answered nothing;
-Answered By(FeatureValueSource source, int value) { return {true, value, source}; }
-Answered UnspecifiedBy(FeatureValueSource source, int value = VAL_UNSPECIFIED) {
-    return {false, value, source};
-}
 
 Answered AskInMedia(JobUnderTest& job, tagFeatureEnum feature) {
     FeatureValueSource source{};
@@ -29,22 +27,14 @@ Answered AskMediaSize(JobUnderTest& job) {
     return {value.IsSpecified(), value.GetValue(), source};
 }
 
-AttributeBytesValue Collection(std::initializer_list<std::pair<tagFeatureEnum, Bytes>> members) {
-    AttributeBytesIndexedList list;
-    for (const auto& [feature, value] : members)
-        list.AddAttributeBytes(::AttributeBytes(AttributeBytesFeatureId(feature), value));
-    return Bytes::FromCollection(list);
+Bytes Collection(std::initializer_list<std::pair<LONG, Bytes>> members) {
+    return Bytes::FromCollection(Attributes(members));
 }
 
 // ---- Media
 
 TEST(EffectiveValues, ReadMediaByPublishedAndPrivateWords) {
-    const struct {
-        const wchar_t* ticketFeature;
-        const wchar_t* word;
-        tagFeatureEnum feature;
-        int value;
-    } cases[] = {
+    const Rows<const wchar_t*, const wchar_t*, tagFeatureEnum, int> cases{
         {L"PageMediaColor", L"Blue", FEAT_MEDIA_COLOR, 6754},
         {L"PageMediaColor", L"blue", FEAT_MEDIA_COLOR, 6754},
         {L"PageMediaColor", L"BLUE", FEAT_MEDIA_COLOR, 5001},
@@ -62,18 +52,17 @@ TEST(EffectiveValues, ReadMediaByPublishedAndPrivateWords) {
         {L"JobInputBin", L"manual", FEAT_INPUT_TRAY, 9163},
         {L"JobInputBin", L"tray-10", FEAT_INPUT_TRAY, 5001},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.word);
+    for (const auto& [ticketFeature, word, feature, value] : cases) {
+        SCOPED_TRACE(word);
         JobUnderTest job;
-        EXPECT_EQ(AskInMedia(job, row.feature), nothing) << "not supported";
-        job.ticket.Choose(row.ticketFeature, row.word);
-        EXPECT_EQ(AskInMedia(job, row.feature),
-                  row.value != VAL_UNSPECIFIED ? By(PrintTicket, row.value) : UnspecifiedBy(PrintTicket));
+        EXPECT_EQ(AskInMedia(job, feature), nothing) << "not supported";
+        job.ticket.Choose(ticketFeature, word);
+        EXPECT_EQ(AskInMedia(job, feature),
+                  value != VAL_UNSPECIFIED ? By(PrintTicket, value) : UnspecifiedBy(PrintTicket));
         for (const tagFeatureEnum other : {FEAT_FRONT_COVER, FEAT_BACK_COVER, FEAT_ANNOTATION_COL})
-            EXPECT_FALSE(job.Access().GetOptionValueWithContext(other, row.feature).IsSpecified());
-        EXPECT_FALSE(job.Access()
-                         .GetOptionValueWithContext(FEAT_MEDIA_COL, FEAT_MEDIA_COL, row.feature)
-                         .IsSpecified());
+            EXPECT_FALSE(job.Access().GetOptionValueWithContext(other, feature).IsSpecified());
+        EXPECT_FALSE(
+            job.Access().GetOptionValueWithContext(FEAT_MEDIA_COL, FEAT_MEDIA_COL, feature).IsSpecified());
     }
 }
 
@@ -228,56 +217,32 @@ TEST(EffectiveValues, ReadCopiesFromTheTicket) {
 
 TEST(EffectiveValues, ReadAdjustmentsFromTheAttributeBytesAndEnforceThem) {
     const std::optional<Bytes> absent;
-    const struct {
-        const char* what;
-        std::optional<Bytes> attribute;
-        bool isRequired;
-        JobUnderTest::Kind kind;
-        Integer expected;
-    } cases[] = {
-        {"nothing", absent, false, JobUnderTest::Kind::OfJobWithAttributeBytes, {}},
-        {"required", absent, true, JobUnderTest::Kind::OfJobWithAttributeBytes, {true, 25, FactoryDefault}},
-        {"required outside a job", absent, true, JobUnderTest::Kind::OutsideJob, {}},
-        {"an attribute",
-         Bytes::FromInteger(-40),
-         true,
-         JobUnderTest::Kind::OutsideJob,
-         {true, -40, AttributeBytes}},
-        {"zero is a value",
-         Bytes::FromInteger(0),
-         true,
-         JobUnderTest::Kind::OfJobWithAttributeBytes,
-         {true, 0, AttributeBytes}},
-        {"no attribute bytes", Bytes::FromInteger(-40), true, JobUnderTest::Kind::OfJob, {}},
-        {"not specified",
-         Bytes::FromInteger(12, false),
-         false,
-         JobUnderTest::Kind::OfJobWithAttributeBytes,
-         {false, 12, AttributeBytes}},
-        {"not specified, and required: the value is not 0, and stays",
-         Bytes::FromInteger(12, false),
-         true,
-         JobUnderTest::Kind::OfJobWithAttributeBytes,
-         {true, 12, AttributeBytes}},
-        {"of another kind",
-         Bytes::FromOption(5),
-         true,
-         JobUnderTest::Kind::OfJobWithAttributeBytes,
-         {true, 25, FactoryDefault}},
+    const Bytes unspecified = Bytes::FromInteger(12, false);
+    const Rows<const char*, std::optional<Bytes>, bool, JobUnderTest::Kind, Integer> cases{
+        {"nothing", absent, false, OfJobWithAttributeBytes, Integer{}},
+        {"required", absent, true, OfJobWithAttributeBytes, Integer{true, 25, FactoryDefault}},
+        {"required outside a job", absent, true, OutsideJob, Integer{}},
+        {"an attribute", Bytes::FromInteger(-40), true, OutsideJob, Integer{true, -40, AttributeBytes}},
+        {"zero", Bytes::FromInteger(0), true, OfJobWithAttributeBytes, Integer{true, 0, AttributeBytes}},
+        {"no attribute bytes", Bytes::FromInteger(-40), true, OfJob, Integer{}},
+        {"unspecified", unspecified, false, OfJobWithAttributeBytes, Integer{false, 12, AttributeBytes}},
+        // The value is not 0, and stays.
+        {"both", unspecified, true, OfJobWithAttributeBytes, Integer{true, 12, AttributeBytes}},
+        {"an option", Bytes::FromOption(5), true, OfJobWithAttributeBytes, Integer{true, 25, FactoryDefault}},
     };
     const std::pair<tagFeatureEnum, const char*> features[] = {
         {FEAT_LIGHTNESS, "adjust-lightness"},
         {FEAT_COLORBALANCE_YELLOW_BLUE, "adjust-yellow-blue"},
     };
-    for (const auto& row : cases) {
+    for (const auto& [what, attribute, isRequired, kind, expected] : cases) {
         for (const auto& [feature, name] : features) {
-            SCOPED_TRACE(std::string(row.what) + ", " + name);
+            SCOPED_TRACE(std::string(what) + ", " + name);
             JobUnderTest job;
-            job.kind = row.kind;
+            job.kind = kind;
             job.AddAttribute(FEAT_SIDES_IMAGED, Bytes::FromOption(VAL_SIDES_ONE_SIDED));
-            if (row.attribute) job.AddAttribute(feature, *row.attribute);
-            job.device = {OfferedInteger(name, "25", row.isRequired)};
-            EXPECT_EQ(AskInteger(job, feature), row.expected);
+            if (attribute) job.AddAttribute(feature, *attribute);
+            job.device = {OfferedInteger(name, "25", isRequired)};
+            EXPECT_EQ(AskInteger(job, feature), expected);
         }
     }
     JobUnderTest job;
@@ -289,11 +254,8 @@ TEST(EffectiveValues, ReadAdjustmentsFromTheAttributeBytesAndEnforceThem) {
 }
 
 TEST(EffectiveValues, ReadTheMediaWeightFromTheDocumentAndThenFromTheCollection) {
-    const struct {
-        const char* text; // null for no element
-        const char* mark;
-        Integer expected;
-    } cases[] = {
+    // text: null for no element
+    const Rows<const char*, const char*, Integer> cases{
         {nullptr, "", {true, 120, AttributeBytes}},
         {"80", "", {true, 80, PublicDocumentSettings}},
         {"79.5", "", {true, 79, PublicDocumentSettings}}, // just below a half is added
@@ -301,15 +263,15 @@ TEST(EffectiveValues, ReadTheMediaWeightFromTheDocumentAndThenFromTheCollection)
         {"80", "specified='false'", {false, 0, PublicDocumentSettings}},
         {"heavy", "", {true, 0, PublicDocumentSettings}},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.text ? row.text : "no element");
+    for (const auto& [text, mark, expected] : cases) {
+        SCOPED_TRACE(text ? text : "no element");
         JobUnderTest job;
         job.AddAttribute(FEAT_MEDIA_COL, Collection({{FEAT_MEDIA_WEIGHT, Bytes::FromInteger(120)}}));
-        if (row.text) job.AddElement("media-weight-metric", row.text, row.mark);
+        if (text) job.AddElement("media-weight-metric", text, mark);
         Integer answer{false, -1, None};
         answer.isSpecified =
             job.Access().GetIntegerValue(FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT, answer.value, answer.source);
-        EXPECT_EQ(answer, row.expected);
+        EXPECT_EQ(answer, expected);
         int value = -1;
         EXPECT_FALSE(job.Access().GetIntegerValue(FEAT_FRONT_COVER, FEAT_MEDIA_WEIGHT, value));
         EXPECT_EQ(value, 0);
@@ -413,12 +375,8 @@ TEST(EffectiveValues, ReadThePinFromTheTicket) {
 }
 
 TEST(EffectiveValues, OnlySecureJobsHaveANameOfTheirOwn) {
-    const struct {
-        const char* jobType; // null for none
-        bool isPinOn;
-        std::optional<Bytes> name;
-        Text expected;
-    } cases[] = {
+    // jobType: null for none
+    const Rows<const char*, bool, std::optional<Bytes>, Text> cases{
         {nullptr, false, Bytes::FromString(L"mine"), {true, L"document", Rule}},
         {"normal-print", false, Bytes::FromString(L"mine"), {true, L"document", Rule}},
         {"secure-print", false, Bytes::FromString(L"mine"), {true, L"mine", AttributeBytes}},
@@ -427,18 +385,17 @@ TEST(EffectiveValues, OnlySecureJobsHaveANameOfTheirOwn) {
         {"secure-print", false, std::nullopt, {true, L"document", Rule}},
         {"normal-print", true, Bytes::FromString(L"mine"), {true, L"mine", AttributeBytes}},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(::testing::Message()
-                     << (row.jobType ? row.jobType : "no type") << " -> " << row.expected);
+    for (const auto& [jobType, isPinOn, name, expected] : cases) {
+        SCOPED_TRACE(::testing::Message() << (jobType ? jobType : "no type") << " -> " << expected);
         JobUnderTest job;
-        if (row.jobType) job.AddElement("job-type-api", row.jobType);
+        if (jobType) job.AddElement("job-type-api", jobType);
         job.AddElement("job-name", "of the document settings, where nobody looks");
-        if (row.isPinOn) job.ticket.Choose(L"JobPasscode", L"On");
-        if (row.name) job.AddAttribute(FEAT_JOB_NAME, *row.name);
-        EXPECT_EQ(AskText(job, FEAT_JOB_NAME), row.expected);
+        if (isPinOn) job.ticket.Choose(L"JobPasscode", L"On");
+        if (name) job.AddAttribute(FEAT_JOB_NAME, *name);
+        EXPECT_EQ(AskText(job, FEAT_JOB_NAME), expected);
     }
     JobUnderTest outside;
-    outside.kind = JobUnderTest::Kind::OutsideJob;
+    outside.kind = OutsideJob;
     EXPECT_EQ(AskText(outside, FEAT_JOB_NAME), Text()) << "there is no document";
 }
 
@@ -552,27 +509,24 @@ TEST(EffectiveValues, FindCollectionsAndTheirMembersInTheAttributeBytes) {
     EXPECT_EQ(count(FEAT_BACK_COVER, FEAT_PAGE_INSERT), 0U);
 
     JobUnderTest without;
-    without.kind = JobUnderTest::Kind::OfJob;
+    without.kind = OfJob;
     EXPECT_FALSE(without.Access().IsCollectionSpecified(FEAT_FRONT_COVER));
     EXPECT_FALSE(without.Access().IsCollectionSpecified(FEAT_FRONT_COVER, FEAT_MEDIA_COL, FEAT_MEDIA_COLOR));
 }
 
 TEST(EffectiveValues, CountAnnotationsInTheDocumentWhereItHasThem) {
-    const struct {
-        const char* element; // null for none
-        const char* mark;
-        unsigned int count;
-    } cases[] = {
+    // element: null for none
+    const Rows<const char*, const char*, unsigned int> cases{
         {nullptr, "", 2},
         {"<annotation-element-col-api><a/><b/><c/></annotation-element-col-api>", "", 3},
         {"<annotation-element-col-api><a/></annotation-element-col-api>", "specified='false'", 1},
         {"<annotation-element-col-api specified='false'><a/></annotation-element-col-api>", "", 0},
         {"<other/>", "", 0},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.element ? row.element : "no element");
+    for (const auto& [element, mark, count] : cases) {
+        SCOPED_TRACE(element ? element : "no element");
         JobUnderTest job;
-        if (row.element) job.AddElement("annotation-col-api", row.element, row.mark);
+        if (element) job.AddElement("annotation-col-api", element, mark);
         AttributeBytesIndexedList entries;
         for (const int position : {0, 1})
             entries.AddAttributeBytes(
@@ -581,7 +535,7 @@ TEST(EffectiveValues, CountAnnotationsInTheDocumentWhereItHasThem) {
                          Collection({{FEAT_ANNOTATION_ELEMENT_COL, Bytes::FromCollectionSet(entries)}}));
         EXPECT_EQ(job.Access().GetCountOfSpecified1SetOfCollectionElements(FEAT_ANNOTATION_COL,
                                                                            FEAT_ANNOTATION_ELEMENT_COL),
-                  row.count);
+                  count);
         EXPECT_TRUE(job.Access().IsCollectionSpecified(FEAT_ANNOTATION_COL));
     }
     JobUnderTest documentOnly;

@@ -3,6 +3,7 @@
 #include "Support/FailureSweep.h"
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "JobUnderTest.h"
+#include "Support/Rows.h"
 
 #include <Media/CPageImageablePCHandler.h>
 #include <Media/PageMediaSizePtPcHelper.h>
@@ -162,11 +163,7 @@ TEST(FailureSweep, NoSetterOfAnAccessLosesWhatTheTicketHolds) {
         });
     };
     const auto settings = Edit([](Job& job) { job.access.SetJobOrvelPublicDocSettingsXml("<new/>"); });
-    const struct {
-        const char* name;
-        const std::string& ticket;
-        Sweep::Operation operation;
-    } setters[] = {
+    const Rows<const char*, std::string, Sweep::Operation> setters{
         {"sides", full, option(L"JobDuplexAllDocumentsContiguously", L"TwoSidedLongEdge")},
         {"collation", full, option(L"DocumentCollate", L"Uncollated")},
         {"a private type", full, option(L"PageMediaType", L"Rough")},
@@ -213,10 +210,10 @@ TEST(FailureSweep, NoSetterOfAnAccessLosesWhatTheTicketHolds) {
     // The first use of settings that are not there, whatever for, makes an empty document.
     Job withEmptySettings(plain);
     ASSERT_FALSE(withEmptySettings.features.GetOptionValue(FEAT_OUTLINES).IsSpecified());
-    for (const auto& setter : setters) {
-        Sweep sweep(MakeJob(setter.ticket), setter.operation);
-        EXPECT_TRUE(sweep.IsEdit()) << setter.name;
-        sweep.Run(setter.name, {withEmptySettings.State()});
+    for (const auto& [name, ticket, operation] : setters) {
+        Sweep sweep(MakeJob(ticket), operation);
+        EXPECT_TRUE(sweep.IsEdit()) << name;
+        sweep.Run(name, {withEmptySettings.State()});
     }
 }
 
@@ -273,10 +270,7 @@ TEST(FailureSweep, NoFirstQuestionToAnAccessChangesItsAnswers) {
             return range.second;
         });
     };
-    const struct {
-        const char* name;
-        Sweep::Operation operation;
-    } questions[] = {
+    const Rows<const char*, Sweep::Operation> questions{
         {"support of a feature", isSupported(L"PageMediaType")},
         {"support of copies", isSupported(L"JobCopiesAllDocuments")},
         {"support of secure print", isSupported(L"JobSimpleSecurePrint")},
@@ -345,18 +339,14 @@ TEST(FailureSweep, NoFirstQuestionToAnAccessChangesItsAnswers) {
                                     limits[3]);
          }},
     };
-    for (const auto& question : questions)
-        Sweep(MakeJob(full), question.operation).Run(question.name);
+    for (const auto& [name, operation] : questions)
+        Sweep(MakeJob(full), operation).Run(name);
 }
 
 TEST(FailureSweep, NoFirstQuestionToTheFeatureAccessChangesItsAnswersOrTheTicket) {
     const std::string full = FullTicket();
     const std::string plain = PlainTicket();
-    const struct {
-        const char* name;
-        const std::string& ticket;
-        Sweep::Operation operation;
-    } questions[] = {
+    const Rows<const char*, std::string, Sweep::Operation> questions{
         {"outlines, of the public settings", full, Option(FEAT_OUTLINES)},
         {"outlines, of a ticket without settings", plain, Option(FEAT_OUTLINES)},
         {"booklet, of the attribute bytes", full, Option(FEAT_BOOKLET)},
@@ -379,8 +369,8 @@ TEST(FailureSweep, NoFirstQuestionToTheFeatureAccessChangesItsAnswersOrTheTicket
         {"a collection", full,
          Question<bool>([](Job& job) { return job.features.IsCollectionSpecified(FEAT_ANNOTATION_COL); })},
     };
-    for (const auto& question : questions)
-        Sweep(MakeJob(question.ticket), question.operation).Run(question.name);
+    for (const auto& [name, ticket, operation] : questions)
+        Sweep(MakeJob(ticket), operation).Run(name);
 }
 
 } // namespace

@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include "JobUnderTest.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
@@ -6,24 +8,13 @@ namespace {
 
 using namespace DataModelIds;
 using enum FeatureValueSource;
+using enum JobUnderTest::Kind;
 using Bytes = AttributeBytesValue;
-
-const Answered nothing;
-
-Answered By(FeatureValueSource source, int value) { return {true, value, source}; }
-Answered UnspecifiedBy(FeatureValueSource source, int value = VAL_UNSPECIFIED) {
-    return {false, value, source};
-}
 
 // ---- Rules of one place
 
 TEST(FeatureOptionRules, TakeOptionsOfTheTicket) {
-    const struct {
-        tagFeatureEnum feature;
-        std::wstring ticketFeature;
-        std::wstring option;
-        int value;
-    } cases[] = {
+    const Rows<tagFeatureEnum, std::wstring, std::wstring, int> cases{
         {FEAT_MS_ORIENTATION, L"PageOrientation", L"Landscape", 5011},
         {FEAT_COLLATION, L"DocumentCollate", L"Uncollated", 5411},
         {FEAT_COLOR_EFFECTS, L"PageOutputColor", L"Monochrome", 5971},
@@ -38,29 +29,23 @@ TEST(FeatureOptionRules, TakeOptionsOfTheTicket) {
         {FEAT_PAGE_LAYOUT, L"DocumentNUp", L"2", 7241},
         {FEAT_SIDES_IMAGED, L"JobDuplexAllDocumentsContiguously", L"TwoSidedShortEdge", 5422},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.feature);
+    for (const auto& [feature, ticketFeature, option, value] : cases) {
+        SCOPED_TRACE(feature);
         JobUnderTest job;
-        job.ticket.Choose(row.ticketFeature, row.option);
-        EXPECT_EQ(Ask(job, row.feature), By(PrintTicket, row.value));
-        for (const std::wstring& other :
-             {row.option + L" ", L"psk:" + row.option, std::wstring(L"Twaddle")}) {
-            job.ticket.options[row.ticketFeature] = other;
-            EXPECT_NE(Ask(job, row.feature).value, row.value);
+        job.ticket.Choose(ticketFeature, option);
+        EXPECT_EQ(Ask(job, feature), By(PrintTicket, value));
+        for (const std::wstring& other : {option + L" ", L"psk:" + option, std::wstring(L"Twaddle")}) {
+            job.ticket.options[ticketFeature] = other;
+            EXPECT_NE(Ask(job, feature).value, value);
         }
-        job.ticket.Choose(row.ticketFeature, row.option);
+        job.ticket.Choose(ticketFeature, option);
         job.ticket.supported.clear();
-        EXPECT_FALSE(Ask(job, row.feature).isSpecified) << "of a feature that is not supported";
+        EXPECT_FALSE(Ask(job, feature).isSpecified) << "of a feature that is not supported";
     }
 }
 
 TEST(FeatureOptionRules, TakeTextsOfTheDocumentSettings) {
-    const struct {
-        tagFeatureEnum feature;
-        const char* element;
-        const char* text;
-        int value;
-    } cases[] = {
+    const Rows<tagFeatureEnum, const char*, const char*, int> cases{
         {FEAT_OUTLINES, "outlines-api", "outlines-off", 7611},
         {FEAT_FINISHING_CENTER_STAPLE, "center-staple-api", "center-staples-r", 8029},
         {FEAT_FINISHING_4_STAPLES, "four-staples-api", "4-staples-b", 10245},
@@ -74,20 +59,19 @@ TEST(FeatureOptionRules, TakeTextsOfTheDocumentSettings) {
         {FEAT_BOOKLET, "booklet-api", "booklet-on", 5111},
         {FEAT_JOB_TYPE, "job-type-api", "proof-print", 7899},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.element);
+    for (const auto& [feature, element, text, value] : cases) {
+        SCOPED_TRACE(element);
         JobUnderTest job;
-        job.AddElement("collection",
-                       std::string("<") + row.element + ">" + row.text + "</" + row.element + ">");
-        EXPECT_EQ(Ask(job, row.feature), By(PublicDocumentSettings, row.value)) << "at any depth";
+        job.AddElement("collection", std::string("<") + element + ">" + text + "</" + element + ">");
+        EXPECT_EQ(Ask(job, feature), By(PublicDocumentSettings, value)) << "at any depth";
 
         JobUnderTest marked;
-        marked.AddElement(row.element, row.text, "specified=\"False\"");
-        EXPECT_EQ(Ask(marked, row.feature), By(PublicDocumentSettings, row.value));
+        marked.AddElement(element, text, "specified=\"False\"");
+        EXPECT_EQ(Ask(marked, feature), By(PublicDocumentSettings, value));
 
         JobUnderTest other;
-        other.AddElement(row.element, "twaddle");
-        EXPECT_NE(Ask(other, row.feature).value, row.value);
+        other.AddElement(element, "twaddle");
+        EXPECT_NE(Ask(other, feature).value, value);
     }
     JobUnderTest job;
     job.AddElement("outlines-api", "outlines-on", "specified=\"false\"");
@@ -120,12 +104,8 @@ TEST(FeatureOptionRules, KnowNothingOfOtherFeatures) {
 
 TEST(FeatureOptionRules, AskTheAttributeBytesWhereTheDocumentSettingsHaveNoElement) {
     const auto quality = FEAT_PRINT_QUALITY_LEVEL;
-    const struct {
-        const char* text; // of the element, if there is one
-        const char* attributes;
-        std::optional<Bytes> attribute;
-        Answered expected;
-    } cases[] = {
+    // text: of the element, if there is one
+    const Rows<const char*, const char*, std::optional<Bytes>, Answered> cases{
         {"fast-draft", "", Bytes::FromOption(VAL_QUALITY_PHOTO),
          By(PublicDocumentSettings, VAL_QUALITY_DRAFT)},
         {"fast-draft", "specified='false'", Bytes::FromOption(VAL_QUALITY_PHOTO),
@@ -137,11 +117,11 @@ TEST(FeatureOptionRules, AskTheAttributeBytesWhereTheDocumentSettingsHaveNoEleme
         {nullptr, "", Bytes::FromInteger(3), nothing},
         {nullptr, "", {}, nothing},
     };
-    for (const auto& row : cases) {
+    for (const auto& [text, attributes, attribute, expected] : cases) {
         JobUnderTest job;
-        if (row.text != nullptr) job.AddElement("print-quality-level", row.text, row.attributes);
-        if (row.attribute) job.AddAttribute(quality, *row.attribute);
-        EXPECT_EQ(Ask(job, quality), row.expected) << (row.text ? row.text : "no element");
+        if (text != nullptr) job.AddElement("print-quality-level", text, attributes);
+        if (attribute) job.AddAttribute(quality, *attribute);
+        EXPECT_EQ(Ask(job, quality), expected) << (text ? text : "no element");
     }
 }
 
@@ -177,83 +157,43 @@ TEST(FeatureOptionRules, FoldBeginsWithTheTicket) {
 // ---- Required features
 
 TEST(FeatureOptionRules, GiveARequiredFeatureTheFactoryDefault) {
-    using Kind = JobUnderTest::Kind;
-    const auto offset = FEAT_PRINT_QUALITY_LEVEL;
-    const struct {
-        const char* name;
-        Kind kind;
-        OfferedFeature feature;
-        const char* text;
-        const char* attributes;
-        Answered expected;
-    } cases[] = {
-        {"enforced",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, "standard"},
-         nullptr,
-         "",
-         By(FactoryDefault, VAL_QUALITY_STANDARD)},
-        {"without attribute bytes", Kind::OfJob, {"", {}, true, "standard"}, nullptr, "", nothing},
-        {"outside a job", Kind::OutsideJob, {"", {}, true, "standard"}, nullptr, "", nothing},
-        {"not required", Kind::OfJobWithAttributeBytes, {"", {}, false, "standard"}, nullptr, "", nothing},
-        {"no default",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, ""},
-         nullptr,
-         "",
-         By(Rule, VAL_UNSPECIFIED)},
-        {"unknown default",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, "twaddle"},
-         nullptr,
-         "",
-         By(Rule, VAL_UNSPECIFIED)},
-        {"specified",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, "standard"},
-         "enhanced",
-         "",
+    const std::string name = "print-quality-level";
+    const OfferedFeature required{name, {}, true, "standard"};
+    const Rows<JobUnderTest::Kind, OfferedFeature, const char*, const char*, Answered> cases{
+        {OfJobWithAttributeBytes, required, nullptr, "", By(FactoryDefault, VAL_QUALITY_STANDARD)},
+        {OfJob, required, nullptr, "", nothing},
+        {OutsideJob, required, nullptr, "", nothing},
+        {OfJobWithAttributeBytes, {name, {}, false, "standard"}, nullptr, "", nothing},
+        {OfJobWithAttributeBytes, {name, {}, true, ""}, nullptr, "", By(Rule, VAL_UNSPECIFIED)},
+        {OfJobWithAttributeBytes, {name, {}, true, "twaddle"}, nullptr, "", By(Rule, VAL_UNSPECIFIED)},
+        {OfJobWithAttributeBytes, required, "enhanced", "", By(PublicDocumentSettings, VAL_QUALITY_ENHANCED)},
+        {OfJobWithAttributeBytes, required, "enhanced", "specified='false'",
          By(PublicDocumentSettings, VAL_QUALITY_ENHANCED)},
-        {"a value that is not specified",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, "standard"},
-         "enhanced",
-         "specified='false'",
-         By(PublicDocumentSettings, VAL_QUALITY_ENHANCED)},
-        {"unknown word",
-         Kind::OfJobWithAttributeBytes,
-         {"", {}, true, "standard"},
-         "twaddle",
-         "",
-         By(FactoryDefault, VAL_QUALITY_STANDARD)},
+        {OfJobWithAttributeBytes, required, "twaddle", "", By(FactoryDefault, VAL_QUALITY_STANDARD)},
     };
-    for (const auto& row : cases) {
+    for (const auto& [kind, feature, text, attributes, expected] : cases) {
         JobUnderTest job;
-        job.kind = row.kind;
-        job.device = {row.feature};
-        job.device[0].name = "print-quality-level";
-        if (row.text != nullptr) job.AddElement("print-quality-level", row.text, row.attributes);
-        EXPECT_EQ(Ask(job, offset), row.expected) << row.name;
+        job.kind = kind;
+        job.device = {feature};
+        if (text != nullptr) job.AddElement(name, text, attributes);
+        EXPECT_EQ(Ask(job, FEAT_PRINT_QUALITY_LEVEL), expected)
+            << static_cast<int>(kind) << feature.factoryDefault << (text ? text : "");
     }
 }
 
 // ---- Rules of their own
 
 TEST(FeatureOptionRules, CoverOptionsEndWithNone) {
-    const struct {
-        const char* text;
-        const char* attributes;
-        Answered expected;
-    } cases[] = {
+    const Rows<const char*, const char*, Answered> cases{
         {nullptr, "", By(Rule, VAL_COVER_OPTION_NONE)},
         {"twaddle", "", By(Rule, VAL_COVER_OPTION_NONE)},
         {"cover-front-only", "specified='false'", By(Rule, VAL_COVER_OPTION_NONE)},
         {"cover-front-only", "", By(PublicDocumentSettings, VAL_COVER_FRONT_ONLY)},
     };
-    for (const auto& row : cases) {
+    for (const auto& [text, attributes, expected] : cases) {
         JobUnderTest job;
-        if (row.text != nullptr) job.AddElement("cover-options-api", row.text, row.attributes);
-        EXPECT_EQ(Ask(job, FEAT_COVER_OPTIONS), row.expected) << (row.text ? row.text : "no element");
+        if (text != nullptr) job.AddElement("cover-options-api", text, attributes);
+        EXPECT_EQ(Ask(job, FEAT_COVER_OPTIONS), expected) << (text ? text : "no element");
     }
 }
 
@@ -325,13 +265,7 @@ TEST(FeatureOptionRules, SidesMarkedNotSpecifiedAreNobodysChoice) {
 }
 
 TEST(FeatureOptionRules, StaplePositionsLeaveTheCountToOtherFeatures) {
-    const struct {
-        const wchar_t* option;
-        std::vector<std::wstring> offered;
-        int staple;
-        int oneStaple;
-        int twoStaples;
-    } cases[] = {
+    const Rows<const wchar_t*, std::vector<std::wstring>, int, int, int> cases{
         {L"StapleTopLeft", {L"None", L"StapleTopLeft", L"StapleTopRight"}, 5001, 8023, 5001},
         {L"StapleTopLeft", {L"None", L"StapleTopLeft"}, 8061, 8023, 5001},
         {L"StapleTopLeft", {}, 8061, 8023, 5001},
@@ -341,13 +275,13 @@ TEST(FeatureOptionRules, StaplePositionsLeaveTheCountToOtherFeatures) {
         {L"MultipleStaples", {}, 8064, 5001, 5001},
         {L"None", {}, 5001, 5001, 5001},
     };
-    for (const auto& row : cases) {
+    for (const auto& [option, offered, staple, oneStaple, twoStaples] : cases) {
         JobUnderTest job;
-        job.ticket.Choose(L"JobStapleAllDocuments", row.option);
-        job.ticket.offeredOptions[L"JobStapleAllDocuments"] = row.offered;
-        EXPECT_EQ(Ask(job, FEAT_FINISHING_STAPLE).value, row.staple);
-        EXPECT_EQ(Ask(job, FEAT_FINISHING_1_STAPLE).value, row.oneStaple);
-        EXPECT_EQ(Ask(job, FEAT_FINISHING_2_STAPLES).value, row.twoStaples);
+        job.ticket.Choose(L"JobStapleAllDocuments", option);
+        job.ticket.offeredOptions[L"JobStapleAllDocuments"] = offered;
+        EXPECT_EQ(Ask(job, FEAT_FINISHING_STAPLE).value, staple);
+        EXPECT_EQ(Ask(job, FEAT_FINISHING_1_STAPLE).value, oneStaple);
+        EXPECT_EQ(Ask(job, FEAT_FINISHING_2_STAPLES).value, twoStaples);
     }
 }
 

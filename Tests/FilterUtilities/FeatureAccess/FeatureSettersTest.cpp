@@ -1,5 +1,6 @@
 #include "JobUnderTest.h"
 
+#include "Support/Rows.h"
 #include "Support/TicketText.h"
 
 #include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
@@ -41,11 +42,8 @@ protected:
 };
 
 TEST_F(FeatureSetters, WriteTicketOptionsThatANewReaderFinds) {
-    const struct {
-        tagFeatureEnum feature;
-        SimpleOptionValue value;
-        int found; // in a ticket without the feature
-    } cases[] = {
+    // found: in a ticket without the feature
+    const Rows<tagFeatureEnum, SimpleOptionValue, int> cases{
         {FEAT_COLLATION, VAL_COLLATION_COLLATED, 5410},
         {FEAT_COLLATION, VAL_COLLATION_UNCOLLATED, 5411},
         {FEAT_COLLATION, SimpleOptionValue(false, VAL_COLLATION_UNCOLLATED), 5411},
@@ -60,19 +58,19 @@ TEST_F(FeatureSetters, WriteTicketOptionsThatANewReaderFinds) {
     };
     const std::string filled = Choice("psk:DocumentCollate", "psk:Other") +
                                Choice("psk:JobDuplexAllDocumentsContiguously", "psk:Other");
-    for (const auto& row : cases) {
+    for (const auto& [feature, value, found] : cases) {
         for (const std::string& before : {std::string(), filled}) {
-            SCOPED_TRACE(::testing::Message() << row.feature << " = " << row.value.GetValue() << " into "
+            SCOPED_TRACE(::testing::Message() << feature << " = " << value.GetValue() << " into "
                                               << (before.empty() ? "an empty ticket" : "another option"));
             NativeComPrintTicketAccess ticket(Wide(TicketText(before)), Wide(Capabilities()));
             SimpleOcapParser device((CPString()));
             DataModelLessFeatureAccess access(device, ticket, nullptr);
-            (void)access.GetOptionValue(row.feature); // so that the document is there already
+            (void)access.GetOptionValue(feature); // so that the document is there already
             const std::string textBefore = TextOf(ticket);
-            access.SetOptionValue(row.feature, row.value);
-            EXPECT_EQ(access.GetOptionValue(row.feature).GetValuePlusSpecifiedState(), row.found);
-            EXPECT_EQ(ReadAnew(ticket, row.feature).GetValuePlusSpecifiedState(), row.found);
-            if (row.found == VAL_UNSPECIFIED) {
+            access.SetOptionValue(feature, value);
+            EXPECT_EQ(access.GetOptionValue(feature).GetValuePlusSpecifiedState(), found);
+            EXPECT_EQ(ReadAnew(ticket, feature).GetValuePlusSpecifiedState(), found);
+            if (found == VAL_UNSPECIFIED) {
                 EXPECT_EQ(TextOf(ticket), textBefore);
             }
         }

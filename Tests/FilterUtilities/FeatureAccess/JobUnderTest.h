@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FakePrintTicketAccess.h"
+#include "Support/NoDisplayHelp.h"
 
 #include <FeatureAccess/DataModelLessFeatureAccess.h>
 
@@ -50,13 +51,6 @@ inline std::string DeviceDocument(const std::vector<OfferedFeature>& features) {
     }
     return text;
 }
-
-class NoDisplayHelp : public IAttributeBytesDebugDisplayHelper {
-public:
-    [[nodiscard]] std::unique_ptr<IAttributeBytesDebugDisplayHelper> Clone() const override {
-        return std::make_unique<NoDisplayHelp>();
-    }
-};
 
 // A job from its four places. What is put into the places counts until the first question.
 class JobUnderTest {
@@ -122,6 +116,12 @@ inline std::ostream& operator<<(std::ostream& out, const Answered& answer) {
                                               "attribute bytes", "the factory", "a rule"};
     return out << (answer.isSpecified ? "specified " : "unspecified ") << answer.value << " by "
                << sources[static_cast<std::size_t>(answer.source)];
+}
+
+inline const Answered nothing;
+inline Answered By(FeatureValueSource source, int value) { return {true, value, source}; }
+inline Answered UnspecifiedBy(FeatureValueSource source, int value = DataModelIds::VAL_UNSPECIFIED) {
+    return {false, value, source};
 }
 
 inline Answered Ask(JobUnderTest& job, DataModelIds::tagFeatureEnum feature) {

@@ -1,5 +1,7 @@
 // The sample queues: their devices, capabilities and default tickets fit each other and the dictionaries.
 
+#include "Support/Rows.h"
+
 #include "JobUnderTest.h"
 
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
@@ -117,12 +119,7 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
     EXPECT_FALSE(mono.settings->Features().IsSupportedFeature(FEAT_FINISHING_STAPLE));
     EXPECT_FALSE(mono.settings->Features().IsSupportedFeature(FEAT_FINISHING_FOLD));
 
-    const struct {
-        tagFeatureEnum asked;
-        int value;
-        const wchar_t* ticketFeature;
-        const wchar_t* option;
-    } rows[] = {
+    const Rows<tagFeatureEnum, int, const wchar_t*, const wchar_t*> rows{
         {FEAT_FINISHING_2_HOLE_PUNCH, VAL_FINISHING_HOLE_PUNCH_PTLR, L"JobHolePunch", L"HolePunchDualTop"},
         {FEAT_FINISHING_4_HOLE_PUNCH, VAL_FINISHING_HOLE_PUNCH_PLLT, L"JobHolePunch", L"HolePunchQuadLeft"},
         {FEAT_FINISHING_FOLD, VAL_FINISHING_Z_FOLD_PI, L"JobBindAllDocuments", L"FoldZ"},
@@ -134,10 +131,10 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
         {FEAT_MS_PIN_PRINTING, VAL_PIN_PRINTING_ON, L"JobPasscode", L"On"},
         {FEAT_MARGINS, VAL_MARGINS_BORDERLESS, L"PageBorderless", L"Borderless"},
     };
-    for (const auto& row : rows) {
-        color.settings->TicketAccess().SetCurrentValueOptionFeature(row.ticketFeature, row.option);
-        EXPECT_EQ(color.Ask(row.asked), (Answered{true, row.value, FeatureValueSource::PrintTicket}))
-            << CPString(row.option);
+    for (const auto& [asked, value, ticketFeature, option] : rows) {
+        color.settings->TicketAccess().SetCurrentValueOptionFeature(ticketFeature, option);
+        EXPECT_EQ(color.Ask(asked), (Answered{true, value, FeatureValueSource::PrintTicket}))
+            << CPString(option);
     }
     mono.settings->TicketAccess().SetCurrentValueOptionFeature(L"JobHolePunch", L"HolePunchDualLeft");
     EXPECT_EQ(mono.Ask(FEAT_FINISHING_HOLE_PUNCH).value, VAL_FINISHING_2_HOLE_PUNCH) << "counts only";
@@ -146,10 +143,7 @@ TEST(SampleQueues, OfferEveryFeatureOfTickets) {
 TEST(SampleQueues, ShowEachSourceDecide) {
     using enum FeatureValueSource;
     const SampleQueueJob job("ColorOffice");
-    const struct {
-        tagFeatureEnum feature;
-        Answered answer;
-    } rows[] = {
+    const Rows<tagFeatureEnum, Answered> rows{
         {FEAT_COLOR_EFFECTS, {true, VAL_COLOR_EFFECTS_COLOR, PrintTicket}},
         {FEAT_JOB_IDENTIFICATION, {true, VAL_PRINT_ID_OFF, PrintTicket}},
         {FEAT_PRINT_QUALITY_LEVEL, {true, VAL_QUALITY_ENHANCED, PublicDocumentSettings}},
@@ -161,9 +155,8 @@ TEST(SampleQueues, ShowEachSourceDecide) {
         {FEAT_COVER_OPTIONS, {true, VAL_COVER_OPTION_NONE, FactoryDefault}},
         {FEAT_JOB_TYPE, {true, VAL_JOB_TYPE_NORMAL_PRINT, FactoryDefault}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(job.Ask(row.feature), row.answer)
-            << job.settings->Features().GetFeatureEnumNameForDisplay(row.feature);
+    for (const auto& [feature, answer] : rows)
+        EXPECT_EQ(job.Ask(feature), answer) << job.settings->Features().GetFeatureEnumNameForDisplay(feature);
     int value = 0;
     FeatureValueSource source{};
     EXPECT_TRUE(job.settings->Features().GetIntegerValue(FEAT_LIGHTNESS, value, source));

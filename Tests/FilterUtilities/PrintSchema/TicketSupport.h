@@ -130,8 +130,7 @@ inline std::string MessageOf(const std::function<void()>& operation) {
 
 // What an outside reader finds in a document's text, by an expression with the usual prefixes; "(malformed)"
 // if it cannot read it, with namespaces, at all.
-inline std::string OutsideView(const PrintSchemaXmlDocument& document, const std::string& xpath) {
-    const std::string text = XmlOf(document);
+inline std::string OutsideView(const std::string& text, const std::string& xpath) {
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
         xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8",
                       XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE),
@@ -151,4 +150,8 @@ inline std::string OutsideView(const PrintSchemaXmlDocument& document, const std
                                context.get()),
         xmlXPathFreeObject);
     return found ? reinterpret_cast<const char*>(found->stringval) : "(no such expression)";
+}
+
+inline std::string OutsideView(const PrintSchemaXmlDocument& document, const std::string& xpath) {
+    return OutsideView(XmlOf(document), xpath);
 }

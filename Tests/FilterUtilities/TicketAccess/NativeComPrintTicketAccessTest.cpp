@@ -2,6 +2,7 @@
 #include <TicketAccess/PrintTicketFeatureTable.h>
 
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
@@ -106,10 +107,7 @@ TEST(TicketAccess, SupportIsReadFromTheCapabilities) {
         Named("ParameterDef", "ok:JobOrvelPublicDocSettings", "") + Named("Feature", "psk:PageScaling", "") +
         Named("ParameterDef", "pskv11:JobPasscodeString", ""));
     const Access access = AccessTo(Ticket("", AllNames()), capabilities);
-    const struct {
-        const char* feature;
-        bool isSupported;
-    } rows[] = {
+    const Rows<const char*, bool> rows{
         {"JobSimpleSecurePrint", true},
         {"PageMediaColor", true},
         {"PageBorderless", false}, // private, here public
@@ -124,8 +122,8 @@ TEST(TicketAccess, SupportIsReadFromTheCapabilities) {
         {"", false},
     };
     for (int time = 0; time < 2; ++time) // the second time from memory
-        for (const auto& row : rows)
-            EXPECT_EQ(access.IsSupportedPrintTicketFeature(row.feature), row.isSupported) << row.feature;
+        for (const auto& [feature, isSupported] : rows)
+            EXPECT_EQ(access.IsSupportedPrintTicketFeature(feature), isSupported) << feature;
 
     for (const char* parameter :
          {"<psf:ParameterDef name='ok:JobSimpleSecurePrint'/>", "",
@@ -142,12 +140,7 @@ TEST(TicketAccess, ThePasscodeNeedsTicketCapabilitiesAndAnOptionThatMayBeChosen)
     const auto offered = [](const char* constraint) {
         return Named("Feature", "pskv11:JobPasscode", Offer("psk:Off") + Offer("psk:On", "", constraint));
     };
-    const struct {
-        std::string ticket;
-        std::string capabilities;
-        bool isSupported;
-        const char* value;
-    } rows[] = {
+    const Rows<std::string, std::string, bool, const char*> rows{
         {Ticket(passcode, AllNames()), Capabilities(offered("psk:None")), true, "On"},
         {Ticket(passcode, AllNames()), Capabilities(offered("psk:AdminSettings")), true, "On"},
         {Ticket(passcode, AllNames()), Capabilities(offered("psk:devicesettings")), false, "On"},
@@ -161,11 +154,11 @@ TEST(TicketAccess, ThePasscodeNeedsTicketCapabilitiesAndAnOptionThatMayBeChosen)
                       PrivateNames() + Declare("n", keywordsV11Uri)),
          true, "On"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.ticket + row.capabilities);
-        const Access access = AccessTo(row.ticket, row.capabilities);
-        EXPECT_EQ(access.IsSupportedPrintTicketFeature(L"JobPasscode"), row.isSupported);
-        EXPECT_EQ(OptionOf(access, "JobPasscode"), row.value);
+    for (const auto& [ticket, capabilities, isSupported, value] : rows) {
+        SCOPED_TRACE(ticket + capabilities);
+        const Access access = AccessTo(ticket, capabilities);
+        EXPECT_EQ(access.IsSupportedPrintTicketFeature(L"JobPasscode"), isSupported);
+        EXPECT_EQ(OptionOf(access, "JobPasscode"), value);
     }
     // What the ticket has may change.
     Access access = AccessTo(Ticket("", AllNames()), Capabilities(offered("")));
@@ -247,18 +240,15 @@ TEST(TicketAccess, RangesComeFromTheDefinitions) {
         Capabilities(Named("ParameterDef", "psk:JobCopiesAllDocuments", Property("psf:MaxValue", "999")) +
                      Named("ParameterDef", "ok:JobSimpleSecurePrint", lengths) +
                      Named("ParameterDef", "pskv11:JobPasscodeString", Property("psf:MinLength", "6"))));
-    const struct {
-        const char* feature;
-        std::pair<int, int> expected;
-    } rows[] = {{"JobCopiesAllDocuments", {1, 999}},
-                {"JobSimpleSecurePrint", {4, 8}},
-                {"JobPasscodeString", {-1, -2}}, // not complete
-                {"PageMediaSize", {-1, -2}},
-                {"PageScaling", {-1, -2}}};
-    for (const auto& row : rows) {
+    const Rows<const char*, std::pair<int, int>> rows{{"JobCopiesAllDocuments", {1, 999}},
+                                                      {"JobSimpleSecurePrint", {4, 8}},
+                                                      {"JobPasscodeString", {-1, -2}}, // not complete
+                                                      {"PageMediaSize", {-1, -2}},
+                                                      {"PageScaling", {-1, -2}}};
+    for (const auto& [feature, expected] : rows) {
         std::pair<int, int> range(-1, -2);
-        access.GetRangeCapability(row.feature, range);
-        EXPECT_EQ(range, row.expected) << row.feature;
+        access.GetRangeCapability(feature, range);
+        EXPECT_EQ(range, expected) << feature;
     }
 }
 
@@ -422,11 +412,7 @@ TEST(TicketAccess, OptionsAreWrittenUnderTheirOwnNamespace) {
         Capabilities(Named("Feature", "psk:PageMediaType", Offer("psk:Plain") + Offer("ok:special")) +
                      Named("Feature", "ok:JobIdentification", Offer("ok:on") + Offer("psk:None")) +
                      Named("Feature", "pskv11:JobPasscode", Offer("psk:On") + Offer("pskv11:Later")));
-    const struct {
-        const char* feature;
-        const char* value;
-        const char* expected;
-    } rows[] = {
+    const Rows<const char*, const char*, const char*> rows{
         {"PageMediaType", "Plain", "psk:PageMediaType psk:Plain"},
         {"PageMediaType", "special", "psk:PageMediaType ok:special"},
         {"PageMediaType", "unheard-of", "psk:PageMediaType psk:unheard-of"},
@@ -438,13 +424,13 @@ TEST(TicketAccess, OptionsAreWrittenUnderTheirOwnNamespace) {
         {"JobDuplexAllDocumentsContiguously", "OneSided",
          "psk:JobDuplexAllDocumentsContiguously psk:OneSided"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [feature, value, expected] : rows) {
         OpenTicket ticket(Ticket("", AllNames()));
         PrintCapabilitiesXmlDocument document(CXString(capabilities.c_str()));
         Access access(ticket, document);
-        access.SetCurrentValueOptionFeature(row.feature, row.value);
-        EXPECT_EQ(OutsideView(ticket, "concat(//psf:Feature/@name, ' ', //psf:Option/@name)"), row.expected);
-        EXPECT_EQ(OptionOf(access, row.feature), row.value);
+        access.SetCurrentValueOptionFeature(feature, value);
+        EXPECT_EQ(OutsideView(ticket, "concat(//psf:Feature/@name, ' ', //psf:Option/@name)"), expected);
+        EXPECT_EQ(OptionOf(access, feature), value);
     }
 }
 
@@ -491,12 +477,8 @@ TEST(TicketAccess, SizesAreWrittenAsTheCapabilitiesOfferThem) {
         Named("Feature", "psk:PageMediaSize",
               Size("psk:ISOA4", 210000, 297000) + Size("ok:Post", 152400, 228600) +
                   Size("ok:Envelope", 152400, 228600) + Offer("psk:CustomMediaSize") + Offer("ok:NoSize")));
-    const struct {
-        const char* option;
-        int width; // 0: set by name alone
-        int height;
-        const char* expected;
-    } rows[] = {
+    // width: 0: set by name alone
+    const Rows<const char*, int, int, const char*> rows{
         {"ISOA4", 0, 0, "psk:ISOA4 210000 297000"},
         {"Post", 0, 0, "ok:Post 152400 228600"},
         {"Envelope", 0, 0, "ok:Envelope 152400 228600"}, // also where another has the same size
@@ -506,18 +488,18 @@ TEST(TicketAccess, SizesAreWrittenAsTheCapabilitiesOfferThem) {
         {"whatever", 210000, 297000, "psk:ISOA4 210000 297000"},
         {"ISOA4", 100000, 200000, "psk:CustomMediaSize  "},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.option);
+    for (const auto& [option, width, height, expected] : rows) {
+        SCOPED_TRACE(option);
         OpenTicket ticket(Ticket(Feature("psk:PageMediaSize", "psk:JISB5"), AllNames()));
         PrintCapabilitiesXmlDocument document(CXString(capabilities.c_str()));
         Access access(ticket, document);
-        if (row.width == 0)
-            access.SetCurrentValueOptionFeature(L"PageMediaSize", row.option);
+        if (width == 0)
+            access.SetCurrentValueOptionFeature(L"PageMediaSize", option);
         else
-            access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", row.option, row.width, row.height);
+            access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", option, width, height);
         EXPECT_EQ(OutsideView(ticket, "concat(//psf:Option/@name, ' ', //psf:ScoredProperty[1]/psf:Value, ' "
                                       "', //psf:ScoredProperty[2]/psf:Value)"),
-                  row.expected);
+                  expected);
         EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature)"), "1");
     }
 }
@@ -606,12 +588,7 @@ TEST(TicketAccess, AValueStandsOnlyInItsNamespace) {
         Capabilities(Named("Feature", "psk:PageMediaType", Offer("psk:Plain") + Offer("ok:Own")) +
                      Named("Feature", "psk:PageMediaSize", Size("ok:Post", 1, 2)));
     const std::string foreign = Declare("x", "urn:other");
-    const struct {
-        const char* feature;
-        const char* standing;
-        const char* value;
-        const char* expected;
-    } rows[] = {
+    const Rows<const char*, const char*, const char*, const char*> rows{
         {"PageMediaType", "x:Plain", "Plain", "psk:Plain"},
         {"PageMediaType", "x:Own", "Own", "ok:Own"},
         {"PageMediaType", "ok:Plain", "Plain", "psk:Plain"},
@@ -621,14 +598,13 @@ TEST(TicketAccess, AValueStandsOnlyInItsNamespace) {
         {"PageResolution", "x:A", "A", "psk:A"},
         {"PageResolution", "ok:A", "A", "ok:A"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.standing);
-        OpenTicket ticket(
-            Ticket(Feature(std::string("psk:") + row.feature, row.standing), AllNames() + foreign));
+    for (const auto& [feature, standing, value, expected] : rows) {
+        SCOPED_TRACE(standing);
+        OpenTicket ticket(Ticket(Feature(std::string("psk:") + feature, standing), AllNames() + foreign));
         PrintCapabilitiesXmlDocument document(CXString(capabilities.c_str()));
         Access access(ticket, document);
-        access.SetCurrentValueOptionFeature(row.feature, row.value);
-        EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), row.expected);
+        access.SetCurrentValueOptionFeature(feature, value);
+        EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), expected);
     }
 }
 

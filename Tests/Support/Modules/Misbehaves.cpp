@@ -1,5 +1,5 @@
 // A filter that takes the whole job and then does what OV_TEST_MISBEHAVIOUR says.
-#include <Common/ComObject.h>
+#include "TestFilter.h"
 
 #include <unistd.h>
 
@@ -10,7 +10,8 @@
 namespace {
 
 void Misbehave() {
-    const std::string_view how = std::getenv("OV_TEST_MISBEHAVIOUR");
+    const char* const asked = std::getenv("OV_TEST_MISBEHAVIOUR");
+    const std::string_view how = asked ? asked : "";
     if (how == "exit") std::exit(0);
     if (how == "exit elsewhere") std::thread([] { std::exit(0); }).join();
     if (how == "quick_exit") std::quick_exit(0);
@@ -20,43 +21,17 @@ void Misbehave() {
             pause();
 }
 
-class Misbehaves final : public OvPipeline::ComObject<IPrintPipelineFilter> {
+class Misbehaves final : public TakingFilter {
 public:
-    HRESULT STDMETHODCALLTYPE InitializeFilter(IInterFilterCommunicator* communicator,
-                                               IPrintPipelinePropertyBag*,
-                                               IPrintPipelineManagerControl*) override {
-        // Held no longer than needed; the pipeline keeps both ends while the filter runs.
-        void* reader = nullptr;
-        const HRESULT hr = communicator->RequestReader(&reader);
-        if (FAILED(hr)) return hr;
-        m_reader = static_cast<IXpsDocumentProvider*>(reader);
-        m_reader->Release();
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE ShutdownOperation() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE StartOperation() override {
-        for (bool more = true; more;) {
-            IUnknown* part = nullptr;
-            if (FAILED(m_reader->GetXpsPart(&part))) break;
-            more = part != nullptr;
-            if (part) part->Release();
-        }
+        TakingFilter::StartOperation();
         Misbehave();
         return S_OK;
     }
-
-private:
-    ~Misbehaves() override = default;
-
-    IXpsDocumentProvider* m_reader = nullptr;
 };
 
 } // namespace
 
-extern "C" __attribute__((visibility("default"))) HRESULT DllGetClassObject(REFCLSID, REFIID riid,
-                                                                            void** object) {
-    *object = nullptr;
-    if (riid != __uuidof(IPrintPipelineFilter)) return E_NOINTERFACE;
-    *object = static_cast<IPrintPipelineFilter*>(new Misbehaves);
-    return S_OK;
+EXPORT HRESULT DllGetClassObject(REFCLSID, REFIID riid, void** object) {
+    return HandOut<Misbehaves>(riid, object);
 }
