@@ -8,7 +8,6 @@
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 #include <DataModel/ValueNameTable.h>
 #include <FeatureAccess/FeatureRuleTable.h>
-#include <FeatureAccess/MediaKeywordTables.h>
 #include <Media/MediaSizeTable.h>
 
 #include <algorithm>
@@ -129,14 +128,10 @@ void NameTranslation::AddDictionaryValues() {
 
 // Of options that the dictionaries do not have.
 void NameTranslation::AddWords() {
-    for (const Feature& feature : m_features) {
-        if (const FeatureRule* const rule = FindFeatureRule(FeatureQuestionKind::Option, feature.number))
-            for (const auto& row : rule->words.Rows())
-                AddWord(feature.number, row.value,
-                        rule->HasWordsOfTicket() ? &Value::ticketName : &Value::cpssName, Utf8(row.keyword));
-        for (const auto& row : MediaKeywordTables::GetRows(feature.number))
-            AddWord(feature.number, row.value, &Value::ticketName, Utf8(row.keyword));
-    }
+    for (const FeatureRule& rule : GetFeatureRules())
+        for (const auto& row : rule.words.Rows())
+            AddWord(rule.path.Feature(), row.value,
+                    rule.HasWordsOfTicket() ? &Value::ticketName : &Value::cpssName, Utf8(row.keyword));
     for (const MediaSizeRecord& record : MediaSizeTable::GetRecords())
         AddWord(FEAT_APPLICATION_MEDIA_SIZE_OPTION, record.value, &Value::ticketName,
                 Utf8(WithoutPrefix(record.keyword)));

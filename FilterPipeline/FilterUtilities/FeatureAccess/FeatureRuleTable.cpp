@@ -49,6 +49,8 @@ constexpr FeatureWords ofDictionary;
 constexpr Row unknownApplication[] = {
     *std::ranges::find(creatorNamePdl, VAL_CREATOR_NAME_PDL_UNKNOWN_APPLICATION, &Row::value)};
 
+constexpr FeatureWords mediaSizes(MediaKeywordTables::otherSizes, MediaKeywordTables::FindSize);
+
 // clang-format off
 constexpr FeatureRule rules[] = {
     {Option, FEAT_MS_ORIENTATION,          fromTicket, orientation},
@@ -83,9 +85,9 @@ constexpr FeatureRule rules[] = {
     {Option, FEAT_FINISHING_4_STAPLES,     fromSettings, fourStaples},
     {Option, FEAT_FINISHING_UNSPECIFIED,   fromSettings, unspecifiedFinishing},
     {Option, FEAT_MS_PIN_PRINTING,         fromTicket},
-    {Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR},          fromTicket, MediaKeywordTables::FindColor},
-    {Option, {FEAT_MEDIA_COL, FEAT_EFFECTIVE_MEDIA_TYPE}, fromTicket, MediaKeywordTables::FindType},
-    {Option, {FEAT_MEDIA_COL, FEAT_INPUT_TRAY},           fromTicket, MediaKeywordTables::FindInputTray},
+    {Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR},          fromTicket, MediaKeywordTables::colors},
+    {Option, {FEAT_MEDIA_COL, FEAT_EFFECTIVE_MEDIA_TYPE}, fromTicket, MediaKeywordTables::types},
+    {Option, {FEAT_MEDIA_COL, FEAT_INPUT_TRAY},           fromTicket, MediaKeywordTables::trays},
 
     {Integer, FEAT_COPIES,                     fromTicket},
     {Integer, FEAT_LIGHTNESS,                  ifSupportedFromBytesOrDefault},
@@ -118,7 +120,7 @@ constexpr FeatureRule rules[] = {
     {Entries, FeatureRule::anyFeature, fromBytes},
     {Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}, fromSettingsOrBytes, {}, Odd::AnnotationElements},
 
-    {MediaSize, FEAT_APPLICATION_MEDIA_SIZE_OPTION, fromTicketAnyway, MediaKeywordTables::FindSize, Odd::MediaSize},
+    {MediaSize, FEAT_APPLICATION_MEDIA_SIZE_OPTION, fromTicketAnyway, mediaSizes, Odd::MediaSize},
 };
 // clang-format on
 

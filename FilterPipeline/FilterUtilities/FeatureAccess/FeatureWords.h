@@ -4,8 +4,8 @@
 
 #include <LowLevelFacilities/CXString.h>
 
-/// What the texts of a feature mean, where its options have no rows in the dictionaries: rows, or a function
-/// that knows more texts than rows tell.
+/// What the texts of a feature mean, where its options have no rows in the dictionaries: rows, and for one
+/// that has more texts than rows a function that knows all.
 class FeatureWords {
 public:
     using tagValueEnum = DataModelIds::tagValueEnum;
@@ -17,9 +17,11 @@ public:
     constexpr FeatureWords() = default;
     template <std::size_t Count>
     constexpr FeatureWords(const Row (&rows)[Count]) : m_rows(rows) {}
-    constexpr FeatureWords(FindText findText) : m_findText(findText) {}
+    template <std::size_t Count>
+    constexpr FeatureWords(const Row (&rows)[Count], FindText findText)
+        : m_rows(rows), m_findText(findText) {}
 
-    [[nodiscard]] constexpr bool AreOfDictionary() const { return m_rows.empty() && m_findText == nullptr; }
+    [[nodiscard]] constexpr bool AreOfDictionary() const { return m_rows.empty(); }
     [[nodiscard]] tagValueEnum Find(std::wstring_view text) const noexcept {
         if (m_findText != nullptr) return m_findText(text);
         const Row* const row = FeatureKeywordTables::FindKeyword(m_rows, text);

@@ -4,7 +4,6 @@
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 #include <DataModel/ValueNameTable.h>
 #include <FeatureAccess/FeatureRuleTable.h>
-#include <FeatureAccess/MediaKeywordTables.h>
 
 #include <Support/AllocationCount.h>
 
@@ -73,7 +72,10 @@ TEST(Dictionaries, ExistOnceInAProcess) {
     EXPECT_EQ(moduleOf(GetFeatureNames().data()), library);
     EXPECT_EQ(moduleOf(GetValueNames().data()), library);
     EXPECT_EQ(moduleOf(FindFeatureRule(FeatureQuestionKind::Option, FEAT_JOB_TYPE)), library);
-    EXPECT_EQ(moduleOf(MediaKeywordTables::GetRows(FEAT_INPUT_TRAY).data()), library);
+    EXPECT_EQ(moduleOf(FindFeatureRule(FeatureQuestionKind::Option, {FEAT_MEDIA_COL, FEAT_INPUT_TRAY})
+                           ->words.Rows()
+                           .data()),
+              library);
 }
 
 TEST(FeatureDictionary, HoldsEveryFeatureOnceInTheRightShape) {
