@@ -521,7 +521,7 @@ HRESULT DataModelLessFeatureAccess::GetNumberOfChildrenForOrvelPublicDocSettings
     const CXString& cpssName, bool& isSpecified, unsigned int& count) const {
     FeatureAnswer<unsigned int> answer;
     const HRESULT result = m_places->Document().GetNumberOfChildren(cpssName, answer);
-    isSpecified = Give(std::move(answer), count);
+    isSpecified = Give(answer, count);
     return result;
 }
 

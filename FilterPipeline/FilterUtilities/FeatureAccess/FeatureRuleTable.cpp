@@ -16,7 +16,8 @@ using Odd = FeatureRule::Oddity;
 using Reading = FeatureRule::Reading;
 using Written = FeatureRule::Writing;
 
-// ---- How values are read
+// ---- How values are read. A ticket is asked for features that are supported, unless the name says
+// otherwise.
 
 constexpr Reading fromTicket{.places = {Ticket}, .onlyIfSupported = true};
 constexpr Reading fromTicketOrBytesOrDefault{
@@ -41,7 +42,8 @@ constexpr Reading fromBytesOrDefault{.places = {AttributeBytes}, .orDefault = tr
 constexpr Reading ifSupportedFromBytesOrDefault{
     .places = {AttributeBytes}, .onlyIfSupported = true, .orDefault = true};
 
-// ---- The rules, by kind, by length of the path and by number
+// ---- The rules, by kind, by length of the path and by number. A new feature is a row here; its words stand
+// ---- in FeatureKeywordTables.h where the dictionaries have none.
 
 constexpr FeatureWords ofDictionary;
 

@@ -226,7 +226,7 @@ FeatureAnswer<CXString> FeatureRules::TextOfSettingsOrBytes(const CXString& cpss
 /// Deliberate: only a secure job has a name that its user chose; all others have that of the document. The
 /// name has none of its own in the settings, so that only the attribute bytes can hold it.
 FeatureAnswer<CXString> FeatureRules::JobName() const {
-    const FeatureAnswer<CXString> chosen =
+    FeatureAnswer<CXString> chosen =
         TextOfSettingsOrBytes(m_places.Wanted(FEAT_SECURE_JOB_NAME).DocumentName(), FEAT_JOB_NAME);
     if (chosen.isSpecified && !chosen.value.IsEmpty() &&
         ValueIfSpecified(Option(FEAT_JOB_TYPE), VAL_UNSPECIFIED) == VAL_JOB_TYPE_SECURE_PRINT)
