@@ -1,6 +1,8 @@
 #include <DataModel/FeatureIds.h>
 #include <DataModel/SimpleOptionValue.h>
 
+#include "Support/Rows.h"
+
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -8,22 +10,17 @@
 using namespace DataModelIds;
 
 TEST(SimpleOptionValue, IsSpecifiedByItsValueUnlessToldOtherwise) {
-    const struct {
-        SimpleOptionValue value;
-        bool isSpecified;
-        tagValueEnum stored;
-        tagValueEnum withState;
-    } cases[] = {
+    const Rows<SimpleOptionValue, bool, tagValueEnum, tagValueEnum> cases{
         {{}, false, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
         {{VAL_UNSPECIFIED}, false, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
         {{VAL_SIDES_ONE_SIDED}, true, VAL_SIDES_ONE_SIDED, VAL_SIDES_ONE_SIDED},
         {{false, VAL_PAGE_LAYOUT_NUP_1}, false, VAL_PAGE_LAYOUT_NUP_1, VAL_UNSPECIFIED},
         {{true, VAL_UNSPECIFIED}, true, VAL_UNSPECIFIED, VAL_UNSPECIFIED},
     };
-    for (const auto& expected : cases) {
-        EXPECT_EQ(expected.value.IsSpecified(), expected.isSpecified);
-        EXPECT_EQ(expected.value.GetValue(), expected.stored);
-        EXPECT_EQ(expected.value.GetValuePlusSpecifiedState(), expected.withState);
+    for (const auto& [value, isSpecified, stored, withState] : cases) {
+        EXPECT_EQ(value.IsSpecified(), isSpecified);
+        EXPECT_EQ(value.GetValue(), stored);
+        EXPECT_EQ(value.GetValuePlusSpecifiedState(), withState);
     }
 }
 
@@ -71,10 +68,7 @@ TEST(SimpleOptionValue, KeepsItsLayout) {
 
 // Stored jobs hold these numbers: a renumbered enumerator is a fault that no compiler sees.
 TEST(DataModelIds, KeepTheirNumbers) {
-    const struct {
-        int identifier;
-        int number;
-    } cases[] = {
+    const Rows<int, int> cases{
         {FEAT_MS_ORIENTATION, 3},
         {FEAT_AL_HANDLER, 1141},
         {FEAT_START_SHEET_FROM_APPLICATION, 390},

@@ -151,35 +151,26 @@ TEST(PublicDocSettings, ReadsIntegersOrTheDefault) {
                                  "<w>word</w>" +
                                  collections + rootEnd));
     Settings settings(&ticket);
-    const struct {
-        const wchar_t* name;
-        LONG code;
-        int value;
-    } rows[] = {{L"n", S_OK, -42}, {L"blank", S_FALSE, 99}, {L"off", S_FALSE, 99},
-                {L"t", S_OK, 12},  {L"w", S_OK, 0},         {L"missing", S_FALSE, 99}};
-    for (const auto& row : rows) {
+    const Rows<const wchar_t*, LONG, int> rows{{L"n", S_OK, -42},     {L"blank", S_FALSE, 99},
+                                               {L"off", S_FALSE, 99}, {L"t", S_OK, 12},
+                                               {L"w", S_OK, 0},       {L"missing", S_FALSE, 99}};
+    for (const auto& [name, code, wantedValue] : rows) {
         bool specified = false;
         int value = 0;
-        EXPECT_EQ(
-            settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(row.name, specified, value, 99),
-            row.code)
-            << Narrow(row.name);
-        EXPECT_EQ(value, row.value) << Narrow(row.name);
+        EXPECT_EQ(settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(name, specified, value, 99),
+                  code)
+            << Narrow(name);
+        EXPECT_EQ(value, wantedValue) << Narrow(name);
     }
-    const struct {
-        const wchar_t* name;
-        unsigned int index;
-        LONG code;
-        int value;
-    } members[] = {
+    const Rows<const wchar_t*, unsigned int, LONG, int> members{
         {L"annotations", 0, S_OK, 12}, {L"annotations", 1, S_FALSE, 99}, {L"hidden", 0, E_INVALIDARG, 99}};
-    for (const auto& row : members) {
+    for (const auto& [name, index, code, wantedValue] : members) {
         bool specified = false;
         int value = 0;
-        EXPECT_EQ(settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(row.name, row.index, L"size",
+        EXPECT_EQ(settings.GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(name, index, L"size",
                                                                                 specified, value, 99),
-                  row.code);
-        EXPECT_EQ(value, row.value);
+                  code);
+        EXPECT_EQ(value, wantedValue);
     }
 }
 

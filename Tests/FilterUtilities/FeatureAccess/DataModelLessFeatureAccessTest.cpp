@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "JobUnderTest.h"
+
+#include "Support/Rows.h"
 
 #include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
 

@@ -431,14 +431,9 @@ std::string Scrambled(const wchar_t* password) {
 
 TEST(EffectiveValues, UnscrambleThePasswordUnlessTheTicketHasAPin) {
     const std::string secret = Scrambled(L"secr\u00E9t");
-    const struct {
-        const char* what;
-        std::optional<std::string> text; // of the element
-        const char* mark;
-        const wchar_t* pin; // null: not supported
-        bool isThere;
-        std::string password;
-    } cases[] = {
+    // text: of the element
+    // pin: null: not supported
+    const Rows<const char*, std::optional<std::string>, const char*, const wchar_t*, bool, std::string> cases{
         {"no place", std::nullopt, "", nullptr, false, ""},
         {"scrambled", secret, "", nullptr, true, "secr\xC3\xA9t"},
         {"not specified", secret, "specified='false'", nullptr, false, ""},
@@ -452,17 +447,17 @@ TEST(EffectiveValues, UnscrambleThePasswordUnlessTheTicketHasAPin) {
         {"cut", secret.substr(0, secret.size() - 8), "", nullptr, false, ""},
         {"never scrambled", InHex("secret"), "", nullptr, false, ""},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.what);
+    for (const auto& [what, text, mark, pin, isThere, wantedPassword] : cases) {
+        SCOPED_TRACE(what);
         JobUnderTest job;
-        if (row.text) job.AddElement("job-password", *row.text, row.mark);
-        if (row.pin) {
+        if (text) job.AddElement("job-password", *text, mark);
+        if (pin) {
             job.ticket.supported.insert(L"JobPasscodeString");
-            job.ticket.strings[L"JobPasscodeString"] = row.pin;
+            job.ticket.strings[L"JobPasscodeString"] = pin;
         }
         ByteBuffer password(3, 'x');
-        EXPECT_EQ(job.Access().GetUnencodedPassword(password, FEAT_JOB_PASSWORD), row.isThere);
-        EXPECT_EQ(std::string(password.begin(), password.end()), row.password);
+        EXPECT_EQ(job.Access().GetUnencodedPassword(password, FEAT_JOB_PASSWORD), isThere);
+        EXPECT_EQ(std::string(password.begin(), password.end()), wantedPassword);
         EXPECT_FALSE(job.Access().GetUnencodedPassword(password, FEAT_MS_PIN_PRINTING_STRING));
     }
 }

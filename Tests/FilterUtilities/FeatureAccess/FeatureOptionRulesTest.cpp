@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "JobUnderTest.h"
+
+#include "Support/Rows.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 
@@ -198,14 +198,9 @@ TEST(FeatureOptionRules, CoverOptionsEndWithNone) {
 }
 
 TEST(FeatureOptionRules, JobTypeHangsOnThePasscode) {
-    const struct {
-        const wchar_t* passcode; // null if it is not supported, as where device settings keep it from use
-        const char* text;
-        const char* attributes;
-        std::optional<int> attribute;
-        const char* required; // the factory default of a required feature
-        Answered expected;
-    } cases[] = {
+    // passcode: null if it is not supported, as where device settings keep it from use
+    // required: the factory default of a required feature
+    const Rows<const wchar_t*, const char*, const char*, std::optional<int>, const char*, Answered> cases{
         {L"On", "save", "", {}, nullptr, By(PrintTicket, 7891)},
         {L"oN", nullptr, "", {}, nullptr, By(PrintTicket, 7891)},
         {L"Off", "secure-print", "", {}, nullptr, By(PrintTicket, 7890)},
@@ -224,24 +219,20 @@ TEST(FeatureOptionRules, JobTypeHangsOnThePasscode) {
         {nullptr, nullptr, "", 7899, "hold-job", By(AttributeBytes, 7899)},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(&row - cases);
+        const auto& [passcode, text, attributes, attribute, required, expected] = row;
+        SCOPED_TRACE(&row - cases.data());
         JobUnderTest job;
-        job.ticket.options[L"JobPasscode"] = row.passcode != nullptr ? row.passcode : L"On";
-        if (row.passcode != nullptr) job.ticket.supported.insert(L"JobPasscode");
-        if (row.text != nullptr) job.AddElement("job-type-api", row.text, row.attributes);
-        if (row.attribute) job.AddAttribute(FEAT_JOB_TYPE, Bytes::FromOption(*row.attribute));
-        if (row.required != nullptr) job.device = {{"job-type-api", {}, true, row.required}};
-        EXPECT_EQ(Ask(job, FEAT_JOB_TYPE), row.expected);
+        job.ticket.options[L"JobPasscode"] = passcode != nullptr ? passcode : L"On";
+        if (passcode != nullptr) job.ticket.supported.insert(L"JobPasscode");
+        if (text != nullptr) job.AddElement("job-type-api", text, attributes);
+        if (attribute) job.AddAttribute(FEAT_JOB_TYPE, Bytes::FromOption(*attribute));
+        if (required != nullptr) job.device = {{"job-type-api", {}, true, required}};
+        EXPECT_EQ(Ask(job, FEAT_JOB_TYPE), expected);
     }
 }
 
 TEST(FeatureOptionRules, SidesMarkedNotSpecifiedAreNobodysChoice) {
-    const struct {
-        const wchar_t* option;
-        const char* text;
-        const char* attributes;
-        Answered expected;
-    } cases[] = {
+    const Rows<const wchar_t*, const char*, const char*, Answered> cases{
         {L"TwoSidedLongEdge", nullptr, "", By(PrintTicket, 5421)},
         {L"TwoSidedLongEdge", "one-sided", "", By(PrintTicket, 5421)},
         {L"TwoSidedLongEdge", "two-sided-long-edge", "specified='false'",
@@ -254,11 +245,12 @@ TEST(FeatureOptionRules, SidesMarkedNotSpecifiedAreNobodysChoice) {
         {L"Twaddle", "one-sided", "", UnspecifiedBy(PrintTicket)},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(&row - cases);
+        const auto& [option, text, attributes, expected] = row;
+        SCOPED_TRACE(&row - cases.data());
         JobUnderTest job;
-        job.ticket.Choose(L"JobDuplexAllDocumentsContiguously", row.option);
-        if (row.text != nullptr) job.AddElement("sides", row.text, row.attributes);
-        EXPECT_EQ(Ask(job, FEAT_SIDES_IMAGED), row.expected);
+        job.ticket.Choose(L"JobDuplexAllDocumentsContiguously", option);
+        if (text != nullptr) job.AddElement("sides", text, attributes);
+        EXPECT_EQ(Ask(job, FEAT_SIDES_IMAGED), expected);
         job.ticket.supported.clear();
         EXPECT_EQ(Ask(job, FEAT_SIDES_IMAGED), nothing);
     }

@@ -78,11 +78,7 @@ TEST_F(FeatureSetters, WriteTicketOptionsThatANewReaderFinds) {
 }
 
 TEST_F(FeatureSetters, KeepElementsFromTheTicketAndReadThemBack) {
-    const struct {
-        tagFeatureEnum feature;
-        int value;
-        int found;
-    } cases[] = {
+    const Rows<tagFeatureEnum, int, int> cases{
         {FEAT_CREATOR_NAME_ATTRIBUTES, 8822, 8822}, {FEAT_CREATOR_NAME_ATTRIBUTES, 8839, 8839},
         {FEAT_CREATOR_NAME_ATTRIBUTES, 8858, 8858}, {FEAT_CREATOR_NAME_ATTRIBUTES, 8827, 5001},
         {FEAT_CREATOR_NAME_ATTRIBUTES, 8855, 5001}, {FEAT_CREATOR_NAME_ATTRIBUTES, 8856, 5001},
@@ -91,22 +87,21 @@ TEST_F(FeatureSetters, KeepElementsFromTheTicketAndReadThemBack) {
         {FEAT_CREATOR_NAME_PDL, 8836, 8836},        {FEAT_CREATOR_NAME_PDL, 8837, 8837},
         {FEAT_CREATOR_NAME_PDL, 5001, 5001},
     };
-    for (const auto& row : cases) {
+    for (const auto& [feature, value, wantedFound] : cases) {
         for (const bool isSpecified : {true, false}) {
-            SCOPED_TRACE(::testing::Message() << row.feature << " = " << row.value << " " << isSpecified);
+            SCOPED_TRACE(::testing::Message() << feature << " = " << value << " " << isSpecified);
             FakePrintTicketAccess ticket;
             ticket.publicSettings = settings;
             SimpleOcapParser device((CPString()));
             DataModelLessFeatureAccess access(device, ticket, nullptr);
-            access.SetOptionValue(row.feature, row.feature == FEAT_CREATOR_NAME_PDL
-                                                   ? VAL_CREATOR_NAME_PDL_UNKNOWN_APPLICATION
-                                                   : VAL_CREATOR_NAME_WINDOWS_XPS_DRIVER);
-            EXPECT_TRUE(access.GetOptionValue(row.feature).IsSpecified());
-            access.SetOptionValue(row.feature,
-                                  SimpleOptionValue(isSpecified, static_cast<tagValueEnum>(row.value)));
-            const SimpleOptionValue found = access.GetOptionValue(row.feature);
-            EXPECT_EQ(found.GetValue(), row.found);
-            EXPECT_EQ(found.IsSpecified(), isSpecified && row.found != VAL_UNSPECIFIED);
+            access.SetOptionValue(feature, feature == FEAT_CREATOR_NAME_PDL
+                                               ? VAL_CREATOR_NAME_PDL_UNKNOWN_APPLICATION
+                                               : VAL_CREATOR_NAME_WINDOWS_XPS_DRIVER);
+            EXPECT_TRUE(access.GetOptionValue(feature).IsSpecified());
+            access.SetOptionValue(feature, SimpleOptionValue(isSpecified, static_cast<tagValueEnum>(value)));
+            const SimpleOptionValue found = access.GetOptionValue(feature);
+            EXPECT_EQ(found.GetValue(), wantedFound);
+            EXPECT_EQ(found.IsSpecified(), isSpecified && wantedFound != VAL_UNSPECIFIED);
             EXPECT_EQ(ticket.publicSettings, settings);
         }
     }

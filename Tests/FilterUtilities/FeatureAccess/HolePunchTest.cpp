@@ -1,5 +1,7 @@
 #include "JobUnderTest.h"
 
+#include "Support/Rows.h"
+
 #include <array>
 
 namespace {
@@ -89,13 +91,8 @@ TEST(HolePunch, OfTheTicketBecomesWhatTheDeviceOffers) {
 }
 
 TEST(HolePunch, ComesFromTheOtherPlacesWhereTheTicketSaysNothing) {
-    const struct {
-        const wchar_t* option; // null if the ticket does not know the feature
-        const char* text;
-        std::optional<int> attribute;
-        bool isRequired;
-        Answered expected;
-    } cases[] = {
+    // option: null if the ticket does not know the feature
+    const Rows<const wchar_t*, const char*, std::optional<int>, bool, Answered> cases{
         {nullptr, "3-hole-punch", 8020, false, {true, 8021, FeatureValueSource::PublicDocumentSettings}},
         {nullptr, nullptr, 8020, false, {true, 8020, FeatureValueSource::AttributeBytes}},
         {nullptr, nullptr, {}, false, {}},
@@ -107,17 +104,16 @@ TEST(HolePunch, ComesFromTheOtherPlacesWhereTheTicketSaysNothing) {
         {L"HolePunchDualLeft", "3-hole-punch", {}, true, {true, 8020, FeatureValueSource::PrintTicket}},
     };
     for (const auto& row : cases) {
-        SCOPED_TRACE(&row - cases);
+        const auto& [option, text, attribute, isRequired, expected] = row;
+        SCOPED_TRACE(&row - cases.data());
         JobUnderTest job;
-        job.device = {{"hole-punch-api",
-                       {"2-hole-punch", "3-hole-punch", "4-hole-punch"},
-                       row.isRequired,
-                       "4-hole-punch"}};
-        if (row.option != nullptr) job.ticket.Choose(L"JobHolePunch", row.option);
-        if (row.text != nullptr) job.AddElement("hole-punch-api", row.text);
-        if (row.attribute)
-            job.AddAttribute(FEAT_FINISHING_HOLE_PUNCH, AttributeBytesValue::FromOption(*row.attribute));
-        EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), row.expected);
+        job.device = {
+            {"hole-punch-api", {"2-hole-punch", "3-hole-punch", "4-hole-punch"}, isRequired, "4-hole-punch"}};
+        if (option != nullptr) job.ticket.Choose(L"JobHolePunch", option);
+        if (text != nullptr) job.AddElement("hole-punch-api", text);
+        if (attribute)
+            job.AddAttribute(FEAT_FINISHING_HOLE_PUNCH, AttributeBytesValue::FromOption(*attribute));
+        EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), expected);
     }
     JobUnderTest job;
     job.ticket.Choose(L"JobHolePunch", L"HolePunch");

@@ -1,8 +1,8 @@
 // The sample queues: their devices, capabilities and default tickets fit each other and the dictionaries.
 
-#include "Support/Rows.h"
-
 #include "JobUnderTest.h"
+
+#include "Support/Rows.h"
 
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>

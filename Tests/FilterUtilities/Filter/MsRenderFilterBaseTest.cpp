@@ -328,12 +328,7 @@ TEST(FilterConnections, PipelineOfTheWrongShapeFailsAheadOfTheJob) {
     const CComPtr<IUnknown> consumer = MakeFake<FakeXpsConsumer>().p;
     const CComPtr<IUnknown> readStream = MakeFake<MemoryReadStream>("").p;
     const CComPtr<IUnknown> writeStream = MakeFake<MemoryWriteStream>().p;
-    const struct {
-        std::function<MsRenderFilterBase*()> make;
-        IUnknown* reader;
-        IUnknown* writer;
-        HRESULT expected;
-    } cases[] = {
+    const Rows<std::function<MsRenderFilterBase*()>, IUnknown*, IUnknown*, HRESULT> cases{
         {[] { return new BareXpsFilter; }, provider, consumer, S_OK},
         {[] { return new BareXpsFilter; }, readStream, consumer, E_NOINTERFACE},
         {[] { return new BareXpsFilter; }, provider, writeStream, E_NOINTERFACE},
@@ -344,10 +339,12 @@ TEST(FilterConnections, PipelineOfTheWrongShapeFailsAheadOfTheJob) {
         {[] { return new BareStreamFilter; }, readStream, consumer, E_NOINTERFACE},
     };
     for (const auto& row : cases) {
-        const auto communicator = MakeFake<FakeCommunicator>(row.reader, row.writer);
+        const auto& [make, reader, writer, expected] = row;
+        const auto communicator = MakeFake<FakeCommunicator>(reader, writer);
         CComPtr<MsRenderFilterBase> filter;
-        filter.Attach(row.make());
-        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), row.expected) << &row - cases;
+        filter.Attach(make());
+        EXPECT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), expected)
+            << &row - cases.data();
         EXPECT_EQ(communicator->journal, (Journal{"reader", "writer"}));
 
         communicator->writerResult = E_PENDING;

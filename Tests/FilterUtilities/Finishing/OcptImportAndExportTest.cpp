@@ -1,7 +1,7 @@
-#include "Support/Rows.h"
-
 #include <Finishing/OcptImportAndExport.h>
 #include <LowLevelFacilities/Dimension.h>
+
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -59,10 +59,7 @@ TEST(OcptImportAndExport, TellsTheFeedEdgeFromTheSheet) {
     const List shortOnly = {6259, 6267, 6271};
     const List either = {6259, 6266, 6271};
     const List longOnly = {6258, 6266, 6271};
-    const struct {
-        Dimension width, height;
-        List list;
-    } cases[] = {
+    const Rows<Dimension, Dimension, List> cases{
         {{297, mm}, {420, mm}, shortOnly},
         {{210, mm}, {297, mm}, either},
         {{148, mm}, {210, mm}, longOnly},
@@ -78,14 +75,15 @@ TEST(OcptImportAndExport, TellsTheFeedEdgeFromTheSheet) {
         {{7.25, inch}, {10.5, inch}, longOnly},
         {{}, {}, longOnly},
     };
-    for (const auto& expected : cases) {
+    for (const auto& row : cases) {
+        const auto& [width, height, list] = row;
         Job job;
-        job.width = expected.width;
-        job.height = expected.height;
+        job.width = width;
+        job.height = height;
         job.bindingEdge = VAL_BINDING_EDGE_SHORT;
         job.staple = VAL_FINISHING_2_STAPLES;
         job.holeCount = VAL_FINISHING_3_HOLE_PUNCH;
-        EXPECT_EQ(job.List(), expected.list) << &expected - cases;
+        EXPECT_EQ(job.List(), list) << &row - cases.data();
     }
 }
 
@@ -197,12 +195,7 @@ TEST(OcptImportAndExport, TurnsStaplePositionsWithThePage) {
 }
 
 TEST(OcptImportAndExport, PutsHolesWithoutAPositionByEdgeAndBinding) {
-    const struct {
-        tagValueEnum count;
-        FeedEdgeRestrictionEnum feedEdge;
-        tagValueEnum bindingEdge, sides;
-        int upright, turned;
-    } cases[] = {
+    const Rows<tagValueEnum, FeedEdgeRestrictionEnum, tagValueEnum, tagValueEnum, int, int> cases{
         {VAL_FINISHING_2_HOLE_PUNCH, FeedEdgeShortOnly, VAL_BINDING_EDGE_LONG, flipLong, 6267, 6268},
         {VAL_FINISHING_2_HOLE_PUNCH, FeedEdgeEither, VAL_BINDING_EDGE_SHORT, oneSided, 6267, 6268},
         {VAL_FINISHING_2_HOLE_PUNCH, FeedEdgeEither, none, flipShort, 6267, 6268},
@@ -213,14 +206,15 @@ TEST(OcptImportAndExport, PutsHolesWithoutAPositionByEdgeAndBinding) {
         {VAL_FINISHING_4_HOLE_PUNCH, FeedEdgeShortOnly, none, none, 6267, 6268},
         {VAL_FINISHING_HOLE_PUNCH_ON, FeedEdgeShortOnly, none, none, 6267, 6268},
     };
-    for (const auto& expected : cases) {
-        const auto place = [&](tagValueEnum orientation) {
-            return DetermineHolePunchLocation(expected.count, expected.feedEdge, orientation,
-                                              expected.bindingEdge, expected.sides);
+    for (const auto& row : cases) {
+        const auto& [count, feedEdge, bindingEdge, sides, upright, turned] = row;
+        const auto place = [&, &count = count, &feedEdge = feedEdge, &bindingEdge = bindingEdge,
+                            &sides = sides](tagValueEnum orientation) {
+            return DetermineHolePunchLocation(count, feedEdge, orientation, bindingEdge, sides);
         };
-        EXPECT_EQ(place(portrait), expected.upright) << &expected - cases;
-        EXPECT_EQ(place(landscape), expected.turned) << &expected - cases;
-        EXPECT_EQ(place(none), expected.upright) << &expected - cases;
+        EXPECT_EQ(place(portrait), upright) << &row - cases.data();
+        EXPECT_EQ(place(landscape), turned) << &row - cases.data();
+        EXPECT_EQ(place(none), upright) << &row - cases.data();
     }
 }
 
@@ -257,11 +251,8 @@ TEST(OcptImportAndExport, FoldsHalfSheetsByTheDocument) {
 }
 
 TEST(OcptImportAndExport, PunchesForACoil) {
-    const struct {
-        tagValueEnum coil;
-        int height; // millimetres
-        int upright, turned, neither;
-    } cases[] = {
+    // height: millimetres
+    const Rows<tagValueEnum, int, int, int, int> cases{
         {VAL_FINISHING_COIL_PUNCH_PTLR, 297, 6287, 6289, 6289},
         {VAL_FINISHING_COIL_PUNCH_PBLL, 297, 6288, 6290, 6290},
         {VAL_FINISHING_COIL_PUNCH_PLLT, 420, 6289, 6288, 6288},
@@ -269,15 +260,16 @@ TEST(OcptImportAndExport, PunchesForACoil) {
         {VAL_FINISHING_COIL_PUNCH_ON, 297, 6289, 6289, 6289},
         {VAL_FINISHING_COIL_PUNCH_ON, 420, 6287, 6288, 6287},
     };
-    for (const auto& expected : cases) {
+    for (const auto& row : cases) {
+        const auto& [coil, height, upright, turned, neither] = row;
         Job job;
-        job.coil = expected.coil;
-        job.height = Dimension(expected.height, Dimension::Millimeter);
-        EXPECT_EQ(job.List(), List{expected.upright}) << &expected - cases;
+        job.coil = coil;
+        job.height = Dimension(height, Dimension::Millimeter);
+        EXPECT_EQ(job.List(), List{upright}) << &row - cases.data();
         job.orientation = landscape;
-        EXPECT_EQ(job.List(), List{expected.turned}) << &expected - cases;
+        EXPECT_EQ(job.List(), List{turned}) << &row - cases.data();
         job.orientation = none;
-        EXPECT_EQ(job.List(), List{expected.neither}) << &expected - cases;
+        EXPECT_EQ(job.List(), List{neither}) << &row - cases.data();
     }
 }
 

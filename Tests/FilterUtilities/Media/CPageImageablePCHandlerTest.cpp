@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
+
+#include "Support/Rows.h"
 
 #include <Media/CPageImageablePCHandler.h>
 

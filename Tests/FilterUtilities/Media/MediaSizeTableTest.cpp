@@ -1,7 +1,7 @@
-#include "Support/Rows.h"
-
 #include <Media/MediaSizeTable.h>
 #include <Media/PageMediaSizePtPcHelper.h>
+
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 
@@ -91,11 +91,8 @@ TEST(MediaSizeTable, TellingRowsHoldAllTheirFacts) {
 
 TEST(MediaSizeTable, FindsSizesWithinTheTolerance) {
     constexpr auto untouched = static_cast<tagValueEnum>(-1);
-    const struct {
-        int width, height;
-        int value; // -1: none
-        bool isEnvelope;
-    } cases[] = {
+    // value: -1: none
+    const Rows<int, int, int, bool> cases{
         {209995, 296990, 6436, false}, {210050, 297050, 6436, false},
         {209901, 297099, 6436, false}, {209900, 297000, -1, false},
         {210000, 297100, -1, false},   {297000, 210000, -1, false},
@@ -104,16 +101,14 @@ TEST(MediaSizeTable, FindsSizesWithinTheTolerance) {
         {215900, 279400, 6430, false}, {0, 0, -1, false},
         {INT_MAX, INT_MAX, -1, false}, {INT_MIN, INT_MIN, -1, false},
     };
-    for (const auto& expected : cases) {
+    for (const auto& [width, height, wantedValue, isEnvelope] : cases) {
         tagValueEnum value = untouched;
-        EXPECT_EQ(PageMediaSizePtPcHelper::GetValueEnumForPageSizeBasedOnDims(expected.width, expected.height,
-                                                                              value),
-                  expected.value != untouched)
-            << expected.width << " x " << expected.height;
-        EXPECT_EQ(value, expected.value) << expected.width << " x " << expected.height;
-        EXPECT_EQ(PageMediaSizePtPcHelper::IsEnvelopeSize(expected.width, expected.height),
-                  expected.isEnvelope)
-            << expected.width << " x " << expected.height;
+        EXPECT_EQ(PageMediaSizePtPcHelper::GetValueEnumForPageSizeBasedOnDims(width, height, value),
+                  wantedValue != untouched)
+            << width << " x " << height;
+        EXPECT_EQ(value, wantedValue) << width << " x " << height;
+        EXPECT_EQ(PageMediaSizePtPcHelper::IsEnvelopeSize(width, height), isEnvelope)
+            << width << " x " << height;
     }
 }
 

@@ -1,6 +1,8 @@
 #include <Finishing/OcptImportAndExport.h>
 #include <Media/MediaUtilities.h>
 
+#include "Support/Rows.h"
+
 #include <gtest/gtest.h>
 
 using namespace DataModelIds;
@@ -23,13 +25,7 @@ TEST(MediaUtilities, KnowsLayoutsAndOrientationsByName) {
 TEST(MediaUtilities, TurnsSheetsForBookletsAndSomeLayouts) {
     constexpr tagValueEnum portrait = VAL_MS_ORIENTATION_PORTRAIT;
     constexpr tagValueEnum landscape = VAL_MS_ORIENTATION_LANDSCAPE;
-    const struct {
-        tagValueEnum layout;
-        tagValueEnum booklet;
-        int width, height;
-        bool isTurned;
-        bool isRotatedInside;
-    } cases[] = {
+    const Rows<tagValueEnum, tagValueEnum, int, int, bool, bool> cases{
         {VAL_PAGE_LAYOUT_NUP_1, VAL_BOOKLET_OFF, 215900, 279400, false, false},
         {VAL_PAGE_LAYOUT_NUP_1, VAL_BOOKLET_ON, 215900, 279400, true, false},
         {VAL_PAGE_LAYOUT_NUP_2, VAL_UNSPECIFIED, 215900, 279400, true, true},
@@ -44,22 +40,24 @@ TEST(MediaUtilities, TurnsSheetsForBookletsAndSomeLayouts) {
         {VAL_PAGE_LAYOUT_NUP_16, VAL_UNSPECIFIED, 279400, 215900, false, false},
         {VAL_UNSPECIFIED, VAL_UNSPECIFIED, 279400, 215900, false, false},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(&expected - cases);
-        const auto effective = [&](tagValueEnum orientation) {
-            const tagValueEnum result = MediaUtilities::GetEffectiveOrientation(
-                orientation, expected.layout, expected.booklet, expected.width, expected.height);
-            EXPECT_EQ(OcptImportAndExport::GetEffectiveOrientation(
-                          orientation, expected.layout, expected.booklet, expected.width, expected.height),
-                      result);
+    for (const auto& row : cases) {
+        const auto& [layout, booklet, width, height, isTurned, isRotatedInside] = row;
+        SCOPED_TRACE(&row - cases.data());
+        const auto effective = [&, &layout = layout, &booklet = booklet, &width = width,
+                                &height = height](tagValueEnum orientation) {
+            const tagValueEnum result =
+                MediaUtilities::GetEffectiveOrientation(orientation, layout, booklet, width, height);
+            EXPECT_EQ(
+                OcptImportAndExport::GetEffectiveOrientation(orientation, layout, booklet, width, height),
+                result);
             return result;
         };
-        EXPECT_EQ(effective(portrait), expected.isTurned ? landscape : portrait);
-        EXPECT_EQ(effective(landscape), expected.isTurned ? portrait : landscape);
-        EXPECT_EQ(effective(VAL_UNSPECIFIED), expected.isTurned ? portrait : VAL_UNSPECIFIED);
+        EXPECT_EQ(effective(portrait), isTurned ? landscape : portrait);
+        EXPECT_EQ(effective(landscape), isTurned ? portrait : landscape);
+        EXPECT_EQ(effective(VAL_UNSPECIFIED), isTurned ? portrait : VAL_UNSPECIFIED);
         for (const auto doesRotate : {&MediaUtilities::DoesNupNeedInternalRotate90,
                                       &OcptImportAndExport::DoesNupNeedInternalRotate90})
-            EXPECT_EQ(doesRotate(expected.layout, expected.width, expected.height), expected.isRotatedInside);
+            EXPECT_EQ(doesRotate(layout, width, height), isRotatedInside);
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "Com/FaultInjection.h"
 #include "Support/FilterJob.h"
+#include "Support/Rows.h"
 
 #include <set>
 
@@ -80,39 +81,34 @@ TEST(PageMediaSizePtPcHelper, WritesASizeUnderItsOwnName) {
                             Feature("psk:PageMediaSize", "psk:ISOA5") +
                             "<psf:ParameterInit name='psk:PageMediaSizeMediaSizeWidth'>" + Value("7") +
                             "</psf:ParameterInit>" + Feature("psk:PageOrientation", "psk:Portrait");
-    const struct {
-        int width, height;
-        const char* option;
-        bool isCustom;
-    } cases[] = {
+    const Rows<int, int, const char*, bool> cases{
         {210000, 297000, "psk:ISOA4", false},
         {210000, 900000, "ok:OtherMetric210x900", false},
         {210001, 297000, "psk:CustomMediaSize", true},
     };
     for (const std::string& declarations : {declarePrivate, std::string(), Declare("own", PrivateUri())}) {
-        for (const auto& expected : cases) {
-            SCOPED_TRACE(expected.option + declarations);
+        for (const auto& [wantedWidth, wantedHeight, option, isCustom] : cases) {
+            SCOPED_TRACE(option + declarations);
             PageMediaSizePtPcHelper helper;
             PrintTicketXmlDocument written = OpenTicket(Ticket(old, declarations));
-            EXPECT_EQ(
-                helper.AddOrReplacePageMediaSize(capabilities, written, expected.width, expected.height),
-                S_OK);
+            EXPECT_EQ(helper.AddOrReplacePageMediaSize(capabilities, written, wantedWidth, wantedHeight),
+                      S_OK);
             const OpenTicket ticket(XmlOf(written));
             EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature)"), "2");
             EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"),
-                      expected.option);
-            if (!std::string(expected.option).starts_with("psk:")) {
+                      option);
+            if (!std::string(option).starts_with("psk:")) {
                 EXPECT_EQ(OutsideView(ticket, "/*/namespace::ok"), PrivateUri());
             }
-            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), expected.isCustom ? "2" : "0");
-            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), expected.isCustom ? "2" : "0");
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), isCustom ? "2" : "0");
+            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), isCustom ? "2" : "0");
             int width = 0;
             int height = 0;
             EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", &width), S_OK);
             EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", &height),
                       S_OK);
-            EXPECT_EQ(width, expected.width);
-            EXPECT_EQ(height, expected.height);
+            EXPECT_EQ(width, wantedWidth);
+            EXPECT_EQ(height, wantedHeight);
 
             EXPECT_EQ(PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(written), S_OK);
             EXPECT_EQ(OutsideView(written, "count(/*/*)"), "1");

@@ -1,5 +1,6 @@
 #include "TicketSupport.h"
 
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 #include <PrintSchema/DomDocumentCache.h>
@@ -60,27 +61,22 @@ template struct Opened<&PrintTicketXmlDocument::DeleteParamInitOrphans,
 TEST(PrintTicketXmlDocument, DeletesInitialisersThatNoReferenceNames) {
     const std::string inits = "<psf:ParameterInit name='psk:A'/><psf:ParameterInit name='psk:B'/>"
                               "<psf:ParameterInit/><psf:ParameterInit name='psk:C'/>";
-    const struct {
-        const char* what;
-        std::string refs;
-        const char* left;
-        const char* first;
-    } cases[] = {
+    const Rows<const char*, std::string, const char*, const char*> cases{
         {"no reference: also those without a name", "", "0", ""},
         {"a reference to some",
          "<psf:ParameterRef/><psf:ParameterRef name='psk:C'/><psf:ParameterRef name='psk:B'/>", "3", "psk:B"},
         {"a reference to none", "<psf:ParameterRef name='psk:D'/>", "1", ""},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
-        OpenTicket ticket(Ticket(expected.refs + inits));
+    for (const auto& [what, givenRefs, left, first] : cases) {
+        SCOPED_TRACE(what);
+        OpenTicket ticket(Ticket(givenRefs + inits));
         CComPtr<IXMLDOMNodeList> refs;
         CComPtr<IXMLDOMNodeList> found;
         ASSERT_EQ(ticket.GetNodes(L"ParameterRef", &refs), S_OK);
         ASSERT_EQ(ticket.GetNodes(L"ParameterInit", &found), S_OK);
         EXPECT_EQ((ticket.*DeleteParamInitOrphans())(refs, found), S_OK);
-        EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), expected.left);
-        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit/@name"), expected.first);
+        EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), left);
+        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit/@name"), first);
         for (const bool withRefs : {false, true})
             EXPECT_EQ(ResultOf([&] {
                           return (ticket.*DeleteParamInitOrphans())(withRefs ? refs.p : nullptr,

@@ -179,12 +179,7 @@ TEST(PrintCapabilitiesXmlDocument, KnowsTheSizeOfAnOption) {
                "<psf:ParameterInit name='psk:W'>" + Value("111000") + "</psf:ParameterInit>";
     };
     const auto height = [](const char* text) { return ScoredProperty("psk:MediaSizeHeight", Value(text)); };
-    const struct {
-        const wchar_t* option;
-        std::string ticket;
-        std::pair<int, int> english;
-        std::pair<int, int> other;
-    } cases[] = {
+    const Rows<const wchar_t*, std::string, std::pair<int, int>, std::pair<int, int>> cases{
         {L"psk:ISOA5", "", {148000, 210000}, {148000, 210000}},
         {L"psk:CustomMediaSize", "", {215900, 279400}, {210000, 297000}},
         {L"psk:CustomMediaSize",
@@ -214,9 +209,10 @@ TEST(PrintCapabilitiesXmlDocument, KnowsTheSizeOfAnOption) {
     // A process reads its locale once, so each is asked in a process of its own.
     const auto ask = [&](bool isEnglish) {
         int failures = 0;
-        for (const auto& expected : cases) {
-            OpenTicket ticket(Ticket(expected.ticket));
-            const std::wstring option = L"//psf:Option[@name='" + std::wstring(expected.option) + L"']";
+        for (const auto& row : cases) {
+            const auto& [givenOption, givenTicket, english, other] = row;
+            OpenTicket ticket(Ticket(givenTicket));
+            const std::wstring option = L"//psf:Option[@name='" + std::wstring(givenOption) + L"']";
             std::pair<int, int> size = {};
             try {
                 document.GetWidthAndLengthPropertyValues(&ticket, NodeOf(document, option.c_str()),
@@ -224,8 +220,8 @@ TEST(PrintCapabilitiesXmlDocument, KnowsTheSizeOfAnOption) {
             } catch (const CPComException&) {
                 size = {};
             }
-            if (size != (isEnglish ? expected.english : expected.other)) {
-                std::fprintf(stderr, "case %d: %d x %d\n", static_cast<int>(&expected - cases), size.first,
+            if (size != (isEnglish ? english : other)) {
+                std::fprintf(stderr, "case %d: %d x %d\n", static_cast<int>(&row - cases.data()), size.first,
                              size.second);
                 ++failures;
             }

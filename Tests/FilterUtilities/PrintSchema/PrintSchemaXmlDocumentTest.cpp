@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "TicketSupport.h"
+
+#include "Support/Rows.h"
 
 #include <vector>
 
@@ -97,11 +97,7 @@ TEST(PrintSchemaXmlDocument, LoadsTextAndBytesOfAllEncodings) {
     };
     std::string declared16 = plain;
     declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");
-    const struct {
-        const char* what;
-        std::string bytes;
-        const char* option;
-    } cases[] = {
+    const Rows<const char*, std::string, const char*> cases{
         {"UTF-8", utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
         {"UTF-8 with mark", "\xEF\xBB\xBF" + utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
         {"UTF-16LE with mark", utf16(declared16, false, true), "x"},
@@ -111,14 +107,15 @@ TEST(PrintSchemaXmlDocument, LoadsTextAndBytesOfAllEncodings) {
         {"UTF-16 bytes cut in two", utf16(declared16, false, true) + "<", nullptr},
         {"bad UTF-8", Ticket(Feature("psk:A", "psk:\xC3(")), nullptr},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
+    for (const auto& [what, bytes, wantedOption] : cases) {
+        SCOPED_TRACE(what);
         CComBSTR option;
-        const HRESULT hr = ResultOf(
-            [&] { return OpenTicket(expected.bytes).GetFeatureOption(L"psk:", L"A", &option, nullptr); });
-        EXPECT_EQ(hr, expected.option ? S_OK : E_FAIL);
-        if (expected.option) {
-            EXPECT_EQ(TextOf(option), expected.option);
+        const HRESULT hr = ResultOf([&, &bytes = bytes] {
+            return OpenTicket(bytes).GetFeatureOption(L"psk:", L"A", &option, nullptr);
+        });
+        EXPECT_EQ(hr, wantedOption ? S_OK : E_FAIL);
+        if (wantedOption) {
+            EXPECT_EQ(TextOf(option), wantedOption);
         }
     }
     // In a text the declared encoding says nothing, and what stands before the document is dropped.
@@ -215,12 +212,7 @@ TEST(PrintSchemaXmlDocument, WithoutDomRefusesEveryQuestion) {
 
 TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
     const OpenTicket ticket(Ticket("", v11 + Declare("my", PrivateUri())));
-    const struct {
-        const wchar_t* name;
-        const char* keyword;
-        HRESULT result;
-        MsPrintTicketNamespacesEnum ns;
-    } cases[] = {
+    const Rows<const wchar_t*, const char*, HRESULT, MsPrintTicketNamespacesEnum> cases{
         {L"psk:A", "A", S_OK, KeywordsNs},
         {L"PSK:A", "A", S_OK, KeywordsNs},
         {L"ok:A", "A", S_OK, UserKeywordsNs},
@@ -231,13 +223,13 @@ TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
         {L":A", "A", E_FAIL, KeywordsNs},
         {L"", "", S_OK, KeywordsNs},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(Narrow(expected.name));
+    for (const auto& [name, wantedKeyword, result, wantedNs] : cases) {
+        SCOPED_TRACE(Narrow(name));
         CXString keyword(L"old");
         MsPrintTicketNamespacesEnum ns = FrameworkNs;
-        EXPECT_EQ(ticket.GetKeywordAndPrefixFromName(expected.name, keyword, ns), expected.result);
-        EXPECT_EQ(Narrow(keyword), expected.keyword);
-        EXPECT_EQ(ns, expected.ns);
+        EXPECT_EQ(ticket.GetKeywordAndPrefixFromName(name, keyword, ns), result);
+        EXPECT_EQ(Narrow(keyword), wantedKeyword);
+        EXPECT_EQ(ns, wantedNs);
     }
 }
 
@@ -336,13 +328,7 @@ std::wstring WidthOf(const char* feature) {
 
 TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
     const OpenTicket ticket(valueTicket);
-    const struct {
-        const char* feature;
-        HRESULT result;
-        const char* text;
-        int integer;
-        float real;
-    } cases[] = {
+    const Rows<const char*, HRESULT, const char*, int, float> cases{
         {"Direct", S_OK, "210000", 210000, 210000.f},
         {"ByRef", S_OK, "2", 2, 2.f},
         {"Real", S_OK, "12.75x", 12, 12.75f},
@@ -351,18 +337,18 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
         {"Bare", elementNotFound, "(null)", -7, -7.f},
         {"Missing", elementNotFound, "(null)", -7, -7.f},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.feature);
-        const std::wstring xpath = WidthOf(expected.feature);
+    for (const auto& [feature, result, wantedText, wantedInteger, wantedReal] : cases) {
+        SCOPED_TRACE(feature);
+        const std::wstring xpath = WidthOf(feature);
         CComBSTR text;
         int integer = -7;
         float real = -7.f;
-        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &text), expected.result);
-        EXPECT_EQ(TextOf(text), expected.text);
-        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &integer), expected.result);
-        EXPECT_EQ(integer, expected.integer);
-        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &real), expected.result);
-        EXPECT_EQ(real, expected.real);
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &text), result);
+        EXPECT_EQ(TextOf(text), wantedText);
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &integer), result);
+        EXPECT_EQ(integer, wantedInteger);
+        EXPECT_EQ(ticket.QueryNodeValue(xpath.c_str(), &real), result);
+        EXPECT_EQ(real, wantedReal);
     }
     EXPECT_EQ(ticket.QueryNode(L"//psf:Feature"), S_OK);
     EXPECT_EQ(ticket.QueryNode(L"//psf:Nothing"), elementNotFound);
@@ -405,10 +391,7 @@ TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
     OpenTicket ticket(valueTicket);
     CComPtr<IXMLDOMNode> node;
     CComBSTR text;
-    const struct {
-        std::function<HRESULT()> operation;
-        HRESULT result;
-    } cases[] = {
+    const Rows<std::function<HRESULT()>, HRESULT> cases{
         {[&] { return ticket.GetNode(L"//a", nullptr); }, E_POINTER},
         {[&] { return ticket.GetNode(L"", &node); }, E_INVALIDARG},
         {[&] { return ticket.GetNode(L"//undeclared:a", &node); }, E_FAIL},
@@ -434,8 +417,10 @@ TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
         {[&] { return ticket.DeleteNode(nullptr); }, E_POINTER},
         {[&] { return ticket.get_xml(nullptr); }, E_POINTER},
     };
-    for (const auto& expected : cases)
-        EXPECT_EQ(ResultOf(expected.operation), expected.result) << (&expected - cases);
+    for (const auto& row : cases) {
+        const auto& [operation, result] = row;
+        EXPECT_EQ(ResultOf(operation), result) << (&row - cases.data());
+    }
     EXPECT_EQ(TextOf(text), "1");
 }
 
@@ -560,10 +545,7 @@ TEST(PrintSchemaXmlDocument, BuildsNothingFromNothing) {
     CComPtr<IXMLDOMElement> out;
     IXMLDOMNode* root = ticket.GetRootNode();
     const std::string before = XmlOf(ticket);
-    const struct {
-        std::function<HRESULT()> operation;
-        HRESULT result;
-    } cases[] = {
+    const Rows<std::function<HRESULT()>, HRESULT> cases{
         {[&] { return ticket.CreateParameterRef(L"", L"A", &out); }, E_INVALIDARG},
         {[&] { return ticket.CreateParameterRef(L"psk:", L"A", nullptr); }, E_POINTER},
         {[&] { return ticket.CreateProperty(KeywordsNs, L"", &out); }, E_INVALIDARG},
@@ -577,8 +559,9 @@ TEST(PrintSchemaXmlDocument, BuildsNothingFromNothing) {
         {[&] { return ticket.AppendChildQNameScoredProperty(root, L"A", L""); }, E_INVALIDARG},
         {[&] { return ticket.AppendChildToRootNode(nullptr); }, E_POINTER},
     };
-    for (const auto& expected : cases) {
-        EXPECT_EQ(ResultOf(expected.operation), expected.result) << (&expected - cases);
+    for (const auto& row : cases) {
+        const auto& [operation, result] = row;
+        EXPECT_EQ(ResultOf(operation), result) << (&row - cases.data());
         EXPECT_FALSE(out);
     }
     EXPECT_EQ(XmlOf(ticket), before);

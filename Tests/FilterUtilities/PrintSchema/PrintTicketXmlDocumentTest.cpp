@@ -51,13 +51,7 @@ public:
 
 TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
     const OpenTicket ticket = SampleTicket();
-    const struct {
-        const wchar_t* prefix;
-        const wchar_t* feature;
-        HRESULT result;
-        const char* option;
-        const char* optionPrefix;
-    } cases[] = {
+    const Rows<const wchar_t*, const wchar_t*, HRESULT, const char*, const char*> cases{
         {L"psk:", L"PageMediaSize", S_OK, "ISOA4", "psk:"},
         {nullptr, L"psk:PageMediaSize", S_OK, "ISOA4", "psk:"},
         {L"ok:", L"JobThing", S_OK, "On", "ok:"},
@@ -70,21 +64,20 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
         {L"psk:", L"JobThing", elementNotFound, "(null)", "(null)"},
         {L"psk:", L"", E_INVALIDARG, "(null)", "(null)"},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(Narrow(expected.feature));
+    for (const auto& [givenPrefix, feature, result, wantedOption, optionPrefix] : cases) {
+        SCOPED_TRACE(Narrow(feature));
         CComBSTR option;
         CComBSTR prefix;
-        const auto ask = [&](wchar_t** prefixOut) {
+        const auto ask = [&, &givenPrefix = givenPrefix, &feature = feature](wchar_t** prefixOut) {
             option.Empty();
-            return ResultOf([&] {
-                return ticket.GetFeatureOption(expected.prefix, expected.feature, &option, prefixOut);
-            });
+            return ResultOf(
+                [&] { return ticket.GetFeatureOption(givenPrefix, feature, &option, prefixOut); });
         };
-        EXPECT_EQ(ask(&prefix), expected.result);
-        EXPECT_EQ(TextOf(option), expected.option);
-        EXPECT_EQ(TextOf(prefix), expected.optionPrefix);
-        EXPECT_EQ(ask(nullptr), expected.result);
-        EXPECT_EQ(TextOf(option), expected.option);
+        EXPECT_EQ(ask(&prefix), result);
+        EXPECT_EQ(TextOf(option), wantedOption);
+        EXPECT_EQ(TextOf(prefix), optionPrefix);
+        EXPECT_EQ(ask(nullptr), result);
+        EXPECT_EQ(TextOf(option), wantedOption);
     }
     ExpectRaised([&] { ticket.GetFeatureOption(L"psk:", L"Plain", nullptr, nullptr); }, E_POINTER,
                  "PrintTicketXmlDocument::GetFeatureOption");
@@ -92,14 +85,7 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
 
 TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
     const OpenTicket ticket = SampleTicket();
-    const struct {
-        const wchar_t* feature;
-        const wchar_t* subFeature;
-        const char* option;
-        HRESULT result;
-        bool featureIsPublic;
-        bool subIsPublic;
-    } subFeatures[] = {
+    const Rows<const wchar_t*, const wchar_t*, const char*, HRESULT, bool, bool> subFeatures{
         {L"DocumentNUp", L"PresentationDirection", "RightBottom", S_OK, true, true},
         {L"DocumentNUp", L"Border", "Thin", S_OK, true, false},
         {L"DocumentNUp", L"Border", "(null)", elementNotFound, true, true},
@@ -107,20 +93,18 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
         {L"", L"Border", "(null)", E_INVALIDARG, true, true},
         {L"DocumentNUp", L"", "(null)", E_INVALIDARG, true, true},
     };
-    for (const auto& expected : subFeatures) {
+    for (const auto& [feature, subFeature, wantedOption, result, featureIsPublic, subIsPublic] :
+         subFeatures) {
         CComBSTR option;
-        EXPECT_EQ(ResultOf([&] {
-                      return ticket.GetSubFeatureOption(expected.feature, expected.featureIsPublic,
-                                                        expected.subFeature, expected.subIsPublic, &option);
+        EXPECT_EQ(ResultOf([&, &feature = feature, &subFeature = subFeature,
+                            &featureIsPublic = featureIsPublic, &subIsPublic = subIsPublic] {
+                      return ticket.GetSubFeatureOption(feature, featureIsPublic, subFeature, subIsPublic,
+                                                        &option);
                   }),
-                  expected.result);
-        EXPECT_EQ(TextOf(option), expected.option);
+                  result);
+        EXPECT_EQ(TextOf(option), wantedOption);
     }
-    const struct {
-        const wchar_t* feature;
-        HRESULT result;
-        const char* option;
-    } options[] = {
+    const Rows<const wchar_t*, HRESULT, const char*> options{
         {L"psk:PageMediaSize", S_OK, "ISOA4"},
         {L"psk:Other", S_OK, "zzz:X"},
         {L"psk:Plain", S_OK, "NoPrefix"},
@@ -131,12 +115,11 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
         {L"psk:Absent", elementNotFound, "(null)"},
         {L"psk:NoColonOption", E_INVALIDARG, "(null)"},
     };
-    for (const auto& expected : options) {
-        const CXString xpath = CXString(L"//psf:Feature[@name='") + expected.feature + L"']/psf:Option";
+    for (const auto& [feature, result, wantedOption] : options) {
+        const CXString xpath = CXString(L"//psf:Feature[@name='") + feature + L"']/psf:Option";
         CComBSTR option;
-        EXPECT_EQ(ResultOf([&] { return ticket.QueryNodeOption(xpath, &option); }), expected.result)
-            << Narrow(xpath);
-        EXPECT_EQ(TextOf(option), expected.option) << Narrow(xpath);
+        EXPECT_EQ(ResultOf([&] { return ticket.QueryNodeOption(xpath, &option); }), result) << Narrow(xpath);
+        EXPECT_EQ(TextOf(option), wantedOption) << Narrow(xpath);
     }
 }
 
@@ -310,39 +293,33 @@ TEST(PrintTicketXmlDocument, CarriesTheOcptTextFirst) {
 
 TEST(PrintTicketXmlDocument, HandsTheOcptTextToLaterFilters) {
     constexpr HRESULT refused = static_cast<HRESULT>(0x80070005);
-    const struct {
-        bool hasOcpt;
-        DataModelIds::tagValueEnum value;
-        const wchar_t* ocpt;
-        HRESULT bagResult;
-        HRESULT result;
-        const char* forXps;
-        const char* forOthers;
-        const char* inTicket;
-    } cases[] = {
-        {true, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "<new/>", "-", "<![CDATA[\n<new/>\n]]>"},
-        {true, VAL_PDL_POSTSCRIPT, L"<new/>", S_OK, S_OK, "before", "<new/>", ""},
-        {false, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "before", "-", ""},
-        {true, VAL_PDL_XPS, L"", S_OK, S_OK, "before", "-", ""},
-        {true, VAL_PDL_XPS, L"<new/>", refused, refused, "-", "-", ""},
-        {true, VAL_PDL_POSTSCRIPT, L"<new/>", refused, refused, "before", "-", ""},
-    };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(&expected - cases);
+    const Rows<bool, DataModelIds::tagValueEnum, const wchar_t*, HRESULT, HRESULT, const char*, const char*,
+               const char*>
+        cases{
+            {true, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "<new/>", "-", "<![CDATA[\n<new/>\n]]>"},
+            {true, VAL_PDL_POSTSCRIPT, L"<new/>", S_OK, S_OK, "before", "<new/>", ""},
+            {false, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "before", "-", ""},
+            {true, VAL_PDL_XPS, L"", S_OK, S_OK, "before", "-", ""},
+            {true, VAL_PDL_XPS, L"<new/>", refused, refused, "-", "-", ""},
+            {true, VAL_PDL_POSTSCRIPT, L"<new/>", refused, refused, "before", "-", ""},
+        };
+    for (const auto& row : cases) {
+        const auto& [hasOcpt, value, ocpt, bagResult, result, forXps, forOthers, inTicket] = row;
+        SCOPED_TRACE(&row - cases.data());
         OpenTicket ticket(Ticket("", privateDeclaration));
         ticket.AddOrReplaceOcptParameterInit(L"<old/>");
         const CComPtr<StringBag> bag = MakeFake<StringBag>();
         bag->strings[L"Orvel_OcptForXps"] = "before";
-        bag->addResult = expected.bagResult;
-        EXPECT_EQ(ticket.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
-                      expected.hasOcpt, expected.value, expected.ocpt, bag),
-                  expected.result);
+        bag->addResult = bagResult;
+        EXPECT_EQ(ticket.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(hasOcpt, value,
+                                                                                              ocpt, bag),
+                  result);
         const auto inBag = [&](const wchar_t* name) {
             return bag->strings.count(name) ? bag->strings[name] : std::string("-");
         };
-        EXPECT_EQ(inBag(L"Orvel_OcptForXps"), expected.forXps);
-        EXPECT_EQ(inBag(L"Orvel_OcptForNonXps"), expected.forOthers);
-        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), expected.inTicket);
+        EXPECT_EQ(inBag(L"Orvel_OcptForXps"), forXps);
+        EXPECT_EQ(inBag(L"Orvel_OcptForNonXps"), forOthers);
+        EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), inTicket);
     }
 }
 

@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "TicketSupport.h"
+
+#include "Support/Rows.h"
 
 #include <set>
 
@@ -97,14 +97,8 @@ TEST(PrivateKeywordNames, KeepTheirNamespaceOrAreRefused) {
     const std::string plain = Feature("psk:Plain", "psk:A");
     const std::string ns0000 = Declare("ns0000", other);
     const std::string ok = Declare("ok", third);
-    const struct {
-        const char* what;
-        std::string declarations;
-        std::string content;
-        HRESULT result;
-        const char* atRoot; // the prefixes that the root declares for private names, afterwards
-        Texts foreign;
-    } cases[] = {
+    // atRoot: the prefixes that the root declares for private names, afterwards
+    const Rows<const char*, std::string, std::string, HRESULT, const char*, Texts> cases{
         {"nothing declared", "", "", S_OK, "ns0000 ok", {}},
         {"ns0000 theirs", ns0000, ForeignNames("ns0000"), S_OK, "ok", foreignNames},
         {"ns0000 theirs below", "", ForeignNames("ns0000", ns0000), S_OK, "ns0000 ok", foreignNames},
@@ -120,14 +114,14 @@ TEST(PrivateKeywordNames, KeepTheirNamespaceOrAreRefused) {
          foreignNames},
         {"declared twice", Declare("ok", PrivateUri()) + Declare("my", PrivateUri()), "", S_OK, "ok", {}},
     };
-    for (const auto& expected : cases) {
-        SCOPED_TRACE(expected.what);
-        OpenTicket ticket(Ticket(plain + expected.content, expected.declarations));
+    for (const auto& [what, declarations, content, result, wantedAtRoot, foreign] : cases) {
+        SCOPED_TRACE(what);
+        OpenTicket ticket(Ticket(plain + content, declarations));
         const std::string before = XmlOf(ticket);
-        EXPECT_EQ(WriteEveryName(ticket), expected.result);
+        EXPECT_EQ(WriteEveryName(ticket), result);
         const std::string written = XmlOf(ticket);
-        EXPECT_EQ(NamesIn(written, other), expected.foreign);
-        if (FAILED(expected.result)) {
+        EXPECT_EQ(NamesIn(written, other), foreign);
+        if (FAILED(result)) {
             EXPECT_EQ(written, before);
             continue;
         }
@@ -136,10 +130,10 @@ TEST(PrivateKeywordNames, KeepTheirNamespaceOrAreRefused) {
         for (const char* const prefix : {"ns0000", "ok"})
             if (OutsideView(ticket, std::string("/*/namespace::") + prefix) == PrivateUri())
                 atRoot += (atRoot.empty() ? "" : " ") + std::string(prefix);
-        EXPECT_EQ(atRoot, expected.atRoot);
+        EXPECT_EQ(atRoot, wantedAtRoot);
         const OpenTicket fresh(written);
         EXPECT_EQ(NamesIn(XmlOf(fresh), PrivateUri()), everyName);
-        EXPECT_EQ(NamesIn(XmlOf(fresh), other), expected.foreign);
+        EXPECT_EQ(NamesIn(XmlOf(fresh), other), foreign);
         for (const OpenTicket* const each : {const_cast<const OpenTicket*>(&ticket), &fresh})
             ExpectReadable(*each);
         // Written again, each stands once; the names of others stay, also when ours go.
@@ -148,7 +142,7 @@ TEST(PrivateKeywordNames, KeepTheirNamespaceOrAreRefused) {
         EXPECT_EQ(ticket.DeleteOcptParameterInitIfExists(), S_OK);
         EXPECT_EQ(ticket.DeleteFeatureNodeIfExists(ticket.GetUserKeywordsNsPrefix(), L"Feature"), S_OK);
         EXPECT_EQ(ticket.DeleteFeatureNodeIfExists(ticket.GetUserKeywordsNsPrefix(), L"Feature"), S_FALSE);
-        EXPECT_EQ(NamesIn(XmlOf(ticket), other), expected.foreign);
+        EXPECT_EQ(NamesIn(XmlOf(ticket), other), foreign);
     }
 }
 

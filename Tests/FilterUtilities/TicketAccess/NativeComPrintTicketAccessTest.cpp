@@ -312,13 +312,7 @@ TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {
                                    "<psf:ParameterRef name='psk:PageMediaSizeMediaSizeHeight'/>")) +
         Named("ParameterInit", "psk:PageMediaSizeMediaSizeWidth", Value("111000")) +
         Named("ParameterInit", "psk:PageMediaSizeMediaSizeHeight", Value("222000"));
-    const struct {
-        std::string ticket;
-        std::string option;
-        int width;
-        int height;
-        bool isThrown;
-    } rows[] = {
+    const Rows<std::string, std::string, int, int, bool> rows{
         {"<psf:Feature name='psk:PageMediaSize'>" + Size("psk:ISOA4", 210000, 297000) + "</psf:Feature>",
          "ISOA4", 210000, 297000, false},
         {byParameters, "CustomMediaSize", 111000, 222000, false},
@@ -328,10 +322,10 @@ TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {
         {Feature("psk:PageMediaSize", "psk:ISOA4", ScoredProperty("psk:MediaSizeWidth", Value("1"))), "ISOA4",
          0, 0, true},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.ticket);
+    for (const auto& [ticket, wantedOption, wantedWidth, wantedHeight, isThrown] : rows) {
+        SCOPED_TRACE(ticket);
         const Access access =
-            AccessTo(Ticket(row.ticket),
+            AccessTo(Ticket(ticket),
                      Capabilities(Named("Feature", "psk:PageMediaSize", Size("psk:ISOA4", 210000, 297000))));
         CXString option = L"stale";
         Dimension width(7, Dimension::Inch);
@@ -339,15 +333,15 @@ TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {
         const auto read = [&] {
             access.GetCurrentValueMediaSizeFeature(L"PageMediaSize", option, width, height);
         };
-        if (row.isThrown)
+        if (isThrown)
             ExpectRaised(read, elementNotFound,
                          "NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature");
         else
             read();
-        EXPECT_EQ(Narrow(option), row.option);
+        EXPECT_EQ(Narrow(option), wantedOption);
         EXPECT_EQ(width.GetUnits(), Dimension::Micron);
-        EXPECT_EQ(width.GetValue().GetIntValue(0), row.width);
-        EXPECT_EQ(height.GetValue().GetIntValue(0), row.height);
+        EXPECT_EQ(width.GetValue().GetIntValue(0), wantedWidth);
+        EXPECT_EQ(height.GetValue().GetIntValue(0), wantedHeight);
     }
 }
 
@@ -524,33 +518,31 @@ TEST(TicketAccess, ACustomSizeThatIsSetByNameHasItsNumbers) {
         Named("ParameterInit", width, Value("1000")) + Named("ParameterInit", height, Value("2000"));
     const std::string defaults = byDefault(width, 300000) + byDefault(height, 400000);
     const std::string broken = Named("ParameterInit", width, Value("x"));
-    const struct {
-        std::string ticket;
-        std::string capabilities;
-        const char* expected;
-    } rows[] = {
+    const Rows<std::string, std::string, const char*> rows{
         {"", defaults, "300000 400000"},    {inits, defaults, "1000 2000"},
         {inits, "", "1000 2000"},           {broken, defaults, "300000 400000"},
         {"", byDefault(width, 300000), ""}, {"", byDefault(width, 300000) + byDefault(height, 0), ""},
     };
     for (const auto& row : rows) {
+        const auto& [givenTicket, capabilities, expected] = row;
         for (const std::string name : {"psk:CustomMediaSize", "psk:PSCustomMediaSize", "ok:Roll"}) {
-            const bool isOther = &row - rows < 2 && name == "psk:CustomMediaSize"; // another size stands
+            const bool isOther =
+                &row - rows.data() < 2 && name == "psk:CustomMediaSize"; // another size stands
             OpenTicket ticket(
-                Ticket(Feature("psk:PageMediaSize", isOther ? "psk:JISB5" : name) + row.ticket, AllNames()));
-            PrintCapabilitiesXmlDocument document(CXString(Capabilities(offer + row.capabilities).c_str()));
+                Ticket(Feature("psk:PageMediaSize", isOther ? "psk:JISB5" : name) + givenTicket, AllNames()));
+            PrintCapabilitiesXmlDocument document(CXString(Capabilities(offer + capabilities).c_str()));
             Access access(ticket, document);
             const std::string before = XmlOf(ticket);
             access.SetCurrentValueMediaSizeFeature(L"PageMediaSize", name.substr(name.find(':') + 1).c_str(),
                                                    0, 0);
-            if (*row.expected == '\0') {
+            if (*expected == '\0') {
                 EXPECT_EQ(XmlOf(ticket), before);
                 continue;
             }
             EXPECT_EQ(OutsideView(ticket, "concat(//psf:Option/@name, ' ', //psf:ParameterInit[@name='" +
                                               width + "']/psf:Value, ' ', //psf:ParameterInit[@name='" +
                                               height + "']/psf:Value)"),
-                      name + " " + row.expected);
+                      name + " " + expected);
             EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), "2");
         }
     }

@@ -1,4 +1,5 @@
 #include "Support/MemoryStreams.h"
+#include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
 #include <LowLevelFacilities/CPComException.h>
@@ -34,20 +35,17 @@ TEST(CSaxHandler, HandlesEveryEventAndKeepsItsSlots) {
 }
 
 TEST(CSaxHandler, EscapesReservedCharactersOnce) {
-    const struct {
-        const wchar_t* text;
-        const wchar_t* escaped;
-    } cases[] = {
+    const Rows<const wchar_t*, const wchar_t*> cases{
         {L"a&b<c", L"a&amp;b&lt;c"},
         {L"&amp;", L"&amp;amp;"},
         {L"<\">'", L"&lt;&quot;&gt;&apos;"},
         {L"plain \xD83D\xDE00", L"plain \xD83D\xDE00"},
     };
     SomeHandler handler;
-    for (const auto& row : cases) {
-        CComBSTR text(row.text);
+    for (const auto& [givenText, escaped] : cases) {
+        CComBSTR text(givenText);
         EXPECT_EQ(handler.EscapeEntity(&text), S_OK);
-        EXPECT_EQ(std::wstring(text), row.escaped);
+        EXPECT_EQ(std::wstring(text), escaped);
     }
     CComBSTR none;
     EXPECT_EQ(handler.EscapeEntity(&none), S_OK);
@@ -72,10 +70,7 @@ TEST(CSaxHandler, WritesUtf8ToBothKindsOfStream) {
 }
 
 TEST(CWideToUTF8, ConvertsAsOftenAsAsked) {
-    const struct {
-        std::wstring text;
-        std::string bytes;
-    } cases[] = {
+    const Rows<std::wstring, std::string> cases{
         {L"a", "a"},
         {L"\x20AC", "\xE2\x82\xAC"},
         {L"\xD834\xDD1E!", "\xF0\x9D\x84\x9E!"},
@@ -84,16 +79,16 @@ TEST(CWideToUTF8, ConvertsAsOftenAsAsked) {
     };
     CXString text;
     CWideToUTF8 converter(&text);
-    for (const auto& row : cases) {
-        text = row.text.c_str();
+    for (const auto& [givenText, wantedBytes] : cases) {
+        text = givenText.c_str();
         void* bytes = nullptr;
         ULONG count = 0;
         ASSERT_EQ(converter.GetBuffer(&bytes, &count), S_OK);
         const std::string got(static_cast<const char*>(bytes), count);
-        if (row.bytes.empty()) {
-            EXPECT_EQ(got.size(), 2 * row.text.size());
+        if (wantedBytes.empty()) {
+            EXPECT_EQ(got.size(), 2 * givenText.size());
         } else {
-            EXPECT_EQ(got, row.bytes);
+            EXPECT_EQ(got, wantedBytes);
         }
     }
 }

@@ -1,8 +1,8 @@
 // How jobs come to an end that their filters do not bring about: streams that nobody closes, threads that
 // cannot be had, failures at the very end, and the one moment after which nothing stops a job.
-#include "Support/Rows.h"
-
 #include <Support/PipelineJob.h>
+
+#include "Support/Rows.h"
 
 #include <Filter/XpsFilterBase.h>
 

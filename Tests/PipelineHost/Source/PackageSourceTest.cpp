@@ -1,8 +1,8 @@
-#include "Support/Rows.h"
-
 #include <Parts/DescribePart.h>
 #include <Source/PackageSource.h>
 #include <Support/PipelineJob.h>
+
+#include "Support/Rows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

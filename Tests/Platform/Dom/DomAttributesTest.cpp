@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "Platform/Dom/DomTestSupport.h"
+
+#include "Support/Rows.h"
 
 namespace {
 
@@ -115,30 +115,24 @@ TEST(DomAttributes, MustNotContradictTheNamesInUse) {
 
 TEST(DomAttributes, AnswerForTheirNames) {
     auto document = Parsed("<p:a xmlns='urn:d' xmlns:p='urn:p' p:x='1' y='2'/>");
-    struct Case {
-        const char* name;
-        const char* base;
-        const char* prefix;
-        const char* uri;
-    };
-    const Case cases[] = {
+    const Rows<const char*, const char*, const char*, const char*> cases{
         {"xmlns", "xmlns", "", "http://www.w3.org/2000/xmlns/"},
         {"xmlns:p", "p", "xmlns", "http://www.w3.org/2000/xmlns/"},
         {"p:x", "x", "p", "urn:p"},
         {"y", "y", "", ""},
     };
-    for (const Case& each : cases) {
+    for (const auto& [name, wantedBase, wantedPrefix, wantedUri] : cases) {
         CComPtr<IXMLDOMNode> node, qualified;
-        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getNamedItem(Wide(each.name), &node)) << each.name;
+        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getNamedItem(Wide(name), &node)) << name;
         CComBSTR base, prefix, uri;
         EXPECT_EQ(S_OK, node->get_baseName(&base));
-        EXPECT_EQ(*each.prefix ? S_OK : S_FALSE, node->get_prefix(&prefix)) << each.name;
-        EXPECT_EQ(*each.uri ? S_OK : S_FALSE, node->get_namespaceURI(&uri)) << each.name;
-        EXPECT_EQ(each.base, Narrow(base));
-        EXPECT_EQ(each.prefix, Narrow(prefix));
-        EXPECT_EQ(each.uri, Narrow(uri));
-        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getQualifiedItem(base, uri, &qualified)) << each.name;
-        EXPECT_TRUE(node.IsEqualObject(qualified)) << each.name;
+        EXPECT_EQ(*wantedPrefix ? S_OK : S_FALSE, node->get_prefix(&prefix)) << name;
+        EXPECT_EQ(*wantedUri ? S_OK : S_FALSE, node->get_namespaceURI(&uri)) << name;
+        EXPECT_EQ(wantedBase, Narrow(base));
+        EXPECT_EQ(wantedPrefix, Narrow(prefix));
+        EXPECT_EQ(wantedUri, Narrow(uri));
+        EXPECT_EQ(S_OK, MapOf(RootOf(document))->getQualifiedItem(base, uri, &qualified)) << name;
+        EXPECT_TRUE(node.IsEqualObject(qualified)) << name;
         CComPtr<IXMLDOMNode> parent;
         EXPECT_EQ(S_FALSE, node->get_parentNode(&parent));
     }

@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "Platform/Dom/DomTestSupport.h"
+
+#include "Support/Rows.h"
 
 #include <thread>
 

@@ -1,7 +1,7 @@
-#include "Support/Rows.h"
-
 #include <gtest/gtest.h>
 #include <windows.h>
+
+#include "Support/Rows.h"
 
 #include <climits>
 #include <cstring>

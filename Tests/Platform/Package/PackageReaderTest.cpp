@@ -1,9 +1,8 @@
-#include "Support/Rows.h"
-
 #include "ZipBuilder.h"
 
 #include "Package/PackageReader.h"
 #include "Package/PackageWriter.h"
+#include "Support/Rows.h"
 
 #include <Support/TemporaryFolder.h>
 

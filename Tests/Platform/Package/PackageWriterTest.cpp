@@ -1,5 +1,6 @@
 #include "Package/PackageWriter.h"
 #include "Package/PackageReader.h"
+#include "Support/Rows.h"
 
 #include <Support/TemporaryFolder.h>
 
@@ -189,11 +190,7 @@ TEST_F(PackageWriterTest, LeavesOutPartsThatWereNotClosed) {
 TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
     const auto writer = PackageWriter::Create(m_target);
     Add(*writer, "/a/b", "x");
-    const struct {
-        const char* what;
-        std::function<void()> call;
-        HRESULT result;
-    } rows[] = {
+    const Rows<const char*, std::function<void()>, HRESULT> rows{
         {"name twice", [&] { Add(*writer, "/A/B", "x"); }, OPC_E_DUPLICATE_PART},
         {"name extended", [&] { Add(*writer, "/a/b/c", "x"); }, OPC_E_DUPLICATE_PART},
         {"name that extends", [&] { Add(*writer, "/A", "x"); }, OPC_E_DUPLICATE_PART},
@@ -209,9 +206,9 @@ TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
          },
          OPC_E_DUPLICATE_RELATIONSHIP},
     };
-    for (const auto& row : rows) {
-        const auto [result, text] = Failure(row.call);
-        EXPECT_EQ(result, row.result) << row.what << ": " << text;
+    for (const auto& [what, call, wantedResult] : rows) {
+        const auto [result, text] = Failure(call);
+        EXPECT_EQ(result, wantedResult) << what << ": " << text;
     }
 
     const auto open = writer->AddPart("/open", "t", PackageCompression::Normal);

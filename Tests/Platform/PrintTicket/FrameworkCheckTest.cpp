@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "TicketFixture.h"
+
+#include "Support/Rows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -184,12 +184,7 @@ TEST(FrameworkCheck, SaysWhichDocumentIsWrong) {
     };
     const std::string good = Ticket(""), bad = "<bad/>";
     const std::string_view badDelta = bad;
-    struct Row {
-        HRESULT result;
-        const char* name;
-        std::function<void()> call;
-    };
-    const Row rows[] = {
+    const Rows<HRESULT, const char*, std::function<void()>> rows{
         {static_cast<HRESULT>(E_PRINTTICKET_FORMAT),
          "the base ticket: ", [&] { PrintTicketMerge(Queue()).Merge(bad, &badDelta, kPTJobScope); }},
         {static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT),
@@ -206,10 +201,10 @@ TEST(FrameworkCheck, SaysWhichDocumentIsWrong) {
                                                        "options=\"psk:A\"/></qc:Constraint>")));
          }},
     };
-    for (const Row& row : rows) {
-        const auto [result, text] = failureOf(row.call);
-        EXPECT_EQ(result, row.result) << row.name;
-        EXPECT_THAT(text, HasSubstr(row.name));
+    for (const auto& [wantedResult, name, call] : rows) {
+        const auto [result, text] = failureOf(call);
+        EXPECT_EQ(result, wantedResult) << name;
+        EXPECT_THAT(text, HasSubstr(name));
     }
 }
 

@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include "TicketFixture.h"
+
+#include "Support/Rows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,7 @@
 #include "Platform/Dom/DomTestSupport.h"
 
+#include "Support/Rows.h"
+
 namespace {
 
 std::string Of(const wchar_t* text, int length) {
@@ -184,22 +186,17 @@ TEST_F(SaxReader, AHandlersFailureEndsTheParse) {
 }
 
 TEST_F(SaxReader, ReportsErrorsWithTheirLine) {
-    struct Case {
-        const char* xml;
-        std::uint32_t code;
-        const char* told;
-    };
-    const Case cases[] = {
+    const Rows<const char*, std::uint32_t, const char*> cases{
         {"<a>\n<b></a>", 0xC00CE56D, "[<{}a|a>\n<{}b|b>!2"},
         {"<a>\n<p:b/></a>", 0xC00CE01D, "!2"},
         {"<!DOCTYPE a><a/>", 0xC00CE584, "[!1"},
         {"<a>&nbsp;</a>", 0xC00CE002, "!1"},
         {"", 0xC00CE558, "!0"},
     };
-    for (const Case& each : cases) {
+    for (const auto& [xml, code, told] : cases) {
         recorder.told.clear();
-        EXPECT_EQ(static_cast<HRESULT>(each.code), reader->parse(Value(each.xml))) << each.xml;
-        EXPECT_TRUE(recorder.told.ends_with(each.told)) << recorder.told;
+        EXPECT_EQ(static_cast<HRESULT>(code), reader->parse(Value(xml))) << xml;
+        EXPECT_TRUE(recorder.told.ends_with(told)) << recorder.told;
     }
     std::string deep;
     for (int depth = 0; depth < 300; ++depth)

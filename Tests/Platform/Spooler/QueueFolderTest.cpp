@@ -3,6 +3,7 @@
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueFolderWriter.h"
 #include "Spooler/QueueRegistry.h"
+#include "Support/Rows.h"
 
 #include <Support/TemporaryFolder.h>
 
@@ -69,9 +70,7 @@ TEST(QueueFolder, ReadsTypedPropertiesAndFiles) {
 }
 
 TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
-    const struct {
-        std::string description, problem;
-    } rows[] = {
+    const Rows<std::string, std::string> rows{
         {"", "queue.xml: the document is empty"},
         {"<Queue version='1'>", "queue.xml:1: "},
         {"<Printer/>", "<Printer>, not <Queue>"},
@@ -121,10 +120,10 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
     };
     const TemporaryFolder folder;
     EXPECT_THAT(Problem(folder / "nowhere"), HasSubstr("queue.xml: the file is missing"));
-    for (const auto& row : rows) {
-        MakeFolder(folder, row.description);
+    for (const auto& [description, wantedProblem] : rows) {
+        MakeFolder(folder, description);
         const std::string problem = Problem(folder.Path());
-        EXPECT_THAT(problem, HasSubstr(row.problem)) << row.description;
+        EXPECT_THAT(problem, HasSubstr(wantedProblem)) << description;
         EXPECT_EQ(problem.find('\n'), std::string::npos) << "one line: " << problem;
     }
 }

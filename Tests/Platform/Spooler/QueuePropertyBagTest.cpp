@@ -1,8 +1,7 @@
-#include "Support/Rows.h"
-
 #include "SampleQueue.h"
 
 #include "Spooler/QueuePropertyBag.h"
+#include "Support/Rows.h"
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,9 @@
-#include "Support/Rows.h"
-
 #include "SampleQueue.h"
 
 #include "Com/FaultInjection.h"
 #include "Spooler/DevmodeLayout.h"
 #include "Spooler/QueueRegistry.h"
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 #include <winspool.h>

@@ -190,20 +190,17 @@ TEST(Time, FollowsTheRulesOfAZone) {
     zone.StandardDate = {0, 10, 0, 5, 3, 0, 0, 0};
     zone.DaylightDate = {0, 3, 0, 5, 2, 0, 0, 0};
     zone.DaylightBias = -60;
-    const struct {
-        SYSTEMTIME utc;
-        const char* local;
-    } cases[] = {
+    const Rows<SYSTEMTIME, const char*> cases{
         {{2024, 3, 0, 31, 0, 59, 59, 0}, "2024-03-31 01:59:59.000 0"},
         {{2024, 3, 0, 31, 1, 0, 0, 0}, "2024-03-31 03:00:00.000 0"},
         {{2024, 10, 0, 27, 0, 59, 59, 0}, "2024-10-27 02:59:59.000 0"},
         {{2024, 10, 0, 27, 1, 0, 0, 0}, "2024-10-27 02:00:00.000 0"},
         {{2023, 12, 0, 31, 23, 30, 0, 0}, "2024-01-01 00:30:00.000 1"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [utc, wantedLocal] : cases) {
         SYSTEMTIME local{};
-        ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(&zone, &each.utc, &local));
-        EXPECT_EQ(each.local, Text(local));
+        ASSERT_TRUE(SystemTimeToTzSpecificLocalTime(&zone, &utc, &local));
+        EXPECT_EQ(wantedLocal, Text(local));
     }
     // South of the equator, and the way back.
     TIME_ZONE_INFORMATION south{};

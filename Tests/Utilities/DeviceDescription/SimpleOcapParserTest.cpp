@@ -1,10 +1,10 @@
 // The device capabilities document: what it answers, and what it refuses.
 
-#include "Support/Rows.h"
-
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/SafeCoInitialize.h>
+
+#include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
 

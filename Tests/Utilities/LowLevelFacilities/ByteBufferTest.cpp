@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include <LowLevelFacilities/ByteBuffer.h>
+
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "Support/Rows.h"
-
 #include <LowLevelFacilities/CXString.h>
+
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // Number keeps decimals exactly; its double is the nearest one, with strtod as the judge.
 
-#include "Support/Rows.h"
-
 #include <LowLevelFacilities/CPExceptionInvalidArgument.h>
 #include <LowLevelFacilities/Dimension.h>
 #include <LowLevelFacilities/Number.h>
+
+#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // What acts on the calling thread: its apartment, its token, its user.
 
-#include "Support/Rows.h"
-
 #include <LowLevelFacilities/CPComException.h>
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/SafeCoInitialize.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 #include <SystemServices/User.h>
+
+#include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
 #include <System/UserToken.h>
