@@ -8,10 +8,6 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT ModuleNotFound = static_cast<HRESULT>(0x8007007E);
-constexpr HRESULT ProcedureNotFound = static_cast<HRESULT>(0x8007007F);
-constexpr HRESULT ClassNotAvailable = static_cast<HRESULT>(0x80040111);
-
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
 using PopulateFilterServices = HRESULT(STDAPICALLTYPE*)(IPrintPipelinePropertyBag*);
@@ -66,7 +62,7 @@ std::string FindModule(const FilterSpec& spec) {
             if (std::filesystem::is_regular_file(file, error))
                 return std::filesystem::absolute(file).string();
         }
-    throw HostError(ModuleNotFound, spec.module,
+    throw HostError(HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND), spec.module,
                     "there is no module " + spec.module + "; looked for " + Joined(FileNames(module)) +
                         " in " + Joined(folders));
 }
@@ -95,7 +91,7 @@ std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
     void* handle = Calling(path, [&] { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
     if (!handle) {
         const char* problem = dlerror();
-        throw HostError(static_cast<HRESULT>(0x800700C1), path,
+        throw HostError(HRESULT_FROM_WIN32(ERROR_BAD_EXE_FORMAT), path,
                         std::string("cannot load the module: ") + (problem ? problem : path));
     }
     return std::shared_ptr<FilterModule>(new FilterModule(path, handle));
@@ -125,7 +121,7 @@ CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const 
     }
     HRESULT hr = Calling(m_path, [&] { return MakeByClass(clsid, filter); });
     if (SUCCEEDED(hr) && !filter) hr = E_POINTER;
-    if (hr == ClassNotAvailable && clsid == GUID{})
+    if (hr == CLASS_E_CLASSNOTAVAILABLE && clsid == GUID{})
         throw HostError(hr, m_path,
                         "the module " + m_path + " wants a class id: name it as MODULE,{class id}");
     if (FAILED(hr))
@@ -137,13 +133,14 @@ CComPtr<IPrintPipelineFilter> FilterModule::MakeFilter(const GUID& clsid) const 
 HRESULT FilterModule::MakeByClass(const GUID& clsid, CComPtr<IPrintPipelineFilter>& filter) const {
     const auto getClassObject = Find<GetClassObject>("DllGetClassObject");
     if (!getClassObject)
-        throw HostError(ProcedureNotFound, m_path, "the module " + m_path + " has no DllGetClassObject");
+        throw HostError(HRESULT_FROM_WIN32(ERROR_PROC_NOT_FOUND), m_path,
+                        "the module " + m_path + " has no DllGetClassObject");
     CComPtr<IClassFactory> factory;
     HRESULT hr = getClassObject(clsid, __uuidof(IClassFactory), reinterpret_cast<void**>(&factory));
     if (SUCCEEDED(hr) && factory)
         hr = factory->CreateInstance(nullptr, __uuidof(IPrintPipelineFilter),
                                      reinterpret_cast<void**>(&filter));
-    else if (hr != ClassNotAvailable)
+    else if (hr != CLASS_E_CLASSNOTAVAILABLE)
         hr = getClassObject(clsid, __uuidof(IPrintPipelineFilter), reinterpret_cast<void**>(&filter));
     return hr;
 }
@@ -151,7 +148,7 @@ HRESULT FilterModule::MakeByClass(const GUID& clsid, CComPtr<IPrintPipelineFilte
 void FilterModule::PopulateServices(IPrintPipelinePropertyBag* bag) const {
     const auto populate = Find<PopulateFilterServices>("DrvPopulateFilterServices");
     if (!populate)
-        throw HostError(ProcedureNotFound, m_path,
+        throw HostError(HRESULT_FROM_WIN32(ERROR_PROC_NOT_FOUND), m_path,
                         "the module " + m_path + " has no DrvPopulateFilterServices");
     if (const HRESULT hr = Calling(m_path, [&] { return populate(bag); }); FAILED(hr))
         throw HostError(hr, m_path, "the services of the module " + m_path + " cannot be had");

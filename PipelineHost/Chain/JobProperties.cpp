@@ -84,7 +84,7 @@ JobPrinter::JobPrinter(const JobDescription& job) {
     std::wstring name = m_queue->PrinterName();
     if (!OpenPrinterW(name.data(), &m_handle, nullptr)) {
         const DWORD lastError = GetLastError();
-        throw HostError(static_cast<HRESULT>((lastError & 0xFFFF) | 0x80070000U), Utf8(name),
+        throw HostError(HRESULT_FROM_WIN32(lastError), Utf8(name),
                         "the printer \"" + Utf8(name) + "\" cannot be opened");
     }
 }

@@ -9,7 +9,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT InvalidState = static_cast<HRESULT>(0x8007139F);
+constexpr HRESULT InvalidState = HRESULT_FROM_WIN32(ERROR_INVALID_STATE);
 
 } // namespace
 

@@ -10,7 +10,6 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT InvalidData = static_cast<HRESULT>(0x8007000D);
 constexpr std::uint64_t MaxSize = 1 << 20;
 
 // One published interface that a Filter's Input or Output may name.
@@ -44,7 +43,7 @@ private:
         RefuseLine(node ? xmlGetLineNo(node) : 0, problem);
     }
     [[noreturn]] void RefuseLine(long line, const std::string& problem) const {
-        throw HostError(InvalidData, m_file.string(),
+        throw HostError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), m_file.string(),
                         m_file.string() + (line > 0 ? " line " + std::to_string(line) : std::string()) +
                             ": " + problem);
     }

@@ -69,10 +69,9 @@ struct Shown {
     void operator()(const Dimension& length) const {
         answer.isNumber = true;
         if (answer.source == FeatureValueSource::None) return;
-        constexpr double toNearest = 0.499999;
-        answer.value = Number(length.GetValue(Dimension::HundredthOfMillimeter).GetIntValue(toNearest));
-        answer.valueName =
-            std::string(length.GetStringValue(Dimension::Millimeter, 2, toNearest, true, true).view());
+        answer.value = Number(length.GetValue(Dimension::HundredthOfMillimeter).GetNearestIntValue());
+        answer.valueName = std::string(
+            length.GetStringValue(Dimension::Millimeter, 2, ::Number::toNearest, true, true).view());
     }
     void operator()(const CXString& text) const { answer.value = Utf8(text.View()); }
     void operator()(unsigned int count) const {

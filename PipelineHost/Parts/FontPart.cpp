@@ -2,6 +2,8 @@
 
 #include "Parts/FontObfuscation.h"
 
+#include <xpsobjectmodel.h>
+
 #include <array>
 #include <atlcomcli.h>
 
@@ -113,7 +115,7 @@ PackagedFont PackFont(IPartFont* font, const std::string& partName) {
 
     const auto key = ObfuscationKeyOf(isStoredObfuscated ? core.stored->name : partName);
     if (!key)
-        throw HostError(static_cast<HRESULT>(0x8052000F), partName,
+        throw HostError(XPS_E_INVALID_OBFUSCATED_FONT_URI, partName,
                         partName + ": a font that is obfuscated needs a GUID as its name");
     packed.bytes = Obfuscate(std::move(packed.bytes), *key);
     return packed;

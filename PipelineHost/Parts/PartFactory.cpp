@@ -8,6 +8,7 @@
 #include <Xml/XmlString.h>
 
 #include <libxml/uri.h>
+#include <msopc.h>
 
 namespace OvPipeline {
 
@@ -103,7 +104,7 @@ std::string ResolveReference(const std::string& base, const std::string& referen
     const OvPlatform::XmlPointer<xmlChar> resolved(
         xmlBuildURI(OvPlatform::AsXml(withoutFragment.c_str()), OvPlatform::AsXml(base.c_str())));
     if (!resolved || withoutFragment.empty())
-        throw InputError(static_cast<HRESULT>(0x80510001), base,
+        throw InputError(OPC_E_NONCONFORMING_URI, base,
                          base + ": the reference \"" + reference + "\" cannot be resolved");
     return std::string(OvPlatform::View(resolved.get()));
 }

@@ -4,12 +4,6 @@
 
 namespace OvPipeline {
 
-namespace {
-
-constexpr HRESULT Cancelled = static_cast<HRESULT>(0x8007003F); // ERROR_PRINT_CANCELLED
-
-} // namespace
-
 std::string JobFailure::Line() const {
     // Of an input at fault, no filter need be named. A problem in words names its part itself where it can.
     std::string line = fromInput && !problem.empty() ? std::string() : stage;
@@ -37,7 +31,8 @@ void JobState::Cancel() {
 
 HRESULT JobState::StopResult() const {
     const std::lock_guard lock(m_mutex);
-    return m_failure && FAILED(m_failure->result) ? m_failure->result : Cancelled;
+    return m_failure && FAILED(m_failure->result) ? m_failure->result
+                                                  : HRESULT_FROM_WIN32(ERROR_PRINT_CANCELLED);
 }
 
 bool JobState::IsCancelled() const {

@@ -3,13 +3,13 @@
 #include "Parts/FontPart.h"
 #include "Sink/MarkupText.h"
 
+#include <msopc.h>
+#include <xpsobjectmodel.h>
+
 namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT InvalidState = static_cast<HRESULT>(0x8007139F);
-constexpr HRESULT DuplicatePart = static_cast<HRESULT>(0x8051000B);
-constexpr HRESULT MissingPage = static_cast<HRESULT>(0x8052010C);
 constexpr const char* DefaultSequenceName = "/FixedDocumentSequence.fdseq";
 
 void Require(HRESULT hr, const std::string& name, const char* what) {
@@ -83,7 +83,8 @@ void PackageSink::TakeDocument(IFixedDocument* document) {
 // What hangs on a document is written with its first page, since a document without pages is none.
 void PackageSink::OpenDocument() {
     if (!m_documentMarkup.empty()) return;
-    if (!m_document) throw HostError(InvalidState, {}, "a page was sent before any document");
+    if (!m_document)
+        throw HostError(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), {}, "a page was sent before any document");
     m_documentMarkup = OpenRoot("FixedDocument", m_flavour);
     WriteTicket(m_documentName, TicketOf(m_document.p, m_documentName));
 }
@@ -163,7 +164,7 @@ void PackageSink::WriteTicket(const std::string& owner, IPartPrintTicket* ticket
 bool PackageSink::Claim(const std::string& name, std::uint64_t identity) {
     const auto [place, isNew] = m_written.emplace(LowerAscii(name), identity);
     if (!isNew && place->second != identity)
-        throw HostError(DuplicatePart, name, "two different parts were sent under the name " + name);
+        throw HostError(OPC_E_DUPLICATE_PART, name, "two different parts were sent under the name " + name);
     return isNew;
 }
 
@@ -194,7 +195,8 @@ void PackageSink::Complete() {
     CloseDocument();
     m_document.Release();
     if (m_pages == 0)
-        throw HostError(MissingPage, {}, "the last filter sent no page: there is nothing to write");
+        throw HostError(XPS_E_MISSING_PAGE_IN_DOCUMENT, {},
+                        "the last filter sent no page: there is nothing to write");
     WriteText(m_sequenceName, SequenceContentType, m_sequenceMarkup + "</FixedDocumentSequence>\n");
     Relate("/", Relation::FixedRepresentation, m_sequenceName);
     for (const Link& link : m_links)

@@ -3,25 +3,11 @@
 #include "Parts/DescribePart.h"
 #include "Parts/PartFactory.h"
 
+#include <xpsobjectmodel.h>
+
 #include <utility>
 
 namespace OvPipeline {
-
-namespace {
-
-constexpr HRESULT UnexpectedContentType = static_cast<HRESULT>(0x80520008);
-constexpr HRESULT MissingSequence = static_cast<HRESULT>(0x80520108);
-constexpr HRESULT MissingDocument = static_cast<HRESULT>(0x80520109);
-constexpr HRESULT MissingReferredDocument = static_cast<HRESULT>(0x8052010A);
-constexpr HRESULT MissingReferredPage = static_cast<HRESULT>(0x8052010B);
-constexpr HRESULT MissingPage = static_cast<HRESULT>(0x8052010C);
-constexpr HRESULT TwoSequences = static_cast<HRESULT>(0x80520202);
-constexpr HRESULT TwoPageTickets = static_cast<HRESULT>(0x80520205);
-constexpr HRESULT TwoDocumentTickets = static_cast<HRESULT>(0x80520206);
-constexpr HRESULT TwoJobTickets = static_cast<HRESULT>(0x80520207);
-constexpr HRESULT ReferredTwice = static_cast<HRESULT>(0x80520208);
-
-} // namespace
 
 SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job) {
     auto context = std::make_shared<PartContext>();
@@ -46,16 +32,16 @@ void PackageSource::FindSequence() {
         if (RelationOf(relationship.type) != Relation::FixedRepresentation) continue;
         const Part& part = Follow("/", relationship);
         if (m_sequence && m_sequence != &part)
-            throw InputError(TwoSequences, file,
+            throw InputError(XPS_E_MULTIPLE_DOCUMENTSEQUENCE_RELATIONSHIPS, file,
                              "the package names two document sequences, " + m_sequence->name + " and " +
                                  part.name);
         m_sequence = &part;
     }
     if (!m_sequence)
-        throw InputError(MissingSequence, file,
+        throw InputError(XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP, file,
                          "the package names no document sequence: it is no XPS document");
     if (KindOf(m_sequence->contentType, {}) != PartKind::Sequence)
-        throw InputError(UnexpectedContentType, m_sequence->name,
+        throw InputError(XPS_E_UNEXPECTED_CONTENT_TYPE, m_sequence->name,
                          m_sequence->name + " is of type " + m_sequence->contentType +
                              ", which is no fixed document sequence");
     MarkReached(*m_sequence);
@@ -132,7 +118,8 @@ void PackageSource::QueueSequence() {
     const auto relationships = m_context->package->Relationships(m_sequence->name);
     CComPtr<IUnknown> sequence;
     sequence.Attach(static_cast<IFixedDocumentSequence*>(new FixedDocumentSequencePart(
-        m_context, m_sequence->name, TicketOf(m_sequence->name, relationships, TwoJobTickets))));
+        m_context, m_sequence->name,
+        TicketOf(m_sequence->name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE))));
     m_ready.push_back(std::move(sequence));
     for (const Relationship& relationship : relationships)
         if (RelationOf(relationship.type) != Relation::PrintTicket)
@@ -145,13 +132,14 @@ bool PackageSource::QueueDocument() {
     const auto reference = m_documents->Next();
     if (!reference) {
         if (m_documentCount == 0)
-            throw InputError(MissingDocument, m_sequence->name, m_sequence->name + " has no documents");
+            throw InputError(XPS_E_MISSING_DOCUMENT, m_sequence->name,
+                             m_sequence->name + " has no documents");
         if (m_pageCount == 0)
-            throw InputError(MissingPage, m_sequence->name,
+            throw InputError(XPS_E_MISSING_PAGE_IN_DOCUMENT, m_sequence->name,
                              "the job has no pages: there is nothing to print");
         return false;
     }
-    m_document = &Refer(m_sequence->name, *reference, PartKind::Document, MissingReferredDocument);
+    m_document = &Refer(m_sequence->name, *reference, PartKind::Document, XPS_E_MISSING_REFERRED_DOCUMENT);
     ++m_documentCount;
 
     const auto relationships = m_context->package->Relationships(m_document->name);
@@ -161,7 +149,8 @@ bool PackageSource::QueueDocument() {
             restrictedFonts.insert(LowerAscii(Follow(m_document->name, relationship).name));
     CComPtr<IUnknown> document;
     document.Attach(static_cast<IFixedDocument*>(new FixedDocumentPart(
-        m_context, m_document->name, TicketOf(m_document->name, relationships, TwoDocumentTickets),
+        m_context, m_document->name,
+        TicketOf(m_document->name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENT),
         std::move(restrictedFonts))));
     m_ready.push_back(std::move(document));
     for (const Relationship& relationship : relationships) {
@@ -179,13 +168,14 @@ bool PackageSource::QueueDocument() {
 bool PackageSource::QueuePage() {
     auto reference = m_pages->Next();
     if (!reference) return false;
-    const Part& page = Refer(m_document->name, *reference, PartKind::Page, MissingReferredPage);
+    const Part& page = Refer(m_document->name, *reference, PartKind::Page, XPS_E_MISSING_REFERRED_PAGE);
     ++m_pageCount;
     const auto relationships = m_context->package->Relationships(page.name);
     CComPtr<IUnknown> object;
-    object.Attach(static_cast<IFixedPage*>(new FixedPagePart(
-        PartCore::Of(m_context, page, PartKind::Page), TicketOf(page.name, relationships, TwoPageTickets),
-        std::move(*reference), ResourcesOf(page, relationships))));
+    object.Attach(static_cast<IFixedPage*>(
+        new FixedPagePart(PartCore::Of(m_context, page, PartKind::Page),
+                          TicketOf(page.name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_PAGE),
+                          std::move(*reference), ResourcesOf(page, relationships))));
     m_ready.push_back(std::move(object));
     return true;
 }
@@ -216,10 +206,10 @@ const PackageSource::Part& PackageSource::Refer(const std::string& source, const
                          source + " names the " + word + " " + reference.source +
                              ", which the package does not hold");
     if (KindOf(part->contentType, {}) != kind)
-        throw InputError(UnexpectedContentType, part->name,
+        throw InputError(XPS_E_UNEXPECTED_CONTENT_TYPE, part->name,
                          part->name + " is of type " + part->contentType + ", which is no fixed " + word);
     if (!MarkReached(*part))
-        throw InputError(ReferredTwice, part->name,
+        throw InputError(XPS_E_MULTIPLE_REFERENCES_TO_PART, part->name,
                          "the " + word + " " + part->name + " is referred to twice");
     return *part;
 }

@@ -4,6 +4,7 @@
 #include <Xml/XmlString.h>
 
 #include <libxml/xmlreader.h>
+#include <xpsobjectmodel.h>
 
 #include <cstring>
 #include <exception>
@@ -11,9 +12,6 @@
 namespace OvPipeline {
 
 namespace {
-
-constexpr HRESULT InvalidMarkup = static_cast<HRESULT>(0x8052000C);    // XPS_E_INVALID_MARKUP
-constexpr HRESULT MissingReference = static_cast<HRESULT>(0x80520110); // XPS_E_MISSING_PART_REFERENCE
 
 // Problems are told by the exception, not on the error stream.
 void Ignore(void*, xmlErrorPtr) {}
@@ -43,7 +41,7 @@ int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
     try {
         const std::size_t read = self->m_bytes->Read(buffer, static_cast<std::size_t>(size));
         if (!self->m_attributes.Passes({buffer, read}))
-            throw InputError(InvalidMarkup, self->m_partName,
+            throw InputError(XPS_E_INVALID_MARKUP, self->m_partName,
                              self->m_partName +
                                  ": elements have more attributes and declarations than are allowed");
         return static_cast<int>(read);
@@ -55,7 +53,7 @@ int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
 
 void ReferenceList::Refuse(const std::string& problem) const {
     const int line = xmlTextReaderGetParserLineNumber(m_reader.get());
-    throw InputError(InvalidMarkup, m_partName,
+    throw InputError(XPS_E_INVALID_MARKUP, m_partName,
                      m_partName + " line " + std::to_string(line) + ": " + problem);
 }
 
@@ -104,7 +102,7 @@ void ReferenceList::TakeLinkTargets(PageReference& reference) {
 PageReference ReferenceList::TakeReference() {
     PageReference reference{Attribute("Source"), Attribute("Width"), Attribute("Height"), {}};
     if (reference.source.empty())
-        throw InputError(MissingReference, m_partName,
+        throw InputError(XPS_E_MISSING_PART_REFERENCE, m_partName,
                          m_partName + " line " +
                              std::to_string(xmlTextReaderGetParserLineNumber(m_reader.get())) + ": a " +
                              ItemName(m_kind) + " has no Source");

@@ -15,9 +15,9 @@ namespace {
 HRESULT FromErrno(int error) {
     switch (error) {
     case ENOENT:
-        return static_cast<HRESULT>(0x80070002);
+        return HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND);
     case ENOTDIR:
-        return static_cast<HRESULT>(0x80070003);
+        return HRESULT_FROM_WIN32(ERROR_PATH_NOT_FOUND);
     case EACCES:
     case EISDIR:
         return E_ACCESSDENIED;

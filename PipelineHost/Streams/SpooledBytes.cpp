@@ -4,6 +4,8 @@
 
 #include "System/NamelessFile.h"
 
+#include <xpsobjectmodel.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
@@ -17,15 +19,11 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT MediumFull = static_cast<HRESULT>(0x80030070);    // STG_E_MEDIUMFULL
-constexpr HRESULT MissingStream = static_cast<HRESULT>(0x80520113); // XPS_E_MISSING_PART_STREAM
-constexpr HRESULT ReadFault = static_cast<HRESULT>(0x8003001E);     // STG_E_READFAULT
-
 int MakeNamelessFile() {
     const std::filesystem::path folder = std::filesystem::temp_directory_path();
     const int file = OvPlatform::OpenNamelessFile(folder);
     if (file < 0)
-        throw HostError(MediumFull, folder.string(),
+        throw HostError(STG_E_MEDIUMFULL, folder.string(),
                         "cannot make a temporary file in " + folder.string() + ": " + std::strerror(errno));
     return file;
 }
@@ -35,7 +33,7 @@ void WriteAt(int file, std::uint64_t position, const unsigned char* bytes, std::
         const ssize_t written = pwrite(file, bytes, size, static_cast<off_t>(position));
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0)
-            throw HostError(MediumFull, {},
+            throw HostError(STG_E_MEDIUMFULL, {},
                             std::string("cannot write a temporary file: ") + std::strerror(errno));
         bytes += written;
         size -= static_cast<std::size_t>(written);
@@ -122,7 +120,7 @@ std::size_t SpooledBytes::ReadAt(std::uint64_t position, void* buffer, std::size
     do
         read = pread(m_file, buffer, size, static_cast<off_t>(position));
     while (read < 0 && errno == EINTR);
-    if (read <= 0) throw HostError(ReadFault, {}, "cannot read a temporary file back");
+    if (read <= 0) throw HostError(STG_E_READFAULT, {}, "cannot read a temporary file back");
     return static_cast<std::size_t>(read);
 }
 
@@ -154,7 +152,8 @@ bool SpooledBytes::WaitBeyond(std::uint64_t position, const JobState& job) const
 }
 
 void SpooledBytes::ThrowLost(const char* how) const {
-    throw HostError(MissingStream, {}, (m_maker ? "filter " + m_maker->Filter() : "its writer") + " " + how);
+    throw HostError(XPS_E_MISSING_PART_STREAM, {},
+                    (m_maker ? "filter " + m_maker->Filter() : "its writer") + " " + how);
 }
 
 std::unique_ptr<ByteReader> ReadWhileWritten(std::shared_ptr<const SpooledBytes> bytes,

@@ -16,7 +16,8 @@ using namespace OvPlatform;
 namespace {
 
 constexpr DWORD SchemaVersion = 1;
-constexpr HRESULT VersionNotSupported = static_cast<HRESULT>(0x80040001);
+// The published headers have no name for it.
+constexpr HRESULT VersionNotSupported = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 1);
 
 BSTR ErrorText(const char* utf8) {
     const std::wstring text = WidenQueueText(utf8);

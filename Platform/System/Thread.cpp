@@ -8,7 +8,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr auto NoMoreThreads = static_cast<std::int32_t>(0x800700A4); // ERROR_MAX_THRDS_REACHED
+constexpr auto NoMoreThreads = HRESULT_FROM_WIN32(ERROR_MAX_THRDS_REACHED);
 
 } // namespace
 

@@ -22,6 +22,7 @@ struct XmlFailure {
 
 // Result codes of the published parser, as far as they are told apart here.
 constexpr HRESULT XmlCode(unsigned long code) noexcept { return static_cast<HRESULT>(0xC00C0000UL | code); }
+constexpr HRESULT XML_E_PARSEERRORBASE = XmlCode(0xE000);
 constexpr HRESULT XML_E_INVALIDATROOTLEVEL = XmlCode(0xE556);
 constexpr HRESULT XML_E_MISSINGROOT = XmlCode(0xE558);
 constexpr HRESULT XML_E_INVALIDENCODING = XmlCode(0xE56E);

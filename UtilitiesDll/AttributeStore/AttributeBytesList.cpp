@@ -28,7 +28,7 @@ void appendValue(std::string& text, const AttributeBytes& attribute,
         text += "string \"" + CPStringUtils::narrowToStdString(*string) + '"';
     } else if (const Dimension* const dimension = value.GetDimension()) {
         text += "dimension ";
-        text += dimension->GetStringValue(dimension->GetUnits(), 3, 0.499999, true, true).view();
+        text += dimension->GetStringValue(dimension->GetUnits(), 3, Number::toNearest, true, true).view();
     } else if (const AttributeBytesRawList* const members = value.GetCollection()) {
         text += value.GetKind() == AttributeBytesValue::Kind::Collection ? "collection of " : "set of ";
         text += std::to_string(members->GetNumberOfAttributeBytes());

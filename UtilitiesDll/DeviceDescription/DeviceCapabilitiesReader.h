@@ -11,7 +11,7 @@ public:
     DeviceCapabilitiesReader() = delete;
 
     /// The features at the top, never null; none for a blank text. Throws CPComException, which says what is
-    /// wrong and in which line: the failure of the platform's XML reader, or 0x8007000D for XML that is not
-    /// this document. The thread must be in a COM apartment.
+    /// wrong and in which line: the failure of the platform's XML reader, or ERROR_INVALID_DATA for XML that
+    /// is not this document. The thread must be in a COM apartment.
     [[nodiscard]] static std::unique_ptr<const DeviceFeatureList> Read(std::string_view xml);
 };

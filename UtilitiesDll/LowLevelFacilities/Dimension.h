@@ -33,7 +33,7 @@ public:
     /// Throws CPExceptionInvalidArgument for a number that is no unit.
     [[nodiscard]] Number GetValue(UnitsEnum unit) const;
     /// The value as a decimal with that many digits behind the point, rounded by the offset at its last digit
-    /// (0.499999 rounds to nearest). withoutTrailingZeros drops zeros at the end of the fraction, and a bare
+    /// (Number::toNearest). withoutTrailingZeros drops zeros at the end of the fraction, and a bare
     /// point with them; withUnit appends a blank and the unit's symbol.
     [[nodiscard]] CPString GetStringValue(UnitsEnum unit, unsigned int digits, double roundingOffset,
                                           bool withoutTrailingZeros, bool withUnit) const;

@@ -34,9 +34,13 @@ public:
 
     /// The nearest double.
     [[nodiscard]] double GetDoubleValue() const;
-    /// The magnitude plus the rounding offset, cut to an integer, with the sign: an offset of 0.499999 rounds
-    /// to nearest. What 32 bits cannot hold gives the largest or smallest.
+    /// The rounding offset that rounds to the nearest; what lies half way, or above it by less than a
+    /// millionth, is rounded down.
+    static constexpr double toNearest = 0.499999;
+    /// The magnitude plus the rounding offset, cut to an integer, with the sign. What 32 bits cannot hold
+    /// gives the largest or smallest.
     [[nodiscard]] int GetIntValue(double roundingOffset) const;
+    [[nodiscard]] int GetNearestIntValue() const { return GetIntValue(toNearest); }
     /// The decimal form with that many digits behind the point (no point if 0), rounded in the same way.
     [[nodiscard]] std::string GetDecimalText(unsigned int digits, double roundingOffset) const;
 

@@ -4,26 +4,25 @@
 #include <cstddef>
 
 HRESULT GetLastErrorAsHResult() {
-    const auto error = static_cast<LONG>(GetLastError());
-    if (error <= 0) return error;
-    return static_cast<HRESULT>((static_cast<DWORD>(error) & 0xFFFFU) | 0x80070000U);
+    const DWORD error = GetLastError();
+    return HRESULT_FROM_WIN32(error);
 }
 
 HRESULT GetGDIStatusErrorAsHResult(Gdiplus::Status status) {
     static constexpr auto results = std::to_array<HRESULT>({
         S_OK,
-        E_FAIL,                           // GenericError
-        E_INVALIDARG,                     // InvalidParameter
-        E_OUTOFMEMORY,                    // OutOfMemory
-        E_PENDING,                        // ObjectBusy
-        E_OUTOFMEMORY,                    // InsufficientBuffer
-        E_NOTIMPL,                        // NotImplemented
-        S_OK,                             // Win32Error: the last error decides
-        E_FAIL,                           // WrongState
-        E_FAIL,                           // Aborted
-        static_cast<HRESULT>(0x80070002), // FileNotFound
-        E_FAIL,                           // ValueOverflow
-        E_ACCESSDENIED,                   // AccessDenied
+        E_FAIL,                                   // GenericError
+        E_INVALIDARG,                             // InvalidParameter
+        E_OUTOFMEMORY,                            // OutOfMemory
+        E_PENDING,                                // ObjectBusy
+        E_OUTOFMEMORY,                            // InsufficientBuffer
+        E_NOTIMPL,                                // NotImplemented
+        S_OK,                                     // Win32Error: the last error decides
+        E_FAIL,                                   // WrongState
+        E_FAIL,                                   // Aborted
+        HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), // FileNotFound
+        E_FAIL,                                   // ValueOverflow
+        E_ACCESSDENIED,                           // AccessDenied
     });
     if (status == Gdiplus::Win32Error) return GetLastErrorAsHResult();
     const auto index = static_cast<std::size_t>(status);

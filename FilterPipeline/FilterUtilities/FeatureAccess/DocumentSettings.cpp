@@ -17,8 +17,7 @@ bool DocumentSettings::Ask(const WantedFeature& wanted, FeatureAnswer<tagValueEn
 bool DocumentSettings::Ask(const WantedFeature& wanted, FeatureAnswer<int>& answer) const {
     FeatureAnswer<CXString> element;
     if (!Ask(wanted, element)) return false;
-    constexpr double toNearest = 0.499999;
-    const int value = element.isSpecified ? Number(element.value, false).GetIntValue(toNearest) : 0;
+    const int value = element.isSpecified ? Number(element.value, false).GetNearestIntValue() : 0;
     answer = {value, element.isSpecified, element.source};
     return true;
 }

@@ -18,7 +18,7 @@ tagValueEnum ValueIfSpecified(const FeatureAnswer<tagValueEnum>& answer, tagValu
 }
 
 int InMicrons(const Dimension& dimension) {
-    return dimension.GetValue(Dimension::Micron).GetIntValue(0.499999); // to nearest
+    return dimension.GetValue(Dimension::Micron).GetNearestIntValue();
 }
 
 } // namespace

@@ -32,8 +32,7 @@ bool IsLandscape(tagValueEnum orientation) { return orientation == VAL_MS_ORIENT
 bool IsPortrait(tagValueEnum orientation) { return orientation == VAL_MS_ORIENTATION_PORTRAIT; }
 
 int TenthsOfMillimeter(const Dimension& length) {
-    constexpr double toNearest = 0.499999;
-    return length.GetValue(Dimension::TenthOfMillimeter).GetIntValue(toNearest);
+    return length.GetValue(Dimension::TenthOfMillimeter).GetNearestIntValue();
 }
 
 FeedEdgeRestrictionEnum FeedEdgeOf(const Dimension& width, const Dimension& height) {

@@ -6,11 +6,11 @@
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
 #include <PrintSchema/PrintTicketQueryBuilder.h>
 
+#include <filterpipeline.h>
+
 #include <initializer_list>
 
 namespace {
-
-constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
 
 /// Asks a capabilities document for integers; what it does not hold stays as it was.
 class IntegerReader {
@@ -40,7 +40,7 @@ private:
         CComBSTR query;
         builder.GetQuery(&query);
         const HRESULT hr = m_document.QueryNodeValue(query, &value);
-        if (hr != notFound) ThrowIfFailed(hr, "CPageImageablePCHandler::GetData");
+        if (hr != E_ELEMENT_NOT_FOUND) ThrowIfFailed(hr, "CPageImageablePCHandler::GetData");
     }
 
     const PrintCapabilitiesXmlDocument& m_document;

@@ -11,6 +11,7 @@
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 
+#include <filterpipeline.h>
 #include <objbase.h>
 #include <prntvpt.h>
 
@@ -21,8 +22,6 @@ using PrintSchema::FrameworkNs;
 using PrintSchema::KeywordsNs;
 
 namespace {
-
-constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
 
 /// In microns.
 struct Size {
@@ -270,7 +269,7 @@ HRESULT PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue(IXMLDOMNod
     query.AddChildPropertyValue(KeywordsPrefix(), PrintSchema::DISPLAYNAME_VALUE_NAME);
     CComPtr<IXMLDOMNode> value;
     ThrowIfFailed(node->selectSingleNode(query.Text(), &value), function);
-    if (!value) return notFound;
+    if (!value) return E_ELEMENT_NOT_FOUND;
     ThrowIfFailed(value->put_text(Make(displayName, function)), function);
     return S_OK;
 }
@@ -280,7 +279,7 @@ HRESULT PrintCapabilitiesXmlDocument::ReplaceOptionDisplayNamePropertyValue(IXML
                                                                             const wchar_t* option,
                                                                             const wchar_t* displayName) {
     CComPtr<IXMLDOMNode> found;
-    if (GetChildOptionNodeIfExists(feature, prefix, option, &found) != S_OK) return notFound;
+    if (GetChildOptionNodeIfExists(feature, prefix, option, &found) != S_OK) return E_ELEMENT_NOT_FOUND;
     return ReplaceDisplayNamePropertyValue(found, displayName);
 }
 

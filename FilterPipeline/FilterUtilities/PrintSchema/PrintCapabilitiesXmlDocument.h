@@ -50,10 +50,10 @@ public:
 
     // ---- Editing
 
-    /// 0x80070490, which is returned, for a node without display name. Raises E_INVALIDARG for a null node
-    /// and an empty text.
+    /// E_ELEMENT_NOT_FOUND, which is returned, for a node without display name. Raises E_INVALIDARG for a
+    /// null node and an empty text.
     HRESULT ReplaceDisplayNamePropertyValue(IXMLDOMNode* node, const wchar_t* displayName);
-    /// 0x80070490 also if the feature has no such option.
+    /// E_ELEMENT_NOT_FOUND also if the feature has no such option.
     HRESULT ReplaceOptionDisplayNamePropertyValue(IXMLDOMNode* feature, const wchar_t* prefix,
                                                   const wchar_t* option, const wchar_t* displayName);
     HRESULT DeleteParameterDefNodeIfExists(const wchar_t* prefix, const wchar_t* name);

@@ -10,6 +10,8 @@
 #include <LowLevelFacilities/CPComException.h>
 #include <LowLevelFacilities/CPFormat.h>
 
+#include <filterpipeline.h>
+
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
@@ -19,8 +21,6 @@ using namespace PrintSchemaText;
 using PrintSchema::MsPrintTicketNamespacesEnum;
 
 namespace {
-
-constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
 
 constexpr std::wstring_view declarationPrefix = L"xmlns:";
 
@@ -438,11 +438,11 @@ HRESULT PrintSchemaXmlDocument::GetAttributeValue(IXMLDOMNode const* node, const
 
 HRESULT PrintSchemaXmlDocument::QueryNode(const wchar_t* xpath) const {
     CComPtr<IXMLDOMNode> node;
-    return GetNode(xpath, &node) == S_OK ? S_OK : notFound;
+    return GetNode(xpath, &node) == S_OK ? S_OK : E_ELEMENT_NOT_FOUND;
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, wchar_t** out) const {
-    return GetNodeValue(xpath, out) == S_OK ? S_OK : notFound;
+    return GetNodeValue(xpath, out) == S_OK ? S_OK : E_ELEMENT_NOT_FOUND;
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, int* out) const {
@@ -462,7 +462,7 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, float* out)
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, wchar_t** out) const {
-    return GetNodeValue(query, out) == S_OK ? S_OK : notFound;
+    return GetNodeValue(query, out) == S_OK ? S_OK : E_ELEMENT_NOT_FOUND;
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, int* out) const {

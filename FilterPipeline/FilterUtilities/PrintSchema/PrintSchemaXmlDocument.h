@@ -72,11 +72,11 @@ public:
     // ---- Looking up
 
     HRESULT GetNode(const wchar_t* xpath, IXMLDOMNode** out) const;
-    /// S_OK or 0x80070490, which is returned.
+    /// S_OK or E_ELEMENT_NOT_FOUND, which is returned.
     HRESULT QueryNode(const wchar_t* xpath) const;
     /// The value of a property: the text of its Value, or of the initialiser that its ParameterRef names. An
-    /// empty text is a null BSTR. 0x80070490, which is returned, if there is none: a text is null then, a
-    /// number untouched. A text that is no number reads as far as it is one.
+    /// empty text is a null BSTR. E_ELEMENT_NOT_FOUND, which is returned, if there is none: a text is null
+    /// then, a number untouched. A text that is no number reads as far as it is one.
     HRESULT QueryNodeValue(const wchar_t* xpath, wchar_t** out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, int* out) const;
     HRESULT QueryNodeValue(const wchar_t* xpath, float* out) const;

@@ -18,15 +18,13 @@ using namespace PrintSchemaText;
 
 namespace {
 
-constexpr HRESULT notFound = static_cast<HRESULT>(0x80070490);
-
 constexpr wchar_t ocptForXps[] = L"Orvel_OcptForXps";
 constexpr wchar_t ocptForNonXps[] = L"Orvel_OcptForNonXps";
 
 /// Of the text in memory, at two bytes a character.
 constexpr int longestSettingsText = 4000 / 2;
 
-HRESULT FoundOrNot(HRESULT hr) { return hr == S_FALSE ? notFound : hr; }
+HRESULT FoundOrNot(HRESULT hr) { return hr == S_FALSE ? E_ELEMENT_NOT_FOUND : hr; }
 
 /// Text that looks like a CDATA section and is none: written as text, its brackets are escaped, and a reader
 /// gets the wrapper back as part of the value.
@@ -91,7 +89,7 @@ HRESULT PrintTicketXmlDocument::GetFeatureOption(const wchar_t* prefix, const wc
     query.AddFeature(prefix, name);
     query.AddOption();
     const CComPtr<IXMLDOMNode> node = query.FindFirst(function);
-    if (!node) return notFound;
+    if (!node) return E_ELEMENT_NOT_FOUND;
 
     CComBSTR fullName;
     std::size_t split = 0;
@@ -133,7 +131,7 @@ HRESULT PrintTicketXmlDocument::OptionNameOf(IXMLDOMNode* node, wchar_t** option
     constexpr char function[] = "PrintTicketXmlDocument::QueryNodeOption";
     CComBSTR name;
     if (node == nullptr || !ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name, function))
-        return notFound;
+        return E_ELEMENT_NOT_FOUND;
     StripKeywordNamespace(&name);
     *option = name.Detach();
     return S_OK;

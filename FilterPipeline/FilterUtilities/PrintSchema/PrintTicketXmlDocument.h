@@ -7,8 +7,9 @@
 
 struct IPrintPipelinePropertyBag;
 
-/// A Print Ticket. Results and exceptions are those of the base, but what does not exist is 0x80070490 where
-/// a feature, option or scored property is asked for or set; that result is returned, never raised.
+/// A Print Ticket. Results and exceptions are those of the base, but what does not exist is
+/// E_ELEMENT_NOT_FOUND where a feature, option or scored property is asked for or set; that result is
+/// returned, never raised.
 ///
 /// isPublic selects the prefix of a name: true that of the keywords, false that of the private keywords.
 class OV_FILTER_UTILITIES_API PrintTicketXmlDocument : public PrintSchemaXmlDocument {
@@ -58,7 +59,7 @@ public:
     /// Sets an attribute that the option of the feature has.
     HRESULT SetChildNodeOptionAttributeValue(const wchar_t* feature, bool isPublic, const wchar_t* attribute,
                                              const wchar_t* value);
-    /// Renames the option of a feature. 0x80070490, and nothing changed, for an option without name.
+    /// Renames the option of a feature. E_ELEMENT_NOT_FOUND, and nothing changed, for an option without name.
     HRESULT SetFeatureOption(const wchar_t* feature, bool featureIsPublic, const wchar_t* option,
                              bool optionIsPublic);
 

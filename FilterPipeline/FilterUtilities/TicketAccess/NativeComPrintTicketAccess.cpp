@@ -24,8 +24,6 @@ using This = NativeComPrintTicketAccess;
 using Row = PrintTicketFeatureInformation;
 namespace Keywords = PrintSchema::Keywords;
 
-constexpr double toNearest = 0.499999;
-
 struct PrefixUri {
     std::wstring_view prefix;
     const wchar_t* uri;
@@ -151,7 +149,7 @@ int LeastOf(const CXString& property) {
 }
 
 int WholeMicrons(const Dimension& dimension) {
-    return dimension.GetValue(Dimension::Micron).GetIntValue(toNearest);
+    return dimension.GetValue(Dimension::Micron).GetNearestIntValue();
 }
 
 } // namespace
@@ -797,7 +795,7 @@ int This::ReadCustomNumber(const CustomNumber& number) const {
 }
 
 void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {
-    const int pages = Number(value, false).GetIntValue(toNearest);
+    const int pages = Number(value, false).GetNearestIntValue();
     if (pages > 0) m_ticket->SetScoredPropertyValue(feature, true, PrintSchema::NUp::NUP_PROP, pages);
 }
 

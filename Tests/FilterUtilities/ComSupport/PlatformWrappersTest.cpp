@@ -134,9 +134,9 @@ TEST(HresultHelpers, LastErrorBecomesAnHresult) {
 TEST(HresultHelpers, GdiStatusBecomesAnHresult) {
     SetLastError(5); // counts for Win32Error only
     EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::Ok), S_OK);
-    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::ObjectBusy), static_cast<HRESULT>(0x8000000A));
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::ObjectBusy), E_PENDING);
     EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::InsufficientBuffer), E_OUTOFMEMORY);
-    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::FileNotFound), static_cast<HRESULT>(0x80070002));
+    EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::FileNotFound), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(GetGDIStatusErrorAsHResult(Gdiplus::AccessDenied), E_ACCESSDENIED);
     for (const int status : {1, 8, 9, 11, 13, 14, 1000, -1}) {
         EXPECT_EQ(GetGDIStatusErrorAsHResult(static_cast<Gdiplus::Status>(status)), E_FAIL) << status;

@@ -179,7 +179,7 @@ TEST_F(MsRenderFilterBaseTest, ShutdownCancelsForGood) {
     EXPECT_EQ(filter->m_liveness->Continue(), S_OK);
     EXPECT_EQ(filter->ShutdownOperation(), S_OK); // before there is a property bag
     EXPECT_FALSE(filter->IsAlive());
-    EXPECT_EQ(filter->m_liveness->Continue(), static_cast<HRESULT>(0x8007003F));
+    EXPECT_EQ(filter->m_liveness->Continue(), HRESULT_FROM_WIN32(ERROR_PRINT_CANCELLED));
     EXPECT_EQ(Initialize(), S_OK);
     EXPECT_FALSE(filter->IsAlive());
     EXPECT_EQ(filter->ShutdownOperation(), S_OK);

@@ -84,7 +84,7 @@ TEST(HostileTicket, NamesAreTextAndNotQueries) {
     CComBSTR option;
     // Nothing is escaped: this is a broken query and reported as one.
     EXPECT_EQ(ResultOf([&] { return ticket.GetFeatureOption(L"psk:", L"A\"", &option, nullptr); }), E_FAIL);
-    EXPECT_EQ(ticket.GetFeatureOption(L"psk:", L"'", &option, nullptr), elementNotFound);
+    EXPECT_EQ(ticket.GetFeatureOption(L"psk:", L"'", &option, nullptr), E_ELEMENT_NOT_FOUND);
 }
 
 TEST(HostileTicket, EveryFailureOfThePlatformIsRaisedOrReturned) {

@@ -154,10 +154,11 @@ TEST(PrintCapabilitiesXmlDocument, ReplacesDisplayNamesAndDeletesParameters) {
     const CComPtr<IXMLDOMNode> first = NodeOf(document, L"//psf:Feature[1]");
     const CComPtr<IXMLDOMNode> second = NodeOf(document, L"//psf:Feature[2]");
     // The first feature has no name of its own; that of its option, or of the other, is not touched.
-    EXPECT_EQ(document.ReplaceDisplayNamePropertyValue(first, L"x"), elementNotFound);
-    EXPECT_EQ(document.ReplaceOptionDisplayNamePropertyValue(second, L"psk:", L"Off", L"x"), elementNotFound);
+    EXPECT_EQ(document.ReplaceDisplayNamePropertyValue(first, L"x"), E_ELEMENT_NOT_FOUND);
+    EXPECT_EQ(document.ReplaceOptionDisplayNamePropertyValue(second, L"psk:", L"Off", L"x"),
+              E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(document.ReplaceOptionDisplayNamePropertyValue(second, L"psk:", L"Deep", L"x"),
-              elementNotFound);
+              E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(document.ReplaceDisplayNamePropertyValue(second, L"new"), S_OK);
     EXPECT_EQ(document.ReplaceOptionDisplayNamePropertyValue(second, L"psk:", L"On", L"<on>"), S_OK);
     EXPECT_EQ(OutsideView(document, "concat(//psf:Feature[1], //psf:Feature[2])"), "first on80new<on>120 g");

@@ -333,9 +333,9 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
         {"ByRef", S_OK, "2", 2, 2.f},
         {"Real", S_OK, "12.75x", 12, 12.75f},
         {"Empty", S_OK, "(null)", 0, 0.f},
-        {"Orphan", elementNotFound, "(null)", -7, -7.f},
-        {"Bare", elementNotFound, "(null)", -7, -7.f},
-        {"Missing", elementNotFound, "(null)", -7, -7.f},
+        {"Orphan", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
+        {"Bare", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
+        {"Missing", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
     };
     for (const auto& [feature, result, wantedText, wantedInteger, wantedReal] : cases) {
         SCOPED_TRACE(feature);
@@ -351,7 +351,7 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
         EXPECT_EQ(real, wantedReal);
     }
     EXPECT_EQ(ticket.QueryNode(L"//psf:Feature"), S_OK);
-    EXPECT_EQ(ticket.QueryNode(L"//psf:Nothing"), elementNotFound);
+    EXPECT_EQ(ticket.QueryNode(L"//psf:Nothing"), E_ELEMENT_NOT_FOUND);
 }
 
 TEST(PrintSchemaXmlDocument, TellsNamesApartInAllAlphabets) {

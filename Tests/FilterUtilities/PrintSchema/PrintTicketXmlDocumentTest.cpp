@@ -60,8 +60,8 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
         {L"psk:", L"PageResolution", S_OK, "", ""},
         {L"psk:", L"Plain", E_FAIL, "(null)", "(null)"},
         {L"psk:", L"NoColonOption", E_FAIL, "(null)", "(null)"},
-        {L"psk:", L"NoOption", elementNotFound, "(null)", "(null)"},
-        {L"psk:", L"JobThing", elementNotFound, "(null)", "(null)"},
+        {L"psk:", L"NoOption", E_ELEMENT_NOT_FOUND, "(null)", "(null)"},
+        {L"psk:", L"JobThing", E_ELEMENT_NOT_FOUND, "(null)", "(null)"},
         {L"psk:", L"", E_INVALIDARG, "(null)", "(null)"},
     };
     for (const auto& [givenPrefix, feature, result, wantedOption, optionPrefix] : cases) {
@@ -88,8 +88,8 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
     const Rows<const wchar_t*, const wchar_t*, const char*, HRESULT, bool, bool> subFeatures{
         {L"DocumentNUp", L"PresentationDirection", "RightBottom", S_OK, true, true},
         {L"DocumentNUp", L"Border", "Thin", S_OK, true, false},
-        {L"DocumentNUp", L"Border", "(null)", elementNotFound, true, true},
-        {L"PageMediaSize", L"PresentationDirection", "(null)", elementNotFound, true, true},
+        {L"DocumentNUp", L"Border", "(null)", E_ELEMENT_NOT_FOUND, true, true},
+        {L"PageMediaSize", L"PresentationDirection", "(null)", E_ELEMENT_NOT_FOUND, true, true},
         {L"", L"Border", "(null)", E_INVALIDARG, true, true},
         {L"DocumentNUp", L"", "(null)", E_INVALIDARG, true, true},
     };
@@ -111,8 +111,8 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
         {L"psk:Twice", S_OK, "psk:Y"},
         {L"psk:Middle", S_OK, "a-Z"},
         {L"psk:Both", S_OK, "ok:Z"},
-        {L"psk:PageResolution", elementNotFound, "(null)"},
-        {L"psk:Absent", elementNotFound, "(null)"},
+        {L"psk:PageResolution", E_ELEMENT_NOT_FOUND, "(null)"},
+        {L"psk:Absent", E_ELEMENT_NOT_FOUND, "(null)"},
         {L"psk:NoColonOption", E_INVALIDARG, "(null)"},
     };
     for (const auto& [feature, result, wantedOption] : options) {
@@ -137,9 +137,9 @@ TEST(PrintTicketXmlDocument, ReadsScoredPropertiesAndFeatures) {
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"JobThing", false, L"Count", &number), S_OK);
     EXPECT_EQ(number, 3); // a public property of a private feature
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionY", &number),
-              elementNotFound);
+              E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", false, L"ResolutionX", &number),
-              elementNotFound);
+              E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(number, 3);
     EXPECT_EQ(ResultOf([&] { return ticket.GetScoredPropertyValue(L"", true, L"A", &number); }),
               E_INVALIDARG);
@@ -147,7 +147,7 @@ TEST(PrintTicketXmlDocument, ReadsScoredPropertiesAndFeatures) {
     CComPtr<IXMLDOMNode> node;
     EXPECT_EQ(ticket.FeaturePresent(L"JobThing", false, &node), S_OK);
     EXPECT_TRUE(node);
-    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", true, nullptr), elementNotFound);
+    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", true, nullptr), E_ELEMENT_NOT_FOUND);
 }
 
 TEST(PrintTicketXmlDocument, SetsOptionsAndScoredPropertiesThatExist) {
@@ -173,7 +173,7 @@ TEST(PrintTicketXmlDocument, SetsOptionsAndScoredPropertiesThatExist) {
         [&] { return ticket.SetScoredPropertyValue(L"PageResolution", true, L"Absent", 1); },
     };
     for (const auto& miss : misses)
-        EXPECT_EQ(miss(), elementNotFound) << (&miss - misses);
+        EXPECT_EQ(miss(), E_ELEMENT_NOT_FOUND) << (&miss - misses);
     EXPECT_EQ(XmlOf(ticket), before);
 }
 
@@ -292,7 +292,7 @@ TEST(PrintTicketXmlDocument, CarriesTheOcptTextFirst) {
 }
 
 TEST(PrintTicketXmlDocument, HandsTheOcptTextToLaterFilters) {
-    constexpr HRESULT refused = static_cast<HRESULT>(0x80070005);
+    constexpr HRESULT refused = E_ACCESSDENIED;
     const Rows<bool, DataModelIds::tagValueEnum, const wchar_t*, HRESULT, HRESULT, const char*, const char*,
                const char*>
         cases{

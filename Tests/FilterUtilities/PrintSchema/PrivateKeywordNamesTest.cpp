@@ -294,7 +294,7 @@ TEST(PrivateKeywordNames, AreNoPublicOnesThatHaveTheSamePrefix) {
     const std::string before = XmlOf(both);
     EXPECT_EQ(ResultOf([&] { return both.SetFeatureOption(L"PageMediaType", true, L"Own", false); }), E_FAIL);
     EXPECT_EQ(ResultOf([&] { return both.AddOrReplaceOcptParameterInit(L"<a/>"); }), E_FAIL);
-    EXPECT_EQ(both.FeaturePresent(L"PageMediaType", false, nullptr), elementNotFound);
+    EXPECT_EQ(both.FeaturePresent(L"PageMediaType", false, nullptr), E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(XmlOf(both), before);
     EXPECT_EQ(both.SetFeatureOption(L"PageMediaType", true, L"Bond", true), S_OK);
 }

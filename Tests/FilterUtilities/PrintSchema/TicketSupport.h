@@ -12,6 +12,8 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
+#include <filterpipeline.h>
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -25,8 +27,6 @@ class Apartment : public ::testing::Environment {
     void TearDown() override { CoUninitialize(); }
 };
 inline ::testing::Environment* const apartment = ::testing::AddGlobalTestEnvironment(new Apartment);
-
-inline constexpr HRESULT elementNotFound = static_cast<HRESULT>(0x80070490);
 
 inline constexpr char frameworkUri[] =
     "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";

@@ -334,7 +334,7 @@ TEST(TicketAccess, TheSizeOfTheTicketIsItsOwnOrThatOfItsParameters) {
             access.GetCurrentValueMediaSizeFeature(L"PageMediaSize", option, width, height);
         };
         if (isThrown)
-            ExpectRaised(read, elementNotFound,
+            ExpectRaised(read, E_ELEMENT_NOT_FOUND,
                          "NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature");
         else
             read();

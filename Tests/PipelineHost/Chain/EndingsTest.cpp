@@ -146,7 +146,7 @@ TEST_F(EndingsTest, NoFilterWaitsForAnotherBeforeBothAreStarted) {
         result = env.Provider()->GetXpsPart(&part);
     };
     Run({Filter("first", PassOn()), Filter("eager", PassOn(), PartsToParts, calls)});
-    EXPECT_EQ(static_cast<HRESULT>(0x8007139F), result);
+    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), result);
 
     calls->atInitialisation = [&](const FilterEnv& env) {
         CComPtr<IPartImage> image;
@@ -157,7 +157,7 @@ TEST_F(EndingsTest, NoFilterWaitsForAnotherBeforeBothAreStarted) {
             result = env.Consumer()->SendXpsUnknown(image);
     };
     Run({Filter("eager", PassOn(), PartsToParts, calls), Filter("last", PassOn())});
-    EXPECT_EQ(static_cast<HRESULT>(0x8007139F), result);
+    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), result);
 }
 
 TEST_F(EndingsTest, AShutdownThatThrowsFailsTheJob) {

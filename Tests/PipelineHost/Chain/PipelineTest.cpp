@@ -19,7 +19,6 @@ namespace {
 constexpr FilterEnds PartsToParts{EndKind::XpsParts, EndKind::XpsParts};
 constexpr FilterEnds PartsToBytes{EndKind::XpsParts, EndKind::Bytes};
 constexpr FilterEnds BytesToBytes{EndKind::Bytes, EndKind::Bytes};
-constexpr HRESULT PrintCancelled = static_cast<HRESULT>(0x8007003F);
 
 class PipelineTest : public testing::Test {
 protected:
@@ -391,7 +390,7 @@ TEST_F(PipelineTest, CancellationWakesAFilterThatWaitsForBytes) {
     const auto wait = [&](const FilterEnv& env) -> HRESULT {
         while (!env.isShutDown)
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        return PrintCancelled;
+        return HRESULT_FROM_WIN32(ERROR_PRINT_CANCELLED);
     };
     HRESULT readResult = S_OK;
     const auto read = [&](const FilterEnv& env) -> HRESULT {

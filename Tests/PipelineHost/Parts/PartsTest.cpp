@@ -3,6 +3,8 @@
 #include <Source/PackageSource.h>
 #include <Support/PipelineJob.h>
 
+#include <xpsobjectmodel.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -134,7 +136,7 @@ TEST_F(PartsTest, ANewPartIsReadOnlyWhenItIsWhole) {
     CComPtr<IPrintReadStream> reader;
     EXPECT_EQ(E_PENDING, image->GetStream(&reader)) << "its writer would wait for itself";
     stream.Release();
-    EXPECT_EQ(static_cast<HRESULT>(0x80520113), image->GetStream(&reader)) << "given up without Close";
+    EXPECT_EQ(XPS_E_MISSING_PART_STREAM, image->GetStream(&reader)) << "given up without Close";
 }
 
 TEST_F(PartsTest, AllPagePartsCanBeDeletedOnTheWayThroughThem) {

@@ -4,6 +4,8 @@
 
 #include "Support/Rows.h"
 
+#include <xpsobjectmodel.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

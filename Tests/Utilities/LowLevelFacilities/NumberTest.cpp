@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr double offset = 0.499999;
+constexpr double offset = Number::toNearest;
 
 Number number(const char* text) { return Number(CXString(text), false); }
 
