@@ -27,13 +27,14 @@ public:
         if (!object) return E_POINTER;
         *object = nullptr;
         if (outer) return CLASS_E_NOAGGREGATION;
+        const OperationScope operation("FilterFactory::CreateInstance");
         HRESULT result = S_OK;
         try {
             Filter* filter = new Filter;
             result = filter->QueryInterface(riid, object);
             filter->Release();
         }
-        CATCH_VARIOUS(result, "FilterFactory::CreateInstance")
+        CATCH_VARIOUS(result)
         return result;
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }

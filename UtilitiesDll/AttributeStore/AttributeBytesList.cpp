@@ -59,9 +59,9 @@ void appendList(std::string& text, const AttributeBytesList& list, std::size_t d
 AttributeBytesList::~AttributeBytesList() = default;
 
 void AttributeBytesList::AddAttributeBytes(SharedPtr attribute) {
+    const OperationScope operation("AttributeBytesList::AddAttributeBytes");
     if (attribute == nullptr) {
-        ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesList::AddAttributeBytes",
-                                                 [] { return "No attribute to add"; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "No attribute to add"; });
     }
     m_attributes.push_back(std::move(attribute));
 }

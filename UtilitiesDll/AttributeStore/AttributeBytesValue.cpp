@@ -21,7 +21,7 @@ unsigned int depthOver(const AttributeBytesList& members) {
     for (auto i = members.GetIterator(); members.IsValid(i);)
         depth = (std::max)(depth, members.GetNextAttributeBytes(i)->GetAttributeBytesValue().GetDepth());
     if (depth == AttributeBytesValue::maxDepth) {
-        ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesValue::FromCollection", [] {
+        ThrowFailure<CPExceptionInvalidArgument>([] {
             return "Collections nest deeper than " + std::to_string(AttributeBytesValue::maxDepth) +
                    " levels";
         });
@@ -48,6 +48,7 @@ AttributeBytesValue AttributeBytesValue::FromDimension(::Dimension value, bool i
 }
 
 AttributeBytesValue AttributeBytesValue::FromCollection(const AttributeBytesList& members, bool isSpecified) {
+    const OperationScope operation("AttributeBytesValue::FromCollection");
     const unsigned int depth = depthOver(members);
     auto copy = OvlSharedPtr<AttributeBytesRawList>::make();
     for (auto i = members.GetIterator(); members.IsValid(i);)
@@ -57,6 +58,7 @@ AttributeBytesValue AttributeBytesValue::FromCollection(const AttributeBytesList
 
 AttributeBytesValue AttributeBytesValue::FromCollectionSet(const AttributeBytesList& members,
                                                            bool isSpecified) {
+    const OperationScope operation("AttributeBytesValue::FromCollectionSet");
     const unsigned int depth = depthOver(members);
     auto copy = OvlSharedPtr<AttributeBytesRawList>::make();
     LONG position = 0;
@@ -72,10 +74,10 @@ AttributeBytesValue AttributeBytesValue::FromCollectionSet(const AttributeBytesL
 }
 
 AttributeBytesValue AttributeBytesValue::FromUnknown(unsigned int kind, ByteBuffer bytes, bool isSpecified) {
+    const OperationScope operation("AttributeBytesValue::FromUnknown");
     if (isNamed(kind) || kind > maxKind) {
-        ThrowFailure<CPExceptionInvalidArgument>("AttributeBytesValue::FromUnknown", [kind] {
-            return "Not an unknown kind of attribute: " + std::to_string(kind);
-        });
+        ThrowFailure<CPExceptionInvalidArgument>(
+            [kind] { return "Not an unknown kind of attribute: " + std::to_string(kind); });
     }
     return {static_cast<Kind>(kind), isSpecified, std::move(bytes)};
 }

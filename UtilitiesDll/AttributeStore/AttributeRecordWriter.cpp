@@ -16,8 +16,7 @@ using Kind = AttributeBytesValue::Kind;
 namespace {
 
 [[noreturn]] void refuse(const char* reason) {
-    ThrowFailure<CPExceptionInvalidArgument>("AttributeRecordWriter::Write",
-                                             [reason] { return std::string(reason); });
+    ThrowFailure<CPExceptionInvalidArgument>([reason] { return std::string(reason); });
 }
 
 void appendDimension(ByteBuffer& bytes, const Dimension& dimension) {
@@ -37,6 +36,7 @@ void appendDimension(ByteBuffer& bytes, const Dimension& dimension) {
 } // namespace
 
 ByteBuffer AttributeRecordWriter::Write(const AttributeBytesRawList& attributes) {
+    const OperationScope operation("AttributeRecordWriter::Write");
     ByteBuffer bytes;
     AttributeRecordWriter().AppendMembers(bytes, attributes, true);
     return bytes;

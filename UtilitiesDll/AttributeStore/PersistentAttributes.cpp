@@ -21,6 +21,7 @@ constexpr AttributeBytesNameSpacesId dataModelDocProp(1);
 
 PersistentAttributes::PersistentAttributes(const ByteBuffer& store, bool toleratesDamage, DriverVersion*)
     : m_toleratesDamage(toleratesDamage) {
+    const OperationScope operation("PersistentAttributes::PersistentAttributes");
     if (!store.empty()) ReadNameSpaces(store);
     const auto ours = m_nameSpaces.find(dataModelDocProp);
     if (ours != m_nameSpaces.end()) ours->second.attributes = ReadRecords(ours->first, ours->second);
@@ -32,6 +33,7 @@ AttributeBytesNameSpacesId PersistentAttributes::GetDataModelDocPropNameSpaceId(
 
 bool PersistentAttributes::GetAttributeBytesListForNameSpace(AttributeBytesNameSpacesId id,
                                                              AttributeBytesRawList& list) {
+    const OperationScope operation("PersistentAttributes::GetAttributeBytesListForNameSpace");
     list.DeleteAllAttributeBytes();
     const auto nameSpace = m_nameSpaces.find(id);
     if (nameSpace == m_nameSpaces.end()) return false;
@@ -42,22 +44,21 @@ bool PersistentAttributes::GetAttributeBytesListForNameSpace(AttributeBytesNameS
 }
 
 void PersistentAttributes::SetAttributeBytesNameSpaces(const AttributeBytesNameSpaces& nameSpaces) {
+    const OperationScope operation("PersistentAttributes::SetAttributeBytesNameSpaces");
     auto changed = m_nameSpaces;
     for (const auto& [id, attributes] : nameSpaces.GetNameSpaces())
         changed.insert_or_assign(id, NameSpace{AttributeRecordWriter::Write(attributes), {}});
     if (changed.size() > maxNameSpaces) {
-        ThrowFailure<CPExceptionInvalidArgument>("PersistentAttributes::SetAttributeBytesNameSpaces",
-                                                 [] { return "A store does not take so many name spaces"; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "A store does not take so many name spaces"; });
     }
     m_nameSpaces = std::move(changed);
 }
 
 ByteBuffer PersistentAttributes::GetPersistentAttributesState() const {
-    constexpr const char* here = "PersistentAttributes::GetPersistentAttributesState";
+    const OperationScope operation("PersistentAttributes::GetPersistentAttributesState");
     if (!m_damage.empty()) {
-        ThrowFailure<CPExceptionInvalidArgument>(here, [this] {
-            return "A damaged store cannot be written without loss. Its damage: " + m_damage;
-        });
+        ThrowFailure<CPExceptionInvalidArgument>(
+            [this] { return "A damaged store cannot be written without loss. Its damage: " + m_damage; });
     }
     ByteBuffer store = PackedBytes::beginEnvelope(mark);
     std::uint32_t next = 0;
@@ -70,8 +71,7 @@ ByteBuffer PersistentAttributes::GetPersistentAttributesState() const {
     }
     PackedBytes::endEnvelope(store);
     if (store.size() > maxBytes) {
-        ThrowFailure<CPExceptionInvalidArgument>(here,
-                                                 [] { return "The attributes are too large for a store"; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "The attributes are too large for a store"; });
     }
     return store;
 }
@@ -111,9 +111,8 @@ AttributeBytesRawList PersistentAttributes::ReadRecords(AttributeBytesNameSpaces
 
 void PersistentAttributes::ReportDamage(const std::string& what) {
     if (!m_toleratesDamage) {
-        ThrowFailure<CPExceptionInvalidArgument>("PersistentAttributes::PersistentAttributes", [&what] {
-            return "The store of driver settings cannot be read: " + what;
-        });
+        ThrowFailure<CPExceptionInvalidArgument>(
+            [&what] { return "The store of driver settings cannot be read: " + what; });
     }
     if (m_damage.empty()) m_damage = what;
 }

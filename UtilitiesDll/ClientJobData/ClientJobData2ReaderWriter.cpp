@@ -17,13 +17,13 @@ constexpr std::size_t maxHead = 5 + 5 + 1;
 
 [[noreturn]] void refuse(const char* damage) {
     ThrowFailure<CPExceptionInvalidArgument>(
-        "ClientJobData2ReaderWriter::ClientJobData2ReaderWriter",
         [damage] { return std::string("The client job data cannot be read: ") + damage; });
 }
 
 } // namespace
 
 ClientJobData2ReaderWriter::ClientJobData2ReaderWriter(const ByteBuffer& clientJobData) {
+    const OperationScope operation("ClientJobData2ReaderWriter::ClientJobData2ReaderWriter");
     if (clientJobData.empty()) return;
     if (clientJobData.size() > maxBytes) refuse("it is larger than it may be");
     const char* damage = nullptr;
@@ -68,6 +68,7 @@ void ClientJobData2ReaderWriter::AddOrReplaceInParameterList(LONG id, const CXSt
 }
 
 void ClientJobData2ReaderWriter::AddOrReplaceInParameterList(LONG id, const ByteBuffer& value) {
+    const OperationScope operation("ClientJobData2ReaderWriter::AddOrReplaceInParameterList");
     const auto number = static_cast<ULONG>(id);
     const auto old = m_parameters.find(number);
     const bool isNew = old == m_parameters.end();
@@ -77,7 +78,6 @@ void ClientJobData2ReaderWriter::AddOrReplaceInParameterList(LONG id, const Byte
         PackedBytes::headLength + count * maxHead + valueBytes + PackedBytes::checkLength;
     if (count > maxParameters || bytes > maxBytes) {
         ThrowFailure<CPExceptionInvalidArgument>(
-            "ClientJobData2ReaderWriter::AddOrReplaceInParameterList",
             [id] { return "No room in the client job data for parameter " + std::to_string(id); });
     }
     m_parameters.insert_or_assign(number, Parameter{plainForm, value});

@@ -19,7 +19,6 @@
 
 namespace {
 
-constexpr const char* operationName = "DeviceCapabilitiesReader::Read";
 constexpr std::size_t largestDocument = 4u << 20; // bytes
 constexpr std::size_t mostFeatures = 10'000;
 constexpr std::size_t longestText = 255; // UTF-16 units
@@ -112,7 +111,7 @@ public:
     /// Throws what was wrong with the document, if anything was.
     std::unique_ptr<const DeviceFeatureList> TakeFeatures(HRESULT result) {
         if (m_failure) std::rethrow_exception(m_failure);
-        ThrowIfFailed(result, operationName, WithPlace(m_syntaxError));
+        ThrowIfFailed(result, WithPlace(m_syntaxError));
         return std::move(m_features);
     }
 
@@ -204,7 +203,7 @@ private:
     template <typename... Arguments>
     [[noreturn]] void Refuse(const char* format, const Arguments&... arguments) {
         NoteLine(m_locator);
-        ThrowComException(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), operationName,
+        ThrowComException(HRESULT_FROM_WIN32(ERROR_INVALID_DATA),
                           WithPlace(FormatStdString(format, arguments...)));
     }
 
@@ -250,7 +249,7 @@ private:
         const HRESULT result = attributes.getValueFromName(
             L"", 0, attribute.data(), static_cast<int>(attribute.size()), &text, &length);
         if (result == E_INVALIDARG) Refuse("<%s> has no version", toCXString(rootElement));
-        ThrowIfFailed(result, operationName);
+        ThrowIfFailed(result);
         TakeVersion(CPString(toCXString(viewOf(text, length))));
         ReadAttributes(rootElement, bit(Version), attributes);
         m_open.push_back({m_features.get(), nullptr});
@@ -306,7 +305,7 @@ private:
     ElementAttributes ReadAttributes(std::wstring_view element, unsigned known, ISAXAttributes& attributes) {
         ElementAttributes read;
         int count = 0;
-        ThrowIfFailed(attributes.getLength(&count), operationName);
+        ThrowIfFailed(attributes.getLength(&count));
         for (int i = 0; i < count; ++i) {
             std::wstring_view uri, localName, qualifiedName, value;
             GetAttribute(attributes, i, uri, localName, qualifiedName, value);
@@ -328,10 +327,9 @@ private:
                              std::wstring_view& value) {
         const wchar_t* texts[4] = {};
         int lengths[4] = {};
-        ThrowIfFailed(
-            attributes.getName(index, &texts[0], &lengths[0], &texts[1], &lengths[1], &texts[2], &lengths[2]),
-            operationName);
-        ThrowIfFailed(attributes.getValue(index, &texts[3], &lengths[3]), operationName);
+        ThrowIfFailed(attributes.getName(index, &texts[0], &lengths[0], &texts[1], &lengths[1], &texts[2],
+                                         &lengths[2]));
+        ThrowIfFailed(attributes.getValue(index, &texts[3], &lengths[3]));
         uri = viewOf(texts[0], lengths[0]);
         localName = viewOf(texts[1], lengths[1]);
         qualifiedName = viewOf(texts[2], lengths[2]);
@@ -433,21 +431,20 @@ private:
 } // namespace
 
 std::unique_ptr<const DeviceFeatureList> DeviceCapabilitiesReader::Read(std::string_view xml) {
+    const OperationScope operation("DeviceCapabilitiesReader::Read");
     if (xml.find_first_not_of(" \t\r\n") == std::string_view::npos)
         return std::make_unique<DeviceFeatureList>();
     if (xml.size() > largestDocument)
-        ThrowComException(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), operationName,
+        ThrowComException(HRESULT_FROM_WIN32(ERROR_INVALID_DATA),
                           FormatStdString("the device capabilities have more than %d bytes",
                                           static_cast<int>(largestDocument)));
     CComPtr<IStream> stream;
-    ThrowIfFailed(WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, xml.data(), xml.size()),
-                  operationName);
+    ThrowIfFailed(WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, xml.data(), xml.size()));
     DocumentHandler handler; // before the reader, which refers to it until its own end
     CComPtr<ISAXXMLReader> reader;
     ThrowIfFailed(CoCreateInstance(__uuidof(SAXXMLReader60), nullptr, CLSCTX_INPROC_SERVER,
-                                   __uuidof(ISAXXMLReader), reinterpret_cast<void**>(&reader)),
-                  operationName);
-    ThrowIfFailed(reader->putContentHandler(&handler), operationName);
-    ThrowIfFailed(reader->putErrorHandler(&handler), operationName);
+                                   __uuidof(ISAXXMLReader), reinterpret_cast<void**>(&reader)));
+    ThrowIfFailed(reader->putContentHandler(&handler));
+    ThrowIfFailed(reader->putErrorHandler(&handler));
     return handler.TakeFeatures(reader->parse(CComVariant(static_cast<IUnknown*>(stream))));
 }

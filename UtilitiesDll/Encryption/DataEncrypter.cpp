@@ -74,6 +74,7 @@ ByteBuffer DataEncrypter::EncryptStringWithOrvelSimple1(const CXString& text, in
 }
 
 ByteBuffer DataEncrypter::DecryptStringWithOrvelSimple1(const CXString& scrambled, int mode) {
+    const OperationScope operation("DataEncrypter::DecryptStringWithOrvelSimple1");
     if (scrambled.IsEmpty()) return {};
     ByteBuffer form;
     bool isGood = Base64::decode(scrambled.View().data(), scrambled.View().size(), form) &&
@@ -88,9 +89,8 @@ ByteBuffer DataEncrypter::DecryptStringWithOrvelSimple1(const CXString& scramble
     }
     // The text itself stays out of the message: it may be a password that was never scrambled.
     if (!isGood) {
-        ThrowFailure<CPExceptionInvalidArgument>("DataEncrypter::DecryptStringWithOrvelSimple1", [] {
-            return "A scrambled password was made with another key or has been changed";
-        });
+        ThrowFailure<CPExceptionInvalidArgument>(
+            [] { return "A scrambled password was made with another key or has been changed"; });
     }
     return text;
 }

@@ -34,7 +34,7 @@ const UnitRow& rowOf(Dimension::UnitsEnum unit) {
     const auto index = static_cast<std::size_t>(unit);
     if (index >= unitTable.size()) {
         ThrowFailure<CPExceptionInvalidArgument>(
-            "Dimension::GetValue", [index] { return "Not a unit of length: " + std::to_string(index); });
+            [index] { return "Not a unit of length: " + std::to_string(index); });
     }
     return unitTable[index];
 }
@@ -50,6 +50,7 @@ void Dimension::SetValue(const Number& value, UnitsEnum unit) {
 
 Number Dimension::GetValue(UnitsEnum unit) const {
     if (unit == m_unit) return m_value;
+    const OperationScope operation("Dimension::GetValue");
     const UnitRow& from = rowOf(m_unit);
     const UnitRow& to = rowOf(unit);
     return m_value.times(from.numerator * to.denominator, from.denominator * to.numerator);
@@ -57,6 +58,7 @@ Number Dimension::GetValue(UnitsEnum unit) const {
 
 CPString Dimension::GetStringValue(UnitsEnum unit, unsigned int digits, double roundingOffset,
                                    bool withoutTrailingZeros, bool withUnit) const {
+    const OperationScope operation("Dimension::GetStringValue");
     std::string text = GetValue(unit).GetDecimalText(digits, roundingOffset);
     if (withoutTrailingZeros && text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);

@@ -29,7 +29,8 @@ namespace InternalOrvelCP {
 using FormatBuffer = FormatStringBuffer<1024>;
 
 [[noreturn]] inline void refuseAsterisk() {
-    ThrowFailure<CPExceptionInvalidArgument>("InternalOrvelCP::useCrtToProcessFormatSpecification", [] {
+    const OperationScope operation("InternalOrvelCP::useCrtToProcessFormatSpecification");
+    ThrowFailure<CPExceptionInvalidArgument>([] {
         return "The InternalOrvelCP::formatWorkerMayThrow() family of methods does not support the '*' "
                "character for the precision or width in a printf-style format specification.";
     });
@@ -51,8 +52,8 @@ void useCrtToProcessFormatSpecification(FormatBuffer& destination, const FormatS
     }
     if (length < 0 || static_cast<std::size_t>(length) >= destination.room()) {
         destination.commit(0);
-        ThrowFailure<CPExceptionOSApiError>("InternalOrvelCP::useCrtToProcessFormatSpecification",
-                                            [] { return "snprintf() failed even after reallocation!"; });
+        const OperationScope operation("InternalOrvelCP::useCrtToProcessFormatSpecification");
+        ThrowFailure<CPExceptionOSApiError>([] { return "snprintf() failed even after reallocation!"; });
     }
     destination.commit(static_cast<std::size_t>(length));
 }
@@ -188,7 +189,8 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
     const char letter = specification.conversion();
     if (specification.isIntegral()) {
         if (!isIntegral) {
-            ThrowFailure<CPExceptionInvalidArgument>("InternalOrvelCP::formatArgument", [letter] {
+            const OperationScope operation("InternalOrvelCP::formatArgument");
+            ThrowFailure<CPExceptionInvalidArgument>([letter] {
                 return std::string(
                            "Non-integral value supplied as integral argument to format string character: ") +
                        letter;
@@ -217,10 +219,10 @@ inline void formatArgument(FormatBuffer& destination, FormatSpecification& speci
 
 inline void formatArguments(FormatBuffer& destination, const char* const format,
                             std::span<const FormatArgument> arguments) {
-    constexpr const char* function = "InternalOrvelCP::formatWorkerMayThrow";
     if (format == nullptr) {
+        const OperationScope operation("InternalOrvelCP::formatWorkerMayThrow");
         ThrowFailure<CPExceptionInvalidArgument>(
-            function, [] { return "Invalid format string: a null format string was supplied."; });
+            [] { return "Invalid format string: a null format string was supplied."; });
     }
     const char* literal = format;
     std::size_t next = 0;
@@ -234,7 +236,8 @@ inline void formatArguments(FormatBuffer& destination, const char* const format,
         FormatSpecification specification;
         literal = specification.parseAfterFirstPercentCharacter(at + 1);
         if (next == arguments.size()) {
-            ThrowFailure<CPExceptionInvalidArgument>(function, [at] {
+            const OperationScope operation("InternalOrvelCP::formatWorkerMayThrow");
+            ThrowFailure<CPExceptionInvalidArgument>([at] {
                 return std::string("Invalid format string: missing arguments. There's no argument "
                                    "corresponding to the current format specifier, ") +
                        at;
@@ -245,7 +248,8 @@ inline void formatArguments(FormatBuffer& destination, const char* const format,
     }
     destination.append(literal, std::strlen(literal));
     if (next != arguments.size()) {
-        ThrowFailure<CPExceptionTooManyArguments>(function, [format] {
+        const OperationScope operation("InternalOrvelCP::formatWorkerMayThrow");
+        ThrowFailure<CPExceptionTooManyArguments>([format] {
             return std::string("Extra arguments provided to formatWorkerMayThrow(). There's no format "
                                "specifier corresponding to this argument in the original format string: ") +
                    format;

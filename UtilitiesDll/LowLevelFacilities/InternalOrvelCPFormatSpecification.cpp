@@ -25,8 +25,8 @@ bool isOneOf(char character, const char* set) noexcept {
 bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 [[noreturn]] void refuse(const char* what, const char* specification) {
+    const OperationScope operation("InternalOrvelCP::FormatSpecification::parseAfterFirstPercentCharacter");
     ThrowFailure<CPExceptionInvalidArgument>(
-        "InternalOrvelCP::FormatSpecification::parseAfterFirstPercentCharacter",
         [&] { return std::string("Invalid format string: ") + what + ", %" + specification; });
 }
 

@@ -82,9 +82,9 @@ Number::Number(const CXString& text, bool refuseBadText) {
     const bool isNumber =
         digits != 0 && digits <= static_cast<std::size_t>(maxDigits) && std::abs(exponent) <= maxExponent;
     if (refuseBadText && !(isNumber && reader.isAtEnd())) {
-        ThrowFailure<CPExceptionInvalidArgument>("Number::Number", [&text] {
-            return "Not a decimal number: " + CPStringUtils::narrowToStdString(text.Left(80));
-        });
+        const OperationScope operation("Number::Number");
+        ThrowFailure<CPExceptionInvalidArgument>(
+            [&text] { return "Not a decimal number: " + CPStringUtils::narrowToStdString(text.Left(80)); });
     }
     if (isNumber) {
         appendDigits(m_numerator, whole);

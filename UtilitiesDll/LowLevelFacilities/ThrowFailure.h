@@ -2,6 +2,7 @@
 
 #include "LowLevelFacilities/CPException.h"
 #include "LowLevelFacilities/LastErrorKeeper.h"
+#include "LowLevelFacilities/OperationScope.h"
 
 #include <source_location>
 #include <string>
@@ -21,11 +22,9 @@ template <typename Failure, typename BuildMessage>
     throw failure;
 }
 
-/// From the place of the call. function is the qualified name of the operation.
+/// From the place of the call, under the name of the operation that the thread is in (OperationScope.h).
 template <typename Failure, typename BuildMessage>
-[[noreturn]] void ThrowFailure(const char* function, BuildMessage buildMessage,
+[[noreturn]] void ThrowFailure(BuildMessage buildMessage,
                                const std::source_location& location = std::source_location::current()) {
-    ThrowFailureAt<Failure>(
-        DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
-        std::move(buildMessage));
+    ThrowFailureAt<Failure>(OperationScope::PlaceOf(location), std::move(buildMessage));
 }

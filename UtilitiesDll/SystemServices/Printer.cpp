@@ -9,11 +9,11 @@
 Printer::~Printer() { Close(); }
 
 void Printer::CreateHandle(const CXString& name) {
+    const OperationScope operation("Printer::CreateHandle");
     CXString writableName(name);
     HANDLE printer = nullptr;
     if (!OpenPrinterW(writableName.GetBuffer(0), &printer, nullptr)) {
-        ThrowFailure<CPExceptionOSApiError>("Printer::CreateHandle",
-                                            [] { return "The printer cannot be opened."; });
+        ThrowFailure<CPExceptionOSApiError>([] { return "The printer cannot be opened."; });
     }
     Close();
     m_printer = printer;

@@ -4,10 +4,10 @@
 #include "LowLevelFacilities/ThrowComException.h"
 
 SetThreadTokenWrapper::SetThreadTokenWrapper(HANDLE token) {
+    const OperationScope operation("SetThreadTokenWrapper::SetThreadTokenWrapper");
     if (SetThreadToken(nullptr, token)) return;
     const DWORD error = GetLastError();
     ThrowComException(error == ERROR_SUCCESS ? E_FAIL : HRESULT_FROM_WIN32(error),
-                      "SetThreadTokenWrapper::SetThreadTokenWrapper",
                       "the thread cannot take the user's token.");
 }
 

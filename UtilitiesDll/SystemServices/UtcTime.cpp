@@ -26,8 +26,7 @@ SYSTEMTIME toSystemTime(std::uint64_t ticks) {
     time.dwHighDateTime = static_cast<DWORD>(ticks >> 32);
     SYSTEMTIME result{};
     if (!FileTimeToSystemTime(&time, &result)) {
-        ThrowFailure<CPExceptionOSApiError>("UtcTime::GetTimeInUtc",
-                                            [] { return "FileTimeToSystemTime failed."; });
+        ThrowFailure<CPExceptionOSApiError>([] { return "FileTimeToSystemTime failed."; });
     }
     return result;
 }
@@ -52,30 +51,31 @@ std::tm toTm(const SYSTEMTIME& time) {
 UtcTime::UtcTime() : m_ticks(now()) {}
 
 UtcTime::UtcTime(const std::tm& utc) : m_ticks(0) {
+    const OperationScope operation("UtcTime::UtcTime");
     using namespace std::chrono;
     const year_month firstMonth = year(utc.tm_year + 1900) / January;
     const sys_seconds time = sys_days((firstMonth + months(utc.tm_mon)) / 1) + days(utc.tm_mday - 1) +
                              hours(utc.tm_hour) + minutes(utc.tm_min) + seconds(utc.tm_sec);
     const auto sinceEpoch = time - epoch;
     if (sinceEpoch.count() < 0) {
-        ThrowFailure<CPExceptionInvalidArgument>("UtcTime::UtcTime",
-                                                 [] { return "The time lies before the year 1601."; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "The time lies before the year 1601."; });
     }
     m_ticks = static_cast<std::uint64_t>(seconds(sinceEpoch).count()) * ticksPerSecond;
 }
 
 std::tm UtcTime::GetTimeInUtc() const {
+    const OperationScope operation("UtcTime::GetTimeInUtc");
     std::tm result = toTm(toSystemTime(m_ticks));
     result.tm_isdst = 0;
     return result;
 }
 
 std::tm UtcTime::GetTimeInCurrentTimeZone() const {
+    const OperationScope operation("UtcTime::GetTimeInCurrentTimeZone");
     const SYSTEMTIME utc = toSystemTime(m_ticks);
     SYSTEMTIME local{};
     if (!SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local)) {
-        ThrowFailure<CPExceptionOSApiError>("UtcTime::GetTimeInCurrentTimeZone",
-                                            [] { return "SystemTimeToTzSpecificLocalTime failed."; });
+        ThrowFailure<CPExceptionOSApiError>([] { return "SystemTimeToTzSpecificLocalTime failed."; });
     }
     std::tm result = toTm(local);
     result.tm_isdst = -1;

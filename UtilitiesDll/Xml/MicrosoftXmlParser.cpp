@@ -14,17 +14,15 @@ namespace {
 constexpr std::string_view utf8Declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 CComPtr<IXMLDOMDocument2> createDocument(bool preserveWhiteSpace) {
-    constexpr const char* function = "MicrosoftXmlParser::MicrosoftXmlParser";
+    const OperationScope operation("MicrosoftXmlParser::MicrosoftXmlParser");
     CComPtr<IXMLDOMDocument2> document;
     ThrowIfFailed(CoCreateInstance(__uuidof(DOMDocument60), nullptr, CLSCTX_INPROC_SERVER,
-                                   __uuidof(IXMLDOMDocument2), reinterpret_cast<void**>(&document)),
-                  function);
-    ThrowIfFailed(document->put_async(VARIANT_FALSE), function);
-    ThrowIfFailed(document->put_validateOnParse(VARIANT_FALSE), function);
-    ThrowIfFailed(document->put_resolveExternals(VARIANT_FALSE), function);
-    ThrowIfFailed(document->put_preserveWhiteSpace(preserveWhiteSpace ? VARIANT_TRUE : VARIANT_FALSE),
-                  function);
-    ThrowIfFailed(document->setProperty(XmlText::toBstr(L"ProhibitDTD"), CComVariant(true)), function);
+                                   __uuidof(IXMLDOMDocument2), reinterpret_cast<void**>(&document)));
+    ThrowIfFailed(document->put_async(VARIANT_FALSE));
+    ThrowIfFailed(document->put_validateOnParse(VARIANT_FALSE));
+    ThrowIfFailed(document->put_resolveExternals(VARIANT_FALSE));
+    ThrowIfFailed(document->put_preserveWhiteSpace(preserveWhiteSpace ? VARIANT_TRUE : VARIANT_FALSE));
+    ThrowIfFailed(document->setProperty(XmlText::toBstr(L"ProhibitDTD"), CComVariant(true)));
     return document;
 }
 
@@ -63,8 +61,7 @@ void indentChildren(const XmlDomDocument& document, XmlDomNode& element, int dep
     for (auto child = element.GetFirstChild(); child;) {
         indentChildren(document, *child, depth + 1);
         ThrowIfFailed(element.GetInterface()->insertBefore(lineBreak(depth + 1)->GetInterface(),
-                                                           CComVariant(child->GetInterface()), nullptr),
-                      "MicrosoftXmlParser::convertToXmlStream");
+                                                           CComVariant(child->GetInterface()), nullptr));
         child = child->GetNextSibling();
     }
     element.AppendChild(*lineBreak(depth));
@@ -72,13 +69,11 @@ void indentChildren(const XmlDomDocument& document, XmlDomNode& element, int dep
 
 /// A copy of the document, indented.
 CComPtr<IXMLDOMNode> indentedCopy(const XmlDomDocument& document) {
-    constexpr const char* function = "MicrosoftXmlParser::convertToXmlStream";
     CComPtr<IXMLDOMNode> copy;
-    ThrowIfFailed(document.GetInterface()->cloneNode(VARIANT_TRUE, &copy), function);
+    ThrowIfFailed(document.GetInterface()->cloneNode(VARIANT_TRUE, &copy));
     CComPtr<IXMLDOMDocument2> interfaceOfCopy;
     ThrowIfFailed(
-        copy->QueryInterface(__uuidof(IXMLDOMDocument2), reinterpret_cast<void**>(&interfaceOfCopy)),
-        function);
+        copy->QueryInterface(__uuidof(IXMLDOMDocument2), reinterpret_cast<void**>(&interfaceOfCopy)));
     const XmlDomDocument documentCopy(interfaceOfCopy);
     if (const XmlDomNode::Pointer root = documentCopy.GetDocumentElement())
         indentChildren(documentCopy, *root, 0);
@@ -95,15 +90,16 @@ MicrosoftXmlParser::~MicrosoftXmlParser() = default;
 void MicrosoftXmlParser::parse(const CPString& xml) { parse(CXString(xml)); }
 
 void MicrosoftXmlParser::parse(const CXString& xml) {
+    const OperationScope operation("MicrosoftXmlParser::parse");
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const HRESULT result = m_document.GetInterface()->loadXML(XmlText::toBstr(xml), &isLoaded);
     CheckLoaded(result, isLoaded);
 }
 
 void MicrosoftXmlParser::parse(const unsigned char* bytes, std::size_t length) {
+    const OperationScope operation("MicrosoftXmlParser::parse");
     CComPtr<IStream> stream;
-    ThrowIfFailed(WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, bytes, length),
-                  "MicrosoftXmlParser::parse");
+    ThrowIfFailed(WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(&stream, bytes, length));
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const CComVariant source(static_cast<IUnknown*>(stream));
     const HRESULT result = m_document.GetInterface()->load(source, &isLoaded);
@@ -111,17 +107,19 @@ void MicrosoftXmlParser::parse(const unsigned char* bytes, std::size_t length) {
 }
 
 void MicrosoftXmlParser::parseThisFile(const CXString& path) {
+    const OperationScope operation("MicrosoftXmlParser::parseThisFile");
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const HRESULT result = m_document.GetInterface()->load(XmlText::toVariant(path), &isLoaded);
     CheckLoaded(result, isLoaded);
 }
 
 void MicrosoftXmlParser::convertToXmlStream(XmlOutputCallback& output, bool withDeclaration) const {
+    const OperationScope operation("MicrosoftXmlParser::convertToXmlStream");
     CComPtr<IXMLDOMNode> node(m_document.GetInterface());
     if (output.getEnhanceXmlLegibility() == XmlOutputCallback::EnhanceXmlLegibility)
         node = indentedCopy(m_document);
     CComBSTR xml;
-    ThrowIfFailed(node->get_xml(&xml), "MicrosoftXmlParser::convertToXmlStream");
+    ThrowIfFailed(node->get_xml(&xml));
     const std::wstring_view content = withoutDeclaration(XmlText::viewOf(xml));
     const std::string utf8 = CPStringUtils::narrowToStdString(content.data(), content.size());
     if (withDeclaration) output.write(utf8Declaration.data(), utf8Declaration.size());
@@ -129,12 +127,11 @@ void MicrosoftXmlParser::convertToXmlStream(XmlOutputCallback& output, bool with
 }
 
 void MicrosoftXmlParser::SaveXmlToFile(const CXString& path) const {
-    ThrowIfFailed(m_document.GetInterface()->save(XmlText::toVariant(path)),
-                  "MicrosoftXmlParser::SaveXmlToFile");
+    const OperationScope operation("MicrosoftXmlParser::SaveXmlToFile");
+    ThrowIfFailed(m_document.GetInterface()->save(XmlText::toVariant(path)));
 }
 
 void MicrosoftXmlParser::CheckLoaded(HRESULT result, VARIANT_BOOL isLoaded) const {
-    constexpr const char* function = "MicrosoftXmlParser::parse";
     if (SUCCEEDED(result) && isLoaded == VARIANT_TRUE) return;
     CComPtr<IXMLDOMParseError> error;
     LONG code = 0;
@@ -148,7 +145,6 @@ void MicrosoftXmlParser::CheckLoaded(HRESULT result, VARIANT_BOOL isLoaded) cons
         error->get_linepos(&position);
     }
     const HRESULT failure = FAILED(code) ? static_cast<HRESULT>(code) : FAILED(result) ? result : E_FAIL;
-    ThrowComException(failure, function,
-                      FormatStdString("%s: %s (line %d, position %d)", m_name,
-                                      XmlText::toCXString(reason).TrimRight(), line, position));
+    ThrowComException(failure, FormatStdString("%s: %s (line %d, position %d)", m_name,
+                                               XmlText::toCXString(reason).TrimRight(), line, position));
 }

@@ -12,26 +12,26 @@ XmlDomNode::Pointer wrap(const NodePtr& node) {
 
 NodePtr firstChildOf(IXMLDOMNode* node) {
     NodePtr child;
-    ThrowIfFailed(node->get_firstChild(&child), "XmlDomNode::GetFirstChild");
+    ThrowIfFailed(node->get_firstChild(&child));
     return child;
 }
 
 NodePtr nextSiblingOf(IXMLDOMNode* node) {
     NodePtr sibling;
-    ThrowIfFailed(node->get_nextSibling(&sibling), "XmlDomNode::GetNextSibling");
+    ThrowIfFailed(node->get_nextSibling(&sibling));
     return sibling;
 }
 
 bool isElement(IXMLDOMNode* node) {
     DOMNodeType type = NODE_INVALID;
-    ThrowIfFailed(node->get_nodeType(&type), "XmlDomNode::IsElement");
+    ThrowIfFailed(node->get_nodeType(&type));
     return type == NODE_ELEMENT;
 }
 
 bool isElementNamed(IXMLDOMNode* node, const CXString& name) {
     if (!isElement(node)) return false;
     CComBSTR nodeName;
-    ThrowIfFailed(node->get_nodeName(&nodeName), "XmlDomNode::GetNodeName");
+    ThrowIfFailed(node->get_nodeName(&nodeName));
     return XmlText::viewOf(nodeName) == name.View();
 }
 
@@ -39,14 +39,13 @@ bool isElementNamed(IXMLDOMNode* node, const CXString& name) {
 CComPtr<IXMLDOMElement> asElement(IXMLDOMNode* node) {
     CComPtr<IXMLDOMElement> element;
     if (isElement(node))
-        ThrowIfFailed(node->QueryInterface(__uuidof(IXMLDOMElement), reinterpret_cast<void**>(&element)),
-                      "XmlDomNode::GetAttribute");
+        ThrowIfFailed(node->QueryInterface(__uuidof(IXMLDOMElement), reinterpret_cast<void**>(&element)));
     return element;
 }
 
-CComPtr<IXMLDOMElement> requireElement(IXMLDOMNode* node, const char* function) {
+CComPtr<IXMLDOMElement> requireElement(IXMLDOMNode* node) {
     CComPtr<IXMLDOMElement> element = asElement(node);
-    if (element == nullptr) ThrowComException(E_INVALIDARG, function, "the node is not an element.");
+    if (element == nullptr) ThrowComException(E_INVALIDARG, "the node is not an element.");
     return element;
 }
 
@@ -55,63 +54,76 @@ CComPtr<IXMLDOMElement> requireElement(IXMLDOMNode* node, const char* function) 
 XmlDomNode::XmlDomNode(IXMLDOMNode* node) : m_node(node) {}
 
 CXString XmlDomNode::GetNodeName() const {
+    const OperationScope operation("XmlDomNode::GetNodeName");
     CComBSTR name;
-    ThrowIfFailed(m_node->get_nodeName(&name), "XmlDomNode::GetNodeName");
+    ThrowIfFailed(m_node->get_nodeName(&name));
     return XmlText::toCXString(name);
 }
 
-bool XmlDomNode::IsElement() const { return isElement(m_node); }
+bool XmlDomNode::IsElement() const {
+    const OperationScope operation("XmlDomNode::IsElement");
+    return isElement(m_node);
+}
 
 CXString XmlDomNode::GetTextValue() const {
+    const OperationScope operation("XmlDomNode::GetTextValue");
     CComBSTR text;
-    ThrowIfFailed(m_node->get_text(&text), "XmlDomNode::GetTextValue");
+    ThrowIfFailed(m_node->get_text(&text));
     return XmlText::toCXString(text);
 }
 
 void XmlDomNode::SetTextValue(const CXString& text) {
-    ThrowIfFailed(m_node->put_text(XmlText::toBstr(text)), "XmlDomNode::SetTextValue");
+    const OperationScope operation("XmlDomNode::SetTextValue");
+    ThrowIfFailed(m_node->put_text(XmlText::toBstr(text)));
 }
 
 bool XmlDomNode::GetAttribute(const CXString& name, CXString& value) const {
+    const OperationScope operation("XmlDomNode::GetAttribute");
     value.Empty();
     const CComPtr<IXMLDOMElement> element = asElement(m_node);
     if (element == nullptr) return false;
     CComVariant found;
     const HRESULT result = element->getAttribute(XmlText::toBstr(name), &found);
-    ThrowIfFailed(result, "XmlDomNode::GetAttribute");
+    ThrowIfFailed(result);
     if (result != S_OK || found.vt != VT_BSTR) return false;
     value = XmlText::toCXString(found.bstrVal);
     return true;
 }
 
 void XmlDomNode::SetAttribute(const CXString& name, const CXString& value) {
-    constexpr const char* function = "XmlDomNode::SetAttribute";
-    ThrowIfFailed(
-        requireElement(m_node, function)->setAttribute(XmlText::toBstr(name), XmlText::toVariant(value)),
-        function);
+    const OperationScope operation("XmlDomNode::SetAttribute");
+    ThrowIfFailed(requireElement(m_node)->setAttribute(XmlText::toBstr(name), XmlText::toVariant(value)));
 }
 
 void XmlDomNode::RemoveAttribute(const CXString& name) {
-    constexpr const char* function = "XmlDomNode::RemoveAttribute";
-    ThrowIfFailed(requireElement(m_node, function)->removeAttribute(XmlText::toBstr(name)), function);
+    const OperationScope operation("XmlDomNode::RemoveAttribute");
+    ThrowIfFailed(requireElement(m_node)->removeAttribute(XmlText::toBstr(name)));
 }
 
 unsigned int XmlDomNode::GetChildCount() const {
+    const OperationScope operation("XmlDomNode::GetChildCount");
     unsigned int count = 0;
     for (NodePtr child = firstChildOf(m_node); child != nullptr; child = nextSiblingOf(child))
         ++count;
     return count;
 }
 
-XmlDomNode::Pointer XmlDomNode::GetFirstChild() const { return wrap(firstChildOf(m_node)); }
+XmlDomNode::Pointer XmlDomNode::GetFirstChild() const {
+    const OperationScope operation("XmlDomNode::GetFirstChild");
+    return wrap(firstChildOf(m_node));
+}
 
-XmlDomNode::Pointer XmlDomNode::GetNextSibling() const { return wrap(nextSiblingOf(m_node)); }
+XmlDomNode::Pointer XmlDomNode::GetNextSibling() const {
+    const OperationScope operation("XmlDomNode::GetNextSibling");
+    return wrap(nextSiblingOf(m_node));
+}
 
 XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNode(const CXString& name) const {
     return FindNamedChildElementNodeRecursive(name, 1);
 }
 
 XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNodeRecursive(const CXString& name, int maxDepth) const {
+    const OperationScope operation("XmlDomNode::FindNamedChildElementNodeRecursive");
     std::vector<NodePtr> path; // from a child of this node down to where the walk stands
     NodePtr node = firstChildOf(m_node);
     while (node != nullptr || !path.empty()) {
@@ -134,9 +146,11 @@ XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNodeRecursive(const CXStrin
 }
 
 void XmlDomNode::AppendChild(const XmlDomNode& child) {
-    ThrowIfFailed(m_node->appendChild(child.m_node, nullptr), "XmlDomNode::AppendChild");
+    const OperationScope operation("XmlDomNode::AppendChild");
+    ThrowIfFailed(m_node->appendChild(child.m_node, nullptr));
 }
 
 void XmlDomNode::RemoveChild(const XmlDomNode& child) {
-    ThrowIfFailed(m_node->removeChild(child.m_node, nullptr), "XmlDomNode::RemoveChild");
+    const OperationScope operation("XmlDomNode::RemoveChild");
+    ThrowIfFailed(m_node->removeChild(child.m_node, nullptr));
 }

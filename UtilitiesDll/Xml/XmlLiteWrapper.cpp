@@ -45,7 +45,7 @@ private:
         if (attributes == nullptr) return;
         const HRESULT result = attributes->getValueFromQName(name, name.GetLength(), &value, &length);
         if (result == E_INVALIDARG) return; // there is no such attribute
-        ThrowIfFailed(result, "XmlLiteWrapper::RunAttachedQueries");
+        ThrowIfFailed(result);
         m_found.emplace_back(value, length);
     }
 
@@ -161,6 +161,7 @@ bool XmlLiteWrapper::LoadXmlStringAsReadOnly(const CXString& xml) {
 void XmlLiteWrapper::AttachQuery(Query& query) { m_queries.push_back(&query); }
 
 bool XmlLiteWrapper::RunAttachedQueries() {
+    const OperationScope operation("XmlLiteWrapper::RunAttachedQueries");
     std::vector<Query*> queries;
     std::vector<QueryRun> runs;
     for (Query* const query : m_queries) {

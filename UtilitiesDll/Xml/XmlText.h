@@ -11,11 +11,11 @@
 /// Text on its way to and from the platform's XML interfaces.
 namespace XmlText {
 
-/// Both throw CPComException with E_OUTOFMEMORY.
+/// Both throw CPComException with E_OUTOFMEMORY, under the name of the operation that asks.
 inline CComBSTR toBstr(const CXString& text) {
     CComBSTR result;
     result.Attach(SysAllocStringLen(text, static_cast<UINT>(text.GetLength())));
-    if (!result) ThrowComException(E_OUTOFMEMORY, "XmlText::toBstr");
+    if (!result) ThrowComException(E_OUTOFMEMORY);
     return result;
 }
 

@@ -7,11 +7,9 @@
 #include <exception>
 #include <new>
 
-HRESULT ReportCaughtException(const char* function, const std::source_location& location) noexcept {
+HRESULT ReportCaughtException(const std::source_location& location) noexcept {
     const auto report = [&](const std::exception& caught, const char* message) {
-        CPException::reportAndProcessCaughtException(
-            caught, DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
-            message);
+        CPException::reportAndProcessCaughtException(caught, OperationScope::PlaceOf(location), message);
     };
     // The derived types stand before their bases.
     try {
@@ -30,17 +28,27 @@ HRESULT ReportCaughtException(const char* function, const std::source_location& 
         return E_FAIL;
     } catch (...) {
         CPException::reportAndProcessUnknownCaughtException(
-            DebugContextReference(location.file_name(), static_cast<int>(location.line()), function),
+            OperationScope::PlaceOf(location),
             "Unknown exception caught by CATCH_VARIOUS() macro's catch(...).");
         return E_UNEXPECTED;
     }
 }
 
-HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept {
+HRESULT ReportIfFailed(HRESULT hr, const std::source_location& location) noexcept {
     try {
-        ThrowIfFailed(hr, function);
+        ThrowIfFailed(hr, std::string_view(), location);
     } catch (...) {
-        ReportCaughtException(function);
+        ReportCaughtException(location);
     }
     return hr;
+}
+
+HRESULT ReportCaughtException(const char* function, const std::source_location& location) noexcept {
+    const OperationScope operation(function);
+    return ReportCaughtException(location);
+}
+
+HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept {
+    const OperationScope operation(function);
+    return ReportIfFailed(hr);
 }

@@ -4,7 +4,8 @@
 #include "ThrowHresult.h"
 
 MsHGlobalLock::MsHGlobalLock(void* hglobal) : m_hglobal(hglobal), m_address(GlobalLock(hglobal)) {
-    if (!m_address) ThrowIfFailed(GetLastErrorAsHResult(), "MsHGlobalLock::MsHGlobalLock");
+    const OperationScope operation("MsHGlobalLock::MsHGlobalLock");
+    if (!m_address) ThrowIfFailed(GetLastErrorAsHResult());
 }
 
 MsHGlobalLock::~MsHGlobalLock() { GlobalUnlock(m_hglobal); }

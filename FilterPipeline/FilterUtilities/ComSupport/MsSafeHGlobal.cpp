@@ -3,7 +3,8 @@
 #include "ThrowHresult.h"
 
 MsSafeHGlobal::MsSafeHGlobal(unsigned flags, std::size_t bytes) : m_hglobal(GlobalAlloc(flags, bytes)) {
-    if (!m_hglobal) ThrowComException(E_OUTOFMEMORY, "MsSafeHGlobal::MsSafeHGlobal");
+    const OperationScope operation("MsSafeHGlobal::MsSafeHGlobal");
+    if (!m_hglobal) ThrowComException(E_OUTOFMEMORY);
 }
 
 MsSafeHGlobal::~MsSafeHGlobal() {
@@ -15,8 +16,9 @@ MsSafeHGlobal::operator void*() const { return m_hglobal; }
 std::unique_ptr<MsHGlobalLock> MsSafeHGlobal::Lock() { return std::make_unique<MsHGlobalLock>(m_hglobal); }
 
 CComPtr<IStream> MsSafeHGlobal::ConvertToIStream() {
+    const OperationScope operation("MsSafeHGlobal::ConvertToIStream");
     CComPtr<IStream> stream;
-    ThrowIfFailed(CreateStreamOnHGlobal(m_hglobal, TRUE, &stream), "MsSafeHGlobal::ConvertToIStream");
+    ThrowIfFailed(CreateStreamOnHGlobal(m_hglobal, TRUE, &stream));
     m_hglobal = nullptr;
     return stream;
 }

@@ -20,14 +20,12 @@ OvlUniquePtr<PersistentAttributes> openStore(const ByteBuffer& bytes) {
 // Without a parameter, or with an empty one, there are no settings. What cannot be read is not nothing: a job
 // that is to be held, or paid for, must not print as one that is not.
 ByteBuffer readBytes(const PrintTicketXmlDocument& ticket) {
-    constexpr char function[] = "PrintTicketAttributeBytesReaderWriter::Load";
     ByteBuffer bytes;
     const HRESULT hr = ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
     if (hr == E_FAIL) {
-        ThrowFailure<CPExceptionInvalidArgument>(function,
-                                                 [] { return "The settings in the ticket are damaged"; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "The settings in the ticket are damaged"; });
     }
-    ThrowIfFailed(hr, function);
+    ThrowIfFailed(hr);
     return bytes;
 }
 
@@ -74,6 +72,7 @@ PrintTicketAttributeBytesReaderWriter::GetAttributeBytesIndexedListRef(Attribute
 
 AttributeBytesIndexedList&
 PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace) const {
+    const OperationScope operation("PrintTicketAttributeBytesReaderWriter::Load");
     if (m_list) return *m_list;
     // Nothing is kept before all is read: a second question about damaged bytes must fail like the first.
     OvlUniquePtr<AttributeBytesIndexedList> list(new AttributeBytesIndexedList);

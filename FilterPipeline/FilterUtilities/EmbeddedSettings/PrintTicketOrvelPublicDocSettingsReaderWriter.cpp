@@ -172,21 +172,22 @@ MicrosoftXmlParser* This::GetDomWithOrvelPublicDocSettingsInitOnFirstUse() {
 }
 
 void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) {
+    const OperationScope operation(
+        "PrintTicketOrvelPublicDocSettingsReaderWriter::GetJobOrvelPublicDocSettingsXml");
     xml.clear();
     CComPtr<IXMLDOMNode> value;
     m_ticket->GetParameterInitValueNodeIfExists(m_ticket->GetUserKeywordsNsPrefix(), parameterName, &value);
     if (value == nullptr) return;
     CComBSTR text;
-    ThrowIfFailed(value->get_text(&text),
-                  "PrintTicketOrvelPublicDocSettingsReaderWriter::GetJobOrvelPublicDocSettingsXml");
+    ThrowIfFailed(value->get_text(&text));
     xml = CPString(CPStringUtils::narrowToStdString(text.m_str, text.Length()));
 }
 
 void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
-    constexpr char function[] =
-        "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml";
+    const OperationScope operation(
+        "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml");
     const CComBSTR prefix = m_ticket->GetUserKeywordsNsPrefix();
-    TreeChange change(m_ticket->GetRootNode(), function);
+    TreeChange change(m_ticket->GetRootNode());
     CComPtr<IXMLDOMElement> init;
     m_ticket->CreateStringParameterInit(prefix, parameterName, CXString(xml), &init);
     change.Replace(m_ticket->ParameterInitQuery(prefix, parameterName), init, TreeChange::Place::First);

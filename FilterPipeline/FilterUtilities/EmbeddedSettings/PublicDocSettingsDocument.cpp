@@ -24,9 +24,8 @@ bool isParserCode(HRESULT code) { return (static_cast<DWORD>(code) & 0xFFFFF000U
 /// Puts another element in the place of one, which it is but for its text and marks. No syntax stays as it
 /// is.
 void changeElement(const XmlDomNode& element, const CXString& syntax, bool specified, const CXString& value) {
-    constexpr char function[] = "PublicDocSettingsDocument::SetString";
     CComPtr<IXMLDOMNode> copy;
-    ThrowIfFailed(element.GetInterface()->cloneNode(VARIANT_TRUE, &copy), function);
+    ThrowIfFailed(element.GetInterface()->cloneNode(VARIANT_TRUE, &copy));
     XmlDomNode changed(copy);
     if (!syntax.IsEmpty()) changed.SetAttribute(syntaxAttribute, syntax);
     CXString mark;
@@ -36,8 +35,8 @@ void changeElement(const XmlDomNode& element, const CXString& syntax, bool speci
     if (!specified && !isMarked) changed.SetAttribute(specifiedAttribute, notSpecified);
     changed.SetTextValue(value);
     CComPtr<IXMLDOMNode> parent;
-    ThrowIfFailed(element.GetInterface()->get_parentNode(&parent), function);
-    ThrowIfFailed(parent->replaceChild(copy, element.GetInterface(), nullptr), function);
+    ThrowIfFailed(element.GetInterface()->get_parentNode(&parent));
+    ThrowIfFailed(parent->replaceChild(copy, element.GetInterface(), nullptr));
 }
 
 XmlDomNode::Pointer nextElement(XmlDomNode::Pointer node) {
@@ -192,6 +191,7 @@ LONG PublicDocSettingsDocument::GetMemberInt(const CXString& name, unsigned int 
 
 LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& syntax, bool specified,
                                           const CXString& value) const {
+    const OperationScope operation("PublicDocSettingsDocument::SetString");
     if (m_document == nullptr) return S_FALSE;
     if (const XmlDomNode::Pointer element = Find(name)) {
         changeElement(*element, {}, specified, value);
@@ -206,6 +206,7 @@ LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& 
 LONG PublicDocSettingsDocument::SetMemberString(const CXString& name, unsigned int index,
                                                 const CXString& member, const CXString& syntax,
                                                 bool specified, const CXString& value) const {
+    const OperationScope operation("PublicDocSettingsDocument::SetMemberString");
     if (m_document == nullptr) return S_FALSE;
     const XmlDomNode::Pointer collection = Find(name);
     // Deliberate: the syntax of the collection is not known here, so it is not made, and no failure.
@@ -234,11 +235,12 @@ void PublicDocSettingsDocument::AppendElement(XmlDomNode& parent, const CXString
 }
 
 LONG PublicDocSettingsDocument::Replace(const CXString& name, const XmlDomNode& node) const {
+    const OperationScope operation("PublicDocSettingsDocument::Replace");
     if (m_document == nullptr) return S_FALSE;
     const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
     if (!root) return S_FALSE;
     const XmlDomNode::Pointer old = Find(name);
-    TreeChange change(root->GetInterface(), "PublicDocSettingsDocument::Replace");
+    TreeChange change(root->GetInterface());
     change.Append(root->GetInterface(), node.GetInterface());
     // The caller may give the element itself, to be the last.
     if (old && !CComPtr<IUnknown>(old->GetInterface()).IsEqualObject(node.GetInterface()))
@@ -248,11 +250,11 @@ LONG PublicDocSettingsDocument::Replace(const CXString& name, const XmlDomNode& 
 }
 
 LONG PublicDocSettingsDocument::Delete(const CXString& name) const {
+    const OperationScope operation("PublicDocSettingsDocument::Delete");
     const XmlDomNode::Pointer element = Find(name);
     if (!element) return S_FALSE;
-    constexpr char function[] = "PublicDocSettingsDocument::Delete";
     CComPtr<IXMLDOMNode> parent;
-    ThrowIfFailed(element->GetInterface()->get_parentNode(&parent), function);
-    ThrowIfFailed(parent->removeChild(element->GetInterface(), nullptr), function);
+    ThrowIfFailed(element->GetInterface()->get_parentNode(&parent));
+    ThrowIfFailed(parent->removeChild(element->GetInterface(), nullptr));
     return S_OK;
 }

@@ -26,6 +26,7 @@ MsRenderFilterBase::~MsRenderFilterBase() = default;
 HRESULT MsRenderFilterBase::InitializeFilter(IInterFilterCommunicator* communicator,
                                              IPrintPipelinePropertyBag* bag,
                                              IPrintPipelineManagerControl* control) {
+    const OperationScope operation("MsRenderFilterBase::InitializeFilter");
     if (!communicator || !bag || !control) return E_POINTER;
     m_communicator = communicator;
     m_propertyBag = bag;
@@ -34,41 +35,41 @@ HRESULT MsRenderFilterBase::InitializeFilter(IInterFilterCommunicator* communica
     try {
         InitializeFilter_throws(m_communicator, m_propertyBag);
     }
-    CATCH_VARIOUS(hr, "MsRenderFilterBase::InitializeFilter")
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
 void MsRenderFilterBase::InitializeFilter_throws(const CComPtr<IInterFilterCommunicator>& communicator,
                                                  const CComPtr<IPrintPipelinePropertyBag>& bag) {
-    constexpr auto function = "MsRenderFilterBase::InitializeFilter_throws";
+    const OperationScope operation("MsRenderFilterBase::InitializeFilter_throws");
     MsSafeVariant printerName;
-    ThrowIfFailed(bag->GetProperty(XPS_FP_PRINTER_NAME, &printerName), function);
-    if (printerName.vt != VT_BSTR)
-        ThrowComException(DISP_E_TYPEMISMATCH, function, "PrinterName is no text.");
+    ThrowIfFailed(bag->GetProperty(XPS_FP_PRINTER_NAME, &printerName));
+    if (printerName.vt != VT_BSTR) ThrowComException(DISP_E_TYPEMISMATCH, "PrinterName is no text.");
     m_printerName = printerName.bstrVal;
 
     MsSafeVariant printerHandle;
-    ThrowIfFailed(bag->GetProperty(XPS_FP_PRINTER_HANDLE, &printerHandle), function);
+    ThrowIfFailed(bag->GetProperty(XPS_FP_PRINTER_HANDLE, &printerHandle));
     m_printerHandle = printerHandle.byref;
 
     MsSafeVariant userToken;
-    ThrowIfFailed(bag->GetProperty(XPS_FP_USER_TOKEN, &userToken), function);
+    ThrowIfFailed(bag->GetProperty(XPS_FP_USER_TOKEN, &userToken));
     m_userSecurityToken = userToken.byref;
 
     MsSafeVariant jobId;
-    ThrowIfFailed(bag->GetProperty(XPS_FP_JOB_ID, &jobId), function);
+    ThrowIfFailed(bag->GetProperty(XPS_FP_JOB_ID, &jobId));
     m_jobId = jobId.ulVal;
 
-    ThrowIfFailed(OnInitializeFilter(), function);
+    ThrowIfFailed(OnInitializeFilter());
     InitializeIO_throws(communicator);
 }
 
 HRESULT MsRenderFilterBase::StartOperation() {
+    const OperationScope operation("MsRenderFilterBase::StartOperation");
     HRESULT hr = S_OK;
     try {
         StartOperation_throws();
     }
-    CATCH_VARIOUS(hr, "MsRenderFilterBase::StartOperation")
+    CATCH_VARIOUS(hr)
     // Also behind a failure, and outside the barrier: the next filter has to see the end of its input.
     CloseWriter();
     return hr;
@@ -85,15 +86,20 @@ HRESULT MsRenderFilterBase::ShutdownOperation() {
 }
 
 void MsRenderFilterBase::InitializeIO_throws(const CComPtr<IInterFilterCommunicator>&) {
-    ThrowComException(E_NOTIMPL, "MsRenderFilterBase::InitializeIO_throws");
+    const OperationScope operation("MsRenderFilterBase::InitializeIO_throws");
+    ThrowComException(E_NOTIMPL);
 }
 
-void MsRenderFilterBase::CloseWriter() { ThrowComException(E_NOTIMPL, "MsRenderFilterBase::CloseWriter"); }
+void MsRenderFilterBase::CloseWriter() {
+    const OperationScope operation("MsRenderFilterBase::CloseWriter");
+    ThrowComException(E_NOTIMPL);
+}
 
 HRESULT MsRenderFilterBase::OnInitializeFilter() { return E_NOTIMPL; }
 
 void MsRenderFilterBase::StartOperation_throws() {
-    ThrowComException(E_NOTIMPL, "MsRenderFilterBase::StartOperation_throws");
+    const OperationScope operation("MsRenderFilterBase::StartOperation_throws");
+    ThrowComException(E_NOTIMPL);
 }
 
 BOOL MsRenderFilterBase::IsAlive() { return m_liveness->IsAlive(); }

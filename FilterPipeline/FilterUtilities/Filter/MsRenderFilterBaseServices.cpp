@@ -49,6 +49,7 @@ MsRenderFilterBase::OuputDestinationEnum DestinationOfPort(const wchar_t* portNa
 } // namespace
 
 HRESULT MsRenderFilterBase::InitializePrintTicketManager() {
+    const OperationScope operation("MsRenderFilterBase::InitializePrintTicketManager");
     try {
         return InitializePrintTicketManager_throws();
     } catch (const CPComException& failure) {
@@ -57,9 +58,8 @@ HRESULT MsRenderFilterBase::InitializePrintTicketManager() {
 }
 
 HRESULT MsRenderFilterBase::InitializePrintTicketManager_throws() {
-    constexpr auto function = "MsRenderFilterBase::InitializePrintTicketManager";
     // An odd code for a null pointer, but the one that callers know.
-    if (!m_propertyBag) ThrowComException(E_PENDING, function, "NULL property bag pointer.");
+    if (!m_propertyBag) ThrowComException(E_PENDING, "NULL property bag pointer.");
 
     CComPtr<IPrintReadStreamFactory> factory;
     HRESULT hr = GetInterfaceProperty(*m_propertyBag, XPS_FP_USER_PRINT_TICKET, factory);

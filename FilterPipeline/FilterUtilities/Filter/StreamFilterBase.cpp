@@ -9,11 +9,13 @@ StreamFilterBase::~StreamFilterBase() = default;
 HRESULT StreamFilterBase::OnInitializeFilter() { return S_OK; }
 
 void StreamFilterBase::InitializeIO_throws(const CComPtr<IInterFilterCommunicator>& communicator) {
-    ConnectReaderAndWriter(*communicator, m_reader, m_writer, "StreamFilterBase::InitializeIO_throws");
+    const OperationScope operation("StreamFilterBase::InitializeIO_throws");
+    ConnectReaderAndWriter(*communicator, m_reader, m_writer);
 }
 
 void StreamFilterBase::StartOperation_throws() {
-    ThrowComException(E_NOTIMPL, "StreamFilterBase::StartOperation_throws");
+    const OperationScope operation("StreamFilterBase::StartOperation_throws");
+    ThrowComException(E_NOTIMPL);
 }
 
 void StreamFilterBase::CloseWriter() {

@@ -15,7 +15,6 @@
 
 namespace {
 
-constexpr auto loopFunction = "XpsFilterBase::StartOperation_throws";
 constexpr int loopTracingCode = 31676;
 
 } // namespace
@@ -28,7 +27,8 @@ XpsFilterBase::~XpsFilterBase() = default;
 HRESULT XpsFilterBase::OnInitializeFilter() { return S_OK; }
 
 void XpsFilterBase::InitializeIO_throws(const CComPtr<IInterFilterCommunicator>& communicator) {
-    ConnectReaderAndWriter(*communicator, m_reader, m_writer, "XpsFilterBase::InitializeIO_throws");
+    const OperationScope operation("XpsFilterBase::InitializeIO_throws");
+    ConnectReaderAndWriter(*communicator, m_reader, m_writer);
 }
 
 void XpsFilterBase::CloseWriter() {
@@ -38,19 +38,20 @@ void XpsFilterBase::CloseWriter() {
 }
 
 void XpsFilterBase::StartOperation_throws() {
-    const auto location = std::source_location::current();
+    const OperationScope operation("XpsFilterBase::StartOperation_throws");
+    const DebugContextReference place = OperationScope::PlaceOf(std::source_location::current());
     const ExecutionContextLifetime tracing(std::make_unique<ExecutionContextEntry>(
-        loopTracingCode, 256, location.file_name(), loopFunction, static_cast<int>(location.line()), false,
+        loopTracingCode, place.size(), place.file(), place.function(), place.line(), false,
         FormatCPString("%s", typeid(*this).name())));
     const MsSafeCoInit apartment;
-    ThrowIfFailed(InitializePrintTicketManager(), loopFunction);
+    ThrowIfFailed(InitializePrintTicketManager());
 
     CComPtr<IUnknown> part;
-    ThrowIfFailed(m_reader->GetXpsPart(&part), loopFunction);
+    ThrowIfFailed(m_reader->GetXpsPart(&part));
     while (IsAlive() && part) {
         ProcessPart_throws(part);
         part.Release();
-        ThrowIfFailed(m_reader->GetXpsPart(&part), loopFunction);
+        ThrowIfFailed(m_reader->GetXpsPart(&part));
     }
     OnFinalize();
     UnInitializePrintTicketManager();
@@ -61,26 +62,26 @@ void XpsFilterBase::ProcessPart_throws(IUnknown* part) {
         if (m_isWaitingForFirstPage) {
             m_deferredXpsDocument = document.p;
         } else {
-            ThrowIfFailed(OnXpsDocument(document), loopFunction);
+            ThrowIfFailed(OnXpsDocument(document));
         }
     } else if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
         if (m_isWaitingForFirstPage) {
             m_deferredFixedDocumentSequence = sequence.p;
         } else {
-            ThrowIfFailed(OnFixedDocumentSequence(sequence), loopFunction);
+            ThrowIfFailed(OnFixedDocumentSequence(sequence));
         }
     } else if (const CComQIPtr<IFixedDocument> fixedDocument(part); fixedDocument) {
         ++m_fixedDocumentCount;
         if (m_isWaitingForFirstPage) {
             m_deferredFixedDocument = fixedDocument.p;
         } else {
-            ThrowIfFailed(OnFixedDocument(fixedDocument), loopFunction);
+            ThrowIfFailed(OnFixedDocument(fixedDocument));
         }
     } else if (const CComQIPtr<IFixedPage> page(part); page) {
         if (m_isWaitingForFirstPage) FlushDeferredParts_throws();
         if (!IsAlive()) return;
         ++m_fixedPageCount;
-        ThrowIfFailed(OnFixedPage(page), loopFunction);
+        ThrowIfFailed(OnFixedPage(page));
     } else if (m_writer) {
         m_writer->SendXpsUnknown(part); // the job does not depend on what nobody knows
     }
@@ -88,14 +89,14 @@ void XpsFilterBase::ProcessPart_throws(IUnknown* part) {
 
 void XpsFilterBase::FlushDeferredParts_throws() {
     // A cancellation between two steps leaves the rest deferred, for the destructor.
-    ThrowIfFailed(OnXpsDocument(m_deferredXpsDocument), loopFunction);
+    ThrowIfFailed(OnXpsDocument(m_deferredXpsDocument));
     m_deferredXpsDocument.Release();
     if (IsAlive()) {
-        ThrowIfFailed(OnFixedDocumentSequence(m_deferredFixedDocumentSequence), loopFunction);
+        ThrowIfFailed(OnFixedDocumentSequence(m_deferredFixedDocumentSequence));
         m_deferredFixedDocumentSequence.Release();
     }
     if (IsAlive()) {
-        ThrowIfFailed(OnFixedDocument(m_deferredFixedDocument), loopFunction);
+        ThrowIfFailed(OnFixedDocument(m_deferredFixedDocument));
         m_deferredFixedDocument.Release();
     }
     m_isWaitingForFirstPage = false;

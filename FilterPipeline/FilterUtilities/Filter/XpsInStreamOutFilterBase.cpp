@@ -7,8 +7,8 @@ XpsInStreamOutFilterBase::XpsInStreamOutFilterBase() = default;
 XpsInStreamOutFilterBase::~XpsInStreamOutFilterBase() = default;
 
 void XpsInStreamOutFilterBase::InitializeIO_throws(const CComPtr<IInterFilterCommunicator>& communicator) {
-    ConnectReaderAndWriter(*communicator, m_reader, m_streamWriter,
-                           "XpsInStreamOutFilterBase::InitializeIO_throws");
+    const OperationScope operation("XpsInStreamOutFilterBase::InitializeIO_throws");
+    ConnectReaderAndWriter(*communicator, m_reader, m_streamWriter);
 }
 
 void XpsInStreamOutFilterBase::CloseWriter() {

@@ -40,7 +40,7 @@ private:
         CComBSTR query;
         builder.GetQuery(&query);
         const HRESULT hr = m_document.QueryNodeValue(query, &value);
-        if (hr != E_ELEMENT_NOT_FOUND) ThrowIfFailed(hr, "CPageImageablePCHandler::GetData");
+        if (hr != E_ELEMENT_NOT_FOUND) ThrowIfFailed(hr);
     }
 
     const PrintCapabilitiesXmlDocument& m_document;
@@ -58,6 +58,7 @@ CPageImageablePCHandler::~CPageImageablePCHandler() = default;
 HRESULT CPageImageablePCHandler::GetData(IXMLDOMDocument2* capabilities,
                                          PrintSchema::PageImageableSize::PageImageableData* data,
                                          int& minWidth, int& maxWidth, int& minHeight, int& maxHeight) {
+    const OperationScope operation("CPageImageablePCHandler::GetData");
     using namespace PrintSchema::PageImageableSize;
     using namespace PrintSchema::PageImageableArea;
     using namespace PrintSchema::PageMediaSize;
@@ -80,7 +81,7 @@ HRESULT CPageImageablePCHandler::GetData(IXMLDOMDocument2* capabilities,
         reader.ReadProperty({size, area, PAGEIMAGEABLEAREA_EXTENTWIDTH}, data->extentWidth);
         reader.ReadProperty({size, area, PAGEIMAGEABLEAREA_EXTENTHEIGHT}, data->extentHeight);
     }
-    CATCH_VARIOUS(hr, "CPageImageablePCHandler::GetData")
+    CATCH_VARIOUS(hr)
     // Another document than capabilities is refused with a success code.
     return hr == S_FALSE ? E_FAIL : hr;
 }

@@ -82,6 +82,7 @@ PageMediaSizePtPcHelper::~PageMediaSizePtPcHelper() = default;
 
 std::vector<PcFormInfo>
 PageMediaSizePtPcHelper::GetSupportedPageMediaSizes(PrintCapabilitiesXmlDocument& capabilities) {
+    const OperationScope operation("PageMediaSizePtPcHelper::GetSupportedPageMediaSizes");
     if (!m_sizes.empty()) return m_sizes;
     std::vector<PcFormInfo> sizes;
     try {
@@ -89,7 +90,7 @@ PageMediaSizePtPcHelper::GetSupportedPageMediaSizes(PrintCapabilitiesXmlDocument
         m_sizes = sizes;
     } catch (...) {
         // Deliberate: what has been gathered counts as the answer, but is not kept.
-        ReportCaughtException("PageMediaSizePtPcHelper::GetSupportedPageMediaSizes");
+        ReportCaughtException();
     }
     return sizes;
 }
@@ -103,7 +104,6 @@ void PageMediaSizePtPcHelper::UpdateSizes(const PrintCapabilitiesXmlDocument& ca
 
 void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& capabilities,
                                           std::vector<PcFormInfo>& sizes) {
-    constexpr char function[] = "PageMediaSizePtPcHelper::GetSupportedPageMediaSizes";
     CComPtr<IXMLDOMNode> feature;
     const CComBSTR keywords = capabilities.GetKeywordsNsPrefix();
     if (capabilities.GetFeatureNodeIfExists(keywords, FEATURE, &feature) != S_OK) return;
@@ -111,7 +111,7 @@ void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& ca
     capabilities.GetChildOptionNodes(feature, &options);
     for (;;) {
         CComPtr<IXMLDOMNode> option;
-        ThrowIfFailed(options->nextNode(&option), function);
+        ThrowIfFailed(options->nextNode(&option));
         if (!option) return;
         CComBSTR name;
         if (capabilities.GetAttributeValue(option, PrintSchema::NAME_ATTRIBUTE_NAME, &name) != S_OK) continue;
@@ -127,6 +127,7 @@ void PageMediaSizePtPcHelper::ReadOptions(const PrintCapabilitiesXmlDocument& ca
 HRESULT PageMediaSizePtPcHelper::GetPageMediaSizeOptionKeyword(PrintCapabilitiesXmlDocument& capabilities,
                                                                int width, int height, CXString& keyword,
                                                                MsPrintTicketNamespacesEnum& nameSpace) {
+    const OperationScope operation("PageMediaSizePtPcHelper::GetPageMediaSizeOptionKeyword");
     keyword.Empty();
     UpdateSizes(capabilities);
     const auto found = std::find_if(m_sizes.begin(), m_sizes.end(), [&](const PcFormInfo& form) {
@@ -149,12 +150,13 @@ HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintCapabilitiesXmlD
 
 HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintTicketXmlDocument& ticket,
                                                            const PcFormInfo& form) {
+    const OperationScope operation("PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
     if (form.optionName.View() == CustomMediaSize) {
         return AddOrReplaceCustomSize(ticket, form.optionName, true,
                                       {{MEDIASIZEWIDTH_PROP, MEDIASIZEWIDTH_PARAM, form.width},
                                        {MEDIASIZEHEIGHT_PROP, MEDIASIZEHEIGHT_PARAM, form.height}});
     }
-    TreeChange change(ticket.GetRootNode(), "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
+    TreeChange change(ticket.GetRootNode());
     const Option created = CreateOption(ticket, form.optionName, form.nameSpace == publicName);
     ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEWIDTH_PROP, form.width);
     ticket.AppendChildIntegerScoredProperty(created.option, MEDIASIZEHEIGHT_PROP, form.height);
@@ -166,7 +168,8 @@ HRESULT PageMediaSizePtPcHelper::AddOrReplacePageMediaSize(PrintTicketXmlDocumen
 HRESULT PageMediaSizePtPcHelper::AddOrReplaceCustomSize(PrintTicketXmlDocument& ticket,
                                                         const CXString& option, bool isPublic,
                                                         const std::vector<CustomNumber>& numbers) {
-    TreeChange change(ticket.GetRootNode(), "PageMediaSizePtPcHelper::AddOrReplacePageMediaSize");
+    const OperationScope operation("PageMediaSizePtPcHelper::AddOrReplaceCustomSize");
+    TreeChange change(ticket.GetRootNode());
     const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
     const Option created = CreateOption(ticket, option, isPublic);
     Inits inits;
@@ -184,8 +187,8 @@ HRESULT PageMediaSizePtPcHelper::AddOrReplaceCustomSize(PrintTicketXmlDocument& 
 
 HRESULT
 PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket) {
-    constexpr char function[] = "PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist";
-    TreeChange change(ticket.GetRootNode(), function);
+    const OperationScope operation("PageMediaSizePtPcHelper::DeletePageMediaSizeAndItsParameterInitsIfExist");
+    TreeChange change(ticket.GetRootNode());
     const bool wasThere = ReplaceSize(ticket, change, nullptr, {});
     change.Keep();
     return wasThere ? S_OK : S_FALSE;

@@ -10,26 +10,26 @@
 
 namespace PrintSchemaText {
 
-CComBSTR Join(std::initializer_list<std::wstring_view> pieces, const char* function) {
+CComBSTR Join(std::initializer_list<std::wstring_view> pieces) {
     std::size_t length = 0;
     for (const std::wstring_view piece : pieces)
         length += piece.size();
     constexpr std::size_t longest = std::numeric_limits<INT>::max() / sizeof(OLECHAR) - 1;
     CComBSTR joined;
     if (length <= longest) joined.Attach(::SysAllocStringLen(nullptr, static_cast<UINT>(length)));
-    if (joined.m_str == nullptr) ThrowComException(E_OUTOFMEMORY, function);
+    if (joined.m_str == nullptr) ThrowComException(E_OUTOFMEMORY);
     OLECHAR* end = joined.m_str;
     for (const std::wstring_view piece : pieces)
         end = std::copy(piece.begin(), piece.end(), end);
     return joined;
 }
 
-CComBSTR Copy(const CComBSTR& text, const char* function) {
+CComBSTR Copy(const CComBSTR& text) {
     if (text.m_str == nullptr) return {};
-    return Make(View(text), function);
+    return Make(View(text));
 }
 
-void CopyOut(const CComBSTR& text, BSTR* out, const char* function) { *out = Copy(text, function).Detach(); }
+void CopyOut(const CComBSTR& text, BSTR* out) { *out = Copy(text).Detach(); }
 
 int IntegerOf(const CComBSTR& text) { return text.m_str == nullptr ? 0 : ::_wtoi(text); }
 
@@ -45,7 +45,7 @@ VARIANT Borrowed(BSTR text) {
     return variant;
 }
 
-bool AreEqual(BSTR left, BSTR right, const char* function) {
+bool AreEqual(BSTR left, BSTR right) {
     const auto isPlain = [](BSTR text) {
         return std::all_of(text, text + ::SysStringLen(text),
                            [](wchar_t unit) { return unit >= L' ' && unit <= L'~'; });
@@ -58,7 +58,7 @@ bool AreEqual(BSTR left, BSTR right, const char* function) {
     }
     constexpr LCID userLocale = 1024;
     const HRESULT order = ::VarBstrCmp(left, right, userLocale, 0);
-    ThrowIfFailed(order, function);
+    ThrowIfFailed(order);
     return order == static_cast<HRESULT>(VARCMP_EQ);
 }
 

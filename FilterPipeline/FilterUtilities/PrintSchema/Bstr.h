@@ -21,12 +21,12 @@ inline std::wstring_view View(const CComBSTR& text) { return {text.m_str, text.L
 inline bool IsEmpty(const wchar_t* text) { return text == nullptr || *text == L'\0'; }
 
 /// The pieces one behind the other. Never null, also when all pieces are empty.
-CComBSTR Join(std::initializer_list<std::wstring_view> pieces, const char* function);
-inline CComBSTR Make(std::wstring_view text, const char* function) { return Join({text}, function); }
+CComBSTR Join(std::initializer_list<std::wstring_view> pieces);
+inline CComBSTR Make(std::wstring_view text) { return Join({text}); }
 /// Null for null.
-CComBSTR Copy(const CComBSTR& text, const char* function);
+CComBSTR Copy(const CComBSTR& text);
 /// Gives the caller a copy; null for null.
-void CopyOut(const CComBSTR& text, BSTR* out, const char* function);
+void CopyOut(const CComBSTR& text, BSTR* out);
 
 /// The number at the start of a text, 0 for none.
 int IntegerOf(const CComBSTR& text);
@@ -36,6 +36,6 @@ float RealOf(const CComBSTR& text);
 VARIANT Borrowed(BSTR text);
 
 /// Whether two texts are equal in the platform's comparison of BSTRs, as names and namespaces are compared.
-bool AreEqual(BSTR left, BSTR right, const char* function);
+bool AreEqual(BSTR left, BSTR right);
 
 } // namespace PrintSchemaText

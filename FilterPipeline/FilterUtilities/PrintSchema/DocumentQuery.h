@@ -23,13 +23,13 @@ public:
     [[nodiscard]] CComBSTR Text() const;
     /// The first that it finds in the document, null if there is none. Failures are raised under the name of
     /// the operation that asks.
-    [[nodiscard]] CComPtr<IXMLDOMNode> FindFirst(const char* function) const;
-    [[nodiscard]] std::vector<CComPtr<IXMLDOMNode>> FindAll(const char* function) const;
+    [[nodiscard]] CComPtr<IXMLDOMNode> FindFirst() const;
+    [[nodiscard]] std::vector<CComPtr<IXMLDOMNode>> FindAll() const;
 
 private:
     void AddKeyword(const wchar_t* element, const wchar_t* prefix, const wchar_t* name);
-    [[nodiscard]] bool IsMeant(IXMLDOMNode* found, const char* function) const;
-    std::vector<CComPtr<IXMLDOMNode>> Find(std::size_t limit, const char* function) const;
+    [[nodiscard]] bool IsMeant(IXMLDOMNode* found) const;
+    std::vector<CComPtr<IXMLDOMNode>> Find(std::size_t limit) const;
 
     const PrintSchemaXmlDocument& m_document;
     std::vector<CComBSTR> m_doubtful; // names that stand for a private one only where their prefix does

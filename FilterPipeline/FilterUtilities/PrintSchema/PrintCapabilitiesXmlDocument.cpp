@@ -54,19 +54,19 @@ private:
     HPTPROVIDER m_provider;
 };
 
-void RequireTexts(std::initializer_list<const wchar_t*> texts, const char* function) {
+void RequireTexts(std::initializer_list<const wchar_t*> texts) {
     for (const wchar_t* text : texts)
-        if (IsEmpty(text)) ThrowComException(E_INVALIDARG, function);
+        if (IsEmpty(text)) ThrowComException(E_INVALIDARG);
 }
 
 template <class Interface>
-void RequireOut(Interface** out, const char* function) {
-    if (out == nullptr) ThrowComException(E_POINTER, function);
+void RequireOut(Interface** out) {
+    if (out == nullptr) ThrowComException(E_POINTER);
     *out = nullptr;
 }
 
-void RequireNode(const IXMLDOMNode* node, const char* function) {
-    if (node == nullptr) ThrowComException(E_POINTER, function);
+void RequireNode(const IXMLDOMNode* node) {
+    if (node == nullptr) ThrowComException(E_POINTER);
 }
 
 CXString IntegerText(int value) {
@@ -95,16 +95,16 @@ PrintCapabilitiesXmlDocument::PrintCapabilitiesXmlDocument(const CXString& xml)
 std::unique_ptr<PrintCapabilitiesXmlDocument>
 PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(const wchar_t* printerName,
                                                                  void* userToken) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument";
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument");
     const SetThreadTokenWrapper impersonation(userToken);
     HPTPROVIDER provider = nullptr;
     if (FAILED(::PTOpenProvider(printerName, 1, &provider))) return nullptr;
     const OpenProvider guard(provider);
     CComPtr<IStream> stream;
-    ThrowIfFailed(::CreateStreamOnHGlobal(nullptr, TRUE, &stream), function);
+    ThrowIfFailed(::CreateStreamOnHGlobal(nullptr, TRUE, &stream));
     CComBSTR errorText;
-    ThrowIfFailed(::PTGetPrintCapabilities(provider, nullptr, stream, &errorText), function);
-    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr), function);
+    ThrowIfFailed(::PTGetPrintCapabilities(provider, nullptr, stream, &errorText));
+    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr));
     return std::make_unique<PrintCapabilitiesXmlDocument>(static_cast<IStream*>(stream));
 }
 
@@ -113,10 +113,9 @@ PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(const wchar_t* 
 CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateNamedElement(const wchar_t* element,
                                                                          const wchar_t* prefix,
                                                                          const wchar_t* name,
-                                                                         const wchar_t* displayName,
-                                                                         const char* function) {
-    RequireTexts({name, displayName}, function);
-    TreeChange change(GetRootNode(), function);
+                                                                         const wchar_t* displayName) {
+    RequireTexts({name, displayName});
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> created = CreateFrameworkElement(element, prefix, name);
     AppendChildStringProperty(created, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
     change.Keep();
@@ -134,22 +133,21 @@ void PrintCapabilitiesXmlDocument::AppendProperty(IXMLDOMElement* parent,
 
 HRESULT PrintCapabilitiesXmlDocument::CreateFeature(const wchar_t* prefix, const wchar_t* name,
                                                     const wchar_t* displayName, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateFeature";
-    RequireOut(out, function);
-    *out =
-        CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName, function).Detach();
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateFeature");
+    RequireOut(out);
+    *out = CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName).Detach();
     return S_OK;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::CreatePickOneFeature(const wchar_t* prefix, const wchar_t* name,
                                                            const wchar_t* displayName, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreatePickOneFeature";
-    RequireOut(out, function);
-    TreeChange change(GetRootNode(), function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreatePickOneFeature");
+    RequireOut(out);
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> feature =
-        CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName, function);
+        CreateNamedElement(PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, displayName);
     AppendProperty(feature, FrameworkNs, PrintSchema::SELECTIONTYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
-                   Join({View(KeywordsPrefix()), PrintSchema::PICKONE_VALUE_NAME}, function));
+                   Join({View(KeywordsPrefix()), PrintSchema::PICKONE_VALUE_NAME}));
     change.Keep();
     *out = feature.Detach();
     return S_OK;
@@ -157,17 +155,17 @@ HRESULT PrintCapabilitiesXmlDocument::CreatePickOneFeature(const wchar_t* prefix
 
 HRESULT PrintCapabilitiesXmlDocument::CreateOption(const wchar_t* prefix, const wchar_t* name,
                                                    const wchar_t* displayName, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateOption";
-    RequireOut(out, function);
-    *out = CreateNamedElement(PrintSchema::OPTION_ELEMENT_NAME, prefix, name, displayName, function).Detach();
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateOption");
+    RequireOut(out);
+    *out = CreateNamedElement(PrintSchema::OPTION_ELEMENT_NAME, prefix, name, displayName).Detach();
     return S_OK;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::CreateAndAppendOption(const wchar_t* prefix, const wchar_t* name,
                                                             const wchar_t* displayName, IXMLDOMNode* parent) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateAndAppendOption";
-    if (parent == nullptr) ThrowComException(E_INVALIDARG, function);
-    TreeChange change(GetRootNode(), function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateAndAppendOption");
+    if (parent == nullptr) ThrowComException(E_INVALIDARG);
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> option;
     CreateOption(prefix, name, displayName, &option);
     AppendChild(parent, option);
@@ -181,11 +179,12 @@ HRESULT PrintCapabilitiesXmlDocument::CreateIntegerParameterDef(const wchar_t* p
                                                                 int minValue, int maxValue, int multiple,
                                                                 const wchar_t* unitType,
                                                                 IXMLDOMElement** out) {
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateIntegerParameterDef");
     return CreateNumberParameterDef({prefix, name, mandatoryKeyword, displayName, unitType},
                                     PrintSchema::SCHEMA_INTEGER,
                                     {IntegerText(defaultValue), IntegerText(minValue), IntegerText(maxValue),
                                      multiple > 0 ? IntegerText(multiple) : CXString()},
-                                    out, "PrintCapabilitiesXmlDocument::CreateIntegerParameterDef");
+                                    out);
 }
 
 HRESULT PrintCapabilitiesXmlDocument::CreateRealParameterDef(const wchar_t* prefix, const wchar_t* name,
@@ -193,23 +192,24 @@ HRESULT PrintCapabilitiesXmlDocument::CreateRealParameterDef(const wchar_t* pref
                                                              const wchar_t* displayName, float defaultValue,
                                                              float minValue, float maxValue, float multiple,
                                                              const wchar_t* unitType, IXMLDOMElement** out) {
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateRealParameterDef");
     return CreateNumberParameterDef({prefix, name, mandatoryKeyword, displayName, unitType},
                                     PrintSchema::SCHEMA_DECIMAL,
                                     {RealText(defaultValue), RealText(minValue), RealText(maxValue),
                                      multiple > 0 ? RealText(multiple) : CXString()},
-                                    out, "PrintCapabilitiesXmlDocument::CreateRealParameterDef");
+                                    out);
 }
 
 HRESULT PrintCapabilitiesXmlDocument::CreateNumberParameterDef(const ParameterTexts& texts,
                                                                const wchar_t* type, const Limits& limits,
-                                                               IXMLDOMElement** out, const char* function) {
-    RequireOut(out, function);
-    TreeChange change(GetRootNode(), function);
-    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, type, function);
+                                                               IXMLDOMElement** out) {
+    RequireOut(out);
+    TreeChange change(GetRootNode());
+    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, type);
     AppendProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, type, limits.defaultValue);
     AppendProperty(parameter, FrameworkNs, PrintSchema::MAX_VALUE_NAME, type, limits.maxValue);
     AppendProperty(parameter, FrameworkNs, PrintSchema::MIN_VALUE_NAME, type, limits.minValue);
-    AppendMandatoryAndUnit(parameter, texts, function);
+    AppendMandatoryAndUnit(parameter, texts);
     if (!limits.multiple.IsEmpty())
         AppendProperty(parameter, FrameworkNs, PrintSchema::MULTIPLE_VALUE_NAME, type, limits.multiple);
     AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, texts.displayName);
@@ -224,15 +224,15 @@ HRESULT PrintCapabilitiesXmlDocument::CreateStringParameterDef(const wchar_t* pr
                                                                const wchar_t* defaultValue, int minLength,
                                                                int maxLength, const wchar_t* unitType,
                                                                IXMLDOMElement** out) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::CreateStringParameterDef";
-    RequireOut(out, function);
-    RequireTexts({defaultValue}, function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::CreateStringParameterDef");
+    RequireOut(out);
+    RequireTexts({defaultValue});
     const ParameterTexts texts = {prefix, name, mandatoryKeyword, displayName, unitType};
-    TreeChange change(GetRootNode(), function);
-    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, PrintSchema::SCHEMA_STRING, function);
+    TreeChange change(GetRootNode());
+    CComPtr<IXMLDOMElement> parameter = CreateParameterDef(texts, PrintSchema::SCHEMA_STRING);
     AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MAX_LENGTH_NAME, maxLength);
     AppendChildIntegerProperty(parameter, FrameworkNs, PrintSchema::MIN_LENGTH_NAME, minLength);
-    AppendMandatoryAndUnit(parameter, texts, function);
+    AppendMandatoryAndUnit(parameter, texts);
     AppendChildStringProperty(parameter, KeywordsNs, PrintSchema::DISPLAYNAME_VALUE_NAME, displayName);
     AppendChildStringProperty(parameter, FrameworkNs, PrintSchema::DEFAULTVAL_VALUE_NAME, defaultValue);
     change.Keep();
@@ -241,20 +241,19 @@ HRESULT PrintCapabilitiesXmlDocument::CreateStringParameterDef(const wchar_t* pr
 }
 
 CComPtr<IXMLDOMElement> PrintCapabilitiesXmlDocument::CreateParameterDef(const ParameterTexts& texts,
-                                                                         const wchar_t* type,
-                                                                         const char* function) {
-    RequireTexts({texts.name, texts.mandatoryKeyword, texts.displayName, texts.unitType}, function);
+                                                                         const wchar_t* type) {
+    RequireTexts({texts.name, texts.mandatoryKeyword, texts.displayName, texts.unitType});
     CComPtr<IXMLDOMElement> parameter =
         CreateFrameworkElement(PrintSchema::PARAM_DEF_ELEMENT_NAME, texts.prefix, texts.name);
     AppendProperty(parameter, FrameworkNs, PrintSchema::DATATYPE_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
-                   Join({View(TypesPrefix()), type}, function));
+                   Join({View(TypesPrefix()), type}));
     return parameter;
 }
 
 void PrintCapabilitiesXmlDocument::AppendMandatoryAndUnit(IXMLDOMElement* parameter,
-                                                          const ParameterTexts& texts, const char* function) {
+                                                          const ParameterTexts& texts) {
     AppendProperty(parameter, FrameworkNs, PrintSchema::MANDATORY_VALUE_NAME, PrintSchema::SCHEMA_QNAME,
-                   Join({View(KeywordsPrefix()), texts.mandatoryKeyword}, function));
+                   Join({View(KeywordsPrefix()), texts.mandatoryKeyword}));
     AppendChildStringProperty(parameter, FrameworkNs, PrintSchema::UNITTYPE_VALUE_NAME, texts.unitType);
 }
 
@@ -262,15 +261,15 @@ void PrintCapabilitiesXmlDocument::AppendMandatoryAndUnit(IXMLDOMElement* parame
 
 HRESULT PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue(IXMLDOMNode* node,
                                                                       const wchar_t* displayName) {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue";
-    if (node == nullptr || IsEmpty(displayName)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::ReplaceDisplayNamePropertyValue");
+    if (node == nullptr || IsEmpty(displayName)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     QueryFromNode query(FrameworkPrefix());
     query.AddChildPropertyValue(KeywordsPrefix(), PrintSchema::DISPLAYNAME_VALUE_NAME);
     CComPtr<IXMLDOMNode> value;
-    ThrowIfFailed(node->selectSingleNode(query.Text(), &value), function);
+    ThrowIfFailed(node->selectSingleNode(query.Text(), &value));
     if (!value) return E_ELEMENT_NOT_FOUND;
-    ThrowIfFailed(value->put_text(Make(displayName, function)), function);
+    ThrowIfFailed(value->put_text(Make(displayName)));
     return S_OK;
 }
 
@@ -293,51 +292,50 @@ HRESULT PrintCapabilitiesXmlDocument::DeleteParameterDefNodeIfExists(const wchar
 // ---- Reading
 
 HRESULT PrintCapabilitiesXmlDocument::GetChildOptionNodes(IXMLDOMNode* feature, IXMLDOMNodeList** out) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildOptionNodes";
-    RequireOut(out, function);
-    RequireNode(feature, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildOptionNodes");
+    RequireOut(out);
+    RequireNode(feature);
+    RequireDocument();
     QueryFromNode query(FrameworkPrefix());
     query.AddOption();
-    ThrowIfFailed(feature->selectNodes(query.Text(), out), function);
+    ThrowIfFailed(feature->selectNodes(query.Text(), out));
     return S_OK;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::GetChildOptionNodeIfExists(IXMLDOMNode* feature, const wchar_t* prefix,
                                                                  const wchar_t* name,
                                                                  IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildOptionNodeIfExists";
-    RequireQuestion(name, out, function);
-    RequireNode(feature, function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildOptionNodeIfExists");
+    RequireQuestion(name, out);
+    RequireNode(feature);
     QueryFromNode query(FrameworkPrefix());
     query.AddChildOptionName(prefix, name);
-    ThrowIfFailed(feature->selectSingleNode(query.Text(), out), function);
+    ThrowIfFailed(feature->selectSingleNode(query.Text(), out));
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                                   IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists";
-    RequireQuestion(name, out, function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetParameterDefNodeIfExists");
+    RequireQuestion(name, out);
     DocumentQuery query(*this);
     query.AddParameterDef(prefix, name);
-    *out = query.FindFirst(function).Detach();
+    *out = query.FindFirst().Detach();
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
-HRESULT PrintCapabilitiesXmlDocument::ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out,
-                                                        const char* function) const {
+HRESULT PrintCapabilitiesXmlDocument::ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out) const {
     out.Empty();
     CComPtr<IXMLDOMNode> property;
-    ThrowIfFailed(node->selectSingleNode(query, &property), function);
+    ThrowIfFailed(node->selectSingleNode(query, &property));
     if (!property) return S_FALSE;
     QueryFromNode valueQuery(FrameworkPrefix());
     valueQuery.AddValue();
     CComPtr<IXMLDOMNode> valueNode;
-    ThrowIfFailed(property->selectSingleNode(valueQuery.Text(), &valueNode), function);
+    ThrowIfFailed(property->selectSingleNode(valueQuery.Text(), &valueNode));
     if (!valueNode) return S_FALSE;
     MsSafeVariant value;
-    ThrowIfFailed(valueNode->get_nodeTypedValue(&value), function);
+    ThrowIfFailed(valueNode->get_nodeTypedValue(&value));
     if (value.vt != VT_BSTR) return S_FALSE;
     out = value.bstrVal; // null is the empty text
     return S_OK;
@@ -346,48 +344,48 @@ HRESULT PrintCapabilitiesXmlDocument::ReadPropertyValue(IXMLDOMNode* node, BSTR 
 HRESULT PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueIfExists(IXMLDOMNode* node,
                                                                           const wchar_t* name,
                                                                           CXString& out) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueIfExists";
-    RequireNode(node, function);
-    RequireTexts({name}, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueIfExists");
+    RequireNode(node);
+    RequireTexts({name});
+    RequireDocument();
     QueryFromNode query(FrameworkPrefix());
     query.AddScoredProperty(KeywordsPrefix(), name);
-    return ReadPropertyValue(node, query.Text(), out, function);
+    return ReadPropertyValue(node, query.Text(), out);
 }
 
 CXString PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsString(IXMLDOMNode* node,
                                                                            const wchar_t* name) const {
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsString");
     CXString text;
-    if (GetChildScoredPropertyValueIfExists(node, name, text) != S_OK)
-        ThrowComException(E_FAIL, "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsString");
+    if (GetChildScoredPropertyValueIfExists(node, name, text) != S_OK) ThrowComException(E_FAIL);
     return text;
 }
 
 int PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsInteger(IXMLDOMNode* node,
                                                                        const wchar_t* name) const {
-    return IntegerOf(Make(GetChildScoredPropertyValueAsString(node, name).View(),
-                          "PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsInteger"));
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildScoredPropertyValueAsInteger");
+    return IntegerOf(Make(GetChildScoredPropertyValueAsString(node, name).View()));
 }
 
 CXString PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue(IXMLDOMNode* node) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue";
-    RequireNode(node, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetChildDisplayNamePropertyValue");
+    RequireNode(node);
+    RequireDocument();
     QueryFromNode query(FrameworkPrefix());
     query.AddProperty(KeywordsPrefix(), PrintSchema::DISPLAYNAME_VALUE_NAME);
     CXString text;
-    if (ReadPropertyValue(node, query.Text(), text, function) != S_OK) ThrowComException(E_FAIL, function);
+    if (ReadPropertyValue(node, query.Text(), text) != S_OK) ThrowComException(E_FAIL);
     return text;
 }
 
 void PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues(PrintTicketXmlDocument* ticket,
                                                                    IXMLDOMNode* option, int& width,
                                                                    int& length) const {
-    constexpr char function[] = "PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues";
+    const OperationScope operation("PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues");
     using namespace PrintSchema::PageMediaSize;
-    RequireNode(option, function);
+    RequireNode(option);
     CComBSTR name;
-    ReadAttribute(option, PrintSchema::NAME_ATTRIBUTE_NAME, name, function);
+    ReadAttribute(option, PrintSchema::NAME_ATTRIBUTE_NAME, name);
     const std::wstring_view keyword = View(name).substr(View(name).find(L':') + 1);
     if (keyword != CustomMediaSize && keyword != PSCustomMediaSize) {
         width = GetChildScoredPropertyValueAsInteger(option, MEDIASIZEWIDTH_PROP);
@@ -395,14 +393,14 @@ void PrintCapabilitiesXmlDocument::GetWidthAndLengthPropertyValues(PrintTicketXm
         return;
     }
 
-    if (ticket == nullptr) ThrowComException(E_POINTER, function);
+    if (ticket == nullptr) ThrowComException(E_POINTER);
     Size size = {};
     CComBSTR chosen;
     const CComBSTR prefix = ticket->GetKeywordsNsPrefix();
     if (ticket->GetFeatureOption(prefix, PAGESIZE_FEATURE, &chosen, nullptr) == S_OK &&
         View(chosen) == CustomMediaSize) {
         const auto read = [&](const wchar_t* property, int& value) {
-            ThrowIfFailed(ticket->GetScoredPropertyValue(PAGESIZE_FEATURE, true, property, &value), function);
+            ThrowIfFailed(ticket->GetScoredPropertyValue(PAGESIZE_FEATURE, true, property, &value));
         };
         read(MEDIASIZEWIDTH_PROP, size.width);
         read(MEDIASIZEHEIGHT_PROP, size.length);

@@ -25,8 +25,8 @@ namespace {
 constexpr std::wstring_view declarationPrefix = L"xmlns:";
 
 /// The name of the attribute that declares a prefix, which is given with its colon.
-CComBSTR DeclarationName(std::wstring_view prefix, const char* function) {
-    return Join({declarationPrefix, prefix.substr(0, prefix.size() - 1)}, function);
+CComBSTR DeclarationName(std::wstring_view prefix) {
+    return Join({declarationPrefix, prefix.substr(0, prefix.size() - 1)});
 }
 
 /// Why and where a document did not parse.
@@ -44,20 +44,20 @@ std::string ParseErrorText(IXMLDOMDocument2* document) {
 }
 
 /// The text of a variant that a node gave; null if there is none.
-CComBSTR TakeText(MsSafeVariant& variant, const char* function) {
+CComBSTR TakeText(MsSafeVariant& variant) {
     CComBSTR text;
     if (variant.vt == VT_NULL || variant.vt == VT_EMPTY) return text;
-    if (variant.vt != VT_BSTR) ThrowIfFailed(::VariantChangeType(&variant, &variant, 0, VT_BSTR), function);
+    if (variant.vt != VT_BSTR) ThrowIfFailed(::VariantChangeType(&variant, &variant, 0, VT_BSTR));
     text.Attach(variant.bstrVal);
     variant.vt = VT_EMPTY;
     return text;
 }
 
 CComPtr<IXMLDOMNode> SelectChild(IXMLDOMNode* node, const CComBSTR& frameworkPrefix,
-                                 const wchar_t* elementName, const char* function) {
+                                 const wchar_t* elementName) {
     CComPtr<IXMLDOMNode> child;
-    const CComBSTR step = Join({View(frameworkPrefix), elementName}, function);
-    ThrowIfFailed(node->selectSingleNode(step, &child), function);
+    const CComBSTR step = Join({View(frameworkPrefix), elementName});
+    ThrowIfFailed(node->selectSingleNode(step, &child));
     return child;
 }
 
@@ -66,51 +66,52 @@ CComPtr<IXMLDOMNode> SelectChild(IXMLDOMNode* node, const CComBSTR& frameworkPre
 // ---- Construction
 
 PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document)
-    : m_document(document),
-      m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
+    : m_document(document) {
+    const OperationScope operation("PrintSchemaXmlDocument::PrintSchemaXmlDocument");
+    m_rootName = Make(View(rootName));
     if (m_document) InitInstance();
 }
 
-PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream)
-    : m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
-    constexpr char function[] = "PrintSchemaXmlDocument::PrintSchemaXmlDocument";
-    if (stream == nullptr) ThrowComException(E_POINTER, function);
-    CreateDocument(function);
-    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr), function);
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream) {
+    const OperationScope operation("PrintSchemaXmlDocument::PrintSchemaXmlDocument");
+    m_rootName = Make(View(rootName));
+    if (stream == nullptr) ThrowComException(E_POINTER);
+    CreateDocument();
+    ThrowIfFailed(stream->Seek({}, STREAM_SEEK_SET, nullptr));
     VARIANT source;
     ::VariantInit(&source);
     source.vt = VT_UNKNOWN;
     source.punkVal = stream;
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
     const HRESULT hr = m_document->load(source, &isLoaded);
-    FinishLoading(hr, isLoaded, function);
+    FinishLoading(hr, isLoaded);
 }
 
-PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, const CXString& xml)
-    : m_rootName(Make(View(rootName), "PrintSchemaXmlDocument::PrintSchemaXmlDocument")) {
-    constexpr char function[] = "PrintSchemaXmlDocument::PrintSchemaXmlDocument";
-    CreateDocument(function);
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, const CXString& xml) {
+    const OperationScope operation("PrintSchemaXmlDocument::PrintSchemaXmlDocument");
+    m_rootName = Make(View(rootName));
+    CreateDocument();
     // A byte-order mark or other junk may stand before the document.
     std::wstring_view text = View(static_cast<const wchar_t*>(xml));
     if (const std::size_t start = text.find(L'<'); start != std::wstring_view::npos)
         text.remove_prefix(start);
     VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    const HRESULT hr = m_document->loadXML(Make(text, function), &isLoaded);
-    FinishLoading(hr, isLoaded, function);
+    const HRESULT hr = m_document->loadXML(Make(text), &isLoaded);
+    FinishLoading(hr, isLoaded);
 }
 
 PrintSchemaXmlDocument::PrintSchemaXmlDocument(const PrintSchemaXmlDocument& other) { *this = other; }
 
 PrintSchemaXmlDocument& PrintSchemaXmlDocument::operator=(const PrintSchemaXmlDocument& other) {
-    constexpr char function[] = "PrintSchemaXmlDocument::operator=";
+    const OperationScope operation("PrintSchemaXmlDocument::operator=");
     if (this == &other) return *this;
-    m_rootName = Copy(other.m_rootName, function);
-    m_xsdPrefix = Copy(other.m_xsdPrefix, function);
-    m_xsiPrefix = Copy(other.m_xsiPrefix, function);
-    m_frameworkPrefix = Copy(other.m_frameworkPrefix, function);
-    m_keywordsPrefix = Copy(other.m_keywordsPrefix, function);
-    m_keywordsV11Prefix = Copy(other.m_keywordsV11Prefix, function);
-    m_userKeywordsPrefix = Copy(other.m_userKeywordsPrefix, function);
+    m_rootName = Copy(other.m_rootName);
+    m_xsdPrefix = Copy(other.m_xsdPrefix);
+    m_xsiPrefix = Copy(other.m_xsiPrefix);
+    m_frameworkPrefix = Copy(other.m_frameworkPrefix);
+    m_keywordsPrefix = Copy(other.m_keywordsPrefix);
+    m_keywordsV11Prefix = Copy(other.m_keywordsV11Prefix);
+    m_userKeywordsPrefix = Copy(other.m_userKeywordsPrefix);
     m_document = other.m_document;
     m_rootNode = other.m_rootNode;
     return *this;
@@ -118,43 +119,41 @@ PrintSchemaXmlDocument& PrintSchemaXmlDocument::operator=(const PrintSchemaXmlDo
 
 PrintSchemaXmlDocument::~PrintSchemaXmlDocument() = default;
 
-void PrintSchemaXmlDocument::CreateDocument(const char* function) {
-    ThrowIfFailed(m_document.CoCreateInstance(__uuidof(DOMDocument60), nullptr, CLSCTX_INPROC_SERVER),
-                  function);
-    ThrowIfFailed(m_document->put_async(VARIANT_FALSE), function);
+void PrintSchemaXmlDocument::CreateDocument() {
+    ThrowIfFailed(m_document.CoCreateInstance(__uuidof(DOMDocument60), nullptr, CLSCTX_INPROC_SERVER));
+    ThrowIfFailed(m_document->put_async(VARIANT_FALSE));
 }
 
-void PrintSchemaXmlDocument::FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function) {
-    ThrowIfFailed(hr, function);
-    if (isLoaded != VARIANT_TRUE) ThrowComException(E_FAIL, function, ParseErrorText(m_document));
+void PrintSchemaXmlDocument::FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded) {
+    ThrowIfFailed(hr);
+    if (isLoaded != VARIANT_TRUE) ThrowComException(E_FAIL, ParseErrorText(m_document));
     InitInstance();
 }
 
 void PrintSchemaXmlDocument::InitInstance() {
-    constexpr char function[] = "PrintSchemaXmlDocument::InitInstance";
-    RequireDocument(function);
+    const OperationScope operation("PrintSchemaXmlDocument::InitInstance");
+    RequireDocument();
     const HRESULT languageResult =
-        m_document->setProperty(Make(L"SelectionLanguage", function), Borrowed(Make(L"XPath", function)));
-    ThrowIfFailed(languageResult, function, "Failed to set SelectionLanguage.");
+        m_document->setProperty(Make(L"SelectionLanguage"), Borrowed(Make(L"XPath")));
+    ThrowIfFailed(languageResult, "Failed to set SelectionLanguage.");
 
     // The root element is looked up by namespace: this prefix is ours, whatever the document uses.
     SetSelectionNamespaces(L"psf");
-    HRESULT hr = GetNode(Join({L"//psf:", View(m_rootName)}, function), &m_rootNode);
+    HRESULT hr = GetNode(Join({L"//psf:", View(m_rootName)}), &m_rootNode);
     if (hr != S_OK) {
         // Deliberate: the exception carries the success code S_FALSE.
-        ThrowComException(hr, function, "Failed to get root node in PrintSchemaXmlDocument constructor!");
+        ThrowComException(hr, "Failed to get root node in PrintSchemaXmlDocument constructor!");
     }
 
     if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix) == S_OK) {
-        const CComBSTR oldPrefix = Copy(m_userKeywordsPrefix, function);
+        const CComBSTR oldPrefix = Copy(m_userKeywordsPrefix);
         hr = FixPrivateNameSpacePrefix();
         if (FAILED(hr)) {
-            ThrowComException(hr, function,
-                              FormatStdString("Failed updating private namespace prefix from %s to %s",
-                                              oldPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX));
+            ThrowComException(hr, FormatStdString("Failed updating private namespace prefix from %s to %s",
+                                                  oldPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX));
         }
     } else {
-        m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX, function);
+        m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
     }
 
     const std::pair<const wchar_t*, wchar_t**> namespaces[] = {
@@ -164,19 +163,18 @@ void PrintSchemaXmlDocument::InitInstance() {
         {PrintSchema::SCHEMA_DEF_URI, &m_xsdPrefix},
     };
     for (const auto& [uri, prefix] : namespaces) {
-        hr = TryGetPrefixFromURI(uri, prefix, function);
+        hr = TryGetPrefixFromURI(uri, prefix);
         if (FAILED(hr)) {
-            ThrowComException(hr, function,
-                              FormatStdString("The root element declares %s without a prefix.", uri));
+            ThrowComException(hr, FormatStdString("The root element declares %s without a prefix.", uri));
         }
     }
     // Deliberate: a default declaration of this namespace (E_FAIL) counts as none. What could not be read
     // does not: the job's passcode would be taken for missing.
-    hr = TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix, function);
-    if (hr != E_FAIL) ThrowIfFailed(hr, function);
+    hr = TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix);
+    if (hr != E_FAIL) ThrowIfFailed(hr);
     // A prefix that means something else here cannot mean private keywords, too.
     if (IsPrefixOfOthers(View(m_userKeywordsPrefix)))
-        m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+        m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX);
     if (IsPrefixOfOthers(View(m_userKeywordsPrefix))) {
         const std::wstring_view usual = View(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
         m_userKeywordsPrefix =
@@ -184,32 +182,30 @@ void PrintSchemaXmlDocument::InitInstance() {
     }
 
     if (m_frameworkPrefix.Length() < 2) {
-        ThrowComException(E_FAIL, function, "The root element does not declare the framework namespace.");
+        ThrowComException(E_FAIL, "The root element does not declare the framework namespace.");
     }
     SetSelectionNamespaces(View(m_frameworkPrefix).substr(0, m_frameworkPrefix.Length() - 1));
 }
 
 void PrintSchemaXmlDocument::SetSelectionNamespaces(std::wstring_view prefix) {
-    constexpr char function[] = "PrintSchemaXmlDocument::InitInstance";
-    const CComBSTR value = Join({L"xmlns:", prefix, L"='", PrintSchema::FRAMEWORK_URI, L"'"}, function);
-    ThrowIfFailed(m_document->setProperty(Make(L"SelectionNamespaces", function), Borrowed(value)), function);
+    const CComBSTR value = Join({L"xmlns:", prefix, L"='", PrintSchema::FRAMEWORK_URI, L"'"});
+    ThrowIfFailed(m_document->setProperty(Make(L"SelectionNamespaces"), Borrowed(value)));
 }
 
 // ---- Prefixes
 
 HRESULT PrintSchemaXmlDocument::GetPrefixFromURI(const wchar_t* uri, wchar_t** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetPrefixFromURI";
-    const HRESULT hr = TryGetPrefixFromURI(uri, out, function);
-    ThrowIfFailed(hr, function);
+    const OperationScope operation("PrintSchemaXmlDocument::GetPrefixFromURI");
+    const HRESULT hr = TryGetPrefixFromURI(uri, out);
+    ThrowIfFailed(hr);
     return hr;
 }
 
-HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out,
-                                                    const char* function) const {
+HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out) const {
     if (out == nullptr) return E_POINTER;
     if (IsEmpty(uri)) return E_INVALIDARG;
     if (!m_rootNode) return E_PENDING;
-    const CComBSTR wanted = Make(uri, function);
+    const CComBSTR wanted = Make(uri);
     CComPtr<IXMLDOMNamedNodeMap> attributes;
     HRESULT hr = m_rootNode->get_attributes(&attributes);
     if (FAILED(hr)) return hr;
@@ -224,45 +220,45 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t*
         MsSafeVariant value;
         hr = attribute->get_nodeValue(&value);
         if (FAILED(hr)) return hr;
-        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted, function)) continue;
+        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted)) continue;
 
         CComBSTR name;
         hr = attribute->get_nodeName(&name);
         if (FAILED(hr)) return hr;
         // Deliberate: a default declaration is an error, not a miss.
         if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
-        *out = Join({View(name).substr(declarationPrefix.size()), L":"}, function).Detach();
+        *out = Join({View(name).substr(declarationPrefix.size()), L":"}).Detach();
         return S_OK;
     }
 }
 
 HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
-    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
+    const OperationScope operation("PrintSchemaXmlDocument::FixPrivateNameSpacePrefix");
     RefuseForeignUserPrefix();
     // The document may be another's, who is not to find it half renamed.
-    TreeChange change(m_rootNode, function);
-    CComBSTR newPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
+    TreeChange change(m_rootNode);
+    CComBSTR newPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX);
     // Deliberate: only names are renamed. QNames in the text of values keep the old prefix.
-    PrivateKeywordNames(*this, function).Normalise(change);
+    PrivateKeywordNames(*this).Normalise(change);
     if (View(m_userKeywordsPrefix) == PrintSchema::USER_KEYWORDS_NS_PREFIX) {
         change.Keep();
         return S_OK;
     }
 
-    const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix), function);
-    const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
-    if (CComBSTR uri; ReadAttribute(m_rootNode, oldDeclaration, uri, function)) {
+    const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix));
+    const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX);
+    if (CComBSTR uri; ReadAttribute(m_rootNode, oldDeclaration, uri)) {
         try {
             CComPtr<IXMLDOMElement> root;
-            ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
+            ThrowIfFailed(m_rootNode.QueryInterface(&root));
             AppendXMLAttribute(root, newDeclaration, L"", uri);
         } catch (const CPComException& failure) {
             return failure.GetHresult();
         }
         CComPtr<IXMLDOMNamedNodeMap> attributes;
-        ThrowIfFailed(m_rootNode->get_attributes(&attributes), function);
+        ThrowIfFailed(m_rootNode->get_attributes(&attributes));
         CComPtr<IXMLDOMNode> removed;
-        ThrowIfFailed(attributes->removeNamedItem(oldDeclaration, &removed), function);
+        ThrowIfFailed(attributes->removeNamedItem(oldDeclaration, &removed));
     }
     m_userKeywordsPrefix = std::move(newPrefix);
     change.Keep();
@@ -278,12 +274,11 @@ bool PrintSchemaXmlDocument::IsPrefixOfOthers(std::wstring_view prefix) const {
 }
 
 void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
-    constexpr char function[] = "PrintSchemaXmlDocument::FixPrivateNameSpacePrefix";
     CComBSTR bound;
-    const CComBSTR declaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX, function);
-    if (!ReadAttribute(m_rootNode, declaration, bound, function)) return;
+    const CComBSTR declaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX);
+    if (!ReadAttribute(m_rootNode, declaration, bound)) return;
     if (View(bound) == PrintSchema::USER_KEYWORDS_URI) return;
-    ThrowComException(E_FAIL, function,
+    ThrowComException(E_FAIL,
                       FormatStdString("Failed updating private namespace prefix from %s to %s (which the "
                                       "document binds to another namespace, %s)",
                                       m_userKeywordsPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX,
@@ -291,24 +286,29 @@ void PrintSchemaXmlDocument::RefuseForeignUserPrefix() {
 }
 
 CComBSTR PrintSchemaXmlDocument::GetFrameworkNsPrefix() const {
-    return Copy(m_frameworkPrefix, "PrintSchemaXmlDocument::GetFrameworkNsPrefix");
+    const OperationScope operation("PrintSchemaXmlDocument::GetFrameworkNsPrefix");
+    return Copy(m_frameworkPrefix);
 }
 
 CComBSTR PrintSchemaXmlDocument::GetKeywordsNsPrefix() const {
-    return Copy(m_keywordsPrefix, "PrintSchemaXmlDocument::GetKeywordsNsPrefix");
+    const OperationScope operation("PrintSchemaXmlDocument::GetKeywordsNsPrefix");
+    return Copy(m_keywordsPrefix);
 }
 
 CComBSTR PrintSchemaXmlDocument::GetKeywordsV11NsPrefix() const {
-    return Copy(m_keywordsV11Prefix, "PrintSchemaXmlDocument::GetKeywordsV11NsPrefix");
+    const OperationScope operation("PrintSchemaXmlDocument::GetKeywordsV11NsPrefix");
+    return Copy(m_keywordsV11Prefix);
 }
 
 CComBSTR PrintSchemaXmlDocument::GetUserKeywordsNsPrefix() const {
-    return Copy(m_userKeywordsPrefix, "PrintSchemaXmlDocument::GetUserKeywordsNsPrefix");
+    const OperationScope operation("PrintSchemaXmlDocument::GetUserKeywordsNsPrefix");
+    return Copy(m_userKeywordsPrefix);
 }
 
 bool PrintSchemaXmlDocument::IsKeywordsV11NsPrefixDefined() const { return m_keywordsV11Prefix.Length() > 0; }
 
 CComBSTR PrintSchemaXmlDocument::GetNsPrefix(MsPrintTicketNamespacesEnum ns) const {
+    const OperationScope operation("PrintSchemaXmlDocument::GetNsPrefix");
     switch (ns) {
     case PrintSchema::FrameworkNs:
         return GetFrameworkNsPrefix();
@@ -317,7 +317,7 @@ CComBSTR PrintSchemaXmlDocument::GetNsPrefix(MsPrintTicketNamespacesEnum ns) con
     case PrintSchema::UserKeywordsNs:
         return GetUserKeywordsNsPrefix();
     }
-    ThrowComException(E_INVALIDARG, "PrintSchemaXmlDocument::GetNsPrefix",
+    ThrowComException(E_INVALIDARG,
                       FormatStdString("PrintSchemaXmlDocument::GetNsPrefix() does not have a case in the "
                                       "namspace switch statment for %u.",
                                       static_cast<unsigned int>(ns)));
@@ -325,6 +325,7 @@ CComBSTR PrintSchemaXmlDocument::GetNsPrefix(MsPrintTicketNamespacesEnum ns) con
 
 HRESULT PrintSchemaXmlDocument::GetKeywordAndPrefixFromName(const wchar_t* name, CXString& keyword,
                                                             MsPrintTicketNamespacesEnum& ns) const {
+    const OperationScope operation("PrintSchemaXmlDocument::GetKeywordAndPrefixFromName");
     keyword.Empty();
     ns = PrintSchema::KeywordsNs;
     if (name == nullptr) return E_INVALIDARG;
@@ -344,7 +345,7 @@ HRESULT PrintSchemaXmlDocument::GetKeywordAndPrefixFromName(const wchar_t* name,
 
 std::vector<CXString> PrintSchemaXmlDocument::PrivatePrefixes() const {
     std::vector<CXString> prefixes;
-    const PrivateKeywordNames names(*this, "PrintSchemaXmlDocument::GetKeywordAndPrefixFromName");
+    const PrivateKeywordNames names(*this);
     for (const std::wstring_view each : names.Prefixes())
         prefixes.emplace_back(each.data(), static_cast<int>(each.size()));
     return prefixes;
@@ -356,16 +357,15 @@ bool PrintSchemaXmlDocument::HasDomDocument() const { return m_document.p != nul
 IXMLDOMDocument2* PrintSchemaXmlDocument::GetDomDocPtr() const { return m_document; }
 IXMLDOMNode* PrintSchemaXmlDocument::GetRootNode() const { return m_rootNode; }
 
-void PrintSchemaXmlDocument::RequireDocument(const char* function) const {
-    if (!m_document) ThrowComException(E_PENDING, function);
+void PrintSchemaXmlDocument::RequireDocument() const {
+    if (!m_document) ThrowComException(E_PENDING);
 }
 
-void PrintSchemaXmlDocument::RequireQuestion(const wchar_t* name, IXMLDOMNode** out,
-                                             const char* function) const {
-    if (out == nullptr) ThrowComException(E_POINTER, function);
-    RequireDocument(function);
+void PrintSchemaXmlDocument::RequireQuestion(const wchar_t* name, IXMLDOMNode** out) const {
+    if (out == nullptr) ThrowComException(E_POINTER);
+    RequireDocument();
     *out = nullptr;
-    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG);
 }
 
 HRESULT PrintSchemaXmlDocument::get_xml(wchar_t** out) const {
@@ -378,60 +378,58 @@ HRESULT PrintSchemaXmlDocument::get_xml(wchar_t** out) const {
 // ---- Looking up
 
 HRESULT PrintSchemaXmlDocument::GetNode(const wchar_t* xpath, IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetNode";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintSchemaXmlDocument::GetNode");
+    if (out == nullptr) ThrowComException(E_POINTER);
+    RequireDocument();
     *out = nullptr;
-    if (IsEmpty(xpath)) ThrowComException(E_INVALIDARG, function);
-    ThrowIfFailed(m_document->selectSingleNode(Make(xpath, function), out), function);
+    if (IsEmpty(xpath)) ThrowComException(E_INVALIDARG);
+    ThrowIfFailed(m_document->selectSingleNode(Make(xpath), out));
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
-CComPtr<IXMLDOMNodeList> PrintSchemaXmlDocument::SelectNodes(BSTR xpath, const char* function) const {
-    RequireDocument(function);
+CComPtr<IXMLDOMNodeList> PrintSchemaXmlDocument::SelectNodes(BSTR xpath) const {
+    RequireDocument();
     CComPtr<IXMLDOMNodeList> nodes;
-    ThrowIfFailed(m_document->selectNodes(xpath, &nodes), function);
-    if (!nodes) ThrowComException(E_FAIL, function);
+    ThrowIfFailed(m_document->selectNodes(xpath, &nodes));
+    if (!nodes) ThrowComException(E_FAIL);
     return nodes;
 }
 
 HRESULT PrintSchemaXmlDocument::GetNodes(const wchar_t* elementName, IXMLDOMNodeList** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetNodes";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintSchemaXmlDocument::GetNodes");
+    if (out == nullptr) ThrowComException(E_POINTER);
     *out = nullptr;
-    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG, function);
-    *out = SelectNodes(Join({L"//", View(m_frameworkPrefix), elementName}, function), function).Detach();
+    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG);
+    *out = SelectNodes(Join({L"//", View(m_frameworkPrefix), elementName})).Detach();
     return S_OK;
 }
 
-CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindAttribute(IXMLDOMNode* node, const wchar_t* name,
-                                                           const char* function) {
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindAttribute(IXMLDOMNode* node, const wchar_t* name) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
-    ThrowIfFailed(node->get_attributes(&attributes), function);
+    ThrowIfFailed(node->get_attributes(&attributes));
     CComPtr<IXMLDOMNode> attribute;
-    if (attributes) ThrowIfFailed(attributes->getNamedItem(Make(name, function), &attribute), function);
+    if (attributes) ThrowIfFailed(attributes->getNamedItem(Make(name), &attribute));
     return attribute;
 }
 
-bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text,
-                                           const char* function) {
-    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name, function);
+bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text) {
+    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name);
     if (!attribute) return false;
     MsSafeVariant value;
-    ThrowIfFailed(attribute->get_nodeValue(&value), function);
-    text = TakeText(value, function);
+    ThrowIfFailed(attribute->get_nodeValue(&value));
+    text = TakeText(value);
     return true;
 }
 
 HRESULT PrintSchemaXmlDocument::GetAttributeValue(IXMLDOMNode const* node, const wchar_t* attribute,
                                                   wchar_t** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetAttributeValue";
-    if (node == nullptr || out == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintSchemaXmlDocument::GetAttributeValue");
+    if (node == nullptr || out == nullptr) ThrowComException(E_POINTER);
     *out = nullptr;
-    if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG);
     CComBSTR text;
     // The interfaces of the DOM know no const.
-    if (!ReadAttribute(const_cast<IXMLDOMNode*>(node), attribute, text, function)) return S_FALSE;
+    if (!ReadAttribute(const_cast<IXMLDOMNode*>(node), attribute, text)) return S_FALSE;
     *out = text.Detach();
     return S_OK;
 }
@@ -446,7 +444,8 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, wchar_t** o
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, int* out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    const OperationScope operation("PrintSchemaXmlDocument::QueryNodeValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     CComBSTR text;
     const HRESULT hr = QueryNodeValue(xpath, &text);
     if (hr == S_OK) *out = IntegerOf(text);
@@ -454,7 +453,8 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, int* out) c
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const wchar_t* xpath, float* out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    const OperationScope operation("PrintSchemaXmlDocument::QueryNodeValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     CComBSTR text;
     const HRESULT hr = QueryNodeValue(xpath, &text);
     if (hr == S_OK) *out = RealOf(text);
@@ -466,7 +466,8 @@ HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, wchar
 }
 
 HRESULT PrintSchemaXmlDocument::QueryNodeValue(const DocumentQuery& query, int* out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::QueryNodeValue");
+    const OperationScope operation("PrintSchemaXmlDocument::QueryNodeValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     CComBSTR text;
     const HRESULT hr = QueryNodeValue(query, &text);
     if (hr == S_OK) *out = IntegerOf(text);
@@ -479,108 +480,104 @@ CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindNode(const wchar_t* xpath) cons
     return node;
 }
 
-CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindValueNode(IXMLDOMNode* node, const char* function) const {
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindValueNode(IXMLDOMNode* node) const {
     if (node == nullptr) return nullptr;
-    if (CComPtr<IXMLDOMNode> value =
-            SelectChild(node, m_frameworkPrefix, PrintSchema::VALUE_ELEMENT_NAME, function))
+    if (CComPtr<IXMLDOMNode> value = SelectChild(node, m_frameworkPrefix, PrintSchema::VALUE_ELEMENT_NAME))
         return value;
 
     const CComPtr<IXMLDOMNode> reference =
-        SelectChild(node, m_frameworkPrefix, PrintSchema::PARAM_REF_ELEMENT_NAME, function);
+        SelectChild(node, m_frameworkPrefix, PrintSchema::PARAM_REF_ELEMENT_NAME);
     CComBSTR wanted;
-    if (!reference || !ReadAttribute(reference, PrintSchema::NAME_ATTRIBUTE_NAME, wanted, function))
-        return nullptr;
-    const PrivateKeywordNames names(*this, function);
+    if (!reference || !ReadAttribute(reference, PrintSchema::NAME_ATTRIBUTE_NAME, wanted)) return nullptr;
+    const PrivateKeywordNames names(*this);
     CComPtr<IXMLDOMNodeList> inits;
     GetNodes(PrintSchema::PARAM_INIT_ELEMENT_NAME, &inits);
     for (;;) {
         CComPtr<IXMLDOMNode> init;
-        ThrowIfFailed(inits->nextNode(&init), function);
+        ThrowIfFailed(inits->nextNode(&init));
         if (!init) return nullptr;
         CComBSTR name;
-        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
-            AreEqual(name, wanted, function) &&
+        if (ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name) && AreEqual(name, wanted) &&
             names.StandsAt(init, View(name)) == names.StandsAt(reference, View(wanted)))
             return init;
     }
 }
 
 HRESULT PrintSchemaXmlDocument::GetNodeValue(const wchar_t* xpath, wchar_t** out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintSchemaXmlDocument::GetNodeValue");
+    const OperationScope operation("PrintSchemaXmlDocument::GetNodeValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     *out = nullptr;
     return GetValueOf(FindNode(xpath), out);
 }
 
 HRESULT PrintSchemaXmlDocument::GetNodeValue(const DocumentQuery& query, wchar_t** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetNodeValue";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintSchemaXmlDocument::GetNodeValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     *out = nullptr;
-    return GetValueOf(query.FindFirst(function), out);
+    return GetValueOf(query.FindFirst(), out);
 }
 
 HRESULT PrintSchemaXmlDocument::GetValueOf(IXMLDOMNode* node, wchar_t** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetNodeValue";
-    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node, function);
+    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node);
     if (!valueNode) return S_FALSE;
     MsSafeVariant value;
-    ThrowIfFailed(valueNode->get_nodeTypedValue(&value), function);
-    CComBSTR text = TakeText(value, function);
+    ThrowIfFailed(valueNode->get_nodeTypedValue(&value));
+    CComBSTR text = TakeText(value);
     if (text.Length() > 0) *out = text.Detach();
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::SetNodeValue(const wchar_t* xpath, const wchar_t* value) {
-    if (IsEmpty(value)) ThrowComException(E_INVALIDARG, "PrintSchemaXmlDocument::SetNodeValue");
+    const OperationScope operation("PrintSchemaXmlDocument::SetNodeValue");
+    if (IsEmpty(value)) ThrowComException(E_INVALIDARG);
     return SetValueOf(FindNode(xpath), value);
 }
 
 HRESULT PrintSchemaXmlDocument::SetNodeValue(const DocumentQuery& query, const wchar_t* value) {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
-    if (IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
-    return SetValueOf(query.FindFirst(function), value);
+    const OperationScope operation("PrintSchemaXmlDocument::SetNodeValue");
+    if (IsEmpty(value)) ThrowComException(E_INVALIDARG);
+    return SetValueOf(query.FindFirst(), value);
 }
 
 HRESULT PrintSchemaXmlDocument::SetValueOf(IXMLDOMNode* node, const wchar_t* value) {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetNodeValue";
-    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node, function);
+    const CComPtr<IXMLDOMNode> valueNode = FindValueNode(node);
     if (!valueNode) return S_FALSE;
     // Deliberate: for a ParameterRef this is the initialiser itself and not its Value, which the text
     // replaces.
-    ThrowIfFailed(valueNode->put_nodeTypedValue(Borrowed(Make(value, function))), function);
+    ThrowIfFailed(valueNode->put_nodeTypedValue(Borrowed(Make(value))));
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const wchar_t* xpath, const wchar_t* value,
                                                             const wchar_t* attribute) {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
-    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
+    const OperationScope operation("PrintSchemaXmlDocument::SetOptionNodeAttributeValue");
+    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG);
     return SetOptionAttribute(FindNode(xpath), value, attribute);
 }
 
 HRESULT PrintSchemaXmlDocument::SetOptionNodeAttributeValue(const DocumentQuery& query, const wchar_t* value,
                                                             const wchar_t* attribute) {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
-    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
-    return SetOptionAttribute(query.FindFirst(function), value, attribute);
+    const OperationScope operation("PrintSchemaXmlDocument::SetOptionNodeAttributeValue");
+    if (IsEmpty(value) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG);
+    return SetOptionAttribute(query.FindFirst(), value, attribute);
 }
 
 HRESULT PrintSchemaXmlDocument::SetOptionAttribute(IXMLDOMNode* node, const wchar_t* value,
                                                    const wchar_t* attribute) {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetOptionNodeAttributeValue";
     if (node == nullptr) return S_FALSE;
     const CComPtr<IXMLDOMNode> option =
-        SelectChild(node, m_frameworkPrefix, PrintSchema::OPTION_ELEMENT_NAME, function);
+        SelectChild(node, m_frameworkPrefix, PrintSchema::OPTION_ELEMENT_NAME);
     if (!option) return S_FALSE;
-    const CComPtr<IXMLDOMNode> found = FindAttribute(option, attribute, function);
+    const CComPtr<IXMLDOMNode> found = FindAttribute(option, attribute);
     if (!found) return S_FALSE;
     if (View(attribute) != PrintSchema::NAME_ATTRIBUTE_NAME) {
-        ThrowIfFailed(found->put_nodeValue(Borrowed(Make(value, function))), function);
+        ThrowIfFailed(found->put_nodeValue(Borrowed(Make(value))));
         return S_OK;
     }
     CComPtr<IXMLDOMElement> element;
-    ThrowIfFailed(option.QueryInterface(&element), function);
+    ThrowIfFailed(option.QueryInterface(&element));
     const std::size_t local = View(value).find(L':') + 1;
-    GiveName(element, Make(View(value).substr(0, local), function), value + local);
+    GiveName(element, Make(View(value).substr(0, local)), value + local);
     return S_OK;
 }
 
@@ -592,16 +589,16 @@ DocumentQuery PrintSchemaXmlDocument::FeatureQuery(const wchar_t* prefix, const 
 
 HRESULT PrintSchemaXmlDocument::GetFeatureNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                        IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::GetFeatureNodeIfExists";
-    RequireQuestion(name, out, function);
-    *out = FeatureQuery(prefix, name).FindFirst(function).Detach();
+    const OperationScope operation("PrintSchemaXmlDocument::GetFeatureNodeIfExists");
+    RequireQuestion(name, out);
+    *out = FeatureQuery(prefix, name).FindFirst().Detach();
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintSchemaXmlDocument::GetFeatureNode(const wchar_t* prefix, const wchar_t* name,
                                                IXMLDOMNode** out) const {
-    if (GetFeatureNodeIfExists(prefix, name, out) != S_OK)
-        ThrowComException(E_FAIL, "PrintSchemaXmlDocument::GetFeatureNode");
+    const OperationScope operation("PrintSchemaXmlDocument::GetFeatureNode");
+    if (GetFeatureNodeIfExists(prefix, name, out) != S_OK) ThrowComException(E_FAIL);
     return S_OK;
 }
 
@@ -615,37 +612,37 @@ HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfExists(const wchar_t* prefix,
 
 HRESULT PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists(const wchar_t* prefix,
                                                                     const wchar_t* name) {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists";
-    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
-    const std::vector<CComPtr<IXMLDOMNode>> features = FeatureQuery(prefix, name).FindAll(function);
+    const OperationScope operation("PrintSchemaXmlDocument::DeleteFeatureNodeIfADuplicateExists");
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
+    const std::vector<CComPtr<IXMLDOMNode>> features = FeatureQuery(prefix, name).FindAll();
     // Deliberate: one goes, however many there are.
     return features.size() < 2 ? S_FALSE : DeleteNode(features.front());
 }
 
 HRESULT PrintSchemaXmlDocument::DeletePropertyNodesIfExist(const wchar_t* prefix, const wchar_t* name) {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeletePropertyNodesIfExist";
+    const OperationScope operation("PrintSchemaXmlDocument::DeletePropertyNodesIfExist");
     // Deliberate: not E_INVALIDARG.
-    if (IsEmpty(name)) ThrowComException(E_FAIL, function);
-    RequireDocument(function);
+    if (IsEmpty(name)) ThrowComException(E_FAIL);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddProperty(prefix, name);
-    TreeChange change(m_rootNode, function);
+    TreeChange change(m_rootNode);
     const bool wasThere = change.Replace(query, nullptr);
     change.Keep();
     return wasThere ? S_OK : S_FALSE;
 }
 
 HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUri) {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeletePrivateFeatures";
-    if (IsEmpty(namespaceUri)) ThrowComException(E_INVALIDARG, function);
+    const OperationScope operation("PrintSchemaXmlDocument::DeletePrivateFeatures");
+    if (IsEmpty(namespaceUri)) ThrowComException(E_INVALIDARG);
     CComBSTR prefix;
     const HRESULT declared = GetPrefixFromURI(namespaceUri, &prefix);
     CComPtr<IXMLDOMNodeList> features;
     GetNodes(PrintSchema::FEATURE_ELEMENT_NAME, &features);
     const std::vector<CComPtr<IXMLDOMNode>> named =
-        PrivateKeywordNames(*this, function, namespaceUri).NamedAmong(features);
-    TreeChange change(m_rootNode, function);
+        PrivateKeywordNames(*this, namespaceUri).NamedAmong(features);
+    TreeChange change(m_rootNode);
     for (const CComPtr<IXMLDOMNode>& feature : named)
         change.Remove(feature);
     change.Keep();
@@ -653,13 +650,13 @@ HRESULT PrintSchemaXmlDocument::DeletePrivateFeatures(const wchar_t* namespaceUr
 }
 
 HRESULT PrintSchemaXmlDocument::DeleteNode(IXMLDOMNode* node) {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeleteNode";
-    if (node == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintSchemaXmlDocument::DeleteNode");
+    if (node == nullptr) ThrowComException(E_POINTER);
     CComPtr<IXMLDOMNode> parent;
-    ThrowIfFailed(node->get_parentNode(&parent), function);
+    ThrowIfFailed(node->get_parentNode(&parent));
     if (!parent) return S_FALSE;
     CComPtr<IXMLDOMNode> removed;
-    ThrowIfFailed(parent->removeChild(node, &removed), function);
-    if (!removed) ThrowComException(E_FAIL, function);
+    ThrowIfFailed(parent->removeChild(node, &removed));
+    if (!removed) ThrowComException(E_FAIL);
     return S_OK;
 }

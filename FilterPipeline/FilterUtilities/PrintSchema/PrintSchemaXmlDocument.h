@@ -185,9 +185,9 @@ protected:
     /// Under which private names stand below the root element, with their colon.
     std::vector<CXString> PrivatePrefixes() const;
     /// Raises E_PENDING without DOM.
-    void RequireDocument(const char* function) const;
+    void RequireDocument() const;
     /// What a question for a node by its name needs; clears out.
-    void RequireQuestion(const wchar_t* name, IXMLDOMNode** out, const char* function) const;
+    void RequireQuestion(const wchar_t* name, IXMLDOMNode** out) const;
     /// An element of the framework namespace, with a name attribute unless name is empty.
     CComPtr<IXMLDOMElement> CreateFrameworkElement(const wchar_t* elementName,
                                                    const wchar_t* prefix = nullptr,
@@ -198,24 +198,24 @@ protected:
     CComPtr<IXMLDOMElement> CreateValue(const wchar_t* type, const wchar_t* text);
     /// The nodes that an expression selects in the document; raises under the name of the operation that
     /// asks.
-    CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath, const char* function) const;
+    CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath) const;
     /// The attribute of a node; null if it has none of that name.
-    static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name, const char* function);
+    static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name);
     /// The text of an attribute. False if there is no such attribute.
-    static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text, const char* function);
+    static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text);
 
 private:
     // The two classes that know how private names are spelled.
     friend class DocumentQuery;
     friend class PrivateKeywordNames;
 
-    void CreateDocument(const char* function);
-    void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
+    void CreateDocument();
+    void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded);
     void SetSelectionNamespaces(std::wstring_view prefix);
-    HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
+    HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out) const;
     CComPtr<IXMLDOMNode> FindNode(const wchar_t* xpath) const;
     /// Null if a node, which may be null, has no value.
-    CComPtr<IXMLDOMNode> FindValueNode(IXMLDOMNode* node, const char* function) const;
+    CComPtr<IXMLDOMNode> FindValueNode(IXMLDOMNode* node) const;
     HRESULT GetValueOf(IXMLDOMNode* node, wchar_t** out) const;
     HRESULT SetValueOf(IXMLDOMNode* node, const wchar_t* value);
     HRESULT SetOptionAttribute(IXMLDOMNode* node, const wchar_t* value, const wchar_t* attribute);
@@ -226,6 +226,17 @@ private:
     /// Whether the document uses a prefix for one of the other namespaces of Print Schema.
     bool IsPrefixOfOthers(std::wstring_view prefix) const;
     void DeclarePrivate(IXMLDOMElement* element, const std::vector<std::wstring_view>& prefixes);
+
+    // The same under a given name: see NamedOperations.cpp.
+    void RequireDocument(const char* function) const;
+    void RequireQuestion(const wchar_t* name, IXMLDOMNode** out, const char* function) const;
+    CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath, const char* function) const;
+    static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name, const char* function);
+    static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text, const char* function);
+    void CreateDocument(const char* function);
+    void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
+    HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
+    CComPtr<IXMLDOMNode> FindValueNode(IXMLDOMNode* node, const char* function) const;
 
     CComPtr<IXMLDOMDocument2> m_document;
     CComBSTR m_rootName;

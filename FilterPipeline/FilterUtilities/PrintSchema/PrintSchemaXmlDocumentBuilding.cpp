@@ -23,17 +23,17 @@ VARIANT NodeType(DOMNodeType type) {
     return variant;
 }
 
-void RequireTexts(std::initializer_list<const wchar_t*> texts, const char* function) {
+void RequireTexts(std::initializer_list<const wchar_t*> texts) {
     for (const wchar_t* text : texts)
-        if (IsEmpty(text)) ThrowComException(E_INVALIDARG, function);
+        if (IsEmpty(text)) ThrowComException(E_INVALIDARG);
 }
 
-void RequireOut(const void* out, const char* function) {
-    if (out == nullptr) ThrowComException(E_POINTER, function);
+void RequireOut(const void* out) {
+    if (out == nullptr) ThrowComException(E_POINTER);
 }
 
-void RequireParent(const IXMLDOMNode* parent, const char* function) {
-    if (parent == nullptr) ThrowComException(E_INVALIDARG, function);
+void RequireParent(const IXMLDOMNode* parent) {
+    if (parent == nullptr) ThrowComException(E_INVALIDARG);
 }
 
 } // namespace
@@ -42,59 +42,57 @@ void RequireParent(const IXMLDOMNode* parent, const char* function) {
 
 HRESULT PrintSchemaXmlDocument::CreateXMLElement(const wchar_t* name, const wchar_t* namespaceUri,
                                                  IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
+    const OperationScope operation("PrintSchemaXmlDocument::CreateXMLElement");
     if (out != nullptr) *out = nullptr;
-    if (name == nullptr || namespaceUri == nullptr) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    if (name == nullptr || namespaceUri == nullptr) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     CComPtr<IXMLDOMNode> node;
-    ThrowIfFailed(m_document->createNode(NodeType(NODE_ELEMENT), Make(name, function),
-                                         Make(namespaceUri, function), &node),
-                  function);
-    if (out != nullptr) ThrowIfFailed(node.QueryInterface(out), function);
+    ThrowIfFailed(m_document->createNode(NodeType(NODE_ELEMENT), Make(name), Make(namespaceUri), &node));
+    if (out != nullptr) ThrowIfFailed(node.QueryInterface(out));
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::AppendXMLAttribute(IXMLDOMElement* element, const wchar_t* name,
                                                    const wchar_t* namespaceUri, const wchar_t* value) {
-    constexpr char function[] = "PrintSchemaXmlDocument::AppendXMLAttribute";
-    if (element == nullptr || name == nullptr || value == nullptr) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintSchemaXmlDocument::AppendXMLAttribute");
+    if (element == nullptr || name == nullptr || value == nullptr) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     CComPtr<IXMLDOMNode> node;
-    ThrowIfFailed(m_document->createNode(NodeType(NODE_ATTRIBUTE), Make(name, function),
-                                         Make(View(namespaceUri), function), &node),
-                  function);
+    ThrowIfFailed(
+        m_document->createNode(NodeType(NODE_ATTRIBUTE), Make(name), Make(View(namespaceUri)), &node));
     CComPtr<IXMLDOMAttribute> attribute;
-    ThrowIfFailed(node.QueryInterface(&attribute), function);
-    ThrowIfFailed(attribute->put_value(Borrowed(Make(value, function))), function);
+    ThrowIfFailed(node.QueryInterface(&attribute));
+    ThrowIfFailed(attribute->put_value(Borrowed(Make(value))));
     CComPtr<IXMLDOMAttribute> replaced;
-    ThrowIfFailed(element->setAttributeNode(attribute, &replaced), function);
+    ThrowIfFailed(element->setAttributeNode(attribute, &replaced));
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::CreateCDATASectionXMLElement(const wchar_t* text, IXMLDOMNode** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateCDATASectionXMLElement";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateCDATASectionXMLElement");
+    RequireOut(out);
     *out = nullptr;
-    if (text == nullptr) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    if (text == nullptr) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     CComPtr<IXMLDOMCDATASection> section;
-    ThrowIfFailed(m_document->createCDATASection(Make(text, function), &section), function);
-    ThrowIfFailed(section.QueryInterface(out), function);
+    ThrowIfFailed(m_document->createCDATASection(Make(text), &section));
+    ThrowIfFailed(section.QueryInterface(out));
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::AppendChild(IXMLDOMNode* parent, IXMLDOMNode* child) {
-    constexpr char function[] = "PrintSchemaXmlDocument::AppendChild";
-    RequireParent(parent, function);
-    if (child == nullptr) ThrowComException(E_POINTER, function);
-    PrivateKeywordNames(*this, function).RequireSameMeaning(parent, child);
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChild");
+    RequireParent(parent);
+    if (child == nullptr) ThrowComException(E_POINTER);
+    PrivateKeywordNames(*this).RequireSameMeaning(parent, child);
     CComPtr<IXMLDOMNode> appended;
-    ThrowIfFailed(parent->appendChild(child, &appended), function);
+    ThrowIfFailed(parent->appendChild(child, &appended));
     return S_OK;
 }
 
 HRESULT PrintSchemaXmlDocument::AppendChildToRootNode(IXMLDOMElement* child) {
-    RequireDocument("PrintSchemaXmlDocument::AppendChildToRootNode");
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildToRootNode");
+    RequireDocument();
     return AppendChild(m_rootNode, child);
 }
 
@@ -103,64 +101,60 @@ HRESULT PrintSchemaXmlDocument::AppendChildToRootNode(IXMLDOMElement* child) {
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateFrameworkElement(const wchar_t* elementName,
                                                                        const wchar_t* prefix,
                                                                        const wchar_t* name) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
-    RequireDocument(function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateFrameworkElement");
+    RequireDocument();
     CComPtr<IXMLDOMElement> element;
-    CreateXMLElement(Join({View(m_frameworkPrefix), elementName}, function), PrintSchema::FRAMEWORK_URI,
-                     &element);
+    CreateXMLElement(Join({View(m_frameworkPrefix), elementName}), PrintSchema::FRAMEWORK_URI, &element);
     if (!IsEmpty(prefix) || !IsEmpty(name)) GiveName(element, prefix, name);
     return element;
 }
 
 void PrintSchemaXmlDocument::GiveName(IXMLDOMElement* element, const wchar_t* prefix, const wchar_t* name) {
-    constexpr char function[] = "PrintSchemaXmlDocument::GiveName";
+    const OperationScope operation("PrintSchemaXmlDocument::GiveName");
     using Spelling = PrivateKeywordNames::Spelling;
-    const PrivateKeywordNames privateNames(*this, function);
+    const PrivateKeywordNames privateNames(*this);
     Spelling spelling{View(prefix), Spelling::None};
     if (privateNames.AreMeantBy(spelling.prefix)) spelling = privateNames.SpellAt(element, spelling.prefix);
     if (spelling.declaration == Spelling::AtRoot) {
         CComPtr<IXMLDOMElement> root;
-        ThrowIfFailed(m_rootNode.QueryInterface(&root), function);
+        ThrowIfFailed(m_rootNode.QueryInterface(&root));
         DeclarePrivate(root, privateNames.MissingAtRoot(spelling.prefix));
     }
     if (spelling.declaration == Spelling::WithName) DeclarePrivate(element, {spelling.prefix});
-    AppendXMLAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, L"",
-                       Join({spelling.prefix, View(name)}, function));
+    AppendXMLAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, L"", Join({spelling.prefix, View(name)}));
 }
 
 void PrintSchemaXmlDocument::DeclarePrivate(IXMLDOMElement* element,
                                             const std::vector<std::wstring_view>& prefixes) {
-    constexpr char function[] = "PrintSchemaXmlDocument::DeclarePrivate";
+    const OperationScope operation("PrintSchemaXmlDocument::DeclarePrivate");
     for (const std::wstring_view prefix : prefixes)
-        AppendXMLAttribute(element, Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}, function), L"",
+        AppendXMLAttribute(element, Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}), L"",
                            PrintSchema::USER_KEYWORDS_URI);
 }
 
 CComBSTR PrintSchemaXmlDocument::SchemaPrefix(const CComBSTR& declared, std::wstring_view usual,
                                               const wchar_t* uri) const {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
-    if (declared.m_str != nullptr) return Copy(declared, function);
-    const CComBSTR usualDeclaration = Join({L"xmlns:", usual}, function);
+    if (declared.m_str != nullptr) return Copy(declared);
+    const CComBSTR usualDeclaration = Join({L"xmlns:", usual});
     CComBSTR bound;
-    if (!ReadAttribute(m_rootNode, usualDeclaration, bound, function) || View(bound) == uri)
-        return Join({usual, L":"}, function);
+    if (!ReadAttribute(m_rootNode, usualDeclaration, bound) || View(bound) == uri) return Join({usual, L":"});
 
     std::set<std::wstring> taken;
     CComPtr<IXMLDOMNamedNodeMap> attributes;
-    ThrowIfFailed(m_rootNode->get_attributes(&attributes), function);
+    ThrowIfFailed(m_rootNode->get_attributes(&attributes));
     for (;;) {
         CComPtr<IXMLDOMNode> attribute;
-        ThrowIfFailed(attributes->nextNode(&attribute), function);
+        ThrowIfFailed(attributes->nextNode(&attribute));
         if (!attribute) break;
         CComBSTR name;
-        ThrowIfFailed(attribute->get_nodeName(&name), function);
+        ThrowIfFailed(attribute->get_nodeName(&name));
         if (View(name).starts_with(View(usualDeclaration)))
             taken.emplace(View(name).substr(usualDeclaration.Length()));
     }
     unsigned number = 1;
     while (taken.count(std::to_wstring(number)) != 0)
         ++number;
-    return Join({usual, std::to_wstring(number), L":"}, function);
+    return Join({usual, std::to_wstring(number), L":"});
 }
 
 CComBSTR PrintSchemaXmlDocument::TypesPrefix() const {
@@ -168,7 +162,6 @@ CComBSTR PrintSchemaXmlDocument::TypesPrefix() const {
 }
 
 CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type, const wchar_t* text) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateXMLElement";
     CComPtr<IXMLDOMElement> value = CreateFrameworkElement(PrintSchema::VALUE_ELEMENT_NAME);
     if (type != nullptr) {
         // A document that never had a typed value need not declare the two namespaces of the type. The DOM
@@ -176,20 +169,20 @@ CComPtr<IXMLDOMElement> PrintSchemaXmlDocument::CreateValue(const wchar_t* type,
         const CComBSTR xsi = SchemaPrefix(m_xsiPrefix, L"xsi", PrintSchema::SCHEMA_INST_URI);
         const CComBSTR xsd = TypesPrefix();
         if (m_xsdPrefix.m_str == nullptr)
-            AppendXMLAttribute(value, Join({L"xmlns:", View(xsd).substr(0, xsd.Length() - 1)}, function), L"",
+            AppendXMLAttribute(value, Join({L"xmlns:", View(xsd).substr(0, xsd.Length() - 1)}), L"",
                                PrintSchema::SCHEMA_DEF_URI);
-        AppendXMLAttribute(value, Join({View(xsi), PrintSchema::SCHEMA_TYPE}, function),
-                           PrintSchema::SCHEMA_INST_URI, Join({View(xsd), type}, function));
+        AppendXMLAttribute(value, Join({View(xsi), PrintSchema::SCHEMA_TYPE}), PrintSchema::SCHEMA_INST_URI,
+                           Join({View(xsd), type}));
     }
-    ThrowIfFailed(value->put_text(Make(View(text), function)), function);
+    ThrowIfFailed(value->put_text(Make(View(text))));
     return value;
 }
 
 HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateScoredProperty");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({name}, function);
+    RequireTexts({name});
     // Deliberate: always a public name.
     *out = CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, m_keywordsPrefix, name).Detach();
     return S_OK;
@@ -197,10 +190,10 @@ HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDO
 
 HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, const wchar_t* type,
                                                      const wchar_t* value, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateScoredProperty");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({name, type, value}, function);
+    RequireTexts({name, type, value});
     CComPtr<IXMLDOMElement> property;
     CreateScoredProperty(name, &property);
     AppendChild(property, CreateValue(type, value));
@@ -210,10 +203,10 @@ HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, const 
 
 HRESULT PrintSchemaXmlDocument::CreateScoredProperty(const wchar_t* name, IXMLDOMNode* child,
                                                      IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateScoredProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateScoredProperty");
+    RequireOut(out);
     *out = nullptr;
-    if (child == nullptr) ThrowComException(E_POINTER, function);
+    if (child == nullptr) ThrowComException(E_POINTER);
     CComPtr<IXMLDOMElement> property;
     CreateScoredProperty(name, &property);
     AppendChild(property, child);
@@ -242,10 +235,10 @@ HRESULT PrintSchemaXmlDocument::CreateRealScoredProperty(const wchar_t* name, do
 
 HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, const wchar_t* name,
                                                IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateProperty");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({name}, function);
+    RequireTexts({name});
     *out = CreateFrameworkElement(PrintSchema::PROPERTY_ELEMENT_NAME, GetNsPrefix(ns), name).Detach();
     return S_OK;
 }
@@ -253,10 +246,10 @@ HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, c
 HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, const wchar_t* name,
                                                const wchar_t* type, const wchar_t* value,
                                                IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateProperty");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({name, type, value}, function);
+    RequireTexts({name, type, value});
     CComPtr<IXMLDOMElement> property;
     CreateProperty(ns, name, &property);
     AppendChild(property, CreateValue(type, value));
@@ -266,10 +259,10 @@ HRESULT PrintSchemaXmlDocument::CreateProperty(MsPrintTicketNamespacesEnum ns, c
 
 HRESULT PrintSchemaXmlDocument::CreateParameterRef(const wchar_t* prefix, const wchar_t* name,
                                                    IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateParameterRef";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateParameterRef");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({prefix, name}, function);
+    RequireTexts({prefix, name});
     *out = CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, prefix, name).Detach();
     return S_OK;
 }
@@ -279,10 +272,10 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* 
                                                                  const wchar_t* refPrefix,
                                                                  const wchar_t* refName,
                                                                  IXMLDOMElement** out) {
-    constexpr char function[] = "PrintSchemaXmlDocument::CreateParameterRefScoredProperty";
-    RequireOut(out, function);
+    const OperationScope operation("PrintSchemaXmlDocument::CreateParameterRefScoredProperty");
+    RequireOut(out);
     *out = nullptr;
-    RequireTexts({scoredName}, function);
+    RequireTexts({scoredName});
     CComPtr<IXMLDOMElement> property =
         CreateFrameworkElement(PrintSchema::SCORED_PROP_ELEMENT_NAME, scoredPrefix, scoredName);
     CComPtr<IXMLDOMElement> reference;
@@ -295,7 +288,8 @@ HRESULT PrintSchemaXmlDocument::CreateParameterRefScoredProperty(const wchar_t* 
 HRESULT PrintSchemaXmlDocument::AppendChildIntegerProperty(IXMLDOMNode* parent,
                                                            MsPrintTicketNamespacesEnum ns,
                                                            const wchar_t* name, int value) {
-    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildIntegerProperty");
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildIntegerProperty");
+    RequireParent(parent);
     CXString text;
     text.Format(L"%i", value);
     CComPtr<IXMLDOMElement> property;
@@ -305,7 +299,8 @@ HRESULT PrintSchemaXmlDocument::AppendChildIntegerProperty(IXMLDOMNode* parent,
 
 HRESULT PrintSchemaXmlDocument::AppendChildStringProperty(IXMLDOMNode* parent, MsPrintTicketNamespacesEnum ns,
                                                           const wchar_t* name, const wchar_t* value) {
-    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildStringProperty");
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildStringProperty");
+    RequireParent(parent);
     CComPtr<IXMLDOMElement> property;
     CreateProperty(ns, name, PrintSchema::SCHEMA_STRING, value, &property);
     return AppendChild(parent, property);
@@ -313,7 +308,8 @@ HRESULT PrintSchemaXmlDocument::AppendChildStringProperty(IXMLDOMNode* parent, M
 
 HRESULT PrintSchemaXmlDocument::AppendChildIntegerScoredProperty(IXMLDOMNode* parent, const wchar_t* name,
                                                                  int value) {
-    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildIntegerScoredProperty");
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildIntegerScoredProperty");
+    RequireParent(parent);
     CComPtr<IXMLDOMElement> property;
     CreateIntegerScoredProperty(name, value, &property);
     return AppendChild(parent, property);
@@ -321,12 +317,11 @@ HRESULT PrintSchemaXmlDocument::AppendChildIntegerScoredProperty(IXMLDOMNode* pa
 
 HRESULT PrintSchemaXmlDocument::AppendChildQNameScoredProperty(IXMLDOMNode* parent, const wchar_t* name,
                                                                const wchar_t* value) {
-    constexpr char function[] = "PrintSchemaXmlDocument::AppendChildQNameScoredProperty";
-    RequireParent(parent, function);
-    RequireTexts({value}, function);
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildQNameScoredProperty");
+    RequireParent(parent);
+    RequireTexts({value});
     CComPtr<IXMLDOMElement> property;
-    CreateScoredProperty(name, PrintSchema::SCHEMA_QNAME, Join({View(m_keywordsPrefix), value}, function),
-                         &property);
+    CreateScoredProperty(name, PrintSchema::SCHEMA_QNAME, Join({View(m_keywordsPrefix), value}), &property);
     return AppendChild(parent, property);
 }
 
@@ -335,7 +330,8 @@ HRESULT PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty(IXMLDOMNod
                                                                       const wchar_t* scoredName,
                                                                       const wchar_t* refPrefix,
                                                                       const wchar_t* refName) {
-    RequireParent(parent, "PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty");
+    const OperationScope operation("PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty");
+    RequireParent(parent);
     CComPtr<IXMLDOMElement> property;
     CreateParameterRefScoredProperty(scoredPrefix, scoredName, refPrefix, refName, &property);
     return AppendChild(parent, property);
@@ -344,11 +340,11 @@ HRESULT PrintSchemaXmlDocument::AppendChildParameterRefScoredProperty(IXMLDOMNod
 // ---- The document as a whole
 
 HRESULT PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8() {
-    constexpr char function[] = "PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8";
+    const OperationScope operation("PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8");
     if (!m_document) return S_FALSE;
     CComPtr<IXMLDOMProcessingInstruction> declaration;
     HRESULT hr = m_document->createProcessingInstruction(
-        Make(L"xml", function), Make(L" version='1.0' encoding='UTF-8'", function), &declaration);
+        Make(L"xml"), Make(L" version='1.0' encoding='UTF-8'"), &declaration);
     if (FAILED(hr)) return hr;
     CComPtr<IXMLDOMNode> first;
     hr = m_document->get_firstChild(&first);
@@ -364,7 +360,7 @@ HRESULT PrintSchemaXmlDocument::SetProcessingInstructionsEncodingUtf8() {
 }
 
 HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
-    constexpr char function[] = "PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing";
+    const OperationScope operation("PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing");
     try {
         CComBSTR prefix;
         if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &prefix) == S_OK) return S_OK;
@@ -372,7 +368,7 @@ HRESULT PrintSchemaXmlDocument::AddUserKeywordsNamespaceDefinitionIfMissing() {
         const HRESULT hr = m_rootNode.QueryInterface(&root);
         if (FAILED(hr)) return hr;
         // To bind the prefix anew would make private names of those that have it.
-        if (!PrivateKeywordNames(*this, function).CanHaveUsualPrefix()) return E_FAIL;
+        if (!PrivateKeywordNames(*this).CanHaveUsualPrefix()) return E_FAIL;
         DeclarePrivate(root, {View(PrintSchema::USER_KEYWORDS_NS_PREFIX)});
         // Deliberate: the prefix that GetUserKeywordsNsPrefix gives stays "ns0000:".
         return S_FALSE;

@@ -18,19 +18,22 @@ PrintTicketQueryBuilder::PrintTicketQueryBuilder(const wchar_t* frameworkPrefix)
     : PrintTicketQueryBuilder(frameworkPrefix, nullptr) {}
 
 PrintTicketQueryBuilder::PrintTicketQueryBuilder(const wchar_t* frameworkPrefix, const wchar_t* query) {
-    constexpr char function[] = "PrintTicketQueryBuilder::PrintTicketQueryBuilder";
-    if (query != nullptr) m_query = Make(query, function);
-    if (frameworkPrefix != nullptr) m_frameworkPrefix = Make(frameworkPrefix, function);
+    const OperationScope operation("PrintTicketQueryBuilder::PrintTicketQueryBuilder");
+    if (query != nullptr) m_query = Make(query);
+    if (frameworkPrefix != nullptr) m_frameworkPrefix = Make(frameworkPrefix);
 }
 
-PrintTicketQueryBuilder::PrintTicketQueryBuilder(const PrintTicketQueryBuilder& other)
-    : m_query(Copy(other.m_query, "PrintTicketQueryBuilder::PrintTicketQueryBuilder")),
-      m_frameworkPrefix(Copy(other.m_frameworkPrefix, "PrintTicketQueryBuilder::PrintTicketQueryBuilder")) {}
+PrintTicketQueryBuilder::PrintTicketQueryBuilder(const PrintTicketQueryBuilder& other) {
+    const OperationScope operation("PrintTicketQueryBuilder::PrintTicketQueryBuilder");
+    m_query = Copy(other.m_query);
+    m_frameworkPrefix = Copy(other.m_frameworkPrefix);
+}
 
 PrintTicketQueryBuilder& PrintTicketQueryBuilder::operator=(const PrintTicketQueryBuilder& other) {
+    const OperationScope operation("PrintTicketQueryBuilder::operator=");
     if (this != &other) {
-        CComBSTR query = Copy(other.m_query, "PrintTicketQueryBuilder::operator=");
-        m_frameworkPrefix = Copy(other.m_frameworkPrefix, "PrintTicketQueryBuilder::operator=");
+        CComBSTR query = Copy(other.m_query);
+        m_frameworkPrefix = Copy(other.m_frameworkPrefix);
         m_query = std::move(query);
     }
     return *this;
@@ -41,102 +44,101 @@ PrintTicketQueryBuilder::~PrintTicketQueryBuilder() = default;
 void PrintTicketQueryBuilder::Clear() { m_query.Empty(); }
 
 HRESULT PrintTicketQueryBuilder::GetQuery(wchar_t** out) const {
-    constexpr char function[] = "PrintTicketQueryBuilder::GetQuery";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
-    CopyOut(m_query, out, function);
+    const OperationScope operation("PrintTicketQueryBuilder::GetQuery");
+    if (out == nullptr) ThrowComException(E_POINTER);
+    CopyOut(m_query, out);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddFeature(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::FEATURE_ELEMENT_NAME, prefix, name, "PrintTicketQueryBuilder::AddFeature");
+    const OperationScope operation("PrintTicketQueryBuilder::AddFeature");
+    AddNamed(subtree, PrintSchema::FEATURE_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddProperty(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddProperty");
+    const OperationScope operation("PrintTicketQueryBuilder::AddProperty");
+    AddNamed(subtree, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddScoredProperty(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::SCORED_PROP_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddScoredProperty");
+    const OperationScope operation("PrintTicketQueryBuilder::AddScoredProperty");
+    AddNamed(subtree, PrintSchema::SCORED_PROP_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterRef(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::PARAM_REF_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddParameterRef");
+    const OperationScope operation("PrintTicketQueryBuilder::AddParameterRef");
+    AddNamed(subtree, PrintSchema::PARAM_REF_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterDef(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::PARAM_DEF_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddParameterDef");
+    const OperationScope operation("PrintTicketQueryBuilder::AddParameterDef");
+    AddNamed(subtree, PrintSchema::PARAM_DEF_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterInit(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(subtree, PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddParameterInit");
+    const OperationScope operation("PrintTicketQueryBuilder::AddParameterInit");
+    AddNamed(subtree, PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildProperty(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddChildProperty");
+    const OperationScope operation("PrintTicketQueryBuilder::AddChildProperty");
+    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildPropertyValue(const wchar_t* prefix, const wchar_t* name) {
-    constexpr char function[] = "PrintTicketQueryBuilder::AddChildPropertyValue";
-    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name, function);
-    AddChild(PrintSchema::VALUE_ELEMENT_NAME, function);
+    const OperationScope operation("PrintTicketQueryBuilder::AddChildPropertyValue");
+    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
+    AddChild(PrintSchema::VALUE_ELEMENT_NAME);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildOptionName(const wchar_t* prefix, const wchar_t* name) {
-    AddNamed(child, PrintSchema::OPTION_ELEMENT_NAME, prefix, name,
-             "PrintTicketQueryBuilder::AddChildOptionName");
+    const OperationScope operation("PrintTicketQueryBuilder::AddChildOptionName");
+    AddNamed(child, PrintSchema::OPTION_ELEMENT_NAME, prefix, name);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddValue() {
-    AddChild(PrintSchema::VALUE_ELEMENT_NAME, "PrintTicketQueryBuilder::AddValue");
+    const OperationScope operation("PrintTicketQueryBuilder::AddValue");
+    AddChild(PrintSchema::VALUE_ELEMENT_NAME);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddOption() {
-    AddChild(PrintSchema::OPTION_ELEMENT_NAME, "PrintTicketQueryBuilder::AddOption");
+    const OperationScope operation("PrintTicketQueryBuilder::AddOption");
+    AddChild(PrintSchema::OPTION_ELEMENT_NAME);
     return S_OK;
 }
 
 void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix,
-                                       const wchar_t* name, const char* function) {
-    RequireFrameworkPrefix(function);
+                                       const wchar_t* name) {
+    RequireFrameworkPrefix();
     m_query = Join({View(m_query), axis, View(m_frameworkPrefix), element, L"[@name = \"", View(prefix),
-                    View(name), L"\"]"},
-                   function);
+                    View(name), L"\"]"});
 }
 
-void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const CComBSTR> names,
-                                       const char* function) {
-    RequireFrameworkPrefix(function);
+void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const CComBSTR> names) {
+    RequireFrameworkPrefix();
     CComBSTR condition;
     for (const CComBSTR& name : names)
-        condition =
-            Join({View(condition), condition.Length() == 0 ? L"" : L" or ", L"@name = \"", View(name), L"\""},
-                 function);
-    if (names.empty()) condition = Make(L"false()", function);
-    m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[", View(condition), L"]"},
-                   function);
+        condition = Join(
+            {View(condition), condition.Length() == 0 ? L"" : L" or ", L"@name = \"", View(name), L"\""});
+    if (names.empty()) condition = Make(L"false()");
+    m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[", View(condition), L"]"});
 }
 
-void PrintTicketQueryBuilder::AddChild(const wchar_t* element, const char* function) {
-    RequireFrameworkPrefix(function);
-    m_query = Join({View(m_query), child, View(m_frameworkPrefix), element}, function);
+void PrintTicketQueryBuilder::AddChild(const wchar_t* element) {
+    RequireFrameworkPrefix();
+    m_query = Join({View(m_query), child, View(m_frameworkPrefix), element});
 }
 
-void PrintTicketQueryBuilder::RequireFrameworkPrefix(const char* function) const {
-    if (m_frameworkPrefix.Length() == 0) ThrowComException(E_FAIL, function);
+void PrintTicketQueryBuilder::RequireFrameworkPrefix() const {
+    if (m_frameworkPrefix.Length() == 0) ThrowComException(E_FAIL);
 }

@@ -28,14 +28,11 @@ HRESULT FoundOrNot(HRESULT hr) { return hr == S_FALSE ? E_ELEMENT_NOT_FOUND : hr
 
 /// Text that looks like a CDATA section and is none: written as text, its brackets are escaped, and a reader
 /// gets the wrapper back as part of the value.
-CComBSTR CDataWrapped(const CXString& text, const char* function) {
-    return Join({L"<![CDATA[\n", text.View(), L"\n]]>"}, function);
-}
+CComBSTR CDataWrapped(const CXString& text) { return Join({L"<![CDATA[\n", text.View(), L"\n]]>"}); }
 
-HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXString& text,
-                   const char* function) {
+HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXString& text) {
     if (bag == nullptr) return E_POINTER;
-    const CComBSTR copy = Make(text.View(), function);
+    const CComBSTR copy = Make(text.View());
     const VARIANT value = Borrowed(copy);
     bag->DeleteProperty(key);
     return bag->AddProperty(key, &value);
@@ -78,27 +75,27 @@ HRESULT PrintTicketXmlDocument::FeaturePresent(const wchar_t* name, bool isPubli
 
 HRESULT PrintTicketXmlDocument::GetFeatureOption(const wchar_t* prefix, const wchar_t* name, wchar_t** option,
                                                  wchar_t** optionPrefix) const {
-    constexpr char function[] = "PrintTicketXmlDocument::GetFeatureOption";
-    if (option == nullptr) ThrowComException(E_POINTER, function);
-    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    const OperationScope operation("PrintTicketXmlDocument::GetFeatureOption");
+    if (option == nullptr) ThrowComException(E_POINTER);
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG);
     *option = nullptr;
     if (optionPrefix != nullptr) *optionPrefix = nullptr;
 
-    RequireDocument(function);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddFeature(prefix, name);
     query.AddOption();
-    const CComPtr<IXMLDOMNode> node = query.FindFirst(function);
+    const CComPtr<IXMLDOMNode> node = query.FindFirst();
     if (!node) return E_ELEMENT_NOT_FOUND;
 
     CComBSTR fullName;
     std::size_t split = 0;
-    if (ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, fullName, function)) {
+    if (ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, fullName)) {
         split = View(fullName).find(L':') + 1;
-        if (split == 0) ThrowComException(E_FAIL, function);
+        if (split == 0) ThrowComException(E_FAIL);
     }
-    CComBSTR local = Make(View(fullName).substr(split), function);
-    if (optionPrefix != nullptr) *optionPrefix = Make(View(fullName).substr(0, split), function).Detach();
+    CComBSTR local = Make(View(fullName).substr(split));
+    if (optionPrefix != nullptr) *optionPrefix = Make(View(fullName).substr(0, split)).Detach();
     *option = local.Detach();
     return S_OK;
 }
@@ -106,21 +103,21 @@ HRESULT PrintTicketXmlDocument::GetFeatureOption(const wchar_t* prefix, const wc
 HRESULT PrintTicketXmlDocument::GetSubFeatureOption(const wchar_t* feature, bool featureIsPublic,
                                                     const wchar_t* subFeature, bool subFeatureIsPublic,
                                                     wchar_t** option) const {
-    constexpr char function[] = "PrintTicketXmlDocument::GetSubFeatureOption";
-    if (option == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::GetSubFeatureOption");
+    if (option == nullptr) ThrowComException(E_POINTER);
     *option = nullptr;
-    if (IsEmpty(feature) || IsEmpty(subFeature)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    if (IsEmpty(feature) || IsEmpty(subFeature)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddFeature(Prefix(featureIsPublic), feature);
     query.AddFeature(Prefix(subFeatureIsPublic), subFeature);
     query.AddOption();
-    return OptionNameOf(query.FindFirst(function), option);
+    return OptionNameOf(query.FindFirst(), option);
 }
 
 HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** option) const {
-    constexpr char function[] = "PrintTicketXmlDocument::QueryNodeOption";
-    if (option == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::QueryNodeOption");
+    if (option == nullptr) ThrowComException(E_POINTER);
     *option = nullptr;
     CComPtr<IXMLDOMNode> node;
     GetNode(xpath, &node);
@@ -128,9 +125,8 @@ HRESULT PrintTicketXmlDocument::QueryNodeOption(const wchar_t* xpath, wchar_t** 
 }
 
 HRESULT PrintTicketXmlDocument::OptionNameOf(IXMLDOMNode* node, wchar_t** option) const {
-    constexpr char function[] = "PrintTicketXmlDocument::QueryNodeOption";
     CComBSTR name;
-    if (node == nullptr || !ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name, function))
+    if (node == nullptr || !ReadAttribute(node, PrintSchema::NAME_ATTRIBUTE_NAME, name))
         return E_ELEMENT_NOT_FOUND;
     StripKeywordNamespace(&name);
     *option = name.Detach();
@@ -138,17 +134,17 @@ HRESULT PrintTicketXmlDocument::OptionNameOf(IXMLDOMNode* node, wchar_t** option
 }
 
 HRESULT PrintTicketXmlDocument::StripKeywordNamespace(wchar_t** value) const {
-    constexpr char function[] = "PrintTicketXmlDocument::StripKeywordNamespace";
-    if (value == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::StripKeywordNamespace");
+    if (value == nullptr) ThrowComException(E_POINTER);
     const std::wstring_view text = View(*value); // null is a BSTR without characters
-    if (text.empty()) ThrowComException(E_INVALIDARG, function);
+    if (text.empty()) ThrowComException(E_INVALIDARG);
     for (const std::wstring_view prefix :
          {View(KeywordsPrefix()), View(UserKeywordsPrefix()), View(PrintSchema::USER_KEYWORDS_NS_PREFIX)}) {
         if (prefix.empty()) continue;
         // Deliberate: the prefix goes from wherever it stands in the text.
         const std::size_t start = text.find(prefix);
         if (start == std::wstring_view::npos) continue;
-        CComBSTR stripped = Join({text.substr(0, start), text.substr(start + prefix.size())}, function);
+        CComBSTR stripped = Join({text.substr(0, start), text.substr(start + prefix.size())});
         ::SysFreeString(*value);
         *value = stripped.Detach();
         break;
@@ -158,9 +154,9 @@ HRESULT PrintTicketXmlDocument::StripKeywordNamespace(wchar_t** value) const {
 
 HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
                                                        const wchar_t* property, wchar_t** out) const {
-    constexpr char function[] = "PrintTicketXmlDocument::GetScoredPropertyValue";
-    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintTicketXmlDocument::GetScoredPropertyValue");
+    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     query.AddScoredProperty(KeywordsPrefix(), property);
@@ -169,7 +165,8 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
 
 HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
                                                        const wchar_t* property, int* out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintTicketXmlDocument::GetScoredPropertyValue");
+    const OperationScope operation("PrintTicketXmlDocument::GetScoredPropertyValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     CComBSTR text;
     const HRESULT hr = GetScoredPropertyValue(feature, isPublic, property, &text);
     if (hr == S_OK) *out = IntegerOf(text);
@@ -178,7 +175,8 @@ HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, b
 
 HRESULT PrintTicketXmlDocument::GetScoredPropertyValue(const wchar_t* feature, bool isPublic,
                                                        const wchar_t* property, float* out) const {
-    if (out == nullptr) ThrowComException(E_POINTER, "PrintTicketXmlDocument::GetScoredPropertyValue");
+    const OperationScope operation("PrintTicketXmlDocument::GetScoredPropertyValue");
+    if (out == nullptr) ThrowComException(E_POINTER);
     CComBSTR text;
     const HRESULT hr = GetScoredPropertyValue(feature, isPublic, property, &text);
     if (hr == S_OK) *out = RealOf(text);
@@ -193,38 +191,40 @@ DocumentQuery PrintTicketXmlDocument::ParameterInitQuery(const wchar_t* prefix, 
 
 HRESULT PrintTicketXmlDocument::GetParameterInitNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                              IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitNodeIfExists";
-    RequireQuestion(name, out, function);
+    const OperationScope operation("PrintTicketXmlDocument::GetParameterInitNodeIfExists");
+    RequireQuestion(name, out);
     DocumentQuery query(*this);
     query.AddParameterInit(prefix, name);
-    *out = query.FindFirst(function).Detach();
+    *out = query.FindFirst().Detach();
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintTicketXmlDocument::GetParameterInitValueNodeIfExists(const wchar_t* prefix, const wchar_t* name,
                                                                   IXMLDOMNode** out) const {
-    constexpr char function[] = "PrintTicketXmlDocument::GetParameterInitValueNodeIfExists";
-    RequireQuestion(name, out, function);
+    const OperationScope operation("PrintTicketXmlDocument::GetParameterInitValueNodeIfExists");
+    RequireQuestion(name, out);
     DocumentQuery query(*this);
     query.AddParameterInit(prefix, name);
     query.AddValue();
-    *out = query.FindFirst(function).Detach();
+    *out = query.FindFirst().Detach();
     return *out != nullptr ? S_OK : S_FALSE;
 }
 
 HRESULT PrintTicketXmlDocument::GetStringParameterInitValue(const wchar_t* prefix, const wchar_t* name,
                                                             CXString& out) const {
+    const OperationScope operation("PrintTicketXmlDocument::GetStringParameterInitValue");
     out.Empty();
     CComPtr<IXMLDOMNode> node;
     const HRESULT hr = GetParameterInitValueNodeIfExists(prefix, name, &node);
     if (hr != S_OK) return hr;
     CComBSTR text;
-    ThrowIfFailed(node->get_text(&text), "PrintTicketXmlDocument::GetStringParameterInitValue");
+    ThrowIfFailed(node->get_text(&text));
     out = text.m_str;
     return S_OK;
 }
 
 HRESULT PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket(ByteBuffer& buffer) const {
+    const OperationScope operation("PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket");
     buffer.clear();
     try {
         CComPtr<IXMLDOMNode> node;
@@ -232,8 +232,7 @@ HRESULT PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket(ByteB
             UserKeywordsPrefix(), PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME, &node);
         if (hr != S_OK) return hr;
         CComBSTR text;
-        ThrowIfFailed(node->get_text(&text),
-                      "PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket");
+        ThrowIfFailed(node->get_text(&text));
         if (text.Length() == 0) return S_OK;
         const int characters = static_cast<int>(text.Length());
         int length = OrvelUtilities::Base64DecodeGetRequiredLength(characters);
@@ -253,9 +252,9 @@ HRESULT PrintTicketXmlDocument::GetOrvelCompleteDocSettingsFromPrintTicket(ByteB
 
 HRESULT PrintTicketXmlDocument::SetScoredPropertyValue(const wchar_t* feature, bool isPublic,
                                                        const wchar_t* property, int value) {
-    constexpr char function[] = "PrintTicketXmlDocument::SetScoredPropertyValue";
-    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintTicketXmlDocument::SetScoredPropertyValue");
+    if (IsEmpty(feature) || IsEmpty(property)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     query.AddScoredProperty(KeywordsPrefix(), property);
@@ -268,9 +267,9 @@ HRESULT PrintTicketXmlDocument::SetScoredPropertyValue(const wchar_t* feature, b
 HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* feature, bool isPublic,
                                                                  const wchar_t* attribute,
                                                                  const wchar_t* value) {
-    constexpr char function[] = "PrintTicketXmlDocument::SetChildNodeOptionAttributeValue";
-    if (IsEmpty(feature) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintTicketXmlDocument::SetChildNodeOptionAttributeValue");
+    if (IsEmpty(feature) || IsEmpty(attribute)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     DocumentQuery query(*this);
     query.AddFeature(Prefix(isPublic), feature);
     return FoundOrNot(SetOptionNodeAttributeValue(query, value, attribute));
@@ -278,10 +277,10 @@ HRESULT PrintTicketXmlDocument::SetChildNodeOptionAttributeValue(const wchar_t* 
 
 HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool featureIsPublic,
                                                  const wchar_t* option, bool optionIsPublic) {
-    constexpr char function[] = "PrintTicketXmlDocument::SetFeatureOption";
-    if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG, function);
-    const CComBSTR name = Join({View(Prefix(optionIsPublic)), option}, function);
-    TreeChange change(GetRootNode(), function);
+    const OperationScope operation("PrintTicketXmlDocument::SetFeatureOption");
+    if (IsEmpty(feature) || IsEmpty(option)) ThrowComException(E_INVALIDARG);
+    const CComBSTR name = Join({View(Prefix(optionIsPublic)), option});
+    TreeChange change(GetRootNode());
     const HRESULT hr =
         SetChildNodeOptionAttributeValue(feature, featureIsPublic, PrintSchema::NAME_ATTRIBUTE_NAME, name);
     if (hr == S_OK) change.Keep();
@@ -290,10 +289,10 @@ HRESULT PrintTicketXmlDocument::SetFeatureOption(const wchar_t* feature, bool fe
 
 HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, bool isPublic,
                                                         IXMLDOMElement** feature, IXMLDOMElement** option) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateFeatureOptionPair";
-    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::CreateFeatureOptionPair");
+    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER);
     *feature = *option = nullptr;
-    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG);
     CComPtr<IXMLDOMElement> newFeature =
         CreateFrameworkElement(PrintSchema::FEATURE_ELEMENT_NAME, Prefix(isPublic), name);
     CComPtr<IXMLDOMElement> newOption = CreateFrameworkElement(PrintSchema::OPTION_ELEMENT_NAME);
@@ -306,11 +305,11 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
 HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, bool isPublic,
                                                         const wchar_t* optionName, bool optionIsPublic,
                                                         IXMLDOMElement** feature, IXMLDOMElement** option) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateFeatureOptionPair";
-    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::CreateFeatureOptionPair");
+    if (feature == nullptr || option == nullptr) ThrowComException(E_POINTER);
     *feature = *option = nullptr;
-    if (IsEmpty(optionName)) ThrowComException(E_INVALIDARG, function);
-    TreeChange change(GetRootNode(), function);
+    if (IsEmpty(optionName)) ThrowComException(E_INVALIDARG);
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> newFeature;
     CComPtr<IXMLDOMElement> newOption;
     CreateFeatureOptionPair(name, isPublic, &newFeature, &newOption);
@@ -323,9 +322,8 @@ HRESULT PrintTicketXmlDocument::CreateFeatureOptionPair(const wchar_t* name, boo
 
 CComPtr<IXMLDOMElement> PrintTicketXmlDocument::CreateParameterInit(const wchar_t* prefix,
                                                                     const wchar_t* name, const wchar_t* type,
-                                                                    const wchar_t* value,
-                                                                    const char* function) {
-    if (IsEmpty(prefix) || IsEmpty(name) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
+                                                                    const wchar_t* value) {
+    if (IsEmpty(prefix) || IsEmpty(name) || IsEmpty(value)) ThrowComException(E_INVALIDARG);
     CComPtr<IXMLDOMElement> init = CreateFrameworkElement(PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name);
     AppendChild(init, CreateValue(type, value));
     return init;
@@ -334,9 +332,9 @@ CComPtr<IXMLDOMElement> PrintTicketXmlDocument::CreateParameterInit(const wchar_
 HRESULT PrintTicketXmlDocument::CreateParamRefInitPair(const wchar_t* name, const wchar_t* type,
                                                        const wchar_t* value, IXMLDOMElement** ref,
                                                        IXMLDOMElement** init) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateParamRefInitPair";
-    if (ref == nullptr || init == nullptr) ThrowComException(E_POINTER, function);
-    if (IsEmpty(name) || IsEmpty(type) || IsEmpty(value)) ThrowComException(E_INVALIDARG, function);
+    const OperationScope operation("PrintTicketXmlDocument::CreateParamRefInitPair");
+    if (ref == nullptr || init == nullptr) ThrowComException(E_POINTER);
+    if (IsEmpty(name) || IsEmpty(type) || IsEmpty(value)) ThrowComException(E_INVALIDARG);
     CComPtr<IXMLDOMElement> newRef =
         CreateFrameworkElement(PrintSchema::PARAM_REF_ELEMENT_NAME, KeywordsPrefix(), name);
     CComPtr<IXMLDOMElement> newInit =
@@ -356,9 +354,9 @@ HRESULT PrintTicketXmlDocument::CreateParamRefInitPair(const wchar_t* name, int 
 
 HRESULT PrintTicketXmlDocument::CreateStringParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                           const wchar_t* value, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateStringParameterInit";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
-    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_STRING, value, function).Detach();
+    const OperationScope operation("PrintTicketXmlDocument::CreateStringParameterInit");
+    if (out == nullptr) ThrowComException(E_POINTER);
+    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_STRING, value).Detach();
     return S_OK;
 }
 
@@ -366,32 +364,33 @@ HRESULT PrintTicketXmlDocument::CreateUntypedParameterInitFromString(const wchar
                                                                      const wchar_t* name,
                                                                      const wchar_t* value,
                                                                      IXMLDOMElement** out) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateUntypedParameterInitFromString";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
-    *out = CreateParameterInit(prefix, name, nullptr, value, function).Detach();
+    const OperationScope operation("PrintTicketXmlDocument::CreateUntypedParameterInitFromString");
+    if (out == nullptr) ThrowComException(E_POINTER);
+    *out = CreateParameterInit(prefix, name, nullptr, value).Detach();
     return S_OK;
 }
 
 HRESULT PrintTicketXmlDocument::CreateCDATAStringParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                                const CXString& value, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateCDATAStringParameterInit";
-    return CreateStringParameterInit(prefix, name, CDataWrapped(value, function), out);
+    const OperationScope operation("PrintTicketXmlDocument::CreateCDATAStringParameterInit");
+    return CreateStringParameterInit(prefix, name, CDataWrapped(value), out);
 }
 
 HRESULT PrintTicketXmlDocument::CreateIntegerParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                            int value, IXMLDOMElement** out) {
-    constexpr char function[] = "PrintTicketXmlDocument::CreateIntegerParameterInit";
-    if (out == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::CreateIntegerParameterInit");
+    if (out == nullptr) ThrowComException(E_POINTER);
     // Deliberate: written as unsigned.
     CXString text;
     text.Format(L"%u", value);
-    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_INTEGER, text, function).Detach();
+    *out = CreateParameterInit(prefix, name, PrintSchema::SCHEMA_INTEGER, text).Detach();
     return S_OK;
 }
 
 HRESULT PrintTicketXmlDocument::AppendStringParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                           const wchar_t* value) {
-    TreeChange change(GetRootNode(), "PrintTicketXmlDocument::AppendStringParameterInit");
+    const OperationScope operation("PrintTicketXmlDocument::AppendStringParameterInit");
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> init;
     CreateStringParameterInit(prefix, name, value, &init);
     AppendChildToRootNode(init);
@@ -401,7 +400,8 @@ HRESULT PrintTicketXmlDocument::AppendStringParameterInit(const wchar_t* prefix,
 
 HRESULT PrintTicketXmlDocument::AppendIntegerParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                            int value) {
-    TreeChange change(GetRootNode(), "PrintTicketXmlDocument::AppendIntegerParameterInit");
+    const OperationScope operation("PrintTicketXmlDocument::AppendIntegerParameterInit");
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> init;
     CreateIntegerParameterInit(prefix, name, value, &init);
     AppendChildToRootNode(init);
@@ -410,12 +410,11 @@ HRESULT PrintTicketXmlDocument::AppendIntegerParameterInit(const wchar_t* prefix
 }
 
 HRESULT PrintTicketXmlDocument::AppendToElement(const wchar_t* elementName, IXMLDOMNode* node) {
-    constexpr char function[] = "PrintTicketXmlDocument::AppendToElement";
-    if (node == nullptr) ThrowComException(E_POINTER, function);
-    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG, function);
+    const OperationScope operation("PrintTicketXmlDocument::AppendToElement");
+    if (node == nullptr) ThrowComException(E_POINTER);
+    if (IsEmpty(elementName)) ThrowComException(E_INVALIDARG);
     CComPtr<IXMLDOMNode> element;
-    if (GetNode(Join({View(FrameworkPrefix()), elementName}, function), &element) != S_OK)
-        ThrowComException(E_FAIL, function);
+    if (GetNode(Join({View(FrameworkPrefix()), elementName}), &element) != S_OK) ThrowComException(E_FAIL);
     return AppendChild(element, node);
 }
 
@@ -426,9 +425,9 @@ HRESULT PrintTicketXmlDocument::DeleteParameterInitNodeIfExists(const wchar_t* p
 }
 
 HRESULT PrintTicketXmlDocument::DeleteProperty(const wchar_t* name) {
-    constexpr char function[] = "PrintTicketXmlDocument::DeleteProperty";
-    if (IsEmpty(name)) ThrowComException(E_INVALIDARG, function);
-    RequireDocument(function);
+    const OperationScope operation("PrintTicketXmlDocument::DeleteProperty");
+    if (IsEmpty(name)) ThrowComException(E_INVALIDARG);
+    RequireDocument();
     DocumentQuery query(*this);
     // Deliberate: the name of the property stands in the framework namespace.
     query.AddProperty(FrameworkPrefix(), name);
@@ -438,14 +437,14 @@ HRESULT PrintTicketXmlDocument::DeleteProperty(const wchar_t* name) {
 }
 
 HRESULT PrintTicketXmlDocument::DeleteNodeList(IXMLDOMNodeList* list) {
-    constexpr char function[] = "PrintTicketXmlDocument::DeleteNodeList";
-    if (list == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::DeleteNodeList");
+    if (list == nullptr) ThrowComException(E_POINTER);
     LONG count = 0;
-    ThrowIfFailed(list->get_length(&count), function);
-    TreeChange change(GetRootNode(), function);
+    ThrowIfFailed(list->get_length(&count));
+    TreeChange change(GetRootNode());
     for (LONG index = 0; index < count; ++index) {
         CComPtr<IXMLDOMNode> node;
-        ThrowIfFailed(list->get_item(index, &node), function);
+        ThrowIfFailed(list->get_item(index, &node));
         if (node) change.Remove(node);
     }
     change.Keep();
@@ -453,33 +452,32 @@ HRESULT PrintTicketXmlDocument::DeleteNodeList(IXMLDOMNodeList* list) {
 }
 
 HRESULT PrintTicketXmlDocument::DeleteParamInitOrphans(IXMLDOMNodeList* refs, IXMLDOMNodeList* inits) {
-    constexpr char function[] = "PrintTicketXmlDocument::DeleteParamInitOrphans";
-    if (refs == nullptr || inits == nullptr) ThrowComException(E_POINTER, function);
+    const OperationScope operation("PrintTicketXmlDocument::DeleteParamInitOrphans");
+    if (refs == nullptr || inits == nullptr) ThrowComException(E_POINTER);
     LONG refCount = 0;
-    ThrowIfFailed(refs->get_length(&refCount), function);
+    ThrowIfFailed(refs->get_length(&refCount));
     if (refCount == 0) return DeleteNodeList(inits);
 
     const auto isReferredTo = [&](const CComBSTR& name) {
-        ThrowIfFailed(refs->reset(), function);
+        ThrowIfFailed(refs->reset());
         for (LONG index = 0; index < refCount; ++index) {
             CComPtr<IXMLDOMNode> ref;
-            ThrowIfFailed(refs->get_item(index, &ref), function);
+            ThrowIfFailed(refs->get_item(index, &ref));
             CComBSTR refName;
-            if (ref && ReadAttribute(ref, PrintSchema::NAME_ATTRIBUTE_NAME, refName, function) &&
-                AreEqual(refName, name, function))
+            if (ref && ReadAttribute(ref, PrintSchema::NAME_ATTRIBUTE_NAME, refName) &&
+                AreEqual(refName, name))
                 return true;
         }
         return false;
     };
     LONG initCount = 0;
-    ThrowIfFailed(inits->get_length(&initCount), function);
-    TreeChange change(GetRootNode(), function);
+    ThrowIfFailed(inits->get_length(&initCount));
+    TreeChange change(GetRootNode());
     for (LONG index = 0; index < initCount; ++index) {
         CComPtr<IXMLDOMNode> init;
-        ThrowIfFailed(inits->get_item(index, &init), function);
+        ThrowIfFailed(inits->get_item(index, &init));
         CComBSTR name;
-        if (init && ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name, function) &&
-            !isReferredTo(name))
+        if (init && ReadAttribute(init, PrintSchema::NAME_ATTRIBUTE_NAME, name) && !isReferredTo(name))
             change.Remove(init);
     }
     change.Keep();
@@ -494,9 +492,9 @@ HRESULT PrintTicketXmlDocument::DeleteOcptParameterInitIfExists() {
 }
 
 HRESULT PrintTicketXmlDocument::AddOrReplaceOcptParameterInit(const CXString& ocpt) {
-    constexpr char function[] = "PrintTicketXmlDocument::AddOrReplaceOcptParameterInit";
+    const OperationScope operation("PrintTicketXmlDocument::AddOrReplaceOcptParameterInit");
     const wchar_t* const name = PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME;
-    TreeChange change(GetRootNode(), function);
+    TreeChange change(GetRootNode());
     CComPtr<IXMLDOMElement> init;
     CreateCDATAStringParameterInit(UserKeywordsPrefix(), name, ocpt, &init);
     change.Replace(ParameterInitQuery(UserKeywordsPrefix(), name), init, TreeChange::Place::First);
@@ -506,14 +504,14 @@ HRESULT PrintTicketXmlDocument::AddOrReplaceOcptParameterInit(const CXString& oc
 
 HRESULT PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(
     bool hasOcpt, DataModelIds::tagValueEnum value, const CXString& ocpt, IPrintPipelinePropertyBag* bag) {
-    constexpr char function[] =
-        "PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter";
+    const OperationScope operation(
+        "PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter");
     if (!hasOcpt || ocpt.IsEmpty()) return DeleteOcptParameterInitIfExists();
     const bool isForXps = value == DataModelIds::VAL_PDL_XPS;
-    TreeChange change(GetRootNode(), function);
+    TreeChange change(GetRootNode());
     change.Replace(
         ParameterInitQuery(UserKeywordsPrefix(), PrintSchema::JobOrvelOpifJobTicket::PARAMETERNAME), nullptr);
-    const HRESULT hr = PutIntoBag(bag, isForXps ? ocptForXps : ocptForNonXps, ocpt, function);
+    const HRESULT hr = PutIntoBag(bag, isForXps ? ocptForXps : ocptForNonXps, ocpt);
     if (SUCCEEDED(hr) && isForXps) AddOrReplaceOcptParameterInit(ocpt);
     // Deliberate: also what the bag refuses is no longer in the ticket.
     change.Keep();
@@ -522,8 +520,8 @@ HRESULT PrintTicketXmlDocument::UpdateOcptFieldsInPrintTicketAndPipelineProperti
 
 HRESULT
 PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(const ByteBuffer& buffer) {
-    constexpr char function[] =
-        "PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket";
+    const OperationScope operation(
+        "PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket");
     try {
         constexpr unsigned int inOneLine = OrvelUtilities::base64WithoutLineBreaks;
         const int bytes = static_cast<int>(buffer.getDword());
@@ -537,7 +535,7 @@ PrintTicketXmlDocument::AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(co
         const wchar_t* const name = PrintSchema::JobOrvelCompleteDocSettings::PARAMETERNAME;
         // Deliberate: the old settings are gone also when the new ones are too long.
         const bool isTooLong = room > longestSettingsText;
-        TreeChange change(GetRootNode(), function);
+        TreeChange change(GetRootNode());
         CComPtr<IXMLDOMElement> init;
         if (!isTooLong) CreateStringParameterInit(UserKeywordsPrefix(), name, text.c_str(), &init);
         change.Replace(ParameterInitQuery(UserKeywordsPrefix(), name), init);

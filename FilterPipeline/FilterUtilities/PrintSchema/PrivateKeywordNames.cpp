@@ -22,14 +22,14 @@ std::wstring_view Usual() { return View(PrintSchema::USER_KEYWORDS_NS_PREFIX); }
 /// With its colon; empty for a name that has none.
 std::wstring_view PrefixOf(std::wstring_view name) { return name.substr(0, name.find(L':') + 1); }
 
-CComPtr<IXMLDOMNode> Next(IXMLDOMNodeList* nodes, const char* function) {
+CComPtr<IXMLDOMNode> Next(IXMLDOMNodeList* nodes) {
     CComPtr<IXMLDOMNode> node;
-    ThrowIfFailed(nodes->nextNode(&node), function);
+    ThrowIfFailed(nodes->nextNode(&node));
     return node;
 }
 
-[[noreturn]] void RefuseForeign(std::wstring_view name, const char* function) {
-    ThrowComException(E_FAIL, function,
+[[noreturn]] void RefuseForeign(std::wstring_view name) {
+    ThrowComException(E_FAIL,
                       FormatStdString("The prefix of private names is bound to another namespace where %s "
                                       "stands",
                                       CXString(name.data(), static_cast<int>(name.size()))));
@@ -45,15 +45,15 @@ bool Names::AreMeantBy(std::wstring_view prefix) const {
 
 std::optional<Names::Binding> Names::DeclaredBy(IXMLDOMNode* node, std::wstring_view prefix) const {
     if (prefix.size() < 2) return std::nullopt;
-    const CComBSTR declaration = Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)}, m_function);
+    const CComBSTR declaration = Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)});
     CComBSTR uri;
-    if (!PrintSchemaXmlDocument::ReadAttribute(node, declaration, uri, m_function)) return std::nullopt;
+    if (!PrintSchemaXmlDocument::ReadAttribute(node, declaration, uri)) return std::nullopt;
     return View(uri) == m_uri ? Binding::Private : Binding::Foreign;
 }
 
 CComPtr<IXMLDOMNode> Names::ParentOf(IXMLDOMNode* node) const {
     CComPtr<IXMLDOMNode> parent;
-    ThrowIfFailed(node->get_parentNode(&parent), m_function);
+    ThrowIfFailed(node->get_parentNode(&parent));
     return parent;
 }
 
@@ -72,7 +72,7 @@ Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix) con
     const Binding binding = BindingWithin(top, prefix);
     if (binding != Binding::None || !top) return binding;
     DOMNodeType type = NODE_INVALID;
-    ThrowIfFailed(top->get_nodeType(&type), m_function);
+    ThrowIfFailed(top->get_nodeType(&type));
     if (type == NODE_DOCUMENT) return Binding::None;
     // What is new and stands nowhere yet goes below the root element.
     top = m_document.GetRootNode();
@@ -89,23 +89,22 @@ Names::Binding Names::BindingAt(IXMLDOMNode* node, std::wstring_view prefix, Rem
 
 CComBSTR Names::NameOf(IXMLDOMNode* element) const {
     CComBSTR name;
-    PrintSchemaXmlDocument::ReadAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, name, m_function);
+    PrintSchemaXmlDocument::ReadAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, name);
     return name;
 }
 
 CComPtr<IXMLDOMNodeList> Names::SelectPrefixed() const {
-    CComBSTR query = Make(L"//*[contains(@name, ':')", m_function);
+    CComBSTR query = Make(L"//*[contains(@name, ':')");
     for (const wchar_t* const uri : {PrintSchema::KEYWORDS_URI, PrintSchema::FRAMEWORK_URI}) {
         CComBSTR prefix;
-        if (m_document.TryGetPrefixFromURI(uri, &prefix, m_function) == S_OK)
-            query = Join({View(query), L" and not(starts-with(@name, '", View(prefix), L"'))"}, m_function);
+        if (m_document.TryGetPrefixFromURI(uri, &prefix) == S_OK)
+            query = Join({View(query), L" and not(starts-with(@name, '", View(prefix), L"'))"});
     }
-    return m_document.SelectNodes(Join({View(query), L"]"}, m_function), m_function);
+    return m_document.SelectNodes(Join({View(query), L"]"}));
 }
 
 CComPtr<IXMLDOMNodeList> Names::SelectNamesWith(std::wstring_view prefix) const {
-    return m_document.SelectNodes(Join({L"//*[starts-with(@name, '", prefix, L"')]"}, m_function),
-                                  m_function);
+    return m_document.SelectNodes(Join({L"//*[starts-with(@name, '", prefix, L"')]"}));
 }
 
 // ---- Reading
@@ -134,7 +133,7 @@ bool Names::IsPrivate(Binding binding, std::wstring_view prefix) const {
 std::vector<CComPtr<IXMLDOMNode>> Names::NamedAmong(IXMLDOMNodeList* elements) const {
     std::vector<CComPtr<IXMLDOMNode>> named;
     Remembered parents;
-    while (CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
+    while (CComPtr<IXMLDOMNode> element = Next(elements)) {
         const CComBSTR name = NameOf(element);
         const std::wstring_view prefix = PrefixOf(View(name));
         if (!prefix.empty() && IsPrivate(BindingAt(element, prefix, parents), prefix))
@@ -151,7 +150,7 @@ bool Names::CanHaveUsualPrefix() const {
     // Once the root element declares the namespace, such names of somebody else are refused.
     Remembered parents;
     const CComPtr<IXMLDOMNodeList> names = SelectNamesWith(Usual());
-    while (const CComPtr<IXMLDOMNode> element = Next(names, m_function))
+    while (const CComPtr<IXMLDOMNode> element = Next(names))
         if (BindingAt(element, Usual(), parents) == Binding::Foreign) return false;
     return true;
 }
@@ -171,7 +170,7 @@ Names::Spelling Names::SpellAt(IXMLDOMNode* place, std::wstring_view wanted) con
             return {Own(), CanHaveUsualPrefix() ? Spelling::AtRoot : Spelling::WithName};
     }
     if (!isUsualFree)
-        ThrowComException(E_FAIL, m_function, "Both prefixes of private names are bound to other namespaces");
+        ThrowComException(E_FAIL, "Both prefixes of private names are bound to other namespaces");
     return usual;
 }
 
@@ -190,12 +189,11 @@ void Names::RequireSameMeaning(IXMLDOMNode* parent, IXMLDOMNode* child) const {
     for (const std::wstring_view prefix : Prefixes()) {
         if (BindingAt(parent, prefix) != Binding::Foreign) continue;
         CComPtr<IXMLDOMNodeList> named;
-        const CComBSTR query =
-            Join({L"descendant-or-self::*[starts-with(@name, '", prefix, L"')]"}, m_function);
-        ThrowIfFailed(child->selectNodes(query, &named), m_function);
-        while (const CComPtr<IXMLDOMNode> element = Next(named, m_function)) {
+        const CComBSTR query = Join({L"descendant-or-self::*[starts-with(@name, '", prefix, L"')]"});
+        ThrowIfFailed(child->selectNodes(query, &named));
+        while (const CComPtr<IXMLDOMNode> element = Next(named)) {
             CComPtr<IXMLDOMNode> top = element;
-            if (BindingWithin(top, prefix) == Binding::None) RefuseForeign(View(NameOf(element)), m_function);
+            if (BindingWithin(top, prefix) == Binding::None) RefuseForeign(View(NameOf(element)));
         }
     }
 }
@@ -204,13 +202,13 @@ void Names::RequireSameMeaning(IXMLDOMNode* parent, IXMLDOMNode* child) const {
 
 bool Names::AreDeclaredOnce() const {
     CComBSTR xml;
-    ThrowIfFailed(m_document.get_xml(&xml), m_function);
+    ThrowIfFailed(m_document.get_xml(&xml));
     const auto isOnce = [&](std::wstring_view text) {
         const std::size_t first = View(xml).find(text);
         return first != std::wstring_view::npos && View(xml).find(text, first + 1) == std::wstring_view::npos;
     };
     const auto declaration = [&](std::wstring_view prefix) {
-        return Join({L"xmlns:", prefix.substr(0, prefix.size() - 1), L"="}, m_function);
+        return Join({L"xmlns:", prefix.substr(0, prefix.size() - 1), L"="});
     };
     return isOnce(m_uri) && isOnce(View(declaration(Own()))) &&
            (AreNormalised() || View(xml).find(View(declaration(Usual()))) == std::wstring_view::npos);
@@ -220,16 +218,16 @@ CComBSTR Names::WithUsualPrefix(std::wstring_view name, std::wstring_view prefix
     CXString text(name.data(), static_cast<int>(name.size()));
     text.Replace(CXString(prefix.data(), static_cast<int>(prefix.size())),
                  PrintSchema::USER_KEYWORDS_NS_PREFIX);
-    return Make(text.View(), m_function);
+    return Make(text.View());
 }
 
 void Names::Normalise(TreeChange& change) const {
     if (AreDeclaredOnce()) {
         if (AreNormalised()) return;
         const CComPtr<IXMLDOMNodeList> named = SelectNamesWith(Own());
-        while (const CComPtr<IXMLDOMNode> element = Next(named, m_function)) {
+        while (const CComPtr<IXMLDOMNode> element = Next(named)) {
             const CComPtr<IXMLDOMNode> attribute =
-                PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, m_function);
+                PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME);
             change.SetValue(attribute, WithUsualPrefix(View(NameOf(element)), Own()));
         }
         return;
@@ -238,17 +236,15 @@ void Names::Normalise(TreeChange& change) const {
     Remembered parents;
     Remembered parentsOfUsual;
     const CComPtr<IXMLDOMNodeList> elements = SelectPrefixed();
-    while (const CComPtr<IXMLDOMNode> element = Next(elements, m_function)) {
+    while (const CComPtr<IXMLDOMNode> element = Next(elements)) {
         const CComBSTR name = NameOf(element);
         const std::wstring_view prefix = PrefixOf(View(name));
         const bool isUsual = prefix == Usual();
         if (!isUsual && BindingAt(element, prefix, parents) != Binding::Private) continue;
-        if (BindingAt(element, Usual(), parentsOfUsual) == Binding::Foreign)
-            RefuseForeign(View(name), m_function);
+        if (BindingAt(element, Usual(), parentsOfUsual) == Binding::Foreign) RefuseForeign(View(name));
         if (isUsual) continue;
-        renamed.emplace_back(
-            PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME, m_function),
-            WithUsualPrefix(View(name), prefix));
+        renamed.emplace_back(PrintSchemaXmlDocument::FindAttribute(element, PrintSchema::NAME_ATTRIBUTE_NAME),
+                             WithUsualPrefix(View(name), prefix));
     }
     for (const auto& [attribute, text] : renamed)
         change.SetValue(attribute, text);

@@ -26,9 +26,9 @@ class TreeChange;
 /// where names stand can be asked of another namespace, too.
 class PrivateKeywordNames {
 public:
-    PrivateKeywordNames(const PrintSchemaXmlDocument& document, const char* function,
-                        const wchar_t* namespaceUri = PrintSchema::USER_KEYWORDS_URI)
-        : m_document(document), m_function(function), m_uri(namespaceUri) {}
+    explicit PrivateKeywordNames(const PrintSchemaXmlDocument& document,
+                                 const wchar_t* namespaceUri = PrintSchema::USER_KEYWORDS_URI)
+        : m_document(document), m_uri(namespaceUri) {}
 
     [[nodiscard]] bool AreMeantBy(std::wstring_view prefix) const;
 
@@ -97,6 +97,5 @@ private:
     [[nodiscard]] CComBSTR WithUsualPrefix(std::wstring_view name, std::wstring_view prefix) const;
 
     const PrintSchemaXmlDocument& m_document;
-    const char* m_function;
     const wchar_t* m_uri;
 };

@@ -31,12 +31,12 @@ std::wstring_view TextOf(const CComVariant& value) {
 
 } // namespace
 
-TreeChange::TreeChange(IXMLDOMNode* root, const char* function) : m_function(function) {
-    if (root == nullptr) ThrowComException(E_PENDING, function);
-    ThrowIfFailed(root->QueryInterface(&m_root), function);
+TreeChange::TreeChange(IXMLDOMNode* root) {
+    if (root == nullptr) ThrowComException(E_PENDING);
+    ThrowIfFailed(root->QueryInterface(&m_root));
     for (const wchar_t* const name : declarations) {
-        Declaration declaration{Make(name, function), {}};
-        ThrowIfFailed(m_root->getAttribute(declaration.name, &declaration.uri), function);
+        Declaration declaration{Make(name), {}};
+        ThrowIfFailed(m_root->getAttribute(declaration.name, &declaration.uri));
         m_declarations.push_back(std::move(declaration));
     }
 }
@@ -55,10 +55,10 @@ TreeChange::~TreeChange() {
 // ---- Changing
 
 bool TreeChange::Replace(const DocumentQuery& query, IXMLDOMNode* replacement, Place place) {
-    const std::vector<Node> old = query.FindAll(m_function);
+    const std::vector<Node> old = query.FindAll();
     if (replacement != nullptr) {
         Node before;
-        if (place == Place::First) ThrowIfFailed(m_root->get_firstChild(&before), m_function);
+        if (place == Place::First) ThrowIfFailed(m_root->get_firstChild(&before));
         Insert(m_root, replacement, before);
     }
     for (const Node& node : old)
@@ -72,7 +72,7 @@ void TreeChange::Insert(IXMLDOMNode* parent, IXMLDOMNode* child, IXMLDOMNode* be
     m_steps.push_back(PlaceOf(child));
     const HRESULT hr = parent->insertBefore(child, Reference(before), nullptr);
     if (FAILED(hr)) m_steps.pop_back();
-    ThrowIfFailed(hr, m_function);
+    ThrowIfFailed(hr);
 }
 
 bool TreeChange::Remove(IXMLDOMNode* node) {
@@ -82,26 +82,26 @@ bool TreeChange::Remove(IXMLDOMNode* node) {
     m_steps.push_back(std::move(step));
     const HRESULT hr = parent->removeChild(node, nullptr);
     if (FAILED(hr)) m_steps.pop_back();
-    ThrowIfFailed(hr, m_function);
+    ThrowIfFailed(hr);
     return true;
 }
 
 void TreeChange::SetValue(IXMLDOMNode* node, BSTR value) {
     Before step;
     step.node = node;
-    ThrowIfFailed(node->get_nodeValue(&step.value), m_function);
+    ThrowIfFailed(node->get_nodeValue(&step.value));
     m_steps.push_back(std::move(step));
     const HRESULT hr = node->put_nodeValue(Borrowed(value));
     if (FAILED(hr)) m_steps.pop_back();
-    ThrowIfFailed(hr, m_function);
+    ThrowIfFailed(hr);
 }
 
 TreeChange::Before TreeChange::PlaceOf(IXMLDOMNode* node) const {
     Before step;
     step.node = node;
     step.isMoved = true;
-    ThrowIfFailed(node->get_parentNode(&step.parent), m_function);
-    if (step.parent) ThrowIfFailed(node->get_nextSibling(&step.nextSibling), m_function);
+    ThrowIfFailed(node->get_parentNode(&step.parent));
+    if (step.parent) ThrowIfFailed(node->get_nextSibling(&step.nextSibling));
     return step;
 }
 

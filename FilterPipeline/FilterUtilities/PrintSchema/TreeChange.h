@@ -14,14 +14,14 @@ class DocumentQuery;
 /// them all back, the last one first; and the root element then declares the prefixes of private keywords as
 /// it did before, whoever changed that.
 ///
-/// Failures are raised as CPComException under the name of the operation whose changes they are; what failed
+/// Failures are raised as CPComException under the name of the operation that makes the change; what failed
 /// has changed nothing. The nodes stay referenced. One thread, and one object for a tree at a time.
 class TreeChange {
 public:
     /// Of the root element's children.
     enum class Place { First, Last };
 
-    TreeChange(IXMLDOMNode* root, const char* function);
+    explicit TreeChange(IXMLDOMNode* root);
     TreeChange(const TreeChange&) = delete;
     TreeChange& operator=(const TreeChange&) = delete;
     ~TreeChange();
@@ -61,7 +61,6 @@ private:
     void RestoreDeclarations() const;
 
     CComPtr<IXMLDOMElement> m_root;
-    const char* m_function;
     std::vector<Declaration> m_declarations;
     std::vector<Before> m_steps;
     bool m_isKept = false;

@@ -3,30 +3,31 @@
 #include <ComSupport/DebugMessages.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/CXString.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 
 namespace {
 
 // Throws a failure together with what the provider has to say of it.
-void ThrowIfProviderFailed(HRESULT hr, const CComBSTR& errorText, const char* function,
-                           const wchar_t* wideFunction,
+void ThrowIfProviderFailed(HRESULT hr, const CComBSTR& errorText,
                            const std::source_location& location = std::source_location::current()) {
     if (SUCCEEDED(hr)) return;
-    TraceFailedHRESULT(hr, location.file_name(), static_cast<int>(location.line()), wideFunction);
+    const DebugContextReference place = OperationScope::PlaceOf(location);
+    TraceFailedHRESULT(hr, place.file(), place.line(), CXString(place.function()));
     const wchar_t* const details = errorText ? static_cast<const wchar_t*>(errorText) : L"(None)";
-    ThrowComException(hr, function, FormatStdString("Error details: %s.", details), location);
+    ThrowComException(hr, FormatStdString("Error details: %s.", details), location);
 }
 
 } // namespace
 
 MsSafeHPTProvider::MsSafeHPTProvider(const wchar_t* printerName, void* userToken)
     : m_provider(nullptr), m_userToken(userToken) {
-    constexpr auto function = "MsSafeHPTProvider::MsSafeHPTProvider";
+    const OperationScope operation("MsSafeHPTProvider::MsSafeHPTProvider");
     const SetThreadTokenWrapper impersonation(m_userToken);
     DWORD maxVersion = 0;
-    ThrowIfFailed(PTQuerySchemaVersionSupport(printerName, &maxVersion), function);
+    ThrowIfFailed(PTQuerySchemaVersionSupport(printerName, &maxVersion));
     DWORD usedVersion = 0;
-    ThrowIfFailed(PTOpenProviderEx(printerName, maxVersion, maxVersion, &m_provider, &usedVersion), function);
+    ThrowIfFailed(PTOpenProviderEx(printerName, maxVersion, maxVersion, &m_provider, &usedVersion));
 }
 
 MsSafeHPTProvider::~MsSafeHPTProvider() {
@@ -42,19 +43,19 @@ void MsSafeHPTProvider::PTMergeAndValidatePrintTicket_throws(const CComPtr<IStre
                                                              const CComPtr<IStream>& delta,
                                                              EPrintTicketScope scope,
                                                              CComPtr<IStream>& result) {
+    const OperationScope operation("MsSafeHPTProvider::PTMergeAndValidatePrintTicket_throws");
     const SetThreadTokenWrapper impersonation(m_userToken);
     CComBSTR errorText;
     const HRESULT hr = PTMergeAndValidatePrintTicket(m_provider, base, delta, scope, result, &errorText);
-    ThrowIfProviderFailed(hr, errorText, "MsSafeHPTProvider::PTMergeAndValidatePrintTicket_throws",
-                          L"MsSafeHPTProvider::PTMergeAndValidatePrintTicket_throws");
+    ThrowIfProviderFailed(hr, errorText);
 }
 
 void MsSafeHPTProvider::PTGetPrintCapabilities_throws(const CComPtr<IStream>& ticket,
                                                       CComPtr<IStream>& capabilities, wchar_t* errorText) {
+    const OperationScope operation("MsSafeHPTProvider::PTGetPrintCapabilities_throws");
     const SetThreadTokenWrapper impersonation(m_userToken);
     CComBSTR text;
     text.Attach(errorText);
     const HRESULT hr = PTGetPrintCapabilities(m_provider, ticket, capabilities, &text);
-    ThrowIfProviderFailed(hr, text, "MsSafeHPTProvider::PTGetPrintCapabilities_throws",
-                          L"MsSafeHPTProvider::PTGetPrintCapabilities_throws");
+    ThrowIfProviderFailed(hr, text);
 }

@@ -15,23 +15,20 @@
 
 namespace {
 
-constexpr auto mergeFunction = "PrintTicketManager::MergeAndValidatePartPrintTicket";
-constexpr auto copyFunction = "PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart";
-
 // The page cache's key for pages without a ticket part.
 constexpr auto noPageTicketKey = L"(No Page PrintTicket for Page)";
 
 using Document = CComPtr<IXMLDOMDocument2>;
 
-Document Load(const CComPtr<IStream>& stream, const char* function) {
+Document Load(const CComPtr<IStream>& stream) {
     Document document;
-    ThrowIfFailed(CreateIXMLDOMDocumentFromIStream(stream, &document), function);
+    ThrowIfFailed(CreateIXMLDOMDocumentFromIStream(stream, &document));
     return document;
 }
 
-Document Clone(const Document& source, const char* function) {
+Document Clone(const Document& source) {
     Document document;
-    ThrowIfFailed(CreateCopyOfIXMLDOMDocument(source, &document), function);
+    ThrowIfFailed(CreateCopyOfIXMLDOMDocument(source, &document));
     return document;
 }
 
@@ -45,10 +42,10 @@ void SetBoth(Document& ticket, Document& baseTicket, const Make& make) {
 }
 
 // The document's text. A document that is not there yet is E_POINTER: its level was not merged.
-CComPtr<IStream> AsStream(const Document& document, const char* function) {
-    if (!document) ThrowComException(E_POINTER, function);
+CComPtr<IStream> AsStream(const Document& document) {
+    if (!document) ThrowComException(E_POINTER);
     CComPtr<IStream> stream;
-    ThrowIfFailed(document->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&stream)), function);
+    ThrowIfFailed(document->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&stream)));
     return stream;
 }
 
@@ -72,29 +69,29 @@ bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
 template <typename Part>
 HRESULT FetchTicket(Part& part, CComPtr<IPartPrintTicket>& ticket) {
     const HRESULT hr = part.GetPrintTicket(&ticket);
-    return hr == E_ELEMENT_NOT_FOUND ? hr : ReportIfFailed(hr, mergeFunction);
+    return hr == E_ELEMENT_NOT_FOUND ? hr : ReportIfFailed(hr);
 }
 
 void StripPasscode(const Document& document) {
     PrintTicketXmlDocument ticket(document);
     ThrowIfFailed(
-        ticket.DeleteFeatureNodeIfExists(ticket.GetKeywordsV11NsPrefix(), PrintSchema::JobPasscode::FEATURE),
-        mergeFunction);
+        ticket.DeleteFeatureNodeIfExists(ticket.GetKeywordsV11NsPrefix(), PrintSchema::JobPasscode::FEATURE));
 }
 
 template <typename Part>
 std::unique_ptr<PrintTicketXmlDocument> CopyTicketOf(Part* part) {
+    const OperationScope operation("PrintTicketManager::GetCopyOfCurrentPrintTicketFromPart");
     std::unique_ptr<PrintTicketXmlDocument> copy;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER, copyFunction);
+        if (!part) ThrowComException(E_POINTER);
         CComPtr<IPartPrintTicket> ticket;
         hr = part->GetPrintTicket(&ticket);
         if (hr == E_ELEMENT_NOT_FOUND) return copy;
-        ThrowIfFailed(hr, copyFunction);
+        ThrowIfFailed(hr);
         copy = std::make_unique<PrintTicketXmlDocument>(GetIStreamFromTicket(ticket));
     }
-    CATCH_VARIOUS(hr, copyFunction)
+    CATCH_VARIOUS(hr)
     return copy;
 }
 
@@ -133,7 +130,7 @@ void PrintTicketManager::CopyFrom(PrintTicketManager& other) {
 
 HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName,
                                        void* userToken) {
-    constexpr auto function = "PrintTicketManager::Initialize";
+    const OperationScope operation("PrintTicketManager::Initialize");
     HRESULT hr = S_OK;
     try {
         if (!defaultTicket) return E_POINTER;
@@ -145,15 +142,16 @@ HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t*
         m_provider = std::make_unique<MsSafeHPTProvider>(printerName, userToken);
         const CComPtr<IStream> stream =
             CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(defaultTicket));
-        if (!stream) ThrowComException(E_POINTER, function);
+        if (!stream) ThrowComException(E_POINTER);
         m_defaultTicket.Release();
-        m_defaultTicket = Load(stream, function);
+        m_defaultTicket = Load(stream);
     }
-    CATCH_VARIOUS(hr, function)
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
 HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part) {
+    const OperationScope operation("PrintTicketManager::MergeAndValidatePartPrintTicket");
     m_jobTicket.Release();
     m_documentTicket.Release();
     m_pageTicket.Release();
@@ -162,36 +160,38 @@ HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocumentSequen
     m_jobTicketChanged = m_documentTicketChanged = m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        if (!part) ThrowComException(E_POINTER);
         MergeJobLevel_throws(*part);
     }
-    CATCH_VARIOUS(hr, mergeFunction)
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
 HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocument* part) {
+    const OperationScope operation("PrintTicketManager::MergeAndValidatePartPrintTicket");
     m_documentTicket.Release();
     m_pageTicket.Release();
     m_documentBaseTicket.Release();
     m_documentTicketChanged = m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        if (!part) ThrowComException(E_POINTER);
         MergeDocumentLevel_throws(*part);
     }
-    CATCH_VARIOUS(hr, mergeFunction)
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
 HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedPage* part) {
+    const OperationScope operation("PrintTicketManager::MergeAndValidatePartPrintTicket");
     m_pageTicket.Release();
     m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER, mergeFunction);
+        if (!part) ThrowComException(E_POINTER);
         MergePageLevel_throws(*part);
     }
-    CATCH_VARIOUS(hr, mergeFunction)
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
@@ -205,16 +205,16 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
         ticketResult = FetchTicket(part, partTicket);
         if (SUCCEEDED(ticketResult)) stripPasscode = LacksPasscode(partTicket);
     } catch (...) {
-        ReportCaughtException(mergeFunction);
+        ReportCaughtException();
     }
     if (ticketResult == E_ELEMENT_NOT_FOUND) {
-        SetBoth(m_jobTicket, m_jobBaseTicket, [&] { return Clone(m_defaultTicket, mergeFunction); });
+        SetBoth(m_jobTicket, m_jobBaseTicket, [&] { return Clone(m_defaultTicket); });
         return;
     }
-    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
-        AsStream(m_defaultTicket, mergeFunction), partTicket, kPTJobScope);
+    const CComPtr<IStream> merged =
+        MergeAndValidatePrintTicket_Cached_throws(AsStream(m_defaultTicket), partTicket, kPTJobScope);
     SetBoth(m_jobTicket, m_jobBaseTicket, [&] {
-        Document ticket = Load(merged, mergeFunction);
+        Document ticket = Load(merged);
         // The passcode of the printer's default must not lock a job that did not ask for one.
         if (stripPasscode) StripPasscode(ticket);
         return ticket;
@@ -224,20 +224,19 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
 void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
     CComPtr<IPartPrintTicket> partTicket;
     if (FetchTicket(part, partTicket) == E_ELEMENT_NOT_FOUND) {
-        SetBoth(m_documentTicket, m_documentBaseTicket,
-                [&] { return Clone(m_jobBaseTicket, mergeFunction); });
+        SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Clone(m_jobBaseTicket); });
         return;
     }
-    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
-        AsStream(m_jobBaseTicket, mergeFunction), partTicket, kPTDocumentScope);
-    SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Load(merged, mergeFunction); });
+    const CComPtr<IStream> merged =
+        MergeAndValidatePrintTicket_Cached_throws(AsStream(m_jobBaseTicket), partTicket, kPTDocumentScope);
+    SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Load(merged); });
 }
 
 void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
     CComPtr<IPartPrintTicket> partTicket;
     const HRESULT ticketResult = FetchTicket(part, partTicket);
     if (ticketResult == E_ELEMENT_NOT_FOUND) {
-        m_pageTicket = Clone(m_documentBaseTicket, mergeFunction);
+        m_pageTicket = Clone(m_documentBaseTicket);
         return;
     }
     // The key stays empty if the URI cannot be had for another reason than that there is none: two such pages
@@ -254,23 +253,23 @@ void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {
         m_pageTicket)
         return;
 
-    const CComPtr<IStream> merged = MergeAndValidatePrintTicket_Cached_throws(
-        AsStream(m_documentBaseTicket, mergeFunction), partTicket, kPTPageScope);
-    const Document ticket = Load(merged, mergeFunction);
-    if (!key.IsEmpty()) ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, ticket), mergeFunction);
+    const CComPtr<IStream> merged =
+        MergeAndValidatePrintTicket_Cached_throws(AsStream(m_documentBaseTicket), partTicket, kPTPageScope);
+    const Document ticket = Load(merged);
+    if (!key.IsEmpty()) ThrowIfFailed(m_pageTicketCache.AddPrintSchemaDomToCache(key, ticket));
     m_pageTicket = ticket;
 }
 
 // Does no caching, whatever its name says: the callers do.
 CComPtr<IStream> PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws(
     const CComPtr<IStream>& base, const CComPtr<IPartPrintTicket>& partTicket, EPrintTicketScope scope) {
-    constexpr auto function = "PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws";
+    const OperationScope operation("PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws");
     CComPtr<IStream> delta;
     if (partTicket) delta = GetIStreamFromTicket(partTicket);
-    ThrowIfFailed(base->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr), function);
+    ThrowIfFailed(base->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr));
     CComPtr<IStream> result;
-    ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &result), function);
-    if (!m_provider) ThrowComException(E_POINTER, function);
+    ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &result));
+    if (!m_provider) ThrowComException(E_POINTER);
     m_provider->PTMergeAndValidatePrintTicket_throws(base, delta, scope, result);
     return result;
 }

@@ -76,11 +76,11 @@ constexpr const wchar_t* publicOptionFeatures[] = {
 
 /// A failure of a document is reported, and leaves what the operation has reached so far.
 template <typename Operation>
-void WithoutFailures(const char* function, Operation&& operation) {
+void WithoutFailures(Operation&& operation) {
     try {
         operation();
     } catch (const CPComException&) {
-        ReportCaughtException(function);
+        ReportCaughtException();
     }
 }
 
@@ -91,34 +91,34 @@ CPString ToUtf8(const CComBSTR& text) {
 }
 
 /// A failure is reported, and the text empty.
-CPString XmlOf(const PrintSchemaXmlDocument& document, const char* function) {
+CPString XmlOf(const PrintSchemaXmlDocument& document) {
     CComBSTR xml;
-    WithoutFailures(function, [&] { ThrowIfFailed(document.get_xml(&xml), function); });
+    WithoutFailures([&] { ThrowIfFailed(document.get_xml(&xml)); });
     return ToUtf8(xml);
 }
 
-CComPtr<IXMLDOMNode> FirstChild(IXMLDOMNode* node, const char* function) {
+CComPtr<IXMLDOMNode> FirstChild(IXMLDOMNode* node) {
     CComPtr<IXMLDOMNode> child;
-    ThrowIfFailed(node->get_firstChild(&child), function);
+    ThrowIfFailed(node->get_firstChild(&child));
     return child;
 }
 
-CComPtr<IXMLDOMNode> NextSibling(IXMLDOMNode* node, const char* function) {
+CComPtr<IXMLDOMNode> NextSibling(IXMLDOMNode* node) {
     CComPtr<IXMLDOMNode> sibling;
-    ThrowIfFailed(node->get_nextSibling(&sibling), function);
+    ThrowIfFailed(node->get_nextSibling(&sibling));
     return sibling;
 }
 
 /// Also of nodes that have no name.
-CXString BaseName(IXMLDOMNode* node, const char* function) {
+CXString BaseName(IXMLDOMNode* node) {
     CComBSTR name;
-    ThrowIfFailed(node->get_baseName(&name), function);
+    ThrowIfFailed(node->get_baseName(&name));
     return ToCXString(name);
 }
 
-CComPtr<IXMLDOMNode> FindChild(IXMLDOMNode* parent, const wchar_t* baseName, const char* function) {
-    for (auto child = FirstChild(parent, function); child; child = NextSibling(child, function))
-        if (BaseName(child, function) == baseName) return child;
+CComPtr<IXMLDOMNode> FindChild(IXMLDOMNode* parent, const wchar_t* baseName) {
+    for (auto child = FirstChild(parent); child; child = NextSibling(child))
+        if (BaseName(child) == baseName) return child;
     return nullptr;
 }
 
@@ -171,6 +171,7 @@ This::NativeComPrintTicketAccess(const CXString& ticketXml, const CXString& capa
 This::~NativeComPrintTicketAccess() = default;
 
 void This::Initialization() {
+    const OperationScope operation("NativeComPrintTicketAccess::Initialization");
     for (const PrintTicketFeatureTable::Row& row : PrintTicketFeatureTable::rows)
         m_features.push_back({row.name, row.element, row.ns, row.check});
     m_isInCapabilities.resize(m_features.size());
@@ -182,8 +183,8 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
     const std::pair<PrintTicketNamespace, CComBSTR> known[] = {
         {KeywordsNamespace, document.GetKeywordsNsPrefix()},
         {UserKeywordsNamespace, document.GetUserKeywordsNsPrefix()},
-        {XsiNamespace, Make(Keywords::SCHEMA_INST_NS_PREFIX, "NativeComPrintTicketAccess::Initialization")},
-        {XsdNamespace, Make(Keywords::SCHEMA_DEF_NS_PREFIX, "NativeComPrintTicketAccess::Initialization")},
+        {XsiNamespace, Make(Keywords::SCHEMA_INST_NS_PREFIX)},
+        {XsdNamespace, Make(Keywords::SCHEMA_DEF_NS_PREFIX)},
         {FrameworkNamespace, document.GetFrameworkNsPrefix()},
         {KeywordsV11Namespace, document.GetKeywordsV11NsPrefix()},
     };
@@ -263,13 +264,13 @@ This::TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const {
 }
 
 CXString This::GetNodeValue(IXMLDOMNode* node) {
-    constexpr char function[] = "NativeComPrintTicketAccess::GetNodeValue";
+    const OperationScope operation("NativeComPrintTicketAccess::GetNodeValue");
     if (node == nullptr) return {};
     CComVariant value;
-    ThrowIfFailed(node->get_nodeTypedValue(&value), function);
+    ThrowIfFailed(node->get_nodeTypedValue(&value));
     if (value.vt != VT_BSTR) {
         if (value.vt == VT_NULL || value.vt == VT_EMPTY) return {};
-        ThrowIfFailed(value.ChangeType(VT_BSTR), function);
+        ThrowIfFailed(value.ChangeType(VT_BSTR));
     }
     return CXString(value.bstrVal, static_cast<int>(SysStringLen(value.bstrVal)));
 }
@@ -299,18 +300,20 @@ DocumentQuery This::GetPrintTicketQueryForFeature(const CXString& feature, bool 
 }
 
 CComPtr<IXMLDOMNode> This::FindFeature(const CXString& feature, bool inCapabilities) const {
+    const OperationScope operation("NativeComPrintTicketAccess::FindFeature");
     const DocumentQuery query = GetPrintTicketQueryForFeature(feature, inCapabilities);
     if (query.Text().Length() == 0) return nullptr;
-    return query.FindFirst("NativeComPrintTicketAccess::FindFeature");
+    return query.FindFirst();
 }
 
 // ---- The capabilities
 
 bool This::IsSupportedPrintTicketFeature(const CXString& feature) const {
+    const OperationScope operation("NativeComPrintTicketAccess::IsSupportedPrintTicketFeature");
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return false;
     bool isSupported = false;
-    WithoutFailures("NativeComPrintTicketAccess::IsSupportedPrintTicketFeature", [&] {
+    WithoutFailures([&] {
         // The passcode must stand in the ticket, too: that answer changes with the ticket.
         if (row->name == PrintSchema::JobPasscode::FEATURE && !FindFeature(feature, false)) return;
         std::optional<bool>& known = m_isInCapabilities[static_cast<std::size_t>(row - m_features.data())];
@@ -339,16 +342,18 @@ bool This::IsPasscodeSelectable() const {
 }
 
 bool This::IsSecurePrintSupported() const {
+    const OperationScope operation("NativeComPrintTicketAccess::IsSecurePrintSupported");
     const CComPtr<IXMLDOMNode> node = FindFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, true);
     if (!node) return false;
     VARIANT_BOOL hasChildren = VARIANT_FALSE;
-    ThrowIfFailed(node->hasChildNodes(&hasChildren), "NativeComPrintTicketAccess::IsSecurePrintSupported");
+    ThrowIfFailed(node->hasChildNodes(&hasChildren));
     return hasChildren == VARIANT_TRUE;
 }
 
 void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetFeatureDisplayName");
     out.Empty();
-    WithoutFailures("NativeComPrintTicketAccess::GetFeatureDisplayName", [&] {
+    WithoutFailures([&] {
         DocumentQuery query = GetPrintTicketQueryForFeature(feature, true);
         if (query.Text().Length() == 0) return;
         // Its own name, not that of an option.
@@ -361,7 +366,8 @@ void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
 }
 
 void This::GetRangeCapability(const CXString& feature, std::pair<int, int>& minMax) const {
-    WithoutFailures("NativeComPrintTicketAccess::GetRangeCapability", [&] {
+    const OperationScope operation("NativeComPrintTicketAccess::GetRangeCapability");
+    WithoutFailures([&] {
         if (feature == PrintSchema::JobCopiesAllDocuments::PARAMETERNAME)
             minMax = {1, GetJobCopiesMaximumValue()};
         else if (feature == PrintSchema::JobSimpleSecurePrint::PARAMETERNAME)
@@ -405,18 +411,16 @@ void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) co
 
 std::vector<This::CapabilitiesOption> This::ReadCapabilitiesOptions(const CXString& feature,
                                                                     bool withSizes) const {
-    constexpr char function[] = "NativeComPrintTicketAccess::GetCapabilitiesOptionFeature";
     std::vector<CapabilitiesOption> options;
     const CComPtr<IXMLDOMNode> node = FindFeature(feature, true);
     if (!node) return options;
-    for (auto child = FirstChild(node, function); child; child = NextSibling(child, function))
-        if (BaseName(child, function) == PrintSchema::OPTION_ELEMENT_NAME)
+    for (auto child = FirstChild(node); child; child = NextSibling(child))
+        if (BaseName(child) == PrintSchema::OPTION_ELEMENT_NAME)
             options.push_back(ReadCapabilitiesOption(child, withSizes));
     return options;
 }
 
 This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool withSizes) const {
-    constexpr char function[] = "NativeComPrintTicketAccess::GetCapabilitiesOptionFeature";
     CapabilitiesOption option;
     option.name = TryToGetNameAttributeFromNode(node, true, option.ns, option.namespaceUri);
     option.constrained = TryToGetConstrainedAttributeFromNode(node);
@@ -424,9 +428,8 @@ This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool wi
         return !option.name.IsEmpty() && !option.displayName.IsEmpty() &&
                !(withSizes && (option.width.IsEmpty() || option.height.IsEmpty()));
     };
-    for (auto child = FirstChild(node, function); child && !isComplete();
-         child = NextSibling(child, function)) {
-        const CXString element = BaseName(child, function);
+    for (auto child = FirstChild(node); child && !isComplete(); child = NextSibling(child)) {
+        const CXString element = BaseName(child);
         const bool isScored = element == PrintSchema::SCORED_PROP_ELEMENT_NAME;
         if (!isScored && !(element == PrintSchema::PROPERTY_ELEMENT_NAME)) continue;
         PrintTicketNamespace ns = NoNamespace;
@@ -446,8 +449,9 @@ This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool wi
 }
 
 void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<OptionCapability>& out) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCapabilitiesOptionFeature");
     out.clear();
-    WithoutFailures("NativeComPrintTicketAccess::GetCapabilitiesOptionFeature", [&] {
+    WithoutFailures([&] {
         for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
             out.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
     });
@@ -466,14 +470,15 @@ std::vector<This::MediaSizeCapability> This::ReadMediaSizes(const CXString& feat
 
 void This::GetCapabilitiesMediaSizeFeature(const CXString& feature,
                                            std::vector<MediaSizeCapability>& out) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCapabilitiesMediaSizeFeature");
     out.clear();
-    WithoutFailures("NativeComPrintTicketAccess::GetCapabilitiesMediaSizeFeature",
-                    [&] { out = ReadMediaSizes(feature); });
+    WithoutFailures([&] { out = ReadMediaSizes(feature); });
 }
 
 // ---- The ticket
 
 void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCurrentValueOptionFeature");
     value.Empty();
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
@@ -484,7 +489,7 @@ void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value
         return;
     }
     if (prefix.Length() == 0) return;
-    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueOptionFeature", [&] {
+    WithoutFailures([&] {
         CComBSTR option;
         if (m_ticket->GetFeatureOption(prefix, feature, &option, nullptr) != S_OK) return;
         value = option.Length() != 0 ? ToCXString(option) : ReadValueOfNamelessOption(feature);
@@ -492,13 +497,12 @@ void This::GetCurrentValueOptionFeature(const CXString& feature, CXString& value
 }
 
 CXString This::ReadValueOfNamelessOption(const CXString& feature) const {
-    constexpr char function[] = "NativeComPrintTicketAccess::GetCurrentValueOptionFeature";
     const CComPtr<IXMLDOMNode> node = FindFeature(feature, false);
     if (!node) return {};
-    const CComPtr<IXMLDOMNode> option = FindChild(node, PrintSchema::OPTION_ELEMENT_NAME, function);
+    const CComPtr<IXMLDOMNode> option = FindChild(node, PrintSchema::OPTION_ELEMENT_NAME);
     if (!option) return {};
-    for (auto child = FirstChild(option, function); child; child = NextSibling(child, function)) {
-        if (!(BaseName(child, function) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+    for (auto child = FirstChild(option); child; child = NextSibling(child)) {
+        if (!(BaseName(child) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
         PrintTicketNamespace ns = NoNamespace;
         CXString uri;
         CXString value = GetValueWithoutNamespace(GetNodeValue(child), false, ns, uri);
@@ -509,13 +513,13 @@ CXString This::ReadValueOfNamelessOption(const CXString& feature) const {
 
 void This::GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& option, Dimension& width,
                                            Dimension& height) const {
-    constexpr char function[] = "NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature";
+    const OperationScope operation("NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature");
     option.Empty();
     width = height = Microns(0);
     const Row* const row = GetFeatureInformation(feature);
     if (row == nullptr) return;
     HRESULT found = S_FALSE;
-    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueMediaSizeFeature", [&] {
+    WithoutFailures([&] {
         const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
         CComBSTR name;
         if (prefix.Length() != 0) found = m_ticket->GetFeatureOption(prefix, feature, &name, nullptr);
@@ -526,7 +530,7 @@ void This::GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& op
         int size = 0;
         const HRESULT hr =
             m_ticket->GetScoredPropertyValue(feature, row->ns == KeywordsNamespace, property, &size);
-        ThrowIfFailed(hr, function);
+        ThrowIfFailed(hr);
         return Microns(size);
     };
     const Dimension newWidth = read(PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PROP);
@@ -544,9 +548,9 @@ CComPtr<IXMLDOMNode> This::FindParameterValue(const CXString& feature) const {
 }
 
 int This::GetCurrentValueIntegerFeature(const CXString& feature) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCurrentValueIntegerFeature");
     int value = 0;
-    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueIntegerFeature",
-                    [&] { value = GetNodeValue(FindParameterValue(feature)).GetAsInt(); });
+    WithoutFailures([&] { value = GetNodeValue(FindParameterValue(feature)).GetAsInt(); });
     return value;
 }
 
@@ -554,25 +558,24 @@ CXString This::ReadParameterText(const CXString& feature) const {
     const CComPtr<IXMLDOMNode> node = FindParameterValue(feature);
     if (!node) return {};
     CComBSTR text;
-    ThrowIfFailed(node->get_text(&text), "NativeComPrintTicketAccess::GetCurrentValueStringFeature");
+    ThrowIfFailed(node->get_text(&text));
     return ToCXString(text);
 }
 
 void This::GetCurrentValueStringFeature(const CXString& feature, CXString& value) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCurrentValueStringFeature");
     value.Empty();
-    WithoutFailures("NativeComPrintTicketAccess::GetCurrentValueStringFeature",
-                    [&] { value = ReadParameterText(feature); });
+    WithoutFailures([&] { value = ReadParameterText(feature); });
 }
 
 void This::GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetCurrentValueJobSimpleSecurePrintPassword");
     CXString encoded;
     GetCurrentValueStringFeature(PrintSchema::JobSimpleSecurePrint::PARAMETERNAME, encoded);
     password = encoded.Base64DecodeAsUnicodeString();
     // A job that is to be held for a password must not go on without one.
     if (password.IsEmpty() && !encoded.IsBlank()) {
-        ThrowFailure<CPExceptionInvalidArgument>(
-            "NativeComPrintTicketAccess::GetCurrentValueJobSimpleSecurePrintPassword",
-            [] { return "The password in the ticket is damaged"; });
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "The password in the ticket is damaged"; });
     }
 }
 
@@ -581,6 +584,7 @@ void This::GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const
 }
 
 void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetJobOrvelPublicDocSettingsXml");
     xml.clear();
     xml = CPString(ReadParameterText(PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME));
 }
@@ -591,8 +595,8 @@ void This::ReplaceParameter(const CXString& feature, const ParameterMaker& make)
     const Row* const row = GetWritableFeature(feature);
     if (row == nullptr) return;
     const CComBSTR& prefix = GetNamespaceComString(row->ns, false);
-    WithoutFailures("NativeComPrintTicketAccess::ReplaceParameter", [&] {
-        TreeChange change(m_ticket->GetRootNode(), "NativeComPrintTicketAccess::ReplaceParameter");
+    WithoutFailures([&] {
+        TreeChange change(m_ticket->GetRootNode());
         CComPtr<IXMLDOMElement> init;
         make(prefix, &init);
         change.Replace(m_ticket->ParameterInitQuery(prefix, feature), init);
@@ -609,6 +613,7 @@ void This::SetCurrentValueBase64EncodedCompleteDocSettings(const CXString& text)
 }
 
 void This::SetCurrentValueStringFeature(const CXString& feature, const CXString& value) {
+    const OperationScope operation("NativeComPrintTicketAccess::SetCurrentValueStringFeature");
     ReplaceParameter(feature, [&](const CComBSTR& prefix, IXMLDOMElement** init) {
         // A ticket holds no empty text: the parameter goes.
         if (!value.IsEmpty()) m_ticket->CreateStringParameterInit(prefix, feature, value, init);
@@ -616,6 +621,7 @@ void This::SetCurrentValueStringFeature(const CXString& feature, const CXString&
 }
 
 void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
+    const OperationScope operation("NativeComPrintTicketAccess::SetCurrentValueIntegerFeature");
     ReplaceParameter(feature, [&](const CComBSTR& prefix, IXMLDOMElement** init) {
         m_ticket->CreateIntegerParameterInit(prefix, feature, value, init);
     });
@@ -623,24 +629,23 @@ void This::SetCurrentValueIntegerFeature(const CXString& feature, int value) {
 
 void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXString& optionName,
                           PrintTicketNamespace optionNamespace) {
-    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
     const CComBSTR& prefix = GetNamespaceComString(row.ns, false);
-    TreeChange change(m_ticket->GetRootNode(), function);
+    TreeChange change(m_ticket->GetRootNode());
     CComPtr<IXMLDOMElement> feature;
     CComPtr<IXMLDOMElement> option;
     const auto isPrivate = [](PrintTicketNamespace ns) {
         return ns == UserKeywordsNamespace || ns == NoNamespace;
     };
     // A name of somebody else, with their prefix, would become one of ours.
-    if (optionNamespace == NoNamespace && optionName.Find(L':') >= 0) ThrowComException(E_FAIL, function);
+    if (optionNamespace == NoNamespace && optionName.Find(L':') >= 0) ThrowComException(E_FAIL);
     m_ticket->CreateFeatureOptionPair(row.name, !isPrivate(row.ns), optionName, !isPrivate(optionNamespace),
                                       &feature, &option);
     // The ticket itself makes names with two prefixes only.
     const auto rename = [&](IXMLDOMElement* element, const CXString& name) {
         const CComBSTR fullName =
-            Join({View(GetNamespaceComString(KeywordsV11Namespace, false)), name.View()}, function);
-        const CComBSTR attribute = Make(PrintSchema::NAME_ATTRIBUTE_NAME, function);
-        ThrowIfFailed(element->setAttribute(attribute, Borrowed(fullName)), function);
+            Join({View(GetNamespaceComString(KeywordsV11Namespace, false)), name.View()});
+        const CComBSTR attribute = Make(PrintSchema::NAME_ATTRIBUTE_NAME);
+        ThrowIfFailed(element->setAttribute(attribute, Borrowed(fullName)));
     };
     if (row.ns == KeywordsV11Namespace) rename(feature, row.name);
     if (optionNamespace == KeywordsV11Namespace) rename(option, optionName);
@@ -649,11 +654,12 @@ void This::ReplaceFeature(const PrintTicketFeatureInformation& row, const CXStri
 }
 
 void This::SetCurrentValueOptionFeature(const CXString& feature, const CXString& value) {
+    const OperationScope operation("NativeComPrintTicketAccess::SetCurrentValueOptionFeature");
     const Row* const row = GetWritableFeature(feature);
     if (row == nullptr || row->element != Row::Feature) return;
     CXString current;
     GetCurrentValueOptionFeature(feature, current);
-    WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueOptionFeature", [&] {
+    WithoutFailures([&] {
         if (current == value && IsOptionOfMeantNamespace(*row, value) &&
             !IsCustomSizeWithoutNumbers(*row, value))
             return;
@@ -694,24 +700,23 @@ void This::SetMediaSizeOption(const PrintTicketFeatureInformation& row, const CX
 }
 
 bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, const CXString& option) const {
-    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueOptionFeature";
     DocumentQuery query = GetPrintTicketQueryForFeature(row.name, false);
     query.AddOption();
-    CComPtr<IXMLDOMNode> node = query.FindFirst(function);
+    CComPtr<IXMLDOMNode> node = query.FindFirst();
     CComBSTR name;
     // One without name has a value, which is compared.
     if (!node || m_ticket->GetAttributeValue(node, PrintSchema::NAME_ATTRIBUTE_NAME, &name) != S_OK)
         return true;
     const std::wstring_view prefix = View(name).substr(0, View(name).find(L':'));
-    const CComBSTR declaration = Join({L"xmlns:", prefix}, function);
+    const CComBSTR declaration = Join({L"xmlns:", prefix});
     CComBSTR bound;
     while (node && m_ticket->GetAttributeValue(node, declaration, &bound) != S_OK) {
         CComPtr<IXMLDOMNode> parent;
-        ThrowIfFailed(node->get_parentNode(&parent), function);
+        ThrowIfFailed(node->get_parentNode(&parent));
         node = std::move(parent);
     }
     const CComBSTR own = m_ticket->GetUserKeywordsNsPrefix();
-    const bool isUndeclared = !node && View(own) == View(Join({prefix, L":"}, function));
+    const bool isUndeclared = !node && View(own) == View(Join({prefix, L":"}));
     const std::wstring_view uri = isUndeclared ? PrintSchema::USER_KEYWORDS_URI : View(bound);
 
     const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
@@ -729,23 +734,20 @@ bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, co
 std::vector<This::CustomNumber> This::CustomNumbers(const PrintTicketFeatureInformation& row,
                                                     const CXString& option) const {
     using namespace PrintSchema::PageMediaSize;
-    constexpr char function[] = "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature";
     if (!(row.name == FEATURE)) return {};
     std::vector<CustomNumber> numbers;
     bool hasOwnNumbers = false;
     PrintTicketNamespace ns = NoNamespace;
     CXString uri;
     const CComPtr<IXMLDOMNode> feature = FindFeature(row.name, true);
-    for (auto each = feature ? FirstChild(feature, function) : nullptr; each;
-         each = NextSibling(each, function)) {
-        if (!(BaseName(each, function) == PrintSchema::OPTION_ELEMENT_NAME) ||
+    for (auto each = feature ? FirstChild(feature) : nullptr; each; each = NextSibling(each)) {
+        if (!(BaseName(each) == PrintSchema::OPTION_ELEMENT_NAME) ||
             !(TryToGetNameAttributeFromNode(each, true, ns, uri) == option))
             continue;
-        for (auto child = FirstChild(each, function); child; child = NextSibling(child, function)) {
-            if (!(BaseName(child, function) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+        for (auto child = FirstChild(each); child; child = NextSibling(child)) {
+            if (!(BaseName(child) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
             const CXString property = TryToGetNameAttributeFromNode(child, true, ns, uri);
-            const CComPtr<IXMLDOMNode> reference =
-                FindChild(child, PrintSchema::PARAM_REF_ELEMENT_NAME, function);
+            const CComPtr<IXMLDOMNode> reference = FindChild(child, PrintSchema::PARAM_REF_ELEMENT_NAME);
             if (!reference) {
                 hasOwnNumbers = true;
                 continue;
@@ -789,8 +791,7 @@ int This::ReadCustomNumber(const CustomNumber& number) const {
                           PrintSchema::DEFAULTVAL_VALUE_NAME);
         m_capabilities->QueryNodeValue(query, &value);
     }
-    if (value < least)
-        ThrowComException(E_FAIL, "NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
+    if (value < least) ThrowComException(E_FAIL);
     return value;
 }
 
@@ -808,12 +809,13 @@ void This::SetOfferedOption(const PrintTicketFeatureInformation& row, const CXSt
 
 void This::SetCurrentValueMediaSizeFeature(const CXString& feature, const CXString& option, int width,
                                            int height) {
+    const OperationScope operation("NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature");
     if (GetWritableFeature(feature) == nullptr) return;
     if (width == 0 || height == 0) {
         SetCurrentValueOptionFeature(feature, option);
         return;
     }
-    WithoutFailures("NativeComPrintTicketAccess::SetCurrentValueMediaSizeFeature", [&] {
+    WithoutFailures([&] {
         PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(*m_capabilities, *m_ticket, width, height);
     });
 }
@@ -829,11 +831,13 @@ void This::RemoveSecurePrintFeature() {
 CPString This::GetPrintTicketImplementationNameForDebug() const { return "NativeComPrintTicketAccess"; }
 
 void This::GetPrintTicketAsXmlString(CPString& out, bool) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetPrintTicketAsXmlString");
     out.clear();
-    out = XmlOf(*m_ticket, "NativeComPrintTicketAccess::GetPrintTicketAsXmlString");
+    out = XmlOf(*m_ticket);
 }
 
 void This::GetPrintCapabilitiesAsXmlString(CPString& out, bool) const {
+    const OperationScope operation("NativeComPrintTicketAccess::GetPrintCapabilitiesAsXmlString");
     out.clear();
-    out = XmlOf(*m_capabilities, "NativeComPrintTicketAccess::GetPrintCapabilitiesAsXmlString");
+    out = XmlOf(*m_capabilities);
 }

@@ -7,7 +7,8 @@
 #include <new>
 
 CWideToUTF8::CWideToUTF8(CXString* text) : m_text(text) {
-    if (!text) ThrowComException(E_POINTER, "CWideToUTF8::CWideToUTF8");
+    const OperationScope operation("CWideToUTF8::CWideToUTF8");
+    if (!text) ThrowComException(E_POINTER);
 }
 
 CWideToUTF8::~CWideToUTF8() = default;

@@ -13,16 +13,15 @@ namespace {
 class StreamCopy final : public StreamFilterBase {
 protected:
     void StartOperation_throws() override {
-        constexpr auto function = "StreamCopy::StartOperation_throws";
+        const OperationScope operation("StreamCopy::StartOperation_throws");
         std::array<BYTE, 0x10000> buffer;
         BOOL atEnd = FALSE;
         while (IsAlive() && !atEnd) {
             ULONG read = 0;
             ThrowIfFailed(
-                m_reader->ReadBytes(buffer.data(), static_cast<ULONG>(buffer.size()), &read, &atEnd),
-                function);
+                m_reader->ReadBytes(buffer.data(), static_cast<ULONG>(buffer.size()), &read, &atEnd));
             if (read == 0) break; // some streams tell of their end by this alone
-            ThrowIfFailed(WriteAll(*m_writer, buffer.data(), read), function);
+            ThrowIfFailed(WriteAll(*m_writer, buffer.data(), read));
         }
     }
 };

@@ -19,7 +19,8 @@ namespace {
 TEST(ThrowComException, CarriesResultTextLastErrorAndPlace) {
     SetLastError(ERROR_ACCESS_DENIED);
     try {
-        ThrowComException(E_ACCESSDENIED, "Door::Open", "It is locked.");
+        const OperationScope operation("Door::Open");
+        ThrowComException(E_ACCESSDENIED, "It is locked.");
     } catch (const CPComException& failure) {
         EXPECT_EQ(failure.GetHresult(), E_ACCESSDENIED);
         EXPECT_STREQ(failure.getExceptionMessage(), "CPComException: It is locked.");
@@ -43,24 +44,26 @@ TEST(ThrowComException, AsksWhetherToStopInADebugger) {
             return false;
         });
     SetLastError(5);
-    EXPECT_THROW(ThrowComException(E_FAIL, "Door::Open"), CPComException);
+    const OperationScope operation("Door::Open");
+    EXPECT_THROW(ThrowComException(E_FAIL), CPComException);
     CPException::setDebugQuestion(before);
     EXPECT_EQ(asked, "CPComException|CPComException: Door::Open|5|Door::Open");
     EXPECT_EQ(GetLastError(), 5u);
 }
 
 TEST(ThrowIfFailed, LetsSuccessCodesPass) {
-    EXPECT_NO_THROW(ThrowIfFailed(S_OK, "Door::Open"));
-    EXPECT_NO_THROW(ThrowIfFailed(S_FALSE, "Door::Open"));
-    EXPECT_THROW(ThrowIfFailed(E_PENDING, "Door::Open"), CPComException);
+    EXPECT_NO_THROW(ThrowIfFailed(S_OK));
+    EXPECT_NO_THROW(ThrowIfFailed(S_FALSE));
+    EXPECT_THROW(ThrowIfFailed(E_PENDING), CPComException);
 }
 
 HRESULT Guarded(const std::function<void()>& body) {
+    const OperationScope operation("Guarded");
     HRESULT hr = S_OK;
     try {
         body();
     }
-    CATCH_VARIOUS(hr, "Guarded")
+    CATCH_VARIOUS(hr)
     return hr;
 }
 
@@ -71,11 +74,11 @@ TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
          E_OUTOFMEMORY},
         {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.",
          [] { throw std::bad_array_new_length(); }, E_OUTOFMEMORY},
-        {"CPComException exception caught by CATCH_VARIOUS() macro.",
-         [] { ThrowComException(E_PENDING, "Guarded"); }, E_PENDING},
+        {"CPComException exception caught by CATCH_VARIOUS() macro.", [] { ThrowComException(E_PENDING); },
+         E_PENDING},
         // A success code that was thrown stays what it is.
-        {"CPComException exception caught by CATCH_VARIOUS() macro.",
-         [] { ThrowComException(S_FALSE, "Guarded"); }, S_FALSE},
+        {"CPComException exception caught by CATCH_VARIOUS() macro.", [] { ThrowComException(S_FALSE); },
+         S_FALSE},
         {"CPException exception caught by CATCH_VARIOUS() macro.",
          [] {
              throw CPExceptionInvalidArgument(
@@ -96,6 +99,28 @@ TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
         EXPECT_TRUE(report.starts_with(std::string(message) + "\n")) << report;
         EXPECT_NE(report.find("FailureTest.cpp"), std::string::npos) << report;
         EXPECT_NE(report.find("(Guarded)"), std::string::npos) << report;
+    }
+}
+
+TEST(FailureBarrier, SpeaksForTheOperationAroundItsTryBlock) {
+    const ReportRecorder recorder;
+    Guarded([] {
+        const OperationScope operation("Door::Open");
+        ThrowComException(E_ACCESSDENIED);
+    });
+    {
+        const OperationScope operation("Door::Close");
+        EXPECT_EQ(ReportIfFailed(E_PENDING), E_PENDING);
+        EXPECT_EQ(ReportIfFailed(E_ABORT, "Door::Slam"), E_ABORT);
+    }
+    ASSERT_EQ(recorder.reports().size(), 3u);
+    const char* const names[][2] = {
+        {"(Door::Open)", "(Guarded)"}, {"(Door::Close)", "(Door::Close)"}, {"(Door::Slam)", "(Door::Slam)"}};
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        const std::string& report = recorder.reports()[i].text;
+        const std::size_t caughtAt = report.find("caught at");
+        EXPECT_LT(report.find(names[i][0]), caughtAt) << report;
+        EXPECT_NE(report.find(names[i][1], caughtAt), std::string::npos) << report;
     }
 }
 

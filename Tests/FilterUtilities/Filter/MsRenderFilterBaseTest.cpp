@@ -134,10 +134,9 @@ TEST_F(MsRenderFilterBaseTest, PropertiesOfAnotherTypeAreNotTakenForText) {
 
 TEST_F(MsRenderFilterBaseTest, EveryFailureInAStepBecomesTheOneResult) {
     const Rows<std::function<void()>, HRESULT> cases{
-        {[] { ThrowComException(E_PENDING, "step"); }, E_PENDING},
-        {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
-        {[] { throw std::runtime_error("no"); }, E_FAIL},
-        {[] { throw 7; }, E_UNEXPECTED},
+        {[] { ThrowComException(E_PENDING); }, E_PENDING},
+            {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY}, {[] { throw std::runtime_error("no"); }, E_FAIL},
+            {[] { throw 7; }, E_UNEXPECTED},
     };
     for (const auto& [fail, expected] : cases) {
         filter->journal.clear();

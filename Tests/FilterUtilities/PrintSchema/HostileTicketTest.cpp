@@ -99,12 +99,12 @@ TEST(HostileTicket, EveryFailureOfThePlatformIsRaisedOrReturned) {
         PrintTicketXmlDocument ticket(stream.p);
         Use(ticket);
         ByteBuffer bytes(10);
-        ThrowIfFailed(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(bytes), "job");
-        ThrowIfFailed(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes), "job");
+        ThrowIfFailed(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(bytes));
+        ThrowIfFailed(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes));
         DomDocumentCache cache;
-        ThrowIfFailed(cache.AddPrintSchemaDomToCache(L"a", ticket.GetDomDocPtr()), "job");
+        ThrowIfFailed(cache.AddPrintSchemaDomToCache(L"a", ticket.GetDomDocPtr()));
         CComBSTR text;
-        ThrowIfFailed(ticket.get_xml(&text), "job");
+        ThrowIfFailed(ticket.get_xml(&text));
         outcome = TextOf(text);
         return S_OK;
     };

@@ -42,8 +42,9 @@ TEST(CPException, KnowsItsTypeMessageErrorAndPlace) {
 TEST(CPException, IsThrownForAnHresultWithThePlaceAndTheLastError) {
     SetLastError(31);
     try {
-        ThrowIfFailed(S_FALSE, "Class::Operation");
-        ThrowIfFailed(E_PENDING, "Class::Operation", "not yet.");
+        const OperationScope operation("Class::Operation");
+        ThrowIfFailed(S_FALSE);
+        ThrowIfFailed(E_PENDING, "not yet.");
         FAIL();
     } catch (const CPComException& thrown) {
         EXPECT_EQ(E_PENDING, thrown.GetHresult());
@@ -58,7 +59,8 @@ TEST(CPException, IsThrownForAnHresultWithThePlaceAndTheLastError) {
 TEST(CPException, IsThrownWithTheLastErrorThatStoodBeforeItsMessage) {
     SetLastError(31);
     try {
-        ThrowFailure<CPExceptionInvalidArgument>("Class::Operation", [] {
+        const OperationScope operation("Class::Operation");
+        ThrowFailure<CPExceptionInvalidArgument>([] {
             SetLastError(7);
             return std::string("m");
         });
@@ -78,12 +80,12 @@ TEST(CPException, AsksTheDebugQuestionOfTheProcess) {
             asked = std::string(type) + "/" + message + "/" + context.function();
             return false;
         });
-    EXPECT_THROW(ThrowComException(E_FAIL, "Class::Operation"), CPComException);
+    const OperationScope operation("Class::Operation");
+    EXPECT_THROW(ThrowComException(E_FAIL), CPComException);
     EXPECT_EQ("CPComException/CPComException: Class::Operation/Class::Operation", asked);
-    EXPECT_THROW(ThrowFailure<CPExceptionOSApiError>("Class::Call", [] { return "m"; }),
-                 CPExceptionOSApiError);
+    EXPECT_THROW(ThrowFailure<CPExceptionOSApiError>([] { return "m"; }), CPExceptionOSApiError);
     CPException::setDebugQuestion(previous);
-    EXPECT_EQ("CPExceptionOSApiError/m/Class::Call", asked);
+    EXPECT_EQ("CPExceptionOSApiError/m/Class::Operation", asked);
     EXPECT_FALSE(CPException::allowForExceptionDebug("T", "m", 0, place));
 }
 
