@@ -135,8 +135,9 @@ TEST_F(MsRenderFilterBaseTest, PropertiesOfAnotherTypeAreNotTakenForText) {
 TEST_F(MsRenderFilterBaseTest, EveryFailureInAStepBecomesTheOneResult) {
     const Rows<std::function<void()>, HRESULT> cases{
         {[] { ThrowComException(E_PENDING); }, E_PENDING},
-            {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY}, {[] { throw std::runtime_error("no"); }, E_FAIL},
-            {[] { throw 7; }, E_UNEXPECTED},
+        {[] { throw std::bad_alloc(); }, E_OUTOFMEMORY},
+        {[] { throw std::runtime_error("no"); }, E_FAIL},
+        {[] { throw 7; }, E_UNEXPECTED},
     };
     for (const auto& [fail, expected] : cases) {
         filter->journal.clear();

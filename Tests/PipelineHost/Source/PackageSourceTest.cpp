@@ -152,33 +152,36 @@ TEST_F(PackageSourceTest, RefusesDamagedPackagesWithTheResultAndWords) {
     const std::string document = "Documents/1/FixedDoc.fdoc", ticketOf = "_rels/FixedDocSeq.fdseq.rels";
     const std::string page = "<PageContent Source='Pages/1.fpage'/>";
     // The item and what it holds in place of its own; the result, or 0 for one of packages.
-    const Rows<const char*, std::string, std::string, unsigned, const char*> rows{
-        {"no sequence", root, links("", {}), 0x80520108, "names no document sequence"},
-        {"two sequences", root, links("/fixedrepresentation", {sequence, "Second.fdseq"}), 0x80520202,
+    const Rows<const char*, std::string, std::string, HRESULT, const char*> rows{
+        {"no sequence", root, links("", {}), XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP,
+         "names no document sequence"},
+        {"two sequences", root, links("/fixedrepresentation", {sequence, "Second.fdseq"}),
+         XPS_E_MULTIPLE_DOCUMENTSEQUENCE_RELATIONSHIPS,
          "two document sequences, /FixedDocSeq.fdseq and /Second.fdseq"},
         {"sequence of the wrong type", root, links("/fixedrepresentation", {"Resources/Picture.png"}),
-         0x80520008, "/Resources/Picture.png is of type image/png"},
+         XPS_E_UNEXPECTED_CONTENT_TYPE, "/Resources/Picture.png is of type image/png"},
         {"sequence missing", sequence, gone, 0, "/FixedDocSeq.fdseq"},
-        {"document missing", document, gone, 0x8052010A,
+        {"document missing", document, gone, XPS_E_MISSING_REFERRED_DOCUMENT,
          "/FixedDocSeq.fdseq names the document Documents/1/FixedDoc.fdoc, which the package does not hold"},
-        {"page missing", "Documents/1/Pages/2.fpage", gone, 0x8052010B,
+        {"page missing", "Documents/1/Pages/2.fpage", gone, XPS_E_MISSING_REFERRED_PAGE,
          "/Documents/1/FixedDoc.fdoc names the page Pages/2.fpage, which the package does not hold"},
-        {"page twice", document, documentOf(page + page), 0x80520208,
+        {"page twice", document, documentOf(page + page), XPS_E_MULTIPLE_REFERENCES_TO_PART,
          "the page /Documents/1/Pages/1.fpage is referred to twice"},
         {"document that is a sequence", sequence,
-         sequenceOf("<DocumentReference Source=\"FixedDocSeq.fdseq\"/>"), 0x80520008,
+         sequenceOf("<DocumentReference Source=\"FixedDocSeq.fdseq\"/>"), XPS_E_UNEXPECTED_CONTENT_TYPE,
          "/FixedDocSeq.fdseq is of type"},
-        {"no documents", sequence, sequenceOf(""), 0x80520109, "has no documents"},
-        {"no pages", document, documentOf(""), 0x8052010C, "the job has no pages"},
-        {"document not well-formed", document, documentOf("\n<PageContent"), 0x8052000C,
+        {"no documents", sequence, sequenceOf(""), XPS_E_MISSING_DOCUMENT, "has no documents"},
+        {"no pages", document, documentOf(""), XPS_E_MISSING_PAGE_IN_DOCUMENT, "the job has no pages"},
+        {"document not well-formed", document, documentOf("\n<PageContent"), XPS_E_INVALID_MARKUP,
          "/Documents/1/FixedDoc.fdoc line 2:"},
-        {"document with a DTD", document, "<!DOCTYPE x [<!ENTITY a \"b\">]>" + documentOf(page), 0x8052000C,
-         "document type declarations are not allowed"},
-        {"document of another namespace", document, "<FixedDocument xmlns=\"urn:other\"/>", 0x8052000C,
-         "not a FixedDocument of XPS"},
-        {"page without a source", document, documentOf("\n<PageContent/>"), 0x80520110,
+        {"document with a DTD", document, "<!DOCTYPE x [<!ENTITY a \"b\">]>" + documentOf(page),
+         XPS_E_INVALID_MARKUP, "document type declarations are not allowed"},
+        {"document of another namespace", document, "<FixedDocument xmlns=\"urn:other\"/>",
+         XPS_E_INVALID_MARKUP, "not a FixedDocument of XPS"},
+        {"page without a source", document, documentOf("\n<PageContent/>"), XPS_E_MISSING_PART_REFERENCE,
          "/Documents/1/FixedDoc.fdoc line 2: a PageContent has no Source"},
-        {"two tickets", ticketOf, links("/printticket", {"Metadata/a.xml", "Metadata/b.xml"}), 0x80520207,
+        {"two tickets", ticketOf, links("/printticket", {"Metadata/a.xml", "Metadata/b.xml"}),
+         XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE,
          "has two print tickets, /Metadata/a.xml and /Metadata/b.xml"},
         {"ticket missing", ticketOf, links("/printticket", {"Metadata/none.xml"}), 0, "none.xml"},
         {"resource missing", "Resources/Picture.png", gone, 0, "Picture.png"},
@@ -196,11 +199,11 @@ TEST_F(PackageSourceTest, RefusesDamagedPackagesWithTheResultAndWords) {
             Walk(items);
             ADD_FAILURE() << "nothing was said";
         } catch (const HostError& error) {
-            EXPECT_EQ(static_cast<HRESULT>(result), error.Result()) << error.what();
+            EXPECT_EQ(result, error.Result()) << error.what();
             EXPECT_TRUE(error.FromInput());
             EXPECT_THAT(error.what(), HasSubstr(line));
         } catch (const OvPlatform::PackageError& error) {
-            EXPECT_EQ(0u, result) << error.what();
+            EXPECT_EQ(0, result) << error.what();
             EXPECT_TRUE(FAILED(error.Result()));
             EXPECT_THAT(error.what(), HasSubstr(line));
         }
