@@ -56,8 +56,7 @@ bool AreEqual(BSTR left, BSTR right) {
         const std::size_t length = ::SysStringLen(left);
         return length == ::SysStringLen(right) && std::equal(left, left + length, right);
     }
-    constexpr LCID userLocale = 1024;
-    const HRESULT order = ::VarBstrCmp(left, right, userLocale, 0);
+    const HRESULT order = ::VarBstrCmp(left, right, LOCALE_USER_DEFAULT, 0);
     ThrowIfFailed(order);
     return order == static_cast<HRESULT>(VARCMP_EQ);
 }

@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr LCID userDefaultLocale = 1024;
-
 std::wstring_view Text(BSTR text) { return {text ? text : L"", SysStringLen(text)}; }
 
 } // namespace
@@ -117,6 +115,6 @@ int CFileResourceCache::IsInCache(BSTR key) { return Find(key) != m_entries.end(
 CFileResourceCache::Entries::const_iterator CFileResourceCache::Find(BSTR key) const {
     // Not by the map's own order: what counts as the same key is the locale's to say.
     return std::find_if(m_entries.begin(), m_entries.end(), [key](const auto& entry) {
-        return VarBstrCmp(entry.first, key, userDefaultLocale, 0) == static_cast<HRESULT>(VARCMP_EQ);
+        return VarBstrCmp(entry.first, key, LOCALE_USER_DEFAULT, 0) == static_cast<HRESULT>(VARCMP_EQ);
     });
 }
