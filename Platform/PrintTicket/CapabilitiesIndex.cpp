@@ -38,6 +38,7 @@ CapabilitiesOption IndexOption(const SchemaOption& schema) {
 // occur in XML.
 void AppendDescription(std::string& text, const std::vector<SchemaProperty>& scored) {
     std::vector<const SchemaProperty*> sorted;
+    sorted.reserve(scored.size());
     for (const SchemaProperty& property : scored)
         sorted.push_back(&property);
     std::stable_sort(sorted.begin(), sorted.end(), [](const auto* one, const auto* other) {

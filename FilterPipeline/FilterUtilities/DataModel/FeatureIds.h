@@ -9,7 +9,7 @@
 namespace DataModelIds {
 
 enum tagFeatureEnum : std::int32_t {
-#define OV_FEATURE(name, number) name = number,
+#define OV_FEATURE(name, number) name = (number),
 #include "FeatureIdList.inc"
 #undef OV_FEATURE
 };

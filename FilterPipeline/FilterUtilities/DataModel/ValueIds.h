@@ -9,7 +9,7 @@
 namespace DataModelIds {
 
 enum tagValueEnum : std::int32_t {
-#define OV_VALUE(name, number) name = number,
+#define OV_VALUE(name, number) name = (number),
 #include "ValueIdList.inc"
 #undef OV_VALUE
 };
