@@ -86,27 +86,27 @@ TEST_F(RecordedFeatures, TellEachQuestionWithAnswerAndSource) {
     const struct {
         FeatureQuestion question;
         Value value;
-        bool isSpecified;
         FeatureValueSource source;
+        bool isSpecified;
         bool isSecret = false;
     } expected[] = {
-        {{Option, FEAT_MS_ORIENTATION}, VAL_MS_ORIENTATION_LANDSCAPE, true, PrintTicket},
-        {{Option, FEAT_PRINT_QUALITY_LEVEL}, VAL_QUALITY_STANDARD, true, FactoryDefault},
-        {{Option, FEAT_BOOKLET}, VAL_BOOKLET_ON, false, AttributeBytes},
-        {{Option, FEAT_COPIES}, VAL_UNSPECIFIED, false, None},
-        {{Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}}, VAL_MEDIA_COLOR_BLUE, true, PrintTicket},
-        {{Integer, FEAT_COPIES}, 7, true, PrintTicket},
-        {{Integer, FeaturePath(FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, FEAT_COPIES).At(2)}, 0, false, None},
-        {{Text, FEAT_CURRENT_USER_NAME}, CXString(L"me"), false, PublicDocumentSettings},
-        {{Text, FEAT_MS_PIN_PRINTING_STRING}, {}, true, PrintTicket, true},
-        {{Password, FEAT_JOB_PASSWORD}, {}, true, PrintTicket, true},
-        {{Flag, FEAT_START_SHEET_FROM_APPLICATION}, false, true, Queue},
-        {{Collection, FEAT_ANNOTATION_COL}, true, true, PublicDocumentSettings},
-        {{Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}}, 2U, true, PublicDocumentSettings},
-        {{Orientation}, VAL_MS_ORIENTATION_LANDSCAPE, true, PrintTicket},
-        {{OutputSize}, RecordedAnswer::Size(m_job.outputWidth, m_job.outputHeight), true, None},
-        {{Time, FEAT_JOB_NAME}, {}, false, None},
-        {{Length, FEAT_X1_IMAGE_SHIFT}, Dimension(), false, None},
+        {{Option, FEAT_MS_ORIENTATION}, VAL_MS_ORIENTATION_LANDSCAPE, PrintTicket, true},
+        {{Option, FEAT_PRINT_QUALITY_LEVEL}, VAL_QUALITY_STANDARD, FactoryDefault, true},
+        {{Option, FEAT_BOOKLET}, VAL_BOOKLET_ON, AttributeBytes, false},
+        {{Option, FEAT_COPIES}, VAL_UNSPECIFIED, None, false},
+        {{Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}}, VAL_MEDIA_COLOR_BLUE, PrintTicket, true},
+        {{Integer, FEAT_COPIES}, 7, PrintTicket, true},
+        {{Integer, FeaturePath(FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, FEAT_COPIES).At(2)}, 0, None, false},
+        {{Text, FEAT_CURRENT_USER_NAME}, CXString(L"me"), PublicDocumentSettings, false},
+        {{Text, FEAT_MS_PIN_PRINTING_STRING}, {}, PrintTicket, true, true},
+        {{Password, FEAT_JOB_PASSWORD}, {}, PrintTicket, true, true},
+        {{Flag, FEAT_START_SHEET_FROM_APPLICATION}, false, Queue, true},
+        {{Collection, FEAT_ANNOTATION_COL}, true, PublicDocumentSettings, true},
+        {{Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}}, 2U, PublicDocumentSettings, true},
+        {{Orientation}, VAL_MS_ORIENTATION_LANDSCAPE, PrintTicket, true},
+        {{OutputSize}, RecordedAnswer::Size(m_job.outputWidth, m_job.outputHeight), None, true},
+        {{Time, FEAT_JOB_NAME}, {}, None, false},
+        {{Length, FEAT_X1_IMAGE_SHIFT}, Dimension(), None, false},
     };
     ASSERT_EQ(Recorded().Answers().size(), std::size(expected));
     for (std::size_t at = 0; at < std::size(expected); ++at) {
