@@ -2,6 +2,8 @@
 
 #include "Locale/ShownText.h"
 
+#include <utf8coder.h>
+
 #include <algorithm>
 
 namespace OvPipeline {
@@ -9,11 +11,6 @@ namespace OvPipeline {
 namespace {
 
 constexpr std::size_t CellBound = 160;
-
-std::size_t Width(const std::string& utf8) {
-    return static_cast<std::size_t>(std::count_if(
-        utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
 
 } // namespace
 
@@ -25,13 +22,13 @@ std::string AlignedTable(std::vector<std::vector<std::string>> lines, const std:
     for (const auto& line : lines) {
         widths.resize((std::max)(widths.size(), line.size()));
         for (std::size_t at = 0; at < line.size(); ++at)
-            widths[at] = (std::max)(widths[at], Width(line[at]));
+            widths[at] = (std::max)(widths[at], OvPlatform::Utf8::CountCharacters(line[at]));
     }
     std::string text;
     for (const auto& line : lines) {
         text += indent;
         for (std::size_t at = 0; at < line.size(); ++at)
-            text.append(line[at]).append(widths[at] + 2 - Width(line[at]), ' ');
+            text.append(line[at]).append(widths[at] + 2 - OvPlatform::Utf8::CountCharacters(line[at]), ' ');
         text.erase(text.find_last_not_of(' ') + 1);
         text += '\n';
     }

@@ -2,7 +2,7 @@
 
 #include "Dom/AttributeOrder.h"
 
-#include <unicode/utf8.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <new>
@@ -17,9 +17,10 @@ std::string Reference(char32_t character) {
 
 /// The character at `index`, which moves behind it. The text is UTF-8 throughout.
 char32_t Next(std::string_view utf8, std::size_t& index) {
-    UChar32 character;
-    U8_NEXT_UNSAFE(utf8.data(), index, character);
-    return static_cast<char32_t>(character);
+    const char* next = utf8.data() + index;
+    const char32_t character = Utf8::Decode(next, utf8.data() + utf8.size());
+    index = static_cast<std::size_t>(next - utf8.data());
+    return character;
 }
 
 XmlPointer<xmlBuffer> NewBuffer() {
@@ -42,10 +43,8 @@ bool TargetEncoding::Has(char32_t character) {
     if (character < 0x80) return true;
     const auto [known, isNew] = m_known.try_emplace(character, false);
     if (isNew) {
-        std::string alone;
-        char bytes[U8_MAX_LENGTH];
-        std::size_t length = 0;
-        U8_APPEND_UNSAFE(bytes, length, static_cast<UChar32>(character));
+        char bytes[Utf8::MostBytes];
+        const std::size_t length = Utf8::Encode(character, bytes);
         // The converter itself writes a reference for what the encoding lacks.
         known->second = Encode({bytes, length}) != Encode(Reference(character));
     }
@@ -80,7 +79,7 @@ std::optional<std::string> TargetEncoding::Encode(std::string_view utf8) const {
     const XmlPointer<xmlBuffer> bytes = NewBuffer();
     while (!utf8.empty()) {
         std::size_t length = std::min(Chunk, utf8.size());
-        while (length < utf8.size() && U8_IS_TRAIL(utf8[length]))
+        while (length < utf8.size() && Utf8::IsTrail(utf8[length]))
             --length;
         if (xmlBufferAdd(source.get(), AsXml(utf8.data()), static_cast<int>(length)) != 0)
             throw std::bad_alloc();

@@ -1,5 +1,7 @@
 #include "Locale/ShownText.h"
 
+#include <utf8coder.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -34,7 +36,7 @@ bool IsHidden(char32_t character) {
     return range != Hidden.end() && range->first <= character;
 }
 
-// One character of a text, or one byte that is none.
+// One character of a text, or an ill-formed part, whose bytes are shown one by one.
 struct Character {
     std::string_view bytes;
     std::optional<char32_t> value;
@@ -43,20 +45,11 @@ struct Character {
 };
 
 Character FirstOf(std::string_view text) {
-    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
-    const unsigned char lead = byte(0);
-    if (lead < 0x80) return {text.substr(0, 1), lead};
-    const std::size_t size = lead >= 0xC2 && lead < 0xE0 ? 2 : lead >= 0xE0 && lead < 0xF0 ? 3 : 4;
-    if (lead < 0xC2 || lead > 0xF4 || text.size() < size) return {text.substr(0, 1), {}};
-    char32_t value = lead & (0x7FU >> size);
-    for (std::size_t at = 1; at < size; ++at) {
-        if ((byte(at) & 0xC0) != 0x80) return {text.substr(0, 1), {}};
-        value = value << 6 | (byte(at) & 0x3F);
-    }
-    constexpr std::array<char32_t, 5> Least{0, 0, 0x80, 0x800, 0x10000};
-    if (value < Least[size] || value > 0x10FFFF || (value >= 0xD800 && value < 0xE000))
-        return {text.substr(0, 1), {}};
-    return {text.substr(0, size), value};
+    const char* next = text.data();
+    bool wellFormed = true;
+    const char32_t value = Utf8::Decode(next, text.data() + text.size(), wellFormed);
+    const std::string_view bytes = text.substr(0, static_cast<std::size_t>(next - text.data()));
+    return {bytes, wellFormed ? std::optional(value) : std::nullopt};
 }
 
 template <class Take>
@@ -75,7 +68,12 @@ std::string Number(const char* format, std::uint32_t number) {
 }
 
 std::string ShownForm(const Character& character) {
-    if (!character.value) return Number("\\x%02x", static_cast<unsigned char>(character.bytes[0]));
+    if (!character.value) {
+        std::string shown;
+        for (const char byte : character.bytes)
+            shown += Number("\\x%02x", static_cast<unsigned char>(byte));
+        return shown;
+    }
     switch (*character.value) {
     case '\n':
         return "\\n";
@@ -164,8 +162,7 @@ private:
 };
 
 void AddShownXml(std::string& shown, const Character& character, XmlPlace::In in) {
-    const std::string reference =
-        "&#x" + Number("%x", character.value.value_or(static_cast<unsigned char>(character.bytes[0]))) + ";";
+    const std::string reference = "&#x" + Number("%x", character.value.value_or(Utf8::Replacement)) + ";";
     switch (in) {
     case XmlPlace::In::Text:
     case XmlPlace::In::Value:
@@ -216,7 +213,7 @@ std::string ShownXml(std::string_view xml) {
 std::string ShownJson(std::string_view text) {
     std::string shown = "\"";
     ForEach(text, [&](const Character& character) {
-        const char32_t value = character.value.value_or(0xFFFD);
+        const char32_t value = character.value.value_or(Utf8::Replacement);
         if (value == '"' || value == '\\')
             shown += '\\', shown += static_cast<char>(value);
         else if (character.PassesAsItIs())

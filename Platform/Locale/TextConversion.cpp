@@ -1,8 +1,7 @@
 #include "Com/FaultInjection.h"
 #include "Locale/Utf16.h"
 
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <cstring>
@@ -11,7 +10,7 @@
 
 namespace {
 
-constexpr UChar32 Replacement = 0xFFFD;
+namespace Utf8 = OvPlatform::Utf8;
 
 /// Receives output: counts it all, keeps what fits.
 template <typename Unit>
@@ -54,63 +53,45 @@ std::size_t AsciiRun(const Unit* units, std::size_t size) {
     return run;
 }
 
-/// Takes the next character; negative for a unit that is none by itself, which a lone surrogate is, and a
-/// value that is wider than a UTF-16 unit.
-UChar32 NextCharacter(std::wstring_view text, std::size_t& index) {
-    const auto unit = static_cast<std::uint32_t>(text[index++]);
-    if (unit > 0xFFFF || U16_IS_TRAIL(unit)) return -1;
-    if (!U16_IS_LEAD(unit)) return static_cast<UChar32>(unit);
-    const auto trail = index < text.size() ? static_cast<std::uint32_t>(text[index]) : 0;
-    if (!U16_IS_TRAIL(trail)) return -1;
-    ++index;
-    return static_cast<UChar32>(U16_GET_SUPPLEMENTARY(unit, trail));
-}
-
 /// Says whether all was well-formed.
 bool Encode(std::wstring_view text, Output<char>& output, std::string_view substitute) {
-    bool wellFormed = true;
-    for (std::size_t index = 0; index < text.size();) {
-        if (const std::size_t run = AsciiRun(text.data() + index, text.size() - index); run > 0) {
-            output.Put(text.data() + index, run);
-            index += run;
+    bool allIsWellFormed = true;
+    const wchar_t* next = text.data();
+    for (const wchar_t* const end = next + text.size(); next != end;) {
+        if (const std::size_t run = AsciiRun(next, static_cast<std::size_t>(end - next)); run > 0) {
+            output.Put(next, run);
+            next += run;
             continue;
         }
-        const UChar32 character = NextCharacter(text, index);
-        if (character < 0) {
-            wellFormed = false;
+        bool wellFormed = true;
+        const char32_t character = Utf8::Decode(next, end, wellFormed);
+        if (wellFormed) {
+            char bytes[Utf8::MostBytes];
+            output.Put(bytes, Utf8::Encode(character, bytes));
+        } else {
+            allIsWellFormed = false;
             output.Put(substitute.data(), substitute.size());
-            continue;
         }
-        char bytes[U8_MAX_LENGTH];
-        std::size_t count = 0;
-        U8_APPEND_UNSAFE(bytes, count, character);
-        output.Put(bytes, count);
     }
-    return wellFormed;
+    return allIsWellFormed;
 }
 
 bool Decode(std::string_view bytes, Output<wchar_t>& output) {
-    bool wellFormed = true;
-    const auto* source = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    const std::size_t size = bytes.size();
-    for (std::size_t index = 0; index < size;) {
-        if (const std::size_t run = AsciiRun(source + index, size - index); run > 0) {
-            output.Put(source + index, run);
-            index += run;
+    bool allIsWellFormed = true;
+    const char* next = bytes.data();
+    for (const char* const end = next + bytes.size(); next != end;) {
+        const auto* source = reinterpret_cast<const unsigned char*>(next);
+        if (const std::size_t run = AsciiRun(source, static_cast<std::size_t>(end - next)); run > 0) {
+            output.Put(source, run);
+            next += run;
             continue;
         }
-        UChar32 character = 0;
-        U8_NEXT(source, index, size, character);
-        if (character < 0) {
-            wellFormed = false;
-            character = Replacement;
-        }
-        wchar_t units[U16_MAX_LENGTH];
-        std::size_t count = 0;
-        U16_APPEND_UNSAFE(units, count, character);
-        output.Put(units, count);
+        bool wellFormed = true;
+        wchar_t units[Utf8::MostUnits];
+        output.Put(units, Utf8::Encode(Utf8::Decode(next, end, wellFormed), units));
+        allIsWellFormed = allIsWellFormed && wellFormed;
     }
-    return wellFormed;
+    return allIsWellFormed;
 }
 
 constexpr std::string_view ReplacementBytes = "\xEF\xBF\xBD";
@@ -194,7 +175,7 @@ std::u16string ToUtf16(std::wstring_view text) {
     units.reserve(text.size());
     for (const wchar_t unit : text)
         units += static_cast<std::uint32_t>(unit) <= 0xFFFF ? static_cast<char16_t>(unit)
-                                                            : static_cast<char16_t>(Replacement);
+                                                            : static_cast<char16_t>(Utf8::Replacement);
     return units;
 }
 

@@ -8,7 +8,7 @@
 namespace OvPlatform {
 
 // Text conversion for the platform's own use: no fault points, no last error; memory that is out is
-// std::bad_alloc. Ill-formed parts become U+FFFD.
+// std::bad_alloc. Ill-formed parts become U+FFFD, as utf8coder.h has it.
 
 std::string ToUtf8(std::wstring_view text);
 std::wstring FromUtf8(std::string_view bytes);

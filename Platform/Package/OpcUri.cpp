@@ -3,6 +3,7 @@
 #include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"
 #include "Package/PartName.h"
+#include "Xml/TextConversion.h"
 
 #include <atlcomcli.h>
 
@@ -35,22 +36,7 @@ HRESULT Guarded(Call call) {
 }
 
 HRESULT ToUtf8(const wchar_t* text, std::string& utf8) {
-    const int size =
-        WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, -1, nullptr, 0, nullptr, nullptr);
-    if (size == 0) return OPC_E_NONCONFORMING_URI; // a lone surrogate
-    utf8.resize(static_cast<std::size_t>(size));
-    WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text, -1, utf8.data(), size, nullptr, nullptr);
-    utf8.pop_back(); // the terminator
-    return S_OK;
-}
-
-// The URI's text is ASCII throughout.
-HRESULT ToBstr(std::string_view text, BSTR* result) {
-    *result = SysAllocStringLen(nullptr, static_cast<UINT>(text.size()));
-    if (!*result) return E_OUTOFMEMORY;
-    for (std::size_t i = 0; i < text.size(); ++i)
-        (*result)[i] = static_cast<wchar_t>(text[i]);
-    return S_OK;
+    return AppendUtf8(utf8, text) ? S_OK : OPC_E_NONCONFORMING_URI; // a lone surrogate
 }
 
 // What all have: the properties of a relative URI that is a path and nothing else.
@@ -65,7 +51,7 @@ public:
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         if (property > Uri_PROPERTY_STRING_LAST) return E_INVALIDARG;
         const std::string_view value = Property(property);
-        if (HRESULT result = ToBstr(value, text); FAILED(result)) return result;
+        if (HRESULT result = GiveText(text, value); FAILED(result)) return result;
         return value.empty() ? S_FALSE : S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetPropertyLength(Uri_PROPERTY property, DWORD* length, DWORD) override {

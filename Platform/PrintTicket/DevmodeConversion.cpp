@@ -1,5 +1,6 @@
 #include "PrintTicket/DevmodeConversion.h"
 
+#include "Locale/Utf16.h"
 #include "PrintTicket/DevmodeTables.h"
 #include "PrintTicket/NamespaceScope.h"
 #include "PrintTicket/SchemaWords.h"
@@ -53,7 +54,7 @@ const SchemaOption* FindByDisplayName(const CapabilitiesIndex& capabilities, con
     for (const CapabilitiesOption& option : capabilities.Features()[at].options) {
         const SchemaProperty* shown =
             FindProperty(option.schema->properties, SchemaSpace::Keywords, "DisplayName");
-        if (shown && shown->value && FoldQueueName(WidenQueueText(Trimmed(shown->value->text))) == wanted)
+        if (shown && shown->value && FoldQueueName(FromUtf8(Trimmed(shown->value->text))) == wanted)
             return option.schema;
     }
     return nullptr;

@@ -3,6 +3,8 @@
 #include "PrintTicket/NamespaceScope.h"
 #include "PrintTicket/SchemaWords.h"
 
+#include <utf8coder.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -25,12 +27,6 @@ std::string_view Keyword(const SchemaValue& value) {
     const std::string_view text = Trimmed(value.text);
     const std::size_t colon = text.find(':');
     return colon == std::string_view::npos ? text : text.substr(colon + 1);
-}
-
-std::size_t CharacterCount(std::string_view utf8) {
-    return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), [](char unit) {
-        return (static_cast<unsigned char>(unit) & 0xC0) != 0x80;
-    }));
 }
 
 } // namespace
@@ -90,7 +86,7 @@ const char* ParameterRules::Problem(const SchemaValue& value) const {
     if (m_default && value.text == m_default->text && value.space == m_default->space) return nullptr;
     if (value.IsQName() != (m_type.local == SchemaType::QName)) return "is of the wrong type";
     if (IsNumber()) return NumberProblem(value);
-    const std::size_t length = CharacterCount(value.text);
+    const std::size_t length = Utf8::CountCharacters(value.text);
     if (length < m_minLength) return "is too short";
     if (length > m_maxLength) return "is too long";
     return nullptr;

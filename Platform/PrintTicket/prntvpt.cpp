@@ -3,7 +3,7 @@
 #include "PrintTicket/PrintTicketProvider.h"
 #include "PrintTicket/StreamBytes.h"
 #include "Spooler/QueueRegistry.h"
-#include "Spooler/QueueText.h"
+#include "Xml/TextConversion.h"
 
 #include <Com/FaultInjection.h>
 
@@ -19,11 +19,6 @@ constexpr DWORD SchemaVersion = 1;
 // The published headers have no name for it.
 constexpr HRESULT VersionNotSupported = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 1);
 
-BSTR ErrorText(const char* utf8) {
-    const std::wstring text = WidenQueueText(utf8);
-    return SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-}
-
 // Runs a call, and turns what it throws into its result and error text.
 template <typename Call>
 HRESULT Guarded(BSTR* errorMessage, Call call) {
@@ -31,7 +26,7 @@ HRESULT Guarded(BSTR* errorMessage, Call call) {
     try {
         return call();
     } catch (const PrintTicketError& error) {
-        if (errorMessage) *errorMessage = ErrorText(error.what());
+        if (errorMessage) *errorMessage = ToBstr(error.what());
         return error.Result();
     } catch (const std::invalid_argument&) {
         return E_INVALIDARG;

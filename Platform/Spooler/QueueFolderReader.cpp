@@ -1,8 +1,8 @@
 #include "Spooler/QueueFolderReader.h"
 
+#include "Locale/Utf16.h"
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueSchema.h"
-#include "Spooler/QueueText.h"
 #include "Xml/StrictXml.h"
 #include "Xml/XmlString.h"
 
@@ -171,7 +171,7 @@ private:
     }
 
     std::wstring Widen(const xmlNode* element, std::string_view text) const {
-        std::wstring wide = WidenQueueText(text);
+        std::wstring wide = FromUtf8(text);
         if (wide.size() > MaxTextLength) Refuse(element, "a text in " + Name(element) + " is too long");
         return wide;
     }
@@ -260,7 +260,7 @@ private:
             const std::wstring name = Widen(child, RequiredAttribute(child, "name"));
             if (values.size() == MaxProperties) Refuse(child, Name(element) + " holds too many properties");
             if (!values.emplace(name, ReadValue(child)).second)
-                Refuse(child, "the property " + Quoted(NarrowQueueText(name)) + " stands twice");
+                Refuse(child, "the property " + Quoted(ToUtf8(name)) + " stands twice");
         });
     }
 
@@ -302,12 +302,12 @@ private:
 
     std::wstring ReadString(const xmlNode* element, std::string_view text) const {
         std::string file;
-        if (!GetAttribute(element, "file", file)) return WidenQueueText(text);
+        if (!GetAttribute(element, "file", file)) return FromUtf8(text);
         if (!text.empty()) Refuse(element, Name(element) + " names a file and has content too");
         const std::string content = ReadNamedFile(element, file);
         constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
         const bool marked = content.starts_with(ByteOrderMark);
-        return WidenQueueText(std::string_view(content).substr(marked ? ByteOrderMark.size() : 0));
+        return FromUtf8(std::string_view(content).substr(marked ? ByteOrderMark.size() : 0));
     }
 
     std::vector<std::uint8_t> ReadBlock(const xmlNode* element, std::string_view text) const {

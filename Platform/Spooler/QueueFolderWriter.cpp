@@ -1,8 +1,8 @@
 #include "Spooler/QueueFolderWriter.h"
 
+#include "Locale/Utf16.h"
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueSchema.h"
-#include "Spooler/QueueText.h"
 #include "Xml/XmlOutput.h"
 
 #include <cstdio>
@@ -45,7 +45,7 @@ void WriteFields(XmlOutput& xml, const Record& record, const TextAttribute<Recor
     const Record standard;
     for (const auto& row : texts)
         if (row.required || record.*row.field != standard.*row.field)
-            xml.Attribute(row.name, NarrowQueueText(record.*row.field));
+            xml.Attribute(row.name, ToUtf8(record.*row.field));
     for (const auto& row : numbers)
         if (record.*row.field != standard.*row.field)
             xml.Attribute(row.name, std::to_string(record.*row.field));
@@ -53,7 +53,7 @@ void WriteFields(XmlOutput& xml, const Record& record, const TextAttribute<Recor
 
 struct ValueWriter {
     XmlOutput& xml;
-    void operator()(const std::wstring& text) const { xml.Text(NarrowQueueText(text)); }
+    void operator()(const std::wstring& text) const { xml.Text(ToUtf8(text)); }
     void operator()(bool value) const { xml.Text(value ? "true" : "false"); }
     void operator()(std::int32_t value) const { xml.Text(std::to_string(value)); }
     void operator()(const QueueBytes& value) const { xml.Base64(value.bytes); }
@@ -65,7 +65,7 @@ void WriteProperties(XmlOutput& xml, const char* element, const QueueValues& val
     xml.Start(element);
     for (const auto& [name, value] : values) {
         xml.Start(ValueElements[value.index()]);
-        xml.Attribute("name", NarrowQueueText(name));
+        xml.Attribute("name", ToUtf8(name));
         std::visit(ValueWriter{xml}, value);
         xml.End();
     }

@@ -3,6 +3,7 @@
 #include "Xml/ParserError.h"
 
 #include <libxml/parserInternals.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <new>
@@ -88,10 +89,10 @@ void EventParse::NoteSource(int line, int column) {
     rest = rest.substr(0, std::min(rest.find_first_of("\r\n"), rest.size()));
     const auto at = static_cast<std::size_t>(std::max(column, 0));
     std::size_t begin = at > LongestSource ? std::min(at - LongestSource, rest.size()) : 0;
-    while (begin < rest.size() && (rest[begin] & 0xC0) == 0x80)
+    while (begin < rest.size() && Utf8::IsTrail(rest[begin]))
         ++begin;
     std::size_t end = std::min(begin + 2 * LongestSource, rest.size());
-    while (end < rest.size() && (rest[end] & 0xC0) == 0x80)
+    while (end < rest.size() && Utf8::IsTrail(rest[end]))
         ++end;
     m_failure.source = rest.substr(begin, end - begin);
 }

@@ -1,7 +1,6 @@
 #include "Xml/TextConversion.h"
 
-#include <unicode/utf16.h>
-#include <unicode/utf8.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <limits>
@@ -10,57 +9,46 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr UChar32 Replacement = 0xFFFD;
-
 bool IsAscii(std::string_view text) noexcept {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
 }
 
-/// Calls `unit` with every UTF-16 unit of `utf8`.
-template <class Unit>
-void ForEachUnit(std::string_view utf8, Unit&& unit) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(utf8.data());
-    for (std::size_t index = 0; index < utf8.size();) {
-        UChar32 character;
-        U8_NEXT(bytes, index, utf8.size(), character);
-        if (character < 0) character = Replacement;
-        if (U_IS_BMP(character)) {
-            unit(static_cast<char16_t>(character));
-        } else {
-            unit(static_cast<char16_t>(U16_LEAD(character)));
-            unit(static_cast<char16_t>(U16_TRAIL(character)));
-        }
+/// Calls `take` with every UTF-16 unit of `utf8`.
+template <class Take>
+void ForEachUnit(std::string_view utf8, Take&& take) {
+    const char* next = utf8.data();
+    for (const char* const end = next + utf8.size(); next != end;) {
+        char16_t units[Utf8::MostUnits];
+        const std::size_t count = Utf8::Encode(Utf8::Decode(next, end), units);
+        for (std::size_t at = 0; at < count; ++at)
+            take(units[at]);
     }
 }
 
-void AppendCharacter(std::string& target, UChar32 character) {
-    char bytes[U8_MAX_LENGTH];
-    std::size_t length = 0;
-    U8_APPEND_UNSAFE(bytes, length, character);
-    target.append(bytes, length);
-}
-
-bool IsXmlCharacter(UChar32 character) noexcept {
+bool IsXmlCharacter(char32_t character) noexcept {
     if (character < 0x20) return character == '\t' || character == '\n' || character == '\r';
-    return !U_IS_SURROGATE(character) && character != 0xFFFE && character != 0xFFFF;
+    return character != 0xFFFE && character != 0xFFFF;
 }
 
-template <class Accepts>
-bool AppendWhere(std::string& target, std::wstring_view utf16, Accepts&& accepts) {
-    target.reserve(target.size() + utf16.size());
-    for (std::size_t index = 0; index < utf16.size();) {
-        auto character = static_cast<UChar32>(utf16[index++]);
-        if (character < 0 || character > 0xFFFF) return false; // a unit has 16 bits, whatever wchar_t has
-        if (U16_IS_LEAD(character) && index < utf16.size() && U16_IS_TRAIL(utf16[index]))
-            character = U16_GET_SUPPLEMENTARY(character, static_cast<UChar32>(utf16[index++]));
-        if (!accepts(character)) return false;
-        if (character < 0x80)
+/// False where the units are ill-formed, or a character of theirs is not accepted.
+template <class Unit, class Accepts>
+bool AppendWhere(std::string& target, const Unit* next, std::size_t size, Accepts&& accepts) {
+    target.reserve(target.size() + size);
+    for (const Unit* const end = next + size; next != end;) {
+        bool wellFormed = true;
+        const char32_t character = Utf8::Decode(next, end, wellFormed);
+        if (!wellFormed || !accepts(character)) return false;
+        if (character < 0x80) {
             target.push_back(static_cast<char>(character));
-        else
-            AppendCharacter(target, character);
+        } else {
+            char bytes[Utf8::MostBytes];
+            target.append(bytes, Utf8::Encode(character, bytes));
+        }
     }
     return true;
 }
+
+constexpr auto Any = [](char32_t) { return true; };
 
 } // namespace
 
@@ -100,11 +88,11 @@ HRESULT GiveText(VARIANT* place, std::string_view utf8) noexcept {
 }
 
 bool AppendUtf8(std::string& target, std::wstring_view utf16) {
-    return AppendWhere(target, utf16, [](UChar32 character) { return !U_IS_SURROGATE(character); });
+    return AppendWhere(target, utf16.data(), utf16.size(), Any);
 }
 
 bool AppendXmlUtf8(std::string& target, std::wstring_view utf16) {
-    return AppendWhere(target, utf16, IsXmlCharacter);
+    return AppendWhere(target, utf16.data(), utf16.size(), IsXmlCharacter);
 }
 
 std::string ToUtf16Bytes(std::string_view utf8) {
@@ -125,14 +113,7 @@ bool FromUtf16Bytes(std::string_view bytes, bool bigEndian, std::string& utf8) {
         const auto second = static_cast<unsigned char>(bytes[2 * index + 1]);
         units[index] = static_cast<char16_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
     }
-    utf8.reserve(units.size());
-    for (std::size_t index = 0; index < units.size();) {
-        UChar32 character;
-        U16_NEXT(units, index, units.size(), character);
-        if (U_IS_SURROGATE(character)) return false;
-        AppendCharacter(utf8, character);
-    }
-    return true;
+    return AppendWhere(utf8, units.data(), units.size(), Any);
 }
 
 void AppendUtf16(std::wstring& target, std::string_view utf8) {

@@ -3,12 +3,12 @@
 #include "AttributeStore/AttributeRecordForm.h"
 #include "AttributeStore/PersistentAttributes.h"
 
-#include "LowLevelFacilities/Utf8.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
+
+#include <utf8coder.h>
 
 using namespace AttributeRecordForm;
 using Bytes = std::span<const unsigned char>;
@@ -31,9 +31,9 @@ std::optional<CXString> readText(Bytes content) {
     while (next != end) {
         bool isValid = true;
         wchar_t units[2];
-        const char32_t code = Utf8::decode(next, end, isValid);
+        const char32_t code = OvPlatform::Utf8::Decode(next, end, isValid);
         if (!isValid) return {};
-        text.append(units, Utf8::encode(code, units));
+        text.append(units, OvPlatform::Utf8::Encode(code, units));
     }
     return CXString(std::move(text));
 }

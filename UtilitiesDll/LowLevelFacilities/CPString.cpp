@@ -1,11 +1,12 @@
 #include "LowLevelFacilities/CPString.h"
 
 #include "LowLevelFacilities/CPStringUtils.h"
-#include "LowLevelFacilities/Utf8.h"
 #include "LowLevelFacilities/WhiteSpace.h"
 
 #include <algorithm>
 #include <ostream>
+
+#include <utf8coder.h>
 
 namespace {
 
@@ -18,7 +19,7 @@ std::size_t offsetOf(std::string_view text, unsigned int codePoint) noexcept {
     const char* at = text.data();
     const char* const end = at + text.size();
     for (; codePoint != 0 && at != end; --codePoint)
-        Utf8::decode(at, end);
+        OvPlatform::Utf8::Decode(at, end);
     return codePoint == 0 ? static_cast<std::size_t>(at - text.data()) : std::string_view::npos;
 }
 
@@ -26,7 +27,7 @@ unsigned int countCodePoints(std::string_view text) noexcept {
     unsigned int count = 0;
     const char* const end = text.data() + text.size();
     for (const char* at = text.data(); at != end; ++count)
-        Utf8::decode(at, end);
+        OvPlatform::Utf8::Decode(at, end);
     return count;
 }
 
@@ -73,7 +74,7 @@ CPString& CPString::operator+=(const char* tail) {
 bool CPString::isEmptyOrOnlyWhitespace() const noexcept {
     const char* const end = m_bytes.data() + m_bytes.size();
     for (const char* at = m_bytes.data(); at != end;) {
-        if (!WhiteSpace::isWhiteSpace(Utf8::decode(at, end))) return false;
+        if (!WhiteSpace::isWhiteSpace(OvPlatform::Utf8::Decode(at, end))) return false;
     }
     return true;
 }

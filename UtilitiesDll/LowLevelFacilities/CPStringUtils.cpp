@@ -1,9 +1,10 @@
 #include "LowLevelFacilities/CPStringUtils.h"
 
 #include "LowLevelFacilities/InternalOrvelCPFormatStringBuffer.h"
-#include "LowLevelFacilities/Utf8.h"
 
 #include <string_view>
+
+#include <utf8coder.h>
 
 namespace CPStringUtils {
 
@@ -15,11 +16,11 @@ void narrowInPieces(const wchar_t* text, const wchar_t* end, Append append) {
     char piece[256];
     std::size_t used = 0;
     while (text != end) {
-        if (used + Utf8::maxBytes > sizeof piece) {
+        if (used + OvPlatform::Utf8::MostBytes > sizeof piece) {
             append(piece, used);
             used = 0;
         }
-        used += Utf8::encode(Utf8::decode(text, end), piece + used);
+        used += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(text, end), piece + used);
     }
     if (used != 0) append(piece, used);
 }
@@ -66,7 +67,7 @@ std::wstring widenTo_wstring(const char* text, std::size_t length) {
     result.resize(length);
     wchar_t* to = result.data();
     for (const char* const end = text + length; text != end;)
-        to += Utf8::encode(Utf8::decode(text, end), to);
+        to += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(text, end), to);
     result.resize(static_cast<std::size_t>(to - result.data()));
     return result;
 }

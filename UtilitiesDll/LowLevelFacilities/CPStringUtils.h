@@ -11,8 +11,8 @@ template <std::size_t AreaSize>
 class FormatStringBuffer;
 }
 
-/// Conversions between UTF-16 in wchar_t units and UTF-8. A null pointer is the empty text; a lone surrogate
-/// or a malformed byte becomes U+FFFD.
+/// Conversions between UTF-16 in wchar_t units and UTF-8. A null pointer is the empty text; what is
+/// ill-formed becomes U+FFFD, as utf8coder.h has it.
 namespace CPStringUtils {
 
 OV_UTILITIES_API CPString narrow(const wchar_t* text);

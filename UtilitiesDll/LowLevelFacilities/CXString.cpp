@@ -1,7 +1,6 @@
 #include "LowLevelFacilities/CXString.h"
 
 #include "LowLevelFacilities/Base64.h"
-#include "LowLevelFacilities/Utf8.h"
 #include "LowLevelFacilities/WhiteSpace.h"
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <cstdint>
 #include <ostream>
 
+#include <utf8coder.h>
 #include <windows.h>
 
 namespace {
@@ -209,12 +209,12 @@ void CXString::AssignFormatted(InternalOrvelCP::FormatBuffer& formatted) {
     std::size_t units = 0;
     wchar_t pair[2];
     for (const char* at = text; at != end;)
-        units += Utf8::encode(Utf8::decode(at, end), pair);
+        units += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(at, end), pair);
     // Made aside, so that the result costs one allocation of its own size.
     std::wstring result(units, L'\0');
     wchar_t* to = result.data();
     while (text != end)
-        to += Utf8::encode(Utf8::decode(text, end), to);
+        to += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(text, end), to);
     m_text = std::move(result);
 }
 

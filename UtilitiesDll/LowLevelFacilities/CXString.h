@@ -22,7 +22,7 @@ public:
     CXString(const CXString&) = default;
     CXString(CXString&&) noexcept = default;
     CXString(const wchar_t* text);
-    /// From UTF-8; each malformed byte becomes U+FFFD.
+    /// From UTF-8; each ill-formed part becomes U+FFFD.
     CXString(const char* utf8);
     CXString(const wchar_t* text, int length);
     explicit CXString(std::wstring&& text) noexcept;

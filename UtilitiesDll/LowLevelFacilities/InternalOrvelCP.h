@@ -14,7 +14,6 @@
 #include "LowLevelFacilities/InternalOrvelCPFormatStringBuffer.h"
 #include "LowLevelFacilities/LastErrorKeeper.h"
 #include "LowLevelFacilities/ThrowFailure.h"
-#include "LowLevelFacilities/Utf8.h"
 
 #include <algorithm>
 #include <charconv>
@@ -23,6 +22,8 @@
 #include <cwchar>
 #include <new>
 #include <span>
+
+#include <utf8coder.h>
 
 namespace InternalOrvelCP {
 
@@ -109,7 +110,7 @@ inline void outputText(FormatBuffer& destination, const FormatSpecification& spe
     const auto precision = static_cast<std::size_t>(specification.precision());
     if (specification.precision() >= 0 && precision < length) {
         length = precision;
-        while (length != 0 && (static_cast<unsigned char>(text[length]) & 0xC0u) == 0x80u)
+        while (length != 0 && OvPlatform::Utf8::IsTrail(text[length]))
             --length;
     }
     // Of a text of which nothing is kept nothing is read.
@@ -119,14 +120,14 @@ inline void outputText(FormatBuffer& destination, const FormatSpecification& spe
 
 inline void outputCharacter(FormatBuffer& destination, const FormatSpecification& specification,
                             const FormatArgument& argument) {
-    char bytes[Utf8::maxBytes + 1] = {};
+    char bytes[OvPlatform::Utf8::MostBytes + 1] = {};
     std::size_t length = 1;
     const bool asksForWide = specification.conversion() == 'C' || specification.isLong();
     if (argument.character == FormatArgument::Character::Wide ||
         (asksForWide && argument.character != FormatArgument::Character::Narrow)) {
         const auto unit = static_cast<wchar_t>(argument.integral & 0xFFFF);
         const wchar_t* at = &unit;
-        length = Utf8::encode(Utf8::decode(at, &unit + 1), bytes);
+        length = OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(at, &unit + 1), bytes);
     } else {
         bytes[0] = static_cast<char>(argument.integral);
     }

@@ -5,10 +5,11 @@
 
 #include <Dictionary/DictionaryIndexWithUnique.h>
 #include <LowLevelFacilities/CPStringUtils.h>
-#include <LowLevelFacilities/Utf8.h>
 
 #include <cstdint>
 #include <string_view>
+
+#include <utf8coder.h>
 
 /// An index of options. Its key is the number of the option's feature in at least five digits and, right
 /// behind it, what the derived class takes: the option's name or number. Whoever asks gives the two apart;
@@ -52,7 +53,7 @@ private:
     template <typename Use>
     static decltype(auto) WithKey(DataModelIds::tagFeatureEnum feature, std::wstring_view option, Use use) {
         char area[256];
-        if (option.size() > sizeof area / Utf8::maxBytes)
+        if (option.size() > sizeof area / OvPlatform::Utf8::MostBytes)
             return WithKey(feature, CPStringUtils::narrowToStdString(option.data(), option.size()), use);
         std::size_t size = 0;
         std::uint32_t allUnits = 0;
@@ -64,7 +65,7 @@ private:
             size = 0;
             const wchar_t* const end = option.data() + option.size();
             for (const wchar_t* unit = option.data(); unit != end;)
-                size += Utf8::encode(Utf8::decode(unit, end), area + size);
+                size += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(unit, end), area + size);
         }
         return WithKey(feature, std::string_view(area, size), use);
     }

@@ -38,15 +38,15 @@ TEST(CPString, FindsFromACodePointOn) {
     EXPECT_EQ(at(0), text.find(static_cast<const char*>(nullptr)));
 }
 
-TEST(CPString, KeepsMalformedBytesAndCountsEach) {
+TEST(CPString, KeepsIllFormedBytesAndCountsTheirParts) {
     const CPString text("a\xFF\xC3"
                         "b\xE2\x82");
     EXPECT_EQ(6u, text.sizeOfUtf8RawBytes().value());
-    EXPECT_EQ(6u, text.sizeInCodePoints().value());
+    EXPECT_EQ(5u, text.sizeInCodePoints().value());
     EXPECT_EQ(at(3), text.find("b"));
     EXPECT_EQ(0xFF, text.utf8RawBytes()[1]);
     EXPECT_EQ(L"a\uFFFD\uFFFD"
-              L"b\uFFFD\uFFFD",
+              L"b\uFFFD",
               CPStringUtils::widenTo_wstring(text));
 }
 

@@ -1,0 +1,131 @@
+#include <LowLevelFacilities/CPStringUtils.h>
+
+#include <gtest/gtest.h>
+#include <utf8coder.h>
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace {
+
+namespace Utf8 = OvPlatform::Utf8;
+
+std::wstring Decoded(std::string_view bytes, bool& allIsWellFormed) {
+    std::wstring text;
+    allIsWellFormed = true;
+    const char* next = bytes.data();
+    for (const char* const end = next + bytes.size(); next != end;) {
+        bool wellFormed = false;
+        wchar_t units[Utf8::MostUnits];
+        text.append(units, Utf8::Encode(Utf8::Decode(next, end, wellFormed), units));
+        allIsWellFormed = allIsWellFormed && wellFormed;
+    }
+    return text;
+}
+
+std::string Encoded(std::wstring_view text, bool& allIsWellFormed) {
+    std::string bytes;
+    allIsWellFormed = true;
+    const wchar_t* next = text.data();
+    for (const wchar_t* const end = next + text.size(); next != end;) {
+        bool wellFormed = false;
+        char character[Utf8::MostBytes];
+        bytes.append(character, Utf8::Encode(Utf8::Decode(next, end, wellFormed), character));
+        allIsWellFormed = allIsWellFormed && wellFormed;
+    }
+    return bytes;
+}
+
+std::wstring WidenedByThePlatform(const std::string& bytes) {
+    std::wstring text(bytes.size(), L'?');
+    text.resize(
+        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()),
+                                                     text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+std::string NarrowedByThePlatform(const std::wstring& text) {
+    std::string bytes(3 * text.size(), '?');
+    bytes.resize(static_cast<std::size_t>(
+        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
+                            static_cast<int>(bytes.size()), nullptr, nullptr)));
+    return bytes;
+}
+
+/// One unit each, as text is held in memory.
+std::wstring Units(std::initializer_list<unsigned> units) { return std::wstring(units.begin(), units.end()); }
+
+// The platform's functions and the library's strings read the same bytes alike, also where they are no UTF-8.
+TEST(Utf8Coder, ReplacesEachMaximalSubpartOfIllFormedBytes) {
+    const struct {
+        const char* what;
+        std::string bytes;
+        std::wstring text;
+    } cases[] = {
+        {"longer forms than needed", "\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41",
+         L"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
+        {"surrogates", "\xED\xA0\x80\xED\xBF\xBF\xED\xAF\x41",
+         L"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
+        {"beyond the last character, and trails alone", "\xF4\x91\x92\x93\xFF\x41\x80\xBF\x42",
+         L"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA\uFFFD\uFFFDB"},
+        {"cut short", "\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41", L"\uFFFD\uFFFD\uFFFD\uFFFDA"},
+        {"cut short by the end", "a\xF0\x9F\x98", L"a\uFFFD"},
+        {"the least of a lead", "\xC2\xE0\xA0\xF0\x90\x80", L"\uFFFD\uFFFD\uFFFD"},
+        {"the most of a lead", "\xDF\xED\x9F\xF4\x8F\xBF", L"\uFFFD\uFFFD\uFFFD"},
+        {"no lead", "\xC1\xF5\xF8\xFE", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
+    };
+    for (const auto& each : cases) {
+        bool wellFormed = true;
+        EXPECT_EQ(Decoded(each.bytes, wellFormed), each.text) << each.what;
+        EXPECT_FALSE(wellFormed) << each.what;
+        EXPECT_EQ(WidenedByThePlatform(each.bytes), each.text) << each.what;
+        EXPECT_EQ(CPStringUtils::widenTo_wstring(each.bytes.data(), each.bytes.size()), each.text)
+            << each.what;
+    }
+}
+
+TEST(Utf8Coder, ReplacesEachLoneSurrogate) {
+    const struct {
+        const char* what;
+        std::wstring text;
+        std::string bytes;
+    } cases[] = {
+        {"a first half", Units({'a', 0xD800, 'b'}),
+         "a\xEF\xBF\xBD"
+         "b"},
+        {"a second half", Units({'a', 0xDFFF, 'b'}),
+         "a\xEF\xBF\xBD"
+         "b"},
+        {"the wrong way round", Units({0xDC00, 0xDBFF}), "\xEF\xBF\xBD\xEF\xBF\xBD"},
+        {"before a pair", Units({0xD83D, 0xD83D, 0xDE00}), "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
+        {"more than 16 bits", Units({'a', 0x1F600}), "a\xEF\xBF\xBD"},
+    };
+    for (const auto& each : cases) {
+        bool wellFormed = true;
+        EXPECT_EQ(Encoded(each.text, wellFormed), each.bytes) << each.what;
+        EXPECT_FALSE(wellFormed) << each.what;
+        EXPECT_EQ(NarrowedByThePlatform(each.text), each.bytes) << each.what;
+        EXPECT_EQ(CPStringUtils::narrowToStdString(each.text.data(), each.text.size()), each.bytes)
+            << each.what;
+    }
+}
+
+TEST(Utf8Coder, KeepsEveryCharacterBothWays) {
+    for (char32_t character = 0; character <= 0x10FFFF; character += character == 0xD7FF ? 0x801 : 1) {
+        char bytes[Utf8::MostBytes];
+        char16_t units[Utf8::MostUnits];
+        const std::size_t size = Utf8::Encode(character, bytes);
+        const std::size_t count = Utf8::Encode(character, units);
+        const char* byte = bytes;
+        const char16_t* unit = units;
+        bool bytesAreWellFormed = false;
+        bool unitsAreWellFormed = false;
+        ASSERT_EQ(Utf8::Decode(byte, bytes + size, bytesAreWellFormed), character);
+        ASSERT_EQ(Utf8::Decode(unit, units + count, unitsAreWellFormed), character);
+        ASSERT_TRUE(byte == bytes + size && unit == units + count && bytesAreWellFormed && unitsAreWellFormed)
+            << static_cast<unsigned>(character);
+    }
+}
+
+} // namespace
