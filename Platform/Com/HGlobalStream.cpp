@@ -3,10 +3,9 @@
 #include "Com/GlobalMemory.h"
 
 #include <atlcomcli.h>
-#include <streamcopy.h>
+#include <streambase.h>
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <memory>
@@ -22,7 +21,7 @@ constexpr IID OwnIdentifier = {0x6f1c7e52, 0x0b5d, 0x4d0a, {0x9a, 0x31, 0x52, 0x
 
 /// The bytes that a stream and its clones share.
 struct SharedMemory {
-    SharedMemory(HGLOBAL block, bool freeAtEnd, ULONGLONG bytes)
+    SharedMemory(HGLOBAL block, bool freeAtEnd, std::size_t bytes)
         : memory(block), owned(freeAtEnd), size(bytes) {}
     SharedMemory(const SharedMemory&) = delete;
     SharedMemory& operator=(const SharedMemory&) = delete;
@@ -41,23 +40,23 @@ struct SharedMemory {
     bool SetSize(ULONGLONG newSize) {
         if (!Reserve(newSize)) return false;
         if (newSize > size) std::memset(GlobalMemory::Data(memory) + size, 0, newSize - size);
-        size = newSize;
+        size = static_cast<std::size_t>(newSize);
         return true;
     }
 
     std::mutex lock;
     HGLOBAL memory;
     bool owned;
-    ULONGLONG size;
+    std::size_t size;
 };
 
-class HGlobalStream final : public CountedObject<IStream> {
+class HGlobalStream final : public StreamBase<FaultEntry> {
 public:
-    HGlobalStream(std::shared_ptr<SharedMemory> shared, ULONGLONG position)
-        : m_shared(std::move(shared)), m_position(position) {}
+    HGlobalStream(std::shared_ptr<SharedMemory> shared, std::size_t position)
+        : StreamBase(STGM_READWRITE, position, STG_E_SEEKERROR), m_shared(std::move(shared)) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (iid != OwnIdentifier) return CountedObject::QueryInterface(iid, object);
+        if (iid != OwnIdentifier) return StreamBase::QueryInterface(iid, object);
         *object = this;
         AddRef();
         return S_OK;
@@ -70,10 +69,10 @@ public:
         std::lock_guard guard(m_shared->lock);
         if (m_position >= m_shared->size) return S_OK;
         // The memory may have been made smaller behind the stream.
-        const ULONGLONG end =
-            (std::min)(m_shared->size, static_cast<ULONGLONG>(GlobalMemory::Size(m_shared->memory)));
-        const ULONG taken =
-            static_cast<ULONG>((std::min)(static_cast<ULONGLONG>(count), end - (std::min)(m_position, end)));
+        const std::size_t end =
+            (std::min)(m_shared->size, static_cast<std::size_t>(GlobalMemory::Size(m_shared->memory)));
+        const auto taken =
+            static_cast<ULONG>((std::min)(std::size_t{count}, end - (std::min)(m_position, end)));
         if (taken > 0) std::memcpy(buffer, GlobalMemory::Data(m_shared->memory) + m_position, taken);
         m_position += taken;
         if (got != nullptr) *got = taken;
@@ -86,7 +85,7 @@ public:
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         if (count == 0) return S_OK;
         std::lock_guard guard(m_shared->lock);
-        const ULONGLONG end = m_position + count;
+        const std::size_t end = m_position + count;
         if (end < m_position) return STG_E_MEDIUMFULL;
         if (end > m_shared->size) {
             if (!m_shared->Reserve(end)) return E_OUTOFMEMORY;
@@ -100,72 +99,10 @@ public:
         return S_OK;
     }
 
-    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) override {
-        if (newPosition != nullptr) newPosition->QuadPart = m_position;
-        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        std::lock_guard guard(m_shared->lock);
-        ULONGLONG base = 0;
-        switch (origin) {
-        case STREAM_SEEK_SET:
-            break;
-        case STREAM_SEEK_CUR:
-            base = m_position;
-            break;
-        case STREAM_SEEK_END:
-            base = m_shared->size;
-            break;
-        default:
-            return STG_E_SEEKERROR;
-        }
-        const ULONGLONG target = base + static_cast<ULONGLONG>(move.QuadPart);
-        const bool wrapped = move.QuadPart < 0 ? target > base : target < base;
-        if (wrapped) return STG_E_SEEKERROR;
-        m_position = target;
-        if (newPosition != nullptr) newPosition->QuadPart = m_position;
-        return S_OK;
-    }
-
     HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER newSize) override {
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         std::lock_guard guard(m_shared->lock);
         return m_shared->SetSize(newSize.QuadPart) ? S_OK : E_OUTOFMEMORY;
-    }
-
-    HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
-                                     ULARGE_INTEGER* written) override {
-        // No more than there is now: the target may be a clone, which makes these bytes grow.
-        count.QuadPart = (std::min)(count.QuadPart, Left());
-        std::array<BYTE, 16384> buffer;
-        // The lock is not held while the target writes: it may call back.
-        const auto nextChunk = [&](ULONGLONG most, const void*& bytes, ULONGLONG& size) {
-            ULONG got = 0;
-            const auto step = static_cast<ULONG>((std::min)(most, ULONGLONG{buffer.size()}));
-            const HRESULT result = Read(buffer.data(), step, &got);
-            bytes = buffer.data();
-            size = got;
-            return result;
-        };
-        return CopyStream(nextChunk, target, count, read, written);
-    }
-
-    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return FaultPoint(); }
-    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return STG_E_INVALIDFUNCTION;
-    }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return STG_E_INVALIDFUNCTION;
-    }
-
-    HRESULT STDMETHODCALLTYPE Stat(STATSTG* statistics, DWORD) override {
-        if (statistics == nullptr) return STG_E_INVALIDPOINTER;
-        if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        std::lock_guard guard(m_shared->lock);
-        *statistics = STATSTG{};
-        statistics->type = STGTY_STREAM;
-        statistics->cbSize.QuadPart = m_shared->size;
-        statistics->grfMode = STGM_READWRITE;
-        return S_OK;
     }
 
     HRESULT STDMETHODCALLTYPE Clone(IStream** clone) override {
@@ -188,14 +125,14 @@ public:
     }
 
 private:
-    ULONGLONG Left() {
-        std::lock_guard guard(m_shared->lock);
-        return m_shared->size - (std::min)(m_position, m_shared->size);
+    HRESULT Size(std::size_t& size) override {
+        size = m_shared->size;
+        return S_OK;
     }
+    void Hold() override { m_shared->lock.lock(); }
+    void LetGo() override { m_shared->lock.unlock(); }
 
     std::shared_ptr<SharedMemory> m_shared;
-    // Guarded by the lock of the shared memory.
-    ULONGLONG m_position;
 };
 
 } // namespace

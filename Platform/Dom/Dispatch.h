@@ -1,14 +1,21 @@
 #pragma once
 
-#include <oleauto.h>
+#include "Com/CountedObject.h"
 
-#include <atomic>
+#include <msxml6.h>
+#include <oleauto.h>
 
 namespace OvPlatform {
 
-/// The slots of IDispatch, which nobody calls: the interfaces are used by their own slots.
-template <class Interface>
-class Dispatch : public Interface {
+template <>
+struct ExtendedInterface<IXMLDOMParseError2> {
+    using Type = IXMLDOMParseError;
+};
+
+/// The slots of IDispatch over an object's other bases. Nobody calls them: the interfaces are used by their
+/// own slots.
+template <class Base>
+class Dispatch : public Base {
 public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
         if (count == nullptr) return E_INVALIDARG;
@@ -28,17 +35,7 @@ public:
     }
 
 protected:
-    ~Dispatch() = default;
-};
-
-/// The count of an object that deletes itself.
-class ReferenceCount {
-public:
-    ULONG Increment() noexcept { return m_count.fetch_add(1, std::memory_order_relaxed) + 1; }
-    ULONG Decrement() noexcept { return m_count.fetch_sub(1, std::memory_order_acq_rel) - 1; }
-
-private:
-    std::atomic<ULONG> m_count{1};
+    ~Dispatch() override = default;
 };
 
 } // namespace OvPlatform

@@ -23,22 +23,6 @@ bool Has(const std::array<std::wstring_view, 3>& known, std::wstring_view wanted
 
 } // namespace
 
-HRESULT STDMETHODCALLTYPE DomImplementation::QueryInterface(REFIID riid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (riid != __uuidof(IUnknown) && riid != __uuidof(IDispatch) && riid != __uuidof(IXMLDOMImplementation))
-        return E_NOINTERFACE;
-    *object = static_cast<IXMLDOMImplementation*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE DomImplementation::Release() {
-    const ULONG left = m_count.Decrement();
-    if (left == 0) delete this;
-    return left;
-}
-
 HRESULT STDMETHODCALLTYPE DomImplementation::hasFeature(BSTR feature, BSTR version, VARIANT_BOOL* has) {
     if (feature == nullptr || has == nullptr) return E_INVALIDARG;
     *has = Has(Features, ViewOf(feature)) && Has(Versions, ViewOf(version)) ? VARIANT_TRUE : VARIANT_FALSE;

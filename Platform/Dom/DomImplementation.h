@@ -6,19 +6,13 @@
 
 namespace OvPlatform {
 
-class DomImplementation final : public Dispatch<IXMLDOMImplementation> {
+class DomImplementation final : public Dispatch<CountedObject<IXMLDOMImplementation>> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
-
     /// `XML`, `DOM` and `MS-DOM`, in version 1.0, 2.0 or any.
     HRESULT STDMETHODCALLTYPE hasFeature(BSTR feature, BSTR version, VARIANT_BOOL* has) override;
 
 private:
-    ~DomImplementation() = default;
-
-    ReferenceCount m_count;
+    ~DomImplementation() override = default;
 };
 
 } // namespace OvPlatform

@@ -10,7 +10,7 @@ inline constexpr IID DomNodeObjectId = {
 
 /// The COM side of a node: the slots of IXMLDOMNode for an interface that derives from it.
 template <class Interface_>
-class DomNode : public Dispatch<Interface_>, public ISupportErrorInfo, public DomNodeObject {
+class DomNode : public Dispatch<CountedObject<Interface_, ISupportErrorInfo>>, public DomNodeObject {
 public:
     using DomNodeObject::DomNodeObject;
 
@@ -30,14 +30,8 @@ public:
             *object = static_cast<Interface_*>(this);
         else
             return OtherInterface(riid, object);
-        AddRef();
+        this->AddRef();
         return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = m_count.Decrement();
-        if (left == 0) delete this;
-        return left;
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID riid) override {
         return riid == __uuidof(IXMLDOMNode) || Answers(riid) ? S_OK : S_FALSE;
@@ -168,9 +162,6 @@ protected:
         *place = nullptr;
         return S_FALSE;
     }
-
-private:
-    ReferenceCount m_count;
 };
 
 } // namespace OvPlatform

@@ -9,26 +9,8 @@ namespace OvPlatform {
 
 /// The slots that lists and maps share: a place where nextNode stands, and access by number.
 template <class Interface_>
-class DomNodeSequence : public Dispatch<Interface_>, public ISupportErrorInfo {
+class DomNodeSequence : public Dispatch<CountedObject<Interface_, ISupportErrorInfo>> {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (riid == __uuidof(IUnknown) || riid == __uuidof(IDispatch) || riid == __uuidof(Interface_))
-            *object = static_cast<Interface_*>(this);
-        else if (riid == __uuidof(ISupportErrorInfo))
-            *object = static_cast<ISupportErrorInfo*>(this);
-        else
-            return E_NOINTERFACE;
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = m_count.Decrement();
-        if (left == 0) delete this;
-        return left;
-    }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID riid) override {
         return riid == __uuidof(Interface_) ? S_OK : S_FALSE;
     }
@@ -69,24 +51,13 @@ public:
     }
 
 protected:
-    virtual ~DomNodeSequence() = default;
+    ~DomNodeSequence() override = default;
 
     /// S_FALSE and null behind the end.
     virtual HRESULT GiveAt(std::size_t index, IXMLDOMNode** item) = 0;
     virtual std::size_t Length() = 0;
 
-    template <class Work>
-    static HRESULT Guarded(Work&& work) noexcept {
-        if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        try {
-            return work();
-        } catch (const std::bad_alloc&) {
-            return E_OUTOFMEMORY;
-        }
-    }
-
 private:
-    ReferenceCount m_count;
     std::size_t m_next = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/Guarded.h"
 #include "Dom/Dispatch.h"
 #include "Dom/DomTree.h"
 
@@ -93,16 +94,13 @@ public:
     HRESULT SetValue(std::string_view value);
 
 protected:
-    /// Runs one published operation: it can be made to fail, and memory that is out is its result.
+    /// As OvPlatform::Guarded, after BeforeUse.
     template <class Work>
     HRESULT Guarded(Work&& work) const noexcept {
-        if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-        try {
+        return OvPlatform::Guarded([&]() -> HRESULT {
             const_cast<DomNodeObject*>(this)->BeforeUse();
             return work();
-        } catch (const std::bad_alloc&) {
-            return E_OUTOFMEMORY;
-        }
+        });
     }
 
     /// Before each operation: a document takes over what was written to it.

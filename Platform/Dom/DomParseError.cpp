@@ -23,26 +23,6 @@ HRESULT GiveNumber(LONG* place, LONG number) noexcept {
 
 } // namespace
 
-HRESULT STDMETHODCALLTYPE DomParseError::QueryInterface(REFIID riid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (riid == __uuidof(IUnknown) || riid == __uuidof(IDispatch) || riid == __uuidof(IXMLDOMParseError) ||
-        riid == __uuidof(IXMLDOMParseError2))
-        *object = static_cast<IXMLDOMParseError2*>(this);
-    else if (riid == __uuidof(ISupportErrorInfo))
-        *object = static_cast<ISupportErrorInfo*>(this);
-    else
-        return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE DomParseError::Release() {
-    const ULONG left = m_count.Decrement();
-    if (left == 0) delete this;
-    return left;
-}
-
 HRESULT STDMETHODCALLTYPE DomParseError::InterfaceSupportsErrorInfo(REFIID riid) {
     return riid == __uuidof(IXMLDOMParseError) ? S_OK : S_FALSE;
 }

@@ -8,13 +8,10 @@
 namespace OvPlatform {
 
 /// What the last parse of a document said. Without a failure its code is 0 and its texts are empty.
-class DomParseError final : public Dispatch<IXMLDOMParseError2>, public ISupportErrorInfo {
+class DomParseError final : public Dispatch<CountedObject<IXMLDOMParseError2, ISupportErrorInfo>> {
 public:
     explicit DomParseError(const XmlFailure& failure) : m_failure(failure) {}
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID riid) override;
 
     HRESULT STDMETHODCALLTYPE get_errorCode(LONG* errorCode) override;
@@ -31,9 +28,8 @@ public:
     HRESULT STDMETHODCALLTYPE get_errorParametersCount(LONG* count) override;
 
 private:
-    ~DomParseError() = default;
+    ~DomParseError() override = default;
 
-    ReferenceCount m_count;
     const XmlFailure m_failure;
 };
 

@@ -49,8 +49,8 @@ private:
     void WriteRaw(std::string_view text);
     void RequireCharacters(std::string_view text);
     bool PreservesSpace(const xmlNode* element) const noexcept;
-    /// Whether a line may end between two nodes of the innermost element, null being a tag of its: it may not
-    /// where the break would become content.
+    /// Whether a line may end between two nodes of the innermost element, null being one of its tags: it may
+    /// not where the break would become content.
     bool MayBreak(const xmlNode* left, const xmlNode* right) const noexcept;
     void Break();
     /// The prefix to write, which the element then declares where nothing does.

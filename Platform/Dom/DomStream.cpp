@@ -1,33 +1,19 @@
 #include "Dom/DomStream.h"
 
+#include "Com/Guarded.h"
 #include "Dom/DomDocument.h"
 #include "Dom/DomSerializer.h"
 #include "Xml/DocumentBound.h"
 
-#include <streamcopy.h>
-
 #include <algorithm>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 namespace OvPlatform {
 
-namespace {
-
-template <class Work>
-HRESULT Guarded(Work&& work) noexcept {
-    if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    try {
-        return work();
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    }
+DomStream::DomStream(DomDocument& document) noexcept : StreamBase(STGM_READWRITE), m_document(document) {
+    m_document.AddRef();
 }
-
-} // namespace
-
-DomStream::DomStream(DomDocument& document) noexcept : m_document(document) { m_document.AddRef(); }
 
 DomStream::~DomStream() {
     try {
@@ -41,12 +27,6 @@ DomStream::~DomStream() {
 
 HRESULT STDMETHODCALLTYPE DomStream::QueryInterface(REFIID riid, void** object) {
     return m_document.QueryInterface(riid, object);
-}
-
-ULONG STDMETHODCALLTYPE DomStream::Release() {
-    const ULONG left = m_count.Decrement();
-    if (left == 0) delete this;
-    return left;
 }
 
 HRESULT DomStream::TakeWritten() {
@@ -100,29 +80,23 @@ HRESULT STDMETHODCALLTYPE DomStream::Write(const void* source, ULONG count, ULON
     });
 }
 
-HRESULT DomStream::SeekTo(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) {
-    LONGLONG base = 0;
-    if (origin == STREAM_SEEK_CUR && move.QuadPart == 0) {
-        // Only asked where it stands: a writer goes on writing.
-        if (newPosition != nullptr) newPosition->QuadPart = m_position;
-        return S_OK;
-    }
-    if (origin > STREAM_SEEK_END) return STG_E_INVALIDFUNCTION;
-    if (origin == STREAM_SEEK_CUR) base = static_cast<LONGLONG>(m_position);
-    if (const HRESULT result = TakeWritten(); result != S_OK) return FAILED(result) ? result : E_FAIL;
-    if (origin == STREAM_SEEK_END) {
-        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
-        base = static_cast<LONGLONG>(m_text.size());
-    }
-    if (move.QuadPart < -base || move.QuadPart > std::numeric_limits<LONGLONG>::max() - base)
-        return STG_E_INVALIDFUNCTION;
-    m_position = static_cast<std::size_t>(base + move.QuadPart);
-    if (newPosition != nullptr) newPosition->QuadPart = m_position;
-    return S_OK;
+HRESULT DomStream::Size(std::size_t& size) {
+    return OrOutOfMemory([&] {
+        const HRESULT result = EnsureText();
+        size = m_text.size();
+        return result;
+    });
 }
 
 HRESULT STDMETHODCALLTYPE DomStream::Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) {
-    return Guarded([&] { return SeekTo(move, origin, newPosition); });
+    // Who only asks where it stands goes on writing.
+    const bool isQuestion = origin == STREAM_SEEK_CUR && move.QuadPart == 0;
+    if (m_isWritten && !isQuestion && origin <= STREAM_SEEK_END) {
+        const std::size_t position = m_position;
+        if (const HRESULT result = Commit(STGC_DEFAULT); FAILED(result)) return result;
+        m_position = position;
+    }
+    return StreamBase::Seek(move, origin, newPosition);
 }
 
 HRESULT STDMETHODCALLTYPE DomStream::SetSize(ULARGE_INTEGER size) {
@@ -136,27 +110,6 @@ HRESULT STDMETHODCALLTYPE DomStream::SetSize(ULARGE_INTEGER size) {
     });
 }
 
-HRESULT STDMETHODCALLTYPE DomStream::CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
-                                            ULARGE_INTEGER* written) {
-    if (read != nullptr) read->QuadPart = 0;
-    if (written != nullptr) written->QuadPart = 0;
-    return Guarded([&]() -> HRESULT {
-        if (target == nullptr) return STG_E_INVALIDPOINTER;
-        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
-        // All at once, since the target may be this very stream.
-        const std::size_t begin = std::min(m_position, m_text.size());
-        count.QuadPart = std::min<ULONGLONG>(count.QuadPart, m_text.size() - begin);
-        const std::string part = m_text.substr(begin, static_cast<std::size_t>(count.QuadPart));
-        m_position = begin + part.size();
-        const auto nextChunk = [&](ULONGLONG, const void*& bytes, ULONGLONG& size) {
-            bytes = part.data();
-            size = part.size();
-            return S_OK;
-        };
-        return CopyStream(nextChunk, target, count, read, written);
-    });
-}
-
 HRESULT STDMETHODCALLTYPE DomStream::Commit(DWORD) {
     return Guarded([&]() -> HRESULT {
         const HRESULT result = TakeWritten();
@@ -167,18 +120,6 @@ HRESULT STDMETHODCALLTYPE DomStream::Commit(DWORD) {
 HRESULT STDMETHODCALLTYPE DomStream::Revert() {
     return Guarded([&]() -> HRESULT {
         if (std::exchange(m_isWritten, false)) m_position = 0;
-        return S_OK;
-    });
-}
-
-HRESULT STDMETHODCALLTYPE DomStream::Stat(STATSTG* stat, DWORD) {
-    return Guarded([&]() -> HRESULT {
-        if (stat == nullptr) return STG_E_INVALIDPOINTER;
-        if (const HRESULT result = EnsureText(); FAILED(result)) return result;
-        *stat = {};
-        stat->type = STGTY_STREAM;
-        stat->cbSize.QuadPart = m_text.size();
-        stat->grfMode = STGM_READWRITE;
         return S_OK;
     });
 }

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/CountedObject.h"
 
 #include <msxml6.h>
+#include <streambase.h>
 
+#include <limits>
 #include <string>
 
 namespace OvPlatform {
@@ -14,30 +16,19 @@ class DomDocument;
 /// reading begins at the start. What is written is a new text for the document: it is parsed when the writer
 /// seeks, commits or releases the stream, or when the document is used. An interface of the document: its
 /// identity is the document's, and while it is held every query gives the same stream.
-class DomStream final : public IStream {
+class DomStream final : public StreamBase<FaultEntry> {
 public:
     explicit DomStream(DomDocument& document) noexcept;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_count.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE Read(void* target, ULONG count, ULONG* read) override;
     HRESULT STDMETHODCALLTYPE Write(const void* source, ULONG count, ULONG* written) override;
     /// E_FAIL if what was written is no document.
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition) override;
     HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER size) override;
-    HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER count, ULARGE_INTEGER* read,
-                                     ULARGE_INTEGER* written) override;
     HRESULT STDMETHODCALLTYPE Commit(DWORD flags) override;
     HRESULT STDMETHODCALLTYPE Revert() override;
-    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return STG_E_INVALIDFUNCTION;
-    }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return STG_E_INVALIDFUNCTION;
-    }
-    HRESULT STDMETHODCALLTYPE Stat(STATSTG* stat, DWORD flags) override;
     HRESULT STDMETHODCALLTYPE Clone(IStream** clone) override;
 
     /// Parses what was written, if anything was. S_FALSE if it is no document; the document is then empty.
@@ -46,17 +37,17 @@ public:
     void Forget() noexcept { m_isCurrent = false; }
 
 private:
-    ~DomStream();
+    ~DomStream() override;
     HRESULT EnsureText();
-    HRESULT SeekTo(LARGE_INTEGER move, DWORD origin, ULARGE_INTEGER* newPosition);
+    HRESULT Size(std::size_t& size) override;
+    /// All: the target may be this very stream.
+    ULONG MostAtOnce() const override { return std::numeric_limits<ULONG>::max(); }
 
-    ReferenceCount m_count;
     DomDocument& m_document;
     std::string m_text;
     std::uint64_t m_version = 0;
     bool m_isCurrent = false;
     bool m_isWritten = false;
-    std::size_t m_position = 0;
 };
 
 } // namespace OvPlatform

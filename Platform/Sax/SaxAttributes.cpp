@@ -31,21 +31,6 @@ SaxAttributes::Item& SaxAttributes::Add() {
     return item;
 }
 
-HRESULT STDMETHODCALLTYPE SaxAttributes::QueryInterface(REFIID riid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (riid != __uuidof(IUnknown) && riid != __uuidof(ISAXAttributes)) return E_NOINTERFACE;
-    *object = static_cast<ISAXAttributes*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE SaxAttributes::Release() {
-    const ULONG left = m_references.Decrement();
-    if (left == 0) delete this;
-    return left;
-}
-
 HRESULT SaxAttributes::Give(int index, std::wstring Item::*part, const wchar_t** text, int* length) const {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (text == nullptr || length == nullptr) return E_POINTER;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/CountedObject.h"
 
 #include <msxml6.h>
 
@@ -9,9 +9,9 @@
 
 namespace OvPlatform {
 
-/// The attributes of a start tag, in source order, declarations not among them. Belongs to the reader and
-/// tells of the tag only while its handler runs.
-class SaxAttributes final : public ISAXAttributes {
+/// The attributes of a start tag, in source order, and declarations among them where the reader lists those
+/// too. Belongs to the reader and tells of the tag only while its handler runs.
+class SaxAttributes final : public CountedObject<ISAXAttributes> {
 public:
     struct Item {
         std::wstring uri;
@@ -21,16 +21,10 @@ public:
     };
 
     SaxAttributes() = default;
-    SaxAttributes(const SaxAttributes&) = delete;
-    SaxAttributes& operator=(const SaxAttributes&) = delete;
 
     /// Room for the next tag's; texts keep their memory.
     void Clear() noexcept { m_count = 0; }
     Item& Add();
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_references.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE getLength(int* length) override;
     HRESULT STDMETHODCALLTYPE getURI(int index, const wchar_t** uri, int* uriLength) override;
@@ -56,10 +50,9 @@ public:
                                                 int* valueLength) override;
 
 private:
-    ~SaxAttributes() = default;
+    ~SaxAttributes() override = default;
     HRESULT Give(int index, std::wstring Item::*part, const wchar_t** text, int* length) const;
 
-    ReferenceCount m_references;
     std::vector<Item> m_items;
     std::size_t m_count = 0;
 };

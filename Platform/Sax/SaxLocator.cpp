@@ -12,21 +12,6 @@ HRESULT GiveNoText(const wchar_t** place) noexcept {
 
 } // namespace
 
-HRESULT STDMETHODCALLTYPE SaxLocator::QueryInterface(REFIID riid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (riid != __uuidof(IUnknown) && riid != __uuidof(ISAXLocator)) return E_NOINTERFACE;
-    *object = static_cast<ISAXLocator*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE SaxLocator::Release() {
-    const ULONG left = m_references.Decrement();
-    if (left == 0) delete this;
-    return left;
-}
-
 HRESULT STDMETHODCALLTYPE SaxLocator::getColumnNumber(int* column) {
     if (column == nullptr) return E_POINTER;
     *column = m_parser != nullptr && m_parser->input != nullptr ? m_parser->input->col : 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/CountedObject.h"
 
 #include <libxml/parser.h>
 #include <msxml6.h>
@@ -8,17 +8,11 @@
 namespace OvPlatform {
 
 /// Where a reader stands. Outside a parse it stands nowhere: line and column are 0.
-class SaxLocator final : public ISAXLocator {
+class SaxLocator final : public CountedObject<ISAXLocator> {
 public:
     SaxLocator() = default;
-    SaxLocator(const SaxLocator&) = delete;
-    SaxLocator& operator=(const SaxLocator&) = delete;
 
     void Follow(const xmlParserCtxt* parser) noexcept { m_parser = parser; }
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_references.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
 
     HRESULT STDMETHODCALLTYPE getColumnNumber(int* column) override;
     HRESULT STDMETHODCALLTYPE getLineNumber(int* line) override;
@@ -26,9 +20,8 @@ public:
     HRESULT STDMETHODCALLTYPE getSystemId(const wchar_t** systemId) override;
 
 private:
-    ~SaxLocator() = default;
+    ~SaxLocator() override = default;
 
-    ReferenceCount m_references;
     const xmlParserCtxt* m_parser = nullptr;
 };
 

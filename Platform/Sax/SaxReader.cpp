@@ -4,7 +4,7 @@
 #include "Xml/TextConversion.h"
 
 #include <Com/ClassTable.h>
-#include <Com/FaultInjection.h>
+#include <Com/Guarded.h>
 
 #include <new>
 #include <utility>
@@ -74,21 +74,6 @@ HRESULT SaxReader::Create(REFIID riid, void** object) noexcept {
     const HRESULT result = reader->QueryInterface(riid, object);
     reader->Release();
     return result;
-}
-
-HRESULT STDMETHODCALLTYPE SaxReader::QueryInterface(REFIID riid, void** object) {
-    if (object == nullptr) return E_POINTER;
-    *object = nullptr;
-    if (riid != __uuidof(IUnknown) && riid != __uuidof(ISAXXMLReader)) return E_NOINTERFACE;
-    *object = static_cast<ISAXXMLReader*>(this);
-    AddRef();
-    return S_OK;
-}
-
-ULONG STDMETHODCALLTYPE SaxReader::Release() {
-    const ULONG left = m_references.Decrement();
-    if (left == 0) delete this;
-    return left;
 }
 
 HRESULT STDMETHODCALLTYPE SaxReader::getFeature(const wchar_t* name, VARIANT_BOOL* value) {
@@ -197,13 +182,10 @@ HRESULT SaxReader::Parsing(Work&& work) noexcept {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (std::exchange(m_isParsing, true)) return E_FAIL;
     const CComPtr<ISAXXMLReader> stays(this);
-    HRESULT result = E_OUTOFMEMORY;
-    try {
+    const HRESULT result = OrOutOfMemory([&] {
         SaxParse parse(m_handlers);
-        result = work(parse);
-    } catch (const std::bad_alloc&) {
-        result = E_OUTOFMEMORY;
-    }
+        return work(parse);
+    });
     m_isParsing = false;
     return result;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/CountedObject.h"
 #include "Sax/SaxParse.h"
 
 #include <atlcomcli.h>
@@ -9,18 +9,12 @@
 namespace OvPlatform {
 
 /// Reads a text and calls handlers. No document type declarations and no network, as for documents.
-class SaxReader final : public ISAXXMLReader {
+class SaxReader final : public CountedObject<ISAXXMLReader> {
 public:
     SaxReader() = default;
-    SaxReader(const SaxReader&) = delete;
-    SaxReader& operator=(const SaxReader&) = delete;
 
     /// For CoCreateInstance.
     static HRESULT Create(REFIID riid, void** object) noexcept;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return m_references.Increment(); }
-    ULONG STDMETHODCALLTYPE Release() override;
 
     /// E_INVALIDARG for an unknown name; E_NOTIMPL to switch on what is not supported.
     HRESULT STDMETHODCALLTYPE getFeature(const wchar_t* name, VARIANT_BOOL* value) override;
@@ -45,11 +39,10 @@ public:
     HRESULT STDMETHODCALLTYPE parseURL(const wchar_t* url) override;
 
 private:
-    ~SaxReader() = default;
+    ~SaxReader() override = default;
     template <class Work>
     HRESULT Parsing(Work&& work) noexcept;
 
-    ReferenceCount m_references;
     SaxHandlers m_handlers;
     bool m_isParsing = false;
 };

@@ -13,11 +13,6 @@
 
 namespace OvPlatform {
 
-template <>
-struct ExtendedInterface<IPrinterPropertyBag> {
-    using Type = IDispatch;
-};
-
 // A bag of a queue behind the published interface. The values are the bag's own from then on: what is set
 // lasts as long as the bag, and does not reach the queue folder. May be called from any thread.
 //

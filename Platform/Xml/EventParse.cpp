@@ -32,7 +32,7 @@ XmlPointer<xmlParserCtxt> EventParse::NewParser(Listen listen, int options) {
     handlers.serror = NoteError;
     handlers.error = nullptr;
     handlers.warning = nullptr;
-    // The heir bounds the depth, hence the option for huge documents.
+    // The derived class bounds the depth, hence the option for huge documents.
     xmlCtxtUseOptions(parser.get(), options | XML_PARSE_NONET | XML_PARSE_HUGE |
                                         (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
     return parser;

@@ -9,9 +9,9 @@
 
 namespace OvPlatform {
 
-/// One parse of one text that tells its heir event by event: of elements, texts and the rest. No network, no
-/// document type declarations, no entities but the five of XML itself, and no prefix without its declaration.
-/// The first failure ends it.
+/// One parse of one text by events, for derived classes that handle them. No network, no document type
+/// declarations, no entities but the five of XML itself, and no prefix without its declaration. The first
+/// failure ends it.
 class EventParse {
 public:
     EventParse(const EventParse&) = delete;
@@ -21,15 +21,16 @@ public:
     const XmlFailure& Failure() const noexcept { return m_failure; }
 
 protected:
-    /// Puts the heir's handlers where libxml2 calls them. They find the heir by Of.
+    /// Puts the derived class's handlers where libxml2 calls them. They find their object by Of.
     using Listen = void (*)(xmlSAXHandler& handlers);
 
     EventParse() = default;
     ~EventParse() = default;
 
-    template <class Heir>
-    static Heir& Of(void* context) noexcept {
-        return static_cast<Heir&>(*static_cast<EventParse*>(static_cast<xmlParserCtxt*>(context)->_private));
+    template <class Derived>
+    static Derived& Of(void* context) noexcept {
+        return static_cast<Derived&>(
+            *static_cast<EventParse*>(static_cast<xmlParserCtxt*>(context)->_private));
     }
 
     /// The text, from bytes or from text. False with Failure.

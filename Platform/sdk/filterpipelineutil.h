@@ -2,41 +2,14 @@
 
 // The published adapters from the pipeline's streams to ISequentialStream, for both builds.
 
+#include <countedbase.h>
 #include <filterpipeline.h>
-#include <objidl.h>
-
-#include <atomic>
 
 namespace pfp {
 
-// One reference at birth, which its maker owns; holds a reference on the stream; answers for IUnknown and
-// ISequentialStream only.
-class SequentialStreamBase : public ISequentialStream {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
-        if (!object) return E_POINTER;
-        if (riid != __uuidof(IUnknown) && riid != __uuidof(ISequentialStream)) {
-            *object = nullptr;
-            return E_NOINTERFACE;
-        }
-        *object = static_cast<ISequentialStream*>(this);
-        AddRef();
-        return S_OK;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = --m_references;
-        if (left == 0) delete this;
-        return left;
-    }
-
-protected:
-    SequentialStreamBase() = default;
-    virtual ~SequentialStreamBase() = default;
-
-private:
-    std::atomic<ULONG> m_references{1};
-};
+// Each has one reference at birth, which its maker owns; holds a reference on the stream; answers for
+// IUnknown and ISequentialStream only.
+using SequentialStreamBase = OvPlatform::CountedBase<OvPlatform::PlainEntry, ISequentialStream>;
 
 class PrintReadStreamToSeqStream final : public SequentialStreamBase {
 public:
