@@ -8,6 +8,7 @@
 #include <xpsobjectmodel.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <iterator>
 
@@ -28,7 +29,7 @@ struct KnownResult {
     const char* meaning;
 };
 
-// By code, read as unsigned.
+// In the order of the codes, read as unsigned.
 constexpr KnownResult Known[] = {
     {S_OK, "S_OK", "success"},
     {S_FALSE, "S_FALSE", "success, with nothing found"},
@@ -147,6 +148,8 @@ constexpr KnownResult Known[] = {
      "a part is referred to more than once"},
     {XML_E_PARSEERRORBASE, "XML_E_PARSEERRORBASE", "XML that cannot be read"},
 };
+static_assert(std::ranges::is_sorted(
+    Known, {}, [](const KnownResult& each) { return static_cast<std::uint32_t>(each.code); }));
 
 const KnownResult* Find(HRESULT result) {
     const auto* const found = std::find_if(std::begin(Known), std::end(Known),

@@ -1,7 +1,9 @@
 #include "Locale/CharacterCase.h"
 #include "Com/FaultInjection.h"
+#include "Locale/Utf16.h"
 
 #include <unicode/uchar.h>
+#include <unicode/unistr.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -23,6 +25,13 @@ wchar_t SimpleUpper(wchar_t unit) noexcept {
     if (value < 0x80) return value >= 'a' && value <= 'z' ? static_cast<wchar_t>(value - 0x20) : unit;
     const auto upper = static_cast<std::uint32_t>(u_toupper(static_cast<UChar32>(value)));
     return upper <= 0xFFFF ? static_cast<wchar_t>(upper) : unit;
+}
+
+std::wstring FoldCase(std::wstring_view text) {
+    const std::u16string units = ToUtf16(text);
+    icu::UnicodeString folded(units.data(), static_cast<std::int32_t>(units.size()));
+    folded.foldCase();
+    return FromUtf16({folded.getBuffer(), static_cast<std::size_t>(folded.length())});
 }
 
 } // namespace OvPlatform

@@ -1,11 +1,11 @@
 #include "PrintTicket/DevmodeConversion.h"
 
+#include "Locale/CharacterCase.h"
 #include "Locale/Utf16.h"
 #include "PrintTicket/DevmodeTables.h"
 #include "PrintTicket/NamespaceScope.h"
 #include "PrintTicket/SchemaWords.h"
 #include "Spooler/DevmodeLayout.h"
-#include "Spooler/QueueText.h"
 
 #include <algorithm>
 #include <cstring>
@@ -50,11 +50,11 @@ const SchemaOption* FindByDisplayName(const CapabilitiesIndex& capabilities, con
                                       std::wstring_view name) {
     const std::size_t at = capabilities.FindFeature(Public(feature));
     if (at == CapabilitiesIndex::NotFound) return nullptr;
-    const std::wstring wanted = FoldQueueName(name);
+    const std::wstring wanted = FoldCase(name);
     for (const CapabilitiesOption& option : capabilities.Features()[at].options) {
         const SchemaProperty* shown =
             FindProperty(option.schema->properties, SchemaSpace::Keywords, "DisplayName");
-        if (shown && shown->value && FoldQueueName(FromUtf8(Trimmed(shown->value->text))) == wanted)
+        if (shown && shown->value && FoldCase(FromUtf8(Trimmed(shown->value->text))) == wanted)
             return option.schema;
     }
     return nullptr;
@@ -155,7 +155,7 @@ bool IsOfPrinter(const DEVMODEW& mode, const std::wstring& printerName) {
     const std::wstring_view name = FixedText(mode.dmDeviceName, CCHDEVICENAME);
     if (name.empty()) return true;
     // The record has room for 31 units of the name.
-    return FoldQueueName(name) == FoldQueueName(std::wstring_view(printerName).substr(0, CCHDEVICENAME - 1));
+    return FoldCase(name) == FoldCase(std::wstring_view(printerName).substr(0, CCHDEVICENAME - 1));
 }
 
 } // namespace

@@ -6,13 +6,6 @@
 
 namespace OvPlatform {
 
-std::string_view Trimmed(std::string_view text) {
-    constexpr std::string_view Space = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Space);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(Space) - first + 1);
-}
-
 NamespaceScope::NamespaceScope(const xmlNode* root) : m_root(root) {
     for (const xmlNs* declaration = root->nsDef; declaration; declaration = declaration->next)
         m_rootPrefixes.emplace(View(declaration->prefix), View(declaration->href));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PrintTicket/KeywordName.h"
+#include "Xml/XmlString.h"
 
 #include <libxml/tree.h>
 
@@ -28,8 +29,5 @@ private:
     const xmlNode* m_root;
     std::unordered_map<std::string_view, std::string_view> m_rootPrefixes;
 };
-
-// The text without white space at its ends.
-std::string_view Trimmed(std::string_view text);
 
 } // namespace OvPlatform

@@ -72,14 +72,6 @@ std::optional<std::vector<std::uint8_t>> DecodeBase64(std::string_view text) {
     return bytes;
 }
 
-std::string_view Trimmed(std::string_view text) {
-    while (!text.empty() && IsSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 template <class Number>
 std::optional<Number> ParseNumber(std::string_view text) {
     Number number{};

@@ -1,6 +1,6 @@
 #include "Spooler/QueueRegistry.h"
 
-#include "Spooler/QueueText.h"
+#include "Locale/CharacterCase.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -43,7 +43,7 @@ std::shared_ptr<const QueueFolder> Search(const std::wstring& foldedName) {
     for (const auto& folder : SearchFolders()) {
         try {
             auto queue = QueueFolder::Load(folder);
-            if (FoldQueueName(queue->PrinterName()) == foldedName) return queue;
+            if (FoldCase(queue->PrinterName()) == foldedName) return queue;
         } catch (const QueueFolderError&) {
             // A damaged folder hides no other printer; loading it by name says what is wrong with it.
         }
@@ -54,14 +54,14 @@ std::shared_ptr<const QueueFolder> Search(const std::wstring& foldedName) {
 } // namespace
 
 void QueueRegistry::Add(std::shared_ptr<const QueueFolder> queue) {
-    std::wstring name = FoldQueueName(queue->PrinterName());
+    std::wstring name = FoldCase(queue->PrinterName());
     const std::lock_guard guard(TheRegistry().lock);
     TheRegistry().queues.insert_or_assign(std::move(name), std::move(queue));
 }
 
 std::shared_ptr<const QueueFolder> QueueRegistry::Find(const wchar_t* printerName) {
     if (!printerName || !*printerName) return nullptr;
-    const std::wstring name = FoldQueueName(printerName);
+    const std::wstring name = FoldCase(printerName);
     {
         const std::lock_guard guard(TheRegistry().lock);
         const auto found = TheRegistry().queues.find(name);

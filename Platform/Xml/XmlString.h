@@ -15,4 +15,12 @@ inline std::string_view View(const xmlChar* text, int length) noexcept {
 }
 inline const xmlChar* AsXml(const char* text) noexcept { return reinterpret_cast<const xmlChar*>(text); }
 
+/// The text without blanks, as XML has them, at its ends.
+constexpr std::string_view Trimmed(std::string_view text) noexcept {
+    constexpr std::string_view Blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(Blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
 } // namespace OvPlatform
