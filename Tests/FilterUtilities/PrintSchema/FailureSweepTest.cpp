@@ -176,7 +176,7 @@ TEST(FailureSweep, NoDocumentIsLeftWithNamesHalfRenamed) {
                                              static_cast<IXMLDOMDocument2*>(world.document));
                                          return S_OK;
                                      }}};
-    SweepAll(text.substr(text.find("\n") + 1), rows);
+    SweepAll(text.substr(text.find('\n') + 1), rows);
 }
 
 TEST(FailureSweep, NoEditLeavesCapabilitiesHalfEdited) {
