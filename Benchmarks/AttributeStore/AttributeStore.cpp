@@ -3,7 +3,7 @@
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/PersistentAttributes.h>
-#include <SystemServices/Hash32.h>
+#include <BinaryForms/Hash32.h>
 
 #include <benchmark/benchmark.h>
 

@@ -1,15 +1,13 @@
 // What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
 
-#include <FeatureAccess/JobSettings.h>
-
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
+#include <FeatureAccess/JobSettings.h>
 
+#include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>

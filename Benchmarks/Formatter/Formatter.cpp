@@ -1,8 +1,8 @@
 // Messages of the usual shapes through the typed formatter, beside snprintf into a buffer of the stack and a
 // string made of it. Reports time as a ratio in the same run, and the allocations of a message.
 
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <chrono>
 #include <cstdio>

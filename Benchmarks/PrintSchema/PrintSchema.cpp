@@ -3,11 +3,10 @@
 #include <PrintSchema/DomDocumentCache.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
+#include <benchmark/benchmark.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
-
-#include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <chrono>

@@ -1,7 +1,7 @@
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/PersistentAttributes.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <SystemServices/PackedBytes.h>
+#include <BinaryForms/PackedBytes.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,6 +1,6 @@
+#include <BinaryForms/PackedBytes.h>
 #include <ClientJobData/ClientJobData2ReaderWriter.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <SystemServices/PackedBytes.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 #include <DeviceDescription/SimpleOcapParser.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,6 @@
 #include "Infoset.h"
 
 #include <atlcomcli.h>
-
 #include <expat.h>
 
 #include <algorithm>

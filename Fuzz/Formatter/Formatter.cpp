@@ -1,10 +1,10 @@
 // A format out of the input, with arguments of every kind whose number and order the input chooses. The
 // formatter must refuse or format it, keep its buffer terminated, and agree with itself.
 
-#include <LowLevelFacilities/CPException.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/DebugUtilities.h>
-#include <LowLevelFacilities/InternalOrvelCP.h>
+#include <LowLevelFacilities/Failures/CPException.h>
+#include <LowLevelFacilities/Failures/DebugUtilities.h>
+#include <LowLevelFacilities/Formatter/InternalOrvelCP.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,10 @@
 // Any bytes as a package: opened, every part read, every relationship followed. Only PackageError may come of
 // it.
 
-#include "Package/PackageReader.h"
+#include <Package/PackageReader.h>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -9,9 +12,6 @@
 #include <cstdlib>
 #include <string>
 #include <vector>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 using namespace OvPlatform;
 

@@ -1,8 +1,8 @@
 // Any bytes as a queue's description. What loads must be written and load again unchanged; only
 // QueueFolderError may come of the rest.
 
-#include "Spooler/QueueFolder.h"
-#include "Spooler/QueueFolderWriter.h"
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueFolderWriter.h>
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 #include <Encryption/DataEncrypter.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Any bytes as a Print Ticket: they load or are refused, and what loads can be asked, edited and copied. A
 // private name that was written is there for whoever reads the text next.
 
-#include <LowLevelFacilities/CPException.h>
+#include <LowLevelFacilities/Failures/CPException.h>
 #include <PrintSchema/DomDocumentCache.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 

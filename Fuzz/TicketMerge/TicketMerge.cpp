@@ -1,7 +1,7 @@
 // Bytes as a merge: the scope, then the base ticket, then, behind a null character, the delta. What comes out
 // has to go in again and come out the same.
 
-#include "PrintTicket/PrintTicketMerge.h"
+#include <PrintTicket/PrintTicketMerge.h>
 
 #include <cstdlib>
 

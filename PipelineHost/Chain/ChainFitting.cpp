@@ -1,8 +1,7 @@
-#include "Chain/Pipeline.h"
-
 #include "Chain/Connections.h"
 #include "Chain/FilterCall.h"
 #include "Chain/Links.h"
+#include "Chain/Pipeline.h"
 #include "Streams/PrintWriteStream.h"
 
 namespace OvPipeline {

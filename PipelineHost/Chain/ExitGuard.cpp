@@ -2,11 +2,11 @@
 
 #include "Chain/FilterCall.h"
 
+#include <unistd.h>
+
 #include <atomic>
 #include <cstdlib>
 #include <cstring>
-
-#include <unistd.h>
 
 namespace OvPipeline {
 

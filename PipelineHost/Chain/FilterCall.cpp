@@ -1,6 +1,6 @@
 #include "Chain/FilterCall.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <utility>
 

@@ -3,8 +3,8 @@
 #include "Chain/Connections.h"
 #include "Streams/PrintReadStream.h"
 
-#include "Spooler/QueuePropertyBag.h"
-#include "Spooler/QueueRegistry.h"
+#include <Spooler/QueuePropertyBag.h>
+#include <Spooler/QueueRegistry.h>
 
 #include <winspool.h>
 

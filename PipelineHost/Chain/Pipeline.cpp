@@ -9,7 +9,7 @@
 #include "Source/PackageSource.h"
 #include "Streams/PrintWriteStream.h"
 
-#include "System/Thread.h"
+#include <System/Thread.h>
 
 #include <objbase.h>
 

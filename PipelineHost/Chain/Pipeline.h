@@ -5,7 +5,7 @@
 #include "Report/JobState.h"
 #include "Report/LeftOutParts.h"
 
-#include "Spooler/QueueFolder.h"
+#include <Spooler/QueueFolder.h>
 
 #include <filesystem>
 #include <memory>

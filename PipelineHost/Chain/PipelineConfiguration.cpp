@@ -1,5 +1,4 @@
 #include "Chain/FilterSpec.h"
-
 #include "Streams/FileStreams.h"
 
 #include <Xml/StrictXml.h>

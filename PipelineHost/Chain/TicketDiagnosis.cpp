@@ -1,7 +1,7 @@
 #include "Chain/TicketDiagnosis.h"
 
-#include "PrintTicket/PrintTicketMerge.h"
-#include "Xml/DocumentBound.h"
+#include <PrintTicket/PrintTicketMerge.h>
+#include <Xml/DocumentBound.h>
 
 namespace OvPipeline {
 

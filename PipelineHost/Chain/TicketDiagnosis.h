@@ -2,7 +2,7 @@
 
 #include "Parts/PartObject.h"
 
-#include "Spooler/QueueFolder.h"
+#include <Spooler/QueueFolder.h>
 
 namespace OvPipeline {
 

@@ -3,9 +3,9 @@
 #include "Common/HostError.h"
 #include "Report/HresultText.h"
 
-#include "Package/PackageError.h"
-#include "PrintTicket/PrintTicketMerge.h"
-#include "Spooler/QueueFolderError.h"
+#include <Package/PackageError.h>
+#include <PrintTicket/PrintTicketMerge.h>
+#include <Spooler/QueueFolderError.h>
 
 namespace OvPipeline {
 

@@ -3,7 +3,7 @@
 #include "Commands/CommandLine.h"
 #include "Report/ShownOutput.h"
 
-#include "Spooler/QueueFolder.h"
+#include <Spooler/QueueFolder.h>
 
 #include <iosfwd>
 #include <memory>

@@ -5,14 +5,13 @@
 #include "Common/Text.h"
 #include "Source/PackageSource.h"
 
-#include "Spooler/QueuePropertyBag.h"
-#include "Spooler/QueueRegistry.h"
-
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <FeatureAccess/JobSettings.h>
-#include <LowLevelFacilities/CPException.h>
+#include <LowLevelFacilities/Failures/CPException.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+#include <Spooler/QueuePropertyBag.h>
+#include <Spooler/QueueRegistry.h>
 #include <SystemServices/User.h>
 
 namespace OvPipeline {

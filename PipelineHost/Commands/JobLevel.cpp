@@ -5,8 +5,8 @@
 #include "Source/PackageSource.h"
 #include "Streams/PrintReadStream.h"
 
-#include "PrintTicket/PrintTicketError.h"
-#include "Xml/DocumentBound.h"
+#include <PrintTicket/PrintTicketError.h>
+#include <Xml/DocumentBound.h>
 
 namespace OvPipeline {
 

@@ -4,9 +4,8 @@
 #include "Commands/TicketExplanation.h"
 #include "Parts/PartObject.h"
 
+#include <Spooler/QueueFolder.h>
 #include <Ticket/PrintTicketManager.h>
-
-#include "Spooler/QueueFolder.h"
 
 namespace OvPipeline {
 

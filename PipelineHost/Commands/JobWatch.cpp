@@ -3,16 +3,16 @@
 #include "Commands/CommandLine.h"
 #include "Common/Text.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <unistd.h>
+
 #include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
-
-#include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
-#include <unistd.h>
 
 namespace OvPipeline {
 

@@ -2,7 +2,7 @@
 
 #include "Report/JobState.h"
 
-#include "System/Thread.h"
+#include <System/Thread.h>
 
 #include <memory>
 

@@ -3,7 +3,7 @@
 #include "Commands/JobWatch.h"
 #include "Report/RunSummary.h"
 
-#include "PrintTicket/PrintTicketMerge.h"
+#include <PrintTicket/PrintTicketMerge.h>
 
 #include <chrono>
 

@@ -2,9 +2,8 @@
 #include "Commands/JobLevel.h"
 #include "Source/PackageSource.h"
 
-#include "Spooler/QueueRegistry.h"
-
 #include <ComSupport/MsSafeCoinit.h>
+#include <Spooler/QueueRegistry.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
 

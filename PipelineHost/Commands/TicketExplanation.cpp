@@ -2,7 +2,7 @@
 
 #include "Report/TextTable.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "PrintTicket/PrintTicketMerge.h"
-#include "Spooler/QueueFolder.h"
+#include <PrintTicket/PrintTicketMerge.h>
+#include <Spooler/QueueFolder.h>
 
 #include <string>
 #include <vector>

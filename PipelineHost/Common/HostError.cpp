@@ -1,7 +1,7 @@
 #include "Common/HostError.h"
 
-#include "Package/PackageError.h"
-#include "System/Thread.h"
+#include <Package/PackageError.h>
+#include <System/Thread.h>
 
 #include <new>
 

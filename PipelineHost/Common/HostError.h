@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Com/FaultInjection.h>
+
 #include <windows.h>
 
 #include <stdexcept>

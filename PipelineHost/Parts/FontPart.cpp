@@ -2,10 +2,10 @@
 
 #include "Parts/FontObfuscation.h"
 
+#include <atlcomcli.h>
 #include <xpsobjectmodel.h>
 
 #include <array>
-#include <atlcomcli.h>
 
 namespace OvPipeline {
 

@@ -9,7 +9,7 @@
 #include "Streams/PrintReadStream.h"
 #include "Streams/StreamMaker.h"
 
-#include "Package/PackageReader.h"
+#include <Package/PackageReader.h>
 
 #include <filterpipeline.h>
 

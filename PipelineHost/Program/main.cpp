@@ -1,11 +1,11 @@
 #include "Commands/Commands.h"
 #include "Commands/JobWatch.h"
 
-#include <iostream>
-
 #include <fcntl.h>
 #include <signal.h>
 #include <unistd.h>
+
+#include <iostream>
 
 namespace {
 

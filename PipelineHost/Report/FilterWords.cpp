@@ -1,6 +1,6 @@
 #include "Report/FilterWords.h"
 
-#include <LowLevelFacilities/DebugUtilities.h>
+#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <windows.h>
 

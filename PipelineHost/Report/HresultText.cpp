@@ -1,6 +1,6 @@
 #include "Report/HresultText.h"
 
-#include "Xml/XmlFailure.h"
+#include <Xml/XmlFailure.h>
 
 #include <filterpipeline.h>
 #include <msopc.h>
@@ -148,8 +148,9 @@ constexpr KnownResult Known[] = {
      "a part is referred to more than once"},
     {XML_E_PARSEERRORBASE, "XML_E_PARSEERRORBASE", "XML that cannot be read"},
 };
-static_assert(std::ranges::is_sorted(
-    Known, {}, [](const KnownResult& each) { return static_cast<std::uint32_t>(each.code); }));
+static_assert(std::ranges::is_sorted(Known, {}, [](const KnownResult& each) {
+    return static_cast<std::uint32_t>(each.code);
+}));
 
 const KnownResult* Find(HRESULT result) {
     const auto* const found = std::find_if(std::begin(Known), std::end(Known),

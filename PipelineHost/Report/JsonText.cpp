@@ -1,6 +1,6 @@
 #include "Report/JsonText.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 namespace OvPipeline {
 

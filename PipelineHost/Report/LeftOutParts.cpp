@@ -2,7 +2,7 @@
 
 #include "Common/Text.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <algorithm>
 

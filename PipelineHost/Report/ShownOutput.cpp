@@ -2,7 +2,7 @@
 
 #include "Report/JsonText.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <ostream>
 

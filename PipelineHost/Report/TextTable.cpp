@@ -1,6 +1,6 @@
 #include "Report/TextTable.h"
 
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <utf8coder.h>
 

@@ -2,7 +2,7 @@
 
 #include "Parts/FixedPagePart.h"
 
-#include "Package/PackageWriter.h"
+#include <Package/PackageWriter.h>
 
 #include <atlcomcli.h>
 

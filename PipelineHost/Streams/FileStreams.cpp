@@ -2,8 +2,8 @@
 
 #include "Common/HostError.h"
 
-#include "System/FileError.h"
-#include "System/InputFile.h"
+#include <System/FileError.h>
+#include <System/InputFile.h>
 
 #include <cerrno>
 #include <cstring>

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "Common/ComObject.h"
+#include "Report/JobState.h"
 #include "Streams/ByteReader.h"
 
-#include "Report/JobState.h"
-
-#include "System/OutputFile.h"
+#include <System/OutputFile.h>
 
 #include <filterpipeline.h>
 

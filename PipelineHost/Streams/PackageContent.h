@@ -2,7 +2,7 @@
 
 #include "Streams/ByteReader.h"
 
-#include "Package/PackageReader.h"
+#include <Package/PackageReader.h>
 
 namespace OvPipeline {
 

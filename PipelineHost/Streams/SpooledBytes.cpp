@@ -2,8 +2,9 @@
 
 #include "Common/HostError.h"
 
-#include "System/NamelessFile.h"
+#include <System/NamelessFile.h>
 
+#include <unistd.h>
 #include <xpsobjectmodel.h>
 
 #include <algorithm>
@@ -12,8 +13,6 @@
 #include <cstring>
 #include <filesystem>
 #include <limits>
-
-#include <unistd.h>
 
 namespace OvPipeline {
 

@@ -1,9 +1,8 @@
 #pragma once
 
+#include "Report/JobState.h"
 #include "Streams/ByteReader.h"
 #include "Streams/StreamMaker.h"
-
-#include "Report/JobState.h"
 
 #include <condition_variable>
 #include <mutex>

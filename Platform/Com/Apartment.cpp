@@ -1,4 +1,5 @@
 #include "Com/Apartment.h"
+
 #include "Com/FaultInjection.h"
 
 #include <atomic>

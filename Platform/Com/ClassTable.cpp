@@ -1,4 +1,5 @@
 #include "Com/ClassTable.h"
+
 #include "Com/Apartment.h"
 #include "Com/CountedObject.h"
 #include "Com/FaultInjection.h"

@@ -1,4 +1,5 @@
 #include "Com/GlobalMemory.h"
+
 #include "Com/FaultInjection.h"
 
 #include <combaseapi.h>

@@ -2,10 +2,10 @@
 
 #include <cguid.h>
 #include <objbase.h>
+#include <sys/random.h>
 
 #include <array>
 #include <cerrno>
-#include <sys/random.h>
 
 const IID GUID_NULL = {};
 

@@ -1,4 +1,5 @@
 #include "Com/SafeArray.h"
+
 #include "Com/FaultInjection.h"
 
 #include <cstdlib>

@@ -1,5 +1,6 @@
 #include "Dom/DomDocument.h"
 
+#include "Com/ClassTable.h"
 #include "Dom/DomDataType.h"
 #include "Dom/DomErrorInfo.h"
 #include "Dom/DomImplementation.h"
@@ -12,7 +13,6 @@
 #include "Xml/DocumentBytes.h"
 #include "Xml/TextConversion.h"
 
-#include <Com/ClassTable.h>
 #include <atlcomcli.h>
 
 namespace OvPlatform {

@@ -2,9 +2,10 @@
 
 #include "Xml/TextConversion.h"
 
+#include <wctype.h>
+
 #include <algorithm>
 #include <array>
-#include <wctype.h>
 
 namespace OvPlatform {
 

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Com/FaultInjection.h"
 #include "Com/Guarded.h"
 #include "Dom/Dispatch.h"
 #include "Dom/DomTree.h"
 
-#include <Com/FaultInjection.h>
 #include <msxml6.h>
 
 #include <new>

@@ -1,8 +1,7 @@
 #include "Dom/DomParseError.h"
 
+#include "Com/FaultInjection.h"
 #include "Xml/TextConversion.h"
-
-#include <Com/FaultInjection.h>
 
 namespace OvPlatform {
 

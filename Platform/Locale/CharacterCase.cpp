@@ -1,4 +1,5 @@
 #include "Locale/CharacterCase.h"
+
 #include "Com/FaultInjection.h"
 #include "Locale/Utf16.h"
 

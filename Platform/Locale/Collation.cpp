@@ -3,7 +3,6 @@
 #include "Locale/Utf16.h"
 
 #include <oleauto.h>
-
 #include <unicode/coll.h>
 #include <unicode/locid.h>
 

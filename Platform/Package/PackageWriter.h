@@ -1,7 +1,6 @@
 #pragma once
 
-#include <Com/PlatformExport.h>
-
+#include "Com/PlatformExport.h"
 #include "Package/PackageError.h"
 #include "Package/PackageReader.h"
 #include "Package/Relationships.h"

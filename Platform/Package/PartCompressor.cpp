@@ -3,7 +3,6 @@
 #include "Package/PackageError.h"
 
 #include <msopc.h>
-
 #include <zlib.h>
 
 #include <map>

@@ -4,10 +4,10 @@
 #include "System/FileError.h"
 #include "System/NamelessFile.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <utility>
-
-#include <unistd.h>
 
 namespace OvPlatform {
 

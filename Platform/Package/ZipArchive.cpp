@@ -3,7 +3,6 @@
 #include "Package/PackageError.h"
 
 #include <msopc.h>
-
 #include <zip.h>
 
 #include <algorithm>

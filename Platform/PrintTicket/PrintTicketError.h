@@ -1,6 +1,7 @@
 #pragma once
 
-#include <Com/PlatformExport.h>
+#include "Com/PlatformExport.h"
+
 #include <windows.h>
 
 #include <stdexcept>

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/MergeReport.h"
 #include "PrintTicket/PrintTicketError.h"
 #include "Spooler/QueueFolder.h"
 
-#include <Com/PlatformExport.h>
 #include <prntvpt.h>
 
 #include <memory>

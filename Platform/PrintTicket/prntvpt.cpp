@@ -1,11 +1,10 @@
-#include <prntvpt.h>
-
+#include "Com/FaultInjection.h"
 #include "PrintTicket/PrintTicketProvider.h"
 #include "PrintTicket/StreamBytes.h"
 #include "Spooler/QueueRegistry.h"
 #include "Xml/TextConversion.h"
 
-#include <Com/FaultInjection.h>
+#include <prntvpt.h>
 
 #include <cstdlib>
 #include <new>

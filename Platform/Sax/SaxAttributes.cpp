@@ -1,6 +1,6 @@
 #include "Sax/SaxAttributes.h"
 
-#include <Com/FaultInjection.h>
+#include "Com/FaultInjection.h"
 
 namespace OvPlatform {
 

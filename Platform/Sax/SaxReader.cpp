@@ -1,10 +1,9 @@
 #include "Sax/SaxReader.h"
 
+#include "Com/ClassTable.h"
+#include "Com/Guarded.h"
 #include "Xml/DocumentBytes.h"
 #include "Xml/TextConversion.h"
-
-#include <Com/ClassTable.h>
-#include <Com/Guarded.h>
 
 #include <new>
 #include <utility>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include <Com/PlatformExport.h>
-
+#include "Com/PlatformExport.h"
 #include "Spooler/QueueDescription.h"
 #include "Spooler/QueueFolderError.h"
 

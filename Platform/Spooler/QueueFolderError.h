@@ -1,6 +1,6 @@
 #pragma once
 
-#include <Com/PlatformExport.h>
+#include "Com/PlatformExport.h"
 
 #include <filesystem>
 #include <stdexcept>

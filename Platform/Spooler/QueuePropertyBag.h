@@ -1,8 +1,7 @@
 #pragma once
 
-#include <Com/PlatformExport.h>
-
 #include "Com/CountedObject.h"
+#include "Com/PlatformExport.h"
 #include "Spooler/QueueDescription.h"
 #include "Spooler/QueueValueStream.h"
 

@@ -1,10 +1,10 @@
-#include <winspool.h>
-
 #include "Com/FaultInjection.h"
 #include "Spooler/DevmodeLayout.h"
 #include "Spooler/InfoPacker.h"
 #include "Spooler/PrinterHandles.h"
 #include "Spooler/QueueRegistry.h"
+
+#include <winspool.h>
 
 #include <algorithm>
 #include <limits>

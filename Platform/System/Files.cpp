@@ -2,15 +2,16 @@
 #include "Locale/Utf16.h"
 #include "System/HandleTable.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <new>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 

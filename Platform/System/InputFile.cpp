@@ -1,10 +1,10 @@
 #include "System/InputFile.h"
 
-#include <cerrno>
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 
 namespace OvPlatform {
 

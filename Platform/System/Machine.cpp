@@ -1,12 +1,13 @@
 #include "Com/FaultInjection.h"
 #include "Locale/Utf16.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <new>
 #include <string>
-#include <unistd.h>
 
 namespace {
 

@@ -1,14 +1,15 @@
 #include "Com/FaultInjection.h"
 #include "Locale/Utf16.h"
 
-#include <cstring>
 #include <dlfcn.h>
 #include <elf.h>
-#include <fstream>
 #include <link.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <fstream>
 #include <new>
 #include <string>
-#include <unistd.h>
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "System/NamelessFile.h"
 
+#include <fcntl.h>
+#include <sys/random.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
 #include <string>
 #include <system_error>
-
-#include <fcntl.h>
-#include <sys/random.h>
-#include <unistd.h>
 
 namespace OvPlatform {
 

@@ -3,14 +3,15 @@
 #include "System/FileError.h"
 #include "System/NamelessFile.h"
 
-#include <cerrno>
-#include <string>
+#include <linux/magic.h>
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sys/stat.h>
 #include <sys/vfs.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <string>
 
 namespace OvPlatform {
 

@@ -1,4 +1,5 @@
 #include "System/RegistryFile.h"
+
 #include "Locale/CharacterCase.h"
 #include "Locale/Utf16.h"
 

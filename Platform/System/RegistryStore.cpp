@@ -1,14 +1,16 @@
 #include "System/RegistryStore.h"
+
 #include "System/HandleTable.h"
 #include "System/InputFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace OvPlatform {
 

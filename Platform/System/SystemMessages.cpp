@@ -1,6 +1,6 @@
-#include <windows.h>
+#include "Com/FaultInjection.h"
 
-#include <Com/FaultInjection.h>
+#include <windows.h>
 
 #include <algorithm>
 #include <array>

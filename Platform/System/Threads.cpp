@@ -1,11 +1,12 @@
 #include "Com/FaultInjection.h"
 
+#include <sys/syscall.h>
+#include <unistd.h>
+
 #include <chrono>
 #include <mutex>
 #include <new>
-#include <sys/syscall.h>
 #include <thread>
-#include <unistd.h>
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include <security.h>
+#include "Com/FaultInjection.h"
 
-#include <Com/FaultInjection.h>
+#include <security.h>
 
 #include <algorithm>
 #include <string>

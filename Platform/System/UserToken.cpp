@@ -1,13 +1,15 @@
 #include "System/UserToken.h"
+
 #include "Com/FaultInjection.h"
 #include "Locale/Utf16.h"
 #include "System/HandleTable.h"
 
+#include <pwd.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <climits>
 #include <new>
-#include <pwd.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {

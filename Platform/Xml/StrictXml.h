@@ -1,8 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "Xml/XmlPointer.h"
-
-#include <Com/PlatformExport.h>
 
 #include <libxml/tree.h>
 

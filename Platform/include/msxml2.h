@@ -3,11 +3,9 @@
 // The DOM and SAX interfaces, in their published slot order. Library code includes <msxml6.h>, which adds the
 // interface and class ids to these declarations and to those of MinGW-w64 alike.
 
-#include <unknwn.h>
-
-#include <objidl.h>
-
 #include <oaidl.h>
+#include <objidl.h>
+#include <unknwn.h>
 
 enum DOMNodeType {
     NODE_INVALID = 0,

@@ -7,10 +7,10 @@
 // that the caller frees, and null unless a document is not what it has to be. A provider belongs to the
 // thread that opened it; from any other its handle is unknown.
 
+#include <Com/PlatformExport.h>
+
 #include <oleauto.h>
 #include <windows.h>
-
-#include <Com/PlatformExport.h>
 
 struct HPTPROVIDER__;
 typedef struct HPTPROVIDER__* HPTPROVIDER;

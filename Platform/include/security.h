@@ -3,9 +3,9 @@
 // The names of the calling thread's user, as the SDK header of this name publishes them: the part that is
 // used.
 
-#include <windows.h>
-
 #include <Com/PlatformExport.h>
+
+#include <windows.h>
 
 enum EXTENDED_NAME_FORMAT {
     NameUnknown = 0,

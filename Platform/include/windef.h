@@ -3,9 +3,10 @@
 // The platform's basic types. The widths are those of the published binary interface on every system: LONG,
 // ULONG, DWORD, BOOL and HRESULT have 32 bits also where the compiler's `long` has 64.
 
+#include <guiddef.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <guiddef.h>
 
 #define WINAPI
 #define APIENTRY WINAPI

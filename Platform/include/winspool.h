@@ -3,9 +3,9 @@
 // Printers and jobs, as the SDK header of this name publishes them: the part that is used. The printers are
 // those of the queue folders (Spooler/QueueRegistry.h).
 
-#include <windows.h>
-
 #include <Com/PlatformExport.h>
+
+#include <windows.h>
 
 struct PRINTER_DEFAULTSW {
     LPWSTR pDatatype;

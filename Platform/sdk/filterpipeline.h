@@ -4,9 +4,8 @@
 // headers lack them. Slot order, identifiers and values are those of the published interfaces; "may be null"
 // marks an out argument that a caller may leave out.
 
-#include <windows.h>
-
 #include <oaidl.h>
+#include <windows.h>
 
 #ifndef E_ELEMENT_NOT_FOUND
 #define E_ELEMENT_NOT_FOUND ((HRESULT)0x80070490)

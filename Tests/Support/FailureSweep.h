@@ -4,9 +4,8 @@
 
 #include <Com/FaultInjection.h>
 
-#include <windows.h>
-
 #include <gtest/gtest.h>
+#include <windows.h>
 
 #include <exception>
 #include <functional>

@@ -2,7 +2,7 @@
 
 // Parts of an XPS job as the pipeline hands them out: a name, bytes, a ticket where the test gives one.
 
-#include "MemoryStreams.h"
+#include "Support/MemoryStreams.h"
 
 #include <filterpipeline.h>
 

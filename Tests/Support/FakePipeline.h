@@ -2,7 +2,7 @@
 
 // The pipeline around one filter: what it reads from, writes to, and is told.
 
-#include "FakeParts.h"
+#include "Support/FakeParts.h"
 
 #include <filterpipeline.h>
 

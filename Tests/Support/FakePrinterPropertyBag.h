@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ComFake.h"
+#include "Support/ComFake.h"
 
 #include <printerextension.h>
 

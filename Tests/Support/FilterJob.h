@@ -2,13 +2,13 @@
 
 // A job on a sample queue, with all that a filter finds in the pipeline's property bag.
 
-#include "FakePipeline.h"
-#include "Spooler/QueueFolder.h"
-#include "Spooler/QueueRegistry.h"
+#include "Support/FakePipeline.h"
 
-#include <winspool.h>
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueRegistry.h>
 
 #include <gtest/gtest.h>
+#include <winspool.h>
 
 #include <memory>
 #include <string>

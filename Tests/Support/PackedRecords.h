@@ -1,8 +1,8 @@
 #pragma once
 
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <SystemServices/PackedBytes.h>
+#include <BinaryForms/PackedBytes.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 
 #include <functional>
 #include <initializer_list>

@@ -2,12 +2,11 @@
 
 // Runs jobs through the pipeline with filters made in the test.
 
-#include "SampleJob.h"
+#include "Support/SampleJob.h"
 
 #include <Chain/Pipeline.h>
 #include <Common/ComObject.h>
 #include <Common/Text.h>
-
 #include <Spooler/QueueFolder.h>
 
 #include <atlcomcli.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <LowLevelFacilities/DebugUtilities.h>
+#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <string>
 #include <vector>

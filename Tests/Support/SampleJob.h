@@ -3,7 +3,7 @@
 // XPS jobs for tests: built item by item, so that a test can damage what it likes before the package is
 // written. The package is written by libzip, not by the system's own writer.
 
-#include "TemporaryFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <zip.h>
 

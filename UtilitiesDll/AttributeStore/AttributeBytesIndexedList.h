@@ -1,9 +1,8 @@
 #pragma once
 
 #include "AttributeStore/AttributeBytesList.h"
-
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/Dimension.h"
+#include "LowLevelFacilities/Numbers/Dimension.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 class AttributeBytesRawList;
 

@@ -1,10 +1,9 @@
 #include "AttributeStore/AttributeBytesList.h"
 
 #include "AttributeStore/AttributeBytesRawList.h"
-
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/CPStringUtils.h"
-#include "LowLevelFacilities/ThrowFailure.h"
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
+#include "LowLevelFacilities/Strings/CPStringUtils.h"
 
 #include <string>
 #include <utility>

@@ -2,9 +2,8 @@
 
 #include "AttributeStore/AttributeBytes.h"
 #include "AttributeStore/IAttributeBytesDebugDisplayHelper.h"
-
-#include "LowLevelFacilities/CPString.h"
-#include "LowLevelFacilities/OvlSharedPtr.h"
+#include "LowLevelFacilities/Ownership/OvlSharedPtr.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 #include <cstddef>

@@ -2,7 +2,6 @@
 
 #include "AttributeStore/AttributeBytesNameSpacesId.h"
 #include "AttributeStore/AttributeBytesRawList.h"
-
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 #include <map>

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "AttributeStore/AttributeBytesFeatureId.h"
-
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/Dimension.h"
+#include "LowLevelFacilities/Numbers/Dimension.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <windows.h>
 

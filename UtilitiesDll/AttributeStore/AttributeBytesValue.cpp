@@ -1,9 +1,8 @@
 #include "AttributeStore/AttributeBytesValue.h"
 
 #include "AttributeStore/AttributeBytesRawList.h"
-
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/ThrowFailure.h"
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
 
 #include <algorithm>
 #include <string>

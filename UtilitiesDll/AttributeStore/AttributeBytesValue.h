@@ -1,10 +1,10 @@
 #pragma once
 
-#include "LowLevelFacilities/ByteBuffer.h"
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/Dimension.h"
-#include "LowLevelFacilities/OvlSharedPtr.h"
+#include "LowLevelFacilities/Numbers/Dimension.h"
+#include "LowLevelFacilities/Ownership/OvlSharedPtr.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <windows.h>
 

@@ -3,12 +3,12 @@
 #include "AttributeStore/AttributeRecordForm.h"
 #include "AttributeStore/PersistentAttributes.h"
 
+#include <utf8coder.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
-
-#include <utf8coder.h>
 
 using namespace AttributeRecordForm;
 using Bytes = std::span<const unsigned char>;

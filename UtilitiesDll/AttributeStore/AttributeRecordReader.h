@@ -1,8 +1,7 @@
 #pragma once
 
 #include "AttributeStore/AttributeBytesRawList.h"
-
-#include "SystemServices/PackedBytes.h"
+#include "BinaryForms/PackedBytes.h"
 
 #include <cstddef>
 #include <span>

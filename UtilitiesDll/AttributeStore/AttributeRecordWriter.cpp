@@ -3,10 +3,9 @@
 #include "AttributeStore/AttributeBytesIndexedList.h"
 #include "AttributeStore/AttributeRecordForm.h"
 #include "AttributeStore/PersistentAttributes.h"
-
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/ThrowFailure.h"
-#include "SystemServices/PackedBytes.h"
+#include "BinaryForms/PackedBytes.h"
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
 
 #include <cstdint>
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "AttributeStore/AttributeBytesRawList.h"
-
-#include "LowLevelFacilities/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
 
 #include <cstddef>
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "AttributeStore/AttributeBytesFeatureId.h"
-
-#include "LowLevelFacilities/CPString.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 #include <windows.h>

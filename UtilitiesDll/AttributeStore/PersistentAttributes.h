@@ -4,9 +4,8 @@
 #include "AttributeStore/AttributeBytesNameSpacesId.h"
 #include "AttributeStore/AttributeBytesRawList.h"
 #include "AttributeStore/DriverVersion.h"
-
-#include "LowLevelFacilities/ByteBuffer.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
 
 #include <cstddef>
 #include <map>

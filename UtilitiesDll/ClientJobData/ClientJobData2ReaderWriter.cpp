@@ -1,8 +1,8 @@
 #include "ClientJobData/ClientJobData2ReaderWriter.h"
 
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/ThrowFailure.h"
-#include "SystemServices/PackedBytes.h"
+#include "BinaryForms/PackedBytes.h"
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
 
 #include <cstdint>
 #include <span>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LowLevelFacilities/ByteBuffer.h"
-#include "LowLevelFacilities/CXString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <windows.h>
 

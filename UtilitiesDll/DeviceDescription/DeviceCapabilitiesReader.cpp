@@ -1,9 +1,9 @@
 #include "DeviceDescription/DeviceCapabilitiesReader.h"
 
 #include "DeviceDescription/DeviceFeature.h"
-#include "LowLevelFacilities/CPFormat.h"
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/ThrowComException.h"
+#include "LowLevelFacilities/Failures/ThrowComException.h"
+#include "LowLevelFacilities/Formatter/CPFormat.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 #include "SystemServices/WindowsDesktopUtilities.h"
 
 #include <atlcomcli.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LowLevelFacilities/CPString.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 
 #include <limits>
 #include <memory>

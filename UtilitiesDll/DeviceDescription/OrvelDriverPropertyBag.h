@@ -1,9 +1,9 @@
 #pragma once
 
-#include "DeviceDescription/IDriverCapabilities.h"
-#include "DeviceDescription/IPrinterPropertyBagAccess.h"
+#include "DataAccess/IDriverCapabilities.h"
+#include "DataAccess/IPrinterPropertyBagAccess.h"
 #include "DeviceDescription/SimpleOcapParser.h"
-#include "LowLevelFacilities/OvlSharedPtr.h"
+#include "LowLevelFacilities/Ownership/OvlSharedPtr.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 /// The device's description as the driver's property bag holds it. What has been read is kept, so a change of

@@ -3,11 +3,11 @@
 #include "Dictionary/DictionaryIndex.h"
 #include "SystemServices/UtcTime.h"
 
+#include <windows.h>
+
 #include <memory>
 #include <utility>
 #include <vector>
-
-#include <windows.h>
 
 /// Entries and the indexes over them. The first index that is added is the primary one: it owns the entries.
 /// Whoever adds entries or indexes sees to it that nobody else uses the dictionary meanwhile.

@@ -2,10 +2,10 @@
 
 #include "Dictionary/DictionaryIndex.h"
 #include "Dictionary/DictionaryKeyTraits.h"
-#include "LowLevelFacilities/CPExceptionDuplicateDictionaryIndexEntry.h"
-#include "LowLevelFacilities/CPExceptionUnknownKeyRequest.h"
-#include "LowLevelFacilities/CPFormat.h"
-#include "LowLevelFacilities/ThrowFailure.h"
+#include "LowLevelFacilities/Failures/CPExceptionDuplicateDictionaryIndexEntry.h"
+#include "LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
+#include "LowLevelFacilities/Formatter/CPFormat.h"
 
 #include <algorithm>
 #include <concepts>

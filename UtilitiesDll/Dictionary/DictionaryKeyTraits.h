@@ -4,8 +4,8 @@
 #include "Dictionary/DictionaryNumberedText.h"
 #include "Dictionary/DictionaryTextTable.h"
 #include "Dictionary/DictionaryTypeName.h"
-#include "LowLevelFacilities/CPFormat.h"
-#include "LowLevelFacilities/CPString.h"
+#include "LowLevelFacilities/Formatter/CPFormat.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 
 #include <cstdint>
 #include <string>

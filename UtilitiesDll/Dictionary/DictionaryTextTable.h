@@ -2,7 +2,7 @@
 
 #include "Dictionary/DictionaryNumberedText.h"
 #include "Dictionary/DictionaryText.h"
-#include "LowLevelFacilities/CPString.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,10 +1,9 @@
 #include "Encryption/DataEncrypter.h"
 
 #include "Encryption/SipHash.h"
-
-#include "LowLevelFacilities/Base64.h"
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/ThrowFailure.h"
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
+#include "LowLevelFacilities/Strings/Base64.h"
 
 #include <algorithm>
 #include <array>

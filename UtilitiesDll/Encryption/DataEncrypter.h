@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LowLevelFacilities/ByteBuffer.h"
-#include "LowLevelFacilities/CXString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 /// Scrambles a password on its way to the device, so that it cannot be read off a ticket, a spool file or a
 /// log. Whoever has this library can undo it: it is no protection against an attacker

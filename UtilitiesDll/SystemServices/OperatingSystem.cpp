@@ -1,8 +1,7 @@
 #include "SystemServices/OperatingSystem.h"
 
-#include <windows.h>
-
 #include <versionhelpers.h>
+#include <windows.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/CXString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 class OV_UTILITIES_API OperatingSystem {
 public:

@@ -1,6 +1,6 @@
 #include "SystemServices/OrvelUtilities.h"
 
-#include "LowLevelFacilities/Base64.h"
+#include "LowLevelFacilities/Strings/Base64.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/ByteBuffer.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
 
 #include <windows.h>
 

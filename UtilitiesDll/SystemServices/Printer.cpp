@@ -1,7 +1,7 @@
 #include "SystemServices/Printer.h"
 
-#include "LowLevelFacilities/CPExceptionOSApiError.h"
-#include "LowLevelFacilities/ThrowFailure.h"
+#include "LowLevelFacilities/Failures/CPExceptionOSApiError.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
 #include "SystemServices/SpoolerRecord.h"
 
 #include <winspool.h>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include <streambase.h>
+
 #include <memory>
 #include <vector>
-
-#include <streambase.h>
 
 /// A stream over bytes of its own that never change. Writing is refused with STG_E_ACCESSDENIED.
 class ReadOnlyMemoryStream final : public OvPlatform::StreamBase<OvPlatform::PlainEntry> {

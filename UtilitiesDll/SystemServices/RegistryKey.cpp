@@ -1,6 +1,6 @@
 #include "SystemServices/RegistryKey.h"
 
-#include "LowLevelFacilities/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
 
 #include <algorithm>
 #include <cstring>

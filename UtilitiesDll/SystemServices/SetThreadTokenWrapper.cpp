@@ -1,7 +1,7 @@
 #include "SystemServices/SetThreadTokenWrapper.h"
 
-#include "LowLevelFacilities/LastErrorKeeper.h"
-#include "LowLevelFacilities/ThrowComException.h"
+#include "LowLevelFacilities/Failures/LastErrorKeeper.h"
+#include "LowLevelFacilities/Failures/ThrowComException.h"
 
 SetThreadTokenWrapper::SetThreadTokenWrapper(HANDLE token) {
     const OperationScope operation("SetThreadTokenWrapper::SetThreadTokenWrapper");

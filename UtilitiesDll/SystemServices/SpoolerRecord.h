@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LowLevelFacilities/ByteBuffer.h"
+#include "LowLevelFacilities/WideStrings/ByteBuffer.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/CXString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 /// The user on whose behalf the calling thread runs: that of its token, if it has one.
 class OV_UTILITIES_API User {

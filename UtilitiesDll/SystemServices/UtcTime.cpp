@@ -1,12 +1,12 @@
 #include "SystemServices/UtcTime.h"
 
-#include "LowLevelFacilities/CPExceptionInvalidArgument.h"
-#include "LowLevelFacilities/CPExceptionOSApiError.h"
-#include "LowLevelFacilities/ThrowFailure.h"
-
-#include <chrono>
+#include "LowLevelFacilities/Failures/CPExceptionInvalidArgument.h"
+#include "LowLevelFacilities/Failures/CPExceptionOSApiError.h"
+#include "LowLevelFacilities/Failures/ThrowFailure.h"
 
 #include <windows.h>
+
+#include <chrono>
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "SystemServices/WindowsDesktopUtilities.h"
 
-#include "LowLevelFacilities/CPStringUtils.h"
-#include "LowLevelFacilities/DebugUtilities.h"
+#include "LowLevelFacilities/Failures/DebugUtilities.h"
+#include "LowLevelFacilities/Strings/CPStringUtils.h"
 #include "SystemServices/ReadOnlyMemoryStream.h"
 
 #include <chrono>

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "LowLevelFacilities/CXString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
-
-#include <cstddef>
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <objidl.h>
 #include <windows.h>
+
+#include <cstddef>
 
 class OV_UTILITIES_API WindowsDesktopUtilities {
 public:

@@ -1,6 +1,6 @@
 #include "Tracing/ExecutionContextEntry.h"
 
-#include "LowLevelFacilities/CPFormat.h"
+#include "LowLevelFacilities/Formatter/CPFormat.h"
 
 ExecutionContextEntry::ExecutionContextEntry(unsigned int code, unsigned int number, const char* file,
                                              const char* function, int line, bool reportOnEntry,

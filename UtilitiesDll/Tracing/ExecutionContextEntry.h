@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/CPString.h"
-#include "LowLevelFacilities/DebugUtilities.h"
+#include "LowLevelFacilities/Failures/DebugUtilities.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 /// A step of the program that reports made within it are to name.

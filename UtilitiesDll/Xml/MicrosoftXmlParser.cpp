@@ -1,7 +1,7 @@
 #include "Xml/MicrosoftXmlParser.h"
 
-#include "LowLevelFacilities/CPFormat.h"
-#include "LowLevelFacilities/CPStringUtils.h"
+#include "LowLevelFacilities/Formatter/CPFormat.h"
+#include "LowLevelFacilities/Strings/CPStringUtils.h"
 #include "SystemServices/WindowsDesktopUtilities.h"
 #include "Xml/XmlText.h"
 

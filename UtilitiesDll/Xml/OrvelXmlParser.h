@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/CPString.h"
-#include "LowLevelFacilities/CXString.h"
+#include "LowLevelFacilities/Strings/CPString.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 #include "Xml/XmlDomDocument.h"
 #include "Xml/XmlOutputCallback.h"
 

@@ -1,11 +1,11 @@
 #include "Xml/UtilitiesLibraryHost.h"
 
-#include "LowLevelFacilities/CPComException.h"
+#include "LowLevelFacilities/Failures/CPComException.h"
 #include "Xml/MicrosoftXmlParser.h"
 
-#include <new>
-
 #include <atlcomcli.h>
+
+#include <new>
 
 OvlUniquePtr<OrvelXmlParser> UtilitiesLibraryHost::CreateMicrosoftXmlParser(const CXString& name,
                                                                             bool preserveWhiteSpace) {

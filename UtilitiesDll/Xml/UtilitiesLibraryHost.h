@@ -1,9 +1,9 @@
 #pragma once
 
-#include "LowLevelFacilities/CPString.h"
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/OvlUniquePtr.h"
+#include "LowLevelFacilities/Ownership/OvlUniquePtr.h"
+#include "LowLevelFacilities/Strings/CPString.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 #include "Xml/OrvelXmlParser.h"
 
 #include <windows.h>

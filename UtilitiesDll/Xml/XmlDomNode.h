@@ -1,8 +1,8 @@
 #pragma once
 
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/OvlUniquePtr.h"
+#include "LowLevelFacilities/Ownership/OvlUniquePtr.h"
 #include "LowLevelFacilities/UtilitiesExport.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>

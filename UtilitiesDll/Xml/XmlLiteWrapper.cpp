@@ -1,6 +1,6 @@
 #include "Xml/XmlLiteWrapper.h"
 
-#include "LowLevelFacilities/CPComException.h"
+#include "LowLevelFacilities/Failures/CPComException.h"
 #include "Xml/XmlText.h"
 
 #include <msxml6.h>

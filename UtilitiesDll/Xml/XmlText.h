@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LowLevelFacilities/CXString.h"
-#include "LowLevelFacilities/ThrowComException.h"
+#include "LowLevelFacilities/Failures/ThrowComException.h"
+#include "LowLevelFacilities/WideStrings/CXString.h"
 
 #include <atlcomcli.h>
 #include <windows.h>

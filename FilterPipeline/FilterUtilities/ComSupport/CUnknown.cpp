@@ -1,4 +1,4 @@
-#include "CUnknown.h"
+#include "ComSupport/CUnknown.h"
 
 template <typename T>
 CUnknown<T>::CUnknown(const GUID& iid) : CUnknown(GUID{}, iid) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <filterpipeline.h>
 #include <msxml6.h>

@@ -1,11 +1,11 @@
-#include "DebugMessages.h"
+#include "ComSupport/DebugMessages.h"
+
+#include <wchar.h>
 
 #include <climits>
 #include <cstddef>
 #include <cstdio>
 #include <memory>
-
-#include <wchar.h>
 
 namespace {
 

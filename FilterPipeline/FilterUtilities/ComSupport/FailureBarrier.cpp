@@ -1,8 +1,8 @@
-#include "FailureBarrier.h"
+#include "ComSupport/FailureBarrier.h"
 
-#include "ThrowHresult.h"
+#include "ComSupport/ThrowHresult.h"
 
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <exception>
 #include <new>

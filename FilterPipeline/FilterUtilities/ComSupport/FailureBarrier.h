@@ -2,9 +2,9 @@
 
 // The one barrier that keeps exceptions from crossing a COM boundary.
 
-#include "FilterUtilitiesExport.h"
+#include "ComSupport/FilterUtilitiesExport.h"
 
-#include <LowLevelFacilities/OperationScope.h>
+#include <LowLevelFacilities/Failures/OperationScope.h>
 
 #include <windows.h>
 

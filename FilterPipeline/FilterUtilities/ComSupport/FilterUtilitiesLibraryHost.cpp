@@ -1,6 +1,6 @@
-#include "FilterUtilitiesLibraryHost.h"
+#include "ComSupport/FilterUtilitiesLibraryHost.h"
 
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 #include <SystemServices/RegistryKey.h>
 #include <SystemServices/WindowsDesktopUtilities.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
+#include "ComSupport/FilterUtilitiesExport.h"
 
 // What the machine's configuration asks of the library as a whole.
 class OV_FILTER_UTILITIES_API FilterUtilitiesLibraryHost {

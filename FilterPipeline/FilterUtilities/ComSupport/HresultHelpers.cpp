@@ -1,4 +1,4 @@
-#include "HresultHelpers.h"
+#include "ComSupport/HresultHelpers.h"
 
 #include <array>
 #include <cstddef>

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
-
-#include <windows.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <gdiplus.h>
+#include <windows.h>
 
 // The thread's last error as an HRESULT; no last error is S_OK.
 OV_FILTER_UTILITIES_API HRESULT GetLastErrorAsHResult();

@@ -2,9 +2,9 @@
 
 // The small platform wrappers and helpers that all filter code shares, in one include.
 
-#include "DebugMessages.h"
-#include "HresultHelpers.h"
-#include "MsHGlobalLock.h"
-#include "MsSafeHGlobal.h"
-#include "MsSafeVariant.h"
-#include "XGenerateRandomGuidAsString.h"
+#include "ComSupport/DebugMessages.h"
+#include "ComSupport/HresultHelpers.h"
+#include "ComSupport/MsHGlobalLock.h"
+#include "ComSupport/MsSafeHGlobal.h"
+#include "ComSupport/MsSafeVariant.h"
+#include "ComSupport/XGenerateRandomGuidAsString.h"

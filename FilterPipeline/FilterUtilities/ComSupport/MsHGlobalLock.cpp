@@ -1,7 +1,7 @@
-#include "MsHGlobalLock.h"
+#include "ComSupport/MsHGlobalLock.h"
 
-#include "HresultHelpers.h"
-#include "ThrowHresult.h"
+#include "ComSupport/HresultHelpers.h"
+#include "ComSupport/ThrowHresult.h"
 
 MsHGlobalLock::MsHGlobalLock(void* hglobal) : m_hglobal(hglobal), m_address(GlobalLock(hglobal)) {
     const OperationScope operation("MsHGlobalLock::MsHGlobalLock");

@@ -1,6 +1,6 @@
-#include "MsSafeCoinit.h"
+#include "ComSupport/MsSafeCoinit.h"
 
-#include "ThrowHresult.h"
+#include "ComSupport/ThrowHresult.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
+#include "ComSupport/FilterUtilitiesExport.h"
 
 // Keeps the calling thread in the multi-threaded apartment, or in the apartment that it already had. To be
 // destroyed on the thread that made it.

@@ -1,6 +1,6 @@
-#include "MsSafeHGlobal.h"
+#include "ComSupport/MsSafeHGlobal.h"
 
-#include "ThrowHresult.h"
+#include "ComSupport/ThrowHresult.h"
 
 MsSafeHGlobal::MsSafeHGlobal(unsigned flags, std::size_t bytes) : m_hglobal(GlobalAlloc(flags, bytes)) {
     const OperationScope operation("MsSafeHGlobal::MsSafeHGlobal");

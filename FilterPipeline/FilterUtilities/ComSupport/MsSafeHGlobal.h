@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
-#include "MsHGlobalLock.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "ComSupport/MsHGlobalLock.h"
 
 #include <atlcomcli.h>
 #include <windows.h>

@@ -1,4 +1,4 @@
-#include "MsSafeVariant.h"
+#include "ComSupport/MsSafeVariant.h"
 
 MsSafeVariant::MsSafeVariant() { VariantInit(this); }
 

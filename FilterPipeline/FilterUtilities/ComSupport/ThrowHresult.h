@@ -2,4 +2,4 @@
 
 // The one form in which the library throws a failing HRESULT: ThrowComException and ThrowIfFailed.
 
-#include <LowLevelFacilities/ThrowComException.h>
+#include <LowLevelFacilities/Failures/ThrowComException.h>

@@ -1,4 +1,4 @@
-#include "XGenerateRandomGuidAsString.h"
+#include "ComSupport/XGenerateRandomGuidAsString.h"
 
 #include <atlcomcli.h>
 #include <windows.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FilterUtilitiesExport.h"
+#include "ComSupport/FilterUtilitiesExport.h"
 
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 // A fresh GUID as 36 characters, upper case, with hyphens and without braces; empty if the platform gives
 // none.

@@ -1,3 +1,3 @@
-#include "DumpableObject.h"
+#include "DataModel/DumpableObject.h"
 
 DumpableObject::~DumpableObject() = default;

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "DumpArgs.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/DumpArgs.h"
 
 /// What a diagnostic build can dump.
 class OV_FILTER_UTILITIES_API DumpableObject {

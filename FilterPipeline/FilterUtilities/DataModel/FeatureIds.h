@@ -10,7 +10,7 @@ namespace DataModelIds {
 
 enum tagFeatureEnum : std::int32_t {
 #define OV_FEATURE(name, number) name = (number),
-#include "FeatureIdList.inc"
+#include "DataModel/FeatureIdList.inc"
 #undef OV_FEATURE
 };
 

@@ -1,4 +1,4 @@
-#include "FeatureNameTable.h"
+#include "DataModel/FeatureNameTable.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@ using FeatureName = EnumeratorName<tagFeatureEnum>;
 
 constexpr auto names = SortedByNumber(std::to_array<FeatureName>({
 #define OV_FEATURE(name, number) {name, #name},
-#include "FeatureIdList.inc"
+#include "DataModel/FeatureIdList.inc"
 #undef OV_FEATURE
 }));
 

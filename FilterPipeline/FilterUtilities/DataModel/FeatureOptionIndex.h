@@ -1,15 +1,15 @@
 #pragma once
 
-#include "FeatureIds.h"
-#include "ValueIds.h"
+#include "DataModel/FeatureIds.h"
+#include "DataModel/ValueIds.h"
 
 #include <Dictionary/DictionaryIndexWithUnique.h>
-#include <LowLevelFacilities/CPStringUtils.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
+
+#include <utf8coder.h>
 
 #include <cstdint>
 #include <string_view>
-
-#include <utf8coder.h>
 
 /// An index of options. Its key is the number of the option's feature in at least five digits and, right
 /// behind it, what the derived class takes: the option's name or number. Whoever asks gives the two apart;

@@ -1,8 +1,8 @@
-#include "NativeXmlConfigCpssOptionValueDictionary.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueDictionary.h"
 
-#include "NativeXmlConfigCpssOptionValueTable.h"
-#include "NativeXmlConfigFeatureDictionary.h"
-#include "ValueNameTable.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueTable.h"
+#include "DataModel/NativeXmlConfigFeatureDictionary.h"
+#include "DataModel/ValueNameTable.h"
 
 #include <memory>
 

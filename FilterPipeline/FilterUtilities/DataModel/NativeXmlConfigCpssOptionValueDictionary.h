@@ -1,9 +1,9 @@
 #pragma once
 
-#include "NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex.h"
-#include "NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/NativeXmlConfigCpssOptionFeatureEnumAndValueEnumIndex.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FeatureOptionIndex.h"
-#include "NativeXmlConfigCpssOptionValueEntry.h"
+#include "DataModel/FeatureOptionIndex.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueEntry.h"
 
 /// Options by feature and CPSS name.
 class NativeXmlConfigCpssOptionValueFeatureEnumAndCpssNameIndex final

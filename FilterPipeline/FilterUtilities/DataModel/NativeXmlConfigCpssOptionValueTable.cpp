@@ -1,4 +1,4 @@
-#include "NativeXmlConfigCpssOptionValueTable.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueTable.h"
 
 namespace {
 

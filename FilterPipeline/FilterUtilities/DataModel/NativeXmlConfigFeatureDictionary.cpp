@@ -1,7 +1,7 @@
-#include "NativeXmlConfigFeatureDictionary.h"
+#include "DataModel/NativeXmlConfigFeatureDictionary.h"
 
-#include "FeatureNameTable.h"
-#include "NativeXmlConfigFeatureTable.h"
+#include "DataModel/FeatureNameTable.h"
+#include "DataModel/NativeXmlConfigFeatureTable.h"
 
 #include <memory>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "NativeXmlConfigFeatureEnumIndex.h"
-#include "NativeXmlConfigFeatureNameIndex.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/NativeXmlConfigFeatureEnumIndex.h"
+#include "DataModel/NativeXmlConfigFeatureNameIndex.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 

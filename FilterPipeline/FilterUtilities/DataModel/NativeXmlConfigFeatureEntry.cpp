@@ -1,4 +1,4 @@
-#include "NativeXmlConfigFeatureEntry.h"
+#include "DataModel/NativeXmlConfigFeatureEntry.h"
 
 using DataModelIds::tagFeatureEnum;
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FeatureIds.h"
+#include "DataModel/FeatureIds.h"
 
 #include <Dictionary/DictionaryTypeName.h>
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <cstdint>
 #include <vector>

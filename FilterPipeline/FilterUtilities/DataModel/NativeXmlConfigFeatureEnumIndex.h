@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NativeXmlConfigFeatureEntry.h"
+#include "DataModel/NativeXmlConfigFeatureEntry.h"
 
 #include <Dictionary/DictionaryIndexWithUnique.h>
 

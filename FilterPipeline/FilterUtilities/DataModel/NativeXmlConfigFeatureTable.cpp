@@ -1,6 +1,6 @@
-#include "NativeXmlConfigFeatureTable.h"
+#include "DataModel/NativeXmlConfigFeatureTable.h"
 
-#include "PrintSchemaKeywordLiterals.h"
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 
 namespace {
 

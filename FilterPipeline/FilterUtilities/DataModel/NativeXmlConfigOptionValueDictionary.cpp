@@ -1,10 +1,10 @@
-#include "NativeXmlConfigOptionValueDictionary.h"
+#include "DataModel/NativeXmlConfigOptionValueDictionary.h"
 
-#include "NativeXmlConfigFeatureDictionary.h"
-#include "NativeXmlConfigOptionValueTable.h"
-#include "ValueNameTable.h"
+#include "DataModel/NativeXmlConfigFeatureDictionary.h"
+#include "DataModel/NativeXmlConfigOptionValueTable.h"
+#include "DataModel/ValueNameTable.h"
 
-#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
 
 #include <memory>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "NativeXmlConfigOptionValueEnumIndex.h"
-#include "NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex.h"
-#include "NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/NativeXmlConfigOptionValueEnumIndex.h"
+#include "DataModel/NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex.h"
+#include "DataModel/NativeXmlConfigOptionValueFeatureEnumAndXmlConfigNameIndex.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
 #include <Dictionary/Dictionary.h>
 #include <Dictionary/SingletonBase.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FeatureIds.h"
-#include "ValueIds.h"
+#include "DataModel/FeatureIds.h"
+#include "DataModel/ValueIds.h"
 
 #include <Dictionary/DictionaryTypeName.h>
-#include <LowLevelFacilities/CPString.h>
+#include <LowLevelFacilities/Strings/CPString.h>
 
 /// What an option of a feature is called in the administrator's configuration and in the ticket.
 struct NativeXmlConfigOptionValueEntry {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NativeXmlConfigOptionValueEntry.h"
+#include "DataModel/NativeXmlConfigOptionValueEntry.h"
 
 #include <Dictionary/DictionaryIndexWithUnique.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FeatureOptionIndex.h"
-#include "NativeXmlConfigOptionValueEntry.h"
+#include "DataModel/FeatureOptionIndex.h"
+#include "DataModel/NativeXmlConfigOptionValueEntry.h"
 
 /// Options by feature and name in the ticket.
 class NativeXmlConfigOptionValueFeatureEnumAndPrintTicketNameIndex final

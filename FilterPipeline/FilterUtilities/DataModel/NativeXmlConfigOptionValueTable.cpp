@@ -1,6 +1,6 @@
-#include "NativeXmlConfigOptionValueTable.h"
+#include "DataModel/NativeXmlConfigOptionValueTable.h"
 
-#include "PrintSchemaKeywordLiterals.h"
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 
 #include <algorithm>
 

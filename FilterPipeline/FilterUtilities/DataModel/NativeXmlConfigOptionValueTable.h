@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FeatureIds.h"
-#include "ValueIds.h"
+#include "DataModel/FeatureIds.h"
+#include "DataModel/ValueIds.h"
 
 #include <span>
 

@@ -8,7 +8,7 @@ namespace PrintSchema::Keywords {
 #define OV_WORD(name, text) inline constexpr auto name = text;
 #define OV_KEYWORD(name, text) OV_WORD(name, text)
 #define OV_KEYWORDS(name, count, ...)
-#include "PrintSchemaKeywordList.inc"
+#include "DataModel/PrintSchemaKeywordList.inc"
 #undef OV_WORD
 #undef OV_KEYWORD
 #undef OV_KEYWORDS

@@ -1,4 +1,4 @@
-#include "SimpleOptionValue.h"
+#include "DataModel/SimpleOptionValue.h"
 
 using DataModelIds::tagValueEnum;
 using DataModelIds::VAL_UNSPECIFIED;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "DumpArgs.h"
-#include "ValueIds.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/DumpArgs.h"
+#include "DataModel/ValueIds.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CPString.h>
+#include <LowLevelFacilities/Strings/CPString.h>
 
 /// The choice of a feature, with the statement whether any source made it. A default that is known but that
 /// no source stated is an unspecified value other than VAL_UNSPECIFIED.

@@ -10,7 +10,7 @@ namespace DataModelIds {
 
 enum tagValueEnum : std::int32_t {
 #define OV_VALUE(name, number) name = (number),
-#include "ValueIdList.inc"
+#include "DataModel/ValueIdList.inc"
 #undef OV_VALUE
 };
 

@@ -1,4 +1,4 @@
-#include "ValueNameTable.h"
+#include "DataModel/ValueNameTable.h"
 
 #include <string>
 
@@ -9,7 +9,7 @@ using ValueName = EnumeratorName<tagValueEnum>;
 
 constexpr auto names = SortedByNumber(std::to_array<ValueName>({
 #define OV_VALUE(name, number) {name, #name},
-#include "ValueIdList.inc"
+#include "DataModel/ValueIdList.inc"
 #undef OV_VALUE
 }));
 

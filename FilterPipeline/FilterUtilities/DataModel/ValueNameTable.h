@@ -1,10 +1,10 @@
 #pragma once
 
-#include "EnumeratorNames.h"
-#include "ValueIds.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/EnumeratorNames.h"
+#include "DataModel/ValueIds.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CPString.h>
+#include <LowLevelFacilities/Strings/CPString.h>
 
 #include <span>
 

@@ -1,4 +1,4 @@
-#include "AttributeBytesReaderWriter.h"
+#include "EmbeddedSettings/AttributeBytesReaderWriter.h"
 
 AttributeBytesReaderWriter::AttributeBytesReaderWriter() = default;
 

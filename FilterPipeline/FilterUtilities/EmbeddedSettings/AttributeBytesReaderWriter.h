@@ -1,7 +1,8 @@
 #pragma once
 
+#include "ComSupport/FilterUtilitiesExport.h"
+
 #include <AttributeStore/AttributeBytesReader.h>
-#include <ComSupport/FilterUtilitiesExport.h>
 
 /// A reader of attributes whose list can be changed, too.
 class OV_FILTER_UTILITIES_API AttributeBytesReaderWriter : public AttributeBytesReader {

@@ -1,12 +1,13 @@
-#include "PrintTicketAttributeBytesReaderWriter.h"
+#include "EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h"
+
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/ThrowFailure.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 
 namespace {
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "AttributeBytesReaderWriter.h"
+#include "DataModel/DumpArgs.h"
+#include "EmbeddedSettings/AttributeBytesReaderWriter.h"
 
 #include <AttributeStore/AttributeBytesNameSpacesId.h>
 #include <AttributeStore/IAttributeBytesDebugDisplayHelper.h>
 #include <AttributeStore/PersistentAttributes.h>
-#include <DataModel/DumpArgs.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/OvlUniquePtr.h>
+#include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 
 class PrintTicketXmlDocument;
 

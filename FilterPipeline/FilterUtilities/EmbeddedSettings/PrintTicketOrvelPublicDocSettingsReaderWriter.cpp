@@ -1,10 +1,11 @@
-#include "PrintTicketOrvelPublicDocSettingsReaderWriter.h"
+#include "EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <PrintSchema/DocumentQuery.h>
-#include <PrintSchema/PrintSchemaKeywords.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
-#include <PrintSchema/TreeChange.h>
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "PrintSchema/TreeChange.h"
+
 #include <Xml/UtilitiesLibraryHost.h>
 
 #include <atlcomcli.h>

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "PublicDocSettingsDocument.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DataModel/DumpableObject.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/DumpableObject.h"
+#include "EmbeddedSettings/PublicDocSettingsDocument.h"
 
 class PrintTicketXmlDocument;
 

@@ -1,9 +1,10 @@
-#include "PublicDocSettingsDocument.h"
+#include "EmbeddedSettings/PublicDocSettingsDocument.h"
 
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/ThrowComException.h>
-#include <PrintSchema/TreeChange.h>
+#include "PrintSchema/TreeChange.h"
+
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/ThrowComException.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
 #include <Xml/UtilitiesLibraryHost.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/OvlUniquePtr.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+
+#include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/XmlDomNode.h>
 

@@ -1,4 +1,4 @@
-#include "AttributeBytesSettings.h"
+#include "FeatureAccess/AttributeBytesSettings.h"
 
 #include <AttributeStore/AttributeBytesReader.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FeatureAnswer.h"
-#include "WantedFeature.h"
+#include "FeatureAccess/FeatureAnswer.h"
+#include "FeatureAccess/WantedFeature.h"
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 

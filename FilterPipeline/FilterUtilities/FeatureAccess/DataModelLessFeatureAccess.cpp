@@ -1,13 +1,13 @@
-#include "DataModelLessFeatureAccess.h"
+#include "FeatureAccess/DataModelLessFeatureAccess.h"
 
-#include "FeatureRules.h"
+#include "DataModel/NativeXmlConfigCpssOptionValueDictionary.h"
+#include "DataModel/NativeXmlConfigFeatureDictionary.h"
+#include "DataModel/NativeXmlConfigOptionValueDictionary.h"
+#include "EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h"
+#include "FeatureAccess/FeatureRules.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
 
-#include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
-#include <DataModel/NativeXmlConfigFeatureDictionary.h>
-#include <DataModel/NativeXmlConfigOptionValueDictionary.h>
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <PrintSchema/PrintSchemaKeywords.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 
 #include <algorithm>
 #include <utility>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "FeatureQuestion.h"
-#include "FeatureValueSource.h"
-#include "IFilterFeatureAccess.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "FeatureAccess/FeatureQuestion.h"
+#include "FeatureAccess/FeatureValueSource.h"
+#include "FeatureAccess/IFilterFeatureAccess.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/OvlUniquePtr.h>
+#include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
 
 #include <windows.h>
 

@@ -1,6 +1,7 @@
-#include "DeviceSettings.h"
+#include "FeatureAccess/DeviceSettings.h"
 
-#include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
+#include "DataModel/NativeXmlConfigCpssOptionValueDictionary.h"
+
 #include <DeviceDescription/SimpleOcapParser.h>
 
 using namespace DataModelIds;

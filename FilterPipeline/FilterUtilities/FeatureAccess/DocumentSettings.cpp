@@ -1,6 +1,6 @@
-#include "DocumentSettings.h"
+#include "FeatureAccess/DocumentSettings.h"
 
-#include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
+#include "DataModel/NativeXmlConfigCpssOptionValueDictionary.h"
 
 using namespace DataModelIds;
 

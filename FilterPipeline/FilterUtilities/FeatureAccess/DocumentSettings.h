@@ -1,9 +1,8 @@
 #pragma once
 
-#include "FeatureAnswer.h"
-#include "WantedFeature.h"
-
-#include <EmbeddedSettings/PublicDocSettingsDocument.h>
+#include "EmbeddedSettings/PublicDocSettingsDocument.h"
+#include "FeatureAccess/FeatureAnswer.h"
+#include "FeatureAccess/WantedFeature.h"
 
 #include <functional>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "FeatureValueSource.h"
+#include "DataModel/SimpleOptionValue.h"
+#include "FeatureAccess/FeatureValueSource.h"
 
-#include <DataModel/SimpleOptionValue.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/Dimension.h>
+#include <LowLevelFacilities/Numbers/Dimension.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 /// A value that says nothing: what a feature has that no place knows.
 template <typename Value>

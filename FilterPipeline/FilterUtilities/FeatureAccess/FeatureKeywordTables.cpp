@@ -1,4 +1,4 @@
-#include "FeatureKeywordTables.h"
+#include "FeatureAccess/FeatureKeywordTables.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <DataModel/PrintSchemaKeywordLiterals.h>
-#include <DataModel/ValueIds.h>
+#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "DataModel/ValueIds.h"
 
 #include <span>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "FeaturePlaces.h"
+#include "FeatureAccess/FeaturePlaces.h"
 
-#include <DataModel/NativeXmlConfigFeatureDictionary.h>
+#include "DataModel/NativeXmlConfigFeatureDictionary.h"
 
 #include <algorithm>
 

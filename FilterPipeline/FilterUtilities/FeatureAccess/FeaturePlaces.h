@@ -1,10 +1,10 @@
 #pragma once
 
-#include "AttributeBytesSettings.h"
-#include "DeviceSettings.h"
-#include "DocumentSettings.h"
-#include "FeatureRuleTable.h"
-#include "TicketSettings.h"
+#include "FeatureAccess/AttributeBytesSettings.h"
+#include "FeatureAccess/DeviceSettings.h"
+#include "FeatureAccess/DocumentSettings.h"
+#include "FeatureAccess/FeatureRuleTable.h"
+#include "FeatureAccess/TicketSettings.h"
 
 class NativeXmlConfigFeatureDictionary;
 

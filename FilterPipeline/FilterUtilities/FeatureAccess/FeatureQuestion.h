@@ -1,6 +1,6 @@
 #pragma once
 
-#include <DataModel/FeatureIds.h>
+#include "DataModel/FeatureIds.h"
 
 #include <array>
 #include <cstddef>

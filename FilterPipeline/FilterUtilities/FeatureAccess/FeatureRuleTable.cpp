@@ -1,6 +1,6 @@
-#include "FeatureRuleTable.h"
+#include "FeatureAccess/FeatureRuleTable.h"
 
-#include "MediaKeywordTables.h"
+#include "FeatureAccess/MediaKeywordTables.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "FeatureQuestion.h"
-#include "FeatureWords.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "FeatureAccess/FeatureQuestion.h"
+#include "FeatureAccess/FeatureWords.h"
 
 /// A place of a job that may know a value.
 enum class FeaturePlace { Nowhere, Ticket, DocumentSettings, AttributeBytes };

@@ -1,10 +1,11 @@
-#include "FeatureRules.h"
+#include "FeatureAccess/FeatureRules.h"
 
-#include <DataModel/PrintSchemaKeywordLiterals.h>
+#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "Finishing/OcptImportAndExport.h"
+#include "Media/MediaUtilities.h"
+
 #include <Encryption/DataEncrypter.h>
-#include <Finishing/OcptImportAndExport.h>
-#include <LowLevelFacilities/CPException.h>
-#include <Media/MediaUtilities.h>
+#include <LowLevelFacilities/Failures/CPException.h>
 #include <SystemServices/Printer.h>
 
 using namespace DataModelIds;

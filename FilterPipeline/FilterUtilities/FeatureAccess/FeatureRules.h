@@ -1,7 +1,7 @@
 #pragma once
 
-#include "DataModelLessFeatureAccess.h"
-#include "FeaturePlaces.h"
+#include "FeatureAccess/DataModelLessFeatureAccess.h"
+#include "FeatureAccess/FeaturePlaces.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "FeatureKeywordTables.h"
+#include "FeatureAccess/FeatureKeywordTables.h"
 
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 /// What the texts of a feature mean, where its options have no rows in the dictionaries: rows, and for one
 /// that has more texts than rows a function that knows all.

@@ -1,11 +1,12 @@
 #pragma once
 
-#include <DataModel/FeatureIds.h>
-#include <DataModel/SimpleOptionValue.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/Dimension.h>
+#include "DataModel/FeatureIds.h"
+#include "DataModel/SimpleOptionValue.h"
+
+#include <LowLevelFacilities/Numbers/Dimension.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 #include <SystemServices/UtcTime.h>
 
 /// What a job asks for, by feature. The answer of a getter with a result argument tells whether the value is

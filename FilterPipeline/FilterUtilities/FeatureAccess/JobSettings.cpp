@@ -1,10 +1,10 @@
-#include "JobSettings.h"
+#include "FeatureAccess/JobSettings.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintSchemaKeywords.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
-#include <Ticket/PrintTicketManager.h>
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "Ticket/PrintTicketManager.h"
 
 #include <utility>
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "DataModelLessFeatureAccess.h"
-#include "RecordedFeatureAccess.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h"
+#include "EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h"
+#include "FeatureAccess/DataModelLessFeatureAccess.h"
+#include "FeatureAccess/RecordedFeatureAccess.h"
+#include "TicketAccess/NativeComPrintTicketAccess.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
-#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include <prntvpt.h>
 

@@ -1,6 +1,6 @@
-#include "MediaKeywordTables.h"
+#include "FeatureAccess/MediaKeywordTables.h"
 
-#include <Media/MediaSizeTable.h>
+#include "Media/MediaSizeTable.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FeatureKeywordTables.h"
+#include "FeatureAccess/FeatureKeywordTables.h"
 
 /// What the ticket's words for the media of a job mean: published words, and the driver's own. Their options
 /// have no rows in the dictionaries, and words of one meaning differ there and here on purpose. Without a

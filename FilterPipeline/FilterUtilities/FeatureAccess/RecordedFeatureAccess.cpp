@@ -1,6 +1,6 @@
-#include "RecordedFeatureAccess.h"
+#include "FeatureAccess/RecordedFeatureAccess.h"
 
-#include "FeatureRuleTable.h"
+#include "FeatureAccess/FeatureRuleTable.h"
 
 using Kind = FeatureQuestionKind;
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "FeatureQuestion.h"
-#include "FeatureValueSource.h"
-#include "IFilterFeatureAccess.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "FeatureAccess/FeatureQuestion.h"
+#include "FeatureAccess/FeatureValueSource.h"
+#include "FeatureAccess/IFilterFeatureAccess.h"
 
 #include <functional>
 #include <utility>

@@ -1,7 +1,7 @@
-#include "TicketSettings.h"
+#include "FeatureAccess/TicketSettings.h"
 
-#include <DataModel/NativeXmlConfigOptionValueDictionary.h>
-#include <DataModel/PrintSchemaKeywordLiterals.h>
+#include "DataModel/NativeXmlConfigOptionValueDictionary.h"
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 
 #include <algorithm>
 

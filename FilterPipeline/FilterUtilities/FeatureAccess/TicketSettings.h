@@ -1,9 +1,9 @@
 #pragma once
 
-#include "FeatureAnswer.h"
-#include "WantedFeature.h"
+#include "FeatureAccess/FeatureAnswer.h"
+#include "FeatureAccess/WantedFeature.h"
 
-#include <DeviceDescription/IPrintTicketAccess.h>
+#include <DataAccess/IPrintTicketAccess.h>
 
 class NativeXmlConfigOptionValueDictionary;
 

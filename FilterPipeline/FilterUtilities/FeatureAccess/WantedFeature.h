@@ -1,9 +1,8 @@
 #pragma once
 
-#include "FeatureQuestion.h"
-#include "FeatureWords.h"
-
-#include <DataModel/NativeXmlConfigFeatureEntry.h>
+#include "DataModel/NativeXmlConfigFeatureEntry.h"
+#include "FeatureAccess/FeatureQuestion.h"
+#include "FeatureAccess/FeatureWords.h"
 
 /// What a place is asked for: where the feature stands, by what names, and what its texts mean.
 struct WantedFeature {

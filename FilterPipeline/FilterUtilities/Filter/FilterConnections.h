@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/ThrowHresult.h"
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

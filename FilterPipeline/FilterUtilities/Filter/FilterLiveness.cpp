@@ -1,4 +1,4 @@
-#include "FilterLiveness.h"
+#include "Filter/FilterLiveness.h"
 
 FilterLiveness::FilterLiveness() : m_alive(1) {}
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <windows.h>
 

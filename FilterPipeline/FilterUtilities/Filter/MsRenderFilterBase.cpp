@@ -1,8 +1,8 @@
-#include "MsRenderFilterBase.h"
+#include "Filter/MsRenderFilterBase.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/MsSafeVariant.h>
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/MsSafeVariant.h"
+#include "ComSupport/ThrowHresult.h"
 
 #include <utility>
 

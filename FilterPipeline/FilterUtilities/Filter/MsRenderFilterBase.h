@@ -1,14 +1,14 @@
 #pragma once
 
-#include "FilterLiveness.h"
+#include "ComSupport/CUnknown.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "Filter/FilterLiveness.h"
+#include "PropertyBags/NativeComPrinterPropertyBagAccess.h"
+#include "Ticket/PrintTicketManager.h"
 
-#include <ComSupport/CUnknown.h>
-#include <ComSupport/FilterUtilitiesExport.h>
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/OvlUniquePtr.h>
-#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
-#include <Ticket/PrintTicketManager.h>
+#include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

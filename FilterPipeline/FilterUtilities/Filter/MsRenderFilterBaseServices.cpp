@@ -1,12 +1,12 @@
 // The operations of the filter base that reach out of the filter: to the tickets, the property bags and the
 // port.
 
-#include "MsRenderFilterBase.h"
+#include "ComSupport/MsSafeVariant.h"
+#include "ComSupport/ThrowHresult.h"
+#include "Filter/MsRenderFilterBase.h"
 
-#include <ComSupport/MsSafeVariant.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/Printer.h>
 

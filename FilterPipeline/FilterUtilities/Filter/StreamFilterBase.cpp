@@ -1,6 +1,6 @@
-#include "StreamFilterBase.h"
+#include "Filter/StreamFilterBase.h"
 
-#include "FilterConnections.h"
+#include "Filter/FilterConnections.h"
 
 StreamFilterBase::StreamFilterBase() = default;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "MsRenderFilterBase.h"
+#include "Filter/MsRenderFilterBase.h"
 
 // Base of a filter that reads bytes and writes bytes. It has no loop: the concrete filter writes
 // StartOperation_throws, asks IsAlive for itself, and makes the ticket manager if it wants tickets.

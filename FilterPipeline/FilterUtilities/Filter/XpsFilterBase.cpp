@@ -1,10 +1,10 @@
-#include "XpsFilterBase.h"
+#include "Filter/XpsFilterBase.h"
 
-#include "FilterConnections.h"
+#include "ComSupport/MsSafeCoinit.h"
+#include "ComSupport/ThrowHresult.h"
+#include "Filter/FilterConnections.h"
 
-#include <ComSupport/MsSafeCoinit.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
 #include <Tracing/ExecutionContextEntry.h>
 #include <Tracing/ExecutionContextLifetime.h>
 

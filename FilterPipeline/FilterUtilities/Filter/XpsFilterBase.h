@@ -1,8 +1,7 @@
 #pragma once
 
-#include "MsRenderFilterBase.h"
-
-#include <XpsParts/CFileResourceCache.h>
+#include "Filter/MsRenderFilterBase.h"
+#include "XpsParts/CFileResourceCache.h"
 
 // Base of a filter that reads XPS parts and writes XPS parts. It drives the concrete filter part by part: a
 // step is called for each part, and passes it on downstream unless it is overridden. An override calls the

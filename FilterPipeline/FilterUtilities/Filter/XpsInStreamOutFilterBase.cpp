@@ -1,6 +1,6 @@
-#include "XpsInStreamOutFilterBase.h"
+#include "Filter/XpsInStreamOutFilterBase.h"
 
-#include "FilterConnections.h"
+#include "Filter/FilterConnections.h"
 
 XpsInStreamOutFilterBase::XpsInStreamOutFilterBase() = default;
 

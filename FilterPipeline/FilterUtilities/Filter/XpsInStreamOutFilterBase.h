@@ -1,6 +1,6 @@
 #pragma once
 
-#include "XpsFilterBase.h"
+#include "Filter/XpsFilterBase.h"
 
 // Base of a filter that reads XPS parts and writes bytes. It runs the loop of XpsFilterBase; no step writes
 // anything or merges a ticket unless the concrete filter does, and parts of an unknown kind are dropped.

@@ -2,7 +2,7 @@
 
 // What the driver's finishing choices are on the sheet, one row a choice.
 
-#include <DataModel/ValueIds.h>
+#include "DataModel/ValueIds.h"
 
 namespace FinishingTables {
 

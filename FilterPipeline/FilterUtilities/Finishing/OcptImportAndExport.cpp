@@ -1,9 +1,9 @@
-#include "OcptImportAndExport.h"
+#include "Finishing/OcptImportAndExport.h"
 
-#include "FinishingTables.h"
+#include "Finishing/FinishingTables.h"
+#include "Media/MediaUtilities.h"
 
-#include <LowLevelFacilities/Dimension.h>
-#include <Media/MediaUtilities.h>
+#include <LowLevelFacilities/Numbers/Dimension.h>
 
 #include <algorithm>
 #include <iterator>

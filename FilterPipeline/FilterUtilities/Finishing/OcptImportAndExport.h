@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DataModel/ValueIds.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/ValueIds.h"
 
 #include <vector>
 

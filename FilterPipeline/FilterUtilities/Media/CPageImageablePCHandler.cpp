@@ -1,10 +1,11 @@
-#include "CPageImageablePCHandler.h"
+#include "Media/CPageImageablePCHandler.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintTicketQueryBuilder.h>
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintTicketQueryBuilder.h"
+
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <filterpipeline.h>
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-
-#include <windows.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <msxml6.h>
+#include <windows.h>
 
 #include <cstdint>
 

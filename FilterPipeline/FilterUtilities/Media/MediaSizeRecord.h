@@ -1,6 +1,6 @@
 #pragma once
 
-#include <DataModel/ValueIds.h>
+#include "DataModel/ValueIds.h"
 
 #include <cstdint>
 #include <string_view>

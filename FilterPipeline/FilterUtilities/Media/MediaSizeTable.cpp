@@ -1,6 +1,6 @@
-#include "MediaSizeTable.h"
+#include "Media/MediaSizeTable.h"
 
-#include <DataModel/PrintSchemaKeywordLiterals.h>
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "MediaSizeRecord.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "Media/MediaSizeRecord.h"
 
 #include <span>
 

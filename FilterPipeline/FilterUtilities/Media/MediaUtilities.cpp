@@ -1,6 +1,6 @@
-#include "MediaUtilities.h"
+#include "Media/MediaUtilities.h"
 
-#include <DataModel/PrintSchemaKeywordLiterals.h>
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 
 #include <string_view>
 

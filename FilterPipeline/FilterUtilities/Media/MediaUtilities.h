@@ -1,7 +1,7 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DataModel/ValueIds.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/ValueIds.h"
 
 /// Rules about several pages on a sheet and their orientation. Widths and heights in any unit, the same for
 /// both.

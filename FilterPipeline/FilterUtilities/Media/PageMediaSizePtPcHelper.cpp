@@ -1,15 +1,15 @@
-#include "PageMediaSizePtPcHelper.h"
+#include "Media/PageMediaSizePtPcHelper.h"
 
-#include "MediaSizeTable.h"
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
+#include "Media/MediaSizeTable.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "PrintSchema/TreeChange.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <PrintSchema/Bstr.h>
-#include <PrintSchema/DocumentQuery.h>
-#include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
-#include <PrintSchema/TreeChange.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <algorithm>
 #include <cwchar>

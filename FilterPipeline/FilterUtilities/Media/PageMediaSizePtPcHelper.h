@@ -1,9 +1,8 @@
 #pragma once
 
-#include "PcFormInfo.h"
-
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DataModel/ValueIds.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "DataModel/ValueIds.h"
+#include "Media/PcFormInfo.h"
 
 #include <windows.h>
 

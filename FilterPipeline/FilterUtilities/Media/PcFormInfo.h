@@ -1,7 +1,8 @@
 #pragma once
 
-#include <LowLevelFacilities/CXString.h>
-#include <PrintSchema/PrintSchemaKeywords.h>
+#include "PrintSchema/PrintSchemaKeywords.h"
+
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 /// An option of the page media size in a capabilities document.
 struct PcFormInfo {

@@ -1,8 +1,9 @@
-#include "Bstr.h"
+#include "PrintSchema/Bstr.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CXString.h>
-#include <LowLevelFacilities/Number.h>
+#include "ComSupport/ThrowHresult.h"
+
+#include <LowLevelFacilities/Numbers/Number.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <algorithm>
 #include <cwchar>

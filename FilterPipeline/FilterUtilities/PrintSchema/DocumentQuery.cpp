@@ -1,10 +1,9 @@
-#include "DocumentQuery.h"
+#include "PrintSchema/DocumentQuery.h"
 
-#include "Bstr.h"
-#include "PrintSchemaXmlDocument.h"
-#include "PrivateKeywordNames.h"
-
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
+#include "PrintSchema/PrivateKeywordNames.h"
 
 #include <algorithm>
 #include <limits>

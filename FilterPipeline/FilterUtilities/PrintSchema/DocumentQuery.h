@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PrintTicketQueryBuilder.h"
+#include "PrintSchema/PrintTicketQueryBuilder.h"
 
 #include <msxml6.h>
 

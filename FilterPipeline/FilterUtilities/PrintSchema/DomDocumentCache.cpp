@@ -1,6 +1,6 @@
-#include "DomDocumentCache.h"
+#include "PrintSchema/DomDocumentCache.h"
 
-#include "Bstr.h"
+#include "PrintSchema/Bstr.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
-#include <windows.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <msxml6.h>
+#include <windows.h>
 
 #include <map>
 

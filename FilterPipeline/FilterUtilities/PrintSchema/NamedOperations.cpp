@@ -1,11 +1,11 @@
 // Exported operations that take the name of their caller's operation, as they did before OperationScope said
 // it. Nothing here calls them; they stay for what was linked with them.
 
-#include "PrintCapabilitiesXmlDocument.h"
-#include "PrintTicketQueryBuilder.h"
-#include "PrintTicketXmlDocument.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintTicketQueryBuilder.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
 
-#include <LowLevelFacilities/OperationScope.h>
+#include <LowLevelFacilities/Failures/OperationScope.h>
 
 void PrintSchemaXmlDocument::RequireDocument(const char* function) const {
     const OperationScope operation(function);

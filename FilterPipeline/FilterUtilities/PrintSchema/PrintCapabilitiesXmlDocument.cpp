@@ -1,13 +1,13 @@
-#include "PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
 
-#include "Bstr.h"
-#include "DocumentQuery.h"
-#include "PrintTicketQueryBuilder.h"
-#include "PrintTicketXmlDocument.h"
-#include "TreeChange.h"
+#include "ComSupport/MsSafeVariant.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/PrintTicketQueryBuilder.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "PrintSchema/TreeChange.h"
 
-#include <ComSupport/MsSafeVariant.h>
-#include <ComSupport/ThrowHresult.h>
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PrintSchemaXmlDocument.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
 
 #include <memory>
 

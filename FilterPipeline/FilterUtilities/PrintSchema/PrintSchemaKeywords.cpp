@@ -1,4 +1,4 @@
-#include "PrintSchemaKeywords.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
 
 namespace PrintSchema {
 
@@ -8,7 +8,7 @@ using Word = wchar_t const*;
 #define OV_WORD(name, text) [[maybe_unused]] static constexpr Word name = text;
 #define OV_KEYWORD(name, text) constexpr Word name = text;
 #define OV_KEYWORDS(name, count, ...) constexpr Word name[count] = {__VA_ARGS__};
-#include <DataModel/PrintSchemaKeywordList.inc>
+#include "DataModel/PrintSchemaKeywordList.inc"
 #undef OV_WORD
 #undef OV_KEYWORD
 #undef OV_KEYWORDS

@@ -1,14 +1,14 @@
-#include "PrintSchemaXmlDocument.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
 
-#include "Bstr.h"
-#include "DocumentQuery.h"
-#include "PrivateKeywordNames.h"
-#include "TreeChange.h"
+#include "ComSupport/MsSafeVariant.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/PrivateKeywordNames.h"
+#include "PrintSchema/TreeChange.h"
 
-#include <ComSupport/MsSafeVariant.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPFormat.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
 
 #include <filterpipeline.h>
 

@@ -1,14 +1,13 @@
 #pragma once
 
-#include "PrintSchemaKeywords.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
-
-#include <windows.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <msxml6.h>
+#include <windows.h>
 
 #include <string_view>
 #include <vector>

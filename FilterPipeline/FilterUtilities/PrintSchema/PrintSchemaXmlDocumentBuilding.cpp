@@ -1,11 +1,11 @@
 // How PrintSchemaXmlDocument makes elements and edits the document as a whole.
 
-#include "Bstr.h"
-#include "PrintSchemaXmlDocument.h"
-#include "PrivateKeywordNames.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
+#include "PrintSchema/PrivateKeywordNames.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <set>
 #include <string>

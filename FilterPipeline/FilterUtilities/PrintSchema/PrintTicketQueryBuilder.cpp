@@ -1,9 +1,8 @@
-#include "PrintTicketQueryBuilder.h"
+#include "PrintSchema/PrintTicketQueryBuilder.h"
 
-#include "Bstr.h"
-#include "PrintSchemaKeywords.h"
-
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
 
 using namespace PrintSchemaText;
 

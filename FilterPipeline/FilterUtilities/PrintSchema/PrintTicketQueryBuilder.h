@@ -1,10 +1,9 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-
-#include <windows.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <atlcomcli.h>
+#include <windows.h>
 
 #include <span>
 

@@ -1,11 +1,11 @@
-#include "PrintTicketXmlDocument.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
 
-#include "Bstr.h"
-#include "DocumentQuery.h"
-#include "TreeChange.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/TreeChange.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 #include <SystemServices/OrvelUtilities.h>
 
 #include <filterpipeline.h>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "PrintSchemaXmlDocument.h"
+#include "DataModel/ValueIds.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
 
-#include <DataModel/ValueIds.h>
-#include <LowLevelFacilities/ByteBuffer.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 
 struct IPrintPipelinePropertyBag;
 

@@ -1,12 +1,12 @@
-#include "PrivateKeywordNames.h"
+#include "PrintSchema/PrivateKeywordNames.h"
 
-#include "Bstr.h"
-#include "PrintSchemaXmlDocument.h"
-#include "TreeChange.h"
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/PrintSchemaXmlDocument.h"
+#include "PrintSchema/TreeChange.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <string>
 #include <utility>

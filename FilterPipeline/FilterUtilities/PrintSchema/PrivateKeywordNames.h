@@ -1,11 +1,10 @@
 #pragma once
 
-#include "PrintSchemaKeywords.h"
-
-#include <windows.h>
+#include "PrintSchema/PrintSchemaKeywords.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>
+#include <windows.h>
 
 #include <optional>
 #include <string>

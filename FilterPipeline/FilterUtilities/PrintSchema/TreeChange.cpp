@@ -1,9 +1,8 @@
-#include "TreeChange.h"
+#include "PrintSchema/TreeChange.h"
 
-#include "Bstr.h"
-#include "DocumentQuery.h"
-
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/DocumentQuery.h"
 
 using namespace PrintSchemaText;
 

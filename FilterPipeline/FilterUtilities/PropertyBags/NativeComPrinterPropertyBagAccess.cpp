@@ -1,7 +1,7 @@
-#include "NativeComPrinterPropertyBagAccess.h"
+#include "PropertyBags/NativeComPrinterPropertyBagAccess.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
 
 #include <limits>
 #include <memory>

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DeviceDescription/IPrinterPropertyBagAccess.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CXString.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+
+#include <DataAccess/IPrinterPropertyBagAccess.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <printerextension.h>

@@ -1,9 +1,10 @@
-#include "MsSafeHPTProvider.h"
+#include "Ticket/MsSafeHPTProvider.h"
 
-#include <ComSupport/DebugMessages.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/CXString.h>
+#include "ComSupport/DebugMessages.h"
+#include "ComSupport/ThrowHresult.h"
+
+#include <LowLevelFacilities/Formatter/CPFormat.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 
 namespace {

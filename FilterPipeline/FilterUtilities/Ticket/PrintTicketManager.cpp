@@ -1,13 +1,14 @@
-#include "PrintTicketManager.h"
+#include "Ticket/PrintTicketManager.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <LowLevelFacilities/CPComException.h>
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
+#include "XpsParts/MsOMConvertor.h"
+
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 #include <SystemServices/PrintJob.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 #include <SystemServices/User.h>
-#include <XpsParts/MsOMConvertor.h>
 
 #include <winspool.h>
 

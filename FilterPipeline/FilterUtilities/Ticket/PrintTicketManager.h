@@ -1,11 +1,11 @@
 #pragma once
 
-#include "MsSafeHPTProvider.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "PrintSchema/DomDocumentCache.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "Ticket/MsSafeHPTProvider.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
-#include <PrintSchema/DomDocumentCache.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

@@ -1,16 +1,16 @@
-#include "NativeComPrintTicketAccess.h"
+#include "TicketAccess/NativeComPrintTicketAccess.h"
 
-#include "PrintTicketFeatureTable.h"
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
+#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "PrintSchema/Bstr.h"
+#include "PrintSchema/PrintSchemaKeywords.h"
+#include "PrintSchema/TreeChange.h"
+#include "TicketAccess/PrintTicketFeatureTable.h"
 
-#include <ComSupport/FailureBarrier.h>
-#include <ComSupport/ThrowHresult.h>
-#include <DataModel/PrintSchemaKeywordLiterals.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/ThrowFailure.h>
-#include <PrintSchema/Bstr.h>
-#include <PrintSchema/PrintSchemaKeywords.h>
-#include <PrintSchema/TreeChange.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 
 #include <algorithm>
 #include <iterator>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "PrintTicketFeatureInformation.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "Media/PageMediaSizePtPcHelper.h"
+#include "PrintSchema/DocumentQuery.h"
+#include "PrintSchema/PrintCapabilitiesXmlDocument.h"
+#include "PrintSchema/PrintTicketXmlDocument.h"
+#include "TicketAccess/PrintTicketFeatureInformation.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <DeviceDescription/IPrintTicketAccess.h>
-#include <Media/PageMediaSizePtPcHelper.h>
-#include <PrintSchema/DocumentQuery.h>
-#include <PrintSchema/PrintCapabilitiesXmlDocument.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
+#include <DataAccess/IPrintTicketAccess.h>
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <DeviceDescription/IPrintTicketAccess.h>
-#include <LowLevelFacilities/CXString.h>
+#include <DataAccess/IPrintTicketAccess.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 /// What the access to a ticket has to know of a feature.
 struct PrintTicketFeatureInformation {

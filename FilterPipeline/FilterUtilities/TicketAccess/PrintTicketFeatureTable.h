@@ -1,8 +1,7 @@
 #pragma once
 
-#include "PrintTicketFeatureInformation.h"
-
-#include <DataModel/PrintSchemaKeywordLiterals.h>
+#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "TicketAccess/PrintTicketFeatureInformation.h"
 
 // The features that a ticket is asked for. No other name is known.
 

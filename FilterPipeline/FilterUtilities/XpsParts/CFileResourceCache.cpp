@@ -1,4 +1,4 @@
-#include "CFileResourceCache.h"
+#include "XpsParts/CFileResourceCache.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "IResWriter.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+#include "XpsParts/IResWriter.h"
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

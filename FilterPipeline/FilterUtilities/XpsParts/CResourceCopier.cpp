@@ -1,4 +1,4 @@
-#include "CResourceCopier.h"
+#include "XpsParts/CResourceCopier.h"
 
 #include <atlcomcli.h>
 

@@ -1,8 +1,8 @@
-#include "CSaxHandler.h"
+#include "XpsParts/CSaxHandler.h"
 
-#include "CWideToUTF8.h"
+#include "XpsParts/CWideToUTF8.h"
 
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <array>
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <ComSupport/CUnknown.h>
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
+#include "ComSupport/CUnknown.h"
+#include "ComSupport/FilterUtilitiesExport.h"
+
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <filterpipeline.h>
 #include <msxml6.h>

@@ -1,7 +1,8 @@
-#include "CWideToUTF8.h"
+#include "XpsParts/CWideToUTF8.h"
 
-#include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
+#include "ComSupport/ThrowHresult.h"
+
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <cstddef>
 #include <new>

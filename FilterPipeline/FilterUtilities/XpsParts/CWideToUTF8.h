@@ -1,7 +1,8 @@
 #pragma once
 
-#include <ComSupport/FilterUtilitiesExport.h>
-#include <LowLevelFacilities/CXString.h>
+#include "ComSupport/FilterUtilitiesExport.h"
+
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <filterpipeline.h>
 

@@ -1,7 +1,7 @@
-#include "MsOMConvertor.h"
+#include "XpsParts/MsOMConvertor.h"
 
-#include <ComSupport/MsSafeHGlobal.h>
-#include <ComSupport/ThrowHresult.h>
+#include "ComSupport/MsSafeHGlobal.h"
+#include "ComSupport/ThrowHresult.h"
 
 #include <algorithm>
 #include <cstddef>

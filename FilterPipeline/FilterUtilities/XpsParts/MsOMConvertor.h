@@ -3,7 +3,7 @@
 // From the pipeline's part objects to memory streams and package URIs. Each function throws CPComException
 // with the failing HRESULT. Callable on any thread that may use its arguments.
 
-#include <ComSupport/FilterUtilitiesExport.h>
+#include "ComSupport/FilterUtilitiesExport.h"
 
 #include <atlcomcli.h>
 #include <filterpipeline.h>

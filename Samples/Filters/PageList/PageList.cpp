@@ -1,13 +1,13 @@
 // XPS in, bytes out: writes one line of text for each page, with the paper and the orientation that its
 // ticket asks for. This base merges no tickets by itself, so each step does that first.
-#include <Filter/XpsInStreamOutFilterBase.h>
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CPStringUtils.h>
-#include <PrintSchema/PrintTicketXmlDocument.h>
-#include <Ticket/PrintTicketManager.h>
-
 #include "FilterModule.h"
 #include "WriteAll.h"
+
+#include <Filter/XpsInStreamOutFilterBase.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
+#include <PrintSchema/PrintTicketXmlDocument.h>
+#include <Ticket/PrintTicketManager.h>
 
 #include <string>
 

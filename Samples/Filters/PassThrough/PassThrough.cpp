@@ -1,10 +1,10 @@
 // The smallest XPS filter: every part goes on as it came. The base merges the tickets of the job and of each
 // document on the way; this filter asks for those of the pages as well, as a filter would that changes pages
 // by their settings.
+#include "FilterModule.h"
+
 #include <Filter/XpsFilterBase.h>
 #include <Ticket/PrintTicketManager.h>
-
-#include "FilterModule.h"
 
 namespace {
 

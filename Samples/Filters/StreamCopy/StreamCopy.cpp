@@ -1,10 +1,10 @@
 // Bytes in, bytes out: copies the stream. A stream filter writes its own loop and asks itself whether the job
 // is alive.
-#include <ComSupport/ThrowHresult.h>
-#include <Filter/StreamFilterBase.h>
-
 #include "FilterModule.h"
 #include "WriteAll.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <Filter/StreamFilterBase.h>
 
 #include <array>
 

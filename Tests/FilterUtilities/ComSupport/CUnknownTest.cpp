@@ -2,9 +2,8 @@
 
 #include <ComSupport/CUnknown.h>
 
-#include <gtest/gtest.h>
-
 #include <atlcomcli.h>
+#include <gtest/gtest.h>
 
 namespace {
 

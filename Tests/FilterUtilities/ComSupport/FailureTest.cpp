@@ -3,8 +3,8 @@
 
 #include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 
 #include <gtest/gtest.h>
 

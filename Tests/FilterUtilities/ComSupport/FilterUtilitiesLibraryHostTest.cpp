@@ -1,13 +1,13 @@
 #include <ComSupport/FilterUtilitiesLibraryHost.h>
-#include <LowLevelFacilities/DebugUtilities.h>
+#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "Com/FaultInjection.h"
 #include "Support/MemoryStreams.h"
 #include "Support/Rows.h"
 
+#include <Com/FaultInjection.h>
 #include <ComSupport/MsFilterTypes.h>
 #include <ComSupport/MsSafeCoinit.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <gtest/gtest.h>
 

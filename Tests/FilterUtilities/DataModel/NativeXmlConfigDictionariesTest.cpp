@@ -1,3 +1,5 @@
+#include "Support/AllocationCount.h"
+
 #include <DataModel/FeatureNameTable.h>
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
@@ -5,13 +7,11 @@
 #include <DataModel/ValueNameTable.h>
 #include <FeatureAccess/FeatureRuleTable.h>
 
-#include <Support/AllocationCount.h>
-
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <dlfcn.h>
 #include <filesystem>
 #include <map>
 #include <set>

@@ -1,7 +1,7 @@
+#include "Support/Rows.h"
+
 #include <DataModel/FeatureIds.h>
 #include <DataModel/SimpleOptionValue.h>
-
-#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

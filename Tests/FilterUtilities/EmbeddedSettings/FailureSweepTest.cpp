@@ -1,17 +1,17 @@
 // What the settings inside a ticket are and answer after any one platform call fails.
 
 #include "Support/FailureSweep.h"
+
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/AttributeLists.h"
 #include "Support/NoDisplayHelp.h"
 #include "Support/Rows.h"
 
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
-
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
 
 namespace {
 

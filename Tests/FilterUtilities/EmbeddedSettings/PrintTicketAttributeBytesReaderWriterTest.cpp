@@ -1,12 +1,11 @@
-#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
-
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/NoDisplayHelp.h"
 #include "Support/VirtualSlots.h"
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/CPStringUtils.h>
+#include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
-#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
-
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Growth.h"
 #include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
+
+#include <EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h>
 
 namespace {
 

@@ -1,10 +1,8 @@
-#include "JobUnderTest.h"
-
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 #include "Support/Rows.h"
 
-#include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
-
-#include "Com/FaultInjection.h"
+#include <Com/FaultInjection.h>
+#include <LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h>
 
 namespace {
 

@@ -1,10 +1,9 @@
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 #include "Support/AttributeLists.h"
 #include "Support/Rows.h"
 
-#include "JobUnderTest.h"
-
 #include <Encryption/DataEncrypter.h>
-#include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
+#include <LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h>
 
 namespace {
 

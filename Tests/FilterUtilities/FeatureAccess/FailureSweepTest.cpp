@@ -1,17 +1,17 @@
 // What tickets, access objects and feature access are and answer after any one platform call fails.
 
 #include "Support/FailureSweep.h"
-#include "FilterUtilities/PrintSchema/TicketSupport.h"
-#include "JobUnderTest.h"
-#include "Support/Rows.h"
 
-#include <Media/CPageImageablePCHandler.h>
-#include <Media/PageMediaSizePtPcHelper.h>
-#include <TicketAccess/NativeComPrintTicketAccess.h>
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
+#include "Support/Rows.h"
 
 #include <AttributeStore/AttributeBytesNameSpaces.h>
 #include <AttributeStore/AttributeBytesRawList.h>
 #include <AttributeStore/PersistentAttributes.h>
+#include <Media/CPageImageablePCHandler.h>
+#include <Media/PageMediaSizePtPcHelper.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
 
 #include <sstream>
 

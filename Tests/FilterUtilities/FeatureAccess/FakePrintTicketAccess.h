@@ -1,6 +1,6 @@
 #pragma once
 
-#include <DeviceDescription/IPrintTicketAccess.h>
+#include <DataAccess/IPrintTicketAccess.h>
 
 #include <map>
 #include <set>

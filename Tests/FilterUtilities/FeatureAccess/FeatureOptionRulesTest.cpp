@@ -1,5 +1,4 @@
-#include "JobUnderTest.h"
-
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 #include "Support/Rows.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>

@@ -1,6 +1,5 @@
-#include <FeatureAccess/FeatureRuleTable.h>
-
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
+#include <FeatureAccess/FeatureRuleTable.h>
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,10 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <FeatureAccess/JobSettings.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+#include <Spooler/QueuePropertyBag.h>
 #include <Ticket/PrintTicketManager.h>
-
-#include "Spooler/QueuePropertyBag.h"
 
 #include <gtest/gtest.h>
 

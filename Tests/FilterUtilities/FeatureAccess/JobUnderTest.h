@@ -1,14 +1,13 @@
 #pragma once
 
-#include "FakePrintTicketAccess.h"
+#include "FilterUtilities/FeatureAccess/FakePrintTicketAccess.h"
 #include "Support/NoDisplayHelp.h"
-
-#include <FeatureAccess/DataModelLessFeatureAccess.h>
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
+#include <FeatureAccess/DataModelLessFeatureAccess.h>
 
 #include <gtest/gtest.h>
 

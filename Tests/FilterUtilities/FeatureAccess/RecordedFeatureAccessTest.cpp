@@ -1,4 +1,4 @@
-#include "JobUnderTest.h"
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 
 #include <FeatureAccess/RecordedFeatureAccess.h>
 

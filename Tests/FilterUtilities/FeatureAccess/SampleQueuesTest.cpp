@@ -1,7 +1,6 @@
 // The sample queues: their devices, capabilities and default tickets fit each other and the dictionaries.
 
-#include "JobUnderTest.h"
-
+#include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 #include "Support/Rows.h"
 
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
@@ -9,9 +8,8 @@
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <FeatureAccess/JobSettings.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
-
-#include "Spooler/QueueFolder.h"
-#include "Spooler/QueuePropertyBag.h"
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueuePropertyBag.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

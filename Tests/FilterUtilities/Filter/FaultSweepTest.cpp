@@ -1,13 +1,12 @@
-#include "Com/FaultInjection.h"
 #include "Support/FilterJob.h"
 #include "Support/TicketText.h"
 
+#include <Com/FaultInjection.h>
 #include <ComSupport/MsSafeCoinit.h>
 #include <Filter/XpsFilterBase.h>
 
-#include <prntvpt.h>
-
 #include <gtest/gtest.h>
+#include <prntvpt.h>
 
 namespace {
 

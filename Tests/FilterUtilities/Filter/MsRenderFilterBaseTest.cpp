@@ -5,8 +5,9 @@
 #include <ComSupport/ThrowHresult.h>
 #include <Filter/StreamFilterBase.h>
 #include <Filter/XpsInStreamOutFilterBase.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -14,8 +15,6 @@
 #include <functional>
 #include <new>
 #include <stdexcept>
-
-#include <dlfcn.h>
 
 namespace {
 

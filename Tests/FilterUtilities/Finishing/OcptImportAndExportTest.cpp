@@ -1,7 +1,7 @@
-#include <Finishing/OcptImportAndExport.h>
-#include <LowLevelFacilities/Dimension.h>
-
 #include "Support/Rows.h"
+
+#include <Finishing/OcptImportAndExport.h>
+#include <LowLevelFacilities/Numbers/Dimension.h>
 
 #include <gtest/gtest.h>
 

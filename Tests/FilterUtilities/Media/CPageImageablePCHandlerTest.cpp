@@ -1,10 +1,8 @@
 #include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
-
 #include "Support/Rows.h"
 
+#include <Com/FaultInjection.h>
 #include <Media/CPageImageablePCHandler.h>
-
-#include "Com/FaultInjection.h"
 
 #include <array>
 

@@ -1,7 +1,7 @@
+#include "Support/Rows.h"
+
 #include <Media/MediaSizeTable.h>
 #include <Media/PageMediaSizePtPcHelper.h>
-
-#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
+#include "Support/Rows.h"
+
 #include <Finishing/OcptImportAndExport.h>
 #include <Media/MediaUtilities.h>
-
-#include "Support/Rows.h"
 
 #include <gtest/gtest.h>
 

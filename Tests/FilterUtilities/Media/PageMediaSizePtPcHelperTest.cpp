@@ -1,11 +1,10 @@
 #include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
-
-#include <Media/MediaSizeTable.h>
-#include <Media/PageMediaSizePtPcHelper.h>
-
-#include "Com/FaultInjection.h"
 #include "Support/FilterJob.h"
 #include "Support/Rows.h"
+
+#include <Com/FaultInjection.h>
+#include <Media/MediaSizeTable.h>
+#include <Media/PageMediaSizePtPcHelper.h>
 
 #include <set>
 

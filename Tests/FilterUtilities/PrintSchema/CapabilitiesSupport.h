@@ -2,7 +2,7 @@
 
 // Print Capabilities documents for tests.
 
-#include "TicketSupport.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 
 #include <PrintSchema/PrintCapabilitiesXmlDocument.h>
 

@@ -1,5 +1,4 @@
-#include "TicketSupport.h"
-
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 

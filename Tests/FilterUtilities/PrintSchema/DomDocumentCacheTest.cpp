@@ -1,8 +1,7 @@
-#include "TicketSupport.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 
+#include <Com/FaultInjection.h>
 #include <PrintSchema/DomDocumentCache.h>
-
-#include "Com/FaultInjection.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 // What the documents are and answer after any one platform call fails.
 
 #include "Support/FailureSweep.h"
-#include "CapabilitiesSupport.h"
+
+#include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/ComFake.h"
-#include "TicketSupport.h"
 
 #include <filterpipeline.h>
 

@@ -1,12 +1,11 @@
 // Tickets that somebody else made, with malice or by accident, and platforms that fail at any moment.
 
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Growth.h"
-#include "TicketSupport.h"
 
+#include <Com/FaultInjection.h>
 #include <ComSupport/ThrowHresult.h>
 #include <PrintSchema/DomDocumentCache.h>
-
-#include "Com/FaultInjection.h"
 
 namespace {
 

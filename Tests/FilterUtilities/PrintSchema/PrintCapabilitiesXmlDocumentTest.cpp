@@ -1,8 +1,8 @@
-#include "CapabilitiesSupport.h"
-
-#include "Com/FaultInjection.h"
+#include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
 #include "Support/FilterJob.h"
 #include "Support/Rows.h"
+
+#include <Com/FaultInjection.h>
 
 #include <algorithm>
 #include <cstdio>

@@ -1,4 +1,4 @@
-#include "TicketSupport.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 
 #include <PrintSchema/PrintTicketQueryBuilder.h>
 

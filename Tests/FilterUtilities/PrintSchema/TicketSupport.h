@@ -2,19 +2,16 @@
 
 // Tickets for the tests of this room, and what the tests ask of documents.
 
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPStringUtils.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
-#include <objbase.h>
-
+#include <filterpipeline.h>
+#include <gtest/gtest.h>
 #include <libxml/parser.h>
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
-
-#include <filterpipeline.h>
-
-#include <gtest/gtest.h>
+#include <objbase.h>
 
 #include <functional>
 #include <memory>

@@ -2,10 +2,9 @@
 #include "Support/TicketText.h"
 
 #include <ComSupport/MsSafeCoinit.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <System/UserToken.h>
 #include <Ticket/MsSafeHPTProvider.h>
-
-#include "System/UserToken.h"
 
 #include <gtest/gtest.h>
 

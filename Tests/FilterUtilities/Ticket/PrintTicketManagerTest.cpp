@@ -1,15 +1,14 @@
+#include "Support/FailureSweep.h"
 #include "Support/FilterJob.h"
 #include "Support/ReportRecorder.h"
 #include "Support/TicketText.h"
 #include "Support/VirtualSlots.h"
 
+#include <Com/FaultInjection.h>
 #include <ComSupport/MsSafeCoinit.h>
 #include <Ticket/PrintTicketManager.h>
 
 #include <gtest/gtest.h>
-
-#include "Com/FaultInjection.h"
-#include "Support/FailureSweep.h"
 
 #include <string>
 

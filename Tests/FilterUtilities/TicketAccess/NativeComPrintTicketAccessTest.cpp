@@ -1,11 +1,10 @@
-#include <TicketAccess/NativeComPrintTicketAccess.h>
-#include <TicketAccess/PrintTicketFeatureTable.h>
-
 #include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <TicketAccess/NativeComPrintTicketAccess.h>
+#include <TicketAccess/PrintTicketFeatureTable.h>
 
 #include <fstream>
 #include <sstream>

@@ -2,7 +2,7 @@
 #include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 #include <XpsParts/CSaxHandler.h>
 #include <XpsParts/CWideToUTF8.h>
 

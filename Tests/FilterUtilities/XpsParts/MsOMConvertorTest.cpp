@@ -1,7 +1,7 @@
 #include "Support/FakeParts.h"
 
 #include <ComSupport/MsSafeCoinit.h>
-#include <LowLevelFacilities/CPComException.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 #include <Xml/DocumentBound.h>
 #include <XpsParts/MsOMConvertor.h>
 

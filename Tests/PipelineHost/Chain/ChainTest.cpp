@@ -1,5 +1,6 @@
+#include "Support/PipelineJob.h"
+
 #include <Chain/FilterModule.h>
-#include <Support/PipelineJob.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,12 +1,10 @@
 // How jobs come to an end that their filters do not bring about: streams that nobody closes, threads that
 // cannot be had, failures at the very end, and the one moment after which nothing stops a job.
-#include <Support/PipelineJob.h>
-
+#include "Support/PipelineJob.h"
 #include "Support/Rows.h"
 
 #include <Filter/XpsFilterBase.h>
-
-#include <LowLevelFacilities/CPException.h>
+#include <LowLevelFacilities/Failures/CPException.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // merges, documents and parts are all on the way. A job either fails with a result and leaves nothing, or has
 // written every page: filters may do without the job's ticket and without parts that they do not know. Every
 // filter that was started has closed its output. Leaks are the address sanitizer's to find.
-#include <Support/PipelineJob.h>
+#include "Support/PipelineJob.h"
 
 #include <Com/FaultInjection.h>
 #include <PrintTicket/PrintTicketMerge.h>

@@ -1,5 +1,5 @@
-#include <Support/Growth.h>
-#include <Support/PipelineJob.h>
+#include "Support/Growth.h"
+#include "Support/PipelineJob.h"
 
 #include <Source/PackageSource.h>
 

@@ -1,4 +1,4 @@
-#include <Support/PipelineJob.h>
+#include "Support/PipelineJob.h"
 
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueuePropertyBag.h>

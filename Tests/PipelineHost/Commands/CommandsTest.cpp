@@ -1,18 +1,16 @@
 // The program's commands in this process, on captured streams.
-#include "CommandRun.h"
+#include "PipelineHost/Commands/CommandRun.h"
 #include "Support/Rows.h"
-
-#include <Support/SampleJob.h>
+#include "Support/SampleJob.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <functional>
 #include <regex>
 #include <sstream>
-
-#include <sys/stat.h>
 
 using namespace OvPipeline;
 using testing::ElementsAre;

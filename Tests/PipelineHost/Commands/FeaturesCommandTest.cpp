@@ -1,12 +1,11 @@
 // What a job asks for, as the program shows it.
-#include "CommandRun.h"
-#include "Support/Rows.h"
-
 #include "FilterUtilities/FeatureAccess/JobUnderTest.h"
+#include "PipelineHost/Commands/CommandRun.h"
+#include "Support/Rows.h"
+#include "Support/SampleJob.h"
 
 #include <Commands/FeatureReport.h>
 #include <Report/JsonText.h>
-#include <Support/SampleJob.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

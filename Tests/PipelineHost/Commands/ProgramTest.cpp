@@ -1,21 +1,19 @@
 // The program itself, in a process of its own: what a captured stream cannot show.
-#include <Support/SampleJob.h>
-
 #include "Support/Rows.h"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <thread>
+#include "Support/SampleJob.h"
 
 #include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <thread>
 
 using testing::ElementsAre;
 using testing::HasSubstr;

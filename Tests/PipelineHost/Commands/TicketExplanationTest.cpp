@@ -1,6 +1,6 @@
-#include "Commands/TicketExplanation.h"
-
 #include "Support/TicketText.h"
+
+#include <Commands/TicketExplanation.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

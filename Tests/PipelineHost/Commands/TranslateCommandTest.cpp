@@ -1,8 +1,7 @@
 // The names of features and values, by the program's command in this process.
-#include "CommandRun.h"
+#include "PipelineHost/Commands/CommandRun.h"
 
 #include <Commands/NameTranslation.h>
-
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
 

@@ -1,12 +1,12 @@
+#include "Support/PipelineJob.h"
+
 #include <Parts/FontPart.h>
 #include <Parts/PartFactory.h>
 #include <Source/PackageSource.h>
-#include <Support/PipelineJob.h>
-
-#include <xpsobjectmodel.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xpsobjectmodel.h>
 
 using namespace OvPipeline;
 

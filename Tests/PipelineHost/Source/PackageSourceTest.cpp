@@ -1,13 +1,12 @@
-#include <Parts/DescribePart.h>
-#include <Source/PackageSource.h>
-#include <Support/PipelineJob.h>
-
+#include "Support/PipelineJob.h"
 #include "Support/Rows.h"
 
-#include <xpsobjectmodel.h>
+#include <Parts/DescribePart.h>
+#include <Source/PackageSource.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xpsobjectmodel.h>
 
 using namespace OvPipeline;
 using testing::ElementsAre;

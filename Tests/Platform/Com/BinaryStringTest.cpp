@@ -1,6 +1,6 @@
-#include <Com/FaultInjection.h>
-
 #include "Support/Rows.h"
+
+#include <Com/FaultInjection.h>
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <atlcomcli.h>
-#include <msxml6.h>
-
 #include <gtest/gtest.h>
+#include <msxml6.h>
 
 #include <concepts>
 #include <string>

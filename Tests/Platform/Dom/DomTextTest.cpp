@@ -1,5 +1,4 @@
 #include "Platform/Dom/DomTestSupport.h"
-
 #include "Support/Rows.h"
 
 namespace {

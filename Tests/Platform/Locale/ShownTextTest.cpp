@@ -1,4 +1,4 @@
-#include "Locale/ShownText.h"
+#include <Locale/ShownText.h>
 
 #include <gtest/gtest.h>
 

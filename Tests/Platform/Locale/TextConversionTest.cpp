@@ -1,12 +1,12 @@
-#include <gtest/gtest.h>
-#include <windows.h>
-
 #include "Support/Rows.h"
+
+#include <gtest/gtest.h>
+#include <wchar.h>
+#include <windows.h>
 
 #include <climits>
 #include <cstring>
 #include <string>
-#include <wchar.h>
 
 namespace {
 

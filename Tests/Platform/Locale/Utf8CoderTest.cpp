@@ -1,4 +1,4 @@
-#include <LowLevelFacilities/CPStringUtils.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <gtest/gtest.h>
 #include <utf8coder.h>

@@ -1,8 +1,8 @@
+#include "Support/Rows.h"
+
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
 #include <msopc.h>
-
-#include "Support/Rows.h"
 
 namespace {
 

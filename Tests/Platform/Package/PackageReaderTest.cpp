@@ -1,10 +1,9 @@
-#include "ZipBuilder.h"
-
-#include "Package/PackageReader.h"
-#include "Package/PackageWriter.h"
+#include "Platform/Package/ZipBuilder.h"
 #include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
 
-#include <Support/TemporaryFolder.h>
+#include <Package/PackageReader.h>
+#include <Package/PackageWriter.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

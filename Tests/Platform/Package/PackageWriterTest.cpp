@@ -1,20 +1,18 @@
-#include "Package/PackageWriter.h"
-#include "Package/PackageReader.h"
 #include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
 
-#include <Support/TemporaryFolder.h>
+#include <Package/PackageReader.h>
+#include <Package/PackageWriter.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <msopc.h>
+#include <sys/resource.h>
 
+#include <csignal>
 #include <functional>
 #include <random>
 #include <thread>
-
-#include <csignal>
-
-#include <sys/resource.h>
 
 using namespace OvPlatform;
 using testing::ElementsAre;

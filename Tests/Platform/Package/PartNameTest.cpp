@@ -1,6 +1,6 @@
-#include "Package/PartName.h"
-
 #include "Support/Rows.h"
+
+#include <Package/PartName.h>
 
 #include <gtest/gtest.h>
 #include <msopc.h>

@@ -1,4 +1,4 @@
-#include "TicketFixture.h"
+#include "Platform/PrintTicket/TicketFixture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "TicketFixture.h"
+#include "Platform/PrintTicket/TicketFixture.h"
 
 #include <gtest/gtest.h>
 

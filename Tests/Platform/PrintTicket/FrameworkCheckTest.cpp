@@ -1,10 +1,8 @@
-#include "TicketFixture.h"
-
+#include "Platform/PrintTicket/TicketFixture.h"
 #include "Support/Rows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
 #include <prntvpt.h>
 
 using namespace OvPlatform;

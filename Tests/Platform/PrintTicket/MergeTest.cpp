@@ -1,5 +1,4 @@
-#include "TicketFixture.h"
-
+#include "Platform/PrintTicket/TicketFixture.h"
 #include "Support/Rows.h"
 
 #include <gmock/gmock.h>

@@ -1,14 +1,13 @@
-#include "TicketFixture.h"
-
-#include "Spooler/QueueRegistry.h"
+#include "Platform/PrintTicket/TicketFixture.h"
 
 #include <Com/FaultInjection.h>
+#include <Spooler/QueueRegistry.h>
+
 #include <atlcomcli.h>
+#include <gtest/gtest.h>
 #include <msxml6.h>
 #include <objbase.h>
 #include <prntvpt.h>
-
-#include <gtest/gtest.h>
 
 #include <thread>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PrintTicket/PrintTicketMerge.h"
+#include <PrintTicket/PrintTicketMerge.h>
 
 #include <memory>
 #include <string>

@@ -1,7 +1,7 @@
 // What a printer has made of a ticket it carries out as it stands: whatever the printer and whatever the
 // ticket.
 
-#include "TicketFixture.h"
+#include "Platform/PrintTicket/TicketFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,10 @@
-#include "SampleQueue.h"
-
-#include "Spooler/QueueFolder.h"
-#include "Spooler/QueueFolderWriter.h"
-#include "Spooler/QueueRegistry.h"
+#include "Platform/Spooler/SampleQueue.h"
 #include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
 
-#include <Support/TemporaryFolder.h>
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueFolderWriter.h>
+#include <Spooler/QueueRegistry.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

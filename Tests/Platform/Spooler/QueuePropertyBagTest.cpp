@@ -1,7 +1,7 @@
-#include "SampleQueue.h"
-
-#include "Spooler/QueuePropertyBag.h"
+#include "Platform/Spooler/SampleQueue.h"
 #include "Support/Rows.h"
+
+#include <Spooler/QueuePropertyBag.h>
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>

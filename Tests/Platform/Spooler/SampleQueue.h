@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Spooler/QueueDescription.h"
+#include <Spooler/QueueDescription.h>
 
 // A queue with something in every field.
 inline OvPlatform::QueueDescription SampleQueue() {

@@ -1,9 +1,9 @@
-#include "SampleQueue.h"
-
-#include "Com/FaultInjection.h"
-#include "Spooler/DevmodeLayout.h"
-#include "Spooler/QueueRegistry.h"
+#include "Platform/Spooler/SampleQueue.h"
 #include "Support/Rows.h"
+
+#include <Com/FaultInjection.h>
+#include <Spooler/DevmodeLayout.h>
+#include <Spooler/QueueRegistry.h>
 
 #include <gtest/gtest.h>
 #include <winspool.h>

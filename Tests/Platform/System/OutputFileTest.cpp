@@ -1,15 +1,14 @@
-#include "System/OutputFile.h"
-#include "System/FileError.h"
-#include "System/NamelessFile.h"
+#include "Support/TemporaryFolder.h"
 
-#include <Support/TemporaryFolder.h>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
+#include <System/FileError.h>
+#include <System/NamelessFile.h>
+#include <System/OutputFile.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>

@@ -2,13 +2,13 @@
 #include "Support/TemporaryFolder.h"
 
 #include <System/RegistryFile.h>
-#include <windows.h>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <windows.h>
 
 #include <filesystem>
 #include <string>
-#include <sys/stat.h>
 
 namespace {
 

@@ -3,10 +3,10 @@
 
 #include <Com/FaultInjection.h>
 #include <System/UserToken.h>
-#include <windows.h>
 
 #include <gtest/gtest.h>
 #include <versionhelpers.h>
+#include <windows.h>
 
 #include <cstdlib>
 #include <ctime>

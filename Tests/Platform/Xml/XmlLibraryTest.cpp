@@ -1,6 +1,5 @@
-#include <libxml/parser.h>
-
 #include <gtest/gtest.h>
+#include <libxml/parser.h>
 #include <windows.h>
 
 #include <thread>

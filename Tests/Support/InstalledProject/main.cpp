@@ -1,7 +1,8 @@
 // Uses a header of each installed library by its room, and a symbol of each.
 #include <DataModel/SimpleOptionValue.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 #include <PrintSchema/PrintTicketQueryBuilder.h>
+
 #include <atlcomcli.h>
 
 #include <cstdio>

@@ -1,5 +1,5 @@
 // A filter that takes the whole job and then does what OV_TEST_MISBEHAVIOUR says.
-#include "TestFilter.h"
+#include "Support/Modules/TestFilter.h"
 
 #include <unistd.h>
 

@@ -1,5 +1,5 @@
 // A module of the older kind: DllGetClassObject hands out the filter itself. It is a service module too.
-#include "TestFilter.h"
+#include "Support/Modules/TestFilter.h"
 
 #include <oleauto.h>
 

@@ -1,5 +1,5 @@
 // A filter that takes the whole job and then works until it is told to shut down.
-#include "TestFilter.h"
+#include "Support/Modules/TestFilter.h"
 
 #include <atomic>
 #include <chrono>

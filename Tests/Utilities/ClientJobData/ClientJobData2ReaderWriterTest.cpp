@@ -1,7 +1,7 @@
-#include <ClientJobData/ClientJobData2ReaderWriter.h>
-
 #include "Support/PackedRecords.h"
 #include "Support/Rows.h"
+
+#include <ClientJobData/ClientJobData2ReaderWriter.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
+#include "Support/Growth.h"
+
 #include <ClientJobData/ClientJobData2ReaderWriter.h>
 #include <Encryption/DataEncrypter.h>
-
-#include "Support/Growth.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include <DeviceDescription/OrvelDriverPropertyBag.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <SystemServices/SafeCoInitialize.h>
-
 #include "Support/Rows.h"
+
+#include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <SystemServices/SafeCoInitialize.h>
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,11 @@
 // The device capabilities document: what it answers, and what it refuses.
 
-#include <DeviceDescription/SimpleOcapParser.h>
-#include <LowLevelFacilities/CPComException.h>
-#include <SystemServices/SafeCoInitialize.h>
-
 #include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
+#include <DeviceDescription/SimpleOcapParser.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <SystemServices/SafeCoInitialize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

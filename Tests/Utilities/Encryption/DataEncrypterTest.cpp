@@ -1,8 +1,8 @@
+#include "Support/PackedRecords.h"
+
 #include <Encryption/DataEncrypter.h>
 #include <Encryption/SipHash.h>
-#include <LowLevelFacilities/Base64.h>
-
-#include "Support/PackedRecords.h"
+#include <LowLevelFacilities/Strings/Base64.h>
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include <LowLevelFacilities/ByteBuffer.h>
-
 #include "Support/Rows.h"
+
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 
 #include <gtest/gtest.h>
 

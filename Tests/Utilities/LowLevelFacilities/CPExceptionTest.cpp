@@ -1,14 +1,14 @@
 #include "Support/ReportRecorder.h"
 
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPExceptionDuplicateDictionaryIndexEntry.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/CPExceptionOSApiError.h>
-#include <LowLevelFacilities/CPExceptionTooManyArguments.h>
-#include <LowLevelFacilities/CPExceptionUnknownKeyRequest.h>
-#include <LowLevelFacilities/CPExceptionXMLConfigurationFileParseFailed.h>
-#include <LowLevelFacilities/ThrowComException.h>
-#include <LowLevelFacilities/ThrowFailure.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/CPExceptionDuplicateDictionaryIndexEntry.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/CPExceptionOSApiError.h>
+#include <LowLevelFacilities/Failures/CPExceptionTooManyArguments.h>
+#include <LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h>
+#include <LowLevelFacilities/Failures/CPExceptionXMLConfigurationFileParseFailed.h>
+#include <LowLevelFacilities/Failures/ThrowComException.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include <LowLevelFacilities/CPString.h>
-#include <LowLevelFacilities/CPStringUtils.h>
+#include <LowLevelFacilities/Strings/CPString.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <gtest/gtest.h>
 

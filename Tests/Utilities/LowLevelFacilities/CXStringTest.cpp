@@ -1,6 +1,6 @@
-#include <LowLevelFacilities/CXString.h>
-
 #include "Support/Rows.h"
+
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 // What a formatted message costs in allocations, counted at operator new of the whole program.
 
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/CXString.h>
+#include "Support/AllocationCount.h"
 
-#include <Support/AllocationCount.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <gtest/gtest.h>
 

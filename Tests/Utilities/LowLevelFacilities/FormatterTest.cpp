@@ -4,11 +4,10 @@
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
 
-#include <LowLevelFacilities/CPFormat.h>
-#include <LowLevelFacilities/CXString.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
+#include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <gtest/gtest.h>
-
 #include <windows.h>
 
 #include <climits>

@@ -1,10 +1,10 @@
 // Number keeps decimals exactly; its double is the nearest one, with strtod as the judge.
 
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/Dimension.h>
-#include <LowLevelFacilities/Number.h>
-
 #include "Support/Rows.h"
+
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Numbers/Dimension.h>
+#include <LowLevelFacilities/Numbers/Number.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
-#include <LowLevelFacilities/ThrowComException.h>
-#include <LowLevelFacilities/ThrowFailure.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/ThrowComException.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include <LowLevelFacilities/OvlSharedPtr.h>
-#include <LowLevelFacilities/OvlUniquePtr.h>
+#include <LowLevelFacilities/Ownership/OvlSharedPtr.h>
+#include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
 
 #include <gtest/gtest.h>
 

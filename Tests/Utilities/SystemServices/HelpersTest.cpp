@@ -1,13 +1,12 @@
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
 
-#include <LowLevelFacilities/ByteBuffer.h>
-#include <SystemServices/Hash32.h>
+#include <BinaryForms/Hash32.h>
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
 #include <SystemServices/OrvelUtilities.h>
 #include <SystemServices/WindowsDesktopUtilities.h>
 
 #include <atlcomcli.h>
-
 #include <gtest/gtest.h>
 
 #include <climits>

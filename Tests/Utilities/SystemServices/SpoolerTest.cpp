@@ -1,15 +1,13 @@
 // Printers and jobs of a queue, as the services over the spooler see them.
 
-#include <LowLevelFacilities/CPExceptionOSApiError.h>
+#include <Com/FaultInjection.h>
+#include <LowLevelFacilities/Failures/CPExceptionOSApiError.h>
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueRegistry.h>
 #include <SystemServices/PrintJob.h>
 #include <SystemServices/Printer.h>
 
-#include <Com/FaultInjection.h>
-#include <Spooler/QueueFolder.h>
-#include <Spooler/QueueRegistry.h>
-
 #include <gtest/gtest.h>
-
 #include <winspool.h>
 
 namespace {

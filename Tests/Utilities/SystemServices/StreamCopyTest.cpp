@@ -5,9 +5,8 @@
 #include <SystemServices/WindowsDesktopUtilities.h>
 
 #include <atlcomcli.h>
-#include <msxml6.h>
-
 #include <gtest/gtest.h>
+#include <msxml6.h>
 
 #include <string>
 

@@ -1,18 +1,16 @@
 // What acts on the calling thread: its apartment, its token, its user.
 
-#include <LowLevelFacilities/CPComException.h>
+#include "Support/Rows.h"
+
+#include <Com/FaultInjection.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <System/UserToken.h>
 #include <SystemServices/OperatingSystem.h>
 #include <SystemServices/SafeCoInitialize.h>
 #include <SystemServices/SetThreadTokenWrapper.h>
 #include <SystemServices/User.h>
 
-#include "Support/Rows.h"
-
-#include <Com/FaultInjection.h>
-#include <System/UserToken.h>
-
 #include <gtest/gtest.h>
-
 #include <objbase.h>
 
 #include <cstdlib>

@@ -1,6 +1,6 @@
 #include "Support/EnvironmentVariable.h"
 
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 #include <SystemServices/UtcTime.h>
 
 #include <gtest/gtest.h>

@@ -1,9 +1,8 @@
 // The pull reader: one pass over a text answers all queries.
 
+#include <Com/FaultInjection.h>
 #include <SystemServices/SafeCoInitialize.h>
 #include <Xml/XmlLiteWrapper.h>
-
-#include <Com/FaultInjection.h>
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The readers of XML that other rooms stand on, and that of the device capabilities.
 
+#include "Support/Growth.h"
+
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <SystemServices/SafeCoInitialize.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/XmlLiteWrapper.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
-
-#include "Support/Growth.h"
 
 namespace {
 

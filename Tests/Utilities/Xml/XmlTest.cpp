@@ -2,14 +2,13 @@
 
 #include "Support/ReportRecorder.h"
 
-#include <LowLevelFacilities/CPComException.h>
-#include <LowLevelFacilities/CPExceptionInvalidArgument.h>
+#include <Com/FaultInjection.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 #include <SystemServices/SafeCoInitialize.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/UtilitiesLibraryHost.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
-
-#include <Com/FaultInjection.h>
 
 #include <gtest/gtest.h>
 
