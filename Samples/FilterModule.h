@@ -2,9 +2,9 @@
 
 #include <ComSupport/FailureBarrier.h>
 
+#include <windows.h>
 #include <cguid.h>
 #include <filterpipeline.h>
-#include <windows.h>
 
 // What a filter module needs besides its filter: a class factory and the two exports that the pipeline asks
 // for. Put FILTER_MODULE(YourFilter, {your class id}) once at the end of the filter's source.

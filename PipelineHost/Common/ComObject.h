@@ -1,8 +1,8 @@
 #pragma once
 
+#include <windows.h>
 #include <countedbase.h>
 #include <filterpipeline.h>
-#include <windows.h>
 
 namespace OvPlatform {
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <windows.h>
 #include <libxml/tree.h>
 #include <oleauto.h>
-#include <windows.h>
 
 #include <string>
 #include <string_view>

@@ -5,8 +5,8 @@
 #include "Dom/DomSettings.h"
 #include "Xml/XmlPointer.h"
 
-#include <libxml/tree.h>
 #include <windows.h>
+#include <libxml/tree.h>
 
 #include <memory>
 #include <string>

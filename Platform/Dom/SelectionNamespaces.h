@@ -1,7 +1,7 @@
 #pragma once
 
-#include <libxml/tree.h>
 #include <windows.h>
+#include <libxml/tree.h>
 
 #include <memory>
 #include <string>

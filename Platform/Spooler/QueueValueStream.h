@@ -2,8 +2,8 @@
 
 #include "Com/CountedObject.h"
 
-#include <streambase.h>
 #include <windows.h>
+#include <streambase.h>
 
 #include <cstdint>
 #include <limits>

@@ -9,8 +9,8 @@
 
 #include <Com/PlatformExport.h>
 
-#include <oleauto.h>
 #include <windows.h>
+#include <oleauto.h>
 
 struct HPTPROVIDER__;
 typedef struct HPTPROVIDER__* HPTPROVIDER;

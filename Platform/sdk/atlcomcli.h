@@ -2,9 +2,9 @@
 
 // Owners of COM interfaces and of BSTRs, with the names and the meaning of the published wrapper classes.
 
+#include <windows.h>
 #include <objbase.h>
 #include <oleauto.h>
-#include <windows.h>
 
 #include <cstddef>
 #include <functional>

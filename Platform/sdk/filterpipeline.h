@@ -4,8 +4,8 @@
 // headers lack them. Slot order, identifiers and values are those of the published interfaces; "may be null"
 // marks an out argument that a caller may leave out.
 
-#include <oaidl.h>
 #include <windows.h>
+#include <oaidl.h>
 
 #ifndef E_ELEMENT_NOT_FOUND
 #define E_ELEMENT_NOT_FOUND ((HRESULT)0x80070490)

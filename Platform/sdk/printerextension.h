@@ -4,8 +4,8 @@
 // lack them. Booleans are BOOL of four bytes, not VARIANT_BOOL. The script forms and the views of a queue's
 // jobs are left out.
 
-#include <oaidl.h>
 #include <windows.h>
+#include <oaidl.h>
 
 #define PRINTSCHEMA_KEYWORDS_NAMESPACE_URI                                                                   \
     "http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords"

@@ -2,8 +2,8 @@
 
 // Bases of the small stand-ins for platform objects that the tests of several rooms share.
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <atomic>
 #include <utility>

@@ -4,8 +4,8 @@
 
 #include <Com/FaultInjection.h>
 
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <exception>
 #include <functional>

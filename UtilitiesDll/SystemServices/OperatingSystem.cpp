@@ -1,7 +1,7 @@
 #include "SystemServices/OperatingSystem.h"
 
-#include <versionhelpers.h>
 #include <windows.h>
+#include <versionhelpers.h>
 
 namespace {
 

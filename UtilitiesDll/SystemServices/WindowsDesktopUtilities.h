@@ -3,8 +3,8 @@
 #include "LowLevelFacilities/UtilitiesExport.h"
 #include "LowLevelFacilities/WideStrings/CXString.h"
 
-#include <objidl.h>
 #include <windows.h>
+#include <objidl.h>
 
 #include <cstddef>
 

@@ -3,8 +3,8 @@
 #include "LowLevelFacilities/Failures/ThrowComException.h"
 #include "LowLevelFacilities/WideStrings/CXString.h"
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <string_view>
 

@@ -2,9 +2,9 @@
 
 #include "ComSupport/FilterUtilitiesExport.h"
 
+#include <windows.h>
 #include <filterpipeline.h>
 #include <msxml6.h>
-#include <windows.h>
 
 #include <atomic>
 #include <cstdint>

@@ -2,8 +2,8 @@
 
 #include "ComSupport/FilterUtilitiesExport.h"
 
-#include <gdiplus.h>
 #include <windows.h>
+#include <gdiplus.h>
 
 // The thread's last error as an HRESULT; no last error is S_OK.
 OV_FILTER_UTILITIES_API HRESULT GetLastErrorAsHResult();

@@ -3,8 +3,8 @@
 #include "ComSupport/FilterUtilitiesExport.h"
 #include "ComSupport/MsHGlobalLock.h"
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "ComSupport/XGenerateRandomGuidAsString.h"
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <array>
 #include <new>

@@ -2,8 +2,8 @@
 
 #include "ComSupport/FilterUtilitiesExport.h"
 
-#include <msxml6.h>
 #include <windows.h>
+#include <msxml6.h>
 
 #include <cstdint>
 

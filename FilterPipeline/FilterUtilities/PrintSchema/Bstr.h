@@ -3,8 +3,8 @@
 // BSTRs as the Print Schema classes handle them: what runs out of memory is raised as CPComException with
 // E_OUTOFMEMORY under the name of the operation that asked.
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <initializer_list>
 #include <string_view>

@@ -4,9 +4,9 @@
 
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
+#include <windows.h>
 #include <atlcomcli.h>
 #include <msxml6.h>
-#include <windows.h>
 
 #include <map>
 

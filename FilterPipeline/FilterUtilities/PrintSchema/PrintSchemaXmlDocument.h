@@ -5,9 +5,9 @@
 
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
+#include <windows.h>
 #include <atlcomcli.h>
 #include <msxml6.h>
-#include <windows.h>
 
 #include <string_view>
 #include <vector>

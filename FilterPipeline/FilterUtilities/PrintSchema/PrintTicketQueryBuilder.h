@@ -2,8 +2,8 @@
 
 #include "ComSupport/FilterUtilitiesExport.h"
 
-#include <atlcomcli.h>
 #include <windows.h>
+#include <atlcomcli.h>
 
 #include <span>
 

@@ -2,9 +2,9 @@
 
 #include "PrintSchema/PrintSchemaKeywords.h"
 
+#include <windows.h>
 #include <atlcomcli.h>
 #include <msxml6.h>
-#include <windows.h>
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <windows.h>
 #include <atlcomcli.h>
 #include <msxml6.h>
-#include <windows.h>
 
 #include <vector>
 

@@ -1,11 +1,11 @@
 #include "Support/VirtualSlots.h"
 
+#include <windows.h>
 #include <atlcomcli.h>
 #include <filterpipeline.h>
 #include <gtest/gtest.h>
 #include <msxml6.h>
 #include <ocidl.h>
-#include <windows.h>
 
 #include <cstddef>
 

@@ -1,8 +1,8 @@
 #include "Support/Rows.h"
 
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <wchar.h>
-#include <windows.h>
 
 #include <climits>
 #include <cstring>

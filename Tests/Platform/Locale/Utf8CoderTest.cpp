@@ -1,8 +1,8 @@
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <utf8coder.h>
-#include <windows.h>
 
 #include <string>
 #include <string_view>

@@ -3,9 +3,9 @@
 
 #include <System/RegistryFile.h>
 
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <windows.h>
 
 #include <filesystem>
 #include <string>

@@ -4,9 +4,9 @@
 #include <Com/FaultInjection.h>
 #include <System/UserToken.h>
 
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <versionhelpers.h>
-#include <windows.h>
 
 #include <cstdlib>
 #include <ctime>

@@ -1,6 +1,6 @@
+#include <windows.h>
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
-#include <windows.h>
 
 #include <thread>
 

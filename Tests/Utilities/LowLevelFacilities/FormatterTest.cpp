@@ -7,8 +7,8 @@
 #include <LowLevelFacilities/Formatter/CPFormat.h>
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
-#include <gtest/gtest.h>
 #include <windows.h>
+#include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>

@@ -3,8 +3,8 @@
 #include "LowLevelFacilities/Strings/Base64.h"
 #include "LowLevelFacilities/Strings/WhiteSpace.h"
 
-#include <utf8coder.h>
 #include <windows.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <climits>
