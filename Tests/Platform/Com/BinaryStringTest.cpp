@@ -23,46 +23,20 @@ TEST(BinaryString, HasItsLengthInFrontAndAZeroBehind) {
     EXPECT_EQ(std::wstring(L"a\0b", 3), Text(string));
     EXPECT_EQ(0, string[3]);
     SysFreeString(string);
-}
 
-TEST(BinaryString, NullIsTheEmptyString) {
-    EXPECT_EQ(0u, SysStringLen(nullptr));
-    EXPECT_EQ(0u, SysStringByteLen(nullptr));
-    EXPECT_EQ(nullptr, SysAllocString(nullptr));
-    SysFreeString(nullptr);
-    BSTR empty = SysAllocString(L"");
-    EXPECT_NE(nullptr, empty);
-    EXPECT_EQ(VARCMP_EQ, VarBstrCmp(nullptr, empty, LOCALE_USER_DEFAULT, 0));
-    SysFreeString(empty);
-}
-
-TEST(BinaryString, RefusesLengthsThatDoNotFit) {
-    EXPECT_EQ(nullptr, SysAllocStringLen(nullptr, 0xFFFFFFFF));
-    EXPECT_EQ(nullptr, SysAllocStringLen(nullptr, 0x40000000));
-    EXPECT_EQ(nullptr, SysAllocStringByteLen(nullptr, 0xFFFFFFFF));
-}
-
-TEST(BinaryString, HoldsAnOddNumberOfBytes) {
-    BSTR string = SysAllocStringByteLen("abc", 3);
+    string = SysAllocStringByteLen("abc", 3); // an odd number of bytes
     ASSERT_NE(nullptr, string);
     EXPECT_EQ(3u, SysStringByteLen(string));
     EXPECT_EQ(0u, SysStringLen(string));
     EXPECT_EQ(0, std::memcmp("abc\0\0\0\0", string, 7));
     SysFreeString(string);
-}
 
-TEST(BinaryString, IsReallocatedFromItself) {
-    BSTR string = SysAllocString(L"abcdef");
-    ASSERT_TRUE(SysReAllocStringLen(&string, string + 2, 3));
-    EXPECT_EQ(L"cde", Text(string));
-    ASSERT_TRUE(SysReAllocStringLen(&string, nullptr, 2));
-    EXPECT_EQ(L"cd", Text(string));
-    {
-        OvPlatform::FaultInjectionScope fault(1);
-        EXPECT_FALSE(SysReAllocString(&string, L"other"));
-    }
-    EXPECT_EQ(L"cd", Text(string));
-    SysFreeString(string);
+    EXPECT_EQ(nullptr, SysAllocStringLen(nullptr, 0x40000000)) << "longer than memory";
+    EXPECT_EQ(nullptr, SysAllocStringByteLen(nullptr, 0xFFFFFFFF));
+    EXPECT_EQ(nullptr, SysAllocString(nullptr));
+    EXPECT_EQ(0u, SysStringLen(nullptr));
+    EXPECT_EQ(0u, SysStringByteLen(nullptr));
+    SysFreeString(nullptr);
 }
 
 TEST(ComString, AppendsItselfPartsOfItselfAndZeroUnits) {
@@ -71,7 +45,6 @@ TEST(ComString, AppendsItselfPartsOfItselfAndZeroUnits) {
     EXPECT_EQ(std::wstring(L"a\0ba\0b", 6), Text(string));
     EXPECT_EQ(S_OK, string.Append(string.m_str + 2, 2));
     EXPECT_EQ(std::wstring(L"a\0ba\0bba", 8), Text(string));
-    EXPECT_EQ(8 * sizeof(wchar_t), string.ByteLength());
     EXPECT_EQ(E_INVALIDARG, string.Append(nullptr, 1));
     EXPECT_EQ(S_OK, string.Append(static_cast<LPCOLESTR>(nullptr)));
     EXPECT_EQ(8u, string.Length());
@@ -79,61 +52,34 @@ TEST(ComString, AppendsItselfPartsOfItselfAndZeroUnits) {
 
 TEST(ComString, CopiesAndComparesWhatStandsBehindAZeroUnit) {
     const CComBSTR first(3, L"a\0b");
-    const CComBSTR second(3, L"a\0c");
     CComBSTR copy(first);
     EXPECT_TRUE(copy == first);
-    EXPECT_TRUE(first != second);
-    EXPECT_TRUE(first < second);
+    EXPECT_TRUE(first < CComBSTR(3, L"a\0c"));
     EXPECT_FALSE(CComBSTR(L"a") == CComBSTR(2, L"a\0"));
     const CComBSTR& alias = copy;
     copy = alias;
-    EXPECT_TRUE(copy == first);
     copy = copy.m_str;
     EXPECT_EQ(3u, copy.Length());
-    BSTR detached = copy.Detach();
-    EXPECT_EQ(nullptr, copy.m_str);
-    copy.Attach(detached);
-    EXPECT_EQ(detached, copy.m_str);
-}
 
-TEST(ComString, ThrowsWhenMemoryIsOutAndKeepsWhatItHas) {
-    CComBSTR string(L"kept");
-    {
-        OvPlatform::FaultInjectionScope fault(1);
-        try {
-            string = L"other";
-            FAIL() << "nothing was thrown";
-        } catch (const CAtlException& exception) {
-            EXPECT_EQ(E_OUTOFMEMORY, exception);
-        }
-    }
-    {
-        OvPlatform::FaultInjectionScope fault(1);
-        EXPECT_EQ(E_OUTOFMEMORY, string.Append(L"more"));
-    }
-    {
-        OvPlatform::FaultInjectionScope fault(1);
-        EXPECT_THROW(CComBSTR copy(string), CAtlException);
-    }
-    EXPECT_EQ(L"kept", Text(string));
+    OvPlatform::FaultInjectionScope fault(1);
+    EXPECT_THROW(copy = L"other", CAtlException);
+    EXPECT_TRUE(copy == first) << "it keeps what it has when memory is out";
 }
 
 TEST(StringComparison, OrdersAsTheLocaleOrdersWords) {
     const Rows<const wchar_t*, const wchar_t*, ULONG, HRESULT> cases{
         {L"Portrait", L"Portrait", 0, VARCMP_EQ},
         {L"Portrait", L"portrait", 0, VARCMP_GT},
-        {L"Portrait", L"portrait", NORM_IGNORECASE, VARCMP_EQ},
         {L"a", L"B", 0, VARCMP_LT},
-        {L"psk:A", L"psk:AB", 0, VARCMP_LT},
         {L"\u00C4rger", L"\u00E4rger", NORM_IGNORECASE, VARCMP_EQ},
         // Composed and decomposed.
         {L"\u00E4", L"a\u0308", 0, VARCMP_EQ},
         {L"\u00E4", L"z", 0, VARCMP_LT},
+        {nullptr, L"", 0, VARCMP_EQ},
         {L"", L"a", 0, VARCMP_LT},
     };
     for (const auto& [left, right, flags, order] : cases)
-        EXPECT_EQ(order, VarBstrCmp(CComBSTR(left), CComBSTR(right), LOCALE_USER_DEFAULT, flags))
-            << left << " " << right;
+        EXPECT_EQ(order, VarBstrCmp(CComBSTR(left), CComBSTR(right), LOCALE_USER_DEFAULT, flags)) << order;
     // Without a locale unit by unit.
     EXPECT_EQ(VARCMP_GT, VarBstrCmp(CComBSTR(L"a"), CComBSTR(L"B"), LOCALE_NEUTRAL, 0));
 }
