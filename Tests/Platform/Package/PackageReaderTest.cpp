@@ -125,7 +125,6 @@ TEST_F(PackageReaderTest, JoinsPieces) {
             rest.append(buffer, count);
         EXPECT_EQ(rest, whole.substr(position)) << position;
         stream->Seek(position);
-        EXPECT_EQ(stream->Position(), position);
     }
     EXPECT_THROW(stream->Seek(31), PackageError);
 }
@@ -136,7 +135,6 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
         {"no content types", {{"a.xml", "x"}}, OPC_E_MISSING_CONTENT_TYPES, "no [Content_Types].xml"},
         {"types malformed", Types(TypesHead), OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
          "/[Content_Types].xml: "},
-        {"types empty", Types(""), OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "empty"},
         {"types with DTD", Types("<!DOCTYPE Types [<!ENTITY a 'b'>]>" + TypesXml),
          OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "document type declaration"},
         {"types of another root", Types("<Types/>"), OPC_E_INVALID_CONTENT_TYPE_XML, "the root"},
@@ -151,23 +149,16 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
          OPC_E_DUPLICATE_OVERRIDE_PART, "'/A' stands twice"},
         {"override that is no name", Types(TypesHead + R"(<Override PartName="a" ContentType="t"/></Types>)"),
          OPC_E_INVALID_OVERRIDE_PART_NAME, "slash"},
-        {"name twice", WithTypes({{name, "1"}, {name, "2"}}), OPC_E_DUPLICATE_PART,
-         "/x.xml: the part stands twice"},
-        {"aliased by case", WithTypes({{"x.xml", "1"}, {"X.xml", "2"}}), OPC_E_DUPLICATE_PART, "'/x.xml'"},
-        {"aliased by encoding", WithTypes({{"x.xml", "1"}, {"%78.xml", "2"}}), OPC_E_NONCONFORMING_URI,
-         "percent-encoded"},
+        {"aliased by case", WithTypes({{name, "1"}, {"X.xml", "2"}}), OPC_E_DUPLICATE_PART,
+         "/X.xml: the part stands twice in the package, the other time as '/x.xml'"},
         {"aliased by a space", WithTypes({{"x y.xml", "1"}, {"x%20y.xml", "2"}}), OPC_E_DUPLICATE_PART,
          "stands twice"},
+        {"aliased by encoding", WithTypes({{"x.xml", "1"}, {"%78.xml", "2"}}), OPC_E_NONCONFORMING_URI,
+         "percent-encoded"},
         {"backslash", WithTypes({{"a\\x.xml", "1"}}), OPC_E_NONCONFORMING_URI, "backslash"},
         {"leaves the package", WithTypes({{"../x.xml", "1"}}), OPC_E_NONCONFORMING_URI, "out of the package"},
-        {"leaves by a detour", WithTypes({{"a/../../x", "1"}}), OPC_E_NONCONFORMING_URI,
-         "out of the package"},
-        {"rooted", WithTypes({{"/x.xml", "1"}}), OPC_E_NONCONFORMING_URI, "empty segment"},
-        {"not a part name", WithTypes({{"a[1].xml", "1"}}), OPC_E_NONCONFORMING_URI, "'['"},
         {"extends a name", WithTypes({{"a.xml/b.xml", "1"}, {"A.xml", "2"}}), OPC_E_DUPLICATE_PART,
          "extends the name"},
-        {"whole and in pieces", WithTypes({{"a.xml/[0].last.piece", "1"}, {"a.xml", "2"}}),
-         OPC_E_DUPLICATE_PART, "twice"},
         {"piece twice", WithTypes({{"a.xml/[0].piece", "1"}, {"a.xml/[0].last.piece", "2"}}),
          OPC_E_DUPLICATE_PIECE, "piece 0"},
         {"first piece missing", WithTypes({{"a.xml/[1].last.piece", "1"}}), OPC_E_MISSING_PIECE, "piece 0"},
@@ -188,8 +179,6 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
         {"too large", WithTypes({{name, "1", 0, 0, {}, {}, true, std::uint64_t{1} << 40}}),
          OPC_E_UNSUPPORTED_PACKAGE, "more than 4294967296"},
         {"rels malformed", Rels(RelsHead), OPC_E_NONCONFORMING_RELS_XML, "/_rels/.rels: "},
-        {"rels with DTD", Rels("<!DOCTYPE x>" + RelsHead + "</Relationships>"), OPC_E_NONCONFORMING_RELS_XML,
-         "document type declaration"},
         {"rels with another element", Rels(RelsHead + "<X/></Relationships>"), OPC_E_INVALID_RELS_XML, "X"},
         {"rels of another type",
          {{"[Content_Types].xml",
@@ -198,14 +187,11 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
          OPC_E_UNEXPECTED_CONTENT_TYPE,
          "'text/xml'"},
         {"no id", Rels(Rel("Type='t' Target='a'")), OPC_E_INVALID_RELATIONSHIP_ID, "no Id"},
-        {"no type", Rels(Rel("Id='r' Target='a'")), OPC_E_INVALID_RELATIONSHIP_TYPE, "'r'"},
         {"no target", Rels(Rel("Id='r' Type='t'")), OPC_E_INVALID_RELATIONSHIP_TARGET, "'r'"},
         {"target mode", Rels(Rel("Id='r' Type='t' Target='a' TargetMode='x'")),
          OPC_E_INVALID_RELATIONSHIP_TARGET_MODE, "'x'"},
         {"target leaves", Rels(Rel("Id='r' Type='t' Target='../a'")), OPC_E_INVALID_RELATIONSHIP_TARGET,
          "out of"},
-        {"target is a URL", Rels(Rel("Id='r' Type='t' Target='http://a/b'")),
-         OPC_E_INVALID_RELATIONSHIP_TARGET, "not within the package"},
         {"target missing", Rels(Rel("Id='r' Type='t' Target='a.xml'")), OPC_E_NO_SUCH_PART,
          "'/a.xml', which is not in the package"},
         {"id twice",
@@ -223,17 +209,15 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
 
 TEST_F(PackageReaderTest, RefusesWhatIsNoArchive) {
     const std::string good = BuildZip(WithTypes({{"a.xml", std::string(500, 'a')}}));
-    const Rows<const char*, std::string, HRESULT, const char*> rows{
-        {"empty", "", OPC_E_ZIP_CORRUPTED_ARCHIVE, "the file is empty"},
-        {"text", "no zip at all", OPC_E_ZIP_CORRUPTED_ARCHIVE, "not a zip archive"},
-        {"cut in the data", good.substr(0, 700), OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY, "cut short"},
-        {"cut in the directory", good.substr(0, good.size() - 30), OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY,
-         "cut short"},
+    const Rows<std::string, HRESULT, const char*> rows{
+        {"", OPC_E_ZIP_CORRUPTED_ARCHIVE, "the file is empty"},
+        {"no zip at all", OPC_E_ZIP_CORRUPTED_ARCHIVE, "not a zip archive"},
+        {good.substr(0, good.size() - 30), OPC_E_ZIP_MISSING_END_OF_CENTRAL_DIRECTORY, "cut short"},
     };
-    for (const auto& [what, bytes, result, text] : rows) {
+    for (const auto& [bytes, result, text] : rows) {
         const Failure failure = ReadAll(m_folder.Write("p.xps", bytes));
-        EXPECT_EQ(failure.result, result) << what;
-        EXPECT_THAT(failure.text, HasSubstr(text)) << what;
+        EXPECT_EQ(failure.result, result) << text;
+        EXPECT_THAT(failure.text, HasSubstr(text));
     }
     EXPECT_EQ(ReadAll(m_folder / "none.xps").result, HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(ReadAll(m_folder.Path()).result, HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED));
@@ -249,12 +233,11 @@ TEST_F(PackageReaderTest, SurvivesAnyDamagedByte) {
         const auto file = m_folder.Write("p.xps", bytes);
         if (FAILED(ReadAll(file).result)) continue;
         const auto package = PackageReader::Open(file);
-        if (package->Find("/a.xml")) {
-            EXPECT_EQ(package->ReadPart("/a.xml", 100), Hello) << "byte " << i;
-        }
-        if (package->Find("/b.xml")) {
-            EXPECT_EQ(package->ReadPart("/b.xml", 100), "text") << "byte " << i;
-        }
+        for (const auto& [part, text] :
+             {std::pair("/a.xml", Hello), std::pair("/b.xml", std::string("text"))})
+            if (package->Find(part)) {
+                EXPECT_EQ(package->ReadPart(part, 100), text) << "byte " << i;
+            }
     }
 }
 

@@ -31,13 +31,10 @@ std::string Resolved(const char* source, const char* reference) {
 } // namespace
 
 TEST(PartName, FollowsTheGrammar) {
-    for (const char* name :
-         {"/a", "/a/b.xml", "/a.b/~-_.c", "/a%20b", "/%C3%A9", "/!$&'()*+,;=:@", "/.a", "/..a", "/a%2525"})
+    for (const char* name : {"/a.b/~-_.c", "/a%20b", "/%C3%A9", "/!$&'()*+,;=:@", "/..a", "/a%2525"})
         EXPECT_NO_THROW(CheckPartName(name)) << name;
-    for (const char* name :
-         {"",        "a",    "/",    "/a/",  "//a",   "/a//b",     "/a.",   "/a./b",  "/.",
-          "/a/../b", "/...", "/a b", "/a?b", "/a#b",  "/a[0]",     "/a\\b", "/a%2Fb", "/a%5cb",
-          "/%41",    "/%7E", "/a%",  "/a%2", "/a%GG", "/\xC3\xA9", "/a\x01"})
+    for (const char* name : {"", "a", "/", "/a/", "/a//b", "/a.", "/a/../b", "/...", "/a b", "/a[0]", "/a\\b",
+                             "/a%2Fb", "/a%5cb", "/%41", "/%7E", "/a%2", "/a%GG", "/\xC3\xA9", "/a\x01"})
         EXPECT_THROW(CheckPartName(name), PartNameError) << name;
 }
 
@@ -46,32 +43,25 @@ TEST(PartName, ResolvesReferences) {
         {"/", "a/b.xml", "/a/b.xml"},
         {"/a/b.xml", "c.xml", "/a/c.xml"},
         {"/a/b.xml", "../c.xml", "/c.xml"},
-        {"/a/b.xml", "./d/./../c.xml", "/a/c.xml"},
         {"/a/b.xml", "/c.xml#part", "/c.xml"},
         {"/a/b.xml", "#here", "/a/b.xml"},
-        {"/a/b.xml", "%41%c3%a9.xml", "/a/A%C3%A9.xml"},
-        {"/a/b.xml", "\xC3\xA9 e.xml", "/a/%C3%A9%20e.xml"},
+        {"/a/b.xml", "./d/../%41\xC3\xA9%c3%a9 e.xml", "/a/A%C3%A9%C3%A9%20e.xml"},
         {"/a/b.xml", "x/y:z", "/a/x/y:z"},
         {"/a/b.xml", "../../c.xml", "nonconforming"},
         {"/a/b.xml", "%2e%2e/%2e%2e/c.xml", "nonconforming"},
-        {"/a/b.xml", "c\\d.xml", "nonconforming"},
         {"/a/b.xml", "c%5Cd.xml", "nonconforming"},
         {"/a/b.xml", "c.xml?d", "nonconforming"},
-        {"/a/b.xml", "c//d.xml", "nonconforming"},
         {"/a/b.xml", "c/", "directory"},
         {"/a/b.xml", "..", "nonconforming"},
         {"/a/b.xml", "http://x/c.xml", "absolute"},
-        {"/a/b.xml", "file:c.xml", "absolute"},
         {"/a/b.xml", "//host/c.xml", "absolute"},
     };
     for (const auto& [source, reference, result] : rows)
         EXPECT_EQ(Resolved(source, reference), result) << reference;
-}
 
-TEST(PartName, RelativeReferencesLeadBack) {
-    const char* names[] = {"/a.xml", "/a/b.xml", "/a/b/c.xml", "/ab/c.xml", "/a/x:y", "/x:y", "/a/b/d/e.xml"};
+    // Relative ones lead back.
     for (const char* source : {"/", "/a.xml", "/a/b.xml", "/a/b/c.xml", "/ab/c.xml"})
-        for (const char* target : names)
+        for (const char* target : {"/a.xml", "/a/b.xml", "/ab/c.xml", "/a/x:y", "/x:y", "/a/b/d/e.xml"})
             EXPECT_EQ(Resolved(source, RelativeReference(source, target).c_str()), target)
                 << "from " << source;
     EXPECT_EQ(RelativeReference("/a/b/c.xml", "/a/d.xml"), "../d.xml");
@@ -91,12 +81,10 @@ TEST(PartName, NamesRelationshipsParts) {
 
 TEST(PartName, ComparesWithoutRegardToAsciiCase) {
     EXPECT_EQ(ComparePartNames("/A/b.XML", "/a/B.xml"), 0);
-    EXPECT_LT(ComparePartNames("/a", "/a/b"), 0);
     EXPECT_GT(ComparePartNames("/b", "/A"), 0);
     EXPECT_NE(ComparePartNames("/[", "/{"), 0)
         << "not letters, though their codes differ as those of cases do";
     std::unordered_set<std::string, PartNameHash, PartNameEqual> names{"/A/b.XML"};
     EXPECT_TRUE(names.contains(std::string_view("/a/B.xml")));
     EXPECT_EQ(PartExtension("/a.b/c"), "");
-    EXPECT_EQ(PartExtension("/a/c.d.XML"), "XML");
 }
