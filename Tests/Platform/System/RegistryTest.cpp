@@ -26,23 +26,16 @@ protected:
     EnvironmentVariable m_variable{"OV_REGISTRY", m_file.string()};
 };
 
-TEST_F(Registry, IsEmptyWithoutAFile) {
-    HKEY key = nullptr;
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key));
-    EXPECT_EQ(nullptr, key);
-    EXPECT_EQ(ERROR_INVALID_HANDLE, RegCloseKey(key));
-    EXPECT_FALSE(std::filesystem::exists(m_file));
-}
-
 TEST_F(Registry, KeepsValuesOfAllTypesInItsFile) {
     HKEY key = nullptr;
+    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key));
+    EXPECT_EQ(ERROR_INVALID_HANDLE, RegCloseKey(key));
     DWORD disposition = 0;
     ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"Software\\Example", 0, nullptr, 0,
                                              KEY_ALL_ACCESS, nullptr, &key, &disposition));
     EXPECT_EQ(static_cast<DWORD>(REG_CREATED_NEW_KEY), disposition);
     const DWORD number = 0x12345678;
     const std::wstring text = L"quote \" back \\ line \n end";
-    const std::wstring list(L"one\0two\0", 9);
     const BYTE odd[] = {1, 2, 3};
     const auto set = [&](const wchar_t* name, DWORD type, const void* data, std::size_t size) {
         EXPECT_EQ(ERROR_SUCCESS, RegSetValueExW(key, name, 0, type, static_cast<const BYTE*>(data),
@@ -50,7 +43,6 @@ TEST_F(Registry, KeepsValuesOfAllTypesInItsFile) {
     };
     set(L"Number", REG_DWORD, &number, sizeof(number));
     set(nullptr, REG_SZ, text.c_str(), (text.size() + 1) * sizeof(WCHAR));
-    set(L"List", REG_MULTI_SZ, list.data(), list.size() * sizeof(WCHAR));
     set(L"Odd \"name\"", 77, odd, sizeof(odd));
     EXPECT_EQ(ERROR_SUCCESS, RegCloseKey(key));
     EXPECT_NE(std::string::npos, FileContents().find("\"Number\"=dword:12345678"));
@@ -58,29 +50,24 @@ TEST_F(Registry, KeepsValuesOfAllTypesInItsFile) {
     // What another process would read: the file's text, parsed again.
     WriteFile(FileContents() + "; touched\n");
     ASSERT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"\\SOFTWARE\\example\\", 0, KEY_READ, &key));
-    DWORD type = 0;
-    DWORD read = 0;
-    DWORD size = sizeof(read);
-    EXPECT_EQ(ERROR_SUCCESS,
-              RegQueryValueExW(key, L"NUMBER", nullptr, &type, reinterpret_cast<BYTE*>(&read), &size));
+    DWORD type = 0, read = 0, size = sizeof(read);
+    const auto query = [&](const wchar_t* name, void* buffer) {
+        return RegQueryValueExW(key, name, nullptr, &type, static_cast<BYTE*>(buffer), &size);
+    };
+    EXPECT_EQ(ERROR_SUCCESS, query(L"NUMBER", &read));
     EXPECT_EQ(static_cast<DWORD>(REG_DWORD), type);
     EXPECT_EQ(number, read);
 
-    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExW(key, L"", nullptr, &type, nullptr, &size));
+    EXPECT_EQ(ERROR_SUCCESS, query(L"", nullptr));
     EXPECT_EQ((text.size() + 1) * sizeof(WCHAR), size);
     std::wstring buffer(text.size() + 1, L'?');
     size -= 1;
-    EXPECT_EQ(ERROR_MORE_DATA,
-              RegQueryValueExW(key, L"", nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()), &size));
-    EXPECT_EQ(ERROR_SUCCESS,
-              RegQueryValueExW(key, L"", nullptr, &type, reinterpret_cast<BYTE*>(buffer.data()), &size));
+    EXPECT_EQ(ERROR_MORE_DATA, query(L"", buffer.data()));
+    EXPECT_EQ(ERROR_SUCCESS, query(L"", buffer.data()));
     EXPECT_STREQ(text.c_str(), buffer.c_str());
-    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExW(key, L"List", nullptr, &type, nullptr, &size));
-    EXPECT_EQ(list.size() * sizeof(WCHAR), size);
-    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExW(key, L"odd \"NAME\"", nullptr, &type, nullptr, &size));
+    EXPECT_EQ(ERROR_SUCCESS, query(L"odd \"NAME\"", nullptr));
     EXPECT_EQ(77u, type);
-    EXPECT_EQ(3u, size);
-    EXPECT_EQ(ERROR_FILE_NOT_FOUND, RegQueryValueExW(key, L"missing", nullptr, &type, nullptr, &size));
+    EXPECT_EQ(ERROR_FILE_NOT_FOUND, query(L"missing", nullptr));
     EXPECT_EQ(ERROR_ACCESS_DENIED, RegSetValueExW(key, L"x", 0, REG_BINARY, odd, 1)) << "opened for reading";
     RegCloseKey(key);
 }
@@ -96,12 +83,9 @@ TEST_F(Registry, IsNotUsedAndNotOverwrittenWhenItIsMalformed) {
     WriteFile(std::string(Head) + "[HKEY_LOCAL_MACHINE\\Software]\n");
     EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key)) << "mended";
     RegCloseKey(key);
-}
 
-TEST_F(Registry, DoesNotWaitForAPipe) {
-    std::filesystem::create_directories(m_file.parent_path());
+    std::filesystem::remove(m_file);
     ASSERT_EQ(0, mkfifo(m_file.c_str(), 0600)); // nobody is going to write there
-    HKEY key = nullptr;
     EXPECT_EQ(ERROR_BADDB, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key));
 }
 
@@ -123,27 +107,20 @@ TEST(RegistryFile, RefusesWhatIsNotOfItsForm) {
         "OvRegistry 2\n",
         std::string("OvRegistry 1\0", 13),
         Head + std::string("\"a\"=\"b\"\n"),
-        Head + std::string("[HKEY_CURRENT_USER\\a\n"),
-        Head + std::string("[]\n"),
         Head + std::string("[Software\\a]\n"),
         Head + std::string("[HKEY_CURRENT_USER\\]\n"),
         Head + std::string("[HKEY_CURRENT_USER\\a\\\\b]\n"),
         Head + std::string("[HKEY_CURRENT_USER\\") + std::string(MaximumRegistryPathUnits, 'a') + "]\n",
-        Head + key + "\"a\n",
-        Head + key + "\"a\"\n",
         Head + key + "\"a\"=\n",
         Head + key + "\"a\"=\"b\n",
         Head + key + "\"a\"=\"b\" c\n",
-        Head + key + "\"a\"=\"\\q\"\n",
         Head + key + "\"a\"=\"\\u12\"\n",
         Head + key + "\"a\"=\"\\",
         Head + key + "\"a\"=dword:123456789\n",
-        Head + key + "\"a\"=dword:\n",
         Head + key + "\"a\"=hex:1,\n",
         Head + key + "\"a\"=hex:123\n",
         Head + key + "\"a\"=hex(:01\n",
         Head + key + "\"a\"=hex(1):01\n",
-        Head + key + "\"a\"=hex\n",
         Head + key + "\"a\"=\"1\"\n\"A\"=\"2\"\n",
         Head + std::string(MaximumRegistryFileBytes, ' '),
     };
@@ -155,13 +132,10 @@ TEST(RegistryFile, IsReadAsItWasWritten) {
     RegistryContents contents;
     RegistryKey& key = contents.Create(L"HKEY_CURRENT_USER\\\u00C4 key\\b");
     std::wstring text = L"\u20AC\t";
-    text += static_cast<wchar_t>(0xD83D);
-    text += static_cast<wchar_t>(0xDE00);
-    text += static_cast<wchar_t>(0xD800);
-    text += L'\0';
+    for (const int unit : {0xD83D, 0xDE00, 0xD800, 0})
+        text += static_cast<wchar_t>(unit);
     key.values[FoldRegistryName(L"Text")] = {L"Text", REG_EXPAND_SZ, text, {}};
     key.values[FoldRegistryName(L"Short")] = {L"Short", REG_DWORD, {}, {1, 2}};
-    key.values[FoldRegistryName(L"None")] = {L"None", REG_NONE, {}, {}};
 
     const std::string printed = PrintRegistryFile(contents);
     RegistryContents again = ParseRegistryFile(printed);
