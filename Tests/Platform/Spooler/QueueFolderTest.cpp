@@ -1,4 +1,5 @@
 #include "Platform/Spooler/SampleQueue.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/Rows.h"
 #include "Support/TemporaryFolder.h"
 
@@ -8,8 +9,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <cstdlib>
 
 using namespace OvPlatform;
 using testing::HasSubstr;
@@ -49,17 +48,12 @@ TEST(QueueFolder, ReadsBackWhatWasWritten) {
 
 TEST(QueueFolder, ReadsTypedPropertiesAndFiles) {
     const TemporaryFolder folder;
-    MakeFolder(folder, Head + R"(<!-- a note --><DriverProperties>
-        <String name="File" file="text.txt"/><String name="Inline"> x <![CDATA[<y/>]]></String>
-        <Bool name="One"> 1 </Bool><Int32 name="Hex">0x7FFFFFFF</Int32>
-        <Bytes name="File" /><Stream name="Flow" file="sub/data.bin"/></DriverProperties></Queue>)");
-    EXPECT_THAT(Problem(folder.Path()), HasSubstr("missing")); // text.txt
-    folder.Write("text.txt", "\xEF\xBB\xBF\xF0\x9F\x96\xA8");
-    folder.Write("sub/data.bin", std::string("\0\1", 2));
-    EXPECT_THAT(Problem(folder.Path()), HasSubstr("'File' stands twice"));
-    MakeFolder(folder, Head + R"(<DriverProperties><String name="File" file="text.txt"/>
+    MakeFolder(folder, Head + R"(<!-- a note --><DriverProperties><String name="File" file="text.txt"/>
         <String name="Inline"> x <![CDATA[<y/>]]></String><Bool name="One"> 1 </Bool>
         <Int32 name="Hex">0x7FFFFFFF</Int32><Stream name="Flow" file="sub/data.bin"/></DriverProperties></Queue>)");
+    EXPECT_THAT(Problem(folder.Path()), HasSubstr("text.txt: the file is missing"));
+    folder.Write("text.txt", "\xEF\xBB\xBF\xF0\x9F\x96\xA8");
+    folder.Write("sub/data.bin", std::string("\0\1", 2));
     const QueueValues expected = {{L"File", std::wstring(L"\xD83D\xDDA8")},
                                   {L"Inline", std::wstring(L" x <y/>")},
                                   {L"One", true},
@@ -74,7 +68,6 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
         {"<Queue version='1'>", "queue.xml:1: "},
         {"<Printer/>", "<Printer>, not <Queue>"},
         {"<Queue xmlns='urn:x' version='1'/>", "not <Queue>"},
-        {"<Queue/>", "needs the attribute 'version'"},
         {"<Queue version='2'/>", "version '2' is not known"},
         {"<!DOCTYPE Queue [<!ENTITY e 'x'>]><Queue version='1'/>", "document type declaration"},
         {"<Queue version='1'><Printer name='P' port='FILE:' driver='D'/></Queue>",
@@ -85,19 +78,15 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
          ":2: unknown attribute 'pagse'"},
         {Head + "<Jobs><Job id='0' document='d' user='u'/></Jobs></Queue>",
          "'0' is no value for the attribute 'id'"},
-        {Head + "<Jobs><Job document='d' user='u'/></Jobs></Queue>", "needs the attribute 'id'"},
         {Head + "<Jobs><Job id='4294967296' document='d' user='u'/></Jobs></Queue>",
          "no value for the attribute 'id'"},
         {Head + "<Jobs><Job id='1' document='d' user='u'/><Job id='1' document='d' user='u'/></Jobs></Queue>",
          "two jobs have the id 1"},
         {Head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-29T00:00:00Z'/></Jobs></Queue>",
          "is no time"},
-        {Head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-28T00:00:00'/></Jobs></Queue>",
-         "is no time"},
         {Head + "<Devmode file='../t.xml'/></Queue>", "is not in the folder"},
         {Head + "<Devmode file='/etc/passwd'/></Queue>", "is not in the folder"},
         {Head + "<Devmode file='.'/></Queue>", "this is not a file"},
-        {Head + "<Devmode file='none'/></Queue>", "none: the file is missing"},
         {Head + "<Devmode file='empty.xml'/></Queue>", "empty.xml: the file is empty"},
         {Head + "loose text</Queue>", "unexpected text in <Queue>"},
         {Head + "<DriverProperties><Bool name='b'>yes</Bool></DriverProperties></Queue>",
@@ -105,17 +94,13 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
         {Head + "<DriverProperties><Int32 name='i'>2147483648</Int32></DriverProperties></Queue>",
          "no 32-bit integer"},
         {Head + "<DriverProperties><Bytes name='x'>AA=A</Bytes></DriverProperties></Queue>", "is not base64"},
-        {Head + "<DriverProperties><Bytes name='x'>AA== AAAA</Bytes></DriverProperties></Queue>",
-         "is not base64"},
         {Head + "<DriverProperties><Bytes name='x'>AAA</Bytes></DriverProperties></Queue>", "is not base64"},
         {Head + "<DriverProperties><Bytes name='x' file='t.xml'>AAAA</Bytes></DriverProperties></Queue>",
          "has content too"},
-        {Head + "<DriverProperties><Bool name='b' file='t.xml'/></DriverProperties></Queue>",
-         "unknown attribute 'file'"},
+        {Head + "<QueueProperties><Bool name='x'>1</Bool><Bytes name='x'/></QueueProperties></Queue>",
+         "'x' stands twice"},
         {Head + "<QueueProperties><Double name='x'>1</Double></QueueProperties></Queue>",
          "unknown element <Double>"},
-        {Head + "<QueueProperties><String>x</String></QueueProperties></Queue>",
-         "needs the attribute 'name'"},
     };
     const TemporaryFolder folder;
     EXPECT_THAT(Problem(folder / "nowhere"), HasSubstr("queue.xml: the file is missing"));
@@ -139,15 +124,6 @@ TEST(QueueFolder, AddsAJobWithoutChangingTheOriginal) {
     EXPECT_EQ(queue.FindJob(8), nullptr);
 }
 
-TEST(QueueFolder, SampleQueuesLoad) {
-    for (const char* name : {"ColorOffice", "MonoOffice"}) {
-        const auto queue = QueueFolder::Load(std::filesystem::path(OV_SOURCE_DIR) / "Samples/Queues" / name);
-        EXPECT_FALSE(queue->PrinterName().empty());
-        EXPECT_THAT(queue->Capabilities(), HasSubstr("PrintCapabilities"));
-        EXPECT_THAT(queue->DefaultTicket(), HasSubstr("PrintTicket"));
-    }
-}
-
 TEST(QueueRegistry, FindsByNameWithoutRegardToCaseAndBySearching) {
     QueueRegistry::Clear();
     const TemporaryFolder folder;
@@ -157,10 +133,10 @@ TEST(QueueRegistry, FindsByNameWithoutRegardToCaseAndBySearching) {
     folder.Write("a/queue.xml", "<damaged");
     EXPECT_EQ(QueueRegistry::Find(L"\x00E4RGER"), nullptr);
     EXPECT_EQ(QueueRegistry::Find(nullptr), nullptr);
-
-    setenv(QueueRegistry::SearchVariable, ("/nowhere:" + folder.Path().string()).c_str(), 1);
-    const auto found = QueueRegistry::Find(L"\x00E4RGER");
-    unsetenv(QueueRegistry::SearchVariable);
+    const auto found = [&] {
+        const EnvironmentVariable search(QueueRegistry::SearchVariable, "/nowhere:" + folder.Path().string());
+        return QueueRegistry::Find(L"\x00E4RGER");
+    }();
     ASSERT_NE(found, nullptr) << "a damaged folder must hide no other";
     EXPECT_EQ(QueueRegistry::Find(L"\x00C4rger"), found) << "kept once found";
 
