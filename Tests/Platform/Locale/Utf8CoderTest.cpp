@@ -1,3 +1,5 @@
+#include "Support/Rows.h"
+
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <windows.h>
@@ -38,19 +40,17 @@ std::string Encoded(std::wstring_view text, bool& allIsWellFormed) {
 }
 
 std::wstring WidenedByThePlatform(const std::string& bytes) {
-    std::wstring text(bytes.size(), L'?');
-    text.resize(
-        static_cast<std::size_t>(MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()),
-                                                     text.data(), static_cast<int>(text.size()))));
-    return text;
+    wchar_t text[100];
+    const int count =
+        MultiByteToWideChar(CP_UTF8, 0, bytes.data(), static_cast<int>(bytes.size()), text, 100);
+    return {text, static_cast<std::size_t>(count)};
 }
 
 std::string NarrowedByThePlatform(const std::wstring& text) {
-    std::string bytes(3 * text.size(), '?');
-    bytes.resize(static_cast<std::size_t>(
-        WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes.data(),
-                            static_cast<int>(bytes.size()), nullptr, nullptr)));
-    return bytes;
+    char bytes[100];
+    const int count = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), bytes, 100,
+                                          nullptr, nullptr);
+    return {bytes, static_cast<std::size_t>(count)};
 }
 
 /// One unit each, as text is held in memory.
@@ -58,11 +58,7 @@ std::wstring Units(std::initializer_list<unsigned> units) { return std::wstring(
 
 // The platform's functions and the library's strings read the same bytes alike, also where they are no UTF-8.
 TEST(Utf8Coder, ReplacesEachMaximalSubpartOfIllFormedBytes) {
-    const struct {
-        const char* what;
-        std::string bytes;
-        std::wstring text;
-    } cases[] = {
+    const Rows<const char*, std::string, std::wstring> cases{
         {"longer forms than needed", "\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41",
          L"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
         {"surrogates", "\xED\xA0\x80\xED\xBF\xBF\xED\xAF\x41",
@@ -75,39 +71,29 @@ TEST(Utf8Coder, ReplacesEachMaximalSubpartOfIllFormedBytes) {
         {"the most of a lead", "\xDF\xED\x9F\xF4\x8F\xBF", L"\uFFFD\uFFFD\uFFFD"},
         {"no lead", "\xC1\xF5\xF8\xFE", L"\uFFFD\uFFFD\uFFFD\uFFFD"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [what, bytes, text] : cases) {
         bool wellFormed = true;
-        EXPECT_EQ(Decoded(each.bytes, wellFormed), each.text) << each.what;
-        EXPECT_FALSE(wellFormed) << each.what;
-        EXPECT_EQ(WidenedByThePlatform(each.bytes), each.text) << each.what;
-        EXPECT_EQ(CPStringUtils::widenTo_wstring(each.bytes.data(), each.bytes.size()), each.text)
-            << each.what;
+        EXPECT_EQ(Decoded(bytes, wellFormed), text) << what;
+        EXPECT_FALSE(wellFormed) << what;
+        EXPECT_EQ(WidenedByThePlatform(bytes), text) << what;
+        EXPECT_EQ(CPStringUtils::widenTo_wstring(bytes.data(), bytes.size()), text) << what;
     }
 }
 
 TEST(Utf8Coder, ReplacesEachLoneSurrogate) {
-    const struct {
-        const char* what;
-        std::wstring text;
-        std::string bytes;
-    } cases[] = {
-        {"a first half", Units({'a', 0xD800, 'b'}),
-         "a\xEF\xBF\xBD"
-         "b"},
-        {"a second half", Units({'a', 0xDFFF, 'b'}),
-         "a\xEF\xBF\xBD"
-         "b"},
+    const Rows<const char*, std::wstring, std::string> cases{
+        {"a first half", Units({'a', 0xD800, '.'}), "a\xEF\xBF\xBD."},
+        {"a second half", Units({'a', 0xDFFF, '.'}), "a\xEF\xBF\xBD."},
         {"the wrong way round", Units({0xDC00, 0xDBFF}), "\xEF\xBF\xBD\xEF\xBF\xBD"},
         {"before a pair", Units({0xD83D, 0xD83D, 0xDE00}), "\xEF\xBF\xBD\xF0\x9F\x98\x80"},
         {"more than 16 bits", Units({'a', 0x1F600}), "a\xEF\xBF\xBD"},
     };
-    for (const auto& each : cases) {
+    for (const auto& [what, text, bytes] : cases) {
         bool wellFormed = true;
-        EXPECT_EQ(Encoded(each.text, wellFormed), each.bytes) << each.what;
-        EXPECT_FALSE(wellFormed) << each.what;
-        EXPECT_EQ(NarrowedByThePlatform(each.text), each.bytes) << each.what;
-        EXPECT_EQ(CPStringUtils::narrowToStdString(each.text.data(), each.text.size()), each.bytes)
-            << each.what;
+        EXPECT_EQ(Encoded(text, wellFormed), bytes) << what;
+        EXPECT_FALSE(wellFormed) << what;
+        EXPECT_EQ(NarrowedByThePlatform(text), bytes) << what;
+        EXPECT_EQ(CPStringUtils::narrowToStdString(text.data(), text.size()), bytes) << what;
     }
 }
 
