@@ -21,21 +21,21 @@ public:
     XmlDocument FromText(std::string_view utf8);
 
 private:
-    static void SetHandlers(xmlSAXHandler& handlers);
-    static void StartDocument(void* context);
-    static void StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
-                             int declarationCount, const xmlChar** declarations, int attributeCount,
-                             int defaultedCount, const xmlChar** attributes);
-    static void EndElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri);
-    static void Characters(void* context, const xmlChar* text, int length);
-    static void CData(void* context, const xmlChar* text, int length);
-    static void Comment(void* context, const xmlChar* text);
-    static void ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data);
+    void StartDocument() override;
+    void EndDocument() override;
+    void StartElement(const StartTagEvent& tag) override;
+    void EndElement(const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) override;
+    void Characters(const xmlChar* text, int length) override;
+    void CData(const xmlChar* text, int length) override;
+    void Comment(const xmlChar* text) override;
+    void ProcessingInstruction(const xmlChar* target, const xmlChar* data) override;
 
     XmlDocument Parse();
     void EndText() noexcept;
     void MarkBreak(xmlNode* node, NodeMark mark) noexcept;
-    void AfterNode(xmlParserCtxt* parser, xmlNode* before) noexcept;
+    /// Adds a node that is no element and no text, and marks a break before it.
+    template <class Add>
+    void AddNode(Add&& add);
 
     const DomSettings& m_settings;
     /// Blanks at the beginning of a text, which are dropped if nothing else follows.

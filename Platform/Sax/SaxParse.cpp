@@ -45,7 +45,7 @@ void SaxParse::Tell(Call&& call) {
     const HRESULT result = call();
     if (SUCCEEDED(result)) return;
     m_result = result;
-    xmlStopParser(m_parser);
+    xmlStopParser(Parser());
 }
 
 const std::wstring& SaxParse::Wide(std::string_view text) {
@@ -65,165 +65,137 @@ HRESULT SaxParse::Fail(const XmlFailure& failure) {
     return failure.code;
 }
 
-void SaxParse::SetHandlers(xmlSAXHandler& handlers) {
-    handlers = {}; // no tree is made
-    handlers.initialized = XML_SAX2_MAGIC;
-    handlers.startDocument = StartDocument;
-    handlers.endDocument = EndDocument;
-    handlers.startElementNs = StartElement;
-    handlers.endElementNs = EndElement;
-    handlers.characters = Characters;
-    handlers.ignorableWhitespace = Characters;
-    handlers.cdataBlock = CData;
-    handlers.comment = Comment;
-    handlers.processingInstruction = ProcessingInstruction;
-}
-
 HRESULT SaxParse::Parse() {
     // With entities in place of their references; there are only those of XML itself.
-    const XmlPointer<xmlParserCtxt> parser = NewParser(SetHandlers, XML_PARSE_NOENT);
-    if (parser == nullptr) return Fail(Failure());
-    m_parser = parser.get();
-    m_locator->Follow(m_parser);
-    Run(m_parser);
+    if (!Open(XML_PARSE_NOENT)) return Fail(Failure());
+    m_locator->Follow(Parser());
+    Run();
     if (m_result == S_OK && Failure().code != S_OK) m_result = Fail(Failure());
     m_locator->Follow(nullptr);
-    m_parser = nullptr;
     return m_result;
 }
 
-void SaxParse::StartDocument(void* context) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& content = parse.m_handlers.content;
+void SaxParse::StartDocument() {
+    const auto& content = m_handlers.content;
     if (!content) return;
-    parse.Tell([&] { return content->putDocumentLocator(parse.m_locator); });
-    parse.Tell([&] { return content->startDocument(); });
+    Tell([&] { return content->putDocumentLocator(m_locator); });
+    Tell([&] { return content->startDocument(); });
 }
 
-void SaxParse::EndDocument(void* context) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& content = parse.m_handlers.content;
-    if (content && parse.Failure().code == S_OK && parse.m_parser->wellFormed != 0)
-        parse.Tell([&] { return content->endDocument(); });
+void SaxParse::EndDocument() {
+    const auto& content = m_handlers.content;
+    if (content && Failure().code == S_OK && Parser()->wellFormed != 0)
+        Tell([&] { return content->endDocument(); });
 }
 
-void SaxParse::ListAttributes(int declarationCount, const xmlChar** declarations, int attributeCount,
-                              const xmlChar** attributes) {
+void SaxParse::ListAttributes(const StartTagEvent& tag) {
     m_attributes->Clear();
     const auto addDeclaration = [&](int index) {
         SaxAttributes::Item& item = m_attributes->Add();
-        const xmlChar* prefix = declarations[2 * index];
+        const xmlChar* prefix = tag.declarations[2 * index];
         item.qName = prefix != nullptr ? L"xmlns:" : L"xmlns";
         AppendUtf16(item.qName, View(prefix));
-        AppendUtf16(item.value, View(declarations[2 * index + 1]));
+        AppendUtf16(item.value, View(tag.declarations[2 * index + 1]));
     };
     const auto addAttribute = [&](int index) {
-        const xmlChar** attribute = attributes + 5 * index;
+        const xmlChar** attribute = tag.attributes + 5 * index;
         SaxAttributes::Item& item = m_attributes->Add();
         Assign(item.localName, View(attribute[0]));
         AssignName(item.qName, attribute[1], attribute[0]);
         Assign(item.uri, View(attribute[2]));
         Assign(item.value, View(attribute[3], static_cast<int>(attribute[4] - attribute[3])));
     };
-    if (!m_handlers.namespacePrefixes) declarationCount = 0;
+    const int declarationCount = m_handlers.namespacePrefixes ? tag.declarationCount : 0;
     int declaration = 0;
     int attribute = 0;
     if (declarationCount != 0) {
-        StartTag tag = StartTag::Before(*m_parser->input);
-        for (std::string_view name = tag.NextName(); !name.empty(); name = tag.NextName()) {
+        StartTag source = StartTag::Before(*Parser()->input);
+        for (std::string_view name = source.NextName(); !name.empty(); name = source.NextName()) {
             if (StartTag::IsDeclaration(name)) {
                 if (declaration < declarationCount) addDeclaration(declaration++);
-            } else if (attribute < attributeCount) {
+            } else if (attribute < tag.attributeCount) {
                 addAttribute(attribute++);
             }
         }
     }
     while (declaration < declarationCount)
         addDeclaration(declaration++);
-    while (attribute < attributeCount)
+    while (attribute < tag.attributeCount)
         addAttribute(attribute++);
 }
 
-void SaxParse::StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
-                            int declarationCount, const xmlChar** declarations, int attributeCount, int,
-                            const xmlChar** attributes) {
-    SaxParse& parse = Of<SaxParse>(context);
-    if (!parse.Enter(parse.m_parser, parse.m_handlers.maxElementDepth)) return;
-    if (parse.Depth() > parse.m_scopes.size()) parse.m_scopes.emplace_back();
-    Scope& scope = parse.m_scopes[parse.Depth() - 1];
-    const auto& content = parse.m_handlers.content;
+void SaxParse::StartElement(const StartTagEvent& tag) {
+    if (!Enter(m_handlers.maxElementDepth)) return;
+    if (Depth() > m_scopes.size()) m_scopes.emplace_back();
+    Scope& scope = m_scopes[Depth() - 1];
+    const auto& content = m_handlers.content;
     if (!content) return;
-    scope.prefixes = parse.m_prefixes.size();
-    Assign(scope.uri, View(uri));
-    Assign(scope.localName, View(name));
-    AssignName(scope.qName, prefix, name);
-    for (int index = 0; index < declarationCount; ++index) {
-        std::wstring& declared = parse.m_prefixes.emplace_back();
-        AppendUtf16(declared, View(declarations[2 * index]));
-        const std::wstring& target = parse.Wide(View(declarations[2 * index + 1]));
-        parse.Tell([&] {
+    scope.prefixes = m_prefixes.size();
+    Assign(scope.uri, View(tag.uri));
+    Assign(scope.localName, View(tag.name));
+    AssignName(scope.qName, tag.prefix, tag.name);
+    for (int index = 0; index < tag.declarationCount; ++index) {
+        std::wstring& declared = m_prefixes.emplace_back();
+        AppendUtf16(declared, View(tag.declarations[2 * index]));
+        const std::wstring& target = Wide(View(tag.declarations[2 * index + 1]));
+        Tell([&] {
             return content->startPrefixMapping(declared.c_str(), Length(declared), target.c_str(),
                                                Length(target));
         });
     }
-    parse.ListAttributes(declarationCount, declarations, attributeCount, attributes);
-    parse.Tell([&] {
+    ListAttributes(tag);
+    Tell([&] {
         return content->startElement(scope.uri.c_str(), Length(scope.uri), scope.localName.c_str(),
                                      Length(scope.localName), scope.qName.c_str(), Length(scope.qName),
-                                     parse.m_attributes);
+                                     m_attributes);
     });
-    parse.m_attributes->Clear();
+    m_attributes->Clear();
 }
 
-void SaxParse::EndElement(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    SaxParse& parse = Of<SaxParse>(context);
-    if (parse.Depth() == 0) return;
-    const Scope& scope = parse.m_scopes[parse.Depth() - 1];
-    parse.Leave();
-    const auto& content = parse.m_handlers.content;
+void SaxParse::EndElement(const xmlChar*, const xmlChar*, const xmlChar*) {
+    if (Depth() == 0) return;
+    const Scope& scope = m_scopes[Depth() - 1];
+    Leave();
+    const auto& content = m_handlers.content;
     if (!content) return;
-    parse.Tell([&] {
+    Tell([&] {
         return content->endElement(scope.uri.c_str(), Length(scope.uri), scope.localName.c_str(),
                                    Length(scope.localName), scope.qName.c_str(), Length(scope.qName));
     });
-    for (; parse.m_prefixes.size() > scope.prefixes; parse.m_prefixes.pop_back()) {
-        const std::wstring& prefix = parse.m_prefixes.back();
-        parse.Tell([&] { return content->endPrefixMapping(prefix.c_str(), Length(prefix)); });
+    for (; m_prefixes.size() > scope.prefixes; m_prefixes.pop_back()) {
+        const std::wstring& prefix = m_prefixes.back();
+        Tell([&] { return content->endPrefixMapping(prefix.c_str(), Length(prefix)); });
     }
 }
 
-void SaxParse::Characters(void* context, const xmlChar* text, int length) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& content = parse.m_handlers.content;
+void SaxParse::Characters(const xmlChar* text, int length) {
+    const auto& content = m_handlers.content;
     if (!content) return;
-    const std::wstring& wide = parse.Wide(View(text, length));
-    parse.Tell([&] { return content->characters(wide.c_str(), Length(wide)); });
+    const std::wstring& wide = Wide(View(text, length));
+    Tell([&] { return content->characters(wide.c_str(), Length(wide)); });
 }
 
-void SaxParse::CData(void* context, const xmlChar* text, int length) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& lexical = parse.m_handlers.lexical;
-    if (lexical) parse.Tell([&] { return lexical->startCDATA(); });
-    Characters(context, text, length);
-    if (lexical) parse.Tell([&] { return lexical->endCDATA(); });
+void SaxParse::CData(const xmlChar* text, int length) {
+    const auto& lexical = m_handlers.lexical;
+    if (lexical) Tell([&] { return lexical->startCDATA(); });
+    Characters(text, length);
+    if (lexical) Tell([&] { return lexical->endCDATA(); });
 }
 
-void SaxParse::Comment(void* context, const xmlChar* text) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& lexical = parse.m_handlers.lexical;
+void SaxParse::Comment(const xmlChar* text) {
+    const auto& lexical = m_handlers.lexical;
     if (!lexical) return;
-    const std::wstring& wide = parse.Wide(View(text));
-    parse.Tell([&] { return lexical->comment(wide.c_str(), Length(wide)); });
+    const std::wstring& wide = Wide(View(text));
+    Tell([&] { return lexical->comment(wide.c_str(), Length(wide)); });
 }
 
-void SaxParse::ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data) {
-    SaxParse& parse = Of<SaxParse>(context);
-    const auto& content = parse.m_handlers.content;
+void SaxParse::ProcessingInstruction(const xmlChar* target, const xmlChar* data) {
+    const auto& content = m_handlers.content;
     if (!content) return;
     std::wstring name;
     AppendUtf16(name, View(target));
-    const std::wstring& wide = parse.Wide(View(data));
-    parse.Tell([&] {
+    const std::wstring& wide = Wide(View(data));
+    Tell([&] {
         return content->processingInstruction(name.c_str(), Length(name), wide.c_str(), Length(wide));
     });
 }

@@ -27,7 +27,7 @@ class SaxParse final : public EventParse {
 public:
     /// The handlers stay what they are during the parse.
     explicit SaxParse(const SaxHandlers& handlers);
-    ~SaxParse();
+    ~SaxParse() override;
     SaxParse(const SaxParse&) = delete;
     SaxParse& operator=(const SaxParse&) = delete;
 
@@ -44,27 +44,22 @@ private:
         std::wstring qName;
     };
 
-    static void SetHandlers(xmlSAXHandler& handlers);
-    static void StartDocument(void* context);
-    static void EndDocument(void* context);
-    static void StartElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
-                             int declarationCount, const xmlChar** declarations, int attributeCount,
-                             int defaultedCount, const xmlChar** attributes);
-    static void EndElement(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri);
-    static void Characters(void* context, const xmlChar* text, int length);
-    static void CData(void* context, const xmlChar* text, int length);
-    static void Comment(void* context, const xmlChar* text);
-    static void ProcessingInstruction(void* context, const xmlChar* target, const xmlChar* data);
+    void StartDocument() override;
+    void EndDocument() override;
+    void StartElement(const StartTagEvent& tag) override;
+    void EndElement(const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) override;
+    void Characters(const xmlChar* text, int length) override;
+    void CData(const xmlChar* text, int length) override;
+    void Comment(const xmlChar* text) override;
+    void ProcessingInstruction(const xmlChar* target, const xmlChar* data) override;
 
     HRESULT Parse();
-    void ListAttributes(int declarationCount, const xmlChar** declarations, int attributeCount,
-                        const xmlChar** attributes);
+    void ListAttributes(const StartTagEvent& tag);
     template <class Call>
     void Tell(Call&& call);
     const std::wstring& Wide(std::string_view text);
 
     const SaxHandlers m_handlers;
-    xmlParserCtxt* m_parser = nullptr;
     SaxLocator* m_locator;
     SaxAttributes* m_attributes;
     std::vector<Scope> m_scopes;

@@ -17,35 +17,89 @@ constexpr std::size_t LongestSource = 512;
 
 } // namespace
 
-XmlPointer<xmlParserCtxt> EventParse::NewParser(Listen listen, int options) {
+/// libxml2's events, each for the object that listens to its parser.
+struct EventParse::Events {
+    static EventParse& Of(void* parser) noexcept {
+        return *static_cast<EventParse*>(static_cast<xmlParserCtxt*>(parser)->_private);
+    }
+
+    static void StartDocument(void* parser) { Of(parser).StartDocument(); }
+    static void EndDocument(void* parser) { Of(parser).EndDocument(); }
+
+    static void StartElement(void* parser, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
+                             int declarationCount, const xmlChar** declarations, int attributeCount,
+                             int defaultedCount, const xmlChar** attributes) {
+        Of(parser).StartElement(
+            {name, prefix, uri, declarationCount, declarations, attributeCount, defaultedCount, attributes});
+    }
+
+    static void EndElement(void* parser, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) {
+        Of(parser).EndElement(name, prefix, uri);
+    }
+
+    static void Characters(void* parser, const xmlChar* text, int length) {
+        Of(parser).Characters(text, length);
+    }
+
+    static void CData(void* parser, const xmlChar* text, int length) { Of(parser).CData(text, length); }
+    static void Comment(void* parser, const xmlChar* text) { Of(parser).Comment(text); }
+
+    static void ProcessingInstruction(void* parser, const xmlChar* target, const xmlChar* data) {
+        Of(parser).ProcessingInstruction(target, data);
+    }
+
+    static void DocumentType(void* parser, const xmlChar*, const xmlChar*, const xmlChar*) {
+        Of(parser).FailHere(XML_E_DTD_PROHIBITED, "A document type declaration (DTD) is not allowed");
+    }
+
+    static void Error(void* context, xmlError* error) {
+        if (ParserError::Matters(*error))
+            Of(error->ctxt != nullptr ? error->ctxt : context)
+                .FailAt(CodeOfParserError(error->code), ParserError::Reason(error), error->line, error->int2);
+    }
+
+    static void ListenTo(xmlParserCtxt& parser) {
+        xmlSAXHandler& handlers = *parser.sax;
+        handlers = {}; // of libxml2's own, which make a tree, none is called but by a derived class
+        handlers.initialized = XML_SAX2_MAGIC;
+        handlers.internalSubset = DocumentType;
+        handlers.startDocument = StartDocument;
+        handlers.endDocument = EndDocument;
+        handlers.startElementNs = StartElement;
+        handlers.endElementNs = EndElement;
+        handlers.characters = Characters;
+        handlers.ignorableWhitespace = Characters;
+        handlers.cdataBlock = CData;
+        handlers.comment = Comment;
+        handlers.processingInstruction = ProcessingInstruction;
+        handlers.serror = Error;
+    }
+};
+
+bool EventParse::Open(int options) {
     const std::string_view text = m_source.Text();
     if (text.empty()) {
         Refuse(XML_E_MISSINGROOT, "The text is empty: a document must have a root element");
-        return nullptr;
+        return false;
     }
-    XmlPointer<xmlParserCtxt> parser(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
-    if (parser == nullptr) throw std::bad_alloc();
-    parser->_private = this;
-    xmlSAXHandler& handlers = *parser->sax;
-    listen(handlers);
-    handlers.internalSubset = DocumentType;
-    handlers.serror = NoteError;
-    handlers.error = nullptr;
-    handlers.warning = nullptr;
+    m_parser.reset(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
+    if (!m_parser) throw std::bad_alloc();
+    m_parser->_private = this;
+    Events::ListenTo(*m_parser);
     // The derived class bounds the depth, hence the option for huge documents.
-    xmlCtxtUseOptions(parser.get(), options | XML_PARSE_NONET | XML_PARSE_HUGE |
-                                        (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
-    return parser;
+    xmlCtxtUseOptions(m_parser.get(), options | XML_PARSE_NONET | XML_PARSE_HUGE |
+                                          (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
+    return true;
 }
 
-void EventParse::Run(xmlParserCtxt* parser) {
-    xmlParseDocument(parser);
-    if (parser->wellFormed == 0) NotWellFormed(parser);
+void EventParse::Run() {
+    xmlParseDocument(m_parser.get());
+    if (m_parser->wellFormed == 0) NotWellFormed();
 }
 
-bool EventParse::Enter(xmlParserCtxt* parser, LONG most) {
+bool EventParse::Enter(LONG most) {
     if (most > 0 && m_depth >= static_cast<std::size_t>(most)) {
-        FailHere(parser, XML_E_MAX_ELEMENT_DEPTH, "Elements are nested too deeply");
+        FailHere(XML_E_MAX_ELEMENT_DEPTH, "Elements are nested too deeply");
         return false;
     }
     ++m_depth;
@@ -57,26 +111,24 @@ void EventParse::Refuse(HRESULT code, std::string reason) {
     m_failure.reason = std::move(reason);
 }
 
-void EventParse::FailHere(xmlParserCtxt* parser, HRESULT code, std::string reason) {
-    FailAt(parser, code, std::move(reason), parser->input->line, parser->input->col);
+void EventParse::FailHere(HRESULT code, std::string reason) {
+    FailAt(code, std::move(reason), m_parser->input->line, m_parser->input->col);
 }
 
-void EventParse::NotWellFormed(xmlParserCtxt* parser) {
-    FailAt(parser, XML_E_SYNTAX, ParserError::Reason(nullptr), 0, 0);
-}
+void EventParse::NotWellFormed() { FailAt(XML_E_SYNTAX, ParserError::Reason(nullptr), 0, 0); }
 
-void EventParse::FailAt(xmlParserCtxt* parser, HRESULT code, std::string reason, int line, int column) {
+void EventParse::FailAt(HRESULT code, std::string reason, int line, int column) {
     if (m_failure.code == S_OK) {
         Refuse(code, std::move(reason));
         m_failure.line = line;
         m_failure.column = column;
-        if (parser->input != nullptr) {
-            const auto read = static_cast<std::size_t>(parser->input->cur - parser->input->base);
-            m_failure.position = static_cast<LONG>(parser->input->consumed + read);
+        if (const xmlParserInput* input = m_parser->input; input != nullptr) {
+            const auto read = static_cast<std::size_t>(input->cur - input->base);
+            m_failure.position = static_cast<LONG>(input->consumed + read);
         }
         NoteSource(line, column);
     }
-    xmlStopParser(parser);
+    xmlStopParser(m_parser.get());
 }
 
 void EventParse::NoteSource(int line, int column) {
@@ -95,18 +147,6 @@ void EventParse::NoteSource(int line, int column) {
     while (end < rest.size() && Utf8::IsTrail(rest[end]))
         ++end;
     m_failure.source = rest.substr(begin, end - begin);
-}
-
-void EventParse::NoteError(void* context, xmlError* error) {
-    auto* parser = static_cast<xmlParserCtxt*>(error->ctxt != nullptr ? error->ctxt : context);
-    if (ParserError::Matters(*error))
-        Of<EventParse>(parser).FailAt(parser, CodeOfParserError(error->code), ParserError::Reason(error),
-                                      error->line, error->int2);
-}
-
-void EventParse::DocumentType(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
-    Of<EventParse>(context).FailHere(static_cast<xmlParserCtxt*>(context), XML_E_DTD_PROHIBITED,
-                                     "A document type declaration (DTD) is not allowed");
 }
 
 } // namespace OvPlatform

@@ -21,52 +21,65 @@ public:
     const XmlFailure& Failure() const noexcept { return m_failure; }
 
 protected:
-    /// Puts the derived class's handlers where libxml2 calls them. They find their object by Of.
-    using Listen = void (*)(xmlSAXHandler& handlers);
+    /// A start tag as libxml2 tells of it: a declaration is two texts, an attribute five.
+    struct StartTagEvent {
+        const xmlChar* name;
+        const xmlChar* prefix;
+        const xmlChar* uri;
+        int declarationCount;
+        const xmlChar** declarations;
+        int attributeCount;
+        int defaultedCount;
+        const xmlChar** attributes;
+    };
 
     EventParse() = default;
-    ~EventParse() = default;
+    virtual ~EventParse() = default;
 
-    template <class Derived>
-    static Derived& Of(void* context) noexcept {
-        return static_cast<Derived&>(
-            *static_cast<EventParse*>(static_cast<xmlParserCtxt*>(context)->_private));
-    }
+    virtual void StartDocument() = 0;
+    virtual void EndDocument() = 0;
+    virtual void StartElement(const StartTagEvent& tag) = 0;
+    virtual void EndElement(const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) = 0;
+    virtual void Characters(const xmlChar* text, int length) = 0;
+    virtual void CData(const xmlChar* text, int length) = 0;
+    virtual void Comment(const xmlChar* text) = 0;
+    virtual void ProcessingInstruction(const xmlChar* target, const xmlChar* data) = 0;
 
     /// The text, from bytes or from text. False with Failure.
     bool TakeBytes(std::string_view bytes) { return m_source.FromBytes(bytes, m_failure); }
     bool TakeText(std::string_view utf8) { return m_source.FromText(utf8, m_failure); }
     const SourceText& Source() const noexcept { return m_source; }
 
-    /// For the text, with libxml2's `options` beside those that all have. Null with Failure where there is
-    /// nothing to be read.
-    XmlPointer<xmlParserCtxt> NewParser(Listen listen, int options);
-
+    /// Makes the parser for the text, with libxml2's `options` beside those that all have. False with Failure
+    /// where there is nothing to be read.
+    bool Open(int options);
+    /// Null until Open; stays until the object ends.
+    xmlParserCtxt* Parser() const noexcept { return m_parser.get(); }
     /// Reads to the end or to the first failure.
-    void Run(xmlParserCtxt* parser);
+    void Run();
 
     /// To be asked at every start tag: whether elements may be nested so deeply. 0 for `most` is no bound.
-    bool Enter(xmlParserCtxt* parser, LONG most);
+    bool Enter(LONG most);
     /// At every end tag.
     void Leave() noexcept { --m_depth; }
     std::size_t Depth() const noexcept { return m_depth; }
 
-    /// Without a place in the text.
+    /// Before the parse, or without a place in the text.
     void Refuse(HRESULT code, std::string reason);
     /// Ends the parse where it stands.
-    void FailHere(xmlParserCtxt* parser, HRESULT code, std::string reason);
-    /// Ends the parse; line and column are 0 where there is no place to point at.
-    void FailAt(xmlParserCtxt* parser, HRESULT code, std::string reason, int line, int column);
-    void NotWellFormed(xmlParserCtxt* parser);
+    void FailHere(HRESULT code, std::string reason);
+    void NotWellFormed();
 
 private:
-    static void NoteError(void* context, xmlError* error);
-    static void DocumentType(void* context, const xmlChar* name, const xmlChar* publicId,
-                             const xmlChar* systemId);
+    struct Events;
+
+    /// Ends the parse; line and column are 0 where there is no place to point at.
+    void FailAt(HRESULT code, std::string reason, int line, int column);
     void NoteSource(int line, int column);
 
     XmlFailure m_failure;
     SourceText m_source;
+    XmlPointer<xmlParserCtxt> m_parser;
     std::size_t m_depth = 0;
 };
 

@@ -106,15 +106,4 @@ private:
     void AppendMandatoryAndUnit(IXMLDOMElement* parameter, const ParameterTexts& texts);
     /// S_FALSE for a property that does not exist, that has no value, or whose value is no text.
     HRESULT ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out) const;
-
-    // The same under a given name: see NamedOperations.cpp.
-    CComPtr<IXMLDOMElement> CreateNamedElement(const wchar_t* element, const wchar_t* prefix,
-                                               const wchar_t* name, const wchar_t* displayName,
-                                               const char* function);
-    CComPtr<IXMLDOMElement> CreateParameterDef(const ParameterTexts& texts, const wchar_t* type,
-                                               const char* function);
-    HRESULT CreateNumberParameterDef(const ParameterTexts& texts, const wchar_t* type, const Limits& limits,
-                                     IXMLDOMElement** out, const char* function);
-    void AppendMandatoryAndUnit(IXMLDOMElement* parameter, const ParameterTexts& texts, const char* function);
-    HRESULT ReadPropertyValue(IXMLDOMNode* node, BSTR query, CXString& out, const char* function) const;
 };

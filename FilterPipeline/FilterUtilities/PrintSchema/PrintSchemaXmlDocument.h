@@ -226,17 +226,6 @@ private:
     bool IsPrefixOfOthers(std::wstring_view prefix) const;
     void DeclarePrivate(IXMLDOMElement* element, const std::vector<std::wstring_view>& prefixes);
 
-    // The same under a given name: see NamedOperations.cpp.
-    void RequireDocument(const char* function) const;
-    void RequireQuestion(const wchar_t* name, IXMLDOMNode** out, const char* function) const;
-    CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath, const char* function) const;
-    static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name, const char* function);
-    static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text, const char* function);
-    void CreateDocument(const char* function);
-    void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded, const char* function);
-    HRESULT TryGetPrefixFromURI(const wchar_t* uri, wchar_t** out, const char* function) const;
-    CComPtr<IXMLDOMNode> FindValueNode(IXMLDOMNode* node, const char* function) const;
-
     CComPtr<IXMLDOMDocument2> m_document;
     CComBSTR m_rootName;
     CComBSTR m_xsdPrefix;

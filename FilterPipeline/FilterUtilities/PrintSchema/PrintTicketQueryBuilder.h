@@ -52,13 +52,6 @@ private:
     void AddChild(const wchar_t* element);
     void RequireFrameworkPrefix() const;
 
-    // The same under a given name: see NamedOperations.cpp.
-    void AddNamed(const wchar_t* element, std::span<const CComBSTR> names, const char* function);
-    void AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix, const wchar_t* name,
-                  const char* function);
-    void AddChild(const wchar_t* element, const char* function);
-    void RequireFrameworkPrefix(const char* function) const;
-
     CComBSTR m_query;
     CComBSTR m_frameworkPrefix;
 };

@@ -118,9 +118,4 @@ private:
     const CComBSTR& Prefix(bool isPublic) const;
     CComPtr<IXMLDOMElement> CreateParameterInit(const wchar_t* prefix, const wchar_t* name,
                                                 const wchar_t* type, const wchar_t* value);
-
-    // The same under a given name: see NamedOperations.cpp.
-    CComPtr<IXMLDOMElement> CreateParameterInit(const wchar_t* prefix, const wchar_t* name,
-                                                const wchar_t* type, const wchar_t* value,
-                                                const char* function);
 };
