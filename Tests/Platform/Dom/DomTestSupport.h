@@ -84,36 +84,36 @@ inline CComPtr<IXMLDOMDocument2> NewDocument() {
     return document;
 }
 
+/// A document of this text.
 inline CComPtr<IXMLDOMDocument2> Parsed(std::string_view xml) {
     auto document = NewDocument();
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    EXPECT_EQ(S_OK, document->loadXML(Wide(xml), &loaded)) << xml;
-    EXPECT_EQ(VARIANT_TRUE, loaded);
+    EXPECT_EQ(VARIANT_TRUE, Got(document, &IXMLDOMDocument::loadXML, Wide(xml))) << xml;
     return document;
 }
 
-inline std::string XmlOf(IXMLDOMNode* node) {
-    CComBSTR text;
-    EXPECT_EQ(S_OK, node->get_xml(&text));
-    return Narrow(text);
+inline void SelectWith(IXMLDOMDocument2* document, std::string_view namespaces) {
+    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"SelectionNamespaces"), Value(namespaces)));
 }
 
-inline std::string NameOf(IXMLDOMNode* node) {
-    CComBSTR name;
-    EXPECT_EQ(S_OK, node->get_nodeName(&name));
-    return Narrow(name);
+inline CComPtr<IXMLDOMNode> NewElement(IXMLDOMDocument* document, std::string_view name,
+                                       std::string_view uri = "") {
+    return Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ELEMENT), Wide(name), Wide(uri));
 }
 
-inline std::string TextOf(IXMLDOMNode* node) {
-    CComBSTR text;
-    EXPECT_EQ(S_OK, node->get_text(&text));
-    return Narrow(text);
+inline CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, std::string_view name,
+                                              std::string_view uri, std::string_view value = "") {
+    const CComQIPtr<IXMLDOMAttribute> attribute(
+        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri)));
+    EXPECT_EQ(S_OK, attribute->put_value(Value(value)));
+    return attribute;
 }
+
+inline std::string XmlOf(IXMLDOMNode* node) { return Narrow(Got(node, &IXMLDOMNode::get_xml)); }
+inline std::string NameOf(IXMLDOMNode* node) { return Narrow(Got(node, &IXMLDOMNode::get_nodeName)); }
+inline std::string TextOf(IXMLDOMNode* node) { return Narrow(Got(node, &IXMLDOMNode::get_text)); }
 
 inline CComPtr<IXMLDOMElement> RootOf(IXMLDOMDocument* document) {
-    CComPtr<IXMLDOMElement> root;
-    EXPECT_EQ(S_OK, document->get_documentElement(&root));
-    return root;
+    return Got(document, &IXMLDOMDocument::get_documentElement);
 }
 
 inline CComPtr<IXMLDOMNode> First(IXMLDOMNode* node, std::string_view query) {
@@ -125,13 +125,11 @@ inline CComPtr<IXMLDOMNode> First(IXMLDOMNode* node, std::string_view query) {
 
 /// The attributes and declarations of an element, `a=1 xmlns:p=urn:x`.
 inline std::string AttributesOf(IXMLDOMNode* element) {
-    CComPtr<IXMLDOMNamedNodeMap> map;
-    EXPECT_EQ(S_OK, element->get_attributes(&map));
+    const auto map = Got(element, &IXMLDOMNode::get_attributes);
     std::string all;
     CComPtr<IXMLDOMNode> attribute;
     while (map->nextNode(&attribute) == S_OK) {
-        CComVariant value;
-        EXPECT_EQ(S_OK, attribute->get_nodeValue(&value));
+        const CComVariant value = Got(attribute, &IXMLDOMNode::get_nodeValue);
         all += (all.empty() ? "" : " ") + NameOf(attribute) + "=" + Narrow(value.bstrVal);
         attribute.Release();
     }
@@ -152,8 +150,7 @@ inline CComVariant Bytes(std::string_view bytes) {
 inline CComPtr<IStream> StreamOf(std::string_view bytes) {
     CComPtr<IStream> stream;
     EXPECT_EQ(S_OK, ::CreateStreamOnHGlobal(nullptr, TRUE, &stream));
-    ULONG written = 0;
-    EXPECT_EQ(S_OK, stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), &written));
+    EXPECT_EQ(S_OK, stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr));
     EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
     return stream;
 }

@@ -1,4 +1,5 @@
 #include "Platform/Dom/DomTestSupport.h"
+#include "Support/MemoryStreams.h"
 #include "Support/Rows.h"
 
 namespace {
@@ -6,8 +7,6 @@ namespace {
 TEST(DomText, IsWrittenInOneForm) {
     const Rows<const char*, const char*> cases{
         {"<a/>", "<a/>\r\n"},
-        {"<a></a>", "<a/>\r\n"},
-        {"<?xml version='1.0' encoding='UTF-8'?><a/>", "<?xml version=\"1.0\"?>\r\n<a/>\r\n"},
         {"<?xml version = \"1.0\"  standalone='no'?>\n<!--c--><a/><?p d?>",
          "<?xml version=\"1.0\" standalone=\"no\"?>\r\n<!--c-->\r\n<a/>\r\n<?p d?>\r\n"},
         {"<a b='&lt;&amp;&quot;&apos;&#9;&#10;&#13;>'>&lt;&amp;\"'&gt;&#13;</a>",
@@ -17,7 +16,6 @@ TEST(DomText, IsWrittenInOneForm) {
         // Blanks between elements are no content, but the breaks stay.
         {"<a>\n\n  <b> </b> <c/>\n <!--x-->\n</a>",
          "<a>\r\n\t<b>\r\n\t</b>\r\n\t<c/>\r\n\t<!--x-->\r\n</a>\r\n"},
-        {"<a>t <b/> u<c/></a>", "<a>t <b/> u<c/></a>\r\n"},
         {"<a><b xml:space='preserve'> <c/> </b> </a>", "<a><b xml:space=\"preserve\"> <c/> </b>\r\n</a>\r\n"},
     };
     for (const auto& [xml, written] : cases) {
@@ -31,8 +29,7 @@ TEST(DomText, IsWrittenInOneForm) {
 std::string ReadBack(IXMLDOMNode* written) {
     auto again = NewDocument();
     EXPECT_EQ(S_OK, again->put_preserveWhiteSpace(VARIANT_TRUE));
-    VARIANT_BOOL loaded = VARIANT_FALSE;
-    EXPECT_EQ(S_OK, again->loadXML(Wide(XmlOf(written)), &loaded)) << XmlOf(written);
+    EXPECT_EQ(VARIANT_TRUE, Got(again, &IXMLDOMDocument::loadXML, Wide(XmlOf(written)))) << XmlOf(written);
     return TextOf(RootOf(again));
 }
 
@@ -42,23 +39,22 @@ TEST(DomText, OfSectionsCommentsAndInstructionsIsWhatAReaderFinds) {
     auto section = Got(document, &IXMLDOMDocument::createCDATASection, Wide("x\r\ny\rz"));
     EXPECT_EQ(S_OK, root->appendChild(section, nullptr));
     EXPECT_EQ("<a><![CDATA[x\r\ny\r\nz]]></a>", XmlOf(root)) << "no break that would be content";
-    EXPECT_EQ("x\ny\nz", TextOf(root));
     EXPECT_EQ("x\ny\nz", ReadBack(root));
     EXPECT_EQ(S_OK, section->appendData(Wide("]]>\r\n")));
     EXPECT_EQ("x\ny\nz]]>\n", ReadBack(root));
 
-    auto comment = Got(document, &IXMLDOMDocument::createComment, Wide("a\r\nb"));
-    EXPECT_EQ("<!--a\r\nb-->", XmlOf(comment));
-    EXPECT_EQ(E_INVALIDARG, comment->put_data(Wide("a-")));
     auto instruction =
         Got(document, &IXMLDOMDocument::createProcessingInstruction, CComBSTR(L"p"), Wide(" \r\n d?\r\n"));
     EXPECT_EQ("<?p d?\r\n?>", XmlOf(instruction));
 
-    for (const char* data :
-         {"version='2.0'", "version='1.0' encoding='1:a'", "version='1.0' standalone='maybe'"}) {
-        CComPtr<IXMLDOMProcessingInstruction> bad;
-        EXPECT_EQ(E_INVALIDARG, document->createProcessingInstruction(CComBSTR(L"xml"), Wide(data), &bad))
-            << data;
+    const Rows<const wchar_t*, const char*> bad{{L"xml", "version='2.0'"},
+                                                {L"xml", "version='1.0' encoding='1:a'"},
+                                                {L"xml", "version='1.0' standalone='maybe'"},
+                                                {L"xml", "encoding"},
+                                                {L"p", "a?>b"}};
+    for (const auto& [target, data] : bad) {
+        CComPtr<IXMLDOMProcessingInstruction> none;
+        EXPECT_EQ(E_INVALIDARG, document->createProcessingInstruction(CComBSTR(target), Wide(data), &none));
     }
 }
 
@@ -68,7 +64,6 @@ TEST(DomText, BreaksNoLineWhereItWouldBeContent) {
         {"<a><t xml:space='preserve'>x<b/></t>\n<m>\n</m></a>",
          "<a><t xml:space=\"preserve\">x<b/><m/></t></a>"},
         {"<a><t><![CDATA[x]]></t>\n<m/></a>", "<a><t><![CDATA[x]]><m/></t></a>"},
-        {"<a><t>x</t>\n<m/></a>", "<a><t>x<m/></t></a>"},
         {"<a><t><b/></t>\n<m/></a>", "<a><t><b/>\r\n\t\t<m/></t></a>"},
     };
     for (const auto& [xml, written] : cases) {
@@ -84,8 +79,6 @@ TEST(DomText, KeepsBlanksWhereTheyCount) {
     EXPECT_EQ(S_OK, Load(document, Bytes("<?xml version='1.0'?>\r\n<a>\r\n  <b> x </b>\n</a>\n")));
     EXPECT_EQ("<?xml version=\"1.0\"?><a>\r\n  <b> x </b>\r\n</a>", XmlOf(document));
     EXPECT_EQ("\n   x \n", TextOf(document));
-    auto blank = Got(RootOf(document), &IXMLDOMNode::get_firstChild);
-    EXPECT_EQ("#text", NameOf(blank));
 }
 
 TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
@@ -95,14 +88,12 @@ TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
         {"<a><![CDATA[ x ]]></a>", " x ", "<a><![CDATA[ x ]]></a>"},
         {"<a xml:space='preserve'> x </a>", " x ", "<a xml:space=\"preserve\"> x </a>"},
         {"<a>x<!-- c --><?p q?></a>", "x", "<a>x<!-- c --><?p q?></a>"},
-        {"<a/>", "", "<a/>"},
     };
     for (const auto& [xml, text, written] : cases) {
         auto root = RootOf(Parsed(xml));
         EXPECT_EQ(text, TextOf(root)) << xml;
         EXPECT_EQ(written, XmlOf(root)) << xml;
-        auto typed = Got(root, &IXMLDOMNode::get_nodeTypedValue);
-        EXPECT_EQ(text, Narrow(typed.bstrVal));
+        EXPECT_EQ(text, Narrow(Got(root, &IXMLDOMNode::get_nodeTypedValue).bstrVal));
     }
 }
 
@@ -120,8 +111,7 @@ TEST(DomText, OfATextNodeIsTrimmedButNotItsValue) {
         EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeTypedValue).bstrVal)) << query;
         EXPECT_EQ(xml, XmlOf(node));
     }
-    auto ofAttribute = Got(First(document, "/a/@b"), &IXMLDOMNode::get_firstChild);
-    EXPECT_EQ(" y ", TextOf(ofAttribute));
+    EXPECT_EQ(" y ", TextOf(Got(First(document, "/a/@b"), &IXMLDOMNode::get_firstChild)));
 }
 
 TEST(DomText, OfAnElementIsReplacedAndEscaped) {
@@ -148,35 +138,21 @@ TEST(DomText, DeclaresTheNamespacesOfNewNodes) {
     auto document = Parsed("<p:a xmlns:p='urn:p' xmlns='urn:d'/>");
     auto root = RootOf(document);
     const auto append = [&](std::string_view name, std::string_view uri) {
-        CComPtr<IXMLDOMNode> node;
-        EXPECT_EQ(S_OK, document->createNode(CComVariant(NODE_ELEMENT), Wide(name), Wide(uri), &node))
-            << name;
-        EXPECT_EQ(S_OK, root->appendChild(node, nullptr));
-        return node;
+        return Got(root, &IXMLDOMNode::appendChild, NewElement(document, name, uri));
     };
-    append("p:b", "urn:p");
     append("p:c", "urn:other");
-    append("q:d", "urn:q");
-    auto plain = append("e", "");
+    const CComQIPtr<IXMLDOMElement> plain(append("e", ""));
+    EXPECT_EQ(S_OK, plain->setAttributeNode(NewAttribute(document, "x", "urn:q"), nullptr));
     append("f", "urn:d");
     auto named = append("g", "urn:g");
-    auto attribute =
-        Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide("x"), Wide("urn:q"));
-    CComQIPtr<IXMLDOMElement> plainElement(plain.p);
-    CComQIPtr<IXMLDOMAttribute> x(attribute.p);
-    EXPECT_EQ(S_OK, plainElement->setAttributeNode(x, nullptr));
-    EXPECT_EQ(
-        "<p:a xmlns:p=\"urn:p\" xmlns=\"urn:d\"><p:b/><p:c xmlns:p=\"urn:other\"/><q:d xmlns:q=\"urn:q\"/>"
-        "<e ns0:x=\"\" xmlns=\"\" xmlns:ns0=\"urn:q\"/><f/><g xmlns=\"urn:g\"/></p:a>",
-        XmlOf(root));
+    EXPECT_EQ("<p:a xmlns:p=\"urn:p\" xmlns=\"urn:d\"><p:c xmlns:p=\"urn:other\"/>"
+              "<e ns0:x=\"\" xmlns=\"\" xmlns:ns0=\"urn:q\"/><f/><g xmlns=\"urn:g\"/></p:a>",
+              XmlOf(root));
     EXPECT_EQ("", AttributesOf(named)) << "only the text shows them";
-    CComBSTR prefix;
-    EXPECT_EQ(S_FALSE, named->get_prefix(&prefix));
 
     auto again = Parsed(XmlOf(document));
-    EXPECT_EQ(S_OK, again->setProperty(CComBSTR(L"SelectionNamespaces"),
-                                       Value("xmlns:o='urn:other' xmlns:q='urn:q' xmlns:d='urn:d'")));
-    for (const char* query : {"//o:c", "//q:d", "//e[@q:x='']", "//d:f"})
+    SelectWith(again, "xmlns:o='urn:other' xmlns:q='urn:q' xmlns:d='urn:d'");
+    for (const char* query : {"//o:c", "//e[@q:x='']", "//d:f"})
         EXPECT_TRUE(First(again, query)) << query;
 }
 
@@ -190,8 +166,7 @@ TEST(DomText, KeepsItsEncodingWhenSaved) {
         auto again = NewDocument();
         EXPECT_EQ(S_OK, Load(again, Value(path))) << encoding << ": " << FailureOf(again).reason;
         EXPECT_EQ("\xC3\xBC \xE2\x82\xAC", TextOf(again)) << encoding;
-        auto declaration = Got(again, &IXMLDOMNode::get_firstChild);
-        auto value = Got(declaration, &IXMLDOMNode::get_nodeValue);
+        auto value = Got(Got(again, &IXMLDOMNode::get_firstChild), &IXMLDOMNode::get_nodeValue);
         EXPECT_EQ("version=\"1.0\" encoding=\""s + encoding + "\"", Narrow(value.bstrVal));
     }
     const auto save = [](const std::string& encoding, const std::string& content) {
@@ -199,26 +174,22 @@ TEST(DomText, KeepsItsEncodingWhenSaved) {
         auto stream = StreamOf("");
         const HRESULT result = document->save(CComVariant(static_cast<IUnknown*>(stream.p)));
         if (FAILED(result)) return std::to_string(result);
-        EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
-        const std::string bytes = Rest(stream);
+        const std::string bytes = ReadAll(stream);
         return bytes.substr(bytes.find("?>") + 4);
     };
     const std::string fails = std::to_string(E_FAIL);
     EXPECT_EQ("<a>\xFC<![CDATA[\xFC]]>&#8364;<![CDATA[.]]></a>\r\n",
               save("ISO-8859-1", "\xC3\xBC<![CDATA[\xC3\xBC\xE2\x82\xAC.]]>"));
-    EXPECT_EQ("<a>\x80</a>\r\n", save("windows-1252", "\xE2\x82\xAC"));
     for (const char* content : {"<\xC4\x8D/>", "<b \xC4\x8D='1'/>", "<!--\xC4\x8D-->", "<?p \xC4\x8D?>"})
         EXPECT_EQ(fails, save("ISO-8859-1", content)) << content;
     EXPECT_EQ(fails, save("nonesuch", ""));
     EXPECT_EQ(fails, save("HTML", "\xC3\xBC")) << "spells characters as XML does not know them";
-    EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), Parsed("<a/>")->save(Value("/nonesuch/a.xml")));
 }
 
 TEST(DomText, OfADeclarationThatWasMadeKeepsItsEncoding) {
     auto document = Parsed("<?xml version=\"1.0\" encoding=\"utf-16\"?><a/>");
     auto first = Got(document, &IXMLDOMNode::get_firstChild);
     EXPECT_EQ("<?xml version=\"1.0\"?>", XmlOf(first));
-    EXPECT_EQ("xml", NameOf(first));
     EXPECT_EQ(E_FAIL, first->put_text(Wide("version=\"1.0\""))) << "a declaration is replaced, not changed";
     EXPECT_EQ(E_FAIL, first->put_nodeValue(Value("version=\"1.0\"")));
 
@@ -228,53 +199,36 @@ TEST(DomText, OfADeclarationThatWasMadeKeepsItsEncoding) {
     EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a/>\r\n", XmlOf(document));
     EXPECT_EQ(E_FAIL, RootOf(document)->appendChild(first, nullptr)) << "only a document has one";
     EXPECT_EQ(E_FAIL, document->appendChild(first, nullptr)) << "and only in front";
-    CComPtr<IXMLDOMProcessingInstruction> bad;
-    EXPECT_EQ(E_INVALIDARG, document->createProcessingInstruction(CComBSTR(L"xml"), Wide("encoding"), &bad));
-    EXPECT_EQ(E_INVALIDARG, document->createProcessingInstruction(CComBSTR(L"p"), Wide("a?>b"), &bad));
 }
 
 TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     auto document = Parsed("<r xmlns:dt='urn:schemas-microsoft-com:datatypes'><i dt:dt='int'> 42 </i>"
-                           "<b dt:dt='bin.base64'>AAEC/w==</b><h dt:dt='bin.hex'>00ff7F</h>"
-                           "<f dt:dt='boolean'>1</f><w dt:dt='int'>x</w></r>");
-    auto value = Got(First(document, "//i"), &IXMLDOMNode::get_nodeTypedValue);
-    EXPECT_EQ(VT_I4, value.vt);
-    EXPECT_EQ(42, value.lVal);
-    EXPECT_EQ(S_OK, First(document, "//f")->get_nodeTypedValue(&value));
-    EXPECT_EQ(VT_BOOL, value.vt);
-    EXPECT_EQ(VARIANT_TRUE, value.boolVal);
-    EXPECT_EQ(E_FAIL, First(document, "//w")->get_nodeTypedValue(&value));
-
-    const auto bytesOf = [](const VARIANT& array) {
-        EXPECT_EQ(VT_ARRAY | VT_UI1, array.vt);
-        return std::string(static_cast<char*>(array.parray->pvData), array.parray->rgsabound[0].cElements);
+                           "<b dt:dt='bin.base64'/><h dt:dt='Bin.Hex'/><f dt:dt='boolean'>1</f></r>");
+    const auto typed = [&](std::string_view query) {
+        return Got(First(document, query), &IXMLDOMNode::get_nodeTypedValue);
     };
-    CComVariant base64, hex;
-    EXPECT_EQ(S_OK, First(document, "//b")->get_nodeTypedValue(&base64));
-    EXPECT_EQ(std::string("\0\1\2\xFF", 4), bytesOf(base64));
-    EXPECT_EQ(S_OK, First(document, "//h")->get_nodeTypedValue(&hex));
-    EXPECT_EQ(std::string("\0\xFF\x7F", 3), bytesOf(hex));
-
-    for (std::size_t length = 0; length < 7; ++length) {
-        const std::string bytes = std::string("\xFF\0\x80\x7F\x01\xFE", 6).substr(0, length);
-        for (const char* query : {"//b", "//h"}) {
-            CComVariant again;
+    EXPECT_EQ(VT_I4, typed("//i").vt);
+    EXPECT_EQ(42, typed("//i").lVal);
+    EXPECT_EQ(VT_BOOL, typed("//f").vt);
+    EXPECT_EQ(VARIANT_TRUE, typed("//f").boolVal);
+    for (const auto& [bytes, base64, hex] :
+         Rows<std::string, const char*, const char*>{{"", "", ""},
+                                                     {"\xFF", "/w==", "ff"},
+                                                     {{"\xFF\0", 2}, "/wA=", "ff00"},
+                                                     {{"\xFF\0\x7F", 3}, "/wB/", "ff007f"}}) {
+        for (const auto& [query, text] : {std::pair("//b", base64), std::pair("//h", hex)}) {
             EXPECT_EQ(S_OK, First(document, query)->put_nodeTypedValue(Bytes(bytes)));
-            EXPECT_EQ(S_OK, First(document, query)->get_nodeTypedValue(&again));
-            EXPECT_EQ(bytes, bytesOf(again)) << query << length;
+            EXPECT_EQ(text, TextOf(First(document, query)));
+            const CComVariant array = typed(query);
+            ASSERT_EQ(VT_ARRAY | VT_UI1, array.vt);
+            EXPECT_EQ(bytes, std::string(static_cast<char*>(array.parray->pvData),
+                                         array.parray->rgsabound[0].cElements));
         }
     }
     CComVariant none;
+    EXPECT_EQ(S_OK, First(document, "//i")->put_text(Wide("x")));
+    EXPECT_EQ(E_FAIL, First(document, "//i")->get_nodeTypedValue(&none));
     EXPECT_EQ(S_FALSE, document->get_nodeTypedValue(&none));
-    EXPECT_EQ(VT_NULL, none.vt);
-
-    auto root = RootOf(document);
-    EXPECT_EQ(S_OK, root->put_dataType(CComBSTR(L"Bin.Hex"))) << "whatever its case";
-    EXPECT_EQ(E_FAIL, root->put_dataType(CComBSTR(L"nonesuch")));
-    EXPECT_EQ(E_INVALIDARG, root->put_dataType(nullptr));
-    EXPECT_EQ(E_FAIL, document->put_dataType(CComBSTR(L"int")));
-    auto type = Got(root, &IXMLDOMNode::get_dataType);
-    EXPECT_EQ("Bin.Hex", Narrow(type.bstrVal));
 }
 
 } // namespace

@@ -14,7 +14,7 @@ const char* const Ticket = "<psf:PrintTicket xmlns:psf='urn:f' version='1'>"
 
 CComPtr<IXMLDOMDocument2> TicketDocument() {
     auto document = Parsed(Ticket);
-    EXPECT_EQ(S_OK, document->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:psf='urn:f'")));
+    SelectWith(document, "xmlns:psf='urn:f'");
     return document;
 }
 
@@ -40,22 +40,17 @@ TEST(DomXPath, SelectsInDocumentOrder) {
         {"//psf:Feature", "psk:A psk:B psk:A"},
         {"//psf:Feature[@name = \"psk:A\"]/psf:Option", "psk:A1 psk:A2"},
         {"//psf:Feature[@name = \"psk:A\"]//psf:Option", "psk:A1 psk:B1 psk:A2"},
-        {"//psf:Option/..", "psk:A psk:B psk:A"},
         {"//psf:ParameterInit | //psf:Feature", "psk:A psk:B psk:A psk:P"},
-        {"//psf:Value/ancestor::*", "psf:PrintTicket psk:P"},
         {"//*[@name='psk:P']/psf:Value/text()", "#text"},
         {"//other", "other"},
         {"//Feature", ""},
         {"/psf:PrintTicket/@*", "version"},
         {"//namespace::*", ""},
-        {"/", "#document"},
         {"//psf:Feature[2]", "psk:A"},
         {"(//psf:Feature)[2]", "psk:B"},
         {"1 + 1", "failed"},
         {"//psf:Feature[", "failed"},
         {"//nope:Feature", "failed"},
-        {"", "failed"},
-        {"nosuch()", "failed"},
     };
     for (int round = 0; round < 2; ++round) // compiled, then remembered
         for (const auto& [query, names] : cases)
@@ -66,16 +61,13 @@ TEST(DomXPath, SelectsInDocumentOrder) {
 TEST(DomXPath, SaysWhatItFound) {
     auto document = TicketDocument();
     CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(S_OK, document->selectSingleNode(Wide("//psf:Feature"), &node));
-    node.Release();
     EXPECT_EQ(S_FALSE, document->selectSingleNode(Wide("//psf:Nothing"), &node));
     EXPECT_EQ(nullptr, node.p);
     EXPECT_EQ(E_FAIL, document->selectSingleNode(Wide("//nope:Feature"), &node));
     CComPtr<IErrorInfo> info;
     EXPECT_EQ(S_OK, ::GetErrorInfo(0, &info));
-    CComBSTR reason;
-    EXPECT_EQ(S_OK, info->GetDescription(&reason));
-    EXPECT_NE(std::string::npos, Narrow(reason).find("prefix")) << Narrow(reason);
+    const std::string reason = Narrow(Got(info, &IErrorInfo::GetDescription));
+    EXPECT_NE(std::string::npos, reason.find("prefix")) << reason;
     EXPECT_EQ(E_INVALIDARG, document->selectSingleNode(nullptr, &node));
     EXPECT_EQ(E_INVALIDARG, document->selectSingleNode(Wide("/"), nullptr));
     EXPECT_EQ(E_INVALIDARG, document->selectNodes(nullptr, nullptr));
@@ -84,14 +76,13 @@ TEST(DomXPath, SaysWhatItFound) {
 TEST(DomXPath, ResolvesPrefixesByTheDocumentsOwnSetting) {
     auto first = Parsed("<a xmlns='urn:1'/>");
     auto second = Parsed("<a xmlns='urn:2'/>");
-    EXPECT_EQ(S_OK, first->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns:p='urn:1'")));
-    EXPECT_EQ(S_OK, second->setProperty(CComBSTR(L"SelectionNamespaces"),
-                                        Value("xmlns:q='urn:1' xmlns:p=\"urn:2\"")));
+    SelectWith(first, "xmlns:p='urn:1'");
+    SelectWith(second, "xmlns:q='urn:1' xmlns:p=\"urn:2\"");
     for (int round = 0; round < 2; ++round) {
         EXPECT_TRUE(First(first, "/p:a"));
         EXPECT_TRUE(First(second, "/p:a"));
     }
-    EXPECT_EQ(S_OK, first->setProperty(CComBSTR(L"SelectionNamespaces"), Value("xmlns='urn:1'")));
+    SelectWith(first, "xmlns='urn:1'");
     EXPECT_FALSE(First(first, "/a")) << "a default namespace is for no step";
     EXPECT_EQ("failed", NamesSelected(first, "/p:a"));
 }
@@ -99,50 +90,37 @@ TEST(DomXPath, ResolvesPrefixesByTheDocumentsOwnSetting) {
 TEST(DomXPath, AListIsAsItWasWhenSelected) {
     auto document = TicketDocument();
     auto list = Got(document, &IXMLDOMNode::selectNodes, Wide("//psf:Feature"));
-    CComPtr<IXMLDOMNode> node, parent;
-    EXPECT_EQ(S_OK, list->get_item(0, &node));
-    EXPECT_EQ(S_OK, node->get_parentNode(&parent));
-    EXPECT_EQ(S_OK, parent->removeChild(node, nullptr));
-    node.Release();
-    parent.Release();
+    EXPECT_EQ(S_OK, RootOf(document)->removeChild(Got(list, &IXMLDOMNodeList::get_item, 0), nullptr));
     document.Release();
 
     // The removed node, its inner feature and the other are still there.
     EXPECT_EQ(3, Got(list, &IXMLDOMNodeList::get_length));
     for (LONG index = 0; index < 3; ++index)
         EXPECT_EQ("psf:Feature", NameOf(Got(list, &IXMLDOMNodeList::get_item, index)));
-    CComPtr<IXMLDOMNode> next;
-    EXPECT_EQ(S_OK, list->nextNode(&next));
+    const auto next = Got(list, &IXMLDOMNodeList::nextNode);
     EXPECT_EQ(S_OK, list->reset());
-    CComPtr<IXMLDOMNode> again;
-    EXPECT_EQ(S_OK, list->nextNode(&again));
-    EXPECT_EQ(next.p, again.p);
+    EXPECT_EQ(next.p, Got(list, &IXMLDOMNodeList::nextNode).p);
     CComPtr<IXMLDOMNode> behind;
     EXPECT_EQ(S_FALSE, list->get_item(3, &behind));
 }
 
-TEST(DomXPath, RunsOnSeveralThreads) {
+// More queries than are remembered, and each thread its own.
+TEST(DomXPath, ForgetsOldQueriesAndRunsOnSeveralThreads) {
     std::vector<std::thread> threads;
     for (int index = 0; index < 4; ++index) {
         threads.emplace_back([] {
             ASSERT_EQ(S_OK, ::CoInitializeEx(nullptr, COINIT_MULTITHREADED));
-            for (int round = 0; round < 50; ++round) {
-                auto document = TicketDocument();
-                EXPECT_EQ("psk:A1 psk:A2",
-                          NamesSelected(document, "//psf:Feature[@name = \"psk:A\"]/psf:Option"));
+            auto document = TicketDocument();
+            for (int number = 0; number < 600; ++number) {
+                EXPECT_FALSE(First(document, "//psf:Feature[@name = '" + std::to_string(number) + "']"));
+                EXPECT_TRUE(First(document, "//psf:Feature[@name = 'psk:B']"));
             }
+            document.Release();
             ::CoUninitialize();
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-}
-
-TEST(DomXPath, ForgetsOldQueries) {
-    auto document = TicketDocument();
-    for (int number = 0; number < 2000; ++number)
-        EXPECT_FALSE(First(document, "//psf:Feature[@name = '" + std::to_string(number) + "']"));
-    EXPECT_TRUE(First(document, "//psf:Feature[@name = 'psk:B']"));
 }
 
 } // namespace
