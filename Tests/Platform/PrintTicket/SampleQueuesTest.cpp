@@ -50,20 +50,4 @@ TEST_P(SampleQueue, KeepsWhatTheDriverPutsIntoTickets) {
 INSTANTIATE_TEST_SUITE_P(Samples, SampleQueue, testing::Values("ColorOffice", "MonoOffice"),
                          [](const auto& one) { return std::string(one.param); });
 
-TEST(SampleQueues, DifferInWhatTheyCanDo) {
-    const std::string wish = Ticket(Feature("PageOutputColor", "Color") + Feature("PageMediaSize", "ISOA3") +
-                                    Feature("JobStapleAllDocuments", "StapleTopLeft"));
-    const std::string_view delta = wish;
-    const auto color = PrintTicketMerge(Sample("ColorOffice"))
-                           .Merge(Sample("ColorOffice")->DefaultTicket(), &delta, kPTJobScope);
-    EXPECT_FALSE(color.conflictResolved);
-    EXPECT_EQ(EffectiveOf(color.ticket, "PageOutputColor"), "Color");
-    EXPECT_EQ(EffectiveOf(color.ticket, "JobStapleAllDocuments"), "StapleTopLeft");
-    const auto mono = PrintTicketMerge(Sample("MonoOffice"))
-                          .Merge(Sample("MonoOffice")->DefaultTicket(), &delta, kPTJobScope);
-    EXPECT_TRUE(mono.conflictResolved);
-    EXPECT_EQ(EffectiveOf(mono.ticket, "PageOutputColor"), "Monochrome");
-    EXPECT_EQ(EffectiveOf(mono.ticket, "JobStapleAllDocuments"), "(none)");
-}
-
 } // namespace

@@ -11,6 +11,11 @@ const char* const Declarations =
     R"(xmlns:psk="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords" )"
     R"(xmlns:t="urn:test:printer" version="1")";
 
+std::string Property(const std::string& name, const std::string& type, const std::string& value) {
+    return "<psf:Property name=\"" + name + "\"><psf:Value xsi:type=\"xsd:" + type + "\">" + value +
+           "</psf:Value></psf:Property>";
+}
+
 namespace {
 
 std::string Prefixed(const std::string& name) {
@@ -19,16 +24,13 @@ std::string Prefixed(const std::string& name) {
 
 std::string Definition(const std::string& name, const std::string& type, const std::string& fallback,
                        const std::string& mandatory, const std::string& bounds) {
-    const auto property = [](const std::string& key, const std::string& valueType, const std::string& value) {
-        return "<psf:Property name=\"psf:" + key + "\"><psf:Value xsi:type=\"" + valueType + "\">" + value +
-               "</psf:Value></psf:Property>";
-    };
     std::string text = "<psf:ParameterDef name=\"" + Prefixed(name) + "\">" +
-                       property("DataType", "xsd:QName", type) + property("DefaultValue", type, fallback) +
-                       property("Mandatory", "xsd:QName", "psk:" + mandatory);
+                       Property("psf:DataType", "QName", "xsd:" + type) +
+                       Property("psf:DefaultValue", type, fallback) +
+                       Property("psf:Mandatory", "QName", "psk:" + mandatory);
     std::istringstream words(bounds);
     for (std::string key, value; words >> key >> value;)
-        text += property(key, "xsd:integer", value);
+        text += Property("psf:" + key, "integer", value);
     return text + "</psf:ParameterDef>";
 }
 
@@ -54,7 +56,8 @@ std::string Reference(const std::string& scored, const std::string& parameter) {
 } // namespace
 
 std::string Ticket(const std::string& content) {
-    return std::string("<psf:PrintTicket ") + Declarations + ">" + content + "</psf:PrintTicket>";
+    return std::string("<psf:PrintTicket xmlns:o=\"urn:other\" ") + Declarations + ">" + content +
+           "</psf:PrintTicket>";
 }
 
 std::string Capabilities(const std::string& content) {
@@ -80,14 +83,14 @@ std::string Parameter(const std::string& name, const std::string& value, const s
 
 const std::string& PrinterCapabilities() {
     static const std::string document = Capabilities(
-        Definition("JobCopiesAllDocuments", "xsd:integer", "1", "Unconditional", "MinValue 1 MaxValue 99") +
-        Definition("PageMediaSizeMediaSizeWidth", "xsd:integer", "210000", "Conditional",
+        Definition("JobCopiesAllDocuments", "integer", "1", "Unconditional", "MinValue 1 MaxValue 99") +
+        Definition("PageMediaSizeMediaSizeWidth", "integer", "210000", "Conditional",
                    "MinValue 50000 MaxValue 400000 Multiple 10") +
-        Definition("PageMediaSizeMediaSizeHeight", "xsd:integer", "297000", "Conditional",
+        Definition("PageMediaSizeMediaSizeHeight", "integer", "297000", "Conditional",
                    "MinValue 50000 MaxValue 400000 Multiple 10") +
-        Definition("t:JobNote", "xsd:string", "", "Optional", "MinLength 0 MaxLength 5") +
-        Definition("t:JobBin", "xsd:QName", "t:Lower", "Optional", "") +
-        Definition("t:PageDevmodeSnapshot", "xsd:string", "", "Optional", "MaxLength 174760") +
+        Definition("t:JobNote", "string", "", "Optional", "MinLength 0 MaxLength 5") +
+        Definition("t:JobBin", "QName", "t:Lower", "Optional", "") +
+        Definition("t:PageDevmodeSnapshot", "string", "", "Optional", "MaxLength 174760") +
         Offer("PageOrientation", Option("Portrait") + Option("Landscape")) +
         Offer("PageMediaSize", Option("ISOA4", Size(210000, 297000)) + Option("ISOA5", Size(148000, 210000)) +
                                    Option("NorthAmericaLetter", Size(215900, 279400)) +
@@ -106,21 +109,15 @@ const std::string& PrinterCapabilities() {
                   Offer("PresentationDirection", Option("RightBottom") + Option("BottomRight"))) +
         Offer("JobDuplexAllDocumentsContiguously",
               Option("OneSided") + Option("TwoSidedShortEdge") + Option("TwoSidedLongEdge")) +
-        Offer(
-            "t:JobFinish",
-            R"(<psf:Property name="psf:SelectionType"><psf:Value xsi:type="xsd:QName">psk:PickMany</psf:Value></psf:Property>)" +
-                Option(
-                    "t:None",
-                    R"(<psf:Property name="psf:IdentityOption"><psf:Value xsi:type="xsd:string">True</psf:Value></psf:Property>)") +
-                Option("t:Punch") + Option("t:Staple")) +
-        R"(<psf:Property name="psk:PageImageableSize">)"
-        R"(<psf:Property name="psk:ImageableSizeWidth"><psf:Value xsi:type="xsd:integer">210000</psf:Value></psf:Property>)"
-        R"(<psf:Property name="psk:ImageableSizeHeight"><psf:Value xsi:type="xsd:integer">297000</psf:Value></psf:Property>)"
-        R"(<psf:Property name="psk:ImageableArea">)"
-        R"(<psf:Property name="psk:OriginWidth"><psf:Value xsi:type="xsd:integer">4000</psf:Value></psf:Property>)"
-        R"(<psf:Property name="psk:OriginHeight"><psf:Value xsi:type="xsd:integer">5000</psf:Value></psf:Property>)"
-        R"(<psf:Property name="psk:ExtentWidth"><psf:Value xsi:type="xsd:integer">202000</psf:Value></psf:Property>)"
-        R"(<psf:Property name="psk:ExtentHeight"><psf:Value xsi:type="xsd:integer">287000</psf:Value></psf:Property>)"
+        Offer("t:JobFinish", Property("psf:SelectionType", "QName", "psk:PickMany") +
+                                 Option("t:None", Property("psf:IdentityOption", "string", "True")) +
+                                 Option("t:Punch") + Option("t:Staple")) +
+        R"(<psf:Property name="psk:PageImageableSize">)" +
+        Property("psk:ImageableSizeWidth", "integer", "210000") +
+        Property("psk:ImageableSizeHeight", "integer", "297000") +
+        R"(<psf:Property name="psk:ImageableArea">)" + Property("psk:OriginWidth", "integer", "4000") +
+        Property("psk:OriginHeight", "integer", "5000") + Property("psk:ExtentWidth", "integer", "202000") +
+        Property("psk:ExtentHeight", "integer", "287000") +
         R"(</psf:Property></psf:Property>)"
         R"(<qc:Constraint><qc:Choice feature="psk:PageMediaType" options="psk:Transparency"/>)"
         R"(<qc:Choice feature="psk:JobDuplexAllDocumentsContiguously" options="psk:TwoSidedLongEdge psk:TwoSidedShortEdge"/></qc:Constraint>)"

@@ -10,7 +10,7 @@ namespace TicketFixture {
 
 extern const char* const Declarations; // of psf, xsi, xsd, psk and the printer's own t
 
-// A root element with these children.
+// A root element with these children. A ticket may use the namespace o too, which the printer does not know.
 std::string Ticket(const std::string& content);
 std::string Capabilities(const std::string& content);
 
@@ -19,6 +19,7 @@ std::string Capabilities(const std::string& content);
 std::string Feature(const std::string& name, const std::string& option, const std::string& insideOption = {},
                     const std::string& afterOption = {});
 std::string Scored(const std::string& name, int value);
+std::string Property(const std::string& name, const std::string& type, const std::string& value);
 std::string Parameter(const std::string& name, const std::string& value,
                       const std::string& type = "xsd:integer");
 

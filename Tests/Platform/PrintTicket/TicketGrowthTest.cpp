@@ -37,17 +37,10 @@ GrowthMaker Printer(Item capability, Item setting) {
     };
 }
 
-std::string FeatureOf(const std::string& name, std::size_t options, const std::string& inside = {}) {
-    return "<psf:Feature name=\"" + name + "\">" +
-           Times(options,
-                 [&](std::size_t i) {
-                     return "<psf:Option name=\"t:O" + Number(i) + "\" constrained=\"psk:None\">" + inside +
-                            "</psf:Option>";
-                 }) +
-           "</psf:Feature>";
+std::string OneFeature(std::size_t i) {
+    return "<psf:Feature name=\"t:Job" + Number(i) +
+           "\"><psf:Option name=\"t:O0\"/><psf:Option name=\"t:O1\" constrained=\"psk:None\"/></psf:Feature>";
 }
-
-std::string OneFeature(std::size_t i) { return FeatureOf("t:Job" + Number(i), 2); }
 std::string Asking(std::size_t i) { return TicketFixture::Feature("t:Job" + Number(i), "t:O1"); }
 
 // Of one feature n options; as many questions for the last of them would be a ticket that asks twice.
@@ -76,10 +69,8 @@ const GrowthCase Cases[] = {
     {"MergesOneFeatureOftenRepeated", Merging([](std::size_t) { return Asking(0); })},
     {"MergesManyParameters",
      Merging([](std::size_t i) { return TicketFixture::Parameter("t:JobP" + Number(i), "1"); })},
-    {"MergesManyProperties", Merging([](std::size_t i) {
-         return "<psf:Property name=\"t:JobX" + Number(i) +
-                "\"><psf:Value xsi:type=\"xsd:integer\">1</psf:Value></psf:Property>";
-     })},
+    {"MergesManyProperties",
+     Merging([](std::size_t i) { return TicketFixture::Property("t:JobX" + Number(i), "integer", "1"); })},
     {"MergesForeignElements", Merging([](std::size_t) { return "<t:Foreign/>\n"; })},
     {"ReadsManyFeaturesOfAPrinter", Printer(OneFeature, Asking)},
     {"ReadsManyNamedOptions", Options(true)},
@@ -87,16 +78,12 @@ const GrowthCase Cases[] = {
     {"ReadsManyParametersOfAPrinter",
      Printer(
          [](std::size_t i) {
-             const auto property = [](const char* name, const char* type, const char* value) {
-                 return std::string("<psf:Property name=\"psf:") + name +
-                        "\"><psf:Value xsi:type=\"xsd:" + type + "\">" + value +
-                        "</psf:Value></psf:Property>";
-             };
+             using TicketFixture::Property;
              return "<psf:ParameterDef name=\"t:JobP" + Number(i) + "\">" +
-                    property("DataType", "QName", "xsd:integer") + property("DefaultValue", "integer", "1") +
-                    property("Mandatory", "QName", "psk:Unconditional") +
-                    property("MinValue", "integer", "1") + property("MaxValue", "integer", "9") +
-                    "</psf:ParameterDef>";
+                    Property("psf:DataType", "QName", "xsd:integer") +
+                    Property("psf:DefaultValue", "integer", "1") +
+                    Property("psf:Mandatory", "QName", "psk:Unconditional") +
+                    Property("psf:MinValue", "integer", "1") + "</psf:ParameterDef>";
          },
          [](std::size_t i) { return TicketFixture::Parameter("t:JobP" + Number(i), "2"); })},
 };

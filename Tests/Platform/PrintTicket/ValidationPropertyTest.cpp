@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <random>
 #include <set>
 #include <vector>
@@ -35,78 +34,65 @@ public:
     std::string MakeTicket() {
         std::string text;
         for (int i = Below(4); i > 0; --i)
-            text += "<psf:ParameterInit name=\"" + One(Parameters) + "\">" + Value() + "</psf:ParameterInit>";
+            text +=
+                "<psf:ParameterInit name=\"" + One(m_parameters) + "\">" + Value() + "</psf:ParameterInit>";
         for (int i = Below(5); i > 0; --i)
             text += MakeFeature(false, 0);
         for (int i = Below(3); i > 0; --i)
-            text += Property(0);
-        return "<psf:PrintTicket xmlns:o=\"urn:other\" " + std::string(Declarations) + ">" + text +
-               "</psf:PrintTicket>";
+            text += MakeProperty(0);
+        return Ticket(text);
     }
 
     EPrintTicketScope Scope() { return static_cast<EPrintTicketScope>(Below(3)); }
 
 private:
-    template <std::size_t N>
-    using Words = std::array<const char*, N>;
-    static constexpr Words<3> Features{"psk:PageA", "psk:DocumentB", "t:JobC"};
-    static constexpr Words<3> Parameters{"psk:PageP1", "psk:PageP2", "t:P3"};
-    static constexpr Words<2> Properties{"psk:S1", "t:S2"};
-    static constexpr Words<3> Options{"psk:X", "t:Y", "psk:Z"};
-    static constexpr Words<3> Types{"xsd:integer", "xsd:string", "xsd:decimal"};
-    static constexpr Words<5> Texts{"1", "2", "1.0", " 2 ", ""};
+    using Words = std::vector<std::string>;
 
     int Below(int bound) { return static_cast<int>(m_random() % static_cast<unsigned>(bound)); }
     bool Chance(int percent) { return Below(100) < percent; }
-    template <std::size_t N>
-    std::string One(const Words<N>& words) {
-        return words[static_cast<std::size_t>(Below(static_cast<int>(N)))];
-    }
+    std::string One(const Words& words) { return words[m_random() % words.size()]; }
 
     std::string Value() {
         if (Chance(15))
-            return "<psf:Value xsi:type=\"xsd:QName\">" + One(Words<4>{"psk:X", "t:Y", "o:X", "Z"}) +
+            return "<psf:Value xsi:type=\"xsd:QName\">" + One(Words{"psk:X", "t:Y", "o:X", "Z"}) +
                    "</psf:Value>";
-        return "<psf:Value" + (Chance(80) ? " xsi:type=\"" + One(Types) + "\"" : "") + ">" + One(Texts) +
+        return "<psf:Value" + (Chance(80) ? " xsi:type=\"" + One(m_types) + "\"" : "") + ">" + One(m_texts) +
                "</psf:Value>";
     }
 
     std::string Definition() {
-        const auto property = [](const char* name, const std::string& value) {
-            return std::string("<psf:Property name=\"psf:") + name + "\">" + value + "</psf:Property>";
+        const auto bound = [&](const char* name) {
+            return std::string("<psf:Property name=\"psf:") + name + "\">" + Value() + "</psf:Property>";
         };
-        const auto keyword = [](const std::string& name) {
-            return "<psf:Value xsi:type=\"xsd:QName\">" + name + "</psf:Value>";
-        };
-        std::string text = property("DataType", keyword(Chance(10) ? "xsd:QName" : One(Types)));
-        if (Chance(70)) text += property("DefaultValue", Value());
+        std::string text = Property("psf:DataType", "QName", Chance(10) ? "xsd:QName" : One(m_types));
+        if (Chance(70)) text += bound("DefaultValue");
         if (Chance(80))
-            text += property("Mandatory", keyword(One(Words<2>{"psk:Conditional", "psk:Unconditional"})));
-        if (Chance(30)) text += property(Chance(50) ? "MinValue" : "MinLength", Value());
-        if (Chance(30)) text += property("MaxValue", Value());
-        return "<psf:ParameterDef name=\"" + One(Parameters) + "\">" + text + "</psf:ParameterDef>";
+            text += Property("psf:Mandatory", "QName", Chance(50) ? "psk:Conditional" : "psk:Unconditional");
+        if (Chance(30)) text += bound(Chance(50) ? "MinValue" : "MinLength");
+        if (Chance(30)) text += bound("MaxValue");
+        return "<psf:ParameterDef name=\"" + One(m_parameters) + "\">" + text + "</psf:ParameterDef>";
     }
 
-    std::string Property(int depth) {
+    std::string MakeProperty(int depth) {
         std::string text = Chance(70) ? Value() : "";
-        if (depth < 1 && Chance(40)) text += Property(depth + 1) + Property(depth + 1);
-        return "<psf:Property name=\"" + (Chance(20) ? "o:S" : One(Properties)) + "\">" + text +
+        if (depth < 1 && Chance(40)) text += MakeProperty(depth + 1) + MakeProperty(depth + 1);
+        return "<psf:Property name=\"" + (Chance(20) ? "o:S" : One(m_properties)) + "\">" + text +
                "</psf:Property>";
     }
 
     std::string ScoredProperty(int depth) {
-        std::string text = Chance(50)   ? "<psf:ParameterRef name=\"" + One(Parameters) + "\"/>"
+        std::string text = Chance(50)   ? "<psf:ParameterRef name=\"" + One(m_parameters) + "\"/>"
                            : Chance(90) ? Value()
                                         : "";
         if (depth < 1 && Chance(20)) text += ScoredProperty(depth + 1);
-        return "<psf:ScoredProperty name=\"" + One(Properties) + "\">" + text + "</psf:ScoredProperty>";
+        return "<psf:ScoredProperty name=\"" + One(m_properties) + "\">" + text + "</psf:ScoredProperty>";
     }
 
     // `feature`: of the printer, where constraints may name it.
     std::string MakeOption(bool ofPrinter, const std::string* feature) {
         std::string text = "<psf:Option";
         if (Chance(50)) {
-            const std::string name = ofPrinter || Chance(80) ? One(Options) : "o:X";
+            const std::string name = ofPrinter || Chance(80) ? One(m_options) : "o:X";
             text += " name=\"" + name + "\"";
             if (feature)
                 m_choices.push_back("<qc:Choice feature=\"" + *feature + "\" options=\"" + name + "\"/>");
@@ -115,20 +101,16 @@ private:
         text += ">";
         for (int i = Below(3); i > 0; --i)
             text += ScoredProperty(Chance(20) ? 1 : 0);
-        if (ofPrinter && Chance(15))
-            text += "<psf:Property name=\"psf:IdentityOption\"><psf:Value xsi:type=\"xsd:string\">True"
-                    "</psf:Value></psf:Property>";
-        if (!ofPrinter && Chance(40)) text += Property(0) + Property(0);
+        if (ofPrinter && Chance(15)) text += Property("psf:IdentityOption", "string", "True");
+        if (!ofPrinter && Chance(40)) text += MakeProperty(0) + MakeProperty(0);
         return text + "</psf:Option>";
     }
 
     std::string MakeFeature(bool ofPrinter, int depth) {
-        const std::string name = ofPrinter || Chance(90) ? One(Features) : "o:F";
+        const std::string name = ofPrinter || Chance(90) ? One(m_features) : "o:F";
         std::string text = "<psf:Feature name=\"" + name + "\">";
-        if (ofPrinter && Chance(30))
-            text += "<psf:Property name=\"psf:SelectionType\"><psf:Value xsi:type=\"xsd:QName\">psk:PickMany"
-                    "</psf:Value></psf:Property>";
-        if (!ofPrinter && Chance(30)) text += Property(0);
+        if (ofPrinter && Chance(30)) text += Property("psf:SelectionType", "QName", "psk:PickMany");
+        if (!ofPrinter && Chance(30)) text += MakeProperty(0);
         const bool isFirst = ofPrinter && depth == 0 && m_named.insert(name).second;
         for (int i = Below(ofPrinter ? 6 : 3); i > 0; --i)
             text += MakeOption(ofPrinter, isFirst ? &name : nullptr);
@@ -136,10 +118,14 @@ private:
         return text + "</psf:Feature>";
     }
 
-    std::string Choice() {
-        return m_choices[static_cast<std::size_t>(Below(static_cast<int>(m_choices.size())))];
-    }
+    std::string Choice() { return m_choices[m_random() % m_choices.size()]; }
 
+    const Words m_features{"psk:PageA", "psk:DocumentB", "t:JobC"};
+    const Words m_parameters{"psk:PageP1", "psk:PageP2", "t:P3"};
+    const Words m_properties{"psk:S1", "t:S2"};
+    const Words m_options{"psk:X", "t:Y", "psk:Z"};
+    const Words m_types{"xsd:integer", "xsd:string", "xsd:decimal"};
+    const Words m_texts{"1", "2", "1.0", " 2 ", ""};
     std::mt19937 m_random;
     std::set<std::string> m_named;
     std::vector<std::string> m_choices; // what constraints may name
