@@ -103,12 +103,6 @@ const GrowthCase Cases[] = {
     {"ParsesDeclarationsInForce", Reading(Parse, DeclarationsInForce)},
     {"GivesItsText", On(Children, [](Tree& tree, std::size_t) { XmlOf(tree.document); })},
     {"GivesTheTextOfAllInIt", On(Children, [](Tree& tree, std::size_t) { TextOf(tree.root); })},
-    {"GivesItsTextInPieces", On(Children,
-                                [](Tree& tree, std::size_t) {
-                                    CComPtr<IStream> stream;
-                                    EXPECT_EQ(S_OK, tree.document->QueryInterface(&stream));
-                                    Rest(stream);
-                                })},
     {"TakesItsTextInPieces",
      [](std::size_t n) {
          return [text = Children(n)] {
@@ -148,21 +142,6 @@ const GrowthCase Cases[] = {
             for (std::size_t i = 0; i < n; ++i)
                 EXPECT_TRUE(First(last, "text()"));
         })},
-    {"InsertsAtTheFrontAndRemovesThere", On(Nothing,
-                                            [](Tree& tree, std::size_t n) {
-                                                CComVariant first;
-                                                for (std::size_t i = 0; i < n; ++i) {
-                                                    const Node node = NewElement(tree.document, "e", "urn:e");
-                                                    EXPECT_EQ(S_OK,
-                                                              tree.root->insertBefore(node, first, nullptr));
-                                                    first = CComVariant(static_cast<IUnknown*>(node.p));
-                                                }
-                                                Node child;
-                                                while (tree.root->get_firstChild(&child) == S_OK) {
-                                                    EXPECT_EQ(S_OK, tree.root->removeChild(child, nullptr));
-                                                    child.Release();
-                                                }
-                                            })},
     {"MakesNodesOfManyNamespaces", On(Nothing,
                                       [](Tree& tree, std::size_t n) {
                                           for (std::size_t i = 0; i < n; ++i) {
@@ -179,11 +158,6 @@ const GrowthCase Cases[] = {
             EXPECT_EQ(S_OK, NewDocument()->appendChild(clone, nullptr));
             EXPECT_EQ(S_OK, tree.document->replaceChild(clone, tree.root, nullptr));
         })},
-    {"EmptiesAnElement", On(Children,
-                            [](Tree& tree, std::size_t) {
-                                const auto list = Got(tree.root, &IXMLDOMNode::get_childNodes);
-                                EXPECT_EQ(S_OK, tree.root->put_text(CComBSTR(L"")));
-                            })},
     {"NestsOutsideReleasesOutsideIn", Nesting(true, Release::OutsideIn)},
     {"NestsOutsideReleasesInsideOut", Nesting(true, Release::InsideOut)},
     {"NestsFromInsideReleasesInsideOut", Nesting(false, Release::InsideOut)},

@@ -1,5 +1,7 @@
 #include "Platform/Dom/DomTestSupport.h"
 
+#include <Com/FaultInjection.h>
+
 namespace {
 
 CComPtr<IStream> StreamInto(IXMLDOMDocument* document) {
@@ -124,6 +126,28 @@ TEST(DomStream, IsASaveTarget) {
     EXPECT_EQ(S_OK, source->save(CComVariant(StreamInto(source).p))) << "into itself";
     EXPECT_EQ(XmlOf(target), XmlOf(source));
     EXPECT_EQ(E_INVALIDARG, source->save(CComVariant(3)));
+}
+
+TEST(DomStream, AFailureAtAnyCallIsReported) {
+    const CComVariant file(static_cast<const wchar_t*>(Wide(::testing::TempDir() + "dom-fault.xml")));
+    const CComBSTR query(L"//a");
+    const auto work = [&](IXMLDOMDocument2* document) {
+        VARIANT_BOOL loaded = VARIANT_FALSE;
+        CComPtr<IXMLDOMNodeList> list;
+        HRESULT result = document->save(file);
+        if (result == S_OK) result = document->load(file, &loaded);
+        return result == S_OK ? document->selectNodes(query, &list) : result;
+    };
+    auto counted = Parsed("<a/>");
+    OvPlatform::FaultInjection::CountCalls();
+    EXPECT_EQ(S_OK, work(counted));
+    const LONG calls = OvPlatform::FaultInjection::CallCount();
+    EXPECT_GE(calls, 3);
+    for (LONG call = 1; call <= calls; ++call) {
+        auto document = Parsed("<a/>");
+        const OvPlatform::FaultInjectionScope fault(call);
+        EXPECT_EQ(E_OUTOFMEMORY, work(document)) << call;
+    }
 }
 
 } // namespace

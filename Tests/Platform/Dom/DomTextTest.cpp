@@ -82,36 +82,26 @@ TEST(DomText, KeepsBlanksWhereTheyCount) {
 }
 
 TEST(DomText, IsTrimmedWhenAskedForButNotInTheTree) {
-    const Rows<const char*, const char*, const char*> cases{
-        {"<a> x  y\n</a>", "x  y", "<a> x  y\r\n</a>"},
-        {"<a> <b> x</b> <c>y </c> </a>", "xy", "<a>\r\n\t<b> x</b>\r\n\t<c>y </c>\r\n</a>"},
-        {"<a><![CDATA[ x ]]></a>", " x ", "<a><![CDATA[ x ]]></a>"},
-        {"<a xml:space='preserve'> x </a>", " x ", "<a xml:space=\"preserve\"> x </a>"},
-        {"<a>x<!-- c --><?p q?></a>", "x", "<a>x<!-- c --><?p q?></a>"},
+    const Rows<const char*, const char*, const char*, const char*, const char*> cases{
+        {"<a> x  y\n</a>", "/a", "x  y", "", "<a> x  y\r\n</a>"},
+        {"<a> <b> x</b> <c>y </c> </a>", "/a", "xy", "", "<a>\r\n\t<b> x</b>\r\n\t<c>y </c>\r\n</a>"},
+        {"<a xml:space='preserve'> x </a>", "/a", " x ", "", "<a xml:space=\"preserve\"> x </a>"},
+        {"<a>x<!-- c --><?p q?></a>", "/a", "x", "", "<a>x<!-- c --><?p q?></a>"},
+        {"<a> x <c/></a>", "/a/text()", "x", " x ", " x "},
+        {"<a><c/><![CDATA[ z ]]></a>", "/a/text()", " z ", " z ", "<![CDATA[ z ]]>"},
+        {"<a b=' y '/>", "/a/@b", " y ", " y ", "b=\" y \""},
     };
-    for (const auto& [xml, text, written] : cases) {
-        auto root = RootOf(Parsed(xml));
-        EXPECT_EQ(text, TextOf(root)) << xml;
-        EXPECT_EQ(written, XmlOf(root)) << xml;
-        EXPECT_EQ(text, Narrow(Got(root, &IXMLDOMNode::get_nodeTypedValue).bstrVal));
+    for (const auto& [document, query, text, value, written] : cases) {
+        auto node = First(Parsed(document), query);
+        EXPECT_EQ(text, TextOf(node)) << document;
+        EXPECT_EQ(written, XmlOf(node)) << document;
+        const bool hasValue = *value != 0;
+        EXPECT_EQ(hasValue ? value : text, Narrow(Got(node, &IXMLDOMNode::get_nodeTypedValue).bstrVal));
+        if (hasValue) {
+            EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeValue).bstrVal)) << document;
+        }
     }
-}
-
-TEST(DomText, OfATextNodeIsTrimmedButNotItsValue) {
-    auto document = Parsed("<a b=' y '> x <c/><![CDATA[ z ]]></a>");
-    const Rows<const char*, const char*, const char*, const char*> cases = {
-        {"/a/text()[1]", "x", " x ", " x "},
-        {"/a/text()[2]", " z ", " z ", "<![CDATA[ z ]]>"},
-        {"/a/@b", " y ", " y ", "b=\" y \""},
-    };
-    for (const auto& [query, text, value, xml] : cases) {
-        auto node = First(document, query);
-        EXPECT_EQ(text, TextOf(node)) << query;
-        EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeValue).bstrVal)) << query;
-        EXPECT_EQ(value, Narrow(Got(node, &IXMLDOMNode::get_nodeTypedValue).bstrVal)) << query;
-        EXPECT_EQ(xml, XmlOf(node));
-    }
-    EXPECT_EQ(" y ", TextOf(Got(First(document, "/a/@b"), &IXMLDOMNode::get_firstChild)));
+    EXPECT_EQ(" y ", TextOf(Got(First(Parsed("<a b=' y '/>"), "/a/@b"), &IXMLDOMNode::get_firstChild)));
 }
 
 TEST(DomText, OfAnElementIsReplacedAndEscaped) {
@@ -149,11 +139,6 @@ TEST(DomText, DeclaresTheNamespacesOfNewNodes) {
               "<e ns0:x=\"\" xmlns=\"\" xmlns:ns0=\"urn:q\"/><f/><g xmlns=\"urn:g\"/></p:a>",
               XmlOf(root));
     EXPECT_EQ("", AttributesOf(named)) << "only the text shows them";
-
-    auto again = Parsed(XmlOf(document));
-    SelectWith(again, "xmlns:o='urn:other' xmlns:q='urn:q' xmlns:d='urn:d'");
-    for (const char* query : {"//o:c", "//e[@q:x='']", "//d:f"})
-        EXPECT_TRUE(First(again, query)) << query;
 }
 
 TEST(DomText, KeepsItsEncodingWhenSaved) {

@@ -45,14 +45,6 @@ std::vector<ZipEntry> Pieces(std::size_t n) {
 }
 
 const GrowthCase Cases[] = {
-    {"OpensManyParts",
-     [](std::size_t n) {
-         std::vector<ZipEntry> entries;
-         for (std::size_t i = 0; i < n; ++i)
-             entries.push_back({"p/" + Number(i) + ".xml", ""});
-         return Opening(WithTypes(std::move(entries)));
-     },
-     10'000},
     {"OpensNamesOfManySegments",
      [](std::size_t n) {
          return Opening(WithTypes({{DeepName(n, "x.xml").substr(1), ""}}));
@@ -99,16 +91,6 @@ const GrowthCase Cases[] = {
              written->writer->Finish();
          };
      }},
-    {"WritesManyParts",
-     [](std::size_t n) {
-         auto written = std::make_shared<Written>();
-         return [written, n] {
-             for (std::size_t i = 0; i < n; ++i)
-                 written->Add("/p/" + Number(i));
-             written->writer->Finish();
-         };
-     },
-     20'000},
     {"WritesNamesOfManySegments",
      [](std::size_t n) {
          auto written = std::make_shared<Written>();

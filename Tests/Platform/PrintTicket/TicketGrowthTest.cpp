@@ -75,17 +75,6 @@ const GrowthCase Cases[] = {
     {"ReadsManyFeaturesOfAPrinter", Printer(OneFeature, Asking)},
     {"ReadsManyNamedOptions", Options(true)},
     {"ReadsManyNamelessOptions", Options(false)},
-    {"ReadsManyParametersOfAPrinter",
-     Printer(
-         [](std::size_t i) {
-             using TicketFixture::Property;
-             return "<psf:ParameterDef name=\"t:JobP" + Number(i) + "\">" +
-                    Property("psf:DataType", "QName", "xsd:integer") +
-                    Property("psf:DefaultValue", "integer", "1") +
-                    Property("psf:Mandatory", "QName", "psk:Unconditional") +
-                    Property("psf:MinValue", "integer", "1") + "</psf:ParameterDef>";
-         },
-         [](std::size_t i) { return TicketFixture::Parameter("t:JobP" + Number(i), "2"); })},
 };
 
 class TicketGrowth : public testing::TestWithParam<GrowthCase> {};
