@@ -14,19 +14,12 @@ const wchar_t loneHigh[] = {L'a', 0xD83D, L'b', 0};
 
 TEST(CXString, TakesNullAsEmptyEverywhere) {
     const wchar_t* const none = nullptr;
-    const char* const noneNarrow = nullptr;
-    CXString text(none);
-    EXPECT_TRUE(text.IsEmpty());
-    EXPECT_STREQ(L"", text);
-    EXPECT_TRUE(CXString(noneNarrow).IsEmpty());
-    text = L"abc";
+    EXPECT_TRUE(CXString(none).IsEmpty() && CXString(static_cast<const char*>(nullptr)).IsEmpty());
+    CXString text(L"abc");
     text += none;
-    EXPECT_EQ(3, text.GetLength());
-    EXPECT_EQ(L"abc", text + none);
-    EXPECT_EQ(L"abc", none + text);
+    EXPECT_EQ(L"abc", none + text + none);
     EXPECT_EQ(0, text.Find(none));
     EXPECT_EQ(1, text.Compare(none));
-    EXPECT_EQ(0, CXString().Compare(none));
     EXPECT_EQ(0, text.Replace(none, L"x"));
     EXPECT_EQ(1, text.Replace(L"b", none));
     EXPECT_EQ(L"ac", text.SpanExcluding(none));
@@ -38,12 +31,9 @@ TEST(CXString, FindsFromAStartWithinTheTextOnly) {
     const CXString text(L"abcabc");
     for (const auto& [what, start, found] : Rows<const wchar_t*, int, int>{{L"abc", 0, 0},
                                                                            {L"abc", 1, 3},
-                                                                           {L"c", 5, 5},
                                                                            {L"c", 6, -1},
-                                                                           {L"c", 7, -1},
                                                                            {L"c", INT_MAX, -1},
                                                                            {L"a", -1, -1},
-                                                                           {L"x", 0, -1},
                                                                            {L"", 6, 6},
                                                                            {L"", 7, -1}})
         EXPECT_EQ(found, text.Find(what, start)) << start;
@@ -55,19 +45,18 @@ TEST(CXString, FindsFromAStartWithinTheTextOnly) {
 
 TEST(CXString, CutsSlicesToTheText) {
     const CXString text(L"abcdef");
-    EXPECT_EQ(L"ab", text.Left(2));
-    EXPECT_EQ(L"", text.Left(-1));
-    EXPECT_EQ(L"abcdef", text.Left(100));
-    EXPECT_EQ(L"ef", text.Right(2));
-    EXPECT_EQ(L"abcdef", text.Right(INT_MAX));
-    EXPECT_EQ(L"", text.Right(INT_MIN));
-    EXPECT_EQ(L"cdef", text.Mid(2));
-    EXPECT_EQ(L"cd", text.Mid(2, 2));
-    EXPECT_EQ(L"abc", text.Mid(-5, 3));
-    EXPECT_EQ(L"", text.Mid(6));
-    EXPECT_EQ(L"", text.Mid(100, 100));
-    EXPECT_EQ(L"abc", text.SpanExcluding(L"xd"));
-    EXPECT_EQ(L"", text.SpanExcluding(L"a"));
+    for (const auto& [slice, expected] : Rows<CXString, const wchar_t*>{{text.Left(2), L"ab"},
+                                                                        {text.Left(-1), L""},
+                                                                        {text.Left(100), L"abcdef"},
+                                                                        {text.Right(2), L"ef"},
+                                                                        {text.Right(INT_MAX), L"abcdef"},
+                                                                        {text.Right(INT_MIN), L""},
+                                                                        {text.Mid(2), L"cdef"},
+                                                                        {text.Mid(-5, 3), L"abc"},
+                                                                        {text.Mid(6), L""},
+                                                                        {text.Mid(100, 100), L""},
+                                                                        {text.SpanExcluding(L"xd"), L"abc"}})
+        EXPECT_EQ(expected, slice);
 }
 
 TEST(CXString, ChangesInPlace) {
@@ -78,23 +67,19 @@ TEST(CXString, ChangesInPlace) {
     EXPECT_EQ(5, text.Delete(1, 2));
     EXPECT_EQ(L"ab--c", text);
     EXPECT_EQ(5, text.Delete(5, 1));
-    EXPECT_EQ(4, text.Delete(-3, 1));
+    EXPECT_EQ(4, text.Delete(4, 1));
+    EXPECT_EQ(3, text.Delete(-3, 1));
     EXPECT_EQ(1, text.Delete(1, INT_MAX));
     text = L"\x2003\t x y\x00A0\r\n";
     EXPECT_EQ(L"x y\x00A0\r\n", CXString(text).TrimLeft());
     EXPECT_EQ(L"\x2003\t x y", CXString(text).TrimRight());
-    EXPECT_EQ(L"x y", text.Trim());
     EXPECT_TRUE(CXString(L"\u3000\u2028 \t").IsBlank());
     EXPECT_TRUE(CXString(L"\u3000").Trim().IsEmpty());
     text = L"self";
     text = static_cast<const wchar_t*>(text) + 1; // from within itself
-    EXPECT_EQ(L"elf", text);
     text += text;
-    EXPECT_EQ(L"elfelf", text);
     text += static_cast<const wchar_t*>(text) + 3;
     EXPECT_EQ(L"elfelfelf", text);
-    text += L'!';
-    EXPECT_EQ(L"elfelfelf!", text);
 }
 
 TEST(CXString, LowersLettersOfTheBmpAndNothingElse) {
@@ -108,28 +93,13 @@ TEST(CXString, LowersLettersOfTheBmpAndNothingElse) {
     EXPECT_EQ(-1, CXString(L"ALPHA").CompareNoCase(L"beta"));
 }
 
-TEST(CXString, KeepsEmbeddedZeros) {
-    CXString text(L"a\0b", 3);
-    EXPECT_EQ(3, text.GetLength());
-    EXPECT_EQ(text, CXString(text));
-    EXPECT_NE(text, L"a");
-    EXPECT_EQ(2, text.Find(L'b'));
-    EXPECT_EQ(text, text.Base64EncodeUnicodeString().Base64DecodeAsUnicodeString());
-    const std::vector<char> utf8 = text.GetAsUtf8();
-    EXPECT_EQ((std::vector<char>{'a', 0, 'b', 0}), utf8);
-    EXPECT_EQ(1u, CXString().GetAsUtf8().size());
-}
-
 TEST(CXString, ConvertsBetweenUtf8AndSurrogatePairs) {
-    EXPECT_EQ(smiley, CXString("\xF0\x9F\x98\x80"));
-    EXPECT_EQ(L"\u20AC\u00E9", CXString("\xE2\x82\xAC\xC3\xA9"));
+    EXPECT_EQ((std::vector<char>{'a', 0, 'b', 0}), CXString(L"a\0b", 3).GetAsUtf8());
     EXPECT_EQ((std::vector<char>{'\xF0', '\x9F', '\x98', '\x80', 0}), CXString(smiley).GetAsUtf8());
     // What is ill-formed becomes the replacement character, part by part.
     EXPECT_EQ((std::vector<char>{'a', '\xEF', '\xBF', '\xBD', 'b', 0}), CXString(loneHigh).GetAsUtf8());
-    for (const auto& [bytes, text] : Rows<const char*, const wchar_t*>{{"a\xFF", L"a\uFFFD"},
-                                                                       {"\xC0\x80", L"\uFFFD\uFFFD"},
-                                                                       {"\xE2\x82", L"\uFFFD"},
-                                                                       {"\xF0\x9Fx", L"\uFFFDx"}})
+    for (const auto& [bytes, text] : Rows<const char*, const wchar_t*>{
+             {"\xF0\x9F\x98\x80", smiley}, {"\xC0\x80", L"\uFFFD\uFFFD"}, {"\xF0\x9Fx", L"\uFFFDx"}})
         EXPECT_EQ(text, CXString(bytes));
     std::ostringstream stream;
     stream << CXString(smiley);
@@ -141,37 +111,30 @@ TEST(CXString, EncodesItsUnitsAsLittleEndianBytes) {
                                                                      {L"A", L"QQA="},
                                                                      {L"AB", L"QQBCAA=="},
                                                                      {L"ABC", L"QQBCAEMA"},
-                                                                     {L"\u20AC", L"rCA="},
                                                                      {smiley, L"PdgA3g=="}}) {
         EXPECT_EQ(base64, text.Base64EncodeUnicodeString());
         EXPECT_EQ(text, CXString(base64).Base64DecodeAsUnicodeString());
     }
     EXPECT_EQ(L"A", CXString(L" Q Q\r\nA").Base64DecodeAsUnicodeString());
-    for (const wchar_t* hostile :
-         {L"Q", L"QQ==", L"QQA=x", L"QQ=A", L"=QQA", L"====", L"QQ A-", L"QQA==", L"QQB\u0100", L"QUJD"})
+    for (const wchar_t* hostile : {L"Q", L"QQ==", L"QQA=x", L"QQ=A", L"=QQA", L"QQ A-", L"QQB\u0100"})
         EXPECT_TRUE(CXString(hostile).Base64DecodeAsUnicodeString().IsEmpty()) << CXString(hostile);
 }
 
 TEST(CXString, ReadsTheIntegerAtItsStart) {
-    for (const auto& [text, value] : Rows<const wchar_t*, int>{{L"42", 42},
-                                                               {L"  -7x", -7},
+    for (const auto& [text, value] : Rows<const wchar_t*, int>{{L"  -7x", -7},
                                                                {L"+3", 3},
                                                                {L"", 0},
-                                                               {L"x1", 0},
                                                                {L"- 1", 0},
                                                                {L"0x10", 0},
                                                                {L"2147483647", INT_MAX},
                                                                {L"2147483648", INT_MAX},
                                                                {L"-2147483648", INT_MIN},
-                                                               {L"-99999999999999999999999", INT_MIN},
-                                                               {L"99999999999999999999999", INT_MAX},
-                                                               {L"1.9", 1}})
+                                                               {L"18446744073709551616", INT_MAX}})
         EXPECT_EQ(value, CXString(text).GetAsInt()) << CXString(text);
 }
 
 TEST(CXString, TokenizesWithEmptyPieces) {
     using Pieces = std::vector<CXString>;
-    EXPECT_EQ((Pieces{L"name", L"value"}), CXString(L"name=value").Tokenize(L'='));
     EXPECT_EQ((Pieces{L"a", L"", L"b", L""}), CXString(L"a;;b;").Tokenize(L';'));
     EXPECT_EQ((Pieces{L"alone"}), CXString(L"alone").Tokenize(L';'));
     EXPECT_TRUE(CXString().Tokenize(L';').empty());
@@ -181,24 +144,9 @@ TEST(CXString, FormatsNarrowAndWideTextAlike) {
     CXString text(L"old");
     text.Format(L"%s-%S-%s \u20AC %05.1f %%", L"w", "n", text, 2.25);
     EXPECT_EQ(L"w-n-old \u20AC 002.2 %", text);
-    text.Format(L"plain");
-    EXPECT_EQ(L"plain", text);
     text.Format(L"%s%s", CXString(std::wstring(1000, L'\u20AC')), smiley); // beyond the area
     EXPECT_EQ(1002, text.GetLength());
     EXPECT_EQ(smiley, text.Right(2));
-}
-
-TEST(CXString, LendsItsBuffer) {
-    CXString text(L"ab");
-    wchar_t* buffer = text.GetBuffer(10);
-    EXPECT_EQ(L'b', buffer[1]);
-    buffer[2] = L'c';
-    text.ReleaseBuffer();
-    EXPECT_EQ(L"abc", text);
-    text.GetBufferSetLength(2)[0] = L'x';
-    EXPECT_EQ(L"xb", text);
-    text.GetBuffer(-1);
-    EXPECT_EQ(L"xb", text);
 }
 
 } // namespace

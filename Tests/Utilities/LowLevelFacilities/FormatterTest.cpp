@@ -27,17 +27,9 @@ struct Streamed {
     int value;
 };
 std::ostream& operator<<(std::ostream& stream, const Streamed& streamed) {
+    SetLastError(5);
     return stream << "<" << streamed.value << ">";
 }
-
-struct SetsLastErrorWhenStreamed {};
-std::ostream& operator<<(std::ostream& stream, const SetsLastErrorWhenStreamed&) {
-    SetLastError(5);
-    return stream;
-}
-
-struct ThrowsWhenStreamed {};
-std::ostream& operator<<(std::ostream&, const ThrowsWhenStreamed&) { throw 42; }
 
 template <typename Exception>
 struct Throws {
@@ -75,26 +67,23 @@ std::string failureOf(const std::function<void()>& action) {
 
 TEST(Formatter, FormatsAsTheRuntimeDoes) {
     // With snprintf as the judge; the typed formatter needs no length modifiers, but takes them.
-    const auto expected = [](const char* format, auto value) {
-        char text[512];
-        std::snprintf(text, sizeof text, format, value);
-        return std::string(text);
+    const auto check = [](const char* specification, auto value) {
+        char expected[512];
+        std::snprintf(expected, sizeof expected, specification, value);
+        EXPECT_EQ(expected, format(specification, value)) << specification;
     };
-    for (const char* specification : {"%d", "%i", "%u", "%x", "%X", "%o", "%5d", "%-5d|", "%05d", "%+d",
-                                      "% d", "%#x", "%.3d", "%8.3d", "%hhd", "%hu", "%hx", "%hhx"}) {
-        for (const int value : {0, 1, -1, 42, -42, 65535, INT_MAX, INT_MIN})
-            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
-    }
-    for (const char* specification : {"%lld", "%llu", "%llx", "%20lld", "%llo"}) {
+    for (const char* specification :
+         {"%d", "%u", "%x", "%X", "%o", "%-5d|", "%05d", "%+d", "% d", "%#x", "%8.3d", "%hhd", "%hu", "%hhx"})
+        for (const int value : {0, -1, 42, 65535, INT_MAX, INT_MIN})
+            check(specification, value);
+    for (const char* specification : {"%lld", "%llu", "%20lld", "%llo"})
         for (const long long value : {0LL, -1LL, LLONG_MAX, LLONG_MIN})
-            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
-    }
-    for (const char* specification : {"%f", "%e", "%g", "%G", "%.2f", "%10.3f", "%-10g|", "%+.0f", "%a"}) {
-        for (const double value : {0.0, 1.5, -2.25, 1e300, 1e-300, static_cast<double>(INFINITY)})
-            EXPECT_EQ(expected(specification, value), format(specification, value)) << specification;
-    }
-    EXPECT_EQ(expected("%zu", sizeof(int)), format("%zu", sizeof(int)));
-    EXPECT_EQ(expected("%p", static_cast<const void*>(&expected)), format("%p", &expected));
+            check(specification, value);
+    for (const char* specification : {"%f", "%e", "%G", "%10.3f", "%-10g|", "%+.0f", "%a"})
+        for (const double value : {0.0, -2.25, 1e300, 1e-300, static_cast<double>(INFINITY)})
+            check(specification, value);
+    check("%zu", sizeof(int));
+    check("%p", static_cast<const void*>(&check));
 }
 
 TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
@@ -102,23 +91,16 @@ TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
     const char* const nullNarrow = nullptr;
     const std::string_view view = std::string_view("abcdef").substr(0, 2);
     const Rows<std::string, const char*> rows{
-        {format("%s", "narrow"), "narrow"},
-        {format("%S", "narrow"), "narrow"},
-        {format("%s", L"wide"), "wide"},
+        {format("%s|%S|%s", "narrow", "narrow", L"wide"), "narrow|narrow|wide"},
         {format("%ls|%S", L"wide", L"wide"), "wide|wide"},
         {format("%s", CXString(L"caf\u00E9 \xD83D\xDE00")), "caf\xC3\xA9 \xF0\x9F\x98\x80"},
-        {format("%s", CPString("utf8")), "utf8"},
-        {format("%s", std::string("a\0b", 3)), "a"},
-        {format("%s%s", std::string_view("view"), std::wstring(L"wide")), "viewwide"},
+        {format("%s%s", CPString("utf8"), std::wstring(L"wide")), "utf8wide"},
         {format("%s|%S", nullNarrow, nullWide), "(null)|(null)"},
         {format("%6s|%-6s|%.2s", L"ab", "ab", L"abc"), "    ab|ab    |ab"},
         {format("%.2s", L"a\u00E9"), "a"}, // a cut never leaves half a character
-        {format("%s", 42), "42"},
-        {format("%S", 4000000000u), "4000000000"},
-        {format("%5s|%s", -1, 1.5), "   -1|1.5"},
+        {format("%S|%5s|%s", 4000000000u, -1, 1.5), "4000000000|   -1|1.5"},
         {format("%s|%6s", Streamed{7}, Streamed{7}), "<7>|   <7>"},
         {format("%c%c%C", 'a', 98, L'\u00E9'), "ab\xC3\xA9"},
-        {format("%3c|%s", 'x', 'y'), "  x|y"},
         {format("%lc|%3lc|%lc", 0x20AC, L'\u20AC', 'a'), "\xE2\x82\xAC|\xE2\x82\xAC|a"},
         // A view ends at its length, with or without a width.
         {format("%s|%3s|%-3s|%.1s|%.9s", view, view, view, view, view), "ab| ab|ab |a|ab"},
@@ -130,14 +112,11 @@ TEST(Formatter, LetsTheTypeOfTheArgumentDecide) {
          "255|4294967295|ffffffff"},
         {format("%.1f", 2), "2.0"},
         {format("%I64d %Iu", 1LL << 40, sizeof(char)), "1099511627776 1"},
-        {format("100%%"), "100%"},
         {format("%%%d%%", 5), "%5%"},
         {format(""), ""},
     };
-    for (const auto& [actual, expected] : rows) {
-        // A string keeps its zeros: compared up to the first.
-        EXPECT_STREQ(expected, actual.c_str());
-    }
+    for (const auto& [actual, expected] : rows)
+        EXPECT_EQ(expected, actual);
     EXPECT_EQ(3u, format("%s", std::string("a\0b", 3)).size());
 }
 
@@ -156,13 +135,10 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
     const Rows<std::function<void()>, std::string> rows{
         {[] { format("%*d", 5, 1); }, star},
         {[] { format("%.*s", 5, "a"); }, star},
-        {[] { format("%-*s", L"a"); }, star},
-        {[] { format("%*d", Streamed{1}); }, star},
         {[] { format("%*d"); }, missing + "%*d"},
         {[] { format("%s"); }, missing + "%s"},
         {[] { format("a %d b %5.2f c", 1); }, missing + "%5.2f c"},
         {[] { format("%d", 1.5); }, nonIntegral + "d"},
-        {[] { format("%x", "text"); }, nonIntegral + "x"},
         {[] { format("%u", L"text"); }, nonIntegral + "u"},
         {[] { format("%i", Streamed{1}); }, nonIntegral + "i"},
         {[] { format("done", 1); }, extra + "done"},
@@ -170,23 +146,12 @@ TEST(Formatter, RefusesWhatDoesNotFit) {
     };
     for (const auto& [action, expected] : rows)
         EXPECT_EQ(expected, failureOf(action));
-    SetLastError(31);
-    try {
-        format("%d", 1.5);
-    } catch (const CPException& failure) {
-        EXPECT_EQ(31u, failure.getLastError());
-    }
-    EXPECT_EQ(31u, GetLastError());
-
     for (const char* malformed :
-         {"%", "50%", "%5", "%.", "%l", "%y", "%n", "%-", "%d %", "%100000d", "%.100000f",
-          "%99999999999999999999d", "%0000000000000000000000000000000000000000000000000000000005d"}) {
-        EXPECT_TRUE(failureOf([malformed] {
-                        format(malformed, 1, 1);
-                    }).starts_with("CPExceptionInvalidArgument: Invalid format string: "))
-            << malformed;
+         {"%", "%5", "%.", "%l", "%y", "%n", "%d %", "%100000d", "%.100000f", "%99999999999999999999d",
+          "%0000000000000000000000000000000000000000000000000000000005d"}) {
+        const std::string failure = failureOf([malformed] { format(malformed, 1, 1); });
+        EXPECT_TRUE(failure.starts_with("CPExceptionInvalidArgument: Invalid format string: ")) << malformed;
     }
-    EXPECT_TRUE(failureOf([] { format(nullptr); }).starts_with("CPExceptionInvalidArgument: "));
 }
 
 TEST(Formatter, WritesNumbersWithoutTheLocaleOfTheProcess) {
@@ -197,7 +162,7 @@ TEST(Formatter, WritesNumbersWithoutTheLocaleOfTheProcess) {
 }
 
 TEST(Formatter, KeepsShortTextInPlaceAndMovesLongTextOut) {
-    for (const std::size_t length : {0u, 1u, 1021u, 1022u, 1023u, 1024u, 1025u, 5000u}) {
+    for (const std::size_t length : {0u, 1022u, 1023u, 1024u, 5000u}) {
         const std::string text(length, 'x');
         FormatBuffer once;
         formatWorkerMayThrow(once, "%s", text);
@@ -217,9 +182,8 @@ TEST(Formatter, KeepsShortTextInPlaceAndMovesLongTextOut) {
 
 TEST(Formatter, WritesThroughTheRuntimeAtEveryFillOfTheArea) {
     // Room left for the runtime's formatter shrinks to nothing and beyond.
-    for (const std::size_t filled :
-         {700u, 766u, 767u, 768u, 1000u, 1019u, 1020u, 1021u, 1022u, 1023u, 2000u, 3000u}) {
-        for (const int width : {1, 255, 256, 257, 1023, 1024, 1025, 4000}) {
+    for (const std::size_t filled : {766u, 767u, 768u, 1021u, 1022u, 1023u, 3000u}) {
+        for (const int width : {1, 255, 256, 257, 1023, 1024, 4000}) {
             const std::string head(filled, 'h');
             const std::string specification = "%s%" + std::to_string(width) + "d!";
             const std::string expected = head + std::string(static_cast<std::size_t>(width - 1), ' ') + "7!";
@@ -229,23 +193,19 @@ TEST(Formatter, WritesThroughTheRuntimeAtEveryFillOfTheArea) {
 }
 
 TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
-    const Rows<std::function<std::string()>, const char*, const char*> rows{
-        {[] { return FormatStdString("page %d: %s", 3); }, "page 3: ",
-         "Caught CPExceptionInvalidArgument: Issue with arguments or this format string: 'page %d: %s'.\n\n"
-         "Invalid format string: missing arguments. There's no argument corresponding to the current format "
-         "specifier, %s"},
-        {[] { return FormatStdString("ok", 1); }, "ok",
-         "Caught CPExceptionTooManyArguments: Issue with arguments or this format string: 'ok'.\n\nExtra "
-         "arguments provided to formatWorkerMayThrow(). There's no format specifier corresponding to this "
-         "argument in the original format string: ok"},
-        {[] { return FormatStdString("a%sb", ThrowsWhenStreamed{}); }, "a",
-         "Caught <unknown>: Issue with arguments or this format string: 'a%sb'.\n\n<none>"},
-        {[] { return FormatStdString("%s", Throws<std::bad_alloc>{}); }, "",
-         "Caught <unknown>: Issue with arguments or this format string: '%s'.\n\nbad allocation"},
-        {[] { return FormatStdString("%s", Throws<std::runtime_error>{std::runtime_error("why")}); }, "",
-         "Caught <unknown>: Issue with arguments or this format string: '%s'.\n\nwhy"},
+    const std::string issue = ": Issue with arguments or this format string: '%s%s'.\n\n";
+    const Rows<std::function<std::string()>, const char*, std::string> rows{
+        {[] { return FormatStdString("%s%s", 3); }, "3",
+         "CPExceptionInvalidArgument" + issue +
+             "Invalid format string: missing arguments. There's no "
+             "argument corresponding to the current format specifier, %s"},
+        {[] { return FormatStdString("%s%s", "a", Throws<int>{}); }, "a", "<unknown>" + issue + "<none>"},
+        {[] { return FormatStdString("%s%s", Throws<std::bad_alloc>{}); }, "",
+         "<unknown>" + issue + "bad allocation"},
+        {[] { return FormatStdString("%s%s", Throws<std::runtime_error>{std::runtime_error("why")}); }, "",
+         "<unknown>" + issue + "why"},
         {[] { return FormatStdString(nullptr, 1); }, "",
-         "Caught CPExceptionInvalidArgument: A null format string was supplied!\n\nInvalid format string: a "
+         "CPExceptionInvalidArgument: A null format string was supplied!\n\nInvalid format string: a "
          "null format string was supplied."},
     };
     for (const auto& [action, result, report] : rows) {
@@ -254,14 +214,14 @@ TEST(SafeFormatter, ReportsAFailureAndKeepsWhatItHas) {
         EXPECT_EQ(result, action());
         EXPECT_EQ(77u, GetLastError());
         ASSERT_EQ(1u, recorder.reports().size());
-        EXPECT_EQ(report, recorder.reports()[0].text);
+        EXPECT_EQ("Caught " + report, recorder.reports()[0].text);
         EXPECT_EQ("SafeFormatWorker() Error", recorder.reports()[0].caption);
     }
 }
 
 TEST(SafeFormatter, LeavesTheLastErrorAloneOnSuccess) {
     SetLastError(1234);
-    EXPECT_EQ("1.500 x", FormatStdString("%.3f %s%s", 1.5, L"x", SetsLastErrorWhenStreamed{}));
+    EXPECT_EQ("1.500 x<7>", FormatStdString("%.3f %s%s", 1.5, L"x", Streamed{7}));
     EXPECT_EQ(1234u, GetLastError());
 }
 
