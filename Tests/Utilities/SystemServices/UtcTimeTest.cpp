@@ -28,8 +28,7 @@ std::string text(const std::tm& time) {
 }
 
 TEST(UtcTime, BreaksDownAsTheRuntimeDoes) {
-    for (const std::time_t seconds : {std::time_t{0}, std::time_t{951782400}, std::time_t{1709210096},
-                                      std::time_t{4102444799}, std::time_t{-1}}) {
+    for (const std::time_t seconds : {std::time_t{951782400}, std::time_t{4102444799}, std::time_t{-1}}) {
         std::tm expected{};
         gmtime_r(&seconds, &expected);
         EXPECT_EQ(text(expected), text(UtcTime(expected).GetTimeInUtc()));
@@ -45,8 +44,8 @@ TEST(UtcTime, KnowsTheTimeZone) {
 }
 
 TEST(UtcTime, MovesIntoTheNextDayKeepingItsTimeOfDay) {
-    for (const int year : {1700, 2020, 2900}) {
-        for (const int hour : {0, 6, 12, 18, 23}) {
+    for (const int year : {1700, 2900}) {
+        for (const int hour : {0, 12, 23}) {
             UtcTime time(fields(year, 5, 6, hour, 30, 15));
             const UtcTime before;
             time.EnsureTimeIsWithinOneDayAfterCurrentTime();
