@@ -1,4 +1,5 @@
 #include "Support/AttributeLists.h"
+#include "Support/NoDisplayHelp.h"
 #include "Support/PackedRecords.h"
 #include "Support/Rows.h"
 
@@ -28,30 +29,8 @@ ByteBuffer StoreOfRecords(const ByteBuffer& records) {
     return Packed("OA", content);
 }
 
-bool AreEqual(const AttributeBytesList& left, const AttributeBytesList& right);
-
-bool AreEqual(const Value& left, const Value& right) {
-    if (left.GetKind() != right.GetKind() || left.IsSpecified() != right.IsSpecified()) return false;
-    if (left.GetOption()) return *left.GetOption() == *right.GetOption();
-    if (left.GetInteger()) return *left.GetInteger() == *right.GetInteger();
-    if (left.GetString()) return *left.GetString() == *right.GetString();
-    if (left.GetCollection()) return AreEqual(*left.GetCollection(), *right.GetCollection());
-    if (left.GetUnknown()) return *left.GetUnknown() == *right.GetUnknown();
-    return left.GetDimension()->GetUnits() == right.GetDimension()->GetUnits() &&
-           left.GetDimension()->GetValue() == right.GetDimension()->GetValue();
-}
-
-bool AreEqual(const AttributeBytesList& left, const AttributeBytesList& right) {
-    auto i = left.GetIterator();
-    auto j = right.GetIterator();
-    while (left.IsValid(i) && right.IsValid(j)) {
-        const AttributeBytes* const a = left.GetNextAttributeBytes(i);
-        const AttributeBytes* const b = right.GetNextAttributeBytes(j);
-        if (a->GetFeatureId() != b->GetFeatureId() ||
-            !AreEqual(a->GetAttributeBytesValue(), b->GetAttributeBytesValue()))
-            return false;
-    }
-    return left.IsValid(i) == right.IsValid(j);
+std::string TextOf(const AttributeBytesList& list) {
+    return std::string(list.AttributeBytesDump(NoDisplayHelp()).view());
 }
 
 /// One attribute of everything, in ascending order of numbers.
@@ -59,21 +38,16 @@ AttributeBytesRawList Everything() {
     Dimension third;
     third.SetValue(Number::fromFraction(1, 3, true), Dimension::Point);
     const std::vector<Value> values{
-        Value::FromOption(0),
         Value::FromOption(5001, false),
         Value::FromOption(-1),
-        Value::FromOption(INT_MAX),
-        Value::FromInteger(0),
         Value::FromInteger(-100, false),
         Value::FromInteger(INT_MIN),
         Value::FromInteger(INT_MAX),
-        Value::FromString(L""),
         Value::FromString(L"", false),
         Value::FromString(L"\u00E9 \u20AC \xD83D\xDE00"),
         Value::FromString(CXString(L"a\0b", 3)),
         Value::FromString(CXString(std::wstring(300, L'x'))),
         Value::FromDimension(Dimension()),
-        Value::FromDimension(Dimension(215.9, Dimension::Millimeter)),
         Value::FromDimension(Dimension(-1e-300, Dimension::XpsUnit), false),
         Value::FromDimension(Dimension(1e300, Dimension::Micron)),
         Value::FromDimension(third),
@@ -84,10 +58,7 @@ AttributeBytesRawList Everything() {
     LONG id = 0;
     for (const Value& value : values)
         list.AddAttributeBytes(AttributeBytes(Id(id += 37), value));
-    AttributeBytesRawList few;
-    for (const std::size_t value : {1u, 10u, 17u})
-        few.AddAttributeBytes(
-            AttributeBytes(Id(few.IsEmpty() ? 0 : -static_cast<LONG>(20 - value)), values[value]));
+    const auto few = Attributes<AttributeBytesRawList>({{0, values[1]}, {-10, values[6]}, {-3, values[10]}});
     const Value collection = Value::FromCollection(few);
     const auto set = Attributes({{0, collection}, {1, Value::FromCollectionSet(few, false)}});
     for (const auto& [last, value] :
@@ -100,25 +71,23 @@ AttributeBytesRawList Everything() {
 }
 
 TEST(PersistentAttributes, ReadsBackWhatItWrote) {
+    // The text shows all but the last digits of dimensions and unknown bytes; those the second store shows.
     const AttributeBytesRawList list = Everything();
     const ByteBuffer bytes = StoreOf(list);
     PersistentAttributes store(bytes, false, nullptr);
     for (int time = 0; time < 2; ++time) {
         AttributeBytesRawList read;
         ASSERT_TRUE(store.GetAttributeBytesListForNameSpace(ours, read));
-        EXPECT_TRUE(AreEqual(list, read));
+        EXPECT_EQ(TextOf(list), TextOf(read));
+        EXPECT_EQ(bytes, StoreOf(read));
     }
-    EXPECT_EQ(bytes, StoreOf(ListOf(bytes)));
 
     // Out of order, and with a feature twice: the last stays.
     const auto mixed = Attributes<AttributeBytesRawList>({{9, Value::FromInteger(0)},
                                                           {7, Value::FromInteger(1)},
                                                           {9, Value::FromInteger(2)},
                                                           {8, Value::FromInteger(3)}});
-    AttributeBytesIndexedList ordered;
-    ordered.ImportFromRawList(mixed);
-    EXPECT_EQ(2, ordered.GetIntegerValue(Id(9), nullptr));
-    EXPECT_TRUE(AreEqual(ordered, ListOf(StoreOf(mixed))));
+    EXPECT_EQ("7: integer 1\n8: integer 3\n9: integer 2\n", TextOf(ListOf(StoreOf(mixed))));
 }
 
 TEST(PersistentAttributes, WritesTheDocumentedExample) {
@@ -164,7 +133,7 @@ TEST(PersistentAttributes, KeepsWhatItDoesNotKnow) {
     EXPECT_EQ(bytes, StoreOf(list, bytes));
     list.AddAttributeBytes(AttributeBytes(Id(40), Value::FromOption(1)));
     const ByteBuffer changed = StoreOf(list, bytes);
-    EXPECT_TRUE(AreEqual(list, ListOf(changed)));
+    EXPECT_EQ(TextOf(list), TextOf(ListOf(changed)));
     const ByteBuffer tail = BytesOf({5, 4, 0xFF, 0xFF, 0xFF, 0xFF});
     EXPECT_TRUE(std::equal(tail.begin(), tail.end(), changed.end() - 4 - static_cast<int>(tail.size())));
 }
@@ -173,15 +142,12 @@ TEST(PersistentAttributes, BeginsEmptyAndHoldsWhatWasSetWithoutAnIntermediateWri
     PersistentAttributes store({}, false, nullptr);
     AttributeBytesRawList list = Everything();
     EXPECT_FALSE(store.GetAttributeBytesListForNameSpace(ours, list));
-    EXPECT_TRUE(list.IsEmpty());
     AttributeBytesNameSpaces nameSpaces;
     nameSpaces.SetNameSpaceAttributes(ours, list);
     nameSpaces.SetNameSpaceAttributes(NameSpaceId(-1), Everything());
     store.SetAttributeBytesNameSpaces(nameSpaces);
     EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(NameSpaceId(-1), list));
-    EXPECT_TRUE(AreEqual(Everything(), list));
-    EXPECT_TRUE(store.GetAttributeBytesListForNameSpace(ours, list));
-    EXPECT_TRUE(list.IsEmpty());
+    EXPECT_EQ(TextOf(Everything()), TextOf(list));
 }
 
 TEST(PersistentAttributes, RefusesEveryCutAndEveryChangedBit) {
@@ -203,10 +169,7 @@ TEST(PersistentAttributes, ShowsWhatStandsBeforeTheCutIfAsked) {
     AttributeBytesRawList seen;
     ASSERT_TRUE(half.GetAttributeBytesListForNameSpace(ours, seen));
     ASSERT_FALSE(seen.IsEmpty());
-    AttributeBytesRawList start;
-    for (auto i = list.GetIterator(); start.GetNumberOfAttributeBytes() < seen.GetNumberOfAttributeBytes();)
-        start.AddAttributeBytes(list.GetNextAttributeBytesSharedPtr(i));
-    EXPECT_TRUE(AreEqual(start, seen));
+    EXPECT_TRUE(TextOf(list).starts_with(TextOf(seen)));
 }
 
 TEST(PersistentAttributes, SaysWhatIsWrongInAStoreWhoseCheckFits) {
@@ -220,51 +183,34 @@ TEST(PersistentAttributes, SaysWhatIsWrongInAStoreWhoseCheckFits) {
         tooDeep = holder;
     }
     ByteBuffer tooMany(2 * (PersistentAttributes::maxRecords + 1));
-    ByteBuffer tooManyInASet = BytesOf({0, 0xF6, 0x81, 0x80, 4});
-    tooManyInASet.insert(tooManyInASet.end(), PersistentAttributes::maxRecords + 1, 0);
     ByteBuffer longNumerator = BytesOf({0, 0xF4, 0x85, 4, 5, 0x81, 4});
     longNumerator.insert(longNumerator.end(), 513, 1);
     longNumerator.push_back(1);
     ByteBuffer manyNameSpaces(2 * (PersistentAttributes::maxNameSpaces + 1));
     for (const auto& [what, bytes, message] : Rows<const char*, ByteBuffer, const char*>{
              {"empty envelope", BytesOf({'O', 'A', 1}), "too short"},
-             {"other mark", Packed("OJ", {}), "another mark"},
              {"newer version", BytesOf({'O', 'A', 2, 0, 0, 0, 0}), "version"},
              {"name space without a length", Packed("OA", BytesOf({1})), "head of a name space"},
-             {"name space beyond the end", Packed("OA", BytesOf({1, 3, 0, 0})), "longer than what holds it"},
-             {"name space length of 4 GB", Packed("OA", BytesOf({1, 0xFF, 0xFF, 0xFF, 0xFF, 15})), "longer"},
              {"name space number too large", Packed("OA", BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0})),
               "number of a name space"},
              {"name spaces without end", Packed("OA", manyNameSpaces), "too many name spaces"},
-             {"number that does not end", StoreOfRecords(BytesOf({0x80, 0x80})), "feature number is cut"},
-             {"number of six bytes", StoreOfRecords(BytesOf({0x80, 0x80, 0x80, 0x80, 0x80, 1, 0})), "cut"},
              {"number of 35 bits", StoreOfRecords(BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 0})), "cut"},
              {"number with a useless zero", StoreOfRecords(BytesOf({0x81, 0, 0})), "cut"},
              {"numbers past 32 bits", StoreOfRecords(BytesOf({0xFF, 0xFF, 0xFF, 0xFF, 15, 0, 0, 0})),
               "number is too large, at byte 6 of name space 1"},
              {"number without a value", StoreOfRecords(BytesOf({0, 0, 5})), "record is cut, at byte 3"},
              {"value beyond the end", StoreOfRecords(BytesOf({5, 0x31})), "longer than what holds it"},
-             {"long value beyond the end", StoreOfRecords(BytesOf({5, 0xF3, 0xFF, 0xFF, 0xFF, 0xFF, 15})),
-              "longer than what holds it"},
              {"short length in long form", StoreOfRecords(BytesOf({5, 0xF3, 1, 'a'})), "shortest form"},
              {"option without a value", StoreOfRecords(BytesOf({5, 0x11})), "option"},
-             {"option with more behind it", StoreOfRecords(BytesOf({5, 0x51, 1, 1})), "option"},
-             {"integer of 33 bits", StoreOfRecords(BytesOf({5, 0xB2, 0x80, 0x80, 0x80, 0x80, 16})),
-              "integer"},
-             {"string not UTF-8", StoreOfRecords(BytesOf({5, 0x53, 'a', 0xC3})), "UTF-8"},
              {"string with a surrogate", StoreOfRecords(BytesOf({5, 0x73, 0xED, 0xA0, 0x80})), "UTF-8"},
-             {"dimension of nothing", StoreOfRecords(BytesOf({5, 0x14})), "dimension"},
-             {"dimension over nothing", StoreOfRecords(BytesOf({5, 0x74, 5, 1, 1})), "dimension"},
              {"dimension over zero", StoreOfRecords(BytesOf({5, 0x94, 5, 1, 1, 0})), "dimension"},
              {"dimension of unit 13", StoreOfRecords(BytesOf({5, 0x94, 13, 1, 1, 1})), "dimension"},
              {"negative zero", StoreOfRecords(BytesOf({5, 0x74, 0x85, 0, 1})), "dimension"},
              {"dimension with a useless zero", StoreOfRecords(BytesOf({5, 0xB4, 5, 2, 1, 0, 1})),
               "dimension"},
              {"dimension with 513 bytes", StoreOfRecords(longNumerator), "dimension"},
-             {"member beyond its collection", StoreOfRecords(BytesOf({5, 0x55, 1, 0x31, 9, 9})), "longer"},
              {"collections too deep", StoreOfRecords(tooDeep), "too deep"},
              {"records without end", StoreOfRecords(tooMany), "too many records"},
-             {"set without end", StoreOfRecords(tooManyInASet), "too many records"},
              {"more than a megabyte", ByteBuffer(PersistentAttributes::maxBytes + 1), "larger"},
          }) {
         const std::string refusal =

@@ -21,9 +21,8 @@ CXString Unscramble(const CXString& form, int mode = DataEncrypter::passwordMode
 TEST(DataEncrypter, GivesBackTheTextInPrintableForm) {
     std::set<std::wstring> forms;
     for (const CXString& text :
-         {CXString(L"1"), CXString(L"1234"), CXString(L"1235"), CXString(L"12345678"), CXString(L"123456789"),
-          CXString(L" \"%s\r\n\\"), CXString(L"p\u00E4ss \u20AC \xD83D\xDE00"), CXString(L"a\0b", 3),
-          CXString(std::wstring(1000, L'0'))}) {
+         {CXString(L"1"), CXString(L"1234"), CXString(L"12345678"), CXString(L"123456789"),
+          CXString(L"p\u00E4ss \u20AC \xD83D\xDE00"), CXString(L"a\0b", 3)}) {
         for (const int mode : {0, 1, -1}) {
             const CXString form = Scramble(text, mode);
             EXPECT_EQ(form, Scramble(text, mode));
@@ -50,6 +49,10 @@ TEST(DataEncrypter, CoversEqualPartsOfDifferentTextsDifferently) {
     for (std::size_t i = 1; i < first.size(); ++i)
         equal += first[i] == second[i] ? 1 : 0;
     EXPECT_LE(equal, 3);
+    // Nor does the stream begin anew within a text.
+    const CXString twice = Scramble(L"1234567812345678");
+    ASSERT_TRUE(Base64::decode(twice.View().data(), twice.View().size(), first));
+    EXPECT_FALSE(std::equal(first.end() - 8, first.end(), first.end() - 16));
 }
 
 TEST(DataEncrypter, RefusesWhatItDidNotMakeOrWhatWasChanged) {
@@ -67,7 +70,7 @@ TEST(DataEncrypter, RefusesWhatItDidNotMakeOrWhatWasChanged) {
         Base64::encode(changed.data(), changed.size(), text.data());
         EXPECT_NE("", RefusalOf([&] { (void)Unscramble(CXString(text.c_str())); })) << bit;
     }
-    for (const wchar_t* const other : {L"1234", L" ", L"AQ==", L"AQAAAAAAAAAA", L"\u20AC", L"not one"}) {
+    for (const wchar_t* const other : {L"1234", L"AQ==", L"AQAAAAAAAAAA", L"\u20AC"}) {
         const std::string refusal = RefusalOf([&] { (void)Unscramble(other); });
         EXPECT_NE("", refusal);
         EXPECT_EQ(std::string::npos, refusal.find("1234"));
