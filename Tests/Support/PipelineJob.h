@@ -7,6 +7,7 @@
 #include <Chain/Pipeline.h>
 #include <Common/ComObject.h>
 #include <Common/Text.h>
+#include <Source/PackageSource.h>
 #include <Spooler/QueueFolder.h>
 
 #include <atlcomcli.h>
@@ -42,7 +43,6 @@ class TestFilter final : public OvPipeline::ComObject<IPrintPipelineFilter> {
 public:
     using Body = std::function<HRESULT(const FilterEnv&)>;
     struct Calls {
-        std::atomic<int> initialised{0};
         std::atomic<int> started{0};
         std::atomic<int> shutDown{0};
         HRESULT initialiseResult = S_OK;
@@ -56,7 +56,6 @@ public:
     HRESULT STDMETHODCALLTYPE InitializeFilter(IInterFilterCommunicator* communicator,
                                                IPrintPipelinePropertyBag* bag,
                                                IPrintPipelineManagerControl* control) override {
-        ++m_calls->initialised;
         m_communicator = communicator;
         m_bag = bag;
         m_control = control;
@@ -161,6 +160,13 @@ inline std::string FailureLine(const OvPipeline::JobOutcome& outcome) {
 inline std::string UriOf(auto* part) {
     CComBSTR uri;
     return SUCCEEDED(part->GetUri(&uri)) ? OvPipeline::Utf8Argument(uri) : std::string("(no name)");
+}
+
+// The next page that a source of parts gives; null behind the last.
+inline CComPtr<IFixedPage> NextPage(OvPipeline::PackageSource& source) {
+    while (const CComPtr<IUnknown> part = source.Next())
+        if (const CComQIPtr<IFixedPage> page(part); page) return page;
+    return {};
 }
 
 inline std::string ReadAll(IPrintReadStream* stream) {

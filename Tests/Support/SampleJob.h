@@ -133,13 +133,8 @@ struct SampleJob {
         std::string xml = "<Relationships xmlns=\"" + Package + "\">";
         int id = 0;
         for (const auto& [type, target] : links)
-            xml.append("<Relationship Id=\"R")
-                .append(std::to_string(++id))
-                .append("\" Type=\"")
-                .append(type)
-                .append("\" Target=\"")
-                .append(target)
-                .append("\"/>");
+            xml += "<Relationship Id=\"R" + std::to_string(++id) + "\" Type=\"" + type + "\" Target=\"" +
+                   target + "\"/>";
         return xml + "</Relationships>";
     }
 
@@ -201,11 +196,7 @@ private:
             {"xml", "application/vnd.ms-printing.printticket+xml"}};
         std::string xml = "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">";
         for (const auto& [extension, type] : types)
-            xml.append("<Default Extension=\"")
-                .append(extension)
-                .append("\" ContentType=\"")
-                .append(type)
-                .append("\"/>");
+            xml += "<Default Extension=\"" + extension + "\" ContentType=\"" + type + "\"/>";
         return xml + "<Override PartName=\"/docProps/core.xml\" "
                      "ContentType=\"application/vnd.openxmlformats-package.core-properties+xml\"/></Types>";
     }

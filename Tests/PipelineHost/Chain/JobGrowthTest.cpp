@@ -29,28 +29,11 @@ GrowthMaker On(std::function<void(ZipItems&, std::size_t)> change, std::function
     };
 }
 
-// Through the whole pipeline, by a filter that asks each page for its parts.
-void Print(const Job& job) {
-    const auto onPage = [](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* page) -> HRESULT {
-        CComPtr<IXpsPartIterator> iterator;
-        page->GetXpsPartIterator(&iterator);
-        for (; !iterator->IsDone(); iterator->Next()) {
-            CComBSTR uri;
-            CComPtr<IUnknown> part;
-            iterator->Current(&uri, &part);
-        }
-        return S_OK;
-    };
-    const JobOutcome outcome =
-        RunJob(MakeJob(job.Input(), job.folder / "out.xps", {Filter("asks", PassOn(onPage))}));
-    EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
-}
-
 using OnPart = std::function<void(IFixedPage*, BSTR, IUnknown*)>;
 
-// By a filter that does something to all that a page uses.
-void PrintChanging(const Job& job, const OnPart& change) {
-    const auto onPage = [&](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* page) -> HRESULT {
+// Through the whole pipeline, by a filter that asks each page for its parts and does something to them.
+std::function<void(const Job&)> Printing(const OnPart& change = [](IFixedPage*, BSTR, IUnknown*) {}) {
+    const auto onPage = [=](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* page) -> HRESULT {
         std::vector<std::pair<CComBSTR, CComPtr<IUnknown>>> parts;
         CComPtr<IXpsPartIterator> iterator;
         page->GetXpsPartIterator(&iterator);
@@ -62,24 +45,21 @@ void PrintChanging(const Job& job, const OnPart& change) {
             change(page, uri, part);
         return S_OK;
     };
-    const JobOutcome outcome =
-        RunJob(MakeJob(job.Input(), job.folder / "out.xps", {Filter("changes", PassOn(onPage))}));
-    EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
+    return [=](const Job& job) {
+        const JobOutcome outcome =
+            RunJob(MakeJob(job.Input(), job.folder / "out.xps", {Filter("asks", PassOn(onPage))}));
+        EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
+    };
 }
 
 // Puts everything in its own place again, and asks for it by name.
-void ReplaceResources(const Job& job) {
-    PrintChanging(job, [](IFixedPage* page, BSTR uri, IUnknown* part) {
-        CComPtr<IUnknown> same;
-        EXPECT_EQ(S_OK, page->SetPagePart(part));
-        EXPECT_EQ(S_OK, page->GetPagePart(uri, &same));
-    });
+void Replace(IFixedPage* page, BSTR uri, IUnknown* part) {
+    CComPtr<IUnknown> same;
+    EXPECT_EQ(S_OK, page->SetPagePart(part));
+    EXPECT_EQ(S_OK, page->GetPagePart(uri, &same));
 }
 
-void DeleteResources(const Job& job) {
-    PrintChanging(job,
-                  [](IFixedPage* page, BSTR uri, IUnknown*) { EXPECT_EQ(S_OK, page->DeleteResource(uri)); });
-}
+void Delete(IFixedPage* page, BSTR uri, IUnknown*) { EXPECT_EQ(S_OK, page->DeleteResource(uri)); }
 
 const std::string Base = SampleJob().Base();
 const std::string Relations = "Documents/1/Pages/_rels/1.fpage.rels";
@@ -179,14 +159,13 @@ std::function<void()> ReadConfiguration(std::size_t n) {
 constexpr std::size_t MostItems = 4000; // a page is several, and the archive made for this holds 65,535
 
 const GrowthCase Cases[] = {
-    {"PrintsPages", On(ManyPages, Print), MostItems},
-    {"PrintsDocuments", On(ManyDocuments, Print), MostItems},
-    {"PrintsResources", On(ManyResources, Print), MostItems},
-    {"PrintsChainedDictionaries", On(ChainedDictionaries, Print), MostItems},
-    {"PrintsForeignParts", On(ManyForeignParts, Print), MostItems},
-    {"PrintsLinkTargets", On(ManyLinkTargets, Print)},
-    {"ReplacesResources", On(ManyResources, ReplaceResources), MostItems},
-    {"DeletesResources", On(ManyResources, DeleteResources), MostItems},
+    {"PrintsPages", On(ManyPages, Printing()), MostItems},
+    {"PrintsDocuments", On(ManyDocuments, Printing()), MostItems},
+    {"PrintsChainedDictionaries", On(ChainedDictionaries, Printing()), MostItems},
+    {"PrintsForeignParts", On(ManyForeignParts, Printing()), MostItems},
+    {"PrintsLinkTargets", On(ManyLinkTargets, Printing())},
+    {"ReplacesResources", On(ManyResources, Printing(Replace)), MostItems},
+    {"DeletesResources", On(ManyResources, Printing(Delete)), MostItems},
     {"ReadsPipelineConfigurations", ReadConfiguration, 1'000},
     {"ReadsAttributes", On(ManyAttributes, Walk)},
 };

@@ -1,5 +1,6 @@
 // The program's commands in this process, on captured streams.
 #include "PipelineHost/Commands/CommandRun.h"
+#include "Support/EnvironmentVariable.h"
 #include "Support/Rows.h"
 #include "Support/SampleJob.h"
 
@@ -8,11 +9,12 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <functional>
 #include <regex>
 #include <sstream>
 
 using namespace OvPipeline;
+using testing::AllOf;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::MatchesRegex;
@@ -48,7 +50,6 @@ TEST_F(CommandsTest, HelpAndVersionGoToTheOutput) {
         {{"--help"}, "Exit codes: 0 done"},
         {{"run", "--help"}, "--trace"},
         {{"ticket", "job.xps", "-h"}, "--explain"},
-        {{"parts", "--help"}, "tree"},
         {{"--version"}, "ov-pipeline "},
     };
     for (const auto& [arguments, words] : cases) {
@@ -65,20 +66,15 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         {{}, "which command"},
         {{"print", "job.xps"}, "there is no command print"},
         {{"run"}, "which job? ov-pipeline run wants an XPS file"},
-        {{"run", "job.xps", "other.xps"}, "one job at a time: job.xps or other.xps?"},
         {{"run", "--filter", PassThrough, "job.xps", "other.XPS"},
          "one job at a time: job.xps or other.XPS?"},
-        {{"run", "job.xps", "--filter", PassThrough, "other.prn"},
-         "one job at a time: job.xps or other.prn?"},
         {{"run", "--filter", PassThrough + ",{no-id}", "job.xps"}, "\"{no-id}\" is no class id"},
-        {{"run", "--fast", "job.xps"}, "ov-pipeline run has no option --fast"},
-        {{"parts", "--explain", "job.xps"}, "ov-pipeline parts has no option --explain"},
+        {{"run", "--explain", "job.xps"}, "ov-pipeline run has no option --explain"},
         {{"run", "job.xps", "-o"}, "-o wants a value"},
         {{"run", "job.xps", "--filter", ""}, "--filter is given an empty value"},
         {{"run", "-o", "a.xps", "--output", "b.xps", "job.xps"}, "--output is given twice"},
         {{"run", "--config", "a.xml", "--filter", "b", "job.xps"}, "exclude each other"},
         {{"ticket", "job.xps", "--page", "0"}, "--page wants a number from 1, not \"0\""},
-        {{"ticket", "job.xps", "--page", "2x"}, "not \"2x\""},
         {{"ticket", "job.xps", "--page", "3"}, "the job has 2 pages; there is no page 3"},
         {{"ticket", "job.xps", "--document", "2"}, "the job has 1 document; there is no document 2"},
         {{"run", "-o", "../" + m_folder.Path().filename().string() + "/job.xps", "job.xps"},
@@ -92,54 +88,39 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
     EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
 }
 
-TEST_F(CommandsTest, RunSumsUpWhatItDid) {
+TEST_F(CommandsTest, RunSumsUpWhatItDidAndWhatDidNotReachTheOutput) {
     SampleJob job;
     job.documents = 2;
     job.pages = 3;
     job.jobTicket = SampleTicket("PageOrientation", "Landscape");
     job.pageTicket = SampleTicket("PageMediaType", "NoSuchPaper");
-    job.Write("job.xps");
-    const CommandRun result({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
-    ASSERT_EQ(ExitOk, result.code) << result.errors;
-    EXPECT_EQ("", result.errors);
-    const std::vector<std::string> lines = Lines(result.out);
-    ASSERT_EQ(9u, lines.size()) << result.out;
-    EXPECT_EQ("job.xps -> out.xps", lines[0]);
-    EXPECT_EQ("  queue     Color Office", lines[1]);
-    EXPECT_EQ("  filters   PassThrough -> PassThrough", lines[2]);
-    // The package and its core properties, the sequence, and for each document: itself, its structure, pages.
-    // Written are the sequence, the documents with their structure, the pages, four resources, two tickets,
-    // and the package's own two.
-    EXPECT_EQ("  parts     13 to the first filter, 19 written", lines[3]);
-    EXPECT_EQ("  pages     6 read, 6 written", lines[4]);
-    EXPECT_EQ("  left out  6 story fragments parts (/Documents/1/Pages/1.frag, /Documents/1/Pages/2.frag, "
-              "/Documents/1/Pages/3.frag, ...)",
-              lines[5]);
-    // For each filter: the job's ticket, and the pages' one for each of the two documents; it is known
-    // already for all but their first.
-    EXPECT_EQ("  tickets   6 merges made, 8 saved by the cache; 4 conflicts resolved", lines[6]);
-    EXPECT_THAT(lines[7], MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"));
-    EXPECT_THAT(lines[8], MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s"));
-    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
-}
-
-TEST_F(CommandsTest, RunTellsWhatDidNotReachTheOutput) {
-    ZipItems items = SampleJob().Items();
+    ZipItems items = job.Items();
     std::string& types = items["[Content_Types].xml"];
     types.insert(types.find("<Default"),
                  "<Default Extension=\"sigs\" "
-                 "ContentType=\"application/vnd.openxmlformats-package.digital-signature-origin\"/>"
-                 "<Default Extension=\"bin\" ContentType=\"application/x-other\"/>");
-    items["origin.sigs"] = items["other.bin"] = "x";
+                 "ContentType=\"application/vnd.openxmlformats-package.digital-signature-origin\"/>");
+    items["origin.sigs"] = "x";
     WriteZip("job.xps", items);
-    EXPECT_THAT(CommandRun({"run", "job.xps", "-o", "out.xps"}).out,
-                AllOf(HasSubstr("\n  pages     2 read, 2 written\n"),
-                      HasSubstr("\n  left out  2 story fragments parts (/Documents/1/Pages/1.frag, "
-                                "/Documents/1/Pages/2.frag), 1 signature part (/origin.sigs), "
-                                "1 foreign part (/other.bin)\n")));
+    const CommandRun result({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
+    ASSERT_EQ(ExitOk, result.code) << result.errors;
+    EXPECT_EQ("", result.errors);
+    // To the first filter go the package and its core properties, the sequence, and for each document:
+    // itself, its structure, pages. Written are the sequence, the documents with their structure, the pages,
+    // four resources, two tickets, and the package's own two. Tickets are merged for each filter: the job's,
+    // and the pages' one for each of the two documents; it is known already for all but their first.
+    EXPECT_THAT(
+        Lines(result.out),
+        ElementsAre(
+            "job.xps -> out.xps", "  queue     Color Office", "  filters   PassThrough -> PassThrough",
+            "  parts     13 to the first filter, 19 written", "  pages     6 read, 6 written",
+            "  left out  6 story fragments parts (/Documents/1/Pages/1.frag, "
+            "/Documents/1/Pages/2.frag, /Documents/1/Pages/3.frag, ...), 1 signature part (/origin.sigs)",
+            "  tickets   6 merges made, 8 saved by the cache; 4 conflicts resolved",
+            MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"),
+            MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s")));
     // Of bytes, nobody knows what is in them.
     EXPECT_THAT(CommandRun({"run", "--filter", PageList, "-o", "out.txt", "job.xps"}).out,
-                AllOf(HasSubstr("\n  pages     2 read\n"), testing::Not(HasSubstr("left out"))));
+                AllOf(HasSubstr("\n  pages     6 read\n"), testing::Not(HasSubstr("left out"))));
 }
 
 TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
@@ -148,41 +129,33 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     EXPECT_EQ(ExitOk, CommandRun({"run", "jobs/letter.oxps"}).code);
     EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
-    EXPECT_EQ(2u, Lines(FileText("letter-printed.prn")).size());
+    EXPECT_EQ(2u, Lines(TemporaryFolder::Read("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
 }
 
 TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument) {
     SampleJob job;
     job.documents = 2;
-    job.pages = 2;
+    job.pages = 1;
     job.documentTicket = SampleTicket("PageOrientation", "Landscape");
-    for (const char* const pageTicket : {"", "NorthAmericaLetter"}) {
-        job.pageTicket = *pageTicket ? SampleTicket("PageMediaSize", pageTicket) : "";
-        ZipItems items = job.Items();
-        items["Documents/2/Metadata/Doc_PT.xml"] = SampleTicket("PageOrientation", "Portrait");
-        WriteZip("job.xps", items);
-        ASSERT_EQ(ExitOk,
-                  CommandRun({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
-        const std::string size = *pageTicket ? pageTicket : "ISOA4";
-        EXPECT_THAT(Lines(FileText("out.txt")),
-                    ElementsAre("page 1: " + size + ", Landscape", "page 2: " + size + ", Landscape",
-                                "page 3: " + size + ", Portrait", "page 4: " + size + ", Portrait"));
-        for (const auto& [page, orientation] : {std::pair{"2", "Landscape"}, {"4", "Portrait"}})
-            EXPECT_THAT(CommandRun({"ticket", "job.xps", "--page", page}).out,
-                        HasSubstr(std::string("<psf:Option name=\"psk:") + orientation + "\""));
-    }
+    job.pageTicket = SampleTicket("PageMediaSize", "NorthAmericaLetter");
+    ZipItems items = job.Items();
+    items["Documents/2/Metadata/Doc_PT.xml"] = SampleTicket("PageOrientation", "Portrait");
+    WriteZip("job.xps", items);
+    ASSERT_EQ(ExitOk,
+              CommandRun({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
+    EXPECT_EQ("page 1: NorthAmericaLetter, Landscape\npage 2: NorthAmericaLetter, Portrait\n",
+              TemporaryFolder::Read("out.txt"));
 }
 
 TEST_F(CommandsTest, RunTakesAPipelineConfigurationAndLooksForModulesInTheNamedFolders) {
     SampleJob().Write("job.xps");
     const std::string config = OV_SOURCE_DIR "/Samples/Pipelines/page-list.xml";
-    ASSERT_EQ(0, setenv("OV_FILTERS", ("/nonexistent:" + std::string(OV_BINARY_DIR "/lib")).c_str(), 1));
+    const EnvironmentVariable folders("OV_FILTERS", "/nonexistent:" OV_BINARY_DIR "/lib");
     const CommandRun result({"run", "--config", config, "-o", "out.txt", "job.xps"});
-    unsetenv("OV_FILTERS");
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     EXPECT_THAT(result.out, HasSubstr("filters   Pass-through -> Page list -> Stream copy"));
-    EXPECT_EQ(2u, Lines(FileText("out.txt")).size());
+    EXPECT_EQ(2u, Lines(TemporaryFolder::Read("out.txt")).size());
 }
 
 TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone) {
@@ -190,12 +163,12 @@ TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone
     job.pageTicket = "<psf:PrintTicket";
     job.Write("job.xps");
     std::ofstream("out.xps") << "old";
-    ExpectRefusal(CommandRun({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}), ExitJobFailed,
-                  "ov-pipeline: job.xps: filter PassThrough at /Metadata/Page_PT.xml: ");
     const CommandRun result({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    ExpectRefusal(result, ExitJobFailed,
+                  "ov-pipeline: job.xps: filter PassThrough at /Metadata/Page_PT.xml: ");
     EXPECT_THAT(result.errors, HasSubstr(": 0x80040005 E_DELTA_PRINTTICKET_FORMAT (the part's print ticket "
                                          "is no valid Print Ticket)\n"));
-    EXPECT_EQ("old", FileText("out.xps"));
+    EXPECT_EQ("old", TemporaryFolder::Read("out.xps"));
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps"));
 }
 
@@ -207,27 +180,22 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
     ASSERT_EQ(0, mkfifo("pipe", 0600)); // nobody is going to write there
     ExpectRefusal(CommandRun({"run", "--filter", StreamCopy, "-o", "out", "pipe"}), ExitInputRefused,
                   "cannot read pipe: this is not a file");
-    for (const std::vector<std::string>& command :
-         std::vector<std::vector<std::string>>{{"run", "--filter", PassThrough, "-o", "out.xps"},
-                                               {"run", "-o", "out.xps"},
-                                               {"parts"},
-                                               {"ticket", "--page", "1"}}) {
-        for (const auto& [job, words] : std::map<std::string, std::string>{
-                 {"none.xps", "none.xps: there is no such file: 0x80070002 ERROR_FILE_NOT_FOUND"},
-                 {"pipe", "pipe: this is not a file: 0x80070005"},
-                 {"text.xps", "text.xps: this is no package: it is not a zip archive: 0x80511002"},
-                 {"pageless.xps", "/Documents/1/FixedDoc.fdoc names the page Pages/1.fpage, which the "
-                                  "package does not hold: 0x8052010b"}}) {
-            std::vector<std::string> arguments = command;
-            arguments.push_back(job);
-            const CommandRun result(arguments);
+    const std::pair<const char*, const char*> jobs[] = {
+        {"none.xps", "none.xps: there is no such file: 0x80070002 ERROR_FILE_NOT_FOUND"},
+        {"pipe", "pipe: this is not a file: 0x80070005"},
+        {"text.xps", "text.xps: this is no package: it is not a zip archive: 0x80511002"},
+        {"pageless.xps", "pageless.xps: /Documents/1/FixedDoc.fdoc names the page Pages/1.fpage, which the "
+                         "package does not hold: 0x8052010b"}};
+    const std::vector<std::string> commands[] = {
+        {"run", "--filter", PassThrough, "-o", "out.xps"}, {"parts"}, {"ticket", "--page", "1"}};
+    for (std::vector<std::string> arguments : commands)
+        for (const auto& [job, words] : jobs) {
+            arguments.emplace_back(job);
+            const CommandRun result(arguments); // which may have shown some parts by then
             EXPECT_EQ(ExitInputRefused, result.code) << result.errors;
-            const std::vector<std::string> lines = Lines(result.errors);
-            ASSERT_EQ(1u, lines.size()) << result.errors;
-            EXPECT_THAT(lines[0], StartsWith("ov-pipeline: " + job + ": "));
-            EXPECT_THAT(lines[0], HasSubstr(words));
+            EXPECT_THAT(Lines(result.errors), ElementsAre(HasSubstr(std::string("ov-pipeline: ") + words)));
+            arguments.pop_back();
         }
-    }
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("text.xps", "pageless.xps", "pipe"));
 }
 
@@ -240,16 +208,11 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
          "there is no module NoSuchModule; looked for NoSuchModule, NoSuchModule.so, libNoSuchModule.so in "},
         {{"--filter", "none/Module.dll"},
          "looked for Module.dll, Module.so, libModule.so in none: 0x8007007e"},
-        {{"--filter", StreamCopy, PassThrough}, "the chain does not fit: filter 1 (StreamCopy) writes"},
         {{"--config", "none.xml"}, "ov-pipeline: cannot read none.xml: No such file or directory"},
-        {{"--config", "folder"}, "ov-pipeline: cannot read folder: this is not a file"},
         {{"--config", "pipe"}, "ov-pipeline: cannot read pipe: this is not a file"},
         {{"--config", "job.xps"}, "ov-pipeline: job.xps line 1: "},
         {{"-o", "folder"}, "the output: folder: this is a folder, not a file to be replaced: 0x80070005"},
-        {{"-o", "pipe"}, "pipe: this is no file that can be replaced"},
         {{"--filter", PageList, "-o", "pipe"}, "pipe: this is no file that can be replaced"},
-        {{"-o", "new/"}, "the output: new/: this names a folder, not a file"},
-        {{"-o", "/dev/stdout"}, "/dev/stdout: this is no file that can be replaced"},
         {{"-o", "none/out.xps"}, "none/out.xps: cannot be written"},
         {{"--filter", PageList, "-o", "none/out.txt"}, "none/out.txt: cannot be written"},
     };
@@ -261,50 +224,19 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "folder", "pipe"));
 }
 
-TEST_F(CommandsTest, RunWritesThroughLinksAndKeepsTheRightsOfWhatItReplaces) {
-    SampleJob().Write("job.xps");
-    std::filesystem::create_directory("far");
-    for (const std::string& filter : {PassThrough, PageList}) {
-        std::ofstream("far/out") << "old";
-        std::filesystem::permissions("far/out", std::filesystem::perms::owner_read);
-        std::filesystem::remove("link");
-        std::filesystem::create_symlink("far/out", "link");
-        const CommandRun result({"run", "--filter", filter, "-o", "link", "job.xps"});
-        ASSERT_EQ(ExitOk, result.code) << result.errors;
-        EXPECT_NE("old", FileText("far/out"));
-        EXPECT_TRUE(std::filesystem::is_symlink("link"));
-        EXPECT_EQ(std::filesystem::perms::owner_read, std::filesystem::status("far/out").permissions());
-        std::filesystem::remove("far/out");
-    }
-    EXPECT_TRUE(std::filesystem::is_empty("far"));
-}
-
 TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {
-    const auto edit = [](const std::string& from, const std::string& to) {
-        std::string text = FileText("queue/queue.xml");
-        const std::size_t place = text.find(from);
-        ASSERT_NE(std::string::npos, place);
-        std::ofstream("queue/queue.xml") << text.replace(place, from.size(), to);
-    };
-    const std::pair<std::function<void()>, const char*> cases[] = {
-        {[] { std::filesystem::remove_all("queue"); }, "queue/queue.xml: the file is missing"},
-        {[] { std::filesystem::remove("queue/capabilities.xml"); },
-         "queue/capabilities.xml: the file is missing"},
-        {[&] { edit("location=", "colour="); }, "queue/queue.xml:4: unknown attribute 'colour' of <Printer>"},
-        {[&] { edit("\"default-ticket.xml\"", "\"../job.xps\""); }, "is not in the folder"},
-        {[] { std::ofstream("queue/default-ticket.xml") << "<a"; },
-         "ov-pipeline: queue: the queue's default ticket: line 1"},
-        {[] { std::ofstream("queue/capabilities.xml") << "<a/>"; },
-         "ov-pipeline: queue: the queue's capabilities: line 1"},
-    };
     SampleJob().Write("job.xps");
-    for (const auto& [damage, words] : cases) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"queue.xml", "queue/queue.xml: the file is missing"},
+        {"default-ticket.xml", "ov-pipeline: queue: the queue's default ticket: line 1"},
+        {"capabilities.xml", "ov-pipeline: queue: the queue's capabilities: line 1"},
+    };
+    for (const auto& [damaged, words] : cases) {
         std::filesystem::remove_all("queue");
         std::filesystem::copy(SampleQueue, "queue");
         std::filesystem::permissions("queue", std::filesystem::perms::owner_all);
-        for (const auto& file : std::filesystem::directory_iterator("queue"))
-            std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-        damage();
+        std::filesystem::remove(std::filesystem::path("queue") / damaged);
+        if (std::string(damaged) != "queue.xml") std::ofstream(std::string("queue/") + damaged) << "<a";
         ExpectRefusal(CommandRun({"run", "--queue", "queue", "-o", "out.xps", "job.xps"}), ExitInputRefused,
                       words);
         ExpectRefusal(CommandRun({"ticket", "--queue", "queue", "job.xps"}), ExitInputRefused, words);
@@ -332,10 +264,8 @@ TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
     const auto place = [&](const std::string& step) {
         return std::find(filter.begin(), filter.end(), step) - filter.begin();
     };
-    for (const std::string& part : {std::string("XPS document"), "document " + document, "page " + page}) {
-        ASSERT_LT(place("sends " + part), static_cast<std::ptrdiff_t>(filter.size())) << part;
-        EXPECT_LT(place("receives " + part), place("sends " + part)) << part;
-    }
+    ASSERT_LT(place("sends page " + page), static_cast<std::ptrdiff_t>(filter.size()));
+    EXPECT_LT(place("receives page " + page), place("sends page " + page));
     EXPECT_EQ("is initialised", filter.front());
     EXPECT_EQ("is done", filter.back());
     EXPECT_LT(place("receives the end of the parts"), place("closes its output"));
@@ -345,73 +275,37 @@ TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
                             "writes " + page, "writes " + document, "writes /FixedDocSeq.fdseq"));
 }
 
-// A row of the explanation: value and origin by setting.
-std::map<std::string, std::pair<std::string, std::string>> Explained(const std::string& text) {
-    std::map<std::string, std::pair<std::string, std::string>> rows;
-    for (const std::string& line : Lines(text)) {
-        std::vector<std::string> cells;
-        std::istringstream stream(line);
-        for (std::string cell; stream >> cell;)
-            cells.push_back(cell);
-        if (cells.size() < 3) continue;
-        std::string origin = cells[2];
-        if (origin == "changed") origin += " " + cells.at(3) + " " + cells.at(4);
-        rows[cells[0]] = {cells[1], origin};
-    }
-    return rows;
-}
-
-TEST_F(CommandsTest, TicketMergesTheLevelsAndExplainsWhereEachValueIsFrom) {
+TEST_F(CommandsTest, TicketMergesTheLevels) {
     SampleJob job;
     job.documents = 2;
     job.jobTicket = SampleTicket("PageOrientation", "Landscape");
     job.documentTicket = SampleTicket("DocumentCollate", "Uncollated");
     job.pageTicket = SampleTicket("PageOutputColor", "Monochrome");
     job.Write("job.xps");
-
-    using Row = std::pair<std::string, std::string>;
-    const Row landscape{"psk:Landscape", "job"};
-    const Row collated{"psk:Collated", "default"};
-    const Row uncollated{"psk:Uncollated", "document"};
-    const Row outOfScope;
-    const Row color{"psk:Color", "default"};
-    const Row monochrome{"psk:Monochrome", "page"};
-    const Rows<std::vector<std::string>, Row, Row, Row> cases{
-        {{}, landscape, collated, color},
-        {{"--document", "2"}, landscape, uncollated, color},
-        {{"--document", "2", "--page", "2"}, landscape, outOfScope, monochrome},
-        {{"--page", "4"}, landscape, outOfScope, monochrome}};
-    for (const auto& [level, orientation, collation, color] : cases) {
+    const Rows<std::vector<std::string>, bool, bool> levels{
+        {{}, false, false},
+        {{"--document", "2"}, true, false},
+        {{"--document", "2", "--page", "2"}, false, true}, // a page's ticket has nothing of documents
+        {{"--page", "4"}, false, true}};
+    for (const auto& [level, isOfDocument, isOfPage] : levels) {
         std::vector<std::string> arguments{"ticket", "job.xps"};
         arguments.insert(arguments.end(), level.begin(), level.end());
         const CommandRun ticket(arguments);
         ASSERT_EQ(ExitOk, ticket.code) << ticket.errors;
-        EXPECT_THAT(ticket.out, HasSubstr("\"" + orientation.first + "\""));
-        EXPECT_EQ(color.first == "psk:Monochrome",
-                  ticket.out.find("\"psk:Monochrome\"") != std::string::npos);
-        arguments.emplace_back("--explain");
-        const CommandRun explained(arguments);
-        ASSERT_EQ(ExitOk, explained.code) << explained.errors;
-        auto rows = Explained(explained.out);
-        EXPECT_EQ(orientation, rows["psk:PageOrientation"]);
-        EXPECT_EQ(collation, rows["psk:DocumentCollate"]);
-        EXPECT_EQ(color, rows["psk:PageOutputColor"]);
+        EXPECT_THAT(ticket.out, HasSubstr("\"psk:Landscape\""));
+        EXPECT_EQ(isOfDocument, ticket.out.find("\"psk:Uncollated\"") != std::string::npos);
+        EXPECT_EQ(isOfPage, ticket.out.find("\"psk:Monochrome\"") != std::string::npos);
     }
-}
-
-TEST_F(CommandsTest, ExplainTellsWhatValidationChanged) {
-    SampleJob job;
-    job.jobTicket = SampleTicket("PageOutputColor", "Ultraviolet");
-    job.Write("job.xps");
-    const CommandRun result({"ticket", "job.xps", "--page", "1", "--explain"});
-    auto rows = Explained(result.out);
-    EXPECT_EQ("changed by validation", rows["psk:PageOutputColor"].second);
-    EXPECT_EQ("psk:Color", rows["psk:PageOutputColor"].first);
-    EXPECT_THAT(result.out, HasSubstr("psk:Ultraviolet was asked for"));
+    ExpectRefusal(CommandRun({"ticket", "job.xps", "--document", "2", "--page", "3"}), ExitUsage,
+                  "the document has 2 pages; there is no page 3");
+    EXPECT_THAT(CommandRun({"ticket", "job.xps", "--page", "3", "--explain"}).out,
+                AllOf(ContainsRegex("psk:PageOrientation +psk:Landscape +job\n"),
+                      ContainsRegex("psk:PageOutputColor +psk:Monochrome +page\n")));
 }
 
 TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
     SampleJob job;
+    job.hasExtras = false;
     job.jobTicket = "<job/>";
     job.pageTicket = "<page/>";
     ZipItems items = job.Items();
@@ -421,19 +315,12 @@ TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     // Of the sizes, one of bytes that the test knows.
     EXPECT_THAT(result.out, HasSubstr("  image /Resources/Picture.png  12 bytes\n"));
-    std::vector<std::string> lines =
-        Lines(std::regex_replace(result.out, std::regex("  [0-9.]+ (bytes|KB)"), ""));
     const std::string font = SampleJob::FontName;
     EXPECT_THAT(
-        lines,
+        Lines(std::regex_replace(result.out, std::regex("  [0-9.]+ (bytes|KB)"), "")),
         ElementsAre(
-            "job.xps  XPS, 16 parts", "thumbnail /docProps/thumb.jpeg",
-            "part /docProps/core.xml  "
-            "application/vnd.openxmlformats-package.core-properties+xml",
-            "document sequence /FixedDocSeq.fdseq", "  print ticket /Metadata/Job_PT.xml",
-            "  document 1 /Documents/1/FixedDoc.fdoc",
-            "    part /Documents/1/Structure.struct  "
-            "application/vnd.ms-package.xps-documentstructure+xml",
+            "job.xps  XPS, 11 parts", "document sequence /FixedDocSeq.fdseq",
+            "  print ticket /Metadata/Job_PT.xml", "  document 1 /Documents/1/FixedDoc.fdoc",
             "    page 1 /Documents/1/Pages/1.fpage  816 x 1056", "      print ticket /Metadata/Page_PT.xml",
             "      font " + font, "      image /Resources/Picture.png",
             "      resource dictionary /Resources/Brushes.dict", "        image /Resources/Pattern.jpg",
@@ -479,13 +366,11 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
                                   << "</Filter></Filters>";
 
     const std::vector<std::vector<std::string>> commands{
-        {"run", "-o", "out.xps"},
         {"run", "--trace", "--config", "pipeline.xml", "-o", "out" + hostile + ".xps"},
         {"run", "--filter", "No" + hostile, "-o", "out.xps"},
         {"run", "--queue", hostile},
         {"ticket", "--page", "1"},
         {"ticket", "--page", "1", "--explain"},
-        {"features", "--page", "1"},
         {"features", "--page", "1", "--json"},
         {"parts"},
         {"translate", hostile},
@@ -512,7 +397,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
             for (const std::string& line : Lines(said))
                 EXPECT_LT(line.size(), 1400u) << command[0];
         }
-    EXPECT_EQ(7, succeeded);
+    EXPECT_EQ(5, succeeded);
 }
 
 TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {

@@ -1,4 +1,5 @@
 // The program itself, in a process of its own: what a captured stream cannot show.
+#include "Support/EnvironmentVariable.h"
 #include "Support/Rows.h"
 #include "Support/SampleJob.h"
 
@@ -22,7 +23,6 @@ using testing::UnorderedElementsAre;
 namespace {
 
 const std::string PassThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
-const std::string WaitsForShutdown = OV_BINARY_DIR "/lib/libWaitsForShutdown.so";
 const std::string Misbehaves = OV_BINARY_DIR "/lib/libMisbehaves.so";
 
 // ov-pipeline with its error stream on a pipe or a terminal. Killed at the end if it still runs.
@@ -138,10 +138,9 @@ TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
 
 TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
     for (const int signal : {SIGINT, SIGTERM}) {
-        Program program(
-            {"run", "--trace", "--filter", PassThrough, WaitsForShutdown, "-o", "out.xps", "job.xps"},
-            m_folder.Path());
-        ASSERT_TRUE(program.WaitFor("WaitsForShutdown: receives the end of the parts")) << program.Said();
+        Program program({"run", "--trace", "--filter", PassThrough, Misbehaves, "-o", "out.xps", "job.xps"},
+                        m_folder.Path());
+        ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
         program.Signal(signal);
         EXPECT_EQ(130, program.Finish());
         EXPECT_THAT(program.Said(), HasSubstr("ov-pipeline: job.xps: cancelled; nothing was written\n"));
@@ -149,56 +148,16 @@ TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
     }
 }
 
-TEST_F(ProgramTest, NothingIsLeftOfAJobThatIsKilled) {
-    const std::string pageList = OV_BINARY_DIR "/lib/libPageList.so";
-    for (const std::vector<std::string>& filters :
-         std::vector<std::vector<std::string>>{{WaitsForShutdown}, {WaitsForShutdown, pageList}}) {
-        std::vector<std::string> arguments{"run", "--trace", "job.xps", "-o", "out", "--filter"};
-        arguments.insert(arguments.end(), filters.begin(), filters.end());
-        Program program(arguments, m_folder.Path());
-        ASSERT_TRUE(program.WaitFor("WaitsForShutdown: receives the end of the parts")) << program.Said();
-        program.Signal(SIGKILL);
-        EXPECT_EQ(-1, program.Finish());
-        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
-    }
-}
-
 TEST_F(ProgramTest, ATerminalShowsProgress) {
-    Program program({"run", "--filter", WaitsForShutdown, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+    Program program({"run", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
                     Program::Errors::Terminal);
     EXPECT_TRUE(program.WaitFor("2 pages, ")) << program.Said();
     program.Signal(SIGINT);
     EXPECT_EQ(130, program.Finish());
 }
 
-// Whether the signal comes first or the name, the code and the folder say the same.
-TEST_F(ProgramTest, AnOutputAndTheCodeOfACancelledJobNeverGoTogether) {
-    SampleJob job;
-    job.pages = 400;
-    job.Write(m_folder / "job.xps");
-    const std::vector<std::string> arguments = {"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"};
-    // The moments are those of a whole run, however slow the machine is.
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(0, Program(arguments, m_folder.Path()).Finish());
-    const auto whole = std::chrono::steady_clock::now() - start;
-    std::filesystem::remove(m_folder / "out.xps");
-    int cancelled = 0;
-    for (int moment = 0; moment < 30; ++moment) {
-        Program program(arguments, m_folder.Path());
-        std::this_thread::sleep_for(whole * moment / 30);
-        program.Signal(SIGINT);
-        const int code = program.Finish();
-        const bool isWritten = std::filesystem::remove(m_folder / "out.xps");
-        // -1: the signal was there before anybody listened.
-        EXPECT_TRUE(isWritten ? code == 0 : code == 130 || code == -1) << code << program.Said();
-        EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
-        cancelled += code == 130;
-    }
-    EXPECT_GT(cancelled, 0);
-}
-
 TEST_F(ProgramTest, SaysWhichFilterIsWaitedForAndEndsAtTheSecondSignal) {
-    setenv("OV_TEST_MISBEHAVIOUR", "hang", 1);
+    const EnvironmentVariable misbehaviour("OV_TEST_MISBEHAVIOUR", "hang");
     Program program({"run", "--trace", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path());
     ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
     program.Signal(SIGINT);
@@ -212,9 +171,9 @@ TEST_F(ProgramTest, SaysWhichFilterIsWaitedForAndEndsAtTheSecondSignal) {
 }
 
 TEST_F(ProgramTest, ASignalThatWasIgnoredStaysIgnored) {
-    Program program({"run", "--trace", "--filter", WaitsForShutdown, "-o", "out.xps", "job.xps"},
-                    m_folder.Path(), Program::Errors::Pipe, [] { signal(SIGINT, SIG_IGN); });
-    ASSERT_TRUE(program.WaitFor("WaitsForShutdown: receives the end of the parts")) << program.Said();
+    Program program({"run", "--trace", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+                    Program::Errors::Pipe, [] { signal(SIGINT, SIG_IGN); });
+    ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
     program.Signal(SIGINT);
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_EQ(std::string::npos, program.Said().find("cancelled"));
@@ -230,7 +189,7 @@ TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
         {"abort", -1, "filter Misbehaves (StartOperation): it aborts the program; nothing was written"},
     };
     for (const auto& [how, code, words] : cases) {
-        setenv("OV_TEST_MISBEHAVIOUR", how, 1);
+        const EnvironmentVariable misbehaviour("OV_TEST_MISBEHAVIOUR", how);
         Program program({"run", "--filter", Misbehaves, PassThrough, "-o", "out.xps", "job.xps"},
                         m_folder.Path());
         EXPECT_EQ(code, program.Finish()) << how << program.Said();
@@ -242,8 +201,8 @@ TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
 // As another user than root, whom the limit does not bind, and who has no other process.
 TEST_F(ProgramTest, WithoutThreadsItSaysWhatItWantedThemFor) {
     std::filesystem::permissions(m_folder.Path(), std::filesystem::perms::all);
-    std::vector<std::string> said;
     static int limit;
+    int failures = 0;
     for (limit = 1; limit < 8; ++limit) {
         Program program({"run", "--filter", PassThrough, PassThrough, "-o", "out.xps", "job.xps"},
                         m_folder.Path(), Program::Errors::Pipe, [] {
@@ -257,9 +216,9 @@ TEST_F(ProgramTest, WithoutThreadsItSaysWhatItWantedThemFor) {
         EXPECT_EQ(1, code);
         EXPECT_THAT(program.Said(), HasSubstr("no thread can be had"));
         EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
-        said.push_back(program.Said());
+        ++failures;
     }
-    EXPECT_FALSE(said.empty());
+    EXPECT_GT(failures, 0);
 }
 
 } // namespace

