@@ -46,14 +46,6 @@ XmlDomNode::Pointer nextElement(XmlDomNode::Pointer node) {
     return node;
 }
 
-unsigned int countElements(const XmlDomNode& parent) {
-    unsigned int count = 0;
-    for (auto child = nextElement(parent.GetFirstChild()); child;
-         child = nextElement(child->GetNextSibling()))
-        ++count;
-    return count;
-}
-
 LONG toInt(LONG found, bool specified, const CXString& text, int& value) {
     if (FAILED(found)) return found;
     if (found != S_OK || !specified || text.IsBlank()) return S_FALSE;
@@ -154,7 +146,7 @@ LONG PublicDocSettingsDocument::GetNumberOfChildren(const CXString& name, bool& 
     const XmlDomNode::Pointer element = Find(name);
     if (!element) return S_FALSE;
     specified = IsSpecified(*element);
-    count = countElements(*element);
+    count = CountEntries(*element);
     return S_OK;
 }
 
@@ -163,6 +155,14 @@ XmlDomNode::Pointer PublicDocSettingsDocument::FindEntry(const XmlDomNode& colle
     for (; entry && index > 0; --index)
         entry = nextElement(entry->GetNextSibling());
     return entry;
+}
+
+unsigned int PublicDocSettingsDocument::CountEntries(const XmlDomNode& collection) {
+    unsigned int count = 0;
+    for (auto entry = nextElement(collection.GetFirstChild()); entry;
+         entry = nextElement(entry->GetNextSibling()))
+        ++count;
+    return count;
 }
 
 LONG PublicDocSettingsDocument::GetMemberString(const CXString& name, unsigned int index,

@@ -65,6 +65,10 @@ public:
     /// Any text of the attribute but exactly "false" counts as specified, as does none.
     [[nodiscard]] static bool IsSpecified(const XmlDomNode& node);
 
+    /// The entries of a collection are the elements below it, with positions from 0; null if there is none.
+    [[nodiscard]] static XmlDomNode::Pointer FindEntry(const XmlDomNode& collection, unsigned int index);
+    [[nodiscard]] static unsigned int CountEntries(const XmlDomNode& collection);
+
     LONG GetString(const CXString& name, Depth depth, bool& specified, CXString& value) const;
     /// The default, and S_FALSE, also for an element that is not specified or blank.
     LONG GetInt(const CXString& name, bool& specified, int& value, int defaultValue) const;
@@ -92,7 +96,6 @@ public:
 
 private:
     static LONG ReportCaughtException(const CXString& name) noexcept;
-    static XmlDomNode::Pointer FindEntry(const XmlDomNode& collection, unsigned int index);
     void AppendElement(XmlDomNode& parent, const CXString& name, const CXString& syntax, bool specified,
                        const CXString& value) const;
 

@@ -52,10 +52,11 @@ bool AttributeBytesSettings::Ask(const WantedFeature& wanted, FeatureAnswer<Dime
     return AskList(wanted, answer, std::mem_fn(&AttributeBytesIndexedList::GetDimensionValue));
 }
 
-bool AttributeBytesSettings::Ask(const WantedFeature& wanted, FeatureAnswer<bool>& answer) const {
+bool AttributeBytesSettings::Ask(const WantedFeature& wanted, FeatureAnswer<CollectionState>& answer) const {
     return AskList(wanted, answer, [](const auto& list, AttributeBytesFeatureId feature, bool* isSpecified) {
         const AttributeBytes* const attribute = list.GetAttributeBytesPtr(feature);
-        return *isSpecified = attribute != nullptr && attribute->IsSpecified();
+        *isSpecified = attribute != nullptr && attribute->IsSpecified();
+        return *isSpecified ? CollectionState::Specified : CollectionState::NotSpecified;
     });
 }
 

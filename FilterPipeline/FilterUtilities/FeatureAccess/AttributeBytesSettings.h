@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ComSupport/FilterUtilitiesExport.h"
 #include "FeatureAccess/FeatureAnswer.h"
 #include "FeatureAccess/WantedFeature.h"
 
@@ -9,7 +10,7 @@ class AttributeBytesReader;
 
 /// A job's features in its attribute bytes. A view of the reader, which stays the caller's; without one, and
 /// over an empty list, there is nothing. Damaged bytes throw, at every question.
-class AttributeBytesSettings {
+class OV_FILTER_UTILITIES_API AttributeBytesSettings {
 public:
     explicit AttributeBytesSettings(const AttributeBytesReader* reader) : m_reader(reader) {}
 
@@ -22,14 +23,9 @@ public:
     bool Ask(const WantedFeature& wanted, FeatureAnswer<CXString>& answer) const;
     bool Ask(const WantedFeature& wanted, FeatureAnswer<Dimension>& answer) const;
     /// Whether the feature, of whatever kind, is specified.
-    bool Ask(const WantedFeature& wanted, FeatureAnswer<bool>& answer) const;
+    bool Ask(const WantedFeature& wanted, FeatureAnswer<CollectionState>& answer) const;
     /// The members of a collection, or the entries of a set of them.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<unsigned int>& answer) const;
-    /// What attribute bytes hold of other kinds is not asked for.
-    template <typename Value>
-    bool Ask(const WantedFeature&, FeatureAnswer<Value>&) const {
-        return false;
-    }
 
     /// The members of the collection at the path; false if there is none.
     bool GetMembers(const FeaturePath& path, AttributeBytesIndexedList& members) const;

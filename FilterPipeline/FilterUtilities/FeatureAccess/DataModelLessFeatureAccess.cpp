@@ -362,7 +362,7 @@ bool DataModelLessFeatureAccess::GetStringFromDocumentOrAttributeBytes(const CXS
 }
 
 bool DataModelLessFeatureAccess::GetJobName(CXString& name, FeatureValueSource& source) const {
-    return Give(FeatureRules(*this).JobName(), name, source);
+    return GetStringValue(FEAT_JOB_NAME, name, source);
 }
 
 bool DataModelLessFeatureAccess::GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum grandparent,
@@ -409,8 +409,9 @@ bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature) c
 
 bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum feature,
                                                        FeatureValueSource& source) const {
-    bool isSpecified = false;
-    return Give(FeatureRules(*this).Collection(feature), isSpecified, source);
+    const FeatureAnswer<CollectionState> answer = FeatureRules(*this).Collection(feature);
+    source = answer.source;
+    return answer.isSpecified;
 }
 
 bool DataModelLessFeatureAccess::IsCollectionSpecified(tagFeatureEnum parent, tagFeatureEnum feature) const {
@@ -603,5 +604,5 @@ CXString DataModelLessFeatureAccess::TryGetStringValueFromAttributeBytesIfExists
 }
 
 bool DataModelLessFeatureAccess::TryGetIsSpecifiedFromAttributeBytesIfExists(tagFeatureEnum feature) const {
-    return AskBytes<bool>(*m_places, feature).isSpecified;
+    return AskBytes<CollectionState>(*m_places, feature).isSpecified;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ComSupport/FilterUtilitiesExport.h"
 #include "FeatureAccess/FeatureAnswer.h"
 #include "FeatureAccess/WantedFeature.h"
 
@@ -10,7 +11,7 @@ class SimpleOcapParser;
 
 /// What the device has, wants and does by itself, by feature. A view of the device's capabilities, which stay
 /// the caller's; without them, the device has nothing.
-class DeviceSettings {
+class OV_FILTER_UTILITIES_API DeviceSettings {
 public:
     explicit DeviceSettings(const SimpleOcapParser* capabilities);
 
@@ -22,16 +23,12 @@ public:
     /// The device needs a value for it.
     [[nodiscard]] bool IsRequired(const CPString& feature) const;
 
-    // The factory default; whether the device has one. Only those that are specified count as specified.
+    // The factory default; whether the device has one. Only those that are specified count as specified. An
+    // option's is a word of the dictionaries, whatever words are wanted.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<DataModelIds::tagValueEnum>& answer) const;
     bool Ask(const WantedFeature& wanted, FeatureAnswer<int>& answer) const;
     /// The device's integer, in hundredths of a millimeter.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<Dimension>& answer) const;
-    /// No defaults of other kinds are asked for.
-    template <typename Value>
-    bool Ask(const WantedFeature&, FeatureAnswer<Value>&) const {
-        return false;
-    }
 
     /// Those of the device's values of a feature (of its sub-features, if the flag says so) that the
     /// dictionary knows as the feature's options, in the device's order.

@@ -6,6 +6,9 @@
 #include <LowLevelFacilities/Numbers/Dimension.h>
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
+/// All that a collection itself can answer.
+enum class CollectionState { NotSpecified, Specified };
+
 /// A value that says nothing: what a feature has that no place knows.
 template <typename Value>
 [[nodiscard]] Value NoFeatureValue() {

@@ -11,13 +11,6 @@ namespace {
 constexpr wchar_t keywordSyntax[] = L"keyword";
 constexpr wchar_t nameSyntax[] = L"name";
 
-// Members of collections that need no device to have them.
-constexpr FeaturePath supportedAnywhere[] = {
-    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_NAME},
-    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_MEMBER_895},
-    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL},
-};
-
 } // namespace
 
 FeaturePlaces::FeaturePlaces(Places places, bool enforcesRequired)
@@ -33,6 +26,15 @@ WantedFeature FeaturePlaces::Wanted(const FeaturePath& path, const FeatureWords&
     return wanted;
 }
 
+WantedFeature FeaturePlaces::Wanted(const FeatureRule& rule, const FeaturePath& path) const {
+    WantedFeature wanted = Wanted(path, rule.words);
+    if (!rule.reading.isNamedAlone)
+        std::ranges::transform(
+            path.Collections(), wanted.collectionNames.begin(),
+            [this](tagFeatureEnum collection) { return &Wanted(collection).DocumentName(); });
+    return wanted;
+}
+
 bool FeaturePlaces::IsSupported(const FeaturePath& path) const {
     return path.Collections().empty() ? FindSupportedName(path) != nullptr : IsSupportedInCollection(path);
 }
@@ -45,10 +47,8 @@ const CXString* FeaturePlaces::FindSupportedName(const FeaturePath& path) const 
 }
 
 bool FeaturePlaces::IsSupportedInCollection(const FeaturePath& path) const {
-    if (std::ranges::find(supportedAnywhere, path) != std::end(supportedAnywhere)) return true;
-    // What the ticket answers, it also knows to be supported.
-    const FeatureRule* const rule = FindFeatureRule(FeatureQuestionKind::Option, path);
-    if (rule != nullptr && rule->HasWordsOfTicket()) return FindSupportedName(path) != nullptr;
+    if (IsSupportedAnywhere(path)) return true;
+    if (IsFeatureOfTicket(path)) return FindSupportedName(path) != nullptr;
     const auto name = [&](std::size_t at) -> const CPString& {
         return Wanted(path.Features()[at]).DeviceName();
     };

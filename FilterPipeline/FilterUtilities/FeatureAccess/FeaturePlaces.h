@@ -1,18 +1,24 @@
 #pragma once
 
+#include "ComSupport/FilterUtilitiesExport.h"
 #include "FeatureAccess/AttributeBytesSettings.h"
 #include "FeatureAccess/DeviceSettings.h"
 #include "FeatureAccess/DocumentSettings.h"
 #include "FeatureAccess/FeatureRuleTable.h"
 #include "FeatureAccess/TicketSettings.h"
 
+#include <LowLevelFacilities/WideStrings/ByteBuffer.h>
+
+#include <concepts>
+
 class NativeXmlConfigFeatureDictionary;
 
 /// The places of a job that know its features, asked by rules: those of the table, or a caller's own.
 ///
-/// A question to a feature that the dictionary does not have throws CPExceptionUnknownKeyRequest where the
-/// rule wants the feature to be supported, or has the dictionary's words.
-class FeaturePlaces {
+/// Which kinds of values a place can hold, its operations tell: a place that has none for a kind knows
+/// nothing of it, and the table does not compile with such a row. A question to a feature that the dictionary
+/// does not have throws CPExceptionUnknownKeyRequest where the rule wants the feature to be supported.
+class OV_FILTER_UTILITIES_API FeaturePlaces {
 public:
     struct Places {
         TicketSettings ticket;
@@ -30,7 +36,13 @@ public:
     [[nodiscard]] const AttributeBytesSettings& AttributeBytes() const { return m_places.attributeBytes; }
     [[nodiscard]] const DeviceSettings& Device() const { return m_places.device; }
 
+    [[nodiscard]] static constexpr bool CanAnswer(FeaturePlace place, FeatureQuestionKind kind);
+    /// Whether the device has factory defaults of that kind.
+    [[nodiscard]] static constexpr bool HasDefaults(FeatureQuestionKind kind);
+
     /// What a rule asks for of the feature at a path; the ticket's name is that of the dictionary.
+    [[nodiscard]] WantedFeature Wanted(const FeatureRule& rule, const FeaturePath& path) const;
+    /// The same without a rule; document settings are asked by the feature's name alone.
     [[nodiscard]] WantedFeature Wanted(const FeaturePath& path, const FeatureWords& words = {}) const;
 
     /// A published feature is supported where the ticket's capabilities have it, a private one where the
@@ -46,7 +58,7 @@ public:
     /// Of a feature that is supported, under this name of the ticket.
     template <typename Value>
     [[nodiscard]] FeatureAnswer<Value> Ask(const FeatureRule& rule, const WantedFeature& wanted) const;
-    /// What the places say, without a default.
+    /// What the places say, without a look at support and a default.
     template <typename Value>
     [[nodiscard]] FeatureAnswer<Value> Read(const FeatureRule& rule, const WantedFeature& wanted) const;
 
@@ -57,11 +69,34 @@ public:
     template <typename Value>
     bool Enforce(const WantedFeature& wanted, FeatureAnswer<Value>& answer) const;
 
+    /// The same, where the rule wants it.
+    template <typename Value>
+    void Enforce(const FeatureRule& rule, const WantedFeature& wanted, FeatureAnswer<Value>& answer) const {
+        if (rule.reading.orDefault) Enforce(wanted, answer);
+    }
+    /// Whether the rule lets the feature be asked for: it is supported, or need not be.
+    [[nodiscard]] bool MayAsk(const FeatureRule& rule, const FeaturePath& path) const {
+        return !rule.reading.onlyIfSupported || IsSupported(path);
+    }
+
     // By the table's rules. A feature that cannot be set is passed over.
     void SetOption(const FeaturePath& path, const SimpleOptionValue& value) const;
     void SetText(const FeaturePath& path, const CXString& text, bool isSpecified) const;
 
 private:
+    template <typename Place, typename Value>
+    static constexpr bool canHold = requires(const Place& place, const WantedFeature& wanted,
+                                             FeatureAnswer<Value>& answer) {
+        { place.Ask(wanted, answer) } -> std::same_as<bool>;
+    };
+    template <typename Value>
+    static constexpr bool CanHold(FeaturePlace place);
+
+    template <typename Value, typename Place>
+    static bool AskIfHeld(const Place& place, const WantedFeature& wanted, FeatureAnswer<Value>& answer) {
+        if constexpr (canHold<Place, Value>) return place.Ask(wanted, answer);
+        return false;
+    }
     [[nodiscard]] bool IsSupportedInCollection(const FeaturePath& path) const;
     template <typename Value>
     bool Ask(FeaturePlace place, const WantedFeature& wanted, FeatureAnswer<Value>& answer) const;
@@ -72,14 +107,71 @@ private:
 };
 
 template <typename Value>
+constexpr bool FeaturePlaces::CanHold(FeaturePlace place) {
+    switch (place) {
+    case FeaturePlace::Ticket:
+        return canHold<TicketSettings, Value>;
+    case FeaturePlace::DocumentSettings:
+        return canHold<DocumentSettings, Value>;
+    case FeaturePlace::AttributeBytes:
+        return canHold<AttributeBytesSettings, Value>;
+    case FeaturePlace::Nowhere:
+        break;
+    }
+    return false;
+}
+
+constexpr bool FeaturePlaces::CanAnswer(FeaturePlace place, FeatureQuestionKind kind) {
+    switch (kind) {
+    case FeatureQuestionKind::Option:
+    case FeatureQuestionKind::MediaSize:
+        return CanHold<DataModelIds::tagValueEnum>(place);
+    case FeatureQuestionKind::Integer:
+        return CanHold<int>(place);
+    case FeatureQuestionKind::Length:
+        return CanHold<Dimension>(place);
+    case FeatureQuestionKind::Text:
+        return CanHold<CXString>(place);
+    case FeatureQuestionKind::Flag:
+        return CanHold<bool>(place);
+    case FeatureQuestionKind::Password:
+        return CanHold<ByteBuffer>(place);
+    case FeatureQuestionKind::Collection:
+        return CanHold<CollectionState>(place);
+    case FeatureQuestionKind::Entries:
+        return CanHold<unsigned int>(place);
+    // Nobody asks the places for these.
+    case FeatureQuestionKind::Time:
+    case FeatureQuestionKind::Bytes:
+    case FeatureQuestionKind::Orientation:
+    case FeatureQuestionKind::OutputSize:
+        break;
+    }
+    return false;
+}
+
+constexpr bool FeaturePlaces::HasDefaults(FeatureQuestionKind kind) {
+    switch (kind) {
+    case FeatureQuestionKind::Option:
+        return canHold<DeviceSettings, DataModelIds::tagValueEnum>;
+    case FeatureQuestionKind::Integer:
+        return canHold<DeviceSettings, int>;
+    case FeatureQuestionKind::Length:
+        return canHold<DeviceSettings, Dimension>;
+    default:
+        return false;
+    }
+}
+
+template <typename Value>
 bool FeaturePlaces::Ask(FeaturePlace place, const WantedFeature& wanted, FeatureAnswer<Value>& answer) const {
     switch (place) {
     case FeaturePlace::Ticket:
-        return Ticket().Ask(wanted, answer);
+        return AskIfHeld(Ticket(), wanted, answer);
     case FeaturePlace::DocumentSettings:
-        return Document().Ask(wanted, answer);
+        return AskIfHeld(Document(), wanted, answer);
     case FeaturePlace::AttributeBytes:
-        return AttributeBytes().Ask(wanted, answer);
+        return AskIfHeld(AttributeBytes(), wanted, answer);
     case FeaturePlace::Nowhere:
         break;
     }
@@ -88,7 +180,7 @@ bool FeaturePlaces::Ask(FeaturePlace place, const WantedFeature& wanted, Feature
 
 template <typename Value>
 FeatureAnswer<Value> FeaturePlaces::Ask(const FeatureRule& rule, const FeaturePath& path) const {
-    WantedFeature wanted = Wanted(path, rule.words);
+    WantedFeature wanted = Wanted(rule, path);
     if (rule.reading.onlyIfSupported) {
         wanted.ticketName = FindSupportedName(path);
         if (wanted.ticketName == nullptr) return {};
@@ -99,7 +191,7 @@ FeatureAnswer<Value> FeaturePlaces::Ask(const FeatureRule& rule, const FeaturePa
 template <typename Value>
 FeatureAnswer<Value> FeaturePlaces::Ask(const FeatureRule& rule, const WantedFeature& wanted) const {
     FeatureAnswer<Value> answer = Read<Value>(rule, wanted);
-    if (rule.reading.orDefault && answer.source != FeatureValueSource::PrintTicket) Enforce(wanted, answer);
+    if (answer.source != FeatureValueSource::PrintTicket) Enforce(rule, wanted, answer);
     return answer;
 }
 
@@ -119,7 +211,7 @@ bool FeaturePlaces::Enforce(const WantedFeature& wanted, FeatureAnswer<Value>& a
     if (!MustEnforce(wanted, answer.isSpecified)) return false;
     if (IsNoFeatureValue(answer.value)) {
         answer = {};
-        const bool hasDefault = Device().Ask(wanted, answer);
+        const bool hasDefault = AskIfHeld(Device(), wanted, answer);
         answer.source = hasDefault ? FeatureValueSource::FactoryDefault : FeatureValueSource::Rule;
     }
     answer.isSpecified = true;

@@ -1,15 +1,19 @@
 #include "FeatureAccess/FeatureRuleTable.h"
 
+#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "FeatureAccess/FeaturePlaces.h"
 #include "FeatureAccess/MediaKeywordTables.h"
 
 #include <algorithm>
 #include <functional>
 #include <iterator>
+#include <ranges>
 
 namespace {
 
 using namespace DataModelIds;
 using namespace FeatureKeywordTables;
+using Kind = FeatureQuestionKind;
 using enum FeatureQuestionKind;
 using enum FeaturePlace;
 using Odd = FeatureRule::Oddity;
@@ -22,15 +26,15 @@ using Written = FeatureRule::Writing;
 constexpr Reading fromTicket{.places = {Ticket}, .onlyIfSupported = true};
 constexpr Reading fromTicketOrBytesOrDefault{
     .places = {Ticket, AttributeBytes}, .onlyIfSupported = true, .orDefault = true};
-constexpr Reading secretOfTicketOrSettings{.places = {Ticket, DocumentSettings}, .isSecret = true};
 constexpr Reading fromTicketOrSettingsOrBytesOrDefault{
     .places = {Ticket, DocumentSettings, AttributeBytes}, .onlyIfSupported = true, .orDefault = true};
 constexpr Reading fromTicketAnyway{.places = {Ticket}};
 constexpr Reading secretOfTicket{.places = {Ticket}, .isSecret = true};
 
 constexpr Reading fromSettings{.places = {DocumentSettings}};
-constexpr Reading fromSettingsOrTicket{.places = {DocumentSettings, Ticket}, .onlyIfSupported = true};
 constexpr Reading fromSettingsOrBytes{.places = {DocumentSettings, AttributeBytes}};
+constexpr Reading fromSettingsByNameOrBytes{.places = {DocumentSettings, AttributeBytes},
+                                            .isNamedAlone = true};
 constexpr Reading fromSettingsOrBytesOrDefault{.places = {DocumentSettings, AttributeBytes},
                                                .orDefault = true};
 
@@ -41,6 +45,10 @@ constexpr Reading fromBytes{.places = {AttributeBytes}};
 constexpr Reading fromBytesOrDefault{.places = {AttributeBytes}, .orDefault = true};
 constexpr Reading ifSupportedFromBytesOrDefault{
     .places = {AttributeBytes}, .onlyIfSupported = true, .orDefault = true};
+
+// What an odd rule reads, its function knows.
+constexpr Reading byFunction;
+constexpr Reading secretByFunction{.isSecret = true};
 
 // ---- The rules, by kind, by length of the path and by number. A new feature is a row here; its words stand
 // ---- in FeatureKeywordTables.h where the dictionaries have none.
@@ -58,11 +66,11 @@ constexpr FeatureRule rules[] = {
     {Option, FEAT_MS_ORIENTATION,          fromTicket, orientation},
     {Option, FEAT_JOB_TYPE,                fromSettingsOrBytesOrDefault, ofDictionary, Odd::JobType},
     {Option, FEAT_COLLATION,               fromTicket, collation, Odd::None, Written::TicketOption},
-    {Option, FEAT_SIDES_IMAGED,            fromSettingsOrTicket, sides, Odd::Sides, Written::TicketOption},
+    {Option, FEAT_SIDES_IMAGED,            byFunction, sides, Odd::Sides, Written::TicketOption},
     {Option, FEAT_PRINT_QUALITY_LEVEL,     fromSettingsOrBytesOrDefault},
     {Option, FEAT_COLOR_EFFECTS,           fromTicketOrBytesOrDefault},
     {Option, FEAT_OUTPUT_DESTINATION,      fromBytesOrDefault},
-    {Option, FEAT_PAGE_LAYOUT,             fromTicket, ofDictionary, Odd::PageLayout},
+    {Option, FEAT_PAGE_LAYOUT,             byFunction, ofDictionary, Odd::PageLayout},
     {Option, FEAT_BOOKLET,                 fromSettingsOrBytesOrDefault},
     {Option, FEAT_OUTLINES,                fromSettings},
     {Option, FEAT_COVER_OPTIONS,           fromSettingsOrBytesOrDefault, ofDictionary, Odd::CoverOptions},
@@ -91,14 +99,14 @@ constexpr FeatureRule rules[] = {
     {Option, {FEAT_MEDIA_COL, FEAT_EFFECTIVE_MEDIA_TYPE}, fromTicket, MediaKeywordTables::types},
     {Option, {FEAT_MEDIA_COL, FEAT_INPUT_TRAY},           fromTicket, MediaKeywordTables::trays},
 
-    {Integer, FEAT_COPIES,                     fromTicket},
+    {Integer, FEAT_COPIES,                     byFunction, {}, Odd::Copies},
     {Integer, FEAT_LIGHTNESS,                  ifSupportedFromBytesOrDefault},
     {Integer, FEAT_CONTRAST,                   ifSupportedFromBytesOrDefault},
     {Integer, FEAT_SATURATION,                 ifSupportedFromBytesOrDefault},
     {Integer, FEAT_COLORBALANCE_CYAN_RED,      ifSupportedFromBytesOrDefault},
     {Integer, FEAT_COLORBALANCE_MAGENTA_GREEN, ifSupportedFromBytesOrDefault},
     {Integer, FEAT_COLORBALANCE_YELLOW_BLUE,   ifSupportedFromBytesOrDefault},
-    {Integer, {FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT}, fromSettingsOrBytes},
+    {Integer, {FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT}, fromSettingsByNameOrBytes},
 
     {Length, FeatureRule::anyFeature, ifSupportedFromBytesOrDefault},
 
@@ -111,16 +119,16 @@ constexpr FeatureRule rules[] = {
     {Text, FEAT_CURRENT_USER_DOMAIN,        fromSettingsOrBytes, {}, Odd::None, Written::TextElement},
     {Text, FEAT_MS_PIN_PRINTING_STRING,     secretOfTicket},
 
-    {Flag, FEAT_START_SHEET_FROM_APPLICATION, {}, {}, Odd::StartSheet},
+    {Flag, FEAT_START_SHEET_FROM_APPLICATION, byFunction, {}, Odd::StartSheet},
 
-    {Password, FEAT_JOB_PASSWORD, secretOfTicketOrSettings, {}, Odd::JobPassword},
+    {Password, FEAT_JOB_PASSWORD, secretByFunction, {}, Odd::JobPassword},
 
     // Annotations in the document settings count even if they are marked as not specified.
     {Collection, FeatureRule::anyFeature, fromBytes},
     {Collection, FEAT_ANNOTATION_COL,     fromSettingsOrBytes},
 
     {Entries, FeatureRule::anyFeature, fromBytes},
-    {Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}, fromSettingsOrBytes, {}, Odd::AnnotationElements},
+    {Entries, {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL}, byFunction, {}, Odd::AnnotationElements},
 
     {MediaSize, FEAT_APPLICATION_MEDIA_SIZE_OPTION, fromTicketAnyway, mediaSizes, Odd::MediaSize},
 };
@@ -137,10 +145,164 @@ constexpr bool IsBefore(const FeatureRule& left, const FeatureRule& right) {
     return left.kind != right.kind ? left.kind < right.kind : StandsBefore(left.path, right.path);
 }
 
-// Each question has one place in the table.
-static_assert(std::ranges::adjacent_find(rules, std::not_fn(IsBefore)) == std::end(rules));
+// ---- What no rule may say
+
+constexpr bool IsOdd(const FeatureRule& rule) { return rule.oddity != Odd::None; }
+
+constexpr bool HasPlaces(const FeatureRule& rule) { return rule.reading.places.front() != Nowhere; }
+
+constexpr auto PlacesOf(const FeatureRule& rule) {
+    return rule.reading.places |
+           std::views::filter([](FeaturePlace place) { return place != FeaturePlace::Nowhere; });
+}
+
+constexpr bool HasPlacesInOrder(const FeatureRule& rule) {
+    const auto& places = rule.reading.places;
+    const bool hasGap = !std::ranges::is_partitioned(places, [](FeaturePlace at) { return at != Nowhere; });
+    const bool isAskedTwice = std::ranges::any_of(
+        PlacesOf(rule), [&](FeaturePlace place) { return std::ranges::count(places, place) > 1; });
+    const auto bytes = std::ranges::find(places, AttributeBytes);
+    const bool hasMore = bytes != places.end() && bytes + 1 != places.end() && bytes[1] != Nowhere;
+    return !hasGap && !isAskedTwice && !hasMore;
+}
+
+constexpr bool FitsItsPlaces(const FeatureRule& rule) {
+    return std::ranges::all_of(
+        PlacesOf(rule), [&](FeaturePlace place) { return FeaturePlaces::CanAnswer(place, rule.kind); });
+}
+
+constexpr bool FitsItsDefault(const FeatureRule& rule) {
+    return !rule.reading.orDefault || (FeaturePlaces::HasDefaults(rule.kind) && rule.words.AreOfDictionary());
+}
+
+// One set of words cannot be those of two places.
+constexpr bool FitsItsWords(const FeatureRule& rule) {
+    const auto hasTexts = [](FeaturePlace place) { return place != AttributeBytes; };
+    return rule.words.AreOfDictionary() || rule.kind == Text ||
+           std::ranges::count_if(PlacesOf(rule), hasTexts) <= 1;
+}
+
+constexpr Kind KindOf(Odd oddity) {
+    switch (oddity) {
+    case Odd::AnnotationElements:
+        return Entries;
+    case Odd::Copies:
+        return Integer;
+    case Odd::JobName:
+        return Text;
+    case Odd::JobPassword:
+        return Password;
+    case Odd::MediaSize:
+        return Kind::MediaSize;
+    case Odd::StartSheet:
+        return Flag;
+    case Odd::None:
+    case Odd::CoverOptions:
+    case Odd::HolePunch:
+    case Odd::JobType:
+    case Odd::PageLayout:
+    case Odd::Sides:
+    case Odd::Staple:
+        break;
+    }
+    return Option;
+}
+
+constexpr bool ReadsByRule(Odd oddity) {
+    constexpr Odd all[] = {Odd::None,    Odd::CoverOptions, Odd::HolePunch, Odd::JobName,
+                           Odd::JobType, Odd::MediaSize,    Odd::Staple};
+    return std::ranges::find(all, oddity) != std::end(all);
+}
+
+constexpr bool FitsItsOddity(const FeatureRule& rule) {
+    return !IsOdd(rule) || rule.kind == KindOf(rule.oddity);
+}
+
+constexpr bool HasWhatItReads(const FeatureRule& rule) {
+    const Reading& reading = rule.reading;
+    return ReadsByRule(rule.oddity)
+               ? HasPlaces(rule)
+               : !HasPlaces(rule) && !reading.onlyIfSupported && !reading.orDefault && !reading.isNamedAlone;
+}
+
+constexpr bool FitsWhatItWrites(const FeatureRule& rule) {
+    switch (rule.writing) {
+    case Written::None:
+        return true;
+    case Written::TicketOption:
+    case Written::KeywordElement:
+        return rule.kind == Option && !rule.words.AreOfDictionary();
+    case Written::NameElement:
+        return rule.kind == Text && !rule.words.AreOfDictionary();
+    case Written::TextElement:
+        return rule.kind == Text;
+    }
+    return false;
+}
+
+constexpr bool CanBeWritten(const FeatureRule& rule) {
+    return rule.writing == Written::None || rule.path.Collections().empty();
+}
+
+static_assert(std::ranges::adjacent_find(rules, std::not_fn(IsBefore)) == std::end(rules),
+              "rows stand by kind, as FeatureQuestionKind has them, then by the length of the path, then by "
+              "number; each question has one");
+static_assert(std::ranges::all_of(rules, HasPlacesInOrder),
+              "the places of a reading stand without gaps, each once, and attribute bytes last: they hide "
+              "nothing");
+static_assert(std::ranges::all_of(rules, FitsItsOddity), "that oddity is a function of another kind");
+static_assert(std::ranges::all_of(rules, HasWhatItReads),
+              "a rule has places to read, unless it is an odd one whose function knows them: then it has no "
+              "reading but for its secret");
+static_assert(std::ranges::all_of(rules, FitsItsPlaces),
+              "a place of the reading has no values of that kind: FeaturePlaces.h tells which have");
+static_assert(std::ranges::all_of(rules, FitsItsDefault),
+              "the device has default options, by the dictionaries' words, and numbers: no texts, and no own "
+              "words");
+static_assert(std::ranges::all_of(rules, FitsItsWords),
+              "own words are those of the ticket or of the document settings: not of both");
+static_assert(std::ranges::all_of(rules, FitsWhatItWrites),
+              "options and elements with keywords are written by own words, and texts as elements");
+static_assert(std::ranges::all_of(rules, CanBeWritten), "members of collections cannot be set");
+
+// ---- Beside the rules
+
+constexpr FeaturePath supportedAnywhere[] = {
+    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_NAME},
+    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_MEMBER_895},
+    {FEAT_ANNOTATION_COL, FEAT_ANNOTATION_ELEMENT_COL},
+};
+
+struct TicketNames {
+    tagFeatureEnum feature;
+    CXString names[2];
+};
+
+std::span<const TicketNames> RowsOfTicketNames() {
+    namespace Names = PrintSchema::Keywords;
+    static const TicketNames rows[] = {
+        {FEAT_PAGE_LAYOUT, {Names::NUp::JobNUpAllDocumentsContiguously, Names::NUp::DocumentNUp}},
+        {FEAT_INPUT_TRAY, {Names::PageInputBin::FEATURE, Names::JobInputBin::FEATURE}},
+    };
+    return rows;
+}
 
 } // namespace
+
+bool IsSupportedAnywhere(const FeaturePath& path) noexcept {
+    return std::ranges::find(supportedAnywhere, path) != std::end(supportedAnywhere);
+}
+
+bool IsFeatureOfTicket(const FeaturePath& path) noexcept {
+    return std::ranges::any_of(
+        rules, [&](const FeatureRule& rule) { return rule.path == path && rule.HasWordsOfTicket(); });
+}
+
+std::span<const CXString> FindTicketNames(tagFeatureEnum feature) {
+    const auto rows = RowsOfTicketNames();
+    const auto found = std::ranges::find(rows, feature, &TicketNames::feature);
+    return found == rows.end() ? std::span<const CXString>() : found->names;
+}
 
 const FeatureRule* FindFeatureRule(FeatureQuestionKind kind, const FeaturePath& path) noexcept {
     const FeatureRule* const begin = std::ranges::lower_bound(rules, kind, {}, &FeatureRule::kind);

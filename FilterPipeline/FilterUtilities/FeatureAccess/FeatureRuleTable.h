@@ -4,11 +4,14 @@
 #include "FeatureAccess/FeatureQuestion.h"
 #include "FeatureAccess/FeatureWords.h"
 
+#include <LowLevelFacilities/WideStrings/CXString.h>
+
 /// A place of a job that may know a value.
 enum class FeaturePlace { Nowhere, Ticket, DocumentSettings, AttributeBytes };
 
-/// How one question about a feature is answered, and what is written where the value is set. The table of
-/// these rules is all that is known of features in jobs: a question without a rule has no answer.
+/// How one question about a feature is answered, and what is written where the value is set. A question
+/// without a rule has no answer. What a rule must not say does not compile (FeatureRuleTable.cpp); beside the
+/// rules, only the functions of the odd ones know single features.
 struct FeatureRule {
     /// The places, asked in this order until one decides: a ticket that has a known option or a value,
     /// document settings that have the element, whatever its text, or attribute bytes that have the value.
@@ -19,12 +22,17 @@ struct FeatureRule {
         /// ticket decides stays.
         bool orDefault = false;
         bool isSecret = false; // nobody is to see the value
+        /// Document settings have the member of a collection under a name of its own, which is found wherever
+        /// it stands. Without this, it is looked for in the path's collections.
+        bool isNamedAlone = false;
     };
 
-    /// What the places alone do not tell: the function of that name in FeatureRules.
+    /// What the places alone do not tell: the function of that name in FeatureRules. Some of them read by the
+    /// rule's reading; the others know their places, and the rule has none.
     enum class Oddity {
         None,
         AnnotationElements,
+        Copies,
         CoverOptions,
         HolePunch,
         JobName,
@@ -48,13 +56,15 @@ struct FeatureRule {
     FeatureQuestionKind kind;
     FeaturePath path; // anyFeature: all that have no rule of that kind
     Reading reading = {};
-    /// Of the first place.
+    /// What texts mean in the ticket or in the document settings. Attribute bytes have numbers, and factory
+    /// defaults words of the dictionaries.
     FeatureWords words = {};
     Oddity oddity = Oddity::None;
     Writing writing = Writing::None;
 
     static constexpr DataModelIds::tagFeatureEnum anyFeature{0};
 
+    /// Otherwise own words are those of the document settings.
     [[nodiscard]] constexpr bool HasWordsOfTicket() const {
         return reading.places.front() == FeaturePlace::Ticket;
     }
@@ -64,5 +74,15 @@ struct FeatureRule {
 [[nodiscard]] OV_FILTER_UTILITIES_API const FeatureRule* FindFeatureRule(FeatureQuestionKind kind,
                                                                          const FeaturePath& path) noexcept;
 
-/// All of them, by kind and path.
+/// Whether some rule asks the ticket first for what stands at a path: the ticket then also knows whether it
+/// is supported.
+[[nodiscard]] bool IsFeatureOfTicket(const FeaturePath& path) noexcept;
+
+/// Members of collections that need no device to have them.
+[[nodiscard]] bool IsSupportedAnywhere(const FeaturePath& path) noexcept;
+
+/// The names under which tickets have a feature that has several, the better one first; none for others.
+[[nodiscard]] std::span<const CXString> FindTicketNames(DataModelIds::tagFeatureEnum feature);
+
+/// All rules, by kind and path.
 [[nodiscard]] OV_FILTER_UTILITIES_API std::span<const FeatureRule> GetFeatureRules() noexcept;

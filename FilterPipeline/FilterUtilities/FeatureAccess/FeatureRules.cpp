@@ -49,7 +49,10 @@ FeatureAnswer<tagValueEnum> FeatureRules::Option(const FeaturePath& path) const 
 
 FeatureAnswer<int> FeatureRules::Integer(const FeaturePath& path) const {
     const bool isOfJob = path == FeaturePath(FEAT_WHOLE_JOB, path.Feature()); // as if it stood alone
-    return Ask<int>(Kind::Integer, isOfJob ? path.Feature() : path);
+    const FeaturePath asked = isOfJob ? path.Feature() : path;
+    const FeatureRule* const rule = FindFeatureRule(Kind::Integer, asked);
+    if (rule == nullptr) return {};
+    return rule->oddity == Oddity::Copies ? Copies(*rule) : m_places.Ask<int>(*rule, asked);
 }
 
 FeatureAnswer<Dimension> FeatureRules::Length(const FeaturePath& path) const {
@@ -59,23 +62,22 @@ FeatureAnswer<Dimension> FeatureRules::Length(const FeaturePath& path) const {
 FeatureAnswer<CXString> FeatureRules::Text(const FeaturePath& path) const {
     const FeatureRule* const rule = FindFeatureRule(Kind::Text, path);
     if (rule == nullptr) return {};
-    return rule->oddity == Oddity::JobName ? JobName() : m_places.Ask<CXString>(*rule, path);
+    return rule->oddity == Oddity::JobName ? JobName(*rule) : m_places.Ask<CXString>(*rule, path);
 }
 
 FeatureAnswer<bool> FeatureRules::Flag(const FeaturePath& path) const {
     const FeatureRule* const rule = FindFeatureRule(Kind::Flag, path);
-    if (rule == nullptr) return {};
-    return rule->oddity == Oddity::StartSheet ? StartSheet() : m_places.Ask<bool>(*rule, path);
+    return rule != nullptr && rule->oddity == Oddity::StartSheet ? StartSheet() : FeatureAnswer<bool>();
 }
 
 FeatureAnswer<ByteBuffer> FeatureRules::Password(const FeaturePath& path) const {
     const FeatureRule* const rule = FindFeatureRule(Kind::Password, path);
-    return rule != nullptr && rule->oddity == Oddity::JobPassword ? JobPassword()
+    return rule != nullptr && rule->oddity == Oddity::JobPassword ? JobPassword(*rule)
                                                                   : FeatureAnswer<ByteBuffer>();
 }
 
-FeatureAnswer<bool> FeatureRules::Collection(const FeaturePath& path) const {
-    return Ask<bool>(Kind::Collection, path);
+FeatureAnswer<CollectionState> FeatureRules::Collection(const FeaturePath& path) const {
+    return Ask<CollectionState>(Kind::Collection, path);
 }
 
 FeatureAnswer<unsigned int> FeatureRules::Entries(const FeaturePath& path) const {
@@ -126,11 +128,11 @@ FeatureAnswer<tagValueEnum> FeatureRules::CoverOptions(const FeatureRule& rule) 
 /// One feature of the ticket says how many holes there are and where; the driver has a feature for counts and
 /// one for the positions of each count.
 FeatureAnswer<tagValueEnum> FeatureRules::HolePunch(const FeatureRule& rule) const {
-    if (!m_places.IsSupported(rule.path)) return {};
-    const WantedFeature wanted = m_places.Wanted(rule.path);
+    if (!m_places.MayAsk(rule, rule.path)) return {};
+    const WantedFeature wanted = m_places.Wanted(rule, rule.path);
     std::optional<OptionAnswer> inTicket = HolePunchOfTicket(wanted.Feature());
     OptionAnswer answer = inTicket ? *inTicket : m_places.Read<tagValueEnum>(rule, wanted);
-    m_places.Enforce(wanted, answer); // also what the ticket leaves open
+    m_places.Enforce(rule, wanted, answer); // also what the ticket leaves open
     return answer;
 }
 
@@ -164,12 +166,12 @@ FeatureAnswer<tagValueEnum> FeatureRules::JobType(const FeatureRule& rule) const
             return ChosenOption(VAL_JOB_TYPE_SECURE_PRINT, FeatureValueSource::PrintTicket);
         isPinOff = pin.CompareNoCase(L"off") == 0;
     }
-    const WantedFeature wanted = m_places.Wanted(rule.path);
+    const WantedFeature wanted = m_places.Wanted(rule, rule.path);
     OptionAnswer answer = m_places.Read<tagValueEnum>(rule, wanted);
     const bool isUnknownText =
         answer.source == FeatureValueSource::PublicDocumentSettings && answer.value == VAL_UNSPECIFIED;
     if (isUnknownText) answer.value = VAL_JOB_TYPE_NORMAL_PRINT; // not the device's default
-    m_places.Enforce(wanted, answer);
+    m_places.Enforce(rule, wanted, answer);
     if (!answer.isSpecified || answer.value == VAL_JOB_TYPE_NONE)
         return ChosenOption(VAL_JOB_TYPE_NORMAL_PRINT, FeatureValueSource::Rule);
     if (isPinOff && answer.value == VAL_JOB_TYPE_SECURE_PRINT)
@@ -192,7 +194,7 @@ FeatureAnswer<tagValueEnum> FeatureRules::PageLayout(const FeatureRule& rule) co
 /// where the ticket is silent.
 FeatureAnswer<tagValueEnum> FeatureRules::Sides(const FeatureRule& rule) const {
     if (!m_places.IsSupported(rule.path)) return {};
-    const WantedFeature wanted = m_places.Wanted(rule.path, rule.words);
+    const WantedFeature wanted = m_places.Wanted(rule, rule.path);
     FeatureAnswer<CXString> element;
     const bool isInSettings = m_places.Document().Ask(wanted, element);
     if (isInSettings && !element.isSpecified) return {VAL_UNSPECIFIED, false, element.source};
@@ -207,14 +209,21 @@ FeatureAnswer<tagValueEnum> FeatureRules::Sides(const FeatureRule& rule) const {
 
 /// Of a device whose ticket says where the staples go, the features for one and for two staples answer.
 FeatureAnswer<tagValueEnum> FeatureRules::Staple(const FeatureRule& rule) const {
-    if (!m_places.IsSupported(rule.path)) return {};
-    const WantedFeature wanted = m_places.Wanted(rule.path, rule.words);
+    if (!m_places.MayAsk(rule, rule.path)) return {};
+    const WantedFeature wanted = m_places.Wanted(rule, rule.path);
     const bool hasPositions = m_places.Ticket().IsOffered(
         wanted.TicketName(), PrintSchema::Keywords::JobStapleAllDocuments::StapleTopRight);
-    return hasPositions ? OptionAnswer() : m_places.Read<tagValueEnum>(rule, wanted);
+    return hasPositions ? OptionAnswer() : m_places.Ask<tagValueEnum>(rule, wanted);
 }
 
 // ---- Other odd answers
+
+/// Deliberate: the ticket of a job that supports copies has the last word, with 0 where it says nothing.
+FeatureAnswer<int> FeatureRules::Copies(const FeatureRule& rule) const {
+    const CXString* const name = m_places.FindSupportedName(rule.path);
+    if (name == nullptr) return {};
+    return {m_places.Ticket().GetInteger(*name), true, FeatureValueSource::PrintTicket};
+}
 
 FeatureAnswer<CXString> FeatureRules::TextOfSettingsOrBytes(const CXString& cpssName,
                                                             tagFeatureEnum feature) const {
@@ -226,9 +235,10 @@ FeatureAnswer<CXString> FeatureRules::TextOfSettingsOrBytes(const CXString& cpss
 
 /// Deliberate: only a secure job has a name that its user chose; all others have that of the document. The
 /// name has none of its own in the settings, so that only the attribute bytes can hold it.
-FeatureAnswer<CXString> FeatureRules::JobName() const {
-    FeatureAnswer<CXString> chosen =
-        TextOfSettingsOrBytes(m_places.Wanted(FEAT_SECURE_JOB_NAME).DocumentName(), FEAT_JOB_NAME);
+FeatureAnswer<CXString> FeatureRules::JobName(const FeatureRule& rule) const {
+    WantedFeature wanted = m_places.Wanted(rule, rule.path);
+    wanted.names = m_places.Wanted(FEAT_SECURE_JOB_NAME).names;
+    FeatureAnswer<CXString> chosen = m_places.Ask<CXString>(rule, wanted);
     if (chosen.isSpecified && !chosen.value.IsEmpty() &&
         ValueIfSpecified(Option(FEAT_JOB_TYPE), VAL_UNSPECIFIED) == VAL_JOB_TYPE_SECURE_PRINT)
         return chosen;
@@ -238,7 +248,7 @@ FeatureAnswer<CXString> FeatureRules::JobName() const {
 }
 
 /// The pin of the ticket, or the scrambled password of the settings.
-FeatureAnswer<ByteBuffer> FeatureRules::JobPassword() const {
+FeatureAnswer<ByteBuffer> FeatureRules::JobPassword(const FeatureRule& rule) const {
     FeatureAnswer<ByteBuffer> answer;
     if (m_places.IsSupported(FEAT_MS_PIN_PRINTING_STRING)) {
         const FeatureAnswer<CXString> pin = Text(FEAT_MS_PIN_PRINTING_STRING);
@@ -250,7 +260,7 @@ FeatureAnswer<ByteBuffer> FeatureRules::JobPassword() const {
         }
     }
     FeatureAnswer<CXString> digits;
-    if (!m_places.Document().Ask(m_places.Wanted(FEAT_JOB_PASSWORD), digits)) return answer;
+    if (!m_places.Document().Ask(m_places.Wanted(rule, rule.path), digits)) return answer;
     if (!digits.isSpecified) digits.value.Empty();
     ByteBuffer scrambled;
     if (!ByteBuffer::ConvertHexBinaryStringToByteBuffer(digits.value, scrambled, true)) return answer;
@@ -289,7 +299,7 @@ FeatureAnswer<tagValueEnum> FeatureRules::MediaSize() const {
     if (newSize.isSpecified)
         m_places.AttributeBytes().Ask(m_places.Wanted({FEAT_MEDIA_COL, FEAT_MEDIA_SIZE_OPTION}), answer);
     else
-        answer = m_places.Read<tagValueEnum>(*rule, m_places.Wanted(rule->path, rule->words));
+        answer = m_places.Ask<tagValueEnum>(*rule, rule->path);
     return answer;
 }
 

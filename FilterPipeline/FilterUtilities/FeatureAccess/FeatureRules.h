@@ -22,7 +22,7 @@ public:
     [[nodiscard]] FeatureAnswer<bool> Flag(const FeaturePath& path) const;
     /// As UTF-8.
     [[nodiscard]] FeatureAnswer<ByteBuffer> Password(const FeaturePath& path) const;
-    [[nodiscard]] FeatureAnswer<bool> Collection(const FeaturePath& path) const;
+    [[nodiscard]] FeatureAnswer<CollectionState> Collection(const FeaturePath& path) const;
     [[nodiscard]] FeatureAnswer<unsigned int> Entries(const FeaturePath& path) const;
     [[nodiscard]] FeatureAnswer<tagValueEnum> MediaSize() const;
     [[nodiscard]] FeatureAnswer<tagValueEnum> Orientation() const;
@@ -33,7 +33,6 @@ public:
     /// An element of the settings by this name, or the attribute bytes of the feature.
     [[nodiscard]] FeatureAnswer<CXString> TextOfSettingsOrBytes(const CXString& cpssName,
                                                                 tagFeatureEnum feature) const;
-    [[nodiscard]] FeatureAnswer<CXString> JobName() const;
 
 private:
     using OptionAnswer = FeatureAnswer<tagValueEnum>;
@@ -46,10 +45,12 @@ private:
 
     // The odd ones.
     [[nodiscard]] FeatureAnswer<unsigned int> AnnotationElements(const FeatureRule& rule) const;
+    [[nodiscard]] FeatureAnswer<int> Copies(const FeatureRule& rule) const;
     [[nodiscard]] OptionAnswer CoverOptions(const FeatureRule& rule) const;
     [[nodiscard]] OptionAnswer HolePunch(const FeatureRule& rule) const;
     [[nodiscard]] std::optional<OptionAnswer> HolePunchOfTicket(tagFeatureEnum feature) const;
-    [[nodiscard]] FeatureAnswer<ByteBuffer> JobPassword() const;
+    [[nodiscard]] FeatureAnswer<CXString> JobName(const FeatureRule& rule) const;
+    [[nodiscard]] FeatureAnswer<ByteBuffer> JobPassword(const FeatureRule& rule) const;
     [[nodiscard]] OptionAnswer JobType(const FeatureRule& rule) const;
     [[nodiscard]] OptionAnswer PageLayout(const FeatureRule& rule) const;
     [[nodiscard]] OptionAnswer Sides(const FeatureRule& rule) const;

@@ -1,31 +1,11 @@
 #include "FeatureAccess/TicketSettings.h"
 
 #include "DataModel/NativeXmlConfigOptionValueDictionary.h"
-#include "DataModel/PrintSchemaKeywordLiterals.h"
+#include "FeatureAccess/FeatureRuleTable.h"
 
 #include <algorithm>
 
 using namespace DataModelIds;
-
-namespace {
-
-/// A feature that stands in tickets under one of several names.
-struct SeveralNames {
-    tagFeatureEnum feature;
-    CXString names[2]; // the better one first
-};
-
-const SeveralNames* FindSeveralNames(tagFeatureEnum feature) {
-    using namespace PrintSchema::Keywords;
-    static const SeveralNames rows[] = {
-        {FEAT_PAGE_LAYOUT, {NUp::JobNUpAllDocumentsContiguously, NUp::DocumentNUp}},
-        {FEAT_INPUT_TRAY, {PageInputBin::FEATURE, JobInputBin::FEATURE}},
-    };
-    const auto found = std::ranges::find(rows, feature, &SeveralNames::feature);
-    return found == std::end(rows) ? nullptr : found;
-}
-
-} // namespace
 
 TicketSettings::TicketSettings(IPrintTicketAccess* access)
     : m_access(access), m_options(NativeXmlConfigOptionValueDictionary::Instance()) {}
@@ -35,11 +15,11 @@ const CXString* TicketSettings::FindSupportedName(const NativeXmlConfigFeatureEn
     const auto isSupported = [&](const CXString& name) {
         return m_access->IsSupportedPrintTicketFeature(name);
     };
-    if (const SeveralNames* const several = FindSeveralNames(names.feature)) {
-        const auto found = std::ranges::find_if(several->names, isSupported);
-        return found == std::end(several->names) ? nullptr : found;
-    }
-    return isSupported(names.printTicketFeatureName) ? &names.printTicketFeatureName : nullptr;
+    const std::span<const CXString> several = FindTicketNames(names.feature);
+    if (several.empty())
+        return isSupported(names.printTicketFeatureName) ? &names.printTicketFeatureName : nullptr;
+    const auto found = std::ranges::find_if(several, isSupported);
+    return found == several.end() ? nullptr : &*found;
 }
 
 bool TicketSettings::Ask(const WantedFeature& wanted, FeatureAnswer<tagValueEnum>& answer) const {
@@ -59,8 +39,11 @@ bool TicketSettings::Ask(const WantedFeature& wanted, FeatureAnswer<tagValueEnum
 
 bool TicketSettings::Ask(const WantedFeature& wanted, FeatureAnswer<int>& answer) const {
     if (m_access == nullptr) return false;
-    answer = {m_access->GetCurrentValueIntegerFeature(wanted.TicketName()), true,
-              FeatureValueSource::PrintTicket};
+    // The access answers 0 for a parameter that is not there; its text is empty then.
+    CXString text;
+    m_access->GetCurrentValueStringFeature(wanted.TicketName(), text);
+    if (text.IsEmpty()) return false;
+    answer = {GetInteger(wanted.TicketName()), true, FeatureValueSource::PrintTicket};
     return true;
 }
 
@@ -79,6 +62,10 @@ CXString TicketSettings::GetOption(const CXString& ticketName) const {
     return option;
 }
 
+int TicketSettings::GetInteger(const CXString& ticketName) const {
+    return m_access != nullptr ? m_access->GetCurrentValueIntegerFeature(ticketName) : 0;
+}
+
 bool TicketSettings::IsOffered(const CXString& ticketName, std::wstring_view option) const {
     std::vector<IPrintTicketAccess::OptionCapability> options;
     if (m_access != nullptr) m_access->GetCapabilitiesOptionFeature(ticketName, options);
@@ -89,9 +76,11 @@ bool TicketSettings::IsOffered(const CXString& ticketName, std::wstring_view opt
 void TicketSettings::SetOption(const WantedFeature& wanted, tagValueEnum value) const {
     const FeatureWords::Row* const row = wanted.words.FindWritten(value);
     if (m_access == nullptr || row == nullptr) return;
-    // Rows can tell the words of another place: the ticket's own are in the dictionary then.
-    const CXString option = m_options->IsValuePresent(value)
-                                ? CXString(m_options->GetEntry(value).printTicketOptionName)
-                                : TextOf(*row);
+    // Words can be those of another place: the ticket's own are in the dictionary then. A value has one row
+    // there, which may be of another feature.
+    const bool isOfDictionary =
+        m_options->IsValuePresent(value) && m_options->GetEntry(value).feature == wanted.Feature();
+    const CXString option =
+        isOfDictionary ? CXString(m_options->GetEntry(value).printTicketOptionName) : TextOf(*row);
     m_access->SetCurrentValueOptionFeature(wanted.TicketName(), option);
 }

@@ -57,7 +57,8 @@ public:
         return Get(integers, feature);
     }
     void GetCurrentValueStringFeature(const CXString& feature, CXString& value) const override {
-        value = Get(strings, feature).c_str();
+        const auto number = integers.find(std::wstring(feature.View()));
+        value = (number != integers.end() ? std::to_wstring(number->second) : Get(strings, feature)).c_str();
     }
     void GetCurrentValueJobSimpleSecurePrintPassword(CXString& password) const override { password.Empty(); }
     void GetCurrentValueBase64EncodedCompleteDocSettings(CXString& text) const override { text.Empty(); }
