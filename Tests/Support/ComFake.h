@@ -42,5 +42,8 @@ private:
 
 template <typename Fake, typename... Arguments>
 CComPtr<Fake> MakeFake(Arguments&&... arguments) {
-    return CComPtr<Fake>(new Fake(std::forward<Arguments>(arguments)...));
+    CComPtr<Fake> made(new Fake(std::forward<Arguments>(arguments)...));
+    // Others than these fakes are born with a reference.
+    if constexpr (!requires { made.p->References(); }) made.p->Release();
+    return made;
 }

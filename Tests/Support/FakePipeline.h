@@ -16,39 +16,22 @@ using Journal = std::vector<std::string>;
 
 class FakePropertyBag : public ComFake<IPrintPipelinePropertyBag> {
 public:
-    ~FakePropertyBag() override {
-        for (auto& [name, value] : m_values)
-            VariantClear(&value);
-    }
-
     std::vector<std::wstring> reads; // the names that were asked for, in order
     std::map<std::wstring, HRESULT> failures;
 
-    void SetString(const wchar_t* name, const wchar_t* text) {
-        VARIANT value{};
-        value.vt = VT_BSTR;
-        value.bstrVal = SysAllocString(text);
-        Take(name, value);
-    }
+    void SetString(const wchar_t* name, const wchar_t* text) { m_values[name] = CComVariant(text); }
     void SetHandle(const wchar_t* name, void* handle) {
-        VARIANT value{};
+        VARIANT& value = m_values[name];
         value.vt = VT_BYREF;
         value.byref = handle;
-        Take(name, value);
     }
     void SetNumber(const wchar_t* name, ULONG number) {
-        VARIANT value{};
+        CComVariant value;
         value.vt = VT_UI4;
         value.ulVal = number;
-        Take(name, value);
+        m_values[name] = value;
     }
-    void SetObject(const wchar_t* name, IUnknown* object) {
-        VARIANT value{};
-        value.vt = VT_UNKNOWN;
-        value.punkVal = object;
-        object->AddRef();
-        Take(name, value);
-    }
+    void SetObject(const wchar_t* name, IUnknown* object) { m_values[name] = CComVariant(object); }
 
     HRESULT STDMETHODCALLTYPE AddProperty(PCWSTR, const VARIANT*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetProperty(PCWSTR name, VARIANT* value) override {
@@ -57,19 +40,13 @@ public:
         const auto found = m_values.find(name);
         if (found == m_values.end()) return E_ELEMENT_NOT_FOUND;
         if (found->second.vt != VT_BYREF) return VariantCopy(value, &found->second);
-        *value = found->second;
+        *value = found->second; // a bare reference is no type that VariantCopy knows
         return S_OK;
     }
     BOOL STDMETHODCALLTYPE DeleteProperty(PCWSTR) override { return FALSE; }
 
 private:
-    void Take(const wchar_t* name, VARIANT value) {
-        VARIANT& place = m_values[name];
-        VariantClear(&place);
-        place = value;
-    }
-
-    std::map<std::wstring, VARIANT> m_values;
+    std::map<std::wstring, CComVariant> m_values;
 };
 
 // Hands out the parts in order, then none. The hook runs ahead of each part, with its index.
@@ -98,7 +75,6 @@ public:
     HRESULT sendUnknownResult = S_OK;
     std::vector<CComPtr<MemoryWriteStream>> newStreams;
     std::vector<std::wstring> newUris;
-    HRESULT newPartResult = S_OK;
 
     HRESULT STDMETHODCALLTYPE SendXpsUnknown(IUnknown*) override {
         journal.push_back("unknown");
@@ -114,7 +90,6 @@ public:
     // Makes image parts, whatever is asked for.
     HRESULT STDMETHODCALLTYPE GetNewEmptyPart(PCWSTR uri, REFIID, void** part,
                                               IPrintWriteStream** stream) override {
-        if (FAILED(newPartResult)) return newPartResult;
         newUris.emplace_back(uri);
         newStreams.push_back(MakeFake<MemoryWriteStream>());
         CComPtr<IPartImage> made(new FakeImagePart(uri));

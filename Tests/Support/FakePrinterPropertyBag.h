@@ -3,6 +3,7 @@
 #include "Support/ComFake.h"
 
 #include <printerextension.h>
+#include <streambase.h>
 
 #include <algorithm>
 #include <cstring>
@@ -11,12 +12,12 @@
 #include <string>
 
 // A stream over a text that others share. Can be told to be in trouble.
-class FakePropertyStream : public ComFake<IStream> {
+class FakePropertyStream : public OvPlatform::StreamBase<OvPlatform::PlainEntry> {
 public:
     enum class Trouble { None, Stat, Read, ShortRead, HugeSize };
 
     FakePropertyStream(std::shared_ptr<std::string> bytes, Trouble trouble)
-        : m_bytes(std::move(bytes)), m_trouble(trouble) {}
+        : StreamBase(STGM_READWRITE), m_bytes(std::move(bytes)), m_trouble(trouble) {}
 
     HRESULT STDMETHODCALLTYPE Read(void* to, ULONG wanted, ULONG* read) override {
         if (m_trouble == Trouble::Read) {
@@ -48,22 +49,17 @@ public:
         status->cbSize.QuadPart = m_trouble == Trouble::HugeSize ? ULONGLONG{1} << 40 : m_bytes->size();
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Revert() override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
+
+protected:
+    HRESULT Size(std::size_t& size) override {
+        size = m_bytes->size();
+        return S_OK;
+    }
 
 private:
     std::shared_ptr<std::string> m_bytes;
     Trouble m_trouble;
-    std::size_t m_position = 0;
 };
 
 // A bag in memory. Each kind of value has its own names.
@@ -140,8 +136,8 @@ private:
         return S_OK;
     }
     HRESULT Open(const std::shared_ptr<std::string>& value, IStream** stream) const {
-        CComPtr<IStream> opened(new FakePropertyStream(value, streamTrouble));
-        return opened.CopyTo(stream);
+        *stream = new FakePropertyStream(value, streamTrouble);
+        return S_OK;
     }
 
     std::map<std::wstring, BOOL> m_bools;
