@@ -1,6 +1,10 @@
 #pragma once
 
+#include "Support/TemporaryFolder.h"
+
 #include <Commands/Commands.h>
+
+#include <gtest/gtest.h>
 
 #include <sstream>
 #include <string>
@@ -28,3 +32,15 @@ inline std::vector<std::string> Lines(const std::string& text) {
         lines.push_back(line);
     return lines;
 }
+
+/// A test in a folder of its own, which is the current one meanwhile.
+class InOwnFolder : public testing::Test {
+protected:
+    InOwnFolder() { std::filesystem::current_path(m_folder.Path()); }
+    ~InOwnFolder() override { std::filesystem::current_path(m_before); }
+
+    TemporaryFolder m_folder;
+
+private:
+    std::filesystem::path m_before = std::filesystem::current_path();
+};

@@ -28,11 +28,8 @@ const std::string PageList = OV_BINARY_DIR "/lib/libPageList.so";
 const std::string StreamCopy = OV_BINARY_DIR "/lib/libStreamCopy.so";
 const std::string SampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
 
-class CommandsTest : public testing::Test {
+class CommandsTest : public InOwnFolder {
 protected:
-    void SetUp() override { std::filesystem::current_path(m_folder.Path()); }
-    void TearDown() override { std::filesystem::current_path(m_before); }
-
     // A failure is one line on the error stream and nothing else.
     static void ExpectRefusal(const CommandRun& result, int code, const std::string& words) {
         EXPECT_EQ(code, result.code) << result.errors;
@@ -40,9 +37,6 @@ protected:
         EXPECT_THAT(Lines(result.errors), ElementsAre(StartsWith("ov-pipeline: ")));
         EXPECT_THAT(result.errors, HasSubstr(words));
     }
-
-    TemporaryFolder m_folder;
-    std::filesystem::path m_before = std::filesystem::current_path();
 };
 
 TEST_F(CommandsTest, HelpAndVersionGoToTheOutput) {

@@ -37,15 +37,13 @@ std::string ObjectOf(const std::string& json, const std::string& feature) {
     return std::regex_replace(json.substr(start, json.find('}', name) + 1 - start), std::regex("\n *"), " ");
 }
 
-class FeaturesCommandTest : public testing::Test {
+class FeaturesCommandTest : public InOwnFolder {
 protected:
     void SetUp() override {
-        std::filesystem::current_path(m_folder.Path());
         std::filesystem::copy(sampleQueue, "queue");
         for (const auto& file : std::filesystem::directory_iterator("queue"))
             std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
-    void TearDown() override { std::filesystem::current_path(m_before); }
 
     std::string Run(std::vector<std::string> arguments, int code = ExitOk) {
         arguments.insert(arguments.begin(), {"features", "job.xps", "--queue", "queue"});
@@ -54,11 +52,6 @@ protected:
         EXPECT_EQ(code == ExitOk, run.errors.empty());
         return code == ExitOk ? run.out : run.errors;
     }
-
-    TemporaryFolder m_folder;
-
-private:
-    std::filesystem::path m_before = std::filesystem::current_path();
 };
 
 TEST_F(FeaturesCommandTest, ShowsEachPlaceDecidingSomething) {

@@ -1,8 +1,8 @@
+#include "Support/InApartment.h"
 #include "Support/Rows.h"
 
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
-#include <SystemServices/SafeCoInitialize.h>
 
 #include <gtest/gtest.h>
 
@@ -37,10 +37,8 @@ public:
     void SetPrinterPropertyBagStreamBuffer(const CXString&, const ByteBuffer&) override {}
 };
 
-class DriverOfADevice : public testing::Test {
+class DriverOfADevice : public InApartment<> {
 protected:
-    DriverOfADevice() { m_apartment.TryInitializeCom(0, false); }
-
     void Describe(const std::string& features) {
         m_bag.deviceCapabilities =
             CPString("<DeviceCapabilities version='1.0'>" + features + "</DeviceCapabilities>");
@@ -48,9 +46,6 @@ protected:
 
     StreamBag m_bag;
     OrvelDriverPropertyBag m_driver{m_bag};
-
-private:
-    SafeCoInitialize m_apartment;
 };
 
 TEST_F(DriverOfADevice, ReadsEachDocumentOnceAndSharesIt) {

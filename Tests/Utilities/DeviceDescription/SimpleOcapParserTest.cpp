@@ -1,11 +1,11 @@
 // The device capabilities document: what it answers, and what it refuses.
 
+#include "Support/InApartment.h"
 #include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
-#include <SystemServices/SafeCoInitialize.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,13 +23,7 @@ CPString document(const std::string& features, const std::string& version = "1.0
     return CPString("<DeviceCapabilities version=\"" + version + "\">" + features + "</DeviceCapabilities>");
 }
 
-class DeviceCapabilities : public testing::Test {
-protected:
-    DeviceCapabilities() { m_apartment.TryInitializeCom(0, false); }
-
-private:
-    SafeCoInitialize m_apartment;
-};
+class DeviceCapabilities : public InApartment<> {};
 
 /// The message of the refusal; empty if the text is taken.
 std::string refusalOf(const CPString& xml) {

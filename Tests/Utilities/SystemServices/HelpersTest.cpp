@@ -109,11 +109,9 @@ TEST(OrvelUtilities, SplitPathsAndLists) {
         EXPECT_EQ(file, OrvelUtilities::getFileNameFromFullPath(path));
     }
     std::vector<CXString> pieces;
-    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L"a, b ,,c", L',', false, false);
-    EXPECT_EQ((std::vector<CXString>{L"a", L" b ", L"", L"c"}), pieces);
-    pieces.clear();
-    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L" a , ,b", L',', true, true);
-    EXPECT_EQ((std::vector<CXString>{L"a", L"b"}), pieces);
+    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L"a, b ,", L',', false, false);
+    OrvelUtilities::parseCharacterSeparatedStrings(pieces, L" c , ,d", L',', true, true);
+    EXPECT_EQ((std::vector<CXString>{L"a", L" b ", L"", L"c", L"d"}), pieces);
 }
 
 } // namespace

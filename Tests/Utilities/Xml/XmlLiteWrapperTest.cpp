@@ -1,9 +1,9 @@
 // The pull reader: one pass over a text answers all queries.
 
+#include "Support/InApartment.h"
 #include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
-#include <SystemServices/SafeCoInitialize.h>
 #include <Xml/XmlLiteWrapper.h>
 
 #include <gtest/gtest.h>
@@ -14,20 +14,14 @@ namespace {
 
 using Query = XmlLiteWrapper::Query;
 
-class XmlLite : public testing::Test {
-protected:
-    XmlLite() { m_apartment.TryInitializeCom(0, false); }
+class XmlLite : public InApartment<> {};
 
-    static std::vector<CXString> Texts(const Query& query) {
-        std::vector<CXString> texts;
-        for (int i = 0; i < query.GetResult().GetCount(); ++i)
-            texts.push_back(*query.GetResult().TryGet(i));
-        return texts;
-    }
-
-private:
-    SafeCoInitialize m_apartment;
-};
+std::vector<CXString> Texts(const Query& query) {
+    std::vector<CXString> texts;
+    for (int i = 0; i < query.GetResult().GetCount(); ++i)
+        texts.push_back(*query.GetResult().TryGet(i));
+    return texts;
+}
 
 TEST_F(XmlLite, AnswersAllQueriesOnOnePass) {
     const Rows<const wchar_t*, std::vector<CXString>> rows{

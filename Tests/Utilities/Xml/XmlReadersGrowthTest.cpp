@@ -1,9 +1,9 @@
 // The readers of XML that other rooms stand on, and that of the device capabilities.
 
 #include "Support/Growth.h"
+#include "Support/InApartment.h"
 
 #include <DeviceDescription/SimpleOcapParser.h>
-#include <SystemServices/SafeCoInitialize.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/XmlLiteWrapper.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
@@ -62,13 +62,7 @@ const GrowthCase Cases[] = {
     {"WalksAndWrites", Reading("<s>", "<t n='#'>text</t>\n", "</s>", WalkAndWrite)},
 };
 
-class XmlReadersGrowth : public testing::TestWithParam<GrowthCase> {
-protected:
-    XmlReadersGrowth() { m_apartment.TryInitializeCom(0, false); }
-
-private:
-    SafeCoInitialize m_apartment;
-};
+class XmlReadersGrowth : public InApartment<testing::TestWithParam<GrowthCase>> {};
 
 TEST_P(XmlReadersGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 

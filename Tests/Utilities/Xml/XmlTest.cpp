@@ -1,12 +1,12 @@
 // The parser, its nodes and the serialisation, over the platform's DOM.
 
+#include "Support/InApartment.h"
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
 #include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
-#include <SystemServices/SafeCoInitialize.h>
 #include <Xml/MicrosoftXmlParser.h>
 #include <Xml/UtilitiesLibraryHost.h>
 #include <Xml/XmlOutputUtf8StringCallback.h>
@@ -18,10 +18,8 @@
 
 namespace {
 
-class Xml : public testing::Test {
+class Xml : public InApartment<> {
 protected:
-    Xml() { m_apartment.TryInitializeCom(0, false); }
-
     /// Without the carriage returns, and what ends the last line.
     static std::string Written(
         const OrvelXmlParser& parser, bool withDeclaration,
@@ -33,9 +31,6 @@ protected:
         std::erase(lines, '\r');
         return lines.substr(0, lines.find_last_not_of('\n') + 1);
     }
-
-private:
-    SafeCoInitialize m_apartment;
 };
 
 TEST_F(Xml, ParsesTextAndBytesAlike) {
