@@ -1,8 +1,8 @@
-#include <Com/ClassTable.h>
 #include <Com/FaultInjection.h>
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
+#include <msxml6.h>
 
 #include <functional>
 #include <future>
@@ -28,39 +28,29 @@ TEST(Apartment, IsOfOneKindForAThread) {
     });
 }
 
-// {5d4e9c5a-8a0b-4a27-9d1b-0d7e5f4c2b11}
-constexpr CLSID MemoryStreamClass = {
-    0x5d4e9c5a, 0x8a0b, 0x4a27, {0x9d, 0x1b, 0x0d, 0x7e, 0x5f, 0x4c, 0x2b, 0x11}};
-
-HRESULT CreateMemoryStream(REFIID iid, void** object) {
-    CComPtr<IStream> stream;
-    if (HRESULT result = CreateStreamOnHGlobal(nullptr, TRUE, &stream); FAILED(result)) return result;
-    return stream->QueryInterface(iid, object);
-}
-
-TEST(ClassTable, MakesRegisteredClassesInsideAnApartmentOnly) {
-    ASSERT_EQ(S_OK, OvPlatform::RegisterClass(MemoryStreamClass, CreateMemoryStream));
-    const auto makeWithoutApartment = [] {
-        CComPtr<IStream> stream;
-        return stream.CoCreateInstance(MemoryStreamClass);
+TEST(ClassTable, MakesClassesInsideAnApartmentOnly) {
+    const auto make = [] {
+        CComPtr<IXMLDOMDocument> document;
+        return document.CoCreateInstance(__uuidof(DOMDocument60));
     };
     OnNewThread([&] {
-        EXPECT_EQ(CO_E_NOTINITIALIZED, makeWithoutApartment());
+        EXPECT_EQ(CO_E_NOTINITIALIZED, make());
         ASSERT_EQ(S_OK, CoInitialize(nullptr));
-        CComPtr<IStream> stream;
-        EXPECT_EQ(S_OK, stream.CoCreateInstance(MemoryStreamClass));
-        CComPtr<IDispatch> missing;
-        EXPECT_EQ(E_NOINTERFACE, missing.CoCreateInstance(MemoryStreamClass));
+        EXPECT_EQ(S_OK, make());
+        CComPtr<IErrorInfo> missing;
+        EXPECT_EQ(E_NOINTERFACE, missing.CoCreateInstance(__uuidof(DOMDocument60)));
         EXPECT_EQ(REGDB_E_CLASSNOTREG, missing.CoCreateInstance(__uuidof(IStream)));
         EXPECT_EQ(nullptr, missing.p);
-        EXPECT_EQ(CLASS_E_NOAGGREGATION, missing.CoCreateInstance(MemoryStreamClass, stream));
+        CComPtr<IStream> outer;
+        EXPECT_EQ(S_OK, CreateStreamOnHGlobal(nullptr, TRUE, &outer));
+        EXPECT_EQ(CLASS_E_NOAGGREGATION, missing.CoCreateInstance(__uuidof(DOMDocument60), outer));
         CoUninitialize();
 
         // A thread without an apartment is served while the multi-threaded one exists.
         ASSERT_EQ(S_OK, CoInitializeEx(nullptr, COINIT_MULTITHREADED));
-        OnNewThread([&] { EXPECT_EQ(S_OK, makeWithoutApartment()); });
+        OnNewThread([&] { EXPECT_EQ(S_OK, make()); });
         CoUninitialize();
-        OnNewThread([&] { EXPECT_EQ(CO_E_NOTINITIALIZED, makeWithoutApartment()); });
+        OnNewThread([&] { EXPECT_EQ(CO_E_NOTINITIALIZED, make()); });
     });
 }
 

@@ -74,6 +74,7 @@ TEST(DomAttributes, MustNotContradictTheNamesInUse) {
         {L"xmlns:p", "urn:z", E_INVALIDARG},
         {L"xmlns:q", "urn:z", E_INVALIDARG},
         {L"xmlns:xml", "urn:z", E_INVALIDARG},
+        {L"xmlns:r", "", E_INVALIDARG},
         {L"z:y", "1", E_FAIL}, // no such prefix
         {L"a b", "1", E_FAIL},
         {nullptr, "1", E_INVALIDARG},

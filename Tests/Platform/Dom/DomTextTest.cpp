@@ -184,11 +184,13 @@ TEST(DomText, OfADeclarationThatWasMadeKeepsItsEncoding) {
     EXPECT_EQ("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\r\n<a/>\r\n", XmlOf(document));
     EXPECT_EQ(E_FAIL, RootOf(document)->appendChild(first, nullptr)) << "only a document has one";
     EXPECT_EQ(E_FAIL, document->appendChild(first, nullptr)) << "and only in front";
+    const auto comment = Got(document, &IXMLDOMDocument::createComment, Wide("c"));
+    EXPECT_EQ(E_FAIL, document->insertBefore(comment, CComVariant(static_cast<IUnknown*>(made.p)), nullptr));
 }
 
 TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     auto document = Parsed("<r xmlns:dt='urn:schemas-microsoft-com:datatypes'><i dt:dt='int'> 42 </i>"
-                           "<b dt:dt='bin.base64'/><h dt:dt='Bin.Hex'/><f dt:dt='boolean'>1</f></r>");
+                           "<b dt:dt='bin.base64'/><h dt:dt='Bin.Hex'>fF 0A</h><f dt:dt='boolean'>1</f></r>");
     const auto typed = [&](std::string_view query) {
         return Got(First(document, query), &IXMLDOMNode::get_nodeTypedValue);
     };
@@ -196,18 +198,23 @@ TEST(DomText, HasTypedValuesWhereAnElementNamesItsType) {
     EXPECT_EQ(42, typed("//i").lVal);
     EXPECT_EQ(VT_BOOL, typed("//f").vt);
     EXPECT_EQ(VARIANT_TRUE, typed("//f").boolVal);
-    for (const auto& [bytes, base64, hex] :
-         Rows<std::string, const char*, const char*>{{"", "", ""},
-                                                     {"\xFF", "/w==", "ff"},
-                                                     {{"\xFF\0", 2}, "/wA=", "ff00"},
-                                                     {{"\xFF\0\x7F", 3}, "/wB/", "ff007f"}}) {
+    const auto bytesAt = [&](std::string_view query) {
+        const CComVariant array = typed(query);
+        EXPECT_EQ(VT_ARRAY | VT_UI1, array.vt);
+        return std::string(static_cast<char*>(array.parray->pvData), array.parray->rgsabound[0].cElements);
+    };
+    EXPECT_EQ("\xFF\n", bytesAt("//h")) << "whatever the case of its letters";
+    const Rows<std::string, const char*, const char*> cases{
+        {"", "", ""},
+        {"\xFF", "/w==", "ff"},
+        {{"\xFF\0", 2}, "/wA=", "ff00"},
+        {{"\xFF\0\x7F", 3}, "/wB/", "ff007f"},
+    };
+    for (const auto& [bytes, base64, hex] : cases) {
         for (const auto& [query, text] : {std::pair("//b", base64), std::pair("//h", hex)}) {
             EXPECT_EQ(S_OK, First(document, query)->put_nodeTypedValue(Bytes(bytes)));
             EXPECT_EQ(text, TextOf(First(document, query)));
-            const CComVariant array = typed(query);
-            ASSERT_EQ(VT_ARRAY | VT_UI1, array.vt);
-            EXPECT_EQ(bytes, std::string(static_cast<char*>(array.parray->pvData),
-                                         array.parray->rgsabound[0].cElements));
+            EXPECT_EQ(bytes, bytesAt(query));
         }
     }
     CComVariant none;

@@ -42,7 +42,7 @@ TEST(TextConversion, ReportsWhatIsWrongWithACall) {
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_FLAGS), narrow(CP_UTF8, 0x200, L"a", 1, 2));
     EXPECT_EQ(static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION),
               narrow(CP_UTF8, WC_ERR_INVALID_CHARS, L"\xD800", 1, 2));
-    EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "a\xE2\x82", 3, units, 2));
+    EXPECT_EQ(0, MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, "\xE2\x82", 2, units, 2));
     EXPECT_EQ(static_cast<DWORD>(ERROR_NO_UNICODE_TRANSLATION), GetLastError());
     EXPECT_EQ(invalid, narrow(CP_UTF8, 0, L"a", 0, 2));
     EXPECT_EQ(invalid, narrow(CP_UTF8, 0, L"a", 1, -1));

@@ -74,6 +74,7 @@ TEST(DevmodeConversion, KeepsTheRecordAsTheSnapshot) {
     // A shorter record is filled up with zeros before the driver's bytes.
     record.mode.dmSize = offsetof(DEVMODEW, dmICMMethod);
     std::memcpy(reinterpret_cast<unsigned char*>(&record) + record.mode.dmSize, record.extra, 3);
+    record.extra[0] = 0;
     const std::string ticket = Convert(record.mode, kPTPageScope, record.mode.dmSize + std::size_t{3});
     EXPECT_EQ(EffectiveOf(ticket, "PageOrientation"), "Landscape");
     EXPECT_TRUE(EffectiveOf(ticket, "t:PageDevmodeSnapshot").ends_with("AAAAPrODw==")); // zeros, FA CE 0F

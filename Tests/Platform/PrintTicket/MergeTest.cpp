@@ -117,7 +117,8 @@ TEST(TicketMerge, ChoosesOptionsByNameThenByScore) {
          Feature("PageOrientation", "Landscape", "", "<psf:Option name=\"psk:Portrait\"/>"),
          "PageOrientation=Landscape", true},
         {"several where many may be picked, in the printer's order", kPTJobScope,
-         Feature("t:JobFinish", "t:Staple", "", "<psf:Option name=\"t:Punch\"/>"),
+         Feature("t:JobFinish", "t:Staple", "",
+                 "<psf:Option name=\"t:Punch\"/><psf:Option name=\"t:Staple\"/>"),
          "t:JobFinish=t:Punch+t:Staple"},
         {"nested features", kPTDocumentScope,
          Feature("DocumentNUp", "", Scored("PagesPerSheet", 4),
@@ -305,10 +306,6 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
     EXPECT_EQ(validate(qualities, asked("t:Fast", 600)), "PageResolution=t:Low"); // the default
     // Of options that fit as well, the one that refers to the same parameter, then the one that has a name
     // or none as the ticket's has.
-    const auto reference = [](const char* parameter) {
-        return std::string("<psf:ScoredProperty name=\"psk:Pages\"><psf:ParameterRef name=\"psk:") +
-               parameter + "\"/></psf:ScoredProperty>";
-    };
     const auto definition = [](const char* name) {
         return std::string("<psf:ParameterDef name=\"psk:") + name + "\">" +
                Property("psf:DataType", "QName", "xsd:integer") +
@@ -316,13 +313,14 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
     };
     const std::string alike =
         definition("PageP1") + definition("PageP2") + "<psf:Feature name=\"psk:PageNUp\"><psf:Option>" +
-        reference("PageP1") + "</psf:Option><psf:Option>" + reference("PageP2") +
+        Reference("Pages", "PageP1") + "</psf:Option><psf:Option>" + Reference("Pages", "PageP2") +
         "</psf:Option><psf:Option name=\"t:Two\">" + Scored("Pages", 2) + "</psf:Option><psf:Option>" +
         Scored("Pages", 2) + "</psf:Option></psf:Feature>";
-    EXPECT_EQ(
-        validate(alike, Ticket(Feature("PageNUp", "", reference("PageP2")) + Parameter("PageP2", "23"))),
-        "PageP2=23 PageNUp=-");
-    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", reference("PageP1")) + Parameter("PageP1", "2"))),
+    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", Reference("Pages", "PageP2")) +
+                                     Parameter("PageP2", "23"))),
+              "PageP2=23 PageNUp=-");
+    EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", Reference("Pages", "PageP1")) +
+                                     Parameter("PageP1", "2"))),
               "PageP1=2 PageNUp=-");
     EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "", Scored("Pages", 2)))), "PageNUp=-");
     EXPECT_EQ(validate(alike, Ticket(Feature("PageNUp", "t:Two"))), "PageNUp=t:Two");
@@ -332,6 +330,15 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
         R"(</psf:ParameterDef><psf:Feature name="t:PageEdge"><psf:Option name="t:A"><psf:ScoredProperty )"
         R"(name="t:Lead"><psf:ParameterRef name="t:Lead"/></psf:ScoredProperty></psf:Option></psf:Feature>)";
     EXPECT_EQ(validate(lead, Ticket(Parameter("t:Lead", "7")), kPTPageScope), "t:Lead=7 t:PageEdge=t:A");
+    // Names as scored properties: the namespace decides.
+    const auto place = [](const std::string& name) {
+        return "<psf:ScoredProperty name=\"psk:Place\"><psf:Value xsi:type=\"xsd:QName\">" + name +
+               "</psf:Value></psf:ScoredProperty>";
+    };
+    const std::string places = "<psf:Feature name=\"psk:JobPlace\"><psf:Option name=\"t:A\">" +
+                               place("psk:Left") + "</psf:Option><psf:Option name=\"t:B\">" +
+                               place("t:Left") + "</psf:Option></psf:Feature>";
+    EXPECT_EQ(validate(places, Ticket(Feature("JobPlace", "", place("t:Left")))), "JobPlace=t:B");
     // A feature of nothing but nested ones.
     EXPECT_EQ(validate(R"(<psf:Feature name="psk:JobA"><psf:Feature name="psk:B"><psf:Option name="psk:C"/>)"
                        R"(<psf:Option name="psk:D"/></psf:Feature></psf:Feature>)",

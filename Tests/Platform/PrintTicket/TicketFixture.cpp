@@ -48,11 +48,6 @@ std::string Size(int width, int height) {
     return Scored("MediaSizeWidth", width) + Scored("MediaSizeHeight", height);
 }
 
-std::string Reference(const std::string& scored, const std::string& parameter) {
-    return "<psf:ScoredProperty name=\"psk:" + scored + "\"><psf:ParameterRef name=\"psk:" + parameter +
-           "\"/></psf:ScoredProperty>";
-}
-
 } // namespace
 
 std::string Ticket(const std::string& content) {
@@ -73,6 +68,11 @@ std::string Feature(const std::string& name, const std::string& option, const st
 std::string Scored(const std::string& name, int value) {
     return "<psf:ScoredProperty name=\"psk:" + name + "\"><psf:Value xsi:type=\"xsd:integer\">" +
            std::to_string(value) + "</psf:Value></psf:ScoredProperty>";
+}
+
+std::string Reference(const std::string& scored, const std::string& parameter) {
+    return "<psf:ScoredProperty name=\"psk:" + scored + "\"><psf:ParameterRef name=\"psk:" + parameter +
+           "\"/></psf:ScoredProperty>";
 }
 
 std::string Parameter(const std::string& name, const std::string& value, const std::string& type) {

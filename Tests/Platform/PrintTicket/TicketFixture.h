@@ -19,6 +19,7 @@ std::string Capabilities(const std::string& content);
 std::string Feature(const std::string& name, const std::string& option, const std::string& insideOption = {},
                     const std::string& afterOption = {});
 std::string Scored(const std::string& name, int value);
+std::string Reference(const std::string& scored, const std::string& parameter);
 std::string Property(const std::string& name, const std::string& type, const std::string& value);
 std::string Parameter(const std::string& name, const std::string& value,
                       const std::string& type = "xsd:integer");
