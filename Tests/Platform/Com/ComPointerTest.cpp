@@ -1,4 +1,4 @@
-#include "Support/FakePrinterPropertyBag.h"
+#include "Support/ComFake.h"
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
@@ -7,8 +7,14 @@
 
 namespace {
 
+class Subject : public ComFake<ISequentialStream> {
+public:
+    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+};
+
 TEST(ComPointer, CountsOnceForEachOwnerAndAsksForTheInterfaceWhenTheKindsDiffer) {
-    const auto subject = MakeFake<FakePropertyStream>(nullptr, FakePropertyStream::Trouble::None);
+    const auto subject = MakeFake<Subject>();
     {
         CComPtr<IUnknown> first(subject.p), second(first);
         EXPECT_EQ(3u, subject->References());
@@ -22,7 +28,7 @@ TEST(ComPointer, CountsOnceForEachOwnerAndAsksForTheInterfaceWhenTheKindsDiffer)
         first.Attach(first.Detach());
         EXPECT_EQ(3u, subject->References());
 
-        CComPtr<IStream> stream;
+        CComPtr<ISequentialStream> stream;
         stream = first;
         EXPECT_EQ(4u, subject->References());
         EXPECT_TRUE(first.IsEqualObject(stream));
