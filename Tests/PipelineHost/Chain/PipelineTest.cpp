@@ -221,6 +221,23 @@ TEST_F(PipelineTest, AMisbehavingFilterFailsTheJobWithOneLineAndNoOutput) {
     }
 }
 
+TEST_F(PipelineTest, AFilterNeedNotTakeWhatTheOneBeforeItSends) {
+    const auto sendOnePage = [](const FilterEnv& env) -> HRESULT {
+        const auto to = env.Consumer();
+        for (bool isPage = false; !isPage;) {
+            CComPtr<IUnknown> part;
+            if (const HRESULT hr = env.Provider()->GetXpsPart(&part); FAILED(hr)) return hr;
+            isPage = CComQIPtr<IFixedPage>(part) != nullptr;
+            SendPart(to, part);
+        }
+        return to->CloseSender();
+    };
+    SampleJob job;
+    job.pages = 40; // more than a queue holds
+    const JobOutcome outcome = Run(job, {Filter("passes", PassOn()), Filter("first", sendOnePage)});
+    EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
+}
+
 TEST_F(PipelineTest, StartsNoFilterWhereOneCannotBeInitialised) {
     const auto good = std::make_shared<TestFilter::Calls>();
     const auto bad = std::make_shared<TestFilter::Calls>();

@@ -14,7 +14,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <thread>
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -72,9 +71,9 @@ public:
         close(m_errors);
     }
 
-    // Reads the error stream until the words come; false if they do not within 20 seconds.
-    bool WaitFor(const std::string& words) {
-        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    // Reads the error stream until the words come; false if they do not within that time.
+    bool WaitFor(const std::string& words, std::chrono::milliseconds longest = std::chrono::seconds(20)) {
+        const auto end = std::chrono::steady_clock::now() + longest;
         while (m_said.find(words) == std::string::npos)
             if (std::chrono::steady_clock::now() > end || !ReadSome(100)) return false;
         return true;
@@ -175,8 +174,7 @@ TEST_F(ProgramTest, ASignalThatWasIgnoredStaysIgnored) {
                     Program::Errors::Pipe, [] { signal(SIGINT, SIG_IGN); });
     ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
     program.Signal(SIGINT);
-    std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    EXPECT_EQ(std::string::npos, program.Said().find("cancelled"));
+    EXPECT_FALSE(program.WaitFor("cancelled", std::chrono::milliseconds(300)));
     program.Signal(SIGTERM);
     EXPECT_EQ(130, program.Finish());
 }
