@@ -2,6 +2,8 @@
 
 #include <Com/FaultInjection.h>
 
+#include <algorithm>
+
 namespace {
 
 CComPtr<IStream> StreamInto(IXMLDOMDocument* document) {
@@ -89,8 +91,8 @@ TEST(DomStream, TakesOverWhatWasWritten) {
         for (std::size_t at = 0; at < text.size(); at += 7) {
             Write(stream, text.substr(at, 7));
             EXPECT_TRUE(CComQIPtr<IXMLDOMNode>(stream.p)) << "asking for interfaces is no end of writing";
+            EXPECT_EQ(std::min(at + 7, text.size()), PlaceOf(stream)) << "nor is asking for the place";
         }
-        EXPECT_EQ(text.size(), PlaceOf(stream)) << "asking for the place is no end of writing";
         each.finish(document, stream);
         EXPECT_EQ("<a x=\"1\" xmlns:p=\"u\" y=\"2\"/>", XmlOf(RootOf(document))) << each.name;
         if (stream) {

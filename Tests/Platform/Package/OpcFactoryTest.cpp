@@ -1,3 +1,4 @@
+#include "Support/InApartment.h"
 #include "Support/Rows.h"
 
 #include <atlcomcli.h>
@@ -6,17 +7,9 @@
 
 namespace {
 
-class OpcFactoryTest : public testing::Test {
+class OpcFactoryTest : public InApartment<> {
 protected:
-    void SetUp() override {
-        ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-        ASSERT_EQ(m_factory.CoCreateInstance(__uuidof(OpcFactory)), S_OK);
-    }
-
-    void TearDown() override {
-        m_factory.Release();
-        CoUninitialize();
-    }
+    void SetUp() override { ASSERT_EQ(m_factory.CoCreateInstance(__uuidof(OpcFactory)), S_OK); }
 
     CComPtr<IOpcPartUri> Part(const wchar_t* name) {
         CComPtr<IOpcPartUri> part;

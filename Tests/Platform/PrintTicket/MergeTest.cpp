@@ -336,9 +336,10 @@ TEST(TicketMerge, HoldsForCapabilitiesOfUnusualShape) {
                "</psf:Value></psf:ScoredProperty>";
     };
     const std::string places = "<psf:Feature name=\"psk:JobPlace\"><psf:Option name=\"t:A\">" +
-                               place("psk:Left") + "</psf:Option><psf:Option name=\"t:B\">" +
-                               place("t:Left") + "</psf:Option></psf:Feature>";
-    EXPECT_EQ(validate(places, Ticket(Feature("JobPlace", "", place("t:Left")))), "JobPlace=t:B");
+                               place("psk:Right") + "</psf:Option><psf:Option name=\"t:B\">" +
+                               place("psk:Left") + "</psf:Option></psf:Feature>";
+    EXPECT_EQ(validate(places, Ticket(Feature("JobPlace", "", place("psk:Left")))), "JobPlace=t:B");
+    EXPECT_EQ(validate(places, Ticket(Feature("JobPlace", "", place("t:Left")))), "JobPlace=t:A");
     // A feature of nothing but nested ones.
     EXPECT_EQ(validate(R"(<psf:Feature name="psk:JobA"><psf:Feature name="psk:B"><psf:Option name="psk:C"/>)"
                        R"(<psf:Option name="psk:D"/></psf:Feature></psf:Feature>)",

@@ -1,4 +1,5 @@
 #include "Platform/PrintTicket/TicketFixture.h"
+#include "Support/InApartment.h"
 #include "Support/MemoryStreams.h"
 
 #include <Com/FaultInjection.h>
@@ -7,7 +8,6 @@
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
 #include <msxml6.h>
-#include <objbase.h>
 #include <prntvpt.h>
 
 #include <thread>
@@ -35,7 +35,7 @@ std::uint64_t Position(IStream* stream) {
     return position.QuadPart;
 }
 
-class Provider : public testing::Test {
+class Provider : public InApartment<> {
 protected:
     void SetUp() override {
         QueueRegistry::Add(Queue());
@@ -151,20 +151,16 @@ TEST_F(Provider, ReadsFromWhereStreamsStandAndLeavesTheResultAtItsEnd) {
 }
 
 TEST_F(Provider, TakesDomDocumentsAsStreams) {
-    ASSERT_GE(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK);
-    {
-        const std::string ticket = Ticket(Feature("PageOrientation", "Landscape"));
-        CComPtr<IXMLDOMDocument2> base, result;
-        ASSERT_EQ(base.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
-        ASSERT_EQ(result.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
-        VARIANT_BOOL loaded = VARIANT_FALSE;
-        ASSERT_EQ(base->loadXML(CComBSTR(std::wstring(ticket.begin(), ticket.end()).c_str()), &loaded), S_OK);
-        EXPECT_EQ(Merge(CComQIPtr<IStream>(base.p), nullptr, CComQIPtr<IStream>(result.p)), noConflict);
-        CComBSTR xml;
-        ASSERT_EQ(result->get_xml(&xml), S_OK);
-        EXPECT_NE(std::wstring(xml).find(L"psk:Landscape"), std::wstring::npos);
-    }
-    CoUninitialize();
+    const std::string ticket = Ticket(Feature("PageOrientation", "Landscape"));
+    CComPtr<IXMLDOMDocument2> base, result;
+    ASSERT_EQ(base.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
+    ASSERT_EQ(result.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
+    VARIANT_BOOL loaded = VARIANT_FALSE;
+    ASSERT_EQ(base->loadXML(CComBSTR(std::wstring(ticket.begin(), ticket.end()).c_str()), &loaded), S_OK);
+    EXPECT_EQ(Merge(CComQIPtr<IStream>(base.p), nullptr, CComQIPtr<IStream>(result.p)), noConflict);
+    CComBSTR xml;
+    ASSERT_EQ(result->get_xml(&xml), S_OK);
+    EXPECT_NE(std::wstring(xml).find(L"psk:Landscape"), std::wstring::npos);
 }
 
 TEST_F(Provider, GivesCodeAndTextForABadInputAndStaysUsable) {
