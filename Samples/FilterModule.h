@@ -9,7 +9,7 @@
 // What a filter module needs besides its filter: a class factory and the two exports that the pipeline asks
 // for. Put FILTER_MODULE(YourFilter, {your class id}) once at the end of the filter's source.
 
-// Makes filters of one class. Lives as long as its module, so references are not counted.
+/// Makes filters of one class. Lives as long as its module, so references are not counted.
 template <class Filter>
 class FilterFactory final : public IClassFactory {
 public:

@@ -2,8 +2,8 @@
 
 #include <filterpipeline.h>
 
-// Writes all of the bytes, in as many writes as the stream asks for. E_FAIL if it succeeds without taking
-// any.
+/// Writes all of the bytes, in as many writes as the stream asks for. E_FAIL if it succeeds without taking
+/// any.
 inline HRESULT WriteAll(IPrintWriteStream& stream, const void* bytes, ULONG count) {
     const BYTE* rest = static_cast<const BYTE*>(bytes);
     while (count > 0) {

@@ -26,7 +26,7 @@ using Value = AttributeBytesValue;
 
 /// Settings of all kinds: of ten, six are options, and one each an integer, a text, a length, a collection of
 /// two.
-ByteBuffer makeStore() {
+ByteBuffer MakeStore() {
     AttributeBytesRawList list;
     unsigned int count = 0;
     for (LONG id = 40; count < records; id += 5) {
@@ -62,7 +62,7 @@ ByteBuffer makeStore() {
     return store.GetPersistentAttributesState();
 }
 
-double nanosecondsOf(auto action) {
+double NanosecondsOf(auto action) {
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < rounds; ++i)
         action();
@@ -73,7 +73,7 @@ double nanosecondsOf(auto action) {
 } // namespace
 
 int main() {
-    const ByteBuffer bytes = makeStore();
+    const ByteBuffer bytes = MakeStore();
     ByteBuffer copy(bytes.size());
     const auto copyAndHash = [&] {
         std::memcpy(copy.data(), bytes.data(), bytes.size());
@@ -92,8 +92,8 @@ int main() {
     double copying = 1e300;
     double reading = 1e300;
     for (int repetition = 0; repetition < repetitions; ++repetition) {
-        copying = std::min(copying, nanosecondsOf(copyAndHash));
-        reading = std::min(reading, nanosecondsOf(read));
+        copying = std::min(copying, NanosecondsOf(copyAndHash));
+        reading = std::min(reading, NanosecondsOf(read));
     }
     const double ratio = reading / copying;
     std::printf("%u records in %zu bytes: read and indexed %.0f ns, copied and hashed %.0f ns, ratio %.1f "

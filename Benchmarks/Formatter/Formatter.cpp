@@ -39,7 +39,7 @@ struct Cost {
 
 /// The best of several repetitions.
 template <typename Action>
-Cost measure(Action action) {
+Cost Measure(Action action) {
     Cost best{1e300, 0};
     for (int repetition = 0; repetition < repetitions; ++repetition) {
         const std::size_t before = allocations;
@@ -78,19 +78,19 @@ int main() {
     bool isWithinLimit = true;
     isWithinLimit &=
         report("text and numbers",
-               measure([&](int i) { return FormatStdString("%s: option %d of %u", narrow, i, 7u); }),
-               measure([&](int i) { return printed("%s: option %d of %u", narrow.c_str(), i, 7u); }));
+               Measure([&](int i) { return FormatStdString("%s: option %d of %u", narrow, i, 7u); }),
+               Measure([&](int i) { return printed("%s: option %d of %u", narrow.c_str(), i, 7u); }));
     isWithinLimit &= report(
-        "width, precision, hex", measure([&](int i) {
+        "width, precision, hex", Measure([&](int i) {
             return FormatStdString("Failed HRESULT (0x%08x) at %8.3f, line %5d", i, 1.5, i);
         }),
-        measure([&](int i) { return printed("Failed HRESULT (0x%08x) at %8.3f, line %5d", i, 1.5, i); }));
+        Measure([&](int i) { return printed("Failed HRESULT (0x%08x) at %8.3f, line %5d", i, 1.5, i); }));
     isWithinLimit &=
-        report("wide text", measure([&](int i) { return FormatStdString("%S has no option %d", wide, i); }),
-               measure([&](int i) { return printed("%s has no option %d", wideAsNarrow.c_str(), i); }));
+        report("wide text", Measure([&](int i) { return FormatStdString("%S has no option %d", wide, i); }),
+               Measure([&](int i) { return printed("%s has no option %d", wideAsNarrow.c_str(), i); }));
     isWithinLimit &= report("near the end of the area",
-                            measure([&](int i) { return FormatStdString("%s %d", paragraph, i); }),
-                            measure([&](int i) { return printed("%s %d", paragraph.c_str(), i); }));
+                            Measure([&](int i) { return FormatStdString("%s %d", paragraph, i); }),
+                            Measure([&](int i) { return printed("%s %d", paragraph.c_str(), i); }));
     std::printf("at most one allocation a message: %s\n", isWithinLimit ? "yes" : "NO");
     return isWithinLimit ? 0 : 1;
 }

@@ -11,7 +11,7 @@ void check(bool holds) {
 }
 
 /// What one answer says about a feature, the others must not deny.
-void askAbout(const SimpleOcapParser& device, const CPString& feature) {
+void AskAbout(const SimpleOcapParser& device, const CPString& feature) {
     bool isTextFound = false;
     bool isIntegerFound = false;
     CXString factoryDefault;
@@ -45,10 +45,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         const SimpleOcapParser device(CPString(std::string(reinterpret_cast<const char*>(data), size)));
         for (const char* const name : {"a", "b", "c", "", "print-quality-level", "adjust-lightness",
                                        "job-password", "media-col", "cover-front"})
-            askAbout(device, name);
+            AskAbout(device, name);
         for (const CXString& option : device.GetSupportedInstallableOptionFeaturesFromOcap()) {
             check(device.IsCpssFeatureSupported(CPString(option)));
-            askAbout(device, CPString(option));
+            AskAbout(device, CPString(option));
         }
     } catch (const CPComException& refused) {
         check(FAILED(refused.GetHresult()));

@@ -6,6 +6,8 @@
 #include "Editor.h"
 #include "Infoset.h"
 
+#include <Xml/SaxContentListener.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
@@ -44,20 +46,10 @@ CComPtr<IXMLDOMDocument3> Again(const CComBSTR& text) {
 }
 
 /// Sees elements close in the order in which they opened, and finds every attribute by its name.
-class NestingCheck final : public ISAXContentHandler {
+class NestingCheck final : public SaxContentListener {
 public:
     bool IsClosed() const { return m_open.empty(); }
 
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-    HRESULT STDMETHODCALLTYPE putDocumentLocator(ISAXLocator*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE endDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startPrefixMapping(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE endPrefixMapping(const wchar_t*, int) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE startElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
                                            int length, ISAXAttributes* attributes) override {
         m_open.emplace_back(name, static_cast<std::size_t>(length));
@@ -82,10 +74,6 @@ public:
     }
     HRESULT STDMETHODCALLTYPE characters(const wchar_t*, int) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE ignorableWhitespace(const wchar_t*, int) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE processingInstruction(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t*, int) override { return S_OK; }
 
 private:
     std::vector<std::wstring> m_open;
@@ -152,10 +140,10 @@ void CheckInfoset(IXMLDOMDocument3* document, bool keepsBlanks) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    constexpr std::size_t MostEdits = 64;
+    constexpr std::size_t mostEdits = 64;
     std::string_view rest(reinterpret_cast<const char*>(data), size);
     const CComBSTR query = Wide(TakeLine(rest));
-    const std::string_view edits = TakeLine(rest).substr(0, MostEdits);
+    const std::string_view edits = TakeLine(rest).substr(0, mostEdits);
 
     auto document = NewDocument();
     const bool keepsBlanks = edits.starts_with('P');

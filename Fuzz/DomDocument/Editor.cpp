@@ -8,8 +8,8 @@
 namespace {
 
 // Of lengths without a common divisor, so that every one meets every other.
-constexpr std::array<const wchar_t*, 3> Prefixes = {L"p", L"", L"ns0"};
-constexpr std::array<const wchar_t*, 4> Uris = {L"urn:p", L"urn:q", L"urn:p", L""};
+constexpr std::array<const wchar_t*, 3> prefixes = {L"p", L"", L"ns0"};
+constexpr std::array<const wchar_t*, 4> uris = {L"urn:p", L"urn:q", L"urn:p", L""};
 
 } // namespace
 
@@ -21,8 +21,8 @@ Editor::Editor(IXMLDOMDocument3* document, const CComBSTR& query)
 
 void Editor::Apply(char edit) {
     if (!m_first || !m_second) Select(); // the list was empty, or a node went
-    const auto known = Edits.find(edit);
-    if (known != Edits.end() && m_first && m_second) (this->*known->second)();
+    const auto known = edits.find(edit);
+    if (known != edits.end() && m_first && m_second) (this->*known->second)();
 }
 
 void Editor::Select() {
@@ -162,9 +162,9 @@ void Editor::CreateComment() { Create(NODE_COMMENT); }
 
 void Editor::CreateInstruction() { Create(NODE_PROCESSING_INSTRUCTION); }
 
-const wchar_t* Editor::NextPrefix() { return Prefixes[m_prefix++ % Prefixes.size()]; }
+const wchar_t* Editor::NextPrefix() { return prefixes[m_prefix++ % prefixes.size()]; }
 
-const wchar_t* Editor::NextUri() { return Uris[m_uri++ % Uris.size()]; }
+const wchar_t* Editor::NextUri() { return uris[m_uri++ % uris.size()]; }
 
 CComBSTR Editor::NextName(const wchar_t* local) {
     CComBSTR name = NextPrefix();
@@ -246,7 +246,7 @@ void Editor::Keep() { m_kept.push_back(m_first); }
 
 void Editor::Drop() { m_kept.clear(); }
 
-const std::map<char, Editor::Edit> Editor::Edits = {
+const std::map<char, Editor::Edit> Editor::edits = {
     {'>', &Editor::Next},
     {'?', &Editor::Select},
     {'L', &Editor::Reload},

@@ -17,7 +17,7 @@ public:
 
 private:
     using Edit = void (Editor::*)();
-    static const std::map<char, Edit> Edits;
+    static const std::map<char, Edit> edits;
 
     void Select();
     void Next();

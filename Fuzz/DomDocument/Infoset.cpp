@@ -10,11 +10,11 @@
 
 namespace {
 
-constexpr char EndOfEvent = '\x1E';
-constexpr char BeforeAttribute = '\x1F';
-constexpr char InName = '\x01'; // none of them is a character of XML
-constexpr std::string_view XmlUri = "http://www.w3.org/XML/1998/namespace";
-constexpr std::string_view XmlnsUri = "http://www.w3.org/2000/xmlns/";
+constexpr char endOfEvent = '\x1E';
+constexpr char beforeAttribute = '\x1F';
+constexpr char inName = '\x01'; // none of them is a character of XML
+constexpr std::string_view xmlUri = "http://www.w3.org/XML/1998/namespace";
+constexpr std::string_view xmlnsUri = "http://www.w3.org/2000/xmlns/";
 
 struct Attribute {
     std::string name; // namespace, InName and local name
@@ -23,7 +23,7 @@ struct Attribute {
 };
 
 std::string FullName(std::string_view uri, std::string_view local) {
-    return std::string(uri).append(1, InName).append(local);
+    return std::string(uri).append(1, inName).append(local);
 }
 
 /// Puts events together as both sides see them.
@@ -40,25 +40,25 @@ public:
         m_infoset.events.append(1, 'S').append(name);
         bool keepsBlanks = m_keepsBlanks.back();
         for (const Attribute& attribute : attributes) {
-            m_infoset.events.append(1, BeforeAttribute).append(attribute.name).append("=");
+            m_infoset.events.append(1, beforeAttribute).append(attribute.name).append("=");
             m_infoset.events.append(attribute.value);
             NoteMeaning(attribute.value);
-            if (attribute.name != FullName(XmlUri, "space")) continue;
+            if (attribute.name != FullName(xmlUri, "space")) continue;
             if (attribute.value == "preserve") keepsBlanks = true;
             if (attribute.value == "default") keepsBlanks = m_keepsBlanks.front();
         }
-        m_infoset.events += EndOfEvent;
+        m_infoset.events += endOfEvent;
         m_keepsBlanks.push_back(keepsBlanks);
     }
     void End() {
         EndText();
-        m_infoset.events.append(1, 'E').append(1, EndOfEvent);
+        m_infoset.events.append(1, 'E').append(1, endOfEvent);
         m_keepsBlanks.pop_back();
     }
     void Text(std::string_view text) { m_text.append(text); }
     void Other(char kind, std::string_view content) {
         EndText();
-        m_infoset.events.append(1, kind).append(content).append(1, EndOfEvent);
+        m_infoset.events.append(1, kind).append(content).append(1, endOfEvent);
     }
 
     Infoset Take() { return std::move(m_infoset); }
@@ -66,7 +66,7 @@ public:
 private:
     void EndText() {
         const bool counts = m_keepsBlanks.back() || m_text.find_first_not_of(" \t\r\n") != std::string::npos;
-        if (!m_text.empty() && counts) m_infoset.events.append(1, 'T').append(m_text).append(1, EndOfEvent);
+        if (!m_text.empty() && counts) m_infoset.events.append(1, 'T').append(m_text).append(1, endOfEvent);
         m_text.clear();
     }
     void NoteMeaning(std::string_view value) {
@@ -169,7 +169,7 @@ private:
         CComPtr<IXMLDOMNamedNodeMap> map;
         if (element->get_attributes(&map) != S_OK) std::abort();
         for (CComPtr<IXMLDOMNode> node; map->nextNode(&node) == S_OK; node.Release()) {
-            if (Answer(node, &IXMLDOMNode::get_namespaceURI) != XmlnsUri)
+            if (Answer(node, &IXMLDOMNode::get_namespaceURI) != xmlnsUri)
                 attributes.push_back({FullName(node), ValueOf(node)});
             else if (Answer(node, &IXMLDOMNode::get_prefix) == "xmlns")
                 declared[Answer(node, &IXMLDOMNode::get_baseName)] = ValueOf(node);
@@ -201,7 +201,7 @@ Recorder& RecorderOf(void* data) { return *static_cast<Recorder*>(data); }
 /// The parser puts no separator into names without a namespace.
 std::string FullName(const char* name) {
     const std::string_view whole = name;
-    return whole.find(InName) == std::string_view::npos ? FullName("", whole) : std::string(whole);
+    return whole.find(inName) == std::string_view::npos ? FullName("", whole) : std::string(whole);
 }
 
 void SetHandlers(XML_Parser parser) {
@@ -235,7 +235,7 @@ Infoset Infoset::Of(IXMLDOMDocument3* document, bool keepsBlanks) {
 std::optional<Infoset> Infoset::Of(std::string_view text, const char* encoding, bool keepsBlanks,
                                    std::string& reason) {
     const std::unique_ptr<XML_ParserStruct, decltype(&XML_ParserFree)> parser(
-        XML_ParserCreateNS(encoding, InName), XML_ParserFree);
+        XML_ParserCreateNS(encoding, inName), XML_ParserFree);
     if (parser == nullptr) std::abort();
     Recorder recorder(keepsBlanks);
     XML_SetUserData(parser.get(), &recorder);

@@ -19,7 +19,7 @@ namespace {
 using InternalOrvelCP::FormatArgument;
 using InternalOrvelCP::FormatBuffer;
 
-void require(bool condition) {
+void Require(bool condition) {
     if (!condition) std::abort();
 }
 
@@ -28,7 +28,7 @@ struct Formatted {
     bool isRefused;
 };
 
-Formatted formatBehind(std::size_t alreadyUsed, const std::string& format,
+Formatted FormatBehind(std::size_t alreadyUsed, const std::string& format,
                        const std::vector<FormatArgument>& arguments) {
     FormatBuffer buffer;
     const std::string head(alreadyUsed, 'h');
@@ -39,10 +39,10 @@ Formatted formatBehind(std::size_t alreadyUsed, const std::string& format,
     } catch (const CPException&) {
         isRefused = true;
     }
-    require(buffer.text()[buffer.used()] == '\0');
-    require(buffer.hasMovedOut() || buffer.used() <= 1022);
+    Require(buffer.text()[buffer.used()] == '\0');
+    Require(buffer.hasMovedOut() || buffer.used() <= 1022);
     std::string text = buffer.takeText();
-    require(text.compare(0, alreadyUsed, head) == 0);
+    Require(text.compare(0, alreadyUsed, head) == 0);
     return {text.substr(alreadyUsed), isRefused};
 }
 
@@ -80,10 +80,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         arguments.push_back(kinds[(number >> (4 * i)) % std::size(kinds)]);
 
     // The text does not depend on how full the buffer was.
-    const Formatted first = formatBehind(0, format, arguments);
+    const Formatted first = FormatBehind(0, format, arguments);
     for (const std::size_t used : {700u, 1000u, 1022u, 1023u}) {
-        const Formatted again = formatBehind(used, format, arguments);
-        require(again.isRefused == first.isRefused && again.text == first.text);
+        const Formatted again = FormatBehind(used, format, arguments);
+        Require(again.isRefused == first.isRefused && again.text == first.text);
     }
 
     DebugUtilities::setReportSink([](const char*, const char*) noexcept {});

@@ -31,7 +31,7 @@ const std::filesystem::path& Folder() {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::ofstream(Folder() / QueueFolder::DescriptionFile, std::ios::binary)
+    std::ofstream(Folder() / QueueFolder::descriptionFile, std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     std::shared_ptr<const QueueFolder> queue;
     try {

@@ -7,10 +7,10 @@
 
 namespace {
 
-CXString textOf(const ByteBuffer& bytes) { return bytes.getAsCXStringFromUtf8Buffer(); }
+CXString TextOf(const ByteBuffer& bytes) { return bytes.getAsCXStringFromUtf8Buffer(); }
 
 // What somebody sends as a scrambled form is refused, or a text that has a form itself.
-void uncover(const CXString& form, int mode) {
+void Uncover(const CXString& form, int mode) {
     try {
         const ByteBuffer text = DataEncrypter::DecryptStringWithOrvelSimple1(form, mode);
         if (text.size() > static_cast<std::size_t>(form.GetLength())) std::abort();
@@ -24,12 +24,12 @@ void cover(const CXString& text, int mode, std::size_t place) {
     if (form.empty() != text.IsEmpty()) std::abort();
     ByteBuffer expected;
     expected.appendAsUtf8(text);
-    if (DataEncrypter::DecryptStringWithOrvelSimple1(textOf(form), mode) != expected) std::abort();
+    if (DataEncrypter::DecryptStringWithOrvelSimple1(TextOf(form), mode) != expected) std::abort();
     if (form.empty()) return;
 
     const auto isRefused = [](const ByteBuffer& other, int otherMode) {
         try {
-            (void)DataEncrypter::DecryptStringWithOrvelSimple1(textOf(other), otherMode);
+            (void)DataEncrypter::DecryptStringWithOrvelSimple1(TextOf(other), otherMode);
             return false;
         } catch (const CPExceptionInvalidArgument&) {
             return true;
@@ -50,8 +50,8 @@ void cover(const CXString& text, int mode, std::size_t place) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) return 0;
     const int mode = static_cast<signed char>(data[0]);
-    const CXString text = textOf(ByteBuffer(data + 2, size - 2));
-    uncover(text, mode);
+    const CXString text = TextOf(ByteBuffer(data + 2, size - 2));
+    Uncover(text, mode);
     cover(text, mode, data[1]);
     return 0;
 }

@@ -9,7 +9,7 @@ namespace OvPipeline {
 namespace {
 
 // The order matters where a filter does not look at its ends: parts before bytes.
-constexpr FilterEnds Combinations[] = {
+constexpr FilterEnds combinations[] = {
     {EndKind::XpsParts, EndKind::XpsParts},
     {EndKind::XpsParts, EndKind::Bytes},
     {EndKind::Bytes, EndKind::Bytes},
@@ -60,7 +60,7 @@ HRESULT TryEnds(const FilterModule& module, const FilterSpec& spec, FilterEnds e
 
 FilterEnds FindEnds(const FilterModule& module, const FilterSpec& spec, PropertyBag* bag, JobState& job) {
     HRESULT refused = E_NOINTERFACE;
-    for (const FilterEnds& ends : Combinations) {
+    for (const FilterEnds& ends : combinations) {
         const HRESULT hr = TryEnds(module, spec, ends, bag, job);
         if (SUCCEEDED(hr)) return ends;
         // What the filter says beside "not these ends" is what the user must know.

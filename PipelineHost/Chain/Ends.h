@@ -2,7 +2,7 @@
 
 namespace OvPipeline {
 
-// What goes through a filter's end.
+/// What goes through a filter's end.
 enum class EndKind { XpsParts, Bytes };
 
 struct FilterEnds {

@@ -12,7 +12,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr int JobFailed = 1; // the program's exit code
+constexpr int jobFailed = 1; // the program's exit code
 
 std::atomic<JobState*> guarded{nullptr};
 std::atomic<pid_t> program{0}; // what a filter forks may end as it likes
@@ -31,7 +31,7 @@ void EndAtOnce() {
     if (!job || getpid() != program || !job->AskCancel()) return;
     const char* who = FilterCall::Innermost();
     Say(who ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
-    _exit(JobFailed);
+    _exit(jobFailed);
 }
 
 extern "C" void OnAbort(int) {

@@ -13,12 +13,12 @@ thread_local const char* innermost = nullptr;
 
 // Names come from the command line and from pipeline configurations, and go to a terminal from a signal's
 // handler.
-constexpr std::size_t MostShown = 200;
+constexpr std::size_t mostShown = 200;
 
 } // namespace
 
 FilterCall::FilterCall(JobState& job, const std::string& who)
-    : m_job(job), m_who(OvPlatform::Shown(who, MostShown)) {
+    : m_job(job), m_who(OvPlatform::Shown(who, mostShown)) {
     m_job.Enter(m_who);
     m_outer = std::exchange(innermost, m_who.c_str());
 }

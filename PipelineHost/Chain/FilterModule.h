@@ -8,23 +8,23 @@
 
 namespace OvPipeline {
 
-// A loaded module. It is unloaded with the last reference, where it says that it can be.
+/// A loaded module. It is unloaded with the last reference, where it says that it can be.
 class FilterModule {
 public:
-    // Loads the module that a spec names. A name without a folder is looked for beside the configuration, in
-    // the folders of OV_FILTERS, beside the program and in its lib folder; "Name.dll" and "Name" also find
-    // "Name.so" and "libName.so", so that one configuration serves all systems. Throws HostError.
+    /// Loads the module that a spec names. A name without a folder is looked for beside the configuration, in
+    /// the folders of OV_FILTERS, beside the program and in its lib folder; "Name.dll" and "Name" also find
+    /// "Name.so" and "libName.so", so that one configuration serves all systems. Throws HostError.
     static std::shared_ptr<FilterModule> Load(const FilterSpec& spec);
 
     FilterModule(const FilterModule&) = delete;
     FilterModule& operator=(const FilterModule&) = delete;
     ~FilterModule();
 
-    // A new filter, by the module's class factory, or straight from DllGetClassObject as older modules have
-    // it. Throws HostError, also for what the module throws.
+    /// A new filter, by the module's class factory, or straight from DllGetClassObject as older modules have
+    /// it. Throws HostError, also for what the module throws.
     CComPtr<IPrintPipelineFilter> MakeFilter(const GUID& clsid) const;
 
-    // Lets a service module fill the bag. Throws HostError where it does not export how.
+    /// Lets a service module fill the bag. Throws HostError where it does not export how.
     void PopulateServices(IPrintPipelinePropertyBag* bag) const;
 
     const std::string& Path() const { return m_path; }
@@ -35,7 +35,7 @@ private:
 
     template <class Function>
     Function Find(const char* name) const;
-    // As MakeFilter, by DllGetClassObject; a failure as its result.
+    /// As MakeFilter, by DllGetClassObject; a failure as its result.
     HRESULT MakeByClass(const GUID& clsid, CComPtr<IPrintPipelineFilter>& filter) const;
 
     std::string m_path;

@@ -17,9 +17,9 @@ namespace OvPipeline {
 namespace {
 
 // The pseudo handle of the process's own token: jobs run as who started them.
-const HANDLE ProcessToken = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-4));
+const HANDLE processToken = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-4));
 
-constexpr const wchar_t* DeviceCapabilitiesProperty = XPS_FP_PRINTDEVICECAPABILITIES;
+constexpr const wchar_t* deviceCapabilitiesProperty = XPS_FP_PRINTDEVICECAPABILITIES;
 
 std::wstring UserName() {
     for (const char* name : {"USER", "LOGNAME"})
@@ -98,7 +98,7 @@ void AddJobProperties(PropertyBag* bag, const JobPrinter& printer, const JobDesc
     const OvPlatform::QueueFolder& queue = printer.Queue();
     AddText(bag, XPS_FP_PRINTER_NAME, queue.PrinterName());
     AddHandle(bag, XPS_FP_PRINTER_HANDLE, printer.Handle());
-    AddHandle(bag, XPS_FP_USER_TOKEN, ProcessToken);
+    AddHandle(bag, XPS_FP_USER_TOKEN, processToken);
     VARIANT id;
     VariantInit(&id);
     id.vt = VT_UI4;
@@ -120,7 +120,7 @@ void AddJobProperties(PropertyBag* bag, const JobPrinter& printer, const JobDesc
     AddObject(bag, XPS_FP_PROGRESS_REPORT, progress);
     // The driver's own document, of another form than Print Capabilities; a queue may have it in its driver's
     // bag.
-    const auto device = queue.DriverProperties().find(DeviceCapabilitiesProperty);
+    const auto device = queue.DriverProperties().find(deviceCapabilitiesProperty);
     if (device != queue.DriverProperties().end())
         if (const auto* stream = std::get_if<OvPlatform::QueueStream>(&device->second))
             AddDocument(bag, XPS_FP_PRINTDEVICECAPABILITIES,

@@ -5,10 +5,10 @@
 
 namespace OvPipeline {
 
-// The printer of a job while it runs: the queue under its name, with the job in it, and an open handle.
+/// The printer of a job while it runs: the queue under its name, with the job in it, and an open handle.
 class JobPrinter {
 public:
-    // Adds the job to the queue and makes the queue known. Throws HostError.
+    /// Adds the job to the queue and makes the queue known. Throws HostError.
     explicit JobPrinter(const JobDescription& job);
     JobPrinter(const JobPrinter&) = delete;
     JobPrinter& operator=(const JobPrinter&) = delete;
@@ -24,7 +24,7 @@ private:
     std::uint32_t m_jobId = 1;
 };
 
-// Fills the bag with what filters may ask, in the published types. Throws HostError.
+/// Fills the bag with what filters may ask, in the published types. Throws HostError.
 void AddJobProperties(PropertyBag* bag, const JobPrinter& printer, const JobDescription& job,
                       XpsFlavour flavour, const std::shared_ptr<JobState>& state);
 

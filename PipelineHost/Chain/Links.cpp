@@ -9,14 +9,14 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr HRESULT InvalidState = HRESULT_FROM_WIN32(ERROR_INVALID_STATE);
+constexpr HRESULT invalidState = HRESULT_FROM_WIN32(ERROR_INVALID_STATE);
 
 } // namespace
 
 HRESULT PartQueue::Send(IUnknown* part) {
     std::unique_lock lock(m_mutex);
     const auto isToWait = [&] {
-        return m_parts.size() >= Bound && !m_receiverEnded && !m_job->IsStopping() &&
+        return m_parts.size() >= bound && !m_receiverEnded && !m_job->IsStopping() &&
                !m_job->IsStreamAwaited();
     };
     // Looks now and then, since whoever begins to wait for a stream wakes nobody here.
@@ -51,7 +51,7 @@ HRESULT PartQueue::Receive(IUnknown** part) {
 }
 
 void PartQueue::RequireStarted(const char* problem) const {
-    if (!m_job->IsStarted()) throw HostError(InvalidState, {}, problem);
+    if (!m_job->IsStarted()) throw HostError(invalidState, {}, problem);
 }
 
 void PartQueue::EndSending() {
@@ -91,8 +91,8 @@ HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
     if (!part) return E_POINTER;
     return Guarded([&] {
         const std::string what = DescribePart(part);
-        if (m_isClosed) throw HostError(InvalidState, ThreadPart(), "a part is sent after CloseSender");
-        if (once && *once) throw HostError(InvalidState, ThreadPart(), "a second " + what + " is sent");
+        if (m_isClosed) throw HostError(invalidState, ThreadPart(), "a part is sent after CloseSender");
+        if (once && *once) throw HostError(invalidState, ThreadPart(), "a second " + what + " is sent");
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("sends", what);
         const HRESULT hr = m_queue->Send(part);
@@ -118,7 +118,7 @@ HRESULT QueueConsumer::CloseSender() {
     // Counts as called whatever fails here.
     const bool wasClosed = m_isClosed.exchange(true);
     return Guarded([&] {
-        if (wasClosed) return InvalidState;
+        if (wasClosed) return invalidState;
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("closes its output");
         return S_OK;

@@ -12,24 +12,24 @@
 
 namespace OvPipeline {
 
-// Parts on their way from one thread to the next; a sender waits while the queue is full. The receiver sees
-// the end when the sending filter has succeeded, not when it closes its output: a filter that fails closes
-// its output too, and nobody shall take its parts for a whole job.
+/// Parts on their way from one thread to the next; a sender waits while the queue is full. The receiver sees
+/// the end when the sending filter has succeeded, not when it closes its output: a filter that fails closes
+/// its output too, and nobody shall take its parts for a whole job.
 class PartQueue {
 public:
-    static constexpr std::size_t Bound = 8;
+    static constexpr std::size_t bound = 8;
 
     explicit PartQueue(std::shared_ptr<JobState> job) : m_job(std::move(job)) {}
 
-    // What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops. While
-    // a receiver waits for a part's bytes, the queue takes what comes. Throws HostError where a filter would
-    // wait before the job is started, as Receive does.
+    /// What is sent to a receiver that is gone is dropped. A stopping job's result where the job stops. While
+    /// a receiver waits for a part's bytes, the queue takes what comes. Throws HostError where a filter would
+    /// wait before the job is started, as Receive does.
     HRESULT Send(IUnknown* part);
-    // Waits for a part; null at the end.
+    /// Waits for a part; null at the end.
     HRESULT Receive(IUnknown** part);
     void EndSending();
     void EndReceiving();
-    // Wakes all who wait here, for a job that stops.
+    /// Wakes all who wait here, for a job that stops.
     void Wake();
 
 private:
@@ -43,10 +43,10 @@ private:
     bool m_receiverEnded = false;
 };
 
-// The end of a queue at which a filter takes parts.
+/// The end of a queue at which a filter takes parts.
 class QueueProvider final : public ComObject<IXpsDocumentProvider> {
 public:
-    // taker: the filter that takes them.
+    /// taker: the filter that takes them.
     QueueProvider(std::shared_ptr<PartQueue> queue, std::shared_ptr<JobState> job,
                   std::shared_ptr<const StreamMaker> taker)
         : m_queue(std::move(queue)), m_job(std::move(job)), m_log(m_job->Log()), m_taker(std::move(taker)) {}
@@ -61,10 +61,10 @@ private:
     std::shared_ptr<const StreamMaker> m_taker;
 };
 
-// The end of a queue at which a filter puts parts.
+/// The end of a queue at which a filter puts parts.
 class QueueConsumer final : public ComObject<IXpsDocumentConsumer> {
 public:
-    // sender: the filter that sends them.
+    /// sender: the filter that sends them.
     QueueConsumer(std::shared_ptr<PartQueue> queue, SharedContext context,
                   std::shared_ptr<const StreamMaker> sender)
         : m_queue(std::move(queue)), m_context(std::move(context)), m_sender(std::move(sender)) {}

@@ -13,14 +13,14 @@
 
 namespace OvPipeline {
 
-// One job as it is to be run.
+/// One job as it is to be run.
 struct JobDescription {
     std::filesystem::path file;
     std::shared_ptr<const OvPlatform::QueueFolder> queue;
     PipelineSpec pipeline;
     std::filesystem::path output;
     std::filesystem::path byteOutput; // in place of output where bytes come out; empty: output
-    // Filters are told the output's name, as of a job that the user prints to a file.
+    /// Filters are told the output's name, as of a job that the user prints to a file.
     bool outputIsNamed = false;
 };
 
@@ -43,8 +43,9 @@ struct JobOutcome {
         gotOver; // what the filters' library reported of a job that is written all the same
 };
 
-// Plays the print filter pipeline for one job: loads the filters, connects them, runs each on its own thread,
-// and writes what the last one gives. The output appears under its name only when every filter has succeeded.
+/// Plays the print filter pipeline for one job: loads the filters, connects them, runs each on its own
+/// thread, and writes what the last one gives. The output appears under its name only when every filter has
+/// succeeded.
 class Pipeline {
 public:
     Pipeline(JobDescription job, std::shared_ptr<JobState> state);
@@ -52,10 +53,10 @@ public:
     Pipeline(const Pipeline&) = delete;
     Pipeline& operator=(const Pipeline&) = delete;
 
-    // Once. Nothing is thrown: what goes wrong is in the outcome.
+    /// Once. Nothing is thrown: what goes wrong is in the outcome.
     JobOutcome Run();
 
-    // Any thread, also before Run: every filter is told to shut down, and no output is written.
+    /// Any thread, also before Run: every filter is told to shut down, and no output is written.
     void Cancel() { m_state->Cancel(); }
 
 private:
@@ -64,8 +65,8 @@ private:
     std::unique_ptr<Implementation> m_implementation;
 };
 
-// What the first filter of a chain must be given, and what comes out of the last: finds out the ends of
-// filters that are named by themselves, and refuses a chain that does not fit, with words. Throws HostError.
+/// What the first filter of a chain must be given, and what comes out of the last: finds out the ends of
+/// filters that are named by themselves, and refuses a chain that does not fit, with words. Throws HostError.
 void FitChain(PipelineSpec& pipeline, const std::vector<std::shared_ptr<FilterModule>>& modules,
               PropertyBag* bag, const std::shared_ptr<JobState>& job);
 

@@ -9,7 +9,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::uint64_t MaxSize = 1 << 20;
+constexpr std::uint64_t maxSize = 1 << 20;
 
 // One published interface that a Filter's Input or Output may name.
 struct KnownEnd {
@@ -17,7 +17,7 @@ struct KnownEnd {
     bool isInput;
     EndKind kind;
 };
-const std::array KnownEnds{
+const std::array knownEnds{
     KnownEnd{__uuidof(IXpsDocumentProvider), true, EndKind::XpsParts},
     KnownEnd{__uuidof(IPrintReadStream), true, EndKind::Bytes},
     KnownEnd{__uuidof(IXpsDocumentConsumer), false, EndKind::XpsParts},
@@ -51,7 +51,7 @@ private:
         try {
             std::string text;
             const auto reader = FileContent(m_file).Open();
-            if (reader->Size() > MaxSize) Refuse(nullptr, "the configuration is larger than 1 MB");
+            if (reader->Size() > maxSize) Refuse(nullptr, "the configuration is larger than 1 MB");
             Drain(*reader, [&](const void* bytes, std::size_t size) {
                 text.append(static_cast<const char*>(bytes), size);
             });
@@ -137,7 +137,7 @@ private:
     void SetEnd(const xmlNode* node, bool isInput, std::optional<EndKind>& end) const {
         if (end) Refuse(node, "a second " + Name(node));
         const GUID guid = RequiredGuid(node, "guid");
-        for (const KnownEnd& known : KnownEnds)
+        for (const KnownEnd& known : knownEnds)
             if (known.guid == guid && known.isInput == isInput) end = known.kind;
         if (!end)
             Refuse(node, "the " + Name(node) + " " + GuidText(guid) +

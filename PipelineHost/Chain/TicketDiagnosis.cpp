@@ -11,7 +11,7 @@ namespace {
 std::string ProblemOf(const std::shared_ptr<const OvPlatform::QueueFolder>& queue, const PartContext& context,
                       const std::string& partName) noexcept {
     try {
-        const std::string ticket = context.package->ReadPart(partName, OvPlatform::MostDocumentBytes);
+        const std::string ticket = context.package->ReadPart(partName, OvPlatform::mostDocumentBytes);
         const std::string_view delta = ticket;
         OvPlatform::PrintTicketMerge(queue).Merge(queue->DefaultTicket(), &delta, kPTJobScope);
     } catch (const std::exception& error) {

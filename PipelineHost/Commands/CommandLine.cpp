@@ -11,7 +11,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr const char* GeneralHelp =
+constexpr const char* generalHelp =
     R"(ov-pipeline plays the print filter pipeline outside a spooler.
 
   ov-pipeline run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps
@@ -32,7 +32,7 @@ Exit codes: 0 done; 1 the job failed (a filter, the chain or the output), or not
 job's file or the queue folder was refused; 130 cancelled.
 )";
 
-constexpr const char* RunHelp =
+constexpr const char* runHelp =
     R"(ov-pipeline run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps
 
 Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or a file
@@ -49,7 +49,7 @@ of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the fil
 On a terminal, the error stream shows the progress. The summary goes to the output stream.
 )";
 
-constexpr const char* TicketHelp =
+constexpr const char* ticketHelp =
     R"(ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
 
 Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the
@@ -62,7 +62,7 @@ page laid over it and made valid for the device. Without --document and --page: 
                   page, or changed by validation
 )";
 
-constexpr const char* FeaturesHelp =
+constexpr const char* featuresHelp =
     R"(ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
 
 Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for
@@ -75,13 +75,13 @@ factory default, or a rule. Below them, the values that hold in the end. Passwor
   --json          the same for programs
 )";
 
-constexpr const char* PartsHelp =
+constexpr const char* partsHelp =
     R"(ov-pipeline parts JOB.xps
 
 Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.
 )";
 
-constexpr const char* TranslateHelp =
+constexpr const char* translateHelp =
     R"(ov-pipeline translate NAME [--feature NAME] [--json]
 
 Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration and in
@@ -100,16 +100,16 @@ struct CommandName {
     const char* name;
     const char* help;
 };
-constexpr std::array Commands{CommandName{"run", RunHelp}, CommandName{"ticket", TicketHelp},
-                              CommandName{"features", FeaturesHelp}, CommandName{"parts", PartsHelp},
-                              CommandName{"translate", TranslateHelp}};
+constexpr std::array commandTable{CommandName{"run", runHelp}, CommandName{"ticket", ticketHelp},
+                                  CommandName{"features", featuresHelp}, CommandName{"parts", partsHelp},
+                                  CommandName{"translate", translateHelp}};
 
 struct OptionName {
     const char* name;
     const char* commands; // that know it
     bool hasValue;
 };
-constexpr std::array Options{
+constexpr std::array optionTable{
     OptionName{"--queue", "run ticket features", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
@@ -124,7 +124,7 @@ constexpr std::array Options{
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
-    for (const OptionName& option : Options)
+    for (const OptionName& option : optionTable)
         if (name == option.name && std::string_view(option.commands).find(command) != std::string_view::npos)
             return option;
     throw UsageError("ov-pipeline " + command + " has no option " + name);
@@ -190,7 +190,7 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
         } else if (argument == "--version") {
             options.wantsVersion = true;
         } else if (options.command.empty()) {
-            for (const CommandName& command : Commands)
+            for (const CommandName& command : commandTable)
                 if (argument == command.name) options.command = argument;
             if (options.command.empty()) throw UsageError("there is no command " + argument);
         } else if (argument.size() > 1 && argument[0] == '-') {
@@ -227,9 +227,9 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
 }
 
 std::string HelpText(const std::string& command) {
-    for (const CommandName& known : Commands)
+    for (const CommandName& known : commandTable)
         if (command == known.name) return known.help;
-    return GeneralHelp;
+    return generalHelp;
 }
 
 } // namespace OvPipeline

@@ -9,14 +9,14 @@ namespace OvPipeline {
 
 enum ExitCode { ExitOk = 0, ExitJobFailed = 1, ExitUsage = 2, ExitInputRefused = 3, ExitCancelled = 130 };
 
-// A command that was not given as it has to be. what() is one line.
+/// A command that was not given as it has to be. what() is one line.
 class UsageError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 struct CommandOptions {
-    // run, ticket, features, parts, translate; empty where only help or the version is wanted
+    /// run, ticket, features, parts, translate; empty where only help or the version is wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
@@ -34,10 +34,10 @@ struct CommandOptions {
     std::optional<unsigned long> page;     // from 1
 };
 
-// Reads the arguments behind the program's name. Throws UsageError.
+/// Reads the arguments behind the program's name. Throws UsageError.
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments);
 
-// The help of a command, or of the program for an empty one.
+/// The help of a command, or of the program for an empty one.
 std::string HelpText(const std::string& command);
 
 } // namespace OvPipeline

@@ -11,7 +11,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr const char* SampleQueue = "ColorOffice";
+constexpr const char* sampleQueue = "ColorOffice";
 
 int Complain(ShownOutput& errors, const std::string& line, int code) {
     errors.Line("ov-pipeline: " + line);
@@ -85,10 +85,10 @@ std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& o
     if (!options.queue.empty()) return LoadChecked(options.queue);
     std::error_code error;
     const auto program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const auto& folder : {program.parent_path() / "share" / "ov-pipeline" / "Queues" / SampleQueue,
-                               std::filesystem::path(OV_SAMPLE_QUEUES) / SampleQueue})
+    for (const auto& folder : {program.parent_path() / "share" / "ov-pipeline" / "Queues" / sampleQueue,
+                               std::filesystem::path(OV_SAMPLE_QUEUES) / sampleQueue})
         if (std::filesystem::exists(folder, error)) return LoadChecked(folder);
-    throw UsageError(std::string("no queue: name one with --queue DIR; the sample queue ") + SampleQueue +
+    throw UsageError(std::string("no queue: name one with --queue DIR; the sample queue ") + sampleQueue +
                      " is not installed");
 }
 

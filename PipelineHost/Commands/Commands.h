@@ -10,8 +10,8 @@
 
 namespace OvPipeline {
 
-// The whole program: reads the arguments, runs the command, and gives the exit code. Errors are one line on
-// the error stream.
+/// The whole program: reads the arguments, runs the command, and gives the exit code. Errors are one line on
+/// the error stream.
 int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors);
 
 // The commands. They throw HostError, OvPlatform::PackageError, OvPlatform::QueueFolderError and UsageError
@@ -23,10 +23,10 @@ int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
 
-// Puts the job's name before a line that does not begin with it.
+/// Puts the job's name before a line that does not begin with it.
 std::string AboutJob(const CommandOptions& options, const std::string& line);
 
-// The queue that the options name, or the sample queue.
+/// The queue that the options name, or the sample queue.
 std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options);
 
 } // namespace OvPipeline

@@ -9,7 +9,7 @@
 
 namespace OvPipeline {
 
-// What a job asks for, feature by feature, for people and for programs.
+/// What a job asks for, feature by feature, for people and for programs.
 class FeatureReport {
 public:
     struct Answer {
@@ -36,16 +36,16 @@ public:
         Answer answer;
     };
 
-    // Asks for every feature of the dictionary, and for the effective values. Throws what the access throws.
+    /// Asks for every feature of the dictionary, and for the effective values. Throws what the access throws.
     FeatureReport(DataModelLessFeatureAccess& access, const SimpleOcapParser& device);
 
     const std::vector<Feature>& Features() const { return m_features; } // by ascending number
     const std::vector<Effective>& EffectiveValues() const { return m_effective; }
 
-    // Aligned columns, and below them the effective values.
+    /// Aligned columns, and below them the effective values.
     std::string AsTable() const;
-    // An object with "features" and "effective". A value that is not there is null, as is one that is secret,
-    // which says so.
+    /// An object with "features" and "effective". A value that is not there is null, as is one that is
+    /// secret, which says so.
     JsonText AsJson() const;
 
 private:

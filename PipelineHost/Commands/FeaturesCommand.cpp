@@ -21,9 +21,9 @@ namespace {
 // The words of an exception, without the name of its class.
 std::string Words(const CPException& error) {
     const std::string words = error.what();
-    constexpr std::string_view ClassEnd = "Exception: ";
-    const std::size_t end = words.starts_with("CP") ? words.find(ClassEnd) : std::string::npos;
-    return end == std::string::npos ? words : words.substr(end + ClassEnd.size());
+    constexpr std::string_view classEnd = "Exception: ";
+    const std::size_t end = words.starts_with("CP") ? words.find(classEnd) : std::string::npos;
+    return end == std::string::npos ? words : words.substr(end + classEnd.size());
 }
 
 // What the user has to look into where the device capabilities are wrong.

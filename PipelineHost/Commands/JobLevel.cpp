@@ -30,7 +30,7 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
     const CComQIPtr<IHostPart> host(part);
     std::string text;
     Drain(*host->Core().content->Open(), [&](const void* bytes, std::size_t size) {
-        if (text.size() + size > OvPlatform::MostDocumentBytes)
+        if (text.size() + size > OvPlatform::mostDocumentBytes)
             throw InputError(E_OUTOFMEMORY, name, name + ": a print ticket larger than 64 MB");
         text.append(static_cast<const char*>(bytes), size);
     });

@@ -9,24 +9,24 @@
 
 namespace OvPipeline {
 
-// The parts whose tickets hold at the level that is asked for, from the job down; the lower ones null where
-// the level lies above them.
+/// The parts whose tickets hold at the level that is asked for, from the job down; the lower ones null where
+/// the level lies above them.
 struct LevelParts {
     CComPtr<IFixedDocumentSequence> sequence;
     CComPtr<IFixedDocument> document;
     CComPtr<IFixedPage> page;
 };
 
-// The level that --document and --page choose. Throws UsageError if the job does not go so far.
+/// The level that --document and --page choose. Throws UsageError if the job does not go so far.
 LevelParts FindLevel(const CommandOptions& options, const SharedContext& context);
 
-// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
+/// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                                const LevelParts& parts);
 
-// Merges the tickets of the level on the queue's default, by the same class as filters do it, and says which
-// level it is. The thread must be in a COM apartment, and the queue known to the spooler. Throws InputError
-// for a ticket that is to blame, else HostError.
+/// Merges the tickets of the level on the queue's default, by the same class as filters do it, and says which
+/// level it is. The thread must be in a COM apartment, and the queue known to the spooler. Throws InputError
+/// for a ticket that is to blame, else HostError.
 EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                              const LevelParts& parts);

@@ -18,10 +18,10 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr int PollMilliseconds = 100;
-constexpr int PatientTicks = 10; // a second
-constexpr char Stop = 's';
-constexpr char Signal = 'c';
+constexpr int pollMilliseconds = 100;
+constexpr int patientTicks = 10; // a second
+constexpr char stopByte = 's';
+constexpr char signalByte = 'c';
 
 struct Watched {
     int number;
@@ -54,7 +54,7 @@ extern "C" void OnSignal(int) {
         _exit(ExitOk); // the output stands, and only words about it are left to be printed
     else if (!wasSignalled.exchange(true)) {
         watched->AskCancel();
-        Tell(Signal);
+        Tell(signalByte);
     } else if (watched->AskCancel())
         EndNow("\nov-pipeline: ended at once; nothing was written\n", ExitCancelled);
     else if (watched->IsPublished())
@@ -109,7 +109,7 @@ JobWatch::JobWatch(std::shared_ptr<JobState> watched, bool showsProgress)
 }
 
 JobWatch::~JobWatch() {
-    Tell(Stop);
+    Tell(stopByte);
     m_thread.Join();
     if (m_showsProgress) std::fputs("\r\x1b[K", stderr);
     LetGo();
@@ -133,16 +133,16 @@ void JobWatch::Watch() {
 
 bool JobWatch::Hear() {
     pollfd ready{pipeEnds[0], POLLIN, 0};
-    if (poll(&ready, 1, PollMilliseconds) <= 0) return true;
+    if (poll(&ready, 1, pollMilliseconds) <= 0) return true;
     char what = 0;
-    if (read(pipeEnds[0], &what, 1) != 1 || what == Stop) return false;
+    if (read(pipeEnds[0], &what, 1) != 1 || what == stopByte) return false;
     m_job->Cancel();
     m_stoppingTicks = 0; // who asks is told, also where the job was to stop before
     return true;
 }
 
 void JobWatch::TellWhoIsWaitedFor() {
-    if (!m_job->IsStopping() || ++m_stoppingTicks != PatientTicks) return;
+    if (!m_job->IsStopping() || ++m_stoppingTicks != patientTicks) return;
     const std::string who = Joined(m_job->AtWork());
     if (who.empty()) return;
     std::fprintf(stderr, "%sov-pipeline: the job is to stop, and waits for %s%s\n",

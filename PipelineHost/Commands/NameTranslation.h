@@ -10,11 +10,11 @@
 
 namespace OvPipeline {
 
-// "option", "collection" and so on.
+/// "option", "collection" and so on.
 const char* SyntaxName(NativeXmlConfigFeatureEntry::SyntaxEnum syntax);
 
-// What the driver's features and their values are called: in the ticket, in the administrator's configuration
-// and in the device's own vocabulary (CPSS), with their numbers and enumerators.
+/// What the driver's features and their values are called: in the ticket, in the administrator's
+/// configuration and in the device's own vocabulary (CPSS), with their numbers and enumerators.
 class NameTranslation {
 public:
     struct Feature {
@@ -25,7 +25,7 @@ public:
         std::string cpssName = {};
         const NativeXmlConfigFeatureEntry* entry = nullptr; // null for a feature that has only an enumerator
     };
-    // A value that has two words in one world stands there once for each.
+    /// A value that has two words in one world stands there once for each.
     struct Value {
         DataModelIds::tagValueEnum number{};
         std::string enumerator = {};
@@ -42,14 +42,14 @@ public:
     // are one; a prefix before a colon does not count. Features come by ascending number.
     std::vector<const Feature*> FindFeatures(const std::string& text) const;
     std::vector<const Value*> FindValues(const std::string& text) const;
-    // Up to the given count of names that hold the text.
+    /// Up to the given count of names that hold the text.
     std::vector<std::string> FindSimilar(const std::string& text, std::size_t count) const;
 
     std::vector<const Value*> ValuesOf(DataModelIds::tagFeatureEnum feature) const;
     // The features that the collection holds, and the collections that hold the feature.
     std::vector<const Feature*> MembersOf(DataModelIds::tagFeatureEnum collection) const;
     std::vector<Feature> CollectionsOf(const Feature& feature) const;
-    // The enumerator, or the number where there is none.
+    /// The enumerator, or the number where there is none.
     std::string NameOf(DataModelIds::tagFeatureEnum feature) const;
 
 private:
@@ -58,7 +58,7 @@ private:
     void AddDictionaryValues();
     void AddWords();
     void AddNamelessValues();
-    // Adds the word where the value has none yet in that world, else as one more row.
+    /// Adds the word where the value has none yet in that world, else as one more row.
     void AddWord(DataModelIds::tagFeatureEnum feature, DataModelIds::tagValueEnum value,
                  std::string Value::*world, const std::string& word);
 

@@ -10,8 +10,8 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr const char* DefaultLevel = "default";
-constexpr const char* ByValidation = "changed by validation";
+constexpr const char* defaultLevel = "default";
+constexpr const char* byValidation = "changed by validation";
 
 // "a:B/c:D" without the prefixes: those of private namespaces may differ from level to level.
 std::string LocalPath(std::string_view setting) {
@@ -54,7 +54,7 @@ std::string Remark(const OvPlatform::SettingReport& setting) {
 TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue)
     : m_queue(std::move(queue)), m_merge(m_queue), m_ticket(m_queue->DefaultTicket()) {
     // The default ticket laid over nothing: tells its settings.
-    Level level{DefaultLevel, {}};
+    Level level{defaultLevel, {}};
     m_merge.Merge(m_ticket, nullptr, kPTJobScope, &level.report);
     m_levels.push_back(std::move(level));
 }
@@ -74,11 +74,11 @@ std::string TicketExplanation::OriginOf(const std::string& setting) const {
     for (std::size_t at = m_levels.size(); at-- > 0;) {
         const OvPlatform::SettingReport* report = Find(m_levels[at].report, setting);
         if (!report) break;
-        if (!report->reason.empty()) return ByValidation;
+        if (!report->reason.empty()) return byValidation;
         if (report->origin == OvPlatform::SettingOrigin::Delta) return m_levels[at].name;
         if (report->origin == OvPlatform::SettingOrigin::Queue) break;
     }
-    return DefaultLevel;
+    return defaultLevel;
 }
 
 std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
@@ -89,7 +89,7 @@ std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
         // What a level above changed, this level only took over.
         for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {
             const auto* above = Find(level->report, setting.name);
-            if (!above || OriginOf(setting.name) != ByValidation) break;
+            if (!above || OriginOf(setting.name) != byValidation) break;
             remark = Remark(*above);
         }
         rows.push_back({setting.name, setting.value, OriginOf(setting.name), std::move(remark)});

@@ -8,14 +8,14 @@
 
 namespace OvPipeline {
 
-// A job's tickets merged level by level, with an account of each setting.
+/// A job's tickets merged level by level, with an account of each setting.
 class TicketExplanation {
 public:
-    // Throws OvPlatform::PrintTicketError for a queue whose documents are wrong.
+    /// Throws OvPlatform::PrintTicketError for a queue whose documents are wrong.
     explicit TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue);
 
-    // The next level: "job", "document" or "page". ticket is the part's own, null where it has none. Throws
-    // OvPlatform::PrintTicketError, with words, for a ticket that is none.
+    /// The next level: "job", "document" or "page". ticket is the part's own, null where it has none. Throws
+    /// OvPlatform::PrintTicketError, with words, for a ticket that is none.
     void Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket);
 
     struct Row {
@@ -24,7 +24,7 @@ public:
         std::string origin;  // "default", "job", "document", "page", "changed by validation"
         std::string remark;  // what was asked for and why it was not had
     };
-    // The settings of the last level, in the ticket's order; then what was asked for there and left out.
+    /// The settings of the last level, in the ticket's order; then what was asked for there and left out.
     std::vector<Row> Rows() const;
 
     const std::string& Ticket() const { return m_ticket; }
@@ -44,7 +44,7 @@ private:
     bool m_hasDroppedPasscode = false;
 };
 
-// The rows as a table of aligned columns.
+/// The rows as a table of aligned columns.
 std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows);
 
 } // namespace OvPipeline

@@ -14,7 +14,7 @@ using Feature = NameTranslation::Feature;
 using Value = NameTranslation::Value;
 using Lines = std::vector<std::vector<std::string>>;
 
-constexpr std::size_t MaxSimilar = 5;
+constexpr std::size_t maxSimilar = 5;
 
 struct Found {
     std::vector<const Feature*> features;
@@ -33,7 +33,7 @@ std::string Number(int number) { return std::to_string(number); }
                                     const std::string& text) {
     std::string line = problem;
     const char* separator = "; similar: ";
-    for (const std::string& similar : names.FindSimilar(text, MaxSimilar)) {
+    for (const std::string& similar : names.FindSimilar(text, maxSimilar)) {
         line += separator + similar;
         separator = ", ";
     }

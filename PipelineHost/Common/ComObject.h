@@ -43,7 +43,7 @@ struct ExtendedInterface<IPartResourceDictionary> {
 
 namespace OvPipeline {
 
-// The base of the host's objects.
+/// The base of the host's objects.
 template <class... Interfaces>
 using ComObject = OvPlatform::CountedBase<OvPlatform::PlainEntry, Interfaces...>;
 

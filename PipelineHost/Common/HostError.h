@@ -10,8 +10,8 @@
 
 namespace OvPipeline {
 
-// Trouble that the host itself finds. what() says in words what is wrong; Subject() is the part, module or
-// file that it is about.
+/// Trouble that the host itself finds. what() says in words what is wrong; Subject() is the part, module or
+/// file that it is about.
 class HostError : public std::runtime_error {
 public:
     HostError(HRESULT result, std::string subject, const std::string& problem, bool fromInput = false)
@@ -20,7 +20,7 @@ public:
 
     HRESULT Result() const { return m_result; }
     const std::string& Subject() const { return m_subject; }
-    // The job's package or another input is at fault, not the filter.
+    /// The job's package or another input is at fault, not the filter.
     bool FromInput() const { return m_fromInput; }
 
 private:
@@ -29,13 +29,13 @@ private:
     bool m_fromInput;
 };
 
-// A HostError about the job's package.
+/// A HostError about the job's package.
 inline HostError InputError(HRESULT result, std::string subject, const std::string& problem) {
     return {result, std::move(subject), problem, true};
 }
 
-// What a failing HRESULT of the host's methods stands for: kept for the thread that got it, since the HRESULT
-// is all that a filter hands on.
+/// What a failing HRESULT of the host's methods stands for: kept for the thread that got it, since the
+/// HRESULT is all that a filter hands on.
 struct FailureNote {
     HRESULT result = S_OK;
     std::string subject;
@@ -43,16 +43,16 @@ struct FailureNote {
     bool fromInput = false;
 };
 
-// The calling thread's last note, and the name of the part that it last had in hand.
+/// The calling thread's last note, and the name of the part that it last had in hand.
 FailureNote& ThreadNote();
 std::string& ThreadPart();
-// The part that it took last. It has that in hand again once another is sent.
+/// The part that it took last. It has that in hand again once another is sent.
 std::string& TakenPart();
 
-// Turns the exception in flight into its HRESULT and notes it.
+/// Turns the exception in flight into its HRESULT and notes it.
 HRESULT NoteException() noexcept;
 
-// The body of a method that filters call: nothing is thrown out of it.
+/// The body of a method that filters call: nothing is thrown out of it.
 template <class Body>
 HRESULT Guarded(Body&& body) noexcept {
     if (const HRESULT fault = OvPlatform::FaultPoint(); FAILED(fault)) return fault;

@@ -9,7 +9,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::size_t NotThere = static_cast<std::size_t>(-1);
+constexpr std::size_t notThere = static_cast<std::size_t>(-1);
 
 // Walks the parts of a page, which may change meanwhile.
 class PagePartIterator final : public ComObject<IXpsPartIterator> {
@@ -106,7 +106,7 @@ HRESULT FixedPagePart::GetPagePart(PCWSTR uri, IUnknown** part) {
     *part = nullptr;
     return Guarded([&] {
         const std::string key = ResolvedKey(uri);
-        if (const std::size_t index = IndexOf(key); index != NotThere) {
+        if (const std::size_t index = IndexOf(key); index != notThere) {
             *part = ObjectOf(index).Detach();
             return S_OK;
         }
@@ -146,7 +146,7 @@ HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
         const CComQIPtr<IPartThumbnail> thumbnail(part);
         const std::string& name = host->Core().name;
         const std::size_t index = IndexOf(LowerAscii(name));
-        if (index != NotThere) {
+        if (index != notThere) {
             PageResource& resource = m_resources[index];
             resource.object = part;
             resource.stored = nullptr;
@@ -169,7 +169,7 @@ HRESULT FixedPagePart::DeleteResource(PCWSTR uri) {
     return Guarded([&] {
         const std::string key = ResolvedKey(uri);
         const std::size_t index = IndexOf(key);
-        if (index == NotThere) return E_ELEMENT_NOT_FOUND;
+        if (index == notThere) return E_ELEMENT_NOT_FOUND;
         m_resources[index].isDeleted = true;
         m_resources[index].object.Release();
         m_index.erase(key);
@@ -207,7 +207,7 @@ std::size_t FixedPagePart::IndexOf(const std::string& key) {
         for (std::size_t i = 0; i < m_resources.size(); ++i)
             m_index.emplace(LowerAscii(m_resources[i].name), i);
     const auto found = m_index.find(key);
-    return found == m_index.end() ? NotThere : found->second;
+    return found == m_index.end() ? notThere : found->second;
 }
 
 } // namespace OvPipeline

@@ -8,7 +8,7 @@
 
 namespace OvPipeline {
 
-// What a document says of a page beside its name.
+/// What a document says of a page beside its name.
 struct PageReference {
     std::string source; // the page's name
     std::string width;  // as written; may be empty
@@ -16,7 +16,7 @@ struct PageReference {
     std::vector<std::string> linkTargets;
 };
 
-// A part that a page uses. The object is made when it is first asked for.
+/// A part that a page uses. The object is made when it is first asked for.
 struct PageResource {
     std::string name;
     std::string relationshipType;                    // in full, as the page's relationships have it
@@ -28,8 +28,8 @@ struct PageResource {
 
 class FixedPagePart;
 
-// By which the host knows its own pages again.
-// clang-format off
+/// By which the host knows its own pages again.
+/// clang-format off
 MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f03")
 IHostPage : public IUnknown {
 public:
@@ -47,7 +47,7 @@ __CRT_UUID_DECL(OvPipeline::IHostPage, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0
 
 namespace OvPipeline {
 
-// A page: its markup, its ticket, and the parts that it uses. Belongs to one filter's thread at a time.
+/// A page: its markup, its ticket, and the parts that it uses. Belongs to one filter's thread at a time.
 class FixedPagePart final : public ComObject<IFixedPage, IHostPart, IHostPage> {
 public:
     FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference,
@@ -59,30 +59,30 @@ public:
     HRESULT STDMETHODCALLTYPE SetPartCompression(EXpsCompressionOptions compression) override;
 
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** ticket) override;
-    // A part of the page's own; or a resource of the job's package, since pages exist that use what they do
-    // not relate to. The name may be relative to the page's.
+    /// A part of the page's own; or a resource of the job's package, since pages exist that use what they do
+    /// not relate to. The name may be relative to the page's.
     HRESULT STDMETHODCALLTYPE GetPagePart(PCWSTR uri, IUnknown** part) override;
-    // Until that stream is closed, GetStream gives the markup as it was.
+    /// Until that stream is closed, GetStream gives the markup as it was.
     HRESULT STDMETHODCALLTYPE GetWriteStream(IPrintWriteStream** stream) override;
     HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* ticket) override;
-    // Takes the place of a part of the same name. A ticket becomes the page's ticket.
+    /// Takes the place of a part of the same name. A ticket becomes the page's ticket.
     HRESULT STDMETHODCALLTYPE SetPagePart(IUnknown* part) override;
     HRESULT STDMETHODCALLTYPE DeleteResource(PCWSTR uri) override;
-    // Over the parts as they are at each step: what is deleted is passed over, what is new comes last. The
-    // ticket is not among them.
+    /// Over the parts as they are at each step: what is deleted is passed over, what is new comes last. The
+    /// ticket is not among them.
     HRESULT STDMETHODCALLTYPE GetXpsPartIterator(IXpsPartIterator** iterator) override;
 
     PartCore& STDMETHODCALLTYPE Core() override { return m_core; }
     FixedPagePart& STDMETHODCALLTYPE Page() override { return *this; }
 
     const PageReference& Reference() const { return m_reference; }
-    // With those that are deleted.
+    /// With those that are deleted.
     const std::vector<PageResource>& Resources() const { return m_resources; }
     TicketSlot& Ticket() { return m_ticket; }
-    // What is to be written. Waits for a filter that has not closed its stream yet.
+    /// What is to be written. Waits for a filter that has not closed its stream yet.
     std::unique_ptr<ByteReader> OpenMarkup() const;
 
-    // The object of a resource. index counts Resources().
+    /// The object of a resource. index counts Resources().
     CComPtr<IUnknown> ObjectOf(std::size_t index);
 
 private:

@@ -4,7 +4,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::size_t ObfuscatedBytes = 32;
+constexpr std::size_t obfuscatedBytes = 32;
 
 int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
@@ -22,7 +22,7 @@ public:
         const std::uint64_t position = m_reader->Position();
         const std::size_t read = m_reader->Read(buffer, size);
         auto* bytes = static_cast<std::uint8_t*>(buffer);
-        for (std::size_t i = 0; i < read && position + i < ObfuscatedBytes; ++i) {
+        for (std::size_t i = 0; i < read && position + i < obfuscatedBytes; ++i) {
             const std::uint8_t mask = m_key[15 - (position + i) % 16];
             bytes[i] = static_cast<std::uint8_t>(bytes[i] ^ mask);
         }

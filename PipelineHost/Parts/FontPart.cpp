@@ -108,9 +108,9 @@ PackagedFont PackFont(IPartFont* font, const std::string& partName) {
     const bool isStoredObfuscated = core.stored && IsObfuscatedFontType(core.stored->contentType);
     const bool wantsObfuscated = options == Font_Obfusticate;
     if (wantsObfuscated)
-        packed.contentType = ObfuscatedFontContentType;
+        packed.contentType = obfuscatedFontContentType;
     else if (IsObfuscatedFontType(core.contentType))
-        packed.contentType = FontContentType;
+        packed.contentType = fontContentType;
     if (isStoredObfuscated == wantsObfuscated) return packed;
 
     const auto key = ObfuscationKeyOf(isStoredObfuscated ? core.stored->name : partName);

@@ -4,7 +4,7 @@
 
 namespace OvPipeline {
 
-// A font. Filters read and write it plain, whatever form it has in a package.
+/// A font. Filters read and write it plain, whatever form it has in a package.
 class FontPart final : public PartObject<IPartFont2> {
 public:
     explicit FontPart(PartCore core);
@@ -14,7 +14,7 @@ public:
         return SetContentType(contentType);
     }
     HRESULT STDMETHODCALLTYPE SetFontOptions(EXpsFontOptions options) override;
-    // The embedding bits of the font's OS/2 table; installable where it has none.
+    /// The embedding bits of the font's OS/2 table; installable where it has none.
     HRESULT STDMETHODCALLTYPE GetFontRestriction(EXpsFontRestriction* restriction) override;
 
 private:
@@ -25,8 +25,8 @@ private:
     EXpsFontOptions m_options;
 };
 
-// A font's bytes as they lie in a package under that name, with the content type that they need there. Throws
-// HostError where the font must be obfuscated and its name gives no key.
+/// A font's bytes as they lie in a package under that name, with the content type that they need there.
+/// Throws HostError where the font must be obfuscated and its name gives no key.
 struct PackagedFont {
     std::string contentType;
     std::unique_ptr<ByteReader> bytes;

@@ -4,22 +4,23 @@
 
 namespace OvPipeline {
 
-// The object for a part of the job's package, by its kind; a part of no published kind becomes an
-// UnknownPart.
+/// The object for a part of the job's package, by its kind; a part of no published kind becomes an
+/// UnknownPart.
 CComPtr<IUnknown> MakeStoredPart(const SharedContext& context, const OvPlatform::PackagePart& part,
                                  bool isThumbnail = false);
 
-// A new, empty part of a job under a name, and the stream that fills it (null for a document, which has no
-// bytes). maker: the filter that writes it, where that is known. E_NOINTERFACE for a kind that filters cannot
-// make; throws HostError for a name that is none.
+/// A new, empty part of a job under a name, and the stream that fills it (null for a document, which has no
+/// bytes). maker: the filter that writes it, where that is known. E_NOINTERFACE for a kind that filters
+/// cannot make; throws HostError for a name that is none.
 HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFIID riid, void** part,
                     IPrintWriteStream** stream, const std::shared_ptr<const StreamMaker>& maker = {});
 
-// A reference, absolute or relative to a part's name, as a part's name; without a fragment. Throws HostError
-// for one that cannot be resolved.
+/// A reference, absolute or relative to a part's name, as a part's name; without a fragment. Throws HostError
+/// for one that cannot be resolved.
 std::string ResolveReference(const std::string& base, const std::string& reference);
 
-// The part that a reference leads to, also where one of the two is percent-encoded; null where there is none.
+/// The part that a reference leads to, also where one of the two is percent-encoded; null where there is
+/// none.
 const OvPlatform::PackagePart* FindReferred(const OvPlatform::PackageReader& package, const std::string& base,
                                             const std::string& reference);
 

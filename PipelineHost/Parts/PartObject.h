@@ -19,7 +19,7 @@
 
 namespace OvPipeline {
 
-// What all parts of a job share.
+/// What all parts of a job share.
 struct PartContext {
     std::shared_ptr<const OvPlatform::PackageReader> package; // null where the job is no package
     std::shared_ptr<JobState> job;
@@ -27,13 +27,13 @@ struct PartContext {
 };
 using SharedContext = std::shared_ptr<const PartContext>;
 
-// Where a part hangs that no published interface relates to anything.
+/// Where a part hangs that no published interface relates to anything.
 struct Anchor {
     std::string source; // a part's name, or "/" for the package
     std::string type;   // of the relationship
 };
 
-// The host's own view of a part.
+/// The host's own view of a part.
 struct PartCore {
     SharedContext context;
     PartKind kind = PartKind::Unknown;
@@ -45,12 +45,12 @@ struct PartCore {
     std::optional<Anchor> anchor;
     std::shared_ptr<const StreamMaker> holder; // the filter that took or made it last; null for the host
 
-    // A part of the package.
+    /// A part of the package.
     static PartCore Of(const SharedContext& context, const OvPlatform::PackagePart& part, PartKind kind);
 };
 
-// By which the host knows its own objects again.
-// clang-format off
+/// By which the host knows its own objects again.
+/// clang-format off
 MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f01")
 IHostPart : public IUnknown {
 public:
@@ -68,7 +68,7 @@ __CRT_UUID_DECL(OvPipeline::IHostPart, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4b, 0
 
 namespace OvPipeline {
 
-// What every part with bytes does. Belongs to one filter's thread at a time.
+/// What every part with bytes does. Belongs to one filter's thread at a time.
 template <class Interface>
 class PartObject : public ComObject<Interface, IHostPart> {
 public:
@@ -112,7 +112,7 @@ public:
 protected:
     ~PartObject() override = default;
 
-    // The bytes as filters see them.
+    /// The bytes as filters see them.
     virtual std::unique_ptr<ByteReader> OpenForFilter() { return m_core.content->Open(); }
 
     // Both content types and the calls that give and set them have one form.

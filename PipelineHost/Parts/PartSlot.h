@@ -6,8 +6,8 @@
 
 namespace OvPipeline {
 
-// The one part of a kind that a sequence, document, page or package may have: a ticket, a thumbnail. The
-// object of a part of the package is made when it is first asked for.
+/// The one part of a kind that a sequence, document, page or package may have: a ticket, a thumbnail. The
+/// object of a part of the package is made when it is first asked for.
 template <class Interface, class Object>
 class PartSlot {
 public:
@@ -17,7 +17,7 @@ public:
 
     bool IsEmpty() const { return !m_stored && !m_object; }
 
-    // E_ELEMENT_NOT_FOUND where there is none.
+    /// E_ELEMENT_NOT_FOUND where there is none.
     HRESULT Get(Interface** part, PartKind kind) {
         if (!part) return E_POINTER;
         *part = nullptr;
@@ -36,7 +36,7 @@ public:
             return S_OK;
         });
     }
-    // Of the part in the slot, for those who write it; null where the slot is empty.
+    /// Of the part in the slot, for those who write it; null where the slot is empty.
     CComPtr<Interface> Take(PartKind kind) {
         if (!m_object && m_stored) m_object.Attach(new Object(PartCore::Of(m_context, *m_stored, kind)));
         return m_object;

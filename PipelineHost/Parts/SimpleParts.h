@@ -56,7 +56,7 @@ private:
     ~ResourceDictionaryPart() override = default;
 };
 
-// A part that the published interfaces have no name for; it goes from filter to filter untouched.
+/// A part that the published interfaces have no name for; it goes from filter to filter untouched.
 class UnknownPart final : public PartObject<IPartBase> {
 public:
     using PartObject::PartObject;

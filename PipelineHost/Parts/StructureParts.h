@@ -11,7 +11,7 @@ namespace OvPipeline {
 using TicketSlot = PartSlot<IPartPrintTicket, PrintTicketPart>;
 using ThumbnailSlot = PartSlot<IPartThumbnail, ThumbnailPart>;
 
-// The package.
+/// The package.
 class XpsDocumentPart final : public ComObject<IXpsDocument> {
 public:
     explicit XpsDocumentPart(ThumbnailSlot thumbnail) : m_thumbnail(std::move(thumbnail)) {}
@@ -29,8 +29,8 @@ private:
     ThumbnailSlot m_thumbnail;
 };
 
-// By which the host has a ticket of its own sequences and documents without being counted as one who asks.
-// clang-format off
+/// By which the host has a ticket of its own sequences and documents without being counted as one who asks.
+/// clang-format off
 MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f04")
 IHostTicketed : public IUnknown {
 public:
@@ -41,7 +41,7 @@ protected:
 };
 // clang-format on
 
-// Counts the filters that ask for a part's ticket, each once: every filter has its own thread.
+/// Counts the filters that ask for a part's ticket, each once: every filter has its own thread.
 class TicketCount {
 public:
     void Asked(const PartContext& context) {
@@ -61,7 +61,7 @@ __CRT_UUID_DECL(OvPipeline::IHostTicketed, 0x7c0d5b0a, 0x52b8, 0x4d0e, 0x9d, 0x4
 
 namespace OvPipeline {
 
-// A sequence or a document: a name and a ticket.
+/// A sequence or a document: a name and a ticket.
 template <class Interface, class... Others>
 class TicketedPart : public ComObject<Interface, IHostTicketed, Others...> {
 public:
@@ -104,12 +104,13 @@ private:
     ~FixedDocumentSequencePart() override = default;
 };
 
-// By which the host knows its own documents again.
-// clang-format off
+/// By which the host knows its own documents again.
+/// clang-format off
 MIDL_INTERFACE("7c0d5b0a-52b8-4d0e-9d4b-6f1a0c6e2f02")
 IHostDocument : public IUnknown {
 public:
-    virtual const std::unordered_set<std::string>& STDMETHODCALLTYPE RestrictedFonts() = 0; // names in lower case
+    virtual const std::unordered_set<std::string>& STDMETHODCALLTYPE
+    RestrictedFonts() = 0; // names in lower case
 
 protected:
     ~IHostDocument() = default;

@@ -8,9 +8,9 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::string_view XpsBase = "http://schemas.microsoft.com/xps/2005/06";
-constexpr std::string_view OpenXpsBase = "http://schemas.openxps.org/oxps/v1.0";
-constexpr std::string_view PackageBase = "http://schemas.openxmlformats.org/package/2006/relationships";
+constexpr std::string_view xpsBase = "http://schemas.microsoft.com/xps/2005/06";
+constexpr std::string_view openXpsBase = "http://schemas.openxps.org/oxps/v1.0";
+constexpr std::string_view packageBase = "http://schemas.openxmlformats.org/package/2006/relationships";
 
 struct RelationName {
     Relation relation;
@@ -18,7 +18,7 @@ struct RelationName {
     bool ofPackages; // under the base of packages, not of XPS
 };
 
-constexpr std::array RelationNames{
+constexpr std::array relationNames{
     RelationName{Relation::FixedRepresentation, "/fixedrepresentation", false},
     RelationName{Relation::RequiredResource, "/required-resource", false},
     RelationName{Relation::PrintTicket, "/printticket", false},
@@ -38,15 +38,15 @@ struct TypeName {
 };
 
 // The first row of a kind is what a new part gets.
-constexpr std::array TypeNames{
-    TypeName{SequenceContentType, PartKind::Sequence},
-    TypeName{DocumentContentType, PartKind::Document},
-    TypeName{PageContentType, PartKind::Page},
-    TypeName{FontContentType, PartKind::Font},
-    TypeName{ObfuscatedFontContentType, PartKind::Font},
+constexpr std::array typeNames{
+    TypeName{sequenceContentType, PartKind::Sequence},
+    TypeName{documentContentType, PartKind::Document},
+    TypeName{pageContentType, PartKind::Page},
+    TypeName{fontContentType, PartKind::Font},
+    TypeName{obfuscatedFontContentType, PartKind::Font},
     TypeName{"application/vnd.ms-color.iccprofile", PartKind::ColorProfile},
     TypeName{"application/vnd.ms-package.xps-resourcedictionary+xml", PartKind::ResourceDictionary},
-    TypeName{TicketContentType, PartKind::PrintTicket},
+    TypeName{ticketContentType, PartKind::PrintTicket},
     TypeName{"image/png", PartKind::Image},
     TypeName{"image/jpeg", PartKind::Image},
     TypeName{"image/tiff", PartKind::Image},
@@ -59,11 +59,11 @@ struct ExtensionName {
     std::string_view contentType;
 };
 
-constexpr std::array Extensions{
-    ExtensionName{"ttf", FontContentType},
-    ExtensionName{"otf", FontContentType},
-    ExtensionName{"ttc", FontContentType},
-    ExtensionName{"odttf", ObfuscatedFontContentType},
+constexpr std::array extensions{
+    ExtensionName{"ttf", fontContentType},
+    ExtensionName{"otf", fontContentType},
+    ExtensionName{"ttc", fontContentType},
+    ExtensionName{"odttf", obfuscatedFontContentType},
     ExtensionName{"png", "image/png"},
     ExtensionName{"jpg", "image/jpeg"},
     ExtensionName{"jpeg", "image/jpeg"},
@@ -84,7 +84,7 @@ std::string_view WithoutParameters(std::string_view contentType) {
 }
 
 PartKind KindOfType(std::string_view contentType) {
-    for (const TypeName& row : TypeNames)
+    for (const TypeName& row : typeNames)
         if (EqualIgnoringAsciiCase(row.contentType, contentType)) return row.kind;
     return PartKind::Unknown;
 }
@@ -92,7 +92,7 @@ PartKind KindOfType(std::string_view contentType) {
 std::string_view TypeOfExtension(std::string_view partName) {
     const std::size_t dot = partName.rfind('.');
     if (dot == std::string_view::npos) return {};
-    for (const ExtensionName& row : Extensions)
+    for (const ExtensionName& row : extensions)
         if (EqualIgnoringAsciiCase(row.extension, partName.substr(dot + 1))) return row.contentType;
     return {};
 }
@@ -100,34 +100,34 @@ std::string_view TypeOfExtension(std::string_view partName) {
 } // namespace
 
 Relation RelationOf(std::string_view type) {
-    for (const RelationName& row : RelationNames) {
+    for (const RelationName& row : relationNames) {
         const auto isIt = [&](std::string_view base) {
             return type.size() == base.size() + row.tail.size() && type.starts_with(base) &&
                    type.ends_with(row.tail);
         };
-        if (row.ofPackages ? isIt(PackageBase) : isIt(XpsBase) || isIt(OpenXpsBase)) return row.relation;
+        if (row.ofPackages ? isIt(packageBase) : isIt(xpsBase) || isIt(openXpsBase)) return row.relation;
     }
     return Relation::Other;
 }
 
 std::string RelationType(Relation relation, XpsFlavour flavour) {
-    for (const RelationName& row : RelationNames) {
+    for (const RelationName& row : relationNames) {
         if (row.relation != relation) continue;
-        std::string type(row.ofPackages                   ? PackageBase
-                         : flavour == XpsFlavour::OpenXps ? OpenXpsBase
-                                                          : XpsBase);
+        std::string type(row.ofPackages                   ? packageBase
+                         : flavour == XpsFlavour::OpenXps ? openXpsBase
+                                                          : xpsBase);
         return type += row.tail;
     }
     return {};
 }
 
-bool IsOpenXpsType(std::string_view type) { return type.starts_with(OpenXpsBase); }
+bool IsOpenXpsType(std::string_view type) { return type.starts_with(openXpsBase); }
 
 const char* MarkupNamespace(XpsFlavour flavour) {
-    return flavour == XpsFlavour::OpenXps ? OpenXpsBase.data() : XpsBase.data();
+    return flavour == XpsFlavour::OpenXps ? openXpsBase.data() : xpsBase.data();
 }
 
-bool IsMarkupNamespace(std::string_view uri) { return uri == XpsBase || uri == OpenXpsBase; }
+bool IsMarkupNamespace(std::string_view uri) { return uri == xpsBase || uri == openXpsBase; }
 
 PartKind KindOf(std::string_view contentType, std::string_view partName) {
     const PartKind kind = KindOfType(WithoutParameters(contentType));
@@ -142,7 +142,7 @@ bool IsResource(PartKind kind) {
 std::string DefaultContentType(PartKind kind, std::string_view partName) {
     const std::string_view byName = TypeOfExtension(partName);
     if (!byName.empty() && KindOfType(byName) == kind) return std::string(byName);
-    for (const TypeName& row : TypeNames)
+    for (const TypeName& row : typeNames)
         if (row.kind == kind) return std::string(row.contentType);
     return "application/octet-stream";
 }
@@ -183,7 +183,7 @@ const char* DescribeType(std::string_view contentType, std::string_view partName
 }
 
 bool IsObfuscatedFontType(std::string_view contentType) {
-    return EqualIgnoringAsciiCase(WithoutParameters(contentType), ObfuscatedFontContentType);
+    return EqualIgnoringAsciiCase(WithoutParameters(contentType), obfuscatedFontContentType);
 }
 
 } // namespace OvPipeline

@@ -5,7 +5,7 @@
 
 namespace OvPipeline {
 
-// The two vocabularies of one format: they differ in the base of their namespaces and relationship types.
+/// The two vocabularies of one format: they differ in the base of their namespaces and relationship types.
 enum class XpsFlavour { Xps, OpenXps };
 
 enum class Relation {
@@ -24,12 +24,12 @@ enum class Relation {
 };
 
 Relation RelationOf(std::string_view type);
-// Not for Other.
+/// Not for Other.
 std::string RelationType(Relation relation, XpsFlavour flavour);
-// Which vocabulary a relationship type belongs to, where it belongs to one.
+/// Which vocabulary a relationship type belongs to, where it belongs to one.
 bool IsOpenXpsType(std::string_view type);
 
-// The namespace of sequence, document and page markup.
+/// The namespace of sequence, document and page markup.
 const char* MarkupNamespace(XpsFlavour flavour);
 bool IsMarkupNamespace(std::string_view uri);
 
@@ -45,24 +45,24 @@ enum class PartKind {
     Unknown
 };
 
-// By content type, case and parameters aside; by the name's extension where the type says nothing.
+/// By content type, case and parameters aside; by the name's extension where the type says nothing.
 PartKind KindOf(std::string_view contentType, std::string_view partName);
-// A part that pages use: font, image, colour profile, dictionary.
+/// A part that pages use: font, image, colour profile, dictionary.
 bool IsResource(PartKind kind);
-// What a new part of that kind is, before a filter says more; for an image and a font its extension decides.
+/// What a new part of that kind is, before a filter says more; for an image and a font its extension decides.
 std::string DefaultContentType(PartKind kind, std::string_view partName);
 const char* KindName(PartKind kind);
-// What a part is called, also where the pipeline does not know its kind: "story fragments", "signature",
-// "foreign".
+/// What a part is called, also where the pipeline does not know its kind: "story fragments", "signature",
+/// "foreign".
 const char* DescribeType(std::string_view contentType, std::string_view partName);
 
 bool IsObfuscatedFontType(std::string_view contentType);
 
-inline constexpr const char* SequenceContentType = "application/vnd.ms-package.xps-fixeddocumentsequence+xml";
-inline constexpr const char* DocumentContentType = "application/vnd.ms-package.xps-fixeddocument+xml";
-inline constexpr const char* PageContentType = "application/vnd.ms-package.xps-fixedpage+xml";
-inline constexpr const char* TicketContentType = "application/vnd.ms-printing.printticket+xml";
-inline constexpr const char* FontContentType = "application/vnd.ms-opentype";
-inline constexpr const char* ObfuscatedFontContentType = "application/vnd.ms-package.obfuscated-opentype";
+inline constexpr const char* sequenceContentType = "application/vnd.ms-package.xps-fixeddocumentsequence+xml";
+inline constexpr const char* documentContentType = "application/vnd.ms-package.xps-fixeddocument+xml";
+inline constexpr const char* pageContentType = "application/vnd.ms-package.xps-fixedpage+xml";
+inline constexpr const char* ticketContentType = "application/vnd.ms-printing.printticket+xml";
+inline constexpr const char* fontContentType = "application/vnd.ms-opentype";
+inline constexpr const char* obfuscatedFontContentType = "application/vnd.ms-package.obfuscated-opentype";
 
 } // namespace OvPipeline

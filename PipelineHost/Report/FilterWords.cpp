@@ -13,9 +13,10 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::string_view Caption = "Caught exception"; // of reports of other things there are others
+constexpr std::string_view exceptionCaption =
+    "Caught exception"; // of reports of other things there are others
 
-constexpr std::size_t MostHeard = 10;
+constexpr std::size_t mostHeard = 10;
 
 std::mutex hearing; // for what follows
 int listeners = 0;
@@ -64,13 +65,13 @@ std::string WordsOf(std::string_view report) {
 
 void Keep(std::string words) {
     const std::lock_guard lock(hearing);
-    if (heard.size() < MostHeard && std::ranges::find(heard, words) == heard.end())
+    if (heard.size() < mostHeard && std::ranges::find(heard, words) == heard.end())
         heard.push_back(std::move(words));
 }
 
 void Hear(const char* text, const char* caption) noexcept {
     try {
-        if (Caption == caption) {
+        if (exceptionCaption == caption) {
             if (FirstReport().empty()) FirstReport() = text;
             Keep(WordsOf(text));
         }

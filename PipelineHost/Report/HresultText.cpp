@@ -30,7 +30,7 @@ struct KnownResult {
 };
 
 // In the order of the codes, read as unsigned.
-constexpr KnownResult Known[] = {
+constexpr KnownResult knownResults[] = {
     {S_OK, "S_OK", "success"},
     {S_FALSE, "S_FALSE", "success, with nothing found"},
     {S_PT_NO_CONFLICT, "S_PT_NO_CONFLICT", "the ticket needed no correction"},
@@ -148,14 +148,14 @@ constexpr KnownResult Known[] = {
      "a part is referred to more than once"},
     {XML_E_PARSEERRORBASE, "XML_E_PARSEERRORBASE", "XML that cannot be read"},
 };
-static_assert(std::ranges::is_sorted(Known, {}, [](const KnownResult& each) {
+static_assert(std::ranges::is_sorted(knownResults, {}, [](const KnownResult& each) {
     return static_cast<std::uint32_t>(each.code);
 }));
 
 const KnownResult* Find(HRESULT result) {
-    const auto* const found = std::find_if(std::begin(Known), std::end(Known),
+    const auto* const found = std::find_if(std::begin(knownResults), std::end(knownResults),
                                            [result](const KnownResult& each) { return each.code == result; });
-    return found == std::end(Known) ? nullptr : found;
+    return found == std::end(knownResults) ? nullptr : found;
 }
 
 } // namespace

@@ -5,9 +5,9 @@
 
 namespace OvPipeline {
 
-// Builds a JSON text. Inside an object, Key comes before each value. Texts are UTF-8; bytes that are not are
-// replaced, and what would act on a terminal stands by its number. Each member stands on its own line,
-// indented by its level.
+/// Builds a JSON text. Inside an object, Key comes before each value. Texts are UTF-8; bytes that are not are
+/// replaced, and what would act on a terminal stands by its number. Each member stands on its own line,
+/// indented by its level.
 class JsonText {
 public:
     JsonText& BeginObject() { return Begin('{'); }

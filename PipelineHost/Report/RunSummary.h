@@ -8,7 +8,7 @@
 
 namespace OvPipeline {
 
-// What there is to say of a job that has run.
+/// What there is to say of a job that has run.
 struct RunSummary {
     std::string job;
     std::string output;

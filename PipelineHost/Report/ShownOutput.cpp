@@ -11,11 +11,11 @@ namespace OvPipeline {
 namespace {
 
 // Some lines on a terminal; beyond any line that has something to say.
-constexpr std::size_t LineBound = 1200;
+constexpr std::size_t lineBound = 1200;
 
 } // namespace
 
-void ShownOutput::Line(std::string_view line) { m_stream << OvPlatform::Shown(line, LineBound) << '\n'; }
+void ShownOutput::Line(std::string_view line) { m_stream << OvPlatform::Shown(line, lineBound) << '\n'; }
 
 void ShownOutput::Lines(const std::vector<std::string>& lines) {
     for (const std::string& line : lines)

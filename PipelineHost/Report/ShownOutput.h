@@ -9,25 +9,25 @@ namespace OvPipeline {
 
 class JsonText;
 
-// One of the program's two streams. It may lead to a terminal, and what is written may come from outside:
-// nothing that goes through here acts on a terminal, and no line is more than one line or too long to be
-// read. One thread at a time.
+/// One of the program's two streams. It may lead to a terminal, and what is written may come from outside:
+/// nothing that goes through here acts on a terminal, and no line is more than one line or too long to be
+/// read. One thread at a time.
 class ShownOutput {
 public:
     explicit ShownOutput(std::ostream& stream) : m_stream(stream) {}
     ShownOutput(const ShownOutput&) = delete;
     ShownOutput& operator=(const ShownOutput&) = delete;
 
-    // One line, without its end.
+    /// One line, without its end.
     void Line(std::string_view line);
     void Lines(const std::vector<std::string>& lines);
-    // Several lines whose breaks are the program's own: help, or tables, whose cells hold none.
+    /// Several lines whose breaks are the program's own: help, or tables, whose cells hold none.
     void Text(std::string_view text);
-    // Data for programs, whole.
+    /// Data for programs, whole.
     void Xml(std::string_view xml);
     void Json(const JsonText& json);
 
-    // False if anything could not be written.
+    /// False if anything could not be written.
     bool Flush();
 
 private:

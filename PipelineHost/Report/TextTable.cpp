@@ -10,14 +10,14 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::size_t CellBound = 160;
+constexpr std::size_t cellBound = 160;
 
 } // namespace
 
 std::string AlignedTable(std::vector<std::vector<std::string>> lines, const std::string& indent) {
     for (auto& line : lines)
         for (std::string& cell : line)
-            cell = OvPlatform::Shown(cell, CellBound);
+            cell = OvPlatform::Shown(cell, cellBound);
     std::vector<std::size_t> widths;
     for (const auto& line : lines) {
         widths.resize((std::max)(widths.size(), line.size()));

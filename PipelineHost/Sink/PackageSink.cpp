@@ -10,7 +10,7 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr const char* DefaultSequenceName = "/FixedDocumentSequence.fdseq";
+constexpr const char* defaultSequenceName = "/FixedDocumentSequence.fdseq";
 
 void Require(HRESULT hr, const std::string& name, const char* what) {
     if (FAILED(hr)) throw HostError(hr, name, name + ": " + what);
@@ -94,11 +94,11 @@ void PackageSink::CloseDocument() {
         if (m_document) Say("leaves out the document without pages", m_documentName);
         return;
     }
-    WriteText(m_documentName, DocumentContentType, m_documentMarkup + "</FixedDocument>\n");
+    WriteText(m_documentName, documentContentType, m_documentMarkup + "</FixedDocument>\n");
     m_documentMarkup.clear();
     if (m_sequenceMarkup.empty()) {
         m_sequenceMarkup = OpenRoot("FixedDocumentSequence", m_flavour);
-        if (m_sequenceName.empty()) m_sequenceName = DefaultSequenceName;
+        if (m_sequenceName.empty()) m_sequenceName = defaultSequenceName;
     }
     m_sequenceMarkup += DocumentReferenceElement(m_sequenceName, m_documentName);
 }
@@ -197,7 +197,7 @@ void PackageSink::Complete() {
     if (m_pages == 0)
         throw HostError(XPS_E_MISSING_PAGE_IN_DOCUMENT, {},
                         "the last filter sent no page: there is nothing to write");
-    WriteText(m_sequenceName, SequenceContentType, m_sequenceMarkup + "</FixedDocumentSequence>\n");
+    WriteText(m_sequenceName, sequenceContentType, m_sequenceMarkup + "</FixedDocumentSequence>\n");
     Relate("/", Relation::FixedRepresentation, m_sequenceName);
     for (const Link& link : m_links)
         if ((link.source == "/" || m_writer->HasPart(link.source)) && m_writer->HasPart(link.target))

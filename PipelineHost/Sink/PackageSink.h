@@ -12,24 +12,24 @@
 
 namespace OvPipeline {
 
-// Whether the parts that a page uses lie before or behind its markup in the package.
+/// Whether the parts that a page uses lie before or behind its markup in the package.
 enum class Interleaving { ResourcesFirst, MarkupFirst };
 
-// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
-// part once, tickets and resources related as they were. Nothing stands under the target's name before
-// Publish, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
-// Belongs to one thread at a time.
+/// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
+/// part once, tickets and resources related as they were. Nothing stands under the target's name before
+/// Publish, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
+/// Belongs to one thread at a time.
 class PackageSink {
 public:
     PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,
                 Interleaving interleaving);
 
     void Take(IUnknown* part);
-    // All parts are there: writes the markup that refers to them. HostError where no page came.
+    /// All parts are there: writes the markup that refers to them. HostError where no page came.
     void Complete();
-    // Behind Complete: writes the package out, which may take a while; a job that stops ends it.
+    /// Behind Complete: writes the package out, which may take a while; a job that stops ends it.
     void Finish();
-    // Behind Finish: puts the package under its name, and does nothing else.
+    /// Behind Finish: puts the package under its name, and does nothing else.
     void Commit();
 
     bool HasPart(const std::string& name) const { return m_writer->HasPart(name); }

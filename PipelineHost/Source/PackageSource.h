@@ -8,25 +8,25 @@
 
 namespace OvPipeline {
 
-// Opens a job's package and finds out which vocabulary it speaks. Throws OvPlatform::PackageError or
-// InputError.
+/// Opens a job's package and finds out which vocabulary it speaks. Throws OvPlatform::PackageError or
+/// InputError.
 SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job);
 
-// The job's package as the pipeline's parts, in the order of the pipeline: the document, what hangs on the
-// package, the sequence, and each document with its pages; at the end, the resources that no page relates to.
-// Parts are made when they are asked for, so memory does not grow with the job. Belongs to one thread.
+/// The job's package as the pipeline's parts, in the order of the pipeline: the document, what hangs on the
+/// package, the sequence, and each document with its pages; at the end, the resources that no page relates
+/// to. Parts are made when they are asked for, so memory does not grow with the job. Belongs to one thread.
 class PackageSource final : public ComObject<IXpsDocumentProvider> {
 public:
-    // taker: the filter that takes the parts; null for the host. Throws InputError where the package names no
-    // sequence, or two.
+    /// taker: the filter that takes the parts; null for the host. Throws InputError where the package names
+    /// no sequence, or two.
     explicit PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker = {});
 
-    // The next part, null at the end. A part's relationships and references are checked before it is handed
-    // out; a fault in them is the failing result, and the thread's note says more. A job without pages is a
-    // fault.
+    /// The next part, null at the end. A part's relationships and references are checked before it is handed
+    /// out; a fault in them is the failing result, and the thread's note says more. A job without pages is a
+    /// fault.
     HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
 
-    // The same for the host: throws.
+    /// The same for the host: throws.
     CComPtr<IUnknown> Next();
 
 private:

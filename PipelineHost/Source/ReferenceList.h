@@ -10,9 +10,9 @@
 
 namespace OvPipeline {
 
-// The references of a sequence to its documents, or of a document to its pages, one after another: memory
-// does not grow with their number. Throws InputError (with the line) for markup that cannot be read, a DTD,
-// another root, a reference without a source, and for what the package's bytes throw.
+/// The references of a sequence to its documents, or of a document to its pages, one after another: memory
+/// does not grow with their number. Throws InputError (with the line) for markup that cannot be read, a DTD,
+/// another root, a reference without a source, and for what the package's bytes throw.
 class ReferenceList {
 public:
     enum class Of { Sequence, Document };
@@ -21,7 +21,7 @@ public:
     ReferenceList(const ReferenceList&) = delete;
     ReferenceList& operator=(const ReferenceList&) = delete;
 
-    // Nothing at the end. The source is as written.
+    /// Nothing at the end. The source is as written.
     std::optional<PageReference> Next();
 
 private:

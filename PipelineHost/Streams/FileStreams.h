@@ -12,7 +12,7 @@
 
 namespace OvPipeline {
 
-// The bytes of a file. Open throws HostError.
+/// The bytes of a file. Open throws HostError.
 class FileContent final : public Content {
 public:
     explicit FileContent(std::filesystem::path file) : m_file(std::move(file)) {}
@@ -24,17 +24,17 @@ private:
     std::filesystem::path m_file;
 };
 
-// A file of bytes that comes to stand under its name only when all is well, as OutputFile has it. Throws
-// HostError. A filter may hold on to it: behind Finish nothing can be written.
+/// A file of bytes that comes to stand under its name only when all is well, as OutputFile has it. Throws
+/// HostError. A filter may hold on to it: behind Finish nothing can be written.
 class FileSink {
 public:
     explicit FileSink(const std::filesystem::path& target);
 
     void Write(const void* bytes, std::size_t size);
     void Flush();
-    // All is written: what takes time.
+    /// All is written: what takes time.
     void Finish();
-    // Behind Finish: puts the file under its name, and does nothing else.
+    /// Behind Finish: puts the file under its name, and does nothing else.
     void Commit();
 
 private:
@@ -44,7 +44,7 @@ private:
     std::atomic<bool> m_isFinished{false};
 };
 
-// The last filter's way into a file. Writes fail once the job stops.
+/// The last filter's way into a file. Writes fail once the job stops.
 class FileWriteStream final : public ComObject<IPrintWriteStream, IPrintWriteStreamFlush> {
 public:
     FileWriteStream(std::shared_ptr<FileSink> sink, std::shared_ptr<JobState> job)

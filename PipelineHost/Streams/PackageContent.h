@@ -6,7 +6,7 @@
 
 namespace OvPipeline {
 
-// The bytes of a part of the job's package.
+/// The bytes of a part of the job's package.
 class PackageContent final : public Content {
 public:
     PackageContent(std::shared_ptr<const OvPlatform::PackageReader> package,

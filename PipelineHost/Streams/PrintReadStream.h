@@ -7,7 +7,7 @@
 
 namespace OvPipeline {
 
-// The pipeline's read stream over any bytes. A read that fails is noted for the calling thread.
+/// The pipeline's read stream over any bytes. A read that fails is noted for the calling thread.
 class PrintReadStream final : public ComObject<IPrintReadStream> {
 public:
     explicit PrintReadStream(std::unique_ptr<ByteReader> reader) : m_reader(std::move(reader)) {}
@@ -21,7 +21,7 @@ private:
     std::unique_ptr<ByteReader> m_reader;
 };
 
-// A stream anew, at the start of the content, with each call.
+/// A stream anew, at the start of the content, with each call.
 class ContentStreamFactory final : public ComObject<IPrintReadStreamFactory> {
 public:
     explicit ContentStreamFactory(std::shared_ptr<const Content> content) : m_content(std::move(content)) {}
@@ -34,7 +34,7 @@ private:
     std::shared_ptr<const Content> m_content;
 };
 
-// A text or document that is held in memory.
+/// A text or document that is held in memory.
 class MemoryContent final : public Content {
 public:
     explicit MemoryContent(std::string bytes)

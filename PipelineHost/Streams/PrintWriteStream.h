@@ -9,11 +9,11 @@
 
 namespace OvPipeline {
 
-// The pipeline's write stream into spooled bytes. Close completes them; without it they count as given up.
+/// The pipeline's write stream into spooled bytes. Close completes them; without it they count as given up.
 class PrintWriteStream final : public ComObject<IPrintWriteStream> {
 public:
     explicit PrintWriteStream(std::shared_ptr<SpooledBytes> bytes) : m_bytes(std::move(bytes)) {}
-    // For who decides later what becomes of the bytes: Close and the stream's end only tell.
+    /// For who decides later what becomes of the bytes: Close and the stream's end only tell.
     PrintWriteStream(std::shared_ptr<SpooledBytes> bytes, std::function<void()> closed)
         : m_bytes(std::move(bytes)), m_closed(std::move(closed)) {}
 

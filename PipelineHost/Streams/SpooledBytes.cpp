@@ -88,7 +88,7 @@ void SpooledBytes::Append(const void* bytes, std::size_t size) {
         if (m_state != State::Open)
             throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that has ended");
         const auto* first = static_cast<const unsigned char*>(bytes);
-        if (m_file < 0 && m_memory.size() + size > MemoryBound) MoveToFile();
+        if (m_file < 0 && m_memory.size() + size > memoryBound) MoveToFile();
         if (m_file >= 0)
             WriteAt(m_file, m_size, first, size);
         else

@@ -6,8 +6,8 @@
 
 namespace OvPipeline {
 
-// The filter that has a stream to write. Once it is done, what it has left open will never be closed, whoever
-// still holds it. Any thread.
+/// The filter that has a stream to write. Once it is done, what it has left open will never be closed,
+/// whoever still holds it. Any thread.
 class StreamMaker {
 public:
     explicit StreamMaker(std::string filter) : m_filter(std::move(filter)) {}

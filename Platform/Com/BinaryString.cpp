@@ -13,33 +13,33 @@ namespace {
 using OvPlatform::FaultPointHit;
 
 // The text starts 8 bytes into the block, so that the length stands in the four bytes before it.
-constexpr std::size_t TextOffset = 8;
-constexpr std::size_t LengthOffset = TextOffset - sizeof(UINT);
+constexpr std::size_t textOffset = 8;
+constexpr std::size_t lengthOffset = textOffset - sizeof(UINT);
 // An odd number of bytes is allowed; a whole zero unit must follow it and also the last whole unit.
-constexpr std::size_t TailBytes = 2 * sizeof(OLECHAR);
-constexpr UINT MaximumBytes = (std::numeric_limits<UINT>::max)() - static_cast<UINT>(TextOffset + TailBytes);
+constexpr std::size_t tailBytes = 2 * sizeof(OLECHAR);
+constexpr UINT maximumBytes = (std::numeric_limits<UINT>::max)() - static_cast<UINT>(textOffset + tailBytes);
 
 BSTR Allocate(const void* contents, std::size_t bytes) noexcept {
-    if (bytes > MaximumBytes) {
+    if (bytes > maximumBytes) {
         SetLastError(ERROR_OUTOFMEMORY);
         return nullptr;
     }
-    auto* block = static_cast<BYTE*>(std::malloc(TextOffset + bytes + TailBytes));
+    auto* block = static_cast<BYTE*>(std::malloc(textOffset + bytes + tailBytes));
     if (block == nullptr) {
         SetLastError(ERROR_OUTOFMEMORY);
         return nullptr;
     }
     const UINT length = static_cast<UINT>(bytes);
-    std::memset(block, 0, LengthOffset);
-    std::memcpy(block + LengthOffset, &length, sizeof(length));
-    BYTE* text = block + TextOffset;
+    std::memset(block, 0, lengthOffset);
+    std::memcpy(block + lengthOffset, &length, sizeof(length));
+    BYTE* text = block + textOffset;
     if (contents != nullptr && bytes > 0) std::memcpy(text, contents, bytes);
-    std::memset(text + bytes, 0, TailBytes);
+    std::memset(text + bytes, 0, tailBytes);
     return reinterpret_cast<BSTR>(text);
 }
 
 BSTR AllocateUnits(const OLECHAR* units, std::size_t count) noexcept {
-    if (count > MaximumBytes / sizeof(OLECHAR)) {
+    if (count > maximumBytes / sizeof(OLECHAR)) {
         SetLastError(ERROR_OUTOFMEMORY);
         return nullptr;
     }
@@ -92,7 +92,7 @@ INT SysReAllocStringLen(BSTR* target, const OLECHAR* text, UINT length) {
 }
 
 void SysFreeString(BSTR string) {
-    if (string != nullptr) std::free(reinterpret_cast<BYTE*>(string) - TextOffset);
+    if (string != nullptr) std::free(reinterpret_cast<BYTE*>(string) - textOffset);
 }
 
 UINT SysStringByteLen(BSTR string) {

@@ -17,7 +17,7 @@ namespace {
 using namespace OvPlatform;
 
 // Known to this file only: how GetHGlobalFromStream finds out whether a stream is one of ours.
-constexpr IID OwnIdentifier = {0x6f1c7e52, 0x0b5d, 0x4d0a, {0x9a, 0x31, 0x52, 0xc4, 0x1e, 0x8f, 0x60, 0x7b}};
+constexpr IID ownIdentifier = {0x6f1c7e52, 0x0b5d, 0x4d0a, {0x9a, 0x31, 0x52, 0xc4, 0x1e, 0x8f, 0x60, 0x7b}};
 
 /// The bytes that a stream and its clones share.
 struct SharedMemory {
@@ -56,7 +56,7 @@ public:
         : StreamBase(STGM_READWRITE, position, STG_E_SEEKERROR), m_shared(std::move(shared)) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
-        if (iid != OwnIdentifier) return StreamBase::QueryInterface(iid, object);
+        if (iid != ownIdentifier) return StreamBase::QueryInterface(iid, object);
         *object = this;
         AddRef();
         return S_OK;
@@ -167,7 +167,7 @@ HRESULT GetHGlobalFromStream(IStream* stream, HGLOBAL* memory) {
     if (stream == nullptr || memory == nullptr) return E_INVALIDARG;
     *memory = nullptr;
     void* own = nullptr;
-    if (HRESULT result = stream->QueryInterface(OwnIdentifier, &own); FAILED(result))
+    if (HRESULT result = stream->QueryInterface(ownIdentifier, &own); FAILED(result))
         return result == E_NOINTERFACE ? E_INVALIDARG : result;
     CComPtr<HGlobalStream> held;
     held.Attach(static_cast<HGlobalStream*>(own));

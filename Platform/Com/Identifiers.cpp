@@ -12,12 +12,12 @@ const IID GUID_NULL = {};
 namespace {
 
 // The text form: braces around groups of 4, 2, 2, 2 and 6 bytes in capital hexadecimal.
-constexpr int TextUnits = 38;
-constexpr std::size_t GuidBytes = sizeof(GUID);
-constexpr std::array<int, GuidBytes> TextPlaces = {1,  3,  5,  7,  10, 12, 15, 17,
+constexpr int textUnits = 38;
+constexpr std::size_t guidBytes = sizeof(GUID);
+constexpr std::array<int, guidBytes> textPlaces = {1,  3,  5,  7,  10, 12, 15, 17,
                                                    20, 22, 25, 27, 29, 31, 33, 35};
 
-using Bytes = std::array<BYTE, GuidBytes>;
+using Bytes = std::array<BYTE, guidBytes>;
 
 /// In the order of the text, which is big-endian for the first three fields.
 Bytes ToTextOrder(REFGUID guid) {
@@ -52,19 +52,19 @@ int HexDigit(OLECHAR unit) {
 }
 
 bool ParseGuid(LPCOLESTR text, GUID& guid) {
-    for (int place = 0; place < TextUnits; ++place) {
+    for (int place = 0; place < textUnits; ++place) {
         const OLECHAR unit = text[place];
         const bool isHyphen = place == 9 || place == 14 || place == 19 || place == 24;
         if (place == 0               ? unit != L'{'
-            : place == TextUnits - 1 ? unit != L'}'
+            : place == textUnits - 1 ? unit != L'}'
             : isHyphen               ? unit != L'-'
                                      : HexDigit(unit) < 0)
             return false;
     }
-    if (text[TextUnits] != 0) return false;
+    if (text[textUnits] != 0) return false;
     Bytes bytes{};
-    for (std::size_t index = 0; index < GuidBytes; ++index) {
-        const LPCOLESTR digits = text + TextPlaces[index];
+    for (std::size_t index = 0; index < guidBytes; ++index) {
+        const LPCOLESTR digits = text + textPlaces[index];
         bytes[index] = static_cast<BYTE>(HexDigit(digits[0]) * 16 + HexDigit(digits[1]));
     }
     guid = FromTextOrder(bytes);
@@ -82,26 +82,26 @@ HRESULT FromString(LPCOLESTR text, GUID* guid, HRESULT malformed) {
 } // namespace
 
 int StringFromGUID2(REFGUID guid, LPOLESTR text, int capacity) {
-    if (text == nullptr || capacity < TextUnits + 1) return 0;
-    constexpr const wchar_t* Digits = L"0123456789ABCDEF";
-    for (int place = 0; place < TextUnits; ++place)
+    if (text == nullptr || capacity < textUnits + 1) return 0;
+    constexpr const wchar_t* hexDigits = L"0123456789ABCDEF";
+    for (int place = 0; place < textUnits; ++place)
         text[place] = L'-';
     const Bytes bytes = ToTextOrder(guid);
-    for (std::size_t index = 0; index < GuidBytes; ++index) {
-        text[TextPlaces[index]] = Digits[bytes[index] >> 4];
-        text[TextPlaces[index] + 1] = Digits[bytes[index] & 15];
+    for (std::size_t index = 0; index < guidBytes; ++index) {
+        text[textPlaces[index]] = hexDigits[bytes[index] >> 4];
+        text[textPlaces[index] + 1] = hexDigits[bytes[index] & 15];
     }
     text[0] = L'{';
-    text[TextUnits - 1] = L'}';
-    text[TextUnits] = 0;
-    return TextUnits + 1;
+    text[textUnits - 1] = L'}';
+    text[textUnits] = 0;
+    return textUnits + 1;
 }
 
 HRESULT StringFromCLSID(REFCLSID clsid, LPOLESTR* text) {
     if (text == nullptr) return E_INVALIDARG;
-    *text = static_cast<LPOLESTR>(CoTaskMemAlloc((TextUnits + 1) * sizeof(OLECHAR)));
+    *text = static_cast<LPOLESTR>(CoTaskMemAlloc((textUnits + 1) * sizeof(OLECHAR)));
     if (*text == nullptr) return E_OUTOFMEMORY;
-    StringFromGUID2(clsid, *text, TextUnits + 1);
+    StringFromGUID2(clsid, *text, textUnits + 1);
     return S_OK;
 }
 

@@ -12,7 +12,7 @@ using OvPlatform::FaultPoint;
 using OvPlatform::FaultPointHit;
 
 // The element type stands in the four bytes before the descriptor, as published for FADF_HAVEVARTYPE.
-constexpr std::size_t DescriptorOffset = 16;
+constexpr std::size_t descriptorOffset = 16;
 
 ULONG ElementSize(VARTYPE type) {
     switch (type) {
@@ -74,7 +74,7 @@ SAFEARRAY* Create(VARTYPE type, LONG lowerBound, ULONG elements, USHORT moreFeat
     const bool boundFits =
         static_cast<LONGLONG>(lowerBound) + elements - 1 <= (std::numeric_limits<LONG>::max)();
     if (size == 0 || !boundFits) return nullptr;
-    auto* block = static_cast<BYTE*>(std::calloc(1, DescriptorOffset + sizeof(SAFEARRAY)));
+    auto* block = static_cast<BYTE*>(std::calloc(1, descriptorOffset + sizeof(SAFEARRAY)));
     void* data = std::calloc(elements > 0 ? elements : 1, size);
     if (block == nullptr || data == nullptr) {
         std::free(block);
@@ -82,8 +82,8 @@ SAFEARRAY* Create(VARTYPE type, LONG lowerBound, ULONG elements, USHORT moreFeat
         return nullptr;
     }
     const DWORD typeMark = type;
-    std::memcpy(block + DescriptorOffset - sizeof(typeMark), &typeMark, sizeof(typeMark));
-    auto* array = reinterpret_cast<SAFEARRAY*>(block + DescriptorOffset);
+    std::memcpy(block + descriptorOffset - sizeof(typeMark), &typeMark, sizeof(typeMark));
+    auto* array = reinterpret_cast<SAFEARRAY*>(block + descriptorOffset);
     array->cDims = 1;
     array->fFeatures = static_cast<USHORT>(Features(type) | moreFeatures);
     array->cbElements = size;
@@ -149,7 +149,7 @@ void DestroySafeArray(SAFEARRAY* array) noexcept {
         ClearElement(type,
                      static_cast<BYTE*>(array->pvData) + static_cast<std::size_t>(index) * array->cbElements);
     std::free(array->pvData);
-    std::free(reinterpret_cast<BYTE*>(array) - DescriptorOffset);
+    std::free(reinterpret_cast<BYTE*>(array) - descriptorOffset);
 }
 
 } // namespace OvPlatform

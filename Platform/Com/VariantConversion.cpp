@@ -82,10 +82,10 @@ std::optional<Value> Read(const VARIANT& source) {
 
 /// The characters of a number; empty if the text can be none.
 std::string NumberText(std::wstring_view text) {
-    constexpr std::wstring_view Blanks = L" \t\r\n";
-    const auto first = text.find_first_not_of(Blanks);
+    constexpr std::wstring_view blanks = L" \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
     if (first == std::wstring_view::npos) return {};
-    text = text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
+    text = text.substr(first, text.find_last_not_of(blanks) + 1 - first);
     if (text.starts_with(L"+-")) return {};
     if (text.front() == L'+') text.remove_prefix(1);
     std::string number;

@@ -77,7 +77,7 @@ AttributeSlot Find(const xmlNode* element, std::string_view localName, std::stri
             const std::string_view own =
                 slot.attribute->ns ? View(slot.attribute->ns->href) : std::string_view();
             if (View(slot.attribute->name) == localName && own == uri) return slot;
-        } else if (uri == XmlnsUri) {
+        } else if (uri == xmlnsUri) {
             const xmlChar* prefix = slot.declaration->prefix;
             if ((prefix ? View(prefix) : std::string_view("xmlns")) == localName) return slot;
         }

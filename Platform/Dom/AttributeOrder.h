@@ -13,7 +13,7 @@ namespace OvPlatform {
 // keeps them in two lists; each attribute remembers its rank, the number of declarations that stand before
 // it.
 
-constexpr const char* XmlnsUri = "http://www.w3.org/2000/xmlns/";
+constexpr const char* xmlnsUri = "http://www.w3.org/2000/xmlns/";
 
 /// One member of the sequence: either an attribute or a declaration, or neither past the end.
 struct AttributeSlot {

@@ -10,8 +10,8 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t ShortWalk = 128;
-constexpr std::size_t Endless = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t shortWalk = 128;
+constexpr std::size_t endless = std::numeric_limits<std::size_t>::max();
 
 /// Steps from node to node, up to a bound.
 class Walk {
@@ -106,11 +106,11 @@ private:
 } // namespace
 
 DetachedNodes::Verdict DetachedNodes::Look(xmlNode* node, const xmlNode* document) noexcept {
-    return VerdictOn(node, document, Walk(ShortWalk));
+    return VerdictOn(node, document, Walk(shortWalk));
 }
 
 DetachedNodes::Verdict DetachedNodes::LookThrough(xmlNode* node, const xmlNode* document) noexcept {
-    return VerdictOn(node, document, Walk(Endless));
+    return VerdictOn(node, document, Walk(endless));
 }
 
 std::vector<xmlNode*> DetachedNodes::TakeEnded(const xmlNode* document) {
@@ -121,7 +121,7 @@ std::vector<xmlNode*> DetachedNodes::TakeEnded(const xmlNode* document) {
     for (xmlNode* node : m_waiting) {
         xmlNode* top = tops.Of(node);
         if (!seen.insert(top).second || top == document) continue;
-        Walk walk(Endless);
+        Walk walk(endless);
         if (!*HasObjects(top, walk)) {
             ended.push_back(top);
             continue;
@@ -129,7 +129,7 @@ std::vector<xmlNode*> DetachedNodes::TakeEnded(const xmlNode* document) {
         inVain += walk.Steps();
     }
     m_waiting.clear();
-    m_patience = inVain / ShortWalk;
+    m_patience = inVain / shortWalk;
     return ended;
 }
 

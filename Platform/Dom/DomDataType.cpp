@@ -21,7 +21,7 @@ struct Type {
     VARTYPE automation;
 };
 
-constexpr std::array<Type, 18> Types = {{
+constexpr std::array<Type, 18> types = {{
     {"string", Form::Plain, VT_BSTR},
     {"uri", Form::Plain, VT_BSTR},
     {"uuid", Form::Plain, VT_BSTR},
@@ -46,7 +46,7 @@ const Type* Find(std::string_view name) noexcept {
     const auto isLetter = [](char own, char given) {
         return own == (given >= 'A' && given <= 'Z' ? static_cast<char>(given - 'A' + 'a') : given);
     };
-    for (const Type& type : Types)
+    for (const Type& type : types)
         if (std::equal(type.name.begin(), type.name.end(), name.begin(), name.end(), isLetter)) return &type;
     return nullptr;
 }
@@ -57,10 +57,10 @@ struct Spelling {
     unsigned bitsOfDigit;
     std::size_t digitsOfGroup;
 };
-constexpr Spelling Base64 = {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/", 6, 4};
-constexpr Spelling Hex = {"0123456789abcdef", 4, 2};
+constexpr Spelling base64 = {"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/", 6, 4};
+constexpr Spelling hex = {"0123456789abcdef", 4, 2};
 
-const Spelling& SpellingOf(Form form) noexcept { return form == Form::Base64 ? Base64 : Hex; }
+const Spelling& SpellingOf(Form form) noexcept { return form == Form::Base64 ? base64 : hex; }
 
 std::string Spell(const Spelling& spelling, std::string_view bytes) {
     std::string text;
@@ -85,7 +85,7 @@ bool Unspell(const Spelling& spelling, std::string_view text, std::string& bytes
         text.remove_suffix(1);
     for (char c : text) {
         if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
-        if (&spelling == &Hex && c >= 'A' && c <= 'F') c = static_cast<char>(c - 'A' + 'a');
+        if (&spelling == &hex && c >= 'A' && c <= 'F') c = static_cast<char>(c - 'A' + 'a');
         const std::size_t digit = spelling.digits.find(c);
         if (digit == std::string_view::npos) return false;
         bits = (bits << spelling.bitsOfDigit | static_cast<unsigned>(digit)) & 0xFFFF;
@@ -101,7 +101,7 @@ bool Unspell(const Spelling& spelling, std::string_view text, std::string& bytes
 
 std::string DomDataType::NameOf(const xmlNode* node) {
     if (node->type != XML_ELEMENT_NODE) return {};
-    const xmlAttr* attribute = AttributeOrder::Find(node, Attribute, Uri).attribute;
+    const xmlAttr* attribute = AttributeOrder::Find(node, attributeName, namespaceUri).attribute;
     return attribute != nullptr ? DomTree::AttributeValue(attribute) : std::string();
 }
 

@@ -13,8 +13,8 @@ namespace OvPlatform {
 class DomDataType {
 public:
     /// The attribute that names the type.
-    static constexpr const char* Attribute = "dt";
-    static constexpr const char* Uri = "urn:schemas-microsoft-com:datatypes";
+    static constexpr const char* attributeName = "dt";
+    static constexpr const char* namespaceUri = "urn:schemas-microsoft-com:datatypes";
 
     /// The data type of a node, empty if it carries none.
     static std::string NameOf(const xmlNode* node);

@@ -19,8 +19,8 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr LONG ReadyStateComplete = 4;
-constexpr HRESULT NoSchema = XmlCode(0xE225);
+constexpr LONG readyStateComplete = 4;
+constexpr HRESULT noSchema = XmlCode(0xE225);
 
 // The free-threaded class is not offered: a document belongs to one thread at a time.
 const ClassRegistration registration(CLSID_DOMDocument60, &DomDocument::Create);
@@ -29,7 +29,7 @@ struct NamedType {
     std::wstring_view name;
     DOMNodeType type;
 };
-constexpr NamedType NamedTypes[] = {
+constexpr NamedType namedTypes[] = {
     {L"element", NODE_ELEMENT},   {L"attribute", NODE_ATTRIBUTE},
     {L"text", NODE_TEXT},         {L"cdatasection", NODE_CDATA_SECTION},
     {L"comment", NODE_COMMENT},   {L"processinginstruction", NODE_PROCESSING_INSTRUCTION},
@@ -39,7 +39,7 @@ constexpr NamedType NamedTypes[] = {
 /// A DOMNodeType, or some other number.
 HRESULT TypeOf(const VARIANT& value, LONG& type) {
     if (value.vt == VT_BSTR) {
-        for (const NamedType& row : NamedTypes) {
+        for (const NamedType& row : namedTypes) {
             if (row.name != ViewOf(value.bstrVal)) continue;
             type = row.type;
             return S_OK;
@@ -200,7 +200,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::get_parseError(IXMLDOMParseError** error)
 HRESULT STDMETHODCALLTYPE DomDocument::validate(IXMLDOMParseError** error) {
     return Guarded([&] {
         XmlFailure failure;
-        failure.code = NoSchema;
+        failure.code = noSchema;
         failure.reason = "The document has neither a schema nor a document type declaration to be checked by";
         const HRESULT result = GiveParseError(failure, error);
         return FAILED(result) ? result : S_FALSE;
@@ -214,7 +214,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::validateNode(IXMLDOMNode* node, IXMLDOMPa
 HRESULT STDMETHODCALLTYPE DomDocument::get_readyState(LONG* value) {
     return Guarded([&]() -> HRESULT {
         if (value == nullptr) return E_INVALIDARG;
-        *value = ReadyStateComplete;
+        *value = readyStateComplete;
         return S_OK;
     });
 }
@@ -294,11 +294,11 @@ xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& 
     case NODE_ELEMENT:
     case NODE_ATTRIBUTE:
         if (!hasName) return nullptr;
-        if (isDeclaration && (uri.empty() || uri == XmlnsUri))
-            return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, XmlnsUri), ""));
+        if (isDeclaration && (uri.empty() || uri == xmlnsUri))
+            return reinterpret_cast<xmlNode*>(tree.NewAttribute(local, tree.Namespace(prefix, xmlnsUri), ""));
         if (prefix == "xml" && uri.empty()) uri = reinterpret_cast<const char*>(XML_XML_NAMESPACE);
         if (isDeclaration || prefix == "xmlns" || (prefix == "xml") != (uri == View(XML_XML_NAMESPACE)) ||
-            uri == XmlnsUri)
+            uri == xmlnsUri)
             break;
         if (!prefix.empty() && uri.empty()) {
             Failed(result, "Reference to undeclared namespace prefix: " + prefix);

@@ -11,8 +11,8 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::array<std::wstring_view, 3> Features = {L"XML", L"DOM", L"MS-DOM"};
-constexpr std::array<std::wstring_view, 3> Versions = {L"", L"1.0", L"2.0"};
+constexpr std::array<std::wstring_view, 3> features = {L"XML", L"DOM", L"MS-DOM"};
+constexpr std::array<std::wstring_view, 3> versions = {L"", L"1.0", L"2.0"};
 
 bool Has(const std::array<std::wstring_view, 3>& known, std::wstring_view wanted) {
     return std::any_of(known.begin(), known.end(), [&](std::wstring_view name) {
@@ -26,7 +26,7 @@ bool Has(const std::array<std::wstring_view, 3>& known, std::wstring_view wanted
 
 HRESULT STDMETHODCALLTYPE DomImplementation::hasFeature(BSTR feature, BSTR version, VARIANT_BOOL* has) {
     if (feature == nullptr || has == nullptr) return E_INVALIDARG;
-    *has = Has(Features, ViewOf(feature)) && Has(Versions, ViewOf(version)) ? VARIANT_TRUE : VARIANT_FALSE;
+    *has = Has(features, ViewOf(feature)) && Has(versions, ViewOf(version)) ? VARIANT_TRUE : VARIANT_FALSE;
     return S_OK;
 }
 

@@ -9,7 +9,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view XmlUri = "http://www.w3.org/XML/1998/namespace";
+constexpr std::string_view xmlUri = "http://www.w3.org/XML/1998/namespace";
 
 bool BoundElsewhere(const xmlNs* ns, std::string_view prefix, std::string_view uri) noexcept {
     return ns != nullptr && View(ns->prefix) == prefix && View(ns->href) != uri;
@@ -71,7 +71,7 @@ HRESULT DomNamedNodeMap::Get(DomNodeObject& element, BSTR name, IXMLDOMNode** it
 
 bool DomNamedNodeMap::MayDeclare(const xmlNode* element, std::string_view prefix,
                                  std::string_view uri) noexcept {
-    if (prefix == "xml" || prefix == "xmlns" || uri == XmlUri || uri == XmlnsUri) return false;
+    if (prefix == "xml" || prefix == "xmlns" || uri == xmlUri || uri == xmlnsUri) return false;
     if (!prefix.empty() && uri.empty()) return false;
     if (BoundElsewhere(element->ns, prefix, uri)) return false;
     for (const xmlAttr* attribute = element->properties; attribute != nullptr && !prefix.empty();
@@ -140,12 +140,12 @@ HRESULT DomNamedNodeMap::SetValue(DomNodeObject& element, BSTR name, std::string
     const std::string local = colon == std::string::npos ? qualified : qualified.substr(colon + 1);
     if (prefix == "xmlns" || qualified == "xmlns") {
         if (!MayDeclare(node, prefix.empty() ? std::string_view() : local, value)) return E_INVALIDARG;
-        tree.Declare(node, tree.NewAttribute(local, tree.Namespace(prefix, XmlnsUri), value));
+        tree.Declare(node, tree.NewAttribute(local, tree.Namespace(prefix, xmlnsUri), value));
         return S_OK;
     }
     xmlNs* ns = nullptr;
     if (prefix == "xml") {
-        ns = tree.Namespace(prefix, XmlUri);
+        ns = tree.Namespace(prefix, xmlUri);
     } else if (!prefix.empty()) {
         const xmlNs* bound = NamespaceInScope(node, prefix);
         if (bound == nullptr) return Failed(E_FAIL, "Reference to undeclared namespace prefix: " + prefix);

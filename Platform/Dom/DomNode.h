@@ -5,7 +5,7 @@
 namespace OvPlatform {
 
 /// Asked of an interface to find the object behind it; no other implementation answers.
-inline constexpr IID DomNodeObjectId = {
+inline constexpr IID domNodeObjectId = {
     0x6b2f5a0e, 0x7c41, 0x4e58, {0x9d, 0x13, 0x2a, 0x80, 0x5e, 0x17, 0xc4, 0x9b}};
 
 /// The COM side of a node: the slots of IXMLDOMNode for an interface that derives from it.
@@ -19,7 +19,7 @@ public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** object) override {
         if (object == nullptr) return E_POINTER;
         *object = nullptr;
-        if (riid == DomNodeObjectId) {
+        if (riid == domNodeObjectId) {
             *object = static_cast<DomNodeObject*>(this); // not counted
             return S_OK;
         }

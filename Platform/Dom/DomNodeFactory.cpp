@@ -47,7 +47,7 @@ std::optional<std::string> DomNodeFactory::Held(xmlElementType type, std::string
             return declaration ? std::optional(declaration->Data()) : std::nullopt;
         }
         if (held.find("?>") != std::string::npos) return std::nullopt;
-        held.erase(0, held.find_first_not_of(XmlBlanks)); // they belong to what parts it from the target
+        held.erase(0, held.find_first_not_of(xmlBlanks)); // they belong to what parts it from the target
         break;
     default:
         break;

@@ -25,7 +25,7 @@ struct NodeKind {
     std::string_view typeName;
 };
 
-constexpr std::array<NodeKind, 8> Kinds = {{
+constexpr std::array<NodeKind, 8> kinds = {{
     {XML_ELEMENT_NODE, NODE_ELEMENT, "", "element"},
     {XML_ATTRIBUTE_NODE, NODE_ATTRIBUTE, "", "attribute"},
     {XML_TEXT_NODE, NODE_TEXT, "#text", "text"},
@@ -37,9 +37,9 @@ constexpr std::array<NodeKind, 8> Kinds = {{
 }};
 
 const NodeKind& KindOf(const xmlNode* node) noexcept {
-    for (const NodeKind& kind : Kinds)
+    for (const NodeKind& kind : kinds)
         if (kind.type == node->type) return kind;
-    return Kinds[2]; // the parser makes no other kinds
+    return kinds[2]; // the parser makes no other kinds
 }
 
 bool IsNamed(const xmlNode* node) noexcept {
@@ -94,7 +94,7 @@ void DomNodeObject::MoveTo(DomTree& tree, xmlNode* node) noexcept {
 
 DomNodeObject* DomNodeObject::Behind(IUnknown* node) noexcept {
     void* object = nullptr;
-    if (node == nullptr || FAILED(node->QueryInterface(DomNodeObjectId, &object))) return nullptr;
+    if (node == nullptr || FAILED(node->QueryInterface(domNodeObjectId, &object))) return nullptr;
     return static_cast<DomNodeObject*>(object);
 }
 
@@ -214,9 +214,9 @@ std::string DomNodeObject::TextContent() const {
     if (first == nullptr || ofAttribute || m_tree->PreservesWhiteSpace()) return text;
     // A CDATA section keeps its blanks, and so does what xml:space protects.
     if (last->type == XML_TEXT_NODE && !SpaceIsPreserved(last->parent))
-        text.erase(text.find_last_not_of(XmlBlanks) + 1);
+        text.erase(text.find_last_not_of(xmlBlanks) + 1);
     if (first->type == XML_TEXT_NODE && !SpaceIsPreserved(first->parent))
-        text.erase(0, text.find_first_not_of(XmlBlanks));
+        text.erase(0, text.find_first_not_of(xmlBlanks));
     return text;
 }
 
@@ -295,12 +295,13 @@ HRESULT DomNodeObject::SetDataType(BSTR name) {
     if (name == nullptr) return E_INVALIDARG;
     if (m_node->type != XML_ELEMENT_NODE || !AppendXmlUtf8(type, ViewOf(name)) || !DomDataType::IsKnown(type))
         return E_FAIL;
-    const AttributeSlot known = AttributeOrder::Find(m_node, DomDataType::Attribute, DomDataType::Uri);
+    const AttributeSlot known =
+        AttributeOrder::Find(m_node, DomDataType::attributeName, DomDataType::namespaceUri);
     if (known.attribute != nullptr) {
         DomTree::SetAttributeValue(known.attribute, type, *m_tree);
     } else {
-        xmlNs* ns = m_tree->Namespace("dt", DomDataType::Uri);
-        AttributeOrder::Insert(m_node, m_tree->NewAttribute(DomDataType::Attribute, ns, type), nullptr);
+        xmlNs* ns = m_tree->Namespace("dt", DomDataType::namespaceUri);
+        AttributeOrder::Insert(m_node, m_tree->NewAttribute(DomDataType::attributeName, ns, type), nullptr);
         m_tree->Changed();
     }
     return S_OK;

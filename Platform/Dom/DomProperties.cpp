@@ -22,7 +22,7 @@ struct Property {
     LONG DomSettings::*number = nullptr;
 };
 
-constexpr std::array<Property, 16> Properties = {{
+constexpr std::array<Property, 16> properties = {{
     {L"SelectionLanguage", Kind::Language},
     {L"SelectionNamespaces", Kind::Namespaces},
     {L"MaxElementDepth", Kind::Number, false, nullptr, &DomSettings::maxElementDepth},
@@ -42,7 +42,7 @@ constexpr std::array<Property, 16> Properties = {{
 }};
 
 const Property* Find(std::wstring_view name) noexcept {
-    for (const Property& property : Properties)
+    for (const Property& property : properties)
         if (property.name == name) return &property;
     return nullptr;
 }

@@ -13,9 +13,9 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view SectionStart = "<![CDATA[";
-constexpr std::string_view SectionEnd = "]]>";
+constexpr std::string_view lineEnd = "\r\n";
+constexpr std::string_view sectionStart = "<![CDATA[";
+constexpr std::string_view sectionEnd = "]]>";
 
 /// What stands for a character that cannot stand for itself. Empty: it can.
 constexpr std::string_view Escape(char c, bool inAttribute) noexcept {
@@ -33,13 +33,13 @@ constexpr std::string_view Escape(char c, bool inAttribute) noexcept {
     case '\t':
         return inAttribute ? "&#9;" : "";
     case '\n':
-        return inAttribute ? "&#10;" : LineEnd;
+        return inAttribute ? "&#10;" : lineEnd;
     default:
         return "";
     }
 }
 
-constexpr std::array<bool, 256> Specials = [] {
+constexpr std::array<bool, 256> specialBytes = [] {
     std::array<bool, 256> specials{};
     for (char c : {'&', '<', '>', '\r', '"', '\t', '\n'})
         specials[static_cast<unsigned char>(c)] = true;
@@ -55,7 +55,7 @@ void DomSerializer::Write(const xmlNode* node) {
         const bool lines = node->type == XML_DOCUMENT_NODE && !m_tree.PreservesWhiteSpace();
         for (const xmlNode* child = node->children; child != nullptr; child = child->next) {
             WriteSubtree(child);
-            if (lines) m_text += LineEnd;
+            if (lines) m_text += lineEnd;
         }
     } else if (node->type == XML_ATTRIBUTE_NODE) {
         WriteAttribute(reinterpret_cast<const xmlAttr*>(node),
@@ -140,18 +140,18 @@ void DomSerializer::WriteLeaf(const xmlNode* node) {
         WriteEscaped(content, false);
         break;
     case XML_CDATA_SECTION_NODE: {
-        m_text += SectionStart;
+        m_text += sectionStart;
         const std::size_t begin = m_text.size();
         std::string_view rest = content;
-        for (std::size_t end = rest.find(SectionEnd); end != std::string_view::npos;
-             end = rest.find(SectionEnd)) {
+        for (std::size_t end = rest.find(sectionEnd); end != std::string_view::npos;
+             end = rest.find(sectionEnd)) {
             WriteRaw(rest.substr(0, end + 2));
-            m_text.append(SectionEnd).append(SectionStart);
+            m_text.append(sectionEnd).append(sectionStart);
             rest.remove_prefix(end + 2);
         }
         WriteRaw(rest);
-        if (m_encoding != nullptr) m_encoding->Refer(m_text, begin, SectionEnd, SectionStart);
-        m_text += SectionEnd;
+        if (m_encoding != nullptr) m_encoding->Refer(m_text, begin, sectionEnd, sectionStart);
+        m_text += sectionEnd;
         break;
     }
     case XML_COMMENT_NODE:
@@ -237,7 +237,7 @@ void DomSerializer::WriteEscaped(std::string_view text, bool inAttribute) {
     const std::size_t start = m_text.size();
     std::size_t begin = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
-        if (!Specials[static_cast<unsigned char>(text[index])]) continue;
+        if (!specialBytes[static_cast<unsigned char>(text[index])]) continue;
         const std::string_view escape = Escape(text[index], inAttribute);
         if (escape.empty()) continue;
         m_text.append(text, begin, index - begin).append(escape);
@@ -254,7 +254,7 @@ void DomSerializer::RequireCharacters(std::string_view text) {
 void DomSerializer::WriteRaw(std::string_view text) {
     for (char c : text) {
         if (c == '\n')
-            m_text += LineEnd;
+            m_text += lineEnd;
         else
             m_text += c;
     }
@@ -272,7 +272,7 @@ bool DomSerializer::MayBreak(const xmlNode* left, const xmlNode* right) const no
 }
 
 void DomSerializer::Break() {
-    m_text += LineEnd;
+    m_text += lineEnd;
     m_text.append(m_depth, '\t');
 }
 

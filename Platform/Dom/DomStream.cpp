@@ -68,7 +68,7 @@ HRESULT STDMETHODCALLTYPE DomStream::Write(const void* source, ULONG count, ULON
     if (written != nullptr) *written = 0;
     return Guarded([&]() -> HRESULT {
         if (source == nullptr && count != 0) return STG_E_INVALIDPOINTER;
-        if (count > MostDocumentBytes - (m_isWritten ? m_text.size() : 0)) return STG_E_MEDIUMFULL;
+        if (count > mostDocumentBytes - (m_isWritten ? m_text.size() : 0)) return STG_E_MEDIUMFULL;
         if (!std::exchange(m_isWritten, true)) {
             m_text.clear();
             m_isCurrent = false;

@@ -111,14 +111,14 @@ xmlNode* DomTree::NewFragment() { return Made(xmlNewDocFragment(m_document)); }
 
 bool DomTree::IsDeclaration(const xmlNode* attribute) noexcept {
     return attribute->type == XML_ATTRIBUTE_NODE && attribute->ns != nullptr &&
-           View(attribute->ns->href) == XmlnsUri;
+           View(attribute->ns->href) == xmlnsUri;
 }
 
 xmlAttr* DomTree::MirrorOf(xmlNode* element, xmlNs* declaration) {
     if (xmlAttr* known = Mirror(declaration)) return known;
     const bool isDefault = declaration->prefix == nullptr;
     xmlAttr* mirror = NewAttribute(isDefault ? "xmlns" : View(declaration->prefix),
-                                   Namespace(isDefault ? "" : "xmlns", XmlnsUri), View(declaration->href));
+                                   Namespace(isDefault ? "" : "xmlns", xmlnsUri), View(declaration->href));
     mirror->parent = element;
     mirror->psvi = declaration;
     try {

@@ -10,7 +10,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t Remembered = 16;
+constexpr std::size_t remembered = 16;
 
 } // namespace
 
@@ -43,7 +43,7 @@ SelectionNamespaces::Pointer SelectionNamespaces::Parse(const std::string& text)
         made->m_declarations.push_back(own);
     }
     recent.push_front(made);
-    if (recent.size() > Remembered) recent.pop_back();
+    if (recent.size() > remembered) recent.pop_back();
     return made;
 }
 

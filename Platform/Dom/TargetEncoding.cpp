@@ -73,12 +73,12 @@ void TargetEncoding::Refer(std::string& utf8, std::size_t begin, std::string_vie
 }
 
 std::optional<std::string> TargetEncoding::Encode(std::string_view utf8) const {
-    constexpr std::size_t Chunk = 1 << 20; // the library counts in int, and grows its buffers fourfold
+    constexpr std::size_t chunk = 1 << 20; // the library counts in int, and grows its buffers fourfold
     std::string encoded;
     const XmlPointer<xmlBuffer> source = NewBuffer();
     const XmlPointer<xmlBuffer> bytes = NewBuffer();
     while (!utf8.empty()) {
-        std::size_t length = std::min(Chunk, utf8.size());
+        std::size_t length = std::min(chunk, utf8.size());
         while (length < utf8.size() && Utf8::IsTrail(utf8[length]))
             --length;
         if (xmlBufferAdd(source.get(), AsXml(utf8.data()), static_cast<int>(length)) != 0)

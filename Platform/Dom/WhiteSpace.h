@@ -8,7 +8,7 @@
 
 namespace OvPlatform {
 
-constexpr const char* XmlBlanks = " \t\r\n";
+constexpr const char* xmlBlanks = " \t\r\n";
 
 /// Whether the node is character data: a text or a CDATA section.
 bool IsText(const xmlNode* node) noexcept;

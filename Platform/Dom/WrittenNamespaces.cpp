@@ -4,23 +4,23 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr const char* MadeUpPrefix = "ns";
+constexpr const char* madeUpPrefix = "ns";
 
 } // namespace
 
 std::size_t WrittenNamespaces::Find(std::string_view prefix) const noexcept {
     const auto known = m_ofPrefix.find(prefix);
-    return known == m_ofPrefix.end() ? None : known->second;
+    return known == m_ofPrefix.end() ? none : known->second;
 }
 
 bool WrittenNamespaces::IsBoundHere(std::string_view prefix) const noexcept {
     const std::size_t index = Find(prefix);
-    return index != None && index >= m_elements.back();
+    return index != none && index >= m_elements.back();
 }
 
 bool WrittenNamespaces::Means(std::string_view prefix, std::string_view uri) const noexcept {
     const std::size_t index = Find(prefix);
-    return index == None ? prefix.empty() && uri.empty() : m_bindings[index].uri == uri;
+    return index == none ? prefix.empty() && uri.empty() : m_bindings[index].uri == uri;
 }
 
 void WrittenNamespaces::Offer(std::size_t index) {
@@ -36,7 +36,7 @@ void WrittenNamespaces::Bind(std::string_view prefix, std::string_view uri) {
     ++m_version;
     const std::size_t index = m_bindings.size();
     const std::size_t hidden = Find(prefix);
-    if (hidden != None) Withdraw(hidden);
+    if (hidden != none) Withdraw(hidden);
     m_bindings.push_back({prefix, uri});
     m_hidden.push_back(hidden);
     m_ofPrefix[prefix] = index;
@@ -48,7 +48,7 @@ void WrittenNamespaces::Close() {
         ++m_version;
         const std::size_t index = m_bindings.size() - 1;
         Withdraw(index);
-        if (m_hidden.back() == None) {
+        if (m_hidden.back() == none) {
             m_ofPrefix.erase(m_bindings.back().prefix);
         } else {
             m_ofPrefix[m_bindings.back().prefix] = m_hidden.back();
@@ -65,7 +65,7 @@ std::string_view WrittenNamespaces::PrefixOf(std::string_view uri) {
     if (known != m_ofUri.end() && !known->second.empty()) return m_bindings[*known->second.begin()].prefix;
     std::string made;
     do {
-        made = MadeUpPrefix + std::to_string(m_nextMadeUp++);
+        made = madeUpPrefix + std::to_string(m_nextMadeUp++);
     } while (IsBound(made));
     m_madeUp.push_back(std::move(made));
     Bind(m_madeUp.back(), uri);

@@ -36,7 +36,7 @@ public:
     const Binding& Own(std::size_t index) const noexcept { return m_bindings[m_elements.back() + index]; }
 
     /// Whether anything declares the prefix, and whether the innermost element does.
-    bool IsBound(std::string_view prefix) const noexcept { return Find(prefix) != None; }
+    bool IsBound(std::string_view prefix) const noexcept { return Find(prefix) != none; }
     bool IsBoundHere(std::string_view prefix) const noexcept;
     /// Whether a name with this prefix is in that namespace. Without a declaration no prefix means none.
     bool Means(std::string_view prefix, std::string_view uri) const noexcept;
@@ -46,7 +46,7 @@ public:
     std::string_view PrefixOf(std::string_view uri);
 
 private:
-    static constexpr std::size_t None = static_cast<std::size_t>(-1);
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
     std::size_t Find(std::string_view prefix) const noexcept;
     void Offer(std::size_t index);

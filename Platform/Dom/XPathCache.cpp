@@ -13,7 +13,7 @@ namespace OvPlatform {
 namespace {
 
 /// Queries that hold values of a document would fill the memory else.
-constexpr std::size_t MostQueries = 512;
+constexpr std::size_t mostQueries = 512;
 
 void Swallow(void*, const char*, ...) {}
 
@@ -36,7 +36,7 @@ struct Complaint {
     int error;
     const char* text;
 };
-constexpr Complaint Complaints[] = {
+constexpr Complaint complaints[] = {
     {XPATH_UNDEF_PREFIX_ERROR, "The query uses a prefix that SelectionNamespaces does not declare"},
     {XPATH_UNKNOWN_FUNC_ERROR, "The query calls a function that does not exist"},
     {XPATH_UNDEF_VARIABLE_ERROR, "The query uses a variable"},
@@ -48,7 +48,7 @@ constexpr Complaint Complaints[] = {
 };
 
 const char* ComplaintOf(int error) noexcept {
-    for (const Complaint& complaint : Complaints)
+    for (const Complaint& complaint : complaints)
         if (complaint.error == error) return complaint.text;
     return "The query is not well formed";
 }
@@ -100,7 +100,7 @@ xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
     xmlXPathCompExpr* expression = xmlXPathCtxtCompile(m_context, AsXml(text.c_str()));
     if (expression == nullptr) return nullptr;
     try {
-        if (m_compiled.size() >= MostQueries) Forget();
+        if (m_compiled.size() >= mostQueries) Forget();
         m_compiled.emplace(query, expression);
     } catch (...) {
         xmlXPathFreeCompExpr(expression);

@@ -56,8 +56,8 @@ DWORD PaperSize(const icu::Locale& locale) {
     int32_t height = 0;
     int32_t width = 0;
     ulocdata_getPaperSize(locale.getName(), &height, &width, &status);
-    constexpr int32_t LetterHeight = 279;
-    return U_SUCCESS(status) && height == LetterHeight ? 1 : 9;
+    constexpr int32_t letterHeight = 279;
+    return U_SUCCESS(status) && height == letterHeight ? 1 : 9;
 }
 
 } // namespace
@@ -73,11 +73,11 @@ int GetLocaleInfoEx(LPCWSTR localeName, LCTYPE type, LPWSTR data, int capacity) 
         if (fact != LOCALE_IMEASURE && fact != LOCALE_IPAPERSIZE) return Fail(ERROR_INVALID_FLAGS);
         const DWORD number = fact == LOCALE_IMEASURE ? MeasurementSystem(*locale) : PaperSize(*locale);
         if ((type & LOCALE_RETURN_NUMBER) == 0) return Give(std::to_wstring(number), data, capacity);
-        constexpr int UnitsOfNumber = (sizeof(DWORD) + sizeof(WCHAR) - 1) / sizeof(WCHAR);
-        if (capacity == 0) return UnitsOfNumber;
-        if (capacity < UnitsOfNumber) return Fail(ERROR_INSUFFICIENT_BUFFER);
+        constexpr int unitsOfNumber = (sizeof(DWORD) + sizeof(WCHAR) - 1) / sizeof(WCHAR);
+        if (capacity == 0) return unitsOfNumber;
+        if (capacity < unitsOfNumber) return Fail(ERROR_INSUFFICIENT_BUFFER);
         std::memcpy(data, &number, sizeof(number));
-        return UnitsOfNumber;
+        return unitsOfNumber;
     } catch (const std::bad_alloc&) {
         return Fail(ERROR_OUTOFMEMORY);
     }

@@ -19,7 +19,7 @@ struct Range {
 
 // Beyond ASCII, by ascending number: the controls, the format characters (bidirectional ones among them), the
 // separators of lines and paragraphs, and the noncharacters of the first plane.
-constexpr std::array Hidden{
+constexpr std::array hidden{
     Range{0x7F, 0x9F},       Range{0xAD, 0xAD},       Range{0x600, 0x605},     Range{0x61C, 0x61C},
     Range{0x6DD, 0x6DD},     Range{0x70F, 0x70F},     Range{0x890, 0x891},     Range{0x8E2, 0x8E2},
     Range{0x180E, 0x180E},   Range{0x200B, 0x200F},   Range{0x2028, 0x202E},   Range{0x2060, 0x206F},
@@ -31,9 +31,9 @@ constexpr std::array Hidden{
 bool IsHidden(char32_t character) {
     if (character < 0x7F) return character < ' ';
     if ((character & 0xFFFE) == 0xFFFE) return true;
-    const auto range = std::lower_bound(Hidden.begin(), Hidden.end(), character,
+    const auto range = std::lower_bound(hidden.begin(), hidden.end(), character,
                                         [](const Range& r, char32_t c) { return r.last < c; });
-    return range != Hidden.end() && range->first <= character;
+    return range != hidden.end() && range->first <= character;
 }
 
 // One character of a text, or an ill-formed part, whose bytes are shown one by one.

@@ -40,11 +40,11 @@ private:
 /// How many ASCII characters stand at the front. Looked for in blocks, because most text is nothing else.
 template <typename Unit>
 std::size_t AsciiRun(const Unit* units, std::size_t size) {
-    constexpr std::size_t Block = 16;
+    constexpr std::size_t block = 16;
     std::size_t run = 0;
-    for (; run + Block <= size; run += Block) {
+    for (; run + block <= size; run += block) {
         std::uint32_t all = 0;
-        for (std::size_t index = 0; index < Block; ++index)
+        for (std::size_t index = 0; index < block; ++index)
             all |= static_cast<std::uint32_t>(units[run + index]);
         if (all >= 0x80) break;
     }
@@ -94,7 +94,7 @@ bool Decode(std::string_view bytes, Output<wchar_t>& output) {
     return allIsWellFormed;
 }
 
-constexpr std::string_view ReplacementBytes = "\xEF\xBF\xBD";
+constexpr std::string_view replacementBytes = "\xEF\xBF\xBD";
 
 int Fail(DWORD error) {
     SetLastError(error);
@@ -128,7 +128,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWCH text, int length, LPS
     const std::size_t size = length < 0 ? std::wcslen(text) + 1 : static_cast<std::size_t>(length);
     Output<char> output(capacity > 0 ? bytes : nullptr, static_cast<std::size_t>(capacity));
     const std::string_view substitute =
-        defaultCharacter != nullptr ? std::string_view(defaultCharacter, 1) : ReplacementBytes;
+        defaultCharacter != nullptr ? std::string_view(defaultCharacter, 1) : replacementBytes;
     const bool wellFormed = Encode(std::wstring_view(text, size), output, substitute);
     if (usedDefault != nullptr) *usedDefault = !wellFormed;
     if (!wellFormed && (flags & WC_ERR_INVALID_CHARS) != 0) return Fail(ERROR_NO_UNICODE_TRANSLATION);
@@ -154,10 +154,10 @@ namespace OvPlatform {
 
 std::string ToUtf8(std::wstring_view text) {
     Output<char> counted(nullptr, 0);
-    Encode(text, counted, ReplacementBytes);
+    Encode(text, counted, replacementBytes);
     std::string bytes(counted.Size(), '\0');
     Output<char> output(bytes.data(), bytes.size());
-    Encode(text, output, ReplacementBytes);
+    Encode(text, output, replacementBytes);
     return bytes;
 }
 

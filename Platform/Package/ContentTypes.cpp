@@ -12,11 +12,11 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr char Namespace[] = "http://schemas.openxmlformats.org/package/2006/content-types";
+constexpr char namespaceUri[] = "http://schemas.openxmlformats.org/package/2006/content-types";
 
 [[noreturn]] void Refuse(HRESULT result, long line, const std::string& problem) {
     const std::string place = line > 0 ? " (line " + std::to_string(line) + ")" : std::string();
-    throw PackageError(result, std::string(ContentTypesName), problem + place);
+    throw PackageError(result, std::string(contentTypesName), problem + place);
 }
 
 std::string RequiredAttribute(const xmlNode* element, const char* name) {
@@ -37,7 +37,7 @@ ContentTypes ContentTypes::Parse(std::string_view xml) {
         Refuse(OPC_E_NONCONFORMING_CONTENT_TYPES_XML, error.Line(), error.what());
     }
     const xmlNode* root = xmlDocGetRootElement(document.get());
-    if (LocalName(root) != "Types" || NamespaceOf(root) != Namespace)
+    if (LocalName(root) != "Types" || NamespaceOf(root) != namespaceUri)
         Refuse(OPC_E_INVALID_CONTENT_TYPE_XML, xmlGetLineNo(root), "the root is not the Types element");
 
     ContentTypes types;
@@ -45,7 +45,7 @@ ContentTypes ContentTypes::Parse(std::string_view xml) {
         if (child->type != XML_ELEMENT_NODE) continue;
         const long line = xmlGetLineNo(child);
         const bool isDefault = LocalName(child) == "Default", isOverride = LocalName(child) == "Override";
-        if ((!isDefault && !isOverride) || NamespaceOf(child) != Namespace)
+        if ((!isDefault && !isOverride) || NamespaceOf(child) != namespaceUri)
             Refuse(OPC_E_INVALID_CONTENT_TYPE_XML, line, "unknown element " + std::string(LocalName(child)));
         const std::string key = RequiredAttribute(child, isDefault ? "Extension" : "PartName");
         const std::string type = RequiredAttribute(child, "ContentType");
@@ -89,7 +89,7 @@ void ContentTypes::SetDefault(std::string_view extension, std::string_view conte
 std::string ContentTypes::Format() const {
     XmlOutput xml(false);
     xml.Start("Types");
-    xml.Attribute("xmlns", Namespace);
+    xml.Attribute("xmlns", namespaceUri);
     for (const auto& [extension, type] : m_defaults) {
         xml.Start("Default");
         xml.Attribute("Extension", extension);

@@ -42,7 +42,7 @@ public:
         *partUri = nullptr;
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         try {
-            return ResolveOpcPartUri(std::string(PackageRoot), uri, partUri);
+            return ResolveOpcPartUri(std::string(packageRoot), uri, partUri);
         } catch (const std::bad_alloc&) {
             return E_OUTOFMEMORY;
         }

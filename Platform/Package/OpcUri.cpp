@@ -211,7 +211,7 @@ public:
         return Guarded([&] {
             if (!IsRelationshipsPartName(Uri())) return OPC_E_RELATIONSHIP_URI_REQUIRED;
             const std::string source = RelationshipsSource(Uri());
-            if (source == PackageRoot) return CreateOpcRootUri(uri);
+            if (source == packageRoot) return CreateOpcRootUri(uri);
             IOpcPartUri* part = nullptr;
             const HRESULT result = CreateOpcPartUri(source, &part);
             *uri = part;
@@ -244,7 +244,7 @@ HRESULT Create(const std::string& text, Interface** object) {
 
 } // namespace
 
-HRESULT CreateOpcRootUri(IOpcUri** uri) { return Create<OpcRootUri>(std::string(PackageRoot), uri); }
+HRESULT CreateOpcRootUri(IOpcUri** uri) { return Create<OpcRootUri>(std::string(packageRoot), uri); }
 
 HRESULT CreateOpcPartUri(const std::string& name, IOpcPartUri** uri) { return Create<OpcPartUri>(name, uri); }
 

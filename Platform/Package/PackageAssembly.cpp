@@ -14,9 +14,9 @@ namespace OvPlatform {
 namespace {
 
 // The first moment that a zip archive can name: packages do not differ by when they were made.
-constexpr zip_uint16_t FixedTime = 0;
-constexpr zip_uint16_t FixedDate = 1 << 5 | 1; // 1 January 1980
-constexpr zip_uint8_t VersionForDeflate = 20;
+constexpr zip_uint16_t fixedTime = 0;
+constexpr zip_uint16_t fixedDate = 1 << 5 | 1; // 1 January 1980
+constexpr zip_uint8_t versionForDeflate = 20;
 
 } // namespace
 
@@ -112,7 +112,7 @@ private:
         zip_file_attributes_init(attributes);
         if (Deflated()) {
             attributes->valid = ZIP_FILE_ATTRIBUTES_VERSION_NEEDED;
-            attributes->version_needed = VersionForDeflate;
+            attributes->version_needed = versionForDeflate;
         }
         return sizeof *attributes;
     }
@@ -219,7 +219,7 @@ void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
     }
     const auto at = static_cast<zip_uint64_t>(index);
     const bool stored = part.compression == PackageCompression::None;
-    if (zip_file_set_dostime(archive, at, FixedTime, FixedDate, 0) != 0 ||
+    if (zip_file_set_dostime(archive, at, fixedTime, fixedDate, 0) != 0 ||
         (stored && zip_set_file_compression(archive, at, ZIP_CM_STORE, 0) != 0))
         Throw(zip_get_error(archive));
 }

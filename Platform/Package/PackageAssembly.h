@@ -14,20 +14,20 @@ struct zip_error;
 
 namespace OvPlatform {
 
-// Writes spooled parts as a zip archive. The same items give the same bytes. File, spool and parts must
-// outlive the assembly. Throws PackageError or FileError.
+/// Writes spooled parts as a zip archive. The same items give the same bytes. File, spool and parts must
+/// outlive the assembly. Throws PackageError or FileError.
 class PackageAssembly {
 public:
-    // file: new, and nothing written to it. target: what it is called where there is trouble.
+    /// file: new, and nothing written to it. target: what it is called where there is trouble.
     PackageAssembly(OutputFile& file, std::filesystem::path target, const SpoolFile& spool);
     PackageAssembly(const PackageAssembly&) = delete;
     PackageAssembly& operator=(const PackageAssembly&) = delete;
     ~PackageAssembly();
 
-    // The next item.
+    /// The next item.
     void Add(const std::string& zipName, const SpooledPart& part);
-    // Writes the archive and finishes the file. The question is asked now and then; true gives it up with
-    // E_ABORT.
+    /// Writes the archive and finishes the file. The question is asked now and then; true gives it up with
+    /// E_ABORT.
     void Finish(const std::function<bool()>& isStopped);
 
 private:

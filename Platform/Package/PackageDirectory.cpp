@@ -11,7 +11,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::uint64_t RatioFrom = 1u << 20; // small parts may compress as well as they like
+constexpr std::uint64_t ratioFrom = 1u << 20; // small parts may compress as well as they like
 
 bool EndsWith(std::string_view text, std::string_view end) {
     return text.size() >= end.size() && ComparePartNames(text.substr(text.size() - end.size()), end) == 0;
@@ -143,11 +143,11 @@ ContentTypes PackageDirectory::ReadContentTypes() {
     Group group;
     for (std::size_t i = 0; i < m_archive->Count(); ++i) {
         const ZipItem item = m_archive->Item(i);
-        if (ComparePartNames(item.name.substr(0, ContentTypesName.size() - 1), ContentTypesName.substr(1)) !=
+        if (ComparePartNames(item.name.substr(0, contentTypesName.size() - 1), contentTypesName.substr(1)) !=
             0)
             continue;
         const LogicalName logical = SplitPiece("/" + item.name);
-        if (ComparePartNames(logical.prefix, ContentTypesName) == 0)
+        if (ComparePartNames(logical.prefix, contentTypesName) == 0)
             group.Add(logical, static_cast<std::uint32_t>(i), item);
     }
     if (group.members.empty())
@@ -158,7 +158,7 @@ ContentTypes PackageDirectory::ReadContentTypes() {
     if (group.Size() > m_limits.maxXmlPartSize)
         throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, group.name, "it is too large");
     const Place place = Store(group);
-    PieceStream stream(nullptr, m_archive, std::string(ContentTypesName), At(place));
+    PieceStream stream(nullptr, m_archive, std::string(contentTypesName), At(place));
     std::string xml(static_cast<std::size_t>(stream.Size()), '\0');
     std::size_t done = 0;
     while (const std::size_t count = stream.Read(xml.data() + done, xml.size() - done))
@@ -215,7 +215,7 @@ void PackageDirectory::CheckBounds(const Group& group) {
     if (size > m_limits.maxPartSize)
         throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, group.name,
                            "it inflates to more than " + std::to_string(m_limits.maxPartSize) + " bytes");
-    if (size > RatioFrom && size / m_limits.maxRatio > stored)
+    if (size > ratioFrom && size / m_limits.maxRatio > stored)
         throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, group.name,
                            "it inflates to more than " + std::to_string(m_limits.maxRatio) +
                                " times its stored size");
@@ -226,7 +226,7 @@ void PackageDirectory::CheckBounds(const Group& group) {
 }
 
 void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {
-    if (ComparePartNames(group.name, ContentTypesName) == 0) return;
+    if (ComparePartNames(group.name, contentTypesName) == 0) return;
     // Some producers write names raw that should be percent-encoded.
     const std::string name = EncodeExcluded(group.name);
     const std::string_view type = types.Find(name);
@@ -240,7 +240,7 @@ void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {
     CheckBounds(group);
 
     if (IsRelationshipsPartName(name)) {
-        if (ComparePartNames(type, RelationshipsContentType) != 0) // without regard to case, as names
+        if (ComparePartNames(type, relationshipsContentType) != 0) // without regard to case, as names
             throw PackageError(OPC_E_UNEXPECTED_CONTENT_TYPE, name,
                                "a relationships part has the content type '" + std::string(type) + "'");
         m_found.push_back({name, Store(group)});
@@ -283,7 +283,7 @@ void PackageDirectory::IndexParts() {
 void PackageDirectory::AddRelationships(const std::string& name, Place place) {
     const std::string source = RelationshipsSource(name);
     const PackagePart* part = Find(source);
-    if (!part && source != PackageRoot) return;
+    if (!part && source != packageRoot) return;
     Place& at = part ? m_relationships[IndexOf(*part)] : m_packageRelationships;
     if (at.count != 0) throw PackageError(OPC_E_DUPLICATE_PART, name, "the part stands twice in the package");
     at = place;
@@ -299,7 +299,7 @@ std::span<const StoredPiece> PackageDirectory::Pieces(const PackagePart& part) c
 }
 
 std::span<const StoredPiece> PackageDirectory::RelationshipPieces(std::string_view source) const {
-    if (source == PackageRoot) return At(m_packageRelationships);
+    if (source == packageRoot) return At(m_packageRelationships);
     const PackagePart* part = Find(source);
     return part ? At(m_relationships[IndexOf(*part)]) : std::span<const StoredPiece>();
 }

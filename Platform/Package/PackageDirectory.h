@@ -11,11 +11,11 @@
 
 namespace OvPlatform {
 
-// What the items of a zip archive mean as a package: parts, relationships parts, and where their bytes lie.
-// Does not change once read.
+/// What the items of a zip archive mean as a package: parts, relationships parts, and where their bytes lie.
+/// Does not change once read.
 class PackageDirectory {
 public:
-    // Throws PackageError.
+    /// Throws PackageError.
     PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits);
     PackageDirectory(const PackageDirectory&) = delete;
     PackageDirectory& operator=(const PackageDirectory&) = delete;
@@ -24,16 +24,16 @@ public:
     const PackagePart* Find(std::string_view partName) const;
 
     std::span<const StoredPiece> Pieces(const PackagePart& part) const;
-    // Of the relationships part of a source; empty where there is none.
+    /// Of the relationships part of a source; empty where there is none.
     std::span<const StoredPiece> RelationshipPieces(std::string_view source) const;
 
 private:
-    // A range of m_pieces.
+    /// A range of m_pieces.
     struct Place {
         std::uint32_t first = 0;
         std::uint32_t count = 0;
     };
-    // A relationships part, until its source is known to be there.
+    /// A relationships part, until its source is known to be there.
     struct FoundRelationships {
         std::string name;
         Place place;

@@ -15,22 +15,22 @@
 
 namespace OvPlatform {
 
-// How a part is compressed, in the terms of packages; the numbers are those of the pipeline's compression
-// options.
+/// How a part is compressed, in the terms of packages; the numbers are those of the pipeline's compression
+/// options.
 enum class PackageCompression { None = 0, Normal = 1, Small = 2, Fast = 3 };
 
-// What bounds a package that is read, against input made to exhaust.
+/// What bounds a package that is read, against input made to exhaust.
 struct PackageLimits {
     std::uint64_t maxPartSize = std::uint64_t{4} << 30; // bytes inflated, one part
     std::uint64_t maxXmlPartSize =
-        MostDocumentBytes; // the content types and each relationships part, which are held whole
+        mostDocumentBytes; // the content types and each relationships part, which are held whole
     std::uint64_t maxRatio =
         1100; // inflated to stored bytes, beyond the first MiB; deflate itself ends at 1032
     std::uint64_t maxPackageSize = std::uint64_t{64} << 30; // bytes inflated, all parts
     std::size_t maxItems = 1'000'000;
 };
 
-// One part, as the directory of the package describes it.
+/// One part, as the directory of the package describes it.
 struct PackagePart {
     std::string name; // "/Documents/1/FixedDoc.fdoc", as written in the package
     std::string contentType;
@@ -41,28 +41,28 @@ struct PackagePart {
     bool interleaved = false; // stored as pieces, be it one
 };
 
-// The bytes of one part, from its start, a chunk at a time; memory does not grow with the part. Belongs to
-// the thread that reads it, one at a time; several streams of one package may be read on several threads.
+/// The bytes of one part, from its start, a chunk at a time; memory does not grow with the part. Belongs to
+/// the thread that reads it, one at a time; several streams of one package may be read on several threads.
 class OV_PLATFORM_API PackagePartStream {
 public:
     virtual ~PackagePartStream() = default;
-    // Up to size bytes into buffer; 0 only at the end. Throws PackageError: damaged data, sizes other than
-    // declared, limits passed.
+    /// Up to size bytes into buffer; 0 only at the end. Throws PackageError: damaged data, sizes other than
+    /// declared, limits passed.
     virtual std::size_t Read(void* buffer, std::size_t size) = 0;
-    // The position to read from next, counted from the start; going back means to inflate again.
+    /// The position to read from next, counted from the start; going back means to inflate again.
     virtual void Seek(std::uint64_t position) = 0;
     virtual std::uint64_t Position() const = 0;
     virtual std::uint64_t Size() const = 0;
 };
 
-// A package opened for reading: its directory, content types, and relationships. Part names are looked up by
-// their equivalence (ASCII case does not count). Everything but opening may be called from several threads at
-// once.
+/// A package opened for reading: its directory, content types, and relationships. Part names are looked up by
+/// their equivalence (ASCII case does not count). Everything but opening may be called from several threads
+/// at once.
 class OV_PLATFORM_API PackageReader {
 public:
-    // Reads the directory and the content types; throws PackageError for a file that is no package, or one
-    // whose directory cannot be trusted (names twice or aliased, invalid names, pieces missing, encrypted
-    // items).
+    /// Reads the directory and the content types; throws PackageError for a file that is no package, or one
+    /// whose directory cannot be trusted (names twice or aliased, invalid names, pieces missing, encrypted
+    /// items).
     static std::shared_ptr<const PackageReader> Open(const std::filesystem::path& file,
                                                      const PackageLimits& limits = {});
 
@@ -70,25 +70,25 @@ public:
 
     virtual const std::filesystem::path& File() const = 0;
 
-    // All parts but the relationships parts, in the order of the directory (a part of pieces at its first).
+    /// All parts but the relationships parts, in the order of the directory (a part of pieces at its first).
     virtual const std::vector<PackagePart>& Parts() const = 0;
 
-    // Null where there is none.
+    /// Null where there is none.
     virtual const PackagePart* Find(std::string_view partName) const = 0;
 
-    // Throws PackageError with OPC_E_NO_SUCH_PART where there is none.
+    /// Throws PackageError with OPC_E_NO_SUCH_PART where there is none.
     virtual std::unique_ptr<PackagePartStream> OpenPart(std::string_view partName) const = 0;
 
-    // A whole part. Throws PackageError, also where it is larger than the given bound.
+    /// A whole part. Throws PackageError, also where it is larger than the given bound.
     virtual std::string ReadPart(std::string_view partName, std::uint64_t maxSize) const = 0;
 
-    // The relationships of a part, or of the package for "/". Empty where there are none. Read anew at each
-    // call.
+    /// The relationships of a part, or of the package for "/". Empty where there are none. Read anew at each
+    /// call.
     virtual std::vector<PackageRelationship> Relationships(std::string_view source) const = 0;
 };
 
-// A relationship's target that must be a part of the package. Throws PackageError that names the source, the
-// type and the target where it is external or there is no such part.
+/// A relationship's target that must be a part of the package. Throws PackageError that names the source, the
+/// type and the target where it is external or there is no such part.
 OV_PLATFORM_API const PackagePart& RequireTarget(const PackageReader& package, std::string_view source,
                                                  const PackageRelationship& relationship);
 

@@ -25,7 +25,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t ChunkSize = 64u << 10;
+constexpr std::size_t chunkSize = 64u << 10;
 
 enum class PartState { Open, Complete, Abandoned };
 
@@ -77,7 +77,7 @@ public:
         m_list.push_back(relationship);
         if (m_index) {
             m_index->Add(relationship, m_list.size() - 1);
-        } else if (m_list.size() == Few) {
+        } else if (m_list.size() == few) {
             m_index = std::make_unique<Index>();
             for (std::size_t place = 0; place < m_list.size(); ++place)
                 m_index->Add(m_list[place], place);
@@ -88,7 +88,7 @@ public:
 
 private:
     // Most parts have a handful, which is looked through as fast as it could be looked up.
-    static constexpr std::size_t Few = 32;
+    static constexpr std::size_t few = 32;
 
     using Key = std::tuple<const char*, const char*, bool>;
     static Key KeyOf(const NewRelationship& relationship) {
@@ -172,11 +172,11 @@ public:
         const auto* next = static_cast<const std::uint8_t*>(bytes);
         m_core->bytesWritten += size;
         while (size != 0) {
-            const std::size_t step = (std::min)(size, ChunkSize - m_chunk.size());
+            const std::size_t step = (std::min)(size, chunkSize - m_chunk.size());
             m_chunk.insert(m_chunk.end(), next, next + step);
             next += step;
             size -= step;
-            if (m_chunk.size() == ChunkSize) Pass(PartCompressor::End::More);
+            if (m_chunk.size() == chunkSize) Pass(PartCompressor::End::More);
         }
     }
 
@@ -190,7 +190,7 @@ public:
 private:
     void Pass(PartCompressor::End end) {
         m_core->compressor.Put(m_part.spooled, std::exchange(m_chunk, {}), end);
-        if (end == PartCompressor::End::More) m_chunk.reserve(ChunkSize);
+        if (end == PartCompressor::End::More) m_chunk.reserve(chunkSize);
     }
 
     std::shared_ptr<WriterCore> m_core;
@@ -329,7 +329,7 @@ void SpoolingWriter::SpoolRelationships(SpooledPart& part, const std::string& so
 
 void SpoolingWriter::CheckRelationships() const {
     for (const auto& [source, list] : m_relationships) {
-        if (source != PackageRoot && !Find(source))
+        if (source != packageRoot && !Find(source))
             throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
                                "there is no part '" + source + "' that has these relationships");
         for (const NewRelationship& relationship : list.All())
@@ -345,13 +345,13 @@ void SpoolingWriter::StopIf(const StopQuestion& isStopped) const {
 }
 
 void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
-    constexpr PackageCompression Packing = PackageCompression::Normal;
+    constexpr PackageCompression packing = PackageCompression::Normal;
     Structure& structure = m_core->structure;
     ContentTypes types;
-    types.SetDefault("rels", RelationshipsContentType);
-    const std::string root(PackageRoot);
+    types.SetDefault("rels", relationshipsContentType);
+    const std::string root(packageRoot);
     if (const RelationshipList* list = RelationshipsOf(root)) {
-        structure.packageRelationships = std::make_unique<SpooledPart>(Packing);
+        structure.packageRelationships = std::make_unique<SpooledPart>(packing);
         SpoolRelationships(*structure.packageRelationships, root, *list);
     }
     for (const NewPart& part : m_core->parts) {
@@ -359,9 +359,9 @@ void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
         StopIf(isStopped);
         types.Add(part.name, part.contentType);
         if (const RelationshipList* list = RelationshipsOf(part.name))
-            SpoolRelationships(structure.relationships.emplace_back(Packing), part.name, *list);
+            SpoolRelationships(structure.relationships.emplace_back(packing), part.name, *list);
     }
-    structure.contentTypes = std::make_unique<SpooledPart>(Packing);
+    structure.contentTypes = std::make_unique<SpooledPart>(packing);
     Spool(*structure.contentTypes, types.Format());
 }
 
@@ -369,9 +369,9 @@ void SpoolingWriter::SpoolStructure(const StopQuestion& isStopped) {
 void SpoolingWriter::Assemble(const StopQuestion& isStopped) {
     const Structure& structure = m_core->structure;
     PackageAssembly assembly(m_core->output, m_core->target, m_core->spool);
-    assembly.Add(ZipName(ContentTypesName), *structure.contentTypes);
+    assembly.Add(ZipName(contentTypesName), *structure.contentTypes);
     if (structure.packageRelationships)
-        assembly.Add(ZipName(RelationshipsPartName(PackageRoot)), *structure.packageRelationships);
+        assembly.Add(ZipName(RelationshipsPartName(packageRoot)), *structure.packageRelationships);
     auto relationships = structure.relationships.begin();
     for (const NewPart& part : m_core->parts) {
         if (part.state != PartState::Complete) continue;

@@ -14,55 +14,55 @@
 
 namespace OvPlatform {
 
-// Takes the bytes of one new part. One thread at a time.
+/// Takes the bytes of one new part. One thread at a time.
 class OV_PLATFORM_API PackagePartSink {
 public:
-    // Without Close the part is left out of the package, as if it had never been added.
+    /// Without Close the part is left out of the package, as if it had never been added.
     virtual ~PackagePartSink() = default;
-    // Throws PackageError.
+    /// Throws PackageError.
     virtual void Write(const void* bytes, std::size_t size) = 0;
-    // The part is complete. Further calls do nothing; Write after it is an error.
+    /// The part is complete. Further calls do nothing; Write after it is an error.
     virtual void Close() = 0;
 };
 
-// Writes a package: parts in any order, several at a time if need be, relationships at any time before
-// Finish. The bytes stand in nameless files beside the target until Commit puts the whole package under its
-// name; a writer that goes without Commit leaves nothing behind. The same calls give the same bytes. Memory
-// does not grow with the parts. Calls may come from several threads.
+/// Writes a package: parts in any order, several at a time if need be, relationships at any time before
+/// Finish. The bytes stand in nameless files beside the target until Commit puts the whole package under its
+/// name; a writer that goes without Commit leaves nothing behind. The same calls give the same bytes. Memory
+/// does not grow with the parts. Calls may come from several threads.
 class OV_PLATFORM_API PackageWriter {
 public:
-    // Throws PackageError where no file can be made beside the target, or that is no file to be replaced;
-    // ThreadError where no thread can be had.
+    /// Throws PackageError where no file can be made beside the target, or that is no file to be replaced;
+    /// ThreadError where no thread can be had.
     static std::unique_ptr<PackageWriter> Create(const std::filesystem::path& target);
 
     virtual ~PackageWriter() = default;
 
-    // Throws PackageError for a name that is no part name, or is equivalent to one added before, or extends
-    // one or is extended by one (OPC_E_DUPLICATE_PART); relationships parts are not added by hand.
+    /// Throws PackageError for a name that is no part name, or is equivalent to one added before, or extends
+    /// one or is extended by one (OPC_E_DUPLICATE_PART); relationships parts are not added by hand.
     virtual std::unique_ptr<PackagePartSink> AddPart(std::string_view name, std::string_view contentType,
                                                      PackageCompression compression) = 0;
 
     virtual bool HasPart(std::string_view name) const = 0;
 
-    // From a part, or "/" for the package. target: a part name (need not exist yet; checked by Finish) or,
-    // external, any URI. An empty id is replaced by one that is free: R1, R2, ... Returns the id. The same
-    // type, target and mode from one source twice, with no id asked for, gives the one that is there.
+    /// From a part, or "/" for the package. target: a part name (need not exist yet; checked by Finish) or,
+    /// external, any URI. An empty id is replaced by one that is free: R1, R2, ... Returns the id. The same
+    /// type, target and mode from one source twice, with no id asked for, gives the one that is there.
     virtual std::string AddRelationship(std::string_view source, std::string_view type,
                                         std::string_view target, bool external = false,
                                         std::string_view id = {}) = 0;
 
-    // Asked now and then while a package is finished; true ends it.
+    /// Asked now and then while a package is finished; true ends it.
     using StopQuestion = std::function<bool()>;
 
-    // Writes content types, relationships and parts. Throws PackageError: a sink still open, a relationship
-    // from or to a part that is not there, no space; E_ABORT where the question says so.
+    /// Writes content types, relationships and parts. Throws PackageError: a sink still open, a relationship
+    /// from or to a part that is not there, no space; E_ABORT where the question says so.
     virtual void Finish(const StopQuestion& isStopped) = 0;
     void Finish() { Finish({}); }
-    // Behind Finish, once: puts the package under its name, which takes no time. Throws PackageError; nothing
-    // stands under that name then that was not there before.
+    /// Behind Finish, once: puts the package under its name, which takes no time. Throws PackageError;
+    /// nothing stands under that name then that was not there before.
     virtual void Commit() = 0;
 
-    // Bytes of parts taken so far, before compression.
+    /// Bytes of parts taken so far, before compression.
     virtual std::uint64_t BytesWritten() const = 0;
 };
 

@@ -12,8 +12,8 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t MaxQueuedBytes = 2u << 20;
-constexpr std::size_t OutputSize = 64u << 10;
+constexpr std::size_t maxQueuedBytes = 2u << 20;
+constexpr std::size_t outputSize = 64u << 10;
 
 int Level(PackageCompression compression) {
     switch (compression) {
@@ -72,7 +72,7 @@ public:
 
 private:
     z_stream m_stream{};
-    Bytef m_output[OutputSize];
+    Bytef m_output[outputSize];
 };
 
 // The state of the thread: the streams of the parts that are under way, and idle ones by level.
@@ -129,7 +129,7 @@ PartCompressor::~PartCompressor() { Stop(false); }
 void PartCompressor::Put(SpooledPart& part, std::vector<std::uint8_t> bytes, End end) {
     {
         std::unique_lock guard(m_lock);
-        m_taken.wait(guard, [&] { return m_queuedBytes < MaxQueuedBytes || m_failure || m_ending; });
+        m_taken.wait(guard, [&] { return m_queuedBytes < maxQueuedBytes || m_failure || m_ending; });
         if (m_failure) std::rethrow_exception(m_failure);
         // Nobody would take it any more.
         if (m_ending) throw PackageError(E_UNEXPECTED, m_spool.Target().string(), "the package is finished");

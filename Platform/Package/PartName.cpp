@@ -9,8 +9,8 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view RelationshipsFolder = "/_rels/";
-constexpr std::string_view RelationshipsExtension = ".rels";
+constexpr std::string_view relationshipsFolder = "/_rels/";
+constexpr std::string_view relationshipsExtension = ".rels";
 
 constexpr bool IsAlnum(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
@@ -46,16 +46,16 @@ int EncodedOctet(std::string_view text, std::size_t at) {
 }
 
 void AppendEncoded(std::string& text, unsigned octet) {
-    constexpr char Digits[] = "0123456789ABCDEF";
+    constexpr char digits[] = "0123456789ABCDEF";
     text += '%';
-    text += Digits[octet >> 4 & 15];
-    text += Digits[octet & 15];
+    text += digits[octet >> 4 & 15];
+    text += digits[octet & 15];
 }
 
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // FNV-1a, a character at a time, so that a name's folders are hashed on the way.
-constexpr std::uint64_t EmptyHash = 0xCBF29CE484222325;
+constexpr std::uint64_t emptyHash = 0xCBF29CE484222325;
 constexpr std::uint64_t HashOn(std::uint64_t hash, char c) {
     return (hash ^ static_cast<unsigned char>(Lower(c))) * 0x100000001B3;
 }
@@ -200,27 +200,27 @@ std::string RelativeReference(std::string_view source, std::string_view target) 
 std::string RelationshipsPartName(std::string_view source) {
     const std::string_view folder = Folder(source);
     std::string name(folder);
-    name.append(RelationshipsFolder.substr(1))
+    name.append(relationshipsFolder.substr(1))
         .append(source.substr(folder.size()))
-        .append(RelationshipsExtension);
+        .append(relationshipsExtension);
     return name;
 }
 
 bool IsRelationshipsPartName(std::string_view name) {
     const std::string_view folder = Folder(name);
-    return folder.size() >= RelationshipsFolder.size() &&
-           ComparePartNames(folder.substr(folder.size() - RelationshipsFolder.size()), RelationshipsFolder) ==
+    return folder.size() >= relationshipsFolder.size() &&
+           ComparePartNames(folder.substr(folder.size() - relationshipsFolder.size()), relationshipsFolder) ==
                0 &&
-           name.size() >= folder.size() + RelationshipsExtension.size() &&
-           ComparePartNames(name.substr(name.size() - RelationshipsExtension.size()),
-                            RelationshipsExtension) == 0;
+           name.size() >= folder.size() + relationshipsExtension.size() &&
+           ComparePartNames(name.substr(name.size() - relationshipsExtension.size()),
+                            relationshipsExtension) == 0;
 }
 
 std::string RelationshipsSource(std::string_view relationshipsPart) {
     const std::string_view folder = Folder(relationshipsPart);
     std::string_view last = relationshipsPart.substr(folder.size());
-    last.remove_suffix(RelationshipsExtension.size());
-    std::string source(folder.substr(0, folder.size() - RelationshipsFolder.size() + 1));
+    last.remove_suffix(relationshipsExtension.size());
+    std::string source(folder.substr(0, folder.size() - relationshipsFolder.size() + 1));
     return source.append(last);
 }
 
@@ -243,13 +243,13 @@ int ComparePartNames(std::string_view left, std::string_view right) {
 }
 
 std::size_t PartNameHash::operator()(std::string_view name) const {
-    std::uint64_t hash = EmptyHash;
+    std::uint64_t hash = emptyHash;
     for (const char c : name)
         hash = HashOn(hash, c);
     return static_cast<std::size_t>(hash);
 }
 
-PartNameFolders::PartNameFolders(std::string_view name) : m_name(name), m_hash(EmptyHash) {}
+PartNameFolders::PartNameFolders(std::string_view name) : m_name(name), m_hash(emptyHash) {}
 
 bool PartNameFolders::Next() {
     const std::size_t end = m_name.find('/', m_length + 1);

@@ -8,16 +8,16 @@
 
 namespace OvPlatform {
 
-// One item that holds a part, or a piece of one.
+/// One item that holds a part, or a piece of one.
 struct StoredPiece {
     std::uint32_t item = 0;
     std::uint64_t size = 0;
 };
 
-// The bytes of a part from its pieces in their order.
+/// The bytes of a part from its pieces in their order.
 class PieceStream final : public PackagePartStream {
 public:
-    // pieces: must live as long as owner, which the stream holds.
+    /// pieces: must live as long as owner, which the stream holds.
     PieceStream(std::shared_ptr<const void> owner, std::shared_ptr<const ZipArchive> archive,
                 std::string part, std::span<const StoredPiece> pieces);
 

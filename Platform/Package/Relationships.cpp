@@ -13,7 +13,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr char Namespace[] = "http://schemas.openxmlformats.org/package/2006/relationships";
+constexpr char namespaceUri[] = "http://schemas.openxmlformats.org/package/2006/relationships";
 
 std::string AtLine(const std::string& problem, long line) {
     return line > 0 ? problem + " (line " + std::to_string(line) + ")" : problem;
@@ -32,11 +32,11 @@ public:
             throw PackageError(OPC_E_NONCONFORMING_RELS_XML, m_part, AtLine(error.what(), error.Line()));
         }
         const xmlNode* root = xmlDocGetRootElement(document.get());
-        if (LocalName(root) != "Relationships" || NamespaceOf(root) != Namespace)
+        if (LocalName(root) != "Relationships" || NamespaceOf(root) != namespaceUri)
             Refuse(root, OPC_E_INVALID_RELS_XML, "the root is not the Relationships element");
         for (const xmlNode* child = root->children; child; child = child->next) {
             if (child->type != XML_ELEMENT_NODE) continue;
-            if (LocalName(child) != "Relationship" || NamespaceOf(child) != Namespace)
+            if (LocalName(child) != "Relationship" || NamespaceOf(child) != namespaceUri)
                 Refuse(child, OPC_E_INVALID_RELS_XML, "unknown element " + std::string(LocalName(child)));
             m_relationships.push_back(ReadOne(child));
         }
@@ -88,7 +88,7 @@ private:
 std::string FormatRelationships(const std::vector<PackageRelationship>& relationships) {
     XmlOutput xml(false);
     xml.Start("Relationships");
-    xml.Attribute("xmlns", Namespace);
+    xml.Attribute("xmlns", namespaceUri);
     for (const PackageRelationship& relationship : relationships) {
         xml.Start("Relationship");
         xml.Attribute("Type", relationship.type);

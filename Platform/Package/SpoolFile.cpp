@@ -13,21 +13,21 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t BufferSize = 256u << 10;
+constexpr std::size_t bufferSize = 256u << 10;
 
 } // namespace
 
 SpoolFile::SpoolFile(const std::filesystem::path& folder, std::filesystem::path target)
     : m_target(std::move(target)), m_file(OpenNamelessFile(folder)) {
     if (m_file < 0) throw PackageError(FileError(errno, m_target));
-    m_buffer.reserve(BufferSize);
+    m_buffer.reserve(bufferSize);
 }
 
 SpoolFile::~SpoolFile() { close(m_file); }
 
 void SpoolFile::Append(const void* bytes, std::size_t size) {
-    if (m_buffer.size() + size > BufferSize) Flush();
-    if (size >= BufferSize) return WriteOut(bytes, size);
+    if (m_buffer.size() + size > bufferSize) Flush();
+    if (size >= bufferSize) return WriteOut(bytes, size);
     const auto* first = static_cast<const std::uint8_t*>(bytes);
     m_buffer.insert(m_buffer.end(), first, first + size);
 }

@@ -19,7 +19,7 @@ struct ZipFailure {
     HRESULT result;
     const char* problem;
 };
-constexpr ZipFailure Failures[] = {
+constexpr ZipFailure failures[] = {
     {ZIP_ER_CRC, OPC_E_ZIP_CORRUPTED_ARCHIVE, "its data is damaged (wrong checksum)"},
     {ZIP_ER_ZLIB, OPC_E_ZIP_DECOMPRESSION_FAILED, "its compressed data is damaged"},
     {ZIP_ER_COMPRESSED_DATA, OPC_E_ZIP_DECOMPRESSION_FAILED, "its compressed data is damaged"},
@@ -33,7 +33,7 @@ constexpr ZipFailure Failures[] = {
 
 [[noreturn]] void Throw(int zipError, const std::string& subject, const std::string& text) {
     if (zipError == ZIP_ER_MEMORY) throw std::bad_alloc();
-    for (const ZipFailure& row : Failures)
+    for (const ZipFailure& row : failures)
         if (row.zipError == zipError) throw PackageError(row.result, subject, row.problem);
     throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, subject, "it cannot be read: " + text);
 }

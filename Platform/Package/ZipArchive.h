@@ -12,7 +12,7 @@ struct zip_file;
 
 namespace OvPlatform {
 
-// One item of a zip archive, as its directory describes it.
+/// One item of a zip archive, as its directory describes it.
 struct ZipItem {
     std::string name;       // UTF-8
     std::uint64_t size = 0; // inflated, as declared
@@ -22,11 +22,11 @@ struct ZipItem {
     bool compressed = false;
 };
 
-// A zip archive open for reading, over libzip. Calls may come from several threads; they wait for one
-// another.
+/// A zip archive open for reading, over libzip. Calls may come from several threads; they wait for one
+/// another.
 class ZipArchive {
 public:
-    // Throws PackageError.
+    /// Throws PackageError.
     explicit ZipArchive(const std::filesystem::path& file);
     ZipArchive(const ZipArchive&) = delete;
     ZipArchive& operator=(const ZipArchive&) = delete;
@@ -44,21 +44,22 @@ private:
     zip* m_archive = nullptr;
 };
 
-// The inflated bytes of one item, exactly as many as the directory declares, the checksum checked at the end.
+/// The inflated bytes of one item, exactly as many as the directory declares, the checksum checked at the
+/// end.
 class ZipItemReader {
 public:
-    // part: the name for messages. Throws PackageError.
+    /// part: the name for messages. Throws PackageError.
     ZipItemReader(std::shared_ptr<const ZipArchive> archive, std::size_t index, std::uint64_t declaredSize,
                   std::string part);
     ZipItemReader(const ZipItemReader&) = delete;
     ZipItemReader& operator=(const ZipItemReader&) = delete;
     ~ZipItemReader();
 
-    // 0 at the end only. Throws PackageError.
+    /// 0 at the end only. Throws PackageError.
     std::size_t Read(void* buffer, std::size_t size);
 
 private:
-    // The caller holds the archive's lock.
+    /// The caller holds the archive's lock.
     std::size_t ReadRaw(void* buffer, std::size_t size);
     void CheckEnd();
     [[noreturn]] void Fail(int zipError, const std::string& text) const;

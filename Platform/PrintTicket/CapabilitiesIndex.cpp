@@ -98,11 +98,11 @@ std::vector<CapabilitiesFeature> IndexFeatures(const std::vector<SchemaFeature>&
 
 CapabilitiesIndex::CapabilitiesIndex(std::string_view bytes)
     : m_xml(ParseCapabilities(bytes)), m_schema(ReadSchemaDocument(m_xml.get())),
-      m_prefixes(DeclaredNamespaces(m_xml.get()), ConstraintRules::Namespace),
+      m_prefixes(DeclaredNamespaces(m_xml.get()), ConstraintRules::namespaceUri),
       m_features(IndexFeatures(m_schema.features, m_featureByName, nullptr)) {
     // Every ticket declares them all.
-    if (m_prefixes.All().size() > std::size_t{MaxDeclarations})
-        throw SchemaFormatError("more than " + std::to_string(MaxDeclarations) + " namespaces are declared");
+    if (m_prefixes.All().size() > std::size_t{maxDeclarations})
+        throw SchemaFormatError("more than " + std::to_string(maxDeclarations) + " namespaces are declared");
     for (const SchemaParameterDef& definition : m_schema.definitions)
         if (m_parameterByName.emplace(definition.name, m_parameters.size()).second)
             m_parameters.emplace_back(definition);
@@ -120,7 +120,7 @@ void CapabilitiesIndex::ReachParameters(const CapabilitiesFeature& feature) {
 
 void CapabilitiesIndex::ReachParameters(const std::vector<SchemaProperty>& scored, SettingLevel level) {
     for (const SchemaProperty& property : scored) {
-        if (const std::size_t at = FindParameter(property.parameter); at != NotFound)
+        if (const std::size_t at = FindParameter(property.parameter); at != notFound)
             m_parameters[at].ReachDownTo(level);
         ReachParameters(property.scored, level);
     }
@@ -128,7 +128,7 @@ void CapabilitiesIndex::ReachParameters(const std::vector<SchemaProperty>& score
 
 SettingLevel CapabilitiesIndex::LevelOfParameter(const KeywordName& name) const {
     const std::size_t at = FindParameter(name);
-    return at == NotFound ? LevelOf(name.local) : m_parameters[at].Level();
+    return at == notFound ? LevelOf(name.local) : m_parameters[at].Level();
 }
 
 const char* CapabilitiesIndex::ProblemOf(std::size_t parameter, const SchemaValue& value) const {

@@ -30,11 +30,11 @@ struct CapabilitiesFeature {
     const KeywordName& Name() const { return schema->name; }
 };
 
-// A queue's capabilities document, read once and arranged for validation. Never changes afterwards, so it may
-// be shared between threads. Of elements with the same name the first counts.
+/// A queue's capabilities document, read once and arranged for validation. Never changes afterwards, so it
+/// may be shared between threads. Of elements with the same name the first counts.
 class CapabilitiesIndex {
 public:
-    // Throws SchemaFormatError.
+    /// Throws SchemaFormatError.
     explicit CapabilitiesIndex(std::string_view bytes);
     CapabilitiesIndex(const CapabilitiesIndex&) = delete;
     CapabilitiesIndex& operator=(const CapabilitiesIndex&) = delete;
@@ -45,19 +45,20 @@ public:
     const std::vector<CapabilitiesFeature>& Features() const { return m_features; }
     const std::vector<ParameterRules>& Parameters() const { return m_parameters; }
     const ConstraintRules& Constraints() const { return m_constraints; }
-    // The namespaces that this printer has settings in, and their prefixes.
+    /// The namespaces that this printer has settings in, and their prefixes.
     const NamespacePrefixes& Prefixes() const { return m_prefixes; }
 
-    static constexpr std::size_t NotFound = static_cast<std::size_t>(-1);
+    static constexpr std::size_t notFound = static_cast<std::size_t>(-1);
     std::size_t FindFeature(const KeywordName& name) const { return Find(m_featureByName, name); }
     std::size_t FindParameter(const KeywordName& name) const { return Find(m_parameterByName, name); }
     static std::size_t Find(const KeywordMap<std::size_t>& names, const KeywordName& name) {
         const auto found = names.find(name);
-        return found == names.end() ? NotFound : found->second;
+        return found == names.end() ? notFound : found->second;
     }
 
     SettingLevel LevelOfParameter(const KeywordName& name) const;
-    // As ParameterRules::Problem; a name in a namespace that the printer does not have is none that it knows.
+    /// As ParameterRules::Problem; a name in a namespace that the printer does not have is none that it
+    /// knows.
     const char* ProblemOf(std::size_t parameter, const SchemaValue& value) const;
 
 private:

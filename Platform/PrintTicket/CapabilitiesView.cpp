@@ -11,8 +11,8 @@ namespace OvPlatform {
 namespace {
 
 void RemoveConstraintElements(xmlNode* root) {
-    for (xmlNode* element = FirstElement(root, ConstraintRules::Namespace); element;) {
-        xmlNode* next = NextElement(element, ConstraintRules::Namespace);
+    for (xmlNode* element = FirstElement(root, ConstraintRules::namespaceUri); element;) {
+        xmlNode* next = NextElement(element, ConstraintRules::namespaceUri);
         xmlUnlinkNode(element);
         xmlFreeNode(element);
         element = next;
@@ -31,7 +31,7 @@ public:
              element = NextElement(element, SchemaSpace::Framework)) {
             if (View(element->name) != SchemaTag::Feature) continue;
             const std::size_t at = m_capabilities.FindFeature(NameOf(element));
-            if (at == CapabilitiesIndex::NotFound || seen[at]) continue;
+            if (at == CapabilitiesIndex::notFound || seen[at]) continue;
             seen[at] = true;
             SetFeature(element, at);
         }

@@ -25,8 +25,8 @@ std::string Attribute(const xmlNode* element, const char* name) {
 std::size_t FindFeature(const xmlNode* choice, const NamespaceScope& scope, const CapabilitiesIndex& index) {
     const std::string text = Attribute(choice, "feature");
     const auto name = scope.Resolve(choice, text);
-    const std::size_t at = name ? index.FindFeature(*name) : CapabilitiesIndex::NotFound;
-    if (at == CapabilitiesIndex::NotFound) Refuse(choice, "there is no feature '" + text + "'");
+    const std::size_t at = name ? index.FindFeature(*name) : CapabilitiesIndex::notFound;
+    if (at == CapabilitiesIndex::notFound) Refuse(choice, "there is no feature '" + text + "'");
     return at;
 }
 
@@ -39,8 +39,8 @@ std::vector<bool> FindOptions(const xmlNode* choice, const NamespaceScope& scope
         rest = Trimmed(rest.substr(one.size()));
         const auto name = scope.Resolve(choice, one);
         const std::size_t at =
-            name ? CapabilitiesIndex::Find(feature.optionByName, *name) : CapabilitiesIndex::NotFound;
-        if (at == CapabilitiesIndex::NotFound)
+            name ? CapabilitiesIndex::Find(feature.optionByName, *name) : CapabilitiesIndex::notFound;
+        if (at == CapabilitiesIndex::notFound)
             Refuse(choice, "the feature has no option '" + std::string(one) + "'");
         options[at] = true;
     }
@@ -57,12 +57,12 @@ ConstraintRules ConstraintRules::Read(const xmlDoc* capabilities, const Capabili
     const NamespaceScope scope(root);
     ConstraintRules rules;
     rules.m_byFeature.resize(index.Features().size());
-    for (const xmlNode* element = FirstElement(root, Namespace); element;
-         element = NextElement(element, Namespace)) {
+    for (const xmlNode* element = FirstElement(root, namespaceUri); element;
+         element = NextElement(element, namespaceUri)) {
         if (View(element->name) != "Constraint") Refuse(element, "only Constraint elements are allowed here");
         Constraint constraint;
-        for (const xmlNode* choice = FirstElement(element, Namespace); choice;
-             choice = NextElement(choice, Namespace)) {
+        for (const xmlNode* choice = FirstElement(element, namespaceUri); choice;
+             choice = NextElement(choice, namespaceUri)) {
             const std::size_t feature = FindFeature(choice, scope, index);
             constraint.choices.push_back({feature, FindOptions(choice, scope, index.Features()[feature])});
             constraint.givingWay.insert(constraint.givingWay.begin(), feature);

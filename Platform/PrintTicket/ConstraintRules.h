@@ -13,24 +13,24 @@ namespace OvPlatform {
 class CapabilitiesIndex;
 struct FeatureChoice;
 
-// Choices that a printer cannot carry out together, from the Constraint elements of a queue's capabilities
-// (docs/formats/queue-capabilities.md).
+/// Choices that a printer cannot carry out together, from the Constraint elements of a queue's capabilities
+/// (docs/formats/queue-capabilities.md).
 class ConstraintRules {
 public:
-    static constexpr const char* Namespace = "urn:ov-platform:queue-constraints:1";
+    static constexpr const char* namespaceUri = "urn:ov-platform:queue-constraints:1";
 
-    // Throws SchemaFormatError for a constraint that names what the capabilities do not have.
+    /// Throws SchemaFormatError for a constraint that names what the capabilities do not have.
     static ConstraintRules Read(const xmlDoc* capabilities, const CapabilitiesIndex& index);
 
     bool Empty() const { return m_constraints.empty(); }
     std::size_t Count() const { return m_constraints.size(); }
 
-    // Whether all choices of the constraint are made. A feature that is out of scope has made none.
+    /// Whether all choices of the constraint are made. A feature that is out of scope has made none.
     bool Holds(std::size_t constraint, const std::vector<FeatureChoice>& choices) const;
-    // How many of the constraints that concern the feature hold.
+    /// How many of the constraints that concern the feature hold.
     std::size_t HoldingFor(std::size_t feature, const std::vector<FeatureChoice>& choices) const;
 
-    // The features of a constraint, the one that gives way first at the front.
+    /// The features of a constraint, the one that gives way first at the front.
     const std::vector<std::size_t>& GivingWay(std::size_t constraint) const {
         return m_constraints[constraint].givingWay;
     }

@@ -14,7 +14,7 @@
 namespace OvPlatform {
 namespace {
 
-constexpr long long MicronsPerTenthMillimetre = 100;
+constexpr long long micronsPerTenthMillimetre = 100;
 
 KeywordName Public(const char* local) { return {SchemaSpace::Keywords, local}; }
 
@@ -31,7 +31,7 @@ SchemaFeature Feature(const char* name, SchemaOption option) {
 }
 
 std::string Base64(const std::vector<std::uint8_t>& bytes) {
-    constexpr std::string_view Digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text;
     text.reserve((bytes.size() + 2) / 3 * 4);
     for (std::size_t at = 0; at < bytes.size(); at += 3) {
@@ -40,7 +40,7 @@ std::string Base64(const std::vector<std::uint8_t>& bytes) {
         for (std::size_t i = 0; i < 3; ++i)
             group = group << 8 | (i < count ? bytes[at + i] : 0u);
         for (std::size_t i = 0; i < 4; ++i)
-            text += i <= count ? Digits[group >> (18 - 6 * i) & 63] : '=';
+            text += i <= count ? digits[group >> (18 - 6 * i) & 63] : '=';
     }
     return text;
 }
@@ -49,7 +49,7 @@ std::string Base64(const std::vector<std::uint8_t>& bytes) {
 const SchemaOption* FindByDisplayName(const CapabilitiesIndex& capabilities, const char* feature,
                                       std::wstring_view name) {
     const std::size_t at = capabilities.FindFeature(Public(feature));
-    if (at == CapabilitiesIndex::NotFound) return nullptr;
+    if (at == CapabilitiesIndex::notFound) return nullptr;
     const std::wstring wanted = FoldCase(name);
     for (const CapabilitiesOption& option : capabilities.Features()[at].options) {
         const SchemaProperty* shown =
@@ -73,7 +73,7 @@ public:
         : m_mode(mode), m_capabilities(capabilities) {}
 
     SchemaDocument Run(const std::vector<std::uint8_t>& record) {
-        for (const DevmodeField& field : DevmodeFields)
+        for (const DevmodeField& field : devmodeFields)
             if (Counts(field.flag))
                 if (const DevmodeKeyword* row = FindDevmodeRow(field.keywords, field.number(m_mode)))
                     Add(field.feature, row->option);
@@ -97,7 +97,7 @@ private:
 
     // A published number first, then the name of a form, then the lengths themselves.
     void AddMediaSize() {
-        const std::span<const DevmodePaper> papers = DevmodePapers;
+        const std::span<const DevmodePaper> papers = devmodePapers;
         const DevmodePaper* paper =
             Counts(DM_PAPERSIZE) ? FindDevmodeRow(papers, m_mode.dmPaperSize) : nullptr;
         if (paper) return AddMediaSize(Public(paper->option), paper->width, paper->height);
@@ -117,8 +117,8 @@ private:
             Feature(SchemaKeyword::PageMediaSize,
                     {std::move(name),
                      {},
-                     {Scored(SchemaKeyword::MediaSizeWidth, width * MicronsPerTenthMillimetre),
-                      Scored(SchemaKeyword::MediaSizeHeight, height * MicronsPerTenthMillimetre)},
+                     {Scored(SchemaKeyword::MediaSizeWidth, width * micronsPerTenthMillimetre),
+                      Scored(SchemaKeyword::MediaSizeHeight, height * micronsPerTenthMillimetre)},
                      {}}));
     }
 
@@ -162,12 +162,12 @@ bool IsOfPrinter(const DEVMODEW& mode, const std::wstring& printerName) {
 
 SchemaDocument SettingsOfDevmode(const DEVMODEW* devmode, std::size_t size, const std::wstring& printerName,
                                  const CapabilitiesIndex& capabilities) {
-    constexpr std::size_t Least = offsetof(DEVMODEW, dmFields) + sizeof(DWORD);
-    if (!devmode || size < Least) throw std::invalid_argument("the device mode is too short");
+    constexpr std::size_t least = offsetof(DEVMODEW, dmFields) + sizeof(DWORD);
+    if (!devmode || size < least) throw std::invalid_argument("the device mode is too short");
     DEVMODEW mode{};
-    std::memcpy(&mode, devmode, Least);
+    std::memcpy(&mode, devmode, least);
     const std::size_t whole = std::size_t{mode.dmSize} + mode.dmDriverExtra;
-    if (mode.dmSize < Least || whole > size)
+    if (mode.dmSize < least || whole > size)
         throw std::invalid_argument("the device mode is longer than its bytes");
     std::memcpy(&mode, devmode, (std::min)(std::size_t{mode.dmSize}, sizeof(mode)));
 

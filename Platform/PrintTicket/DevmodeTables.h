@@ -18,7 +18,7 @@ struct DevmodePaper {
     int width; // tenths of a millimetre
     int height;
 };
-inline constexpr DevmodePaper DevmodePapers[] = {
+inline constexpr DevmodePaper devmodePapers[] = {
     {DMPAPER_LETTER, "NorthAmericaLetter", 2159, 2794},
     {DMPAPER_TABLOID, "NorthAmericaTabloid", 2794, 4318},
     {DMPAPER_LEGAL, "NorthAmericaLegal", 2159, 3556},
@@ -69,35 +69,35 @@ struct DevmodeKeyword {
     int number;
     const char* option;
 };
-inline constexpr DevmodeKeyword DevmodeOrientations[] = {{DMORIENT_PORTRAIT, "Portrait"},
+inline constexpr DevmodeKeyword devmodeOrientations[] = {{DMORIENT_PORTRAIT, "Portrait"},
                                                          {DMORIENT_LANDSCAPE, "Landscape"}};
-inline constexpr DevmodeKeyword DevmodeSources[] = {{DMBIN_MANUAL, "Manual"},
+inline constexpr DevmodeKeyword devmodeSources[] = {{DMBIN_MANUAL, "Manual"},
                                                     {DMBIN_AUTO, "AutoSelect"},
                                                     {DMBIN_TRACTOR, "Tractor"},
                                                     {DMBIN_CASSETTE, "Cassette"},
                                                     {DMBIN_FORMSOURCE, "AutoSelect"}};
-inline constexpr DevmodeKeyword DevmodeQualities[] = {
+inline constexpr DevmodeKeyword devmodeQualities[] = {
     {DMRES_HIGH, "High"}, {DMRES_MEDIUM, "Normal"}, {DMRES_LOW, "Normal"}, {DMRES_DRAFT, "Draft"}};
-inline constexpr DevmodeKeyword DevmodeColors[] = {{DMCOLOR_MONOCHROME, "Monochrome"},
+inline constexpr DevmodeKeyword devmodeColors[] = {{DMCOLOR_MONOCHROME, "Monochrome"},
                                                    {DMCOLOR_COLOR, "Color"}};
-inline constexpr DevmodeKeyword DevmodeDuplexes[] = {{DMDUP_SIMPLEX, "OneSided"},
+inline constexpr DevmodeKeyword devmodeDuplexes[] = {{DMDUP_SIMPLEX, "OneSided"},
                                                      {DMDUP_VERTICAL, "TwoSidedLongEdge"},
                                                      {DMDUP_HORIZONTAL, "TwoSidedShortEdge"}};
-inline constexpr DevmodeKeyword DevmodeCollations[] = {{DMCOLLATE_FALSE, "Uncollated"},
+inline constexpr DevmodeKeyword devmodeCollations[] = {{DMCOLLATE_FALSE, "Uncollated"},
                                                        {DMCOLLATE_TRUE, "Collated"}};
-inline constexpr DevmodeKeyword DevmodeColorManagements[] = {{DMICMMETHOD_NONE, SchemaKeyword::None},
+inline constexpr DevmodeKeyword devmodeColorManagements[] = {{DMICMMETHOD_NONE, SchemaKeyword::None},
                                                              {DMICMMETHOD_SYSTEM, "System"},
                                                              {DMICMMETHOD_DRIVER, "Driver"},
                                                              {DMICMMETHOD_DEVICE, "Device"}};
-inline constexpr DevmodeKeyword DevmodeIntents[] = {{DMICM_SATURATE, "BusinessGraphics"},
+inline constexpr DevmodeKeyword devmodeIntents[] = {{DMICM_SATURATE, "BusinessGraphics"},
                                                     {DMICM_CONTRAST, "Photographs"},
                                                     {DMICM_COLORIMETRIC, "RelativeColorimetric"},
                                                     {DMICM_ABS_COLORIMETRIC, "AbsoluteColorimetric"}};
-inline constexpr DevmodeKeyword DevmodeMedia[] = {{DMMEDIA_STANDARD, "Plain"},
+inline constexpr DevmodeKeyword devmodeMedia[] = {{DMMEDIA_STANDARD, "Plain"},
                                                   {DMMEDIA_TRANSPARENCY, "Transparency"},
                                                   {DMMEDIA_GLOSSY, "PhotographicGlossy"}};
 
-// The row of that number, or null.
+/// The row of that number, or null.
 template <typename Row>
 const Row* FindDevmodeRow(std::span<const Row> rows, long long number) {
     const auto found = std::lower_bound(rows.begin(), rows.end(), number,
@@ -105,36 +105,36 @@ const Row* FindDevmodeRow(std::span<const Row> rows, long long number) {
     return found != rows.end() && found->number == number ? &*found : nullptr;
 }
 
-// A field that names an option of one feature outright.
+/// A field that names an option of one feature outright.
 struct DevmodeField {
     DWORD flag;
     long long (*number)(const DEVMODEW&);
     const char* feature;
     std::span<const DevmodeKeyword> keywords;
 };
-inline constexpr std::array<DevmodeField, 11> DevmodeFields{{
+inline constexpr std::array<DevmodeField, 11> devmodeFields{{
     {DM_ORIENTATION, [](const DEVMODEW& mode) -> long long { return mode.dmOrientation; }, "PageOrientation",
-     DevmodeOrientations},
+     devmodeOrientations},
     {DM_DEFAULTSOURCE, [](const DEVMODEW& mode) -> long long { return mode.dmDefaultSource; }, "PageInputBin",
-     DevmodeSources},
+     devmodeSources},
     {DM_DEFAULTSOURCE, [](const DEVMODEW& mode) -> long long { return mode.dmDefaultSource; }, "JobInputBin",
-     DevmodeSources},
+     devmodeSources},
     {DM_PRINTQUALITY, [](const DEVMODEW& mode) -> long long { return mode.dmPrintQuality; },
-     "PageOutputQuality", DevmodeQualities},
+     "PageOutputQuality", devmodeQualities},
     {DM_COLOR, [](const DEVMODEW& mode) -> long long { return mode.dmColor; }, "PageOutputColor",
-     DevmodeColors},
+     devmodeColors},
     {DM_DUPLEX, [](const DEVMODEW& mode) -> long long { return mode.dmDuplex; },
-     "JobDuplexAllDocumentsContiguously", DevmodeDuplexes},
+     "JobDuplexAllDocumentsContiguously", devmodeDuplexes},
     {DM_COLLATE, [](const DEVMODEW& mode) -> long long { return mode.dmCollate; }, "DocumentCollate",
-     DevmodeCollations},
+     devmodeCollations},
     {DM_COLLATE, [](const DEVMODEW& mode) -> long long { return mode.dmCollate; }, "JobCollateAllDocuments",
-     DevmodeCollations},
+     devmodeCollations},
     {DM_ICMMETHOD, [](const DEVMODEW& mode) -> long long { return mode.dmICMMethod; }, "PageColorManagement",
-     DevmodeColorManagements},
+     devmodeColorManagements},
     {DM_ICMINTENT, [](const DEVMODEW& mode) -> long long { return mode.dmICMIntent; },
-     "PageICMRenderingIntent", DevmodeIntents},
+     "PageICMRenderingIntent", devmodeIntents},
     {DM_MEDIATYPE, [](const DEVMODEW& mode) -> long long { return mode.dmMediaType; }, "PageMediaType",
-     DevmodeMedia},
+     devmodeMedia},
 }};
 
 } // namespace OvPlatform

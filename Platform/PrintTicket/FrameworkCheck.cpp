@@ -39,7 +39,7 @@ struct ElementRule {
     std::uint16_t needed;   // of these, at least one
 };
 
-constexpr std::array<ElementRule, RowCount> Rules{{
+constexpr std::array<ElementRule, RowCount> rules{{
     {SchemaTag::PrintTicket, Naming::None, Bit(Feature) | Bit(ParameterInit) | Bit(Property), 0, 0},
     {SchemaTag::PrintCapabilities, Naming::None, Bit(Feature) | Bit(ParameterDef) | Bit(Property), 0, 0},
     {SchemaTag::Feature, Naming::Required, Bit(Feature) | Bit(Option) | Bit(Property), 0, 0},
@@ -93,14 +93,14 @@ std::string NamesOf(std::uint16_t rows) {
     std::string names;
     for (std::size_t row = 0; row < RowCount; ++row)
         if (rows & Bit(static_cast<Row>(row)))
-            names.append(names.empty() ? "" : " or ").append(Rules[row].name);
+            names.append(names.empty() ? "" : " or ").append(rules[row].name);
     return names;
 }
 
 std::size_t RowOf(const xmlNode* element) {
     const std::string_view name = View(element->name);
     for (std::size_t row = Feature; row < RowCount; ++row)
-        if (Rules[row].name == name) return row;
+        if (rules[row].name == name) return row;
     return RowCount;
 }
 
@@ -119,7 +119,7 @@ void FrameworkCheck::Check(const xmlDoc* document, Kind kind) {
 }
 
 void FrameworkCheck::CheckRoot(const xmlNode* root, Kind kind) const {
-    const std::string_view expected = Rules[kind == Kind::Ticket ? TicketRoot : CapabilitiesRoot].name;
+    const std::string_view expected = rules[kind == Kind::Ticket ? TicketRoot : CapabilitiesRoot].name;
     if (!IsElement(root, SchemaSpace::Framework) || View(root->name) != expected)
         Refuse(root, "the root element has to be " + std::string(expected) + " in the namespace " +
                          SchemaSpace::Framework);
@@ -134,9 +134,9 @@ void FrameworkCheck::CheckRoot(const xmlNode* root, Kind kind) const {
 }
 
 void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int depth) const {
-    const ElementRule& rule = Rules[row];
-    if (depth > MaxDepth)
-        Refuse(element, "elements are nested more than " + std::to_string(MaxDepth) + " levels deep");
+    const ElementRule& rule = rules[row];
+    if (depth > maxDepth)
+        Refuse(element, "elements are nested more than " + std::to_string(maxDepth) + " levels deep");
     if (rule.naming != Naming::None) CheckName(element, rule.naming == Naming::Required);
     if (row == Value) return CheckValue(element);
 

@@ -9,17 +9,17 @@
 
 namespace OvPlatform {
 
-// The rules of the Print Schema framework that hold for every ticket and every capabilities document,
-// whatever the printer: which element may stand where, which must be named, how deep they may nest. Elements
-// and attributes of other namespaces are nobody's business here.
+/// The rules of the Print Schema framework that hold for every ticket and every capabilities document,
+/// whatever the printer: which element may stand where, which must be named, how deep they may nest. Elements
+/// and attributes of other namespaces are nobody's business here.
 class FrameworkCheck {
 public:
     enum class Kind { Ticket, Capabilities };
 
-    // Levels of framework elements, the root counted.
-    static constexpr int MaxDepth = 10;
+    /// Levels of framework elements, the root counted.
+    static constexpr int maxDepth = 10;
 
-    // Throws SchemaFormatError, which names the element by its path and line.
+    /// Throws SchemaFormatError, which names the element by its path and line.
     static void Check(const xmlDoc* document, Kind kind);
 
 private:

@@ -27,7 +27,7 @@ std::optional<long long> WholeNumber(std::string_view text) {
 const SchemaOption* ChosenOption(const CapabilitiesIndex& capabilities, const ValidatedTicket& settings,
                                  const char* name) {
     const std::size_t at = capabilities.FindFeature({SchemaSpace::Keywords, name});
-    if (at == CapabilitiesIndex::NotFound || settings.features[at].options.empty()) return nullptr;
+    if (at == CapabilitiesIndex::notFound || settings.features[at].options.empty()) return nullptr;
     return capabilities.Features()[at].options[settings.features[at].options[0].option].schema;
 }
 
@@ -38,7 +38,7 @@ std::optional<long long> ScoredLength(const SchemaOption& option, const char* na
     if (!scored) return std::nullopt;
     if (scored->value) return WholeNumber(scored->value->text);
     const std::size_t at = capabilities.FindParameter(scored->parameter);
-    if (at == CapabilitiesIndex::NotFound || !settings.parameters[at]) return std::nullopt;
+    if (at == CapabilitiesIndex::notFound || !settings.parameters[at]) return std::nullopt;
     return WholeNumber(settings.parameters[at]->text);
 }
 

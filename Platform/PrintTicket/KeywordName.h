@@ -8,7 +8,7 @@
 
 namespace OvPlatform {
 
-// A Print Schema name: what counts is the namespace, never the prefix that stands for it in a document.
+/// A Print Schema name: what counts is the namespace, never the prefix that stands for it in a document.
 struct KeywordName {
     std::string space;
     std::string local; // empty: no name
@@ -41,7 +41,7 @@ inline constexpr const char* KeywordsV11 =
 inline constexpr const char* Instance = "http://www.w3.org/2001/XMLSchema-instance";
 inline constexpr const char* Types = "http://www.w3.org/2001/XMLSchema";
 
-// The usual prefix of the keywords.
+/// The usual prefix of the keywords.
 inline constexpr const char* KeywordsPrefix = "psk";
 } // namespace SchemaSpace
 

@@ -8,14 +8,14 @@
 
 namespace OvPlatform {
 
-// Which input of a merge a setting was taken from.
+/// Which input of a merge a setting was taken from.
 enum class SettingOrigin {
     Base,
     Delta,
     Queue // neither has it: the queue's default
 };
 
-// One setting of a merge. Names and values are text in UTF-8, with the prefixes of the result.
+/// One setting of a merge. Names and values are text in UTF-8, with the prefixes of the result.
 struct SettingReport {
     std::string name; // "psk:PageMediaSize"; of a nested feature "psk:DocumentNUp/psk:PresentationDirection"
     bool isParameter = false;
@@ -26,12 +26,12 @@ struct SettingReport {
     std::string reason;    // why validation changed it; empty: it did not
 };
 
-// What a merge did, setting by setting: those of the result in its order, then those that went.
+/// What a merge did, setting by setting: those of the result in its order, then those that went.
 struct OV_PLATFORM_API MergeReport {
     std::vector<SettingReport> settings;
     bool conflictResolved = false;
 
-    // By the name as above; null where the merge had none of that name.
+    /// By the name as above; null where the merge had none of that name.
     const SettingReport* Find(std::string_view name) const;
 };
 

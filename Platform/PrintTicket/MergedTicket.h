@@ -11,7 +11,7 @@ namespace OvPlatform {
 
 class CapabilitiesIndex;
 
-// Settings of one kind by name, each from the base or from the delta; they point into those documents.
+/// Settings of one kind by name, each from the base or from the delta; they point into those documents.
 template <typename T>
 class MergedSettings {
 public:
@@ -20,7 +20,7 @@ public:
         SettingOrigin origin;
     };
 
-    // The first of a name in one document counts; one of the delta takes the place of the base's.
+    /// The first of a name in one document counts; one of the delta takes the place of the base's.
     void Add(const T& setting, SettingOrigin origin) {
         const auto [at, added] = m_byName.emplace(setting.name, m_entries.size());
         if (added)
@@ -40,14 +40,14 @@ private:
     KeywordMap<std::size_t> m_byName;
 };
 
-// A delta laid over a base: whole features, parameters and properties, as far as they lie in the scope.
+/// A delta laid over a base: whole features, parameters and properties, as far as they lie in the scope.
 struct MergedTicket {
     MergedSettings<SchemaFeature> features;
     MergedSettings<SchemaParameter> parameters;
     MergedSettings<SchemaProperty> properties;
 };
 
-// The result points into both documents. The delta may be null.
+/// The result points into both documents. The delta may be null.
 MergedTicket MergeTickets(const SchemaDocument& base, const SchemaDocument* delta, EPrintTicketScope scope,
                           const CapabilitiesIndex& capabilities);
 

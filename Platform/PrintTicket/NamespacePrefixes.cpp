@@ -9,11 +9,11 @@ struct Conventional {
     const char* space;
     const char* prefix;
 };
-constexpr std::array<Conventional, 4> Schema{{{SchemaSpace::Framework, "psf"},
+constexpr std::array<Conventional, 4> schema{{{SchemaSpace::Framework, "psf"},
                                               {SchemaSpace::Instance, "xsi"},
                                               {SchemaSpace::Types, "xsd"},
                                               {SchemaSpace::Keywords, SchemaSpace::KeywordsPrefix}}};
-static_assert(NamespacePrefixes::BeforeVersion == Schema.size() - 1);
+static_assert(NamespacePrefixes::beforeVersion == schema.size() - 1);
 
 } // namespace
 
@@ -25,9 +25,9 @@ NamespacePrefixes::NamespacePrefixes(const Declarations& declared, std::string_v
             if (uri == space && !prefix.empty()) return prefix;
         return std::string();
     };
-    for (std::size_t i = 0; i < BeforeVersion; ++i) {
-        std::string prefix = declaredPrefix(Schema[i].space);
-        Assign(Schema[i].space, prefix.empty() ? Schema[i].prefix : std::move(prefix));
+    for (std::size_t i = 0; i < beforeVersion; ++i) {
+        std::string prefix = declaredPrefix(schema[i].space);
+        Assign(schema[i].space, prefix.empty() ? schema[i].prefix : std::move(prefix));
     }
     for (const auto& [prefix, space] : declared)
         if (!prefix.empty() && space != leftOut) Assign(space, prefix);

@@ -10,27 +10,27 @@
 
 namespace OvPlatform {
 
-// The prefixes under which a queue's tickets are written: those of its capabilities document, so that a
-// result never depends on the prefixes of the tickets that went into it.
+/// The prefixes under which a queue's tickets are written: those of its capabilities document, so that a
+/// result never depends on the prefixes of the tickets that went into it.
 class NamespacePrefixes {
 public:
     using Declarations = std::vector<std::pair<std::string, std::string>>; // prefix and URI
 
-    // Takes the declarations of a document; one without a prefix gets a prefix here, since names need one,
-    // and so does one whose prefix stands for another namespace elsewhere. `left out` is a URI that tickets
-    // do not declare.
+    /// Takes the declarations of a document; one without a prefix gets a prefix here, since names need one,
+    /// and so does one whose prefix stands for another namespace elsewhere. `left out` is a URI that tickets
+    /// do not declare.
     NamespacePrefixes(const Declarations& declared, std::string_view leftOut);
 
     bool Has(std::string_view space) const { return m_prefixes.count(std::string(space)) != 0; }
 
-    // "psk:PageMediaSize"; the local part alone for a namespace that is not there.
+    /// "psk:PageMediaSize"; the local part alone for a namespace that is not there.
     std::string Qualified(std::string_view space, std::string_view local) const;
     std::string Qualified(const KeywordName& name) const { return Qualified(name.space, name.local); }
 
-    // psf, xsi and xsd first, then the others in the order of the capabilities.
+    /// psf, xsi and xsd first, then the others in the order of the capabilities.
     const Declarations& All() const { return m_declarations; }
-    // How many of All() come before the root's version attribute.
-    static constexpr std::size_t BeforeVersion = 3;
+    /// How many of All() come before the root's version attribute.
+    static constexpr std::size_t beforeVersion = 3;
 
 private:
     void Assign(const std::string& space, std::string preferred);

@@ -12,17 +12,17 @@
 
 namespace OvPlatform {
 
-// Resolves prefixes in attribute values and text of one document. The root's declarations, which may be many,
-// are looked up by hash.
+/// Resolves prefixes in attribute values and text of one document. The root's declarations, which may be
+/// many, are looked up by hash.
 class NamespaceScope {
 public:
     explicit NamespaceScope(const xmlNode* root);
 
-    // Nothing where the prefix is not declared at the node. The empty prefix gives the default namespace, or
-    // "".
+    /// Nothing where the prefix is not declared at the node. The empty prefix gives the default namespace, or
+    /// "".
     std::optional<std::string_view> Find(const xmlNode* node, std::string_view prefix) const;
 
-    // The name behind "prefix:local"; nothing where the prefix is not declared or the text is no such name.
+    /// The name behind "prefix:local"; nothing where the prefix is not declared or the text is no such name.
     std::optional<KeywordName> Resolve(const xmlNode* node, std::string_view qualified) const;
 
 private:

@@ -75,7 +75,7 @@ bool OptionScorer::ScoreProperty(const SchemaProperty& asked, const SchemaProper
                                  OptionScore& score) const {
     const SchemaValue* value = ValueOf(asked);
     const std::size_t parameter = m_capabilities.FindParameter(offered.parameter);
-    if (parameter != CapabilitiesIndex::NotFound) {
+    if (parameter != CapabilitiesIndex::notFound) {
         // A parameter that the ticket gives a bad value is mended as a parameter; the option is still meant.
         if (asked.parameter == offered.parameter) return true;
         ++score.otherwise;
@@ -106,13 +106,13 @@ const SchemaValue* OptionScorer::ValueOf(const SchemaProperty& property) const {
 std::optional<OptionScorer::Best> OptionScorer::FindBest(const SchemaOption& ticketOption,
                                                          const CapabilitiesFeature& feature) const {
     const std::size_t named = ticketOption.name.Empty()
-                                  ? CapabilitiesIndex::NotFound
+                                  ? CapabilitiesIndex::notFound
                                   : CapabilitiesIndex::Find(feature.optionByName, ticketOption.name);
     std::optional<Best> best;
     for (std::size_t option = 0; option < feature.options.size(); ++option) {
         if (!feature.options[option].viable) continue;
         const SchemaOption& candidate = *feature.options[option].schema;
-        if (named != CapabilitiesIndex::NotFound && candidate.name != ticketOption.name) continue;
+        if (named != CapabilitiesIndex::notFound && candidate.name != ticketOption.name) continue;
         OptionScore score = Score(ticketOption, candidate);
         if (score.IsCandidate() && (!best || score.IsBetterThan(best->score)))
             best = Best{option, std::move(score)};

@@ -9,7 +9,7 @@
 
 namespace OvPlatform {
 
-// How well an option of the capabilities serves for an option of a ticket.
+/// How well an option of the capabilities serves for an option of a ticket.
 struct OptionScore {
     bool named = false;      // the ticket's option has a name, in a namespace that the printer knows
     bool sameName = false;   // and it is the candidate's
@@ -23,24 +23,24 @@ struct OptionScore {
     int otherwise = 0;       // matches of a value with a reference to a parameter, or of two references
     int respelled = 0;       // matches of values that are the same number, or the same text of another type
 
-    // Values that the ticket gives and the capabilities leave to a parameter.
+    /// Values that the ticket gives and the capabilities leave to a parameter.
     std::vector<std::pair<std::size_t, SchemaValue>> parameters;
 
     bool IsCandidate() const {
         return sameName || matched > 0 || (equalNames && unmatched == 0 && extra == 0);
     }
-    // The ticket gets what it asks for. A name says it all: what the ticket takes the option to be made of
-    // may be more than the printer says of it, or rounded otherwise.
+    /// The ticket gets what it asks for. A name says it all: what the ticket takes the option to be made of
+    /// may be more than the printer says of it, or rounded otherwise.
     bool IsAsAsked() const { return sameName ? refused == 0 : !named && unmatched == 0; }
-    // Nothing differs at all.
+    /// Nothing differs at all.
     bool IsPerfect() const { return equalNames && unmatched == 0 && extra == 0 && parameters.empty(); }
     bool IsBetterThan(const OptionScore& other) const;
 };
 
-// Scores options of tickets against those of one printer.
+/// Scores options of tickets against those of one printer.
 class OptionScorer {
 public:
-    // The ticket supplies the values of the parameters that its options refer to.
+    /// The ticket supplies the values of the parameters that its options refer to.
     OptionScorer(const CapabilitiesIndex& capabilities, const MergedTicket& ticket)
         : m_capabilities(capabilities), m_ticket(ticket) {}
 
@@ -50,8 +50,9 @@ public:
         std::size_t option;
         OptionScore score;
     };
-    // The best viable option of the feature: the one of the same name, else the one with the best score.
-    // Nothing where no option has anything in common with the ticket's, or the one of the name is not viable.
+    /// The best viable option of the feature: the one of the same name, else the one with the best score.
+    /// Nothing where no option has anything in common with the ticket's, or the one of the name is not
+    /// viable.
     std::optional<Best> FindBest(const SchemaOption& ticketOption, const CapabilitiesFeature& feature) const;
 
 private:

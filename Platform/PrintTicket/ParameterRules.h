@@ -9,7 +9,7 @@
 
 namespace OvPlatform {
 
-// What a ParameterDef of the capabilities asks of a parameter.
+/// What a ParameterDef of the capabilities asks of a parameter.
 class ParameterRules {
 public:
     enum class Mandatory {
@@ -22,18 +22,18 @@ public:
 
     const KeywordName& Name() const { return m_name; }
     SettingLevel Level() const { return m_level; }
-    // For a name that says nothing of its level: a parameter reaches down to the features that refer to it.
+    /// For a name that says nothing of its level: a parameter reaches down to the features that refer to it.
     void ReachDownTo(SettingLevel level);
 
     Mandatory Need() const { return m_mandatory; }
-    // The definition's default, or null; one of another kind than the parameter's type is none.
+    /// The definition's default, or null; one of another kind than the parameter's type is none.
     const SchemaValue* Default() const { return m_default ? &*m_default : nullptr; }
 
-    // Null if the value is good; otherwise what is wrong with it, a phrase for a person. What counts is the
-    // text: applications leave the type out, or write a string.
+    /// Null if the value is good; otherwise what is wrong with it, a phrase for a person. What counts is the
+    /// text: applications leave the type out, or write a string.
     const char* Problem(const SchemaValue& value) const;
 
-    // A good value in the form in which tickets carry it: with the definition's type.
+    /// A good value in the form in which tickets carry it: with the definition's type.
     SchemaValue Normalised(const SchemaValue& value) const;
 
 private:
@@ -53,7 +53,7 @@ private:
     std::size_t m_maxLength = static_cast<std::size_t>(-1);
 };
 
-// The number that a text spells, as xsd:integer or xsd:decimal has it.
+/// The number that a text spells, as xsd:integer or xsd:decimal has it.
 std::optional<double> NumberOf(std::string_view text, bool integer);
 
 } // namespace OvPlatform

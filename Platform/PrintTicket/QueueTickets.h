@@ -8,12 +8,12 @@
 
 namespace OvPlatform {
 
-// What tickets are validated against: a queue's capabilities and its default ticket, read once. Never
-// changes, so it may be shared between threads.
+/// What tickets are validated against: a queue's capabilities and its default ticket, read once. Never
+/// changes, so it may be shared between threads.
 class QueueTickets {
 public:
-    // Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws
-    // PrintTicketError.
+    /// Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws
+    /// PrintTicketError.
     static std::shared_ptr<const QueueTickets> Of(const std::shared_ptr<const QueueFolder>& queue);
 
     explicit QueueTickets(std::shared_ptr<const QueueFolder> queue);
@@ -21,7 +21,7 @@ public:
     const std::wstring& PrinterName() const { return m_queue->PrinterName(); }
     const CapabilitiesIndex& Capabilities() const { return m_capabilities; }
     const SchemaDocument& DefaultTicket() const { return m_defaultTicket; }
-    // The default ticket, validated.
+    /// The default ticket, validated.
     const ValidatedTicket& Defaults() const { return m_defaults; }
 
 private:

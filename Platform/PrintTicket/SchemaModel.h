@@ -10,7 +10,7 @@
 
 namespace OvPlatform {
 
-// The content of a Value element. The text of a QName is its local part, its namespace stands beside it.
+/// The content of a Value element. The text of a QName is its local part, its namespace stands beside it.
 struct SchemaValue {
     KeywordName type; // xsi:type; empty where there is none
     std::string text;
@@ -20,7 +20,7 @@ struct SchemaValue {
     bool operator==(const SchemaValue&) const = default;
 };
 
-// A Property or a ScoredProperty: a value, or a reference to a parameter, and properties of its own.
+/// A Property or a ScoredProperty: a value, or a reference to a parameter, and properties of its own.
 struct SchemaProperty {
     KeywordName name;
     std::optional<SchemaValue> value;
@@ -43,20 +43,20 @@ struct SchemaFeature {
     std::vector<SchemaFeature> features;
 };
 
-// A ParameterInit of a ticket.
+/// A ParameterInit of a ticket.
 struct SchemaParameter {
     KeywordName name;
     SchemaValue value;
 };
 
-// A ParameterDef of a capabilities document.
+/// A ParameterDef of a capabilities document.
 struct SchemaParameterDef {
     KeywordName name;
     std::vector<SchemaProperty> properties;
 };
 
-// A Print Ticket or Print Capabilities document without its XML: prefixes are resolved, foreign elements and
-// attributes left out. Elements stand in the order of the document, repeated ones included.
+/// A Print Ticket or Print Capabilities document without its XML: prefixes are resolved, foreign elements and
+/// attributes left out. Elements stand in the order of the document, repeated ones included.
 struct SchemaDocument {
     std::vector<SchemaProperty> properties;
     std::vector<SchemaFeature> features;
@@ -64,7 +64,7 @@ struct SchemaDocument {
     std::vector<SchemaParameterDef> definitions;
 };
 
-// The property of that name, or null.
+/// The property of that name, or null.
 const SchemaProperty* FindProperty(const std::vector<SchemaProperty>& properties, std::string_view space,
                                    std::string_view local);
 

@@ -9,13 +9,13 @@
 
 namespace OvPlatform {
 
-// Reads a document that has passed the framework's check.
+/// Reads a document that has passed the framework's check.
 SchemaDocument ReadSchemaDocument(const xmlDoc* document);
 
-// The namespace declarations of the framework's elements, in source order.
+/// The namespace declarations of the framework's elements, in source order.
 NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document);
 
-// Parses, checks and reads. Throws SchemaFormatError.
+/// Parses, checks and reads. Throws SchemaFormatError.
 SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind);
 
 } // namespace OvPlatform

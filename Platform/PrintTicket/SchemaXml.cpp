@@ -38,7 +38,7 @@ void StartElement(void* context, const xmlChar* local, const xmlChar* prefix, co
                   int namespaceCount, const xmlChar** namespaces, int attributeCount, int defaultedCount,
                   const xmlChar** attributes) {
     auto* parser = static_cast<xmlParserCtxt*>(context);
-    if (parser->nsNr / 2 > MaxDeclarations) { // prefix and name each
+    if (parser->nsNr / 2 > maxDeclarations) { // prefix and name each
         static_cast<Refused*>(parser->_private)->declarationsLine = parser->input->line;
         return xmlStopParser(parser);
     }
@@ -65,18 +65,18 @@ std::string LastProblem(xmlParserCtxt* parser) {
 
 // The parser's time grows with the square of the attributes of one element, so that a start tag has to end in
 // time.
-constexpr std::size_t ChunkSize = 16u << 10;
-constexpr std::size_t MaxStartTag = 64u << 10;
+constexpr std::size_t chunkSize = 16u << 10;
+constexpr std::size_t maxStartTag = 64u << 10;
 
 void Feed(xmlParserCtxt* parser, std::string_view bytes) {
     do {
-        const std::string_view chunk = bytes.substr(0, ChunkSize);
+        const std::string_view chunk = bytes.substr(0, chunkSize);
         bytes.remove_prefix(chunk.size());
         xmlParseChunk(parser, chunk.data(), static_cast<int>(chunk.size()), bytes.empty());
         const xmlParserInput* input = parser->input;
         if (!input || bytes.empty()) continue;
         const auto waiting = static_cast<std::size_t>(input->end - input->cur);
-        if (waiting > MaxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?')
+        if (waiting > maxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?')
             throw SchemaFormatError("line " + std::to_string(input->line) + ": the start tag is too long");
     } while (!bytes.empty() && parser->wellFormed);
 }
@@ -98,7 +98,7 @@ void CheckEncoding(std::string_view bytes, const xmlDoc* document) {
 
 XmlDocument ParseSchemaXml(std::string_view bytes) {
     if (bytes.empty()) throw SchemaFormatError("the document is empty");
-    if (bytes.size() > MostDocumentBytes) throw SchemaFormatError("the document is too large");
+    if (bytes.size() > mostDocumentBytes) throw SchemaFormatError("the document is too large");
 
     // The first bytes go in with the parser, so that it sees what the text is encoded in.
     const auto head = static_cast<int>((std::min)(bytes.size(), std::size_t{4}));
@@ -117,7 +117,7 @@ XmlDocument ParseSchemaXml(std::string_view bytes) {
     if (refused.documentType) throw SchemaFormatError("a document type (DTD) is not allowed");
     if (refused.declarationsLine != 0)
         throw SchemaFormatError("line " + std::to_string(refused.declarationsLine) + ": more than " +
-                                std::to_string(MaxDeclarations) + " namespace declarations are in force");
+                                std::to_string(maxDeclarations) + " namespace declarations are in force");
     // An undeclared prefix, or a text too long to keep, leaves a document that libxml2 calls well-formed.
     const xmlError* error = xmlCtxtGetLastError(parser.get());
     if (!document || !parser->wellFormed || (error && error->level >= XML_ERR_ERROR))

@@ -9,11 +9,11 @@
 
 namespace OvPlatform {
 
-// Namespace declarations in force at one element: the parser searches them one by one, for every element.
-inline constexpr int MaxDeclarations = 256;
+/// Namespace declarations in force at one element: the parser searches them one by one, for every element.
+inline constexpr int maxDeclarations = 256;
 
-// Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the
-// declared encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
+/// Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the
+/// declared encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
 XmlDocument ParseSchemaXml(std::string_view bytes);
 
 bool IsElement(const xmlNode* node, const char* space);

@@ -6,11 +6,12 @@
 
 namespace OvPlatform {
 
-// What part of a job a setting is about; a ticket of a scope holds the settings of its level and those below.
+/// What part of a job a setting is about; a ticket of a scope holds the settings of its level and those
+/// below.
 enum class SettingLevel { Page = kPTPageScope, Document = kPTDocumentScope, Job = kPTJobScope };
 
-// By the prefix of the keyword's local name, in every namespace. A name that begins with none of Job,
-// Document and Page is a matter of the whole job.
+/// By the prefix of the keyword's local name, in every namespace. A name that begins with none of Job,
+/// Document and Page is a matter of the whole job.
 SettingLevel LevelOf(std::string_view local);
 
 inline bool InScope(SettingLevel level, EPrintTicketScope scope) {

@@ -6,9 +6,9 @@
 
 namespace OvPlatform {
 
-// Options as a person reads them in a report: "psk:ISOA4", "(psk:ResolutionX=600, psk:ResolutionY=600)".
+/// Options as a person reads them in a report: "psk:ISOA4", "(psk:ResolutionX=600, psk:ResolutionY=600)".
 std::string TextOf(const SchemaOption& option, const NamespacePrefixes& prefixes);
-// Several chosen options are separated by commas.
+/// Several chosen options are separated by commas.
 std::string TextOf(const FeatureChoice& choice, const CapabilitiesFeature& feature,
                    const NamespacePrefixes& prefixes);
 

@@ -16,7 +16,7 @@ HRESULT ReadStreamBytes(IStream* stream, std::string& bytes) {
         const HRESULT result = stream->Read(chunk.data(), static_cast<ULONG>(chunk.size()), &count);
         if (FAILED(result)) return result;
         if (count == 0) return S_OK;
-        if (bytes.size() + count > MostDocumentBytes) return E_OUTOFMEMORY;
+        if (bytes.size() + count > mostDocumentBytes) return E_OUTOFMEMORY;
         bytes.append(chunk.data(), count);
     }
 }

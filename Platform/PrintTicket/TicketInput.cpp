@@ -13,7 +13,7 @@ struct InputRow {
 };
 
 // In the order of InputKind.
-constexpr std::array<InputRow, 5> Inputs{{
+constexpr std::array<InputRow, 5> inputs{{
     {static_cast<HRESULT>(E_PRINTTICKET_FORMAT), "the base ticket"},
     {static_cast<HRESULT>(E_DELTA_PRINTTICKET_FORMAT), "the delta ticket"},
     {static_cast<HRESULT>(E_PRINTTICKET_FORMAT), "the ticket"},
@@ -24,7 +24,7 @@ constexpr std::array<InputRow, 5> Inputs{{
 } // namespace
 
 void RefuseInput(InputKind kind, const SchemaFormatError& error) {
-    const InputRow& row = Inputs[static_cast<std::size_t>(kind)];
+    const InputRow& row = inputs[static_cast<std::size_t>(kind)];
     throw PrintTicketError(row.result, std::string(row.name) + ": " + error.what());
 }
 

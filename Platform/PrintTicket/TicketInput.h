@@ -5,14 +5,14 @@
 
 namespace OvPlatform {
 
-// The documents that come into the provider from outside, each with the result that it gives when it is
-// wrong.
+/// The documents that come into the provider from outside, each with the result that it gives when it is
+/// wrong.
 enum class InputKind { BaseTicket, DeltaTicket, Ticket, Capabilities, DefaultTicket };
 
-// Turns what is wrong with a document into the failure of the call that was given it.
+/// Turns what is wrong with a document into the failure of the call that was given it.
 [[noreturn]] void RefuseInput(InputKind kind, const SchemaFormatError& error);
 
-// Reads an input by `read`.
+/// Reads an input by `read`.
 template <typename Read>
 auto AsInput(InputKind kind, Read read) {
     try {

@@ -222,7 +222,7 @@ std::vector<bool> TicketValidation::ReferencedParameters() const {
                                      const auto& again) -> void {
         for (const SchemaProperty& property : properties) {
             if (const std::size_t at = m_capabilities.FindParameter(property.parameter);
-                at != CapabilitiesIndex::NotFound)
+                at != CapabilitiesIndex::notFound)
                 referenced[at] = true;
             again(property.scored, again);
         }
@@ -264,12 +264,12 @@ void TicketValidation::NoteUnknown(const MergedTicket& ticket) {
         Report(prefixes.Qualified(name), isParameter, {}, std::move(gone));
     };
     for (const auto& entry : ticket.features.All())
-        if (m_capabilities.FindFeature(entry.setting->name) == CapabilitiesIndex::NotFound)
+        if (m_capabilities.FindFeature(entry.setting->name) == CapabilitiesIndex::notFound)
             note(entry.setting->name, false, entry.origin,
                  entry.setting->options.empty() ? std::string()
                                                 : TextOf(entry.setting->options.front(), prefixes));
     for (const auto& entry : ticket.parameters.All())
-        if (m_capabilities.FindParameter(entry.setting->name) == CapabilitiesIndex::NotFound)
+        if (m_capabilities.FindParameter(entry.setting->name) == CapabilitiesIndex::notFound)
             note(entry.setting->name, true, entry.origin, entry.setting->value.text);
 }
 

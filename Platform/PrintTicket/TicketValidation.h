@@ -10,20 +10,21 @@
 
 namespace OvPlatform {
 
-// Turns what a merge asks for into what the printer can do. In this order:
-//
-// 1. Features of the capabilities get the best option for what the ticket asks; those that it leaves out, and
-//    those whose option nothing matches or the device does not allow, get the queue's default.
-// 2. Options that exclude each other give way (ConstraintRules).
-// 3. Parameters get their value, or their default; those that chosen options refer to are added, conditional
-// ones
-//    that no option refers to go.
-// 4. What the capabilities do not know goes.
-//
-// Validating a validated ticket changes nothing.
+/// Turns what a merge asks for into what the printer can do. In this order:
+///
+/// 1. Features of the capabilities get the best option for what the ticket asks; those that it leaves out,
+/// and
+///    those whose option nothing matches or the device does not allow, get the queue's default.
+/// 2. Options that exclude each other give way (ConstraintRules).
+/// 3. Parameters get their value, or their default; those that chosen options refer to are added, conditional
+/// ones
+///    that no option refers to go.
+/// 4. What the capabilities do not know goes.
+///
+/// Validating a validated ticket changes nothing.
 class TicketValidation {
 public:
-    // `defaults` is the queue's own ticket, validated; null while that one is. `report` may be null.
+    /// `defaults` is the queue's own ticket, validated; null while that one is. `report` may be null.
     TicketValidation(const CapabilitiesIndex& capabilities, const ValidatedTicket* defaults,
                      EPrintTicketScope scope, MergeReport* report)
         : m_capabilities(capabilities), m_defaults(defaults), m_scope(scope), m_report(report) {}
@@ -31,20 +32,20 @@ public:
     ValidatedTicket Validate(const MergedTicket& ticket);
 
 private:
-    // What is known of a setting besides its place in the result; kept only as long as the validation runs.
+    /// What is known of a setting besides its place in the result; kept only as long as the validation runs.
     struct Note {
         SettingOrigin origin = SettingOrigin::Queue;
         std::string requested;
         std::string reason;
         std::vector<Note> nested{}; // for the nested features of a feature
     };
-    // A parameter's value that an option brings with it.
+    /// A parameter's value that an option brings with it.
     struct OptionValue {
         SchemaValue value;
         SettingOrigin origin;
     };
 
-    // `origin` is that of `asked`.
+    /// `origin` is that of `asked`.
     FeatureChoice Choose(const CapabilitiesFeature& feature, const SchemaFeature* asked, SettingOrigin origin,
                          const FeatureChoice* fallback, const OptionScorer& scorer, Note& note);
     void ChooseOptions(FeatureChoice& choice, const CapabilitiesFeature& feature, const SchemaFeature& asked,

@@ -52,10 +52,10 @@ private:
 std::string Writer::Write(const ValidatedTicket& ticket) {
     Check(xmlTextWriterStartDocument(m_writer.get(), "1.0", "UTF-8", nullptr));
     Start(SchemaTag::PrintTicket);
-    for (std::size_t i = 0; i < NamespacePrefixes::BeforeVersion; ++i)
+    for (std::size_t i = 0; i < NamespacePrefixes::beforeVersion; ++i)
         Declare(i);
     Attribute(SchemaAttribute::Version, "1");
-    for (std::size_t i = NamespacePrefixes::BeforeVersion; i < m_prefixes.All().size(); ++i)
+    for (std::size_t i = NamespacePrefixes::beforeVersion; i < m_prefixes.All().size(); ++i)
         Declare(i);
 
     for (std::size_t i = 0; i < ticket.parameters.size(); ++i) {

@@ -7,7 +7,7 @@
 
 namespace OvPlatform {
 
-// What a ticket says of one feature of the capabilities, in terms of the capabilities' own options.
+/// What a ticket says of one feature of the capabilities, in terms of the capabilities' own options.
 struct FeatureChoice {
     struct Chosen {
         std::size_t option;
@@ -27,7 +27,8 @@ struct FeatureChoice {
     }
 };
 
-// A ticket that its printer can carry out. It points into the capabilities and into the tickets it came from.
+/// A ticket that its printer can carry out. It points into the capabilities and into the tickets it came
+/// from.
 struct ValidatedTicket {
     std::vector<FeatureChoice> features;                // one for each of the capabilities' features
     std::vector<std::optional<SchemaValue>> parameters; // one for each definition of the capabilities

@@ -14,9 +14,9 @@ using namespace OvPlatform;
 
 namespace {
 
-constexpr DWORD SchemaVersion = 1;
+constexpr DWORD schemaVersion = 1;
 // The published headers have no name for it.
-constexpr HRESULT VersionNotSupported = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 1);
+constexpr HRESULT versionNotSupported = MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 1);
 
 // Runs a call, and turns what it throws into its result and error text.
 template <typename Call>
@@ -56,7 +56,7 @@ HRESULT WINAPI PTQuerySchemaVersionSupport(PCWSTR pszPrinterName, DWORD* pMaxVer
     if (!pszPrinterName || !pMaxVersion) return E_INVALIDARG;
     return Guarded(nullptr, [&] {
         if (!QueueRegistry::Find(pszPrinterName)) return HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME);
-        *pMaxVersion = SchemaVersion;
+        *pMaxVersion = schemaVersion;
         return S_OK;
     });
 }
@@ -65,7 +65,7 @@ HRESULT WINAPI PTOpenProvider(PCWSTR pszPrinterName, DWORD dwVersion, HPTPROVIDE
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (!pszPrinterName || !phProvider || dwVersion == 0) return E_INVALIDARG;
     *phProvider = nullptr;
-    if (dwVersion > SchemaVersion) return VersionNotSupported;
+    if (dwVersion > schemaVersion) return versionNotSupported;
     return Open(pszPrinterName, phProvider);
 }
 
@@ -76,7 +76,7 @@ HRESULT WINAPI PTOpenProviderEx(PCWSTR pszPrinterName, DWORD dwMaxVersion, DWORD
     *phProvider = nullptr;
     *pUsedVersion = 0;
     const HRESULT result = Open(pszPrinterName, phProvider);
-    if (SUCCEEDED(result)) *pUsedVersion = SchemaVersion;
+    if (SUCCEEDED(result)) *pUsedVersion = schemaVersion;
     return result;
 }
 

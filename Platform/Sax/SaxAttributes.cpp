@@ -7,7 +7,7 @@ namespace OvPlatform {
 namespace {
 
 /// Without a document type declaration every attribute is of this type.
-constexpr std::wstring_view Type = L"CDATA";
+constexpr std::wstring_view attributeType = L"CDATA";
 
 std::wstring_view TextOf(const wchar_t* text, int length) noexcept {
     return text == nullptr || length < 0 ? std::wstring_view()
@@ -96,7 +96,7 @@ HRESULT STDMETHODCALLTYPE SaxAttributes::getIndexFromQName(const wchar_t* qName,
 
 HRESULT STDMETHODCALLTYPE SaxAttributes::getType(int index, const wchar_t** type, int* typeLength) {
     const HRESULT result = Give(index, &Item::value, type, typeLength);
-    if (SUCCEEDED(result)) GiveText(Type, type, typeLength);
+    if (SUCCEEDED(result)) GiveText(attributeType, type, typeLength);
     return result;
 }
 

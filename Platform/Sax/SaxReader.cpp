@@ -14,15 +14,15 @@ namespace {
 
 const ClassRegistration registration(CLSID_SAXXMLReader60, &SaxReader::Create);
 
-constexpr std::wstring_view NamespacePrefixes = L"http://xml.org/sax/features/namespace-prefixes";
-constexpr std::wstring_view LexicalHandler = L"http://xml.org/sax/properties/lexical-handler";
-constexpr std::wstring_view MaxElementDepth = L"max-element-depth";
+constexpr std::wstring_view namespacePrefixesName = L"http://xml.org/sax/features/namespace-prefixes";
+constexpr std::wstring_view lexicalHandlerName = L"http://xml.org/sax/properties/lexical-handler";
+constexpr std::wstring_view maxElementDepthName = L"max-element-depth";
 
 struct FixedFeature {
     std::wstring_view name;
     bool value;
 };
-constexpr FixedFeature FixedFeatures[] = {
+constexpr FixedFeature fixedFeatures[] = {
     {L"http://xml.org/sax/features/namespaces", true},
     {L"http://xml.org/sax/features/external-general-entities", false},
     {L"http://xml.org/sax/features/external-parameter-entities", false},
@@ -36,7 +36,7 @@ constexpr FixedFeature FixedFeatures[] = {
 };
 
 const FixedFeature* Find(std::wstring_view name) noexcept {
-    for (const FixedFeature& feature : FixedFeatures)
+    for (const FixedFeature& feature : fixedFeatures)
         if (feature.name == name) return &feature;
     return nullptr;
 }
@@ -78,7 +78,7 @@ HRESULT SaxReader::Create(REFIID riid, void** object) noexcept {
 HRESULT STDMETHODCALLTYPE SaxReader::getFeature(const wchar_t* name, VARIANT_BOOL* value) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (value == nullptr) return E_POINTER;
-    if (NameOf(name) == NamespacePrefixes) {
+    if (NameOf(name) == namespacePrefixesName) {
         *value = Flag(m_handlers.namespacePrefixes);
         return S_OK;
     }
@@ -91,7 +91,7 @@ HRESULT STDMETHODCALLTYPE SaxReader::getFeature(const wchar_t* name, VARIANT_BOO
 HRESULT STDMETHODCALLTYPE SaxReader::putFeature(const wchar_t* name, VARIANT_BOOL value) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     const bool wanted = value != VARIANT_FALSE;
-    if (NameOf(name) == NamespacePrefixes) {
+    if (NameOf(name) == namespacePrefixesName) {
         m_handlers.namespacePrefixes = wanted;
         return S_OK;
     }
@@ -104,12 +104,12 @@ HRESULT STDMETHODCALLTYPE SaxReader::getProperty(const wchar_t* name, VARIANT* v
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (value == nullptr) return E_POINTER;
     ::VariantInit(value);
-    if (NameOf(name) == MaxElementDepth) {
+    if (NameOf(name) == maxElementDepthName) {
         value->vt = VT_I4;
         value->lVal = m_handlers.maxElementDepth;
         return S_OK;
     }
-    if (NameOf(name) != LexicalHandler) return E_INVALIDARG;
+    if (NameOf(name) != lexicalHandlerName) return E_INVALIDARG;
     value->vt = VT_UNKNOWN;
     value->punkVal = m_handlers.lexical;
     if (value->punkVal != nullptr) value->punkVal->AddRef();
@@ -119,12 +119,12 @@ HRESULT STDMETHODCALLTYPE SaxReader::getProperty(const wchar_t* name, VARIANT* v
 HRESULT STDMETHODCALLTYPE SaxReader::putProperty(const wchar_t* name, VARIANT value) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     const VARIANT& given = DocumentBytes::Value(value);
-    if (NameOf(name) == MaxElementDepth) {
+    if (NameOf(name) == maxElementDepthName) {
         if (given.vt != VT_I4 || given.lVal < 0) return E_INVALIDARG;
         m_handlers.maxElementDepth = given.lVal;
         return S_OK;
     }
-    if (NameOf(name) != LexicalHandler) return E_INVALIDARG;
+    if (NameOf(name) != lexicalHandlerName) return E_INVALIDARG;
     CComPtr<ISAXLexicalHandler> handler;
     if (given.vt != VT_EMPTY && given.vt != VT_NULL) {
         if (given.vt != VT_UNKNOWN && given.vt != VT_DISPATCH) return E_INVALIDARG;

@@ -9,11 +9,11 @@
 
 namespace OvPlatform {
 
-// Lays out the spooler's records in a caller's buffer: the records at its start, texts and device modes
-// behind them, reached by pointers into the buffer. Without a buffer it only counts, with the same calls.
+/// Lays out the spooler's records in a caller's buffer: the records at its start, texts and device modes
+/// behind them, reached by pointers into the buffer. Without a buffer it only counts, with the same calls.
 class InfoPacker {
 public:
-    // recordBytes: all records together.
+    /// recordBytes: all records together.
     InfoPacker(BYTE* buffer, std::size_t recordBytes) : m_buffer(buffer), m_used(recordBytes) {}
 
     LPWSTR Text(const std::wstring& text) {
@@ -21,7 +21,7 @@ public:
         return reinterpret_cast<LPWSTR>(Append(text.c_str(), size, alignof(wchar_t)));
     }
 
-    // For fields that are published as null where there is nothing to say.
+    /// For fields that are published as null where there is nothing to say.
     LPWSTR TextOrNull(const std::wstring& text) { return text.empty() ? nullptr : Text(text); }
 
     void* Block(const std::vector<std::uint8_t>& bytes) {
@@ -33,7 +33,7 @@ public:
         if (m_buffer) std::memcpy(m_buffer + index * sizeof(Info), &info, sizeof(Info));
     }
 
-    // Bytes of buffer needed for what was laid out so far.
+    /// Bytes of buffer needed for what was laid out so far.
     std::size_t Used() const { return m_used; }
 
 private:

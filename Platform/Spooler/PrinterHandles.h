@@ -8,14 +8,14 @@
 
 namespace OvPlatform {
 
-// The open printers of the process. Handles are never used again, so that a stale one is always told from a
-// good one.
+/// The open printers of the process. Handles are never used again, so that a stale one is always told from a
+/// good one.
 class PrinterHandles {
 public:
     static HANDLE Open(std::shared_ptr<const QueueFolder> queue);
-    // Null where the handle is not open.
+    /// Null where the handle is not open.
     static std::shared_ptr<const QueueFolder> Find(HANDLE handle);
-    // False where the handle is not open.
+    /// False where the handle is not open.
     static bool Close(HANDLE handle);
 };
 

@@ -23,10 +23,10 @@ struct QueueStream {
 };
 using QueueValue = std::variant<std::wstring, bool, std::int32_t, QueueBytes, QueueStream>;
 
-// The values of one bag by name; names are case-sensitive.
+/// The values of one bag by name; names are case-sensitive.
 using QueueValues = std::map<std::wstring, QueueValue, std::less<>>;
 
-// One job that waits in the queue.
+/// One job that waits in the queue.
 struct QueueJob {
     std::uint32_t id = 0; // 1 and up, unique in the queue
     std::wstring document;
@@ -49,8 +49,8 @@ struct QueueJob {
     bool operator==(const QueueJob&) const = default;
 };
 
-// All that a queue folder says about its printer. Text is UTF-16 in wchar_t; the two documents are kept as
-// the bytes of their files.
+/// All that a queue folder says about its printer. Text is UTF-16 in wchar_t; the two documents are kept as
+/// the bytes of their files.
 struct QueueDescription {
     std::wstring printerName;
     std::wstring portName;

@@ -8,8 +8,8 @@
 
 namespace OvPlatform {
 
-// A queue folder that cannot be used. what() is one line: the file, the line in it where there is one, and
-// what is wrong.
+/// A queue folder that cannot be used. what() is one line: the file, the line in it where there is one, and
+/// what is wrong.
 class OV_PLATFORM_API QueueFolderError : public std::runtime_error {
 public:
     QueueFolderError(const std::filesystem::path& file, const std::string& problem)

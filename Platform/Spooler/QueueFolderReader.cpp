@@ -101,10 +101,10 @@ std::optional<std::chrono::sys_time<std::chrono::milliseconds>> ParseTime(const 
 class Reader {
 public:
     explicit Reader(const std::filesystem::path& folder)
-        : m_folder(folder), m_file(folder / QueueFolder::DescriptionFile) {}
+        : m_folder(folder), m_file(folder / QueueFolder::descriptionFile) {}
 
     QueueDescription Read() {
-        const std::string text = ReadFile(m_file, MaxDescriptionSize);
+        const std::string text = ReadFile(m_file, maxDescriptionSize);
         XmlDocument document;
         try {
             document = ParseStrictXml(text);
@@ -164,7 +164,7 @@ private:
 
     std::wstring Widen(const xmlNode* element, std::string_view text) const {
         std::wstring wide = FromUtf8(text);
-        if (wide.size() > MaxTextLength) Refuse(element, "a text in " + Name(element) + " is too long");
+        if (wide.size() > maxTextLength) Refuse(element, "a text in " + Name(element) + " is too long");
         return wide;
     }
 
@@ -194,7 +194,7 @@ private:
         const bool leaves = path.is_absolute() || std::find(path.begin(), path.end(), "..") != path.end();
         if (leaves)
             Refuse(element, "the file " + Quoted(name) + " of " + Name(element) + " is not in the folder");
-        return ReadFile(m_folder / path, MaxDocumentSize);
+        return ReadFile(m_folder / path, maxDocumentSize);
     }
 
     std::string ReadDocument(const xmlNode* element) const {
@@ -211,8 +211,8 @@ private:
             Refuse(root, "the root element is " + Name(root) + ", not <Queue>");
         RefuseOtherAttributes(root, "version");
         const std::string version = RequiredAttribute(root, "version");
-        if (version != Version)
-            Refuse(root, "version " + Quoted(version) + " is not known, only " + Quoted(Version));
+        if (version != schemaVersion)
+            Refuse(root, "version " + Quoted(version) + " is not known, only " + Quoted(schemaVersion));
 
         std::set<std::string_view> seen;
         ForChildren(root, [&](const xmlNode* child) {
@@ -241,8 +241,8 @@ private:
     }
 
     void ReadPrinter(const xmlNode* element) {
-        RefuseOtherAttributes(element, PrinterTexts, PrinterNumbers);
-        ReadFields(element, m_queue, PrinterTexts, PrinterNumbers);
+        RefuseOtherAttributes(element, printerTexts, printerNumbers);
+        ReadFields(element, m_queue, printerTexts, printerNumbers);
         ForChildren(element, [&](const xmlNode* child) { Refuse(child, "unknown element " + Name(child)); });
     }
 
@@ -250,7 +250,7 @@ private:
         RefuseOtherAttributes(element);
         ForChildren(element, [&](const xmlNode* child) {
             const std::wstring name = Widen(child, RequiredAttribute(child, "name"));
-            if (values.size() == MaxProperties) Refuse(child, Name(element) + " holds too many properties");
+            if (values.size() == maxProperties) Refuse(child, Name(element) + " holds too many properties");
             if (!values.emplace(name, ReadValue(child)).second)
                 Refuse(child, "the property " + Quoted(ToUtf8(name)) + " stands twice");
         });
@@ -297,9 +297,9 @@ private:
         if (!GetAttribute(element, "file", file)) return FromUtf8(text);
         if (!text.empty()) Refuse(element, Name(element) + " names a file and has content too");
         const std::string content = ReadNamedFile(element, file);
-        constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-        const bool marked = content.starts_with(ByteOrderMark);
-        return FromUtf8(std::string_view(content).substr(marked ? ByteOrderMark.size() : 0));
+        constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+        const bool marked = content.starts_with(byteOrderMark);
+        return FromUtf8(std::string_view(content).substr(marked ? byteOrderMark.size() : 0));
     }
 
     std::vector<std::uint8_t> ReadBlock(const xmlNode* element, std::string_view text) const {
@@ -318,7 +318,7 @@ private:
         std::set<std::uint32_t> ids;
         ForChildren(element, [&](const xmlNode* child) {
             if (LocalName(child) != "Job") Refuse(child, "unknown element " + Name(child));
-            if (m_queue.jobs.size() == MaxJobs) Refuse(child, "too many jobs");
+            if (m_queue.jobs.size() == maxJobs) Refuse(child, "too many jobs");
             m_queue.jobs.push_back(ReadJob(child));
             const std::uint32_t id = m_queue.jobs.back().id;
             if (!ids.insert(id).second) Refuse(child, "two jobs have the id " + std::to_string(id));
@@ -326,10 +326,10 @@ private:
     }
 
     QueueJob ReadJob(const xmlNode* element) const {
-        RefuseOtherAttributes(element, JobTexts, JobNumbers, "submitted", "devmode");
+        RefuseOtherAttributes(element, jobTexts, jobNumbers, "submitted", "devmode");
         ForChildren(element, [&](const xmlNode* child) { Refuse(child, "unknown element " + Name(child)); });
         QueueJob job;
-        ReadFields(element, job, JobTexts, JobNumbers);
+        ReadFields(element, job, jobTexts, jobNumbers);
         RequiredAttribute(element, "id");
         std::string value;
         if (GetAttribute(element, "submitted", value)) {

@@ -6,7 +6,7 @@
 
 namespace OvPlatform {
 
-// Reads folder/queue.xml and what it names. Throws QueueFolderError.
+/// Reads folder/queue.xml and what it names. Throws QueueFolderError.
 QueueDescription ReadQueueFolder(const std::filesystem::path& folder);
 
 } // namespace OvPlatform

@@ -14,9 +14,9 @@ namespace {
 
 using namespace QueueSchema;
 
-const char TicketFile[] = "default-ticket.xml";
-const char CapabilitiesFile[] = "capabilities.xml";
-const char DevmodeFile[] = "devmode.bin";
+const char ticketFile[] = "default-ticket.xml";
+const char capabilitiesFile[] = "capabilities.xml";
+const char devmodeFile[] = "devmode.bin";
 
 template <class Bytes>
 void WriteFile(const std::filesystem::path& file, const Bytes& bytes) {
@@ -64,7 +64,7 @@ void WriteProperties(XmlOutput& xml, const char* element, const QueueValues& val
     if (values.empty()) return;
     xml.Start(element);
     for (const auto& [name, value] : values) {
-        xml.Start(ValueElements[value.index()]);
+        xml.Start(valueElements[value.index()]);
         xml.Attribute("name", ToUtf8(name));
         std::visit(ValueWriter{xml}, value);
         xml.End();
@@ -85,7 +85,7 @@ void WriteJobs(XmlOutput& xml, const std::vector<QueueJob>& jobs) {
     xml.Start("Jobs");
     for (const QueueJob& job : jobs) {
         xml.Start("Job");
-        WriteFields(xml, job, JobTexts, JobNumbers);
+        WriteFields(xml, job, jobTexts, jobNumbers);
         if (job.submitted != QueueJob().submitted) xml.Attribute("submitted", FormatTime(job.submitted));
         if (!job.devmode.empty()) xml.Attribute("devmode", JobDevmodeFile(job));
         xml.End();
@@ -96,13 +96,13 @@ void WriteJobs(XmlOutput& xml, const std::vector<QueueJob>& jobs) {
 std::string FormatDescription(const QueueDescription& queue) {
     XmlOutput xml(true);
     xml.Start("Queue");
-    xml.Attribute("version", Version);
+    xml.Attribute("version", schemaVersion);
     xml.Start("Printer");
-    WriteFields(xml, queue, PrinterTexts, PrinterNumbers);
+    WriteFields(xml, queue, printerTexts, printerNumbers);
     xml.End();
-    WriteNamedFile(xml, "DefaultTicket", TicketFile);
-    WriteNamedFile(xml, "Capabilities", CapabilitiesFile);
-    if (!queue.devmode.empty()) WriteNamedFile(xml, "Devmode", DevmodeFile);
+    WriteNamedFile(xml, "DefaultTicket", ticketFile);
+    WriteNamedFile(xml, "Capabilities", capabilitiesFile);
+    if (!queue.devmode.empty()) WriteNamedFile(xml, "Devmode", devmodeFile);
     WriteProperties(xml, "DriverProperties", queue.driverProperties);
     WriteProperties(xml, "QueueProperties", queue.queueProperties);
     WriteJobs(xml, queue.jobs);
@@ -119,15 +119,15 @@ void WriteQueueFolder(const QueueDescription& description, const std::filesystem
     try {
         text = FormatDescription(description);
     } catch (const std::runtime_error& error) {
-        throw QueueFolderError(folder / QueueFolder::DescriptionFile, error.what());
+        throw QueueFolderError(folder / QueueFolder::descriptionFile, error.what());
     }
-    WriteFile(folder / TicketFile, description.defaultTicket);
-    WriteFile(folder / CapabilitiesFile, description.capabilities);
-    if (!description.devmode.empty()) WriteFile(folder / DevmodeFile, description.devmode);
+    WriteFile(folder / ticketFile, description.defaultTicket);
+    WriteFile(folder / capabilitiesFile, description.capabilities);
+    if (!description.devmode.empty()) WriteFile(folder / devmodeFile, description.devmode);
     for (const QueueJob& job : description.jobs)
         if (!job.devmode.empty()) WriteFile(folder / JobDevmodeFile(job), job.devmode);
     // Last, so that a folder with a description is whole.
-    WriteFile(folder / QueueFolder::DescriptionFile, text);
+    WriteFile(folder / QueueFolder::descriptionFile, text);
 }
 
 } // namespace OvPlatform

@@ -12,18 +12,18 @@
 
 namespace OvPlatform {
 
-// A bag of a queue behind the published interface. The values are the bag's own from then on: what is set
-// lasts as long as the bag, and does not reach the queue folder. May be called from any thread.
-//
-// Results: HRESULT_FROM_WIN32(ERROR_NOT_FOUND) for a name that the bag lacks; E_INVALIDARG for a value of
-// another type than asked, and for an empty name; HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED) for setting in a
-// read-only bag, which is what a driver's bag is while jobs print. Bytes and streams are apart: each has its
-// own calls.
+/// A bag of a queue behind the published interface. The values are the bag's own from then on: what is set
+/// lasts as long as the bag, and does not reach the queue folder. May be called from any thread.
+///
+/// Results: HRESULT_FROM_WIN32(ERROR_NOT_FOUND) for a name that the bag lacks; E_INVALIDARG for a value of
+/// another type than asked, and for an empty name; HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED) for setting in a
+/// read-only bag, which is what a driver's bag is while jobs print. Bytes and streams are apart: each has its
+/// own calls.
 class OV_PLATFORM_API QueuePropertyBag final : public CountedObject<IPrinterPropertyBag> {
 public:
     enum class Access { ReadOnly, ReadWrite };
 
-    // Gives the bag with one reference. E_OUTOFMEMORY.
+    /// Gives the bag with one reference. E_OUTOFMEMORY.
     static HRESULT Create(const QueueValues& values, Access access, IPrinterPropertyBag** bag);
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;

@@ -25,13 +25,13 @@ Registry& TheRegistry() {
 // The queue folders below the folders of the search variable, in a stable order.
 std::vector<std::filesystem::path> SearchFolders() {
     std::vector<std::filesystem::path> folders;
-    const char* variable = std::getenv(QueueRegistry::SearchVariable);
+    const char* variable = std::getenv(QueueRegistry::searchVariable);
     std::istringstream parents(variable ? variable : "");
     for (std::string parent; std::getline(parents, parent, ':');) {
         std::error_code failure;
         std::vector<std::filesystem::path> children;
         for (const auto& entry : std::filesystem::directory_iterator(parent, failure))
-            if (std::filesystem::exists(entry.path() / QueueFolder::DescriptionFile, failure))
+            if (std::filesystem::exists(entry.path() / QueueFolder::descriptionFile, failure))
                 children.push_back(entry.path());
         std::sort(children.begin(), children.end());
         folders.insert(folders.end(), children.begin(), children.end());

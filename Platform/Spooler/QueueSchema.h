@@ -7,14 +7,14 @@
 
 namespace OvPlatform::QueueSchema {
 
-inline constexpr char Version[] = "1";
+inline constexpr char schemaVersion[] = "1";
 
 // Bounds on what is read.
-inline constexpr std::uintmax_t MaxDescriptionSize = 4u << 20;
-inline constexpr std::uintmax_t MaxDocumentSize = MostDocumentBytes;
-inline constexpr std::size_t MaxProperties = 4096;
-inline constexpr std::size_t MaxJobs = 10000;
-inline constexpr std::size_t MaxTextLength = 32767; // UTF-16 units
+inline constexpr std::uintmax_t maxDescriptionSize = 4u << 20;
+inline constexpr std::uintmax_t maxDocumentSize = mostDocumentBytes;
+inline constexpr std::size_t maxProperties = 4096;
+inline constexpr std::size_t maxJobs = 10000;
+inline constexpr std::size_t maxTextLength = 32767; // UTF-16 units
 
 template <class Record>
 struct TextAttribute {
@@ -31,10 +31,10 @@ struct NumberAttribute {
     std::uint32_t largest;
 };
 
-inline constexpr std::uint32_t AnyNumber = 0xFFFFFFFF;
-inline constexpr std::uint32_t LastMinute = 24 * 60 - 1;
+inline constexpr std::uint32_t anyNumber = 0xFFFFFFFF;
+inline constexpr std::uint32_t lastMinute = 24 * 60 - 1;
 
-inline constexpr TextAttribute<QueueDescription> PrinterTexts[] = {
+inline constexpr TextAttribute<QueueDescription> printerTexts[] = {
     {"name", &QueueDescription::printerName, true},
     {"port", &QueueDescription::portName, true},
     {"driver", &QueueDescription::driverName, true},
@@ -48,37 +48,37 @@ inline constexpr TextAttribute<QueueDescription> PrinterTexts[] = {
     {"parameters", &QueueDescription::parameters, false},
 };
 
-inline constexpr NumberAttribute<QueueDescription> PrinterNumbers[] = {
-    {"attributes", &QueueDescription::attributes, 0, AnyNumber},
-    {"status", &QueueDescription::status, 0, AnyNumber},
+inline constexpr NumberAttribute<QueueDescription> printerNumbers[] = {
+    {"attributes", &QueueDescription::attributes, 0, anyNumber},
+    {"status", &QueueDescription::status, 0, anyNumber},
     {"priority", &QueueDescription::priority, 1, 99},
     {"defaultPriority", &QueueDescription::defaultPriority, 0, 99},
-    {"startTime", &QueueDescription::startTime, 0, LastMinute},
-    {"untilTime", &QueueDescription::untilTime, 0, LastMinute},
-    {"pagesPerMinute", &QueueDescription::averagePagesPerMinute, 0, AnyNumber},
+    {"startTime", &QueueDescription::startTime, 0, lastMinute},
+    {"untilTime", &QueueDescription::untilTime, 0, lastMinute},
+    {"pagesPerMinute", &QueueDescription::averagePagesPerMinute, 0, anyNumber},
 };
 
-inline constexpr TextAttribute<QueueJob> JobTexts[] = {
+inline constexpr TextAttribute<QueueJob> jobTexts[] = {
     {"document", &QueueJob::document, true},      {"user", &QueueJob::user, true},
     {"machine", &QueueJob::machine, false},       {"notify", &QueueJob::notify, false},
     {"datatype", &QueueJob::datatype, false},     {"parameters", &QueueJob::parameters, false},
     {"statusText", &QueueJob::statusText, false},
 };
 
-inline constexpr NumberAttribute<QueueJob> JobNumbers[] = {
-    {"id", &QueueJob::id, 1, AnyNumber},
-    {"status", &QueueJob::status, 0, AnyNumber},
+inline constexpr NumberAttribute<QueueJob> jobNumbers[] = {
+    {"id", &QueueJob::id, 1, anyNumber},
+    {"status", &QueueJob::status, 0, anyNumber},
     {"priority", &QueueJob::priority, 1, 99},
-    {"startTime", &QueueJob::startTime, 0, LastMinute},
-    {"untilTime", &QueueJob::untilTime, 0, LastMinute},
-    {"pages", &QueueJob::totalPages, 0, AnyNumber},
-    {"pagesPrinted", &QueueJob::pagesPrinted, 0, AnyNumber},
-    {"size", &QueueJob::size, 0, AnyNumber},
-    {"time", &QueueJob::time, 0, AnyNumber},
+    {"startTime", &QueueJob::startTime, 0, lastMinute},
+    {"untilTime", &QueueJob::untilTime, 0, lastMinute},
+    {"pages", &QueueJob::totalPages, 0, anyNumber},
+    {"pagesPrinted", &QueueJob::pagesPrinted, 0, anyNumber},
+    {"size", &QueueJob::size, 0, anyNumber},
+    {"time", &QueueJob::time, 0, anyNumber},
 };
 
-// The elements of the bags, in the order of QueueValue's alternatives.
-inline constexpr const char* ValueElements[] = {"String", "Bool", "Int32", "Bytes", "Stream"};
-static_assert(std::size(ValueElements) == std::variant_size_v<QueueValue>);
+/// The elements of the bags, in the order of QueueValue's alternatives.
+inline constexpr const char* valueElements[] = {"String", "Bool", "Int32", "Bytes", "Stream"};
+static_assert(std::size(valueElements) == std::variant_size_v<QueueValue>);
 
 } // namespace OvPlatform::QueueSchema

@@ -11,7 +11,7 @@ namespace OvPlatform {
 namespace {
 
 // No property grows beyond what a folder may hold.
-constexpr ULONGLONG MaxSize = 64u << 20;
+constexpr ULONGLONG maxSize = 64u << 20;
 
 } // namespace
 
@@ -49,7 +49,7 @@ HRESULT QueueValueStream::Write(const void* buffer, ULONG size, ULONG* written) 
     if (!m_writable) return STG_E_ACCESSDENIED;
     if (!buffer) return STG_E_INVALIDPOINTER;
     if (size == 0) return S_OK;
-    if (ULONGLONG{m_position} + size > MaxSize) return STG_E_MEDIUMFULL;
+    if (ULONGLONG{m_position} + size > maxSize) return STG_E_MEDIUMFULL;
     const std::lock_guard guard(m_bytes->lock);
     try {
         if (m_bytes->bytes.size() < m_position + size) m_bytes->bytes.resize(m_position + size);
@@ -65,7 +65,7 @@ HRESULT QueueValueStream::Write(const void* buffer, ULONG size, ULONG* written) 
 HRESULT QueueValueStream::SetSize(ULARGE_INTEGER size) {
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (!m_writable) return STG_E_ACCESSDENIED;
-    if (size.QuadPart > MaxSize) return STG_E_MEDIUMFULL;
+    if (size.QuadPart > maxSize) return STG_E_MEDIUMFULL;
     const std::lock_guard guard(m_bytes->lock);
     try {
         m_bytes->bytes.resize(static_cast<std::size_t>(size.QuadPart));

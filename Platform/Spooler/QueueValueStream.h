@@ -13,17 +13,17 @@
 
 namespace OvPlatform {
 
-// The bytes of one stream property, shared by its bag and the streams open on it.
+/// The bytes of one stream property, shared by its bag and the streams open on it.
 struct SharedBytes {
     std::mutex lock;
     std::vector<std::uint8_t> bytes;
 };
 
-// A stream over a property's bytes: writes are seen by the bag at once. A read-only one refuses to write with
-// STG_E_ACCESSDENIED.
+/// A stream over a property's bytes: writes are seen by the bag at once. A read-only one refuses to write
+/// with STG_E_ACCESSDENIED.
 class QueueValueStream final : public StreamBase<FaultEntry> {
 public:
-    // The new stream has one reference. E_OUTOFMEMORY.
+    /// The new stream has one reference. E_OUTOFMEMORY.
     static HRESULT Create(std::shared_ptr<SharedBytes> bytes, bool writable, IStream** stream);
 
     HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* read) override;
@@ -39,7 +39,7 @@ private:
     HRESULT Size(std::size_t& size) override;
     void Hold() override { m_bytes->lock.lock(); }
     void LetGo() override { m_bytes->lock.unlock(); }
-    // All: the target may be a stream of the same property.
+    /// All: the target may be a stream of the same property.
     ULONG MostAtOnce() const override { return (std::numeric_limits<ULONG>::max)(); }
 
     std::shared_ptr<SharedBytes> m_bytes;

@@ -15,7 +15,7 @@ namespace OvPlatform {
 namespace {
 
 // The flag of a printer among other objects that level 1 can list.
-constexpr DWORD ListedPrinter = 0x00800000; // PRINTER_ENUM_ICON8
+constexpr DWORD listedPrinter = 0x00800000; // PRINTER_ENUM_ICON8
 
 BOOL Fail(DWORD error) {
     SetLastError(error);
@@ -51,7 +51,7 @@ SYSTEMTIME ToSystemTime(std::chrono::sys_time<std::chrono::milliseconds> time) {
 
 void PackPrinter1(InfoPacker& packer, const QueueDescription& queue) {
     PRINTER_INFO_1W info{};
-    info.Flags = ListedPrinter;
+    info.Flags = listedPrinter;
     info.pDescription = packer.Text(queue.printerName + L"," + queue.driverName + L"," + queue.location);
     info.pName = packer.Text(queue.printerName);
     info.pComment = packer.Text(queue.comment);
@@ -150,12 +150,12 @@ struct JobLevel {
     std::size_t recordSize;
     PackJob pack;
 };
-constexpr JobLevel JobLevels[] = {{1, sizeof(JOB_INFO_1W), PackJob1}, {2, sizeof(JOB_INFO_2W), PackJob2}};
+constexpr JobLevel jobLevels[] = {{1, sizeof(JOB_INFO_1W), PackJob1}, {2, sizeof(JOB_INFO_2W), PackJob2}};
 
 const JobLevel* FindJobLevel(DWORD level) {
-    const auto found = std::find_if(std::begin(JobLevels), std::end(JobLevels),
+    const auto found = std::find_if(std::begin(jobLevels), std::end(jobLevels),
                                     [&](const JobLevel& row) { return row.level == level; });
-    return found == std::end(JobLevels) ? nullptr : found;
+    return found == std::end(jobLevels) ? nullptr : found;
 }
 
 BOOL PackJobs(const QueueDescription& queue, std::size_t first, std::size_t count, const JobLevel& level,

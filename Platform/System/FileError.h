@@ -9,16 +9,16 @@
 
 namespace OvPlatform {
 
-// A file that cannot be written. what() is one line that names the file.
+/// A file that cannot be written. what() is one line that names the file.
 class OV_PLATFORM_API FileError : public std::runtime_error {
 public:
-    // number: of errno. problem: in words, where the system's own say too little.
+    /// number: of errno. problem: in words, where the system's own say too little.
     FileError(int number, const std::filesystem::path& file, const std::string& problem = {});
 
     // As an HRESULT.
     std::int32_t Result() const { return m_result; }
     const std::string& File() const { return m_file; }
-    // what() without the file.
+    /// what() without the file.
     const std::string& Problem() const { return m_problem; }
 
 private:

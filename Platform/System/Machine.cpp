@@ -14,9 +14,9 @@ namespace {
 using namespace OvPlatform;
 
 // The version of the interfaces that this platform offers.
-constexpr DWORD MajorVersion = 10;
-constexpr DWORD MinorVersion = 0;
-constexpr DWORD BuildNumber = 10240;
+constexpr DWORD majorVersion = 10;
+constexpr DWORD minorVersion = 0;
+constexpr DWORD buildNumber = 10240;
 
 BOOL Fail(DWORD error) {
     SetLastError(error);
@@ -51,8 +51,8 @@ std::string ComputerName(COMPUTER_NAME_FORMAT format) {
         return dot == std::string::npos ? std::string() : qualified.substr(dot + 1);
     case ComputerNameNetBIOS:
     case ComputerNamePhysicalNetBIOS: {
-        constexpr std::size_t NetBiosLength = 15;
-        std::string name = qualified.substr(0, (std::min)(dot, NetBiosLength));
+        constexpr std::size_t netBiosLength = 15;
+        std::string name = qualified.substr(0, (std::min)(dot, netBiosLength));
         for (char& letter : name)
             if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
         return name;
@@ -136,13 +136,13 @@ BOOL VerifyVersionInfoW(LPOSVERSIONINFOEXW version, DWORD types, ULONGLONG mask)
     };
     // In order of weight: a lower field counts only while those above are equal, as in any comparison of
     // versions.
-    const Field fields[] = {{VER_MAJORVERSION, MajorVersion, version->dwMajorVersion},
-                            {VER_MINORVERSION, MinorVersion, version->dwMinorVersion},
+    const Field fields[] = {{VER_MAJORVERSION, majorVersion, version->dwMajorVersion},
+                            {VER_MINORVERSION, minorVersion, version->dwMinorVersion},
                             {VER_SERVICEPACKMAJOR, 0, version->wServicePackMajor},
                             {VER_SERVICEPACKMINOR, 0, version->wServicePackMinor}};
     if ((types & VER_BUILDNUMBER) != 0) {
-        const int comparison = BuildNumber < version->dwBuildNumber   ? -1
-                               : BuildNumber > version->dwBuildNumber ? 1
+        const int comparison = buildNumber < version->dwBuildNumber   ? -1
+                               : buildNumber > version->dwBuildNumber ? 1
                                                                       : 0;
         if (!Meets(comparison, Condition(mask, VER_BUILDNUMBER))) return Fail(ERROR_OLD_WIN_VERSION);
     }

@@ -17,7 +17,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr int MostLinks = 40; // as many as the system itself follows
+constexpr int mostLinks = 40; // as many as the system itself follows
 
 std::filesystem::path FolderOf(const std::filesystem::path& file) {
     return file.has_parent_path() ? file.parent_path() : ".";
@@ -41,7 +41,7 @@ void RequireFollowable(const std::filesystem::path& link) {
 // What a name leads to: a regular file, or a place where one can be made.
 std::filesystem::path Resolved(const std::filesystem::path& named) {
     std::filesystem::path target = named;
-    for (int links = 0; links <= MostLinks; ++links) {
+    for (int links = 0; links <= mostLinks; ++links) {
         struct stat state {};
         if (!target.has_filename()) throw FileError(EISDIR, named, "this names a folder, not a file");
         if (lstat(target.c_str(), &state) != 0) {

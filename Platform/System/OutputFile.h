@@ -9,32 +9,32 @@
 
 namespace OvPlatform {
 
-// A file that comes to stand under its name only when it is complete, at once: until Commit its bytes have no
-// name, and without Commit nothing is left of them. Only where the file system knows no nameless files, and
-// for the moment in which another file is replaced, they stand under a random name beside it; a process that
-// is killed then leaves that behind. Everything throws FileError. One thread at a time.
+/// A file that comes to stand under its name only when it is complete, at once: until Commit its bytes have
+/// no name, and without Commit nothing is left of them. Only where the file system knows no nameless files,
+/// and for the moment in which another file is replaced, they stand under a random name beside it; a process
+/// that is killed then leaves that behind. Everything throws FileError. One thread at a time.
 class OV_PLATFORM_API OutputFile {
 public:
-    // A symbolic link is followed: what it leads to is written, there or not. What is no regular file is
-    // refused, as is a file that a process has open and hands on as a link (/dev/stdout).
+    /// A symbolic link is followed: what it leads to is written, there or not. What is no regular file is
+    /// refused, as is a file that a process has open and hands on as a link (/dev/stdout).
     explicit OutputFile(const std::filesystem::path& target);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
     ~OutputFile();
 
-    // The folder in which the file is going to stand.
+    /// The folder in which the file is going to stand.
     std::filesystem::path Folder() const;
 
     void Write(const void* bytes, std::size_t size);
-    // For what is written in another order.
+    /// For what is written in another order.
     void Seek(std::uint64_t position);
     std::uint64_t Position() const;
     void Flush();
 
-    // All is written: does everything that takes time. A file that replaces another gets its mode, and its
-    // owner and group as far as the system lets; a new one has what the user's mask leaves.
+    /// All is written: does everything that takes time. A file that replaces another gets its mode, and its
+    /// owner and group as far as the system lets; a new one has what the user's mask leaves.
     void Finish();
-    // Behind Finish: puts the file under its name, and does nothing else.
+    /// Behind Finish: puts the file under its name, and does nothing else.
     void Commit();
 
 private:

@@ -25,20 +25,20 @@ struct Root {
     HKEY handle;
     const wchar_t* name;
 };
-const Root Roots[] = {{HKEY_CLASSES_ROOT, L"HKEY_CLASSES_ROOT"},
+const Root roots[] = {{HKEY_CLASSES_ROOT, L"HKEY_CLASSES_ROOT"},
                       {HKEY_CURRENT_USER, L"HKEY_CURRENT_USER"},
                       {HKEY_LOCAL_MACHINE, L"HKEY_LOCAL_MACHINE"},
                       {HKEY_USERS, L"HKEY_USERS"}};
 
 bool IsRoot(HKEY key) {
-    for (const Root& root : Roots)
+    for (const Root& root : roots)
         if (root.handle == key) return true;
     return false;
 }
 
 /// Null if it is no open key.
 std::shared_ptr<OpenKey> FindKey(HKEY key) {
-    for (const Root& root : Roots)
+    for (const Root& root : roots)
         if (root.handle == key) return std::make_shared<OpenKey>(root.name, KEY_ALL_ACCESS);
     return HandleTable::FindAs<OpenKey>(key);
 }
@@ -54,7 +54,7 @@ std::wstring Join(const std::wstring& parent, LPCWSTR child) {
 }
 
 bool IsValidPath(const std::wstring& path) {
-    return path.size() <= MaximumRegistryPathUnits && path.find(L"\\\\") == std::wstring::npos &&
+    return path.size() <= maximumRegistryPathUnits && path.find(L"\\\\") == std::wstring::npos &&
            path.find_first_of(L"[]\r\n") == std::wstring::npos;
 }
 
@@ -163,7 +163,7 @@ LSTATUS RegSetValueExW(HKEY handle, LPCWSTR name, DWORD, DWORD type, const BYTE*
         RegistryValue value;
         value.name = name != nullptr ? name : L"";
         value.type = type;
-        if (value.name.size() > MaximumRegistryNameUnits) return ERROR_INVALID_PARAMETER;
+        if (value.name.size() > maximumRegistryNameUnits) return ERROR_INVALID_PARAMETER;
         if (value.IsText())
             value.text = TextOf(data, size);
         else if (size > 0)

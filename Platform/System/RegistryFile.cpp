@@ -12,8 +12,8 @@
 namespace OvPlatform {
 namespace {
 
-constexpr std::string_view FirstLine = "OvRegistry 1";
-constexpr std::array<std::wstring_view, 4> Roots = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_USER",
+constexpr std::string_view firstLine = "OvRegistry 1";
+constexpr std::array<std::wstring_view, 4> roots = {L"HKEY_CLASSES_ROOT", L"HKEY_CURRENT_USER",
                                                     L"HKEY_LOCAL_MACHINE", L"HKEY_USERS"};
 
 // Values by the word that begins them. What has no word of its own is written as hex(type).
@@ -21,20 +21,20 @@ struct TextForm {
     std::string_view word;
     DWORD type;
 };
-constexpr std::array<TextForm, 3> TextForms = {
+constexpr std::array<TextForm, 3> textForms = {
     {{"", REG_SZ}, {"expand:", REG_EXPAND_SZ}, {"multi:", REG_MULTI_SZ}}};
 struct NumberForm {
     std::string_view word;
     DWORD type;
     std::size_t bytes;
 };
-constexpr std::array<NumberForm, 2> NumberForms = {{{"dword:", REG_DWORD, 4}, {"qword:", REG_QWORD, 8}}};
+constexpr std::array<NumberForm, 2> numberForms = {{{"dword:", REG_DWORD, 4}, {"qword:", REG_QWORD, 8}}};
 
 struct EscapeForm {
     char letter;
     wchar_t unit;
 };
-constexpr std::array<EscapeForm, 6> Escapes = {
+constexpr std::array<EscapeForm, 6> escapes = {
     {{'\\', L'\\'}, {'"', L'"'}, {'n', L'\n'}, {'r', L'\r'}, {'t', L'\t'}, {'0', L'\0'}}};
 
 std::string_view Trim(std::string_view text) {
@@ -62,9 +62,9 @@ public:
     explicit Parser(std::string_view bytes) : m_rest(bytes) {}
 
     RegistryContents Parse() {
-        if (m_rest.size() > MaximumRegistryFileBytes) Refuse("the file is larger than 4 MB");
+        if (m_rest.size() > maximumRegistryFileBytes) Refuse("the file is larger than 4 MB");
         if (m_rest.substr(0, 3) == "\xEF\xBB\xBF") m_rest.remove_prefix(3);
-        if (NextLine() != FirstLine) Refuse("the first line is not \"OvRegistry 1\"");
+        if (NextLine() != firstLine) Refuse("the first line is not \"OvRegistry 1\"");
         while (!m_rest.empty())
             ParseLine(NextLine());
         return std::move(m_contents);
@@ -92,12 +92,12 @@ private:
     void ParseKey(std::string_view line) {
         if (line.back() != ']' || line.size() < 3) Refuse("a key has no closing bracket");
         const std::wstring path = FromUtf8(line.substr(1, line.size() - 2));
-        if (path.size() > MaximumRegistryPathUnits) Refuse("the key's path is too long");
+        if (path.size() > maximumRegistryPathUnits) Refuse("the key's path is too long");
         if (path.find(L'\0') != std::wstring::npos) Refuse("the key's path holds a zero");
         if (path.back() == L'\\' || path.find(L"\\\\") != std::wstring::npos)
             Refuse("the key's path has an empty part");
         const std::wstring root = FoldRegistryName(path.substr(0, path.find(L'\\')));
-        if (std::none_of(Roots.begin(), Roots.end(),
+        if (std::none_of(roots.begin(), roots.end(),
                          [&](auto name) { return FoldRegistryName(name) == root; }))
             Refuse("the key begins with no known root");
         m_key = &m_contents.Create(path);
@@ -107,7 +107,7 @@ private:
         if (m_key == nullptr) Refuse("a value stands before the first key");
         RegistryValue value;
         if (!TakeWord(line, "@")) value.name = ParseText(line);
-        if (value.name.size() > MaximumRegistryNameUnits) Refuse("the value's name is too long");
+        if (value.name.size() > maximumRegistryNameUnits) Refuse("the value's name is too long");
         line = Trim(line);
         if (!TakeWord(line, "=")) Refuse("a value has no '='");
         line = Trim(line);
@@ -119,7 +119,7 @@ private:
     }
 
     void ParseContents(std::string_view& line, RegistryValue& value) {
-        for (const TextForm& form : TextForms) {
+        for (const TextForm& form : textForms) {
             std::string_view rest = line;
             if (!TakeWord(rest, form.word) || rest.empty() || rest.front() != '"') continue;
             line = rest;
@@ -127,7 +127,7 @@ private:
             value.text = ParseText(line);
             return;
         }
-        for (const NumberForm& form : NumberForms) {
+        for (const NumberForm& form : numberForms) {
             if (!TakeWord(line, form.word)) continue;
             value.type = form.type;
             value.bytes = ParseNumber(line, form.bytes);
@@ -202,7 +202,7 @@ private:
             line.remove_prefix(4);
             return static_cast<wchar_t>(*unit);
         }
-        for (const EscapeForm& escape : Escapes) {
+        for (const EscapeForm& escape : escapes) {
             if (line.empty() || line.front() != escape.letter) continue;
             line.remove_prefix(1);
             return escape.unit;
@@ -216,11 +216,11 @@ private:
     RegistryKey* m_key = nullptr;
 };
 
-constexpr std::string_view Digits = "0123456789abcdef";
+constexpr std::string_view hexDigits = "0123456789abcdef";
 
 void PrintHex(ULONGLONG number, int digits, std::string& out) {
     for (int place = digits - 1; place >= 0; --place)
-        out += Digits[number >> (4 * place) & 15];
+        out += hexDigits[number >> (4 * place) & 15];
 }
 
 bool IsSurrogate(wchar_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
@@ -234,9 +234,9 @@ void PrintText(std::wstring_view text, std::string& out) {
     };
     for (std::size_t index = 0; index < text.size(); ++index) {
         const wchar_t unit = text[index];
-        const auto escape = std::find_if(Escapes.begin(), Escapes.end(),
+        const auto escape = std::find_if(escapes.begin(), escapes.end(),
                                          [&](const EscapeForm& form) { return form.unit == unit; });
-        if (escape != Escapes.end()) {
+        if (escape != escapes.end()) {
             flush();
             out += '\\';
             out += escape->letter;
@@ -254,7 +254,7 @@ void PrintText(std::wstring_view text, std::string& out) {
 }
 
 void PrintBytes(const RegistryValue& value, std::string& out) {
-    for (const NumberForm& form : NumberForms) {
+    for (const NumberForm& form : numberForms) {
         if (value.type != form.type || value.bytes.size() != form.bytes) continue;
         ULONGLONG number = 0;
         for (std::size_t index = form.bytes; index-- > 0;)
@@ -283,9 +283,9 @@ void PrintValue(const RegistryValue& value, std::string& out) {
     else
         PrintText(value.name, out);
     out += '=';
-    const auto form = std::find_if(TextForms.begin(), TextForms.end(),
+    const auto form = std::find_if(textForms.begin(), textForms.end(),
                                    [&](const TextForm& text) { return text.type == value.type; });
-    if (form != TextForms.end()) {
+    if (form != textForms.end()) {
         out += form->word;
         PrintText(value.text, out);
     } else {
@@ -318,7 +318,7 @@ RegistryKey& RegistryContents::Create(std::wstring_view path) {
 RegistryContents ParseRegistryFile(std::string_view bytes) { return Parser(bytes).Parse(); }
 
 std::string PrintRegistryFile(const RegistryContents& contents) {
-    std::string out(FirstLine);
+    std::string out(firstLine);
     out += '\n';
     for (const auto& [folded, key] : contents.Keys()) {
         if (key.values.empty()) continue;

@@ -60,8 +60,8 @@ public:
 OV_PLATFORM_API RegistryContents ParseRegistryFile(std::string_view bytes);
 OV_PLATFORM_API std::string PrintRegistryFile(const RegistryContents& contents);
 
-inline constexpr std::size_t MaximumRegistryFileBytes = 4U << 20;
-inline constexpr std::size_t MaximumRegistryPathUnits = 2048;
-inline constexpr std::size_t MaximumRegistryNameUnits = 16383;
+inline constexpr std::size_t maximumRegistryFileBytes = 4U << 20;
+inline constexpr std::size_t maximumRegistryPathUnits = 2048;
+inline constexpr std::size_t maximumRegistryNameUnits = 16383;
 
 } // namespace OvPlatform

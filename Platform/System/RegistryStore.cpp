@@ -24,7 +24,7 @@ std::optional<std::string> ReadBytes(const std::filesystem::path& file) {
     char block[16384];
     while (const std::size_t count = std::fread(block, 1, sizeof(block), input.get())) {
         bytes.append(block, count);
-        if (bytes.size() > MaximumRegistryFileBytes) break;
+        if (bytes.size() > maximumRegistryFileBytes) break;
     }
     if (std::ferror(input.get())) return std::nullopt;
     return bytes;
@@ -69,7 +69,7 @@ LSTATUS RegistryStore::Refresh() {
     m_contents = {};
     if (mark) {
         try {
-            if (mark->size > MaximumRegistryFileBytes)
+            if (mark->size > maximumRegistryFileBytes)
                 throw RegistryFileError(1, "the file is larger than 4 MB");
             const auto bytes = ReadBytes(file);
             if (!bytes) return m_state = errno == EISDIR ? ERROR_BADDB : ERROR_CANTREAD;
@@ -99,7 +99,7 @@ LSTATUS RegistryStore::Save() {
 LSTATUS RegistryStore::Write() {
     if (m_file.empty()) return ERROR_CANTWRITE;
     const std::string text = PrintRegistryFile(m_contents);
-    if (text.size() > MaximumRegistryFileBytes) return ERROR_DISK_FULL;
+    if (text.size() > maximumRegistryFileBytes) return ERROR_DISK_FULL;
     std::error_code error;
     if (m_file.has_parent_path()) std::filesystem::create_directories(m_file.parent_path(), error);
     std::filesystem::path fresh = m_file;

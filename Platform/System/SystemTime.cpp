@@ -12,8 +12,8 @@ using std::chrono::sys_days;
 // File times count 100-nanosecond ticks since 1 January 1601.
 using Ticks = std::chrono::duration<LONGLONG, std::ratio<1, 10'000'000>>;
 using TickTime = std::chrono::time_point<std::chrono::system_clock, Ticks>;
-constexpr sys_days Epoch{std::chrono::year{1601} / 1 / 1};
-constexpr int LastYear = 30827;
+constexpr sys_days epoch{std::chrono::year{1601} / 1 / 1};
+constexpr int lastYear = 30827;
 
 using Minutes = std::chrono::duration<LONGLONG, std::ratio<60>>;
 
@@ -26,7 +26,7 @@ BOOL Fail(DWORD error) {
 std::optional<TickTime> ToTime(const SYSTEMTIME& time) {
     const std::chrono::year_month_day date{std::chrono::year{time.wYear}, std::chrono::month{time.wMonth},
                                            std::chrono::day{time.wDay}};
-    if (time.wYear < 1601 || time.wYear > LastYear || !date.ok() || time.wHour > 23 || time.wMinute > 59 ||
+    if (time.wYear < 1601 || time.wYear > lastYear || !date.ok() || time.wHour > 23 || time.wMinute > 59 ||
         time.wSecond > 59 || time.wMilliseconds > 999)
         return std::nullopt;
     return sys_days{date} + std::chrono::hours{time.wHour} + std::chrono::minutes{time.wMinute} +
@@ -34,10 +34,10 @@ std::optional<TickTime> ToTime(const SYSTEMTIME& time) {
 }
 
 std::optional<SYSTEMTIME> ToSystemTime(TickTime time) {
-    if (time < Epoch) return std::nullopt;
+    if (time < epoch) return std::nullopt;
     const sys_days day = std::chrono::floor<days>(time);
     const std::chrono::year_month_day date{day};
-    if (static_cast<int>(date.year()) > LastYear) return std::nullopt;
+    if (static_cast<int>(date.year()) > lastYear) return std::nullopt;
     const std::chrono::hh_mm_ss<Ticks> clock{time - day};
     SYSTEMTIME result{};
     result.wYear = static_cast<WORD>(static_cast<int>(date.year()));
@@ -115,7 +115,7 @@ void GetLocalTime(LPSYSTEMTIME time) {
 }
 
 void GetSystemTimeAsFileTime(LPFILETIME time) {
-    const auto ticks = static_cast<ULONGLONG>((Now() - Epoch).count());
+    const auto ticks = static_cast<ULONGLONG>((Now() - epoch).count());
     *time = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
 }
 
@@ -124,7 +124,7 @@ BOOL SystemTimeToFileTime(const SYSTEMTIME* time, LPFILETIME fileTime) {
     if (OvPlatform::FaultPointHit()) return FALSE;
     const auto point = ToTime(*time);
     if (!point) return Fail(ERROR_INVALID_PARAMETER);
-    const auto ticks = static_cast<ULONGLONG>((*point - Epoch).count());
+    const auto ticks = static_cast<ULONGLONG>((*point - epoch).count());
     *fileTime = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
     return TRUE;
 }
@@ -135,7 +135,7 @@ BOOL FileTimeToSystemTime(const FILETIME* fileTime, LPSYSTEMTIME time) {
     const ULONGLONG ticks = static_cast<ULONGLONG>(fileTime->dwHighDateTime) << 32 | fileTime->dwLowDateTime;
     // Published limit; the sum with the epoch stays within range below it.
     if (ticks >= 0x8000000000000000ULL - 1) return Fail(ERROR_INVALID_PARAMETER);
-    return Store(TickTime{Epoch} + Ticks{static_cast<LONGLONG>(ticks)}, time);
+    return Store(TickTime{epoch} + Ticks{static_cast<LONGLONG>(ticks)}, time);
 }
 
 BOOL SystemTimeToTzSpecificLocalTime(const TIME_ZONE_INFORMATION* zone, const SYSTEMTIME* universal,

@@ -8,7 +8,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr auto NoMoreThreads = HRESULT_FROM_WIN32(ERROR_MAX_THRDS_REACHED);
+constexpr auto noMoreThreads = HRESULT_FROM_WIN32(ERROR_MAX_THRDS_REACHED);
 
 } // namespace
 
@@ -21,7 +21,7 @@ Thread::Thread(const std::string& task, std::function<void()> work) {
     try {
         m_thread = std::thread(std::move(work));
     } catch (const std::system_error& error) {
-        throw ThreadError(NoMoreThreads, problem + ": " + error.code().message());
+        throw ThreadError(noMoreThreads, problem + ": " + error.code().message());
     }
 }
 

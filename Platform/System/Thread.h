@@ -10,28 +10,28 @@
 
 namespace OvPlatform {
 
-// The system has no thread to give. what() is one line that says what the thread was for.
+/// The system has no thread to give. what() is one line that says what the thread was for.
 class OV_PLATFORM_API ThreadError : public std::runtime_error {
 public:
     ThreadError(std::int32_t result, const std::string& problem);
 
-    // As an HRESULT.
+    /// As an HRESULT.
     std::int32_t Result() const { return m_result; }
 
 private:
     std::int32_t m_result;
 };
 
-// The one place where threads are made. A thread that runs is joined before its object goes, so that a
-// failure on the way never meets one that nobody waits for: whoever makes it sees to it that its work ends.
+/// The one place where threads are made. A thread that runs is joined before its object goes, so that a
+/// failure on the way never meets one that nobody waits for: whoever makes it sees to it that its work ends.
 class OV_PLATFORM_API Thread {
 public:
     Thread() noexcept = default;
-    // Starts the work, which throws nothing. task: what it is for, as in "for the output". Throws
-    // ThreadError.
+    /// Starts the work, which throws nothing. task: what it is for, as in "for the output". Throws
+    /// ThreadError.
     Thread(const std::string& task, std::function<void()> work);
     Thread(Thread&&) noexcept = default;
-    // Only on to one that is not running.
+    /// Only on to one that is not running.
     Thread& operator=(Thread&&) noexcept = default;
     ~Thread() { Join(); }
 

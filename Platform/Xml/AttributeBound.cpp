@@ -10,11 +10,11 @@ bool IsQuote(char c) noexcept { return c == '"' || c == '\''; }
 
 // In blocks of one size, whose count fits a byte: those the compiler turns into few instructions.
 std::size_t CountQuotes(std::string_view text) {
-    constexpr std::size_t Block = 128;
+    constexpr std::size_t block = 128;
     std::size_t count = 0;
-    for (; text.size() >= Block; text.remove_prefix(Block)) {
+    for (; text.size() >= block; text.remove_prefix(block)) {
         unsigned char here = 0;
-        for (std::size_t at = 0; at < Block; ++at)
+        for (std::size_t at = 0; at < block; ++at)
             here = static_cast<unsigned char>(here + IsQuote(text[at]));
         count += here;
     }
@@ -24,7 +24,7 @@ std::size_t CountQuotes(std::string_view text) {
 } // namespace
 
 bool AttributeBound::PassesWhole(std::string_view text) {
-    return CountQuotes(text) <= 2 * MostOfOneElement || AttributeBound().Passes(text);
+    return CountQuotes(text) <= 2 * mostOfOneElement || AttributeBound().Passes(text);
 }
 
 bool AttributeBound::Passes(std::string_view piece) {
@@ -100,7 +100,7 @@ void AttributeBound::CountAttribute(char quote) {
     m_quote = quote;
     ++m_own;
     ++m_inForce;
-    m_passes = m_own <= MostOfOneElement && m_inForce <= MostInForce;
+    m_passes = m_own <= mostOfOneElement && m_inForce <= mostInForce;
 }
 
 void AttributeBound::EndStartTag() {

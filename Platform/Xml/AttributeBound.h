@@ -14,8 +14,8 @@ namespace OvPlatform {
 /// left to the parser.
 class OV_PLATFORM_API AttributeBound {
 public:
-    static constexpr std::size_t MostOfOneElement = 1024;
-    static constexpr std::size_t MostInForce = 4096; ///< of an element and all that it stands in
+    static constexpr std::size_t mostOfOneElement = 1024;
+    static constexpr std::size_t mostInForce = 4096; ///< of an element and all that it stands in
 
     /// For a text that is there as a whole: where it has so few quotes that they cannot be too many
     /// attributes, it is looked at no further.

@@ -19,8 +19,8 @@ namespace OvPlatform {
 namespace {
 
 /// One more than a document may have: whoever parses them sees that they are too many.
-constexpr std::size_t MostBytes = MostDocumentBytes + 1;
-constexpr ULONG Block = 64 * 1024;
+constexpr std::size_t mostBytes = mostDocumentBytes + 1;
+constexpr ULONG block = 64 * 1024;
 
 using File = std::unique_ptr<std::FILE, decltype(&std::fclose)>;
 
@@ -56,13 +56,13 @@ HRESULT ReadStream(IUnknown* source, std::string& bytes) {
     if (!stream && FAILED(source->QueryInterface(&stream))) return E_INVALIDARG;
 
     STATSTG stat = {};
-    std::size_t expected = Block;
-    if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < MostBytes)
+    std::size_t expected = block;
+    if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < mostBytes)
         expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
     std::size_t used = 0;
-    while (used < MostBytes) {
+    while (used < mostBytes) {
         // The size is only a hint: what is read counts.
-        bytes.resize(std::min(used + (used == 0 ? expected : Block), MostBytes));
+        bytes.resize(std::min(used + (used == 0 ? expected : block), mostBytes));
         ULONG read = 0;
         const auto room = static_cast<ULONG>(bytes.size() - used);
         const HRESULT result = stream->Read(bytes.data() + used, room, &read);
@@ -78,8 +78,8 @@ HRESULT ReadStream(IUnknown* source, std::string& bytes) {
 /// The path that a caller named, in the system's own spelling.
 bool PathOf(BSTR name, std::string& path) {
     if (!AppendUtf8(path, ViewOf(name))) return false;
-    constexpr std::string_view Scheme = "file://";
-    if (path.starts_with(Scheme)) path.erase(0, Scheme.size());
+    constexpr std::string_view scheme = "file://";
+    if (path.starts_with(scheme)) path.erase(0, scheme.size());
     return path.find("://") == std::string::npos;
 }
 
@@ -100,7 +100,7 @@ HRESULT DocumentBytes::Read(const VARIANT& source, std::string& bytes) {
         void* data = nullptr;
         if (const HRESULT result = ::SafeArrayAccessData(source.parray, &data); FAILED(result)) return result;
         bytes.assign(static_cast<const char*>(data),
-                     std::min<std::size_t>(source.parray->rgsabound[0].cElements, MostBytes));
+                     std::min<std::size_t>(source.parray->rgsabound[0].cElements, mostBytes));
         ::SafeArrayUnaccessData(source.parray);
         return S_OK;
     }
@@ -128,8 +128,8 @@ HRESULT DocumentBytes::ReadFile(BSTR name, std::string& bytes, std::string& reas
         return result;
     }
     std::size_t used = 0;
-    while (used < MostBytes) {
-        bytes.resize(std::min<std::size_t>(used + Block, MostBytes));
+    while (used < mostBytes) {
+        bytes.resize(std::min<std::size_t>(used + block, mostBytes));
         const std::size_t read = std::fread(bytes.data() + used, 1, bytes.size() - used, file.get());
         if (read == 0) break;
         used += read;

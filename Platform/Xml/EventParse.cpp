@@ -13,7 +13,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::size_t LongestSource = 512;
+constexpr std::size_t longestSource = 512;
 
 } // namespace
 
@@ -140,10 +140,10 @@ void EventParse::NoteSource(int line, int column) {
     }
     rest = rest.substr(0, std::min(rest.find_first_of("\r\n"), rest.size()));
     const auto at = static_cast<std::size_t>(std::max(column, 0));
-    std::size_t begin = at > LongestSource ? std::min(at - LongestSource, rest.size()) : 0;
+    std::size_t begin = at > longestSource ? std::min(at - longestSource, rest.size()) : 0;
     while (begin < rest.size() && Utf8::IsTrail(rest[begin]))
         ++begin;
-    std::size_t end = std::min(begin + 2 * LongestSource, rest.size());
+    std::size_t end = std::min(begin + 2 * longestSource, rest.size());
     while (end < rest.size() && Utf8::IsTrail(rest[end]))
         ++end;
     m_failure.source = rest.substr(begin, end - begin);

@@ -8,7 +8,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
 bool Refuse(XmlFailure& failure, HRESULT code, std::string reason) {
     failure.code = code;
@@ -24,14 +24,14 @@ bool SourceText::CheckAttributes(XmlFailure& failure) const {
 }
 
 bool SourceText::CheckSize(std::string_view text, XmlFailure& failure) {
-    return text.size() <= MostDocumentBytes ||
+    return text.size() <= mostDocumentBytes ||
            Refuse(failure, XML_E_MAX_SIZE, "The text is longer than the document allows");
 }
 
 bool SourceText::FromBytes(std::string_view bytes, XmlFailure& failure) {
     if (!CheckSize(bytes, failure)) return false;
     const bool littleEndian = bytes.starts_with("\xFF\xFE");
-    const bool marked = bytes.starts_with(Utf8Mark);
+    const bool marked = bytes.starts_with(utf8Mark);
     const bool wide = littleEndian || bytes.starts_with("\xFE\xFF");
     if (wide) {
         if (!FromUtf16Bytes(bytes.substr(2), !littleEndian, m_converted))
@@ -40,7 +40,7 @@ bool SourceText::FromBytes(std::string_view bytes, XmlFailure& failure) {
         bytes = m_converted;
         if (!CheckSize(bytes, failure)) return false;
     } else if (marked) {
-        bytes.remove_prefix(Utf8Mark.size());
+        bytes.remove_prefix(utf8Mark.size());
     } else if (bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0')) {
         return Refuse(failure, XML_E_INVALIDATROOTLEVEL, "UTF-16 text must begin with a byte order mark");
     }
@@ -60,7 +60,7 @@ bool SourceText::FromBytes(std::string_view bytes, XmlFailure& failure) {
 
 bool SourceText::FromText(std::string_view utf8, XmlFailure& failure) {
     if (!CheckSize(utf8, failure)) return false;
-    if (utf8.starts_with(Utf8Mark)) utf8.remove_prefix(Utf8Mark.size());
+    if (utf8.starts_with(utf8Mark)) utf8.remove_prefix(utf8Mark.size());
     m_declaration = XmlDeclaration::FromDocument(utf8);
     m_text = utf8;
     m_isUtf8 = true;

@@ -6,12 +6,12 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n";
+constexpr std::string_view blanks = " \t\r\n";
 
 } // namespace
 
 StartTag::StartTag(std::string_view tag) noexcept
-    : m_rest(tag.substr(std::min(tag.find_first_of(Blanks), tag.size()))) {}
+    : m_rest(tag.substr(std::min(tag.find_first_of(blanks), tag.size()))) {}
 
 StartTag StartTag::Before(const xmlParserInput& input) noexcept {
     // A start tag holds no other '<' than the one that begins it.

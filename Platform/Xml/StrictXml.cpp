@@ -32,7 +32,7 @@ void RefuseDtd(void* context, const xmlChar*, const xmlChar*, const xmlChar*) {
 
 XmlDocument ParseStrictXml(std::string_view bytes) {
     if (bytes.empty()) throw StrictXmlError(0, "the document is empty");
-    if (bytes.size() > MostDocumentBytes) throw StrictXmlError(0, "the document is too large");
+    if (bytes.size() > mostDocumentBytes) throw StrictXmlError(0, "the document is too large");
     if (!AttributeBound::PassesWhole(bytes))
         throw StrictXmlError(0, "elements have more attributes and declarations than are allowed");
     const XmlPointer<xmlParserCtxt> parser(xmlNewParserCtxt());

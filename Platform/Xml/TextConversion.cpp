@@ -48,7 +48,7 @@ bool AppendWhere(std::string& target, const Unit* next, std::size_t size, Accept
     return true;
 }
 
-constexpr auto Any = [](char32_t) { return true; };
+constexpr auto any = [](char32_t) { return true; };
 
 } // namespace
 
@@ -88,7 +88,7 @@ HRESULT GiveText(VARIANT* place, std::string_view utf8) noexcept {
 }
 
 bool AppendUtf8(std::string& target, std::wstring_view utf16) {
-    return AppendWhere(target, utf16.data(), utf16.size(), Any);
+    return AppendWhere(target, utf16.data(), utf16.size(), any);
 }
 
 bool AppendXmlUtf8(std::string& target, std::wstring_view utf16) {
@@ -113,7 +113,7 @@ bool FromUtf16Bytes(std::string_view bytes, bool bigEndian, std::string& utf8) {
         const auto second = static_cast<unsigned char>(bytes[2 * index + 1]);
         units[index] = static_cast<char16_t>(bigEndian ? (first << 8) | second : (second << 8) | first);
     }
-    return AppendWhere(utf8, units.data(), units.size(), Any);
+    return AppendWhere(utf8, units.data(), units.size(), any);
 }
 
 void AppendUtf16(std::wstring& target, std::string_view utf8) {

@@ -7,7 +7,7 @@ namespace OvPlatform {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r\n";
+constexpr std::string_view blanks = " \t\r\n";
 
 bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
@@ -32,14 +32,14 @@ struct Item {
 };
 
 /// In the order in which a declaration has them.
-constexpr std::array<Item, 3> Items = {{
+constexpr std::array<Item, 3> items = {{
     {"version", &XmlDeclaration::version, IsVersion},
     {"encoding", &XmlDeclaration::encoding, IsEncodingName},
     {"standalone", &XmlDeclaration::standalone, IsYesOrNo},
 }};
 
 void SkipBlanks(std::string_view& text) {
-    text.remove_prefix(std::min(text.find_first_not_of(Blanks), text.size()));
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
 }
 
 bool Skip(std::string_view& text, std::string_view word) {
@@ -58,7 +58,7 @@ bool EqualNoCase(std::string_view left, std::string_view right) noexcept {
 
 std::string XmlDeclaration::Data() const {
     std::string data;
-    for (const Item& item : Items) {
+    for (const Item& item : items) {
         const std::string& value = this->*item.value;
         if (value.empty()) continue;
         if (!data.empty()) data += ' ';
@@ -70,7 +70,7 @@ std::string XmlDeclaration::Data() const {
 std::optional<XmlDeclaration> XmlDeclaration::FromData(std::string_view data) {
     XmlDeclaration declaration;
     SkipBlanks(data);
-    for (const Item& item : Items) {
+    for (const Item& item : items) {
         if (!Skip(data, item.name)) continue;
         SkipBlanks(data);
         if (!Skip(data, "=")) return std::nullopt;
@@ -89,7 +89,7 @@ std::optional<XmlDeclaration> XmlDeclaration::FromData(std::string_view data) {
 }
 
 std::optional<XmlDeclaration> XmlDeclaration::FromDocument(std::string_view text) {
-    if (!Skip(text, "<?xml") || text.empty() || Blanks.find(text.front()) == std::string_view::npos)
+    if (!Skip(text, "<?xml") || text.empty() || blanks.find(text.front()) == std::string_view::npos)
         return std::nullopt;
     const std::size_t end = text.find("?>");
     return end == std::string_view::npos ? std::nullopt : FromData(text.substr(0, end));

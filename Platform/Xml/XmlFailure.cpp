@@ -14,7 +14,7 @@ struct Row {
     HRESULT code;
 };
 
-constexpr std::array<Row, 44> Rows = {{
+constexpr std::array<Row, 44> rows = {{
     {XML_ERR_DOCUMENT_EMPTY, XML_E_MISSINGROOT},
     {XML_ERR_DOCUMENT_END, XmlCode(0xE555)},
     {XML_ERR_INVALID_HEX_CHARREF, XmlCode(0xE51D)},
@@ -66,8 +66,8 @@ constexpr std::array<Row, 44> Rows = {{
 HRESULT CodeOfParserError(int parserError) noexcept {
     if (parserError == XML_ERR_NO_MEMORY) return E_OUTOFMEMORY;
     const auto* row =
-        std::find_if(Rows.begin(), Rows.end(), [=](const Row& r) { return r.parserError == parserError; });
-    return row != Rows.end() ? row->code : XML_E_SYNTAX;
+        std::find_if(rows.begin(), rows.end(), [=](const Row& r) { return r.parserError == parserError; });
+    return row != rows.end() ? row->code : XML_E_SYNTAX;
 }
 
 } // namespace OvPlatform

@@ -9,11 +9,11 @@
 
 namespace OvPlatform {
 
-// Writes one UTF-8 XML document into memory, escaping as it goes. Throws std::bad_alloc, and
-// std::runtime_error for what XML cannot hold.
+/// Writes one UTF-8 XML document into memory, escaping as it goes. Throws std::bad_alloc, and
+/// std::runtime_error for what XML cannot hold.
 class XmlOutput {
 public:
-    // indent: each element on a line of its own; otherwise the document is one line after the declaration.
+    /// indent: each element on a line of its own; otherwise the document is one line after the declaration.
     explicit XmlOutput(bool indent);
 
     void Start(const char* element);
@@ -22,7 +22,7 @@ public:
     void Base64(const std::vector<std::uint8_t>& bytes);
     void End();
 
-    // Closes what is open and gives the document.
+    /// Closes what is open and gives the document.
     std::string Finish();
 
 private:

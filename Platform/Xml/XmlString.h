@@ -17,10 +17,10 @@ inline const xmlChar* AsXml(const char* text) noexcept { return reinterpret_cast
 
 /// The text without blanks, as XML has them, at its ends.
 constexpr std::string_view Trimmed(std::string_view text) noexcept {
-    constexpr std::string_view Blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(Blanks);
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
     if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
 } // namespace OvPlatform

@@ -62,7 +62,7 @@ protected:
     virtual ~CountedBase() = default;
 
 private:
-    // Base: the one of this object's bases that is, or extends, the interface.
+    /// Base: the one of this object's bases that is, or extends, the interface.
     template <class Interface, class Base>
     bool Answer(REFIID riid, void** object) {
         if (riid == __uuidof(Interface)) {

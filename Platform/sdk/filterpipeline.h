@@ -37,7 +37,7 @@ enum EXpsCompressionOptions {
     Compression_Fast = 3
 };
 
-// The published spelling.
+/// The published spelling.
 enum EXpsFontOptions { Font_Normal = 0, Font_Obfusticate = 1 };
 
 enum EXpsJobConsumption {
@@ -46,7 +46,7 @@ enum EXpsJobConsumption {
     XpsJob_FixedPageAdded = 2
 };
 
-// The embedding bits of a font's OS/2 table.
+/// The embedding bits of a font's OS/2 table.
 enum EXpsFontRestriction {
     Xps_Restricted_Font_Installable = 0,
     Xps_Restricted_Font_NoEmbedding = 2,
@@ -71,8 +71,8 @@ struct IFixedPage;
 // The formatter does not know the interface macro.
 // clang-format off
 
-// A filter. StartOperation returns when all of the filter's work is done; ShutdownOperation may come
-// meanwhile on another thread.
+/// A filter. StartOperation returns when all of the filter's work is done; ShutdownOperation may come
+/// meanwhile on another thread.
 MIDL_INTERFACE("cdb62fc0-8bed-434e-86fb-a2cae55f19ea")
 IPrintPipelineFilter : public IUnknown {
 public:
@@ -85,7 +85,7 @@ public:
 __CRT_UUID_DECL(IPrintPipelineFilter, 0xcdb62fc0, 0x8bed, 0x434e, 0x86, 0xfb, 0xa2, 0xca, 0xe5, 0x5f, 0x19,
                 0xea)
 
-// Gives a filter its two ends, of the kinds that the pipeline configuration names; each with a reference.
+/// Gives a filter its two ends, of the kinds that the pipeline configuration names; each with a reference.
 MIDL_INTERFACE("4daf1e69-81fd-462d-940f-8cd3ddf56fca")
 IInterFilterCommunicator : public IUnknown {
 public:
@@ -95,8 +95,8 @@ public:
 __CRT_UUID_DECL(IInterFilterCommunicator, 0x4daf1e69, 0x81fd, 0x462d, 0x94, 0x0f, 0x8c, 0xd3, 0xdd, 0xf5,
                 0x6f, 0xca)
 
-// Named values that all filters of a job share. GetProperty's caller clears the variant; DeleteProperty is
-// TRUE when something was deleted.
+/// Named values that all filters of a job share. GetProperty's caller clears the variant; DeleteProperty is
+/// TRUE when something was deleted.
 MIDL_INTERFACE("8b8c99dc-7892-4a95-8a04-57422e9fbb47")
 IPrintPipelinePropertyBag : public IUnknown {
 public:
@@ -107,8 +107,8 @@ public:
 __CRT_UUID_DECL(IPrintPipelinePropertyBag, 0x8b8c99dc, 0x7892, 0x4a95, 0x8a, 0x04, 0x57, 0x42, 0x2e, 0x9f,
                 0xbb, 0x47)
 
-// What a filter may ask of the pipeline. RequestShutdown ends the whole job with that result; its second
-// argument is unused and null. FilterFinished does nothing.
+/// What a filter may ask of the pipeline. RequestShutdown ends the whole job with that result; its second
+/// argument is unused and null. FilterFinished does nothing.
 MIDL_INTERFACE("aa3e4910-5889-4681-91ef-823ad4ed4e44")
 IPrintPipelineManagerControl : public IUnknown {
 public:
@@ -118,7 +118,7 @@ public:
 __CRT_UUID_DECL(IPrintPipelineManagerControl, 0xaa3e4910, 0x5889, 0x4681, 0x91, 0xef, 0x82, 0x3a, 0xd4, 0xed,
                 0x4e, 0x44)
 
-// Told by the rendering filter how far the job is. It takes this property and deletes it from the bag.
+/// Told by the rendering filter how far the job is. It takes this property and deletes it from the bag.
 MIDL_INTERFACE("edc12c7c-ed40-4ea5-96a6-5e4397497a61")
 IPrintPipelineProgressReport : public IUnknown {
 public:
@@ -135,8 +135,8 @@ public:
 __CRT_UUID_DECL(IPrintClassObjectFactory, 0x9af593dd, 0x9b02, 0x48a8, 0x9b, 0xad, 0x69, 0xac, 0xe4, 0x23,
                 0xf8, 0x8b)
 
-// Bytes of a part or of a job. ReadBytes may give fewer bytes than asked without being at the end, so read
-// until *endOfFile; Seek may block; the origins are STREAM_SEEK_SET, _CUR, _END; newPosition may be null.
+/// Bytes of a part or of a job. ReadBytes may give fewer bytes than asked without being at the end, so read
+/// until *endOfFile; Seek may block; the origins are STREAM_SEEK_SET, _CUR, _END; newPosition may be null.
 MIDL_INTERFACE("4d47a67c-66cc-4430-850e-daf466fe5bc4")
 IPrintReadStream : public IUnknown {
 public:
@@ -145,7 +145,7 @@ public:
 };
 __CRT_UUID_DECL(IPrintReadStream, 0x4d47a67c, 0x66cc, 0x4430, 0x85, 0x0e, 0xda, 0xf4, 0x66, 0xfe, 0x5b, 0xc4)
 
-// Close is mandatory: without it the receiver never sees the end.
+/// Close is mandatory: without it the receiver never sees the end.
 MIDL_INTERFACE("65bb7f1b-371e-4571-8ac7-912f510c1a38")
 IPrintWriteStream : public IUnknown {
 public:
@@ -154,7 +154,7 @@ public:
 };
 __CRT_UUID_DECL(IPrintWriteStream, 0x65bb7f1b, 0x371e, 0x4571, 0x8a, 0xc7, 0x91, 0x2f, 0x51, 0x0c, 0x1a, 0x38)
 
-// Asked of an IPrintWriteStream; only the last filter gains from it.
+/// Asked of an IPrintWriteStream; only the last filter gains from it.
 MIDL_INTERFACE("07d11ff8-1753-4873-b749-6cdaf068e4c3")
 IPrintWriteStreamFlush : public IUnknown {
 public:
@@ -163,7 +163,7 @@ public:
 __CRT_UUID_DECL(IPrintWriteStreamFlush, 0x07d11ff8, 0x1753, 0x4873, 0xb7, 0x49, 0x6c, 0xda, 0xf0, 0x68, 0xe4,
                 0xc3)
 
-// A new stream, at its start, with each call.
+/// A new stream, at its start, with each call.
 MIDL_INTERFACE("acb971e3-df8d-4fc2-bee6-0609d15f3cf9")
 IPrintReadStreamFactory : public IUnknown {
 public:
@@ -172,8 +172,8 @@ public:
 __CRT_UUID_DECL(IPrintReadStreamFactory, 0xacb971e3, 0xdf8d, 0x4fc2, 0xbe, 0xe6, 0x06, 0x09, 0xd1, 0x5f,
                 0x3c, 0xf9)
 
-// The upstream end of an XPS filter. A null part with S_OK is the end of the job; a part's kind is found by
-// QueryInterface.
+/// The upstream end of an XPS filter. A null part with S_OK is the end of the job; a part's kind is found by
+/// QueryInterface.
 MIDL_INTERFACE("b8cf8530-5562-47c4-ab67-b1f69ecf961e")
 IXpsDocumentProvider : public IUnknown {
 public:
@@ -182,9 +182,9 @@ public:
 __CRT_UUID_DECL(IXpsDocumentProvider, 0xb8cf8530, 0x5562, 0x47c4, 0xab, 0x67, 0xb1, 0xf6, 0x9e, 0xcf, 0x96,
                 0x1e)
 
-// The downstream end of an XPS filter. At most one document and one sequence may be sent in a job. On
-// failure a filter calls RequestShutdown before CloseSender. GetNewEmptyPart makes IFixedDocument,
-// IFixedPage, IPartImage, IPartThumbnail, IPartFont, IPartPrintTicket and IPartColorProfile parts.
+/// The downstream end of an XPS filter. At most one document and one sequence may be sent in a job. On
+/// failure a filter calls RequestShutdown before CloseSender. GetNewEmptyPart makes IFixedDocument,
+/// IFixedPage, IPartImage, IPartThumbnail, IPartFont, IPartPrintTicket and IPartColorProfile parts.
 MIDL_INTERFACE("4368d8a2-4181-4a9f-b295-3d9a38bb9ba0")
 IXpsDocumentConsumer : public IUnknown {
 public:
@@ -200,7 +200,7 @@ public:
 __CRT_UUID_DECL(IXpsDocumentConsumer, 0x4368d8a2, 0x4181, 0x4a9f, 0xb2, 0x95, 0x3d, 0x9a, 0x38, 0xbb, 0x9b,
                 0xa0)
 
-// The package. E_ELEMENT_NOT_FOUND where it has no thumbnail.
+/// The package. E_ELEMENT_NOT_FOUND where it has no thumbnail.
 MIDL_INTERFACE("e8d907db-62a9-4a95-abe7-e01763dd30f8")
 IXpsDocument : public IUnknown {
 public:
@@ -209,7 +209,7 @@ public:
 };
 __CRT_UUID_DECL(IXpsDocument, 0xe8d907db, 0x62a9, 0x4a95, 0xab, 0xe7, 0xe0, 0x17, 0x63, 0xdd, 0x30, 0xf8)
 
-// GetPrintTicket gives E_ELEMENT_NOT_FOUND where the part has none.
+/// GetPrintTicket gives E_ELEMENT_NOT_FOUND where the part has none.
 MIDL_INTERFACE("8028d181-2c32-4249-8493-1bfb22045574")
 IFixedDocumentSequence : public IUnknown {
 public:
@@ -220,7 +220,7 @@ public:
 __CRT_UUID_DECL(IFixedDocumentSequence, 0x8028d181, 0x2c32, 0x4249, 0x84, 0x93, 0x1b, 0xfb, 0x22, 0x04, 0x55,
                 0x74)
 
-// GetPrintTicket gives E_ELEMENT_NOT_FOUND where the part has none.
+/// GetPrintTicket gives E_ELEMENT_NOT_FOUND where the part has none.
 MIDL_INTERFACE("f222ca9f-9968-4db9-81bd-abaebf15f93f")
 IFixedDocument : public IUnknown {
 public:
@@ -230,7 +230,7 @@ public:
 };
 __CRT_UUID_DECL(IFixedDocument, 0xf222ca9f, 0x9968, 0x4db9, 0x81, 0xbd, 0xab, 0xae, 0xbf, 0x15, 0xf9, 0x3f)
 
-// A part with bytes. GetStream gives a stream at the start of the content, each call its own.
+/// A part with bytes. GetStream gives a stream at the start of the content, each call its own.
 MIDL_INTERFACE("36d51e28-369e-43ba-a666-9540c62c3f58")
 IPartBase : public IUnknown {
 public:
@@ -241,7 +241,7 @@ public:
 };
 __CRT_UUID_DECL(IPartBase, 0x36d51e28, 0x369e, 0x43ba, 0xa6, 0x66, 0x95, 0x40, 0xc6, 0x2c, 0x3f, 0x58)
 
-// A page's markup and the parts that it uses. GetWriteStream replaces the markup.
+/// A page's markup and the parts that it uses. GetWriteStream replaces the markup.
 MIDL_INTERFACE("3d9f6448-7e95-4cb5-94fb-0180c2883a57")
 IFixedPage : public IPartBase {
 public:
@@ -255,7 +255,7 @@ public:
 };
 __CRT_UUID_DECL(IFixedPage, 0x3d9f6448, 0x7e95, 0x4cb5, 0x94, 0xfb, 0x01, 0x80, 0xc2, 0x88, 0x3a, 0x57)
 
-// GetImageProperties gives the content type.
+/// GetImageProperties gives the content type.
 MIDL_INTERFACE("725f2e3c-401a-4705-9de0-fe6f1353b87f")
 IPartImage : public IPartBase {
 public:
@@ -264,7 +264,7 @@ public:
 };
 __CRT_UUID_DECL(IPartImage, 0x725f2e3c, 0x401a, 0x4705, 0x9d, 0xe0, 0xfe, 0x6f, 0x13, 0x53, 0xb8, 0x7f)
 
-// The stream holds the plain font; Font_Obfusticate says how it lies in the package.
+/// The stream holds the plain font; Font_Obfusticate says how it lies in the package.
 MIDL_INTERFACE("e07fe0ab-1124-43d0-a865-e8ffb6a3ea82")
 IPartFont : public IPartBase {
 public:
@@ -308,8 +308,8 @@ public:
 __CRT_UUID_DECL(IPartResourceDictionary, 0x16cfce6d, 0xe744, 0x4fb3, 0xb4, 0x74, 0xf1, 0xd5, 0x4f, 0x02,
                 0x4a, 0x01)
 
-// The parts of a page. Nothing may be added or deleted meanwhile; ask IsDone before Current; either out may
-// be null.
+/// The parts of a page. Nothing may be added or deleted meanwhile; ask IsDone before Current; either out may
+/// be null.
 MIDL_INTERFACE("0021d3cd-af6f-42ab-9999-14bc82a62d2e")
 IXpsPartIterator : public IUnknown {
 public:
@@ -320,7 +320,7 @@ public:
 };
 __CRT_UUID_DECL(IXpsPartIterator, 0x0021d3cd, 0xaf6f, 0x42ab, 0x99, 0x99, 0x14, 0xbc, 0x82, 0xa6, 0x2d, 0x2e)
 
-// Says that a part is not needed after the sentinel page.
+/// Says that a part is not needed after the sentinel page.
 MIDL_INTERFACE("cc350c00-095b-42a5-bf0f-c8780edadb3c")
 IPartDiscardControl : public IUnknown {
 public:

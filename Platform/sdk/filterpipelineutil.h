@@ -7,15 +7,15 @@
 
 namespace pfp {
 
-// Each has one reference at birth, which its maker owns; holds a reference on the stream; answers for
-// IUnknown and ISequentialStream only.
+/// Each has one reference at birth, which its maker owns; holds a reference on the stream; answers for
+/// IUnknown and ISequentialStream only.
 using SequentialStreamBase = OvPlatform::CountedBase<OvPlatform::PlainEntry, ISequentialStream>;
 
 class PrintReadStreamToSeqStream final : public SequentialStreamBase {
 public:
     explicit PrintReadStreamToSeqStream(IPrintReadStream* stream) : m_stream(stream) { m_stream->AddRef(); }
 
-    // S_FALSE where the end came before the wanted count; the count is not optional.
+    /// S_FALSE where the end came before the wanted count; the count is not optional.
     HRESULT STDMETHODCALLTYPE Read(void* bytes, ULONG wanted, ULONG* read) override {
         if (!read) return E_INVALIDARG;
         *read = 0;
@@ -37,7 +37,7 @@ private:
     IPrintReadStream* m_stream;
 };
 
-// Its end closes the stream.
+/// Its end closes the stream.
 class PrintWriteStreamToSeqStream final : public SequentialStreamBase {
 public:
     explicit PrintWriteStreamToSeqStream(IPrintWriteStream* stream) : m_stream(stream) { m_stream->AddRef(); }

@@ -12,7 +12,7 @@
 #define PRINTSCHEMA_KEYWORDSV11_NAMESPACE_URI                                                                \
     L"http://schemas.microsoft.com/windows/2013/05/printing/printschemakeywordsv11"
 
-// Why a printer extension was started.
+/// Why a printer extension was started.
 inline constexpr GUID PRINTER_EXTENSION_REASON_PRINT_PREFERENCES = {
     0xec8f261f, 0x267c, 0x469f, {0xb5, 0xd6, 0x39, 0x33, 0x02, 0x3c, 0x29, 0xcc}};
 inline constexpr GUID PRINTER_EXTENSION_REASON_DRIVER_EVENT = {
@@ -68,8 +68,8 @@ struct IPrintSchemaParameterDefinition;
 // The formatter does not know the interface macro.
 // clang-format off
 
-// Named values of a driver, a queue or a user. GetBytes allocates with the task allocator and its caller
-// frees. An absent name is a failing result.
+/// Named values of a driver, a queue or a user. GetBytes allocates with the task allocator and its caller
+/// frees. An absent name is a failing result.
 MIDL_INTERFACE("fea77364-df95-4a23-a905-019b79a8e481")
 IPrinterPropertyBag : public IDispatch {
 public:
@@ -169,7 +169,7 @@ public:
 __CRT_UUID_DECL(IPrinterExtensionEvent, 0xc093cb63, 0x5ef5, 0x4585, 0xaf, 0x8e, 0x4d, 0x56, 0x37, 0x48, 0x7b,
                 0x57)
 
-// Starts and ends the printer extension's events.
+/// Starts and ends the printer extension's events.
 MIDL_INTERFACE("93c6eb8c-b001-4355-9629-8e8a1b3f8e77")
 IPrinterExtensionManager : public IUnknown {
 public:
@@ -179,7 +179,7 @@ public:
 __CRT_UUID_DECL(IPrinterExtensionManager, 0x93c6eb8c, 0xb001, 0x4355, 0x96, 0x29, 0x8e, 0x8a, 0x1b, 0x3f,
                 0x8e, 0x77)
 
-// What every object over a Print Schema document answers. get_XmlNode gives an IXMLDOMElement.
+/// What every object over a Print Schema document answers. get_XmlNode gives an IXMLDOMElement.
 MIDL_INTERFACE("724c1646-e64b-4bbf-8eb4-d45e4fd580da")
 IPrintSchemaElement : public IDispatch {
 public:
@@ -218,7 +218,7 @@ public:
 __CRT_UUID_DECL(IPrintSchemaOptionCollection, 0xbaecb0bd, 0xa946, 0x4771, 0xbc, 0x30, 0xe8, 0xb2, 0x4f, 0x8d,
                 0x45, 0xc1)
 
-// A feature of a ticket or of the capabilities.
+/// A feature of a ticket or of the capabilities.
 MIDL_INTERFACE("ef189461-5d62-4626-8e57-ff83583c4826")
 IPrintSchemaFeature : public IPrintSchemaDisplayableElement {
 public:
@@ -241,7 +241,7 @@ public:
 __CRT_UUID_DECL(IPrintSchemaParameterInitializer, 0x52027082, 0x0b74, 0x4648, 0x95, 0x64, 0x82, 0x8c, 0xc6,
                 0xcb, 0x65, 0x6c)
 
-// The device's capabilities. An absent feature is S_FALSE and null.
+/// The device's capabilities. An absent feature is S_FALSE and null.
 MIDL_INTERFACE("5a577640-501d-4927-bcd0-5ef57a7ed175")
 IPrintSchemaCapabilities : public IPrintSchemaElement {
 public:
@@ -285,8 +285,8 @@ public:
 __CRT_UUID_DECL(IPrintSchemaAsyncOperationEvent, 0x23adbb16, 0x0133, 0x4906, 0xb2, 0x9a, 0x1d, 0xce, 0x1d,
                 0x02, 0x63, 0x79)
 
-// A ticket in its application's hands. An absent feature is S_FALSE and null. NotifyXmlChanged after an edit
-// of the XML node.
+/// A ticket in its application's hands. An absent feature is S_FALSE and null. NotifyXmlChanged after an edit
+/// of the XML node.
 MIDL_INTERFACE("e480b861-4708-4e6d-a5b4-a2b4eeb9baa4")
 IPrintSchemaTicket : public IPrintSchemaElement {
 public:

@@ -17,7 +17,7 @@ inline void* Allocate(std::size_t size) {
     throw std::bad_alloc();
 }
 
-// What the action allocates on this thread.
+/// What the action allocates on this thread.
 template <typename Action>
 std::size_t Of(Action action) {
     const std::size_t before = allocations;

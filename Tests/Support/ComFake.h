@@ -8,8 +8,8 @@
 #include <atomic>
 #include <utility>
 
-// A counted object that answers for IUnknown, for Interface, and for those of its bases that are named. Born
-// with a count of 0: a CComPtr takes it over (MakeFake).
+/// A counted object that answers for IUnknown, for Interface, and for those of its bases that are named. Born
+/// with a count of 0: a CComPtr takes it over (MakeFake).
 template <typename Interface, typename... Bases>
 class ComFake : public Interface {
 public:

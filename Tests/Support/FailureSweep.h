@@ -13,7 +13,7 @@
 #include <set>
 #include <string>
 
-// What an operation says: a question its answer, an edit its result.
+/// What an operation says: a question its answer, an edit its result.
 struct SweptAnswer {
     bool hasFailed = false;
     std::string text;

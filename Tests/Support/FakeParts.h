@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// What all parts with bytes have in common, for any of their interfaces.
+/// What all parts with bytes have in common, for any of their interfaces.
 template <typename Interface, typename... Bases>
 class FakePartOf : public ComFake<Interface, Bases...> {
 public:
@@ -52,7 +52,7 @@ public:
     HRESULT STDMETHODCALLTYPE SetImageContent(PCWSTR) override { return S_OK; }
 };
 
-// A part that no filter knows.
+/// A part that no filter knows.
 class FakeUnknownPart : public ComFake<IPartDiscardControl> {
 public:
     HRESULT STDMETHODCALLTYPE GetDiscardProperties(BSTR*, BSTR*) override { return E_NOTIMPL; }
@@ -64,7 +64,7 @@ public:
     HRESULT STDMETHODCALLTYPE SetThumbnail(IPartThumbnail*) override { return S_OK; }
 };
 
-// The ticket of a sequence, document or page.
+/// The ticket of a sequence, document or page.
 class FakeTicketHolder {
 public:
     CComPtr<IPartPrintTicket> ticket;

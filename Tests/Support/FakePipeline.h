@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-// What happened, in order, each as a word.
+/// What happened, in order, each as a word.
 using Journal = std::vector<std::string>;
 
 class FakePropertyBag : public ComFake<IPrintPipelinePropertyBag> {
@@ -49,7 +49,7 @@ private:
     std::map<std::wstring, CComVariant> m_values;
 };
 
-// Hands out the parts in order, then none. The hook runs ahead of each part, with its index.
+/// Hands out the parts in order, then none. The hook runs ahead of each part, with its index.
 class FakeXpsProvider : public ComFake<IXpsDocumentProvider> {
 public:
     std::vector<CComPtr<IUnknown>> parts;
@@ -67,7 +67,7 @@ public:
     }
 };
 
-// Writes down what it is sent.
+/// Writes down what it is sent.
 class FakeXpsConsumer : public ComFake<IXpsDocumentConsumer> {
 public:
     Journal journal;
@@ -87,7 +87,7 @@ public:
     HRESULT STDMETHODCALLTYPE SendFixedDocument(IFixedDocument*) override { return Note("fixed document"); }
     HRESULT STDMETHODCALLTYPE SendFixedPage(IFixedPage*) override { return Note("page"); }
     HRESULT STDMETHODCALLTYPE CloseSender() override { return Note("close"); }
-    // Makes image parts, whatever is asked for.
+    /// Makes image parts, whatever is asked for.
     HRESULT STDMETHODCALLTYPE GetNewEmptyPart(PCWSTR uri, REFIID, void** part,
                                               IPrintWriteStream** stream) override {
         newUris.emplace_back(uri);
@@ -105,7 +105,7 @@ private:
     }
 };
 
-// Connects a filter with whatever the test gives it.
+/// Connects a filter with whatever the test gives it.
 class FakeCommunicator : public ComFake<IInterFilterCommunicator> {
 public:
     FakeCommunicator(IUnknown* reader, IUnknown* writer) : reader(reader), writer(writer) {}

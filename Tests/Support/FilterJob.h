@@ -13,8 +13,8 @@
 #include <memory>
 #include <string>
 
-// The colour sample queue under a name and port of the test's own, known to the spooler for the life of this
-// object.
+/// The colour sample queue under a name and port of the test's own, known to the spooler for the life of this
+/// object.
 class SampleQueue {
 public:
     explicit SampleQueue(const wchar_t* portName = L"LPT1:") {
@@ -49,7 +49,7 @@ private:
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
 };
 
-// The property bag and the control of a job on that queue.
+/// The property bag and the control of a job on that queue.
 struct FilterJob {
     explicit FilterJob(const wchar_t* portName = L"LPT1:") : queue(portName) {
         bag->SetString(L"PrinterName", SampleQueue::name);

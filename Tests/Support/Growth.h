@@ -13,10 +13,10 @@
 #include <ostream>
 #include <string>
 
-// Makes the input of a size, and gives what is to be measured on it. That is run once.
+/// Makes the input of a size, and gives what is to be measured on it. That is run once.
 using GrowthMaker = std::function<std::function<void()>(std::size_t n)>;
 
-// The text of n items one behind the other.
+/// The text of n items one behind the other.
 using Item = std::function<std::string(std::size_t)>;
 inline std::string Times(std::size_t n, const Item& item) {
     std::string text;
@@ -28,7 +28,7 @@ inline std::string Times(std::size_t n, const Item& item) {
 struct GrowthCase {
     const char* name; // of letters and digits
     GrowthMaker prepare;
-    // The largest n whose fourfold the reader still takes.
+    /// The largest n whose fourfold the reader still takes.
     std::size_t most = std::numeric_limits<std::size_t>::max();
 };
 inline void PrintTo(const GrowthCase& growth, std::ostream* out) { *out << growth.name; }
@@ -36,7 +36,7 @@ inline std::string GrowthName(const testing::TestParamInfo<GrowthCase>& info) { 
 
 namespace GrowthDetail {
 
-// Of the process, all threads: what the machine does beside it does not count.
+/// Of the process, all threads: what the machine does beside it does not count.
 inline double CpuSeconds() {
     timespec time{};
     clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
@@ -59,27 +59,27 @@ inline Cost CostOf(const GrowthCase& growth, std::size_t n) {
 
 } // namespace GrowthDetail
 
-// Fails where four times the input takes more than nine times the work: in proportion that would be 4, with
-// the square 16. The size is found by doubling, so that the least measurement stands clear of the clock's
-// grain, and what grows with the square is found while it is still small.
+/// Fails where four times the input takes more than nine times the work: in proportion that would be 4, with
+/// the square 16. The size is found by doubling, so that the least measurement stands clear of the clock's
+/// grain, and what grows with the square is found while it is still small.
 inline void ExpectLinearGrowth(const GrowthCase& growth) {
-    constexpr double Clear = 0.03; // seconds
-    constexpr double Long = 0.12;
-    constexpr double MostForFourfold = 9;
+    constexpr double clearCost = 0.03; // seconds
+    constexpr double longRun = 0.12;
+    constexpr double mostForFourfold = 9;
     std::size_t n = 64;
     for (; n * 2 <= growth.most; n *= 2) {
         const GrowthDetail::Cost cost = GrowthDetail::CostOf(growth, n);
-        if (cost.run >= Clear || cost.whole >= Long) break;
+        if (cost.run >= clearCost || cost.whole >= longRun) break;
     }
-    constexpr std::array<std::size_t, 3> Steps = {1, 2, 4};
+    constexpr std::array<std::size_t, 3> steps = {1, 2, 4};
     std::array<double, 3> best;
     best.fill(std::numeric_limits<double>::max());
     for (int attempt = 0; attempt < 5; ++attempt) {
-        for (std::size_t i = 0; i < Steps.size(); ++i)
-            best[i] = (std::min)(best[i], GrowthDetail::CostOf(growth, n * Steps[i]).run);
-        if (best[2] <= MostForFourfold * best[0]) return;
+        for (std::size_t i = 0; i < steps.size(); ++i)
+            best[i] = (std::min)(best[i], GrowthDetail::CostOf(growth, n * steps[i]).run);
+        if (best[2] <= mostForFourfold * best[0]) return;
     }
-    if (best[2] < Clear) return; // all of it lies below what can be told
+    if (best[2] < clearCost) return; // all of it lies below what can be told
     ADD_FAILURE() << growth.name << " takes " << best[0] << " s for " << n << ", " << best[1]
                   << " s for twice and " << best[2] << " s for four times as much";
 }

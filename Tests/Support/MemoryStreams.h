@@ -9,7 +9,7 @@
 #include <limits>
 #include <string>
 
-// The pipeline's stream over a text. Can be told to give few bytes at a time, or to fail.
+/// The pipeline's stream over a text. Can be told to give few bytes at a time, or to fail.
 class MemoryReadStream : public ComFake<IPrintReadStream> {
 public:
     explicit MemoryReadStream(std::string bytes) : m_bytes(std::move(bytes)) {}
@@ -17,9 +17,9 @@ public:
     ULONG mostBytesAtATime = (std::numeric_limits<ULONG>::max)();
     HRESULT seekResult = S_OK;
     HRESULT readResult = S_OK;
-    // Whether the end is told together with the last bytes, or only by a read that gives none.
+    /// Whether the end is told together with the last bytes, or only by a read that gives none.
     bool tellsEndOfFile = true;
-    // How many bytes more, or fewer, it claims to have when it is asked for its end.
+    /// How many bytes more, or fewer, it claims to have when it is asked for its end.
     LONGLONG claimedMore = 0;
 
     HRESULT STDMETHODCALLTYPE Seek(LONGLONG offset, DWORD origin, ULONGLONG* newPosition) override {
@@ -51,7 +51,7 @@ private:
     std::size_t m_position = 0;
 };
 
-// Keeps what is written to it. Can be told to take few bytes at a time, or to fail.
+/// Keeps what is written to it. Can be told to take few bytes at a time, or to fail.
 class MemoryWriteStream : public ComFake<IPrintWriteStream> {
 public:
     std::string bytes;
@@ -69,7 +69,7 @@ public:
     void STDMETHODCALLTYPE Close() override { ++timesClosed; }
 };
 
-// Gives a new stream over the text with each call.
+/// Gives a new stream over the text with each call.
 class MemoryStreamFactory : public ComFake<IPrintReadStreamFactory> {
 public:
     explicit MemoryStreamFactory(std::string bytes) : m_bytes(std::move(bytes)) {}
@@ -85,7 +85,7 @@ private:
     std::string m_bytes;
 };
 
-// All bytes of a stream from its start.
+/// All bytes of a stream from its start.
 inline std::string ReadAll(IStream* stream) {
     std::string bytes;
     stream->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr);

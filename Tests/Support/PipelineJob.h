@@ -15,7 +15,7 @@
 #include <atomic>
 #include <functional>
 
-// What a test filter works with.
+/// What a test filter works with.
 struct FilterEnv {
     IInterFilterCommunicator* communicator = nullptr;
     IPrintPipelinePropertyBag* bag = nullptr;
@@ -38,7 +38,7 @@ private:
     }
 };
 
-// A filter whose StartOperation is the test's. It counts the calls that it gets.
+/// A filter whose StartOperation is the test's. It counts the calls that it gets.
 class TestFilter final : public OvPipeline::ComObject<IPrintPipelineFilter> {
 public:
     using Body = std::function<HRESULT(const FilterEnv&)>;
@@ -96,7 +96,7 @@ Filter(const std::string& name, TestFilter::Body body,
     return spec;
 }
 
-// Sends a part on by its kind.
+/// Sends a part on by its kind.
 inline HRESULT SendPart(IXpsDocumentConsumer* to, IUnknown* part) {
     if (CComQIPtr<IXpsDocument> document(part); document) return to->SendXpsDocument(document);
     if (CComQIPtr<IFixedDocumentSequence> sequence(part); sequence)
@@ -106,7 +106,7 @@ inline HRESULT SendPart(IXpsDocumentConsumer* to, IUnknown* part) {
     return to->SendXpsUnknown(part);
 }
 
-// A filter that sends everything on, and shows each page to the test first.
+/// A filter that sends everything on, and shows each page to the test first.
 inline TestFilter::Body
 PassOn(std::function<HRESULT(const FilterEnv&, IXpsDocumentConsumer*, IFixedPage*)> onPage = {}) {
     return [onPage = std::move(onPage)](const FilterEnv& env) -> HRESULT {

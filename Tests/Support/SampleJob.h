@@ -48,7 +48,7 @@ inline ZipItems ReadZip(const std::filesystem::path& file) {
     return items;
 }
 
-// A ticket with the one option of a feature, both in the published keywords' namespace.
+/// A ticket with the one option of a feature, both in the published keywords' namespace.
 inline std::string SampleTicket(const std::string& feature, const std::string& option) {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
 <psf:PrintTicket xmlns:psf="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework")"
@@ -57,7 +57,7 @@ inline std::string SampleTicket(const std::string& feature, const std::string& o
            feature + R"("><psf:Option name="psk:)" + option + R"("/></psf:Feature></psf:PrintTicket>)";
 }
 
-// A job whose pages share a font, an image and a dictionary that uses a second image.
+/// A job whose pages share a font, an image and a dictionary that uses a second image.
 struct SampleJob {
     bool isOpenXps = false;
     int documents = 1;
@@ -68,8 +68,8 @@ struct SampleJob {
     std::size_t pageSize = 0;   // bytes that the markup is filled up with
     bool hasExtras = true;      // thumbnail, core properties, document structure, story fragments
 
-    // The obfuscated form of FontBytes under its name.
-    static constexpr const char* FontName = "/Resources/00010203-0405-0607-0809-0A0B0C0D0E0F.odttf";
+    /// The obfuscated form of FontBytes under its name.
+    static constexpr const char* fontName = "/Resources/00010203-0405-0607-0809-0A0B0C0D0E0F.odttf";
     static std::string FontBytes() { return std::string(32, '\0') + "the rest of the font is plain"; }
     static std::string StoredFontBytes() {
         std::string bytes = FontBytes();
@@ -98,7 +98,7 @@ struct SampleJob {
         add("/Resources/Picture.png", "\x89PNG picture");
         add("/Resources/Pattern.jpg", "\xff\xd8 pattern");
         add("/Resources/Brushes.dict", "<ResourceDictionary xmlns=\"" + Base() + "\"/>");
-        add(FontName, StoredFontBytes());
+        add(fontName, StoredFontBytes());
         items["Resources/_rels/Brushes.dict.rels"] =
             Relationships({{Base() + "/required-resource", "Pattern.jpg"}});
 
@@ -106,8 +106,8 @@ struct SampleJob {
         if (hasExtras) {
             add("/docProps/core.xml", "<coreProperties/>");
             add("/docProps/thumb.jpeg", "\xff\xd8 thumbnail");
-            root.push_back({Package + "/metadata/core-properties", "docProps/core.xml"});
-            root.push_back({Package + "/metadata/thumbnail", "docProps/thumb.jpeg"});
+            root.push_back({package + "/metadata/core-properties", "docProps/core.xml"});
+            root.push_back({package + "/metadata/thumbnail", "docProps/thumb.jpeg"});
         }
         items["_rels/.rels"] = Relationships(root);
 
@@ -130,7 +130,7 @@ struct SampleJob {
 
     using Links = std::vector<std::pair<std::string, std::string>>; // type and target
     static std::string Relationships(const Links& links) {
-        std::string xml = "<Relationships xmlns=\"" + Package + "\">";
+        std::string xml = "<Relationships xmlns=\"" + package + "\">";
         int id = 0;
         for (const auto& [type, target] : links)
             xml += "<Relationship Id=\"R" + std::to_string(++id) + "\" Type=\"" + type + "\" Target=\"" +
@@ -138,7 +138,7 @@ struct SampleJob {
         return xml + "</Relationships>";
     }
 
-    static inline const std::string Package = "http://schemas.openxmlformats.org/package/2006/relationships";
+    static inline const std::string package = "http://schemas.openxmlformats.org/package/2006/relationships";
 
 private:
     void AddDocument(ZipItems& items, int document) const {
@@ -159,7 +159,7 @@ private:
             items[folder + "Structure.struct"] = "<DocumentStructure/>";
             links.push_back({Base() + "/documentstructure", "Structure.struct"});
         }
-        links.push_back({Base() + "/restricted-font", FontName});
+        links.push_back({Base() + "/restricted-font", fontName});
         items[folder + "_rels/FixedDoc.fdoc.rels"] = Relationships(links);
     }
     void AddPage(ZipItems& items, const std::string& folder, int document, int page) const {
@@ -169,7 +169,7 @@ private:
                                           std::to_string(document) + "." + std::to_string(page) +
                                           std::string(pageSize, '.') + " --></FixedPage>";
         const std::string required = Base() + "/required-resource";
-        Links links{{required, FontName},
+        Links links{{required, fontName},
                     {required, "../../../Resources/Picture.png"},
                     {required, "/Resources/Brushes.dict"}};
         if (!pageTicket.empty()) links.push_back({Base() + "/printticket", "/Metadata/Page_PT.xml"});

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-// A folder of its own for a test, gone at its end.
+/// A folder of its own for a test, gone at its end.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -37,7 +37,7 @@ public:
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
-    // The names of what lies in the folder.
+    /// The names of what lies in the folder.
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path))

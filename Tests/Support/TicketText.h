@@ -2,7 +2,7 @@
 
 #include <string>
 
-// A ticket document around the given elements, with the usual prefixes.
+/// A ticket document around the given elements, with the usual prefixes.
 inline std::string TicketText(const std::string& elements) {
     return R"(<?xml version="1.0" encoding="UTF-8"?>
 <psf:PrintTicket xmlns:psf="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework")"
@@ -13,7 +13,7 @@ inline std::string TicketText(const std::string& elements) {
            elements + "</psf:PrintTicket>";
 }
 
-// One choice, both names with their prefix.
+/// One choice, both names with their prefix.
 inline std::string Choice(const std::string& feature, const std::string& option) {
     return "<psf:Feature name=\"" + feature + "\"><psf:Option name=\"" + option + "\"/></psf:Feature>";
 }

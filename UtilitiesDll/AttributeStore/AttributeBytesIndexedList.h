@@ -28,9 +28,9 @@ public:
     /// Takes the place of an attribute of the same feature.
     void AddAttributeBytes(SharedPtr attribute) override;
 
-    // The value of a feature. `found` (may be null) becomes true if the list has it, of this kind, and it is
-    // specified. If it is there but not specified, the result is the value as stored; if it is not there or
-    // of another kind, unspecifiedOption, 0, an empty text, or 0 inches.
+    /// The value of a feature. `found` (may be null) becomes true if the list has it, of this kind, and it is
+    /// specified. If it is there but not specified, the result is the value as stored; if it is not there or
+    /// of another kind, unspecifiedOption, 0, an empty text, or 0 inches.
     [[nodiscard]] LONG GetOptionValue(AttributeBytesFeatureId feature, bool* found) const;
     [[nodiscard]] int GetIntegerValue(AttributeBytesFeatureId feature, bool* found) const;
     [[nodiscard]] CXString GetStringValue(AttributeBytesFeatureId feature, bool* found) const;

@@ -46,7 +46,7 @@ public:
 
     [[nodiscard]] virtual bool IsSupportedPrintTicketFeature(const CXString& feature) const = 0;
 
-    // The capabilities.
+    /// The capabilities.
     virtual void GetFeatureDisplayName(const CXString& feature, CXString& out) const = 0;
     /// The least and the greatest value; unchanged for a feature that has no range.
     virtual void GetRangeCapability(const CXString& feature, std::pair<int, int>& minMax) const = 0;
@@ -56,7 +56,7 @@ public:
     virtual void GetCapabilitiesMediaSizeFeature(const CXString& feature,
                                                  std::vector<MediaSizeCapability>& out) const = 0;
 
-    // The ticket.
+    /// The ticket.
     virtual void GetCurrentValueOptionFeature(const CXString& feature, CXString& value) const = 0;
     /// In microns.
     virtual void GetCurrentValueMediaSizeFeature(const CXString& feature, CXString& option, Dimension& width,

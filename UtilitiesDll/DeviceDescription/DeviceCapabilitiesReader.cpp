@@ -5,6 +5,7 @@
 #include "LowLevelFacilities/Formatter/CPFormat.h"
 #include "LowLevelFacilities/WideStrings/CXString.h"
 #include "SystemServices/WindowsDesktopUtilities.h"
+#include "Xml/SaxContentListener.h"
 
 #include <atlcomcli.h>
 #include <msxml6.h>
@@ -102,12 +103,9 @@ private:
     unsigned m_present = 0;
 };
 
-/// Builds the features from the reader's events. Lives on the stack of its caller, who outlives the reader
-/// that refers to it.
-class DocumentHandler final : public ISAXContentHandler, public ISAXErrorHandler {
+/// Builds the features from the reader's events.
+class DocumentHandler final : public SaxContentListener, public ISAXErrorHandler {
 public:
-    virtual ~DocumentHandler() = default;
-
     /// Throws what was wrong with the document, if anything was.
     std::unique_ptr<const DeviceFeatureList> TakeFeatures(HRESULT result) {
         if (m_failure) std::rethrow_exception(m_failure);
@@ -116,13 +114,10 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        *object = nullptr;
-        if (interfaceId == __uuidof(IUnknown) || interfaceId == __uuidof(ISAXContentHandler))
-            *object = static_cast<ISAXContentHandler*>(this);
-        else if (interfaceId == __uuidof(ISAXErrorHandler))
-            *object = static_cast<ISAXErrorHandler*>(this);
-        return *object == nullptr ? E_NOINTERFACE : S_OK;
+        if (object == nullptr || interfaceId != __uuidof(ISAXErrorHandler))
+            return SaxContentListener::QueryInterface(interfaceId, object);
+        *object = static_cast<ISAXErrorHandler*>(this);
+        return S_OK;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
@@ -147,17 +142,6 @@ public:
         m_locator = locator;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE ignorableWhitespace(const wchar_t*, int) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE endDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startPrefixMapping(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE endPrefixMapping(const wchar_t*, int) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE processingInstruction(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t*, int) override { return S_OK; }
 
     HRESULT STDMETHODCALLTYPE error(ISAXLocator*, const wchar_t*, HRESULT) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE fatalError(ISAXLocator* locator, const wchar_t* message, HRESULT) override {

@@ -1,6 +1,7 @@
 #include "Xml/XmlLiteWrapper.h"
 
 #include "LowLevelFacilities/Failures/CPComException.h"
+#include "Xml/SaxContentListener.h"
 #include "Xml/XmlText.h"
 
 #include <msxml6.h>
@@ -58,20 +59,10 @@ private:
 
 namespace {
 
-/// Hands the events to the runs. Lives on the stack of its caller, who outlives the reader that refers to it.
-class QueryContentHandler final : public ISAXContentHandler {
+/// Hands the events to the runs.
+class QueryContentHandler final : public SaxContentListener {
 public:
     explicit QueryContentHandler(std::vector<QueryRun>& runs) noexcept : m_runs(runs) {}
-    virtual ~QueryContentHandler() = default;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override {
-        if (object == nullptr) return E_POINTER;
-        const bool isKnown = interfaceId == __uuidof(IUnknown) || interfaceId == __uuidof(ISAXContentHandler);
-        *object = isKnown ? this : nullptr;
-        return isKnown ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
 
     HRESULT STDMETHODCALLTYPE startElement(const wchar_t*, int, const wchar_t*, int, const wchar_t* name,
                                            int nameLength, ISAXAttributes* attributes) override {
@@ -92,17 +83,6 @@ public:
     HRESULT STDMETHODCALLTYPE ignorableWhitespace(const wchar_t* text, int length) override {
         return characters(text, length);
     }
-    HRESULT STDMETHODCALLTYPE putDocumentLocator(ISAXLocator*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE endDocument() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE startPrefixMapping(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE endPrefixMapping(const wchar_t*, int) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE processingInstruction(const wchar_t*, int, const wchar_t*, int) override {
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t*, int) override { return S_OK; }
 
 private:
     /// No exception may cross the reader.

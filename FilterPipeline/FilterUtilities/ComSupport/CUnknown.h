@@ -9,26 +9,27 @@
 #include <atomic>
 #include <cstdint>
 
-// Reference count and interface identity of the library's COM objects: an object answers for IUnknown and for
-// one interface T. Born with a count of 1. Only the count may be touched by several threads at a time.
-//
-// The library instantiates it for the two interfaces below, and for no others.
+/// Reference count and interface identity of the library's COM objects: an object answers for IUnknown and
+/// for one interface T. Born with a count of 1. Only the count may be touched by several threads at a time.
+///
+/// The library instantiates it for the two interfaces below, and for no others.
 template <typename T>
 class CUnknown : public T {
 public:
     explicit CUnknown(const GUID& iid);
     CUnknown(const GUID& clsid, const GUID& iid);
 
-    // A copy takes the reference count of its source as it stands; it does not start again at 1.
+    /// A copy takes the reference count of its source as it stands; it does not start again at 1.
     CUnknown(const CUnknown& other);
     CUnknown& operator=(const CUnknown& other);
 
-    // E_POINTER for a null out; E_NOINTERFACE, and a null *out, for all but IUnknown and the interface given.
+    /// E_POINTER for a null out; E_NOINTERFACE, and a null *out, for all but IUnknown and the interface
+    /// given.
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID riid, void** out) override;
     ULONG STDMETHODCALLTYPE AddRef() override;
     ULONG STDMETHODCALLTYPE Release() override;
 
-    // Stands behind the operations of T, so that it does not move their slots.
+    /// Stands behind the operations of T, so that it does not move their slots.
     virtual ~CUnknown();
 
     GUID GetIID() const;

@@ -10,20 +10,20 @@
 
 #include <source_location>
 
-// To be called from within a catch block only. Reports the exception in flight, under the name of the
-// operation that caught it: that of the innermost OperationScope around the try block. Gives the HRESULT that
-// stands for it:
-//   std::bad_alloc E_OUTOFMEMORY, CPComException its own, CPException and std::exception E_FAIL,
-//   anything else E_UNEXPECTED.
-// Throws nothing.
+/// To be called from within a catch block only. Reports the exception in flight, under the name of the
+/// operation that caught it: that of the innermost OperationScope around the try block. Gives the HRESULT
+/// that stands for it:
+///   std::bad_alloc E_OUTOFMEMORY, CPComException its own, CPException and std::exception E_FAIL,
+///   anything else E_UNEXPECTED.
+/// Throws nothing.
 OV_FILTER_UTILITIES_API HRESULT
 ReportCaughtException(const std::source_location& location = std::source_location::current()) noexcept;
 
-// For a failing result that ends nothing: reports it as if it had been thrown and caught, and gives it back.
+/// For a failing result that ends nothing: reports it as if it had been thrown and caught, and gives it back.
 OV_FILTER_UTILITIES_API HRESULT
 ReportIfFailed(HRESULT hr, const std::source_location& location = std::source_location::current()) noexcept;
 
-// The same for callers that have no scope, as an operation of that name.
+/// The same for callers that have no scope, as an operation of that name.
 OV_FILTER_UTILITIES_API HRESULT ReportCaughtException(
     const char* function, const std::source_location& location = std::source_location::current()) noexcept;
 OV_FILTER_UTILITIES_API HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept;

@@ -4,11 +4,11 @@
 
 #include <windows.h>
 
-// Keeps a global memory block locked. Does not own the block.
+/// Keeps a global memory block locked. Does not own the block.
 class OV_FILTER_UTILITIES_API MsHGlobalLock {
 public:
-    // Throws CPComException with the last error if the block cannot be locked. A lock that fails without a
-    // last error stands, with a null address.
+    /// Throws CPComException with the last error if the block cannot be locked. A lock that fails without a
+    /// last error stands, with a null address.
     explicit MsHGlobalLock(void* hglobal);
     ~MsHGlobalLock();
     MsHGlobalLock(const MsHGlobalLock&) = delete;

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-// A VARIANT that starts empty and frees what it holds.
+/// A VARIANT that starts empty and frees what it holds.
 class OV_FILTER_UTILITIES_API MsSafeVariant : public VARIANT {
 public:
     MsSafeVariant();

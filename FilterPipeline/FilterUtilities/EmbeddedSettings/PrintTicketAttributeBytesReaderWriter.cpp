@@ -13,14 +13,14 @@ namespace {
 
 constexpr LONG noNameSpace = -1;
 
-OvlUniquePtr<PersistentAttributes> openStore(const ByteBuffer& bytes) {
+OvlUniquePtr<PersistentAttributes> OpenStore(const ByteBuffer& bytes) {
     constexpr bool toleratesDamage = false;
     return OvlUniquePtr<PersistentAttributes>(new PersistentAttributes(bytes, toleratesDamage, nullptr));
 }
 
 // Without a parameter, or with an empty one, there are no settings. What cannot be read is not nothing: a job
 // that is to be held, or paid for, must not print as one that is not.
-ByteBuffer readBytes(const PrintTicketXmlDocument& ticket) {
+ByteBuffer ReadBytes(const PrintTicketXmlDocument& ticket) {
     ByteBuffer bytes;
     const HRESULT hr = ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
     if (hr == E_FAIL) {
@@ -45,7 +45,7 @@ PrintTicketAttributeBytesReaderWriter::PrintTicketAttributeBytesReaderWriter(
     : m_ticket(nullptr), m_flag(flag), m_nameSpace(noNameSpace), m_bytes(bytes),
       m_debugHelper(helper.Clone()) {
     // Damage shows here, not at the first question; the list is made then.
-    if (!m_bytes.empty()) m_attributes = openStore(m_bytes);
+    if (!m_bytes.empty()) m_attributes = OpenStore(m_bytes);
 }
 
 PrintTicketAttributeBytesReaderWriter::~PrintTicketAttributeBytesReaderWriter() = default;
@@ -77,10 +77,10 @@ PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace
     if (m_list) return *m_list;
     // Nothing is kept before all is read: a second question about damaged bytes must fail like the first.
     OvlUniquePtr<AttributeBytesIndexedList> list(new AttributeBytesIndexedList);
-    if (m_bytes.empty() && m_ticket != nullptr) m_bytes = readBytes(*m_ticket);
+    if (m_bytes.empty() && m_ticket != nullptr) m_bytes = ReadBytes(*m_ticket);
     OvlUniquePtr<PersistentAttributes> attributes;
     if (!m_bytes.empty()) {
-        attributes = openStore(m_bytes);
+        attributes = OpenStore(m_bytes);
         AttributeBytesRawList rawList;
         attributes->GetAttributeBytesListForNameSpace(nameSpace, rawList);
         list->ImportFromRawList(rawList);

@@ -33,7 +33,8 @@ public:
     PrintTicketAttributeBytesReaderWriter& operator=(const PrintTicketAttributeBytesReaderWriter&) = delete;
     ~PrintTicketAttributeBytesReaderWriter() override;
 
-    // Without a name space: that of the driver's settings in a ticket. The list is valid until it is cleared.
+    /// Without a name space: that of the driver's settings in a ticket. The list is valid until it is
+    /// cleared.
     [[nodiscard]] const AttributeBytesIndexedList& GetAttributeBytesIndexedListRef() const override;
     [[nodiscard]] AttributeBytesIndexedList& GetAttributeBytesIndexedListRef() override;
     /// For diagnostic builds; without effect in this one.

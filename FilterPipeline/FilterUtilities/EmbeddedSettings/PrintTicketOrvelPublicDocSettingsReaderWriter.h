@@ -45,8 +45,8 @@ public:
     LONG GetNumberOfChildrenForOrvelPublicDocSettingsFeature(const CXString& name, bool& specified,
                                                              unsigned int& count);
 
-    // A member of the entry of a collection with a position, from 0. E_INVALIDARG if the collection is not
-    // specified; a member that is not specified has no value.
+    /// A member of the entry of a collection with a position, from 0. E_INVALIDARG if the collection is not
+    /// specified; a member that is not specified has no value.
     LONG GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
                                                                  const CXString& childName, bool& specified,
                                                                  CXString& value);
@@ -66,7 +66,7 @@ public:
                                                                  const CXString& childName,
                                                                  const CXString& syntax, bool specified,
                                                                  const CXString& value);
-    // Deliberate: the name is part of the contract as it is spelled.
+    /// Deliberate: the name is part of the contract as it is spelled.
     LONG SetCurrentValueAsInitForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
                                                                const CXString& childName,
                                                                const CXString& syntax, bool specified,

@@ -17,14 +17,14 @@ constexpr wchar_t specifiedAttribute[] = L"specified";
 constexpr wchar_t notSpecified[] = L"false";
 
 /// Whether blanks are part of a value of that syntax.
-bool keepsBlanks(const CXString& syntax) { return syntax == L"name" || syntax == L"text"; }
+bool KeepsBlanks(const CXString& syntax) { return syntax == L"name" || syntax == L"text"; }
 
 /// Whether it is the platform's XML parser that refused the text, by one of its own codes (0xC00CExxx).
-bool isParserCode(HRESULT code) { return (static_cast<DWORD>(code) & 0xFFFFF000U) == 0xC00CE000U; }
+bool IsParserCode(HRESULT code) { return (static_cast<DWORD>(code) & 0xFFFFF000U) == 0xC00CE000U; }
 
 /// Puts another element in the place of one, which it is but for its text and marks. No syntax stays as it
 /// is.
-void changeElement(const XmlDomNode& element, const CXString& syntax, bool specified, const CXString& value) {
+void ChangeElement(const XmlDomNode& element, const CXString& syntax, bool specified, const CXString& value) {
     CComPtr<IXMLDOMNode> copy;
     ThrowIfFailed(element.GetInterface()->cloneNode(VARIANT_TRUE, &copy));
     XmlDomNode changed(copy);
@@ -40,13 +40,13 @@ void changeElement(const XmlDomNode& element, const CXString& syntax, bool speci
     ThrowIfFailed(parent->replaceChild(copy, element.GetInterface(), nullptr));
 }
 
-XmlDomNode::Pointer nextElement(XmlDomNode::Pointer node) {
+XmlDomNode::Pointer NextElement(XmlDomNode::Pointer node) {
     while (node && !node->IsElement())
         node = node->GetNextSibling();
     return node;
 }
 
-LONG toInt(LONG found, bool specified, const CXString& text, int& value) {
+LONG ToInt(LONG found, bool specified, const CXString& text, int& value) {
     if (FAILED(found)) return found;
     if (found != S_OK || !specified || text.IsBlank()) return S_FALSE;
     value = text.GetAsInt();
@@ -78,7 +78,7 @@ PublicDocSettingsDocument::Parser PublicDocSettingsDocument::Parse(const CPStrin
         parser->parse(text);
         return parser;
     } catch (const CPComException& failure) {
-        if (!isParserCode(failure.GetHresult())) throw;
+        if (!IsParserCode(failure.GetHresult())) throw;
         return nullptr;
     }
 }
@@ -136,7 +136,7 @@ LONG PublicDocSettingsDocument::GetInt(const CXString& name, bool& specified, in
     value = defaultValue;
     CXString text;
     const LONG found = GetString(name, Depth::Any, specified, text);
-    return toInt(found, specified, text, value);
+    return ToInt(found, specified, text, value);
 }
 
 LONG PublicDocSettingsDocument::GetNumberOfChildren(const CXString& name, bool& specified,
@@ -151,9 +151,9 @@ LONG PublicDocSettingsDocument::GetNumberOfChildren(const CXString& name, bool& 
 }
 
 XmlDomNode::Pointer PublicDocSettingsDocument::FindEntry(const XmlDomNode& collection, unsigned int index) {
-    XmlDomNode::Pointer entry = nextElement(collection.GetFirstChild());
+    XmlDomNode::Pointer entry = NextElement(collection.GetFirstChild());
     for (; entry && index > 0; --index)
-        entry = nextElement(entry->GetNextSibling());
+        entry = NextElement(entry->GetNextSibling());
     return entry;
 }
 
@@ -187,7 +187,7 @@ LONG PublicDocSettingsDocument::GetMemberInt(const CXString& name, unsigned int 
     value = defaultValue;
     CXString text;
     const LONG found = GetMemberString(name, index, member, specified, text);
-    return toInt(found, specified, text, value);
+    return ToInt(found, specified, text, value);
 }
 
 LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& syntax, bool specified,
@@ -195,7 +195,7 @@ LONG PublicDocSettingsDocument::SetString(const CXString& name, const CXString& 
     const OperationScope operation("PublicDocSettingsDocument::SetString");
     if (m_document == nullptr) return S_FALSE;
     if (const XmlDomNode::Pointer element = Find(name)) {
-        changeElement(*element, {}, specified, value);
+        ChangeElement(*element, {}, specified, value);
         return S_OK;
     }
     const XmlDomNode::Pointer root = m_document->getDocument().GetDocumentElement();
@@ -216,7 +216,7 @@ LONG PublicDocSettingsDocument::SetMemberString(const CXString& name, unsigned i
     const XmlDomNode::Pointer entry = FindEntry(*collection, index);
     if (!entry) return S_OK; // Deliberate: entries are the caller's to make.
     if (const XmlDomNode::Pointer element = entry->FindNamedChildElementNodeRecursive(member, 0)) {
-        changeElement(*element, syntax, specified, value);
+        ChangeElement(*element, syntax, specified, value);
     } else {
         AppendElement(*entry, member, syntax, specified, value);
     }
@@ -229,7 +229,7 @@ void PublicDocSettingsDocument::AppendElement(XmlDomNode& parent, const CXString
     const XmlDomDocument& document = m_document->getDocument();
     const XmlDomNode::Pointer element = document.CreateElement(name);
     if (!syntax.IsEmpty()) element->SetAttribute(syntaxAttribute, syntax);
-    if (keepsBlanks(syntax)) element->SetAttribute(L"xml:space", L"preserve");
+    if (KeepsBlanks(syntax)) element->SetAttribute(L"xml:space", L"preserve");
     if (!specified) element->SetAttribute(specifiedAttribute, notSpecified);
     element->AppendChild(*document.CreateTextNode(value));
     parent.AppendChild(*element);

@@ -75,8 +75,8 @@ public:
     /// Of elements below it.
     LONG GetNumberOfChildren(const CXString& name, bool& specified, unsigned int& count) const;
 
-    // A member, at any depth, of the entry of a collection with a position, from 0. E_INVALIDARG if the
-    // collection is not specified. A member that is not specified has no value: S_FALSE.
+    /// A member, at any depth, of the entry of a collection with a position, from 0. E_INVALIDARG if the
+    /// collection is not specified. A member that is not specified has no value: S_FALSE.
     LONG GetMemberString(const CXString& name, unsigned int index, const CXString& member, bool& specified,
                          CXString& value) const;
     LONG GetMemberInt(const CXString& name, unsigned int index, const CXString& member, bool& specified,

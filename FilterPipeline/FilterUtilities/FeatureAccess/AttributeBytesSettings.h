@@ -16,8 +16,8 @@ public:
 
     [[nodiscard]] bool HasAny() const;
 
-    // A value counts also if it is not specified, unless it is one that says nothing. Nothing where a
-    // collection or an entry on the way is missing.
+    /// A value counts also if it is not specified, unless it is one that says nothing. Nothing where a
+    /// collection or an entry on the way is missing.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<DataModelIds::tagValueEnum>& answer) const;
     bool Ask(const WantedFeature& wanted, FeatureAnswer<int>& answer) const;
     bool Ask(const WantedFeature& wanted, FeatureAnswer<CXString>& answer) const;

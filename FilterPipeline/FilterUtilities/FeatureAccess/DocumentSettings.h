@@ -35,7 +35,7 @@ public:
     [[nodiscard]] FeatureAnswer<DataModelIds::tagValueEnum>
     ToOption(const WantedFeature& wanted, const FeatureAnswer<CXString>& element) const;
 
-    // Codes as those of PublicDocSettingsDocument.
+    /// Codes as those of PublicDocSettingsDocument.
     HRESULT GetText(const CXString& cpssName, FeatureAnswer<CXString>& answer) const;
     HRESULT GetNumberOfChildren(const CXString& cpssName, FeatureAnswer<unsigned int>& answer) const;
     HRESULT SetText(const CXString& cpssName, const CXString& syntax, bool isSpecified,

@@ -103,7 +103,7 @@ inline constexpr Row unspecifiedFinishing[] = {
     {L"off", DataModelIds::VAL_FINISHING_UNSPECIFIED_OFF},
 };
 
-// Who made the settings of the job. What is read and what is written differ on purpose.
+/// Who made the settings of the job. What is read and what is written differ on purpose.
 inline constexpr Row creatorName[] = {
     {L"windows-transform-filter", DataModelIds::VAL_CREATOR_NAME_WINDOWS_TRANSFORM_FILTER},
     {L"windows-advanced-ocpt-filter", DataModelIds::VAL_CREATOR_NAME_WINDOWS_ADVANCED_OCPT_FILTER},
@@ -130,7 +130,7 @@ inline constexpr Row creatorName[] = {
     {L"windows-psa-print", DataModelIds::VAL_CREATOR_NAME_WINDOWS_PSA_PRINT, Use::ReadOnly},
 };
 
-// What the job was printed from.
+/// What the job was printed from.
 inline constexpr Row creatorNamePdl[] = {
     {L"unknown-application", DataModelIds::VAL_CREATOR_NAME_PDL_UNKNOWN_APPLICATION},
     {L"explorer", DataModelIds::VAL_CREATOR_NAME_PDL_EXPLORER},

@@ -52,7 +52,7 @@ public:
     /// The name under which the ticket has a feature that is supported; null for one that is not.
     [[nodiscard]] const CXString* FindSupportedName(const FeaturePath& path) const;
 
-    // The answer by a rule's reading, without a look at its oddity.
+    /// The answer by a rule's reading, without a look at its oddity.
     template <typename Value>
     [[nodiscard]] FeatureAnswer<Value> Ask(const FeatureRule& rule, const FeaturePath& path) const;
     /// Of a feature that is supported, under this name of the ticket.
@@ -79,7 +79,7 @@ public:
         return !rule.reading.onlyIfSupported || IsSupported(path);
     }
 
-    // By the table's rules. A feature that cannot be set is passed over.
+    /// By the table's rules. A feature that cannot be set is passed over.
     void SetOption(const FeaturePath& path, const SimpleOptionValue& value) const;
     void SetText(const FeaturePath& path, const CXString& text, bool isSpecified) const;
 

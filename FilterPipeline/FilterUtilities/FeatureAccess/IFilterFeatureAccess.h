@@ -20,7 +20,7 @@ protected:
 public:
     virtual ~IFilterFeatureAccess() = default;
 
-    // Whether the device or its print capabilities know the feature.
+    /// Whether the device or its print capabilities know the feature.
     [[nodiscard]] virtual bool IsSupportedFeature(tagFeatureEnum grandparent, tagFeatureEnum parent,
                                                   tagFeatureEnum feature) const = 0;
     [[nodiscard]] virtual bool IsSupportedFeature(tagFeatureEnum parent, tagFeatureEnum feature) const = 0;

@@ -148,7 +148,7 @@ inline constexpr Row trays[] = {
     {L"manual", VAL_INPUT_TRAY_MANUAL},
 };
 
-// Those that are not paper sizes with a name in the table of media sizes.
+/// Those that are not paper sizes with a name in the table of media sizes.
 inline constexpr Row otherSizes[] = {
     {L"iso-b5-envelope-b5", VAL_MEDIA_SIZE_OPTIONS_ENV_B5_176X250},
     {L"12_99x18", VAL_MEDIA_SIZE_OPTIONS_12_99X18},

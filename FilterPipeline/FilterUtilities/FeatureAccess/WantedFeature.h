@@ -17,7 +17,7 @@ struct WantedFeature {
     std::array<const CXString*, 2> collectionNames = {};
 
     [[nodiscard]] DataModelIds::tagFeatureEnum Feature() const { return path.Feature(); }
-    // Empty for a feature without names.
+    /// Empty for a feature without names.
     [[nodiscard]] const CXString& TicketName() const { return ticketName != nullptr ? *ticketName : None(); }
     [[nodiscard]] const CXString& DocumentName() const {
         return names != nullptr ? names->wideCpssFeatureName : None();

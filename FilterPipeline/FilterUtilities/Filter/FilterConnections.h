@@ -5,7 +5,7 @@
 #include <atlcomcli.h>
 #include <filterpipeline.h>
 
-// Throws CPComException unless what the pipeline connected has the interface that the filter expects.
+/// Throws CPComException unless what the pipeline connected has the interface that the filter expects.
 template <typename Interface>
 void CheckConnection(Interface* connection) {
     CComPtr<Interface> expected;
@@ -13,8 +13,9 @@ void CheckConnection(Interface* connection) {
     ThrowIfFailed(connection->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(&expected)));
 }
 
-// Takes reader and writer of a filter from the pipeline, and only then checks both. The pipeline hands out
-// the interface that its configuration names, so a pipeline of the wrong shape fails here, ahead of any page.
+/// Takes reader and writer of a filter from the pipeline, and only then checks both. The pipeline hands out
+/// the interface that its configuration names, so a pipeline of the wrong shape fails here, ahead of any
+/// page.
 template <typename Reader, typename Writer>
 void ConnectReaderAndWriter(IInterFilterCommunicator& communicator, CComPtr<Reader>& reader,
                             CComPtr<Writer>& writer) {

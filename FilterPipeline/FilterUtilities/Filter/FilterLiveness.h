@@ -7,8 +7,8 @@
 #include <atomic>
 #include <cstdint>
 
-// Whether a job is still wanted. Alive from construction until Cancel, and never again. May be used from any
-// thread.
+/// Whether a job is still wanted. Alive from construction until Cancel, and never again. May be used from any
+/// thread.
 class OV_FILTER_UTILITIES_API FilterLiveness {
 public:
     FilterLiveness();
@@ -16,7 +16,7 @@ public:
     FilterLiveness(const FilterLiveness&) = delete;
     FilterLiveness& operator=(const FilterLiveness&) = delete;
 
-    // S_OK while alive, then ERROR_PRINT_CANCELLED as an HRESULT.
+    /// S_OK while alive, then ERROR_PRINT_CANCELLED as an HRESULT.
     virtual HRESULT Continue();
 
     BOOL IsAlive() const;

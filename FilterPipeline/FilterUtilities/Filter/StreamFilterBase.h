@@ -2,8 +2,8 @@
 
 #include "Filter/MsRenderFilterBase.h"
 
-// Base of a filter that reads bytes and writes bytes. It has no loop: the concrete filter writes
-// StartOperation_throws, asks IsAlive for itself, and makes the ticket manager if it wants tickets.
+/// Base of a filter that reads bytes and writes bytes. It has no loop: the concrete filter writes
+/// StartOperation_throws, asks IsAlive for itself, and makes the ticket manager if it wants tickets.
 class OV_FILTER_UTILITIES_API StreamFilterBase : public MsRenderFilterBase {
 public:
     StreamFilterBase();
@@ -11,7 +11,7 @@ public:
 
 protected:
     HRESULT OnInitializeFilter() override;
-    // Throws CPComException if the pipeline connected anything but two streams.
+    /// Throws CPComException if the pipeline connected anything but two streams.
     void InitializeIO_throws(const CComPtr<IInterFilterCommunicator>& communicator) override;
     void StartOperation_throws() override; // E_NOTIMPL
     void CloseWriter() override;

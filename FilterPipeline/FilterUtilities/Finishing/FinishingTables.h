@@ -131,7 +131,7 @@ struct TicketPunchRow {
     tagValueEnum plainCount;
 };
 
-// Only the left edge has a plain count: it is where a number of holes goes by default.
+/// Only the left edge has a plain count: it is where a number of holes goes by default.
 inline constexpr TicketPunchRow ticketPunches[] = {
     {VAL_MS_PUNCH_DUAL_TOP, 2, VAL_FINISHING_HOLE_PUNCH_PTLR, VAL_UNSPECIFIED},
     {VAL_MS_PUNCH_DUAL_LEFT, 2, VAL_FINISHING_HOLE_PUNCH_PLLT, VAL_FINISHING_2_HOLE_PUNCH},

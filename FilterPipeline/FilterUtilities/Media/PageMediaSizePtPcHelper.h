@@ -48,7 +48,7 @@ public:
     /// S_FALSE if there is nothing to delete. Failures are raised.
     static HRESULT DeletePageMediaSizeAndItsParameterInitsIfExist(PrintTicketXmlDocument& ticket);
 
-    // Within 100 microns of a size that the driver knows by name.
+    /// Within 100 microns of a size that the driver knows by name.
     static bool IsEnvelopeSize(int width, int height);
     /// value is untouched if the result is false.
     static bool GetValueEnumForPageSizeBasedOnDims(int width, int height, DataModelIds::tagValueEnum& value);

@@ -33,7 +33,7 @@ public:
                          IXMLDOMElement** out);
     HRESULT CreateAndAppendOption(const wchar_t* prefix, const wchar_t* name, const wchar_t* displayName,
                                   IXMLDOMNode* parent);
-    // mandatoryKeyword is a public keyword without prefix. A multiple of 0 or less is not written.
+    /// mandatoryKeyword is a public keyword without prefix. A multiple of 0 or less is not written.
     HRESULT CreateIntegerParameterDef(const wchar_t* prefix, const wchar_t* name,
                                       const wchar_t* mandatoryKeyword, const wchar_t* displayName,
                                       int defaultValue, int minValue, int maxValue, int multiple,

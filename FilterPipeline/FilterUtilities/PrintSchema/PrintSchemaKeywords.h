@@ -7,7 +7,7 @@
 
 namespace PrintSchema {
 
-// Selects the prefix of a name. There is no namespace 2.
+/// Selects the prefix of a name. There is no namespace 2.
 enum MsPrintTicketNamespacesEnum : int { FrameworkNs = 0, KeywordsNs = 1, UserKeywordsNs = 3 };
 
 #define OV_WORD(name, text)

@@ -14,25 +14,25 @@
 #include <map>
 #include <memory>
 
-// The chain of merged tickets of one job: the printer's default, under the job's, under the document's, under
-// the page's. Between calls it holds the complete ticket of the current job, document and page. A level is
-// merged after the one above it. Belongs to one filter and its thread. Initialize, the merges and the copies
-// of tickets let no exception out: they hand it to the reporter, and give the HRESULT it carries,
-// E_OUTOFMEMORY for std::bad_alloc, E_FAIL for other known kinds and E_UNEXPECTED for the rest. The other
-// operations let std::bad_alloc through.
+/// The chain of merged tickets of one job: the printer's default, under the job's, under the document's,
+/// under the page's. Between calls it holds the complete ticket of the current job, document and page. A
+/// level is merged after the one above it. Belongs to one filter and its thread. Initialize, the merges and
+/// the copies of tickets let no exception out: they hand it to the reporter, and give the HRESULT it carries,
+/// E_OUTOFMEMORY for std::bad_alloc, E_FAIL for other known kinds and E_UNEXPECTED for the rest. The other
+/// operations let std::bad_alloc through.
 class OV_FILTER_UTILITIES_API PrintTicketManager {
 public:
     PrintTicketManager();
     virtual ~PrintTicketManager();
 
-    // A copy shares the tickets and takes the provider away from its source.
+    /// A copy shares the tickets and takes the provider away from its source.
     PrintTicketManager(PrintTicketManager& other);
     PrintTicketManager& operator=(PrintTicketManager& other);
 
-    // Opens the provider of the printer, in place of an earlier one, and reads its default ticket. The token
-    // is not owned; null leaves the thread as it is. E_POINTER for a null ticket, E_INVALIDARG for an empty
-    // name (nothing is changed then), E_FAIL for a ticket that does not parse, or what opening the printer
-    // says; there is no default ticket if reading it fails.
+    /// Opens the provider of the printer, in place of an earlier one, and reads its default ticket. The token
+    /// is not owned; null leaves the thread as it is. E_POINTER for a null ticket, E_INVALIDARG for an empty
+    /// name (nothing is changed then), E_FAIL for a ticket that does not parse, or what opening the printer
+    /// says; there is no default ticket if reading it fails.
     HRESULT Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName, void* userToken);
 
     // Make the ticket of the part's level, and forget those of the levels below with all changed flags of
@@ -53,12 +53,13 @@ public:
     IXMLDOMDocument2* GetPtrToPagePrintTicketForReading();
     IXMLDOMDocument2* GetPtrToPrintTicketForReading(EPrintTicketScope level);
 
-    // The part's own ticket, unmerged and independent of the part; empty if it has none or it cannot be read.
+    /// The part's own ticket, unmerged and independent of the part; empty if it has none or it cannot be
+    /// read.
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part);
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocument* part);
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedPage* part);
 
-    // Whether the level's ticket was edited since it was merged.
+    /// Whether the level's ticket was edited since it was merged.
     bool GetJobPtChangedFlag() const;
     bool GetDocPtChangedFlag() const;
     bool GetPagePtChangedFlag() const;
@@ -66,19 +67,19 @@ public:
     void SetDocPtChangedFlag(bool changed);
     void SetPagePtChangedFlag(bool changed);
 
-    // Remembers an edited ticket part by its URI, with a reference, for the life of the manager. The first of
-    // a URI stays. E_POINTER for null, or the part's own answer to the question for its URI.
+    /// Remembers an edited ticket part by its URI, with a reference, for the life of the manager. The first
+    /// of a URI stays. E_POINTER for null, or the part's own answer to the question for its URI.
     HRESULT AddUpdatedPrintTicketToMap(IPartPrintTicket* ticket);
 
-    // S_FALSE and null for a URI that is not known, E_POINTER for a null out. No reference is added.
+    /// S_FALSE and null for a URI that is not known, E_POINTER for a null out. No reference is added.
     HRESULT GetUpdatedPrintTicketFromMap(CXString& uri, IPartPrintTicket** ticket);
 
-    // Forgets the merged page tickets and the capabilities; for the change from job to job. Always S_OK.
+    /// Forgets the merged page tickets and the capabilities; for the change from job to job. Always S_OK.
     HRESULT ClearPerJobInMemoryDomDocumentCaches();
 
-    // Asks the spooler for the names of a job, under the user's token. Empty where one is not known. S_OK if
-    // the spooler knows both a document name and a user name, else E_FAIL. Throws CPComException if the
-    // thread cannot take the user's token.
+    /// Asks the spooler for the names of a job, under the user's token. Empty where one is not known. S_OK if
+    /// the spooler knows both a document name and a user name, else E_FAIL. Throws CPComException if the
+    /// thread cannot take the user's token.
     HRESULT GetJobNameUserNameAndDomainName(ULONG jobId, void* printerHandle, CXString& jobName,
                                             CXString& userName, CXString& domain);
 
@@ -106,8 +107,8 @@ private:
     CComPtr<IXMLDOMDocument2> m_jobTicket;
     CComPtr<IXMLDOMDocument2> m_documentTicket;
     CComPtr<IXMLDOMDocument2> m_pageTicket;
-    // What the next level is merged on: never handed out, so that an edit of the tickets above does not reach
-    // it.
+    /// What the next level is merged on: never handed out, so that an edit of the tickets above does not
+    /// reach it.
     CComPtr<IXMLDOMDocument2> m_jobBaseTicket;
     CComPtr<IXMLDOMDocument2> m_documentBaseTicket;
     bool m_jobTicketChanged;

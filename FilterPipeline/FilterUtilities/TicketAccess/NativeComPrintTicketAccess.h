@@ -67,7 +67,7 @@ public:
     void RemoveSecurePrintFeature() override;
 
     [[nodiscard]] CPString GetPrintTicketImplementationNameForDebug() const override;
-    // The flag has no effect here.
+    /// The flag has no effect here.
     void GetPrintTicketAsXmlString(CPString& out, bool flag) const override;
     void GetPrintCapabilitiesAsXmlString(CPString& out, bool flag) const override;
 

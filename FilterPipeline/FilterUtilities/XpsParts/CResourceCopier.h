@@ -4,11 +4,11 @@
 
 #include <filterpipeline.h>
 
-// Gives one page the resources of another.
+/// Gives one page the resources of another.
 class OV_FILTER_UTILITIES_API CResourceCopier {
 public:
     virtual ~CResourceCopier();
 
-    // Binds each resource of the one page to the other. The first failure ends it.
+    /// Binds each resource of the one page to the other. The first failure ends it.
     HRESULT CopyPageResources(const IFixedPage* from, IFixedPage* to);
 };

@@ -8,8 +8,8 @@
 #include <filterpipeline.h>
 #include <msxml6.h>
 
-// Base of the handlers that rewrite markup as it streams through. Every event does nothing and succeeds, so
-// that a handler overrides those that it needs.
+/// Base of the handlers that rewrite markup as it streams through. Every event does nothing and succeeds, so
+/// that a handler overrides those that it needs.
 class OV_FILTER_UTILITIES_API CSaxHandler : public CUnknown<ISAXContentHandler> {
 public:
     CSaxHandler();
@@ -33,8 +33,8 @@ public:
     HRESULT STDMETHODCALLTYPE skippedEntity(const wchar_t* name, int length) override;
 
 protected:
-    // Replaces the BSTR by one in which the five characters that markup reserves are entities. A null string
-    // stays.
+    /// Replaces the BSTR by one in which the five characters that markup reserves are entities. A null string
+    /// stays.
     HRESULT EscapeEntity(BSTR* text);
 
     // Write the text as UTF-8. An empty text is E_FAIL. A short write is not looked at.

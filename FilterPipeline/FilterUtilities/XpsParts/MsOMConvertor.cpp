@@ -72,7 +72,7 @@ CComPtr<IStream> GetIStreamFromTicket(const CComPtr<IPartPrintTicket>& ticket) {
 
 CComPtr<IStream> CreateIStreamFromTicketStream(const CComPtr<IPrintReadStream>& reader) {
     const OperationScope operation("CreateIStreamFromTicketStream");
-    return CopyInMemory(reader, MostTicketBytes);
+    return CopyInMemory(reader, mostTicketBytes);
 }
 
 CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,

@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-// A ticket of a few texts.
+/// A ticket of a few texts.
 class FakePrintTicketAccess : public IPrintTicketAccess {
 public:
     std::set<std::wstring> supported;
@@ -20,7 +20,7 @@ public:
     bool fails = false; // at every question for an option
     mutable int settingsReads = 0;
 
-    // A supported feature with an option.
+    /// A supported feature with an option.
     void Choose(const std::wstring& feature, const std::wstring& option) {
         supported.insert(feature);
         options[feature] = option;

@@ -14,7 +14,7 @@
 #include <memory>
 #include <optional>
 
-// A feature of a device's capabilities.
+/// A feature of a device's capabilities.
 struct OfferedFeature {
     std::string name;
     std::vector<std::string> values = {};
@@ -51,7 +51,7 @@ inline std::string DeviceDocument(const std::vector<OfferedFeature>& features) {
     return text;
 }
 
-// A job from its four places. What is put into the places counts until the first question.
+/// A job from its four places. What is put into the places counts until the first question.
 class JobUnderTest {
 public:
     enum class Kind { OfJob, OfJobWithAttributeBytes, OutsideJob };
@@ -63,7 +63,7 @@ public:
     Dimension outputWidth{8.5, Dimension::Inch};
     Dimension outputHeight{11, Dimension::Inch};
 
-    // An element of the public document settings.
+    /// An element of the public document settings.
     void AddElement(const std::string& name, const std::string& text, const std::string& attributes = {}) {
         m_elements += "<" + name + " " + attributes + ">" + text + "</" + name + ">";
         ticket.publicSettings = "<OrvelPublicDocSettings>" + m_elements + "</OrvelPublicDocSettings>";
@@ -101,7 +101,7 @@ private:
     std::optional<DataModelLessFeatureAccess> m_access;
 };
 
-// An option's value with the place that decided.
+/// An option's value with the place that decided.
 struct Answered {
     bool isSpecified = false;
     int value = DataModelIds::VAL_UNSPECIFIED;

@@ -35,7 +35,7 @@ inline std::string SizeFeature(const std::string& options) {
     return "<psf:Feature name='psk:PageMediaSize'>" + options + "</psf:Feature>";
 }
 
-// The first node that an expression selects.
+/// The first node that an expression selects.
 inline CComPtr<IXMLDOMNode> NodeOf(const PrintSchemaXmlDocument& document, const wchar_t* xpath) {
     CComPtr<IXMLDOMNode> node;
     EXPECT_EQ(document.GetNode(xpath, &node), S_OK);

@@ -14,10 +14,10 @@ std::string NestedFeatures(std::size_t n) {
 
 // Private features within one another, as deep as a document may be.
 std::string DeepFeatures(std::size_t n) {
-    constexpr std::size_t Deep = 128;
-    return Times(n / Deep, [&](std::size_t) {
-        return Times(Deep, [](std::size_t) { return std::string("<psf:Feature name='p:F'>"); }) +
-               Times(Deep, [](std::size_t) { return std::string("</psf:Feature>"); });
+    constexpr std::size_t deep = 128;
+    return Times(n / deep, [&](std::size_t) {
+        return Times(deep, [](std::size_t) { return std::string("<psf:Feature name='p:F'>"); }) +
+               Times(deep, [](std::size_t) { return std::string("</psf:Feature>"); });
     });
 }
 
@@ -41,7 +41,7 @@ void DeletePrivate(OpenTicket& ticket) {
     EXPECT_EQ(S_OK, ticket.DeletePrivateFeatures(PrintSchema::USER_KEYWORDS_URI));
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"ReadsFeaturesAndRenamesThem",
      [](std::size_t n) { return [bytes = Bytes(Features(n))] { OpenTicket ticket(bytes); }; }},
     {"LooksForAFeature", On(Features,
@@ -75,6 +75,6 @@ class DocumentGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(DocumentGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, DocumentGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, DocumentGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

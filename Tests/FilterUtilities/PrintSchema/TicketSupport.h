@@ -18,7 +18,7 @@
 #include <string>
 #include <string_view>
 
-// Documents are made in an apartment.
+/// Documents are made in an apartment.
 class Apartment : public ::testing::Environment {
     void SetUp() override { ASSERT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK); }
     void TearDown() override { CoUninitialize(); }
@@ -40,7 +40,7 @@ inline std::string Declare(const std::string& prefix, const std::string& uri) {
     return " xmlns" + (prefix.empty() ? "" : ":" + prefix) + "='" + uri + "'";
 }
 
-// A ticket with the usual declarations, those given, and content.
+/// A ticket with the usual declarations, those given, and content.
 inline std::string Ticket(const std::string& content, const std::string& declarations = {}) {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<psf:PrintTicket" + Declare("psf", frameworkUri) +
            Declare("psk", keywordsUri) + Declare("xsi", "http://www.w3.org/2001/XMLSchema-instance") +
@@ -70,7 +70,7 @@ inline CComPtr<IStream> StreamOf(std::string_view bytes) {
     return stream;
 }
 
-// The library's document with what it keeps for its subclasses.
+/// The library's document with what it keeps for its subclasses.
 class OpenTicket : public PrintTicketXmlDocument {
 public:
     using PrintTicketXmlDocument::PrintTicketXmlDocument;
@@ -95,7 +95,7 @@ inline std::string XmlOf(const PrintSchemaXmlDocument& document) {
 
 inline std::string TextOf(const CComBSTR& text) { return text.m_str ? Narrow(text.m_str) : "(null)"; }
 
-// The result of an operation, also of one that raises it.
+/// The result of an operation, also of one that raises it.
 inline HRESULT ResultOf(const std::function<HRESULT()>& operation) {
     try {
         return operation();
@@ -104,7 +104,7 @@ inline HRESULT ResultOf(const std::function<HRESULT()>& operation) {
     }
 }
 
-// That it raises, with this result and this operation's name.
+/// That it raises, with this result and this operation's name.
 inline void ExpectRaised(const std::function<void()>& operation, HRESULT result,
                          const std::string& function) {
     try {
@@ -125,8 +125,8 @@ inline std::string MessageOf(const std::function<void()>& operation) {
     }
 }
 
-// What an outside reader finds in a document's text, by an expression with the usual prefixes; "(malformed)"
-// if it cannot read it, with namespaces, at all.
+/// What an outside reader finds in a document's text, by an expression with the usual prefixes; "(malformed)"
+/// if it cannot read it, with namespaces, at all.
 inline std::string OutsideView(const std::string& text, const std::string& xpath) {
     const std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> tree(
         xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, "UTF-8",

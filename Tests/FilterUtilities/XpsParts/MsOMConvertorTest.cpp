@@ -116,11 +116,11 @@ TEST(GetIStreamFromPart, CopiesThePartAndRefusesNone) {
 }
 
 TEST(CreateIStreamFromTicketStream, RefusesATicketTooLargeBeforeItIsRead) {
-    static_assert(MostTicketBytes == OvPlatform::MostDocumentBytes);
+    static_assert(mostTicketBytes == OvPlatform::mostDocumentBytes);
     const auto reader = MakeFake<MemoryReadStream>("few bytes");
     EXPECT_EQ(ReadAll(CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(reader))), "few bytes");
     reader->readResult = E_ABORT;
-    reader->claimedMore = static_cast<LONGLONG>(MostTicketBytes) - 8;
+    reader->claimedMore = static_cast<LONGLONG>(mostTicketBytes) - 8;
     EXPECT_EQ(ResultOf([&] { CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(reader)); }),
               E_OUTOFMEMORY);
 }

@@ -10,10 +10,10 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::string Provider = "{b8cf8530-5562-47c4-ab67-b1f69ecf961e}";
-const std::string Consumer = "{4368D8A2-4181-4A9F-B295-3D9A38BB9BA0}";
-const std::string ReadStream = "{4d47a67c-66cc-4430-850e-daf466fe5bc4}";
-const std::string WriteStream = "{65bb7f1b-371e-4571-8ac7-912f510c1a38}";
+const std::string provider = "{b8cf8530-5562-47c4-ab67-b1f69ecf961e}";
+const std::string consumer = "{4368D8A2-4181-4A9F-B295-3D9A38BB9BA0}";
+const std::string readStream = "{4d47a67c-66cc-4430-850e-daf466fe5bc4}";
+const std::string writeStream = "{65bb7f1b-371e-4571-8ac7-912f510c1a38}";
 
 std::string FilterElement(const std::string& input, const std::string& output, const std::string& more = {}) {
     return "<Filter dll=\"a.dll\" clsid=\"{6a1f0f3e-0d0c-4c7e-9b52-1e5a7730c101}\" name=\"A\"><Input "
@@ -32,9 +32,9 @@ protected:
 
 TEST_F(ConfigurationTest, ReadsFiltersInOrderWithTheirEnds) {
     const PipelineSpec spec = Read(
-        "<Filters>" + FilterElement(Provider, Consumer) +
-        FilterElement(Provider, WriteStream, "<Interleaving mode=\"MarkupFirst\"/>") +
-        FilterElement(ReadStream, WriteStream) +
+        "<Filters>" + FilterElement(provider, consumer) +
+        FilterElement(provider, writeStream, "<Interleaving mode=\"MarkupFirst\"/>") +
+        FilterElement(readStream, writeStream) +
         "<FilterServiceProvider dll=\"s.dll\"/><OptionalFilterServiceProvider dll=\"o.dll\"/></Filters>");
     ASSERT_EQ(3u, spec.filters.size());
     EXPECT_EQ("A", spec.filters[0].name);
@@ -54,15 +54,15 @@ TEST_F(ConfigurationTest, RefusesWhatIsWrongWithItsLine) {
         {"<Filters>\n<Filtre/></Filters>", "line 2: unknown element Filtre"},
         {"<Filters><Filter clsid=\"x\"/></Filters>", "Filter has no dll"},
         {"<Filters><Filter dll=\"a\" clsid=\"{x}\"/></Filters>", "the clsid \"{x}\" is no GUID"},
-        {"<Filters>" + FilterElement(Consumer, Consumer) + "</Filters>",
+        {"<Filters>" + FilterElement(consumer, consumer) + "</Filters>",
          "is not an interface that this host connects"},
-        {"<Filters>" + FilterElement(Provider, Consumer, "<Output guid=\"" + Consumer + "\"/>") +
+        {"<Filters>" + FilterElement(provider, consumer, "<Output guid=\"" + consumer + "\"/>") +
              "</Filters>",
          "a second Output"},
         {"<Filters><Filter dll=\"a\" clsid=\"{6a1f0f3e-0d0c-4c7e-9b52-1e5a7730c101}\"><Output guid=\"" +
-             Consumer + "\"/></Filter></Filters>",
+             consumer + "\"/></Filter></Filters>",
          "the filter a has no Input"},
-        {"<Filters>" + FilterElement(Provider, Consumer, "<Interleaving mode=\"Both\"/>") + "</Filters>",
+        {"<Filters>" + FilterElement(provider, consumer, "<Interleaving mode=\"Both\"/>") + "</Filters>",
          "the interleaving mode \"Both\""},
     };
     for (const auto& [text, problem] : cases) {

@@ -16,8 +16,8 @@ using testing::Not;
 
 namespace {
 
-constexpr FilterEnds PartsToParts{EndKind::XpsParts, EndKind::XpsParts};
-constexpr const char* FirstPage = "/Documents/1/Pages/1.fpage";
+constexpr FilterEnds partsToParts{EndKind::XpsParts, EndKind::XpsParts};
+constexpr const char* firstPage = "/Documents/1/Pages/1.fpage";
 
 class EndingsTest : public testing::Test {
 protected:
@@ -55,7 +55,7 @@ CComPtr<IPrintWriteStream> AddImage(IXpsDocumentConsumer* to, IFixedPage* page) 
     return stream;
 }
 
-bool IsFirst(IFixedPage* page) { return UriOf(page) == FirstPage; }
+bool IsFirst(IFixedPage* page) { return UriOf(page) == firstPage; }
 
 TEST_F(EndingsTest, AStreamThatItsFilterLeavesOpenFailsTheJobInItsName) {
     CComPtr<IPrintWriteStream> kept; // outlives the filters, as one that was never released
@@ -79,8 +79,8 @@ TEST_F(EndingsTest, AStreamThatItsFilterLeavesOpenFailsTheJobInItsName) {
     });
     const std::string left = ": filter keeps is done and has left the stream open that it wrote: 0x80520113";
     const Rows<std::vector<FilterSpec>, std::string> cases{
-        {{Filter("keeps", keepMarkup)}, "the output: " + (FirstPage + left)},
-        {{Filter("keeps", keepMarkup), Filter("reads", readMarkup)}, "filter reads: " + (FirstPage + left)},
+        {{Filter("keeps", keepMarkup)}, "the output: " + (firstPage + left)},
+        {{Filter("keeps", keepMarkup), Filter("reads", readMarkup)}, "filter reads: " + (firstPage + left)},
         {{Filter("keeps", keepImage), Filter("passes", PassOn()), Filter("reads", readImage)},
          "/Resources/new.png" + left},
     };
@@ -104,7 +104,7 @@ TEST_F(EndingsTest, AFilterMayCloseItsFirstStreamAfterItsLastPage) {
     };
     const JobOutcome outcome = Run({Filter("late", closeLate), Filter("passes", PassOn())}, 40);
     EXPECT_TRUE(outcome.isWritten) << FailureLine(outcome);
-    EXPECT_EQ("<FixedPage/>", ReadZip(m_folder / "out.xps").at(FirstPage + 1));
+    EXPECT_EQ("<FixedPage/>", ReadZip(m_folder / "out.xps").at(firstPage + 1));
 }
 
 // The filters before and behind it do not work yet.
@@ -115,7 +115,7 @@ TEST_F(EndingsTest, NoFilterWaitsForAnotherBeforeBothAreStarted) {
         CComPtr<IUnknown> part;
         result = env.Provider()->GetXpsPart(&part);
     };
-    Run({Filter("first", PassOn()), Filter("eager", PassOn(), PartsToParts, calls)});
+    Run({Filter("first", PassOn()), Filter("eager", PassOn(), partsToParts, calls)});
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), result);
 
     calls->atInitialisation = [&](const FilterEnv& env) {
@@ -126,7 +126,7 @@ TEST_F(EndingsTest, NoFilterWaitsForAnotherBeforeBothAreStarted) {
         for (result = S_OK; SUCCEEDED(result);)
             result = env.Consumer()->SendXpsUnknown(image);
     };
-    Run({Filter("eager", PassOn(), PartsToParts, calls), Filter("last", PassOn())});
+    Run({Filter("eager", PassOn(), partsToParts, calls), Filter("last", PassOn())});
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), result);
 }
 
@@ -135,7 +135,7 @@ TEST_F(EndingsTest, AShutdownThatThrowsFailsTheJob) {
     calls->atShutdown = [] { throw std::runtime_error("no way down"); };
     const auto after = std::make_shared<TestFilter::Calls>();
     ExpectFailure(
-        Run({Filter("bad", PassOn(), PartsToParts, calls), Filter("after", PassOn(), PartsToParts, after)}),
+        Run({Filter("bad", PassOn(), partsToParts, calls), Filter("after", PassOn(), partsToParts, after)}),
         "filter bad (ShutdownOperation): no way down: 0x80004005");
     EXPECT_EQ(1, after->shutDown);
 }
@@ -148,7 +148,7 @@ public:
     static FilterSpec Spec(OnPage onPage) {
         FilterSpec spec;
         spec.name = "talks";
-        spec.ends = PartsToParts;
+        spec.ends = partsToParts;
         spec.maker = [onPage = std::move(onPage)]() -> IPrintPipelineFilter* {
             return new LibraryFilter(onPage);
         };

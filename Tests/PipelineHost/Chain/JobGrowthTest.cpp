@@ -61,25 +61,25 @@ void Replace(IFixedPage* page, BSTR uri, IUnknown* part) {
 
 void Delete(IFixedPage* page, BSTR uri, IUnknown*) { EXPECT_EQ(S_OK, page->DeleteResource(uri)); }
 
-const std::string Base = SampleJob().Base();
-const std::string Relations = "Documents/1/Pages/_rels/1.fpage.rels";
+const std::string base = SampleJob().Base();
+const std::string relations = "Documents/1/Pages/_rels/1.fpage.rels";
 
 std::string Name(const std::string& head, std::size_t i, const std::string& end) {
     return head + std::to_string(i) + end;
 }
 
 void ManyPages(ZipItems& items, std::size_t n) {
-    std::string markup = "<FixedDocument xmlns=\"" + Base + "\">";
+    std::string markup = "<FixedDocument xmlns=\"" + base + "\">";
     for (std::size_t i = 1; i <= n; ++i) {
         items[Name("Documents/1/Pages/", i, ".fpage")] = items["Documents/1/Pages/1.fpage"];
-        items[Name("Documents/1/Pages/_rels/", i, ".fpage.rels")] = items[Relations];
+        items[Name("Documents/1/Pages/_rels/", i, ".fpage.rels")] = items[relations];
         markup += Name("<PageContent Source=\"Pages/", i, ".fpage\"/>");
     }
     items["Documents/1/FixedDoc.fdoc"] = markup + "</FixedDocument>";
 }
 
 void ManyDocuments(ZipItems& items, std::size_t n) {
-    std::string markup = "<FixedDocumentSequence xmlns=\"" + Base + "\">";
+    std::string markup = "<FixedDocumentSequence xmlns=\"" + base + "\">";
     for (std::size_t i = 1; i <= n; ++i) {
         items[Name("Documents/", i, "/FixedDoc.fdoc")] = items["Documents/1/FixedDoc.fdoc"];
         items[Name("Documents/", i, "/Pages/1.fpage")] = items["Documents/1/Pages/1.fpage"];
@@ -92,25 +92,25 @@ void ManyResources(ZipItems& items, std::size_t n) {
     SampleJob::Links links;
     for (std::size_t i = 0; i < n; ++i) {
         items[Name("Resources/i", i, ".png")] = "x";
-        links.push_back({Base + "/required-resource", Name("/Resources/i", i, ".png")});
+        links.push_back({base + "/required-resource", Name("/Resources/i", i, ".png")});
     }
-    items[Relations] = SampleJob::Relationships(links);
+    items[relations] = SampleJob::Relationships(links);
 }
 
 // Each dictionary leads to the next one.
 void ChainedDictionaries(ZipItems& items, std::size_t n) {
     const auto to = [](std::size_t i) {
-        return SampleJob::Relationships({{Base + "/required-resource", Name("/Resources/d", i, ".dict")}});
+        return SampleJob::Relationships({{base + "/required-resource", Name("/Resources/d", i, ".dict")}});
     };
     for (std::size_t i = 0; i < n; ++i) {
-        items[Name("Resources/d", i, ".dict")] = "<ResourceDictionary xmlns=\"" + Base + "\"/>";
+        items[Name("Resources/d", i, ".dict")] = "<ResourceDictionary xmlns=\"" + base + "\"/>";
         if (i + 1 != n) items[Name("Resources/_rels/d", i, ".dict.rels")] = to(i + 1);
     }
-    items[Relations] = to(0);
+    items[relations] = to(0);
 }
 
 void ManyForeignParts(ZipItems& items, std::size_t n) {
-    SampleJob::Links links{{Base + "/fixedrepresentation", "/FixedDocSeq.fdseq"}};
+    SampleJob::Links links{{base + "/fixedrepresentation", "/FixedDocSeq.fdseq"}};
     for (std::size_t i = 0; i < n; ++i) {
         items[Name("Foreign/", i, ".xml")] = "x";
         links.push_back({"urn:foreign", Name("/Foreign/", i, ".xml")});
@@ -119,7 +119,7 @@ void ManyForeignParts(ZipItems& items, std::size_t n) {
 }
 
 void ManyLinkTargets(ZipItems& items, std::size_t n) {
-    std::string markup = "<FixedDocument xmlns=\"" + Base +
+    std::string markup = "<FixedDocument xmlns=\"" + base +
                          "\"><PageContent Source=\"Pages/1.fpage\"><PageContent.LinkTargets>";
     for (std::size_t i = 0; i < n; ++i)
         markup += Name("<LinkTarget Name=\"t", i, "\"/>");
@@ -127,7 +127,7 @@ void ManyLinkTargets(ZipItems& items, std::size_t n) {
 }
 
 void ManyAttributes(ZipItems& items, std::size_t n) {
-    std::string markup = "<FixedDocument xmlns=\"" + Base + "\"><PageContent Source=\"Pages/1.fpage\"";
+    std::string markup = "<FixedDocument xmlns=\"" + base + "\"><PageContent Source=\"Pages/1.fpage\"";
     for (std::size_t i = 0; i < n; ++i)
         markup += Name(" a", i, "=\"\"");
     items["Documents/1/FixedDoc.fdoc"] = markup + "/></FixedDocument>";
@@ -156,16 +156,16 @@ std::function<void()> ReadConfiguration(std::size_t n) {
     return [=] { EXPECT_EQ(n, ReadPipelineConfiguration(folder->Path() / "pipeline.xml").filters.size()); };
 }
 
-constexpr std::size_t MostItems = 4000; // a page is several, and the archive made for this holds 65,535
+constexpr std::size_t mostItems = 4000; // a page is several, and the archive made for this holds 65,535
 
-const GrowthCase Cases[] = {
-    {"PrintsPages", On(ManyPages, Printing()), MostItems},
-    {"PrintsDocuments", On(ManyDocuments, Printing()), MostItems},
-    {"PrintsChainedDictionaries", On(ChainedDictionaries, Printing()), MostItems},
-    {"PrintsForeignParts", On(ManyForeignParts, Printing()), MostItems},
+const GrowthCase cases[] = {
+    {"PrintsPages", On(ManyPages, Printing()), mostItems},
+    {"PrintsDocuments", On(ManyDocuments, Printing()), mostItems},
+    {"PrintsChainedDictionaries", On(ChainedDictionaries, Printing()), mostItems},
+    {"PrintsForeignParts", On(ManyForeignParts, Printing()), mostItems},
     {"PrintsLinkTargets", On(ManyLinkTargets, Printing())},
-    {"ReplacesResources", On(ManyResources, Printing(Replace)), MostItems},
-    {"DeletesResources", On(ManyResources, Printing(Delete)), MostItems},
+    {"ReplacesResources", On(ManyResources, Printing(Replace)), mostItems},
+    {"DeletesResources", On(ManyResources, Printing(Delete)), mostItems},
     {"ReadsPipelineConfigurations", ReadConfiguration, 1'000},
     {"ReadsAttributes", On(ManyAttributes, Walk)},
 };
@@ -174,6 +174,6 @@ class JobGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(JobGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, JobGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, JobGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

@@ -18,9 +18,9 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr FilterEnds PartsToParts{EndKind::XpsParts, EndKind::XpsParts};
-constexpr FilterEnds PartsToBytes{EndKind::XpsParts, EndKind::Bytes};
-constexpr FilterEnds BytesToBytes{EndKind::Bytes, EndKind::Bytes};
+constexpr FilterEnds partsToParts{EndKind::XpsParts, EndKind::XpsParts};
+constexpr FilterEnds partsToBytes{EndKind::XpsParts, EndKind::Bytes};
+constexpr FilterEnds bytesToBytes{EndKind::Bytes, EndKind::Bytes};
 
 class PipelineTest : public testing::Test {
 protected:
@@ -210,8 +210,8 @@ TEST_F(PipelineTest, AMisbehavingFilterFailsTheJobWithOneLineAndNoOutput) {
         const auto before = std::make_shared<TestFilter::Calls>();
         const auto after = std::make_shared<TestFilter::Calls>();
         const JobOutcome outcome =
-            Run({}, {Filter("before", PassOn(), PartsToParts, before), Filter("bad", body, PartsToParts),
-                     Filter("after", PassOn(), PartsToParts, after)});
+            Run({}, {Filter("before", PassOn(), partsToParts, before), Filter("bad", body, partsToParts),
+                     Filter("after", PassOn(), partsToParts, after)});
         EXPECT_FALSE(outcome.isWritten);
         EXPECT_FALSE(outcome.isCancelled);
         EXPECT_THAT(FailureLine(outcome), HasSubstr(line));
@@ -243,7 +243,7 @@ TEST_F(PipelineTest, StartsNoFilterWhereOneCannotBeInitialised) {
     const auto bad = std::make_shared<TestFilter::Calls>();
     bad->initialiseResult = E_NOINTERFACE;
     const JobOutcome outcome =
-        Run({}, {Filter("good", PassOn(), PartsToParts, good), Filter("bad", PassOn(), PartsToParts, bad)});
+        Run({}, {Filter("good", PassOn(), partsToParts, good), Filter("bad", PassOn(), partsToParts, bad)});
     EXPECT_THAT(
         FailureLine(outcome),
         HasSubstr(
@@ -318,7 +318,7 @@ TEST_F(PipelineTest, CancellationWakesAFilterThatWaitsForBytes) {
     const auto calls = std::make_shared<TestFilter::Calls>();
     Pipeline pipeline(
         MakeJob(WriteJob({}), Output(),
-                {Filter("wait", wait, PartsToBytes, calls), Filter("read", read, BytesToBytes)}),
+                {Filter("wait", wait, partsToBytes, calls), Filter("read", read, bytesToBytes)}),
         std::make_shared<JobState>());
     std::thread canceller([&] {
         isWaiting.get_future().wait();

@@ -23,10 +23,10 @@ using testing::UnorderedElementsAre;
 
 namespace {
 
-const std::string PassThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
-const std::string PageList = OV_BINARY_DIR "/lib/libPageList.so";
-const std::string StreamCopy = OV_BINARY_DIR "/lib/libStreamCopy.so";
-const std::string SampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
+const std::string passThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
+const std::string pageList = OV_BINARY_DIR "/lib/libPageList.so";
+const std::string streamCopy = OV_BINARY_DIR "/lib/libStreamCopy.so";
+const std::string sampleQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
 
 class CommandsTest : public InOwnFolder {
 protected:
@@ -60,9 +60,9 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         {{}, "which command"},
         {{"print", "job.xps"}, "there is no command print"},
         {{"run"}, "which job? ov-pipeline run wants an XPS file"},
-        {{"run", "--filter", PassThrough, "job.xps", "other.XPS"},
+        {{"run", "--filter", passThrough, "job.xps", "other.XPS"},
          "one job at a time: job.xps or other.XPS?"},
-        {{"run", "--filter", PassThrough + ",{no-id}", "job.xps"}, "\"{no-id}\" is no class id"},
+        {{"run", "--filter", passThrough + ",{no-id}", "job.xps"}, "\"{no-id}\" is no class id"},
         {{"run", "--explain", "job.xps"}, "ov-pipeline run has no option --explain"},
         {{"run", "job.xps", "-o"}, "-o wants a value"},
         {{"run", "job.xps", "--filter", ""}, "--filter is given an empty value"},
@@ -95,7 +95,7 @@ TEST_F(CommandsTest, RunSumsUpWhatItDidAndWhatDidNotReachTheOutput) {
                  "ContentType=\"application/vnd.openxmlformats-package.digital-signature-origin\"/>");
     items["origin.sigs"] = "x";
     WriteZip("job.xps", items);
-    const CommandRun result({"run", "--filter", PassThrough, PassThrough, "job.xps", "-o", "out.xps"});
+    const CommandRun result({"run", "--filter", passThrough, passThrough, "job.xps", "-o", "out.xps"});
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     EXPECT_EQ("", result.errors);
     // To the first filter go the package and its core properties, the sequence, and for each document:
@@ -113,7 +113,7 @@ TEST_F(CommandsTest, RunSumsUpWhatItDidAndWhatDidNotReachTheOutput) {
             MatchesRegex("  bytes     [0-9.]+ KB in, [0-9.]+ KB out"),
             MatchesRegex("  time      [0-9]+\\.[0-9][0-9] s, [0-9]+ pages/s")));
     // Of bytes, nobody knows what is in them.
-    EXPECT_THAT(CommandRun({"run", "--filter", PageList, "-o", "out.txt", "job.xps"}).out,
+    EXPECT_THAT(CommandRun({"run", "--filter", pageList, "-o", "out.txt", "job.xps"}).out,
                 AllOf(HasSubstr("\n  pages     6 read\n"), testing::Not(HasSubstr("left out"))));
 }
 
@@ -121,7 +121,7 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     std::filesystem::create_directory("jobs");
     SampleJob().Write("jobs/letter.oxps");
     EXPECT_EQ(ExitOk, CommandRun({"run", "jobs/letter.oxps"}).code);
-    EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", PageList, StreamCopy, "jobs/letter.oxps"}).code);
+    EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", pageList, streamCopy, "jobs/letter.oxps"}).code);
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
     EXPECT_EQ(2u, Lines(TemporaryFolder::Read("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
@@ -137,7 +137,7 @@ TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument)
     items["Documents/2/Metadata/Doc_PT.xml"] = SampleTicket("PageOrientation", "Portrait");
     WriteZip("job.xps", items);
     ASSERT_EQ(ExitOk,
-              CommandRun({"run", "--filter", PassThrough, PageList, "-o", "out.txt", "job.xps"}).code);
+              CommandRun({"run", "--filter", passThrough, pageList, "-o", "out.txt", "job.xps"}).code);
     EXPECT_EQ("page 1: NorthAmericaLetter, Landscape\npage 2: NorthAmericaLetter, Portrait\n",
               TemporaryFolder::Read("out.txt"));
 }
@@ -157,7 +157,7 @@ TEST_F(CommandsTest, AFailedRunNamesFilterPartAndResultAndLeavesAnOldOutputAlone
     job.pageTicket = "<psf:PrintTicket";
     job.Write("job.xps");
     std::ofstream("out.xps") << "old";
-    const CommandRun result({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    const CommandRun result({"run", "--filter", passThrough, "-o", "out.xps", "job.xps"});
     ExpectRefusal(result, ExitJobFailed,
                   "ov-pipeline: job.xps: filter PassThrough at /Metadata/Page_PT.xml: ");
     EXPECT_THAT(result.errors, HasSubstr(": 0x80040005 E_DELTA_PRINTTICKET_FORMAT (the part's print ticket "
@@ -172,7 +172,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
     items.erase("Documents/1/Pages/1.fpage");
     WriteZip("pageless.xps", items);
     ASSERT_EQ(0, mkfifo("pipe", 0600)); // nobody is going to write there
-    ExpectRefusal(CommandRun({"run", "--filter", StreamCopy, "-o", "out", "pipe"}), ExitInputRefused,
+    ExpectRefusal(CommandRun({"run", "--filter", streamCopy, "-o", "out", "pipe"}), ExitInputRefused,
                   "cannot read pipe: this is not a file");
     const std::pair<const char*, const char*> jobs[] = {
         {"none.xps", "none.xps: there is no such file: 0x80070002 ERROR_FILE_NOT_FOUND"},
@@ -181,7 +181,7 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
         {"pageless.xps", "pageless.xps: /Documents/1/FixedDoc.fdoc names the page Pages/1.fpage, which the "
                          "package does not hold: 0x8052010b"}};
     const std::vector<std::string> commands[] = {
-        {"run", "--filter", PassThrough, "-o", "out.xps"}, {"parts"}, {"ticket", "--page", "1"}};
+        {"run", "--filter", passThrough, "-o", "out.xps"}, {"parts"}, {"ticket", "--page", "1"}};
     for (std::vector<std::string> arguments : commands)
         for (const auto& [job, words] : jobs) {
             arguments.emplace_back(job);
@@ -206,9 +206,9 @@ TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
         {{"--config", "pipe"}, "ov-pipeline: cannot read pipe: this is not a file"},
         {{"--config", "job.xps"}, "ov-pipeline: job.xps line 1: "},
         {{"-o", "folder"}, "the output: folder: this is a folder, not a file to be replaced: 0x80070005"},
-        {{"--filter", PageList, "-o", "pipe"}, "pipe: this is no file that can be replaced"},
+        {{"--filter", pageList, "-o", "pipe"}, "pipe: this is no file that can be replaced"},
         {{"-o", "none/out.xps"}, "none/out.xps: cannot be written"},
-        {{"--filter", PageList, "-o", "none/out.txt"}, "none/out.txt: cannot be written"},
+        {{"--filter", pageList, "-o", "none/out.txt"}, "none/out.txt: cannot be written"},
     };
     for (const auto& [options, words] : cases) {
         std::vector<std::string> arguments{"run", "job.xps"};
@@ -227,7 +227,7 @@ TEST_F(CommandsTest, BadQueueFoldersAreRefusedBeforeTheJob) {
     };
     for (const auto& [damaged, words] : cases) {
         std::filesystem::remove_all("queue");
-        std::filesystem::copy(SampleQueue, "queue");
+        std::filesystem::copy(sampleQueue, "queue");
         std::filesystem::permissions("queue", std::filesystem::perms::owner_all);
         std::filesystem::remove(std::filesystem::path("queue") / damaged);
         if (std::string(damaged) != "queue.xml") std::ofstream(std::string("queue/") + damaged) << "<a";
@@ -243,7 +243,7 @@ TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
     job.pages = 1;
     job.hasExtras = false;
     job.Write("job.xps");
-    const CommandRun result({"run", "--trace", "--filter", PassThrough, "-o", "out.xps", "job.xps"});
+    const CommandRun result({"run", "--trace", "--filter", passThrough, "-o", "out.xps", "job.xps"});
     ASSERT_EQ(ExitOk, result.code);
     // The filter and the output work at the same time: the order is that of each.
     std::map<std::string, std::vector<std::string>> steps;
@@ -264,7 +264,7 @@ TEST_F(CommandsTest, TraceTellsEveryPartAndStepInOrder) {
     EXPECT_EQ("is done", filter.back());
     EXPECT_LT(place("receives the end of the parts"), place("closes its output"));
     EXPECT_THAT(steps["output"],
-                ElementsAre("writes " + std::string(SampleJob::FontName), "writes /Resources/Picture.png",
+                ElementsAre("writes " + std::string(SampleJob::fontName), "writes /Resources/Picture.png",
                             "writes /Resources/Brushes.dict", "writes /Resources/Pattern.jpg",
                             "writes " + page, "writes " + document, "writes /FixedDocSeq.fdseq"));
 }
@@ -309,7 +309,7 @@ TEST_F(CommandsTest, PartsShowsTheTreeWithSizesAndTickets) {
     ASSERT_EQ(ExitOk, result.code) << result.errors;
     // Of the sizes, one of bytes that the test knows.
     EXPECT_THAT(result.out, HasSubstr("  image /Resources/Picture.png  12 bytes\n"));
-    const std::string font = SampleJob::FontName;
+    const std::string font = SampleJob::fontName;
     EXPECT_THAT(
         Lines(std::regex_replace(result.out, std::regex("  [0-9.]+ (bytes|KB)"), "")),
         ElementsAre(
@@ -353,7 +353,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
     WriteZip("damaged.xps", items);
     items[document] = "<" + hostile + "\n";
     WriteZip("markup.xps", items);
-    std::ofstream("pipeline.xml") << "<Filters><Filter dll=\"" << PassThrough << "\" name=\"" << breaking
+    std::ofstream("pipeline.xml") << "<Filters><Filter dll=\"" << passThrough << "\" name=\"" << breaking
                                   << R"(" clsid="{6a1f0f3e-0d0c-4c7e-9b52-1e5a7730c101}">)"
                                   << R"(<Input guid="{b8cf8530-5562-47c4-ab67-b1f69ecf961e}"/>)"
                                   << R"(<Output guid="{4368d8a2-4181-4a9f-b295-3d9a38bb9ba0}"/>)"

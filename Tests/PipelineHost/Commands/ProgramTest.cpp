@@ -21,8 +21,8 @@ using testing::UnorderedElementsAre;
 
 namespace {
 
-const std::string PassThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
-const std::string Misbehaves = OV_BINARY_DIR "/lib/libMisbehaves.so";
+const std::string passThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
+const std::string misbehaves = OV_BINARY_DIR "/lib/libMisbehaves.so";
 
 // ov-pipeline with its error stream on a pipe or a terminal. Killed at the end if it still runs.
 class Program {
@@ -116,7 +116,7 @@ protected:
 
 TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
     const std::pair<std::vector<std::string>, int> cases[] = {
-        {{"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}, 0},
+        {{"run", "--filter", passThrough, "-o", "out.xps", "job.xps"}, 0},
         {{"run", "--filter", "NoSuchModule", "job.xps"}, 1},
         {{"run"}, 2},
         {{"parts", "none.xps"}, 3},
@@ -129,7 +129,7 @@ TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
 }
 
 TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
-    Program program({"run", "--filter", PassThrough, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+    Program program({"run", "--filter", passThrough, "-o", "out.xps", "job.xps"}, m_folder.Path(),
                     Program::Errors::Pipe, [] { close_range(STDIN_FILENO, STDERR_FILENO, 0); });
     EXPECT_EQ(1, program.Finish()); // the summary cannot be written, and goes nowhere else
     EXPECT_EQ(0, Program({"parts", "out.xps"}, m_folder.Path()).Finish());
@@ -137,7 +137,7 @@ TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
 
 TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
     for (const int signal : {SIGINT, SIGTERM}) {
-        Program program({"run", "--trace", "--filter", PassThrough, Misbehaves, "-o", "out.xps", "job.xps"},
+        Program program({"run", "--trace", "--filter", passThrough, misbehaves, "-o", "out.xps", "job.xps"},
                         m_folder.Path());
         ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
         program.Signal(signal);
@@ -148,7 +148,7 @@ TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
 }
 
 TEST_F(ProgramTest, ATerminalShowsProgress) {
-    Program program({"run", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+    Program program({"run", "--filter", misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
                     Program::Errors::Terminal);
     EXPECT_TRUE(program.WaitFor("2 pages, ")) << program.Said();
     program.Signal(SIGINT);
@@ -157,7 +157,7 @@ TEST_F(ProgramTest, ATerminalShowsProgress) {
 
 TEST_F(ProgramTest, SaysWhichFilterIsWaitedForAndEndsAtTheSecondSignal) {
     const EnvironmentVariable misbehaviour("OV_TEST_MISBEHAVIOUR", "hang");
-    Program program({"run", "--trace", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path());
+    Program program({"run", "--trace", "--filter", misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path());
     ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
     program.Signal(SIGINT);
     EXPECT_TRUE(
@@ -170,7 +170,7 @@ TEST_F(ProgramTest, SaysWhichFilterIsWaitedForAndEndsAtTheSecondSignal) {
 }
 
 TEST_F(ProgramTest, ASignalThatWasIgnoredStaysIgnored) {
-    Program program({"run", "--trace", "--filter", Misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
+    Program program({"run", "--trace", "--filter", misbehaves, "-o", "out.xps", "job.xps"}, m_folder.Path(),
                     Program::Errors::Pipe, [] { signal(SIGINT, SIG_IGN); });
     ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
     program.Signal(SIGINT);
@@ -188,7 +188,7 @@ TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
     };
     for (const auto& [how, code, words] : cases) {
         const EnvironmentVariable misbehaviour("OV_TEST_MISBEHAVIOUR", how);
-        Program program({"run", "--filter", Misbehaves, PassThrough, "-o", "out.xps", "job.xps"},
+        Program program({"run", "--filter", misbehaves, passThrough, "-o", "out.xps", "job.xps"},
                         m_folder.Path());
         EXPECT_EQ(code, program.Finish()) << how << program.Said();
         EXPECT_THAT(program.Said(), HasSubstr(words));
@@ -202,7 +202,7 @@ TEST_F(ProgramTest, WithoutThreadsItSaysWhatItWantedThemFor) {
     static int limit;
     int failures = 0;
     for (limit = 1; limit < 8; ++limit) {
-        Program program({"run", "--filter", PassThrough, PassThrough, "-o", "out.xps", "job.xps"},
+        Program program({"run", "--filter", passThrough, passThrough, "-o", "out.xps", "job.xps"},
                         m_folder.Path(), Program::Errors::Pipe, [] {
                             const rlimit threads{static_cast<rlim_t>(limit), static_cast<rlim_t>(limit)};
                             if (setrlimit(RLIMIT_NPROC, &threads) != 0 ||

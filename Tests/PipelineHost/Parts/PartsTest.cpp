@@ -32,7 +32,7 @@ protected:
         return part;
     }
     CComPtr<IPartFont2> Font() {
-        CComPtr<IUnknown> part = MakeStoredPart(m_context, *m_context->package->Find(SampleJob::FontName));
+        CComPtr<IUnknown> part = MakeStoredPart(m_context, *m_context->package->Find(SampleJob::fontName));
         return CComQIPtr<IPartFont2>(part);
     }
 
@@ -50,9 +50,9 @@ std::string Packed(IPartFont* font, const std::string& name) {
 TEST_F(PartsTest, FontsAreReadPlainAndPackedAsTheirOptionsSay) {
     const auto font = Font();
     EXPECT_EQ(SampleJob::FontBytes(), BytesOf(font));
-    EXPECT_EQ(SampleJob::StoredFontBytes(), Packed(font, SampleJob::FontName));
+    EXPECT_EQ(SampleJob::StoredFontBytes(), Packed(font, SampleJob::fontName));
     ASSERT_EQ(S_OK, font->SetFontOptions(Font_Normal));
-    EXPECT_EQ(SampleJob::FontBytes(), Packed(font, SampleJob::FontName));
+    EXPECT_EQ(SampleJob::FontBytes(), Packed(font, SampleJob::fontName));
 
     CComPtr<IPrintWriteStream> stream;
     const auto made = NewPart<IPartFont>("/Fonts/00010203-0405-0607-0809-0a0b0c0d0e0f.odttf", stream);
@@ -184,7 +184,7 @@ TEST_F(PartsTest, ManyBytesOfANewPartComeBackFromTheDisk) {
     CComPtr<IPrintWriteStream> stream;
     const auto image = NewPart<IPartImage>("/Images/large.tif", stream);
     std::string expected;
-    for (int i = 0; expected.size() <= 2 * SpooledBytes::MemoryBound; ++i) {
+    for (int i = 0; expected.size() <= 2 * SpooledBytes::memoryBound; ++i) {
         const std::string line = "line " + std::to_string(i) + std::string(1000, '.');
         expected += line;
         ULONG written = 0;

@@ -87,7 +87,7 @@ TEST_F(PackageSourceTest, GivesAPageTheResourcesOfItsDictionariesToo) {
     items["Resources/Other.png"] = "an image that no page relates to";
     const CComPtr<IFixedPage> page = FirstPage(items);
     EXPECT_THAT(PartsOf(page),
-                ElementsAre(std::string("font ") + SampleJob::FontName, "image /Resources/Picture.png",
+                ElementsAre(std::string("font ") + SampleJob::fontName, "image /Resources/Picture.png",
                             "resource dictionary /Resources/Brushes.dict", "image /Resources/Pattern.jpg"));
     const Rows<const wchar_t*, HRESULT> asked{
         {L"../../../resources/PICTURE.png", S_OK}, // relative, in another case

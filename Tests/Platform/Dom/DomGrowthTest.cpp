@@ -36,17 +36,17 @@ std::string ManyAttributes(std::size_t n) {
 
 // So many declarations in force, and so many elements under the first of them.
 std::string DeclarationsInForce(std::size_t n) {
-    constexpr std::size_t Levels = 200;
+    constexpr std::size_t levels = 200;
     std::string text = "<a xmlns:f='urn:f'>";
-    for (std::size_t level = 0; level < Levels; ++level)
+    for (std::size_t level = 0; level < levels; ++level)
         text += "<a" +
-                Times(n / Levels,
+                Times(n / levels,
                       [&](std::size_t i) {
                           return " xmlns:p" + std::to_string(level) + "_" + std::to_string(i) + "='u'";
                       }) +
                 ">";
     text += Times(n, [](std::size_t) { return "<f:a/>"; });
-    return text + Times(Levels + 1, [](std::size_t) { return "</a>"; });
+    return text + Times(levels + 1, [](std::size_t) { return "</a>"; });
 }
 
 std::string References(std::size_t n) {
@@ -94,7 +94,7 @@ GrowthMaker Nesting(bool fromOutside, Release order) {
     });
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"LoadsChildren", Reading(Load, Children)},
     {"LoadsAttributes", Reading(Load, ManyAttributes)},
     {"LoadsDeclarationsInForce", Reading(Load, DeclarationsInForce)},
@@ -167,6 +167,6 @@ class DomGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(DomGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, DomGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, DomGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

@@ -172,15 +172,15 @@ public:
 
 TEST(DomLoad, IsBoundWhoeverHandsTheBytesOver) {
     const auto document = NewDocument();
-    constexpr ULONGLONG claims[] = {0, OvPlatform::MostDocumentBytes, ULONGLONG{1} << 40};
+    constexpr ULONGLONG claims[] = {0, OvPlatform::mostDocumentBytes, ULONGLONG{1} << 40};
     for (const ULONGLONG claimed : claims) {
         const auto endless = MakeFake<EndlessStream>();
         endless->claimedSize = claimed;
         EXPECT_EQ(S_FALSE, Load(document, CComVariant(static_cast<IUnknown*>(endless.p))));
         EXPECT_EQ("The text is longer than the document allows", FailureOf(document).reason) << claimed;
-        EXPECT_EQ(OvPlatform::MostDocumentBytes + 1, endless->given) << "no more than shows it";
+        EXPECT_EQ(OvPlatform::mostDocumentBytes + 1, endless->given) << "no more than shows it";
     }
-    std::string longest = "<a>" + std::string(OvPlatform::MostDocumentBytes - 7, 'x') + "</a>";
+    std::string longest = "<a>" + std::string(OvPlatform::mostDocumentBytes - 7, 'x') + "</a>";
     EXPECT_EQ(S_OK, Load(document, Bytes(longest)));
     longest += ' ';
     EXPECT_EQ(S_FALSE, Load(document, Bytes(longest)));
@@ -203,13 +203,13 @@ TEST(DomLoad, HasABoundOnAttributes) {
         return "<a" + Times(attributes, [](std::size_t i) { return " a" + std::to_string(i) + "='>/>'"; }) +
                rest;
     };
-    const std::string full = element(AttributeBound::MostOfOneElement, ">");
-    const std::string beside = element(AttributeBound::MostOfOneElement, "/>");
+    const std::string full = element(AttributeBound::mostOfOneElement, ">");
+    const std::string beside = element(AttributeBound::mostOfOneElement, "/>");
     const std::string close = "</a>", four = full + full + full + full,
                       closed = close + close + close + close;
     const Rows<const char*, std::string, bool> cases = {
-        {"one element", element(AttributeBound::MostOfOneElement, "/>"), true},
-        {"one more", element(AttributeBound::MostOfOneElement + 1, "/>"), false},
+        {"one element", element(AttributeBound::mostOfOneElement, "/>"), true},
+        {"one more", element(AttributeBound::mostOfOneElement + 1, "/>"), false},
         {"side by side", full + beside + beside + full + close + beside + beside + close, true},
         {"in one another", four + closed, true},
         {"one more in force", four + "<b c=''/>" + closed, false},

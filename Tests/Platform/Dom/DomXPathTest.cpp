@@ -5,7 +5,7 @@
 
 namespace {
 
-const char* const Ticket = "<psf:PrintTicket xmlns:psf='urn:f' version='1'>"
+const char* const ticket = "<psf:PrintTicket xmlns:psf='urn:f' version='1'>"
                            "<psf:Feature name='psk:A'><psf:Option name='psk:A1'/>"
                            "<psf:Feature name='psk:B'><psf:Option name='psk:B1'/></psf:Feature></psf:Feature>"
                            "<psf:Feature name='psk:A'><psf:Option name='psk:A2'/></psf:Feature>"
@@ -13,7 +13,7 @@ const char* const Ticket = "<psf:PrintTicket xmlns:psf='urn:f' version='1'>"
                            "<other>x</other></psf:PrintTicket>";
 
 CComPtr<IXMLDOMDocument2> TicketDocument() {
-    auto document = Parsed(Ticket);
+    auto document = Parsed(ticket);
     SelectWith(document, "xmlns:psf='urn:f'");
     return document;
 }

@@ -44,7 +44,7 @@ std::vector<ZipEntry> Pieces(std::size_t n) {
     return entries;
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"OpensNamesOfManySegments",
      [](std::size_t n) {
          return Opening(WithTypes({{DeepName(n, "x.xml").substr(1), ""}}));
@@ -64,7 +64,7 @@ const GrowthCase Cases[] = {
              return "<Override PartName=\"/p" + Number(i) + "\" ContentType=\"t\"/><Default Extension=\"e" +
                     Number(i) + "\" ContentType=\"t\"/>";
          };
-         return [xml = TypesHead + Times(n, both) + "</Types>"] { ContentTypes::Parse(xml); };
+         return [xml = typesHead + Times(n, both) + "</Types>"] { ContentTypes::Parse(xml); };
      }},
     {"ReadsRelationships",
      [](std::size_t n) {
@@ -72,7 +72,7 @@ const GrowthCase Cases[] = {
              return "<Relationship Id=\"R" + Number(i) + "\" Type=\"urn:t\" Target=\"/p/" + Number(i) +
                     "\"/>";
          };
-         return [xml = RelsHead + Times(n, one) + "</Relationships>"] { ParseRelationships(xml, "/"); };
+         return [xml = relsHead + Times(n, one) + "</Relationships>"] { ParseRelationships(xml, "/"); };
      }},
     {"ResolvesLongReferences",
      [](std::size_t n) { return [reference = DeepName(n)] { ResolvePartName("/", reference); }; }},
@@ -117,6 +117,6 @@ class PackageGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(PackageGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, PackageGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, PackageGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

@@ -18,7 +18,7 @@ using testing::HasSubstr;
 namespace {
 
 // The raw deflate stream of "hello hello hello hello\n".
-const std::string Hello = "hello hello hello hello\n";
+const std::string hello = "hello hello hello hello\n";
 const std::string HelloDeflated("\xCB\x48\xCD\xC9\xC9\x57\xC8\x40\x27\xB9\x00", 11);
 
 struct Failure {
@@ -45,7 +45,7 @@ Failure ReadAll(const std::filesystem::path& file, const PackageLimits& limits =
 }
 
 std::string Rel(const std::string& attributes) {
-    return RelsHead + "<Relationship " + attributes + "/></Relationships>";
+    return relsHead + "<Relationship " + attributes + "/></Relationships>";
 }
 
 // A package of nothing but content types, and one with the relationships of its root.
@@ -75,7 +75,7 @@ TEST_F(PackageReaderTest, ListsAndReadsParts) {
         {"[trash]/0000.dat", "no part"},
         {"\xC3\xA9 e.xml", "encoded"},
         {"Dir/_rels/a.xml.rels",
-         RelsHead + R"(<Relationship Id="r" Type="t" Target="../HELLO.xml"/></Relationships>)"},
+         relsHead + R"(<Relationship Id="r" Type="t" Target="../HELLO.xml"/></Relationships>)"},
         {"_rels/.rels", Rel("Id='x' Type='t' Target='http://x/' TargetMode='External'")},
     }));
     std::vector<std::string> names;
@@ -83,7 +83,7 @@ TEST_F(PackageReaderTest, ListsAndReadsParts) {
         names.push_back(part.name + " " + part.contentType);
     EXPECT_THAT(names, ElementsAre("/Dir/a.xml text/xml", "/hello.Xml text/xml", "/special.XML special",
                                    "/big.xml text/xml", "/%C3%A9%20e.xml text/xml"));
-    EXPECT_EQ(package->ReadPart("/HELLO.XML", 100), Hello);
+    EXPECT_EQ(package->ReadPart("/HELLO.XML", 100), hello);
     EXPECT_EQ(package->ReadPart("/big.xml", 100), "64");
     EXPECT_EQ(package->Find("/hello.xml")->compression, PackageCompression::Normal);
     EXPECT_EQ(package->Find("/Dir/A.xml")->compression, PackageCompression::None);
@@ -101,15 +101,15 @@ TEST_F(PackageReaderTest, ListsAndReadsParts) {
 
 TEST_F(PackageReaderTest, JoinsPieces) {
     const auto package = Open({
-        {"[Content_Types].xml/[1].last.piece", TypesXml.substr(100)},
+        {"[Content_Types].xml/[1].last.piece", typesXml.substr(100)},
         {"a.xml/[2].LAST.piece", "ghi"},
         {"A.xml/[0].piece", "abc"},
-        {"[content_types].xml/[0].piece", TypesXml.substr(0, 100)},
+        {"[content_types].xml/[0].piece", typesXml.substr(0, 100)},
         {"_rels/.rels/[0].last.piece", Rel("Id='r' Type='t' Target='a.xml'")},
         {"a.xml/[1].piece", HelloDeflated, 8, 0, 24u, 0x0B598800u},
     });
     ASSERT_EQ(package->Parts().size(), 1u);
-    const std::string whole = "abc" + Hello + "ghi";
+    const std::string whole = "abc" + hello + "ghi";
     EXPECT_EQ(package->Parts()[0].size, whole.size());
     EXPECT_TRUE(package->Parts()[0].interleaved);
     EXPECT_EQ(package->ReadPart("/a.xml", 100), whole);
@@ -133,21 +133,21 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
     const std::string name = "x.xml";
     const Rows<const char*, std::vector<ZipEntry>, HRESULT, const char*> rows{
         {"no content types", {{"a.xml", "x"}}, OPC_E_MISSING_CONTENT_TYPES, "no [Content_Types].xml"},
-        {"types malformed", Types(TypesHead), OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
+        {"types malformed", Types(typesHead), OPC_E_NONCONFORMING_CONTENT_TYPES_XML,
          "/[Content_Types].xml: "},
-        {"types with DTD", Types("<!DOCTYPE Types [<!ENTITY a 'b'>]>" + TypesXml),
+        {"types with DTD", Types("<!DOCTYPE Types [<!ENTITY a 'b'>]>" + typesXml),
          OPC_E_NONCONFORMING_CONTENT_TYPES_XML, "document type declaration"},
         {"types of another root", Types("<Types/>"), OPC_E_INVALID_CONTENT_TYPE_XML, "the root"},
         {"extension twice",
-         Types(TypesHead +
+         Types(typesHead +
                R"(<Default Extension="a" ContentType="t"/><Default Extension="A" ContentType="t"/></Types>)"),
          OPC_E_DUPLICATE_DEFAULT_EXTENSION, "'A' stands twice"},
         {"override twice",
          Types(
-             TypesHead +
+             typesHead +
              R"(<Override PartName="/a" ContentType="t"/><Override PartName="/A" ContentType="t"/></Types>)"),
          OPC_E_DUPLICATE_OVERRIDE_PART, "'/A' stands twice"},
-        {"override that is no name", Types(TypesHead + R"(<Override PartName="a" ContentType="t"/></Types>)"),
+        {"override that is no name", Types(typesHead + R"(<Override PartName="a" ContentType="t"/></Types>)"),
          OPC_E_INVALID_OVERRIDE_PART_NAME, "slash"},
         {"aliased by case", WithTypes({{name, "1"}, {"X.xml", "2"}}), OPC_E_DUPLICATE_PART,
          "/X.xml: the part stands twice in the package, the other time as '/x.xml'"},
@@ -178,11 +178,11 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
          OPC_E_UNSUPPORTED_PACKAGE, "times its stored size"},
         {"too large", WithTypes({{name, "1", 0, 0, {}, {}, true, std::uint64_t{1} << 40}}),
          OPC_E_UNSUPPORTED_PACKAGE, "more than 4294967296"},
-        {"rels malformed", Rels(RelsHead), OPC_E_NONCONFORMING_RELS_XML, "/_rels/.rels: "},
-        {"rels with another element", Rels(RelsHead + "<X/></Relationships>"), OPC_E_INVALID_RELS_XML, "X"},
+        {"rels malformed", Rels(relsHead), OPC_E_NONCONFORMING_RELS_XML, "/_rels/.rels: "},
+        {"rels with another element", Rels(relsHead + "<X/></Relationships>"), OPC_E_INVALID_RELS_XML, "X"},
         {"rels of another type",
          {{"[Content_Types].xml",
-           TypesHead + R"(<Default Extension="rels" ContentType="text/xml"/></Types>)"},
+           typesHead + R"(<Default Extension="rels" ContentType="text/xml"/></Types>)"},
           {"_rels/.rels", ""}},
          OPC_E_UNEXPECTED_CONTENT_TYPE,
          "'text/xml'"},
@@ -195,7 +195,7 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
         {"target missing", Rels(Rel("Id='r' Type='t' Target='a.xml'")), OPC_E_NO_SUCH_PART,
          "'/a.xml', which is not in the package"},
         {"id twice",
-         Rels(RelsHead + "<Relationship Id='r' Type='t' Target='a'/><Relationship "
+         Rels(relsHead + "<Relationship Id='r' Type='t' Target='a'/><Relationship "
                          "Id='r' Type='t' Target='b'/></Relationships>"),
          OPC_E_DUPLICATE_RELATIONSHIP, "twice"},
     };
@@ -234,7 +234,7 @@ TEST_F(PackageReaderTest, SurvivesAnyDamagedByte) {
         if (FAILED(ReadAll(file).result)) continue;
         const auto package = PackageReader::Open(file);
         for (const auto& [part, text] :
-             {std::pair("/a.xml", Hello), std::pair("/b.xml", std::string("text"))})
+             {std::pair("/a.xml", hello), std::pair("/b.xml", std::string("text"))})
             if (package->Find(part)) {
                 EXPECT_EQ(package->ReadPart(part, 100), text) << "byte " << i;
             }
@@ -243,7 +243,7 @@ TEST_F(PackageReaderTest, SurvivesAnyDamagedByte) {
 
 TEST_F(PackageReaderTest, HoldsToItsLimits) {
     const auto entries =
-        WithTypes({{"a.xml", "12345"}, {"b.xml", "12345"}, {"_rels/.rels", RelsHead + "</Relationships>"}});
+        WithTypes({{"a.xml", "12345"}, {"b.xml", "12345"}, {"_rels/.rels", relsHead + "</Relationships>"}});
     const auto open = [&](auto field, auto value) {
         PackageLimits limits;
         limits.*field = value;
@@ -251,7 +251,7 @@ TEST_F(PackageReaderTest, HoldsToItsLimits) {
     };
     EXPECT_THAT(open(&PackageLimits::maxItems, 3u), HasSubstr("more than 3 items"));
     EXPECT_THAT(open(&PackageLimits::maxPartSize, 4u), HasSubstr("more than 4 bytes"));
-    EXPECT_THAT(open(&PackageLimits::maxPackageSize, TypesXml.size() + 9), HasSubstr("the package inflates"));
+    EXPECT_THAT(open(&PackageLimits::maxPackageSize, typesXml.size() + 9), HasSubstr("the package inflates"));
     EXPECT_THAT(open(&PackageLimits::maxXmlPartSize, 100u), HasSubstr("[Content_Types].xml"));
     EXPECT_EQ(open(&PackageLimits::maxItems, 4u), "");
 }

@@ -47,11 +47,11 @@ std::pair<HRESULT, std::string> Failure(const std::function<void()>& call) {
 
 // A sanitizer keeps freed memory, so that a peak says nothing.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool Sanitized = true;
+constexpr bool sanitized = true;
 #elif defined(__has_feature)
-constexpr bool Sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+constexpr bool sanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
-constexpr bool Sanitized = false;
+constexpr bool sanitized = false;
 #endif
 
 class PackageWriterTest : public testing::Test {
@@ -277,7 +277,7 @@ TEST_F(PackageWriterTest, KeepsMemoryFlatForALargePart) {
     writer->Commit();
     const auto stream = PackageReader::Open(m_target)->OpenPart("/large");
     stream->Seek(stream->Size() - 1); // reads all before
-    if (!Sanitized) {
+    if (!sanitized) {
         EXPECT_LT(peak() - before, 16 << 10) << "KiB for a part of 32 MiB";
     }
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// One item of a zip archive to be built by hand, with what may be wrong about it.
+/// One item of a zip archive to be built by hand, with what may be wrong about it.
 struct ZipEntry {
     std::string name;
     std::string data;
@@ -36,7 +36,7 @@ inline std::uint32_t Checksum(const std::string& data) {
 
 } // namespace ZipBuilderDetail
 
-// A zip archive, byte by byte, so that tests can say what libraries would not write.
+/// A zip archive, byte by byte, so that tests can say what libraries would not write.
 inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
     using ZipBuilderDetail::Put;
     std::string zip, directory;
@@ -94,18 +94,18 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
     return zip;
 }
 
-inline const std::string TypesHead =
+inline const std::string typesHead =
     R"(<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types">)";
-// The type of relationships in an unusual case: types are compared without regard to it.
-inline const std::string TypesXml =
-    TypesHead +
+/// The type of relationships in an unusual case: types are compared without regard to it.
+inline const std::string typesXml =
+    typesHead +
     R"(<Default Extension="rels" ContentType="application/vnd.openxmlformats-package.Relationships+xml"/>)"
     R"(<Default Extension="XML" ContentType="text/xml"/><Override PartName="/Special.xml" ContentType="special"/></Types>)";
-inline const std::string RelsHead =
+inline const std::string relsHead =
     R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)";
 
-// The entries with content types before them.
+/// The entries with content types before them.
 inline std::vector<ZipEntry> WithTypes(std::vector<ZipEntry> entries) {
-    entries.insert(entries.begin(), ZipEntry{"[Content_Types].xml", TypesXml});
+    entries.insert(entries.begin(), ZipEntry{"[Content_Types].xml", typesXml});
     return entries;
 }

@@ -26,14 +26,14 @@ PrintTicketMerge::Result Merge(const std::string& base, const std::string& delta
 }
 
 // Settings of a ticket with nothing in it.
-constexpr const char* PageDefaults =
+constexpr const char* pageDefaults =
     "PageOrientation=Portrait PageMediaSize=ISOA4 PageResolution=t:R600 PageMediaType=Plain";
-constexpr const char* DocumentDefaults =
+constexpr const char* documentDefaults =
     "DocumentCollate=Uncollated DocumentNUp=- PresentationDirection=RightBottom";
-constexpr const char* JobDefaults = "JobDuplexAllDocumentsContiguously=OneSided t:JobFinish=t:None";
+constexpr const char* jobDefaults = "JobDuplexAllDocumentsContiguously=OneSided t:JobFinish=t:None";
 
 TEST(TicketMerge, FillsUpWithTheDefaultsOfItsScope) {
-    const std::string page = PageDefaults, document = DocumentDefaults, job = JobDefaults;
+    const std::string page = pageDefaults, document = documentDefaults, job = jobDefaults;
     EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTPageScope).ticket), page);
     EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTDocumentScope).ticket), page + " " + document);
     EXPECT_EQ(Effective(Merge(Ticket(""), "", kPTJobScope).ticket),

@@ -17,7 +17,7 @@ using namespace TicketFixture;
 
 namespace {
 
-constexpr wchar_t Printer[] = L"Ticket Test";
+constexpr wchar_t printer[] = L"Ticket Test";
 
 CComPtr<IStream> Stream(const std::string& bytes, std::size_t position = 0) {
     CComPtr<IStream> stream;
@@ -39,7 +39,7 @@ class Provider : public InApartment<> {
 protected:
     void SetUp() override {
         QueueRegistry::Add(Queue());
-        ASSERT_EQ(PTOpenProvider(Printer, 1, &m_provider), S_OK);
+        ASSERT_EQ(PTOpenProvider(printer, 1, &m_provider), S_OK);
     }
     void TearDown() override {
         EXPECT_EQ(PTCloseProvider(m_provider), S_OK);
@@ -63,16 +63,16 @@ std::wstring Taken(BSTR error) {
 }
 
 TEST_F(Provider, OpensVersionOneOnly) {
-    constexpr HRESULT NoVersion = static_cast<HRESULT>(0x80040001);
+    constexpr HRESULT noVersion = static_cast<HRESULT>(0x80040001);
     DWORD version = 0;
-    EXPECT_EQ(PTQuerySchemaVersionSupport(Printer, &version), S_OK);
+    EXPECT_EQ(PTQuerySchemaVersionSupport(printer, &version), S_OK);
     EXPECT_EQ(version, 1u);
     HPTPROVIDER provider = nullptr;
-    EXPECT_EQ(PTOpenProvider(Printer, 0, &provider), E_INVALIDARG);
-    EXPECT_EQ(PTOpenProvider(Printer, 2, &provider), NoVersion);
-    EXPECT_EQ(PTOpenProviderEx(Printer, 1, 1, &provider, nullptr), E_INVALIDARG);
+    EXPECT_EQ(PTOpenProvider(printer, 0, &provider), E_INVALIDARG);
+    EXPECT_EQ(PTOpenProvider(printer, 2, &provider), noVersion);
+    EXPECT_EQ(PTOpenProviderEx(printer, 1, 1, &provider, nullptr), E_INVALIDARG);
     version = 0;
-    EXPECT_EQ(PTOpenProviderEx(Printer, 7, 0, &provider, &version), S_OK);
+    EXPECT_EQ(PTOpenProviderEx(printer, 7, 0, &provider, &version), S_OK);
     EXPECT_EQ(version, 1u);
     EXPECT_EQ(PTCloseProvider(provider), S_OK);
 
@@ -84,7 +84,7 @@ TEST_F(Provider, OpensVersionOneOnly) {
 
 TEST_F(Provider, IsKnownToItsThreadOnly) {
     HPTPROVIDER other = nullptr;
-    ASSERT_EQ(PTOpenProvider(Printer, 1, &other), S_OK);
+    ASSERT_EQ(PTOpenProvider(printer, 1, &other), S_OK);
     EXPECT_EQ(PTCloseProvider(other), S_OK);
     EXPECT_EQ(PTCloseProvider(other), E_HANDLE);
     EXPECT_EQ(PTCloseProvider(nullptr), E_HANDLE);
@@ -104,7 +104,7 @@ TEST(ProviderHandles, LeaveNothingBehindWhereTheyAreClosedOnAnotherThread) {
     QueueRegistry::Add(queue);
     const auto open = [] {
         HPTPROVIDER provider = nullptr;
-        EXPECT_EQ(PTOpenProvider(Printer, 1, &provider), S_OK);
+        EXPECT_EQ(PTOpenProvider(printer, 1, &provider), S_OK);
         return provider;
     };
     const auto onAnotherThread = [](const auto& work) { std::thread(work).join(); };
@@ -180,7 +180,7 @@ TEST_F(Provider, GivesCodeAndTextForABadInputAndStaysUsable) {
     // What is wrong with a queue is said when it is needed.
     QueueRegistry::Add(Queue("<x/>"));
     HPTPROVIDER broken = nullptr;
-    ASSERT_EQ(PTOpenProvider(Printer, 1, &broken), S_OK);
+    ASSERT_EQ(PTOpenProvider(printer, 1, &broken), S_OK);
     EXPECT_EQ(PTGetPrintCapabilities(broken, nullptr, result, &error),
               static_cast<HRESULT>(E_PRINTCAPABILITIES_FORMAT));
     EXPECT_TRUE(Taken(error).starts_with(L"the queue's capabilities: "));

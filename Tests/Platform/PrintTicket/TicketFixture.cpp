@@ -5,7 +5,7 @@
 
 namespace TicketFixture {
 
-const char* const Declarations =
+const char* const usualDeclarations =
     R"(xmlns:psf="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework" )"
     R"(xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:xsd="http://www.w3.org/2001/XMLSchema" )"
     R"(xmlns:psk="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords" )"
@@ -51,12 +51,12 @@ std::string Size(int width, int height) {
 } // namespace
 
 std::string Ticket(const std::string& content) {
-    return std::string("<psf:PrintTicket xmlns:o=\"urn:other\" ") + Declarations + ">" + content +
+    return std::string("<psf:PrintTicket xmlns:o=\"urn:other\" ") + usualDeclarations + ">" + content +
            "</psf:PrintTicket>";
 }
 
 std::string Capabilities(const std::string& content) {
-    return std::string("<psf:PrintCapabilities ") + Declarations +
+    return std::string("<psf:PrintCapabilities ") + usualDeclarations +
            " xmlns:qc=\"urn:ov-platform:queue-constraints:1\">" + content + "</psf:PrintCapabilities>";
 }
 

@@ -8,7 +8,7 @@
 // A small printer of which every rule of validation has something to hold on to, and tickets for it.
 namespace TicketFixture {
 
-extern const char* const Declarations; // of psf, xsi, xsd, psk and the printer's own t
+extern const char* const usualDeclarations; // of psf, xsi, xsd, psk and the printer's own t
 
 // A root element with these children. A ticket may use the namespace o too, which the printer does not know.
 std::string Ticket(const std::string& content);

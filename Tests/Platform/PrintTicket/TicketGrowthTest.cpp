@@ -64,7 +64,7 @@ GrowthMaker Options(bool named) {
     };
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"MergesManyFeatures", Merging(Asking)},
     {"MergesOneFeatureOftenRepeated", Merging([](std::size_t) { return Asking(0); })},
     {"MergesManyParameters",
@@ -81,6 +81,6 @@ class TicketGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(TicketGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, TicketGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, TicketGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

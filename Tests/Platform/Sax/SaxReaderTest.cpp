@@ -114,7 +114,7 @@ public:
     }
 };
 
-constexpr const wchar_t* Prefixes = L"http://xml.org/sax/features/namespace-prefixes";
+constexpr const wchar_t* prefixes = L"http://xml.org/sax/features/namespace-prefixes";
 
 class SaxReader : public ::testing::Test {
 protected:
@@ -141,8 +141,8 @@ TEST_F(SaxReader, TellsEverythingInSourceOrder) {
 }
 
 TEST_F(SaxReader, LeavesDeclarationsOutIfToldSo) {
-    EXPECT_EQ(VARIANT_TRUE, Got(reader, &ISAXXMLReader::getFeature, Prefixes));
-    EXPECT_EQ(S_OK, reader->putFeature(Prefixes, VARIANT_FALSE));
+    EXPECT_EQ(VARIANT_TRUE, Got(reader, &ISAXXMLReader::getFeature, prefixes));
+    EXPECT_EQ(S_OK, reader->putFeature(prefixes, VARIANT_FALSE));
     EXPECT_EQ(S_OK, reader->parse(Value("<a xmlns='urn:d' x='1'/>")));
     EXPECT_EQ("[+=urn:d <{urn:d}a|a {}x|x=1></a>- ]", recorder.told);
     EXPECT_EQ(E_INVALIDARG, reader->putFeature(L"nonesuch", VARIANT_TRUE));

@@ -20,7 +20,7 @@ GrowthMaker Folder(const char* section, Item item) {
     };
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"LoadsManyProperties",
      Folder("DriverProperties",
             [](std::size_t i) { return "<String name=\"n" + std::to_string(i) + "\">text</String>\n"; }),
@@ -37,6 +37,6 @@ class QueueFolderGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(QueueFolderGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, QueueFolderGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, QueueFolderGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

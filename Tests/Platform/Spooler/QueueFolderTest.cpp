@@ -24,7 +24,7 @@ std::string Problem(const std::filesystem::path& folder) {
     }
 }
 
-const std::string Head = R"(<Queue version="1"><Printer name="P" port="FILE:" driver="D"/>)"
+const std::string head = R"(<Queue version="1"><Printer name="P" port="FILE:" driver="D"/>)"
                          R"(<DefaultTicket file="t.xml"/><Capabilities file="c.xml"/>)";
 
 // A folder whose description is the given text.
@@ -48,7 +48,7 @@ TEST(QueueFolder, ReadsBackWhatWasWritten) {
 
 TEST(QueueFolder, ReadsTypedPropertiesAndFiles) {
     const TemporaryFolder folder;
-    MakeFolder(folder, Head + R"(<!-- a note --><DriverProperties><String name="File" file="text.txt"/>
+    MakeFolder(folder, head + R"(<!-- a note --><DriverProperties><String name="File" file="text.txt"/>
         <String name="Inline"> x <![CDATA[<y/>]]></String><Bool name="One"> 1 </Bool>
         <Int32 name="Hex">0x7FFFFFFF</Int32><Stream name="Flow" file="sub/data.bin"/></DriverProperties></Queue>)");
     EXPECT_THAT(Problem(folder.Path()), HasSubstr("text.txt: the file is missing"));
@@ -72,34 +72,34 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
         {"<!DOCTYPE Queue [<!ENTITY e 'x'>]><Queue version='1'/>", "document type declaration"},
         {"<Queue version='1'><Printer name='P' port='FILE:' driver='D'/></Queue>",
          "<DefaultTicket> is missing"},
-        {Head + "<Printer name='Q' port='x' driver='D'/></Queue>", "<Printer> stands twice"},
-        {Head + "<Colour/></Queue>", "unknown element <Colour>"},
-        {Head + "<Jobs>\n<Job id='1' document='d' user='u' pagse='3'/></Jobs></Queue>",
+        {head + "<Printer name='Q' port='x' driver='D'/></Queue>", "<Printer> stands twice"},
+        {head + "<Colour/></Queue>", "unknown element <Colour>"},
+        {head + "<Jobs>\n<Job id='1' document='d' user='u' pagse='3'/></Jobs></Queue>",
          ":2: unknown attribute 'pagse'"},
-        {Head + "<Jobs><Job id='0' document='d' user='u'/></Jobs></Queue>",
+        {head + "<Jobs><Job id='0' document='d' user='u'/></Jobs></Queue>",
          "'0' is no value for the attribute 'id'"},
-        {Head + "<Jobs><Job id='4294967296' document='d' user='u'/></Jobs></Queue>",
+        {head + "<Jobs><Job id='4294967296' document='d' user='u'/></Jobs></Queue>",
          "no value for the attribute 'id'"},
-        {Head + "<Jobs><Job id='1' document='d' user='u'/><Job id='1' document='d' user='u'/></Jobs></Queue>",
+        {head + "<Jobs><Job id='1' document='d' user='u'/><Job id='1' document='d' user='u'/></Jobs></Queue>",
          "two jobs have the id 1"},
-        {Head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-29T00:00:00Z'/></Jobs></Queue>",
+        {head + "<Jobs><Job id='1' document='d' user='u' submitted='2026-02-29T00:00:00Z'/></Jobs></Queue>",
          "is no time"},
-        {Head + "<Devmode file='../t.xml'/></Queue>", "is not in the folder"},
-        {Head + "<Devmode file='/etc/passwd'/></Queue>", "is not in the folder"},
-        {Head + "<Devmode file='.'/></Queue>", "this is not a file"},
-        {Head + "<Devmode file='empty.xml'/></Queue>", "empty.xml: the file is empty"},
-        {Head + "loose text</Queue>", "unexpected text in <Queue>"},
-        {Head + "<DriverProperties><Bool name='b'>yes</Bool></DriverProperties></Queue>",
+        {head + "<Devmode file='../t.xml'/></Queue>", "is not in the folder"},
+        {head + "<Devmode file='/etc/passwd'/></Queue>", "is not in the folder"},
+        {head + "<Devmode file='.'/></Queue>", "this is not a file"},
+        {head + "<Devmode file='empty.xml'/></Queue>", "empty.xml: the file is empty"},
+        {head + "loose text</Queue>", "unexpected text in <Queue>"},
+        {head + "<DriverProperties><Bool name='b'>yes</Bool></DriverProperties></Queue>",
          "'yes' is neither true nor false"},
-        {Head + "<DriverProperties><Int32 name='i'>2147483648</Int32></DriverProperties></Queue>",
+        {head + "<DriverProperties><Int32 name='i'>2147483648</Int32></DriverProperties></Queue>",
          "no 32-bit integer"},
-        {Head + "<DriverProperties><Bytes name='x'>AA=A</Bytes></DriverProperties></Queue>", "is not base64"},
-        {Head + "<DriverProperties><Bytes name='x'>AAA</Bytes></DriverProperties></Queue>", "is not base64"},
-        {Head + "<DriverProperties><Bytes name='x' file='t.xml'>AAAA</Bytes></DriverProperties></Queue>",
+        {head + "<DriverProperties><Bytes name='x'>AA=A</Bytes></DriverProperties></Queue>", "is not base64"},
+        {head + "<DriverProperties><Bytes name='x'>AAA</Bytes></DriverProperties></Queue>", "is not base64"},
+        {head + "<DriverProperties><Bytes name='x' file='t.xml'>AAAA</Bytes></DriverProperties></Queue>",
          "has content too"},
-        {Head + "<QueueProperties><Bool name='x'>1</Bool><Bytes name='x'/></QueueProperties></Queue>",
+        {head + "<QueueProperties><Bool name='x'>1</Bool><Bytes name='x'/></QueueProperties></Queue>",
          "'x' stands twice"},
-        {Head + "<QueueProperties><Double name='x'>1</Double></QueueProperties></Queue>",
+        {head + "<QueueProperties><Double name='x'>1</Double></QueueProperties></Queue>",
          "unknown element <Double>"},
     };
     const TemporaryFolder folder;
@@ -134,7 +134,7 @@ TEST(QueueRegistry, FindsByNameWithoutRegardToCaseAndBySearching) {
     EXPECT_EQ(QueueRegistry::Find(L"\x00E4RGER"), nullptr);
     EXPECT_EQ(QueueRegistry::Find(nullptr), nullptr);
     const auto found = [&] {
-        const EnvironmentVariable search(QueueRegistry::SearchVariable, "/nowhere:" + folder.Path().string());
+        const EnvironmentVariable search(QueueRegistry::searchVariable, "/nowhere:" + folder.Path().string());
         return QueueRegistry::Find(L"\x00E4RGER");
     }();
     ASSERT_NE(found, nullptr) << "a damaged folder must hide no other";

@@ -2,7 +2,7 @@
 
 #include <Spooler/QueueDescription.h>
 
-// A queue with something in every field.
+/// A queue with something in every field.
 inline OvPlatform::QueueDescription SampleQueue() {
     using namespace OvPlatform;
     using namespace std::chrono;

@@ -131,10 +131,10 @@ bool RefuseNamelessFiles() {
 }
 
 TEST_F(OutputFileTest, DoesWithoutNamelessFiles) {
-    constexpr int NoFilter = 100;
+    constexpr int noFilter = 100;
     const pid_t child = fork();
     if (child == 0) { // a filter of calls stays for good
-        if (!RefuseNamelessFiles()) _exit(NoFilter);
+        if (!RefuseNamelessFiles()) _exit(noFilter);
         m_folder.Write("old", "old");
         {
             OutputFile lost(m_folder / "old");
@@ -152,7 +152,7 @@ TEST_F(OutputFileTest, DoesWithoutNamelessFiles) {
     int status = 0;
     ASSERT_EQ(child, waitpid(child, &status, 0));
     ASSERT_TRUE(WIFEXITED(status));
-    if (WEXITSTATUS(status) == NoFilter) GTEST_SKIP() << "calls to the kernel cannot be filtered here";
+    if (WEXITSTATUS(status) == noFilter) GTEST_SKIP() << "calls to the kernel cannot be filtered here";
     EXPECT_EQ(0, WEXITSTATUS(status));
 }
 

@@ -13,7 +13,7 @@ GrowthMaker Registry(const std::string& head, Item item) {
     };
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"ReadsRegistryKeys",
      Registry("",
               [](std::size_t i) { return "[HKEY_CURRENT_USER\\a\\" + std::to_string(i) + "]\n@=\"x\"\n"; })},
@@ -26,6 +26,6 @@ class RegistryGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(RegistryGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, RegistryGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, RegistryGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

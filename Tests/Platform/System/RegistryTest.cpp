@@ -14,7 +14,7 @@ namespace {
 
 using namespace OvPlatform;
 
-constexpr const char* Head = "OvRegistry 1\n";
+constexpr const char* head = "OvRegistry 1\n";
 
 class Registry : public testing::Test {
 protected:
@@ -73,14 +73,14 @@ TEST_F(Registry, KeepsValuesOfAllTypesInItsFile) {
 }
 
 TEST_F(Registry, IsNotUsedAndNotOverwrittenWhenItIsMalformed) {
-    const std::string malformed = std::string(Head) + "[HKEY_LOCAL_MACHINE\\Software]\n\"a\"=dword:xyz\n";
+    const std::string malformed = std::string(head) + "[HKEY_LOCAL_MACHINE\\Software]\n\"a\"=dword:xyz\n";
     WriteFile(malformed);
     HKEY key = nullptr;
     EXPECT_EQ(ERROR_BADDB, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key));
     const BYTE byte = 1;
     EXPECT_EQ(ERROR_BADDB, RegSetValueExW(HKEY_LOCAL_MACHINE, L"x", 0, REG_BINARY, &byte, 1));
     EXPECT_EQ(malformed, FileContents());
-    WriteFile(std::string(Head) + "[HKEY_LOCAL_MACHINE\\Software]\n");
+    WriteFile(std::string(head) + "[HKEY_LOCAL_MACHINE\\Software]\n");
     EXPECT_EQ(ERROR_SUCCESS, RegOpenKeyExW(HKEY_LOCAL_MACHINE, L"Software", 0, KEY_READ, &key)) << "mended";
     RegCloseKey(key);
 
@@ -106,23 +106,23 @@ TEST(RegistryFile, RefusesWhatIsNotOfItsForm) {
         "",
         "OvRegistry 2\n",
         std::string("OvRegistry 1\0", 13),
-        Head + std::string("\"a\"=\"b\"\n"),
-        Head + std::string("[Software\\a]\n"),
-        Head + std::string("[HKEY_CURRENT_USER\\]\n"),
-        Head + std::string("[HKEY_CURRENT_USER\\a\\\\b]\n"),
-        Head + std::string("[HKEY_CURRENT_USER\\") + std::string(MaximumRegistryPathUnits, 'a') + "]\n",
-        Head + key + "\"a\"=\n",
-        Head + key + "\"a\"=\"b\n",
-        Head + key + "\"a\"=\"b\" c\n",
-        Head + key + "\"a\"=\"\\u12\"\n",
-        Head + key + "\"a\"=\"\\",
-        Head + key + "\"a\"=dword:123456789\n",
-        Head + key + "\"a\"=hex:1,\n",
-        Head + key + "\"a\"=hex:123\n",
-        Head + key + "\"a\"=hex(:01\n",
-        Head + key + "\"a\"=hex(1):01\n",
-        Head + key + "\"a\"=\"1\"\n\"A\"=\"2\"\n",
-        Head + std::string(MaximumRegistryFileBytes, ' '),
+        head + std::string("\"a\"=\"b\"\n"),
+        head + std::string("[Software\\a]\n"),
+        head + std::string("[HKEY_CURRENT_USER\\]\n"),
+        head + std::string("[HKEY_CURRENT_USER\\a\\\\b]\n"),
+        head + std::string("[HKEY_CURRENT_USER\\") + std::string(maximumRegistryPathUnits, 'a') + "]\n",
+        head + key + "\"a\"=\n",
+        head + key + "\"a\"=\"b\n",
+        head + key + "\"a\"=\"b\" c\n",
+        head + key + "\"a\"=\"\\u12\"\n",
+        head + key + "\"a\"=\"\\",
+        head + key + "\"a\"=dword:123456789\n",
+        head + key + "\"a\"=hex:1,\n",
+        head + key + "\"a\"=hex:123\n",
+        head + key + "\"a\"=hex(:01\n",
+        head + key + "\"a\"=hex(1):01\n",
+        head + key + "\"a\"=\"1\"\n\"A\"=\"2\"\n",
+        head + std::string(maximumRegistryFileBytes, ' '),
     };
     for (const std::string& contents : malformed)
         EXPECT_THROW(ParseRegistryFile(contents), RegistryFileError) << contents.substr(0, 80);

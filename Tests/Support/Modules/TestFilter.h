@@ -44,7 +44,7 @@ private:
     IXpsDocumentProvider* m_reader = nullptr;
 };
 
-// In the older way, without a class factory.
+/// In the older way, without a class factory.
 template <typename Filter>
 HRESULT HandOut(REFIID riid, void** object) {
     *object = nullptr;

@@ -3,7 +3,7 @@
 
 namespace {
 
-const AttributeBytesNameSpacesId Ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
+const AttributeBytesNameSpacesId ours = PersistentAttributes::GetDataModelDocPropNameSpaceId();
 
 ByteBuffer StoreOf(std::size_t n) {
     AttributeBytesRawList list;
@@ -16,15 +16,15 @@ ByteBuffer StoreOf(std::size_t n) {
 AttributeBytesIndexedList ListOf(const ByteBuffer& bytes) {
     AttributeBytesRawList raw;
     AttributeBytesIndexedList list;
-    EXPECT_TRUE(PersistentAttributes(bytes, false, nullptr).GetAttributeBytesListForNameSpace(Ours, raw));
+    EXPECT_TRUE(PersistentAttributes(bytes, false, nullptr).GetAttributeBytesListForNameSpace(ours, raw));
     list.ImportFromRawList(raw);
     return list;
 }
 
-constexpr std::size_t Most = PersistentAttributes::maxRecords / 4;
+constexpr std::size_t most = PersistentAttributes::maxRecords / 4;
 
-const GrowthCase Cases[] = {
-    {"WritesStores", [](std::size_t n) { return [n] { StoreOf(n); }; }, Most},
+const GrowthCase cases[] = {
+    {"WritesStores", [](std::size_t n) { return [n] { StoreOf(n); }; }, most},
     {"ReadsStoresAndAsksForAll",
      [](std::size_t n) {
          return [n, bytes = StoreOf(n)] {
@@ -36,13 +36,13 @@ const GrowthCase Cases[] = {
              }
          };
      },
-     Most},
+     most},
 };
 
 class StoreGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(StoreGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, StoreGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, StoreGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

@@ -10,7 +10,7 @@ void Fill(ClientJobData2ReaderWriter& data, std::size_t n) {
         data.AddOrReplaceInParameterList(static_cast<LONG>(i), CXString(L"value"));
 }
 
-const GrowthCase Cases[] = {
+const GrowthCase cases[] = {
     {"WritesAndReadsClientJobData",
      [](std::size_t n) {
          return [n] {
@@ -35,6 +35,6 @@ class ClientJobDataGrowth : public testing::TestWithParam<GrowthCase> {};
 
 TEST_P(ClientJobDataGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, ClientJobDataGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, ClientJobDataGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace

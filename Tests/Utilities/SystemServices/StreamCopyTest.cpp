@@ -11,7 +11,7 @@
 
 namespace {
 
-const std::string Bytes = "<a>" + std::string(50000, 'x') + "</a>";
+const std::string sourceBytes = "<a>" + std::string(50000, 'x') + "</a>";
 
 // Takes few bytes at a time, up to a bound.
 class SlowTarget : public FakePropertyStream {
@@ -19,7 +19,7 @@ public:
     SlowTarget() : SlowTarget(std::make_shared<std::string>()) {}
 
     ULONG atATime = 1000;
-    std::size_t room = Bytes.size();
+    std::size_t room = sourceBytes.size();
     HRESULT full = S_OK; // what it says when it has no room any more
     ULONG boast = 0;     // by how much it claims to have taken more
 
@@ -44,7 +44,7 @@ private:
 CComPtr<IStream> GlobalMemoryStream() {
     CComPtr<IStream> stream;
     EXPECT_EQ(S_OK, CreateStreamOnHGlobal(nullptr, TRUE, &stream));
-    EXPECT_EQ(S_OK, stream->Write(Bytes.data(), static_cast<ULONG>(Bytes.size()), nullptr));
+    EXPECT_EQ(S_OK, stream->Write(sourceBytes.data(), static_cast<ULONG>(sourceBytes.size()), nullptr));
     EXPECT_EQ(S_OK, stream->Seek({}, STREAM_SEEK_SET, nullptr));
     return stream;
 }
@@ -52,7 +52,7 @@ CComPtr<IStream> GlobalMemoryStream() {
 CComPtr<IStream> ReadOnlyStream() {
     CComPtr<IStream> stream;
     EXPECT_EQ(S_OK, WindowsDesktopUtilities::CreateReadOnlyIStreamFromBuffer(
-                        &stream, Bytes.data(), static_cast<unsigned>(Bytes.size())));
+                        &stream, sourceBytes.data(), static_cast<unsigned>(sourceBytes.size())));
     return stream;
 }
 
@@ -78,9 +78,9 @@ TEST(StreamCopy, GoesOnUntilTheTargetHasAllOrFails) {
         const CComPtr<IStream> source = make();
         const auto slow = MakeFake<SlowTarget>();
         EXPECT_EQ(Copy(source, slow, 12345), (Moved{S_OK, 12345, 12345}));
-        const std::size_t rest = Bytes.size() - 12345;
+        const std::size_t rest = sourceBytes.size() - 12345;
         EXPECT_EQ(Copy(source, slow, ~ULONGLONG{0}), (Moved{S_OK, rest, rest}));
-        EXPECT_EQ(*slow->taken, Bytes) << "nothing is lost";
+        EXPECT_EQ(*slow->taken, sourceBytes) << "nothing is lost";
         EXPECT_EQ(Copy(source, slow, 1), (Moved{S_OK, 0, 0})) << "at the end";
 
         for (const HRESULT said : {S_OK, S_FALSE, HRESULT{STG_E_ACCESSDENIED}}) {
@@ -105,8 +105,8 @@ TEST(StreamCopy, EndsWhereTheTargetMakesTheSourceGrow) {
     CComPtr<IStream> clone;
     ASSERT_EQ(S_OK, source->Clone(&clone));
     ASSERT_EQ(S_OK, clone->Seek({}, STREAM_SEEK_END, nullptr));
-    EXPECT_EQ(Copy(source, clone, ~ULONGLONG{0}), (Moved{S_OK, Bytes.size(), Bytes.size()}));
-    EXPECT_EQ(ReadAll(source), Bytes + Bytes);
+    EXPECT_EQ(Copy(source, clone, ~ULONGLONG{0}), (Moved{S_OK, sourceBytes.size(), sourceBytes.size()}));
+    EXPECT_EQ(ReadAll(source), sourceBytes + sourceBytes);
 }
 
 } // namespace

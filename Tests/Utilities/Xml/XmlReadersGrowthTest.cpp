@@ -51,13 +51,13 @@ void WalkAndWrite(const std::string& text) {
     parser.convertToXmlStream(output, true);
 }
 
-const std::string Device = "<DeviceCapabilities version='1.0'>";
-const std::string DeviceEnd = "</DeviceCapabilities>";
+const std::string deviceStart = "<DeviceCapabilities version='1.0'>";
+const std::string deviceEnd = "</DeviceCapabilities>";
 
-const GrowthCase Cases[] = {
-    {"ReadsFeatures", Reading(Device, "<Text name='#'/>\n", DeviceEnd, ReadCapabilities), 2'500},
-    {"ReadsValues", Reading(Device + "<Option name='all' default='0'>", "<Value name='#'/>\n",
-                            "</Option>" + DeviceEnd, ReadCapabilities)},
+const GrowthCase cases[] = {
+    {"ReadsFeatures", Reading(deviceStart, "<Text name='#'/>\n", deviceEnd, ReadCapabilities), 2'500},
+    {"ReadsValues", Reading(deviceStart + "<Option name='all' default='0'>", "<Value name='#'/>\n",
+                            "</Option>" + deviceEnd, ReadCapabilities)},
     {"RunsQueries", Reading("<s>", "<t n='#'>text</t>\n", "</s>", RunQueries)},
     {"WalksAndWrites", Reading("<s>", "<t n='#'>text</t>\n", "</s>", WalkAndWrite)},
 };
@@ -66,6 +66,6 @@ class XmlReadersGrowth : public InApartment<testing::TestWithParam<GrowthCase>> 
 
 TEST_P(XmlReadersGrowth, IsLinear) { ExpectLinearGrowth(GetParam()); }
 
-INSTANTIATE_TEST_SUITE_P(, XmlReadersGrowth, testing::ValuesIn(Cases), GrowthName);
+INSTANTIATE_TEST_SUITE_P(, XmlReadersGrowth, testing::ValuesIn(cases), GrowthName);
 
 } // namespace
