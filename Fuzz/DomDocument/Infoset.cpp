@@ -220,10 +220,10 @@ void SetHandlers(XML_Parser parser) {
         RecorderOf(data).Other('P', std::string(target) + ' ' + content);
     });
     XML_SetStartNamespaceDeclHandler(parser, [](void* data, const char* prefix, const char* uri) {
-        RecorderOf(data).Declare(prefix ? prefix : "", uri ? uri : "");
+        RecorderOf(data).Declare(prefix != nullptr ? prefix : "", uri != nullptr ? uri : "");
     });
     XML_SetEndNamespaceDeclHandler(
-        parser, [](void* data, const char* prefix) { RecorderOf(data).Undeclare(prefix ? prefix : ""); });
+        parser, [](void* data, const char* prefix) { RecorderOf(data).Undeclare(prefix != nullptr ? prefix : ""); });
 }
 
 } // namespace

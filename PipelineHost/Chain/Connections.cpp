@@ -6,7 +6,7 @@
 namespace OvPipeline {
 
 HRESULT FilterConnections::Hand(IUnknown* end, void** object) {
-    if (!object) return E_POINTER;
+    if (object == nullptr) return E_POINTER;
     *object = nullptr;
     return Guarded([&] {
         end->AddRef();

@@ -28,15 +28,15 @@ void Say(const char* who, const char* what) {
 // What else is to be done at the end of a program, other threads may be in the midst of.
 void EndAtOnce() {
     JobState* const job = guarded;
-    if (!job || getpid() != program || !job->AskCancel()) return;
+    if (job == nullptr || getpid() != program || !job->AskCancel()) return;
     const char* who = FilterCall::Innermost();
-    Say(who ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
+    Say(who != nullptr ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
     _exit(jobFailed);
 }
 
 extern "C" void OnAbort(int) {
     const char* who = FilterCall::Innermost();
-    if (who && getpid() == program) Say(who, ": it aborts the program; nothing was written\n");
+    if (who != nullptr && getpid() == program) Say(who, ": it aborts the program; nothing was written\n");
 }
 
 } // namespace

@@ -89,16 +89,16 @@ std::shared_ptr<FilterModule> FilterModule::Load(const FilterSpec& spec) {
     if (spec.maker) return std::shared_ptr<FilterModule>(new FilterModule(spec.name, nullptr, spec.maker));
     const std::string path = FindModule(spec);
     void* handle = Calling(path, [&] { return dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL); });
-    if (!handle) {
+    if (handle == nullptr) {
         const char* problem = dlerror();
         throw HostError(HRESULT_FROM_WIN32(ERROR_BAD_EXE_FORMAT), path,
-                        std::string("cannot load the module: ") + (problem ? problem : path));
+                        std::string("cannot load the module: ") + (problem != nullptr ? problem : path));
     }
     return std::shared_ptr<FilterModule>(new FilterModule(path, handle));
 }
 
 FilterModule::~FilterModule() {
-    if (!m_handle) return;
+    if (m_handle == nullptr) return;
     try {
         const auto canUnload = Find<CanUnloadNow>("DllCanUnloadNow");
         if (canUnload && canUnload() == S_OK) dlclose(m_handle);

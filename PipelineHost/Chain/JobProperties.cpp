@@ -23,7 +23,7 @@ constexpr const wchar_t* deviceCapabilitiesProperty = XPS_FP_PRINTDEVICECAPABILI
 
 std::wstring UserName() {
     for (const char* name : {"USER", "LOGNAME"})
-        if (const char* user = std::getenv(name); user && *user) return Wide(user);
+        if (const char* user = std::getenv(name); user != nullptr && *user) return Wide(user);
     return L"user";
 }
 
@@ -90,7 +90,7 @@ JobPrinter::JobPrinter(const JobDescription& job) {
 }
 
 JobPrinter::~JobPrinter() {
-    if (m_handle) ClosePrinter(m_handle);
+    if (m_handle != nullptr) ClosePrinter(m_handle);
 }
 
 void AddJobProperties(PropertyBag* bag, const JobPrinter& printer, const JobDescription& job,

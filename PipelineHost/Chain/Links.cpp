@@ -78,7 +78,7 @@ void PartQueue::Wake() {
 }
 
 HRESULT QueueProvider::GetXpsPart(IUnknown** part) {
-    if (!part) return E_POINTER;
+    if (part == nullptr) return E_POINTER;
     *part = nullptr;
     return Guarded([&] {
         const HRESULT hr = m_queue->Receive(part);
@@ -88,16 +88,16 @@ HRESULT QueueProvider::GetXpsPart(IUnknown** part) {
 }
 
 HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
-    if (!part) return E_POINTER;
+    if (part == nullptr) return E_POINTER;
     return Guarded([&] {
         const std::string what = DescribePart(part);
         if (m_isClosed) throw HostError(invalidState, ThreadPart(), "a part is sent after CloseSender");
-        if (once && *once) throw HostError(invalidState, ThreadPart(), "a second " + what + " is sent");
+        if (once != nullptr && *once) throw HostError(invalidState, ThreadPart(), "a second " + what + " is sent");
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("sends", what);
         const HRESULT hr = m_queue->Send(part);
         if (SUCCEEDED(hr)) ThreadPart() = TakenPart();
-        if (SUCCEEDED(hr) && once) *once = true;
+        if (SUCCEEDED(hr) && once != nullptr) *once = true;
         return hr;
     });
 }
@@ -126,7 +126,7 @@ HRESULT QueueConsumer::CloseSender() {
 }
 
 HRESULT QueueConsumer::GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part, IPrintWriteStream** stream) {
-    if (!uri || !part || !stream) return E_POINTER;
+    if (uri == nullptr || part == nullptr || stream == nullptr) return E_POINTER;
     *part = nullptr;
     *stream = nullptr;
     return Guarded([&] {

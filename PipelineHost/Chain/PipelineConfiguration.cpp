@@ -32,14 +32,14 @@ public:
         const auto document = Parse();
         const xmlNode* root = xmlDocGetRootElement(document.get());
         if (Name(root) != "Filters") Refuse(root, "the root element is " + Name(root) + ", not Filters");
-        for (const xmlNode* child = Element(root->children); child; child = Element(child->next))
+        for (const xmlNode* child = Element(root->children); child != nullptr; child = Element(child->next))
             ReadChild(child);
         return m_spec;
     }
 
 private:
     [[noreturn]] void Refuse(const xmlNode* node, const std::string& problem) const {
-        RefuseLine(node ? xmlGetLineNo(node) : 0, problem);
+        RefuseLine(node != nullptr ? xmlGetLineNo(node) : 0, problem);
     }
     [[noreturn]] void RefuseLine(long line, const std::string& problem) const {
         throw HostError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), m_file.string(),
@@ -70,7 +70,7 @@ private:
     }
 
     static const xmlNode* Element(const xmlNode* node) {
-        while (node && node->type != XML_ELEMENT_NODE)
+        while (node != nullptr && node->type != XML_ELEMENT_NODE)
             node = node->next;
         return node;
     }
@@ -118,7 +118,7 @@ private:
         if (std::string name = Attribute(node, "name"); !name.empty()) spec.name = std::move(name);
         std::optional<EndKind> input;
         std::optional<EndKind> output;
-        for (const xmlNode* child = Element(node->children); child; child = Element(child->next)) {
+        for (const xmlNode* child = Element(node->children); child != nullptr; child = Element(child->next)) {
             if (Name(child) == "Input")
                 SetEnd(child, true, input);
             else if (Name(child) == "Output")

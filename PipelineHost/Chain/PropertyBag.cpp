@@ -27,7 +27,7 @@ PropertyBag::Value::~Value() {
 }
 
 HRESULT PropertyBag::AddProperty(PCWSTR name, const VARIANT* value) {
-    if (!name || !value) return E_POINTER;
+    if (name == nullptr || value == nullptr) return E_POINTER;
     return Guarded([&] {
         auto copy = std::make_shared<Value>(*value);
         const std::lock_guard lock(m_mutex);
@@ -37,7 +37,7 @@ HRESULT PropertyBag::AddProperty(PCWSTR name, const VARIANT* value) {
 }
 
 HRESULT PropertyBag::GetProperty(PCWSTR name, VARIANT* value) {
-    if (!name || !value) return E_POINTER;
+    if (name == nullptr || value == nullptr) return E_POINTER;
     return Guarded([&] {
         const std::lock_guard lock(m_mutex);
         const auto found = m_values.find(name);
@@ -51,7 +51,7 @@ HRESULT PropertyBag::GetProperty(PCWSTR name, VARIANT* value) {
 }
 
 BOOL PropertyBag::DeleteProperty(PCWSTR name) {
-    if (!name) return FALSE;
+    if (name == nullptr) return FALSE;
     const std::lock_guard lock(m_mutex);
     return m_values.erase(name) > 0 ? TRUE : FALSE;
 }

@@ -26,7 +26,7 @@ std::string ProblemOf(const std::shared_ptr<const OvPlatform::QueueFolder>& queu
 
 bool IsTicket(const PartContext& context, const std::string& name) {
     const OvPlatform::PackagePart* part = context.package ? context.package->Find(name) : nullptr;
-    return part && KindOf(part->contentType, part->name) == PartKind::PrintTicket;
+    return part != nullptr && KindOf(part->contentType, part->name) == PartKind::PrintTicket;
 }
 
 } // namespace

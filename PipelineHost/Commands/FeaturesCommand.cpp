@@ -31,7 +31,7 @@ std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
     const auto device = queue.DriverProperties().find(OrvelDriverPropertyBag::deviceCapabilitiesPropertyName);
     if (device != queue.DriverProperties().end())
         if (const auto* stream = std::get_if<OvPlatform::QueueStream>(&device->second);
-            stream && !stream->file.empty())
+            stream != nullptr && !stream->file.empty())
             return stream->file;
     return queue.Folder();
 }

@@ -24,7 +24,7 @@ TicketSlot* SlotOf(IFixedPage* part) {
 }
 
 void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketScope scope, TicketSlot* slot) {
-    if (!slot || slot->IsEmpty()) return;
+    if (slot == nullptr || slot->IsEmpty()) return;
     const std::string name = slot->Name();
     const CComPtr<IPartPrintTicket> part = slot->Take(PartKind::PrintTicket);
     const CComQIPtr<IHostPart> host(part);

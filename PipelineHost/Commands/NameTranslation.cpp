@@ -153,7 +153,7 @@ void NameTranslation::AddWord(tagFeatureEnum feature, tagValueEnum value, std::s
         if (known.*world == word) return;
     }
     const char* const enumerator = FindValueName(value);
-    Value added{.number = value, .enumerator = enumerator ? enumerator : "", .feature = feature};
+    Value added{.number = value, .enumerator = enumerator != nullptr ? enumerator : "", .feature = feature};
     added.*world = word;
     m_values.push_back(std::move(added));
 }
@@ -173,7 +173,7 @@ std::vector<const Value*> NameTranslation::FindValues(const std::string& text) c
     const auto isOlderNameOf = [&](const Value& value) {
         if (!value.feature || value.configurationName.empty()) return false;
         const auto* const entry = dictionary.FindEntryByXmlConfigName(*value.feature, text);
-        return entry && entry->value == value.number;
+        return entry != nullptr && entry->value == value.number;
     };
     std::vector<const Value*> found;
     for (const Value& value : m_values)
@@ -216,14 +216,14 @@ std::vector<Feature> NameTranslation::CollectionsOf(const Feature& feature) cons
     if (!feature.entry) return collections;
     for (const tagFeatureEnum parent : feature.entry->parentFeatures) {
         const Feature* const known = Find(parent);
-        collections.push_back(known ? *known : Feature{.number = parent});
+        collections.push_back(known != nullptr ? *known : Feature{.number = parent});
     }
     return collections;
 }
 
 std::string NameTranslation::NameOf(tagFeatureEnum feature) const {
     const Feature* const known = Find(feature);
-    return known ? known->enumerator : std::to_string(static_cast<int>(feature));
+    return known != nullptr ? known->enumerator : std::to_string(static_cast<int>(feature));
 }
 
 const Feature* NameTranslation::Find(tagFeatureEnum feature) const {

@@ -60,7 +60,7 @@ TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFold
 }
 
 void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket) {
-    if (!ticket) return; // the level above holds
+    if (ticket == nullptr) return; // the level above holds
     Level next{level, {}};
     const std::string_view delta = *ticket;
     m_ticket = m_merge.Merge(m_ticket, &delta, scope, &next.report).ticket;
@@ -73,7 +73,7 @@ void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, c
 std::string TicketExplanation::OriginOf(const std::string& setting) const {
     for (std::size_t at = m_levels.size(); at-- > 0;) {
         const OvPlatform::SettingReport* report = Find(m_levels[at].report, setting);
-        if (!report) break;
+        if (report == nullptr) break;
         if (!report->reason.empty()) return byValidation;
         if (report->origin == OvPlatform::SettingOrigin::Delta) return m_levels[at].name;
         if (report->origin == OvPlatform::SettingOrigin::Queue) break;
@@ -89,7 +89,7 @@ std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
         // What a level above changed, this level only took over.
         for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {
             const auto* above = Find(level->report, setting.name);
-            if (!above || OriginOf(setting.name) != byValidation) break;
+            if (above == nullptr || OriginOf(setting.name) != byValidation) break;
             remark = Remark(*above);
         }
         rows.push_back({setting.name, setting.value, OriginOf(setting.name), std::move(remark)});

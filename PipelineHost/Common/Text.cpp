@@ -42,11 +42,11 @@ std::wstring Wide(std::string_view text) {
 BSTR NewBstr(std::string_view utf8) {
     const std::wstring wide = Wide(utf8);
     BSTR text = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-    if (!text) throw std::bad_alloc();
+    if (text == nullptr) throw std::bad_alloc();
     return text;
 }
 
-std::string Utf8Argument(const wchar_t* text) { return text ? Utf8(text) : std::string(); }
+std::string Utf8Argument(const wchar_t* text) { return text != nullptr ? Utf8(text) : std::string(); }
 
 std::string LowerAscii(std::string_view text) {
     std::string lower(text);

@@ -27,7 +27,7 @@ std::string DescribePart(IUnknown* part) {
 
 void NoteReceived(IUnknown* part, Trace& log, const std::shared_ptr<const StreamMaker>& holder) {
     FilterWords::Forget();
-    const std::string what = part ? DescribePart(part) : "the end of the parts";
+    const std::string what = part != nullptr ? DescribePart(part) : "the end of the parts";
     TakenPart() = ThreadPart();
     if (const CComQIPtr<IHostPart> host(part); host) host->Core().holder = holder;
     if (log.IsOn()) log.Step("receives", what);

@@ -21,14 +21,14 @@ public:
         IsDone();
     }
     HRESULT STDMETHODCALLTYPE Current(BSTR* uri, IUnknown** part) override {
-        if (uri) *uri = nullptr;
-        if (part) *part = nullptr;
+        if (uri != nullptr) *uri = nullptr;
+        if (part != nullptr) *part = nullptr;
         return Guarded([&] {
             if (IsDone()) return E_ELEMENT_NOT_FOUND;
             CComPtr<IUnknown> object; // IsDone has passed over what is deleted
-            if (part) object = m_page->ObjectOf(m_next);
-            if (uri) *uri = NewBstr(m_page->Resources()[m_next].name);
-            if (part) *part = object.Detach();
+            if (part != nullptr) object = m_page->ObjectOf(m_next);
+            if (uri != nullptr) *uri = NewBstr(m_page->Resources()[m_next].name);
+            if (part != nullptr) *part = object.Detach();
             return S_OK;
         });
     }
@@ -56,7 +56,7 @@ FixedPagePart::FixedPagePart(PartCore core, TicketSlot ticket, PageReference ref
       m_resources(std::move(resources)) {}
 
 HRESULT FixedPagePart::GetUri(BSTR* uri) {
-    if (!uri) return E_POINTER;
+    if (uri == nullptr) return E_POINTER;
     *uri = nullptr;
     return Guarded([&] {
         *uri = NewBstr(m_core.name);
@@ -65,7 +65,7 @@ HRESULT FixedPagePart::GetUri(BSTR* uri) {
 }
 
 HRESULT FixedPagePart::GetStream(IPrintReadStream** stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
     return Guarded([&] {
         ThreadPart() = m_core.name;
@@ -79,7 +79,7 @@ HRESULT FixedPagePart::GetStream(IPrintReadStream** stream) {
 }
 
 HRESULT FixedPagePart::GetPartCompression(EXpsCompressionOptions* compression) {
-    if (!compression) return E_POINTER;
+    if (compression == nullptr) return E_POINTER;
     return Guarded([&] {
         *compression = m_core.compression;
         return S_OK;
@@ -102,7 +102,7 @@ HRESULT FixedPagePart::GetPrintTicket(IPartPrintTicket** ticket) {
 }
 
 HRESULT FixedPagePart::GetPagePart(PCWSTR uri, IUnknown** part) {
-    if (!uri || !part) return E_POINTER;
+    if (uri == nullptr || part == nullptr) return E_POINTER;
     *part = nullptr;
     return Guarded([&] {
         const std::string key = ResolvedKey(uri);
@@ -112,14 +112,14 @@ HRESULT FixedPagePart::GetPagePart(PCWSTR uri, IUnknown** part) {
         }
         const auto& package = m_core.context->package;
         const OvPlatform::PackagePart* stored = package ? package->Find(key) : nullptr;
-        if (!stored || !IsResource(KindOf(stored->contentType, stored->name))) return E_ELEMENT_NOT_FOUND;
+        if (stored == nullptr || !IsResource(KindOf(stored->contentType, stored->name))) return E_ELEMENT_NOT_FOUND;
         *part = MakeStoredPart(m_core.context, *stored).Detach();
         return S_OK;
     });
 }
 
 HRESULT FixedPagePart::GetWriteStream(IPrintWriteStream** stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
     return Guarded([&] {
         auto content = std::make_shared<SpooledContent>(m_core.name, m_core.context->job, m_core.holder);
@@ -133,7 +133,7 @@ HRESULT FixedPagePart::GetWriteStream(IPrintWriteStream** stream) {
 HRESULT FixedPagePart::SetPrintTicket(IPartPrintTicket* ticket) { return m_ticket.Set(ticket); }
 
 HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
-    if (!part) return E_POINTER;
+    if (part == nullptr) return E_POINTER;
     return Guarded([&] {
         if (CComQIPtr<IPartPrintTicket> ticket(part); ticket) {
             m_ticket.Set(ticket);
@@ -165,7 +165,7 @@ HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
 }
 
 HRESULT FixedPagePart::DeleteResource(PCWSTR uri) {
-    if (!uri) return E_POINTER;
+    if (uri == nullptr) return E_POINTER;
     return Guarded([&] {
         const std::string key = ResolvedKey(uri);
         const std::size_t index = IndexOf(key);
@@ -178,7 +178,7 @@ HRESULT FixedPagePart::DeleteResource(PCWSTR uri) {
 }
 
 HRESULT FixedPagePart::GetXpsPartIterator(IXpsPartIterator** iterator) {
-    if (!iterator) return E_POINTER;
+    if (iterator == nullptr) return E_POINTER;
     *iterator = nullptr;
     return Guarded([&] {
         *iterator = new PagePartIterator(this);

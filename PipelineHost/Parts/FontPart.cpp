@@ -65,7 +65,7 @@ std::unique_ptr<ByteReader> FontPart::OpenForFilter() {
 }
 
 HRESULT FontPart::GetFontProperties(BSTR* contentType, EXpsFontOptions* options) {
-    if (!options) return E_POINTER;
+    if (options == nullptr) return E_POINTER;
     const HRESULT hr = GetContentType(contentType);
     if (SUCCEEDED(hr)) *options = m_options;
     return hr;
@@ -80,7 +80,7 @@ HRESULT FontPart::SetFontOptions(EXpsFontOptions options) {
 }
 
 HRESULT FontPart::GetFontRestriction(EXpsFontRestriction* restriction) {
-    if (!restriction) return E_POINTER;
+    if (restriction == nullptr) return E_POINTER;
     return Guarded([&] {
         const unsigned bits = EmbeddingBits(*OpenForFilter());
         // The most restrictive bit counts.

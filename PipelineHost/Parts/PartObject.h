@@ -75,7 +75,7 @@ public:
     explicit PartObject(PartCore core) : m_core(std::move(core)) {}
 
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* uri) override {
-        if (!uri) return E_POINTER;
+        if (uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             *uri = NewBstr(m_core.name);
@@ -83,7 +83,7 @@ public:
         });
     }
     HRESULT STDMETHODCALLTYPE GetStream(IPrintReadStream** stream) override {
-        if (!stream) return E_POINTER;
+        if (stream == nullptr) return E_POINTER;
         *stream = nullptr;
         return Guarded([&] {
             ThreadPart() = m_core.name;
@@ -93,7 +93,7 @@ public:
         });
     }
     HRESULT STDMETHODCALLTYPE GetPartCompression(EXpsCompressionOptions* compression) override {
-        if (!compression) return E_POINTER;
+        if (compression == nullptr) return E_POINTER;
         return Guarded([&] {
             *compression = m_core.compression;
             return S_OK;
@@ -117,7 +117,7 @@ protected:
 
     // Both content types and the calls that give and set them have one form.
     HRESULT GetContentType(BSTR* contentType) {
-        if (!contentType) return E_POINTER;
+        if (contentType == nullptr) return E_POINTER;
         *contentType = nullptr;
         return Guarded([&] {
             *contentType = NewBstr(m_core.contentType);
@@ -125,7 +125,7 @@ protected:
         });
     }
     HRESULT SetContentType(PCWSTR contentType) {
-        if (!contentType) return E_POINTER;
+        if (contentType == nullptr) return E_POINTER;
         return Guarded([&] {
             std::string text = Utf8(contentType);
             if (text.find('/') == std::string::npos) return E_INVALIDARG;

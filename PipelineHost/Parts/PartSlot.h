@@ -15,7 +15,7 @@ public:
     PartSlot(SharedContext context, const OvPlatform::PackagePart* stored)
         : m_context(std::move(context)), m_stored(stored) {}
 
-    bool IsEmpty() const { return !m_stored && !m_object; }
+    bool IsEmpty() const { return m_stored == nullptr && !m_object; }
 
     /// E_ELEMENT_NOT_FOUND where there is none.
     HRESULT Get(Interface** part, PartKind kind) {
@@ -43,7 +43,7 @@ public:
     }
 
     std::string Name() const {
-        if (m_stored) return m_stored->name;
+        if (m_stored != nullptr) return m_stored->name;
         CComPtr<IHostPart> host;
         if (m_object) m_object->QueryInterface(__uuidof(IHostPart), reinterpret_cast<void**>(&host));
         return host ? host->Core().name : std::string();

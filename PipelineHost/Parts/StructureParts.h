@@ -69,7 +69,7 @@ public:
         : m_context(std::move(context)), m_name(std::move(name)), m_ticket(std::move(ticket)) {}
 
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* uri) override {
-        if (!uri) return E_POINTER;
+        if (uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             *uri = NewBstr(m_name);

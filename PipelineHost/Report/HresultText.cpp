@@ -162,7 +162,7 @@ const KnownResult* Find(HRESULT result) {
 
 std::string HresultMeaning(HRESULT result) {
     const KnownResult* known = Find(result);
-    return known ? known->meaning : std::string();
+    return known != nullptr ? known->meaning : std::string();
 }
 
 std::string HresultText(HRESULT result) {

@@ -31,13 +31,13 @@ void PackageSource::FindSequence() {
     for (const auto& relationship : m_context->package->Relationships("/")) {
         if (RelationOf(relationship.type) != Relation::FixedRepresentation) continue;
         const Part& part = Follow("/", relationship);
-        if (m_sequence && m_sequence != &part)
+        if (m_sequence != nullptr && m_sequence != &part)
             throw InputError(XPS_E_MULTIPLE_DOCUMENTSEQUENCE_RELATIONSHIPS, file,
                              "the package names two document sequences, " + m_sequence->name + " and " +
                                  part.name);
         m_sequence = &part;
     }
-    if (!m_sequence)
+    if (m_sequence == nullptr)
         throw InputError(XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP, file,
                          "the package names no document sequence: it is no XPS document");
     if (KindOf(m_sequence->contentType, {}) != PartKind::Sequence)
@@ -98,7 +98,7 @@ void PackageSource::QueuePackage() {
     const auto relationships = m_context->package->Relationships("/");
     const Part* thumbnail = nullptr;
     for (const Relationship& relationship : relationships)
-        if (RelationOf(relationship.type) == Relation::Thumbnail && !thumbnail) {
+        if (RelationOf(relationship.type) == Relation::Thumbnail && thumbnail == nullptr) {
             thumbnail = &Follow("/", relationship);
             MarkReached(*thumbnail);
         }
@@ -220,7 +220,7 @@ TicketSlot PackageSource::TicketOf(const std::string& source, const std::vector<
     for (const Relationship& relationship : relationships) {
         if (RelationOf(relationship.type) != Relation::PrintTicket) continue;
         const Part& target = Follow(source, relationship);
-        if (ticket)
+        if (ticket != nullptr)
             throw InputError(twice, source,
                              source + " has two print tickets, " + ticket->name + " and " + target.name);
         ticket = &target;

@@ -62,7 +62,7 @@ bool ReferenceList::Advance() {
     if (m_readFailure) std::rethrow_exception(m_readFailure);
     if (more < 0) {
         const xmlError* error = xmlGetLastError();
-        Refuse(error ? OvPlatform::ParserError::Reason(error) : "the markup cannot be read");
+        Refuse(error != nullptr ? OvPlatform::ParserError::Reason(error) : "the markup cannot be read");
     }
     if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)
         Refuse("document type declarations are not allowed");

@@ -45,7 +45,7 @@ class FileReader final : public ByteReader {
 public:
     explicit FileReader(const std::filesystem::path& file)
         : m_name(file), m_file(OvPlatform::OpenInputFile(file)) {
-        if (!m_file) ThrowUnreadable(errno, file);
+        if (m_file == nullptr) ThrowUnreadable(errno, file);
         if (fseeko(m_file, 0, SEEK_END) != 0) {
             const int error = errno;
             std::fclose(m_file);
@@ -108,7 +108,7 @@ void FileSink::Commit() {
 }
 
 HRESULT FileWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* written) {
-    if (!written || (!bytes && count > 0)) return E_POINTER;
+    if (written == nullptr || (bytes == nullptr && count > 0)) return E_POINTER;
     *written = 0;
     return Guarded([&] {
         if (m_job->IsStopping()) return m_job->StopResult();

@@ -49,13 +49,13 @@ HRESULT PrintReadStream::Seek(LONGLONG offset, DWORD origin, ULONGLONG* newPosit
             return E_INVALIDARG;
         const std::uint64_t target = offset < 0 ? start - distance : start + distance;
         if (target != m_reader->Position()) m_reader->Seek(target);
-        if (newPosition) *newPosition = target;
+        if (newPosition != nullptr) *newPosition = target;
         return S_OK;
     });
 }
 
 HRESULT PrintReadStream::ReadBytes(void* bytes, ULONG wanted, ULONG* read, BOOL* endOfFile) {
-    if (!read || !endOfFile || (!bytes && wanted > 0)) return E_POINTER;
+    if (read == nullptr || endOfFile == nullptr || (!bytes && wanted > 0)) return E_POINTER;
     *read = 0;
     *endOfFile = FALSE;
     return Guarded([&] {
@@ -67,7 +67,7 @@ HRESULT PrintReadStream::ReadBytes(void* bytes, ULONG wanted, ULONG* read, BOOL*
 }
 
 HRESULT ContentStreamFactory::GetStream(IPrintReadStream** stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
     return Guarded([&] {
         *stream = new PrintReadStream(m_content->Open());

@@ -5,7 +5,7 @@
 namespace OvPipeline {
 
 HRESULT PrintWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* written) {
-    if (!written || (!bytes && count > 0)) return E_POINTER;
+    if (written == nullptr || (!bytes && count > 0)) return E_POINTER;
     *written = 0;
     return Guarded([&] {
         if (m_isClosed) throw HostError(E_UNEXPECTED, {}, "bytes are written to a stream that is closed");

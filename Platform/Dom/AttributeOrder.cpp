@@ -79,7 +79,7 @@ AttributeSlot Find(const xmlNode* element, std::string_view localName, std::stri
             if (View(slot.attribute->name) == localName && own == uri) return slot;
         } else if (uri == xmlnsUri) {
             const xmlChar* prefix = slot.declaration->prefix;
-            if ((prefix ? View(prefix) : std::string_view("xmlns")) == localName) return slot;
+            if ((prefix != nullptr ? View(prefix) : std::string_view("xmlns")) == localName) return slot;
         }
     }
     return {};
@@ -96,7 +96,7 @@ void Insert(xmlNode* element, xmlAttr* attribute, xmlAttr* place) noexcept {
         return;
     }
     std::uintptr_t declarations = 0;
-    for (const xmlNs* declaration = element->nsDef; declaration; declaration = declaration->next)
+    for (const xmlNs* declaration = element->nsDef; declaration != nullptr; declaration = declaration->next)
         ++declarations;
     SetRank(attribute, declarations);
     attribute->next = nullptr;
@@ -133,7 +133,7 @@ void Remove(xmlNode* element, xmlNs* declaration) noexcept {
         ++index;
     *place = declaration->next;
     declaration->next = nullptr;
-    for (xmlAttr* attribute = element->properties; attribute; attribute = attribute->next)
+    for (xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next)
         if (Rank(attribute) > index) SetRank(attribute, Rank(attribute) - 1);
 }
 

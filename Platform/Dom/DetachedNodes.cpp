@@ -40,11 +40,11 @@ Found AttributeHasObjects(const xmlAttr* attribute, Walk& walk) noexcept {
 }
 
 Found AttributesHaveObjects(const xmlNode* element, Walk& walk) noexcept {
-    for (const xmlAttr* attribute = element->properties; attribute; attribute = attribute->next) {
+    for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next) {
         if (!walk.Step()) return std::nullopt;
         if (const Found found = AttributeHasObjects(attribute, walk); found != Found(false)) return found;
     }
-    for (const xmlNs* declaration = element->nsDef; declaration; declaration = declaration->next) {
+    for (const xmlNs* declaration = element->nsDef; declaration != nullptr; declaration = declaration->next) {
         if (!walk.Step()) return std::nullopt;
         const auto* mirror = static_cast<const xmlAttr*>(declaration->_private);
         if (mirror == nullptr) continue;

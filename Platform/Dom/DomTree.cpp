@@ -282,7 +282,7 @@ void DomTree::Free(xmlNode* top) noexcept {
     for (xmlNode* node = top; node != nullptr; node = NextInTree(node, top)) {
         m_detached.Forget(node);
         if (node->type != XML_ELEMENT_NODE) continue;
-        for (xmlAttr* attribute = node->properties; attribute; attribute = attribute->next)
+        for (xmlAttr* attribute = node->properties; attribute != nullptr; attribute = attribute->next)
             Forget(attribute);
         while (xmlNs* declaration = node->nsDef) {
             node->nsDef = declaration->next;
@@ -322,9 +322,9 @@ xmlNode* DomTree::CopyNode(const DomTree& from, xmlNode* source) {
     switch (source->type) {
     case XML_ELEMENT_NODE:
         copy = NewElement(View(source->name), NamespaceFrom(from, source->ns));
-        for (const xmlNs* declaration = source->nsDef; declaration; declaration = declaration->next)
+        for (const xmlNs* declaration = source->nsDef; declaration != nullptr; declaration = declaration->next)
             AttributeOrder::Append(copy, NewNs(View(declaration->prefix), View(declaration->href)));
-        for (xmlAttr* attribute = source->properties; attribute; attribute = attribute->next) {
+        for (xmlAttr* attribute = source->properties; attribute != nullptr; attribute = attribute->next) {
             xmlAttr* own = AsAttribute(CopyNode(from, AsNode(attribute)));
             AttributeOrder::Insert(copy, own, nullptr);
             AttributeOrder::SetRank(own, AttributeOrder::Rank(attribute));
@@ -397,10 +397,10 @@ xmlNode* DomTree::Adopt(DomTree& from, xmlNode* source) {
              old = NextInTree(old, source), fresh = NextInTree(fresh, top)) {
             moveObject(old, fresh);
             if (old->type != XML_ELEMENT_NODE) continue;
-            for (xmlAttr *attribute = old->properties, *own = fresh->properties; attribute;
+            for (xmlAttr *attribute = old->properties, *own = fresh->properties; attribute != nullptr;
                  attribute = attribute->next, own = own->next)
                 moveAttribute(attribute, own);
-            for (xmlNs *declaration = old->nsDef, *own = fresh->nsDef; declaration;
+            for (xmlNs *declaration = old->nsDef, *own = fresh->nsDef; declaration != nullptr;
                  declaration = declaration->next, own = own->next)
                 if (Mirror(declaration) != nullptr && AttributeHasObjects(Mirror(declaration)))
                     moveAttribute(Mirror(declaration), MirrorOf(fresh, own));

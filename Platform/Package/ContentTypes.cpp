@@ -41,7 +41,7 @@ ContentTypes ContentTypes::Parse(std::string_view xml) {
         Refuse(OPC_E_INVALID_CONTENT_TYPE_XML, xmlGetLineNo(root), "the root is not the Types element");
 
     ContentTypes types;
-    for (const xmlNode* child = root->children; child; child = child->next) {
+    for (const xmlNode* child = root->children; child != nullptr; child = child->next) {
         if (child->type != XML_ELEMENT_NODE) continue;
         const long line = xmlGetLineNo(child);
         const bool isDefault = LocalName(child) == "Default", isOverride = LocalName(child) == "Override";

@@ -17,17 +17,17 @@ namespace {
 class OpcFactoryObject final : public CountedObject<IOpcFactory> {
 public:
     static HRESULT Create(REFIID riid, void** object) {
-        if (!object) return E_POINTER;
+        if (object == nullptr) return E_POINTER;
         *object = nullptr;
         auto* factory = new (std::nothrow) OpcFactoryObject;
-        if (!factory) return E_OUTOFMEMORY;
+        if (factory == nullptr) return E_OUTOFMEMORY;
         const HRESULT result = factory->QueryInterface(riid, object);
         factory->Release();
         return result;
     }
 
     HRESULT STDMETHODCALLTYPE CreatePackageRootUri(IOpcUri** rootUri) override {
-        if (!rootUri) return E_POINTER;
+        if (rootUri == nullptr) return E_POINTER;
         *rootUri = nullptr;
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         try {
@@ -38,7 +38,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE CreatePartUri(LPCWSTR uri, IOpcPartUri** partUri) override {
-        if (!uri || !partUri) return E_POINTER;
+        if (uri == nullptr || partUri == nullptr) return E_POINTER;
         *partUri = nullptr;
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         try {

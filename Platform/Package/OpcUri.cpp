@@ -46,7 +46,7 @@ public:
     explicit UriObject(std::string text) : m_text(std::move(text)) {}
 
     HRESULT STDMETHODCALLTYPE GetPropertyBSTR(Uri_PROPERTY property, BSTR* text, DWORD) override {
-        if (!text) return E_POINTER;
+        if (text == nullptr) return E_POINTER;
         *text = nullptr;
         if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
         if (property > Uri_PROPERTY_STRING_LAST) return E_INVALIDARG;
@@ -55,20 +55,20 @@ public:
         return value.empty() ? S_FALSE : S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetPropertyLength(Uri_PROPERTY property, DWORD* length, DWORD) override {
-        if (!length) return E_POINTER;
+        if (length == nullptr) return E_POINTER;
         *length = 0;
         if (property > Uri_PROPERTY_STRING_LAST) return E_INVALIDARG;
         *length = static_cast<DWORD>(Property(property).size());
         return *length == 0 ? S_FALSE : S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetPropertyDWORD(Uri_PROPERTY property, DWORD* value, DWORD) override {
-        if (!value) return E_POINTER;
+        if (value == nullptr) return E_POINTER;
         *value = 0;
         if (property < Uri_PROPERTY_DWORD_START || property > Uri_PROPERTY_DWORD_LAST) return E_INVALIDARG;
         return S_FALSE; // a path has no host, port, scheme or zone
     }
     HRESULT STDMETHODCALLTYPE HasProperty(Uri_PROPERTY property, BOOL* has) override {
-        if (!has) return E_POINTER;
+        if (has == nullptr) return E_POINTER;
         *has = property <= Uri_PROPERTY_STRING_LAST && !Property(property).empty();
         return S_OK;
     }
@@ -102,16 +102,16 @@ public:
     HRESULT STDMETHODCALLTYPE GetScheme(DWORD* value) override { return Number(Uri_PROPERTY_SCHEME, value); }
     HRESULT STDMETHODCALLTYPE GetZone(DWORD* value) override { return Number(Uri_PROPERTY_ZONE, value); }
     HRESULT STDMETHODCALLTYPE GetProperties(LPDWORD flags) override {
-        if (!flags) return E_POINTER;
+        if (flags == nullptr) return E_POINTER;
         *flags = 0;
         for (int i = Uri_PROPERTY_STRING_START; i <= Uri_PROPERTY_STRING_LAST; ++i)
             if (!Property(static_cast<Uri_PROPERTY>(i)).empty()) *flags |= DWORD{1} << i;
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE IsEqual(IUri* other, BOOL* equal) override {
-        if (!equal) return E_POINTER;
+        if (equal == nullptr) return E_POINTER;
         *equal = FALSE;
-        if (!other) return S_OK;
+        if (other == nullptr) return S_OK;
         return Guarded([&] {
             std::string text;
             if (HRESULT result = RawText(other, text); FAILED(result)) return result;
@@ -160,7 +160,7 @@ public:
     using UriObject<Interface>::UriObject;
 
     HRESULT STDMETHODCALLTYPE GetRelationshipsPartUri(IOpcPartUri** uri) override {
-        if (!uri) return E_POINTER;
+        if (uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             if (IsRelationshipsPartName(this->Uri())) return OPC_E_NONCONFORMING_URI;
@@ -169,7 +169,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE GetRelativeUri(IOpcPartUri* target, IUri** uri) override {
-        if (!target || !uri) return E_POINTER;
+        if (target == nullptr || uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             std::string name;
@@ -179,7 +179,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE CombinePartUri(IUri* relative, IOpcPartUri** uri) override {
-        if (!relative || !uri) return E_POINTER;
+        if (relative == nullptr || uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             CComBSTR reference;
@@ -194,7 +194,7 @@ public:
     using OpcUriObject<IOpcPartUri>::OpcUriObject;
 
     HRESULT STDMETHODCALLTYPE ComparePartUri(IOpcPartUri* other, INT32* comparison) override {
-        if (!other || !comparison) return E_POINTER;
+        if (other == nullptr || comparison == nullptr) return E_POINTER;
         *comparison = 0;
         return Guarded([&] {
             std::string name;
@@ -206,7 +206,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE GetSourceUri(IOpcUri** uri) override {
-        if (!uri) return E_POINTER;
+        if (uri == nullptr) return E_POINTER;
         *uri = nullptr;
         return Guarded([&] {
             if (!IsRelationshipsPartName(Uri())) return OPC_E_RELATIONSHIP_URI_REQUIRED;
@@ -220,7 +220,7 @@ public:
     }
 
     HRESULT STDMETHODCALLTYPE IsRelationshipsPartUri(BOOL* is) override {
-        if (!is) return E_POINTER;
+        if (is == nullptr) return E_POINTER;
         *is = IsRelationshipsPartName(Uri());
         return S_OK;
     }

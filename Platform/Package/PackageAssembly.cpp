@@ -198,7 +198,7 @@ PackageAssembly::PackageAssembly(OutputFile& file, std::filesystem::path target,
     : m_target(std::move(target)), m_cursor(std::make_unique<Cursor>(spool)),
       m_output(std::make_unique<Archive>(file)) {
     zip_source_t* output = zip_source_function_create(Archive::Call, m_output.get(), &m_output->error);
-    if (!output) Throw(&m_output->error);
+    if (output == nullptr) Throw(&m_output->error);
     m_archive.reset(zip_open_from_source(output, ZIP_CREATE | ZIP_TRUNCATE, &m_output->error));
     if (m_archive) return;
     zip_source_free(output);
@@ -211,7 +211,7 @@ void PackageAssembly::Add(const std::string& zipName, const SpooledPart& part) {
     zip_t* archive = m_archive.get();
     zip_source_t* source =
         zip_source_function(archive, Source::Call, &m_sources.emplace_back(*m_cursor, part));
-    if (!source) Throw(zip_get_error(archive));
+    if (source == nullptr) Throw(zip_get_error(archive));
     const zip_int64_t index = zip_file_add(archive, zipName.c_str(), source, ZIP_FL_ENC_UTF_8);
     if (index < 0) {
         zip_source_free(source);

@@ -283,8 +283,8 @@ void PackageDirectory::IndexParts() {
 void PackageDirectory::AddRelationships(const std::string& name, Place place) {
     const std::string source = RelationshipsSource(name);
     const PackagePart* part = Find(source);
-    if (!part && source != packageRoot) return;
-    Place& at = part ? m_relationships[IndexOf(*part)] : m_packageRelationships;
+    if (part == nullptr && source != packageRoot) return;
+    Place& at = part != nullptr ? m_relationships[IndexOf(*part)] : m_packageRelationships;
     if (at.count != 0) throw PackageError(OPC_E_DUPLICATE_PART, name, "the part stands twice in the package");
     at = place;
 }
@@ -301,7 +301,7 @@ std::span<const StoredPiece> PackageDirectory::Pieces(const PackagePart& part) c
 std::span<const StoredPiece> PackageDirectory::RelationshipPieces(std::string_view source) const {
     if (source == packageRoot) return At(m_packageRelationships);
     const PackagePart* part = Find(source);
-    return part ? At(m_relationships[IndexOf(*part)]) : std::span<const StoredPiece>();
+    return part != nullptr ? At(m_relationships[IndexOf(*part)]) : std::span<const StoredPiece>();
 }
 
 } // namespace OvPlatform

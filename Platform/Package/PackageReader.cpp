@@ -40,7 +40,7 @@ public:
 private:
     const PackagePart& Require(std::string_view partName) const {
         const PackagePart* part = Find(partName);
-        if (!part) throw PackageError(OPC_E_NO_SUCH_PART, std::string(partName), "there is no such part");
+        if (part == nullptr) throw PackageError(OPC_E_NO_SUCH_PART, std::string(partName), "there is no such part");
         return *part;
     }
 
@@ -81,7 +81,7 @@ const PackagePart& RequireTarget(const PackageReader& package, std::string_view 
     if (relationship.external)
         throw PackageError(OPC_E_INVALID_RELATIONSHIP_TARGET, subject, which + " leads out of the package");
     const PackagePart* part = package.Find(relationship.targetPart);
-    if (!part)
+    if (part == nullptr)
         throw PackageError(OPC_E_NO_SUCH_PART, subject,
                            which + " leads to '" + relationship.targetPart +
                                "', which is not in the package");

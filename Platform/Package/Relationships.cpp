@@ -34,7 +34,7 @@ public:
         const xmlNode* root = xmlDocGetRootElement(document.get());
         if (LocalName(root) != "Relationships" || NamespaceOf(root) != namespaceUri)
             Refuse(root, OPC_E_INVALID_RELS_XML, "the root is not the Relationships element");
-        for (const xmlNode* child = root->children; child; child = child->next) {
+        for (const xmlNode* child = root->children; child != nullptr; child = child->next) {
             if (child->type != XML_ELEMENT_NODE) continue;
             if (LocalName(child) != "Relationship" || NamespaceOf(child) != namespaceUri)
                 Refuse(child, OPC_E_INVALID_RELS_XML, "unknown element " + std::string(LocalName(child)));

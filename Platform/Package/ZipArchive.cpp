@@ -83,7 +83,7 @@ ZipItem ZipArchive::Item(std::size_t index) const {
     const std::lock_guard guard(m_lock);
     zip_stat_t stat;
     const char* name = zip_get_name(m_archive, index, ZIP_FL_ENC_GUESS);
-    if (!name || zip_stat_index(m_archive, index, 0, &stat) != 0) {
+    if (name == nullptr || zip_stat_index(m_archive, index, 0, &stat) != 0) {
         const zip_error_t* error = zip_get_error(m_archive);
         Throw(zip_error_code_zip(error), m_path.string(), zip_error_strerror(zip_get_error(m_archive)));
     }
@@ -102,7 +102,7 @@ ZipItemReader::ZipItemReader(std::shared_ptr<const ZipArchive> archive, std::siz
     : m_archive(std::move(archive)), m_part(std::move(part)), m_left(declaredSize) {
     const std::lock_guard guard(m_archive->m_lock);
     m_file = zip_fopen_index(m_archive->m_archive, index, 0);
-    if (m_file) return;
+    if (m_file != nullptr) return;
     zip_error_t* error = zip_get_error(m_archive->m_archive);
     Fail(zip_error_code_zip(error), zip_error_strerror(error));
 }

@@ -54,7 +54,7 @@ const SchemaOption* FindByDisplayName(const CapabilitiesIndex& capabilities, con
     for (const CapabilitiesOption& option : capabilities.Features()[at].options) {
         const SchemaProperty* shown =
             FindProperty(option.schema->properties, SchemaSpace::Keywords, "DisplayName");
-        if (shown && shown->value && FoldCase(FromUtf8(Trimmed(shown->value->text))) == wanted)
+        if (shown != nullptr && shown->value && FoldCase(FromUtf8(Trimmed(shown->value->text))) == wanted)
             return option.schema;
     }
     return nullptr;
@@ -100,7 +100,7 @@ private:
         const std::span<const DevmodePaper> papers = devmodePapers;
         const DevmodePaper* paper =
             Counts(DM_PAPERSIZE) ? FindDevmodeRow(papers, m_mode.dmPaperSize) : nullptr;
-        if (paper) return AddMediaSize(Public(paper->option), paper->width, paper->height);
+        if (paper != nullptr) return AddMediaSize(Public(paper->option), paper->width, paper->height);
         if (Counts(DM_FORMNAME))
             if (const SchemaOption* option = FindByDisplayName(m_capabilities, SchemaKeyword::PageMediaSize,
                                                                FixedText(m_mode.dmFormName, CCHFORMNAME))) {
@@ -163,7 +163,7 @@ bool IsOfPrinter(const DEVMODEW& mode, const std::wstring& printerName) {
 SchemaDocument SettingsOfDevmode(const DEVMODEW* devmode, std::size_t size, const std::wstring& printerName,
                                  const CapabilitiesIndex& capabilities) {
     constexpr std::size_t least = offsetof(DEVMODEW, dmFields) + sizeof(DWORD);
-    if (!devmode || size < least) throw std::invalid_argument("the device mode is too short");
+    if (devmode == nullptr || size < least) throw std::invalid_argument("the device mode is too short");
     DEVMODEW mode{};
     std::memcpy(&mode, devmode, least);
     const std::size_t whole = std::size_t{mode.dmSize} + mode.dmDriverExtra;

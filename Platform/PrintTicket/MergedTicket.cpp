@@ -22,7 +22,7 @@ MergedTicket MergeTickets(const SchemaDocument& base, const SchemaDocument* delt
                           const CapabilitiesIndex& capabilities) {
     MergedTicket merged;
     AddTicket(merged, base, SettingOrigin::Base, scope, capabilities);
-    if (delta) AddTicket(merged, *delta, SettingOrigin::Delta, scope, capabilities);
+    if (delta != nullptr) AddTicket(merged, *delta, SettingOrigin::Delta, scope, capabilities);
     return merged;
 }
 

@@ -25,15 +25,15 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
         if (!InScope(features[i].level, m_scope)) continue;
         const auto* asked = ticket.features.Find(features[i].Name());
         m_result.features[i] = Choose(
-            features[i], asked ? asked->setting : nullptr, asked ? asked->origin : SettingOrigin::Queue,
-            m_defaults ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
+            features[i], asked != nullptr ? asked->setting : nullptr, asked != nullptr ? asked->origin : SettingOrigin::Queue,
+            m_defaults != nullptr ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
     }
     ResolveConstraints();
     ReportFeatures();
     SetParameters(ticket);
     KeepProperties(ticket);
     NoteUnknown(ticket);
-    if (m_report) m_report->conflictResolved = m_result.conflictResolved;
+    if (m_report != nullptr) m_report->conflictResolved = m_result.conflictResolved;
     return std::move(m_result);
 }
 
@@ -42,7 +42,7 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
                                        const OptionScorer& scorer, Note& note) {
     FeatureChoice choice;
     choice.inScope = true;
-    if (asked) {
+    if (asked != nullptr) {
         // A feature without an option leaves the choice to the queue.
         if (!asked->options.empty()) note.origin = origin;
         choice.properties = Reported(asked->properties);
@@ -51,7 +51,7 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
     if (choice.options.empty()) choice.options = DefaultOptions(feature, fallback);
 
     KeywordMap<const SchemaFeature*> askedByName;
-    if (asked)
+    if (asked != nullptr)
         for (const SchemaFeature& nested : asked->features)
             askedByName.emplace(nested.name, &nested);
     note.nested.resize(feature.features.size());
@@ -59,7 +59,7 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
         const auto found = askedByName.find(feature.features[i].Name());
         choice.features.push_back(
             Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second, origin,
-                   fallback && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer,
+                   fallback != nullptr && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer,
                    note.nested[i]));
         if (found != askedByName.end()) askedByName.erase(found);
     }
@@ -111,7 +111,7 @@ std::vector<FeatureChoice::Chosen> TicketValidation::DefaultOptions(const Capabi
                                                                     const FeatureChoice* fallback) const {
     const auto& options = feature.options;
     if (options.empty()) return {};
-    if (fallback && !fallback->options.empty()) {
+    if (fallback != nullptr && !fallback->options.empty()) {
         std::vector<FeatureChoice::Chosen> chosen;
         for (const FeatureChoice::Chosen& one : fallback->options)
             chosen.push_back({one.option, {}});
@@ -157,7 +157,7 @@ bool TicketValidation::GiveWay(std::size_t at, std::size_t constraint) {
                rules.HoldingFor(at, m_result.features) < before;
     };
 
-    bool found = serves(DefaultOptions(feature, m_defaults ? &m_defaults->features[at] : nullptr));
+    bool found = serves(DefaultOptions(feature, m_defaults != nullptr ? &m_defaults->features[at] : nullptr));
     for (std::size_t option = 0; !found && option < feature.options.size(); ++option)
         found = feature.options[option].viable && serves({{option, {}}});
     if (!found) {
@@ -187,19 +187,19 @@ void TicketValidation::SetParameters(const MergedTicket& ticket) {
         if (!InScope(rules.Level(), m_scope)) continue;
         const auto* asked = ticket.parameters.Find(rules.Name());
         Note note;
-        if (asked) note.origin = asked->origin;
+        if (asked != nullptr) note.origin = asked->origin;
 
         std::optional<SchemaValue>& value = m_result.parameters[i];
         const bool useless = rules.Need() == ParameterRules::Mandatory::Conditional && !referenced[i];
         if (useless) {
-            if (asked) {
+            if (asked != nullptr) {
                 note.requested = asked->setting->value.text;
                 note.reason = "no chosen option uses it";
             }
         } else if (m_optionParameters[i] && referenced[i]) {
             value = m_optionParameters[i]->value;
             note.origin = m_optionParameters[i]->origin;
-        } else if (asked) {
+        } else if (asked != nullptr) {
             if (const char* problem = m_capabilities.ProblemOf(i, asked->setting->value)) {
                 Conflict(note, asked->setting->value.text, std::string("the value ") + problem);
                 if (rules.Default()) value = *rules.Default();
@@ -210,7 +210,7 @@ void TicketValidation::SetParameters(const MergedTicket& ticket) {
                    rules.Default()) {
             value = *rules.Default();
         }
-        if (value || asked)
+        if (value || asked != nullptr)
             Report(m_capabilities.Prefixes().Qualified(rules.Name()), true,
                    value ? value->text : std::string(), note);
     }
@@ -298,7 +298,7 @@ void TicketValidation::Conflict(Note& note, std::string requested, std::string r
 }
 
 void TicketValidation::Report(std::string name, bool isParameter, std::string value, Note note) {
-    if (!m_report) return;
+    if (m_report == nullptr) return;
     m_report->settings.push_back({std::move(name), isParameter, std::move(value), note.origin,
                                   std::move(note.requested), std::move(note.reason)});
 }
@@ -312,7 +312,7 @@ void TicketValidation::ReportFeature(const std::string& path, const Capabilities
 }
 
 void TicketValidation::ReportFeatures() {
-    if (!m_report) return;
+    if (m_report == nullptr) return;
     for (std::size_t i = 0; i < m_result.features.size(); ++i)
         if (m_result.features[i].inScope)
             ReportFeature({}, m_capabilities.Features()[i], m_result.features[i], m_featureNotes[i]);

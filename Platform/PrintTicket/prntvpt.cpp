@@ -53,7 +53,7 @@ HRESULT Open(PCWSTR printerName, HPTPROVIDER* provider) {
 
 HRESULT WINAPI PTQuerySchemaVersionSupport(PCWSTR pszPrinterName, DWORD* pMaxVersion) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pszPrinterName || !pMaxVersion) return E_INVALIDARG;
+    if (pszPrinterName == nullptr || pMaxVersion == nullptr) return E_INVALIDARG;
     return Guarded(nullptr, [&] {
         if (!QueueRegistry::Find(pszPrinterName)) return HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME);
         *pMaxVersion = schemaVersion;
@@ -63,7 +63,7 @@ HRESULT WINAPI PTQuerySchemaVersionSupport(PCWSTR pszPrinterName, DWORD* pMaxVer
 
 HRESULT WINAPI PTOpenProvider(PCWSTR pszPrinterName, DWORD dwVersion, HPTPROVIDER* phProvider) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pszPrinterName || !phProvider || dwVersion == 0) return E_INVALIDARG;
+    if (pszPrinterName == nullptr || phProvider == nullptr || dwVersion == 0) return E_INVALIDARG;
     *phProvider = nullptr;
     if (dwVersion > schemaVersion) return versionNotSupported;
     return Open(pszPrinterName, phProvider);
@@ -72,7 +72,7 @@ HRESULT WINAPI PTOpenProvider(PCWSTR pszPrinterName, DWORD dwVersion, HPTPROVIDE
 HRESULT WINAPI PTOpenProviderEx(PCWSTR pszPrinterName, DWORD dwMaxVersion, DWORD, HPTPROVIDER* phProvider,
                                 DWORD* pUsedVersion) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pszPrinterName || !phProvider || !pUsedVersion || dwMaxVersion == 0) return E_INVALIDARG;
+    if (pszPrinterName == nullptr || phProvider == nullptr || pUsedVersion == nullptr || dwMaxVersion == 0) return E_INVALIDARG;
     *phProvider = nullptr;
     *pUsedVersion = 0;
     const HRESULT result = Open(pszPrinterName, phProvider);
@@ -92,37 +92,37 @@ HRESULT WINAPI PTReleaseMemory(PVOID pBuffer) {
 
 HRESULT WINAPI PTGetPrintCapabilities(HPTPROVIDER hProvider, IStream* pPrintTicket, IStream* pCapabilities,
                                       BSTR* pbstrErrorMessage) {
-    if (pbstrErrorMessage) *pbstrErrorMessage = nullptr;
+    if (pbstrErrorMessage != nullptr) *pbstrErrorMessage = nullptr;
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pCapabilities) return E_INVALIDARG;
+    if (pCapabilities == nullptr) return E_INVALIDARG;
     const auto provider = PrintTicketProvider::Find(hProvider);
     if (!provider) return E_HANDLE;
     return Guarded(pbstrErrorMessage, [&] {
         std::string ticket;
-        if (pPrintTicket)
+        if (pPrintTicket != nullptr)
             if (const HRESULT result = ReadStreamBytes(pPrintTicket, ticket); FAILED(result)) return result;
         const std::string_view view = ticket;
         return WriteStreamBytes(pCapabilities,
-                                provider->Merge().Capabilities(pPrintTicket ? &view : nullptr));
+                                provider->Merge().Capabilities(pPrintTicket != nullptr ? &view : nullptr));
     });
 }
 
 HRESULT WINAPI PTMergeAndValidatePrintTicket(HPTPROVIDER hProvider, IStream* pBaseTicket,
                                              IStream* pDeltaTicket, EPrintTicketScope scope,
                                              IStream* pResultTicket, BSTR* pbstrErrorMessage) {
-    if (pbstrErrorMessage) *pbstrErrorMessage = nullptr;
+    if (pbstrErrorMessage != nullptr) *pbstrErrorMessage = nullptr;
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pBaseTicket || !pResultTicket || !IsScope(scope)) return E_INVALIDARG;
+    if (pBaseTicket == nullptr || pResultTicket == nullptr || !IsScope(scope)) return E_INVALIDARG;
     const auto provider = PrintTicketProvider::Find(hProvider);
     if (!provider) return E_HANDLE;
     return Guarded(pbstrErrorMessage, [&]() -> HRESULT {
         std::string base, delta;
         if (const HRESULT result = ReadStreamBytes(pBaseTicket, base); FAILED(result)) return result;
-        if (pDeltaTicket)
+        if (pDeltaTicket != nullptr)
             if (const HRESULT result = ReadStreamBytes(pDeltaTicket, delta); FAILED(result)) return result;
         const std::string_view view = delta;
         const PrintTicketMerge::Result merged =
-            provider->Merge().Merge(base, pDeltaTicket ? &view : nullptr, scope);
+            provider->Merge().Merge(base, pDeltaTicket != nullptr ? &view : nullptr, scope);
         if (const HRESULT result = WriteStreamBytes(pResultTicket, merged.ticket); FAILED(result))
             return result;
         return merged.conflictResolved ? S_PT_CONFLICT_RESOLVED : S_PT_NO_CONFLICT;
@@ -132,16 +132,16 @@ HRESULT WINAPI PTMergeAndValidatePrintTicket(HPTPROVIDER hProvider, IStream* pBa
 HRESULT WINAPI PTConvertPrintTicketToDevMode(HPTPROVIDER, IStream*, EDefaultDevmodeType, EPrintTicketScope,
                                              ULONG* pcbDevmode, PDEVMODE* ppDevmode,
                                              BSTR* pbstrErrorMessage) {
-    if (pbstrErrorMessage) *pbstrErrorMessage = nullptr;
-    if (pcbDevmode) *pcbDevmode = 0;
-    if (ppDevmode) *ppDevmode = nullptr;
+    if (pbstrErrorMessage != nullptr) *pbstrErrorMessage = nullptr;
+    if (pcbDevmode != nullptr) *pcbDevmode = 0;
+    if (ppDevmode != nullptr) *ppDevmode = nullptr;
     return E_NOTIMPL;
 }
 
 HRESULT WINAPI PTConvertDevModeToPrintTicket(HPTPROVIDER hProvider, ULONG cbDevmode, PDEVMODE pDevmode,
                                              EPrintTicketScope scope, IStream* pPrintTicket) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!pDevmode || !pPrintTicket || !IsScope(scope)) return E_INVALIDARG;
+    if (!pDevmode || pPrintTicket == nullptr || !IsScope(scope)) return E_INVALIDARG;
     const auto provider = PrintTicketProvider::Find(hProvider);
     if (!provider) return E_HANDLE;
     return Guarded(nullptr, [&] {

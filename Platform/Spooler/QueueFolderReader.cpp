@@ -263,7 +263,7 @@ private:
 
     QueueValue ReadValue(const xmlNode* element) const {
         const std::string_view type = LocalName(element);
-        for (const xmlNode* child = element->children; child; child = child->next)
+        for (const xmlNode* child = element->children; child != nullptr; child = child->next)
             if (child->type == XML_ELEMENT_NODE) Refuse(child, "unknown element " + Name(child));
 
         const bool block = type == "Bytes" || type == "Stream";

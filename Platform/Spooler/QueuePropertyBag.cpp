@@ -11,7 +11,7 @@ namespace OvPlatform {
 QueuePropertyBag::QueuePropertyBag(const QueueValues& values, Access access) : m_access(access) {
     for (const auto& [name, value] : values) {
         const auto* stream = std::get_if<QueueStream>(&value);
-        if (stream) {
+        if (stream != nullptr) {
             auto shared = std::make_shared<SharedBytes>();
             shared->bytes = stream->bytes;
             m_values.emplace(name, std::move(shared));
@@ -27,7 +27,7 @@ QueuePropertyBag::QueuePropertyBag(const QueueValues& values, Access access) : m
 }
 
 HRESULT QueuePropertyBag::Create(const QueueValues& values, Access access, IPrinterPropertyBag** bag) {
-    if (!bag) return E_POINTER;
+    if (bag == nullptr) return E_POINTER;
     *bag = nullptr;
     try {
         *bag = new QueuePropertyBag(values, access);
@@ -39,7 +39,7 @@ HRESULT QueuePropertyBag::Create(const QueueValues& values, Access access, IPrin
 
 // Scripts have no use here: the interface is dual by publication only.
 HRESULT QueuePropertyBag::GetTypeInfoCount(UINT* count) {
-    if (!count) return E_POINTER;
+    if (count == nullptr) return E_POINTER;
     *count = 0;
     return S_OK;
 }
@@ -77,7 +77,7 @@ HRESULT QueuePropertyBag::Set(BSTR name, Make make) {
 }
 
 HRESULT QueuePropertyBag::GetBool(BSTR name, BOOL* value) {
-    if (!value) return E_POINTER;
+    if (value == nullptr) return E_POINTER;
     *value = FALSE;
     return Get<bool>(name, [&](bool stored) {
         *value = stored ? TRUE : FALSE;
@@ -90,7 +90,7 @@ HRESULT QueuePropertyBag::SetBool(BSTR name, BOOL value) {
 }
 
 HRESULT QueuePropertyBag::GetInt32(BSTR name, LONG* value) {
-    if (!value) return E_POINTER;
+    if (value == nullptr) return E_POINTER;
     *value = 0;
     return Get<std::int32_t>(name, [&](std::int32_t stored) {
         *value = stored;
@@ -103,7 +103,7 @@ HRESULT QueuePropertyBag::SetInt32(BSTR name, LONG value) {
 }
 
 HRESULT QueuePropertyBag::GetString(BSTR name, BSTR* text) {
-    if (!text) return E_POINTER;
+    if (text == nullptr) return E_POINTER;
     *text = nullptr;
     return Get<std::wstring>(name, [&](const std::wstring& stored) {
         *text = SysAllocStringLen(stored.data(), static_cast<UINT>(stored.size()));
@@ -113,11 +113,11 @@ HRESULT QueuePropertyBag::GetString(BSTR name, BSTR* text) {
 
 HRESULT QueuePropertyBag::SetString(BSTR name, BSTR value) {
     return Set(name,
-               [&]() -> Value { return value ? std::wstring(value, SysStringLen(value)) : std::wstring(); });
+               [&]() -> Value { return value != nullptr ? std::wstring(value, SysStringLen(value)) : std::wstring(); });
 }
 
 HRESULT QueuePropertyBag::GetBytes(BSTR name, DWORD* count, BYTE** bytes) {
-    if (!count || !bytes) return E_POINTER;
+    if (count == nullptr || bytes == nullptr) return E_POINTER;
     *count = 0;
     *bytes = nullptr;
     return Get<QueueBytes>(name, [&](const QueueBytes& stored) {
@@ -131,7 +131,7 @@ HRESULT QueuePropertyBag::GetBytes(BSTR name, DWORD* count, BYTE** bytes) {
 }
 
 HRESULT QueuePropertyBag::SetBytes(BSTR name, DWORD count, BYTE* bytes) {
-    if (!bytes && count != 0) return E_INVALIDARG;
+    if (bytes == nullptr && count != 0) return E_INVALIDARG;
     return Set(name, [&]() -> Value {
         QueueBytes value;
         if (count != 0) value.bytes.assign(bytes, bytes + count);
@@ -140,14 +140,14 @@ HRESULT QueuePropertyBag::SetBytes(BSTR name, DWORD count, BYTE* bytes) {
 }
 
 HRESULT QueuePropertyBag::GetReadStream(BSTR name, IStream** stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
     return Get<StreamValue>(
         name, [&](const StreamValue& stored) { return QueueValueStream::Create(stored, false, stream); });
 }
 
 HRESULT QueuePropertyBag::GetWriteStream(BSTR name, IStream** stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (m_access == Access::ReadOnly) return HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
@@ -157,7 +157,7 @@ HRESULT QueuePropertyBag::GetWriteStream(BSTR name, IStream** stream) {
         const auto [entry, added] = m_values.try_emplace(std::wstring(name, SysStringLen(name)));
         if (added) entry->second = std::make_shared<SharedBytes>();
         const auto* stored = std::get_if<StreamValue>(&entry->second);
-        return stored ? QueueValueStream::Create(*stored, true, stream) : E_INVALIDARG;
+        return stored != nullptr ? QueueValueStream::Create(*stored, true, stream) : E_INVALIDARG;
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
     }

@@ -26,7 +26,7 @@ Registry& TheRegistry() {
 std::vector<std::filesystem::path> SearchFolders() {
     std::vector<std::filesystem::path> folders;
     const char* variable = std::getenv(QueueRegistry::searchVariable);
-    std::istringstream parents(variable ? variable : "");
+    std::istringstream parents(variable != nullptr ? variable : "");
     for (std::string parent; std::getline(parents, parent, ':');) {
         std::error_code failure;
         std::vector<std::filesystem::path> children;
@@ -60,7 +60,7 @@ void QueueRegistry::Add(std::shared_ptr<const QueueFolder> queue) {
 }
 
 std::shared_ptr<const QueueFolder> QueueRegistry::Find(const wchar_t* printerName) {
-    if (!printerName || !*printerName) return nullptr;
+    if (printerName == nullptr || !*printerName) return nullptr;
     const std::wstring name = FoldCase(printerName);
     {
         const std::lock_guard guard(TheRegistry().lock);

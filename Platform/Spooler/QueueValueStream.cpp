@@ -30,24 +30,24 @@ HRESULT QueueValueStream::Size(std::size_t& size) {
 }
 
 HRESULT QueueValueStream::Read(void* buffer, ULONG size, ULONG* read) {
-    if (read) *read = 0;
+    if (read != nullptr) *read = 0;
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!buffer) return STG_E_INVALIDPOINTER;
+    if (buffer == nullptr) return STG_E_INVALIDPOINTER;
     const std::lock_guard guard(m_bytes->lock);
     const std::vector<std::uint8_t>& bytes = m_bytes->bytes;
     const std::size_t count =
         (std::min)(std::size_t{size}, bytes.size() - (std::min)(m_position, bytes.size()));
     if (count != 0) std::memcpy(buffer, bytes.data() + m_position, count);
     m_position += count;
-    if (read) *read = static_cast<ULONG>(count);
+    if (read != nullptr) *read = static_cast<ULONG>(count);
     return count == size ? S_OK : S_FALSE;
 }
 
 HRESULT QueueValueStream::Write(const void* buffer, ULONG size, ULONG* written) {
-    if (written) *written = 0;
+    if (written != nullptr) *written = 0;
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
     if (!m_writable) return STG_E_ACCESSDENIED;
-    if (!buffer) return STG_E_INVALIDPOINTER;
+    if (buffer == nullptr) return STG_E_INVALIDPOINTER;
     if (size == 0) return S_OK;
     if (ULONGLONG{m_position} + size > maxSize) return STG_E_MEDIUMFULL;
     const std::lock_guard guard(m_bytes->lock);
@@ -58,7 +58,7 @@ HRESULT QueueValueStream::Write(const void* buffer, ULONG size, ULONG* written) 
     }
     std::memcpy(m_bytes->bytes.data() + m_position, buffer, size);
     m_position += size;
-    if (written) *written = size;
+    if (written != nullptr) *written = size;
     return S_OK;
 }
 
@@ -77,7 +77,7 @@ HRESULT QueueValueStream::SetSize(ULARGE_INTEGER size) {
 
 HRESULT QueueValueStream::Clone(IStream** stream) {
     if (HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (!stream) return STG_E_INVALIDPOINTER;
+    if (stream == nullptr) return STG_E_INVALIDPOINTER;
     *stream = new (std::nothrow) QueueValueStream(m_bytes, m_writable, m_position);
     return *stream ? S_OK : E_OUTOFMEMORY;
 }

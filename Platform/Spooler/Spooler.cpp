@@ -174,7 +174,7 @@ using namespace OvPlatform;
 
 BOOL WINAPI OpenPrinterW(LPWSTR pPrinterName, HANDLE* phPrinter, PRINTER_DEFAULTSW*) {
     return Guarded([&] {
-        if (!phPrinter) return Fail(ERROR_INVALID_PARAMETER);
+        if (phPrinter == nullptr) return Fail(ERROR_INVALID_PARAMETER);
         *phPrinter = nullptr;
         auto queue = QueueRegistry::Find(pPrinterName);
         if (!queue) return Fail(ERROR_INVALID_PRINTER_NAME);
@@ -190,7 +190,7 @@ BOOL WINAPI ClosePrinter(HANDLE hPrinter) {
 
 BOOL WINAPI GetPrinterW(HANDLE hPrinter, DWORD Level, BYTE* pPrinter, DWORD cbBuf, DWORD* pcbNeeded) {
     return Guarded([&] {
-        if (!pcbNeeded) return Fail(ERROR_INVALID_PARAMETER);
+        if (pcbNeeded == nullptr) return Fail(ERROR_INVALID_PARAMETER);
         *pcbNeeded = 0;
         const auto queue = PrinterHandles::Find(hPrinter);
         if (!queue) return Fail(ERROR_INVALID_HANDLE);
@@ -207,14 +207,14 @@ BOOL WINAPI GetPrinterW(HANDLE hPrinter, DWORD Level, BYTE* pPrinter, DWORD cbBu
 
 BOOL WINAPI GetJobW(HANDLE hPrinter, DWORD JobId, DWORD Level, BYTE* pJob, DWORD cbBuf, DWORD* pcbNeeded) {
     return Guarded([&] {
-        if (!pcbNeeded) return Fail(ERROR_INVALID_PARAMETER);
+        if (pcbNeeded == nullptr) return Fail(ERROR_INVALID_PARAMETER);
         *pcbNeeded = 0;
         const auto queue = PrinterHandles::Find(hPrinter);
         if (!queue) return Fail(ERROR_INVALID_HANDLE);
         const JobLevel* level = FindJobLevel(Level);
-        if (!level) return Fail(ERROR_INVALID_LEVEL);
+        if (level == nullptr) return Fail(ERROR_INVALID_LEVEL);
         const QueueJob* job = queue->FindJob(JobId);
-        if (!job) return Fail(ERROR_INVALID_PARAMETER);
+        if (job == nullptr) return Fail(ERROR_INVALID_PARAMETER);
         const auto position = static_cast<std::size_t>(job - queue->Jobs().data());
         return PackJobs(queue->Description(), position, 1, *level, pJob, cbBuf, pcbNeeded);
     });
@@ -223,12 +223,12 @@ BOOL WINAPI GetJobW(HANDLE hPrinter, DWORD JobId, DWORD Level, BYTE* pJob, DWORD
 BOOL WINAPI EnumJobsW(HANDLE hPrinter, DWORD FirstJob, DWORD NoJobs, DWORD Level, BYTE* pJob, DWORD cbBuf,
                       DWORD* pcbNeeded, DWORD* pcReturned) {
     return Guarded([&] {
-        if (!pcbNeeded || !pcReturned) return Fail(ERROR_INVALID_PARAMETER);
+        if (pcbNeeded == nullptr || pcReturned == nullptr) return Fail(ERROR_INVALID_PARAMETER);
         *pcbNeeded = *pcReturned = 0;
         const auto queue = PrinterHandles::Find(hPrinter);
         if (!queue) return Fail(ERROR_INVALID_HANDLE);
         const JobLevel* level = FindJobLevel(Level);
-        if (!level) return Fail(ERROR_INVALID_LEVEL);
+        if (level == nullptr) return Fail(ERROR_INVALID_LEVEL);
         const std::size_t all = queue->Jobs().size();
         const std::size_t first = (std::min)(std::size_t{FirstJob}, all);
         const std::size_t count = (std::min)(std::size_t{NoJobs}, all - first);

@@ -19,7 +19,7 @@ std::FILE* OpenInputFile(const std::filesystem::path& file) {
         else
             errno = EISDIR;
     }
-    if (opened) return opened;
+    if (opened != nullptr) return opened;
     const int error = errno;
     close(descriptor);
     errno = error;

@@ -69,7 +69,7 @@ OutputFile::OutputFile(const std::filesystem::path& target)
     LookAtTarget();
     Open();
     m_file = fdopen(m_descriptor, "wb");
-    if (m_file) return;
+    if (m_file != nullptr) return;
     const int number = errno;
     close(m_descriptor);
     if (!m_temporary.empty()) unlink(m_temporary.c_str());

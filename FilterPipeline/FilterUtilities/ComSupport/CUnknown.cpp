@@ -23,7 +23,7 @@ CUnknown<T>::~CUnknown() = default;
 
 template <typename T>
 HRESULT CUnknown<T>::QueryInterface(REFIID riid, void** out) {
-    if (!out) return E_POINTER;
+    if (out == nullptr) return E_POINTER;
     if (riid != __uuidof(IUnknown) && riid != m_iid) {
         *out = nullptr;
         return E_NOINTERFACE;

@@ -5,7 +5,7 @@
 
 MsHGlobalLock::MsHGlobalLock(void* hglobal) : m_hglobal(hglobal), m_address(GlobalLock(hglobal)) {
     const OperationScope operation("MsHGlobalLock::MsHGlobalLock");
-    if (!m_address) ThrowIfFailed(GetLastErrorAsHResult());
+    if (m_address == nullptr) ThrowIfFailed(GetLastErrorAsHResult());
 }
 
 MsHGlobalLock::~MsHGlobalLock() { GlobalUnlock(m_hglobal); }

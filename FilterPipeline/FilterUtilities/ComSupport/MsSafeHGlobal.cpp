@@ -4,11 +4,11 @@
 
 MsSafeHGlobal::MsSafeHGlobal(unsigned flags, std::size_t bytes) : m_hglobal(GlobalAlloc(flags, bytes)) {
     const OperationScope operation("MsSafeHGlobal::MsSafeHGlobal");
-    if (!m_hglobal) ThrowComException(E_OUTOFMEMORY);
+    if (m_hglobal == nullptr) ThrowComException(E_OUTOFMEMORY);
 }
 
 MsSafeHGlobal::~MsSafeHGlobal() {
-    if (m_hglobal) GlobalFree(m_hglobal);
+    if (m_hglobal != nullptr) GlobalFree(m_hglobal);
 }
 
 MsSafeHGlobal::operator void*() const { return m_hglobal; }

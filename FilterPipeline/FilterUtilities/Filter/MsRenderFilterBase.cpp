@@ -27,7 +27,7 @@ HRESULT MsRenderFilterBase::InitializeFilter(IInterFilterCommunicator* communica
                                              IPrintPipelinePropertyBag* bag,
                                              IPrintPipelineManagerControl* control) {
     const OperationScope operation("MsRenderFilterBase::InitializeFilter");
-    if (!communicator || !bag || !control) return E_POINTER;
+    if (!communicator || !bag || control == nullptr) return E_POINTER;
     m_communicator = communicator;
     m_propertyBag = bag;
     m_control = control;

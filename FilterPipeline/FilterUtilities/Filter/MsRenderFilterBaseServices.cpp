@@ -125,7 +125,7 @@ void MsRenderFilterBase::DetermineOutputDestination() {
     ByteBuffer info;
     if (!Printer(m_printerHandle).GetPrinterInfo(2, info) || info.size() < sizeof(PRINTER_INFO_2W)) return;
     const wchar_t* const portName = reinterpret_cast<const PRINTER_INFO_2W*>(info.getLpbyte())->pPortName;
-    if (!portName) return;
+    if (portName == nullptr) return;
     m_outputDestination = DestinationOfPort(portName);
     if (m_outputDestination == OutputDestinationPathPort && fileNameCounts) m_outputFileName = portName;
 }

@@ -134,8 +134,8 @@ HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t*
     const OperationScope operation("PrintTicketManager::Initialize");
     HRESULT hr = S_OK;
     try {
-        if (!defaultTicket) return E_POINTER;
-        if (!printerName || !*printerName) return E_INVALIDARG;
+        if (defaultTicket == nullptr) return E_POINTER;
+        if (printerName == nullptr || !*printerName) return E_INVALIDARG;
         m_printerName = printerName;
         m_userToken = userToken;
         // Also if this printer cannot be opened, nothing is merged for the one before.
@@ -161,7 +161,7 @@ HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocumentSequen
     m_jobTicketChanged = m_documentTicketChanged = m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER);
+        if (part == nullptr) ThrowComException(E_POINTER);
         MergeJobLevel_throws(*part);
     }
     CATCH_VARIOUS(hr)
@@ -176,7 +176,7 @@ HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedDocument* part
     m_documentTicketChanged = m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER);
+        if (part == nullptr) ThrowComException(E_POINTER);
         MergeDocumentLevel_throws(*part);
     }
     CATCH_VARIOUS(hr)
@@ -189,7 +189,7 @@ HRESULT PrintTicketManager::MergeAndValidatePartPrintTicket(IFixedPage* part) {
     m_pageTicketChanged = false;
     HRESULT hr = S_OK;
     try {
-        if (!part) ThrowComException(E_POINTER);
+        if (part == nullptr) ThrowComException(E_POINTER);
         MergePageLevel_throws(*part);
     }
     CATCH_VARIOUS(hr)

@@ -7,7 +7,7 @@
 
 namespace {
 
-std::wstring_view Text(BSTR text) { return {text ? text : L"", SysStringLen(text)}; }
+std::wstring_view Text(BSTR text) { return {text != nullptr ? text : L"", SysStringLen(text)}; }
 
 } // namespace
 
@@ -25,7 +25,7 @@ CFileResourceCache::~CFileResourceCache() = default;
 
 HRESULT CFileResourceCache::InitializeWithAnnotationResourcesEmbeddedByClient(IFixedPage* page,
                                                                               const CXString& uriPrefix) {
-    if (!page) return E_POINTER;
+    if (page == nullptr) return E_POINTER;
     m_clientResourcesAreLoaded = true;
     CComPtr<IXpsPartIterator> parts;
     HRESULT hr = page->GetXpsPartIterator(&parts);
@@ -57,7 +57,7 @@ HRESULT CFileResourceCache::TakeInCurrentPart(IXpsPartIterator& parts, const CXS
 
 HRESULT CFileResourceCache::WriteResource(IXpsDocumentConsumer* consumer, IFixedPage* page,
                                           IResWriter* writer) {
-    if (!consumer || !page || !writer) return E_POINTER;
+    if (consumer == nullptr || page == nullptr || writer == nullptr) return E_POINTER;
     CComBSTR key;
     CComBSTR uri;
     HRESULT hr = writer->GetKey(&key);

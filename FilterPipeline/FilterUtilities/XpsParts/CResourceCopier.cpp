@@ -5,7 +5,7 @@
 CResourceCopier::~CResourceCopier() = default;
 
 HRESULT CResourceCopier::CopyPageResources(const IFixedPage* from, IFixedPage* to) {
-    if (!from || !to) return E_POINTER;
+    if (from == nullptr || to == nullptr) return E_POINTER;
     CComPtr<IXpsPartIterator> parts;
     // The published interface knows no const; the page is only read.
     HRESULT hr = const_cast<IFixedPage*>(from)->GetXpsPartIterator(&parts);

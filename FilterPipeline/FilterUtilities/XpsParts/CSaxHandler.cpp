@@ -54,7 +54,7 @@ HRESULT CSaxHandler::processingInstruction(const wchar_t*, int, const wchar_t*, 
 HRESULT CSaxHandler::skippedEntity(const wchar_t*, int) { return S_OK; }
 
 HRESULT CSaxHandler::EscapeEntity(BSTR* text) {
-    if (!text) return E_POINTER;
+    if (text == nullptr) return E_POINTER;
     if (SysStringLen(*text) == 0) return S_OK;
     try {
         CXString escaped(*text);
@@ -69,12 +69,12 @@ HRESULT CSaxHandler::EscapeEntity(BSTR* text) {
 }
 
 HRESULT CSaxHandler::WriteToPrintStream(CXString* text, IPrintWriteStream* stream) {
-    if (!text || !stream) return E_POINTER;
+    if (text == nullptr || stream == nullptr) return E_POINTER;
     return CWideToUTF8::WriteToPrintStream(text, stream);
 }
 
 HRESULT CSaxHandler::WriteToPrintStream(CXString* text, ISequentialStream* stream) {
-    if (!text || !stream) return E_POINTER;
+    if (text == nullptr || stream == nullptr) return E_POINTER;
     CWideToUTF8 converter(text);
     void* bytes = nullptr;
     ULONG count = 0;

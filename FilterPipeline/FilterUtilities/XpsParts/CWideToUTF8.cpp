@@ -9,13 +9,13 @@
 
 CWideToUTF8::CWideToUTF8(CXString* text) : m_text(text) {
     const OperationScope operation("CWideToUTF8::CWideToUTF8");
-    if (!text) ThrowComException(E_POINTER);
+    if (text == nullptr) ThrowComException(E_POINTER);
 }
 
 CWideToUTF8::~CWideToUTF8() = default;
 
 HRESULT CWideToUTF8::GetBuffer(void** bytes, ULONG* count) {
-    if (!bytes || !count) return E_POINTER;
+    if (bytes == nullptr || count == nullptr) return E_POINTER;
     FreeBuffer();
     try {
         const wchar_t* const text = *m_text;
@@ -36,7 +36,7 @@ HRESULT CWideToUTF8::GetBuffer(void** bytes, ULONG* count) {
 }
 
 HRESULT CWideToUTF8::WriteToPrintStream(IPrintWriteStream* stream) {
-    if (!stream) return E_POINTER;
+    if (stream == nullptr) return E_POINTER;
     void* bytes = nullptr;
     ULONG count = 0;
     const HRESULT hr = GetBuffer(&bytes, &count);
@@ -46,7 +46,7 @@ HRESULT CWideToUTF8::WriteToPrintStream(IPrintWriteStream* stream) {
 }
 
 HRESULT CWideToUTF8::WriteToPrintStream(CXString* text, IPrintWriteStream* stream) {
-    if (!text || !stream) return E_POINTER;
+    if (text == nullptr || stream == nullptr) return E_POINTER;
     return CWideToUTF8(text).WriteToPrintStream(stream);
 }
 
