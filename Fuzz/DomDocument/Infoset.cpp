@@ -222,8 +222,9 @@ void SetHandlers(XML_Parser parser) {
     XML_SetStartNamespaceDeclHandler(parser, [](void* data, const char* prefix, const char* uri) {
         RecorderOf(data).Declare(prefix != nullptr ? prefix : "", uri != nullptr ? uri : "");
     });
-    XML_SetEndNamespaceDeclHandler(
-        parser, [](void* data, const char* prefix) { RecorderOf(data).Undeclare(prefix != nullptr ? prefix : ""); });
+    XML_SetEndNamespaceDeclHandler(parser, [](void* data, const char* prefix) {
+        RecorderOf(data).Undeclare(prefix != nullptr ? prefix : "");
+    });
 }
 
 } // namespace

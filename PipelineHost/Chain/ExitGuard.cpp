@@ -30,7 +30,8 @@ void EndAtOnce() {
     JobState* const job = guarded;
     if (job == nullptr || getpid() != program || !job->AskCancel()) return;
     const char* who = FilterCall::Innermost();
-    Say(who != nullptr ? who : "a thread of a filter", ": it has ended the program by exit(); nothing was written\n");
+    Say(who != nullptr ? who : "a thread of a filter",
+        ": it has ended the program by exit(); nothing was written\n");
     _exit(jobFailed);
 }
 

@@ -92,7 +92,8 @@ HRESULT QueueConsumer::Send(IUnknown* part, bool* once) {
     return Guarded([&] {
         const std::string what = DescribePart(part);
         if (m_isClosed) throw HostError(invalidState, ThreadPart(), "a part is sent after CloseSender");
-        if (once != nullptr && *once) throw HostError(invalidState, ThreadPart(), "a second " + what + " is sent");
+        if (once != nullptr && *once)
+            throw HostError(invalidState, ThreadPart(), "a second " + what + " is sent");
         Trace& log = m_context->job->Log();
         if (log.IsOn()) log.Step("sends", what);
         const HRESULT hr = m_queue->Send(part);

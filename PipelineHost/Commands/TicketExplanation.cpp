@@ -12,6 +12,7 @@ namespace {
 
 constexpr const char* defaultLevel = "default";
 constexpr const char* byValidation = "changed by validation";
+constexpr const char* jobPasscode = "JobPasscode"; // a feature, without its prefix
 
 // "a:B/c:D" without the prefixes: those of private namespaces may differ from level to level.
 std::string LocalPath(std::string_view setting) {
@@ -32,6 +33,13 @@ const OvPlatform::SettingReport* Find(const OvPlatform::MergeReport& report, con
     for (const auto& other : report.settings)
         if (LocalPath(other.name) == path) return &other;
     return nullptr;
+}
+
+// Whether the ticket that was laid over the others names the setting.
+bool IsAskedFor(const OvPlatform::MergeReport& report, std::string_view localPath) {
+    return std::ranges::any_of(report.settings, [&](const OvPlatform::SettingReport& setting) {
+        return setting.origin == OvPlatform::SettingOrigin::Delta && LocalPath(setting.name) == localPath;
+    });
 }
 
 // The whole of a snapshot of the driver's settings would fill the screen.
@@ -64,10 +72,10 @@ void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, c
     Level next{level, {}};
     const std::string_view delta = *ticket;
     m_ticket = m_merge.Merge(m_ticket, &delta, scope, &next.report).ticket;
-    m_levels.push_back(std::move(next));
     // A passcode is the job's own: one of the queue's default does not pass to a job that brings a ticket
     // without.
-    if (scope == kPTJobScope) m_hasDroppedPasscode = ticket->find("JobPasscode") == std::string::npos;
+    if (scope == kPTJobScope) m_hasDroppedPasscode = !IsAskedFor(next.report, jobPasscode);
+    m_levels.push_back(std::move(next));
 }
 
 std::string TicketExplanation::OriginOf(const std::string& setting) const {
@@ -84,7 +92,7 @@ std::string TicketExplanation::OriginOf(const std::string& setting) const {
 std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
     std::vector<Row> rows;
     for (const auto& setting : m_levels.back().report.settings) {
-        if (m_hasDroppedPasscode && LocalPath(setting.name) == "JobPasscode") continue;
+        if (m_hasDroppedPasscode && LocalPath(setting.name) == jobPasscode) continue;
         std::string remark = Remark(setting);
         // What a level above changed, this level only took over.
         for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {

@@ -30,9 +30,9 @@ HRESULT NoteException() noexcept {
         } catch (const HostError& error) {
             note = {error.Result(), error.Subject(), error.what(), error.FromInput()};
         } catch (const OvPlatform::PackageError& error) {
-            note = {static_cast<HRESULT>(error.Result()), error.Subject(), error.what(), true};
+            note = {error.Result(), error.Subject(), error.what(), true};
         } catch (const OvPlatform::ThreadError& error) {
-            note = {static_cast<HRESULT>(error.Result()), {}, error.what(), false};
+            note = {error.Result(), {}, error.what(), false};
         } catch (const std::bad_alloc&) {
             note = {E_OUTOFMEMORY, {}, {}, false};
         } catch (const std::exception& error) {

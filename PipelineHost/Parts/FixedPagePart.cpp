@@ -112,7 +112,8 @@ HRESULT FixedPagePart::GetPagePart(PCWSTR uri, IUnknown** part) {
         }
         const auto& package = m_core.context->package;
         const OvPlatform::PackagePart* stored = package ? package->Find(key) : nullptr;
-        if (stored == nullptr || !IsResource(KindOf(stored->contentType, stored->name))) return E_ELEMENT_NOT_FOUND;
+        if (stored == nullptr || !IsResource(KindOf(stored->contentType, stored->name)))
+            return E_ELEMENT_NOT_FOUND;
         *part = MakeStoredPart(m_core.context, *stored).Detach();
         return S_OK;
     });

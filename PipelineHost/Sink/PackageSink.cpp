@@ -22,7 +22,7 @@ auto Writing(Step&& step) {
     try {
         return step();
     } catch (const OvPlatform::PackageError& error) {
-        throw HostError(static_cast<HRESULT>(error.Result()), error.Subject(), error.what());
+        throw HostError(error.Result(), error.Subject(), error.what());
     }
 }
 

@@ -37,7 +37,7 @@ auto Writing(Step&& step) {
     try {
         return step();
     } catch (const OvPlatform::FileError& error) {
-        throw HostError(static_cast<HRESULT>(error.Result()), error.File(), error.what());
+        throw HostError(error.Result(), error.File(), error.what());
     }
 }
 

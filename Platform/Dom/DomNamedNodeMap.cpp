@@ -18,7 +18,8 @@ bool BoundElsewhere(const xmlNs* ns, std::string_view prefix, std::string_view u
 /// The namespace that a prefix has where `element` stands; null if it has none.
 const xmlNs* NamespaceInScope(const xmlNode* element, std::string_view prefix) noexcept {
     for (; element != nullptr && element->type == XML_ELEMENT_NODE; element = element->parent) {
-        for (const xmlNs* declaration = element->nsDef; declaration != nullptr; declaration = declaration->next)
+        for (const xmlNs* declaration = element->nsDef; declaration != nullptr;
+             declaration = declaration->next)
             if (View(declaration->prefix) == prefix) return declaration;
         if (element->ns != nullptr && View(element->ns->prefix) == prefix) return element->ns;
     }

@@ -322,7 +322,8 @@ xmlNode* DomTree::CopyNode(const DomTree& from, xmlNode* source) {
     switch (source->type) {
     case XML_ELEMENT_NODE:
         copy = NewElement(View(source->name), NamespaceFrom(from, source->ns));
-        for (const xmlNs* declaration = source->nsDef; declaration != nullptr; declaration = declaration->next)
+        for (const xmlNs* declaration = source->nsDef; declaration != nullptr;
+             declaration = declaration->next)
             AttributeOrder::Append(copy, NewNs(View(declaration->prefix), View(declaration->href)));
         for (xmlAttr* attribute = source->properties; attribute != nullptr; attribute = attribute->next) {
             xmlAttr* own = AsAttribute(CopyNode(from, AsNode(attribute)));
@@ -331,15 +332,8 @@ xmlNode* DomTree::CopyNode(const DomTree& from, xmlNode* source) {
         }
         break;
     case XML_ATTRIBUTE_NODE: {
-        xmlChar* value = xmlNodeListGetString(from.m_document, source->children, 1);
-        try {
-            copy = AsNode(NewAttribute(View(source->name), NamespaceFrom(from, source->ns), View(value)));
-        } catch (...) {
-            xmlFree(value);
-            throw;
-        }
-        xmlFree(value);
-        return copy;
+        const XmlPointer<xmlChar> value(xmlNodeListGetString(from.m_document, source->children, 1));
+        return AsNode(NewAttribute(View(source->name), NamespaceFrom(from, source->ns), View(value.get())));
     }
     case XML_PI_NODE:
         copy = NewProcessingInstruction(View(source->name), View(source->content));

@@ -2,11 +2,11 @@
 
 #include "Dom/AttributeOrder.h"
 #include "Xml/TextConversion.h"
-#include "Xml/XmlPointer.h"
 
 #include <libxml/xpathInternals.h>
 
 #include <new>
+#include <utility>
 
 namespace OvPlatform {
 
@@ -63,21 +63,10 @@ XPathCache& XPathCache::OfThisThread() {
 }
 
 XPathCache::XPathCache() : m_context(xmlXPathNewContext(nullptr)) {
-    if (m_context == nullptr) throw std::bad_alloc();
+    if (!m_context) throw std::bad_alloc();
     m_context->userData = this;
     m_context->error = [](void* cache, xmlError* error) { NoteError(cache, error); };
-    xmlXPathContextSetCache(m_context, 1, -1, 0);
-}
-
-XPathCache::~XPathCache() {
-    Forget();
-    xmlXPathFreeContext(m_context);
-}
-
-void XPathCache::Forget() noexcept {
-    for (const auto& [text, expression] : m_compiled)
-        xmlXPathFreeCompExpr(expression);
-    m_compiled.clear();
+    xmlXPathContextSetCache(m_context.get(), 1, -1, 0);
 }
 
 void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
@@ -91,26 +80,20 @@ void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
 }
 
 xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
-    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return known->second;
+    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return known->second.get();
     std::string text;
     if (!AppendXmlUtf8(text, query)) {
         m_reason = "The query holds a character that XML does not allow";
         return nullptr;
     }
-    xmlXPathCompExpr* expression = xmlXPathCtxtCompile(m_context, AsXml(text.c_str()));
-    if (expression == nullptr) return nullptr;
-    try {
-        if (m_compiled.size() >= mostQueries) Forget();
-        m_compiled.emplace(query, expression);
-    } catch (...) {
-        xmlXPathFreeCompExpr(expression);
-        throw;
-    }
-    return expression;
+    XmlPointer<xmlXPathCompExpr> expression(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
+    if (!expression) return nullptr;
+    if (m_compiled.size() >= mostQueries) m_compiled.clear();
+    return m_compiled.emplace(query, std::move(expression)).first->second.get();
 }
 
-xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
-                                     const SelectionNamespaces& namespaces) {
+XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
+                                                const SelectionNamespaces& namespaces) {
     const QuietErrors quiet;
     m_reason.clear();
     xmlXPathCompExpr* expression = Compiled(query);
@@ -120,14 +103,13 @@ xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
     m_context->namespaces = namespaces.Declarations();
     m_context->nsNr = namespaces.Count();
     // A compiled query sorts its result into document order.
-    xmlXPathObject* object = xmlXPathCompiledEval(expression, m_context);
+    XmlPointer<xmlXPathObject> object(xmlXPathCompiledEval(expression, m_context.get()));
     m_context->doc = nullptr;
     m_context->node = nullptr;
     m_context->namespaces = nullptr;
     m_context->nsNr = 0;
-    if (object != nullptr && object->type != XPATH_NODESET) {
+    if (object && object->type != XPATH_NODESET) {
         m_reason = "The query does not select nodes";
-        xmlXPathFreeObject(object);
         return nullptr;
     }
     return object;
@@ -135,8 +117,8 @@ xmlXPathObject* XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
 
 HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
                            std::vector<xmlNode*>& result) {
-    const XmlPointer<xmlXPathObject> object(Evaluate(node, query, namespaces));
-    if (object == nullptr) return E_FAIL;
+    const XmlPointer<xmlXPathObject> object = Evaluate(node, query, namespaces);
+    if (!object) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         result.reserve(static_cast<std::size_t>(set->nodeNr));
         for (int index = 0; index < set->nodeNr; ++index)
@@ -148,8 +130,8 @@ HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const Selecti
 HRESULT XPathCache::SelectFirst(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
                                 xmlNode*& result) {
     result = nullptr;
-    const XmlPointer<xmlXPathObject> object(Evaluate(node, query, namespaces));
-    if (object == nullptr) return E_FAIL;
+    const XmlPointer<xmlXPathObject> object = Evaluate(node, query, namespaces);
+    if (!object) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         for (int index = 0; result == nullptr && index < set->nodeNr; ++index)
             if (IsNode(set->nodeTab[index])) result = set->nodeTab[index];

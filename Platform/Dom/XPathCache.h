@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Dom/SelectionNamespaces.h"
+#include "Xml/XmlPointer.h"
 
 #include <libxml/xpath.h>
 
@@ -17,7 +18,7 @@ class XPathCache {
 public:
     static XPathCache& OfThisThread();
 
-    ~XPathCache();
+    ~XPathCache() = default;
     XPathCache(const XPathCache&) = delete;
     XPathCache& operator=(const XPathCache&) = delete;
 
@@ -44,12 +45,13 @@ private:
     };
 
     xmlXPathCompExpr* Compiled(std::wstring_view query);
-    xmlXPathObject* Evaluate(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces);
-    void Forget() noexcept;
+    /// Null with a reason where the query has no result, or one that is no set of nodes.
+    XmlPointer<xmlXPathObject> Evaluate(xmlNode* node, std::wstring_view query,
+                                        const SelectionNamespaces& namespaces);
     static void NoteError(void* cache, xmlError* error) noexcept;
 
-    xmlXPathContext* m_context;
-    std::unordered_map<std::wstring, xmlXPathCompExpr*, TextHash, std::equal_to<>> m_compiled;
+    XmlPointer<xmlXPathContext> m_context;
+    std::unordered_map<std::wstring, XmlPointer<xmlXPathCompExpr>, TextHash, std::equal_to<>> m_compiled;
     std::string m_reason;
 };
 

@@ -4,7 +4,7 @@
 
 namespace OvPlatform {
 
-PackageError::PackageError(std::int32_t result, const std::string& subject, const std::string& problem)
+PackageError::PackageError(HRESULT result, const std::string& subject, const std::string& problem)
     : std::runtime_error(subject + ": " + problem), m_result(result), m_subject(subject) {}
 
 PackageError::PackageError(const FileError& error)

@@ -2,7 +2,8 @@
 
 #include "Com/PlatformExport.h"
 
-#include <cstdint>
+#include <windows.h>
+
 #include <stdexcept>
 #include <string>
 
@@ -14,15 +15,15 @@ class FileError;
 /// wrong; Result() is the published code for it, OPC_E_... where there is one (msopc.h), as an HRESULT.
 class OV_PLATFORM_API PackageError : public std::runtime_error {
 public:
-    PackageError(std::int32_t result, const std::string& subject, const std::string& problem);
+    PackageError(HRESULT result, const std::string& subject, const std::string& problem);
     explicit PackageError(const FileError& error);
 
-    std::int32_t Result() const { return m_result; }
+    HRESULT Result() const { return m_result; }
     /// The part's name, or the path of the package where the trouble is not with one part. UTF-8.
     const std::string& Subject() const { return m_subject; }
 
 private:
-    std::int32_t m_result;
+    HRESULT m_result;
     std::string m_subject;
 };
 

@@ -40,7 +40,8 @@ public:
 private:
     const PackagePart& Require(std::string_view partName) const {
         const PackagePart* part = Find(partName);
-        if (part == nullptr) throw PackageError(OPC_E_NO_SUCH_PART, std::string(partName), "there is no such part");
+        if (part == nullptr)
+            throw PackageError(OPC_E_NO_SUCH_PART, std::string(partName), "there is no such part");
         return *part;
     }
 

@@ -2,6 +2,8 @@
 
 #include "Com/PlatformExport.h"
 
+#include <windows.h>
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>
@@ -16,12 +18,12 @@ namespace OvPlatform {
 /// Result() is OPC_E_NONCONFORMING_URI, OPC_E_PART_CANNOT_BE_DIRECTORY or OPC_E_RELATIVE_URI_REQUIRED.
 class OV_PLATFORM_API PartNameError : public std::runtime_error {
 public:
-    PartNameError(std::int32_t result, const std::string& problem)
+    PartNameError(HRESULT result, const std::string& problem)
         : std::runtime_error(problem), m_result(result) {}
-    std::int32_t Result() const { return m_result; }
+    HRESULT Result() const { return m_result; }
 
 private:
-    std::int32_t m_result;
+    HRESULT m_result;
 };
 
 /// The package itself, as the source of relationships.

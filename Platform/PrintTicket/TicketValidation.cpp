@@ -24,9 +24,10 @@ ValidatedTicket TicketValidation::Validate(const MergedTicket& ticket) {
     for (std::size_t i = 0; i < features.size(); ++i) {
         if (!InScope(features[i].level, m_scope)) continue;
         const auto* asked = ticket.features.Find(features[i].Name());
-        m_result.features[i] = Choose(
-            features[i], asked != nullptr ? asked->setting : nullptr, asked != nullptr ? asked->origin : SettingOrigin::Queue,
-            m_defaults != nullptr ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
+        m_result.features[i] =
+            Choose(features[i], asked != nullptr ? asked->setting : nullptr,
+                   asked != nullptr ? asked->origin : SettingOrigin::Queue,
+                   m_defaults != nullptr ? &m_defaults->features[i] : nullptr, scorer, m_featureNotes[i]);
     }
     ResolveConstraints();
     ReportFeatures();
@@ -59,8 +60,8 @@ FeatureChoice TicketValidation::Choose(const CapabilitiesFeature& feature, const
         const auto found = askedByName.find(feature.features[i].Name());
         choice.features.push_back(
             Choose(feature.features[i], found == askedByName.end() ? nullptr : found->second, origin,
-                   fallback != nullptr && !fallback->features.empty() ? &fallback->features[i] : nullptr, scorer,
-                   note.nested[i]));
+                   fallback != nullptr && !fallback->features.empty() ? &fallback->features[i] : nullptr,
+                   scorer, note.nested[i]));
         if (found != askedByName.end()) askedByName.erase(found);
     }
     for (const auto& [name, nested] : askedByName)

@@ -72,7 +72,8 @@ HRESULT WINAPI PTOpenProvider(PCWSTR pszPrinterName, DWORD dwVersion, HPTPROVIDE
 HRESULT WINAPI PTOpenProviderEx(PCWSTR pszPrinterName, DWORD dwMaxVersion, DWORD, HPTPROVIDER* phProvider,
                                 DWORD* pUsedVersion) {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
-    if (pszPrinterName == nullptr || phProvider == nullptr || pUsedVersion == nullptr || dwMaxVersion == 0) return E_INVALIDARG;
+    if (pszPrinterName == nullptr || phProvider == nullptr || pUsedVersion == nullptr || dwMaxVersion == 0)
+        return E_INVALIDARG;
     *phProvider = nullptr;
     *pUsedVersion = 0;
     const HRESULT result = Open(pszPrinterName, phProvider);

@@ -112,8 +112,9 @@ HRESULT QueuePropertyBag::GetString(BSTR name, BSTR* text) {
 }
 
 HRESULT QueuePropertyBag::SetString(BSTR name, BSTR value) {
-    return Set(name,
-               [&]() -> Value { return value != nullptr ? std::wstring(value, SysStringLen(value)) : std::wstring(); });
+    return Set(name, [&]() -> Value {
+        return value != nullptr ? std::wstring(value, SysStringLen(value)) : std::wstring();
+    });
 }
 
 HRESULT QueuePropertyBag::GetBytes(BSTR name, DWORD* count, BYTE** bytes) {

@@ -35,7 +35,7 @@ FileError::FileError(int number, const std::filesystem::path& file, const std::s
                 problem.empty() ? "cannot be written: " + std::generic_category().message(number) : problem) {
 }
 
-FileError::FileError(std::int32_t result, std::string file, std::string problem)
+FileError::FileError(HRESULT result, std::string file, std::string problem)
     : std::runtime_error(file + ": " + problem), m_result(result), m_file(std::move(file)),
       m_problem(std::move(problem)) {}
 

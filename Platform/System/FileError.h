@@ -2,7 +2,8 @@
 
 #include "Com/PlatformExport.h"
 
-#include <cstdint>
+#include <windows.h>
+
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -15,16 +16,15 @@ public:
     /// number: of errno. problem: in words, where the system's own say too little.
     FileError(int number, const std::filesystem::path& file, const std::string& problem = {});
 
-    // As an HRESULT.
-    std::int32_t Result() const { return m_result; }
+    HRESULT Result() const { return m_result; }
     const std::string& File() const { return m_file; }
     /// what() without the file.
     const std::string& Problem() const { return m_problem; }
 
 private:
-    FileError(std::int32_t result, std::string file, std::string problem);
+    FileError(HRESULT result, std::string file, std::string problem);
 
-    std::int32_t m_result;
+    HRESULT m_result;
     std::string m_file;
     std::string m_problem;
 };

@@ -12,7 +12,7 @@ constexpr auto noMoreThreads = HRESULT_FROM_WIN32(ERROR_MAX_THRDS_REACHED);
 
 } // namespace
 
-ThreadError::ThreadError(std::int32_t result, const std::string& problem)
+ThreadError::ThreadError(HRESULT result, const std::string& problem)
     : std::runtime_error(problem), m_result(result) {}
 
 Thread::Thread(const std::string& task, std::function<void()> work) {

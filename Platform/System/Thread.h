@@ -2,7 +2,8 @@
 
 #include "Com/PlatformExport.h"
 
-#include <cstdint>
+#include <windows.h>
+
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -13,13 +14,12 @@ namespace OvPlatform {
 /// The system has no thread to give. what() is one line that says what the thread was for.
 class OV_PLATFORM_API ThreadError : public std::runtime_error {
 public:
-    ThreadError(std::int32_t result, const std::string& problem);
+    ThreadError(HRESULT result, const std::string& problem);
 
-    /// As an HRESULT.
-    std::int32_t Result() const { return m_result; }
+    HRESULT Result() const { return m_result; }
 
 private:
-    std::int32_t m_result;
+    HRESULT m_result;
 };
 
 /// The one place where threads are made. A thread that runs is joined before its object goes, so that a

@@ -15,6 +15,8 @@ void XmlRelease::operator()(xmlCharEncodingHandler* handler) const noexcept { xm
 
 void XmlRelease::operator()(xmlDoc* document) const noexcept { xmlFreeDoc(document); }
 
+void XmlRelease::operator()(xmlNs* declaration) const noexcept { xmlFreeNs(declaration); }
+
 void XmlRelease::operator()(xmlParserCtxt* parser) const noexcept {
     xmlFreeDoc(parser->myDoc);
     xmlFreeParserCtxt(parser);
@@ -23,6 +25,10 @@ void XmlRelease::operator()(xmlParserCtxt* parser) const noexcept {
 void XmlRelease::operator()(xmlTextReader* reader) const noexcept { xmlFreeTextReader(reader); }
 
 void XmlRelease::operator()(xmlTextWriter* writer) const noexcept { xmlFreeTextWriter(writer); }
+
+void XmlRelease::operator()(xmlXPathCompExpr* expression) const noexcept { xmlXPathFreeCompExpr(expression); }
+
+void XmlRelease::operator()(xmlXPathContext* context) const noexcept { xmlXPathFreeContext(context); }
 
 void XmlRelease::operator()(xmlXPathObject* object) const noexcept { xmlXPathFreeObject(object); }
 

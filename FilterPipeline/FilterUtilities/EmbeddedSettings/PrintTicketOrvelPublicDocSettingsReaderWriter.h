@@ -66,7 +66,7 @@ public:
                                                                  const CXString& childName,
                                                                  const CXString& syntax, bool specified,
                                                                  const CXString& value);
-    /// Deliberate: the name is part of the contract as it is spelled.
+    /// Deliberate: the published name is spelled so.
     LONG SetCurrentValueAsInitForOrvelPublicDocSettingsFeature(const CXString& name, unsigned int index,
                                                                const CXString& childName,
                                                                const CXString& syntax, bool specified,

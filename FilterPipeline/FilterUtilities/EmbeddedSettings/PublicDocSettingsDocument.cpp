@@ -1,5 +1,6 @@
 #include "EmbeddedSettings/PublicDocSettingsDocument.h"
 
+#include "DataModel/PrintSchemaKeywordLiterals.h"
 #include "PrintSchema/TreeChange.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -13,7 +14,7 @@
 namespace {
 
 constexpr wchar_t syntaxAttribute[] = L"syntax";
-constexpr wchar_t specifiedAttribute[] = L"specified";
+constexpr const wchar_t* specifiedAttribute = PrintSchema::Keywords::SPECIFIED_ATTRIBUTE_NAME;
 constexpr wchar_t notSpecified[] = L"false";
 
 /// Whether blanks are part of a value of that syntax.

@@ -162,9 +162,9 @@ FeatureAnswer<tagValueEnum> FeatureRules::JobType(const FeatureRule& rule) const
     bool isPinOff = false;
     if (m_places.IsSupported(FEAT_MS_PIN_PRINTING)) {
         const CXString pin = m_places.Ticket().GetOption(m_places.Wanted(FEAT_MS_PIN_PRINTING).TicketName());
-        if (pin.CompareNoCase(L"on") == 0)
+        if (pin.CompareNoCase(PrintSchema::Keywords::JobPasscode::On) == 0)
             return ChosenOption(VAL_JOB_TYPE_SECURE_PRINT, FeatureValueSource::PrintTicket);
-        isPinOff = pin.CompareNoCase(L"off") == 0;
+        isPinOff = pin.CompareNoCase(PrintSchema::Keywords::JobPasscode::Off) == 0;
     }
     const WantedFeature wanted = m_places.Wanted(rule, rule.path);
     OptionAnswer answer = m_places.Read<tagValueEnum>(rule, wanted);
