@@ -160,8 +160,8 @@ XmlDomNode::Pointer PublicDocSettingsDocument::FindEntry(const XmlDomNode& colle
 
 unsigned int PublicDocSettingsDocument::CountEntries(const XmlDomNode& collection) {
     unsigned int count = 0;
-    for (auto entry = nextElement(collection.GetFirstChild()); entry;
-         entry = nextElement(entry->GetNextSibling()))
+    for (auto entry = NextElement(collection.GetFirstChild()); entry;
+         entry = NextElement(entry->GetNextSibling()))
         ++count;
     return count;
 }
