@@ -12,7 +12,6 @@
 using namespace OvPipeline;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 
