@@ -102,7 +102,7 @@ inline CComPtr<IXMLDOMNode> NewElement(IXMLDOMDocument* document, std::string_vi
 
 inline CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, std::string_view name,
                                               std::string_view uri, std::string_view value = "") {
-    const CComQIPtr<IXMLDOMAttribute> attribute(
+    CComQIPtr<IXMLDOMAttribute> attribute(
         Got(document, &IXMLDOMDocument::createNode, CComVariant(NODE_ATTRIBUTE), Wide(name), Wide(uri)));
     EXPECT_EQ(S_OK, attribute->put_value(Value(value)));
     return attribute;
