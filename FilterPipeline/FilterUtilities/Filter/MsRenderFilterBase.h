@@ -15,6 +15,8 @@
 
 #include <memory>
 
+class JobSettings;
+
 /// Base of every filter of the driver. Turns the pipeline's three calls into the steps that a derived class
 /// supplies, reads the pipeline's properties, and turns every failure into the one HRESULT that the pipeline
 /// sees.
@@ -103,6 +105,13 @@ protected:
 
     void InitializeFilter_throws(const CComPtr<IInterFilterCommunicator>& communicator,
                                  const CComPtr<IPrintPipelinePropertyBag>& bag);
+
+    /// What a level of the job asks for, once it is merged, with the names that the spooler knows of the job;
+    /// empty ones where it knows none. The manager must stay as long as the result. Each call reads the
+    /// printer's capabilities: further levels are made of the first result. Throws CPComException, E_PENDING
+    /// without a ticket manager and for a level that is not merged, E_ELEMENT_NOT_FOUND where the pipeline has
+    /// no driver property bag; what JobSettings throws passes.
+    JobSettings JobSettingsOf(EPrintTicketScope level);
 
 private:
     DriverPropertyBagAccess GetPropertyBagAccess(const wchar_t* name);

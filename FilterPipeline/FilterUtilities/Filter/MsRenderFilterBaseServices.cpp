@@ -3,6 +3,7 @@
 
 #include "ComSupport/MsSafeVariant.h"
 #include "ComSupport/ThrowHresult.h"
+#include "FeatureAccess/JobSettings.h"
 #include "Filter/MsRenderFilterBase.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -82,6 +83,18 @@ OrvelDriverPropertyBag* MsRenderFilterBase::GetOrCreateOrvelDriverPropertyBagOnF
         m_driverPropertyBag = std::make_unique<OrvelDriverPropertyBag>(*m_driverPropertyBagAccess);
     }
     return m_driverPropertyBag.get();
+}
+
+JobSettings MsRenderFilterBase::JobSettingsOf(EPrintTicketScope level) {
+    const OperationScope operation("MsRenderFilterBase::JobSettingsOf");
+    if (!m_ticketManager) ThrowComException(E_PENDING, "There is no ticket manager.");
+    const OrvelDriverPropertyBag* const driver = GetOrCreateOrvelDriverPropertyBagOnFirstUse();
+    if (driver == nullptr) ThrowComException(E_ELEMENT_NOT_FOUND, "The pipeline has no driver property bag.");
+    JobDescription job{.printer = m_printerHandle};
+    // A job that the spooler does not know has no names, and can be printed.
+    static_cast<void>(m_ticketManager->GetJobNameUserNameAndDomainName(
+        m_jobId, m_printerHandle, job.documentName, job.userName, job.userDomainName));
+    return JobSettings(*m_ticketManager, level, *driver, job);
 }
 
 MsRenderFilterBase::DriverPropertyBagAccess MsRenderFilterBase::GetDriverPropertyBagAccess() {

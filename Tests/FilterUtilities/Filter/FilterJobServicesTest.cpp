@@ -3,13 +3,18 @@
 #include "Support/Rows.h"
 
 #include <ComSupport/MsSafeCoinit.h>
+#include <FeatureAccess/JobSettings.h>
 #include <Filter/StreamFilterBase.h>
+#include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <gtest/gtest.h>
 
 namespace {
 
-class SomeFilter : public StreamFilterBase {};
+class SomeFilter : public StreamFilterBase {
+public:
+    using StreamFilterBase::JobSettingsOf;
+};
 
 struct FilterJobServices : testing::Test {
     const MsSafeCoInit apartment; // as the thread of a running filter has it
@@ -106,6 +111,32 @@ TEST_F(FilterJobServices, TicketManagerReportsWhatIsWrong) {
     job.bag->SetString(L"PrinterName", L"");
     job.bag->SetObject(L"PerUserPrintTicket", MakeFake<MemoryStreamFactory>(job.queue.DefaultTicket()));
     EXPECT_EQ(Initialized(job)->InitializePrintTicketManager(), E_INVALIDARG);
+}
+
+TEST_F(FilterJobServices, SettingsOfTheJobHaveTheNamesThatTheSpoolerKnows) {
+    FilterJob job;
+    const auto filter = Initialized(job);
+    const auto failure = [&] {
+        try {
+            static_cast<void>(filter->JobSettingsOf(kPTJobScope));
+        } catch (const CPComException& caught) {
+            return caught.GetHresult();
+        }
+        return S_OK;
+    };
+    EXPECT_EQ(failure(), E_PENDING) << "no manager";
+    ASSERT_EQ(filter->InitializePrintTicketManager(), S_OK);
+    EXPECT_EQ(failure(), E_ELEMENT_NOT_FOUND) << "no bag";
+    job.bag->SetObject(L"DriverPropertyBag", MakeFake<FakePrinterPropertyBag>());
+    EXPECT_EQ(failure(), E_PENDING) << "not merged";
+
+    const auto sequence = MakeFake<FakeFixedDocumentSequence>();
+    ASSERT_EQ(filter->GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence), S_OK);
+    const JobSettings settings = filter->JobSettingsOf(kPTJobScope);
+    EXPECT_EQ(settings.Features().GetPrintJobDocumentName(), L"Report");
+    EXPECT_EQ(settings.Features().GetPrintJobUserName(), L"ada");
+    int copies = 0;
+    EXPECT_TRUE(settings.Features().GetIntegerValue(DataModelIds::FEAT_COPIES, copies));
 }
 
 TEST_F(FilterJobServices, PropertyBagsAreThoseOfThePipeline) {

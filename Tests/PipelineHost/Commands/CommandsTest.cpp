@@ -127,6 +127,14 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
 }
 
+TEST_F(CommandsTest, AFilterLearnsWhatTheJobIsCalledAndAsksFor) {
+    SampleJob().Write("job.xps");
+    const std::string summary = OV_BINARY_DIR "/lib/libJobSummary.so";
+    EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", summary, "-o", "out.txt", "job.xps"}).code);
+    EXPECT_THAT(TemporaryFolder::Read("out.txt"),
+                testing::MatchesRegex("job.xps of .+, copies: 1, booklet: no\n"));
+}
+
 TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument) {
     SampleJob job;
     job.documents = 2;
