@@ -86,7 +86,7 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const LevelParts& parts) {
     const auto require = [&](HRESULT hr, const char* level) {
         if (SUCCEEDED(hr)) return;
-        ExplainLevel(queue, parts); // It has words for a ticket that is wrong.
+        ExplainLevel(queue, parts); // Throws, with words, if it is the ticket that is wrong.
         throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
     };
     CComPtr<IPrintReadStream> defaultTicket;

@@ -17,7 +17,7 @@ PipelineSpec ChosenPipeline(const CommandOptions& options) {
     for (const std::string& filter : options.filters) {
         try {
             pipeline.filters.push_back(ParseFilterArgument(filter));
-        } catch (const HostError& error) { // a class id that is none
+        } catch (const HostError& error) { // not a valid class id
             throw UsageError(error.what());
         }
     }

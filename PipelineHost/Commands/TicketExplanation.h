@@ -15,7 +15,7 @@ public:
     explicit TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue);
 
     /// The next level: "job", "document" or "page". ticket is the part's own, null where it has none. Throws
-    /// OvPlatform::PrintTicketError, with words, for a ticket that is none.
+    /// OvPlatform::PrintTicketError, with words, for a ticket that is not a valid one.
     void Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket);
 
     struct Row {

@@ -276,8 +276,8 @@ HRESULT STDMETHODCALLTYPE DomDocument::putref_documentElement(IXMLDOMElement* el
     });
 }
 
-/// Null with a failing result where there is no such node: E_FAIL for a name that is none, or whose prefix
-/// has no namespace, E_INVALIDARG for a namespace that contradicts the name.
+/// Null with a failing result where there is no such node: E_FAIL for a name that is not valid, or whose
+/// prefix has no namespace, E_INVALIDARG for a namespace that contradicts the name.
 xmlNode* DomDocument::NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result) {
     DomTree& tree = Tree();
     std::string qualified, uri;

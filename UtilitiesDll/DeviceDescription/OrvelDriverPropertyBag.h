@@ -26,7 +26,7 @@ public:
 
     /// The device's capabilities, parsed at the first call and then shared; never null. A bag without the
     /// document gives a device that supports nothing, and is asked again at the next call. This and the
-    /// questions below throw CPComException for a document that is none, and need a COM apartment at the
+    /// questions below throw CPComException for a document that is not valid, and need a COM apartment at the
     /// first call.
     [[nodiscard]] OvlSharedPtr<SimpleOcapParser> GetSimpleOcapParser() const;
 

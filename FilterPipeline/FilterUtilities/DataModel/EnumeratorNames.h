@@ -10,7 +10,7 @@ struct EnumeratorName {
     const char* name;
 };
 
-/// The enumerators by ascending number. Two of one number do not compile where the result is checked for it.
+/// The enumerators by ascending number. Whoever makes a table of them checks that no two have one number.
 template <typename Id, std::size_t count>
 constexpr std::array<EnumeratorName<Id>, count> SortedByNumber(std::array<EnumeratorName<Id>, count> names) {
     std::ranges::sort(names, {}, &EnumeratorName<Id>::id);

@@ -59,7 +59,7 @@ bool LacksPasscode(const CComPtr<IPartPrintTicket>& partTicket) {
         return FAILED(ticket.GetFeatureOption(ticket.GetKeywordsV11NsPrefix(),
                                               PrintSchema::JobPasscode::FEATURE, &option, &optionPrefix));
     } catch (const CPComException& failure) {
-        // A name that is none. What could not be read may be there, and must not go.
+        // Not a valid name. What could not be read may be there, and must not go.
         if (failure.GetHresult() != E_FAIL) throw;
         return true;
     }
