@@ -7,11 +7,9 @@
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/ValueNameTable.h>
 #include <DeviceDescription/SimpleOcapParser.h>
-#include <FeatureAccess/RecordedFeatureAccess.h>
+#include <FeatureAccess/FeatureRuleTable.h>
 
 #include <algorithm>
-#include <array>
-#include <iterator>
 
 using namespace DataModelIds;
 
@@ -48,6 +46,8 @@ std::string LastPart(const CPString& qualified) {
     return name.substr(name.rfind(':') + 1);
 }
 
+const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
+
 std::string Number(int value) { return std::to_string(value); }
 
 // How a value is shown; nothing of one that says nothing.
@@ -77,91 +77,64 @@ struct Shown {
     void operator()(unsigned int count) const {
         if (count != 0) answer.valueName = Counted(count, "member");
     }
-    void operator()(bool) const {}                        // is whether it is specified
+    void operator()(bool value) const {
+        answer.isFlag = true;
+        if (answer.source != FeatureValueSource::None) answer.value = YesOrNo(value);
+    }
     void operator()(const RecordedAnswer::Size&) const {} // is not asked for
 };
 
 Answer Show(const RecordedAnswer& recorded) {
     Answer answer{
         .isSpecified = recorded.isSpecified, .isSecret = recorded.isSecret, .source = recorded.source};
-    std::visit(Shown{answer}, recorded.value);
+    // The value of a collection is whether it is specified.
+    if (recorded.question.kind != FeatureQuestionKind::Collection) std::visit(Shown{answer}, recorded.value);
     return answer;
 }
 
-// Integers of the dictionary that are lengths.
-constexpr tagFeatureEnum lengths[] = {FEAT_X1_IMAGE_SHIFT, FEAT_Y1_IMAGE_SHIFT, FEAT_X2_IMAGE_SHIFT,
-                                      FEAT_Y2_IMAGE_SHIFT};
+using Kind = FeatureQuestionKind;
 
-// What is asked for one feature of the dictionary.
-class Question {
-public:
-    Question(const RecordedFeatureAccess& access, const Entry& entry)
-        : m_access(access), m_entry(entry), m_feature(entry.feature),
-          m_isOfMedia(std::count(entry.parentFeatures.begin(), entry.parentFeatures.end(), FEAT_MEDIA_COL) !=
-                      0) {}
-
-    bool IsSupported() const {
-        return m_isOfMedia ? m_access.IsSupportedFeature(FEAT_MEDIA_COL, m_feature)
-                           : m_access.IsSupportedFeature(m_feature);
+// What is asked for a feature of that syntax, if the rules know it; the first where they do not.
+std::vector<Kind> KindsOf(Entry::SyntaxEnum syntax) {
+    switch (syntax) {
+    case Entry::OPTION:
+        return {Kind::Option};
+    case Entry::BOOLEAN:
+        return {Kind::Flag, Kind::Option};
+    case Entry::STRING:
+        return {Kind::Text, Kind::Password};
+    case Entry::INTEGER:
+        return {Kind::Integer, Kind::Length};
+    case Entry::PARENT:
+        return {Kind::Collection};
     }
+    return {};
+}
 
-    Answer Ask() const {
-        if (m_feature == FEAT_JOB_PASSWORD) return AskPassword();
-        switch (m_entry.syntax) {
-        case Entry::STRING:
-            return AskText();
-        case Entry::INTEGER:
-            return AskNumber();
-        case Entry::PARENT:
-            return AskCollection();
-        case Entry::BOOLEAN:
-        case Entry::OPTION:
-            break;
-        }
-        return Answered(m_isOfMedia ? m_access.GetOptionValueWithContext(FEAT_MEDIA_COL, m_feature)
-                                    : m_access.GetOptionValue(m_feature));
-    }
+// As a rule asks it, in the collections that it stands in; of a feature without such a rule, alone.
+FeatureQuestion QuestionOf(tagFeatureEnum feature, const std::vector<Kind>& kinds) {
+    const auto rules = GetFeatureRules();
+    const auto rule = std::ranges::find_if(rules, [&](const FeatureRule& row) {
+        return row.path.Feature() == feature && std::ranges::find(kinds, row.kind) != kinds.end();
+    });
+    return rule == rules.end() ? FeatureQuestion{kinds.front(), feature}
+                               : FeatureQuestion{rule->kind, rule->path};
+}
 
-private:
-    // The record of the question that was just asked.
-    template <typename Value>
-    Answer Answered(const Value&) const {
-        return Show(m_access.Answers().back());
-    }
+bool IsSupported(const DataModelLessFeatureAccess& access, const FeaturePath& path) {
+    const auto features = path.Features();
+    return features.size() == 1   ? access.IsSupportedFeature(features[0])
+           : features.size() == 2 ? access.IsSupportedFeature(features[0], features[1])
+                                  : access.IsSupportedFeature(features[0], features[1], features[2]);
+}
 
-    Answer AskText() const {
-        CXString text;
-        return Answered(m_access.GetStringValue(m_feature, text));
-    }
-
-    Answer AskNumber() const {
-        int value = 0;
-        Dimension length;
-        if (std::count(std::begin(lengths), std::end(lengths), m_feature) != 0)
-            return Answered(m_access.GetDimensionValue(m_feature, length));
-        return Answered(m_isOfMedia ? m_access.GetIntegerValue(FEAT_MEDIA_COL, m_feature, value)
-                                    : m_access.GetIntegerValue(m_feature, value));
-    }
-
-    Answer AskCollection() const {
-        Answer answer = Answered(m_access.IsCollectionSpecified(m_feature));
+Answer Ask(const DataModelLessFeatureAccess& access, const FeatureQuestion& question) {
+    Answer answer = Show(access.Answer(question));
+    if (question.kind == Kind::Collection)
         answer.valueName =
-            Answered(m_access.GetCountOfSpecified1SetOfCollectionElements(m_feature)).valueName;
-        return answer;
-    }
-
-    Answer AskPassword() const {
-        ByteBuffer password;
-        return Answered(m_access.GetUnencodedPassword(password, m_feature));
-    }
-
-    const RecordedFeatureAccess& m_access;
-    const Entry& m_entry;
-    tagFeatureEnum m_feature;
-    bool m_isOfMedia;
-};
-
-const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
+            Show(access.Answer(QuestionOf(question.path.Feature(), {Kind::Entries}))).valueName;
+    return answer;
+}
 
 std::string ValueText(const Answer& answer) {
     if (answer.isSecret) return answer.isSpecified ? "(hidden)" : "";
@@ -174,10 +147,12 @@ using Line = std::vector<std::string>;
 
 void WriteAnswer(JsonText& json, const Answer& answer) {
     json.Key("specified").Bool(answer.isSpecified).Key("value");
-    if (answer.value.empty() && (answer.isNumber || !answer.isSpecified || answer.isSecret))
+    if (answer.value.empty() && (answer.isNumber || answer.isFlag || !answer.isSpecified || answer.isSecret))
         json.Null();
     else if (answer.isNumber)
         json.Number(std::stoll(answer.value));
+    else if (answer.isFlag)
+        json.Bool(answer.value == YesOrNo(true));
     else
         json.Text(answer.value);
     json.Key("valueName");
@@ -189,43 +164,28 @@ void WriteAnswer(JsonText& json, const Answer& answer) {
 
 } // namespace
 
-FeatureReport::FeatureReport(DataModelLessFeatureAccess& access, const SimpleOcapParser& device) {
-    const RecordedFeatureAccess recorded(
-        access, [&access](const FeatureQuestion& question) { return access.GetSource(question); });
+FeatureReport::FeatureReport(JobSettings& settings) {
+    const DataModelLessFeatureAccess& access = settings.Features();
     std::vector<const Entry*> entries;
     NativeXmlConfigFeatureDictionary::Instance()->GetAllEntries(entries);
     std::sort(entries.begin(), entries.end(),
               [](const Entry* left, const Entry* right) { return left->feature < right->feature; });
     for (const Entry* const entry : entries) {
-        const Question question(recorded, *entry);
+        const FeatureQuestion question = QuestionOf(entry->feature, KindsOf(entry->syntax));
         m_features.push_back({.number = entry->feature,
                               .enumerator = LastPart(entry->featureEnumString),
                               .cpssName = std::string(entry->cpssFeatureName.view()),
                               .configurationName = std::string(entry->xmlConfigFeatureName.view()),
                               .ticketName = std::string(entry->narrowPrintTicketFeatureName.view()),
                               .syntax = SyntaxName(entry->syntax),
-                              .isSupported = question.IsSupported(),
-                              .isRequired = device.IsCpssFeatureRequired(entry->cpssFeatureName),
-                              .answer = question.Ask()});
+                              .isSupported = IsSupported(access, question.path),
+                              .isRequired = settings.Device().IsCpssFeatureRequired(entry->cpssFeatureName),
+                              .answer = Ask(access, question)});
     }
-
-    FeatureValueSource source{};
-    const SimpleOptionValue mediaSize = access.GetEffectiveJobLevelMediaSize(source);
-    m_effective.push_back({"media size", Show({.question = {FeatureQuestionKind::MediaSize},
-                                               .value = mediaSize.GetValue(),
-                                               .isSpecified = mediaSize.IsSpecified(),
-                                               .source = source})});
-    const auto add = [&](const char* name) {
-        m_effective.push_back({name, Show(recorded.Answers().back())});
-    };
-    static_cast<void>(recorded.GetEffectiveOrientation());
-    add("orientation");
-    int copies = 0;
-    recorded.GetIntegerValue(FEAT_COPIES, copies);
-    add("copies");
-    CXString jobName;
-    recorded.GetStringValue(FEAT_JOB_NAME, jobName);
-    add("job name");
+    m_effective = {{"media size", Ask(access, {Kind::MediaSize})},
+                   {"orientation", Ask(access, {Kind::Orientation})},
+                   {"copies", Ask(access, {Kind::Integer, FEAT_COPIES})},
+                   {"job name", Ask(access, {Kind::Text, FEAT_JOB_NAME})}};
 }
 
 std::string FeatureReport::AsTable() const {

@@ -2,7 +2,7 @@
 
 #include "Report/JsonText.h"
 
-#include <FeatureAccess/DataModelLessFeatureAccess.h>
+#include <FeatureAccess/JobSettings.h>
 
 #include <string>
 #include <vector>
@@ -13,10 +13,11 @@ namespace OvPipeline {
 class FeatureReport {
 public:
     struct Answer {
-        std::string value = {};     // a number or a text; empty if there is none, or if it is secret
+        std::string value = {};     // a number, a flag or a text; empty if there is none, or if it is secret
         std::string valueName = {}; // of an option; how many entries a collection has
         bool isSpecified = false;
         bool isNumber = false;
+        bool isFlag = false;
         bool isSecret = false;
         FeatureValueSource source = FeatureValueSource::None;
     };
@@ -36,8 +37,9 @@ public:
         Answer answer;
     };
 
-    /// Asks for every feature of the dictionary, and for the effective values. Throws what the access throws.
-    FeatureReport(DataModelLessFeatureAccess& access, const SimpleOcapParser& device);
+    /// Asks for every feature of the dictionary, by the kind and the path of its rule, and for the effective
+    /// values. Throws what the questions throw.
+    explicit FeatureReport(JobSettings& settings);
 
     const std::vector<Feature>& Features() const { return m_features; } // by ascending number
     const std::vector<Effective>& EffectiveValues() const { return m_effective; }

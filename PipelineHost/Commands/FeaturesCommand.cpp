@@ -84,7 +84,7 @@ FeatureReport Report(const CommandOptions& options,
     CheckDevice(driver, *queue);
     JobSettings settings(manager, level, driver, DescribeJob(options.job));
     CheckAttributeBytes(settings.AttributeBytes(), options.job);
-    return {settings.Features(), settings.Device()};
+    return FeatureReport(settings);
 }
 
 } // namespace

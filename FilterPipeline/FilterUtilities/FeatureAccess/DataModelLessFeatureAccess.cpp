@@ -273,8 +273,12 @@ DataModelLessFeatureAccess::tagValueEnum DataModelLessFeatureAccess::GetEffectiv
     return FeatureRules(*this).Orientation().value;
 }
 
+RecordedAnswer DataModelLessFeatureAccess::Answer(const FeatureQuestion& question) const {
+    return FeatureRules(*this).Answer(question);
+}
+
 FeatureValueSource DataModelLessFeatureAccess::GetSource(const FeatureQuestion& question) const {
-    return FeatureRules(*this).SourceOf(question);
+    return FeatureRules(*this).Answer(question).source;
 }
 
 // ---- Integers, lengths and flags

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
-#include "FeatureAccess/FeatureQuestion.h"
-#include "FeatureAccess/FeatureValueSource.h"
 #include "FeatureAccess/IFilterFeatureAccess.h"
+#include "FeatureAccess/RecordedAnswer.h"
 
 #include <LowLevelFacilities/Ownership/OvlUniquePtr.h>
 
@@ -168,6 +167,8 @@ public:
     bool GetStringValue(tagFeatureEnum feature, CXString& value, FeatureValueSource& source) const;
     [[nodiscard]] bool IsCollectionSpecified(tagFeatureEnum feature, FeatureValueSource& source) const;
     [[nodiscard]] SimpleOptionValue GetEffectiveJobLevelMediaSize(FeatureValueSource& source) const;
+    /// To any question of the rules, asked once; a feature without a rule has no answer.
+    [[nodiscard]] RecordedAnswer Answer(const FeatureQuestion& question) const;
     /// The place alone, of any question. Asks it anew.
     [[nodiscard]] FeatureValueSource GetSource(const FeatureQuestion& question) const;
 
@@ -189,6 +190,9 @@ private:
                                bool enforceRequiredFeatures);
 
     void InitializeHolePunchCapabilityMembers();
+
+    // Deliberate: most of the operations from here on are called by nobody. Their names are exported, and
+    // stay; each is a forward to the places that do the work.
 
     /// Empty for a feature that the dictionary does not have.
     const CPString& CpssName(tagFeatureEnum feature) const;

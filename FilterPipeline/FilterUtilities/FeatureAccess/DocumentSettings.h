@@ -22,7 +22,7 @@ public:
 
     explicit DocumentSettings(Source source);
 
-    /// The option is unspecified if the text is none.
+    /// The option is unspecified if the text is not one of the feature.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<DataModelIds::tagValueEnum>& answer) const;
     /// Rounded to the nearest; 0 for an element that is not specified, and for a text that is no number.
     bool Ask(const WantedFeature& wanted, FeatureAnswer<int>& answer) const;

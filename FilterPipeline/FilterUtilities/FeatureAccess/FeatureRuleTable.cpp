@@ -108,7 +108,12 @@ constexpr FeatureRule rules[] = {
     {Integer, FEAT_COLORBALANCE_YELLOW_BLUE,   ifSupportedFromBytesOrDefault},
     {Integer, {FEAT_MEDIA_COL, FEAT_MEDIA_WEIGHT}, fromSettingsByNameOrBytes},
 
+    // Any feature can be asked for a length; these are.
     {Length, FeatureRule::anyFeature, ifSupportedFromBytesOrDefault},
+    {Length, FEAT_X1_IMAGE_SHIFT,     ifSupportedFromBytesOrDefault},
+    {Length, FEAT_Y1_IMAGE_SHIFT,     ifSupportedFromBytesOrDefault},
+    {Length, FEAT_X2_IMAGE_SHIFT,     ifSupportedFromBytesOrDefault},
+    {Length, FEAT_Y2_IMAGE_SHIFT,     ifSupportedFromBytesOrDefault},
 
     // Only a secure job has a name that its user chose; all others have that of the document.
     {Text, FEAT_JOB_NAME,                   fromSettingsOrBytes, {}, Odd::JobName},
@@ -291,6 +296,11 @@ std::span<const TicketNames> RowsOfTicketNames() {
 
 bool IsSupportedAnywhere(const FeaturePath& path) noexcept {
     return std::ranges::find(supportedAnywhere, path) != std::end(supportedAnywhere);
+}
+
+bool IsSecretFeature(FeatureQuestionKind kind, const FeaturePath& path) noexcept {
+    const FeatureRule* const rule = FindFeatureRule(kind, path);
+    return kind == Password || (rule != nullptr && rule->reading.isSecret);
 }
 
 bool IsFeatureOfTicket(const FeaturePath& path) noexcept {

@@ -74,6 +74,9 @@ struct FeatureRule {
 [[nodiscard]] OV_FILTER_UTILITIES_API const FeatureRule* FindFeatureRule(FeatureQuestionKind kind,
                                                                          const FeaturePath& path) noexcept;
 
+/// Whether nobody is to see the answer.
+[[nodiscard]] bool IsSecretFeature(FeatureQuestionKind kind, const FeaturePath& path) noexcept;
+
 /// Whether some rule asks the ticket first for what stands at a path: the ticket then also knows whether it
 /// is supported.
 [[nodiscard]] bool IsFeatureOfTicket(const FeaturePath& path) noexcept;

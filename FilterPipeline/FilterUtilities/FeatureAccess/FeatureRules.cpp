@@ -8,6 +8,8 @@
 #include <LowLevelFacilities/Failures/CPException.h>
 #include <SystemServices/Printer.h>
 
+#include <type_traits>
+
 using namespace DataModelIds;
 using Kind = FeatureQuestionKind;
 using Oddity = FeatureRule::Oddity;
@@ -16,6 +18,16 @@ namespace {
 
 tagValueEnum ValueIfSpecified(const FeatureAnswer<tagValueEnum>& answer, tagValueEnum otherwise) {
     return answer.isSpecified && answer.value != VAL_UNSPECIFIED ? answer.value : otherwise;
+}
+
+template <typename Value>
+RecordedAnswer Recorded(const FeatureQuestion& question, const FeatureAnswer<Value>& answer) {
+    RecordedAnswer recorded{.question = question, .isSpecified = answer.isSpecified, .source = answer.source};
+    if constexpr (std::is_same_v<Value, CollectionState>)
+        recorded.value = answer.value == CollectionState::Specified;
+    else if constexpr (!std::is_same_v<Value, ByteBuffer>)
+        recorded.value = answer.value;
+    return recorded;
 }
 
 int InMicrons(const Dimension& dimension) {
@@ -87,34 +99,42 @@ FeatureAnswer<unsigned int> FeatureRules::Entries(const FeaturePath& path) const
                                                       : m_places.Ask<unsigned int>(*rule, path);
 }
 
-FeatureValueSource FeatureRules::SourceOf(const FeatureQuestion& question) const {
+RecordedAnswer FeatureRules::Answer(const FeatureQuestion& question) const {
+    RecordedAnswer answer = AnswerTo(question);
+    answer.isSecret = IsSecretFeature(question.kind, question.path);
+    if (answer.isSecret) answer.value = {};
+    return answer;
+}
+
+RecordedAnswer FeatureRules::AnswerTo(const FeatureQuestion& question) const {
     switch (question.kind) {
     case Kind::Option:
-        return Option(question.path).source;
+        return Recorded(question, Option(question.path));
     case Kind::Integer:
-        return Integer(question.path).source;
+        return Recorded(question, Integer(question.path));
     case Kind::Length:
-        return Length(question.path).source;
+        return Recorded(question, Length(question.path));
     case Kind::Text:
-        return Text(question.path).source;
+        return Recorded(question, Text(question.path));
     case Kind::Flag:
-        return Flag(question.path).source;
+        return Recorded(question, Flag(question.path));
     case Kind::Password:
-        return Password(question.path).source;
+        return Recorded(question, Password(question.path));
     case Kind::Collection:
-        return Collection(question.path).source;
+        return Recorded(question, Collection(question.path));
     case Kind::Entries:
-        return Entries(question.path).source;
+        return Recorded(question, Entries(question.path));
     case Kind::MediaSize:
-        return MediaSize().source;
+        return Recorded(question, MediaSize());
     case Kind::Orientation:
-        return Orientation().source;
+        return Recorded(question, Orientation());
+    case Kind::OutputSize:
+        return Recorded(question, OutputSize(question.path));
     case Kind::Time:
     case Kind::Bytes:
-    case Kind::OutputSize:
         break;
     }
-    return FeatureValueSource::None;
+    return {.question = question};
 }
 
 // ---- Odd options
@@ -312,4 +332,10 @@ FeatureAnswer<tagValueEnum> FeatureRules::Orientation() const {
         InMicrons(m_access.m_secondOutputSize));
     const bool isAsAsked = asked.isSpecified && asked.value == value;
     return {value, true, isAsAsked ? asked.source : FeatureValueSource::Rule};
+}
+
+/// What the caller said of the job; from which place it has that, only the caller knows.
+FeatureAnswer<RecordedAnswer::Size> FeatureRules::OutputSize(const FeaturePath& path) const {
+    if (path != FeaturePath() && path != FeaturePath(FEAT_WHOLE_JOB)) return {};
+    return {{m_access.m_firstOutputSize, m_access.m_secondOutputSize}, true, FeatureValueSource::None};
 }

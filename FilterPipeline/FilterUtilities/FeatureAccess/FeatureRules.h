@@ -2,6 +2,7 @@
 
 #include "FeatureAccess/DataModelLessFeatureAccess.h"
 #include "FeatureAccess/FeaturePlaces.h"
+#include "FeatureAccess/RecordedAnswer.h"
 
 #include <optional>
 
@@ -26,15 +27,18 @@ public:
     [[nodiscard]] FeatureAnswer<unsigned int> Entries(const FeaturePath& path) const;
     [[nodiscard]] FeatureAnswer<tagValueEnum> MediaSize() const;
     [[nodiscard]] FeatureAnswer<tagValueEnum> Orientation() const;
+    [[nodiscard]] FeatureAnswer<RecordedAnswer::Size> OutputSize(const FeaturePath& path) const;
 
-    /// Of whatever question.
-    [[nodiscard]] FeatureValueSource SourceOf(const FeatureQuestion& question) const;
+    /// To whatever question; the value of a secret is left out.
+    [[nodiscard]] RecordedAnswer Answer(const FeatureQuestion& question) const;
 
     /// An element of the settings by this name, or the attribute bytes of the feature.
     [[nodiscard]] FeatureAnswer<CXString> TextOfSettingsOrBytes(const CXString& cpssName,
                                                                 tagFeatureEnum feature) const;
 
 private:
+    [[nodiscard]] RecordedAnswer AnswerTo(const FeatureQuestion& question) const;
+
     using OptionAnswer = FeatureAnswer<tagValueEnum>;
 
     template <typename Value>

@@ -19,15 +19,17 @@ public:
 };
 
 std::unique_ptr<PrintTicketXmlDocument> TicketOf(PrintTicketManager& manager, EPrintTicketScope level) {
+    const OperationScope operation("JobSettings::JobSettings");
     IXMLDOMDocument2* const ticket = manager.GetPtrToPrintTicketForReading(level);
-    if (ticket == nullptr) ThrowComException(E_PENDING, "JobSettings::JobSettings");
+    if (ticket == nullptr) ThrowComException(E_PENDING, "The level is not merged.");
     return std::make_unique<PrintTicketXmlDocument>(ticket);
 }
 
 std::unique_ptr<PrintCapabilitiesXmlDocument> CapabilitiesOf(const PrintTicketManager& manager) {
+    const OperationScope operation("JobSettings::JobSettings");
     auto capabilities = PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(
         manager.GetPrinterName(), manager.GetUserToken());
-    if (!capabilities) ThrowComException(E_FAIL, "JobSettings::JobSettings");
+    if (!capabilities) ThrowComException(E_FAIL, "The printer has no capabilities.");
     return capabilities;
 }
 
@@ -71,6 +73,10 @@ JobSettings::JobSettings(std::unique_ptr<PrintTicketXmlDocument> ticket, Capabil
 JobSettings::~JobSettings() = default;
 
 RecordedFeatureAccess JobSettings::RecordedFeatures() {
-    return RecordedFeatureAccess(
-        m_features, [this](const FeatureQuestion& question) { return m_features.GetSource(question); });
+    return RecordedFeatureAccess(m_features, [this](const FeatureQuestion& question) {
+        const RecordedAnswer answer = m_features.Answer(question);
+        // The features do not know that their size is the ticket's.
+        const bool isSize = question.kind == FeatureQuestionKind::OutputSize && answer.isSpecified;
+        return isSize ? FeatureValueSource::PrintTicket : answer.source;
+    });
 }

@@ -41,16 +41,17 @@ public:
                 const JobDescription& job = {});
     /// Of another level of the same job: its printer, device and names are not asked for again.
     JobSettings(PrintTicketManager& manager, EPrintTicketScope level, const JobSettings& otherLevel);
-    /// Of documents. Throws what they throw for texts that are none.
+    /// Of documents. Throws what they throw for texts that are not valid ones.
     JobSettings(const CXString& ticketXml, const CXString& capabilitiesXml,
                 OvlSharedPtr<SimpleOcapParser> device, const JobDescription& job = {});
     JobSettings(const JobSettings&) = delete;
     JobSettings& operator=(const JobSettings&) = delete;
     ~JobSettings();
 
+    /// The first question to the document settings writes an empty document into a ticket that has none.
     [[nodiscard]] DataModelLessFeatureAccess& Features() { return m_features; }
     [[nodiscard]] const DataModelLessFeatureAccess& Features() const { return m_features; }
-    /// The same, with a record of what it is asked from now on.
+    /// The same, with a record of what it is asked from now on. It must not outlive this object.
     [[nodiscard]] RecordedFeatureAccess RecordedFeatures();
 
     // The places.
@@ -58,8 +59,9 @@ public:
     [[nodiscard]] NativeComPrintTicketAccess& TicketAccess() { return m_ticketAccess; }
     [[nodiscard]] SimpleOcapParser& Device() const { return *m_device; }
     [[nodiscard]] PrintTicketAttributeBytesReaderWriter& AttributeBytes() { return m_attributeBytes; }
-    /// For edits that are to reach the ticket. What is committed after the first question to the features is
-    /// not seen by them.
+    /// For edits that are to reach the ticket. The features parse the settings for themselves: what is set by
+    /// them is not seen here, and what is committed here after the first question to them is not seen by
+    /// them.
     [[nodiscard]] PrintTicketOrvelPublicDocSettingsReaderWriter& DocumentSettings() {
         return m_documentSettings;
     }

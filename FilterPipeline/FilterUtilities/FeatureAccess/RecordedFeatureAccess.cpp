@@ -4,15 +4,6 @@
 
 using Kind = FeatureQuestionKind;
 
-namespace {
-
-bool IsSecret(Kind kind, const FeaturePath& path) {
-    const FeatureRule* const rule = FindFeatureRule(kind, path);
-    return kind == Kind::Password || (rule != nullptr && rule->reading.isSecret);
-}
-
-} // namespace
-
 RecordedFeatureAccess::RecordedFeatureAccess(IFilterFeatureAccess& access, SourceOf sourceOf)
     : m_access(access), m_sourceOf(std::move(sourceOf)) {}
 
@@ -21,7 +12,7 @@ RecordedFeatureAccess::~RecordedFeatureAccess() = default;
 bool RecordedFeatureAccess::Record(Kind kind, const FeaturePath& path, RecordedAnswer::Value value,
                                    bool isSpecified) const {
     RecordedAnswer answer{.question = {kind, path}, .isSpecified = isSpecified};
-    answer.isSecret = IsSecret(kind, path);
+    answer.isSecret = IsSecretFeature(kind, path);
     if (!answer.isSecret) answer.value = std::move(value);
     if (m_sourceOf) answer.source = m_sourceOf(answer.question);
     m_answers.push_back(std::move(answer));

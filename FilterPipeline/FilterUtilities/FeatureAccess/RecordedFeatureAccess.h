@@ -1,34 +1,18 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
-#include "FeatureAccess/FeatureQuestion.h"
-#include "FeatureAccess/FeatureValueSource.h"
 #include "FeatureAccess/IFilterFeatureAccess.h"
+#include "FeatureAccess/RecordedAnswer.h"
 
 #include <functional>
-#include <utility>
-#include <variant>
 #include <vector>
-
-/// A question that a feature access was asked, with its answer.
-struct RecordedAnswer {
-    using Size = std::pair<Dimension, Dimension>;
-    using Value = std::variant<std::monostate, DataModelIds::tagValueEnum, int, unsigned int, bool, CXString,
-                               Dimension, Size>;
-
-    FeatureQuestion question;
-    Value value = {}; // none where it is secret, and of times and bytes
-    bool isSpecified = false;
-    bool isSecret = false;
-    FeatureValueSource source = FeatureValueSource::None;
-};
 
 /// Answers as another access does, and remembers what it was asked: so that who writes a line for the device
 /// can say why it stands. Recorded are the questions about the job; support, factory defaults, names and what
 /// is set pass through. A question that throws is not recorded, and a secret's value never is.
 class OV_FILTER_UTILITIES_API RecordedFeatureAccess final : public IFilterFeatureAccess {
 public:
-    /// Tells which place decided.
+    /// Tells which place decided, by asking again.
     using SourceOf = std::function<FeatureValueSource(const FeatureQuestion&)>;
 
     /// The access must outlive this object. Without the function, no source is known.

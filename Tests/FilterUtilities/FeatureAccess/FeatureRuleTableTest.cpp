@@ -14,7 +14,7 @@ TEST(FeatureRuleTable, FindsEachRuleAndNoOther) {
         EXPECT_EQ(FindFeatureRule(rule.kind, rule.path.At(3)), &rule)
             << "an entry's position does not matter";
     }
-    const FeatureRule* const anyLength = FindFeatureRule(Length, FEAT_X1_IMAGE_SHIFT);
+    const FeatureRule* const anyLength = FindFeatureRule(Length, FEAT_LIGHTNESS);
     const struct {
         FeatureQuestionKind kind;
         FeaturePath path;

@@ -88,8 +88,10 @@ TEST_F(JobSettingsTest, AnswerForEachLevelFromAllPlaces) {
 
     const RecordedFeatureAccess recorded = job.RecordedFeatures();
     (void)recorded.GetOptionValue(FEAT_OUTLINES);
-    ASSERT_EQ(recorded.Answers().size(), 1U);
+    (void)recorded.GetOutputSize(width, height);
+    ASSERT_EQ(recorded.Answers().size(), 2U);
     EXPECT_TRUE(recorded.Answers()[0].source == PublicDocumentSettings);
+    EXPECT_TRUE(recorded.Answers()[1].source == PrintTicket);
 }
 
 TEST_F(JobSettingsTest, WriteIntoTheTicketOfTheManager) {
