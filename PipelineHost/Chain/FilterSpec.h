@@ -35,7 +35,8 @@ struct PipelineSpec {
 /// Reads a pipeline configuration. Throws HostError that names the file, the line and what is wrong.
 PipelineSpec ReadPipelineConfiguration(const std::filesystem::path& file);
 
-/// One module by itself: MODULE or MODULE,{class id}. Throws HostError for a class id that is not a valid one.
+/// One module by itself: MODULE or MODULE,{class id}. Throws HostError for a class id that is not a valid
+/// one.
 FilterSpec ParseFilterArgument(const std::string& argument);
 
 /// Reads "{cdb62fc0-8bed-434e-86fb-a2cae55f19ea}", braces optional, any case; false for anything else.

@@ -109,8 +109,8 @@ protected:
     /// What a level of the job asks for, once it is merged, with the names that the spooler knows of the job;
     /// empty ones where it knows none. The manager must stay as long as the result. Each call reads the
     /// printer's capabilities: further levels are made of the first result. Throws CPComException, E_PENDING
-    /// without a ticket manager and for a level that is not merged, E_ELEMENT_NOT_FOUND where the pipeline has
-    /// no driver property bag; what JobSettings throws passes.
+    /// without a ticket manager and for a level that is not merged, E_ELEMENT_NOT_FOUND where the pipeline
+    /// has no driver property bag; what JobSettings throws passes.
     JobSettings JobSettingsOf(EPrintTicketScope level);
 
 private:

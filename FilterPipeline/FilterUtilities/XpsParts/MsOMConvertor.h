@@ -26,7 +26,7 @@ OV_FILTER_UTILITIES_API CComPtr<IStream> GetIStreamFromTicket(const CComPtr<IPar
 OV_FILTER_UTILITIES_API CComPtr<IStream>
 CreateIStreamFromTicketStream(const CComPtr<IPrintReadStream>& reader);
 
-/// The part's name as a package URI. A name that is not a valid one throws what the factory says of it; a null part or
-/// factory is E_INVALIDARG.
+/// The part's name as a package URI. A name that is not a valid one throws what the factory says of it; a
+/// null part or factory is E_INVALIDARG.
 OV_FILTER_UTILITIES_API CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,
                                                                       const CComPtr<IOpcFactory>& factory);
