@@ -1,9 +1,7 @@
 #include "FilterUtilities/PrintSchema/CapabilitiesSupport.h"
-#include "Support/FilterJob.h"
 #include "Support/Rows.h"
 
 #include <Com/FaultInjection.h>
-#include <Media/MediaSizeTable.h>
 #include <Media/PageMediaSizePtPcHelper.h>
 
 #include <set>
@@ -21,33 +19,28 @@ std::string ListOf(const std::vector<PcFormInfo>& sizes) {
 }
 
 TEST(PageMediaSizePtPcHelper, ListsTheCompleteSizesOfADocument) {
+    const auto size = [](const std::string& width) {
+        return ScoredProperty("psk:MediaSizeWidth", width) +
+               ScoredProperty("psk:MediaSizeHeight", Value("1"));
+    };
     PrintCapabilitiesXmlDocument capabilities = Capabilities(
         SizeFeature(SizeOption("psk:ISOA4", "210000", "297000") + SizeOption("psk:NoHeight", "210000", "") +
-                    SizeOption("psk:NoWidth", "", "297000") + SizeOption("psk:NoSize", "", "") +
-                    SizeOption("psk:Words", "wide", "tall") + SizeOption("psk:Nothing", "0", "297000") +
-                    SizeOption("psk:Minus", "-5", "297000") + SizeOption("psk:CustomMediaSize", "1", "2") +
+                    SizeOption("psk:NoWidth", "", "297000") + SizeOption("psk:Words", "wide", "tall") +
+                    SizeOption("psk:Nothing", "0", "297000") + SizeOption("psk:CustomMediaSize", "1", "2") +
                     SizeOption("ok:Own", "\n 100 ", "200") + SizeOption("PSK:Loud", "101", "201") +
-                    SizeOption("zzz:Foreign", "102", "202") + SizeOption("Bare", "103", "203") +
-                    SizeOption("psk:a:b", "104", "204") + SizeOption("psk:ISOA4", "210000", "297000") +
-                    "<psf:Option>" + ScoredProperty("psk:MediaSizeWidth", Value("105")) +
-                    ScoredProperty("psk:MediaSizeHeight", Value("205")) +
-                    "</psf:Option><psf:Option "
-                    "name='psk:Refers'>" +
-                    ScoredProperty("psk:MediaSizeWidth", "<psf:ParameterRef name='psk:X'/>") +
-                    ScoredProperty("psk:MediaSizeHeight", Value("1")) + "</psf:Option>") +
+                    SizeOption("Bare", "103", "203") + SizeOption("psk:a:b", "104", "204") + "<psf:Option>" +
+                    size(Value("105")) + "</psf:Option><psf:Option name='psk:Refers'>" +
+                    size("<psf:ParameterRef name='psk:X'/>") + "</psf:Option>") +
             "<psf:Feature name='psk:PageOther'>" + SizeOption("psk:Elsewhere", "9", "9") + "</psf:Feature>",
         declarePrivate);
-    const std::string expected = "ISOA4/3 210000x297000; Own/1 100x200; Loud/3 101x201; Foreign/1 102x202; "
-                                 "Bare/1 103x203; a:b/3 104x204; ISOA4/3 210000x297000; ";
+    const std::string expected = "ISOA4/3 210000x297000; Own/1 100x200; Loud/3 101x201; Bare/1 103x203; "
+                                 "a:b/3 104x204; ";
     PageMediaSizePtPcHelper helper;
     EXPECT_EQ(ListOf(helper.GetSupportedPageMediaSizes(capabilities)), expected);
 
     // Once there is a list, no document is read.
     PrintCapabilitiesXmlDocument empty = Capabilities("");
     EXPECT_EQ(ListOf(helper.GetSupportedPageMediaSizes(empty)), expected);
-    PageMediaSizePtPcHelper fresh;
-    EXPECT_EQ(ListOf(fresh.GetSupportedPageMediaSizes(empty)), "");
-    EXPECT_EQ(ListOf(fresh.GetSupportedPageMediaSizes(capabilities)), expected);
 
     CXString keyword = L"before";
     auto nameSpace = PrintSchema::FrameworkNs;
@@ -96,11 +89,8 @@ TEST(PageMediaSizePtPcHelper, WritesASizeUnderItsOwnName) {
             EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature)"), "2");
             EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"),
                       option);
-            if (!std::string(option).starts_with("psk:")) {
-                EXPECT_EQ(OutsideView(ticket, "/*/namespace::ok"), PrivateUri());
-            }
-            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), isCustom ? "2" : "0");
-            EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterRef)"), isCustom ? "2" : "0");
+            EXPECT_EQ(OutsideView(ticket, "concat(count(//psf:ParameterInit), count(//psf:ParameterRef))"),
+                      isCustom ? "22" : "00");
             int width = 0;
             int height = 0;
             EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", &width), S_OK);
@@ -127,27 +117,6 @@ TEST(PageMediaSizePtPcHelper, LeavesATicketAloneThatCannotHoldAPrivateName) {
     PageMediaSizePtPcHelper helper;
     EXPECT_EQ(ResultOf([&] { return helper.AddOrReplacePageMediaSize(capabilities, ticket, 1, 2); }), E_FAIL);
     EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:ISOA5");
-}
-
-// The sample printer and the table agree on the sizes that both name.
-TEST(PageMediaSizePtPcHelper, ReadsTheSizesOfASamplePrinter) {
-    const SampleQueue queue;
-    const auto capabilities =
-        PrintCapabilitiesXmlDocument::CreatePrintCapabilitiesXmlDocument(SampleQueue::name, nullptr);
-    ASSERT_NE(capabilities, nullptr);
-    PageMediaSizePtPcHelper helper;
-    int known = 0;
-    for (const PcFormInfo& size : helper.GetSupportedPageMediaSizes(*capabilities)) {
-        const std::wstring keyword =
-            (static_cast<int>(size.nameSpace) == 3 ? L"psk:" : L"ok:") + std::wstring(size.optionName.View());
-        for (const MediaSizeRecord& record : MediaSizeTable::GetRecords()) {
-            if (record.keyword != keyword) continue;
-            EXPECT_NEAR(record.width, size.width, 99) << Narrow(keyword.c_str());
-            EXPECT_NEAR(record.height, size.height, 99) << Narrow(keyword.c_str());
-            ++known;
-        }
-    }
-    EXPECT_GE(known, 10);
 }
 
 } // namespace

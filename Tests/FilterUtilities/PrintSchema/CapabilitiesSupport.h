@@ -20,19 +20,24 @@ inline PrintCapabilitiesXmlDocument Capabilities(const std::string& content,
         static_cast<IStream*>(StreamOf(CapabilitiesText(content, declarations))));
 }
 
-inline std::string DisplayName(const std::string& text) {
-    return "<psf:Property name='psk:DisplayName'><psf:Value xsi:type='xsd:string'>" + text +
-           "</psf:Value></psf:Property>";
+inline std::string Named(const std::string& element, const std::string& name, const std::string& content) {
+    return "<psf:" + element + " name='" + name + "'>" + content + "</psf:" + element + ">";
 }
 
+inline std::string Property(const std::string& name, const std::string& value) {
+    return Named("Property", name, Value(value));
+}
+
+inline std::string DisplayName(const std::string& text) { return Property("psk:DisplayName", text); }
+
 inline std::string SizeOption(const std::string& name, const std::string& width, const std::string& height) {
-    return "<psf:Option name='" + name + "'>" +
-           (width.empty() ? "" : ScoredProperty("psk:MediaSizeWidth", Value(width))) +
-           (height.empty() ? "" : ScoredProperty("psk:MediaSizeHeight", Value(height))) + "</psf:Option>";
+    return Named("Option", name,
+                 (width.empty() ? "" : ScoredProperty("psk:MediaSizeWidth", Value(width))) +
+                     (height.empty() ? "" : ScoredProperty("psk:MediaSizeHeight", Value(height))));
 }
 
 inline std::string SizeFeature(const std::string& options) {
-    return "<psf:Feature name='psk:PageMediaSize'>" + options + "</psf:Feature>";
+    return Named("Feature", "psk:PageMediaSize", options);
 }
 
 /// The first node that an expression selects.
