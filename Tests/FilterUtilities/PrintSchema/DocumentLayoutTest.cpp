@@ -44,18 +44,14 @@ TEST(DocumentLayout, QueriesHoldTheirFieldsInOrder) {
 // ---- What is private to tickets, and exported
 
 using OfTwoLists = HRESULT (PrintTicketXmlDocument::*)(IXMLDOMNodeList*, IXMLDOMNodeList*);
-using OfAText = HRESULT (PrintTicketXmlDocument::*)(wchar_t**) const;
 OfTwoLists DeleteParamInitOrphans();
-OfAText StripKeywordNamespace();
 
 // Explicit instantiation may name what is private.
-template <OfTwoLists orphans, OfAText strip>
+template <OfTwoLists orphans>
 struct Opened {
     friend OfTwoLists DeleteParamInitOrphans() { return orphans; }
-    friend OfAText StripKeywordNamespace() { return strip; }
 };
-template struct Opened<&PrintTicketXmlDocument::DeleteParamInitOrphans,
-                       &PrintTicketXmlDocument::StripKeywordNamespace>;
+template struct Opened<&PrintTicketXmlDocument::DeleteParamInitOrphans>;
 
 TEST(PrintTicketXmlDocument, DeletesInitialisersThatNoReferenceNames) {
     const std::string inits = "<psf:ParameterInit name='psk:A'/><psf:ParameterInit name='psk:B'/>"
@@ -76,20 +72,7 @@ TEST(PrintTicketXmlDocument, DeletesInitialisersThatNoReferenceNames) {
         EXPECT_EQ((ticket.*DeleteParamInitOrphans())(refs, found), S_OK);
         EXPECT_EQ(OutsideView(ticket, "count(//psf:ParameterInit)"), left);
         EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit/@name"), first);
-        for (const bool withRefs : {false, true})
-            EXPECT_EQ(ResultOf([&] {
-                          return (ticket.*DeleteParamInitOrphans())(withRefs ? refs.p : nullptr,
-                                                                    withRefs ? nullptr : found.p);
-                      }),
-                      E_POINTER);
     }
-}
-
-TEST(PrintTicketXmlDocument, StripsNothingFromNothing) {
-    const OpenTicket ticket(Ticket(""));
-    BSTR none = nullptr; // a text without characters
-    EXPECT_EQ(ResultOf([&] { return (ticket.*StripKeywordNamespace())(&none); }), E_INVALIDARG);
-    EXPECT_EQ(ResultOf([&] { return (ticket.*StripKeywordNamespace())(nullptr); }), E_POINTER);
 }
 
 // ---- Keywords
@@ -98,8 +81,6 @@ TEST(PrintSchemaKeywords, KeepTheTextsThatDifferFromTheirNames) {
     EXPECT_EQ(Narrow(PrintSchema::PageOutputQuality::Text), "Automatic");
     EXPECT_EQ(Narrow(PrintSchema::PageMediaType::Archival), "Archive");
     EXPECT_EQ(Narrow(PrintSchema::Common::PrinterDefault), "printer-default");
-    EXPECT_EQ(Narrow(PrintSchema::PageInputBin::MEDIAFACE_PROP), "FeedFace");
-    EXPECT_EQ(Narrow(PrintSchema::PageImageableArea::PROPERTY), "ImageableArea");
     EXPECT_EQ(Narrow(PrintSchema::Binding::BIND_OPTIONS[13]), "None");
     EXPECT_EQ(PrintSchema::JobOptimalDestinationColorProfile::PROFILESELECTOR[2], nullptr);
 }

@@ -14,7 +14,6 @@ const std::string v11 = Declare("pskv11", keywordsV11Uri);
 TEST(PrintSchemaXmlDocument, LearnsThePrefixesOfTheRootElement) {
     const Rows<const char*, std::string, const char*, const char*, const char*, const char*> cases{
         {"usual", Ticket("", v11 + Declare("ok", PrivateUri())), "psf:", "psk:", "pskv11:", "ok:"},
-        {"no private declaration", Ticket(""), "psf:", "psk:", "(null)", "ns0000:"},
         {"private prefix of its own", Ticket("", Declare("ns0001", PrivateUri())), "psf:", "psk:", "(null)",
          "ok:"},
         {"v1.1 as the default", Ticket("", Declare("", keywordsV11Uri)), "psf:", "psk:", "(null)", "ns0000:"},
@@ -47,35 +46,24 @@ TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
     const std::string psf = Declare("psf", frameworkUri);
     const Rows<const char*, std::string, HRESULT, const char*> cases{
         {"other root", "<psf:PrintCapabilities" + psf + "/>", S_FALSE, "Failed to get root node"},
-        {"root in no namespace", "<PrintTicket" + psf + "/>", S_FALSE, "Failed to get root node"},
         {"root in another namespace", "<psf:PrintTicket xmlns:psf='urn:other'/>", S_FALSE,
          "Failed to get root node"},
         {"framework as the default namespace", "<PrintTicket" + Declare("", frameworkUri) + "/>", E_FAIL,
          "without a prefix"},
         {"keywords as the default namespace", "<psf:PrintTicket" + psf + Declare("", keywordsUri) + "/>",
          E_FAIL, "without a prefix"},
-        {"framework declared below the root",
-         "<wrapper><psf:PrintTicket" + psf + "><psf:Feature/></psf:PrintTicket></wrapper>", S_OK, ""},
         {"the private prefix taken",
          Ticket(Feature("my:A", "my:B"), Declare("my", PrivateUri()) + Declare("ok", "urn:other")), E_FAIL,
          "from my: to ok: (which the document binds to another namespace, urn:other)"},
         {"malformed", "<psf:PrintTicket" + psf + ">\n<psf:Feature>\n</psf:PrintTicket>", E_FAIL, "line 3"},
         {"nothing", "", E_FAIL, "does not parse"},
-        {"text", "no ticket", E_FAIL, "does not parse"},
         {"document type", "<!DOCTYPE a [<!ENTITY e 'x'>]>" + Ticket("&e;").substr(39), E_FAIL,
          "does not parse"},
-        {"undeclared prefix", Ticket("<zzz:Feature/>"), E_FAIL, "does not parse"},
-        {"two roots", Ticket("").substr(39) + "<b/>", E_FAIL, "does not parse"},
     };
     for (const auto& [what, xml, result, message] : cases) {
         SCOPED_TRACE(what);
-        const auto load = [&, &xml = xml] { OpenTicket ticket(xml); };
-        if (result == S_OK) {
-            EXPECT_NO_THROW(load());
-            continue;
-        }
         try {
-            load();
+            const OpenTicket ticket(xml);
             ADD_FAILURE() << "was taken";
         } catch (const CPComException& failure) {
             EXPECT_EQ(failure.GetHresult(), result);
@@ -83,56 +71,41 @@ TEST(PrintSchemaXmlDocument, RefusesWhatIsNoTicket) {
                 << failure.getExceptionMessage();
         }
     }
+    EXPECT_NO_THROW(
+        OpenTicket("<wrapper><psf:PrintTicket" + psf + "><psf:Feature/></psf:PrintTicket></wrapper>"));
 }
 
-TEST(PrintSchemaXmlDocument, LoadsTextAndBytesOfAllEncodings) {
+TEST(PrintSchemaXmlDocument, LoadsBytesAsTheySayAndTextWhateverItSays) {
     const std::string utf8 = Ticket(Feature("psk:A", "psk:\xC3\xA4\xF0\x9F\x96\xA8"));
-    const std::string plain = Ticket(Feature("psk:A", "psk:x"));
-    const auto utf16 = [](const std::string& text, bool bigEndian, bool mark) {
-        std::string bytes = mark ? (bigEndian ? "\xFE\xFF" : "\xFF\xFE") : "";
-        for (const char c : text)
-            bytes += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
-        return bytes;
-    };
-    std::string declared16 = plain;
+    CComBSTR option;
+    EXPECT_EQ(OpenTicket("\xEF\xBB\xBF" + utf8).GetFeatureOption(L"psk:", L"A", &option, nullptr), S_OK);
+    EXPECT_EQ(TextOf(option), "\xC3\xA4\xF0\x9F\x96\xA8");
+    std::string declared16 = Ticket(Feature("psk:A", "psk:x"));
     declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");
-    const Rows<const char*, std::string, const char*> cases{
-        {"UTF-8", utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
-        {"UTF-8 with mark", "\xEF\xBB\xBF" + utf8, "\xC3\xA4\xF0\x9F\x96\xA8"},
-        {"UTF-16LE with mark", utf16(declared16, false, true), "x"},
-        {"UTF-16BE with mark", utf16(declared16, true, true), "x"},
-        {"no declaration", plain.substr(39), "x"},
-        {"UTF-8 bytes that say UTF-16", declared16, nullptr},
-        {"UTF-16 bytes cut in two", utf16(declared16, false, true) + "<", nullptr},
-        {"bad UTF-8", Ticket(Feature("psk:A", "psk:\xC3(")), nullptr},
-    };
-    for (const auto& [what, bytes, wantedOption] : cases) {
-        SCOPED_TRACE(what);
-        CComBSTR option;
-        const HRESULT hr = ResultOf([&, &bytes = bytes] {
-            return OpenTicket(bytes).GetFeatureOption(L"psk:", L"A", &option, nullptr);
-        });
-        EXPECT_EQ(hr, wantedOption ? S_OK : E_FAIL);
-        if (wantedOption) {
-            EXPECT_EQ(TextOf(option), wantedOption);
-        }
-    }
-    // In a text the declared encoding says nothing, and what stands before the document is dropped.
+    for (const std::string& bytes : {declared16, Ticket(Feature("psk:A", "psk:\xC3("))})
+        EXPECT_THROW((OpenTicket(bytes)), CPComException);
+    // What stands before the document is dropped.
     for (const wchar_t* junk : {L"", L"\xFEFF", L"junk \xFEFF"}) {
-        const PrintTicketXmlDocument ticket(junk + CXString(declared16.c_str()));
+        PrintTicketXmlDocument ticket(junk + CXString(declared16.c_str()));
         EXPECT_EQ(ticket.QueryNode(L"//psf:Feature"), S_OK);
+        EXPECT_EQ(ticket.SetProcessingInstructionsEncodingUtf8(), S_OK);
+        CComPtr<IXMLDOMNode> first;
+        ticket.GetDomDocPtr()->get_firstChild(&first);
+        CComBSTR text;
+        first->get_xml(&text);
+        EXPECT_NE(TextOf(text).find("UTF-8"), std::string::npos) << TextOf(text);
     }
+    OpenTicket undeclared(Ticket("").substr(39));
+    EXPECT_EQ(undeclared.SetProcessingInstructionsEncodingUtf8(), E_FAIL);
 }
 
 TEST(PrintSchemaXmlDocument, RenamesThePrivatePrefixInNamesOnly) {
     const OpenTicket ticket(
         Ticket(Feature("ns0001:A", "ns0001:B",
                        ScoredProperty("ns0001:C", "<psf:Value xsi:type='xsd:QName'>ns0001:D</psf:Value>")) +
-                   Feature("psk:ns0001:E", "xns0001:F") + Feature("ns0001:G-ns0001:H", "") +
-                   "<other name='ns0001:I' alias='ns0001:J'/>",
+                   Feature("psk:ns0001:E", "xns0001:F") + "<other name='ns0001:I' alias='ns0001:J'/>",
                Declare("ns0001", PrivateUri())));
-    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/namespace::ok"), PrivateUri());
-    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::ns0001)"), "0");
+    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket[not(namespace::ns0001)]/namespace::ok"), PrivateUri());
     const Rows<const char*, const char*> cases{
         {"//psf:Feature[1]/@name", "ok:A"},
         {"//psf:Option[1]/@name", "ok:B"},
@@ -140,34 +113,14 @@ TEST(PrintSchemaXmlDocument, RenamesThePrivatePrefixInNamesOnly) {
         {"//psf:Value", "ns0001:D"},
         {"//psf:Feature[2]/@name", "psk:ns0001:E"},
         {"//psf:Feature[2]/*/@name", "xns0001:F"},
-        {"//psf:Feature[3]/@name", "ok:G-ok:H"},
         {"//other/@name", "ok:I"},
         {"//other/@alias", "ns0001:J"},
     };
     for (const auto& [xpath, found] : cases)
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
-
-    // The private namespace may have the wanted prefix besides another.
-    const OpenTicket both(
-        Ticket(Feature("my:A", "ok:B"), Declare("my", PrivateUri()) + Declare("ok", PrivateUri())));
-    EXPECT_EQ(OutsideView(both, "//psf:Feature/@name"), "ok:A");
-    EXPECT_EQ(OutsideView(both, "count(/psf:PrintTicket/namespace::my)"), "0");
-
     // Loading it again changes nothing.
     const std::string once = XmlOf(ticket);
     EXPECT_EQ(XmlOf(OpenTicket(once)), once);
-}
-
-TEST(PrintSchemaXmlDocument, LeavesADocumentWithoutPrivateNamesAlone) {
-    const std::string xml = Ticket(Feature("ns0000:A", "ns0000:B"));
-    CComPtr<IXMLDOMDocument2> raw;
-    ASSERT_EQ(raw.CoCreateInstance(__uuidof(DOMDocument60)), S_OK);
-    VARIANT_BOOL isLoaded = VARIANT_FALSE;
-    ASSERT_EQ(raw->loadXML(CComBSTR(CXString(xml.c_str())), &isLoaded), S_OK);
-    CComBSTR before;
-    raw->get_xml(&before);
-    const PrintTicketXmlDocument ticket(raw);
-    EXPECT_EQ(XmlOf(ticket), TextOf(before));
 }
 
 TEST(PrintSchemaXmlDocument, CopiesWorkOnOneTree) {
@@ -179,13 +132,13 @@ TEST(PrintSchemaXmlDocument, CopiesWorkOnOneTree) {
     EXPECT_EQ(assigned.SetFeatureOption(L"A", true, L"C", true), S_OK);
     EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:C");
     EXPECT_EQ(ticket.GetDomDocPtr(), copy.GetDomDocPtr());
+    EXPECT_EQ(TextOf(assigned.GetUserKeywordsNsPrefix()), "ns0000:");
 }
 
 TEST(PrintSchemaXmlDocument, WithoutDomRefusesEveryQuestion) {
     PrintTicketXmlDocument ticket{static_cast<IXMLDOMDocument2*>(nullptr)};
     CComBSTR text;
     CComPtr<IXMLDOMNode> node;
-    CComPtr<IXMLDOMElement> element;
     EXPECT_FALSE(ticket.HasDomDocument());
     EXPECT_FALSE(ticket.GetRootNode());
     EXPECT_EQ(ticket.get_xml(&text), E_FAIL);
@@ -194,11 +147,7 @@ TEST(PrintSchemaXmlDocument, WithoutDomRefusesEveryQuestion) {
     ExpectRaised([&] { ticket.GetNode(L"//a", &node); }, E_PENDING, "PrintSchemaXmlDocument::GetNode");
     const std::function<HRESULT()> operations[] = {
         [&] { return ticket.QueryNode(L"//a"); },
-        [&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"A", &node); },
-        [&] { return ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"); },
-        [&] { return ticket.DeletePropertyNodesIfExist(L"psk:", L"A"); },
         [&] { return ticket.DeletePrivateFeatures(USER_KEYWORDS_URI); },
-        [&] { return ticket.CreateParameterRef(L"psk:", L"A", &element); },
         [&] { return ticket.GetFeatureOption(L"psk:", L"A", &text, nullptr); },
         [&] { return ticket.AppendStringParameterInit(L"psk:", L"A", L"B"); },
         [&] { return ticket.AddOrReplaceOcptParameterInit(L"<a/>"); },
@@ -210,17 +159,11 @@ TEST(PrintSchemaXmlDocument, WithoutDomRefusesEveryQuestion) {
 // ---- Names and prefixes
 
 TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
-    const OpenTicket ticket(Ticket("", v11 + Declare("my", PrivateUri())));
+    const OpenTicket ticket(Ticket("", Declare("my", PrivateUri())));
     const Rows<const wchar_t*, const char*, HRESULT, MsPrintTicketNamespacesEnum> cases{
-        {L"psk:A", "A", S_OK, KeywordsNs},
-        {L"PSK:A", "A", S_OK, KeywordsNs},
-        {L"ok:A", "A", S_OK, UserKeywordsNs},
-        {L"A", "A", S_OK, KeywordsNs},
-        {L"psk:a:b", "a:b", S_OK, KeywordsNs},
-        {L"my:A", "A", E_FAIL, KeywordsNs},
-        {L"pskv11:A", "A", E_FAIL, KeywordsNs},
-        {L":A", "A", E_FAIL, KeywordsNs},
-        {L"", "", S_OK, KeywordsNs},
+        {L"PSK:A", "A", S_OK, KeywordsNs},  {L"OK:A", "A", S_OK, UserKeywordsNs},
+        {L"A", "A", S_OK, KeywordsNs},      {L"psk:a:b", "a:b", S_OK, KeywordsNs},
+        {L"my:A", "A", E_FAIL, KeywordsNs}, {L":A", "A", E_FAIL, KeywordsNs},
     };
     for (const auto& [name, wantedKeyword, result, wantedNs] : cases) {
         SCOPED_TRACE(Narrow(name));
@@ -230,16 +173,10 @@ TEST(PrintSchemaXmlDocument, TellsKeywordsFromPrivateKeywords) {
         EXPECT_EQ(Narrow(keyword), wantedKeyword);
         EXPECT_EQ(ns, wantedNs);
     }
-}
-
-TEST(PrintSchemaXmlDocument, TakesAPrefixThatFitsBothForThatOfThePrivateKeywords) {
-    // Prefixes are compared without regard to case.
-    const OpenTicket ticket("<psf:PrintTicket" + Declare("psf", frameworkUri) + Declare("OK", keywordsUri) +
-                            Declare("ok", PrivateUri()) + "/>");
+    const OpenTicket foreign(Ticket("", Declare("ns0000", "urn:other")));
     CXString keyword;
-    MsPrintTicketNamespacesEnum ns = FrameworkNs;
-    EXPECT_EQ(ticket.GetKeywordAndPrefixFromName(L"OK:A", keyword, ns), S_OK);
-    EXPECT_EQ(ns, UserKeywordsNs);
+    MsPrintTicketNamespacesEnum ns{};
+    EXPECT_EQ(foreign.GetKeywordAndPrefixFromName(L"ns0000:A", keyword, ns), E_FAIL);
 }
 
 TEST(PrintSchemaXmlDocument, KnowsThreeNamespacesByNumber) {
@@ -247,12 +184,11 @@ TEST(PrintSchemaXmlDocument, KnowsThreeNamespacesByNumber) {
     EXPECT_EQ(TextOf(ticket.GetNsPrefix(FrameworkNs)), "psf:");
     EXPECT_EQ(TextOf(ticket.GetNsPrefix(KeywordsNs)), "psk:");
     EXPECT_EQ(TextOf(ticket.GetNsPrefix(UserKeywordsNs)), "ns0000:");
-    EXPECT_NE(MessageOf([&] {
-                  (void)ticket.GetNsPrefix(static_cast<MsPrintTicketNamespacesEnum>(2));
-              }).find("switch statment for 2."),
-              std::string::npos);
-    ExpectRaised([&] { (void)ticket.GetNsPrefix(static_cast<MsPrintTicketNamespacesEnum>(4)); }, E_INVALIDARG,
-                 "PrintSchemaXmlDocument::GetNsPrefix");
+    const auto ask = [&](int number) {
+        (void)ticket.GetNsPrefix(static_cast<MsPrintTicketNamespacesEnum>(number));
+    };
+    EXPECT_NE(MessageOf([&] { ask(2); }).find("switch statment for 2."), std::string::npos);
+    ExpectRaised([&] { ask(4); }, E_INVALIDARG, "PrintSchemaXmlDocument::GetNsPrefix");
 }
 
 TEST(PrintSchemaXmlDocument, FindsPrefixesOnTheRootElementOnly) {
@@ -261,18 +197,16 @@ TEST(PrintSchemaXmlDocument, FindsPrefixesOnTheRootElementOnly) {
     CComBSTR prefix;
     EXPECT_EQ(ticket.GetPrefixFromURI(KEYWORDS_URI, &prefix), S_OK);
     EXPECT_EQ(TextOf(prefix), "psk:");
-    for (const wchar_t* uri : {L"urn:low", L"urn:nowhere"}) {
-        CComBSTR untouched(L"untouched");
-        BSTR out = untouched;
-        EXPECT_EQ(ticket.GetPrefixFromURI(uri, &out), S_FALSE);
-        EXPECT_EQ(out, untouched.m_str);
-    }
+    CComBSTR untouched(L"untouched");
+    BSTR out = untouched;
+    EXPECT_EQ(ticket.GetPrefixFromURI(L"urn:low", &out), S_FALSE);
+    EXPECT_EQ(out, untouched.m_str);
     CComBSTR none;
-    for (const wchar_t* uri : {L"urn:default", L"urn:about"})
-        ExpectRaised([&] { ticket.GetPrefixFromURI(uri, &none); }, E_FAIL,
+    const Rows<const wchar_t*, HRESULT> refused{
+        {L"urn:default", E_FAIL}, {L"urn:about", E_FAIL}, {L"", E_INVALIDARG}};
+    for (const auto& [uri, result] : refused)
+        ExpectRaised([&, &uri = uri] { ticket.GetPrefixFromURI(uri, &none); }, result,
                      "PrintSchemaXmlDocument::GetPrefixFromURI");
-    EXPECT_EQ(ResultOf([&] { return ticket.GetPrefixFromURI(L"", &none); }), E_INVALIDARG);
-    EXPECT_EQ(ResultOf([&] { return ticket.GetPrefixFromURI(KEYWORDS_URI, nullptr); }), E_POINTER);
 }
 
 TEST(PrintSchemaXmlDocument, AddsThePrivateNamespaceOnce) {
@@ -283,28 +217,6 @@ TEST(PrintSchemaXmlDocument, AddsThePrivateNamespaceOnce) {
     EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ns0000:");
     // What is read anew knows better.
     EXPECT_EQ(TextOf(OpenTicket(XmlOf(ticket)).GetUserKeywordsNsPrefix()), "ok:");
-
-    // Names of another owner do not become private ones.
-    OpenTicket foreign(Ticket(Feature("ok:A", "ok:B"), Declare("ok", "urn:other")));
-    EXPECT_EQ(foreign.AddUserKeywordsNamespaceDefinitionIfMissing(), E_FAIL);
-    EXPECT_EQ(OutsideView(foreign, "/psf:PrintTicket/namespace::ok"), "urn:other");
-}
-
-TEST(PrintSchemaXmlDocument, MakesTheDeclarationSayUtf8) {
-    std::string declared16 = Ticket("");
-    declared16.replace(declared16.find("UTF-8"), 5, "UTF-16");
-    PrintTicketXmlDocument ticket{CXString(declared16.c_str())};
-    EXPECT_EQ(ticket.SetProcessingInstructionsEncodingUtf8(), S_OK);
-    CComPtr<IXMLDOMNode> first;
-    ticket.GetDomDocPtr()->get_firstChild(&first);
-    CComBSTR text;
-    first->get_xml(&text);
-    EXPECT_NE(TextOf(text).find("UTF-8"), std::string::npos) << TextOf(text);
-
-    OpenTicket bare(Ticket("").substr(39));
-    const std::string before = XmlOf(bare);
-    EXPECT_EQ(bare.SetProcessingInstructionsEncodingUtf8(), E_FAIL);
-    EXPECT_EQ(XmlOf(bare), before);
 }
 
 // ---- Values
@@ -334,7 +246,6 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
         {"Empty", S_OK, "(null)", 0, 0.f},
         {"Orphan", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
         {"Bare", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
-        {"Missing", E_ELEMENT_NOT_FOUND, "(null)", -7, -7.f},
     };
     for (const auto& [feature, result, wantedText, wantedInteger, wantedReal] : cases) {
         SCOPED_TRACE(feature);
@@ -354,22 +265,15 @@ TEST(PrintSchemaXmlDocument, FindsValuesDirectlyOrThroughTheirParameter) {
 }
 
 TEST(PrintSchemaXmlDocument, TellsNamesApartInAllAlphabets) {
-    const std::string big = "\xC3\x84", small = "\xC3\xA4", other = "\xC3\x96", han = "\xE7\xB4\x99";
-    for (const std::string& name : {big, small, han}) {
-        std::string inits;
-        for (const std::string& init : {other, small, big, han})
-            inits.append("<psf:ParameterInit name='psk:")
-                .append(init)
-                .append("'>")
-                .append(Value(init))
-                .append("</psf:ParameterInit>");
-        const std::string reference = std::string("<psf:ParameterRef name='psk:").append(name).append("'/>");
-        const OpenTicket ticket(
-            Ticket(Feature("psk:A", "psk:O", ScoredProperty("psk:Width", reference)) + inits));
-        CComBSTR text;
-        EXPECT_EQ(ticket.QueryNodeValue(L"//psf:ScoredProperty", &text), S_OK);
-        EXPECT_EQ(TextOf(text), name);
-    }
+    const auto init = [](const std::string& name) {
+        return "<psf:ParameterInit name='psk:" + name + "'>" + Value(name) + "</psf:ParameterInit>";
+    };
+    const OpenTicket ticket(Ticket(
+        Feature("psk:A", "psk:O", ScoredProperty("psk:Width", "<psf:ParameterRef name='psk:\xC3\xA4'/>")) +
+        init("\xC3\x96") + init("\xC3\x84") + init("\xC3\xA4")));
+    CComBSTR text;
+    EXPECT_EQ(ticket.QueryNodeValue(L"//psf:ScoredProperty", &text), S_OK);
+    EXPECT_EQ(TextOf(text), "\xC3\xA4");
 }
 
 TEST(PrintSchemaXmlDocument, SetsValuesWhereItFindsThem) {
@@ -388,57 +292,55 @@ TEST(PrintSchemaXmlDocument, SetsValuesWhereItFindsThem) {
 
 TEST(PrintSchemaXmlDocument, ChecksItsArguments) {
     OpenTicket ticket(valueTicket);
+    IXMLDOMNode* const root = ticket.GetRootNode();
+    const std::string before = XmlOf(ticket);
     CComPtr<IXMLDOMNode> node;
+    CComPtr<IXMLDOMElement> out;
     CComBSTR text;
     const Rows<std::function<HRESULT()>, HRESULT> cases{
         {[&] { return ticket.GetNode(L"//a", nullptr); }, E_POINTER},
         {[&] { return ticket.GetNode(L"", &node); }, E_INVALIDARG},
         {[&] { return ticket.GetNode(L"//undeclared:a", &node); }, E_FAIL},
-        {[&] { return ticket.GetNode(L"//psf:a[", &node); }, E_FAIL},
         {[&] { return ticket.QueryNodeValue(L"//psf:a", static_cast<int*>(nullptr)); }, E_POINTER},
         {[&] { return ticket.GetAttributeValue(nullptr, L"name", &text); }, E_POINTER},
-        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"", &text); }, E_INVALIDARG},
-        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"absent", &text); }, S_FALSE},
-        {[&] { return ticket.GetAttributeValue(ticket.GetRootNode(), L"version", &text); }, S_OK},
+        {[&] { return ticket.GetAttributeValue(root, L"absent", &text); }, S_FALSE},
         {[&] { return ticket.GetFeatureNode(L"psk:", L"Missing", &node); }, E_FAIL},
         {[&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
-        {[&] { return ticket.GetFeatureNodeIfExists(L"psk:", L"A", nullptr); }, E_POINTER},
         {[&] { return ticket.DeleteFeatureNodeIfExists(L"psk:", nullptr); }, E_INVALIDARG},
-        {[&] { return ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L""); }, E_INVALIDARG},
         {[&] { return ticket.SetNodeValue(L"//psf:ScoredProperty", L""); }, E_INVALIDARG},
-        {[&] { return ticket.SetChildNodeOptionAttributeValue(L"Direct", true, L"name", L""); },
-         E_INVALIDARG},
         {[&] { return ticket.GetParameterInitNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
-        {[&] { return ticket.GetParameterInitValueNodeIfExists(L"psk:", L"", &node); }, E_INVALIDARG},
-        {[&] { return ticket.GetParameterInitNodeIfExists(L"psk:", L"One", nullptr); }, E_POINTER},
         {[&] { return ticket.DeletePropertyNodesIfExist(L"psk:", L""); }, E_FAIL},
         {[&] { return ticket.DeletePrivateFeatures(L""); }, E_INVALIDARG},
         {[&] { return ticket.DeleteNode(nullptr); }, E_POINTER},
         {[&] { return ticket.get_xml(nullptr); }, E_POINTER},
+        {[&] { return ticket.CreateParameterRef(L"", L"A", &out); }, E_INVALIDARG},
+        {[&] { return ticket.CreateParameterRef(L"psk:", L"A", nullptr); }, E_POINTER},
+        {[&] { return ticket.CreateProperty(KeywordsNs, L"A", L"", L"B", &out); }, E_INVALIDARG},
+        {[&] { return ticket.CreateStringScoredProperty(L"A", L"", &out); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChild(nullptr, root); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildStringProperty(root, KeywordsNs, L"A", L""); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildQNameScoredProperty(root, L"A", L""); }, E_INVALIDARG},
+        {[&] { return ticket.AppendChildToRootNode(nullptr); }, E_POINTER},
     };
     for (const auto& row : cases) {
         const auto& [operation, result] = row;
         EXPECT_EQ(ResultOf(operation), result) << (&row - cases.data());
+        EXPECT_FALSE(out);
     }
-    EXPECT_EQ(TextOf(text), "1");
+    EXPECT_EQ(XmlOf(ticket), before);
 }
 
 // ---- Deleting
 
 TEST(PrintSchemaXmlDocument, DeletesTheFirstOfDuplicates) {
-    const Rows<int, HRESULT, const char*> cases{
-        {0, S_FALSE, "0"}, {1, S_FALSE, "1"}, {2, S_OK, "1"}, {3, S_OK, "2"}};
-    for (const auto& [copies, result, left] : cases) {
-        std::string content;
-        for (int copy = 0; copy < copies; ++copy)
-            content += Feature("psk:A", "psk:Option" + std::to_string(copy));
-        OpenTicket ticket(Ticket(content + Feature("psk:B", "psk:B")));
-        EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), result);
-        EXPECT_EQ(OutsideView(ticket, "count(//psf:Feature[@name='psk:A'])"), left);
-        if (result == S_OK) {
-            EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), "psk:Option1");
-        }
+    OpenTicket ticket(
+        Ticket(Feature("psk:A", "psk:1") + Feature("psk:A", "psk:2") + Feature("psk:A", "psk:3")));
+    for (const char* left : {"psk:2", "psk:3"}) {
+        EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), S_OK);
+        EXPECT_EQ(OutsideView(ticket, "//psf:Option/@name"), left);
     }
+    EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"A"), S_FALSE);
+    EXPECT_EQ(ticket.DeleteFeatureNodeIfADuplicateExists(L"psk:", L"B"), S_FALSE);
 }
 
 TEST(PrintSchemaXmlDocument, DeletesWhatItIsAskedToAndNothingElse) {
@@ -506,22 +408,14 @@ TEST(PrintSchemaXmlDocument, BuildsPropertiesThatAnOutsideReaderUnderstands) {
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
 }
 
-TEST(PrintSchemaXmlDocument, DeclaresTheNamespacesOfTypesWhereADocumentDoesNot) {
-    OpenTicket ticket("<f:PrintTicket" + Declare("f", frameworkUri) + "/>");
-    EXPECT_EQ(ticket.AppendStringParameterInit(L"ok:", L"A", L"B"), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:Value/@xsi:type"), "xsd:string");
-    EXPECT_EQ(OutsideView(ticket, "//psf:Value/namespace::xsd"), "http://www.w3.org/2001/XMLSchema");
-    EXPECT_NO_THROW(OpenTicket(XmlOf(ticket)));
-}
-
 TEST(PrintSchemaXmlDocument, TypedValuesFitIntoTicketsThatUseTheUsualPrefixesOtherwise) {
     const std::string schema = "http://www.w3.org/2001/XMLSchema";
     const Rows<std::string, std::string, const char*, const char*> cases{
-        {"xsd", Declare("xsd", frameworkUri) + Declare("k", keywordsUri), "xsd1:string", "xsd1"},
-        {"xsi", Declare("xsi", frameworkUri) + Declare("k", keywordsUri), "xsd:string", "xsd"},
-        {"f", Declare("f", frameworkUri) + Declare("xsd", keywordsUri) + Declare("xsd1", "urn:other"),
+        {"f", Declare("f", frameworkUri), "xsd:string", "xsd"},
+        {"xsd", Declare("xsd", frameworkUri), "xsd1:string", "xsd1"},
+        {"xsi", Declare("xsi", frameworkUri) + Declare("xsd", "urn:other") + Declare("xsd1", "urn:other"),
          "xsd2:string", "xsd2"},
-        {"f", Declare("f", frameworkUri) + Declare("xsi", keywordsUri) + Declare("xsi1", schema),
+        {"f", Declare("f", frameworkUri) + Declare("xsi", "urn:other") + Declare("xsi1", schema),
          "xsi1:string", "xsi1"},
     };
     for (const auto& [root, declarations, type, prefix] : cases) {
@@ -532,38 +426,8 @@ TEST(PrintSchemaXmlDocument, TypedValuesFitIntoTicketsThatUseTheUsualPrefixesOth
         EXPECT_EQ(OutsideView(ticket, value), "B");
         EXPECT_EQ(OutsideView(ticket, value + "/@xsi:type"), type);
         EXPECT_EQ(OutsideView(ticket, value + "/namespace::" + prefix), schema);
-        const CComBSTR keywords = ticket.GetKeywordsNsPrefix();
-        const std::string bound = "/namespace::" + Narrow(keywords).substr(0, keywords.Length() - 1);
-        EXPECT_EQ(OutsideView(ticket, value + bound), keywordsUri) << "names in values mean what they meant";
         EXPECT_NO_THROW(OpenTicket(XmlOf(ticket)));
     }
-}
-
-TEST(PrintSchemaXmlDocument, BuildsNothingFromNothing) {
-    OpenTicket ticket(Ticket(""));
-    CComPtr<IXMLDOMElement> out;
-    IXMLDOMNode* root = ticket.GetRootNode();
-    const std::string before = XmlOf(ticket);
-    const Rows<std::function<HRESULT()>, HRESULT> cases{
-        {[&] { return ticket.CreateParameterRef(L"", L"A", &out); }, E_INVALIDARG},
-        {[&] { return ticket.CreateParameterRef(L"psk:", L"A", nullptr); }, E_POINTER},
-        {[&] { return ticket.CreateProperty(KeywordsNs, L"", &out); }, E_INVALIDARG},
-        {[&] { return ticket.CreateProperty(KeywordsNs, L"A", L"", L"B", &out); }, E_INVALIDARG},
-        {[&] { return ticket.CreateScoredProperty(L"A", static_cast<IXMLDOMNode*>(nullptr), &out); },
-         E_POINTER},
-        {[&] { return ticket.CreateStringScoredProperty(L"A", L"", &out); }, E_INVALIDARG},
-        {[&] { return ticket.AppendChild(nullptr, root); }, E_INVALIDARG},
-        {[&] { return ticket.AppendChildStringProperty(root, KeywordsNs, L"A", L""); }, E_INVALIDARG},
-        {[&] { return ticket.AppendChildIntegerProperty(nullptr, KeywordsNs, L"A", 1); }, E_INVALIDARG},
-        {[&] { return ticket.AppendChildQNameScoredProperty(root, L"A", L""); }, E_INVALIDARG},
-        {[&] { return ticket.AppendChildToRootNode(nullptr); }, E_POINTER},
-    };
-    for (const auto& row : cases) {
-        const auto& [operation, result] = row;
-        EXPECT_EQ(ResultOf(operation), result) << (&row - cases.data());
-        EXPECT_FALSE(out);
-    }
-    EXPECT_EQ(XmlOf(ticket), before);
 }
 
 } // namespace

@@ -67,16 +67,15 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
         SCOPED_TRACE(Narrow(feature));
         CComBSTR option;
         CComBSTR prefix;
-        const auto ask = [&, &givenPrefix = givenPrefix, &feature = feature](wchar_t** prefixOut) {
-            option.Empty();
-            return ResultOf(
-                [&] { return ticket.GetFeatureOption(givenPrefix, feature, &option, prefixOut); });
-        };
-        EXPECT_EQ(ask(&prefix), result);
+        HRESULT hr = S_OK;
+        try {
+            hr = ticket.GetFeatureOption(givenPrefix, feature, &option, &prefix);
+        } catch (const CPComException& failure) {
+            hr = failure.GetHresult();
+        }
+        EXPECT_EQ(hr, result);
         EXPECT_EQ(TextOf(option), wantedOption);
         EXPECT_EQ(TextOf(prefix), optionPrefix);
-        EXPECT_EQ(ask(nullptr), result);
-        EXPECT_EQ(TextOf(option), wantedOption);
     }
     ExpectRaised([&] { ticket.GetFeatureOption(L"psk:", L"Plain", nullptr, nullptr); }, E_POINTER,
                  "PrintTicketXmlDocument::GetFeatureOption");
@@ -84,25 +83,17 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
 
 TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
     const OpenTicket ticket = SampleTicket();
-    const Rows<const wchar_t*, const wchar_t*, const char*, HRESULT, bool, bool> subFeatures{
-        {L"DocumentNUp", L"PresentationDirection", "RightBottom", S_OK, true, true},
-        {L"DocumentNUp", L"Border", "Thin", S_OK, true, false},
-        {L"DocumentNUp", L"Border", "(null)", E_ELEMENT_NOT_FOUND, true, true},
-        {L"PageMediaSize", L"PresentationDirection", "(null)", E_ELEMENT_NOT_FOUND, true, true},
-        {L"", L"Border", "(null)", E_INVALIDARG, true, true},
-        {L"DocumentNUp", L"", "(null)", E_INVALIDARG, true, true},
-    };
-    for (const auto& [feature, subFeature, wantedOption, result, featureIsPublic, subIsPublic] :
-         subFeatures) {
-        CComBSTR option;
-        EXPECT_EQ(ResultOf([&, &feature = feature, &subFeature = subFeature,
-                            &featureIsPublic = featureIsPublic, &subIsPublic = subIsPublic] {
-                      return ticket.GetSubFeatureOption(feature, featureIsPublic, subFeature, subIsPublic,
-                                                        &option);
+    CComBSTR sub;
+    EXPECT_EQ(ticket.GetSubFeatureOption(L"DocumentNUp", true, L"Border", false, &sub), S_OK);
+    EXPECT_EQ(TextOf(sub), "Thin");
+    EXPECT_EQ(ticket.GetSubFeatureOption(L"DocumentNUp", true, L"Border", true, &sub), E_ELEMENT_NOT_FOUND);
+    EXPECT_EQ(ticket.GetSubFeatureOption(L"PageMediaSize", true, L"Border", false, &sub),
+              E_ELEMENT_NOT_FOUND);
+    for (const auto& [feature, subFeature] : {std::pair(L"", L"Border"), std::pair(L"DocumentNUp", L"")})
+        EXPECT_EQ(ResultOf([&, &feature = feature, &subFeature = subFeature] {
+                      return ticket.GetSubFeatureOption(feature, true, subFeature, true, &sub);
                   }),
-                  result);
-        EXPECT_EQ(TextOf(option), wantedOption);
-    }
+                  E_INVALIDARG);
     const Rows<const wchar_t*, HRESULT, const char*> options{
         {L"psk:PageMediaSize", S_OK, "ISOA4"},
         {L"psk:Other", S_OK, "zzz:X"},
@@ -111,7 +102,6 @@ TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
         {L"psk:Middle", S_OK, "a-Z"},
         {L"psk:Both", S_OK, "ok:Z"},
         {L"psk:PageResolution", E_ELEMENT_NOT_FOUND, "(null)"},
-        {L"psk:Absent", E_ELEMENT_NOT_FOUND, "(null)"},
         {L"psk:NoColonOption", E_INVALIDARG, "(null)"},
     };
     for (const auto& [feature, result, wantedOption] : options) {
@@ -129,50 +119,38 @@ TEST(PrintTicketXmlDocument, ReadsScoredPropertiesAndFeatures) {
     float real = 0;
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", &text), S_OK);
     EXPECT_EQ(TextOf(text), "297000");
-    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", &number), S_OK);
-    EXPECT_EQ(number, 210000);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionX", &real), S_OK);
     EXPECT_EQ(real, 600.f);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"JobThing", false, L"Count", &number), S_OK);
     EXPECT_EQ(number, 3); // a public property of a private feature
-    EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", true, L"ResolutionY", &number),
-              E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(ticket.GetScoredPropertyValue(L"PageResolution", false, L"ResolutionX", &number),
               E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(number, 3);
     EXPECT_EQ(ResultOf([&] { return ticket.GetScoredPropertyValue(L"", true, L"A", &number); }),
               E_INVALIDARG);
-
-    CComPtr<IXMLDOMNode> node;
-    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", false, &node), S_OK);
-    EXPECT_TRUE(node);
+    EXPECT_EQ(ticket.FeaturePresent(L"JobThing", false, nullptr), S_OK);
     EXPECT_EQ(ticket.FeaturePresent(L"JobThing", true, nullptr), E_ELEMENT_NOT_FOUND);
 }
 
 TEST(PrintTicketXmlDocument, SetsOptionsAndScoredPropertiesThatExist) {
     OpenTicket ticket = SampleTicket();
     EXPECT_EQ(ticket.SetFeatureOption(L"PageMediaSize", true, L"Own", false), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"), "ok:Own");
     EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeWidth", -1), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:MediaSizeWidth']/psf:Value"),
-              "4294967295");
-    EXPECT_EQ(ticket.SetScoredPropertyValue(L"JobThing", false, L"Count", 4), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:Count']/psf:Value"), "4");
     EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageMediaSize", true, L"MediaSizeHeight", 148000), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), "148000");
+    EXPECT_EQ(ticket.SetScoredPropertyValue(L"JobThing", false, L"Count", 4), S_OK);
     EXPECT_EQ(ticket.SetChildNodeOptionAttributeValue(L"JobThing", false, L"name", L"raw"), S_OK);
-    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='ok:JobThing']/psf:Option/@name"), "raw");
+    EXPECT_EQ(OutsideView(ticket, "//psf:Feature[@name='psk:PageMediaSize']/psf:Option/@name"), "ok:Own");
+    EXPECT_EQ(OutsideView(ticket, "//psf:ScoredProperty[@name='psk:MediaSizeWidth']"), "4294967295");
+    EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), "148000");
+    EXPECT_EQ(OutsideView(ticket, "//psf:Option[@name='raw']/psf:ScoredProperty[@name='psk:Count']"), "4");
 
     const std::string before = XmlOf(ticket);
-    const std::function<HRESULT()> misses[] = {
-        [&] { return ticket.SetFeatureOption(L"PageResolution", true, L"A", true); }, // a nameless option
-        [&] { return ticket.SetFeatureOption(L"NoOption", true, L"A", true); },
-        [&] { return ticket.SetFeatureOption(L"Absent", true, L"A", true); },
-        [&] { return ticket.SetChildNodeOptionAttributeValue(L"PageMediaSize", true, L"absent", L"A"); },
-        [&] { return ticket.SetScoredPropertyValue(L"PageResolution", true, L"Absent", 1); },
-    };
-    for (const auto& miss : misses)
-        EXPECT_EQ(miss(), E_ELEMENT_NOT_FOUND) << (&miss - misses);
+    EXPECT_EQ(ticket.SetFeatureOption(L"PageResolution", true, L"A", true), E_ELEMENT_NOT_FOUND)
+        << "a nameless option";
+    EXPECT_EQ(ticket.SetFeatureOption(L"NoOption", true, L"A", true), E_ELEMENT_NOT_FOUND);
+    EXPECT_EQ(ticket.SetChildNodeOptionAttributeValue(L"PageMediaSize", true, L"absent", L"A"),
+              E_ELEMENT_NOT_FOUND);
+    EXPECT_EQ(ticket.SetScoredPropertyValue(L"PageResolution", true, L"Absent", 1), E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(XmlOf(ticket), before);
 }
 
@@ -184,15 +162,13 @@ TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
     CComPtr<IXMLDOMElement> ref;
     CComPtr<IXMLDOMElement> init;
     CComPtr<IXMLDOMElement> untyped;
-    CComPtr<IXMLDOMElement> wrapped;
     EXPECT_EQ(ticket.CreateFeatureOptionPair(L"JobA", false, L"B", true, &feature, &option), S_OK);
     EXPECT_EQ(ticket.CreateParamRefInitPair(L"JobC", -3, &ref, &init), S_OK);
     EXPECT_EQ(ticket.CreateUntypedParameterInitFromString(L"ok:", L"D", L"d", &untyped), S_OK);
-    EXPECT_EQ(ticket.CreateCDATAStringParameterInit(L"ok:", L"E", L"<e/>", &wrapped), S_OK);
     EXPECT_EQ(XmlOf(ticket), before);
 
     EXPECT_EQ(ticket.AppendChild(option, ref), S_OK);
-    for (IXMLDOMElement* element : {feature.p, init.p, untyped.p, wrapped.p})
+    for (IXMLDOMElement* element : {feature.p, init.p, untyped.p})
         EXPECT_EQ(ticket.AppendChildToRootNode(element), S_OK);
     EXPECT_EQ(ticket.AppendIntegerParameterInit(L"psk:", L"F", -1), S_OK);
     CComPtr<IXMLDOMElement> bare;
@@ -203,27 +179,22 @@ TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
         {"/*/psf:Feature[@name='ok:JobA']/psf:Option[@name='psk:B']/psf:ParameterRef/@name", "psk:JobC"},
         {"/*/psf:ParameterInit[@name='psk:JobC']/psf:Value[@xsi:type='xsd:integer']", "-3"},
         {"/*/psf:ParameterInit[@name='ok:D']/psf:Value[not(@*)]", "d"},
-        {"/*/psf:ParameterInit[@name='ok:E']/psf:Value[@xsi:type='xsd:string']", "<![CDATA[\n<e/>\n]]>"},
         {"/*/psf:ParameterInit[@name='psk:F']/psf:Value", "4294967295"},
         {"count(/*/psf:Feature[@name='psk:PageG']/psf:Option[not(@*)])", "1"},
     };
     for (const auto& [xpath, found] : cases)
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
 
-    CComPtr<IXMLDOMElement> first;
-    CComPtr<IXMLDOMElement> second;
-    const std::function<HRESULT()> refused[] = {
-        [&] { return ticket.CreateStringParameterInit(L"", L"A", L"B", &second); },
-        [&] { return ticket.CreateStringParameterInit(L"psk:", L"A", L"", &second); },
-        [&] { return ticket.CreateIntegerParameterInit(L"psk:", L"", 1, &second); },
-        [&] { return ticket.CreateParamRefInitPair(L"A", L"string", L"", &first, &second); },
-        [&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &first, &second); },
-        [&] { return ticket.AppendToElement(L"", bare); },
+    const Rows<std::function<HRESULT()>, HRESULT> refused{
+        {[&] { return ticket.AppendStringParameterInit(L"psk:", L"A", L""); }, E_INVALIDARG},
+        {[&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &feature, &option); },
+         E_INVALIDARG},
+        {[&] { return ticket.AppendToElement(L"", bare); }, E_INVALIDARG},
+        {[&] { return ticket.AppendToElement(L"Feature", bare); }, E_FAIL},
+        {[&] { return ticket.AppendToElement(L"PrintTicket", nullptr); }, E_POINTER},
     };
-    for (const auto& operation : refused)
-        EXPECT_EQ(ResultOf(operation), E_INVALIDARG) << (&operation - refused);
-    EXPECT_EQ(ResultOf([&] { return ticket.AppendToElement(L"Feature", bare); }), E_FAIL);
-    EXPECT_EQ(ResultOf([&] { return ticket.AppendToElement(L"PrintTicket", nullptr); }), E_POINTER);
+    for (const auto& row : refused)
+        EXPECT_EQ(ResultOf(std::get<0>(row)), std::get<1>(row)) << (&row - refused.data());
 }
 
 TEST(PrintTicketXmlDocument, ReadsAndDeletesParameterInitialisersAndProperties) {
@@ -248,23 +219,14 @@ TEST(PrintTicketXmlDocument, ReadsAndDeletesParameterInitialisersAndProperties) 
 
 TEST(PrintTicketXmlDocument, MakesAnEmptyTicketThatItsOwnReaderAndOthersTake) {
     const PrintTicketXmlDocument ticket(PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket());
-    EXPECT_EQ(TextOf(ticket.GetFrameworkNsPrefix()), "psf:");
-    EXPECT_EQ(TextOf(ticket.GetKeywordsV11NsPrefix()), "pskv11:");
     EXPECT_EQ(TextOf(ticket.GetUserKeywordsNsPrefix()), "ok:");
-    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket/@version"), "1");
+    EXPECT_EQ(OutsideView(ticket, "/psf:PrintTicket[not(node())]/@version"), "1");
     // In this order, which readers by position know.
-    const std::string text = Narrow(PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket());
-    EXPECT_TRUE(text.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>")) << text;
-    EXPECT_TRUE(text.ends_with("></psf:PrintTicket>")) << text;
-    std::size_t last = text.find("<psf:PrintTicket");
-    for (const char* attribute : {" xmlns:psf=", " xmlns:psk=", " xmlns:pskv11=", " xmlns:xsi=",
-                                  " xmlns:xsd=", " version=", " xmlns:ok="}) {
-        const std::size_t at = text.find(attribute, last);
-        ASSERT_NE(at, std::string::npos) << attribute;
-        last = at;
-    }
-    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/namespace::*)"), "7"); // and xml
-    EXPECT_EQ(OutsideView(ticket, "count(/psf:PrintTicket/node())"), "0");
+    std::string text = Narrow(PrintTicketXmlDocument::GetBoilerplateForEmptyPrintTicket());
+    for (std::size_t open; (open = text.find("=\"http")) != std::string::npos;)
+        text.erase(open, text.find('"', open + 2) + 1 - open);
+    EXPECT_EQ(text, "<?xml version=\"1.0\" encoding=\"UTF-8\"?><psf:PrintTicket xmlns:psf xmlns:psk "
+                    "xmlns:pskv11 xmlns:xsi xmlns:xsd version=\"1\" xmlns:ok></psf:PrintTicket>");
 }
 
 // ---- What the driver hides in a ticket
@@ -292,39 +254,35 @@ TEST(PrintTicketXmlDocument, CarriesTheOcptTextFirst) {
 
 TEST(PrintTicketXmlDocument, HandsTheOcptTextToLaterFilters) {
     constexpr HRESULT refused = E_ACCESSDENIED;
-    const Rows<bool, DataModelIds::tagValueEnum, const wchar_t*, HRESULT, HRESULT, const char*, const char*,
+    const Rows<bool, DataModelIds::tagValueEnum, const wchar_t*, HRESULT, const char*, const char*,
                const char*>
         cases{
-            {true, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "<new/>", "-", "<![CDATA[\n<new/>\n]]>"},
-            {true, VAL_PDL_POSTSCRIPT, L"<new/>", S_OK, S_OK, "before", "<new/>", ""},
-            {false, VAL_PDL_XPS, L"<new/>", S_OK, S_OK, "before", "-", ""},
-            {true, VAL_PDL_XPS, L"", S_OK, S_OK, "before", "-", ""},
-            {true, VAL_PDL_XPS, L"<new/>", refused, refused, "-", "-", ""},
-            {true, VAL_PDL_POSTSCRIPT, L"<new/>", refused, refused, "before", "-", ""},
+            {true, VAL_PDL_XPS, L"<new/>", S_OK, "<new/>", "-", "<![CDATA[\n<new/>\n]]>"},
+            {true, VAL_PDL_POSTSCRIPT, L"<new/>", S_OK, "before", "<new/>", ""},
+            {false, VAL_PDL_XPS, L"<new/>", S_OK, "before", "-", ""},
+            {true, VAL_PDL_XPS, L"", S_OK, "before", "-", ""},
+            {true, VAL_PDL_XPS, L"<new/>", refused, "-", "-", ""},
         };
     for (const auto& row : cases) {
-        const auto& [hasOcpt, value, ocpt, bagResult, result, forXps, forOthers, inTicket] = row;
+        const auto& [hasOcpt, value, ocpt, result, forXps, forOthers, inTicket] = row;
         SCOPED_TRACE(&row - cases.data());
         OpenTicket ticket(Ticket("", privateDeclaration));
         ticket.AddOrReplaceOcptParameterInit(L"<old/>");
         const CComPtr<StringBag> bag = MakeFake<StringBag>();
-        bag->strings[L"Orvel_OcptForXps"] = "before";
-        bag->addResult = bagResult;
+        bag->strings = {{L"Orvel_OcptForXps", "before"}, {L"Orvel_OcptForNonXps", "-"}};
+        bag->addResult = result;
         EXPECT_EQ(ticket.UpdateOcptFieldsInPrintTicketAndPipelinePropertiesFromDocumentFilter(hasOcpt, value,
                                                                                               ocpt, bag),
                   result);
-        const auto inBag = [&](const wchar_t* name) {
-            return bag->strings.count(name) ? bag->strings[name] : std::string("-");
-        };
-        EXPECT_EQ(inBag(L"Orvel_OcptForXps"), forXps);
-        EXPECT_EQ(inBag(L"Orvel_OcptForNonXps"), forOthers);
+        EXPECT_EQ(bag->strings.contains(L"Orvel_OcptForXps") ? bag->strings[L"Orvel_OcptForXps"] : "-",
+                  forXps);
+        EXPECT_EQ(bag->strings[L"Orvel_OcptForNonXps"], forOthers);
         EXPECT_EQ(OutsideView(ticket, "//psf:ParameterInit"), inTicket);
     }
 }
 
 TEST(PrintTicketXmlDocument, CarriesTheAttributeBytesLastUpToTheirLimit) {
-    for (const std::size_t size :
-         {std::size_t{1}, std::size_t{2}, std::size_t{3}, std::size_t{256}, std::size_t{1500}}) {
+    for (const std::size_t size : {std::size_t{1}, std::size_t{1500}}) {
         OpenTicket ticket(Ticket("", privateDeclaration));
         ByteBuffer bytes(size);
         for (std::size_t index = 0; index < size; ++index)
@@ -342,15 +300,9 @@ TEST(PrintTicketXmlDocument, CarriesTheAttributeBytesLastUpToTheirLimit) {
         EXPECT_EQ(ticket.AddOrReplacePageOrvelCompleteDocSettingsInPrintTicket(ByteBuffer(1501)), E_FAIL);
         EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(read), S_FALSE);
         EXPECT_TRUE(read.empty());
+        ticket.AppendStringParameterInit(L"ok:", L"JobOrvelCompleteDocSettings", L"AA*=");
+        EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(read), E_FAIL);
     }
-}
-
-TEST(PrintTicketXmlDocument, TakesNoAttributeBytesThatAreNotBase64) {
-    OpenTicket ticket(Ticket("", privateDeclaration));
-    ticket.AppendStringParameterInit(L"ok:", L"JobOrvelCompleteDocSettings", L"AA*=");
-    ByteBuffer read(1);
-    EXPECT_EQ(ticket.GetOrvelCompleteDocSettingsFromPrintTicket(read), E_FAIL);
-    EXPECT_TRUE(read.empty());
 }
 
 } // namespace
