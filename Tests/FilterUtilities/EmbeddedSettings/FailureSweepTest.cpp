@@ -26,9 +26,6 @@ public:
     [[nodiscard]] XmlDomNode::Pointer NewNode(const wchar_t* name) {
         return GetDomWithOrvelPublicDocSettingsInitOnFirstUse()->getDocument().CreateElement(name);
     }
-    [[nodiscard]] XmlDomNode::Pointer Find(const wchar_t* name) {
-        return PublicDocSettingsDocument(GetDomWithOrvelPublicDocSettingsInitOnFirstUse()).Find(name);
-    }
 };
 
 std::string TicketWith(const std::string& parameters) {
@@ -80,19 +77,10 @@ TEST(FailureSweep, NoSetterOfPublicSettingsLosesOneOrHalfOfOne) {
         {"a new element", set(L"title", false)},
         {"a member", setMember(L"count")},
         {"a new member", setMember(L"title")},
-        {"a number",
-         [](W& w) {
-             return w.settings.SetCurrentValueAsIntForOrvelPublicDocSettingsFeature(L"sides", L"", true, 5);
-         }},
         {"another node",
          [](W& w) {
              return w.settings.SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(
                  L"sides", w.settings.NewNode(L"sides").get());
-         }},
-        {"the node itself",
-         [](W& w) {
-             return w.settings.SetCurrentValueForOrvelPublicDocSettingsFeatureWithXmlDomNode(
-                 L"sides", w.settings.Find(L"sides").get());
          }},
         {"no element", [](W& w) { return w.settings.DeleteOrvelPublicDocSettingsFeature(L"sides"); }},
     };
@@ -119,24 +107,12 @@ TEST(FailureSweep, NoFirstQuestionToPublicSettingsChangesItsAnswersOrTheTicket) 
     const Rows<const char*, Sweep::Operation> questions{
         {"settings",
          [](W& w) { return SweptAnswer(std::to_string(w.settings.HasOrvelPublicDocSettings())); }},
-        {"presence",
-         [](W& w) {
-             return SweptAnswer(
-                 std::to_string(w.settings.IsOrvelPublicDocSettingsFeaturePresentAtJobLevel(L"sides")));
-         }},
         {"an element",
          [](W& w) {
              bool isSpecified = true;
              CXString value;
              return w.settings.GetCurrentValueAsStringForOrvelPublicDocSettingsFeature(L"sides", isSpecified,
                                                                                        value);
-         }},
-        {"children",
-         [](W& w) {
-             bool isSpecified = true;
-             unsigned int count = 0;
-             return w.settings.GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"list", isSpecified,
-                                                                                   count);
          }},
         {"a member",
          [](W& w) {
