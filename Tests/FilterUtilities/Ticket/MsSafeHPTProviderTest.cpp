@@ -1,3 +1,4 @@
+#include "Support/FakePrinterPropertyBag.h"
 #include "Support/FilterJob.h"
 #include "Support/TicketText.h"
 
@@ -80,30 +81,18 @@ TEST_F(MsSafeHPTProviderTest, FailureTellsTheProvidersOwnWordsAndDoesNotBreakIt)
 }
 
 // A stream that remembers as whom it was written to.
-class WitnessStream : public ComFake<IStream, ISequentialStream> {
+class WitnessStream : public FakePropertyStream {
 public:
+    WitnessStream() : FakePropertyStream(std::make_shared<std::string>(), Trouble::None) {}
+
     HANDLE token = nullptr;
     HRESULT writeResult = S_OK;
 
-    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG count, ULONG* written) override {
+    HRESULT STDMETHODCALLTYPE Write(const void* bytes, ULONG count, ULONG* written) override {
         token = OvPlatform::ThreadToken();
-        if (written) *written = count;
-        return writeResult;
+        return FAILED(writeResult) ? writeResult : FakePropertyStream::Write(bytes, count, written);
     }
     HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
 };
 
 TEST_F(MsSafeHPTProviderTest, WorksAsTheUserAndStopsToAlsoAfterAFailure) {
@@ -111,34 +100,28 @@ TEST_F(MsSafeHPTProviderTest, WorksAsTheUserAndStopsToAlsoAfterAFailure) {
     {
         MsSafeHPTProvider provider(SampleQueue::name, token);
         EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
-        for (const HRESULT writeResult : {S_OK, E_ACCESSDENIED}) {
-            auto* const merged = new WitnessStream;
-            auto* const described = new WitnessStream;
-            merged->writeResult = described->writeResult = writeResult;
-            CComPtr<IStream> mergedStream(merged);
-            CComPtr<IStream> describedStream(described);
-            EXPECT_EQ(FailureOf([&] {
-                          provider.PTMergeAndValidatePrintTicket_throws(StreamOf(queue.DefaultTicket()),
-                                                                        nullptr, kPTJobScope, mergedStream);
-                      }).first,
-                      writeResult);
-            EXPECT_EQ(merged->token, token);
-            EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
-            EXPECT_EQ(FailureOf([&] {
-                          provider.PTGetPrintCapabilities_throws(nullptr, describedStream, nullptr);
-                      }).first,
-                      writeResult);
-            EXPECT_EQ(described->token, token);
-            EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+        using Operation = std::function<void(CComPtr<IStream>&)>;
+        for (const Operation& operation :
+             {Operation([&](CComPtr<IStream>& out) {
+                  provider.PTMergeAndValidatePrintTicket_throws(StreamOf(queue.DefaultTicket()), nullptr,
+                                                                kPTJobScope, out);
+              }),
+              Operation([&](CComPtr<IStream>& out) {
+                  provider.PTGetPrintCapabilities_throws(nullptr, out, nullptr);
+              })}) {
+            for (const HRESULT writeResult : {S_OK, E_ACCESSDENIED}) {
+                const auto witness = MakeFake<WitnessStream>();
+                witness->writeResult = writeResult;
+                CComPtr<IStream> stream(witness);
+                EXPECT_EQ(FailureOf([&] { operation(stream); }).first, writeResult);
+                EXPECT_EQ(witness->token, token);
+                EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
+            }
         }
     }
-    EXPECT_EQ(OvPlatform::ThreadToken(), nullptr);
     CloseHandle(token);
     EXPECT_EQ(FailureOf([] { MsSafeHPTProvider provider(SampleQueue::name, INVALID_HANDLE_VALUE); }).first,
               HRESULT_FROM_WIN32(ERROR_INVALID_HANDLE));
-}
-
-TEST_F(MsSafeHPTProviderTest, NeedsAPrinter) {
     const auto failure = FailureOf([] { MsSafeHPTProvider provider(L"No such printer", nullptr); });
     EXPECT_EQ(failure.first, HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME));
     EXPECT_EQ(failure.second, "CPComException: MsSafeHPTProvider::MsSafeHPTProvider");
