@@ -92,7 +92,6 @@ public:
         token = OvPlatform::ThreadToken();
         return FAILED(writeResult) ? writeResult : FakePropertyStream::Write(bytes, count, written);
     }
-    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return S_OK; }
 };
 
 TEST_F(MsSafeHPTProviderTest, WorksAsTheUserAndStopsToAlsoAfterAFailure) {

