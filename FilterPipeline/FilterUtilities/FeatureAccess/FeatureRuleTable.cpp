@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <functional>
 #include <iterator>
-#include <ranges>
 
 namespace {
 
@@ -156,24 +155,21 @@ constexpr bool IsOdd(const FeatureRule& rule) { return rule.oddity != Odd::None;
 
 constexpr bool HasPlaces(const FeatureRule& rule) { return rule.reading.places.front() != Nowhere; }
 
-constexpr auto PlacesOf(const FeatureRule& rule) {
-    return rule.reading.places |
-           std::views::filter([](FeaturePlace place) { return place != FeaturePlace::Nowhere; });
-}
-
 constexpr bool HasPlacesInOrder(const FeatureRule& rule) {
     const auto& places = rule.reading.places;
     const bool hasGap = !std::ranges::is_partitioned(places, [](FeaturePlace at) { return at != Nowhere; });
-    const bool isAskedTwice = std::ranges::any_of(
-        PlacesOf(rule), [&](FeaturePlace place) { return std::ranges::count(places, place) > 1; });
+    const bool isAskedTwice = std::ranges::any_of(places, [&](FeaturePlace place) {
+        return place != Nowhere && std::ranges::count(places, place) > 1;
+    });
     const auto bytes = std::ranges::find(places, AttributeBytes);
     const bool hasMore = bytes != places.end() && bytes + 1 != places.end() && bytes[1] != Nowhere;
     return !hasGap && !isAskedTwice && !hasMore;
 }
 
 constexpr bool FitsItsPlaces(const FeatureRule& rule) {
-    return std::ranges::all_of(
-        PlacesOf(rule), [&](FeaturePlace place) { return FeaturePlaces::CanAnswer(place, rule.kind); });
+    return std::ranges::all_of(rule.reading.places, [&](FeaturePlace place) {
+        return place == Nowhere || FeaturePlaces::CanAnswer(place, rule.kind);
+    });
 }
 
 constexpr bool FitsItsDefault(const FeatureRule& rule) {
@@ -182,9 +178,9 @@ constexpr bool FitsItsDefault(const FeatureRule& rule) {
 
 // One set of words cannot be those of two places.
 constexpr bool FitsItsWords(const FeatureRule& rule) {
-    const auto hasTexts = [](FeaturePlace place) { return place != AttributeBytes; };
+    const auto hasTexts = [](FeaturePlace place) { return place == Ticket || place == DocumentSettings; };
     return rule.words.AreOfDictionary() || rule.kind == Text ||
-           std::ranges::count_if(PlacesOf(rule), hasTexts) <= 1;
+           std::ranges::count_if(rule.reading.places, hasTexts) <= 1;
 }
 
 constexpr Kind KindOf(Odd oddity) {
