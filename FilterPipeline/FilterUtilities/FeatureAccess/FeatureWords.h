@@ -15,10 +15,10 @@ public:
 
     /// Those of the dictionaries.
     constexpr FeatureWords() = default;
-    template <std::size_t Count>
-    constexpr FeatureWords(const Row (&rows)[Count]) : m_rows(rows) {}
-    template <std::size_t Count>
-    constexpr FeatureWords(const Row (&rows)[Count], FindText findText)
+    template <std::size_t count>
+    constexpr FeatureWords(const Row (&rows)[count]) : m_rows(rows) {}
+    template <std::size_t count>
+    constexpr FeatureWords(const Row (&rows)[count], FindText findText)
         : m_rows(rows), m_findText(findText) {}
 
     [[nodiscard]] constexpr bool AreOfDictionary() const { return m_rows.empty(); }
