@@ -114,6 +114,7 @@ template <typename Entry, typename Own, typename MakeKey>
 bool CompareText(const Comparison& comparison, const std::vector<const Entry*>& entries, MakeKey makeKey,
                  Own own) {
     std::vector<HashedText> keys;
+    keys.reserve(entries.size());
     std::unordered_map<std::string_view, const Entry*, PeerHash> peer;
     for (const Entry* const entry : entries)
         keys.emplace_back(makeKey(*entry));
@@ -183,6 +184,7 @@ int main() {
             return &options.GetEntryByPrintTicketName(entry.feature, entry.printTicketOptionName.view());
         });
     std::vector<CXString> wideNames;
+    wideNames.reserve(allOptions.size());
     for (const auto* option : allOptions)
         wideNames.emplace_back(option->printTicketOptionName);
     isWithinLimits &= CompareText(

@@ -19,7 +19,7 @@ void Uncover(const CXString& form, int mode) {
 }
 
 // A text comes back from its form, from no other mode's, and not from a form of which a letter is changed.
-void cover(const CXString& text, int mode, std::size_t place) {
+void Cover(const CXString& text, int mode, std::size_t place) {
     const ByteBuffer form = DataEncrypter::EncryptStringWithOrvelSimple1(text, mode);
     if (form.empty() != text.IsEmpty()) std::abort();
     ByteBuffer expected;
@@ -49,9 +49,9 @@ void cover(const CXString& text, int mode, std::size_t place) {
 // A mode and the place of a change, then the text, as one that is scrambled and as a scrambled one.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size < 2) return 0;
-    const int mode = static_cast<signed char>(data[0]);
+    const int mode = data[0] < 128 ? data[0] : data[0] - 256;
     const CXString text = TextOf(ByteBuffer(data + 2, size - 2));
     Uncover(text, mode);
-    cover(text, mode, data[1]);
+    Cover(text, mode, data[1]);
     return 0;
 }

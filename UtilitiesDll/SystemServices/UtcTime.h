@@ -22,6 +22,7 @@ public:
     /// time of day in UTC stays.
     void EnsureTimeIsWithinOneDayAfterCurrentTime();
 
+    // NOLINTNEXTLINE(modernize-use-nullptr): what the compiler writes for it
     friend auto operator<=>(const UtcTime&, const UtcTime&) noexcept = default;
 
 private:

@@ -7,7 +7,7 @@
 #include <string>
 
 namespace InternalOrvelCP {
-template <std::size_t AreaSize>
+template <std::size_t areaSize>
 class FormatStringBuffer;
 }
 

@@ -14,9 +14,9 @@ public:
     virtual void append(const char* text, std::size_t length) = 0;
 };
 
-/// Text that stands in place up to AreaSize - 2 bytes and moves into a string when it grows beyond that. The
+/// Text that stands in place up to areaSize - 2 bytes and moves into a string when it grows beyond that. The
 /// text is always terminated.
-template <std::size_t AreaSize>
+template <std::size_t areaSize>
 class FormatStringBuffer final : public IFormatStringStreamDestination {
 public:
     FormatStringBuffer() noexcept { m_area[0] = '\0'; }
@@ -33,10 +33,10 @@ public:
     /// Afterwards there is room for length bytes and a terminator at writePosition. Moves the text out of the
     /// area if the area is too small for that.
     void reserve(std::size_t length) {
-        if (!m_movedOut && AreaSize - m_used > length + 1) return;
+        if (!m_movedOut && areaSize - m_used > length + 1) return;
         if (!m_movedOut) {
             // Large enough from the start that a message which just left the area costs this allocation only.
-            m_string.reserve(std::max(2 * AreaSize, m_used + length));
+            m_string.reserve(std::max(2 * areaSize, m_used + length));
             m_string.assign(m_area, m_used);
             m_movedOut = true;
         }
@@ -49,7 +49,7 @@ public:
     [[nodiscard]] char* writePosition() noexcept { return (m_movedOut ? m_string.data() : m_area) + m_used; }
     /// The bytes that may be written at writePosition, the terminator's included.
     [[nodiscard]] std::size_t room() const noexcept {
-        return (m_movedOut ? m_string.size() + 1 : AreaSize) - m_used;
+        return (m_movedOut ? m_string.size() + 1 : areaSize) - m_used;
     }
     /// Takes over length bytes that were written at writePosition.
     void commit(std::size_t length) noexcept {
@@ -69,7 +69,7 @@ public:
     }
 
 private:
-    char m_area[AreaSize];
+    char m_area[areaSize];
     std::size_t m_used = 0;
     bool m_movedOut = false;
     std::string m_string; // its size is what has been reserved, at least m_used
