@@ -20,15 +20,12 @@ TEST(FeatureRuleTable, FindsEachRuleAndNoOther) {
         FeaturePath path;
         const FeatureRule* expected;
     } rows[] = {
-        {Option, FEAT_COPIES, nullptr},
         {Option, FEAT_MEDIA_COLOR, nullptr}, // only in its collection
-        {Option, {FEAT_FRONT_COVER, FEAT_MEDIA_COLOR}, nullptr},
         {Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}, nullptr},
         {Option, FeatureRule::anyFeature, nullptr},
         {Integer, FEAT_X1_IMAGE_SHIFT, nullptr},
         {Length, FEAT_COPIES, anyLength},
         {Collection, {FEAT_MEDIA_COL, FEAT_ANNOTATION_COL}, FindFeatureRule(Collection, FEAT_MEDIA_COL)},
-        {Time, FEAT_JOB_NAME, nullptr},
     };
     ASSERT_NE(anyLength, nullptr);
     for (const auto& row : rows)

@@ -1,123 +1,76 @@
 #include "FilterUtilities/FeatureAccess/JobUnderTest.h"
 #include "Support/Rows.h"
 
-#include <array>
-
 namespace {
 
 using namespace DataModelIds;
 
-constexpr const char* countNames[] = {"2-hole-punch", "3-hole-punch", "4-hole-punch", "hole-punch-on"};
-constexpr const char* positionFeatures[] = {"two-hole-punch-api", "three-hole-punch-api",
-                                            "four-hole-punch-api"};
-
-constexpr tagFeatureEnum features[] = {FEAT_FINISHING_HOLE_PUNCH, FEAT_FINISHING_2_HOLE_PUNCH,
-                                       FEAT_FINISHING_3_HOLE_PUNCH, FEAT_FINISHING_4_HOLE_PUNCH};
-using Values = std::array<int, 4>;
-
-// An option of the ticket: how many holes (0 are "some"), and on which side.
-struct Punch {
-    std::wstring option;
-    int holes;
-    int position; // VAL_UNSPECIFIED for no side
-    bool isLeft;
-};
-
-std::vector<Punch> AllPunches() {
-    std::vector<Punch> punches = {{L"None", -1, VAL_UNSPECIFIED, false},
-                                  {L"HolePunch", 0, VAL_UNSPECIFIED, false}};
-    const std::wstring counts[] = {L"Dual", L"Triple", L"Quad"};
-    const std::pair<std::wstring, int> sides[] = {{L"Top", VAL_FINISHING_HOLE_PUNCH_PTLR},
-                                                  {L"Left", VAL_FINISHING_HOLE_PUNCH_PLLT},
-                                                  {L"Bottom", VAL_FINISHING_HOLE_PUNCH_PBLL},
-                                                  {L"Right", VAL_FINISHING_HOLE_PUNCH_PRLB}};
-    for (int count = 0; count < 3; ++count)
-        for (const auto& [side, position] : sides)
-            punches.push_back({L"HolePunch" + counts[count] + side, count + 2, position, side == L"Left"});
-    return punches;
-}
-
-struct Device {
-    unsigned int counts;    // bits of countNames
-    unsigned int positions; // bits of positionFeatures
-};
-
-std::vector<OfferedFeature> FeaturesOf(const Device& device) {
-    OfferedFeature punch{"hole-punch-api"};
-    for (unsigned int bit = 0; bit < 4; ++bit)
-        if (device.counts >> bit & 1) punch.values.push_back(countNames[bit]);
-    std::vector<OfferedFeature> all = {punch};
-    for (unsigned int bit = 0; bit < 3; ++bit)
-        if (device.positions >> bit & 1) all.push_back({positionFeatures[bit]});
-    return all;
-}
-
-// What an option becomes: the position, if the device offers positions for that many holes; without any
-// positions, the count, for the side where holes are unless said otherwise; and plain punching only where the
-// device knows nothing else.
-Values Expected(const Punch& punch, const Device& device) {
-    Values values;
-    values.fill(VAL_UNSPECIFIED);
-    if (punch.holes == 0 && device.positions == 0 && device.counts == 8)
-        values[0] = VAL_FINISHING_HOLE_PUNCH_ON;
-    if (punch.holes < 2) return values;
-    const unsigned int bit = static_cast<unsigned int>(punch.holes) - 2;
-    if (device.positions >> bit & 1)
-        values[bit + 1] = punch.position;
-    else if (punch.isLeft && device.positions == 0 && (device.counts >> bit & 1))
-        values[0] = VAL_FINISHING_2_HOLE_PUNCH + static_cast<int>(bit);
-    return values;
-}
-
+// Which of what a device offers is asked for; what becomes of it then is the room's below.
 TEST(HolePunch, OfTheTicketBecomesWhatTheDeviceOffers) {
-    for (Device device{}; device.counts < 16; ++device.counts) {
-        for (device.positions = 0; device.positions < 8; ++device.positions) {
-            JobUnderTest job;
-            job.device = FeaturesOf(device);
-            for (const Punch& punch : AllPunches()) {
-                job.ticket.Choose(L"JobHolePunch", punch.option);
-                const Values expected = Expected(punch, device);
-                for (std::size_t at = 0; at < expected.size(); ++at) {
-                    const Answered answer = Ask(job, features[at]);
-                    ASSERT_EQ(answer.value, expected[at])
-                        << CXString(punch.option.c_str()) << ", counts " << device.counts << ", positions "
-                        << device.positions << ", feature " << features[at];
-                    ASSERT_EQ(answer.isSpecified, expected[at] != VAL_UNSPECIFIED);
-                }
-            }
-        }
+    constexpr tagFeatureEnum features[] = {FEAT_FINISHING_HOLE_PUNCH, FEAT_FINISHING_2_HOLE_PUNCH,
+                                           FEAT_FINISHING_3_HOLE_PUNCH, FEAT_FINISHING_4_HOLE_PUNCH};
+    const OfferedFeature two{"two-hole-punch-api"};
+    const OfferedFeature three{"three-hole-punch-api"};
+    const OfferedFeature four{"four-hole-punch-api"};
+    const auto punch = [](const std::vector<std::string>& counts) {
+        return OfferedFeature{"hole-punch-api", counts};
+    };
+    const OfferedFeature allCounts = punch({"2-hole-punch", "3-hole-punch", "4-hole-punch"});
+    constexpr int none = VAL_UNSPECIFIED;
+    // One value for each of the four features.
+    const Rows<std::vector<OfferedFeature>, const wchar_t*, std::vector<int>> cases{
+        {{punch({"hole-punch-on"})}, L"HolePunch", {10669, none, none, none}},
+        {{punch({"hole-punch-on"})}, L"None", {none, none, none, none}},
+        {{punch({"hole-punch-on", "2-hole-punch"})}, L"HolePunch", {none, none, none, none}},
+        {{punch({"hole-punch-on"}), two}, L"HolePunch", {none, none, none, none}},
+        {{allCounts}, L"HolePunchDualLeft", {8020, none, none, none}},
+        {{allCounts}, L"HolePunchTripleLeft", {8021, none, none, none}},
+        {{allCounts}, L"HolePunchQuadLeft", {8022, none, none, none}},
+        {{allCounts}, L"HolePunchDualTop", {none, none, none, none}},
+        {{punch({"2-hole-punch"})}, L"HolePunchTripleLeft", {none, none, none, none}},
+        {{punch({}), two, three, four}, L"HolePunchDualTop", {none, 8036, none, none}},
+        {{punch({}), two, three, four}, L"HolePunchTripleBottom", {none, none, 8037, none}},
+        {{punch({}), two, three, four}, L"HolePunchQuadRight", {none, none, none, 8038}},
+        {{allCounts, three}, L"HolePunchTripleLeft", {none, none, 8035, none}},
+        {{allCounts, three}, L"HolePunchDualLeft", {none, none, none, none}},
+    };
+    for (const auto& row : cases) {
+        const auto& [device, option, expected] = row;
+        JobUnderTest job;
+        job.device = device;
+        job.ticket.Choose(L"JobHolePunch", option);
+        std::vector<int> values;
+        for (const tagFeatureEnum feature : features)
+            values.push_back(Ask(job, feature).value);
+        EXPECT_EQ(values, expected) << &row - cases.data();
     }
 }
 
 TEST(HolePunch, ComesFromTheOtherPlacesWhereTheTicketSaysNothing) {
-    // option: null if the ticket does not know the feature
-    const Rows<const wchar_t*, const char*, std::optional<int>, bool, Answered> cases{
-        {nullptr, "3-hole-punch", 8020, false, {true, 8021, FeatureValueSource::PublicDocumentSettings}},
-        {nullptr, nullptr, 8020, false, {true, 8020, FeatureValueSource::AttributeBytes}},
-        {nullptr, nullptr, {}, false, {}},
-        {nullptr, nullptr, {}, true, {true, 8022, FeatureValueSource::FactoryDefault}},
-        {L"", "3-hole-punch", {}, false, {true, 8021, FeatureValueSource::PublicDocumentSettings}},
-        {L"Twaddle", "3-hole-punch", {}, false, {true, 8021, FeatureValueSource::PublicDocumentSettings}},
-        {L"None", "3-hole-punch", {}, false, {false, 5001, FeatureValueSource::PrintTicket}},
-        {L"None", "3-hole-punch", {}, true, {true, 8022, FeatureValueSource::FactoryDefault}},
-        {L"HolePunchDualLeft", "3-hole-punch", {}, true, {true, 8020, FeatureValueSource::PrintTicket}},
+    using enum FeatureValueSource;
+    const AttributeBytesValue two = AttributeBytesValue::FromOption(8020);
+    const Rows<std::optional<std::wstring>, Given, bool, Answered> cases{
+        {std::nullopt, {.text = "3-hole-punch", .attribute = two}, false, By(PublicDocumentSettings, 8021)},
+        {std::nullopt, {.attribute = two}, false, By(AttributeBytes, 8020)},
+        {std::nullopt, {}, true, By(FactoryDefault, 8022)},
+        {L"Twaddle", {.text = "3-hole-punch"}, false, By(PublicDocumentSettings, 8021)},
+        {L"None", {.text = "3-hole-punch"}, false, UnspecifiedBy(PrintTicket)},
+        {L"None", {.text = "3-hole-punch"}, true, By(FactoryDefault, 8022)},
+        {L"HolePunchDualLeft", {.text = "3-hole-punch"}, true, By(PrintTicket, 8020)},
     };
     for (const auto& row : cases) {
-        const auto& [option, text, attribute, isRequired, expected] = row;
-        SCOPED_TRACE(&row - cases.data());
+        const auto& [option, given, isRequired, expected] = row;
         JobUnderTest job;
         job.device = {
             {"hole-punch-api", {"2-hole-punch", "3-hole-punch", "4-hole-punch"}, isRequired, "4-hole-punch"}};
-        if (option != nullptr) job.ticket.Choose(L"JobHolePunch", option);
-        if (text != nullptr) job.AddElement("hole-punch-api", text);
-        if (attribute)
-            job.AddAttribute(FEAT_FINISHING_HOLE_PUNCH, AttributeBytesValue::FromOption(*attribute));
-        EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), expected);
+        if (option) job.ticket.Choose(L"JobHolePunch", *option);
+        job.Put(FEAT_FINISHING_HOLE_PUNCH, given);
+        EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), expected) << &row - cases.data();
     }
     JobUnderTest job;
     job.ticket.Choose(L"JobHolePunch", L"HolePunch");
     job.AddElement("hole-punch-api", "3-hole-punch");
-    EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), Answered()) << "of a device that has no puncher";
+    EXPECT_EQ(Ask(job, FEAT_FINISHING_HOLE_PUNCH), nothing) << "of a device that has no puncher";
 }
 
 } // namespace

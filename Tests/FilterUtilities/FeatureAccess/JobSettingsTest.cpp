@@ -108,12 +108,7 @@ TEST_F(JobSettingsTest, WriteIntoTheTicketOfTheManager) {
 }
 
 TEST_F(JobSettingsTest, NeedALevelThatIsMerged) {
-    try {
-        const JobSettings settings(manager, kPTPageScope, *driver);
-        FAIL();
-    } catch (const CPComException& failure) {
-        EXPECT_EQ(failure.GetHresult(), E_PENDING);
-    }
+    EXPECT_THROW(JobSettings(manager, kPTPageScope, *driver), CPComException);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <ComSupport/MsSafeCoinit.h>
+#include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <EmbeddedSettings/PrintTicketAttributeBytesReaderWriter.h>
 #include <FeatureAccess/DataModelLessFeatureAccess.h>
@@ -51,6 +52,15 @@ inline std::string DeviceDocument(const std::vector<OfferedFeature>& features) {
     return text;
 }
 
+/// What the places say of a feature, where they say anything.
+struct Given {
+    std::optional<std::wstring> option = {}; // of the ticket, which then supports the feature
+    std::optional<std::string> text = {};    // of the element in the document settings
+    std::string mark = {};                   // on that
+    std::optional<AttributeBytesValue> attribute = {};
+    std::optional<std::string> required = {}; // the factory default of a feature that the device requires
+};
+
 /// A job from its four places. What is put into the places counts until the first question.
 class JobUnderTest {
 public:
@@ -71,6 +81,15 @@ public:
     void AddAttribute(DataModelIds::tagFeatureEnum feature, const AttributeBytesValue& value) {
         attributeBytes.GetAttributeBytesIndexedListRef().AddAttributeBytes(
             AttributeBytes(AttributeBytesFeatureId(feature), value));
+    }
+
+    void Put(DataModelIds::tagFeatureEnum feature, const Given& given) {
+        const auto& names = NativeXmlConfigFeatureDictionary::Instance()->GetEntry(feature);
+        const std::string name(names.cpssFeatureName.view());
+        if (given.option) ticket.Choose(std::wstring(names.printTicketFeatureName.View()), *given.option);
+        if (given.text) AddElement(name, *given.text, given.mark);
+        if (given.attribute) AddAttribute(feature, *given.attribute);
+        if (given.required) device.push_back({name, {}, true, *given.required});
     }
 
     DataModelLessFeatureAccess& Access() {
