@@ -30,42 +30,29 @@ struct FilterJobServices : testing::Test {
     }
 };
 
-TEST_F(FilterJobServices, DestinationFollowsThePort) {
-    const Rows<const wchar_t*, int, bool, const wchar_t*> cases{
-        {L"LPT1:", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
-        {L"192.0.2.7", MsRenderFilterBase::OutputDestinationDevicePort, false, L""},
-        {L"NUL:", MsRenderFilterBase::OutputDestinationNulPort, false, L""},
-        {L"file:", MsRenderFilterBase::OutputDestinationFilePort, true, L""},
-        {L"C:\\spool\\out.prn", MsRenderFilterBase::OutputDestinationPathPort, true, L"C:\\spool\\out.prn"},
+TEST_F(FilterJobServices, DestinationIsTheFileOfTheJobOrFollowsThePort) {
+    using Filter = MsRenderFilterBase;
+    const Rows<const wchar_t*, const wchar_t*, int, bool, const wchar_t*> cases{
+        {L"192.0.2.7", nullptr, Filter::OutputDestinationDevicePort, false, L""},
+        {L"NUL:", nullptr, Filter::OutputDestinationNulPort, false, L""},
+        {L"file:", nullptr, Filter::OutputDestinationFilePort, true, L""},
+        {L"file:", L"  ", Filter::OutputDestinationFilePort, true, L"  "},
+        {L"C:\\spool\\out.prn", nullptr, Filter::OutputDestinationPathPort, true, L"C:\\spool\\out.prn"},
+        {L"LPT1:", L"/tmp/out.prn", Filter::OutputDestinationNamedFile, true, L"/tmp/out.prn"},
     };
-    for (const auto& [port, destination, isFile, fileName] : cases) {
+    for (const auto& [port, ofJob, destination, isFile, fileName] : cases) {
+        SCOPED_TRACE(destination);
         FilterJob job(port);
+        if (ofJob != nullptr) job.bag->SetString(L"PrintOutputFileName", ofJob);
         const auto filter = Initialized(job);
-        EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationNotYetDetermined);
-        EXPECT_EQ(filter->IsJobDefinitelyBeingPrintedToFile(), isFile) << destination;
+        EXPECT_EQ(filter->GetOutputDestinationEnum(), Filter::OutputDestinationNotYetDetermined);
+        EXPECT_TRUE(filter->GetOutputFilenameIfKnown().IsEmpty());
+        for (int time = 0; time < 2; ++time)
+            EXPECT_EQ(filter->IsJobDefinitelyBeingPrintedToFile(), isFile);
         EXPECT_EQ(filter->GetOutputDestinationEnum(), destination);
         EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), fileName);
+        EXPECT_EQ(job.bag->reads, std::vector<std::wstring>{L"PrintOutputFileName"}) << "read once";
     }
-}
-
-TEST_F(FilterJobServices, FileNameOfTheJobDecidesAndIsReadOnce) {
-    FilterJob job;
-    job.bag->SetString(L"PrintOutputFileName", L"/tmp/out.prn");
-    const auto filter = Initialized(job);
-    EXPECT_TRUE(filter->GetOutputFilenameIfKnown().IsEmpty());
-    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
-    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
-    EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationNamedFile);
-    EXPECT_STREQ(filter->GetOutputFilenameIfKnown(), L"/tmp/out.prn");
-    EXPECT_EQ(job.bag->reads, std::vector<std::wstring>{L"PrintOutputFileName"});
-}
-
-TEST_F(FilterJobServices, BlankFileNameLeavesItToThePort) {
-    FilterJob job(L"FILE:");
-    job.bag->SetString(L"PrintOutputFileName", L"  ");
-    const auto filter = Initialized(job);
-    EXPECT_TRUE(filter->IsJobDefinitelyBeingPrintedToFile());
-    EXPECT_EQ(filter->GetOutputDestinationEnum(), MsRenderFilterBase::OutputDestinationFilePort);
 }
 
 TEST_F(FilterJobServices, PrinterThatCannotBeAskedIsUnknown) {
@@ -98,6 +85,8 @@ TEST_F(FilterJobServices, TicketManagerReportsWhatIsWrong) {
     FilterJob job;
     const auto filter = Initialized(job);
     job.bag->SetObject(L"PerUserPrintTicket", MakeFake<MemoryReadStream>("")); // no factory
+    EXPECT_EQ(filter->InitializePrintTicketManager(), E_NOINTERFACE);
+    job.bag->SetNumber(L"PerUserPrintTicket", 7); // and no object
     EXPECT_EQ(filter->InitializePrintTicketManager(), E_NOINTERFACE);
     job.userTicket->result = E_ABORT;
     job.bag->SetObject(L"PerUserPrintTicket", job.userTicket);
@@ -141,11 +130,10 @@ TEST_F(FilterJobServices, SettingsOfTheJobHaveTheNamesThatTheSpoolerKnows) {
 
 TEST_F(FilterJobServices, PropertyBagsAreThoseOfThePipeline) {
     FilterJob job;
-    const auto filter = Initialized(job);
+    auto filter = Initialized(job);
     EXPECT_FALSE(filter->GetDriverPropertyBagAccess());
     EXPECT_FALSE(filter->GetQueuePropertyBagAccess());
     EXPECT_EQ(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), nullptr);
-
     job.bag->SetObject(L"DriverPropertyBag", MakeFake<MemoryReadStream>("")); // of the wrong kind
     EXPECT_FALSE(filter->GetDriverPropertyBagAccess());
 
@@ -155,61 +143,22 @@ TEST_F(FilterJobServices, PropertyBagsAreThoseOfThePipeline) {
     queueBag->SetInt32(CComBSTR(L"Number"), 2);
     job.bag->SetObject(L"DriverPropertyBag", driverBag);
     job.bag->SetObject(L"QueuePropertyBag", queueBag);
-    EXPECT_EQ(filter->GetDriverPropertyBagAccess()->GetPrinterPropertyBagInteger(CXString(L"Number")), 1);
-    EXPECT_EQ(filter->GetQueuePropertyBagAccess()->GetPrinterPropertyBagInteger(CXString(L"Number")), 2);
-    EXPECT_EQ(driverBag->References(), 2u); // the test's and the pipeline's
+    {
+        const auto access = filter->GetDriverPropertyBagAccess();
+        EXPECT_EQ(access->GetPrinterPropertyBagInteger(CXString(L"Number")), 1);
+        EXPECT_EQ(driverBag->References(), 3u) << "the test's, the pipeline's and that of the access";
+    }
+    EXPECT_EQ(driverBag->References(), 2u);
 
     OrvelDriverPropertyBag* const bag = filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse();
     ASSERT_NE(bag, nullptr);
     EXPECT_EQ(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), bag);
-}
-
-// Makes a bag whenever it is asked for one, and keeps none.
-class BagMaker : public FakePropertyBag {
-public:
-    class Bag : public FakePrinterPropertyBag {
-    public:
-        explicit Bag(int& alive) : m_alive(++alive) {}
-        ~Bag() override { --m_alive; }
-
-    private:
-        int& m_alive;
-    };
-
-    HRESULT STDMETHODCALLTYPE GetProperty(PCWSTR name, VARIANT* value) override {
-        if (std::wstring_view(name) != L"DriverPropertyBag" && std::wstring_view(name) != L"QueuePropertyBag")
-            return FakePropertyBag::GetProperty(name, value);
-        CComPtr<Bag> bag = MakeFake<Bag>(alive);
-        bag->SetInt32(CComBSTR(L"Number"), 3);
-        value->vt = VT_UNKNOWN;
-        value->punkVal = bag.Detach();
-        return S_OK;
-    }
-
-    int alive = 0;
-};
-
-TEST_F(FilterJobServices, ABagLivesAsLongAsItsAccess) {
-    FilterJob job;
-    const auto maker = MakeFake<BagMaker>();
-    maker->SetString(L"PrinterName", SampleQueue::name);
-    maker->SetHandle(L"PrinterHandle", job.queue.handle);
-    maker->SetHandle(L"UserSecurityToken", nullptr);
-    maker->SetNumber(L"PrintJobId", 7);
-    job.bag = static_cast<FakePropertyBag*>(maker.p);
-    auto filter = Initialized(job);
-    auto driverBag = filter->GetDriverPropertyBagAccess();
-    const auto queueBag = filter->GetQueuePropertyBagAccess();
-    EXPECT_EQ(maker->alive, 2);
-    EXPECT_EQ(driverBag->GetPrinterPropertyBagInteger(CXString(L"Number")), 3);
-    driverBag.reset();
-    EXPECT_EQ(maker->alive, 1);
-
-    ASSERT_NE(filter->GetOrCreateOrvelDriverPropertyBagOnFirstUse(), nullptr);
-    EXPECT_EQ(maker->alive, 2);
+    EXPECT_EQ(driverBag->References(), 3u);
+    const auto ofQueue = filter->GetQueuePropertyBagAccess();
     filter.Release();
-    EXPECT_EQ(maker->alive, 1) << "the filter is gone, the access it gave away is not";
-    EXPECT_EQ(queueBag->GetPrinterPropertyBagInteger(CXString(L"Number")), 3);
+    EXPECT_EQ(driverBag->References(), 2u);
+    EXPECT_EQ(queueBag->References(), 3u) << "the filter is gone, the access it gave away is not";
+    EXPECT_EQ(ofQueue->GetPrinterPropertyBagInteger(CXString(L"Number")), 2);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "Support/FilterJob.h"
 #include "Support/ReportRecorder.h"
+#include "Support/Rows.h"
 
 #include <Filter/XpsInStreamOutFilterBase.h>
 
@@ -104,32 +105,43 @@ TEST_F(XpsLoop, PassesAJobOnInOrder) {
     EXPECT_EQ(filter->lastFixedDocument, static_cast<IFixedDocument*>(secondDocument));
 }
 
-TEST_F(XpsLoop, TellsNothingOfAJobWithoutPages) {
-    provider->parts = {document.p, sequence.p, fixedDocument.p};
-    EXPECT_EQ(RunJob(), S_OK);
-    EXPECT_EQ(filter->journal, Journal{"finalize"});
-    EXPECT_EQ(consumer->journal, Journal{"close"});
-    EXPECT_EQ(filter->m_fixedDocumentCount, 1u);
-    EXPECT_EQ(fixedDocument->References(), 3u); // the test's, the provider's, and the one that waits
-    filter.Release();
-    EXPECT_EQ(fixedDocument->References(), 2u);
-    EXPECT_EQ(document->References(), 2u);
-}
-
-TEST_F(XpsLoop, OnlyTheLastOfSeveralHeldPartsIsSeen) {
+TEST_F(XpsLoop, PartsThatWaitForAPageAreSeenWithIt) {
     const auto secondDocument = MakeFake<FakeFixedDocument>();
-    provider->parts = {document.p, sequence.p, fixedDocument.p, secondDocument.p, page.p};
-    EXPECT_EQ(RunJob(), S_OK);
-    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page", "finalize"}));
-    EXPECT_EQ(filter->lastFixedDocument, static_cast<IFixedDocument*>(secondDocument));
-    EXPECT_EQ(filter->m_fixedDocumentCount, 2u);
-}
-
-TEST_F(XpsLoop, PageNeedsADocumentAheadOfIt) {
-    provider->parts = {sequence.p, fixedDocument.p, page.p};
-    EXPECT_EQ(RunJob(), E_POINTER);
-    EXPECT_EQ(filter->journal, Journal{"document"});
-    EXPECT_EQ(consumer->journal, Journal{"close"});
+    const CComPtr<IUnknown> unknown = MakeFake<FakeUnknownPart>().p;
+    const Journal whole{"document", "sequence", "fixed document", "page", "finalize"};
+    const Rows<const char*, std::vector<CComPtr<IUnknown>>, HRESULT, Journal, Journal> cases{
+        {"only the last of several",
+         {document.p, sequence.p, fixedDocument.p, secondDocument.p, page.p},
+         S_OK,
+         whole,
+         {"document", "sequence", "fixed document", "page", "close"}},
+        {"none without a document ahead",
+         {sequence.p, fixedDocument.p, page.p},
+         E_POINTER,
+         {"document"},
+         {"close"}},
+        {"an unknown one overtakes them",
+         {document.p, unknown, sequence.p, fixedDocument.p, page.p},
+         S_OK,
+         whole,
+         {"unknown", "document", "sequence", "fixed document", "page", "close"}},
+        {"none without a page", {document.p, sequence.p, fixedDocument.p}, S_OK, {"finalize"}, {"close"}},
+    };
+    for (const auto& [what, parts, result, steps, sent] : cases) {
+        SCOPED_TRACE(what);
+        XpsFilterBaseTest test;
+        test.provider->parts = parts;
+        test.consumer->sendUnknownResult = E_FAIL; // does not matter
+        EXPECT_EQ(test.RunJob(), result);
+        EXPECT_EQ(test.filter->journal, steps);
+        EXPECT_EQ(test.consumer->journal, sent);
+        EXPECT_EQ(test.filter->m_fixedDocumentCount, std::ranges::count_if(parts, [](const auto& part) {
+                      return CComQIPtr<IFixedDocument>(part) != nullptr;
+                  }));
+        if (test.filter->lastFixedDocument != nullptr) {
+            EXPECT_EQ(test.filter->lastFixedDocument == secondDocument, parts[3] == secondDocument.p);
+        }
+    }
 }
 
 TEST_F(StreamOutLoop, PageNeedsNothingAheadOfIt) {
@@ -139,23 +151,6 @@ TEST_F(StreamOutLoop, PageNeedsNothingAheadOfIt) {
               (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
     EXPECT_EQ(stream->timesClosed, 1);
     EXPECT_TRUE(consumer->journal.empty());
-}
-
-TEST_F(XpsLoop, UnknownPartsOvertakeTheHeldOnes) {
-    provider->parts = {document.p, MakeFake<FakeUnknownPart>().p, sequence.p, fixedDocument.p, page.p};
-    consumer->sendUnknownResult = E_FAIL; // does not matter
-    EXPECT_EQ(RunJob(), S_OK);
-    EXPECT_EQ(consumer->journal,
-              (Journal{"unknown", "document", "sequence", "fixed document", "page", "close"}));
-}
-
-TEST_F(XpsLoop, FailingProviderEndsTheJob) {
-    provider->failAt = 4;
-    provider->failure = E_ABORT;
-    EXPECT_EQ(RunJob(), E_ABORT);
-    EXPECT_EQ(filter->journal, (Journal{"document", "sequence", "fixed document", "page"}));
-    EXPECT_EQ(consumer->journal.back(), "close");
-    EXPECT_NE(filter->GetPTManagerPtr(), nullptr); // until the filter dies
 }
 
 TEST(XpsFilterBase, FailingStepEndsTheJobAndClosesTheWriter) {
@@ -171,15 +166,25 @@ TEST(XpsFilterBase, FailingStepEndsTheJobAndClosesTheWriter) {
     }
 }
 
-TEST_F(XpsLoop, FailingSendIsTheResult) {
-    consumer->sendResult = E_ABORT;
-    EXPECT_EQ(RunJob(), E_ABORT);
-    EXPECT_EQ(consumer->journal, (Journal{"document", "close"}));
-}
-
-TEST_F(XpsLoop, FailureAtTheEndDoesNotCount) {
+TEST_F(XpsLoop, FailingProviderOrSendIsTheResultAndAFailureAtTheEndIsNot) {
     filter->during["finalize"] = [] { return E_FAIL; };
     EXPECT_EQ(RunJob(), S_OK);
+    provider->asked = 0;
+    provider->failAt = 4;
+    provider->failure = E_ABORT;
+    EXPECT_EQ(RunJob(), E_ABORT);
+    EXPECT_EQ(filter->journal.back(), "page");
+    EXPECT_EQ(consumer->journal.back(), "close");
+    EXPECT_NE(filter->GetPTManagerPtr(), nullptr); // until the filter dies
+
+    XpsFilterBaseTest other;
+    other.consumer->sendResult = E_PENDING;
+    EXPECT_EQ(other.RunJob(), E_PENDING);
+    EXPECT_EQ(other.consumer->journal, (Journal{"document", "close"}));
+
+    XpsFilterBaseTest atOnce;
+    atOnce.provider->failAt = 0;
+    EXPECT_EQ(atOnce.RunJob(), atOnce.provider->failure);
 }
 
 TEST_F(XpsLoop, UnreadableUserTicketEndsTheJobAheadOfItsParts) {
@@ -215,17 +220,6 @@ TEST(XpsFilterBase, ShutdownDuringTheFlushLeavesTheRest) {
     }
 }
 
-TEST_F(XpsLoop, ShutdownBetweenPartsEndsTheJobWithSuccess) {
-    provider->parts.insert(provider->parts.end(), {page.p, page.p});
-    provider->beforePart = [&](std::size_t index) {
-        if (index == 5) filter->ShutdownOperation();
-    };
-    EXPECT_EQ(RunJob(), S_OK);
-    EXPECT_EQ(filter->journal,
-              (Journal{"document", "sequence", "fixed document", "page", "page", "finalize"}));
-    EXPECT_EQ(consumer->journal.back(), "close");
-}
-
 TEST_F(XpsLoop, ShutdownAheadOfTheStartLeavesNothingToDo) {
     ASSERT_EQ(filter->InitializeFilter(communicator, job.bag, job.control), S_OK);
     EXPECT_EQ(filter->ShutdownOperation(), S_OK);
@@ -247,9 +241,8 @@ TEST_F(XpsLoop, ReportsOfAStepNameTheLoop) {
     report();
     ASSERT_EQ(ReportRecorder::reports().size(), 2u);
     const std::string& within = ReportRecorder::reports()[0].text;
-    EXPECT_NE(within.find("XpsFilterBase::StartOperation_throws"), std::string::npos) << within;
-    EXPECT_NE(within.find("code 31676"), std::string::npos) << within;
-    EXPECT_NE(within.find("RecordingFilter"), std::string::npos) << within;
+    for (const char* const part : {"XpsFilterBase::StartOperation_throws", "code 31676", "RecordingFilter"})
+        EXPECT_NE(within.find(part), std::string::npos) << within;
     EXPECT_EQ(ReportRecorder::reports()[1].text.find("31676"), std::string::npos);
 }
 
@@ -268,7 +261,6 @@ TEST_F(XpsLoop, ShutdownFromAnotherThreadEndsARunningJob) {
     other.join();
     EXPECT_EQ(filter->journal.back(), "finalize");
     EXPECT_EQ(consumer->journal.back(), "close");
-    EXPECT_FALSE(filter->IsAlive());
 }
 
 // The second thread comes while the flush is within its first step, and is through when the step returns.
