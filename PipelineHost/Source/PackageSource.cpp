@@ -271,6 +271,7 @@ std::vector<PageResource> PackageSource::ResourcesOf(const Part& page,
             Skip(page.name, relationship);
     }
     // What a dictionary uses, its page uses; dictionaries may lead to dictionaries.
+    // NOLINTNEXTLINE(modernize-loop-convert): there are more of them with each that is taken
     for (std::size_t i = 0; i < resources.size(); ++i) {
         const Part& part = *resources[i].stored;
         if (KindOf(part.contentType, part.name) != PartKind::ResourceDictionary) continue;

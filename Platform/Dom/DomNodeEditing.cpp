@@ -70,7 +70,7 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
     DomNodeObject* object = Behind(child);
     if (object == nullptr) return E_INVALIDARG;
     xmlNode* node = object->m_node;
-    if (node == before) before = node->next;
+    if (before != nullptr && before == node) before = node->next;
 
     if (node->type == XML_DOCUMENT_FRAG_NODE) {
         bool hasElement = false;

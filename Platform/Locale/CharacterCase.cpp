@@ -15,14 +15,14 @@
 namespace OvPlatform {
 
 wchar_t SimpleLower(wchar_t unit) noexcept {
-    const auto value = static_cast<std::uint32_t>(unit);
+    const auto value = static_cast<std::uint32_t>(unit); // NOLINT(bugprone-signed-char-misuse): a UTF-16 unit
     if (value < 0x80) return value >= 'A' && value <= 'Z' ? static_cast<wchar_t>(value + 0x20) : unit;
     const auto lower = static_cast<std::uint32_t>(u_tolower(static_cast<UChar32>(value)));
     return lower <= 0xFFFF ? static_cast<wchar_t>(lower) : unit;
 }
 
 wchar_t SimpleUpper(wchar_t unit) noexcept {
-    const auto value = static_cast<std::uint32_t>(unit);
+    const auto value = static_cast<std::uint32_t>(unit); // NOLINT(bugprone-signed-char-misuse): a UTF-16 unit
     if (value < 0x80) return value >= 'a' && value <= 'z' ? static_cast<wchar_t>(value - 0x20) : unit;
     const auto upper = static_cast<std::uint32_t>(u_toupper(static_cast<UChar32>(value)));
     return upper <= 0xFFFF ? static_cast<wchar_t>(upper) : unit;
