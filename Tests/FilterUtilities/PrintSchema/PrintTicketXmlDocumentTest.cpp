@@ -83,9 +83,10 @@ TEST(PrintTicketXmlDocument, TellsTheOptionOfAFeature) {
 
 TEST(PrintTicketXmlDocument, StripsTheKnownPrefixesOfOtherOptions) {
     const OpenTicket ticket = SampleTicket();
+    CComBSTR border;
     CComBSTR sub;
-    EXPECT_EQ(ticket.GetSubFeatureOption(L"DocumentNUp", true, L"Border", false, &sub), S_OK);
-    EXPECT_EQ(TextOf(sub), "Thin");
+    EXPECT_EQ(ticket.GetSubFeatureOption(L"DocumentNUp", true, L"Border", false, &border), S_OK);
+    EXPECT_EQ(TextOf(border), "Thin");
     EXPECT_EQ(ticket.GetSubFeatureOption(L"DocumentNUp", true, L"Border", true, &sub), E_ELEMENT_NOT_FOUND);
     EXPECT_EQ(ticket.GetSubFeatureOption(L"PageMediaSize", true, L"Border", false, &sub),
               E_ELEMENT_NOT_FOUND);
@@ -185,9 +186,11 @@ TEST(PrintTicketXmlDocument, CreatesElementsOutsideTheTree) {
     for (const auto& [xpath, found] : cases)
         EXPECT_EQ(OutsideView(ticket, xpath), found) << xpath;
 
+    CComPtr<IXMLDOMElement> unmade;
+    CComPtr<IXMLDOMElement> unmadeOption;
     const Rows<std::function<HRESULT()>, HRESULT> refused{
         {[&] { return ticket.AppendStringParameterInit(L"psk:", L"A", L""); }, E_INVALIDARG},
-        {[&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &feature, &option); },
+        {[&] { return ticket.CreateFeatureOptionPair(L"A", true, L"", true, &unmade, &unmadeOption); },
          E_INVALIDARG},
         {[&] { return ticket.AppendToElement(L"", bare); }, E_INVALIDARG},
         {[&] { return ticket.AppendToElement(L"Feature", bare); }, E_FAIL},
