@@ -1,0 +1,13 @@
+#pragma once
+
+class CXString;
+class JobQuestions;
+
+/// PJL for the families that have words of their own for job handling.
+namespace JobHandlingLines {
+
+/// Appends the job type and the names of job and user. A personal saved job may have another name.
+/// normalPrint: the line of a job that is none of the special ones.
+void Append(CXString& pjl, const JobQuestions& job, const wchar_t* normalPrint);
+
+} // namespace JobHandlingLines
