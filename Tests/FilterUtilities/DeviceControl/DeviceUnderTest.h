@@ -1,38 +1,13 @@
 #pragma once
 
+#include "Support/DeviceBag.h"
 #include "Support/InApartment.h"
 #include "Support/TableFeatureAccess.h"
 
 #include <DeviceControl/PrintInstructionGenerator.h>
-#include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <string>
-
-/// A bag with the two documents that a device brings with it.
-class DeviceBag final : public IPrinterPropertyBagAccess {
-public:
-    CPString productData;
-    CPString deviceCapabilities;
-
-    bool IsPropertyBagNull() override { return false; }
-    bool GetPrinterPropertyBagBool(const CXString&) const override { return false; }
-    int GetPrinterPropertyBagInteger(const CXString&) const override { return 0; }
-    void GetPrinterPropertyBagString(const CXString&, CXString& out) const override { out.Empty(); }
-    void GetPrinterPropertyBagBytes(const CXString&, ByteBuffer& out) const override { out.clear(); }
-    void GetPrinterPropertyBagStreamBuffer(const CXString&, ByteBuffer& out) const override { out.clear(); }
-    void GetPrinterPropertyBagStreamAsCPString(const CXString& key, CPString& out) const override {
-        out = key == OrvelDriverPropertyBag::productDataPropertyName ? productData : deviceCapabilities;
-    }
-    void GetPrinterPropertyBagCompressedStreamBuffer(const CXString&, ByteBuffer& out) const override {
-        out.clear();
-    }
-    void SetPrinterPropertyBagBool(const CXString&, bool) override {}
-    void SetPrinterPropertyBagInteger(const CXString&, int) override {}
-    void SetPrinterPropertyBagString(const CXString&, const CXString&) override {}
-    void SetPrinterPropertyBagBytes(const CXString&, const ByteBuffer&) override {}
-    void SetPrinterPropertyBagStreamBuffer(const CXString&, const ByteBuffer&) override {}
-};
 
 /// The three texts of a family, as UTF-8.
 struct Instructions {

@@ -1,41 +1,12 @@
+#include "Support/DeviceBag.h"
 #include "Support/InApartment.h"
 #include "Support/Rows.h"
 
-#include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-/// A bag whose two stream properties may be missing; counts how often it is read.
-class StreamBag final : public IPrinterPropertyBagAccess {
-public:
-    CPString productData;
-    CPString deviceCapabilities;
-    mutable int reads = 0;
-
-    bool IsPropertyBagNull() override { return false; }
-    bool GetPrinterPropertyBagBool(const CXString&) const override { return false; }
-    int GetPrinterPropertyBagInteger(const CXString&) const override { return 0; }
-    void GetPrinterPropertyBagString(const CXString&, CXString& out) const override { out.Empty(); }
-    void GetPrinterPropertyBagBytes(const CXString&, ByteBuffer& out) const override { out.clear(); }
-    void GetPrinterPropertyBagStreamBuffer(const CXString&, ByteBuffer& out) const override { out.clear(); }
-    void GetPrinterPropertyBagStreamAsCPString(const CXString& key, CPString& out) const override {
-        ++reads;
-        out.clear();
-        if (key == L"ProductData") out = productData;
-        if (key == L"DeviceCapabilities") out = deviceCapabilities;
-    }
-    void GetPrinterPropertyBagCompressedStreamBuffer(const CXString&, ByteBuffer& out) const override {
-        out.clear();
-    }
-    void SetPrinterPropertyBagBool(const CXString&, bool) override {}
-    void SetPrinterPropertyBagInteger(const CXString&, int) override {}
-    void SetPrinterPropertyBagString(const CXString&, const CXString&) override {}
-    void SetPrinterPropertyBagBytes(const CXString&, const ByteBuffer&) override {}
-    void SetPrinterPropertyBagStreamBuffer(const CXString&, const ByteBuffer&) override {}
-};
 
 class DriverOfADevice : public InApartment<> {
 protected:
@@ -44,7 +15,7 @@ protected:
             CPString("<DeviceCapabilities version='1.0'>" + features + "</DeviceCapabilities>");
     }
 
-    StreamBag m_bag;
+    DeviceBag m_bag;
     OrvelDriverPropertyBag m_driver{m_bag};
 };
 
