@@ -36,11 +36,17 @@ function(ov_sources variable)
     set(${variable} ${found} PARENT_SCOPE)
 endfunction()
 
-# ov_floor(<target> <export macro> [PUBLIC libraries...] [PRIVATE libraries...]): a shared library out of the rooms below the current folder.
+# ov_floor(<target> <export macro> [DESCRIPTION text] [PUBLIC libraries...] [PRIVATE libraries...]): a shared library
+# out of the rooms below the current folder; on Windows of just that name, with a version resource.
 function(ov_floor target export_macro)
-    cmake_parse_arguments(floor "" "" "PUBLIC;PRIVATE" ${ARGN})
+    cmake_parse_arguments(floor "" "DESCRIPTION" "PUBLIC;PRIVATE" ${ARGN})
     ov_sources(sources)
     add_library(${target} SHARED ${sources})
+    if(WIN32)
+        configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.rc.in ${target}.rc @ONLY)
+        target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+        set_target_properties(${target} PROPERTIES PREFIX "") # the import library keeps the toolchain's
+    endif()
     target_compile_definitions(${target} PRIVATE ${export_macro}_BUILD)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
     target_link_libraries(${target} PUBLIC ${floor_PUBLIC}
@@ -53,6 +59,19 @@ function(ov_install)
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endfunction()
+
+# ov_compiler_runtime(<variable>): the DLLs of the compiler that programs for Windows need beside them.
+function(ov_compiler_runtime variable)
+    foreach(name libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
+            OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE)
+        if(NOT IS_ABSOLUTE ${file}) # the bare name comes back of what is not there
+            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} has no ${name}.")
+        endif()
+        list(APPEND files ${file})
+    endforeach()
+    set(${variable} ${files} PARENT_SCOPE)
 endfunction()
 
 # ov_install_rooms(<target>): the headers of a floor, each in its room.
