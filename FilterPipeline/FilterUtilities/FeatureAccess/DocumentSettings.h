@@ -50,7 +50,7 @@ private:
     using Names = std::span<const CXString* const>;
     using Index = std::optional<unsigned int>;
     /// Null if there is none.
-    struct Element {
+    struct OV_FILTER_UTILITIES_API Element {
         XmlDomNode::Pointer node = {};
         bool isSpecified = true;
 

@@ -44,7 +44,7 @@ private:
         CComBSTR uri;
         CComPtr<IPartBase> part;
     };
-    struct ByUnits {
+    struct OV_FILTER_UTILITIES_API ByUnits {
         bool operator()(const CComBSTR& left, const CComBSTR& right) const;
     };
     using Entries = std::map<CComBSTR, Entry, ByUnits>;
