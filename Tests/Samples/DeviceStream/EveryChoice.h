@@ -1,0 +1,107 @@
+#pragma once
+
+#include "Support/DeviceBag.h"
+#include "Support/TableFeatureAccess.h"
+
+#include <DataModel/ValueNameTable.h>
+#include <DeviceControl/PrintInstructionGenerator.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
+
+#include <set>
+#include <string>
+
+/// Runs a family once for each value of each option that it asks for, also of those that it asks for only
+/// where another has a certain value, and keeps what it writes. Knows nothing of the family's tables.
+class EveryChoice {
+public:
+    using Family = void (*)(PrintInstructionGenerator&, CXString&, CXString&, CXString&);
+
+    EveryChoice(Family family, const DeviceBag& device) : m_family(family), m_bag(device) {}
+
+    using Features = std::vector<DataModelIds::tagFeatureEnum>; // from the outermost collection
+    using Filter = bool (*)(const Features&);
+
+    /// What else a job says is as in `job`. filter: which options.
+    void Walk(
+        const TableFeatureAccess& job, Filter filter = [](const Features&) { return true; }) {
+        m_met.clear();
+        m_filter = filter;
+        m_waiting = {Job(job)};
+        while (!m_waiting.empty()) {
+            Job next = std::move(m_waiting.back());
+            m_waiting.pop_back();
+            WalkNew(next);
+        }
+    }
+
+    std::set<std::string> pjl;
+    std::set<std::string> setup;
+    std::set<std::string> trailers;
+
+private:
+    using tagValueEnum = DataModelIds::tagValueEnum;
+
+    struct Job : TableFeatureAccess {
+        explicit Job(const TableFeatureAccess& job) : TableFeatureAccess(job) {}
+
+        SimpleOptionValue GetOptionValue(tagFeatureEnum feature) const override {
+            asked.insert({feature});
+            return TableFeatureAccess::GetOptionValue(feature);
+        }
+        SimpleOptionValue GetOptionValueWithContext(tagFeatureEnum outer, tagFeatureEnum inner,
+                                                    tagFeatureEnum feature) const override {
+            asked.insert({outer, inner, feature});
+            return TableFeatureAccess::GetOptionValueWithContext(outer, inner, feature);
+        }
+        SimpleOptionValue GetOptionValueWithContext(tagFeatureEnum outer,
+                                                    tagFeatureEnum feature) const override {
+            asked.insert({outer, feature});
+            return TableFeatureAccess::GetOptionValueWithContext(outer, feature);
+        }
+
+        mutable std::set<Features> asked;
+    };
+
+    static FeaturePath PathOf(const Features& features) {
+        return features.size() == 1   ? FeaturePath(features[0])
+               : features.size() == 2 ? FeaturePath(features[0], features[1])
+                                      : FeaturePath(features[0], features[1], features[2]);
+    }
+
+    void WalkNew(Job& job) {
+        Write(job);
+        const auto all = job.asked;
+        for (const auto& features : all) {
+            if (!m_filter(features) || !m_met.insert(features).second) continue;
+            for (const auto& value : GetValueNames()) {
+                job.asked.clear();
+                job.Choose(PathOf(features), value.id);
+                Write(job);
+                for (const auto& asked : job.asked)
+                    if (!all.contains(asked) && !m_met.contains(asked)) {
+                        m_waiting.push_back(job);
+                        break;
+                    }
+            }
+            job.Choose(PathOf(features), DataModelIds::VAL_UNSPECIFIED);
+        }
+    }
+
+    void Write(Job& job) {
+        OrvelDriverPropertyBag device(m_bag);
+        PrintInstructionGenerator generator(job, device);
+        CXString first;
+        CXString second;
+        CXString third;
+        m_family(generator, first, second, third);
+        pjl.insert(CPStringUtils::narrowToStdString(first));
+        setup.insert(CPStringUtils::narrowToStdString(second));
+        trailers.insert(CPStringUtils::narrowToStdString(third));
+    }
+
+    Family m_family;
+    DeviceBag m_bag;
+    Filter m_filter = nullptr;
+    std::set<Features> m_met;
+    std::vector<Job> m_waiting;
+};
