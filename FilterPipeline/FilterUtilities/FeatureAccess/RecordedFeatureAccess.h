@@ -1,37 +1,33 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
-#include "FeatureAccess/IFilterFeatureAccess.h"
+#include "FeatureAccess/ForwardedFeatureAccess.h"
 #include "FeatureAccess/RecordedAnswer.h"
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 /// Answers as another access does, and remembers what it was asked: so that who writes a line for the device
 /// can say why it stands. Recorded are the questions about the job; support, factory defaults, names and what
 /// is set pass through. A question that throws is not recorded, and a secret's value never is.
-class OV_FILTER_UTILITIES_API RecordedFeatureAccess final : public IFilterFeatureAccess {
+class OV_FILTER_UTILITIES_API RecordedFeatureAccess final : public ForwardedFeatureAccess {
 public:
     /// Tells which place decided, by asking again.
     using SourceOf = std::function<FeatureValueSource(const FeatureQuestion&)>;
 
     /// The access must outlive this object. Without the function, no source is known.
     explicit RecordedFeatureAccess(IFilterFeatureAccess& access, SourceOf sourceOf = {});
-    RecordedFeatureAccess(const RecordedFeatureAccess&) = delete;
-    RecordedFeatureAccess& operator=(const RecordedFeatureAccess&) = delete;
     ~RecordedFeatureAccess() override;
 
     /// In the order of the questions.
     [[nodiscard]] const std::vector<RecordedAnswer>& Answers() const { return m_answers; }
     void Forget() { m_answers.clear(); }
 
-    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum grandparent, tagFeatureEnum parent,
-                                          tagFeatureEnum feature) const override;
-    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum parent, tagFeatureEnum feature) const override;
-    [[nodiscard]] bool IsSupportedFeature(tagFeatureEnum feature) const override;
-    [[nodiscard]] CXString GetPrintJobDocumentName() const override;
-    [[nodiscard]] CXString GetPrintJobUserName() const override;
-    [[nodiscard]] CXString GetPrintJobUserDomainName() const override;
+    /// From now on this question is answered as if nobody had said anything; it is recorded as such. So that
+    /// who asks again finds what depends on it.
+    void Withhold(const FeatureQuestion& question) { m_withheld = question; }
+
     bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum grandparent, tagFeatureEnum parent,
                               tagFeatureEnum feature) const override;
     bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum feature) const override;
@@ -76,20 +72,15 @@ public:
     GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum parent, tagFeatureEnum feature) const override;
     [[nodiscard]] unsigned int
     GetCountOfSpecified1SetOfCollectionElements(tagFeatureEnum feature) const override;
-    [[nodiscard]] SimpleOptionValue GetFactoryDefaultOptionValue(tagFeatureEnum feature) const override;
-    bool GetFactoryDefaultIntegerValue(tagFeatureEnum feature, int& value) const override;
-    bool GetFactoryDefaultDimensionValue(tagFeatureEnum feature, Dimension& value) const override;
-    void SetStringValue(tagFeatureEnum feature, const CXString& text, bool isSpecified) override;
-    void SetOptionValue(tagFeatureEnum feature, const SimpleOptionValue& value) override;
-    [[nodiscard]] CPString GetDumpDisplayString(const SimpleOptionValue& value) const override;
 
 private:
+    [[nodiscard]] bool IsWithheld(const FeatureQuestion& question) const { return m_withheld == question; }
     /// Gives back whether the value is specified.
     bool Record(FeatureQuestionKind kind, const FeaturePath& path, RecordedAnswer::Value value,
                 bool isSpecified) const;
     SimpleOptionValue Record(const FeaturePath& path, const SimpleOptionValue& option) const;
 
-    IFilterFeatureAccess& m_access;
     SourceOf m_sourceOf;
+    std::optional<FeatureQuestion> m_withheld;
     mutable std::vector<RecordedAnswer> m_answers;
 };
