@@ -95,8 +95,7 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     summary.bytesOut = SizeOf(outcome.output);
     out.Lines(summary.Lines());
     for (const std::string& report : outcome.gotOver)
-        errors.Line("ov-pipeline: " + options.job +
-                    ": warning: a filter went on without something: " + report);
+        errors.Line("ov-pipeline: " + options.job + ": warning: " + report);
     return ExitOk;
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstring>
 #include <mutex>
 #include <string_view>
 
@@ -13,8 +14,9 @@ namespace OvPipeline {
 
 namespace {
 
-constexpr std::string_view exceptionCaption =
-    "Caught exception"; // of reports of other things there are others
+// Of reports of other things there are others.
+constexpr std::string_view exceptionCaption = "Caught exception";
+constexpr std::string_view warningCaption = "Warning";
 
 constexpr std::size_t mostHeard = 10;
 
@@ -73,7 +75,9 @@ void Hear(const char* text, const char* caption) noexcept {
     try {
         if (exceptionCaption == caption) {
             if (FirstReport().empty()) FirstReport() = text;
-            Keep(WordsOf(text));
+            Keep("a filter went on without something: " + WordsOf(text));
+        } else if (warningCaption == caption) {
+            Keep(std::string(text, std::strcspn(text, "\n"))); // what the thread was doing stands behind it
         }
     } catch (...) {
         // No room for it: the result has to do.

@@ -21,7 +21,8 @@ public:
     static void Forget() noexcept;
 
     /// What all threads have reported while anybody listened, or since ForgetAll, each text once, in the
-    /// order of the reports: what a filter got over, where its job went well. Of many only the first.
+    /// order of the reports: its warnings, and what a filter got over, where its job went well. Of many only
+    /// the first.
     std::vector<std::string> Heard() const;
     /// Of filters that were only on trial.
     static void ForgetAll() noexcept;

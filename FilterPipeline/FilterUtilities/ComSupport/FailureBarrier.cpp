@@ -3,6 +3,7 @@
 #include "ComSupport/ThrowHresult.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
+#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <exception>
 #include <new>
@@ -51,4 +52,8 @@ HRESULT ReportCaughtException(const char* function, const std::source_location& 
 HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept {
     const OperationScope operation(function);
     return ReportIfFailed(hr);
+}
+
+void ReportWarning(const std::string& text) noexcept {
+    DebugUtilities::reportErrorForLowLevelUtilities(text.c_str(), "Warning");
 }

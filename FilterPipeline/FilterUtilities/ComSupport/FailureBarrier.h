@@ -9,6 +9,7 @@
 #include <windows.h>
 
 #include <source_location>
+#include <string>
 
 /// To be called from within a catch block only. Reports the exception in flight, under the name of the
 /// operation that caught it: that of the innermost OperationScope around the try block. Gives the HRESULT
@@ -22,6 +23,10 @@ ReportCaughtException(const std::source_location& location = std::source_locatio
 /// For a failing result that ends nothing: reports it as if it had been thrown and caught, and gives it back.
 OV_FILTER_UTILITIES_API HRESULT
 ReportIfFailed(HRESULT hr, const std::source_location& location = std::source_location::current()) noexcept;
+
+/// For what a job goes on without, where nothing has failed: hands the text to the reporter, under the
+/// caption "Warning".
+OV_FILTER_UTILITIES_API void ReportWarning(const std::string& text) noexcept;
 
 /// The same for callers that have no scope, as an operation of that name.
 OV_FILTER_UTILITIES_API HRESULT ReportCaughtException(
