@@ -5,12 +5,12 @@
 
 #include <Spooler/QueuePropertyBag.h>
 #include <Spooler/QueueRegistry.h>
+#include <SystemServices/User.h>
 
 #include <winspool.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 
 namespace OvPipeline {
 
@@ -21,10 +21,11 @@ const HANDLE processToken = reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-4));
 
 constexpr const wchar_t* deviceCapabilitiesProperty = XPS_FP_PRINTDEVICECAPABILITIES;
 
+// As the other commands name the user.
 std::wstring UserName() {
-    for (const char* name : {"USER", "LOGNAME"})
-        if (const char* user = std::getenv(name); user != nullptr && *user) return Wide(user);
-    return L"user";
+    CXString name;
+    User::GetCurrentUserName(name);
+    return name.IsEmpty() ? L"user" : std::wstring(name.View());
 }
 
 void Add(PropertyBag* bag, PCWSTR name, const VARIANT& value) {

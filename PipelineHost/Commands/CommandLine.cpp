@@ -20,6 +20,8 @@ constexpr const char* generalHelp =
       the merged print ticket of the job, a document or a page
   ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
       what the job, a document or a page asks for, feature by feature, and where that was said
+  ov-pipeline header JOB.xps [--queue DIR] [--family NAME | --all] [--why] [--json]
+      the instructions that the device gets around the job's pages
   ov-pipeline parts JOB.xps
       the tree of the job's parts, with sizes and tickets
   ov-pipeline translate NAME [--feature NAME] [--json]
@@ -75,6 +77,21 @@ factory default, or a rule. Below them, the values that hold in the end. Passwor
   --json          the same for programs
 )";
 
+constexpr const char* headerHelp =
+    R"(ov-pipeline header JOB.xps [--queue DIR] [--family NAME | --all] [--why] [--json]
+
+Prints what a family of devices gets around the pages of the job: the PJL header that stands before them, the
+PostScript that sets the device up (or the page ticket of PCLm), and the comments behind them.
+
+  --queue DIR      the queue folder of the printer; without it, the sample queue ColorOffice
+  --family NAME    the family: Kestrel, Harrier, Osprey, Merlin, MerlinPCL6, LowEndPS, LowEndPCL6, LowEndPCLm; without
+                   it, the one that the queue names (its driver property DeviceFamily)
+  --all            all families, side by side: each line once, with a mark for each family that gets it
+  --why            below each line or command, the features without which it would not stand there, with their values
+                   and who decided; with --all, one family below the other
+  --json           the same for programs, with the texts whole
+)";
+
 constexpr const char* partsHelp =
     R"(ov-pipeline parts JOB.xps
 
@@ -100,9 +117,10 @@ struct CommandName {
     const char* name;
     const char* help;
 };
-constexpr std::array commandTable{CommandName{"run", runHelp}, CommandName{"ticket", ticketHelp},
-                                  CommandName{"features", featuresHelp}, CommandName{"parts", partsHelp},
-                                  CommandName{"translate", translateHelp}};
+constexpr std::array commandTable{
+    CommandName{"run", runHelp},           CommandName{"ticket", ticketHelp},
+    CommandName{"features", featuresHelp}, CommandName{"header", headerHelp},
+    CommandName{"parts", partsHelp},       CommandName{"translate", translateHelp}};
 
 struct OptionName {
     const char* name;
@@ -110,7 +128,7 @@ struct OptionName {
     bool hasValue;
 };
 constexpr std::array optionTable{
-    OptionName{"--queue", "run ticket features", true},
+    OptionName{"--queue", "run ticket features header", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
     OptionName{"--output", "run", true},
@@ -120,7 +138,10 @@ constexpr std::array optionTable{
     OptionName{"--page", "ticket features", true},
     OptionName{"--explain", "ticket", false},
     OptionName{"--feature", "translate", true},
-    OptionName{"--json", "features translate", false},
+    OptionName{"--family", "header", true},
+    OptionName{"--all", "header", false},
+    OptionName{"--why", "header", false},
+    OptionName{"--json", "features header translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -167,6 +188,12 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
         options.page = Number(option, value);
     else if (option == "--feature")
         Once(options.feature, option, std::move(value));
+    else if (option == "--family")
+        Once(options.family, option, std::move(value));
+    else if (option == "--all")
+        options.all = true;
+    else if (option == "--why")
+        options.why = true;
     else if (option == "--trace")
         options.trace = true;
     else if (option == "--json")
@@ -179,7 +206,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
-    if (arguments.empty()) throw UsageError("which command: run, ticket, features, parts or translate?");
+    if (arguments.empty())
+        throw UsageError("which command: run, ticket, features, header, parts or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;
@@ -222,6 +250,7 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     if (loose.size() > 1) throw UsageError("one job at a time: " + loose[0] + " or " + loose[1] + "?");
     if (!options.config.empty() && !options.filters.empty())
         throw UsageError("--config and --filter exclude each other");
+    if (!options.family.empty() && options.all) throw UsageError("--family and --all exclude each other");
     options.job = loose[0];
     return options;
 }

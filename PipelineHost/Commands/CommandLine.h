@@ -16,7 +16,7 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, parts, translate; empty where only help or the version is wanted
+    /// run, ticket, features, header, parts, translate; empty where only help or the version is wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
@@ -28,6 +28,9 @@ struct CommandOptions {
     bool trace = false;
     bool explain = false;
     bool json = false;
+    std::string family; // empty: the queue's
+    bool all = false;   // families
+    bool why = false;
     std::string name;                      // to translate
     std::string feature;                   // whose value is to be translated; empty: any
     std::optional<unsigned long> document; // from 1

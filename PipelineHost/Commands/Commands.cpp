@@ -30,6 +30,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "run") return RunCommand(options, out, errors);
     if (options.command == "ticket") return TicketCommand(options, out);
     if (options.command == "features") return FeaturesCommand(options, out);
+    if (options.command == "header") return HeaderCommand(options, out, errors);
     return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
 }
 

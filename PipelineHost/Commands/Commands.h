@@ -19,6 +19,7 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std
 int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TicketCommand(const CommandOptions& options, ShownOutput& out);
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out);
+int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found

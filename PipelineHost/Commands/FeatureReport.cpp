@@ -1,11 +1,9 @@
 #include "Commands/FeatureReport.h"
 
 #include "Commands/NameTranslation.h"
-#include "Common/Text.h"
 #include "Report/TextTable.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
-#include <DataModel/ValueNameTable.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <FeatureAccess/FeatureRuleTable.h>
 
@@ -20,76 +18,12 @@ namespace {
 using Entry = NativeXmlConfigFeatureEntry;
 using Answer = FeatureReport::Answer;
 
-const char* NameOf(FeatureValueSource source) {
-    switch (source) {
-    case FeatureValueSource::None:
-        return "";
-    case FeatureValueSource::PrintTicket:
-        return "ticket";
-    case FeatureValueSource::PublicDocumentSettings:
-        return "document settings";
-    case FeatureValueSource::AttributeBytes:
-        return "attribute bytes";
-    case FeatureValueSource::FactoryDefault:
-        return "factory default";
-    case FeatureValueSource::Rule:
-        return "rule";
-    case FeatureValueSource::Queue:
-        return "queue";
-    }
-    return "";
-}
+const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
 
 // Without the name of its enumeration.
 std::string LastPart(const CPString& qualified) {
     const std::string name(qualified.view());
     return name.substr(name.rfind(':') + 1);
-}
-
-const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
-
-std::string Number(int value) { return std::to_string(value); }
-
-// How a value is shown; nothing of one that says nothing.
-struct Shown {
-    Answer& answer;
-
-    void operator()(std::monostate) const {}
-    void operator()(tagValueEnum option) const {
-        answer.isNumber = true;
-        if (option == VAL_UNSPECIFIED && !answer.isSpecified) return;
-        answer.value = Number(option);
-        if (const char* const name = FindValueName(option)) answer.valueName = name;
-    }
-    void operator()(int value) const {
-        answer.isNumber = true;
-        if (answer.isSpecified || value != 0) answer.value = Number(value);
-    }
-    // As a number in the unit of the device's own lengths, and in words.
-    void operator()(const Dimension& length) const {
-        answer.isNumber = true;
-        if (answer.source == FeatureValueSource::None) return;
-        answer.value = Number(length.GetValue(Dimension::HundredthOfMillimeter).GetNearestIntValue());
-        answer.valueName = std::string(
-            length.GetStringValue(Dimension::Millimeter, 2, ::Number::toNearest, true, true).view());
-    }
-    void operator()(const CXString& text) const { answer.value = Utf8(text.View()); }
-    void operator()(unsigned int count) const {
-        if (count != 0) answer.valueName = Counted(count, "member");
-    }
-    void operator()(bool value) const {
-        answer.isFlag = true;
-        if (answer.source != FeatureValueSource::None) answer.value = YesOrNo(value);
-    }
-    void operator()(const RecordedAnswer::Size&) const {} // is not asked for
-};
-
-Answer Show(const RecordedAnswer& recorded) {
-    Answer answer{
-        .isSpecified = recorded.isSpecified, .isSecret = recorded.isSecret, .source = recorded.source};
-    // The value of a collection is whether it is specified.
-    if (recorded.question.kind != FeatureQuestionKind::Collection) std::visit(Shown{answer}, recorded.value);
-    return answer;
 }
 
 using Kind = FeatureQuestionKind;
@@ -129,18 +63,11 @@ bool IsSupported(const DataModelLessFeatureAccess& access, const FeaturePath& pa
 }
 
 Answer Ask(const DataModelLessFeatureAccess& access, const FeatureQuestion& question) {
-    Answer answer = Show(access.Answer(question));
+    Answer answer = ShownAnswer::Of(access.Answer(question));
     if (question.kind == Kind::Collection)
         answer.valueName =
-            Show(access.Answer(QuestionOf(question.path.Feature(), {Kind::Entries}))).valueName;
+            ShownAnswer::Of(access.Answer(QuestionOf(question.path.Feature(), {Kind::Entries}))).valueName;
     return answer;
-}
-
-std::string ValueText(const Answer& answer) {
-    if (answer.isSecret) return answer.isSpecified ? "(hidden)" : "";
-    std::string text = answer.value;
-    if (!answer.valueName.empty()) text += (text.empty() ? "" : " ") + answer.valueName;
-    return text;
 }
 
 using Line = std::vector<std::string>;
@@ -159,7 +86,7 @@ void WriteAnswer(JsonText& json, const Answer& answer) {
     answer.valueName.empty() ? json.Null() : json.Text(answer.valueName);
     if (answer.isSecret) json.Key("secret").Bool(true);
     json.Key("source");
-    answer.source == FeatureValueSource::None ? json.Null() : json.Text(NameOf(answer.source));
+    answer.source == FeatureValueSource::None ? json.Null() : json.Text(answer.SourceName());
 }
 
 } // namespace
@@ -194,11 +121,11 @@ std::string FeatureReport::AsTable() const {
     for (const Feature& feature : m_features)
         lines.push_back({std::to_string(feature.number), feature.enumerator, YesOrNo(feature.isSupported),
                          YesOrNo(feature.isRequired), YesOrNo(feature.answer.isSpecified),
-                         ValueText(feature.answer), NameOf(feature.answer.source), feature.cpssName,
+                         feature.answer.Text(), feature.answer.SourceName(), feature.cpssName,
                          feature.configurationName, feature.ticketName});
     std::vector<Line> effective = {{"effective", "specified", "value", "from"}};
     for (const auto& [name, answer] : m_effective)
-        effective.push_back({name, YesOrNo(answer.isSpecified), ValueText(answer), NameOf(answer.source)});
+        effective.push_back({name, YesOrNo(answer.isSpecified), answer.Text(), answer.SourceName()});
     return AlignedTable(lines) + "\n" + AlignedTable(effective);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Commands/ShownAnswer.h"
 #include "Report/JsonText.h"
 
 #include <FeatureAccess/JobSettings.h>
@@ -12,15 +13,7 @@ namespace OvPipeline {
 /// What a job asks for, feature by feature, for people and for programs.
 class FeatureReport {
 public:
-    struct Answer {
-        std::string value = {};     // a number, a flag or a text; empty if there is none, or if it is secret
-        std::string valueName = {}; // of an option; how many entries a collection has
-        bool isSpecified = false;
-        bool isNumber = false;
-        bool isFlag = false;
-        bool isSecret = false;
-        FeatureValueSource source = FeatureValueSource::None;
-    };
+    using Answer = ShownAnswer;
     struct Feature {
         int number = 0;
         std::string enumerator;

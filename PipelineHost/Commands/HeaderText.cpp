@@ -1,0 +1,75 @@
+#include "Commands/HeaderText.h"
+
+#include "Common/Text.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr std::string_view featureStart = "\nfeaturebegin{";
+
+HeaderText::Pieces Lines(std::string_view text) {
+    HeaderText::Pieces lines;
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find('\n'), text.size() - 1) + 1;
+        lines.emplace_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return lines;
+}
+
+HeaderText::Pieces Features(std::string_view text) {
+    HeaderText::Pieces features;
+    while (!text.empty()) {
+        const std::size_t length = std::min(text.find(featureStart, 1), text.size());
+        features.emplace_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return features;
+}
+
+std::string Utf8Of(const CXString& text) { return Utf8(text.View()); }
+
+} // namespace
+
+HeaderText HeaderText::Of(const DeviceInstructions& instructions) {
+    const std::string setup = Utf8Of(instructions.setupCommands);
+    return {{Lines(Utf8Of(instructions.pjlCommands)),
+             setup.starts_with(featureStart) ? Features(setup) : Lines(setup),
+             Lines(Utf8Of(instructions.trailerComments))}};
+}
+
+const char* HeaderText::Title(const DeviceFamily& family, std::size_t section) {
+    if (section == 0) return "PJL header";
+    if (section == 2) return "comments";
+    return family.language == DeviceFamily::PageLanguage::Pclm ? "page ticket" : "set-up";
+}
+
+// By the longest sequence that both have.
+std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others) {
+    const std::size_t width = others.size() + 1;
+    std::vector<std::uint32_t> common((pieces.size() + 1) * width, 0); // of what is left of both
+    for (std::size_t i = pieces.size(); i-- > 0;)
+        for (std::size_t j = others.size(); j-- > 0;)
+            common[i * width + j] = pieces[i] == others[j]
+                                        ? common[(i + 1) * width + j + 1] + 1
+                                        : std::max(common[(i + 1) * width + j], common[i * width + j + 1]);
+    std::vector<std::size_t> missing;
+    std::size_t j = 0;
+    for (std::size_t i = 0; i < pieces.size();) {
+        if (j < others.size() && pieces[i] == others[j]) {
+            ++i;
+            ++j;
+        } else if (j < others.size() && common[i * width + j + 1] >= common[(i + 1) * width + j]) {
+            ++j;
+        } else {
+            missing.push_back(i++);
+        }
+    }
+    return missing;
+}
+
+} // namespace OvPipeline

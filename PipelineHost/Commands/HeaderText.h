@@ -1,0 +1,28 @@
+#pragma once
+
+#include <DeviceControl/DeviceFamily.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace OvPipeline {
+
+/// What a family's generator wrote, in the pieces that stand or fall together: lines of PJL and of comments,
+/// and whole features of PostScript. The pieces of a section one behind the other are its text.
+struct HeaderText {
+    using Pieces = std::vector<std::string>;
+
+    static constexpr std::size_t sectionCount = 3;
+    std::array<Pieces, sectionCount> sections;
+
+    static HeaderText Of(const DeviceInstructions& instructions);
+
+    /// What a section of that family holds.
+    static const char* Title(const DeviceFamily& family, std::size_t section);
+};
+
+/// Which of the pieces the others lack, as positions: what must go so that the one becomes the other.
+std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others);
+
+} // namespace OvPipeline

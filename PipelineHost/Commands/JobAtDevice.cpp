@@ -1,0 +1,88 @@
+#include "Commands/JobAtDevice.h"
+
+#include "Common/HostError.h"
+#include "Common/Text.h"
+
+#include <LowLevelFacilities/Failures/CPException.h>
+#include <Spooler/QueuePropertyBag.h>
+#include <Spooler/QueueRegistry.h>
+#include <SystemServices/User.h>
+
+namespace OvPipeline {
+
+namespace {
+
+// The job of the library, not that of the pipeline.
+using Description = ::JobDescription;
+
+// The words of an exception, without the name of its class.
+std::string Words(const CPException& error) {
+    const std::string words = error.what();
+    constexpr std::string_view classEnd = "Exception: ";
+    const std::size_t end = words.starts_with("CP") ? words.find(classEnd) : std::string::npos;
+    return end == std::string::npos ? words : words.substr(end + classEnd.size());
+}
+
+// What the user has to look into where the device capabilities are wrong.
+std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
+    const auto device = queue.DriverProperties().find(OrvelDriverPropertyBag::deviceCapabilitiesPropertyName);
+    if (device != queue.DriverProperties().end())
+        if (const auto* stream = std::get_if<OvPlatform::QueueStream>(&device->second);
+            stream != nullptr && !stream->file.empty())
+            return stream->file;
+    return queue.Folder();
+}
+
+CComPtr<IPrinterPropertyBag> DriverProperties(const OvPlatform::QueueFolder& queue) {
+    CComPtr<IPrinterPropertyBag> properties;
+    if (const HRESULT hr = OvPlatform::QueuePropertyBag::Create(
+            queue.DriverProperties(), OvPlatform::QueuePropertyBag::Access::ReadOnly, &properties);
+        FAILED(hr))
+        throw HostError(hr, {}, "the queue's driver properties cannot be read");
+    return properties;
+}
+
+// Damage of the device capabilities shows when they are read.
+void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFolder& queue) {
+    try {
+        static_cast<void>(driver.GetSimpleOcapParser());
+    } catch (const CPException& error) {
+        throw OvPlatform::QueueFolderError(FileOfDevice(queue), Words(error));
+    }
+}
+
+// Damage of the driver's settings shows at the first question.
+void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
+                         const std::string& job) {
+    try {
+        static_cast<void>(attributeBytes.IsAttributeBytesListEmpty());
+    } catch (const CPException& error) {
+        throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), job,
+                         std::string("the driver's settings in the ticket cannot be read: ") + Words(error));
+    }
+}
+
+Description DescribeJob(const std::string& file) {
+    Description job;
+    job.documentName = CXString(Wide(std::filesystem::path(file).filename().string()));
+    User::GetCurrentUserName(job.userName);
+    User::GetCurrentUsersDomain(job.userDomainName);
+    return job;
+}
+
+} // namespace
+
+JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                         const LevelParts& parts) {
+    OvPlatform::QueueRegistry::Add(queue);
+    const EPrintTicketScope level = MergeLevel(m_manager, queue, parts);
+    m_properties = DriverProperties(*queue);
+    m_access = std::make_unique<NativeComPrinterPropertyBagAccess>(
+        *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
+    m_driver = std::make_unique<OrvelDriverPropertyBag>(*m_access);
+    CheckDevice(*m_driver, *queue);
+    m_settings = std::make_unique<JobSettings>(m_manager, level, *m_driver, DescribeJob(job));
+    CheckAttributeBytes(m_settings->AttributeBytes(), job);
+}
+
+} // namespace OvPipeline

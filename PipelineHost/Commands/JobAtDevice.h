@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Commands/JobLevel.h"
+
+#include <DeviceDescription/OrvelDriverPropertyBag.h>
+#include <FeatureAccess/JobSettings.h>
+#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
+
+#include <memory>
+#include <string>
+
+namespace OvPipeline {
+
+/// A level of a job, merged on a queue, with the queue's device: what a filter of the driver has of both. The
+/// thread must be in a COM apartment, and stays the same.
+class JobAtDevice {
+public:
+    /// Makes the queue known to the spooler. Throws InputError and OvPlatform::QueueFolderError, with words,
+    /// where a ticket, its settings or the device's description are to blame, else HostError.
+    JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                const LevelParts& parts);
+    JobAtDevice(const JobAtDevice&) = delete;
+    JobAtDevice& operator=(const JobAtDevice&) = delete;
+
+    JobSettings& Settings() { return *m_settings; }
+    OrvelDriverPropertyBag& Driver() { return *m_driver; }
+    const NativeComPrinterPropertyBagAccess& Properties() const { return *m_access; }
+
+private:
+    PrintTicketManager m_manager;
+    CComPtr<IPrinterPropertyBag> m_properties;
+    std::unique_ptr<NativeComPrinterPropertyBagAccess> m_access;
+    std::unique_ptr<OrvelDriverPropertyBag> m_driver;
+    std::unique_ptr<JobSettings> m_settings;
+};
+
+} // namespace OvPipeline
