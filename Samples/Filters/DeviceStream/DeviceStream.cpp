@@ -1,0 +1,177 @@
+// XPS in, a device's stream out: the job's instructions by the generator of the device's family, around pages
+// that a renderer images into PostScript, with the page-level commands where the sheets change.
+#include "DeviceStreamText.h"
+#include "FilterModule.h"
+#include "PageMedia.h"
+#include "PageRenderer.h"
+#include "ProgressReport.h"
+#include "StreamText.h"
+
+#include <ComSupport/ThrowHresult.h>
+#include <DeviceControl/CommandSafeFeatureAccess.h>
+#include <DeviceControl/CommandSafeText.h>
+#include <DeviceControl/CreatorName.h>
+#include <DeviceControl/DeviceFamily.h>
+#include <DeviceControl/PrintInstructionGenerator.h>
+#include <FeatureAccess/JobSettings.h>
+#include <Filter/XpsInStreamOutFilterBase.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
+#include <Ticket/PrintTicketManager.h>
+
+#include <optional>
+#include <string>
+
+namespace {
+
+class DeviceStream final : public XpsInStreamOutFilterBase {
+protected:
+    HRESULT OnFixedDocumentSequence(IFixedDocumentSequence* sequence) override;
+    HRESULT OnFixedDocument(IFixedDocument* document) override;
+    HRESULT OnFixedPage(IFixedPage* page) override;
+    HRESULT OnFinalize() override;
+
+private:
+    const DeviceFamily& Family();
+    void Begin();
+    const PageMedia& MediaOf(IFixedPage& page);
+    PageMedia OnSheet(const PageMedia& asked, const PageRenderer::PageSize& page) const;
+
+    ProgressReport m_progress;
+    std::unique_ptr<PageRenderer> m_renderer;
+    std::unique_ptr<JobSettings> m_job;
+    CXString m_defaultSizeName;
+    DeviceInstructions m_instructions;
+    std::optional<StreamText> m_out;
+    std::optional<DeviceStreamText> m_stream;
+    PageMedia m_documentMedia; // of pages without a ticket of their own
+    CXString m_ticketName;     // the last page ticket that was read, and what it says
+    PageMedia m_pageMedia;
+};
+
+CXString SizeNameOf(IXMLDOMDocument2* defaultTicket) {
+    PrintTicketXmlDocument ticket(defaultTicket);
+    CComBSTR option;
+    const CComBSTR prefix = ticket.GetKeywordsNsPrefix();
+    if (FAILED(ticket.GetFeatureOption(prefix, L"PageMediaSize", &option, nullptr)) || !option) return {};
+    return CXString(option.m_str);
+}
+
+void WarnOfText(const std::string& what) {
+    ReportWarning(what +
+                  " holds characters that would end a command of the device; in the stream they are blanks");
+}
+
+HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) {
+    const OperationScope operation("DeviceStream::OnFixedDocumentSequence");
+    m_progress = ProgressReport(*m_propertyBag);
+    m_renderer = MakePageRenderer();
+    const DeviceFamily& family = Family();
+    ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence));
+    m_defaultSizeName = SizeNameOf(GetPTManagerPtr()->GetPtrToDefaultPrintTicketForReading());
+    m_job.reset(new JobSettings(JobSettingsOf(kPTJobScope)));
+    CreatorName::FillIn(m_job->Features());
+    CommandSafeFeatureAccess features(m_job->Features(), WarnOfText);
+    PrintInstructionGenerator generator(features, *GetOrCreateOrvelDriverPropertyBagOnFirstUse());
+    family.generate(generator, m_instructions);
+    m_progress.Report(XpsJob_DocumentSequenceAdded);
+    return S_OK;
+}
+
+// The renderer writes PostScript, so the device must take it.
+const DeviceFamily& DeviceStream::Family() {
+    CXString name;
+    const auto properties = GetDriverPropertyBagAccess();
+    if (properties) properties->GetPrinterPropertyBagString(deviceFamilyPropertyName, name);
+    const CPString family(name);
+    const DeviceFamily* const found = FindDeviceFamily(family.view());
+    if (found == nullptr)
+        ThrowFailure<CPException>([&] {
+            return name.IsEmpty()
+                       ? std::string("the queue does not say its device's family: a driver property "
+                                     "DeviceFamily is missing")
+                       : "the queue's DeviceFamily, \"" + std::string(family.view()) + "\", is none";
+        });
+    if (found->language != DeviceFamily::PageLanguage::PostScript)
+        ThrowFailure<CPException>([&] {
+            return "devices of the family " + std::string(found->name) +
+                   " take no PostScript, and this filter writes nothing else";
+        });
+    return *found;
+}
+
+HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
+    const OperationScope operation("DeviceStream::OnFixedDocument");
+    // Merged page tickets are kept by their part: a page of this document that shares one with a page of
+    // another would get the other document's settings.
+    GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
+    m_ticketName.Empty();
+    ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document));
+    JobSettings settings(*GetPTManagerPtr(), kPTDocumentScope, *m_job);
+    m_documentMedia = PageMedia::Of(settings);
+    m_progress.Report(XpsJob_FixedDocumentAdded);
+    return S_OK;
+}
+
+HRESULT DeviceStream::OnFixedPage(IFixedPage* page) {
+    const OperationScope operation("DeviceStream::OnFixedPage");
+    if (!m_stream) Begin();
+    const PageRenderer::PageSize size = m_renderer->Open(*page);
+    m_stream->AddPage(*m_renderer, size, OnSheet(MediaOf(*page), size));
+    m_progress.Report(XpsJob_FixedPageAdded);
+    return S_OK;
+}
+
+void DeviceStream::Begin() {
+    m_out.emplace(*m_streamWriter);
+    m_stream.emplace(*m_out, m_instructions,
+                     GetOrCreateOrvelDriverPropertyBagOnFirstUse()->GetProductPdlDataXml());
+    CXString title = m_job->Features().GetPrintJobDocumentName();
+    CommandSafeText::Clean(title); // who asked for it as the job's name was warned
+    m_stream->Begin(title);
+}
+
+// A page without a ticket has its document's media, and of pages that share one it is read once.
+const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
+    CComPtr<IPartPrintTicket> ticket;
+    const HRESULT found = page.GetPrintTicket(&ticket);
+    if (found == E_ELEMENT_NOT_FOUND) return m_documentMedia;
+    ThrowIfFailed(found);
+    CComBSTR name;
+    ThrowIfFailed(ticket->GetUri(&name));
+    if (m_ticketName.IsEmpty() || !(m_ticketName == name.m_str)) {
+        ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(&page));
+        JobSettings settings(*GetPTManagerPtr(), kPTPageScope, *m_job);
+        m_pageMedia = PageMedia::Of(settings);
+        m_ticketName = name.m_str;
+    }
+    return m_pageMedia;
+}
+
+// The ticket decides on the sheet. But a page that was made for another one is not cut to what the printer
+// takes where nobody says anything: it then keeps its own size, and the device sees to it.
+PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageRenderer::PageSize& page) const {
+    PageMedia media = asked;
+    const bool hasSize = media.size != SheetSize();
+    const bool isDefault = media.sizeName == m_defaultSizeName;
+    if (!hasSize || (isDefault && !Fits(media.size, page))) {
+        media.size = SheetOf(page);
+        if (hasSize)
+            ReportWarning("pages have another size than the printer's own paper, and no ticket asks for one: "
+                          "each keeps its size");
+    }
+    media.size = Turned(media.size, page);
+    return media;
+}
+
+HRESULT DeviceStream::OnFinalize() {
+    const OperationScope operation("DeviceStream::OnFinalize");
+    if (m_stream && IsAlive()) m_stream->End();
+    m_stream.reset();
+    m_out.reset();
+    m_job.reset(); // its tickets are the manager's, which goes now
+    return S_OK;
+}
+
+} // namespace
+
+FILTER_MODULE(DeviceStream, {0x51a9d3c4, 0x2b7e, 0x4f60, {0x9c, 0x3d, 0x08, 0x6e, 0xb2, 0x74, 0x1f, 0xa5}})

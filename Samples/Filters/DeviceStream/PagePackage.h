@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filterpipeline.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// The bytes of fonts and pictures, which pages of a job share: what one page has read the next need not read
+/// again. Keeps no more than a bounded amount.
+class ResourceBytes {
+public:
+    /// Of the part under that name. Throws CPComException for one that cannot be read.
+    std::shared_ptr<const std::string> Of(const std::string& name, IPartBase& part);
+
+private:
+    std::map<std::string, std::shared_ptr<const std::string>> m_kept;
+    std::size_t m_size = 0;
+};
+
+/// One page of a job as an XPS package of its own, for programs that read packages: the page under its name,
+/// and what it uses under theirs, so that its references lead where they did.
+class PagePackage {
+public:
+    /// Throws CPComException for a page or a part that cannot be read.
+    PagePackage(IFixedPage& page, ResourceBytes& resources);
+
+    /// The zip archive. Throws CPException where it cannot be made.
+    [[nodiscard]] std::string Archive() const;
+
+private:
+    void AddStructure(const std::string& pageName);
+
+    std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> m_parts; // by name, without "/"
+};
