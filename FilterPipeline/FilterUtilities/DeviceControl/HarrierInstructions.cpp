@@ -87,8 +87,11 @@ void AppendQuality(CXString& setup, const JobQuestions& job, const ProductPdlDat
 }
 
 tagValueEnum ColorSelection(const JobQuestions& job, bool filterDoesColorCorrection) {
-    if (job.Choice(FEAT_COLOR_EFFECTS) == VAL_COLOR_EFFECTS_GRAYSCALE) return VAL_COLOR_EFFECTS_GRAYSCALE;
-    return filterDoesColorCorrection ? VAL_SOURCE_RGB_AUTOMATIC : job.Choice(FEAT_DISPLAY_COLOR_CORRECTION);
+    const tagValueEnum selection = job.Choice(FEAT_COLOR_EFFECTS) == VAL_COLOR_EFFECTS_GRAYSCALE
+                                       ? VAL_COLOR_EFFECTS_GRAYSCALE
+                                       : job.Choice(FEAT_DISPLAY_COLOR_CORRECTION);
+    const bool isLeftToFilter = filterDoesColorCorrection && selection != VAL_COLOR_EFFECTS_GRAYSCALE;
+    return isLeftToFilter ? VAL_SOURCE_RGB_AUTOMATIC : selection;
 }
 
 /// Deliberate: a job that says nothing of colour has the custom section, each intent automatic.

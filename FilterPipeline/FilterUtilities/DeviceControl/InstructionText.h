@@ -14,7 +14,7 @@ void Append(CXString& text, const Pieces&... pieces) {
     (static_cast<void>(text += pieces), ...);
 }
 
-inline CXString Decimal(int value) { return CXString(std::to_wstring(value).c_str()); }
+inline CXString Decimal(long long value) { return CXString(std::to_wstring(value).c_str()); }
 
 /// A PostScript command in the frame that lets the interpreter give up a failing feature without losing the
 /// job. Option and feature stand as they are, blanks and line feeds too.

@@ -57,7 +57,7 @@ void AppendDeviceLines(CXString& pjl, JobAttributeLines& lines, const JobQuestio
     lines.AddTonerSaver();
     // The feature's scale runs the other way from the device's.
     if (const std::optional<int> density = job.Integer(FEAT_TONER_DENSITY))
-        Append(pjl, L"@PJL SET DENSITY=", InstructionText::Decimal(4 - *density), L'\n');
+        Append(pjl, L"@PJL SET DENSITY=", InstructionText::Decimal(4LL - *density), L'\n');
     if (const tagValueEnum face = job.Choice(FEAT_OUTPUT_FACE); face != VAL_UNSPECIFIED)
         Append(pjl, L"@PJL COMMENT OID_ATT_OUTPUT_FACE_UP ",
                face == VAL_OUTPUT_FACE_UP ? L"TRUE;\n" : L"FALSE;\n");

@@ -3,9 +3,6 @@
 #include <LowLevelFacilities/Strings/CPString.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
-#include <optional>
-#include <string>
-
 namespace {
 
 using DataModelIds::tagValueEnum;
@@ -71,22 +68,26 @@ CXString Unescaped(std::string_view value) {
     return CXString(text);
 }
 
-CXString Search(std::string_view text, const std::string& section, const std::string& option,
-                const std::string& group, const std::string& subgroup, tagValueEnum pdl) {
-    std::optional<std::string_view> stretch = SectionOf(text, section);
-    if (stretch) stretch = Narrowed(*stretch, group);
-    if (stretch) stretch = Narrowed(*stretch, subgroup);
-    return stretch ? Unescaped(ValueOf(ElementOf(*stretch, option), AttributeName(pdl))) : CXString();
-}
-
 } // namespace
+
+std::optional<std::string_view> ProductPdlData::Section(const std::string& name) const {
+    if (name.empty() || name != m_sectionName) {
+        m_sectionName.clear(); // nothing is remembered of what fails
+        m_section = SectionOf(m_text, name);
+        m_sectionName = name;
+    }
+    return m_section;
+}
 
 CXString ProductPdlData::Find(const CXString& section, const CXString& option, const CXString& group,
                               const CXString& subgroup, tagValueEnum pdl) const noexcept {
     using CPStringUtils::narrowToStdString;
     try {
-        return Search(m_text, narrowToStdString(section), narrowToStdString(option), narrowToStdString(group),
-                      narrowToStdString(subgroup), pdl);
+        std::optional<std::string_view> stretch = Section(narrowToStdString(section));
+        if (stretch) stretch = Narrowed(*stretch, narrowToStdString(group));
+        if (stretch) stretch = Narrowed(*stretch, narrowToStdString(subgroup));
+        if (!stretch) return {};
+        return Unescaped(ValueOf(ElementOf(*stretch, narrowToStdString(option)), AttributeName(pdl)));
     } catch (...) { // a job goes on without what its product would add
         return {};
     }

@@ -5,10 +5,13 @@
 
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 /// The commands that a product brings with it, in a small text of elements (docs/formats/product-data.md).
-/// Read by plain search and not as XML, so that odd content cannot stop a job.
+/// Read by plain search and not as XML, so that odd content cannot stop a job. Looks for a section once for
+/// all options of it that are asked for one after the other. One thread at a time.
 class OV_FILTER_UTILITIES_API ProductPdlData {
 public:
     /// The text must outlive this object. UTF-8.
@@ -21,5 +24,10 @@ public:
                                 const CXString& subgroup, DataModelIds::tagValueEnum pdl) const noexcept;
 
 private:
+    [[nodiscard]] std::optional<std::string_view> Section(const std::string& name) const;
+
     std::string_view m_text;
+    // What was looked for last, and its stretch.
+    mutable std::string m_sectionName;
+    mutable std::optional<std::string_view> m_section;
 };

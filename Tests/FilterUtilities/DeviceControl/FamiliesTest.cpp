@@ -202,6 +202,7 @@ TEST_F(DeviceUnderTest, HarrierTakesColorFromTheProductAndCoversUnlessTheTicketH
              {VAL_SOURCE_RGB_SRGB, false, Snippet("Color Correction", "SRGB", "S")},
              {VAL_SOURCE_RGB_SRGB, true, Snippet("Color Correction", "Automatic", "A")},
              {VAL_SOURCE_RGB_LCD, false, Snippet("Color Correction", "RGB_LCD", "")},
+             {VAL_COLOR_EFFECTS_GRAYSCALE, true, Snippet("Color Correction", "Grayscale", "G")},
              {VAL_ADJUST_COLOR_VIVID, false, Snippet("Color Correction", "Automatic", "A")}}) {
         m_job.Choose(FEAT_DISPLAY_COLOR_CORRECTION, selection);
         EXPECT_EQ(OfHarrier(isFiltered).setup, expected) << selection << isFiltered;
@@ -237,6 +238,37 @@ TEST_F(DeviceUnderTest, HarrierTakesColorFromTheProductAndCoversUnlessTheTicketH
     EXPECT_THAT(OfHarrier().setup, HasSubstr("*OVLCoverPage FirstLast\n\torvel$booklet_job {2}{3} ifelse\n"));
     m_job.Choose(FEAT_COVER_OPTIONS, VAL_COVER_BOTH_SAME).Choose(FEAT_BOOKLET, VAL_BOOKLET_ON);
     EXPECT_EQ(OfHarrier().setup, custom + covers("Tray3", "2", "First", first));
+}
+
+TEST_F(DeviceUnderTest, JobsSavedForOnePersonHaveAnotherName) {
+    const auto info = [](tagFeatureEnum feature) {
+        return FeaturePath(FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, feature);
+    };
+    m_job.Set(FEAT_JOB_NAME, L"name")
+        .Choose(FEAT_JOB_TYPE, VAL_JOB_TYPE_PERSONAL_SAVED_PRINT)
+        .Set(info(FEAT_SAVE_NAME), L"other")
+        .SetPassword(info(FEAT_SAVE_PASSWORD), "1234")
+        .Choose(FEAT_TONER_SAVER, VAL_TONER_SAVER_ON)
+        .Choose(FEAT_PRINT_QUALITY_LEVEL, VAL_QUALITY_ENHANCED)
+        .Set(FEAT_CREATOR_VERSION_ATTRIBUTES, L"5.1");
+    const std::string personal = "@PJL XPERSONALSAVEDJOB\n"
+                                 "@PJL XJOBPASSWORD = 1234\r\n";
+    const std::string names = "@PJL JOB NAME = \"other\"\r\n"
+                              "@PJL XJAUSERNAME = \"user\"\r\n"
+                              "@PJL COMMENT OID_ATT_JOB_NAME \"other\"\r\n"
+                              "@PJL SET ECONOMODE = ON\n";
+    const std::string quality = "@PJL SET DARKENTEXT = ON\n"
+                                "@PJL SET IMAGEQUALITY = 2\n"
+                                "@PJL SET RESOLUTION = 1200\n";
+    EXPECT_EQ(OfHarrier().pjl, personal + names);
+    const Instructions merlin = OfMerlinPostScript();
+    EXPECT_EQ(merlin.pjl, personal + names + quality);
+    EXPECT_EQ(merlin.setup, "");
+    EXPECT_EQ(merlin.trailer, "%%OrvelVersion: 5.1\n");
+
+    m_job.Choose(info(FEAT_SAVE_ACCESS), VAL_SAVE_ACCESS_PUBLIC);
+    EXPECT_EQ(OfHarrier().pjl, "@PJL XSAVEDJOB\n" + names);
+    EXPECT_EQ(OfMerlinPostScript().pjl, "@PJL XSAVEDJOB\n" + names + quality);
 }
 
 TEST_F(DeviceUnderTest, OspreySendsFaxes) {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Support/DeviceBag.h"
+#include "Support/InstructionFamilies.h"
 #include "Support/TableFeatureAccess.h"
 
 #include <DataModel/ValueNameTable.h>
-#include <DeviceControl/PrintInstructionGenerator.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <set>
@@ -14,9 +14,8 @@
 /// where another has a certain value, and keeps what it writes. Knows nothing of the family's tables.
 class EveryChoice {
 public:
-    using Family = void (*)(PrintInstructionGenerator&, CXString&, CXString&, CXString&);
-
-    EveryChoice(Family family, const DeviceBag& device) : m_family(family), m_bag(device) {}
+    EveryChoice(InstructionFamily::Generate family, const DeviceBag& device)
+        : m_family(family), m_bag(device) {}
 
     using Features = std::vector<DataModelIds::tagFeatureEnum>; // from the outermost collection
     using Filter = bool (*)(const Features&);
@@ -99,7 +98,7 @@ private:
         trailers.insert(CPStringUtils::narrowToStdString(third));
     }
 
-    Family m_family;
+    InstructionFamily::Generate m_family;
     DeviceBag m_bag;
     Filter m_filter = nullptr;
     std::set<Features> m_met;

@@ -3,6 +3,7 @@
 #include "Samples/DeviceStream/PjlGrammar.h"
 #include "Samples/DeviceStream/SnippetText.h"
 #include "Support/InApartment.h"
+#include "Support/InstructionFamilies.h"
 #include "Support/Rows.h"
 #include "Support/TalkativeJob.h"
 
@@ -23,8 +24,6 @@ using testing::HasSubstr;
 
 namespace {
 
-using Generator = PrintInstructionGenerator;
-
 std::string Utf8(const CXString& text) { return CPStringUtils::narrowToStdString(text); }
 
 /// With a PJL line or PostScript for some of what families look up.
@@ -37,7 +36,8 @@ DeviceBag Product(const char* command) {
     return bag;
 }
 
-EveryChoice Walked(EveryChoice::Family family, const char* productCommand = "@PJL SET QUALITY = 1\\n") {
+EveryChoice Walked(InstructionFamily::Generate family,
+                   const char* productCommand = "@PJL SET QUALITY = 1\\n") {
     EveryChoice every(family, Product(productCommand));
     every.Walk({}, [](const EveryChoice::Features& features) {
         return features.back() == FEAT_JOB_TYPE || features.back() == FEAT_FINISHING_STAPLE;
@@ -56,39 +56,6 @@ EveryChoice Walked(EveryChoice::Family family, const char* productCommand = "@PJ
     return every;
 }
 
-constexpr EveryChoice::Family kestrel = [](Generator& generator, CXString& pjl, CXString& setup,
-                                           CXString& rest) {
-    generator.GenerateLegacyKestrelPostScript(pjl, setup, rest);
-};
-constexpr EveryChoice::Family harrier = [](Generator& generator, CXString& pjl, CXString& setup,
-                                           CXString& rest) {
-    generator.GenerateLegacyHarrierPostScript(pjl, setup, rest, false);
-};
-constexpr EveryChoice::Family osprey = [](Generator& generator, CXString& pjl, CXString& setup,
-                                          CXString& rest) {
-    generator.GenerateLegacyOspreyPostScript(pjl, setup, rest);
-};
-constexpr EveryChoice::Family merlinPostScript = [](Generator& generator, CXString& pjl, CXString& setup,
-                                                    CXString& rest) {
-    generator.GenerateLegacyMerlinPostScript(pjl, setup, rest, false);
-};
-constexpr EveryChoice::Family merlinPcl6 = [](Generator& generator, CXString& pjl, CXString& setup,
-                                              CXString& rest) {
-    generator.GenerateLegacyMerlinPCL6(pjl, setup, rest);
-};
-constexpr EveryChoice::Family lowEndPostScript = [](Generator& generator, CXString& pjl, CXString& setup,
-                                                    CXString& rest) {
-    generator.GenerateSpecialLowEndPS(pjl, setup, rest);
-};
-constexpr EveryChoice::Family lowEndPcl6 = [](Generator& generator, CXString& pjl, CXString& setup,
-                                              CXString& rest) {
-    generator.GenerateSpecialLowEndPCL6(pjl, setup, rest);
-};
-constexpr EveryChoice::Family lowEndPclm = [](Generator& generator, CXString& pjl, CXString& ticket,
-                                              CXString&) {
-    generator.GenerateSpecialLowEndPCLm(pjl, ticket);
-};
-
 class EveryRow : public InApartment<> {};
 
 std::string Joined(const std::set<std::string>& texts) {
@@ -101,27 +68,26 @@ std::string Joined(const std::set<std::string>& texts) {
 TEST_F(EveryRow, IsWrittenAsPjlThatParses) {
     // With the number of lines that differ, so that the walk is known to meet every row.
     std::string covers;
-    for (const auto& [name, family, expected] :
-         Rows<const char*, EveryChoice::Family, std::size_t>{{"Kestrel", kestrel, 27},
-                                                             {"Harrier", harrier, 15},
-                                                             {"Osprey", osprey, 46},
-                                                             {"Merlin PostScript", merlinPostScript, 21},
-                                                             {"Merlin PCL 6", merlinPcl6, 159},
-                                                             {"low-end PostScript", lowEndPostScript, 17},
-                                                             {"low-end PCL 6", lowEndPcl6, 14},
-                                                             {"PCLm", lowEndPclm, 14}}) {
-        const EveryChoice every = Walked(family);
+    for (const auto& [family, expected] : Rows<InstructionFamily, std::size_t>{{kestrelFamily, 27},
+                                                                               {harrierFamily, 15},
+                                                                               {ospreyFamily, 46},
+                                                                               {merlinPostScriptFamily, 21},
+                                                                               {merlinPcl6Family, 159},
+                                                                               {lowEndPostScriptFamily, 17},
+                                                                               {lowEndPcl6Family, 14},
+                                                                               {lowEndPclmFamily, 14}}) {
+        const EveryChoice every = Walked(family.generate);
         for (const std::string& pjl : every.pjl)
-            ASSERT_EQ(PjlGrammar::FaultOf(pjl), "") << name;
+            ASSERT_EQ(PjlGrammar::FaultOf(pjl), "") << family.name;
         for (const std::string& trailer : every.trailers)
-            ASSERT_TRUE(trailer.empty() || trailer.starts_with("%%OrvelVersion: ")) << name << trailer;
+            ASSERT_TRUE(trailer.empty() || trailer.starts_with("%%OrvelVersion: ")) << family.name << trailer;
         std::set<std::string> lines;
         std::istringstream all(Joined(every.pjl));
         for (std::string line; std::getline(all, line);)
             lines.insert(line);
-        EXPECT_EQ(lines.size(), expected) << name << testing::PrintToString(lines);
-        if (family == merlinPcl6) covers = Joined(every.pjl);
-        if (family == lowEndPclm) {
+        EXPECT_EQ(lines.size(), expected) << family.name << testing::PrintToString(lines);
+        if (family.generate == merlinPcl6Family.generate) covers = Joined(every.pjl);
+        if (family.generate == lowEndPclmFamily.generate) {
             EXPECT_EQ(every.setup.size(), 31) << "page tickets";
         }
     }
@@ -133,8 +99,8 @@ TEST_F(EveryRow, IsWrittenAsPjlThatParses) {
 
 TEST_F(EveryRow, ReachesTheDeviceAsASnippet) {
     std::map<std::string, SnippetText> snippets;
-    for (const auto family : {kestrel, harrier, osprey})
-        for (const std::string& setup : Walked(family, "orvel$Transform /Lightness 1 put").setup) {
+    for (const auto family : {kestrelFamily, harrierFamily, ospreyFamily})
+        for (const std::string& setup : Walked(family.generate, "orvel$Transform /Lightness 1 put").setup) {
             const auto parts = SnippetText::Of(setup);
             ASSERT_EQ(parts.empty(), setup.empty()) << setup;
             for (const SnippetText& part : parts)

@@ -94,7 +94,7 @@ private:
             else if (line.starts_with('@'))
                 at = m_names.at(std::stoul(line.substr(1)));
             else
-                failures.push_back(at + ": " + line);
+                failures.push_back(std::string(at).append(": ").append(line));
         }
         if (!isAtEnd) failures.push_back(at + ": the interpreter did not come further");
         return failures;
