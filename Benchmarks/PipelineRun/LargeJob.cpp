@@ -27,6 +27,10 @@ std::string Noise(std::size_t size, unsigned seed) {
     return bytes;
 }
 
+std::string Or(const std::string& resource, std::size_t size, unsigned seed) {
+    return resource.empty() ? Noise(size, seed) : resource;
+}
+
 std::string Ticket(const std::string& feature, const std::string& option) {
     return R"(<?xml version="1.0" encoding="UTF-8"?><psf:PrintTicket xmlns:psf="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework" xmlns:psk="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords" version="1"><psf:Feature name="psk:)" +
            feature + R"("><psf:Option name="psk:)" + option + R"("/></psf:Feature></psf:PrintTicket>)";
@@ -52,7 +56,7 @@ std::string PageMarkup(std::size_t number, std::mt19937& generator) {
 
 } // namespace
 
-void WriteLargeJob(const std::filesystem::path& file, std::size_t pages) {
+void WriteLargeJob(const std::filesystem::path& file, std::size_t pages, const LargeJobResources& resources) {
     const std::string ns = xpsTypes;
     const std::string ticketType = "application/vnd.ms-printing.printticket+xml";
     const auto package = PackageWriter::Create(file);
@@ -67,9 +71,9 @@ void WriteLargeJob(const std::filesystem::path& file, std::size_t pages) {
     AddText(*package, "/Tickets/Page0.xml", ticketType, Ticket("PageOrientation", "Landscape"));
     AddText(*package, "/Tickets/Page1.xml", ticketType, Ticket("PageMediaSize", "ISOA5"));
     const std::string fontType = "application/vnd.ms-package.obfuscated-opentype";
-    AddText(*package, "/Resources/Fonts/Text.odttf", fontType, Noise(180'000, 2));
-    AddText(*package, "/Resources/Fonts/Bold.odttf", fontType, Noise(120'000, 3));
-    AddText(*package, "/Resources/Images/Logo.png", "image/png", Noise(60'000, 4));
+    AddText(*package, "/Resources/Fonts/Text.odttf", fontType, Or(resources.textFont, 180'000, 2));
+    AddText(*package, "/Resources/Fonts/Bold.odttf", fontType, Or(resources.boldFont, 120'000, 3));
+    AddText(*package, "/Resources/Images/Logo.png", "image/png", Or(resources.picture, 60'000, 4));
 
     std::string document = R"(<FixedDocument xmlns="http://schemas.microsoft.com/xps/2005/06">)";
     for (std::size_t page = 1; page <= pages; ++page) {

@@ -18,8 +18,10 @@
 #include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <Ticket/PrintTicketManager.h>
 
+#include <future>
 #include <optional>
 #include <string>
+#include <unordered_map>
 
 namespace {
 
@@ -33,8 +35,9 @@ protected:
 private:
     const DeviceFamily& Family();
     void Begin();
+    void AddPendingPage();
     const PageMedia& MediaOf(IFixedPage& page);
-    PageMedia OnSheet(const PageMedia& asked, const PageRenderer::PageSize& page) const;
+    PageMedia OnSheet(const PageMedia& asked, const PageSize& page) const;
 
     ProgressReport m_progress;
     std::unique_ptr<PageRenderer> m_renderer;
@@ -44,8 +47,11 @@ private:
     std::optional<StreamText> m_out;
     std::optional<DeviceStreamText> m_stream;
     PageMedia m_documentMedia; // of pages without a ticket of their own
-    CXString m_ticketName;     // the last page ticket that was read, and what it says
-    PageMedia m_pageMedia;
+    std::unordered_map<CXString, PageMedia>
+        m_ticketMedia; // what the document's page tickets say, by their names
+    // The page before is imaged on a thread of its own while a page is read.
+    PageMedia m_pendingMedia;
+    std::future<PageImage> m_pendingPage;
 };
 
 CXString SizeNameOf(IXMLDOMDocument2* defaultTicket) {
@@ -104,7 +110,7 @@ HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
     // Merged page tickets are kept by their part: a page of this document that shares one with a page of
     // another would get the other document's settings.
     GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
-    m_ticketName.Empty();
+    m_ticketMedia.clear();
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document));
     JobSettings settings(*GetPTManagerPtr(), kPTDocumentScope, *m_job);
     m_documentMedia = PageMedia::Of(settings);
@@ -115,10 +121,19 @@ HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
 HRESULT DeviceStream::OnFixedPage(IFixedPage* page) {
     const OperationScope operation("DeviceStream::OnFixedPage");
     if (!m_stream) Begin();
-    const PageRenderer::PageSize size = m_renderer->Open(*page);
-    m_stream->AddPage(*m_renderer, size, OnSheet(MediaOf(*page), size));
-    m_progress.Report(XpsJob_FixedPageAdded);
+    std::unique_ptr<ReadPage> read = m_renderer->Read(*page);
+    const PageMedia media = MediaOf(*page);
+    AddPendingPage();
+    m_pendingMedia = media;
+    m_pendingPage = std::async(std::launch::async, [page = std::move(read)] { return page->Image(); });
     return S_OK;
+}
+
+void DeviceStream::AddPendingPage() {
+    if (!m_pendingPage.valid()) return;
+    const PageImage page = m_pendingPage.get();
+    m_stream->AddPage(page, OnSheet(m_pendingMedia, page.size));
+    m_progress.Report(XpsJob_FixedPageAdded);
 }
 
 void DeviceStream::Begin() {
@@ -138,18 +153,18 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
     ThrowIfFailed(found);
     CComBSTR name;
     ThrowIfFailed(ticket->GetUri(&name));
-    if (m_ticketName.IsEmpty() || !(m_ticketName == name.m_str)) {
+    const auto [known, isNew] = m_ticketMedia.try_emplace(CXString(name.m_str));
+    if (isNew) {
         ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(&page));
         JobSettings settings(*GetPTManagerPtr(), kPTPageScope, *m_job);
-        m_pageMedia = PageMedia::Of(settings);
-        m_ticketName = name.m_str;
+        known->second = PageMedia::Of(settings);
     }
-    return m_pageMedia;
+    return known->second;
 }
 
 // The ticket decides on the sheet. But a page that was made for another one is not cut to what the printer
 // takes where nobody says anything: it then keeps its own size, and the device sees to it.
-PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageRenderer::PageSize& page) const {
+PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageSize& page) const {
     PageMedia media = asked;
     const bool hasSize = media.size != SheetSize();
     const bool isDefault = media.sizeName == m_defaultSizeName;
@@ -165,7 +180,10 @@ PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageRenderer::Page
 
 HRESULT DeviceStream::OnFinalize() {
     const OperationScope operation("DeviceStream::OnFinalize");
-    if (m_stream && IsAlive()) m_stream->End();
+    if (m_stream && IsAlive()) {
+        AddPendingPage();
+        m_stream->End();
+    }
     m_stream.reset();
     m_out.reset();
     m_job.reset(); // its tickets are the manager's, which goes now

@@ -55,14 +55,13 @@ void DeviceStreamText::AddMediaChanges(const PageMedia& media) {
                                    : m_pageLevel.GenerateOcptBasedPageLevelPostScript(changes));
 }
 
-void DeviceStreamText::AddPage(PageRenderer& renderer, const PageRenderer::PageSize& page,
-                               const PageMedia& media) {
+void DeviceStreamText::AddPage(const PageImage& page, const PageMedia& media) {
     const std::string number = std::to_string(++m_pages);
     m_out.Add("%%Page: " + number + " " + number + "\n%%BeginPageSetup\n");
     AddMediaChanges(media);
-    const double rise = PointsOf(media.size.height) - page.height;
+    const double rise = PointsOf(media.size.height) - page.size.height;
     m_out.Add("%%EndPageSetup\nsave\n0 " + Points(rise) + " translate\n%%BeginDocument: page\n");
-    renderer.Image([this](std::string_view bytes) { m_out.Add(bytes); });
+    m_out.Add(page.postScript);
     m_out.Add("%%EndDocument\nrestore\n");
 }
 

@@ -19,7 +19,7 @@ public:
     /// title: of the job, safe to stand in a comment.
     void Begin(const CXString& title);
     /// On a sheet of that media. The page stands at the upper left corner of the sheet.
-    void AddPage(PageRenderer& renderer, const PageRenderer::PageSize& page, const PageMedia& media);
+    void AddPage(const PageImage& page, const PageMedia& media);
     void End();
 
 private:

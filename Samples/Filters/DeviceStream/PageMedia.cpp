@@ -79,17 +79,17 @@ std::vector<CXString> PageMedia::Changes(const PageMedia& from, const PageMedia&
     return changes;
 }
 
-bool Fits(const SheetSize& sheet, const PageRenderer::PageSize& page) {
+bool Fits(const SheetSize& sheet, const PageSize& page) {
     return (IsNear(page.width, sheet.width) && IsNear(page.height, sheet.height)) ||
            (IsNear(page.width, sheet.height) && IsNear(page.height, sheet.width));
 }
 
-SheetSize Turned(const SheetSize& sheet, const PageRenderer::PageSize& page) {
+SheetSize Turned(const SheetSize& sheet, const PageSize& page) {
     if (IsUpright(page.width, page.height) == IsUpright(sheet.width, sheet.height)) return sheet;
     return {sheet.height, sheet.width};
 }
 
-SheetSize SheetOf(const PageRenderer::PageSize& page) {
+SheetSize SheetOf(const PageSize& page) {
     return {static_cast<int>(std::lround(page.width * micronsPerPoint)),
             static_cast<int>(std::lround(page.height * micronsPerPoint))};
 }

@@ -35,10 +35,10 @@ struct PageMedia {
 };
 
 /// Whether a sheet of that size takes the page, either way round; a point of rounding counts as nothing.
-bool Fits(const SheetSize& sheet, const PageRenderer::PageSize& page);
+bool Fits(const SheetSize& sheet, const PageSize& page);
 
 /// The sheet, turned as the page is.
-SheetSize Turned(const SheetSize& sheet, const PageRenderer::PageSize& page);
+SheetSize Turned(const SheetSize& sheet, const PageSize& page);
 
 /// A sheet of the page's own size.
-SheetSize SheetOf(const PageRenderer::PageSize& page);
+SheetSize SheetOf(const PageSize& page);

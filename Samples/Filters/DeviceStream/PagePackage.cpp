@@ -1,11 +1,9 @@
 #include "PagePackage.h"
 
 #include <ComSupport/ThrowHresult.h>
-#include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <atlcomcli.h>
-#include <zip.h>
 
 #include <array>
 
@@ -43,19 +41,33 @@ std::string NameOf(IPartBase& part) {
     return CPStringUtils::narrowToStdString(uri);
 }
 
-std::shared_ptr<const std::string> Read(IPartBase& part) {
+std::string Read(IPartBase& part) {
     CComPtr<IPrintReadStream> stream;
     ThrowIfFailed(part.GetStream(&stream));
-    auto bytes = std::make_shared<std::string>();
+    std::string bytes;
     std::array<char, 0x10000> buffer;
     BOOL atEnd = FALSE;
     while (!atEnd) {
         ULONG read = 0;
         ThrowIfFailed(stream->ReadBytes(buffer.data(), static_cast<ULONG>(buffer.size()), &read, &atEnd));
         if (read == 0) break;
-        bytes->append(buffer.data(), read);
+        bytes.append(buffer.data(), read);
     }
     return bytes;
+}
+
+// libgxps leaves out a picture that names a color profile: "{ColorConvertedBitmap picture profile}". It is
+// drawn as it stands instead, in the colors that it has without the profile.
+std::string WithoutProfiles(std::string markup) {
+    constexpr std::string_view start = "{ColorConvertedBitmap ";
+    for (std::size_t at = 0; (at = markup.find(start, at)) != std::string::npos;) {
+        const std::size_t end = markup.find_first_of("}\"'", at);
+        const std::size_t name = markup.find_first_not_of(' ', at + start.size());
+        const std::size_t nameEnd = markup.find_first_of(" }", name);
+        if (end == std::string::npos || markup[end] != '}' || nameEnd > end) break; // not as it has to be
+        markup.replace(at, end + 1 - at, markup.substr(name, nameEnd - name));
+    }
+    return markup;
 }
 
 std::string AttributeText(std::string_view text) {
@@ -73,71 +85,20 @@ std::string AttributeText(std::string_view text) {
     return escaped;
 }
 
-[[noreturn]] void Refuse(const char* step) {
-    ThrowFailure<CPException>([&] { return std::string("the package of a page cannot be made: ") + step; });
-}
-
-// An archive that is written into memory, and comes out whole or not at all.
-class MemoryArchive {
-public:
-    MemoryArchive() : m_target(zip_source_buffer_create(nullptr, 0, 0, nullptr)) {
-        if (m_target == nullptr) Refuse("no memory");
-        m_archive = zip_open_from_source(m_target, ZIP_TRUNCATE, nullptr);
-        if (m_archive == nullptr) {
-            zip_source_free(m_target);
-            Refuse("it cannot be opened");
-        }
-        zip_source_keep(m_target); // beyond the archive, to be read
-    }
-    MemoryArchive(const MemoryArchive&) = delete;
-    MemoryArchive& operator=(const MemoryArchive&) = delete;
-    ~MemoryArchive() {
-        if (m_archive != nullptr) zip_discard(m_archive);
-        zip_source_free(m_target);
-    }
-
-    // The bytes must live until Finish. They are stored as they are: the archive is read at once, and gone.
-    void Add(const std::string& name, std::string_view bytes) {
-        zip_source_t* const source = zip_source_buffer(m_archive, bytes.data(), bytes.size(), 0);
-        if (source == nullptr) Refuse("no memory");
-        const zip_int64_t index = zip_file_add(m_archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
-        if (index < 0) {
-            zip_source_free(source);
-            Refuse(name.c_str());
-        }
-        const auto entry = static_cast<zip_uint64_t>(index);
-        if (zip_set_file_compression(m_archive, entry, ZIP_CM_STORE, 0) != 0) Refuse(name.c_str());
-    }
-
-    std::string Finish() {
-        if (zip_close(m_archive) != 0) Refuse("it cannot be written");
-        m_archive = nullptr;
-        zip_stat_t what;
-        if (zip_source_stat(m_target, &what) != 0 || zip_source_open(m_target) != 0)
-            Refuse("it cannot be read");
-        std::string bytes(what.size, '\0');
-        const zip_int64_t read = zip_source_read(m_target, bytes.data(), bytes.size());
-        zip_source_close(m_target);
-        if (read != static_cast<zip_int64_t>(bytes.size())) Refuse("it cannot be read");
-        return bytes;
-    }
-
-private:
-    zip_source_t* m_target;
-    zip_t* m_archive = nullptr;
-};
-
 } // namespace
 
-std::shared_ptr<const std::string> ResourceBytes::Of(const std::string& name, IPartBase& part) {
+std::shared_ptr<const CheckedBytes> ResourceBytes::Of(const std::string& name, IPartBase& part) {
     if (const auto known = m_kept.find(name); known != m_kept.end()) return known->second;
-    auto bytes = Read(part);
-    if (m_size + bytes->size() > mostKept) {
+    std::string content = Read(part);
+    if (CComQIPtr<IPartResourceDictionary>(&part)) content = WithoutProfiles(std::move(content));
+    const auto bytes = std::make_shared<CheckedBytes>(std::move(content));
+    const std::size_t size = bytes->bytes.size();
+    if (m_size + size > mostKept) {
         m_kept.clear();
         m_size = 0;
     }
-    if (bytes->size() <= mostKept) {
-        m_size += bytes->size();
+    if (size <= mostKept) {
+        m_size += size;
         m_kept.emplace(name, bytes);
     }
     return bytes;
@@ -146,7 +107,7 @@ std::shared_ptr<const std::string> ResourceBytes::Of(const std::string& name, IP
 PagePackage::PagePackage(IFixedPage& page, ResourceBytes& resources) {
     const std::string pageName = NameOf(page);
     AddStructure(pageName);
-    m_parts.emplace_back(pageName.substr(1), Read(page));
+    Add(pageName, WithoutProfiles(Read(page)));
     CComPtr<IXpsPartIterator> parts;
     ThrowIfFailed(page.GetXpsPartIterator(&parts));
     for (parts->Reset(); !parts->IsDone(); parts->Next()) {
@@ -160,21 +121,24 @@ PagePackage::PagePackage(IFixedPage& page, ResourceBytes& resources) {
     }
 }
 
+void PagePackage::Add(const std::string& name, std::string content) {
+    m_parts.emplace_back(name.substr(1), std::make_shared<CheckedBytes>(std::move(content)));
+}
+
 void PagePackage::AddStructure(const std::string& pageName) {
-    const auto add = [&](const char* name, std::string_view text) {
-        m_parts.emplace_back(name, std::make_shared<std::string>(text));
-    };
-    add("[Content_Types].xml", contentTypes);
-    add("_rels/.rels", packageRelationships);
-    add("page-package.fdseq", sequence);
-    add("page-package.fdoc",
+    Add("/[Content_Types].xml", std::string(contentTypes));
+    Add("/_rels/.rels", std::string(packageRelationships));
+    Add("/page-package.fdseq", std::string(sequence));
+    Add("/page-package.fdoc",
         R"(<FixedDocument xmlns="http://schemas.microsoft.com/xps/2005/06"><PageContent Source=")" +
             AttributeText(pageName) + R"("/></FixedDocument>)");
 }
 
-std::string PagePackage::Archive() const {
-    MemoryArchive archive;
-    for (const auto& [name, bytes] : m_parts)
-        archive.Add(name, *bytes);
-    return archive.Finish();
+void PagePackage::Write(MemoryFile& file) const {
+    file.Rewind();
+    StoredArchive archive(file);
+    for (const auto& [name, content] : m_parts)
+        archive.Add(name, *content);
+    archive.Finish();
+    file.Truncate();
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "MemoryFile.h"
+#include "StoredArchive.h"
+
 #include <filterpipeline.h>
 
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -15,10 +17,10 @@
 class ResourceBytes {
 public:
     /// Of the part under that name. Throws CPComException for one that cannot be read.
-    std::shared_ptr<const std::string> Of(const std::string& name, IPartBase& part);
+    std::shared_ptr<const CheckedBytes> Of(const std::string& name, IPartBase& part);
 
 private:
-    std::map<std::string, std::shared_ptr<const std::string>> m_kept;
+    std::map<std::string, std::shared_ptr<const CheckedBytes>> m_kept;
     std::size_t m_size = 0;
 };
 
@@ -29,11 +31,12 @@ public:
     /// Throws CPComException for a page or a part that cannot be read.
     PagePackage(IFixedPage& page, ResourceBytes& resources);
 
-    /// The zip archive. Throws CPException where it cannot be made.
-    [[nodiscard]] std::string Archive() const;
+    /// As a zip archive, in the place of what the file holds. Throws CPException where it cannot be made.
+    void Write(MemoryFile& file) const;
 
 private:
+    void Add(const std::string& name, std::string content);
     void AddStructure(const std::string& pageName);
 
-    std::vector<std::pair<std::string, std::shared_ptr<const std::string>>> m_parts; // by name, without "/"
+    std::vector<std::pair<std::string, std::shared_ptr<const CheckedBytes>>> m_parts; // by name, without "/"
 };
