@@ -19,8 +19,13 @@ public:
 
 private:
     void Set(const std::optional<std::string>& value) const {
+#if defined(_WIN32)
+        _putenv_s(m_name, value.value_or("").c_str()); // without a text there is no variable
+        _tzset();
+#else
         value ? setenv(m_name, value->c_str(), 1) : unsetenv(m_name);
         tzset();
+#endif
     }
 
     const char* m_name;

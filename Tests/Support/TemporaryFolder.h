@@ -1,10 +1,9 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -12,9 +11,10 @@
 class TemporaryFolder {
 public:
     TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "ov-test-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no temporary folder");
-        m_path = name;
+        std::random_device random;
+        do {
+            m_path = std::filesystem::temp_directory_path() / ("ov-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(m_path)); // until the name is new
     }
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -41,7 +41,7 @@ public:
     std::vector<std::string> Names() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path))
-            names.push_back(entry.path().filename());
+            names.push_back(entry.path().filename().string());
         return names;
     }
 

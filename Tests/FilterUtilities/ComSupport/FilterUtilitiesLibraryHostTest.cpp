@@ -1,43 +1,32 @@
 #include "Support/ReportRecorder.h"
+#include "Support/ScratchRegistry.h"
 
 #include <ComSupport/FilterUtilitiesLibraryHost.h>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
 
 namespace {
 
-struct FilterUtilitiesLibraryHostTest : testing::Test {
-    const std::filesystem::path file =
-        std::filesystem::temp_directory_path() / ("ov-registry-" + std::to_string(getpid()));
+bool AnswerFor(const wchar_t* name, DWORD value) {
+    const ScratchRegistry registry;
+    HKEY key = nullptr;
+    EXPECT_EQ(ERROR_SUCCESS,
+              RegCreateKeyExW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Orvel\\PrinterDriver\\V5.0\\Configuration", 0,
+                              nullptr, 0, KEY_WRITE, nullptr, &key, nullptr));
+    EXPECT_EQ(ERROR_SUCCESS,
+              RegSetValueExW(key, name, 0, REG_DWORD, reinterpret_cast<const BYTE*>(&value), sizeof value));
+    RegCloseKey(key);
+    return FilterUtilitiesLibraryHost::ShouldNativeXmlConfigurationFeatureSetPopMessageBoxOnException();
+}
 
+TEST(FilterUtilitiesLibraryHost, AsksTheRegistryAndShowsThatThereIsNoKeyToAsk) {
     const ReportRecorder recorder;
-
-    void SetUp() override { setenv("OV_REGISTRY", file.c_str(), 1); }
-    void TearDown() override {
-        std::filesystem::remove(file);
-        unsetenv("OV_REGISTRY");
-    }
-    bool Answer(const std::string& values) const {
-        std::ofstream(file)
-            << "OvRegistry 1\n[HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvel\\PrinterDriver\\V5.0\\Configuration]\n"
-            << values << '\n';
-        return FilterUtilitiesLibraryHost::ShouldNativeXmlConfigurationFeatureSetPopMessageBoxOnException();
-    }
-};
-
-TEST_F(FilterUtilitiesLibraryHostTest, AsksTheRegistryAndShowsThatThereIsNoKeyToAsk) {
-    EXPECT_TRUE(Answer("\"ShowParseErrors\"=dword:1"));
-    EXPECT_FALSE(Answer("\"ShowParseErrors\"=dword:0"));
-    EXPECT_FALSE(Answer("\"SomethingElse\"=dword:1"));
+    EXPECT_TRUE(AnswerFor(L"ShowParseErrors", 1));
+    EXPECT_FALSE(AnswerFor(L"ShowParseErrors", 0));
+    EXPECT_FALSE(AnswerFor(L"SomethingElse", 1));
     EXPECT_TRUE(ReportRecorder::reports().empty());
 
-    std::filesystem::remove(file);
+    const ScratchRegistry registry;
     EXPECT_FALSE(
         FilterUtilitiesLibraryHost::ShouldNativeXmlConfigurationFeatureSetPopMessageBoxOnException());
     ASSERT_EQ(ReportRecorder::reports().size(), 1u);

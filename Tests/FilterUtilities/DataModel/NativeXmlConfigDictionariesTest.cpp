@@ -1,17 +1,11 @@
-#include "Support/AllocationCount.h"
 #include "Support/Rows.h"
 
-#include <DataModel/FeatureNameTable.h>
 #include <DataModel/NativeXmlConfigCpssOptionValueDictionary.h>
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DataModel/NativeXmlConfigOptionValueDictionary.h>
-#include <DataModel/ValueNameTable.h>
-#include <FeatureAccess/FeatureRuleTable.h>
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 #include <set>
 #include <string>
@@ -53,22 +47,6 @@ std::string NoSuchKey(const std::string& key) {
 }
 
 } // namespace
-
-// A copy in the program would answer in place of what the filters in it are answered from.
-TEST(Dictionaries, ExistOnceInAProcess) {
-    const FeatureRule* const inCollection =
-        FindFeatureRule(FeatureQuestionKind::Option, {FEAT_MEDIA_COL, FEAT_INPUT_TRAY});
-    for (const void* const place : std::initializer_list<const void*>{
-             reinterpret_cast<const void*>(&NativeXmlConfigFeatureDictionary::Instance),
-             reinterpret_cast<const void*>(&NativeXmlConfigOptionValueDictionary::Instance),
-             reinterpret_cast<const void*>(&NativeXmlConfigCpssOptionValueDictionary::Instance),
-             GetFeatureNames().data(), GetValueNames().data(), inCollection,
-             inCollection->words.Rows().data()}) {
-        Dl_info found{};
-        ASSERT_NE(dladdr(place, &found), 0);
-        EXPECT_EQ(std::filesystem::path(found.dli_fname).filename(), "libov-FilterUtilities.so");
-    }
-}
 
 TEST(FeatureDictionary, HoldsEveryFeatureOnceInTheRightShape) {
     const auto features = allFeatures();
@@ -213,21 +191,4 @@ TEST(OptionDictionaries, ComposeTheirKeys) {
     };
     for (const auto& [ask, key] : cases)
         EXPECT_EQ(MessageOf(ask), NoSuchKey(key));
-}
-
-TEST(OptionDictionaries, AllocateNothingForWhoHoldsText) {
-    // Each is made at its first use.
-    const auto options = allOptions();
-    std::size_t found = CpssOptions().IsCpssNamePresent(FEAT_JOB_TYPE, "") +
-                        std::size_t{Features().IsXmlConfigNamePresent("")};
-    const std::size_t allocated = AllocationCount::Of([&] {
-        for (const NativeXmlConfigOptionValueEntry* const option : options)
-            found += Options().IsXmlConfigNamePresent(option->feature, option->xmlConfigOptionName.view());
-        found += Options().IsPrintTicketNamePresent(FEAT_FINISHING_STAPLE, L"StapleTopLeft");
-        found += CpssOptions().IsCpssNamePresent(FEAT_JOB_TYPE, "hold-job");
-        found += CpssOptions().IsValuePresent(FEAT_JOB_TYPE, VAL_JOB_TYPE_HOLD);
-        found += Features().IsXmlConfigNamePresent("Staple");
-    });
-    EXPECT_EQ(0u, allocated);
-    EXPECT_EQ(found, options.size() + 4);
 }

@@ -1,5 +1,6 @@
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <BinaryForms/Hash32.h>
 #include <LowLevelFacilities/WideStrings/ByteBuffer.h>
@@ -53,6 +54,7 @@ TEST(ReadOnlyStream, IsNotMadeFromNothing) {
 }
 
 TEST(MessageBox, IsReportedAndAnswered) {
+    SkipOnWindows("The box waits for a user.");
     const ReportRecorder recorder;
     EXPECT_EQ(IDOK, WindowsDesktopUtilities::noHangDebugMessageBox(nullptr, L"Text \u20AC", L"Caption",
                                                                    MB_TASKMODAL | MB_ICONERROR));

@@ -1,6 +1,7 @@
 #include "Support/FakePrinterPropertyBag.h"
 #include "Support/MemoryStreams.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <SystemServices/WindowsDesktopUtilities.h>
 
@@ -74,6 +75,7 @@ Moved Copy(IStream* source, IStream* target, ULONGLONG count) {
 TEST(StreamCopy, GoesOnUntilTheTargetHasAllOrFails) {
     for (const auto& [name, make] : Rows<const char*, CComPtr<IStream> (*)()>{
              {"global memory", GlobalMemoryStream}, {"read-only", ReadOnlyStream}}) {
+        if (IsWine() && make == GlobalMemoryStream) continue; // it does not wait for a slow target
         SCOPED_TRACE(name);
         const CComPtr<IStream> source = make();
         const auto slow = MakeFake<SlowTarget>();
@@ -101,6 +103,7 @@ TEST(StreamCopy, GoesOnUntilTheTargetHasAllOrFails) {
 }
 
 TEST(StreamCopy, EndsWhereTheTargetMakesTheSourceGrow) {
+    SkipUnderWine("It goes on for ever.");
     const CComPtr<IStream> source = GlobalMemoryStream();
     CComPtr<IStream> clone;
     ASSERT_EQ(S_OK, source->Clone(&clone));

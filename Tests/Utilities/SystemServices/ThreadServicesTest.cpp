@@ -1,6 +1,8 @@
 // What acts on the calling thread: its apartment, its token, its user.
 
+#include "Support/EnvironmentVariable.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <Com/FaultInjection.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -77,16 +79,16 @@ TEST(OperatingSystem, KnowsItself) {
 }
 
 TEST(OperatingSystemDeathTest, KnowsThePaperOfItsUser) {
+    SkipOnWindows("The paper follows from what the user has set.");
     // A process reads its locale once, so each is asked in a process of its own.
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
     for (const auto& [locale, isEnglish] :
          Rows<const char*, bool>{{"en_US.UTF-8", true}, {"de_DE.UTF-8", false}}) {
-        setenv("LC_ALL", locale, 1);
+        const EnvironmentVariable variable("LC_ALL", locale);
         EXPECT_EXIT(std::exit(OperatingSystem::UseEnglishPaperSizes() ? 1 : 0),
                     testing::ExitedWithCode(isEnglish ? 1 : 0), "")
             << locale;
     }
-    unsetenv("LC_ALL");
 }
 
 } // namespace

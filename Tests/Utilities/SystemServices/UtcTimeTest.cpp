@@ -1,4 +1,5 @@
 #include "Support/EnvironmentVariable.h"
+#include "Support/SkipOnWindows.h"
 
 #include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 #include <SystemServices/UtcTime.h>
@@ -23,20 +24,21 @@ std::tm fields(int year, int month, int day, int hour, int minute, int second) {
 // Date, time, day of the week and of the year.
 std::string text(const std::tm& time) {
     char buffer[40];
-    return {buffer, std::strftime(buffer, sizeof buffer, "%F %T %w %j", &time)};
+    return {buffer, std::strftime(buffer, sizeof buffer, "%Y-%m-%d %H:%M:%S %w %j", &time)};
 }
 
 TEST(UtcTime, BreaksDownAsTheRuntimeDoes) {
     for (const std::time_t seconds : {std::time_t{951782400}, std::time_t{4102444799}, std::time_t{-1}}) {
-        std::tm expected{};
-        gmtime_r(&seconds, &expected);
-        EXPECT_EQ(text(expected), text(UtcTime(expected).GetTimeInUtc()));
+        const std::tm* const expected = std::gmtime(&seconds);
+        if (expected == nullptr) continue; // some runtimes know none before 1970
+        EXPECT_EQ(text(*expected), text(UtcTime(*expected).GetTimeInUtc()));
     }
     EXPECT_TRUE(UtcTime(fields(2025, 14, 1, 24, 0, 0)) == UtcTime(fields(2026, 2, 2, 0, 0, 0)));
     EXPECT_THROW(UtcTime(fields(1600, 12, 31, 23, 59, 59)), CPExceptionInvalidArgument);
 }
 
 TEST(UtcTime, KnowsTheTimeZone) {
+    SkipOnWindows("The zone is set for the whole system.");
     const EnvironmentVariable zone("TZ", "Europe/Berlin");
     EXPECT_EQ(11, UtcTime(fields(2025, 1, 15, 10, 0, 0)).GetTimeInCurrentTimeZone().tm_hour);
     EXPECT_EQ(12, UtcTime(fields(2025, 7, 15, 10, 0, 0)).GetTimeInCurrentTimeZone().tm_hour);

@@ -3,6 +3,7 @@
 #include "Support/InApartment.h"
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <Com/FaultInjection.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -52,6 +53,7 @@ TEST_F(Xml, ParsesTextAndBytesAlike) {
     parser.parse(CPString("<?xml version=\"1.0\" encoding=\"UTF-16\"?><r a='\xC3\xA9'>\xE2\x82\xAC</r>"));
     check(parser);
 
+    SkipUnderWine("It writes UTF-8 under a declaration of UTF-16.");
     const std::string path = testing::TempDir() + "xml-parser-test.xml";
     parser.SaveXmlToFile(path.c_str());
     MicrosoftXmlParser again(L"file", false);
@@ -61,6 +63,7 @@ TEST_F(Xml, ParsesTextAndBytesAlike) {
 }
 
 TEST_F(Xml, SaysWhatIsMalformedAndWhere) {
+    SkipUnderWine("It says neither what nor where, and takes documents with a DTD.");
     const auto parser = UtilitiesLibraryHost::CreateMicrosoftXmlParser(L"Queue properties", false);
     for (const char* malformed : {"", "<a>\n<b></a>", "<p:a/>", "<!DOCTYPE a [<!ENTITY x 'y'>]><a>&x;</a>"}) {
         parser->parse(CPString("<good/>"));
@@ -127,7 +130,9 @@ TEST_F(Xml, ChangesADocumentAndWritesIt) {
     EXPECT_EQ(std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n") + body, Written(parser, true));
     EXPECT_EQ(L"<b/>", added->GetFirstChild()->GetTextValue());
     EXPECT_THROW(added->GetFirstChild()->SetAttribute(L"a", L"b"), CPComException);
-    EXPECT_THROW((void)document.CreateElement(L"not a name"), CPComException);
+    if (!IsWine()) { // which takes any name
+        EXPECT_THROW((void)document.CreateElement(L"not a name"), CPComException);
+    }
 }
 
 TEST_F(Xml, IndentsWhereNoTextChanges) {

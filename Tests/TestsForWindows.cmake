@@ -1,0 +1,50 @@
+# The tests that are built for Windows, and run under Wine against the DLLs.
+
+# The framework, whose sources Debian has: it builds it for its own compiler only.
+set(framework /usr/src/googletest)
+add_library(ov-test-framework STATIC ${framework}/googletest/src/gtest-all.cc ${framework}/googlemock/src/gmock-all.cc
+    ${framework}/googlemock/src/gmock_main.cc)
+target_include_directories(ov-test-framework SYSTEM PUBLIC ${framework}/googletest/include ${framework}/googlemock/include
+    PRIVATE ${framework}/googletest ${framework}/googlemock)
+
+# What cannot be built or would say nothing there: a pattern of the folder or of what a source includes, and why.
+set(OV_LEFT_OUT
+    "^/(Platform|PipelineHost|Samples)/" "tests what is not part of a build for Windows"
+    "[<\"]Support/FailureSweep\\.h" "sweeps over the platform's calls, and no call of Windows' own can be let fail"
+    "[<\"](Spooler/|Support/FilterJob\\.h)" "asks a queue folder, which stands for the spooler elsewhere"
+    "[<\"](libxml/|FilterUtilities/PrintSchema/(Ticket|Capabilities)Support\\.h)" "reads with libxml2 what was written"
+    "[<\"]Support/AllocationCount\\.h" "counts what is allocated, and a program cannot replace operator new for a DLL"
+    "GrowthTest\\.cpp$" "measures algorithms that are the same on every system"
+    "[<\"]dlfcn\\.h" "asks the loader of other systems"
+    "[<\"]Xml/DocumentBound\\.h" "goes to the bounds of the DOM that stands for Windows' own elsewhere")
+
+# ov_leave_out_for_windows(<variable>): keeps of a room's sources those that are built for Windows.
+function(ov_leave_out_for_windows variable)
+    set(found ${${variable}})
+    set(${variable} "")
+    foreach(source IN LISTS found)
+        string(REPLACE ${CMAKE_CURRENT_SOURCE_DIR} "" name ${source})
+        file(STRINGS ${source} includes REGEX "^#include ")
+        set(left ${OV_LEFT_OUT})
+        set(kept TRUE)
+        while(left AND kept)
+            list(POP_FRONT left pattern reason)
+            if("${name}" MATCHES "${pattern}" OR "${includes}" MATCHES "${pattern}")
+                message(VERBOSE "Left out: ${name} ${reason}")
+                set(kept FALSE)
+            endif()
+        endwhile()
+        if(kept)
+            list(APPEND ${variable} ${source})
+        endif()
+    endforeach()
+    set(${variable} ${${variable}} PARENT_SCOPE)
+endfunction()
+
+# ov_test_for_windows(<target>): one test of CTest for the whole program, since Wine is slow to start one.
+function(ov_test_for_windows test)
+    target_include_directories(${test} BEFORE PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/Support/Windows)
+    target_link_libraries(${test} PRIVATE ov-build-options ov-FilterUtilities ov-test-framework)
+    add_test(NAME ${test} COMMAND ${CMAKE_SOURCE_DIR}/scripts/run-windows $<TARGET_FILE:${test}>)
+    set_tests_properties(${test} PROPERTIES TIMEOUT 300)
+endfunction()
