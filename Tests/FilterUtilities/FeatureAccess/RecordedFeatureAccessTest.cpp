@@ -117,6 +117,24 @@ TEST_F(RecordedFeatures, TellEachQuestionWithAnswerAndSource) {
     }
 }
 
+TEST_F(RecordedFeatures, WithholdOneAnswerAndNoOther) {
+    m_job.ticket.Choose(L"PageOrientation", L"Landscape");
+    m_job.ticket.Choose(L"PageMediaColor", L"Blue");
+    m_job.ticket.supported.insert(L"JobCopiesAllDocuments");
+    m_job.ticket.integers[L"JobCopiesAllDocuments"] = 7;
+    int number = 0;
+    Recorded().Withhold({Integer, FEAT_COPIES});
+    EXPECT_FALSE(Recorded().GetIntegerValue(FEAT_COPIES, number));
+    EXPECT_FALSE(Recorded().Answers().back().isSpecified);
+    EXPECT_EQ(Recorded().GetEffectiveOrientation(), VAL_MS_ORIENTATION_LANDSCAPE);
+    Recorded().Withhold({Orientation});
+    EXPECT_EQ(Recorded().GetEffectiveOrientation(), VAL_UNSPECIFIED);
+    EXPECT_TRUE(Recorded().GetIntegerValue(FEAT_COPIES, number));
+    Recorded().Withhold({Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}});
+    EXPECT_EQ(Recorded().GetOptionValueWithContext(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR), SimpleOptionValue());
+    EXPECT_TRUE(Recorded().GetOptionValue(FEAT_MS_ORIENTATION).IsSpecified());
+}
+
 TEST_F(RecordedFeatures, PassOnWhatIsSetAndForgetWhatFailed) {
     m_job.ticket.Choose(L"PageOrientation", L"Landscape");
     Recorded().SetStringValue(FEAT_CURRENT_USER_NAME, L"me", true);
