@@ -2,9 +2,10 @@
 #include "Support/DeviceBag.h"
 #include "Support/Growth.h"
 #include "Support/InApartment.h"
-#include "Support/InstructionFamilies.h"
 
+#include <DeviceControl/DeviceFamily.h>
 #include <DeviceControl/PostScriptPageLevelPDLHelper.h>
+#include <DeviceControl/PrintInstructionGenerator.h>
 #include <DeviceControl/ProductPdlData.h>
 
 namespace {
@@ -31,13 +32,11 @@ Item Same(const char* text) {
 void GenerateAll(const UniformJob& job) {
     DeviceBag bag;
     UniformJob asked = job;
-    for (const InstructionFamily& family : instructionFamilies) {
+    for (const DeviceFamily& family : DeviceFamilies()) {
         OrvelDriverPropertyBag device(bag);
         PrintInstructionGenerator generator(asked, device);
-        CXString pjl;
-        CXString setup;
-        CXString trailer;
-        family.generate(generator, pjl, setup, trailer);
+        DeviceInstructions texts;
+        family.generate(generator, texts);
     }
 }
 

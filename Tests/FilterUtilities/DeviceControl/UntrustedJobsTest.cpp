@@ -1,9 +1,10 @@
 #include "FilterUtilities/DeviceControl/UniformJob.h"
 #include "Support/DeviceBag.h"
 #include "Support/InApartment.h"
-#include "Support/InstructionFamilies.h"
 #include "Support/Rows.h"
 
+#include <DeviceControl/DeviceFamily.h>
+#include <DeviceControl/PrintInstructionGenerator.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <gmock/gmock.h>
@@ -26,15 +27,15 @@ std::size_t CountOf(std::string_view text, std::string_view part) {
     return count;
 }
 
-class UntrustedJobs : public InApartment<testing::TestWithParam<InstructionFamily>> {
+class UntrustedJobs : public InApartment<testing::TestWithParam<DeviceFamily>> {
 protected:
     /// The three texts one behind the other.
     std::string Generated() {
         OrvelDriverPropertyBag device(m_bag);
         PrintInstructionGenerator generator(m_job, device);
-        CXString texts[3];
-        GetParam().generate(generator, texts[0], texts[1], texts[2]);
-        return Utf8(texts[0]) + Utf8(texts[1]) + Utf8(texts[2]);
+        DeviceInstructions texts;
+        GetParam().generate(generator, texts);
+        return Utf8(texts.pjlCommands) + Utf8(texts.setupCommands) + Utf8(texts.trailerComments);
     }
 
     UniformJob m_job;
@@ -86,20 +87,19 @@ TEST_P(UntrustedJobs, PassOnTheirFailures) {
     EXPECT_THAT(Generated(), HasSubstr("\"a\""));
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, UntrustedJobs, testing::ValuesIn(instructionFamilies),
+INSTANTIATE_TEST_SUITE_P(Families, UntrustedJobs,
+                         testing::ValuesIn(DeviceFamilies().begin(), DeviceFamilies().end()),
                          [](const auto& test) { return std::string(test.param.name); });
 
 /// What one family does with what it is told.
 class UntrustedJob : public InApartment<> {
 protected:
-    std::string PjlOf(const InstructionFamily& family, IFilterFeatureAccess& job) {
+    std::string PjlOf(const char* family, IFilterFeatureAccess& job) {
         OrvelDriverPropertyBag device(m_bag);
         PrintInstructionGenerator generator(job, device);
-        CXString pjl;
-        CXString setup;
-        CXString trailer;
-        family.generate(generator, pjl, setup, trailer);
-        return Utf8(pjl);
+        DeviceInstructions texts;
+        FindDeviceFamily(family)->generate(generator, texts);
+        return Utf8(texts.pjlCommands);
     }
 
     DeviceBag m_bag;
@@ -110,10 +110,10 @@ TEST_F(UntrustedJob, SendsFaxesToNoMoreThanItsRecipients) {
     job.text = L"1";
     job.entries = std::numeric_limits<unsigned int>::max();
     job.number = std::numeric_limits<int>::min();
-    EXPECT_EQ(CountOf(PjlOf(ospreyFamily, job), "OID_ATT_FAX_DESTINATION_PHONE \"1,1\""), 10000);
+    EXPECT_EQ(CountOf(PjlOf("Osprey", job), "OID_ATT_FAX_DESTINATION_PHONE \"1,1\""), 10000);
     TableFeatureAccess density;
     density.Set(FEAT_TONER_DENSITY, std::numeric_limits<int>::min());
-    EXPECT_THAT(PjlOf(ospreyFamily, density), HasSubstr("DENSITY=2147483652\n"));
+    EXPECT_THAT(PjlOf("Osprey", density), HasSubstr("DENSITY=2147483652\n"));
 }
 
 TEST_F(UntrustedJob, HasItsSaveNameCutBetweenCharacters) {
@@ -125,14 +125,14 @@ TEST_F(UntrustedJob, HasItsSaveNameCutBetweenCharacters) {
                                           {std::wstring(39, L'a') + pair, std::wstring(39, L'a')}}) {
         TableFeatureAccess job;
         job.Choose(FEAT_JOB_TYPE, VAL_JOB_TYPE_SAVED_PRINT).Set(FEAT_JOB_NAME, name.c_str());
-        EXPECT_THAT(PjlOf(kestrelFamily, job), HasSubstr("SAVE_NAME \"" + Utf8(kept.c_str()) + "\";\n"));
+        EXPECT_THAT(PjlOf("Kestrel", job), HasSubstr("SAVE_NAME \"" + Utf8(kept.c_str()) + "\";\n"));
     }
 }
 
 TEST_F(UntrustedJob, GoesOnWhateverItsProductDataIs) {
     TableFeatureAccess job;
     job.Choose(FEAT_PRINT_QUALITY_LEVEL, VAL_QUALITY_STANDARD);
-    const std::string plain = PjlOf(kestrelFamily, job);
+    const std::string plain = PjlOf("Kestrel", job);
     const std::string section = "<print-quality-level>";
     const std::string end = "</print-quality-level>";
     for (const std::string& data :
@@ -141,11 +141,11 @@ TEST_F(UntrustedJob, GoesOnWhateverItsProductDataIs) {
           section + "<standard PS='x'/>" + end, std::string("\0<\0", 3),
           std::string("<a b=\"") + section + "\"/>", std::string(10'000'000, '<')}) {
         m_bag.productData = std::string(data);
-        EXPECT_EQ(PjlOf(kestrelFamily, job), plain) << data.substr(0, 60);
+        EXPECT_EQ(PjlOf("Kestrel", job), plain) << data.substr(0, 60);
     }
     // Deliberate: a search does not tell tags from what looks like one.
     m_bag.productData = "<a b=\"" + section + "<standard PS=\"x\\n\"/>\">" + end;
-    EXPECT_THAT(PjlOf(kestrelFamily, job), HasSubstr(";\nx\n@PJL"));
+    EXPECT_THAT(PjlOf("Kestrel", job), HasSubstr(";\nx\n@PJL"));
 }
 
 } // namespace

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "Support/DeviceBag.h"
-#include "Support/InstructionFamilies.h"
 #include "Support/TableFeatureAccess.h"
 
 #include <DataModel/ValueNameTable.h>
+#include <DeviceControl/DeviceFamily.h>
+#include <DeviceControl/PrintInstructionGenerator.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <set>
@@ -14,8 +15,7 @@
 /// where another has a certain value, and keeps what it writes. Knows nothing of the family's tables.
 class EveryChoice {
 public:
-    EveryChoice(InstructionFamily::Generate family, const DeviceBag& device)
-        : m_family(family), m_bag(device) {}
+    EveryChoice(const DeviceFamily& family, const DeviceBag& device) : m_family(family), m_bag(device) {}
 
     using Features = std::vector<DataModelIds::tagFeatureEnum>; // from the outermost collection
     using Filter = bool (*)(const Features&);
@@ -89,16 +89,14 @@ private:
     void Write(Job& job) {
         OrvelDriverPropertyBag device(m_bag);
         PrintInstructionGenerator generator(job, device);
-        CXString first;
-        CXString second;
-        CXString third;
-        m_family(generator, first, second, third);
-        pjl.insert(CPStringUtils::narrowToStdString(first));
-        setup.insert(CPStringUtils::narrowToStdString(second));
-        trailers.insert(CPStringUtils::narrowToStdString(third));
+        DeviceInstructions texts;
+        m_family.generate(generator, texts);
+        pjl.insert(CPStringUtils::narrowToStdString(texts.pjlCommands));
+        setup.insert(CPStringUtils::narrowToStdString(texts.setupCommands));
+        trailers.insert(CPStringUtils::narrowToStdString(texts.trailerComments));
     }
 
-    InstructionFamily::Generate m_family;
+    const DeviceFamily& m_family;
     DeviceBag m_bag;
     Filter m_filter = nullptr;
     std::set<Features> m_met;
