@@ -3,11 +3,12 @@
 #include <FeatureAccess/FeatureQuestion.h>
 #include <FeatureAccess/IFilterFeatureAccess.h>
 
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <tuple>
-#include <vector>
+#include <unordered_map>
 
 /// A feature access that holds a table. What is not in it is not specified.
 class TableFeatureAccess : public IFilterFeatureAccess {
@@ -149,14 +150,19 @@ public:
     CPString GetDumpDisplayString(const SimpleOptionValue&) const override { return {}; }
 
 private:
-    using Key = std::pair<std::vector<tagFeatureEnum>, unsigned int>;
+    using Key = std::uint64_t;
+    template <typename Value>
+    using Table = std::unordered_map<Key, Value>;
 
+    /// The path in one number: features have 17 bits, and positions 13 and all beyond.
     static Key KeyOf(const FeaturePath& path) {
-        const auto features = path.Features();
-        return {{features.begin(), features.end()}, path.Index().value_or(0)};
+        Key key = 0;
+        for (const tagFeatureEnum feature : path.Features())
+            key = key << 17 | static_cast<Key>(feature);
+        return (key << 13) + path.Index().value_or(0);
     }
     template <typename Value>
-    static bool Read(const std::map<Key, Value>& table, const FeaturePath& path, Value& value) {
+    static bool Read(const Table<Value>& table, const FeaturePath& path, Value& value) {
         const auto row = table.find(KeyOf(path));
         if (row != table.end()) value = row->second;
         return row != table.end();
@@ -172,11 +178,11 @@ private:
         return Read(m_options, path, value) ? SimpleOptionValue(true, value) : SimpleOptionValue();
     }
 
-    std::map<Key, tagValueEnum> m_options;
-    std::map<Key, int> m_integers;
-    std::map<Key, CXString> m_texts;
-    std::map<Key, std::string> m_passwords;
-    std::map<Key, UtcTime> m_times;
+    Table<tagValueEnum> m_options;
+    Table<int> m_integers;
+    Table<CXString> m_texts;
+    Table<std::string> m_passwords;
+    Table<UtcTime> m_times;
     std::map<tagFeatureEnum, bool> m_flags;
     std::map<tagFeatureEnum, bool> m_collections;
 };

@@ -4,18 +4,19 @@
 
 #include <algorithm>
 #include <span>
+#include <string_view>
 
 /// A value of a feature, with the snippet that asks the device for it.
 struct CommandRow {
     DataModelIds::tagValueEnum value;
-    const wchar_t* option;
-    const wchar_t* command;
+    std::wstring_view option;
+    std::wstring_view command;
 };
 
 /// A value of a feature, with what it is called in an instruction.
 struct ValueText {
     DataModelIds::tagValueEnum value;
-    const wchar_t* text;
+    std::wstring_view text;
 };
 
 /// The row of a value; null where the table has none.
@@ -32,8 +33,8 @@ template <typename Row, std::size_t count>
 
 /// The text of a value; `otherwise` where the table has none.
 template <std::size_t count>
-[[nodiscard]] constexpr const wchar_t*
-TextOf(const ValueText (&rows)[count], DataModelIds::tagValueEnum value, const wchar_t* otherwise = L"") {
+[[nodiscard]] constexpr std::wstring_view
+TextOf(const ValueText (&rows)[count], DataModelIds::tagValueEnum value, std::wstring_view otherwise = L"") {
     const ValueText* const row = FindRow(rows, value);
     return row == nullptr ? otherwise : row->text;
 }

@@ -29,7 +29,7 @@ Covers CoversOf(const JobQuestions& job) {
     }
 }
 
-const wchar_t* PrefixOf(const Covers& covers) {
+std::wstring_view PrefixOf(const Covers& covers) {
     if (!covers.back) return L"@PJL COMMENT OID_ATT_FIRST_PAGE_";
     return covers.front ? L"@PJL COMMENT OID_ATT_FIRSTLAST_PAGE_" : L"@PJL COMMENT OID_ATT_LAST_PAGE_";
 }
@@ -40,7 +40,7 @@ tagValueEnum MediaChoice(const JobQuestions& job, tagFeatureEnum cover, tagFeatu
     return own != VAL_UNSPECIFIED ? own : job.Choice({FEAT_MEDIA_COL, feature});
 }
 
-void AppendSize(CXString& pjl, const wchar_t* prefix, const JobQuestions& job, tagFeatureEnum cover) {
+void AppendSize(CXString& pjl, std::wstring_view prefix, const JobQuestions& job, tagFeatureEnum cover) {
     Dimension width;
     Dimension height;
     if (!job.Features().GetOutputSize(cover, width, height) && !job.Features().GetOutputSize(width, height))
@@ -58,7 +58,7 @@ void CoverLines::Append(CXString& pjl, const JobQuestions& job) {
     const Covers covers = CoversOf(job);
     if (!covers.front && !covers.back) return;
     const tagFeatureEnum cover = covers.front ? FEAT_FRONT_COVER : FEAT_BACK_COVER;
-    const wchar_t* const prefix = PrefixOf(covers);
+    const std::wstring_view prefix = PrefixOf(covers);
     const bool isBlank = job.Choice({cover, FEAT_COVER_TYPE}) == VAL_COVER_TYPE_BLANK;
     InstructionText::Append(pjl, prefix, L"IMAGED ", isBlank ? L"FALSE;\r\n" : L"TRUE;\r\n");
     InstructionText::Append(pjl, prefix, L"MEDIA_TYPE \"",

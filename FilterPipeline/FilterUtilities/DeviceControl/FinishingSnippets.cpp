@@ -12,7 +12,7 @@ constexpr CommandRow noStaple = {VAL_UNSPECIFIED, L"None", L"<< /Staple 0 >> set
 constexpr CommandRow oneStapleOnPortrait = {
     VAL_FINISHING_1_STAPLE, L"Single-Portrait",
     L"<< /Staple 3 /StapleDetails << /Type 1 /StapleLocation (SinglePortrait) >> >> setpagedevice"};
-constexpr const wchar_t* multipleStaples =
+constexpr std::wstring_view multipleStaples =
     L"<< /Staple 3 /StapleDetails << /Type 1 /StapleLocation (Multiple) >> >> setpagedevice";
 constexpr CommandRow staples[] = {
     {VAL_FINISHING_1_STAPLE, L"Single-Landscape",
@@ -24,7 +24,7 @@ constexpr CommandRow staples[] = {
 };
 
 constexpr CommandRow noPunch = {VAL_UNSPECIFIED, L"None", L"%% Punch Off"};
-constexpr const wchar_t* threeHoles =
+constexpr std::wstring_view threeHoles =
     L"(<<) cvx exec /Punch 4 /PunchDetails (<<) cvx exec /Type 6 /NumHoles 3 "
     L"(>>) cvx exec (>>) cvx exec setpagedevice";
 constexpr CommandRow punches[] = {
@@ -38,7 +38,7 @@ constexpr CommandRow punches[] = {
      L"setpagedevice"},
 };
 
-constexpr const wchar_t* foldWithoutStaple =
+constexpr std::wstring_view foldWithoutStaple =
     L"(<<)cvx exec /Booklet true (>>) cvx exec setpagedevice (<<) cvx exec /BookletDetails (<<) cvx exec "
     L"/Type 2 "
     L"/Staples 0 (>>) cvx exec /LeadingEdge 2 (>>) cvx exec setpagedevice";
@@ -50,7 +50,7 @@ constexpr CommandRow booklets[] = {
      L"/Staples 2 (>>) cvx exec /LeadingEdge 2 (>>) cvx exec setpagedevice"},
 };
 
-constexpr const wchar_t* halfSheetZFold =
+constexpr std::wstring_view halfSheetZFold =
     L"<</Fold 3>> setpagedevice << /FoldDetails << /Type 5 /FoldMethod 3 >> >> setpagedevice";
 constexpr CommandRow folds[] = {
     {VAL_FINISHING_C_FOLD_PI, L"C Fold",
@@ -64,8 +64,8 @@ constexpr CommandRow folds[] = {
     {VAL_FINISHING_BI_FOLD_MULTI_PO, L"Bi-Fold Multiple Sheets", foldWithoutStaple},
 };
 
-void Add(CXString& setup, const CommandRow* row, const wchar_t* feature) {
-    if (row != nullptr) InstructionText::AppendSnippet(setup, row->command, row->option, feature);
+void Add(CXString& setup, const CommandRow* row, std::wstring_view feature) {
+    if (row != nullptr) InstructionText::AppendSnippet(setup, feature, row->option, row->command);
 }
 
 const CommandRow* Staple(tagValueEnum value, bool isPortrait) {

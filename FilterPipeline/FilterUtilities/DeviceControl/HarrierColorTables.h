@@ -3,6 +3,8 @@
 #include "DataModel/FeatureIds.h"
 #include "DataModel/ValueIds.h"
 
+#include <string_view>
+
 /// The colour intents of the Harrier family, by source colour space.
 namespace HarrierColorTables {
 
@@ -10,11 +12,11 @@ namespace HarrierColorTables {
 /// is spelled in two ways, of which each intent has one.
 struct Section {
     DataModelIds::tagFeatureEnum feature;
-    const wchar_t* graphicsSlot;
-    const wchar_t* imagesSlot;
-    const wchar_t* graphicsFeature;
-    const wchar_t* imagesFeature;
-    const wchar_t* imagesShortFeature;
+    std::wstring_view graphicsSlot;
+    std::wstring_view imagesSlot;
+    std::wstring_view graphicsFeature;
+    std::wstring_view imagesFeature;
+    std::wstring_view imagesShortFeature;
     unsigned bit; // in Intent::sections
 };
 
@@ -33,7 +35,7 @@ inline constexpr Section sections[] = {
 
 struct Intent {
     DataModelIds::tagValueEnum value;
-    const wchar_t* name;
+    std::wstring_view name;
     unsigned sections; // that have it
     bool isShort;      // whether the images' feature name is
 };

@@ -16,8 +16,8 @@ namespace {
 /// A value with the product's option that holds its command, and what the snippet calls it.
 struct ProductRow {
     tagValueEnum value;
-    const wchar_t* productOption;
-    const wchar_t* option;
+    std::wstring_view productOption;
+    std::wstring_view option;
 };
 
 constexpr ProductRow qualities[] = {
@@ -38,8 +38,8 @@ constexpr ProductRow automaticCorrection = {VAL_SOURCE_RGB_AUTOMATIC, L"automati
 
 struct Adjustment {
     tagFeatureEnum feature;
-    const wchar_t* name;
-    const wchar_t* before; // the number
+    std::wstring_view name;
+    std::wstring_view before; // the number
 };
 constexpr Adjustment adjustments[] = {
     {FEAT_LIGHTNESS, L"Job Level - Lightness", L"orvel$Lightness 0 "},
@@ -75,10 +75,10 @@ constexpr CommandRow coverSources[] = {
     {VAL_INPUT_TRAY_5, L"Tray5", L"userdict /orvel$CoverPageSource 4 put"},
 };
 
-void AppendProductCommand(CXString& setup, const ProductPdlData& product, const wchar_t* section,
-                          const ProductRow& row, const wchar_t* feature) {
-    AppendSnippet(setup, product.Find(section, row.productOption, {}, {}, VAL_PDL_POSTSCRIPT), row.option,
-                  feature);
+void AppendProductCommand(CXString& setup, const ProductPdlData& product, std::wstring_view section,
+                          const ProductRow& row, std::wstring_view feature) {
+    AppendSnippet(setup, feature, row.option,
+                  product.Find(section, row.productOption, {}, {}, VAL_PDL_POSTSCRIPT));
 }
 
 void AppendQuality(CXString& setup, const JobQuestions& job, const ProductPdlData& product) {
@@ -98,7 +98,7 @@ tagValueEnum ColorSelection(const JobQuestions& job, bool filterDoesColorCorrect
 void AppendColorCorrection(CXString& setup, const JobQuestions& job, const ProductPdlData& product,
                            tagValueEnum selection) {
     if (selection == VAL_CUSTOM_COLOR_CORRECTION || selection == VAL_UNSPECIFIED) {
-        setup += HarrierInstructions::CustomColor(job);
+        HarrierInstructions::AppendCustomColor(setup, job);
         return;
     }
     const ProductRow* const row = FindRow(corrections, selection);
@@ -109,12 +109,12 @@ void AppendColorCorrection(CXString& setup, const JobQuestions& job, const Produ
 void AppendAdjustments(CXString& setup, const JobQuestions& job) {
     for (const Adjustment& row : adjustments)
         if (const std::optional<int> value = job.Integer(row.feature))
-            AppendSnippet(setup, row.before + InstructionText::Decimal(*value) + L" put", L"", row.name);
+            AppendSnippet(setup, row.name, L"", row.before, InstructionText::Decimal(*value), L" put");
 }
 
 void AppendGrayLine(CXString& setup, const JobQuestions& job) {
     const CommandRow* const row = FindRow(grayLines, job.Choice(FEAT_GRAY_LINE));
-    if (row != nullptr) AppendSnippet(setup, row->command, row->option, L"SRGBNeutralGray");
+    if (row != nullptr) AppendSnippet(setup, L"SRGBNeutralGray", row->option, row->command);
 }
 
 const CommandRow& CoverPages(const JobQuestions& job, tagValueEnum cover) {
@@ -143,27 +143,23 @@ void AppendCovers(CXString& setup, const JobQuestions& job) {
     const CommandRow& source = isNone ? coverSources[0] : CoverSource(job);
     const CommandRow& pages = isNone ? noCover : CoverPages(job, cover);
     // The source first: the procedure for the pages reads it.
-    AppendSnippet(setup, source.command, source.option, L"OVLCoverPageSource");
-    AppendSnippet(setup, pages.command, pages.option, L"OVLCoverPage");
+    AppendSnippet(setup, L"OVLCoverPageSource", source.option, source.command);
+    AppendSnippet(setup, L"OVLCoverPage", pages.option, pages.command);
 }
 
 } // namespace
 
-CXString HarrierInstructions::CustomColor(const JobQuestions& job) {
+void HarrierInstructions::AppendCustomColor(CXString& text, const JobQuestions& job) {
     using namespace HarrierColorTables;
-    CXString text;
     for (const Section& section : sections) {
         const Intent* row = FindRow(intents, job.Choice(section.feature));
         if (row == nullptr || (row->sections & section.bit) == 0) row = &automatic;
-        const auto put = [&](const wchar_t* slot, const wchar_t* feature) {
-            CXString command = L"orvel$Intent ";
-            InstructionText::Append(command, slot, L" (", row->name, L") put");
-            AppendSnippet(text, command, L"", feature);
+        const auto put = [&](std::wstring_view slot, std::wstring_view feature) {
+            AppendSnippet(text, feature, L"", L"orvel$Intent ", slot, L" (", row->name, L") put");
         };
         put(section.graphicsSlot, section.graphicsFeature);
         put(section.imagesSlot, row->isShort ? section.imagesShortFeature : section.imagesFeature);
     }
-    return text;
 }
 
 void HarrierInstructions::Generate(CXString& pjl, CXString& setup, const JobQuestions& job,

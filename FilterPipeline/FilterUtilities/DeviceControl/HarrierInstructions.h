@@ -1,7 +1,6 @@
 #pragma once
 
-#include <LowLevelFacilities/WideStrings/CXString.h>
-
+class CXString;
 class JobQuestions;
 class ProductPdlData;
 
@@ -15,6 +14,6 @@ void Generate(CXString& pjl, CXString& setup, const JobQuestions& job, const Pro
               bool filterDoesColorCorrection);
 
 /// A colour correction of the user's own.
-[[nodiscard]] CXString CustomColor(const JobQuestions& job);
+void AppendCustomColor(CXString& text, const JobQuestions& job);
 
 } // namespace HarrierInstructions

@@ -19,7 +19,9 @@ UtcTime Now() {
 CXString HeldJobPasscode::Make() {
     const std::tm now = Now().GetTimeInUtc();
     std::srand(static_cast<unsigned>(now.tm_hour * 3600 + now.tm_min * 60 + now.tm_sec));
-    return InstructionText::Decimal(1000 + std::rand() % 9000);
+    CXString digits;
+    InstructionText::Append(digits, InstructionText::Decimal(1000 + std::rand() % 9000));
+    return digits;
 }
 
 HeldJobPasscode::Clock HeldJobPasscode::SetClock(Clock clock) noexcept { return chosenClock.exchange(clock); }

@@ -67,7 +67,7 @@ void JobAttributeLines::AddSavedJob(const CXString& jobName) {
 
 void JobAttributeLines::AddPrintAfter() { AddTime(L"OID_ATT_JOB_PRINT_AFTER", FEAT_JOB_PRINT_AFTER); }
 
-void JobAttributeLines::AddTime(const wchar_t* attribute, const FeaturePath& path) {
+void JobAttributeLines::AddTime(std::wstring_view attribute, const FeaturePath& path) {
     std::optional<UtcTime> time = m_job.Time(path);
     if (!time) return;
     time->EnsureTimeIsWithinOneDayAfterCurrentTime();
@@ -111,7 +111,7 @@ void JobAttributeLines::AddAccounting(const Account& account) {
         m_job.Choice({FEAT_JOB_ACCT_COL, FEAT_DEV_INSTALLABLE_JOB_ACCT_SYSTEM_ACTUAL});
     const bool isNetwork = system == VAL_JOB_ACCT_SYSTEM_NETWORK;
     if (!isNetwork && system != VAL_JOB_ACCT_SYSTEM_STANDARD) return;
-    const auto addPair = [&](const wchar_t* name, const CXString& value) {
+    const auto addPair = [&](std::wstring_view name, const CXString& value) {
         Append(m_pjl, L"@PJL COMMENT OID_ATT_ACCOUNTING_INFORMATION_AVP \"", name, L',', value, L"\";\r\n");
     };
     addPair(L"OVL_USERID", account.user);
@@ -123,7 +123,7 @@ void JobAttributeLines::AddAccounting(const Account& account) {
         addPair(L"OVL_GROUPACCT", account.group);
 }
 
-void JobAttributeLines::AddContentOrientation(bool isPortrait, const wchar_t* lineEnd) {
+void JobAttributeLines::AddContentOrientation(bool isPortrait, std::wstring_view lineEnd) {
     Append(m_pjl, L"@PJL COMMENT OID_ATT_CONTENT_ORIENTATION OID_VAL_CONTENT_ORIENTATION_",
            isPortrait ? L"PORTRAIT;" : L"LANDSCAPE;", lineEnd);
 }

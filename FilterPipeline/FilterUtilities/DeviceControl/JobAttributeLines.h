@@ -5,6 +5,8 @@
 
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
+#include <string_view>
+
 class JobQuestions;
 
 /// The job's attributes as PJL comments, for the families that take them so. Each operation appends the lines
@@ -22,10 +24,10 @@ public:
     /// When to print; no line where the time cannot be read.
     void AddPrintAfter();
     /// attribute: the name of the time, which comes from `path` and is moved into the day to come.
-    void AddTime(const wchar_t* attribute, const FeaturePath& path);
+    void AddTime(std::wstring_view attribute, const FeaturePath& path);
     void AddStartSheet();
     void AddAccounting();
-    void AddContentOrientation(bool isPortrait, const wchar_t* lineEnd);
+    void AddContentOrientation(bool isPortrait, std::wstring_view lineEnd);
     /// ECONOMODE, by FEAT_TONER_SAVER.
     void AddTonerSaver();
 

@@ -23,7 +23,7 @@ void AppendSavedJob(CXString& pjl, const JobQuestions& job, CXString& jobName) {
     if (password) AppendPassword(pjl, *password);
 }
 
-void AppendJobType(CXString& pjl, const JobQuestions& job, CXString& jobName, const wchar_t* normalPrint) {
+void AppendJobType(CXString& pjl, const JobQuestions& job, CXString& jobName, std::wstring_view normalPrint) {
     switch (job.Choice(FEAT_JOB_TYPE)) {
     case VAL_JOB_TYPE_SECURE_PRINT:
         Append(pjl, L"@PJL XSECUREJOB\n");
@@ -43,7 +43,7 @@ void AppendJobType(CXString& pjl, const JobQuestions& job, CXString& jobName, co
 
 } // namespace
 
-void JobHandlingLines::Append(CXString& pjl, const JobQuestions& job, const wchar_t* normalPrint) {
+void JobHandlingLines::Append(CXString& pjl, const JobQuestions& job, std::wstring_view normalPrint) {
     CXString jobName = job.JobName();
     AppendJobType(pjl, job, jobName, normalPrint);
     InstructionText::Append(pjl, L"@PJL JOB NAME = \"", jobName, L"\"\r\n");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 class CXString;
 class JobQuestions;
 
@@ -8,6 +10,6 @@ namespace JobHandlingLines {
 
 /// Appends the job type and the names of job and user. A personal saved job may have another name.
 /// normalPrint: the line of a job that is none of the special ones.
-void Append(CXString& pjl, const JobQuestions& job, const wchar_t* normalPrint);
+void Append(CXString& pjl, const JobQuestions& job, std::wstring_view normalPrint);
 
 } // namespace JobHandlingLines

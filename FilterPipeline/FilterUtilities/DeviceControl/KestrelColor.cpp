@@ -9,38 +9,35 @@ using namespace KestrelColorTables;
 
 namespace {
 
-void AppendPut(CXString& text, const wchar_t* dictionary, const wchar_t* intent, const wchar_t* option,
-               const wchar_t* feature) {
-    CXString command = dictionary;
-    InstructionText::Append(command, L" /Intent /", intent, L" put");
-    InstructionText::AppendSnippet(text, command, option, feature);
+void AppendPut(CXString& text, std::wstring_view dictionary, std::wstring_view intent,
+               std::wstring_view option, std::wstring_view feature) {
+    InstructionText::AppendSnippet(text, feature, option, dictionary, L" /Intent /", intent, L" put");
 }
 
-void AppendPair(CXString& text, const Pair& pair, const wchar_t* intent, const wchar_t* option) {
+void AppendPair(CXString& text, const Pair& pair, std::wstring_view intent, std::wstring_view option) {
     AppendPut(text, pair.graphics, intent, option, pair.graphicsFeature);
     AppendPut(text, pair.images, intent, option, pair.imagesFeature);
 }
 
-CXString Section(const Pair& pair, const wchar_t* const Intent::*section, tagValueEnum value) {
-    CXString text;
+/// False where the value has no intent in the section.
+bool AppendSection(CXString& text, const Pair& pair, std::wstring_view Intent::*section, tagValueEnum value) {
     const Intent* const row = FindRow(intents, value);
-    if (row != nullptr && row->*section != nullptr) AppendPair(text, pair, row->*section, row->option);
-    return text;
+    if (row == nullptr || (row->*section).empty()) return false;
+    AppendPair(text, pair, row->*section, row->option);
+    return true;
 }
 
-CXString Gray(const JobQuestions& job) {
+void AppendGray(CXString& text, const JobQuestions& job) {
     const tagValueEnum value = job.Choice(FEAT_SOURCE_GRAY_COLOR);
     if (value == VAL_BLACK_CONFIG_USE_CMYK_COLOR_SETTINGS)
-        return KestrelColor::Cmyk(job.Choice(FEAT_SOURCE_CMYK_COLOR));
+        return KestrelColor::AppendCmyk(text, job.Choice(FEAT_SOURCE_CMYK_COLOR));
     if (value == VAL_BLACK_CONFIG_USE_RGB_COLOR_SETTINGS)
-        return KestrelColor::Rgb(job.Choice(FEAT_SOURCE_RGB_COLOR));
-    CXString text = Section(grayPair, &Intent::gray, value);
-    if (!text.IsEmpty()) return text;
+        return KestrelColor::AppendRgb(text, job.Choice(FEAT_SOURCE_RGB_COLOR));
+    if (AppendSection(text, grayPair, &Intent::gray, value)) return;
     AppendPut(text, grayPair.graphics, L"Mono-Graphic", L"Black-and-White", grayPair.graphicsFeature);
     // Deliberate: this one command has two blanks.
-    InstructionText::AppendSnippet(text, L"orvel$GrayImagesTransform  /Intent /Mono-Graphic put",
-                                   L"Black-and-White", grayPair.imagesFeature);
-    return text;
+    InstructionText::AppendSnippet(text, grayPair.imagesFeature, L"Black-and-White",
+                                   L"orvel$GrayImagesTransform  /Intent /Mono-Graphic put");
 }
 
 void AppendRendering(CXString& text, const JobQuestions& job) {
@@ -51,23 +48,25 @@ void AppendRendering(CXString& text, const JobQuestions& job) {
 void AppendEmbeddedProfiles(CXString& text, const JobQuestions& job) {
     const CommandRow* const row = FindRow(embeddedProfiles, job.Choice(FEAT_CIE_APPLY_EMBEDDED_PROFILES));
     if (row != nullptr)
-        InstructionText::AppendSnippet(text, row->command, row->option, L"CIEApplyEmbeddedProfiles");
+        InstructionText::AppendSnippet(text, L"CIEApplyEmbeddedProfiles", row->option, row->command);
 }
 
 } // namespace
 
-CXString KestrelColor::Rgb(tagValueEnum value) {
-    return Section(value == VAL_SOURCE_RGB_NONE ? rgbPairWithoutIntent : rgbPair, &Intent::rgb, value);
+void KestrelColor::AppendRgb(CXString& text, tagValueEnum value) {
+    const Pair& pair = value == VAL_SOURCE_RGB_NONE ? rgbPairWithoutIntent : rgbPair;
+    static_cast<void>(AppendSection(text, pair, &Intent::rgb, value));
 }
 
-CXString KestrelColor::Cmyk(tagValueEnum value) { return Section(cmykPair, &Intent::cmyk, value); }
+void KestrelColor::AppendCmyk(CXString& text, tagValueEnum value) {
+    static_cast<void>(AppendSection(text, cmykPair, &Intent::cmyk, value));
+}
 
-CXString KestrelColor::Custom(const JobQuestions& job) {
-    CXString text = Cmyk(job.Choice(FEAT_SOURCE_CMYK_COLOR));
-    text += Gray(job);
-    text += Rgb(job.Choice(FEAT_SOURCE_RGB_COLOR));
-    text += Section(spotPair, &Intent::spot, job.Choice(FEAT_SOURCE_SPOT_COLOR));
+void KestrelColor::AppendCustom(CXString& text, const JobQuestions& job) {
+    AppendCmyk(text, job.Choice(FEAT_SOURCE_CMYK_COLOR));
+    AppendGray(text, job);
+    AppendRgb(text, job.Choice(FEAT_SOURCE_RGB_COLOR));
+    static_cast<void>(AppendSection(text, spotPair, &Intent::spot, job.Choice(FEAT_SOURCE_SPOT_COLOR)));
     AppendRendering(text, job);
     AppendEmbeddedProfiles(text, job);
-    return text;
 }

@@ -2,16 +2,15 @@
 
 #include "DataModel/ValueIds.h"
 
-#include <LowLevelFacilities/WideStrings/CXString.h>
-
+class CXString;
 class JobQuestions;
 
 /// A colour correction of the user's own, for the Kestrel family, section by section.
 namespace KestrelColor {
 
-[[nodiscard]] CXString Custom(const JobQuestions& job);
-/// Empty for a value that has no intent there.
-[[nodiscard]] CXString Rgb(DataModelIds::tagValueEnum value);
-[[nodiscard]] CXString Cmyk(DataModelIds::tagValueEnum value);
+void AppendCustom(CXString& text, const JobQuestions& job);
+/// Nothing for a value that has no intent there.
+void AppendRgb(CXString& text, DataModelIds::tagValueEnum value);
+void AppendCmyk(CXString& text, DataModelIds::tagValueEnum value);
 
 } // namespace KestrelColor

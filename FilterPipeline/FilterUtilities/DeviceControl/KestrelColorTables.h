@@ -2,15 +2,17 @@
 
 #include "DeviceControl/CommandRow.h"
 
+#include <string_view>
+
 /// The colour intents of the Kestrel family, by kind of object and source colour space.
 namespace KestrelColorTables {
 
 /// The dictionaries and feature names of the two snippets of a section: text and graphics first, then images.
 struct Pair {
-    const wchar_t* graphics;
-    const wchar_t* graphicsFeature;
-    const wchar_t* images;
-    const wchar_t* imagesFeature;
+    std::wstring_view graphics;
+    std::wstring_view graphicsFeature;
+    std::wstring_view images;
+    std::wstring_view imagesFeature;
 };
 
 inline constexpr Pair grayPair = {L"orvel$GrayGraphicsTransform", L"GrayText", L"orvel$GrayImagesTransform",
@@ -28,23 +30,24 @@ inline constexpr Pair cmykPair = {L"orvel$CMYKGraphicsTransform", L"PressMatchTe
 inline constexpr Pair ciePair = {L"orvel$CIEGraphicsTransform", L"CIEColorText", L"orvel$CIEImagesTransform",
                                  L"CIEColorImages"};
 
-/// An intent in each section that has it; null where one does not.
+/// An intent in each section that has it; empty where one does not.
 struct Intent {
     DataModelIds::tagValueEnum value;
-    const wchar_t* option;
-    const wchar_t* gray = nullptr;
-    const wchar_t* spot = nullptr;
-    const wchar_t* rgb = nullptr;
-    const wchar_t* cmyk = nullptr;
+    std::wstring_view option;
+    std::wstring_view gray = {};
+    std::wstring_view spot = {};
+    std::wstring_view rgb = {};
+    std::wstring_view cmyk = {};
 };
 
 namespace Detail {
 
-constexpr Intent OfRgb(DataModelIds::tagValueEnum value, const wchar_t* intent, const wchar_t* option) {
-    return {value, option, intent, intent, intent, nullptr};
+constexpr Intent OfRgb(DataModelIds::tagValueEnum value, std::wstring_view intent, std::wstring_view option) {
+    return {value, option, intent, intent, intent, {}};
 }
-constexpr Intent OfCmyk(DataModelIds::tagValueEnum value, const wchar_t* intent, const wchar_t* option) {
-    return {value, option, intent, intent, nullptr, intent};
+constexpr Intent OfCmyk(DataModelIds::tagValueEnum value, std::wstring_view intent,
+                        std::wstring_view option) {
+    return {value, option, intent, intent, {}, intent};
 }
 
 } // namespace Detail
@@ -53,8 +56,7 @@ inline constexpr Intent intents[] = {
     Detail::OfRgb(DataModelIds::VAL_SOURCE_RGB_SRGB, L"Display-sRGB", L"sRGB-Display"),
     Detail::OfRgb(DataModelIds::VAL_SOURCE_RGB_SRGB_VIVID, L"Vivid", L"Vivid"),
     {DataModelIds::VAL_SOURCE_RGB_NONE, L"None", L"None", L"None", L"None", L"None"},
-    {DataModelIds::VAL_SOURCE_RGB_BLACK_AND_WHITE, L"Black-and-White", nullptr, L"Mono-Image", L"Gray",
-     L"Gray"},
+    {DataModelIds::VAL_SOURCE_RGB_BLACK_AND_WHITE, L"Black-and-White", {}, L"Mono-Image", L"Gray", L"Gray"},
     Detail::OfRgb(DataModelIds::VAL_SOURCE_RGB_LCD, L"Display-LCD", L"LCD-Display"),
     Detail::OfCmyk(DataModelIds::VAL_SOURCE_CMYK_SWOP, L"SWOP-Coated", L"SWOP-Press"),
     // Deliberate: the device knows it by this spelling.
@@ -65,8 +67,7 @@ inline constexpr Intent intents[] = {
     Detail::OfCmyk(DataModelIds::VAL_SOURCE_CMYK_ISO_COATED, L"ISO-Coated", L"ISO-Coated"),
     Detail::OfCmyk(DataModelIds::VAL_SOURCE_CMYK_ISO_UNCOATED, L"ISO-Uncoated", L"ISO-Uncoated"),
     Detail::OfCmyk(DataModelIds::VAL_SOURCE_SPOT_SPOT_COLOR, L"SpotColor", L"Spot-Color"),
-    {DataModelIds::VAL_SOURCEG_GRAY_MONOCHROME_IMAGES, L"Black-and-White", L"Mono-Image", nullptr, nullptr,
-     nullptr},
+    {DataModelIds::VAL_SOURCEG_GRAY_MONOCHROME_IMAGES, L"Black-and-White", L"Mono-Image", {}, {}, {}},
 };
 
 inline constexpr Intent renderings[] = {

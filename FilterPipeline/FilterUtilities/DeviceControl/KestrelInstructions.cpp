@@ -60,9 +60,9 @@ constexpr CommandRow automaticCorrection = {VAL_UNSPECIFIED, L"Automatic",
 
 struct Adjustment {
     tagFeatureEnum feature;
-    const wchar_t* name;
-    const wchar_t* before; // the number
-    const wchar_t* behind;
+    std::wstring_view name;
+    std::wstring_view before; // the number
+    std::wstring_view behind;
 };
 constexpr Adjustment adjustments[] = {
     {FEAT_LIGHTNESS, L"OVLLightness", L"orvel$Transform /Lightness ", L" 100 div put"},
@@ -78,8 +78,8 @@ void AppendQuality(CXString& pjl, const JobQuestions& job, const ProductPdlData&
     if (row != nullptr) pjl += product.Find(L"print-quality-level", row->text, {}, {}, VAL_PDL_POSTSCRIPT);
 }
 
-void AppendRow(CXString& setup, const CommandRow* row, const wchar_t* feature) {
-    if (row != nullptr) AppendSnippet(setup, row->command, row->option, feature);
+void AppendRow(CXString& setup, const CommandRow* row, std::wstring_view feature) {
+    if (row != nullptr) AppendSnippet(setup, feature, row->option, row->command);
 }
 
 void AppendTrapping(CXString& setup, const JobQuestions& job) {
@@ -103,7 +103,7 @@ void AppendColorMode(CXString& pjl, tagValueEnum selection) {
 
 void AppendCorrection(CXString& setup, const JobQuestions& job, tagValueEnum selection) {
     if (selection == VAL_CUSTOM_COLOR_CORRECTION) {
-        setup += KestrelColor::Custom(job);
+        KestrelColor::AppendCustom(setup, job);
         return;
     }
     const CommandRow* const row = FindRow(corrections, selection);
@@ -114,8 +114,10 @@ void AppendAdjustments(CXString& setup, const JobQuestions& job) {
     for (const Adjustment& row : adjustments) {
         const std::optional<int> value = job.Integer(row.feature);
         if (!value) continue;
-        const CXString number = InstructionText::Decimal(*value);
-        AppendSnippet(setup, row.before + number + row.behind, L" " + number, row.name);
+        const InstructionText::Decimal number(*value);
+        InstructionText::BeginSnippet(setup, row.name, L' ', number);
+        Append(setup, row.before, number, row.behind);
+        InstructionText::EndSnippet(setup);
     }
 }
 

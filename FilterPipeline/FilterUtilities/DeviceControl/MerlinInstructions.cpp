@@ -49,7 +49,7 @@ void AppendJobType(JobAttributeLines& lines, const JobQuestions& job, const CXSt
 void AppendAccounting(CXString& pjl, const JobQuestions& job) {
     const tagValueEnum system = job.Choice({FEAT_JOB_ACCT_COL, FEAT_DEV_INSTALLABLE_JOB_ACCT_SYSTEM_ACTUAL});
     if (system == VAL_UNSPECIFIED || system == VAL_JOB_ACCT_SYSTEM_NONE) return;
-    const auto addPair = [&](const wchar_t* name, tagFeatureEnum feature) {
+    const auto addPair = [&](std::wstring_view name, tagFeatureEnum feature) {
         Append(pjl, L"@PJL COMMENT OID_ATT_ACCOUNTING_INFORMATION_AVP \"", name, L',',
                job.TextOrEmpty(feature), L"\";\n");
     };
@@ -61,8 +61,8 @@ void AppendAccounting(CXString& pjl, const JobQuestions& job) {
 }
 
 /// Deliberate: the blank behind the @ is the device's.
-const wchar_t* StapleComment(const JobQuestions& job) {
-    const wchar_t* comment = L"";
+std::wstring_view StapleComment(const JobQuestions& job) {
+    std::wstring_view comment = L"";
     for (const tagValueEnum finishing : JobFinishings::Of(job)) {
         if (finishing == VAL_CPSS_FINISHING_6250) return L"";
         if (finishing == VAL_CPSS_FINISHING_6254) comment = L"@ PJL COMMENT OVLSTAPLE=PORTRAIT\n";

@@ -31,8 +31,8 @@ constexpr CommandRow resolutions[] = {
 };
 #undef OV_RESOLUTION
 
-void AppendRow(CXString& setup, const CommandRow* row, const wchar_t* feature) {
-    if (row != nullptr) AppendSnippet(setup, row->command, row->option, feature);
+void AppendRow(CXString& setup, const CommandRow* row, std::wstring_view feature) {
+    if (row != nullptr) AppendSnippet(setup, feature, row->option, row->command);
 }
 
 bool IsHeld(const JobQuestions& job) {

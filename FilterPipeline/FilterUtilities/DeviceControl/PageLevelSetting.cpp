@@ -23,7 +23,7 @@ constexpr Row rows[] = {
 std::optional<int> NumberOf(CXString text) {
     text.Trim();
     std::string digits;
-    for (const wchar_t unit : std::wstring_view(text)) {
+    for (const wchar_t unit : text.View()) {
         if (unit < L'0' || unit > L'9') return std::nullopt;
         digits += static_cast<char>(unit);
     }
@@ -49,7 +49,7 @@ bool ReadSize(PageLevelSetting& setting) {
 std::optional<PageLevelSetting> PageLevelSetting::Parse(const CXString& text) {
     std::vector<CXString> parts = text.Tokenize(L'=');
     if (parts.size() != 2) return std::nullopt;
-    const std::wstring_view name(parts[0].Trim());
+    const std::wstring_view name = parts[0].Trim().View();
     const auto* const row = std::ranges::find(rows, name, &Row::name);
     if (row == std::end(rows)) return std::nullopt;
     PageLevelSetting setting{.kind = row->kind, .value = std::move(parts[1].Trim())};

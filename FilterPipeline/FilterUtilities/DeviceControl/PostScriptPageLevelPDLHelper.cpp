@@ -33,8 +33,8 @@ struct Block {
 };
 
 const wchar_t* Find(std::span<const Name> names, const CXString& from) {
-    const auto found = std::ranges::find_if(
-        names, [text = std::wstring_view(from)](const Name& each) { return text == each.from; });
+    const auto found =
+        std::ranges::find_if(names, [text = from.View()](const Name& each) { return text == each.from; });
     return found == names.end() ? nullptr : found->to;
 }
 

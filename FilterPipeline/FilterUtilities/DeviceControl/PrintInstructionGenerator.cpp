@@ -137,7 +137,7 @@ bool PrintInstructionGenerator::GuessCreatorNamePdlFromDocumentName(const CXStri
 // NOLINTBEGIN(performance-unnecessary-value-param): the published forms take copies
 CXString PrintInstructionGenerator::GeneratePDLSnippet(CXString command, CXString option, CXString feature) {
     CXString snippet;
-    InstructionText::AppendSnippet(snippet, command, option, feature);
+    InstructionText::AppendSnippet(snippet, feature, option, command);
     return snippet;
 }
 
@@ -163,22 +163,31 @@ CXString PrintInstructionGenerator::GetProductSpecificPDLForFeature(CXString sec
 CXString PrintInstructionGenerator::GetProductSpecificPDLForFeature(CXString section, CXString option,
                                                                     CXString group, CXString subgroup,
                                                                     DataModelIds::tagValueEnum pdl) {
-    return ProductPdlData(ProductPdl().view()).Find(section, option, group, subgroup, pdl);
+    return ProductPdlData(ProductPdl().view())
+        .Find(section.View(), option.View(), group.View(), subgroup.View(), pdl);
 }
 
 CXString PrintInstructionGenerator::GenerateLegacyKestrelCustomColorPostScript() {
-    return KestrelColor::Custom(JobQuestions(m_features, m_device));
+    CXString snippets;
+    KestrelColor::AppendCustom(snippets, JobQuestions(m_features, m_device));
+    return snippets;
 }
 
 CXString PrintInstructionGenerator::GenerateLegacyKestrelRgbPostScript(SimpleOptionValue value) {
-    return KestrelColor::Rgb(value.GetValuePlusSpecifiedState());
+    CXString snippets;
+    KestrelColor::AppendRgb(snippets, value.GetValuePlusSpecifiedState());
+    return snippets;
 }
 
 CXString PrintInstructionGenerator::GenerateLegacyKestrelCmykPostScript(SimpleOptionValue value) {
-    return KestrelColor::Cmyk(value.GetValuePlusSpecifiedState());
+    CXString snippets;
+    KestrelColor::AppendCmyk(snippets, value.GetValuePlusSpecifiedState());
+    return snippets;
 }
 
 CXString PrintInstructionGenerator::GenerateLegacyHarrierCustomColorPostScript() {
-    return HarrierInstructions::CustomColor(JobQuestions(m_features, m_device));
+    CXString snippets;
+    HarrierInstructions::AppendCustomColor(snippets, JobQuestions(m_features, m_device));
+    return snippets;
 }
 // NOLINTEND(performance-unnecessary-value-param)

@@ -79,15 +79,17 @@ std::optional<std::string_view> ProductPdlData::Section(const std::string& name)
     return m_section;
 }
 
-CXString ProductPdlData::Find(const CXString& section, const CXString& option, const CXString& group,
-                              const CXString& subgroup, tagValueEnum pdl) const noexcept {
-    using CPStringUtils::narrowToStdString;
+CXString ProductPdlData::Find(std::wstring_view section, std::wstring_view option, std::wstring_view group,
+                              std::wstring_view subgroup, tagValueEnum pdl) const noexcept {
+    const auto narrow = [](std::wstring_view name) {
+        return CPStringUtils::narrowToStdString(name.data(), name.size());
+    };
     try {
-        std::optional<std::string_view> stretch = Section(narrowToStdString(section));
-        if (stretch) stretch = Narrowed(*stretch, narrowToStdString(group));
-        if (stretch) stretch = Narrowed(*stretch, narrowToStdString(subgroup));
+        std::optional<std::string_view> stretch = Section(narrow(section));
+        if (stretch) stretch = Narrowed(*stretch, narrow(group));
+        if (stretch) stretch = Narrowed(*stretch, narrow(subgroup));
         if (!stretch) return {};
-        return Unescaped(ValueOf(ElementOf(*stretch, narrowToStdString(option)), AttributeName(pdl)));
+        return Unescaped(ValueOf(ElementOf(*stretch, narrow(option)), AttributeName(pdl)));
     } catch (...) { // a job goes on without what its product would add
         return {};
     }

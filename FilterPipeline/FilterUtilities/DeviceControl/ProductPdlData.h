@@ -20,8 +20,8 @@ public:
     /// The command of an option in a section, of the group and subgroup where the section has them; an empty
     /// group means none, and one that does not occur leaves the search where it was. VAL_PDL_PCL6 and
     /// VAL_PDL_POSTSCRIPT choose the language. Empty where there is no command, and for any failure.
-    [[nodiscard]] CXString Find(const CXString& section, const CXString& option, const CXString& group,
-                                const CXString& subgroup, DataModelIds::tagValueEnum pdl) const noexcept;
+    [[nodiscard]] CXString Find(std::wstring_view section, std::wstring_view option, std::wstring_view group,
+                                std::wstring_view subgroup, DataModelIds::tagValueEnum pdl) const noexcept;
 
 private:
     [[nodiscard]] std::optional<std::string_view> Section(const std::string& name) const;

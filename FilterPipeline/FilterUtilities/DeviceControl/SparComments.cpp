@@ -5,7 +5,7 @@
 
 using namespace DataModelIds;
 
-void SparComments::Append(CXString& text, const wchar_t* prefix, const JobQuestions& job) {
+void SparComments::Append(CXString& text, std::wstring_view prefix, const JobQuestions& job) {
     if (const CXString version = job.TextOrEmpty(FEAT_CREATOR_VERSION_ATTRIBUTES); !version.IsEmpty())
         InstructionText::Append(text, prefix, L"OrvelVersion: ", version, L'\n');
     CXString application = job.TextOrEmpty(FEAT_CREATOR_NAME_PDL);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 class CXString;
 class JobQuestions;
 
@@ -7,9 +9,9 @@ class JobQuestions;
 namespace SparComments {
 
 /// Appends them, each line behind the prefix that makes it a comment; nothing where no application is known.
-void Append(CXString& text, const wchar_t* prefix, const JobQuestions& job);
+void Append(CXString& text, std::wstring_view prefix, const JobQuestions& job);
 
-inline constexpr const wchar_t* pjl = L"@PJL COMMENT ";
-inline constexpr const wchar_t* postScript = L"%%";
+inline constexpr std::wstring_view pjl = L"@PJL COMMENT ";
+inline constexpr std::wstring_view postScript = L"%%";
 
 } // namespace SparComments

@@ -92,7 +92,7 @@ TEST_F(EveryRow, IsWrittenAsPjlThatParses) {
     for (const auto& rows : {std::span<const ValueText>(MerlinMediaTables::mediaTypes),
                              std::span<const ValueText>(MerlinMediaTables::mediaColors)})
         for (const ValueText& row : rows)
-            EXPECT_THAT(covers, HasSubstr("\"" + Utf8(row.text) + "\";\r\n"));
+            EXPECT_THAT(covers, HasSubstr("\"" + Utf8(CXString(std::wstring(row.text))) + "\";\r\n"));
 }
 
 TEST_F(EveryRow, ReachesTheDeviceAsASnippet) {

@@ -99,6 +99,25 @@ TEST(Number, RoundsByItsOffsetAndSaturates) {
     EXPECT_EQ(INT_MIN, Number(INT_MIN).GetIntValue(0));
 }
 
+TEST(Number, RoundsSmallNumbersAsItDoesLargeOnes) {
+    constexpr std::uint64_t large = 1'000'000'000'000;
+    std::mt19937_64 random(20260203); // reproducible
+    for (int i = 0; i < 2000; ++i) {
+        const std::uint64_t denominator = 1 + random() % 511;
+        const std::uint64_t numerator = random() >> (33 + i % 31);
+        const unsigned int digits = static_cast<unsigned int>(i % 4);
+        const auto text = [&](std::uint64_t value, double by) {
+            return Number::fromFraction(value, denominator, false).GetDecimalText(digits, by);
+        };
+        for (const double by : {offset, 0.0, 0.5, 0.25, 0.999999}) {
+            std::string expected = text(numerator + large * denominator, by).substr(1); // without its 1
+            expected.erase(
+                0, std::min(expected.find_first_not_of('0'), digits == 0 ? 11 : expected.find('.') - 1));
+            EXPECT_EQ(text(numerator, by), expected) << numerator << "/" << denominator << " by " << by;
+        }
+    }
+}
+
 TEST(Number, ReadsTheNumberAtTheStartOrRefusesTheText) {
     const std::string tooLong(Number::maxDigits + 1, '9');
     for (const auto& [text, value, isWhole] :

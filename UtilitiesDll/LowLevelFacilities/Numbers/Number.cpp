@@ -212,7 +212,24 @@ bool operator<(const Number& left, const Number& right) {
     return left.m_isNegative ? rightScaled < leftScaled : leftScaled < rightScaled;
 }
 
+std::optional<std::uint64_t> Number::roundedWord(unsigned int digits, double roundingOffset) const {
+    constexpr int offsetBits = 54; // of the fraction of a double from 1/4 on
+    const double offset = std::ldexp(roundingOffset, offsetBits);
+    if (!(roundingOffset >= 0 && roundingOffset < 1) || offset != std::floor(offset)) return std::nullopt;
+    // With these bounds no product below exceeds 63 bits.
+    if (digits > 9 || m_numerator.bitLength() > 31 || m_denominator.bitLength() > 9) return std::nullopt;
+    std::uint64_t numerator = m_numerator.toUint64();
+    for (unsigned int digit = 0; digit < digits; ++digit)
+        numerator *= 10;
+    const std::uint64_t denominator = m_denominator.toUint64();
+    const std::uint64_t fraction = (numerator % denominator) << offsetBits;
+    const bool isRoundedUp = fraction + static_cast<std::uint64_t>(offset) * denominator >= denominator
+                                                                                                << offsetBits;
+    return numerator / denominator + (isRoundedUp ? 1 : 0);
+}
+
 NaturalNumber Number::roundedMagnitude(unsigned int digits, double roundingOffset) const {
+    if (const std::optional<std::uint64_t> word = roundedWord(digits, roundingOffset)) return *word;
     const Number offset = fromDouble(roundingOffset);
     NaturalNumber numerator = m_numerator * NaturalNumber::powerOfTen(digits) * offset.m_denominator;
     const NaturalNumber addend = offset.m_numerator * m_denominator;

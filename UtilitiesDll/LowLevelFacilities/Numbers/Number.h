@@ -4,6 +4,8 @@
 #include "LowLevelFacilities/UtilitiesExport.h"
 #include "LowLevelFacilities/WideStrings/CXString.h"
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 /// A number in exact form: what was written as a decimal stays that decimal, and no binary floating point
@@ -55,6 +57,8 @@ private:
     void divideByPowerOfTen(unsigned int exponent);
     /// The rounded magnitude of the value times ten to the power of `digits`.
     [[nodiscard]] NaturalNumber roundedMagnitude(unsigned int digits, double roundingOffset) const;
+    /// The same by machine words, for small numbers, as the lengths of paper are.
+    [[nodiscard]] std::optional<std::uint64_t> roundedWord(unsigned int digits, double roundingOffset) const;
 
     NaturalNumber m_numerator;
     NaturalNumber m_denominator = 1;

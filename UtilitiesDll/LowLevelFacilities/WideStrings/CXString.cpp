@@ -64,6 +64,11 @@ CXString& CXString::operator+=(wchar_t tail) {
     return *this;
 }
 
+CXString& CXString::operator+=(std::wstring_view tail) {
+    m_text += tail;
+    return *this;
+}
+
 bool CXString::IsBlank() const noexcept { return std::all_of(m_text.begin(), m_text.end(), isBlankUnit); }
 
 int CXString::Find(wchar_t unit, int start) const noexcept {

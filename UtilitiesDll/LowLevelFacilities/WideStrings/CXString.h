@@ -36,6 +36,7 @@ public:
     CXString& operator+=(const CXString& tail);
     CXString& operator+=(const wchar_t* tail);
     CXString& operator+=(wchar_t tail);
+    CXString& operator+=(std::wstring_view tail);
 
     /// Never null, always terminated; valid until the string changes.
     operator const wchar_t*() const noexcept { return m_text.c_str(); }
