@@ -20,7 +20,10 @@ class Fields {
 public:
     Fields& Two(std::uint16_t value) { return Add(value, 2); }
     Fields& Four(std::uint32_t value) { return Add(value, 4); }
-    Fields& Zeros(int count) { return Add(0, count); }
+    Fields& Zeros(std::size_t count) {
+        m_bytes.append(count, '\0');
+        return *this;
+    }
     Fields& Text(std::string_view text) {
         m_bytes += text;
         return *this;
