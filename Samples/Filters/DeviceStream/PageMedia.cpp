@@ -36,6 +36,17 @@ CXString OptionOf(const IPrintTicketAccess& ticket, const CXString& feature) {
     return option;
 }
 
+// The narrowest level that names a tray decides; leaving it to the device is not to name one.
+CXString TrayOf(const IPrintTicketAccess& ticket) {
+    CXString unnamed;
+    for (const wchar_t* const feature : {L"PageInputBin", L"DocumentInputBin", L"JobInputBin"}) {
+        CXString tray = OptionOf(ticket, feature);
+        if (!tray.IsEmpty() && tray != CXString(L"AutoSelect")) return tray;
+        if (unnamed.IsEmpty()) unnamed = tray;
+    }
+    return unnamed;
+}
+
 int Microns(const Dimension& length) { return length.GetValue(Dimension::Micron).GetNearestIntValue(); }
 
 CXString SizeText(const SheetSize& size) {
@@ -59,7 +70,7 @@ PageMedia PageMedia::Of(JobSettings& settings) {
     media.type = OptionOf(ticket, L"PageMediaType");
     media.color = OptionOf(ticket, L"PageMediaColor");
     media.sides = SidesOf(settings.Features());
-    media.tray = OptionOf(ticket, L"PageInputBin");
+    media.tray = TrayOf(ticket);
     return media;
 }
 

@@ -116,13 +116,14 @@ TEST_F(DeviceStreamTest, ChangesTheSheetWhereATicketDoes) {
                        {.ticket = SampleTicket("PageMediaSize", "ISOA3")},
                        {.ticket = SampleTicket("PageMediaType", "CardStock")},
                        {.ticket = SampleTicket("PageMediaType", "CardStock")},
-                       {}}}
+                       {}},
+             .jobTicket = SampleTicket("JobInputBin", "Manual")}
         .Write("job.xps");
     const CommandRun run = Run("job.xps");
     ASSERT_EQ(run.code, ExitOk) << run.errors;
-    EXPECT_THAT(PageSetup(1),
-                AllOf(HasSubstr("\t/PageSize [595 842]\n"), HasSubstr("*PageSize A4\n"),
-                      HasSubstr("\t/MediaType (stationery)\n"), HasSubstr("orvel$MediaInputTray")));
+    EXPECT_THAT(PageSetup(1), AllOf(HasSubstr("\t/PageSize [595 842]\n"), HasSubstr("*PageSize A4\n"),
+                                    HasSubstr("\t/MediaType (stationery)\n"),
+                                    HasSubstr("\t(Manual) orvel$MediaInputTray\n")));
     EXPECT_THAT(PageSetup(2), AllOf(HasSubstr("\t/PageSize [842 1191]\n"), Not(HasSubstr("/MediaType"))));
     EXPECT_THAT(PageSetup(3),
                 AllOf(HasSubstr("\t/PageSize [595 842]\n"), HasSubstr("\t/MediaType (cardstock)\n")));

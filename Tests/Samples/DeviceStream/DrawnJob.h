@@ -18,8 +18,11 @@ struct DrawnJob {
     };
     std::vector<Page> pages = {{}, {.width = 1123, .height = 794}, {.width = 559, .height = 794}};
 
+    std::string jobTicket = {};
+
     ZipItems Items() const {
         SampleJob job;
+        job.jobTicket = jobTicket;
         job.pages = static_cast<int>(pages.size());
         job.hasExtras = false;
         ZipItems items = job.Items();
