@@ -11,9 +11,13 @@ namespace AllocationCount {
 
 inline thread_local std::size_t allocations = 0;
 
-inline void* Allocate(std::size_t size) {
+inline void* TryToAllocate(std::size_t size) {
     ++allocations;
-    if (void* const memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+inline void* Allocate(std::size_t size) {
+    if (void* const memory = TryToAllocate(size)) return memory;
     throw std::bad_alloc();
 }
 
@@ -31,6 +35,9 @@ std::size_t Of(Action action) {
 // match.
 [[gnu::noinline]] void* operator new(std::size_t size) { return AllocationCount::Allocate(size); }
 [[gnu::noinline]] void* operator new[](std::size_t size) { return AllocationCount::Allocate(size); }
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return AllocationCount::TryToAllocate(size);
+}
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete[](void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
