@@ -133,8 +133,13 @@ struct SampleJob {
         std::string xml = "<Relationships xmlns=\"" + package + "\">";
         int id = 0;
         for (const auto& [type, target] : links)
-            xml += "<Relationship Id=\"R" + std::to_string(++id) + "\" Type=\"" + type + "\" Target=\"" +
-                   target + "\"/>";
+            xml.append("<Relationship Id=\"R")
+                .append(std::to_string(++id))
+                .append("\" Type=\"")
+                .append(type)
+                .append("\" Target=\"")
+                .append(target)
+                .append("\"/>");
         return xml + "</Relationships>";
     }
 
@@ -196,7 +201,11 @@ private:
             {"xml", "application/vnd.ms-printing.printticket+xml"}};
         std::string xml = "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">";
         for (const auto& [extension, type] : types)
-            xml += "<Default Extension=\"" + extension + "\" ContentType=\"" + type + "\"/>";
+            xml.append("<Default Extension=\"")
+                .append(extension)
+                .append("\" ContentType=\"")
+                .append(type)
+                .append("\"/>");
         return xml + "<Override PartName=\"/docProps/core.xml\" "
                      "ContentType=\"application/vnd.openxmlformats-package.core-properties+xml\"/></Types>";
     }

@@ -2,6 +2,7 @@
 
 #include "DevicePrologue.h"
 
+#include <cmath>
 #include <string>
 
 namespace {
@@ -20,7 +21,7 @@ std::string Points(double points) {
 }
 
 // As the page-level commands round it.
-int PointsOf(int microns) { return static_cast<int>(microns / 25400.0 * 72.0 + 0.5); }
+int PointsOf(int microns) { return static_cast<int>(std::floor(microns / 25400.0 * 72.0 + 0.5)); }
 
 PostScriptPageLevelPDLHelper PageLevelOf(const CPString& productData) {
     if (productData.isEmpty()) return {};

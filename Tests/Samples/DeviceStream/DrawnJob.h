@@ -35,7 +35,8 @@ struct DrawnJob {
             if (pages[i].ticket.empty()) continue;
             const std::string ticket = "Metadata/Page" + number + "_PT.xml";
             items[ticket] = pages[i].ticket;
-            std::string& links = items[folder + "_rels/" + number + ".fpage.rels"];
+            std::string& links =
+                items[std::string(folder).append("_rels/").append(number).append(".fpage.rels")];
             links.replace(links.rfind("</"), std::string::npos,
                           "<Relationship Id=\"Ticket\" Type=\"" + job.Base() + "/printticket\" Target=\"/" +
                               ticket + "\"/></Relationships>");
@@ -81,7 +82,7 @@ private:
         const double colors[4][3] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 0}};
         for (int i = 0; i < 4; ++i) {
             cairo_set_source_rgb(context, colors[i][0], colors[i][1], colors[i][2]);
-            cairo_rectangle(context, 100 * (i % 2), 50 * (i / 2), 100, 50);
+            cairo_rectangle(context, i % 2 == 0 ? 0 : 100, i < 2 ? 0 : 50, 100, 50);
             cairo_fill(context);
         }
         cairo_destroy(context);
