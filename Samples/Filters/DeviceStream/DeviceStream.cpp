@@ -22,6 +22,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -37,18 +38,19 @@ private:
     void Begin();
     void AddPendingPage();
     const PageMedia& MediaOf(IFixedPage& page);
-    PageMedia OnSheet(const PageMedia& asked, const PageSize& page) const;
+    PageMedia OnSheet(const PageMedia& asked, const PageSize& page);
 
     ProgressReport m_progress;
     std::unique_ptr<PageRenderer> m_renderer;
     std::unique_ptr<JobSettings> m_job;
     CXString m_defaultSizeName;
+    bool m_hasWarnedOfSize = false;
     DeviceInstructions m_instructions;
     std::optional<StreamText> m_out;
     std::optional<DeviceStreamText> m_stream;
     PageMedia m_documentMedia; // of pages without a ticket of their own
-    std::unordered_map<CXString, PageMedia>
-        m_ticketMedia; // what the document's page tickets say, by their names
+    // What the document's page tickets say, by their names.
+    std::unordered_map<CXString, PageMedia> m_ticketMedia;
     // The page before is imaged on a thread of its own while a page is read.
     PageMedia m_pendingMedia;
     std::future<PageImage> m_pendingPage;
@@ -165,13 +167,13 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
 
 // The ticket decides on the sheet. But a page that was made for another one is not cut to what the printer
 // takes where nobody says anything: it then keeps its own size, and the device sees to it.
-PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageSize& page) const {
+PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageSize& page) {
     PageMedia media = asked;
     const bool hasSize = media.size != SheetSize();
     const bool isDefault = media.sizeName == m_defaultSizeName;
     if (!hasSize || (isDefault && !Fits(media.size, page))) {
         media.size = SheetOf(page);
-        if (hasSize)
+        if (hasSize && !std::exchange(m_hasWarnedOfSize, true))
             ReportWarning("pages have another size than the printer's own paper, and no ticket asks for one: "
                           "each keeps its size");
     }

@@ -4,14 +4,21 @@
 
 #include <cmath>
 #include <string>
+#include <string_view>
 
 namespace {
 
 constexpr std::string_view universalExit = "\x1B%-12345X";
 
-// Of both languages, the one that begins a job: a family that opens one in PJL has it closed there.
-bool OpensJob(const CXString& pjl) { return pjl.Find(L"@PJL JOB\n") >= 0; }
+// Some families begin their header with the escape sequence themselves.
 bool BringsExit(const CXString& pjl) { return pjl.Find(L'\x1B') == 0; }
+
+// A job that PJL opens, with a name or without, must be closed there.
+bool OpensJob(const CXString& pjl) {
+    const std::wstring_view text = pjl.View();
+    return text.starts_with(L"@PJL JOB ") || text.find(L"\n@PJL JOB ") != std::wstring_view::npos ||
+           text.find(L"@PJL JOB\n") != std::wstring_view::npos;
+}
 
 std::string Points(double points) {
     std::string text = std::to_string(points); // six digits

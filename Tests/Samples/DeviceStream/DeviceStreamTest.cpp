@@ -89,12 +89,14 @@ TEST_F(DeviceStreamTest, StandsInOneFrameForEachFamily) {
         std::string start;
         std::string end;
     };
-    static const Family families[] = {
-        {"Kestrel", exitLanguage + "@PJL COMMENT OVLbegin\n", "%%EOF\n" + exitLanguage},
-        {"harrier", exitLanguage + "@PJL JOB NAME = ", "%%EOF\n" + exitLanguage},
-        {"Osprey", exitLanguage + "@PJL COMMENT OVLbegin\n", "%%EOF\n" + exitLanguage},
-        {"Merlin", exitLanguage + "@PJL ", "%%EOF\n" + exitLanguage},
-        {"LowEndPS", exitLanguage + "@PJL JOB\n", "%%EOF\n" + exitLanguage + "@PJL EOJ\n" + exitLanguage},
+    const std::string end = "%%EOF\n" + exitLanguage;
+    const std::string endOfJob = end + "@PJL EOJ\n" + exitLanguage;
+    const Family families[] = {
+        {"Kestrel", exitLanguage + "@PJL COMMENT OVLbegin\n", end},
+        {"harrier", exitLanguage + "@PJL JOB NAME = ", endOfJob},
+        {"Osprey", exitLanguage + "@PJL COMMENT OVLbegin\n", end},
+        {"Merlin", exitLanguage + "@PJL COMMENT NORMAL PRINT\n@PJL JOB NAME = ", endOfJob},
+        {"LowEndPS", exitLanguage + "@PJL JOB\n", endOfJob},
     };
     DrawnJob{.pages = {{}, {}}}.Write("job.xps");
     for (const Family& family : families) {
