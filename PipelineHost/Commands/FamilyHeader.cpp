@@ -1,5 +1,7 @@
 #include "Commands/FamilyHeader.h"
 
+#include "Common/Text.h"
+
 #include <DataModel/FeatureNameTable.h>
 #include <DeviceControl/HeldJobPasscode.h>
 #include <DeviceControl/PrintInstructionGenerator.h>
@@ -34,12 +36,15 @@ private:
 struct NameRow {
     Name name;
     const char* text;
+    CXString (IFilterFeatureAccess::*read)() const;
 };
-constexpr NameRow names[] = {{Name::Document, "the document's name"},
-                             {Name::User, "the user's name"},
-                             {Name::Domain, "the user's domain"}};
+constexpr NameRow names[] = {
+    {Name::Document, "the document's name", &IFilterFeatureAccess::GetPrintJobDocumentName},
+    {Name::User, "the user's name", &IFilterFeatureAccess::GetPrintJobUserName},
+    {Name::Domain, "the user's domain", &IFilterFeatureAccess::GetPrintJobUserDomainName}};
 
-// The passcode of a held job depends on the second in which it is made, which must not look like a cause.
+// While causes are looked for: the passcode of a held job depends on the second in which it is made, which
+// must not look like one.
 class StoppedClock {
 public:
     StoppedClock() : m_before(HeldJobPasscode::SetClock([] { return UtcTime(); })) {}
@@ -102,8 +107,10 @@ void FamilyHeader::FindCauses(JobAtDevice& job) {
         AddCause({NameOf(answer.question), ShownAnswer::Of(answer)}, Generate(job, without, {}));
     }
     for (const NameRow& row : names) {
-        WithoutName without(job.Settings().Features(), row.name);
-        AddCause({row.text, {}}, Generate(job, without, {}));
+        IFilterFeatureAccess& features = job.Settings().Features();
+        WithoutName without(features, row.name);
+        const ShownAnswer name{.value = Utf8((features.*row.read)().View())};
+        AddCause({row.text, name}, Generate(job, without, {}));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <DeviceControl/CommandSafeFeatureAccess.h>
 
+#include <array>
 #include <string>
 #include <vector>
 

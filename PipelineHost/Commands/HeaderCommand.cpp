@@ -5,6 +5,7 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceControl/CreatorName.h>
+#include <Spooler/QueueFolderError.h>
 
 #include <set>
 
@@ -19,26 +20,31 @@ std::string FamilyNames() {
     return names;
 }
 
-const DeviceFamily& Find(const std::string& name, const std::string& who) {
-    const DeviceFamily* const family = FindDeviceFamily(name);
-    if (family == nullptr)
-        throw UsageError(who + " names the family \"" + name + "\", which is none of " + FamilyNames());
-    return *family;
+const DeviceFamily& NamedFamily(const std::string& name) {
+    if (const DeviceFamily* const family = FindDeviceFamily(name)) return *family;
+    throw UsageError("--family names \"" + name + "\", which is none of " + FamilyNames());
 }
 
-std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, const JobAtDevice& job) {
+const DeviceFamily& FamilyOfQueue(const JobAtDevice& job, const OvPlatform::QueueFolder& queue) {
+    CXString property;
+    job.Properties().GetPrinterPropertyBagString(deviceFamilyPropertyName, property);
+    if (property.IsEmpty())
+        throw UsageError("which family? The queue does not say; --family names one of " + FamilyNames());
+    const std::string name = Utf8(property.View());
+    if (const DeviceFamily* const family = FindDeviceFamily(name)) return *family;
+    throw OvPlatform::QueueFolderError(queue.Folder(), "the driver property DeviceFamily is \"" + name +
+                                                           "\", which is none of " + FamilyNames());
+}
+
+std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, const JobAtDevice& job,
+                                                const OvPlatform::QueueFolder& queue) {
     std::vector<const DeviceFamily*> chosen;
     if (options.all) {
         for (const DeviceFamily& family : DeviceFamilies())
             chosen.push_back(&family);
         return chosen;
     }
-    if (!options.family.empty()) return {&Find(options.family, "--family")};
-    CXString name;
-    job.Properties().GetPrinterPropertyBagString(deviceFamilyPropertyName, name);
-    if (name.IsEmpty())
-        throw UsageError("which family? The queue does not say; --family names one of " + FamilyNames());
-    return {&Find(Utf8(name.View()), "the queue")};
+    return {options.family.empty() ? &FamilyOfQueue(job, queue) : &NamedFamily(options.family)};
 }
 
 } // namespace
@@ -58,7 +64,7 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
                         " holds characters that would end a command of the device; here they are blanks");
     };
     std::vector<FamilyHeader> headers;
-    for (const DeviceFamily* const family : ChosenFamilies(options, job)) {
+    for (const DeviceFamily* const family : ChosenFamilies(options, job, *queue)) {
         headers.emplace_back(job, *family, warn);
         if (options.why) headers.back().FindCauses(job);
     }

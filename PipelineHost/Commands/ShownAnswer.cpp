@@ -14,6 +14,11 @@ const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
 
 std::string Number(int value) { return std::to_string(value); }
 
+std::string Millimeters(const Dimension& length) {
+    return std::string(
+        length.GetStringValue(Dimension::Millimeter, 2, ::Number::toNearest, true, true).view());
+}
+
 // How a value is shown; nothing of one that says nothing.
 struct Shown {
     ShownAnswer& answer;
@@ -34,8 +39,7 @@ struct Shown {
         answer.isNumber = true;
         if (answer.source == FeatureValueSource::None) return;
         answer.value = Number(length.GetValue(Dimension::HundredthOfMillimeter).GetNearestIntValue());
-        answer.valueName = std::string(
-            length.GetStringValue(Dimension::Millimeter, 2, ::Number::toNearest, true, true).view());
+        answer.valueName = Millimeters(length);
     }
     void operator()(const CXString& text) const { answer.value = Utf8(text.View()); }
     void operator()(unsigned int count) const {
@@ -45,7 +49,10 @@ struct Shown {
         answer.isFlag = true;
         if (answer.source != FeatureValueSource::None) answer.value = YesOrNo(value);
     }
-    void operator()(const RecordedAnswer::Size&) const {} // is not asked for
+    void operator()(const RecordedAnswer::Size& size) const {
+        if (answer.isSpecified)
+            answer.valueName = Millimeters(size.first) + " by " + Millimeters(size.second);
+    }
 };
 
 } // namespace

@@ -166,20 +166,23 @@ DataModelIds::tagValueEnum RecordedFeatureAccess::GetEffectiveOrientation() cons
     return Record(Kind::Orientation, {}, value, true) ? value : DataModelIds::VAL_UNSPECIFIED;
 }
 
+// A size that is withheld is not even read: there are callers who take what they have where nobody says one.
 bool RecordedFeatureAccess::GetOutputSize(tagFeatureEnum feature, unsigned int index, Dimension& first,
                                           Dimension& second) const {
-    const bool isSpecified = Access().GetOutputSize(feature, index, first, second);
-    return Record(Kind::OutputSize, FeaturePath(feature).At(index), RecordedAnswer::Size(first, second),
-                  isSpecified);
+    const FeaturePath path = FeaturePath(feature).At(index);
+    const bool isSpecified =
+        !IsWithheld({Kind::OutputSize, path}) && Access().GetOutputSize(feature, index, first, second);
+    return Record(Kind::OutputSize, path, RecordedAnswer::Size(first, second), isSpecified);
 }
 
 bool RecordedFeatureAccess::GetOutputSize(tagFeatureEnum feature, Dimension& first, Dimension& second) const {
-    const bool isSpecified = Access().GetOutputSize(feature, first, second);
+    const bool isSpecified =
+        !IsWithheld({Kind::OutputSize, feature}) && Access().GetOutputSize(feature, first, second);
     return Record(Kind::OutputSize, feature, RecordedAnswer::Size(first, second), isSpecified);
 }
 
 bool RecordedFeatureAccess::GetOutputSize(Dimension& first, Dimension& second) const {
-    const bool isSpecified = Access().GetOutputSize(first, second);
+    const bool isSpecified = !IsWithheld({Kind::OutputSize, {}}) && Access().GetOutputSize(first, second);
     return Record(Kind::OutputSize, {}, RecordedAnswer::Size(first, second), isSpecified);
 }
 

@@ -133,6 +133,11 @@ TEST_F(RecordedFeatures, WithholdOneAnswerAndNoOther) {
     Recorded().Withhold({Option, {FEAT_MEDIA_COL, FEAT_MEDIA_COLOR}});
     EXPECT_EQ(Recorded().GetOptionValueWithContext(FEAT_MEDIA_COL, FEAT_MEDIA_COLOR), SimpleOptionValue());
     EXPECT_TRUE(Recorded().GetOptionValue(FEAT_MS_ORIENTATION).IsSpecified());
+    Dimension width;
+    Dimension height;
+    Recorded().Withhold({OutputSize});
+    EXPECT_FALSE(Recorded().GetOutputSize(width, height));
+    EXPECT_EQ(width.GetValue(Dimension::Micron).GetNearestIntValue(), 0) << "callers may use it all the same";
 }
 
 TEST_F(RecordedFeatures, PassOnWhatIsSetAndForgetWhatFailed) {

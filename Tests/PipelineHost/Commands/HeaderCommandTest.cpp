@@ -3,9 +3,12 @@
 #include "Support/SampleJob.h"
 
 #include <Commands/HeaderText.h>
+#include <Commands/ShownAnswer.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 using namespace OvPipeline;
 using testing::AllOf;
@@ -39,6 +42,16 @@ protected:
                          {"header", job, "--queue", OV_SOURCE_DIR "/Samples/Queues/ColorOffice"});
         return CommandRun(arguments);
     }
+    // A queue like the sample's, whose device is of that family, or of none.
+    CommandRun RunOnFamily(const std::string& family) {
+        std::filesystem::remove_all("queue");
+        std::filesystem::copy(OV_SOURCE_DIR "/Samples/Queues/ColorOffice", "queue");
+        std::filesystem::permissions("queue/queue.xml", std::filesystem::perms::owner_all);
+        std::string xml = TemporaryFolder::Read("queue/queue.xml");
+        xml.replace(xml.find(">Kestrel<") + 1, 7, family);
+        std::ofstream("queue/queue.xml") << xml;
+        return CommandRun({"header", "job.xps", "--queue", "queue"});
+    }
     std::string Out(std::vector<std::string> arguments) {
         const CommandRun run = Run(std::move(arguments));
         EXPECT_EQ(run.code, ExitOk) << run.errors;
@@ -71,10 +84,15 @@ TEST_F(HeaderCommandTest, SaysWhyALineStands) {
     EXPECT_EQ(LineBehind(why, "sides: two-sided-short-edge"),
               "      <- FEAT_SIDES_IMAGED = 5422 VAL_SIDES_TWO_SIDED_FLIP_SHORT_EDGE (ticket)");
     EXPECT_EQ(LineBehind(why, "@PJL SET JOBNAME"), "      <- FEAT_JOB_NAME = job.xps (rule)");
-    EXPECT_EQ(LineBehind(why, "@PJL SET USERNAME"), "      <- the user's name");
+    EXPECT_THAT(LineBehind(why, "@PJL SET USERNAME"), StartsWith("      <- the user's name = "));
     EXPECT_EQ(LineBehind(why, "output-bin: auto"), "      <- the family, where nothing else is asked for");
     EXPECT_THAT(Out({"--family", "LowEndPCLm", "--why", "--json"}),
                 HasSubstr("\"name\": \"FEAT_SIDES_IMAGED\""));
+    const RecordedAnswer size{.question = {FeatureQuestionKind::OutputSize},
+                              .value = RecordedAnswer::Size(Dimension(210, Dimension::Millimeter),
+                                                            Dimension(297, Dimension::Millimeter)),
+                              .isSpecified = true};
+    EXPECT_EQ(ShownAnswer::Of(size).Text(), "210 mm by 297 mm");
 }
 
 TEST_F(HeaderCommandTest, PutsAllFamiliesSideBySide) {
@@ -93,6 +111,10 @@ TEST_F(HeaderCommandTest, RefusesWhatItCannotAnswer) {
     EXPECT_THAT(Run({"--family", "Falcon"}).errors, HasSubstr("none of Kestrel, Harrier"));
     EXPECT_EQ(Run({"--family", "Falcon"}).code, ExitUsage);
     EXPECT_EQ(Run({"--family", "Merlin", "--all"}).code, ExitUsage);
+    EXPECT_EQ(RunOnFamily("").code, ExitUsage);
+    const CommandRun unknown = RunOnFamily("Falcon");
+    EXPECT_EQ(unknown.code, ExitInputRefused);
+    EXPECT_THAT(unknown.errors, HasSubstr("queue: the driver property DeviceFamily is \"Falcon\", which is"));
     EXPECT_EQ(Run({}, "none.xps").code, ExitInputRefused);
     SampleJob().Write("a\"b.xps");
     const CommandRun run = Run({"--all"}, "a\"b.xps");
