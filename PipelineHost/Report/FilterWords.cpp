@@ -14,7 +14,7 @@ namespace OvPipeline {
 
 namespace {
 
-// Of reports of other things there are others.
+// Of the reports that are kept; those of other things have other captions.
 constexpr std::string_view exceptionCaption = "Caught exception";
 constexpr std::string_view warningCaption = "Warning";
 

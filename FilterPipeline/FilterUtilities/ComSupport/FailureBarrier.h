@@ -24,14 +24,14 @@ ReportCaughtException(const std::source_location& location = std::source_locatio
 OV_FILTER_UTILITIES_API HRESULT
 ReportIfFailed(HRESULT hr, const std::source_location& location = std::source_location::current()) noexcept;
 
-/// For what a job goes on without, where nothing has failed: hands the text to the reporter, under the
-/// caption "Warning".
-OV_FILTER_UTILITIES_API void ReportWarning(const std::string& text) noexcept;
-
 /// The same for callers that have no scope, as an operation of that name.
 OV_FILTER_UTILITIES_API HRESULT ReportCaughtException(
     const char* function, const std::source_location& location = std::source_location::current()) noexcept;
 OV_FILTER_UTILITIES_API HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept;
+
+/// For what a job goes on without, where nothing has failed: hands the text to the reporter, under the
+/// caption "Warning".
+OV_FILTER_UTILITIES_API void ReportWarning(const std::string& text) noexcept;
 
 // Stands behind a try block: hands every exception to the reporter and stores its HRESULT in hr.
 //     const OperationScope operation("Class::Operation");

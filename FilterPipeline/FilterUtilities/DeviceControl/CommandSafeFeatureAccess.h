@@ -1,7 +1,6 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
-#include "FeatureAccess/FeatureQuestion.h"
 #include "FeatureAccess/ForwardedFeatureAccess.h"
 
 #include <functional>
