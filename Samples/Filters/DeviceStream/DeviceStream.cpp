@@ -9,7 +9,6 @@
 
 #include <ComSupport/ThrowHresult.h>
 #include <DeviceControl/CommandSafeFeatureAccess.h>
-#include <DeviceControl/CommandSafeText.h>
 #include <DeviceControl/CreatorName.h>
 #include <DeviceControl/DeviceFamily.h>
 #include <DeviceControl/PrintInstructionGenerator.h>
@@ -43,6 +42,7 @@ private:
     ProgressReport m_progress;
     std::unique_ptr<PageRenderer> m_renderer;
     std::unique_ptr<JobSettings> m_job;
+    CXString m_title; // what could end a command is blank in it
     CXString m_defaultSizeName;
     bool m_hasWarnedOfSize = false;
     DeviceInstructions m_instructions;
@@ -82,6 +82,7 @@ HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) 
     CommandSafeFeatureAccess features(m_job->Features(), WarnOfText);
     PrintInstructionGenerator generator(features, *GetOrCreateOrvelDriverPropertyBagOnFirstUse());
     family.generate(generator, m_instructions);
+    features.GetStringValue(DataModelIds::FEAT_JOB_NAME, m_title);
     m_progress.Report(XpsJob_DocumentSequenceAdded);
     return S_OK;
 }
@@ -143,9 +144,7 @@ void DeviceStream::Begin() {
     m_out.emplace(*m_streamWriter);
     m_stream.emplace(*m_out, m_instructions,
                      GetOrCreateOrvelDriverPropertyBagOnFirstUse()->GetProductPdlDataXml());
-    CXString title = m_job->Features().GetPrintJobDocumentName();
-    CommandSafeText::Clean(title); // who asked for it as the job's name was warned
-    m_stream->Begin(title);
+    m_stream->Begin(m_title);
 }
 
 // A page without a ticket has its document's media, and of pages that share one it is read once.

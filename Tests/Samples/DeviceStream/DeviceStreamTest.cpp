@@ -80,7 +80,7 @@ TEST_F(DeviceStreamTest, IsImagedAsTheRendererDrawsThePages) {
     ASSERT_EQ(drawn.size(), 3u);
     ASSERT_EQ(imaged.size(), drawn.size());
     for (std::size_t page = 0; page < drawn.size(); ++page)
-        EXPECT_LT(imaged[page].GreatestDifference(drawn[page]), 60) << "page " << page + 1;
+        EXPECT_LT(imaged[page].GreatestDifference(drawn[page]), 40) << "page " << page + 1;
 }
 
 TEST_F(DeviceStreamTest, StandsInOneFrameForEachFamily) {
