@@ -77,6 +77,9 @@ TEST_F(HeaderCommandTest, ShowsTheTextsOfAFamily) {
                 AllOf(HasSubstr("\"family\": \"LowEndPS\""),
                       HasSubstr("\\\"NUP = 1\\\"\\u000d\\u000a@PJL SET"),
                       HasSubstr("\"setupCommands\": \"\"")));
+    SampleJob().Write("Microsoft Word - a.xps");
+    EXPECT_THAT(Run({}, "Microsoft Word - a.xps").out,
+                HasSubstr("  comments\n    %%OvlPrintingApp: winword\n"));
 }
 
 TEST_F(HeaderCommandTest, SaysWhyALineStands) {
