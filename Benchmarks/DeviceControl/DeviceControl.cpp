@@ -109,7 +109,9 @@ double SecondsOf(int times, Operation operation) {
     return MedianOf(seconds);
 }
 
-void Header(benchmark::State& state, const DeviceFamily& family) {
+void Header(benchmark::State& state) {
+    const DeviceFamily& family = DeviceFamilies()[static_cast<std::size_t>(state.range(0))];
+    state.SetLabel(std::string(family.name));
     DeviceBag bag = Bag();
     OrvelDriverPropertyBag device(bag);
     TableFeatureAccess table = JobWithEverything();
@@ -134,15 +136,13 @@ void Header(benchmark::State& state, const DeviceFamily& family) {
     }
 }
 
+BENCHMARK(Header)->DenseRange(0, 7)->UseManualTime()->Iterations(5);
+
 } // namespace
 
 int main(int argumentCount, char** arguments) {
     CoInitializeEx(nullptr, COINIT_MULTITHREADED);
     benchmark::Initialize(&argumentCount, arguments);
-    for (const DeviceFamily& family : DeviceFamilies())
-        benchmark::RegisterBenchmark(std::string(family.name).c_str(), Header, family)
-            ->UseManualTime()
-            ->Iterations(5);
     benchmark::RunSpecifiedBenchmarks();
     CoUninitialize();
 }

@@ -62,7 +62,7 @@ void AppendAccounting(CXString& pjl, const JobQuestions& job) {
 
 /// Deliberate: the blank behind the @ is the device's.
 std::wstring_view StapleComment(const JobQuestions& job) {
-    std::wstring_view comment = L"";
+    std::wstring_view comment;
     for (const tagValueEnum finishing : JobFinishings::Of(job)) {
         if (finishing == VAL_CPSS_FINISHING_6250) return L"";
         if (finishing == VAL_CPSS_FINISHING_6254) comment = L"@ PJL COMMENT OVLSTAPLE=PORTRAIT\n";

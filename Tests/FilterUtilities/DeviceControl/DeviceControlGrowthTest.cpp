@@ -15,7 +15,8 @@ using namespace DataModelIds;
 constexpr const char* oneOption = "<s><a PS=\"x\"/></s>";
 
 /// An option of section s asked for in a text of n items, so many times.
-GrowthMaker Lookup(std::string before, const Item& item, std::string behind, bool isAskedTimes = false) {
+GrowthMaker Lookup(const std::string& before, const Item& item, const std::string& behind,
+                   bool isAskedTimes = false) {
     return [=](std::size_t n) {
         return [text = before + Times(n, item) + behind, times = isAskedTimes ? n : 1] {
             const ProductPdlData data(text);

@@ -3,6 +3,7 @@
 
 #include <DeviceControl/HeldJobPasscode.h>
 #include <Encryption/DataEncrypter.h>
+#include <Finishing/OcptImportAndExport.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -397,6 +398,8 @@ TEST_F(DeviceUnderTest, MerlinWritesPcl6CoversIntoThePjl) {
                                 "@PJL COMMENT OVLend\n");
     EXPECT_EQ(instructions.setup + instructions.trailer, "");
 
+    m_job.Choose(FEAT_FINISHING_UNSPECIFIED, VAL_FINISHING_UNSPECIFIED_ON);
+    EXPECT_THAT(Of(&Generator::GenerateLegacyMerlinPCL6).pjl, Not(HasSubstr("OVLSTAPLE")));
     m_job.outputSize.reset();
     m_job.Choose(FEAT_COVER_OPTIONS, VAL_COVER_BACK_ONLY);
     const std::string back = Of(&Generator::GenerateLegacyMerlinPCL6).pjl;
@@ -426,6 +429,49 @@ TEST_F(DeviceUnderTest, SmallDevicesGetTheirControllersWords) {
               "%LexHBP-1.0\n%  LexHBP-Page-Ticket\n%      page-ticket-version: 1.0\n"
               "%    MediaHandlingSection\n%      media-type: custom-lxk7\n%      media-source: manual\n"
               "%      sides: \n%      output-bin: auto\n%  LexHBP-Page-Ticket-End\n");
+
+    m_job = {};
+    EXPECT_THAT(OfPclm().pjl, EndsWith("\"\n@PJL SET COPIES=1\n@PJL SET LCOLLATION=ON\n" + color));
+}
+
+TEST_F(DeviceUnderTest, FinishingsAreThoseOfTheFirstFeatureThatHasAny) {
+    const Dimension width(210, Dimension::Millimeter);
+    const Dimension height(297, Dimension::Millimeter);
+    const auto finishings = [&](tagValueEnum staple, bool isPosition, tagValueEnum holes,
+                                tagValueEnum place) {
+        return OcptImportAndExport::CalculateCpssFinishingsValuesFromDriverFeaturesAndDocSettings(
+            staple, isPosition, holes, place, VAL_UNSPECIFIED, VAL_UNSPECIFIED, VAL_UNSPECIFIED,
+            VAL_UNSPECIFIED, width, height, VAL_MS_ORIENTATION_PORTRAIT, VAL_UNSPECIFIED, VAL_UNSPECIFIED,
+            false, VAL_UNSPECIFIED, VAL_UNSPECIFIED, false);
+    };
+    const auto ofJob = [&] {
+        m_job.outputSize = {{width, height}};
+        return Generator::CalculateCppsFinishingsValuesFromIFilterFeatureAccess(m_job);
+    };
+    constexpr auto none = VAL_UNSPECIFIED;
+    constexpr auto left = VAL_FINISHING_HOLE_PUNCH_PLLT;
+    for (const auto& [feature, holes] :
+         Rows<tagFeatureEnum, tagValueEnum>{{FEAT_FINISHING_4_HOLE_PUNCH, VAL_FINISHING_4_HOLE_PUNCH},
+                                            {FEAT_FINISHING_3_HOLE_PUNCH, VAL_FINISHING_3_HOLE_PUNCH},
+                                            {FEAT_FINISHING_2_HOLE_PUNCH, VAL_FINISHING_2_HOLE_PUNCH}}) {
+        m_job.Choose(feature, left);
+        EXPECT_EQ(ofJob(), finishings(none, true, holes, left)) << holes;
+    }
+    m_job.Choose(FEAT_FINISHING_HOLE_PUNCH, VAL_FINISHING_4_HOLE_PUNCH);
+    EXPECT_EQ(ofJob(), finishings(none, true, VAL_FINISHING_4_HOLE_PUNCH, none));
+    EXPECT_NE(ofJob(), finishings(none, true, VAL_FINISHING_2_HOLE_PUNCH, none));
+
+    m_job = {};
+    for (const auto& [feature, place] :
+         Rows<tagFeatureEnum, tagValueEnum>{{FEAT_FINISHING_CENTER_STAPLE, VAL_FINISHING_CENTER_STAPLES_TOP},
+                                            {FEAT_FINISHING_4_STAPLES, VAL_FINISHING_1_STAPLE_TOP_RIGHT},
+                                            {FEAT_FINISHING_2_STAPLES, VAL_FINISHING_2_STAPLES_LEFT},
+                                            {FEAT_FINISHING_1_STAPLE, VAL_FINISHING_1_STAPLE_TOP_LEFT}}) {
+        m_job.Choose(feature, place);
+        EXPECT_EQ(ofJob(), finishings(place, true, none, none)) << feature;
+    }
+    m_job.Choose(FEAT_FINISHING_STAPLE, VAL_FINISHING_2_STAPLES);
+    EXPECT_EQ(ofJob(), finishings(VAL_FINISHING_2_STAPLES, false, none, none));
 }
 
 TEST(PrintInstructionGenerator, GuessesTheApplicationFromTheDocumentsName) {

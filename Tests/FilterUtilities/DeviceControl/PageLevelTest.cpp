@@ -65,6 +65,9 @@ TEST_F(PageLevel, NamesSizesThatHaveANameAndSkipsWhatIsNone) {
              {L"media-size=1,2,3", "Commands\n\nmark {\n<<\n>> set"},
              {L"x=media-size", "Commands\n\nmark {\n<<\n>> set"}})
         EXPECT_THAT(Of(builtIn, {size}), HasSubstr(expected)) << Utf8(size);
+    EXPECT_THAT(Of(builtIn, {L"media-size=100000,100000", L"media-size=215900,279400"}),
+                HasSubstr("Commands\n\nmark {"))
+        << "the first size is that of the comment";
     EXPECT_THAT(Of(builtIn, {L"media-color=media-color-unspecified",
                              L"effective-media-type=media-type-api-unspecified"}),
                 HasSubstr("\t/MediaColor null\n\t/MediaType null\n>> "));

@@ -27,6 +27,9 @@ TEST(ProductPdlData, FindsAnOptionsCommandByPlainSearch) {
              {"a value without its end", L"cut", L"", L"", VAL_PDL_POSTSCRIPT, L""},
              {"no such language", L"none", L"", L"", VAL_PDL_POSTSCRIPT, L""}})
         EXPECT_EQ(ProductPdlData(text).Find(L"s", option, group, subgroup, pdl), expected) << name;
+    const ProductPdlData data(text);
+    EXPECT_EQ(data.Find(L"other", L"a", {}, {}, VAL_PDL_POSTSCRIPT), L"no");
+    EXPECT_EQ(data.Find(L"s", L"a", {}, {}, VAL_PDL_PCL6), L"six") << "another section than before";
     EXPECT_EQ(ProductPdlData(text).Find(L"missing", L"a", {}, {}, VAL_PDL_POSTSCRIPT), L"");
 }
 

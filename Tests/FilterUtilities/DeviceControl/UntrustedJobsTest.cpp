@@ -135,11 +135,19 @@ TEST_F(UntrustedJob, GoesOnWhateverItsProductDataIs) {
     const std::string plain = PjlOf("Kestrel", job);
     const std::string section = "<print-quality-level>";
     const std::string end = "</print-quality-level>";
-    for (const std::string& data :
-         {std::string("not XML"), section, end + section, section + "<standard PS=\"x",
-          section + "<standard" + end, section + "<standard PS=\"x" + end,
-          section + "<standard PS='x'/>" + end, std::string("\0<\0", 3),
-          std::string("<a b=\"") + section + "\"/>", std::string(10'000'000, '<')}) {
+    std::string large;
+    large.resize(10'000'000, '<');
+    const std::string texts[] = {"not XML",
+                                 section,
+                                 end + section,
+                                 section + "<standard PS=\"x",
+                                 section + "<standard" + end,
+                                 section + "<standard PS=\"x" + end,
+                                 section + "<standard PS='x'/>" + end,
+                                 std::string("\0<\0", 3),
+                                 "<a b=\"" + section + "\"/>",
+                                 large};
+    for (const std::string& data : texts) {
         m_bag.productData = std::string(data);
         EXPECT_EQ(PjlOf("Kestrel", job), plain) << data.substr(0, 60);
     }

@@ -3,10 +3,12 @@
 #include "Support/DeviceBag.h"
 #include "Support/TableFeatureAccess.h"
 
+#include <DataModel/FeatureNameTable.h>
 #include <DataModel/ValueNameTable.h>
 #include <DeviceControl/DeviceFamily.h>
 #include <DeviceControl/PrintInstructionGenerator.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
+#include <SystemServices/OperatingSystem.h>
 
 #include <set>
 #include <string>
@@ -36,6 +38,8 @@ public:
     std::set<std::string> pjl;
     std::set<std::string> setup;
     std::set<std::string> trailers;
+    /// The choices that change something, each with what is written then; the texts without any.
+    std::set<std::string> effects;
 
 private:
     using tagValueEnum = DataModelIds::tagValueEnum;
@@ -68,14 +72,16 @@ private:
     }
 
     void WalkNew(Job& job) {
-        Write(job);
+        const std::string unchanged = Write(job);
+        effects.insert(unchanged);
         const auto all = job.asked;
         for (const auto& features : all) {
             if (!m_filter(features) || !m_met.insert(features).second) continue;
             for (const auto& value : GetValueNames()) {
                 job.asked.clear();
                 job.Choose(PathOf(features), value.id);
-                Write(job);
+                if (const std::string changed = Write(job); changed != unchanged)
+                    effects.insert(NameOf(features) + value.name + changed);
                 for (const auto& asked : job.asked)
                     if (!all.contains(asked) && !m_met.contains(asked)) {
                         m_waiting.push_back(job);
@@ -86,14 +92,34 @@ private:
         }
     }
 
-    void Write(Job& job) {
+    static std::string NameOf(const Features& features) {
+        std::string name;
+        for (const auto feature : features)
+            name.append(FindFeatureName(feature)) += ' ';
+        return name;
+    }
+
+    /// What changes from run to run is left out.
+    static std::string Lasting(std::string text) {
+        const std::string computer = CPStringUtils::narrowToStdString(OperatingSystem::GetFullComputerName());
+        if (const std::size_t at = text.find("LHOSTID=\""); at != std::string::npos)
+            text.erase(at + 9, computer.size());
+        if (const std::size_t at = text.find("_AFTER \""); at != std::string::npos) text.erase(at + 8, 14);
+        return text;
+    }
+
+    std::string Write(Job& job) {
         OrvelDriverPropertyBag device(m_bag);
         PrintInstructionGenerator generator(job, device);
         DeviceInstructions texts;
         m_family.generate(generator, texts);
-        pjl.insert(CPStringUtils::narrowToStdString(texts.pjlCommands));
-        setup.insert(CPStringUtils::narrowToStdString(texts.setupCommands));
-        trailers.insert(CPStringUtils::narrowToStdString(texts.trailerComments));
+        const std::string written[] = {CPStringUtils::narrowToStdString(texts.pjlCommands),
+                                       CPStringUtils::narrowToStdString(texts.setupCommands),
+                                       CPStringUtils::narrowToStdString(texts.trailerComments)};
+        pjl.insert(written[0]);
+        setup.insert(written[1]);
+        trailers.insert(written[2]);
+        return Lasting(written[0]) + written[1] + written[2];
     }
 
     const DeviceFamily& m_family;

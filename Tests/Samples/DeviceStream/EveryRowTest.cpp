@@ -1,4 +1,5 @@
 #include "Samples/DeviceStream/EveryChoice.h"
+#include "Samples/DeviceStream/Fingerprint.h"
 #include "Samples/DeviceStream/InterpreterRun.h"
 #include "Samples/DeviceStream/PjlGrammar.h"
 #include "Samples/DeviceStream/SnippetText.h"
@@ -66,14 +67,15 @@ std::string Joined(const std::set<std::string>& texts) {
 TEST_F(EveryRow, IsWrittenAsPjlThatParses) {
     // With the number of lines that differ, so that the walk is known to meet every row.
     std::string covers;
-    for (const auto& [name, expected] : Rows<const char*, std::size_t>{{"Kestrel", 27},
-                                                                       {"Harrier", 15},
-                                                                       {"Osprey", 46},
-                                                                       {"Merlin", 21},
-                                                                       {"MerlinPCL6", 159},
-                                                                       {"LowEndPS", 17},
-                                                                       {"LowEndPCL6", 14},
-                                                                       {"LowEndPCLm", 14}}) {
+    for (const auto& [name, count, fingerprint] :
+         Rows<const char*, std::size_t, std::uint64_t>{{"Kestrel", 27, 0x91FF4439CB8794B5},
+                                                       {"Harrier", 15, 0x5E1500C8D4C6BB66},
+                                                       {"Osprey", 46, 0x196DA0E4926F191F},
+                                                       {"Merlin", 21, 0x912F859F86FCFBC6},
+                                                       {"MerlinPCL6", 159, 0x612D065F9A80CA8D},
+                                                       {"LowEndPS", 17, 0x688B32AEB83948F9},
+                                                       {"LowEndPCL6", 14, 0x0C058C2D828B4740},
+                                                       {"LowEndPCLm", 14, 0xC5CE4A35497ED531}}) {
         const EveryChoice every = Walked(name);
         for (const std::string& pjl : every.pjl)
             ASSERT_EQ(PjlGrammar::FaultOf(pjl), "") << name;
@@ -83,7 +85,8 @@ TEST_F(EveryRow, IsWrittenAsPjlThatParses) {
         std::istringstream all(Joined(every.pjl));
         for (std::string line; std::getline(all, line);)
             lines.insert(line);
-        EXPECT_EQ(lines.size(), expected) << name << testing::PrintToString(lines);
+        EXPECT_EQ(FingerprintOf(every.effects), fingerprint) << name;
+        EXPECT_EQ(lines.size(), count) << name << testing::PrintToString(lines);
         if (name == std::string_view("MerlinPCL6")) covers = Joined(every.pjl);
         if (name == std::string_view("LowEndPCLm")) {
             EXPECT_EQ(every.setup.size(), 31) << "page tickets";
@@ -202,12 +205,15 @@ TEST_F(EveryRow, ReachesTheDeviceBetweenPages) {
     PostScriptPageLevelPDLHelper byEntries(entries);
     PostScriptPageLevelPDLHelper byNothing(nothing);
     InterpreterRun run;
+    std::set<std::string> blocks;
     for (const auto& [setting, check] : PageSettings()) {
         std::vector<CXString> settings = {setting.c_str()};
         const std::string name = Utf8(settings[0]);
         const std::string builtIn = Utf8(byNothing.GenerateOcptBasedPageLevelPostScript(settings));
         const std::string mixed =
             Utf8(byCommands.GenerateOcptAndProductSpecificPDLPageLevelPostScript(settings));
+        blocks.insert(builtIn);
+        blocks.insert(mixed);
         run.Add(name, builtIn, check);
         run.Add(name + ", retried", builtIn, check, refusal);
         run.Add(name + ", product", mixed, check);
@@ -220,6 +226,7 @@ TEST_F(EveryRow, ReachesTheDeviceBetweenPages) {
         color.replace(0, color.find('('), "/MediaColor device ");
         run.Add(Utf8(settings[0]), Utf8(byNothing.GeneratePDLFromProductData(settings)), color + " eq");
     }
+    EXPECT_EQ(FingerprintOf(blocks), 0x3D55BF8E793FDA08);
     EXPECT_THAT(run.Failures(), ElementsAre());
 }
 
