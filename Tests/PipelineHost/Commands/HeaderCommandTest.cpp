@@ -119,6 +119,9 @@ TEST_F(HeaderCommandTest, RefusesWhatItCannotAnswer) {
     EXPECT_EQ(unknown.code, ExitInputRefused);
     EXPECT_THAT(unknown.errors, HasSubstr("queue: the driver property DeviceFamily is \"Falcon\", which is"));
     EXPECT_EQ(Run({}, "none.xps").code, ExitInputRefused);
+    const std::string help = CommandRun({"header", "--help"}).out;
+    for (const DeviceFamily& family : DeviceFamilies())
+        EXPECT_THAT(help, HasSubstr(std::string(family.name))) << "the help names what may be asked for";
     SampleJob().Write("a\"b.xps");
     const CommandRun run = Run({"--all"}, "a\"b.xps");
     EXPECT_EQ(run.code, ExitOk);
