@@ -8,6 +8,7 @@
 
 #include <cairo-ps.h>
 
+#include <limits>
 #include <string>
 #include <utility>
 #include <vector>
@@ -88,6 +89,13 @@ private:
     cairo_t* m_context = nullptr;
 };
 
+// libgxps takes any number for a size. A device is told of its sheets in whole microns.
+void CheckSize(const PageSize& size) {
+    constexpr double most = std::numeric_limits<int>::max() / 25400.0 * 72.0;
+    if (size.width <= most && size.height <= most) return;
+    ThrowFailure<CPException>([] { return "the page is larger than any sheet can be"; });
+}
+
 class GxpsPage final : public ReadPage {
 public:
     GxpsPage(const PagePackage& package, std::shared_ptr<MemoryFile> file) : m_file(std::move(file)) {
@@ -106,6 +114,7 @@ public:
         PageSize size;
         gxps_page_get_size(page.get(), &size.width, &size.height);
         size = {size.width * pointsPerUnit, size.height * pointsPerUnit};
+        CheckSize(size);
         Drawing drawing(size);
         if (!gxps_page_render(page.get(), drawing.Context(), words.Out()))
             words.Throw("the page cannot be imaged");

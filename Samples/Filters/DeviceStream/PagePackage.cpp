@@ -1,6 +1,9 @@
 #include "PagePackage.h"
 
+#include "PathData.h"
+
 #include <ComSupport/ThrowHresult.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <atlcomcli.h>
@@ -60,14 +63,27 @@ std::string Read(IPartBase& part) {
 // drawn as it stands instead, in the colors that it has without the profile.
 std::string WithoutProfiles(std::string markup) {
     constexpr std::string_view start = "{ColorConvertedBitmap ";
-    for (std::size_t at = 0; (at = markup.find(start, at)) != std::string::npos;) {
+    std::string without;
+    std::size_t done = 0;
+    for (std::size_t at = markup.find(start); at != std::string::npos; at = markup.find(start, done)) {
         const std::size_t end = markup.find_first_of("}\"'", at);
         const std::size_t name = markup.find_first_not_of(' ', at + start.size());
         const std::size_t nameEnd = markup.find_first_of(" }", name);
         if (end == std::string::npos || markup[end] != '}' || nameEnd > end) break; // not as it has to be
-        markup.replace(at, end + 1 - at, markup.substr(name, nameEnd - name));
+        without.append(markup, done, at - done).append(markup, name, nameEnd - name);
+        done = end + 1;
     }
-    return markup;
+    if (done == 0) return markup;
+    without.append(markup, done);
+    return without;
+}
+
+// The markup of a page or a dictionary as the renderer takes it.
+std::string ForRenderer(std::string markup, const std::string& name) {
+    if (!PathData::AreFiguresReadable(markup))
+        ThrowFailure<CPException>(
+            [&] { return name + " has a path with figures that are none: the page cannot be imaged"; });
+    return WithoutProfiles(std::move(markup));
 }
 
 std::string AttributeText(std::string_view text) {
@@ -90,7 +106,7 @@ std::string AttributeText(std::string_view text) {
 std::shared_ptr<const CheckedBytes> ResourceBytes::Of(const std::string& name, IPartBase& part) {
     if (const auto known = m_kept.find(name); known != m_kept.end()) return known->second;
     std::string content = Read(part);
-    if (CComQIPtr<IPartResourceDictionary>(&part)) content = WithoutProfiles(std::move(content));
+    if (CComQIPtr<IPartResourceDictionary>(&part)) content = ForRenderer(std::move(content), name);
     const auto bytes = std::make_shared<CheckedBytes>(std::move(content));
     const std::size_t size = bytes->bytes.size();
     if (m_size + size > mostKept) {
@@ -107,7 +123,7 @@ std::shared_ptr<const CheckedBytes> ResourceBytes::Of(const std::string& name, I
 PagePackage::PagePackage(IFixedPage& page, ResourceBytes& resources) {
     const std::string pageName = NameOf(page);
     AddStructure(pageName);
-    Add(pageName, WithoutProfiles(Read(page)));
+    Add(pageName, ForRenderer(Read(page), pageName));
     CComPtr<IXpsPartIterator> parts;
     ThrowIfFailed(page.GetXpsPartIterator(&parts));
     for (parts->Reset(); !parts->IsDone(); parts->Next()) {
