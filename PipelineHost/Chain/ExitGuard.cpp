@@ -35,9 +35,13 @@ void EndAtOnce() {
     _exit(jobFailed);
 }
 
+// A filter's library does it in threads of its own, too.
 extern "C" void OnAbort(int) {
+    JobState* const job = guarded;
+    if (job == nullptr || getpid() != program || !job->AskCancel()) return;
     const char* who = FilterCall::Innermost();
-    if (who != nullptr && getpid() == program) Say(who, ": it aborts the program; nothing was written\n");
+    Say(who != nullptr ? who : "a thread of a filter or of the pipeline",
+        ": it aborts the program; nothing was written\n");
 }
 
 } // namespace

@@ -185,6 +185,8 @@ TEST_F(ProgramTest, AFilterThatEndsTheProgramIsNamed) {
         {"quick_exit", 1, "filter Misbehaves (StartOperation): it has ended the program by exit()"},
         {"exit elsewhere", 1, "a thread of a filter: it has ended the program by exit()"},
         {"abort", -1, "filter Misbehaves (StartOperation): it aborts the program; nothing was written"},
+        {"abort elsewhere", -1,
+         "a thread of a filter or of the pipeline: it aborts the program; nothing was"},
     };
     for (const auto& [how, code, words] : cases) {
         const EnvironmentVariable misbehaviour("OV_TEST_MISBEHAVIOUR", how);

@@ -19,6 +19,7 @@ void Misbehave() {
     if (how == "exit elsewhere") std::thread([] { std::exit(0); }).join();
     if (how == "quick_exit") std::quick_exit(0);
     if (how == "abort") std::abort();
+    if (how == "abort elsewhere") std::thread([] { std::abort(); }).join();
     if (how == "hang")
         for (;;)
             pause();
