@@ -76,8 +76,8 @@ HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) 
     const DeviceFamily& family = Family();
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence));
     m_defaultSizeName = SizeNameOf(GetPTManagerPtr()->GetPtrToDefaultPrintTicketForReading());
-    m_job.reset(
-        new JobSettings(JobSettingsOf(kPTJobScope))); // NOLINT(modernize-make-unique): it cannot be moved
+    // NOLINTNEXTLINE(modernize-make-unique): it cannot be moved
+    m_job.reset(new JobSettings(JobSettingsOf(kPTJobScope)));
     CreatorName::FillIn(m_job->Features());
     CommandSafeFeatureAccess features(m_job->Features(), WarnOfText);
     PrintInstructionGenerator generator(features, *GetOrCreateOrvelDriverPropertyBagOnFirstUse());
