@@ -11,6 +11,9 @@ namespace OvPlatform {
 
 class FaultInjection {
 public:
+    static void FailCall(LONG, HRESULT = E_OUTOFMEMORY) {
+        SkipOnWindows("No call of this platform can be let fail.");
+    }
     static void CountCalls() { SkipOnWindows("The calls of this platform cannot be counted."); }
     static LONG CallCount() { return 0; }
     static bool HasFailed() { return false; }
