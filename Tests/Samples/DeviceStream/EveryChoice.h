@@ -12,6 +12,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 /// Runs a family once for each value of each option that it asks for, also of those that it asks for only
 /// where another has a certain value, and keeps what it writes. Knows nothing of the family's tables.
