@@ -111,10 +111,7 @@ const DeviceFamily& DeviceStream::Family() {
 
 HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
     const OperationScope operation("DeviceStream::OnFixedDocument");
-    // Merged page tickets are kept by their part: a page of this document that shares one with a page of
-    // another would get the other document's settings.
-    GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
-    m_ticketMedia.clear();
+    m_ticketMedia.clear(); // the same part says other things over another document's ticket
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document));
     JobSettings settings(*GetPTManagerPtr(), kPTDocumentScope, *m_job);
     m_documentMedia = PageMedia::Of(settings);
@@ -160,6 +157,8 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
         ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(&page));
         JobSettings settings(*GetPTManagerPtr(), kPTPageScope, *m_job);
         known->second = PageMedia::Of(settings);
+        // The merged ticket need not be kept as well, as large as it is.
+        GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
     }
     return known->second;
 }
