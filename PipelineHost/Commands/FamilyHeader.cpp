@@ -90,7 +90,7 @@ FamilyHeader::FamilyHeader(JobAtDevice& job, const DeviceFamily& family, const O
 
 HeaderText FamilyHeader::Generate(JobAtDevice& job, IFilterFeatureAccess& features,
                                   const OnUnsafeText& onUnsafeText) const {
-    CommandSafeFeatureAccess safe(features, onUnsafeText);
+    CommandSafeFeatureAccess safe(features, m_family, onUnsafeText);
     PrintInstructionGenerator generator(safe, job.Driver());
     DeviceInstructions instructions;
     m_family.generate(generator, instructions);

@@ -26,7 +26,8 @@ public:
     FamilyHeader(JobAtDevice& job, const DeviceFamily& family, const OnUnsafeText& onUnsafeText);
 
     /// Finds the causes, by asking the generator again without one answer at a time. For what a family
-    /// writes in any case there is none, nor for what stands because nobody asked for anything else.
+    /// writes in any case there is none, nor for what stands because nobody asked for anything else. A
+    /// held job has another passcode afterwards.
     void FindCauses(JobAtDevice& job);
 
     const DeviceFamily& Family() const { return m_family; }

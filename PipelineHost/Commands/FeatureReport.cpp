@@ -18,8 +18,6 @@ namespace {
 using Entry = NativeXmlConfigFeatureEntry;
 using Answer = FeatureReport::Answer;
 
-const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
-
 // Without the name of its enumeration.
 std::string LastPart(const CPString& qualified) {
     const std::string name(qualified.view());

@@ -60,8 +60,8 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     std::set<std::string> warned;
     const auto warn = [&](const std::string& what) {
         if (warned.insert(what).second)
-            errors.Line("ov-pipeline: " + options.job + ": warning: " + what +
-                        " holds characters that would end a command of the device; here they are blanks");
+            errors.Line("ov-pipeline: " + options.job +
+                        ": warning: " + CommandSafeFeatureAccess::Warning(what));
     };
     std::vector<FamilyHeader> headers;
     for (const DeviceFamily* const family : ChosenFamilies(options, job, *queue)) {

@@ -10,8 +10,6 @@ namespace OvPipeline {
 
 namespace {
 
-const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
-
 std::string Number(int value) { return std::to_string(value); }
 
 std::string Millimeters(const Dimension& length) {
@@ -56,6 +54,8 @@ struct Shown {
 };
 
 } // namespace
+
+const char* YesOrNo(bool value) { return value ? "yes" : "no"; }
 
 ShownAnswer ShownAnswer::Of(const RecordedAnswer& recorded) {
     ShownAnswer answer{

@@ -6,6 +6,9 @@
 
 namespace OvPipeline {
 
+/// As flags are shown.
+const char* YesOrNo(bool value);
+
 /// What a feature access said of a feature, as it is shown.
 struct ShownAnswer {
     std::string value = {};     // a number, a flag or a text; empty if there is none, or if it is secret

@@ -14,10 +14,15 @@ std::string NameOf(DataModelIds::tagFeatureEnum feature) {
 
 } // namespace
 
-CommandSafeFeatureAccess::CommandSafeFeatureAccess(IFilterFeatureAccess& access, OnChange onChange)
-    : ForwardedFeatureAccess(access), m_onChange(std::move(onChange)) {}
+CommandSafeFeatureAccess::CommandSafeFeatureAccess(IFilterFeatureAccess& access, const DeviceFamily& family,
+                                                   OnChange onChange)
+    : ForwardedFeatureAccess(access), m_family(family), m_onChange(std::move(onChange)) {}
 
 CommandSafeFeatureAccess::~CommandSafeFeatureAccess() = default;
+
+std::string CommandSafeFeatureAccess::Warning(const std::string& what) {
+    return what + " holds characters that would end a command of the device: they are blanks in what it gets";
+}
 
 void CommandSafeFeatureAccess::Clean(CXString& text, const std::string& what) const {
     if (!CommandSafeText::Clean(text) || std::ranges::find(m_told, what) != m_told.end()) return;
@@ -35,9 +40,11 @@ bool CommandSafeFeatureAccess::CleanText(bool isSpecified, tagFeatureEnum featur
     return isSpecified;
 }
 
+// The number of a card stands as it is in each family that writes one.
 bool CommandSafeFeatureAccess::CleanPassword(bool isSpecified, tagFeatureEnum feature,
                                              ByteBuffer& password) const {
-    if (!isSpecified) return false;
+    const bool isPlain = m_family.writesPlainPasswords || feature == DataModelIds::FEAT_FAX_CREDIT_CARD;
+    if (!isSpecified || !isPlain) return isSpecified;
     CXString text = password.getAsCXStringFromUtf8Buffer();
     Clean(text, NameOf(feature));
     password.clear();

@@ -1,23 +1,28 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
+#include "DeviceControl/DeviceFamily.h"
 #include "FeatureAccess/ForwardedFeatureAccess.h"
 
 #include <functional>
 #include <string>
 #include <vector>
 
-/// Answers as another access does, but for texts, names and passwords that could end a command for the
-/// device: these come with blanks in the place of what does it. It stands where a program takes a job's texts
-/// in and hands them to the instruction generators, which write them as they are.
+/// Answers as another access does, but for texts and names that could end a command for the device: these
+/// come with blanks in the place of what does it, and so do passwords that the family writes as they are. One
+/// that is scrambled first stays what its user types at the device. The access stands where a program takes a
+/// job's texts in and hands them to the instruction generators, which write them as they are.
 class OV_FILTER_UTILITIES_API CommandSafeFeatureAccess final : public ForwardedFeatureAccess {
 public:
     /// Told once for each text that had to be changed, with what it is ("FEAT_JOB_NAME", "the user's name").
     using OnChange = std::function<void(const std::string& what)>;
 
-    /// The access must outlive this object.
-    CommandSafeFeatureAccess(IFilterFeatureAccess& access, OnChange onChange);
+    /// Access and family must outlive this object.
+    CommandSafeFeatureAccess(IFilterFeatureAccess& access, const DeviceFamily& family, OnChange onChange);
     ~CommandSafeFeatureAccess() override;
+
+    /// What a program says of such a text.
+    [[nodiscard]] static std::string Warning(const std::string& what);
 
     [[nodiscard]] CXString GetPrintJobDocumentName() const override;
     [[nodiscard]] CXString GetPrintJobUserName() const override;
@@ -40,6 +45,7 @@ private:
     [[nodiscard]] bool CleanText(bool isSpecified, tagFeatureEnum feature, CXString& text) const;
     [[nodiscard]] bool CleanPassword(bool isSpecified, tagFeatureEnum feature, ByteBuffer& password) const;
 
+    const DeviceFamily& m_family;
     OnChange m_onChange;
     mutable std::vector<std::string> m_told;
 };

@@ -27,14 +27,14 @@ void GeneratePclm(Generator& generator, DeviceInstructions& out) {
 }
 
 constexpr DeviceFamily families[] = {
-    {"Kestrel", Language::PostScript, Generate<&Generator::GenerateLegacyKestrelPostScript>},
-    {"Harrier", Language::PostScript, Generate<&Generator::GenerateLegacyHarrierPostScript>},
-    {"Osprey", Language::PostScript, Generate<&Generator::GenerateLegacyOspreyPostScript>},
-    {"Merlin", Language::PostScript, Generate<&Generator::GenerateLegacyMerlinPostScript>},
-    {"MerlinPCL6", Language::Pcl6, Generate<&Generator::GenerateLegacyMerlinPCL6>},
-    {"LowEndPS", Language::PostScript, Generate<&Generator::GenerateSpecialLowEndPS>},
-    {"LowEndPCL6", Language::Pcl6, Generate<&Generator::GenerateSpecialLowEndPCL6>},
-    {"LowEndPCLm", Language::Pclm, GeneratePclm},
+    {"Kestrel", Language::PostScript, false, Generate<&Generator::GenerateLegacyKestrelPostScript>},
+    {"Harrier", Language::PostScript, true, Generate<&Generator::GenerateLegacyHarrierPostScript>},
+    {"Osprey", Language::PostScript, false, Generate<&Generator::GenerateLegacyOspreyPostScript>},
+    {"Merlin", Language::PostScript, true, Generate<&Generator::GenerateLegacyMerlinPostScript>},
+    {"MerlinPCL6", Language::Pcl6, false, Generate<&Generator::GenerateLegacyMerlinPCL6>},
+    {"LowEndPS", Language::PostScript, false, Generate<&Generator::GenerateSpecialLowEndPS>},
+    {"LowEndPCL6", Language::Pcl6, false, Generate<&Generator::GenerateSpecialLowEndPCL6>},
+    {"LowEndPCLm", Language::Pclm, false, GeneratePclm},
 };
 
 constexpr char Lower(char unit) {

@@ -25,6 +25,7 @@ struct DeviceFamily {
 
     std::string_view name;
     PageLanguage language; // what the device takes its pages in
+    bool writesPlainPasswords;
     /// The pages come as they were made: nothing has corrected their colours.
     void (*generate)(PrintInstructionGenerator& generator, DeviceInstructions& instructions);
 };

@@ -43,7 +43,7 @@ private:
     std::unique_ptr<PageRenderer> m_renderer;
     std::unique_ptr<JobSettings> m_job;
     CXString m_title; // what could end a command is blank in it
-    CXString m_defaultSizeName;
+    bool m_jobNamesASize = false;
     bool m_hasWarnedOfSize = false;
     DeviceInstructions m_instructions;
     std::optional<StreamText> m_out;
@@ -56,17 +56,23 @@ private:
     std::future<PageImage> m_pendingPage;
 };
 
-CXString SizeNameOf(IXMLDOMDocument2* defaultTicket) {
-    PrintTicketXmlDocument ticket(defaultTicket);
-    CComBSTR option;
-    const CComBSTR prefix = ticket.GetKeywordsNsPrefix();
-    if (FAILED(ticket.GetFeatureOption(prefix, L"PageMediaSize", &option, nullptr)) || !option) return {};
-    return CXString(option.m_str);
+bool NamesASize(const std::unique_ptr<PrintTicketXmlDocument>& ticket) {
+    return ticket && ticket->FeaturePresent(L"PageMediaSize", true, nullptr) == S_OK;
 }
 
-void WarnOfText(const std::string& what) {
-    ReportWarning(what +
-                  " holds characters that would end a command of the device; in the stream they are blanks");
+// Of what a job asks for, this filter images the pages, and the family's instructions say what they say.
+void WarnOfWhatIsLeft(const IFilterFeatureAccess& features) {
+    using namespace DataModelIds;
+    int copies = 1;
+    if (features.GetIntegerValue(FEAT_COPIES, copies) && copies > 1)
+        ReportWarning(
+            "the job asks for " + std::to_string(copies) +
+            " copies: the stream says of them what the device's family does, and holds its pages once");
+    const tagValueEnum layout = features.GetOptionValue(FEAT_PAGE_LAYOUT).GetValuePlusSpecifiedState();
+    if (layout != VAL_UNSPECIFIED && layout != VAL_PAGE_LAYOUT_NUP_1)
+        ReportWarning("the job asks for several pages on a sheet: each has a sheet of its own in the stream");
+    if (features.GetOptionValue(FEAT_BOOKLET).GetValuePlusSpecifiedState() == VAL_BOOKLET_ON)
+        ReportWarning("the job asks for a booklet: its pages stand one by one in the stream");
 }
 
 HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) {
@@ -75,14 +81,17 @@ HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) 
     m_renderer = MakePageRenderer();
     const DeviceFamily& family = Family();
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence));
-    m_defaultSizeName = SizeNameOf(GetPTManagerPtr()->GetPtrToDefaultPrintTicketForReading());
+    m_jobNamesASize = NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(sequence));
     // NOLINTNEXTLINE(modernize-make-unique): it cannot be moved
     m_job.reset(new JobSettings(JobSettingsOf(kPTJobScope)));
     CreatorName::FillIn(m_job->Features());
-    CommandSafeFeatureAccess features(m_job->Features(), WarnOfText);
+    CommandSafeFeatureAccess features(m_job->Features(), family, [](const std::string& what) {
+        ReportWarning(CommandSafeFeatureAccess::Warning(what));
+    });
     PrintInstructionGenerator generator(features, *GetOrCreateOrvelDriverPropertyBagOnFirstUse());
     family.generate(generator, m_instructions);
     features.GetStringValue(DataModelIds::FEAT_JOB_NAME, m_title);
+    WarnOfWhatIsLeft(features);
     m_progress.Report(XpsJob_DocumentSequenceAdded);
     return S_OK;
 }
@@ -115,6 +124,8 @@ HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document));
     JobSettings settings(*GetPTManagerPtr(), kPTDocumentScope, *m_job);
     m_documentMedia = PageMedia::Of(settings);
+    m_documentMedia.isSizeAsked =
+        m_jobNamesASize || NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(document));
     m_progress.Report(XpsJob_FixedDocumentAdded);
     return S_OK;
 }
@@ -157,6 +168,8 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
         ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(&page));
         JobSettings settings(*GetPTManagerPtr(), kPTPageScope, *m_job);
         known->second = PageMedia::Of(settings);
+        known->second.isSizeAsked = m_documentMedia.isSizeAsked ||
+                                    NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(&page));
         // The merged ticket need not be kept as well, as large as it is.
         GetPTManagerPtr()->ClearPerJobInMemoryDomDocumentCaches();
     }
@@ -168,8 +181,7 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
 PageMedia DeviceStream::OnSheet(const PageMedia& asked, const PageSize& page) {
     PageMedia media = asked;
     const bool hasSize = media.size != SheetSize();
-    const bool isDefault = media.sizeName == m_defaultSizeName;
-    if (!hasSize || (isDefault && !Fits(media.size, page))) {
+    if (!hasSize || (!asked.isSizeAsked && !Fits(media.size, page))) {
         media.size = SheetOf(page);
         if (hasSize && !std::exchange(m_hasWarnedOfSize, true))
             ReportWarning("pages have another size than the printer's own paper, and no ticket asks for one: "

@@ -62,10 +62,10 @@ bool IsUpright(double width, double height) { return width <= height; }
 PageMedia PageMedia::Of(JobSettings& settings) {
     const IPrintTicketAccess& ticket = settings.TicketAccess();
     PageMedia media;
+    CXString sizeName;
     Dimension width;
     Dimension height;
-    ticket.GetCurrentValueMediaSizeFeature(PrintSchema::PageMediaSize::FEATURE, media.sizeName, width,
-                                           height);
+    ticket.GetCurrentValueMediaSizeFeature(PrintSchema::PageMediaSize::FEATURE, sizeName, width, height);
     media.size = {Microns(width), Microns(height)};
     media.type = OptionOf(ticket, L"PageMediaType");
     media.color = OptionOf(ticket, L"PageMediaColor");

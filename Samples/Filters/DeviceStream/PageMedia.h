@@ -19,8 +19,8 @@ struct SheetSize {
 /// What a page asks of the sheet that it is printed on, in the words of the page-level commands
 /// (PostScriptPageLevelPDLHelper). Empty where nobody says it.
 struct PageMedia {
-    CXString sizeName; // the ticket's, of the size
     SheetSize size;
+    bool isSizeAsked = false; // by a ticket of the job, and not by the printer alone
     CXString type;
     CXString color;
     CXString sides;

@@ -40,7 +40,8 @@ TEST(CommandSafeFeatureAccess, CleansEveryTextAndTellsOfEachOnce) {
     job.domain = L"plain";
     job.Set(FEAT_JOB_NAME, L"\x1B%x").Set(FEAT_COPIES, 3).Set(saveName, L"(").SetPassword(password, "1\"2");
     std::vector<std::string> told;
-    const CommandSafeFeatureAccess access(job, [&](const std::string& what) { told.push_back(what); });
+    const CommandSafeFeatureAccess access(job, *FindDeviceFamily("Harrier"),
+                                          [&](const std::string& what) { told.push_back(what); });
 
     EXPECT_EQ(access.GetPrintJobUserName(), L"a b");
     EXPECT_EQ(access.GetPrintJobUserDomainName(), L"plain");
@@ -53,6 +54,9 @@ TEST(CommandSafeFeatureAccess, CleansEveryTextAndTellsOfEachOnce) {
     ByteBuffer bytes;
     EXPECT_TRUE(access.GetUnencodedPassword(bytes, FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, FEAT_SAVE_PASSWORD));
     EXPECT_EQ(bytes.getAsCXStringFromUtf8Buffer(), L"1 2");
+    const CommandSafeFeatureAccess scrambled(job, *FindDeviceFamily("Kestrel"), {});
+    EXPECT_TRUE(scrambled.GetUnencodedPassword(bytes, FEAT_SAVE_COL, FEAT_SAVE_INFO_COL, FEAT_SAVE_PASSWORD));
+    EXPECT_EQ(bytes.getAsCXStringFromUtf8Buffer(), L"1\"2") << "what the user types at the device";
     int copies = 0;
     EXPECT_TRUE(access.GetIntegerValue(FEAT_COPIES, copies));
     EXPECT_EQ(copies, 3);

@@ -20,10 +20,10 @@ public:
     CXString GetPrintJobUserDomainName() const override { return Text(); }
     bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum, tagFeatureEnum,
                               tagFeatureEnum) const override {
-        return Answer(password, ByteBuffer());
+        return Answer(password, Password());
     }
     bool GetUnencodedPassword(ByteBuffer& password, tagFeatureEnum) const override {
-        return Answer(password, ByteBuffer());
+        return Answer(password, Password());
     }
     bool GetIntegerValue(tagFeatureEnum, tagFeatureEnum, unsigned int index, tagFeatureEnum,
                          int& out) const override {
@@ -68,6 +68,11 @@ public:
     }
 
 private:
+    ByteBuffer Password() const {
+        ByteBuffer bytes;
+        bytes.appendAsUtf8(CXString(text.c_str()));
+        return bytes;
+    }
     void Count() const {
         if (asked++ == failsAt) throw Failure();
     }
