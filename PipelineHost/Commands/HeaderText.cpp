@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <ranges>
+#include <span>
 
 namespace OvPipeline {
 
@@ -33,23 +35,14 @@ HeaderText::Pieces Features(std::string_view text) {
 
 std::string Utf8Of(const CXString& text) { return Utf8(text.View()); }
 
-} // namespace
-
-HeaderText HeaderText::Of(const DeviceInstructions& instructions) {
-    const std::string setup = Utf8Of(instructions.setupCommands);
-    return {{Lines(Utf8Of(instructions.pjlCommands)),
-             setup.starts_with(featureStart) ? Features(setup) : Lines(setup),
-             Lines(Utf8Of(instructions.trailerComments))}};
-}
-
-const char* HeaderText::Title(const DeviceFamily& family, std::size_t section) {
-    if (section == 0) return "PJL header";
-    if (section == 2) return "comments";
-    return family.language == DeviceFamily::PageLanguage::Pclm ? "page ticket" : "set-up";
+template <class Range>
+std::size_t CommonStart(const Range& left, const Range& right) {
+    return static_cast<std::size_t>(std::ranges::mismatch(left, right).in1 - left.begin());
 }
 
 // By the longest sequence that both have.
-std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others) {
+std::vector<std::size_t> MissingOfDifferent(std::span<const std::string> pieces,
+                                            std::span<const std::string> others) {
     const std::size_t width = others.size() + 1;
     std::vector<std::uint32_t> common((pieces.size() + 1) * width, 0); // of what is left of both
     for (std::size_t i = pieces.size(); i-- > 0;)
@@ -69,6 +62,36 @@ std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const H
             missing.push_back(i++);
         }
     }
+    return missing;
+}
+
+} // namespace
+
+HeaderText HeaderText::Of(const DeviceInstructions& instructions) {
+    const std::string setup = Utf8Of(instructions.setupCommands);
+    return {{Lines(Utf8Of(instructions.pjlCommands)),
+             setup.starts_with(featureStart) ? Features(setup) : Lines(setup),
+             Lines(Utf8Of(instructions.trailerComments))}};
+}
+
+const char* HeaderText::Title(const DeviceFamily& family, std::size_t section) {
+    if (section == 0) return "PJL header";
+    if (section == 2) return "comments";
+    return family.language == DeviceFamily::PageLanguage::Pclm ? "page ticket" : "set-up";
+}
+
+std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others) {
+    // What both begin and end with needs no table: a product may bring lines by the thousand.
+    std::span<const std::string> left(pieces);
+    std::span<const std::string> right(others);
+    const std::size_t start = CommonStart(left, right);
+    left = left.subspan(start);
+    right = right.subspan(start);
+    const std::size_t end = CommonStart(std::views::reverse(left), std::views::reverse(right));
+    std::vector<std::size_t> missing =
+        MissingOfDifferent(left.first(left.size() - end), right.first(right.size() - end));
+    for (std::size_t& piece : missing)
+        piece += start;
     return missing;
 }
 

@@ -27,6 +27,13 @@ TEST(MissingPieces, AreThoseWithoutAPartner) {
     EXPECT_THAT(MissingPieces({"a", "b"}, {"b", "a"}), testing::SizeIs(1));
     EXPECT_THAT(MissingPieces({"a"}, {}), ElementsAre(0));
     EXPECT_THAT(MissingPieces({}, {"a"}), IsEmpty());
+    EXPECT_THAT(MissingPieces({"a", "b", "b", "c"}, {"a", "b", "c"}), ElementsAre(2));
+
+    HeaderText::Pieces many(100000, "line"); // no table of all by all
+    many[50000] = "other";
+    HeaderText::Pieces fewer = many;
+    fewer.erase(fewer.begin() + 50000);
+    EXPECT_THAT(MissingPieces(many, fewer), ElementsAre(50000));
 }
 
 class HeaderCommandTest : public InOwnFolder {
