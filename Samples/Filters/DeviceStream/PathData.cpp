@@ -1,6 +1,7 @@
 #include "PathData.h"
 
-#include <algorithm>
+#include <charconv>
+#include <string>
 
 namespace {
 
@@ -32,11 +33,24 @@ std::size_t LengthOfExponent(std::string_view text) {
     return IsDigit(text[at - 1]) ? at : 0;
 }
 
+// Of a reference to a blank, as writers put it for the end of a line: "&#xA;".
+std::size_t LengthOfBlankReference(std::string_view text) {
+    const bool isHexadecimal = text.starts_with("&#x");
+    if (!isHexadecimal && !text.starts_with("&#")) return 0;
+    const char* const digits = text.data() + (isHexadecimal ? 3 : 2);
+    unsigned int unit = 0;
+    const char* const end = text.data() + text.size();
+    const char* const stopped = std::from_chars(digits, end, unit, isHexadecimal ? 16 : 10).ptr;
+    const bool isBlank = unit < 0x80 && blanks.find(static_cast<char>(unit)) != std::string_view::npos;
+    return isBlank && stopped != end && *stopped == ';' ? static_cast<std::size_t>(stopped - text.data()) + 1
+                                                        : 0;
+}
+
 // At the start of figures that are not at their end; zero for what must not stand there.
 std::size_t LengthOfToken(std::string_view figures) {
     if (const std::size_t number = LengthOfNumber(figures); number != 0)
         return number + LengthOfExponent(figures.substr(number));
-    if (figures[0] == '&') return std::min(figures.find(';'), figures.size() - 1) + 1; // a line end, mostly
+    if (figures[0] == '&') return LengthOfBlankReference(figures);
     const bool isCommand = commands.find(figures[0]) != std::string_view::npos;
     return IsSign(figures[0]) || (IsLetter(figures[0]) && !isCommand) ? 0 : 1;
 }
@@ -59,9 +73,19 @@ std::string_view NameBefore(std::string_view markup) {
     return markup.substr(markup.find_last_of(blanks) + 1);
 }
 
+// Of UTF-16 in one byte order or the other; what is not of ASCII becomes a sign that means nothing.
+std::string Narrowed(std::string_view markup, std::size_t low) {
+    std::string narrow;
+    for (std::size_t at = 0; at + 1 < markup.size(); at += 2)
+        narrow += markup[at + 1 - low] == '\0' ? markup[at + low] : '?';
+    return narrow;
+}
+
 } // namespace
 
 bool PathData::AreFiguresReadable(std::string_view markup) {
+    if (markup.starts_with("\xFF\xFE")) return AreFiguresReadable(Narrowed(markup, 0));
+    if (markup.starts_with("\xFE\xFF")) return AreFiguresReadable(Narrowed(markup, 1));
     for (std::size_t at = 0; (at = markup.find('=', at)) != std::string_view::npos;) {
         const std::string_view name = NameBefore(markup.substr(0, at));
         at = markup.find_first_not_of(blanks, at + 1);

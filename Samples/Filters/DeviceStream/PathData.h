@@ -7,7 +7,7 @@ namespace PathData {
 
 /// Whether a renderer may be given the markup, which libgxps is not: it ends the whole program over a letter
 /// that is no command of a figure, and over a sign without a number. Looks at the attributes that hold
-/// figures, as they are written.
+/// figures.
 bool AreFiguresReadable(std::string_view markup);
 
 } // namespace PathData

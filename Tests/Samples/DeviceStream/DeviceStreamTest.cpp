@@ -225,6 +225,7 @@ TEST_F(DeviceStreamTest, FailsForAPageThatCannotBeImaged) {
         {font, "", "no font at all, but long enough to be obfuscated", "the page cannot be imaged"},
         {page, figures, "60,NaN L 300,300", "the page cannot be imaged"},
         {page, figures, "60,300 - L 300,300", "the page cannot be imaged"},
+        {page, figures, "60,300 &#x4e; 300,300", "the page cannot be imaged"},
         {page, figures, "60,300 L 3e2,3.0E+2&#xA;-.5,+1.", ""},
         {page, "\"Page 1\"", "'Clip=\"NaN\" Data=x'", ""},
         {page, "\"1123\"", "\"1e9\"", "the page is larger than any sheet"},
