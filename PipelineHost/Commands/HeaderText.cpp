@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <ranges>
 #include <span>
 
 namespace OvPipeline {
@@ -34,11 +33,6 @@ HeaderText::Pieces Features(std::string_view text) {
 }
 
 std::string Utf8Of(const CXString& text) { return Utf8(text.View()); }
-
-template <class Range>
-std::size_t CommonStart(const Range& left, const Range& right) {
-    return static_cast<std::size_t>(std::ranges::mismatch(left, right).in1 - left.begin());
-}
 
 // By the longest sequence that both have.
 std::vector<std::size_t> MissingOfDifferent(std::span<const std::string> pieces,
@@ -84,10 +78,11 @@ std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const H
     // What both begin and end with needs no table: a product may bring lines by the thousand.
     std::span<const std::string> left(pieces);
     std::span<const std::string> right(others);
-    const std::size_t start = CommonStart(left, right);
+    const auto start = static_cast<std::size_t>(std::ranges::mismatch(left, right).in1 - left.begin());
     left = left.subspan(start);
     right = right.subspan(start);
-    const std::size_t end = CommonStart(std::views::reverse(left), std::views::reverse(right));
+    const auto endOfLeft = std::mismatch(left.rbegin(), left.rend(), right.rbegin(), right.rend()).first;
+    const auto end = static_cast<std::size_t>(endOfLeft - left.rbegin());
     std::vector<std::size_t> missing =
         MissingOfDifferent(left.first(left.size() - end), right.first(right.size() - end));
     for (std::size_t& piece : missing)
