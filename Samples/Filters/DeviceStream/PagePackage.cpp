@@ -2,12 +2,14 @@
 
 #include "PathData.h"
 
+#include <ComSupport/FailureBarrier.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <atlcomcli.h>
 
+#include <algorithm>
 #include <array>
 
 namespace {
@@ -86,6 +88,13 @@ std::string ForRenderer(std::string markup, const std::string& name) {
     return WithoutProfiles(std::move(markup));
 }
 
+// libgxps reads these and says nothing of a picture that it cannot read.
+bool IsDrawn(std::string_view picture) {
+    constexpr std::string_view starts[] = {"\x89PNG", "\xFF\xD8", std::string_view("II*\0", 4),
+                                           std::string_view("MM\0*", 4)};
+    return std::ranges::any_of(starts, [&](std::string_view start) { return picture.starts_with(start); });
+}
+
 std::string AttributeText(std::string_view text) {
     std::string escaped;
     for (const char unit : text) {
@@ -107,6 +116,8 @@ std::shared_ptr<const CheckedBytes> ResourceBytes::Of(const std::string& name, I
     if (const auto known = m_kept.find(name); known != m_kept.end()) return known->second;
     std::string content = Read(part);
     if (CComQIPtr<IPartResourceDictionary>(&part)) content = ForRenderer(std::move(content), name);
+    if (CComQIPtr<IPartImage>(&part) && !IsDrawn(content))
+        ReportWarning("pictures of kinds that the renderer does not know are missing in the stream");
     const auto bytes = std::make_shared<CheckedBytes>(std::move(content));
     const std::size_t size = bytes->bytes.size();
     if (m_size + size > mostKept) {
