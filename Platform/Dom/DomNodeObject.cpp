@@ -318,7 +318,8 @@ HRESULT DomNodeObject::SelectNodes(BSTR query, IXMLDOMNodeList** list) {
     *list = nullptr;
     std::vector<xmlNode*> nodes;
     XPathCache& xpath = XPathCache::OfThisThread();
-    const HRESULT result = xpath.Select(m_node, ViewOf(query), *m_tree->Settings().namespaces, nodes);
+    const HRESULT result =
+        xpath.Select(*m_tree, m_node, ViewOf(query), *m_tree->Settings().namespaces, nodes);
     if (FAILED(result)) return Failed(result, xpath.Reason());
     *list = new DomSelection(*m_tree, std::move(nodes));
     return S_OK;
@@ -329,7 +330,8 @@ HRESULT DomNodeObject::SelectSingleNode(BSTR query, IXMLDOMNode** node) {
     *node = nullptr;
     xmlNode* first = nullptr;
     XPathCache& xpath = XPathCache::OfThisThread();
-    const HRESULT result = xpath.SelectFirst(m_node, ViewOf(query), *m_tree->Settings().namespaces, first);
+    const HRESULT result =
+        xpath.SelectFirst(*m_tree, m_node, ViewOf(query), *m_tree->Settings().namespaces, first);
     return FAILED(result) ? Failed(result, xpath.Reason()) : Give(*m_tree, first, node);
 }
 

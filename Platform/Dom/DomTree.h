@@ -3,6 +3,7 @@
 #include "Dom/AttributeOrder.h"
 #include "Dom/DetachedNodes.h"
 #include "Dom/DomSettings.h"
+#include "Dom/NamedElements.h"
 #include "Xml/XmlPointer.h"
 
 #include <windows.h>
@@ -51,6 +52,8 @@ public:
     /// The same for the children of nodes that are watched alone.
     std::uint64_t WatchedVersion() const noexcept { return m_watchedVersion; }
     void Changed() noexcept { ++m_version; }
+    /// Null where the document has to be searched. Holds until the next change.
+    const NamedElements* Named() { return m_named.Of(m_document, m_version); }
 
     /// A namespace for nodes to refer to, which lives as long as the tree. Null prefix: none. Null for an
     /// empty URI.
@@ -133,6 +136,7 @@ private:
     xmlNs* m_retired = nullptr;
     std::unordered_set<xmlAttr*> m_mirrors;
     DetachedNodes m_detached;
+    NamedElementsOnDemand m_named;
     std::pair<xmlNs*, xmlNs*> m_lastMapped{};
 };
 

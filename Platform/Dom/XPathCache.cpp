@@ -1,6 +1,7 @@
 #include "Dom/XPathCache.h"
 
 #include "Dom/AttributeOrder.h"
+#include "Dom/DomTree.h"
 #include "Xml/TextConversion.h"
 
 #include <libxml/xpathInternals.h>
@@ -79,31 +80,29 @@ void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
     }
 }
 
-xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
-    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return known->second.get();
+const XPathCache::Query* XPathCache::Compiled(std::wstring_view query) {
+    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return &known->second;
     std::string text;
     if (!AppendXmlUtf8(text, query)) {
         m_reason = "The query holds a character that XML does not allow";
         return nullptr;
     }
-    XmlPointer<xmlXPathCompExpr> expression(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
-    if (!expression) return nullptr;
+    Query compiled;
+    compiled.expression.reset(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
+    if (!compiled.expression) return nullptr;
+    compiled.path = NamedPath::Parse(text);
     if (m_compiled.size() >= mostQueries) m_compiled.clear();
-    return m_compiled.emplace(query, std::move(expression)).first->second.get();
+    return &m_compiled.emplace(query, std::move(compiled)).first->second;
 }
 
-XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, std::wstring_view query,
+XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& query,
                                                 const SelectionNamespaces& namespaces) {
-    const QuietErrors quiet;
-    m_reason.clear();
-    xmlXPathCompExpr* expression = Compiled(query);
-    if (expression == nullptr) return nullptr;
     m_context->doc = node->doc;
     m_context->node = node;
     m_context->namespaces = namespaces.Declarations();
     m_context->nsNr = namespaces.Count();
     // A compiled query sorts its result into document order.
-    XmlPointer<xmlXPathObject> object(xmlXPathCompiledEval(expression, m_context.get()));
+    XmlPointer<xmlXPathObject> object(xmlXPathCompiledEval(query.expression.get(), m_context.get()));
     m_context->doc = nullptr;
     m_context->node = nullptr;
     m_context->namespaces = nullptr;
@@ -115,9 +114,18 @@ XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, std::wstring_view
     return object;
 }
 
-HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
-                           std::vector<xmlNode*>& result) {
-    const XmlPointer<xmlXPathObject> object = Evaluate(node, query, namespaces);
+HRESULT XPathCache::Select(DomTree& tree, xmlNode* node, std::wstring_view query,
+                           const SelectionNamespaces& namespaces, std::vector<xmlNode*>& result) {
+    const QuietErrors quiet;
+    m_reason.clear();
+    const Query* const compiled = Compiled(query);
+    if (compiled == nullptr) return E_FAIL;
+    if (const NamedElements* const named = compiled->path ? tree.Named() : nullptr)
+        if (auto nodes = compiled->path->Select(*named, namespaces)) {
+            result = std::move(*nodes);
+            return S_OK;
+        }
+    const XmlPointer<xmlXPathObject> object = Evaluate(node, *compiled, namespaces);
     if (!object) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         result.reserve(static_cast<std::size_t>(set->nodeNr));
@@ -127,16 +135,13 @@ HRESULT XPathCache::Select(xmlNode* node, std::wstring_view query, const Selecti
     return S_OK;
 }
 
-HRESULT XPathCache::SelectFirst(xmlNode* node, std::wstring_view query, const SelectionNamespaces& namespaces,
-                                xmlNode*& result) {
+HRESULT XPathCache::SelectFirst(DomTree& tree, xmlNode* node, std::wstring_view query,
+                                const SelectionNamespaces& namespaces, xmlNode*& result) {
     result = nullptr;
-    const XmlPointer<xmlXPathObject> object = Evaluate(node, query, namespaces);
-    if (!object) return E_FAIL;
-    if (const xmlNodeSet* set = object->nodesetval) {
-        for (int index = 0; result == nullptr && index < set->nodeNr; ++index)
-            if (IsNode(set->nodeTab[index])) result = set->nodeTab[index];
-    }
-    return S_OK;
+    std::vector<xmlNode*> nodes;
+    const HRESULT found = Select(tree, node, query, namespaces, nodes);
+    if (!nodes.empty()) result = nodes[0];
+    return found;
 }
 
 } // namespace OvPlatform

@@ -451,9 +451,15 @@ This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool wi
 void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<OptionCapability>& out) const {
     const OperationScope operation("NativeComPrintTicketAccess::GetCapabilitiesOptionFeature");
     out.clear();
+    if (const auto known = m_offered.find(feature); known != m_offered.end()) {
+        out = known->second;
+        return;
+    }
     WithoutFailures([&] {
+        std::vector<OptionCapability> offered;
         for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
-            out.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
+            offered.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
+        out = m_offered.emplace(feature, std::move(offered)).first->second;
     });
 }
 

@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 /// The access over two documents of the platform's DOM. Edits are made in the ticket at once. The
@@ -163,5 +164,7 @@ private:
     PrintTicketXmlDocument* m_ticket;
     PrintCapabilitiesXmlDocument* m_capabilities;
     Prefixes m_capabilitiesPrefixes;
-    mutable std::vector<std::optional<bool>> m_isInCapabilities; // by row, once it was asked
+    // Of the capabilities, once it was asked.
+    mutable std::vector<std::optional<bool>> m_isInCapabilities;                   // by row
+    mutable std::unordered_map<CXString, std::vector<OptionCapability>> m_offered; // by feature
 };
