@@ -3,6 +3,7 @@
 #include "Dom/DomTree.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace OvPlatform {
@@ -17,6 +18,7 @@ public:
         while (!m_rest.empty()) {
             auto step = ReadStep();
             if (!step) return {};
+            if (path.m_steps.size() == NamedPath::mostSteps) return {};
             path.m_steps.push_back(std::move(*step));
         }
         if (path.m_steps.empty() || !path.m_steps[0].isDescendant || !path.m_steps[0].name) return {};
@@ -99,11 +101,11 @@ std::optional<NamedPath> NamedPath::Parse(std::string_view query) { return Named
 
 std::optional<std::vector<xmlNode*>> NamedPath::Select(const NamedElements& elements,
                                                        const SelectionNamespaces& namespaces) const {
-    std::vector<std::string_view> uris;
-    for (const Step& step : m_steps) {
-        const auto uri = UriOf(step.prefix, namespaces);
+    std::array<std::string_view, mostSteps> uris;
+    for (std::size_t i = 0; i < m_steps.size(); ++i) {
+        const auto uri = UriOf(m_steps[i].prefix, namespaces);
         if (!uri) return {};
-        uris.push_back(*uri);
+        uris[i] = *uri;
     }
     std::vector<xmlNode*> found = elements.Find(m_steps[0].local, uris[0], *m_steps[0].name);
     for (std::size_t i = 1; i < m_steps.size() && !found.empty(); ++i) {

@@ -28,6 +28,7 @@ public:
                                                 const SelectionNamespaces& namespaces) const;
 
 private:
+    static constexpr std::size_t mostSteps = 4; // of those that are asked
     struct Step {
         bool isDescendant = false;
         std::string prefix;

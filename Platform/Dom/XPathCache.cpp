@@ -87,6 +87,7 @@ const XPathCache::Query* XPathCache::Compiled(std::wstring_view query) {
         m_reason = "The query holds a character that XML does not allow";
         return nullptr;
     }
+    const QuietErrors quiet;
     Query compiled;
     compiled.expression.reset(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
     if (!compiled.expression) return nullptr;
@@ -97,6 +98,7 @@ const XPathCache::Query* XPathCache::Compiled(std::wstring_view query) {
 
 XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& query,
                                                 const SelectionNamespaces& namespaces) {
+    const QuietErrors quiet;
     m_context->doc = node->doc;
     m_context->node = node;
     m_context->namespaces = namespaces.Declarations();
@@ -116,7 +118,6 @@ XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& quer
 
 HRESULT XPathCache::Select(DomTree& tree, xmlNode* node, std::wstring_view query,
                            const SelectionNamespaces& namespaces, std::vector<xmlNode*>& result) {
-    const QuietErrors quiet;
     m_reason.clear();
     const Query* const compiled = Compiled(query);
     if (compiled == nullptr) return E_FAIL;
