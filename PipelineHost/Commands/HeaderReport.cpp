@@ -93,7 +93,6 @@ std::vector<std::string> HeaderReport::AsLines() const {
 }
 
 std::vector<std::string> HeaderReport::AsComparison() const {
-    constexpr const char* titles[sectionCount] = {"PJL header", "set-up, page ticket", "comments"};
     Lines lines;
     std::string columns;
     for (const FamilyHeader& header : m_headers)
@@ -102,7 +101,7 @@ std::vector<std::string> HeaderReport::AsComparison() const {
         const HeaderText::Pieces merged = Merged(m_headers, section);
         if (merged.empty()) continue;
         if (!lines.empty()) lines.emplace_back();
-        lines.push_back(columns + titles[section]);
+        lines.push_back(columns + HeaderText::names[section].commonTitle);
         for (const std::string& piece : merged) {
             std::string marks;
             for (const FamilyHeader& header : m_headers) {
@@ -119,19 +118,22 @@ std::vector<std::string> HeaderReport::AsComparison() const {
 }
 
 JsonText HeaderReport::AsJson() const {
-    constexpr const char* keys[sectionCount] = {"pjlCommands", "setupCommands", "trailerComments"};
     JsonText json;
     json.BeginArray();
     for (const FamilyHeader& header : m_headers) {
         json.BeginObject().Key("family").Text(header.Family().name);
         for (std::size_t section = 0; section < sectionCount; ++section)
-            json.Key(keys[section]).Text(Whole(header.Text().sections[section]));
+            json.Key(HeaderText::names[section].key).Text(Whole(header.Text().sections[section]));
         if (m_withCauses) {
             json.Key("pieces").BeginArray();
             for (std::size_t section = 0; section < sectionCount; ++section) {
                 const HeaderText::Pieces& pieces = header.Text().sections[section];
                 for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
-                    json.BeginObject().Key("of").Text(keys[section]).Key("text").Text(pieces[piece]);
+                    json.BeginObject()
+                        .Key("of")
+                        .Text(HeaderText::names[section].key)
+                        .Key("text")
+                        .Text(pieces[piece]);
                     WriteCauses(json, header.Causes(section, piece));
                     json.EndObject();
                 }

@@ -69,9 +69,8 @@ HeaderText HeaderText::Of(const DeviceInstructions& instructions) {
 }
 
 const char* HeaderText::Title(const DeviceFamily& family, std::size_t section) {
-    if (section == 0) return "PJL header";
-    if (section == 2) return "comments";
-    return family.language == DeviceFamily::PageLanguage::Pclm ? "page ticket" : "set-up";
+    const bool isPageTicket = section == Setup && family.language == DeviceFamily::PageLanguage::Pclm;
+    return isPageTicket ? "page ticket" : names[section].title;
 }
 
 std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others) {

@@ -13,7 +13,19 @@ namespace OvPipeline {
 struct HeaderText {
     using Pieces = std::vector<std::string>;
 
-    static constexpr std::size_t sectionCount = 3;
+    enum Section : std::size_t { Pjl, Setup, Trailer, sectionCount };
+    /// What a section is called for people, for all families at once, and in JSON.
+    struct SectionNames {
+        const char* title;
+        const char* commonTitle;
+        const char* key;
+    };
+    static constexpr SectionNames names[sectionCount] = {
+        {"PJL header", "PJL header", "pjlCommands"},
+        {"set-up", "set-up, page ticket", "setupCommands"},
+        {"comments", "comments", "trailerComments"},
+    };
+
     std::array<Pieces, sectionCount> sections;
 
     static HeaderText Of(const DeviceInstructions& instructions);

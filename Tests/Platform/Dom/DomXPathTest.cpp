@@ -107,9 +107,9 @@ TEST(DomXPath, AListIsAsItWasWhenSelected) {
 
 // More queries than are remembered, and each thread its own.
 TEST(DomXPath, ForgetsOldQueriesAndRunsOnSeveralThreads) {
-    std::vector<std::thread> threads;
-    for (int index = 0; index < 4; ++index) {
-        threads.emplace_back([] {
+    std::vector<std::thread> threads(4);
+    for (std::thread& thread : threads) {
+        thread = std::thread([] {
             ASSERT_EQ(S_OK, ::CoInitializeEx(nullptr, COINIT_MULTITHREADED));
             auto document = TicketDocument();
             for (int number = 0; number < 600; ++number) {
