@@ -28,8 +28,7 @@ bool isElement(IXMLDOMNode* node) {
     return type == NODE_ELEMENT;
 }
 
-bool isElementNamed(IXMLDOMNode* node, const CXString& name) {
-    if (!isElement(node)) return false;
+bool hasName(IXMLDOMNode* node, const CXString& name) {
     CComBSTR nodeName;
     ThrowIfFailed(node->get_nodeName(&nodeName));
     return XmlText::viewOf(nodeName) == name.View();
@@ -132,9 +131,10 @@ XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNodeRecursive(const CXStrin
             path.pop_back();
             continue;
         }
-        if (isElementNamed(node, name)) return wrap(node);
+        const bool isInner = isElement(node);
+        if (isInner && hasName(node, name)) return wrap(node);
         const bool mayGoDown = maxDepth <= 0 || path.size() + 1 < static_cast<std::size_t>(maxDepth);
-        if (mayGoDown) {
+        if (isInner && mayGoDown) {
             NodePtr child = firstChildOf(node);
             path.push_back(std::move(node));
             node = std::move(child);

@@ -5,6 +5,7 @@
 #include "FeatureAccess/MediaKeywordTables.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <iterator>
 
@@ -288,6 +289,15 @@ std::span<const TicketNames> RowsOfTicketNames() {
     return rows;
 }
 
+// Where the rules of each kind begin, and behind the last kind where they end.
+constexpr auto firstOfKind = [] {
+    std::array<std::size_t, static_cast<std::size_t>(FeatureQuestionKind::OutputSize) + 2> first{};
+    for (std::size_t kind = 0; kind < first.size(); ++kind)
+        first[kind] = static_cast<std::size_t>(std::ranges::count_if(
+            rules, [kind](const FeatureRule& rule) { return static_cast<std::size_t>(rule.kind) < kind; }));
+    return first;
+}();
+
 } // namespace
 
 bool IsSupportedAnywhere(const FeaturePath& path) noexcept {
@@ -311,8 +321,8 @@ std::span<const CXString> FindTicketNames(tagFeatureEnum feature) {
 }
 
 const FeatureRule* FindFeatureRule(FeatureQuestionKind kind, const FeaturePath& path) noexcept {
-    const FeatureRule* const begin = std::ranges::lower_bound(rules, kind, {}, &FeatureRule::kind);
-    const FeatureRule* const end = std::ranges::upper_bound(rules, kind, {}, &FeatureRule::kind);
+    const FeatureRule* const begin = rules + firstOfKind[static_cast<std::size_t>(kind)];
+    const FeatureRule* const end = rules + firstOfKind[static_cast<std::size_t>(kind) + 1];
     const FeatureRule* const found =
         std::ranges::lower_bound(begin, end, path, StandsBefore, &FeatureRule::path);
     if (found != end && std::ranges::equal(found->path.Features(), path.Features())) return found;

@@ -125,6 +125,11 @@ void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* eleme
 
 void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const CComBSTR> names) {
     RequireFrameworkPrefix();
+    if (names.size() == 1) { // as nearly all are asked for
+        m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[@name = \"",
+                        View(names[0]), L"\"]"});
+        return;
+    }
     CComBSTR condition;
     for (const CComBSTR& name : names)
         condition = Join(
