@@ -1,6 +1,8 @@
 // What a family's whole header costs for a job that asks for everything, beside one PJL line by snprintf in
 // the same run; and with the settings of a real job in the place of a table, beside that header.
 
+#include "ApartmentBenchmarks.h"
+
 #include <DeviceControl/DeviceFamily.h>
 #include <DeviceControl/PrintInstructionGenerator.h>
 #include <DeviceControl/ProductPdlData.h>
@@ -140,9 +142,4 @@ BENCHMARK(Header)->DenseRange(0, 7)->UseManualTime()->Iterations(5);
 
 } // namespace
 
-int main(int argumentCount, char** arguments) {
-    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    benchmark::Initialize(&argumentCount, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    CoUninitialize();
-}
+int main(int argumentCount, char** arguments) { return RunBenchmarksInApartment(argumentCount, arguments); }

@@ -1,5 +1,7 @@
 // What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
 
+#include "ApartmentBenchmarks.h"
+
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
 #include <FeatureAccess/JobSettings.h>
@@ -80,9 +82,4 @@ BENCHMARK(AllOptions)->UseManualTime();
 
 } // namespace
 
-int main(int argumentCount, char** arguments) {
-    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    benchmark::Initialize(&argumentCount, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    CoUninitialize();
-}
+int main(int argumentCount, char** arguments) { return RunBenchmarksInApartment(argumentCount, arguments); }

@@ -1,5 +1,7 @@
 // What the Print Schema documents cost, beside libxml2 doing the bare work on the same bytes in the same run.
 
+#include "ApartmentBenchmarks.h"
+
 #include <PrintSchema/DomDocumentCache.h>
 #include <PrintSchema/PrintTicketXmlDocument.h>
 
@@ -155,9 +157,4 @@ BENCHMARK(GetFeatureOption)->UseManualTime();
 
 } // namespace
 
-int main(int argumentCount, char** arguments) {
-    CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-    benchmark::Initialize(&argumentCount, arguments);
-    benchmark::RunSpecifiedBenchmarks();
-    CoUninitialize();
-}
+int main(int argumentCount, char** arguments) { return RunBenchmarksInApartment(argumentCount, arguments); }

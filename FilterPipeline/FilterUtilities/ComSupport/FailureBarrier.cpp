@@ -3,7 +3,6 @@
 #include "ComSupport/ThrowHresult.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
-#include <LowLevelFacilities/Failures/DebugUtilities.h>
 
 #include <exception>
 #include <new>
@@ -52,8 +51,4 @@ HRESULT ReportCaughtException(const char* function, const std::source_location& 
 HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept {
     const OperationScope operation(function);
     return ReportIfFailed(hr);
-}
-
-void ReportWarning(const std::string& text) noexcept {
-    DebugUtilities::reportErrorForLowLevelUtilities(text.c_str(), "Warning");
 }

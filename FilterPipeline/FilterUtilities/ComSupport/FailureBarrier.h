@@ -9,7 +9,6 @@
 #include <windows.h>
 
 #include <source_location>
-#include <string>
 
 /// To be called from within a catch block only. Reports the exception in flight, under the name of the
 /// operation that caught it: that of the innermost OperationScope around the try block. Gives the HRESULT
@@ -28,10 +27,6 @@ ReportIfFailed(HRESULT hr, const std::source_location& location = std::source_lo
 OV_FILTER_UTILITIES_API HRESULT ReportCaughtException(
     const char* function, const std::source_location& location = std::source_location::current()) noexcept;
 OV_FILTER_UTILITIES_API HRESULT ReportIfFailed(HRESULT hr, const char* function) noexcept;
-
-/// For what a job goes on without, where nothing has failed: hands the text to the reporter, under the
-/// caption "Warning".
-OV_FILTER_UTILITIES_API void ReportWarning(const std::string& text) noexcept;
 
 // Stands behind a try block: hands every exception to the reporter and stores its HRESULT in hr.
 //     const OperationScope operation("Class::Operation");

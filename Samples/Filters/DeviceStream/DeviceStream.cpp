@@ -7,6 +7,7 @@
 #include "ProgressReport.h"
 #include "StreamText.h"
 
+#include <ComSupport/ReportWarning.h>
 #include <ComSupport/ThrowHresult.h>
 #include <DeviceControl/CommandSafeFeatureAccess.h>
 #include <DeviceControl/CreatorName.h>

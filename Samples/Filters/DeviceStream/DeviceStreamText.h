@@ -7,8 +7,6 @@
 #include <DeviceControl/DeviceFamily.h>
 #include <DeviceControl/PostScriptPageLevelPDLHelper.h>
 
-#include <string_view>
-
 /// The PostScript stream of a job, as its device wants it: escape sequence, PJL, prologue, set-up, the pages
 /// with what the sheets between them change, comments, end. The order of the calls is Begin, pages, End.
 class DeviceStreamText {

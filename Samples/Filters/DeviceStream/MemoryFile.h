@@ -12,9 +12,9 @@ public:
     MemoryFile& operator=(const MemoryFile&) = delete;
     ~MemoryFile();
 
+    // Throw CPException where there is no memory.
     /// To the beginning: what is written from there takes the place of what was.
     void Rewind();
-    /// Throws CPException where there is no memory.
     void Write(std::string_view bytes);
     /// What is written is all there is.
     void Truncate();

@@ -2,7 +2,7 @@
 
 #include "PathData.h"
 
-#include <ComSupport/FailureBarrier.h>
+#include <ComSupport/ReportWarning.h>
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <LowLevelFacilities/Strings/CPStringUtils.h>

@@ -8,7 +8,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -16,7 +15,8 @@
 /// again. Keeps no more than a bounded amount.
 class ResourceBytes {
 public:
-    /// Of the part under that name. Throws CPComException for one that cannot be read.
+    /// Of the part under that name. Throws CPComException for one that cannot be read, and CPException for a
+    /// dictionary whose paths the renderer must not be given (PathData.h).
     std::shared_ptr<const CheckedBytes> Of(const std::string& name, IPartBase& part);
 
 private:
@@ -24,11 +24,11 @@ private:
     std::size_t m_size = 0;
 };
 
-/// One page of a job as an XPS package of its own, for programs that read packages: the page under its name,
-/// and what it uses under theirs, so that its references lead where they did.
+/// One page of a job as an XPS package of its own, for libgxps, which reads packages: the page under its
+/// name, and what it uses under theirs, so that its references lead where they did.
 class PagePackage {
 public:
-    /// Throws CPComException for a page or a part that cannot be read.
+    /// Throws CPComException for a page or a part that cannot be read, and CPException as ResourceBytes does.
     PagePackage(IFixedPage& page, ResourceBytes& resources);
 
     /// As a zip archive, in the place of what the file holds. Throws CPException where it cannot be made.
