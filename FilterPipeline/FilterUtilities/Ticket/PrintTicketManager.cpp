@@ -2,6 +2,7 @@
 
 #include "ComSupport/FailureBarrier.h"
 #include "ComSupport/ThrowHresult.h"
+#include "Ticket/TicketDom.h"
 #include "XpsParts/MsOMConvertor.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -19,19 +20,10 @@ namespace {
 // The page cache's key for pages without a ticket part.
 constexpr auto noPageTicketKey = L"(No Page PrintTicket for Page)";
 
-using Document = CComPtr<IXMLDOMDocument2>;
-
-Document Load(const CComPtr<IStream>& stream) {
-    Document document;
-    ThrowIfFailed(CreateIXMLDOMDocumentFromIStream(stream, &document));
-    return document;
-}
-
-Document Clone(const Document& source) {
-    Document document;
-    ThrowIfFailed(CreateCopyOfIXMLDOMDocument(source, &document));
-    return document;
-}
+using TicketDom::AsStream;
+using TicketDom::Clone;
+using TicketDom::Document;
+using TicketDom::Load;
 
 // Makes the document of a level twice, for reading and as the base of the next level. Both or neither: what
 // fails half way leaves no ticket that looks like a merged one.
@@ -40,14 +32,6 @@ void SetBoth(Document& ticket, Document& baseTicket, const Make& make) {
     const Document forReading = make();
     baseTicket = make();
     ticket = forReading;
-}
-
-// The document's text. A document that is not there yet is E_POINTER: its level was not merged.
-CComPtr<IStream> AsStream(const Document& document) {
-    if (!document) ThrowComException(E_POINTER);
-    CComPtr<IStream> stream;
-    ThrowIfFailed(document->QueryInterface(__uuidof(IStream), reinterpret_cast<void**>(&stream)));
-    return stream;
 }
 
 // Whether the job's own ticket leaves the passcode feature out.
@@ -267,7 +251,7 @@ CComPtr<IStream> PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws(
     const OperationScope operation("PrintTicketManager::MergeAndValidatePrintTicket_Cached_throws");
     CComPtr<IStream> delta;
     if (partTicket) delta = GetIStreamFromTicket(partTicket);
-    ThrowIfFailed(base->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr));
+    TicketDom::SeekToStart(*base);
     CComPtr<IStream> result;
     ThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &result));
     if (!m_provider) ThrowComException(E_POINTER);

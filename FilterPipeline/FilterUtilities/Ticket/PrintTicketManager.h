@@ -16,10 +16,10 @@
 
 /// The chain of merged tickets of one job: the printer's default, under the job's, under the document's,
 /// under the page's. Between calls it holds the complete ticket of the current job, document and page. A
-/// level is merged after the one above it. Belongs to one filter and its thread. Initialize, the merges and
-/// the copies of tickets let no exception out: they hand it to the reporter, and give the HRESULT it carries,
-/// E_OUTOFMEMORY for std::bad_alloc, E_FAIL for other known kinds and E_UNEXPECTED for the rest. The other
-/// operations let std::bad_alloc through.
+/// level is merged after the one above it. Belongs to one filter and its thread. Initialize, the merges, the
+/// copies of tickets and the capabilities let no exception out: they hand it to the reporter, and give the
+/// HRESULT it carries, E_OUTOFMEMORY for std::bad_alloc, E_FAIL for other known kinds and E_UNEXPECTED for
+/// the rest. The other operations let std::bad_alloc through.
 class OV_FILTER_UTILITIES_API PrintTicketManager {
 public:
     PrintTicketManager();
@@ -45,6 +45,15 @@ public:
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocument* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedPage* part);
+
+    /// What the printer offers with the choices of a ticket, null for its own defaults. The answer is the
+    /// caller's, an independent document; the provider is asked once for tickets of the same text. E_POINTER
+    /// for a null out or before Initialize; out is null on failure.
+    HRESULT GetCapabilities(IXMLDOMDocument2* ticket, IXMLDOMDocument2** out);
+    /// The same for the default choices on a paper of this size, in microns, once for each size.
+    HRESULT GetCapabilitiesUsingSpecifiedMediaSize(int width, int height, IXMLDOMDocument2** out);
+    /// A ticket that says nothing: the root element of the default ticket with its declarations.
+    HRESULT CreateNewEmptyTempPrintTicket(IXMLDOMDocument2** out);
 
     // Without a reference; null until the level is merged.
     IXMLDOMDocument2* GetPtrToDefaultPrintTicketForReading();
@@ -87,6 +96,9 @@ public:
     CXString GetPrinterName() const;
 
 private:
+    // Replaces the ticket of a level.
+    friend class PrintTicketEditor;
+
     struct ByText {
         bool operator()(const CXString& left, const CXString& right) const { return left.Compare(right) < 0; }
     };
@@ -94,6 +106,11 @@ private:
     CComPtr<IStream> MergeAndValidatePrintTicket_Cached_throws(const CComPtr<IStream>& base,
                                                                const CComPtr<IPartPrintTicket>& partTicket,
                                                                EPrintTicketScope scope);
+    /// The key of the capabilities that belong to a ticket, which may be null.
+    static CXString GenerateCacheKeyFromPrintTicket(IXMLDOMDocument2* ticket);
+    CComPtr<IXMLDOMDocument2> GetCapabilities_throws(IXMLDOMDocument2* ticket);
+    CComPtr<IXMLDOMDocument2> GetCapabilitiesForSize_throws(int width, int height);
+    CComPtr<IXMLDOMDocument2> CreateEmptyTicket_throws();
     void CopyFrom(PrintTicketManager& other);
     void MergeJobLevel_throws(IFixedDocumentSequence& part);
     void MergeDocumentLevel_throws(IFixedDocument& part);
