@@ -87,13 +87,15 @@ public:
     HRESULT STDMETHODCALLTYPE SendFixedDocument(IFixedDocument*) override { return Note("fixed document"); }
     HRESULT STDMETHODCALLTYPE SendFixedPage(IFixedPage*) override { return Note("page"); }
     HRESULT STDMETHODCALLTYPE CloseSender() override { return Note("close"); }
-    /// Makes image parts, whatever is asked for.
-    HRESULT STDMETHODCALLTYPE GetNewEmptyPart(PCWSTR uri, REFIID, void** part,
+    /// Makes image parts, whatever is asked for, unless it is a ticket.
+    HRESULT STDMETHODCALLTYPE GetNewEmptyPart(PCWSTR uri, REFIID riid, void** part,
                                               IPrintWriteStream** stream) override {
         newUris.emplace_back(uri);
         newStreams.push_back(MakeFake<MemoryWriteStream>());
-        CComPtr<IPartImage> made(new FakeImagePart(uri));
-        *part = made.Detach();
+        if (riid == __uuidof(IPartPrintTicket))
+            *part = CComPtr<IPartPrintTicket>(new FakePrintTicketPart(uri)).Detach();
+        else
+            *part = CComPtr<IPartImage>(new FakeImagePart(uri)).Detach();
         CComPtr<IPrintWriteStream> opened(newStreams.back());
         return opened.CopyTo(stream);
     }
