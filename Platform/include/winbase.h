@@ -147,6 +147,17 @@ EXTERN_C WINBASEAPI HANDLE WINAPI GetCurrentProcess();
 EXTERN_C WINBASEAPI void WINAPI Sleep(DWORD dwMilliseconds);
 #define INFINITE 0xffffffffU
 
+// --- Events and waits ---
+#define WAIT_OBJECT_0 0U
+#define WAIT_FAILED 0xffffffffU
+#define MAXIMUM_WAIT_OBJECTS 64
+/// An event that stays set (`bManualReset`), or ends one wait each time that it is set. Null with last error
+/// on failure; one with a name is not supported. For CloseHandle.
+EXTERN_C WINBASEAPI HANDLE WINAPI CreateEventW(LPSECURITY_ATTRIBUTES lpEventAttributes, BOOL bManualReset,
+                                               BOOL bInitialState, LPCWSTR lpName);
+EXTERN_C WINBASEAPI BOOL WINAPI SetEvent(HANDLE hEvent);
+#define CreateEvent CreateEventW
+
 inline LONG InterlockedIncrement(LONG volatile* value) {
     return __atomic_add_fetch(value, 1, __ATOMIC_SEQ_CST);
 }

@@ -34,6 +34,53 @@ EXTERN_C WINUSERAPI int WINAPI MessageBoxW(HWND hWnd, LPCWSTR lpText, LPCWSTR lp
 EXTERN_C WINUSERAPI int WINAPI MessageBoxA(HWND hWnd, LPCSTR lpText, LPCSTR lpCaption, UINT uType);
 #define MessageBox MessageBoxW
 
+// --- Messages of the calling thread ---
+struct MSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;
+    POINT pt;
+};
+using PMSG = MSG*;
+using LPMSG = MSG*;
+#define WM_APP 0x8000
+#define PM_NOREMOVE 0x0
+#define PM_REMOVE 0x1
+#define PM_NOYIELD 0x2
+#define QS_KEY 0x1
+#define QS_MOUSEMOVE 0x2
+#define QS_MOUSEBUTTON 0x4
+#define QS_POSTMESSAGE 0x8
+#define QS_TIMER 0x10
+#define QS_PAINT 0x20
+#define QS_SENDMESSAGE 0x40
+#define QS_HOTKEY 0x80
+#define QS_ALLPOSTMESSAGE 0x100
+#define QS_RAWINPUT 0x400
+#define QS_TOUCH 0x800
+#define QS_POINTER 0x1000
+#define QS_MOUSE (QS_MOUSEMOVE | QS_MOUSEBUTTON)
+#define QS_INPUT (QS_MOUSE | QS_KEY | QS_RAWINPUT | QS_TOUCH | QS_POINTER)
+#define QS_ALLINPUT (QS_INPUT | QS_POSTMESSAGE | QS_TIMER | QS_PAINT | QS_HOTKEY | QS_SENDMESSAGE)
+
+/// Waits for one of up to 63 events, or for all and a message. WAIT_OBJECT_0 with the index of the first that
+/// is set, or with `nCount` for a message that has come since the thread last looked with PeekMessage;
+/// WAIT_TIMEOUT; WAIT_FAILED with last error. All messages here are posted ones.
+EXTERN_C WINUSERAPI DWORD WINAPI MsgWaitForMultipleObjects(DWORD nCount, const HANDLE* pHandles,
+                                                           BOOL fWaitAll, DWORD dwMilliseconds,
+                                                           DWORD dwWakeMask);
+/// FALSE if no message is there.
+EXTERN_C WINUSERAPI BOOL WINAPI PeekMessageW(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax,
+                                             UINT wRemoveMsg);
+/// Of keys, which there are none here.
+EXTERN_C WINUSERAPI BOOL WINAPI TranslateMessage(const MSG* lpMsg);
+/// Delivers what the message stands for.
+EXTERN_C WINUSERAPI LRESULT WINAPI DispatchMessageW(const MSG* lpMsg);
+#define PeekMessage PeekMessageW
+#define DispatchMessage DispatchMessageW
+
 /// Case by the characters' simple mapping, in place. A value with nothing in its upper half is one character.
 EXTERN_C WINUSERAPI LPWSTR WINAPI CharLowerW(LPWSTR lpsz);
 EXTERN_C WINUSERAPI LPWSTR WINAPI CharUpperW(LPWSTR lpsz);
