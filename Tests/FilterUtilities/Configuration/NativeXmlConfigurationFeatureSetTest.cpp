@@ -1,0 +1,275 @@
+#include "Support/ConfiguredQueue.h"
+#include "Support/FakePipeline.h"
+#include "Support/FakePrinterPropertyBag.h"
+#include "Support/InApartment.h"
+#include "Support/ReportRecorder.h"
+#include "Support/Rows.h"
+
+#include <Configuration/NativeXmlConfigurationFilterUtilities.h>
+#include <Configuration/TicketEnforcement.h>
+#include <LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace DataModelIds;
+using Feature = NativeXmlConfigurationFeature;
+using JobTypes = NativeXmlConfigurationFeatureSet::JobTypes;
+using NativeXmlConfigurationFeatureSetTest = InApartment<>;
+
+constexpr const char* withoutSetting = "<ModelName/>";
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, MembersAnswerOutOfTheDictionaries) {
+    const auto set = ConfiguredFeatures(
+        ConfiguredFeature("2-SidedPrinting", "TwoSidedAny", "EnforcedDefault") +
+        ConfiguredFeature("SecurePrintOnly", "Enabled", "Default") + ConfiguredFeature("FaxJobType", "ON") +
+        ConfiguredFeature("JobType", "nonsense", "") + "<Feature Name='Staple'><UID/><Setting/></Feature>");
+    const Rows<const char*, Feature::BehaviorEnum, const char*, const char*> members{
+        {"2-SidedPrinting", Feature::EnforcedDefault, "EnforcedDefault",
+         "DOCUMENT: DataModelIds::VAL_SIDES_TWO_SIDED_ANY (OPTION) is EnforcedDefault for "
+         "2-SidedPrinting/DataModelIds::FEAT_SIDES_IMAGED/sides"},
+        {"FaxJobType", Feature::EnforcedSetting, "EnforcedSetting",
+         "DOCUMENT: true (BOOLEAN) is EnforcedSetting for "
+         "FaxJobType/DataModelIds::FEAT_DEV_CONFIGURE_JOB_TYPE_FAX/odrv-device-configure-job-type-fax"},
+        {"JobType", Feature::EnforcedSetting, "",
+         "DOCUMENT: nonsense (OPTION) is  for JobType/DataModelIds::FEAT_JOB_TYPE/job-type-api"},
+        {"SecurePrintOnly", Feature::Default, "Default",
+         "DEVICE: DataModelIds::VAL_SECURE_PRINT_ONLY_ENABLED (OPTION) is Default for "
+         "SecurePrintOnly/DataModelIds::FEAT_DEV_SECURE_PRINT_ONLY/odrv-device-secure-print-only"},
+        {"Staple", Feature::NoBehavior, "",
+         "DOCUMENT:  (OPTION) is  for Staple/DataModelIds::FEAT_FINISHING_STAPLE/staple-api"},
+    };
+    ASSERT_EQ(set.NumberOfFeatures(), members.size());
+    unsigned int i = 0;
+    for (const auto& [name, behavior, behaviorString, display] : members) {
+        const Feature& member = set.GetFeature(i++); // by name
+        EXPECT_EQ(set.TryGetFeature(CPString(name)), &member);
+        EXPECT_EQ(set.TryGetFeature(member.GetFeatureEnum()), &member);
+        EXPECT_EQ(member.GetBehaviorEnum(), behavior) << name;
+        EXPECT_EQ(member.GetBehaviorString(), behaviorString) << name;
+        EXPECT_EQ(member.GetDebugDisplayString(), display);
+        EXPECT_FALSE(member.HasParentFeatures());
+    }
+    EXPECT_EQ(set.GetFeature(0).GetValueEnum(), VAL_SIDES_TWO_SIDED_ANY);
+    EXPECT_EQ(set.GetFeature(0).GetValueEnumString(), "DataModelIds::VAL_SIDES_TWO_SIDED_ANY");
+    EXPECT_THROW(static_cast<void>(set.GetFeature(2).GetValueEnum()), CPExceptionUnknownKeyRequest);
+    EXPECT_FALSE(set.GetFeature(2).TryGetValueEnum());
+    EXPECT_EQ(set.TryGetFeature("Color"), nullptr);
+    EXPECT_EQ(set.TryGetFeature(FEAT_COLOR_EFFECTS), nullptr);
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, WordsForYes) {
+    const Rows<const char*, bool> words{{"T", true},    {"Enabled", true}, {"ON", true}, {"true", true},
+                                        {"yes", false}, {"1", false},      {"", false},  {"tru", false}};
+    for (const auto& [word, isYes] : words)
+        EXPECT_EQ(ConfiguredFeatures(ConfiguredFeature("FaxJobType", word)).GetFeature(0).GetBooleanValue(),
+                  isYes)
+            << word;
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, OlderNamesOfValuesAndParentsAreKnown) {
+    const NativeXmlConfigFeatureDictionary& dictionary = *NativeXmlConfigFeatureDictionary::Instance();
+    std::vector<const NativeXmlConfigFeatureEntry*> entries;
+    dictionary.GetAllEntries(entries);
+    const auto inCollection =
+        std::ranges::find_if(entries, [](const auto* entry) { return !entry->parentFeatures.empty(); });
+    ASSERT_NE(inCollection, entries.end());
+    const std::string name((*inCollection)->xmlConfigFeatureName.view());
+    const auto set = ConfiguredFeatures(ConfiguredFeature(name, "x"));
+    const std::string parents = " (parents: " + std::to_string((*inCollection)->parentFeatures.front()) + ")";
+    EXPECT_TRUE(std::string(set.GetFeature(0).GetDebugDisplayString().view()).ends_with(parents));
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, ASubsetIsByModeAndAMemberCanGo) {
+    auto set =
+        ConfiguredFeatures(ConfiguredFeature("Staple", "None") +
+                           ConfiguredFeature("SecurePrintOnly", "Enabled") + ConfiguredFeature("Color", "x"));
+    EXPECT_EQ(set.GetDeviceFeatures().NumberOfFeatures(), 1u);
+    EXPECT_NE(set.GetDeviceFeatures().TryGetFeature("SecurePrintOnly"), nullptr);
+    EXPECT_EQ(set.GetDocumentFeatures().NumberOfFeatures(), 2u);
+    EXPECT_TRUE(set.RemoveIfPresent(FEAT_FINISHING_STAPLE));
+    EXPECT_FALSE(set.RemoveIfPresent(FEAT_FINISHING_STAPLE));
+    EXPECT_EQ(set.NumberOfFeatures(), 2u);
+    EXPECT_EQ(set.TryGetFeature("Staple"), nullptr);
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, JobTypesAreDisallowedOnlyByANo) {
+    // The whole range, with each guard saying no in turn.
+    const Rows<const char*, std::vector<int>> guards{
+        {"NormalPrintJobType", {7890}},
+        {"SecurePrintJobType", {7891}},
+        {"DelayedPrintJobType", {7893}},
+        {"FaxJobType", {7894}},
+        {"SaveJobType", {7895}},
+        {"PrintAndSaveJobType", {7896}},
+        {"PersonalPrintJobType", {7897}},
+        {"SavedJobType", {7898, 7900}},
+        {"ProofPrintJobType", {7899, 7905}},
+        {"PrintWithJobType", {7901}},
+        {"HoldJobType", {7902}},
+        {"CreateBackgroundFormJobType", {7903}},
+        {"JobType", {}},
+        {"Staple", {}},
+    };
+    const auto disallowed = [](const std::string& configuration) {
+        const auto set = ConfiguredFeatures(configuration);
+        std::vector<int> types;
+        for (int type = 7880; type < 7920; ++type) {
+            if (set.IsJobTypeValueDisallowedByXmlConfig(static_cast<tagValueEnum>(type)))
+                types.push_back(type);
+        }
+        return types;
+    };
+    for (const auto& [guard, types] : guards) {
+        EXPECT_EQ(disallowed(ConfiguredFeature(guard, "no")), types) << guard;
+        EXPECT_EQ(disallowed(ConfiguredFeature(guard, "Enabled")), std::vector<int>()) << guard;
+        EXPECT_EQ(disallowed("<Feature Name='" + std::string(guard) + "'>" + withoutSetting + "</Feature>"),
+                  std::vector<int>())
+            << guard;
+    }
+    const NativeXmlConfigurationFeatureSet empty = ConfiguredFeatures("");
+    EXPECT_TRUE(
+        empty.IsJobTypeValueSupportedByPrinterPriorToConstraints({VAL_JOB_TYPE_HOLD}, VAL_JOB_TYPE_HOLD));
+    EXPECT_FALSE(empty.IsJobTypeValueSupportedByPrinterPriorToConstraints({}, VAL_JOB_TYPE_HOLD));
+    EXPECT_FALSE(empty.IsJobTypeValueSupportedByPrinterPriorToConstraints({VAL_JOB_TYPE_PRINT_WITH},
+                                                                          VAL_JOB_TYPE_PRINT_WITH));
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, AJobBecomesATypeThatIsAllowed) {
+    const auto of = [](std::initializer_list<int> types) {
+        JobTypes result;
+        for (const int type : types)
+            result.push_back(static_cast<tagValueEnum>(type));
+        return result;
+    };
+    const auto wants = [](const char* type) { return ConfiguredFeature("JobType", type); };
+    const auto no = [](const char* guard) { return ConfiguredFeature(guard, "false"); };
+    const std::string secureOnly = ConfiguredFeature("SecurePrintOnly", "Enabled");
+    // the configuration, the device's types, the job's; what it becomes, and what was enforced
+    const Rows<std::string, JobTypes, int, int, int> jobs{
+        {"", of({7890}), 7890, 7890, 5001},
+        {"", of({7890}), 7891, 7890, 5001},
+        {"", of({7895, 7897, 7902}), 5001, 7897, 7897},
+        {"", of({}), 5001, 7904, 7904},
+        {"", of({7890, 7894, 7901}), 7894, 7890, 5001},
+        {"", of({7890, 7901}), 7901, 7890, 5001},
+        {secureOnly + wants("HoldJobType"), of({}), 7890, 7891, 7891},
+        {ConfiguredFeature("SecurePrintOnly", "Disabled"), of({7890}), 7890, 7890, 5001},
+        {ConfiguredFeature("SecurePrintOnly", "nonsense"), of({7890}), 7890, 7890, 5001},
+        {wants("HoldJobType"), of({7890, 7902}), 7890, 7902, 7902},
+        {wants("HoldJobType") + no("HoldJobType"), of({7890, 7902}), 7890, 7890, 7902},
+        {wants("HoldJobType"), of({7891}), 7890, 7891, 7902},
+        {wants("nonsense"), of({7890}), 7890, 7890, 5001},
+        {wants("ProofPrintJobType"), of({7899, 7905}), 7890, 7899, 7899},
+        {wants("ProofPrintJobType"), of({7905}), 7890, 7905, 7905},
+        {wants("SavedJobType"), of({7900, 7898}), 7890, 7900, 7900},
+        {wants("SavedJobType"), of({7898}), 7890, 7898, 7898},
+        {wants("SavedJobType"), of({7890}), 5001, 7890, 7900},
+        {no("NormalPrintJobType") + no("PersonalPrintJobType"), of({7890, 7897, 7899}), 7890, 7899, 5001},
+    };
+    for (const auto& [configuration, ofDevice, current, expected, expectedEnforced] : jobs) {
+        auto set = ConfiguredFeatures(configuration);
+        tagValueEnum enforced{};
+        EXPECT_EQ(set.GetNewJobTypeValueByEnforcingXmlConfig(ofDevice, static_cast<tagValueEnum>(current),
+                                                             enforced),
+                  expected)
+            << configuration;
+        EXPECT_EQ(enforced, expectedEnforced) << configuration;
+    }
+    // The order in which others are tried: one after the other is taken off the device.
+    JobTypes ofDevice =
+        of({7890, 7891, 7893, 7894, 7895, 7896, 7897, 7898, 7899, 7900, 7901, 7902, 7903, 7904, 7905});
+    const auto set = ConfiguredFeatures("");
+    for (const int expected : {7890, 7897, 7899, 7902, 7898, 7893, 7900, 7895, 7896, 7891, 7903, 7905}) {
+        EXPECT_EQ(set.GetAllowableJobTypeFallbackValue(ofDevice, VAL_UNSPECIFIED), expected);
+        EXPECT_NE(set.GetAllowableJobTypeFallbackValue(ofDevice, static_cast<tagValueEnum>(expected)),
+                  expected);
+        std::erase(ofDevice, static_cast<tagValueEnum>(expected));
+    }
+    EXPECT_EQ(set.GetAllowableJobTypeFallbackValue(ofDevice, VAL_UNSPECIFIED), VAL_JOB_TYPE_NONE);
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, ThreeFeaturesAreEnforcedInTickets) {
+    const Rows<const char*, const char*, const wchar_t*, int, bool> values{
+        // feature and value; what is written, and whether an enforced default does so, too
+        {"ImagesPerPage", "1", L"1", 1, false},
+        {"ImagesPerPage", "2", L"2", 2, false},
+        {"ImagesPerPage", "4", L"4", 4, false},
+        {"ImagesPerPage", "6", L"6", 6, false},
+        {"ImagesPerPage", "9", L"9", 9, false},
+        {"ImagesPerPage", "16", L"16", 16, false},
+        {"ImagesPerPage", "3", nullptr, 0, false},
+        {"JobIdentification", "PrintIdOnABannerSheet", L"ok:JobIdBannerOn", 0, false},
+        {"JobIdentification", "PrintIdInMarginsFirstPageOnly", L"ok:JobIdPrintFirstPage", 0, false},
+        {"JobIdentification", "PrintIdInMarginsAllPages", L"ok:JobIdPrintAllPages", 0, false},
+        {"JobIdentification", "_custombannersheet_", L"ok:JobIdCustomBanner", 0, false},
+        {"JobIdentification", "DisableJobId", L"ok:JobIdOff", 0, false},
+        {"2-SidedPrinting", "OneSided", L"OneSided", 0, false},
+        {"2-SidedPrinting", "TwoSidedLongEdge", L"TwoSidedLongEdge", 0, false},
+        {"2-SidedPrinting", "TwoSidedShortEdge", L"TwoSidedShortEdge", 0, false},
+        {"2-SidedPrinting", "TwoSidedAny", L"TwoSidedLongEdge", 0, true},
+        {"2-SidedPrinting", "twosidedany", nullptr, 0, false},
+    };
+    for (const auto& [name, value, written, number, byDefaultToo] : values) {
+        const TicketEnforcement::Feature* const feature = TicketEnforcement::Find(name);
+        ASSERT_NE(feature, nullptr) << name;
+        for (const char* const behavior : {"Default", "EnforcedDefault", "EnforcedSetting"}) {
+            const auto set = ConfiguredFeatures(ConfiguredFeature(name, value, behavior));
+            const bool writes = written != nullptr && (std::string_view(behavior) == "EnforcedSetting" ||
+                                                       (byDefaultToo && behavior[0] == 'E'));
+            const auto* const row = TicketEnforcement::FindValue(*feature, set.GetFeature(0));
+            ASSERT_EQ(row != nullptr, writes) << name << " " << value << " " << behavior;
+            if (row == nullptr) continue;
+            EXPECT_STREQ(row->text, written);
+            EXPECT_EQ(row->number, number);
+        }
+    }
+    EXPECT_EQ(TicketEnforcement::Find("Staple"), nullptr);
+    const auto sides = [](const char* configured, const wchar_t* current) {
+        const auto& feature = *TicketEnforcement::Find("2-SidedPrinting");
+        const auto set = ConfiguredFeatures(ConfiguredFeature("2-SidedPrinting", configured));
+        return TicketEnforcement::Replaces(*TicketEnforcement::FindValue(feature, set.GetFeature(0)),
+                                           current);
+    };
+    EXPECT_TRUE(sides("TwoSidedAny", L"OneSided"));
+    EXPECT_FALSE(sides("TwoSidedAny", L"TwoSidedShortEdge"));
+    EXPECT_FALSE(sides("TwoSidedAny", L"Other"));
+    EXPECT_TRUE(sides("TwoSidedLongEdge", L"TwoSidedShortEdge"));
+    EXPECT_FALSE(sides("TwoSidedLongEdge", L"TwoSidedLongEdge"));
+}
+
+TEST_F(NativeXmlConfigurationFeatureSetTest, FiltersHaveItFromThePipeline) {
+    const auto build = [](FakePropertyBag& pipeline) {
+        return NativeXmlConfigurationFilterUtilities::
+            CreateNativeXmlConfigurationFeatureSetFromPipelineProperties(pipeline, L"Printer")
+                .NumberOfFeatures();
+    };
+    const ReportRecorder recorder;
+    const auto queueBag = MakeFake<FakePrinterPropertyBag>();
+    const auto driverBag = MakeFake<FakePrinterPropertyBag>();
+    const std::string properties = "<q><OrvelQueuePrePostConfiguration><![CDATA[<c>" +
+                                   ConfiguredFeature("Staple", "None") +
+                                   "</c>]]></OrvelQueuePrePostConfiguration></q>";
+    queueBag->SetString(CComBSTR(L"OrvelQueueProperties"), CComBSTR(CXString(properties.c_str())));
+    const auto pipeline = MakeFake<FakePropertyBag>();
+    EXPECT_EQ(build(*pipeline), 0u);
+    pipeline->SetObject(XPS_FP_QUEUE_PROPERTY_BAG, queueBag);
+    EXPECT_EQ(build(*pipeline), 0u) << "no driver bag";
+    pipeline->SetObject(XPS_FP_DRIVER_PROPERTY_BAG, driverBag);
+    EXPECT_EQ(build(*pipeline), 1u);
+    pipeline->SetString(XPS_FP_QUEUE_PROPERTY_BAG, L"no bag");
+    EXPECT_EQ(build(*pipeline), 0u);
+    EXPECT_TRUE(ReportRecorder::reports().empty());
+
+    // A device whose description is broken is governed all the same.
+    pipeline->SetObject(XPS_FP_QUEUE_PROPERTY_BAG, queueBag);
+    CComPtr<IStream> capabilities;
+    driverBag->GetWriteStream(CComBSTR(L"DeviceCapabilities"), &capabilities);
+    capabilities->Write("broken", 6, nullptr);
+    EXPECT_EQ(build(*pipeline), 1u);
+    EXPECT_EQ(ReportRecorder::reports().size(), 1u);
+    EXPECT_EQ(queueBag->References(), 2u) << "ours and the pipeline's";
+}
+
+} // namespace
