@@ -6,6 +6,8 @@
 #include <msopc.h>
 #include <xpsobjectmodel.h>
 
+#include <algorithm>
+
 namespace OvPipeline {
 
 namespace {
@@ -140,7 +142,7 @@ std::string PackageSink::WriteObject(IUnknown* object) {
     const CComQIPtr<IPartFont> font(object);
     if (!font) {
         WriteCore(core);
-    } else if (Claim(core.name, core.content->Identity())) {
+    } else if (Claim(core)) {
         const PackagedFont packed = PackFont(font, core.name);
         WriteBytes(core.name, packed.contentType, core.compression, *packed.bytes);
     }
@@ -148,7 +150,7 @@ std::string PackageSink::WriteObject(IUnknown* object) {
 }
 
 void PackageSink::WriteCore(const PartCore& core) {
-    if (!Claim(core.name, core.content->Identity())) return;
+    if (!Claim(core)) return;
     WriteBytes(core.name, core.contentType, core.compression, *core.content->Open());
     if (!core.stored || KindOf(core.contentType, core.name) != PartKind::ResourceDictionary) return;
     for (const auto& relationship : core.context->package->Relationships(core.name))
@@ -157,14 +159,45 @@ void PackageSink::WriteCore(const PartCore& core) {
 }
 
 void PackageSink::WriteTicket(const std::string& owner, IPartPrintTicket* ticket) {
-    if (ticket) Relate(owner, Relation::PrintTicket, WriteObject(ticket));
+    if (!ticket) return;
+    const CComQIPtr<IHostPart> host(ticket);
+    const bool isDisplaced = host && IsDisplaced(host->Core());
+    Relate(owner, Relation::PrintTicket, isDisplaced ? WriteDisplaced(host->Core()) : WriteObject(ticket));
+}
+
+// Whether a filter has put a ticket in the place of the job's own one under its name, which other parts of
+// the job still use, or the other way round.
+bool PackageSink::IsDisplaced(const PartCore& core) const {
+    const auto taken = m_written.find(LowerAscii(core.name));
+    return taken != m_written.end() && taken->second.identity != core.content->Identity() &&
+           (core.stored != nullptr || taken->second.isStored);
+}
+
+// Under a name of its own, the same for all parts that use it.
+std::string PackageSink::WriteDisplaced(PartCore core) {
+    std::string& name = m_displaced[core.content->Identity()];
+    if (name.empty()) {
+        const std::size_t dot = std::min(core.name.rfind('.'), core.name.size());
+        for (unsigned number = 2; name.empty(); ++number) {
+            std::string free =
+                core.name.substr(0, dot) + "_" + std::to_string(number) + core.name.substr(dot);
+            if (!m_written.contains(LowerAscii(free)) &&
+                (!core.context->package || core.context->package->Find(free) == nullptr))
+                name = std::move(free);
+        }
+    }
+    core.name = name;
+    WriteCore(core);
+    return name;
 }
 
 // Whether the part is still to be written. The same part comes again with each page that uses it.
-bool PackageSink::Claim(const std::string& name, std::uint64_t identity) {
-    const auto [place, isNew] = m_written.emplace(LowerAscii(name), identity);
-    if (!isNew && place->second != identity)
-        throw HostError(OPC_E_DUPLICATE_PART, name, "two different parts were sent under the name " + name);
+bool PackageSink::Claim(const PartCore& core) {
+    const Written written{core.content->Identity(), core.stored != nullptr};
+    const auto [place, isNew] = m_written.emplace(LowerAscii(core.name), written);
+    if (!isNew && place->second.identity != written.identity)
+        throw HostError(OPC_E_DUPLICATE_PART, core.name,
+                        "two different parts were sent under the name " + core.name);
     return isNew;
 }
 

@@ -16,7 +16,8 @@ namespace OvPipeline {
 enum class Interleaving { ResourcesFirst, MarkupFirst };
 
 /// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
-/// part once, tickets and resources related as they were. Nothing stands under the target's name before
+/// part once, tickets and resources related as they were; a ticket whose name another one has taken gets a
+/// name of its own. Nothing stands under the target's name before
 /// Publish, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
 /// Belongs to one thread at a time.
 class PackageSink {
@@ -35,6 +36,10 @@ public:
     bool HasPart(const std::string& name) const { return m_writer->HasPart(name); }
 
 private:
+    struct Written {
+        std::uint64_t identity;
+        bool isStored; // in the package that the job came in
+    };
     struct Link {
         std::string source;
         std::string type;
@@ -50,7 +55,9 @@ private:
     std::string WriteObject(IUnknown* object);
     void WriteCore(const PartCore& core);
     void WriteTicket(const std::string& owner, IPartPrintTicket* ticket);
-    bool Claim(const std::string& name, std::uint64_t identity);
+    bool IsDisplaced(const PartCore& core) const;
+    std::string WriteDisplaced(PartCore core);
+    bool Claim(const PartCore& core);
     void WriteBytes(const std::string& name, const std::string& contentType,
                     EXpsCompressionOptions compression, ByteReader& bytes);
     void WriteText(const std::string& name, const char* contentType, const std::string& text);
@@ -62,8 +69,9 @@ private:
     XpsFlavour m_flavour;
     Interleaving m_interleaving;
     std::unique_ptr<OvPlatform::PackageWriter> m_writer;
-    std::unordered_map<std::string, std::uint64_t> m_written; // identity by name in lower case
-    std::vector<Link> m_links;                                // between parts that may never be written
+    std::unordered_map<std::string, Written> m_written;         // by name in lower case
+    std::unordered_map<std::uint64_t, std::string> m_displaced; // new names by identity
+    std::vector<Link> m_links;                                  // between parts that may never be written
     std::string m_sequenceName;
     std::string m_sequenceMarkup;
     CComPtr<IFixedDocument> m_document;

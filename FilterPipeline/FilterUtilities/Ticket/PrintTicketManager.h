@@ -14,6 +14,8 @@
 #include <map>
 #include <memory>
 
+class NativeXmlConfigurationFeatureSet;
+
 /// The chain of merged tickets of one job: the printer's default, under the job's, under the document's,
 /// under the page's. Between calls it holds the complete ticket of the current job, document and page. A
 /// level is merged after the one above it. Belongs to one filter and its thread. Initialize, the merges, the
@@ -45,6 +47,20 @@ public:
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocumentSequence* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedDocument* part);
     HRESULT MergeAndValidatePartPrintTicket(IFixedPage* part);
+
+    // The same, and then the administrator's configuration is enforced in the level's ticket, and in what the
+    // levels below are merged on (Configuration/TicketEnforcement.h says which features and values). The set
+    // stays the caller's; null counts as an empty one. Nothing is enforced with an empty set, or with
+    // sanitize false. The result is that of enforcing alone: a failed merge, which was reported, shows in a
+    // ticket that is not there, and is E_POINTER only where there is something to enforce. Throws
+    // CPExceptionOSApiError if the printer cannot be opened, and CPComException for a document that is no
+    // ticket.
+    HRESULT MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(
+        IFixedDocumentSequence* part, NativeXmlConfigurationFeatureSet*& features, bool sanitize);
+    HRESULT MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(
+        IFixedDocument* part, NativeXmlConfigurationFeatureSet*& features, bool sanitize);
+    HRESULT MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(
+        IFixedPage* part, NativeXmlConfigurationFeatureSet*& features, bool sanitize);
 
     /// What the printer offers with the choices of a ticket, null for its own defaults. The answer is the
     /// caller's, an independent document; the provider is asked once for tickets of the same text. E_POINTER
@@ -99,6 +115,15 @@ private:
     // Replaces the ticket of a level.
     friend class PrintTicketEditor;
 
+    enum WHICH_TICKET {
+        DefaultTicket = 0,
+        JobTicket = 1,
+        DocTicket = 2,
+        PageTicket = 3,
+        JobBaseTicket = 4,
+        DocBaseTicket = 5,
+    };
+
     struct ByText {
         bool operator()(const CXString& left, const CXString& right) const { return left.Compare(right) < 0; }
     };
@@ -106,6 +131,10 @@ private:
     CComPtr<IStream> MergeAndValidatePrintTicket_Cached_throws(const CComPtr<IStream>& base,
                                                                const CComPtr<IPartPrintTicket>& partTicket,
                                                                EPrintTicketScope scope);
+    HRESULT SanitizePrintTicketForXmlConfig(WHICH_TICKET which, NativeXmlConfigurationFeatureSet*& features,
+                                            bool sanitize);
+    /// Null for what is not merged.
+    IXMLDOMDocument2* GetPtrToPrintTicket(WHICH_TICKET which);
     /// The key of the capabilities that belong to a ticket, which may be null.
     static CXString GenerateCacheKeyFromPrintTicket(IXMLDOMDocument2* ticket);
     CComPtr<IXMLDOMDocument2> GetCapabilities_throws(IXMLDOMDocument2* ticket);
