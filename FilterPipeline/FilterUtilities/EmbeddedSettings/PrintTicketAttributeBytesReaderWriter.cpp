@@ -18,18 +18,6 @@ OvlUniquePtr<PersistentAttributes> OpenStore(const ByteBuffer& bytes) {
     return OvlUniquePtr<PersistentAttributes>(new PersistentAttributes(bytes, toleratesDamage, nullptr));
 }
 
-// Without a parameter, or with an empty one, there are no settings. What cannot be read is not nothing: a job
-// that is to be held, or paid for, must not print as one that is not.
-ByteBuffer ReadBytes(const PrintTicketXmlDocument& ticket) {
-    ByteBuffer bytes;
-    const HRESULT hr = ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
-    if (hr == E_FAIL) {
-        ThrowFailure<CPExceptionInvalidArgument>([] { return "The settings in the ticket are damaged"; });
-    }
-    ThrowIfFailed(hr);
-    return bytes;
-}
-
 } // namespace
 
 PrintTicketAttributeBytesReaderWriter::PrintTicketAttributeBytesReaderWriter(
@@ -71,6 +59,18 @@ PrintTicketAttributeBytesReaderWriter::GetAttributeBytesIndexedListRef(Attribute
     return Load(nameSpace);
 }
 
+// Without a parameter, or with an empty one, there are no settings. What cannot be read is not nothing: a job
+// that is to be held, or paid for, must not print as one that is not.
+ByteBuffer PrintTicketAttributeBytesReaderWriter::ReadBytes(const PrintTicketXmlDocument& ticket) {
+    ByteBuffer bytes;
+    const HRESULT hr = ticket.GetOrvelCompleteDocSettingsFromPrintTicket(bytes);
+    if (hr == E_FAIL) {
+        ThrowFailure<CPExceptionInvalidArgument>([] { return "The settings in the ticket are damaged"; });
+    }
+    ThrowIfFailed(hr);
+    return bytes;
+}
+
 AttributeBytesIndexedList&
 PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace) const {
     const OperationScope operation("PrintTicketAttributeBytesReaderWriter::Load");
@@ -92,11 +92,17 @@ PrintTicketAttributeBytesReaderWriter::Load(AttributeBytesNameSpacesId nameSpace
 }
 
 void PrintTicketAttributeBytesReaderWriter::SetOrvelCompleteDocSettings(ByteBuffer& bytes) {
-    m_bytes = bytes;
-    ClearCachedIndexedList();
+    ReplaceBytes(bytes);
 }
 
-void PrintTicketAttributeBytesReaderWriter::ClearCachedIndexedList() {
+void PrintTicketAttributeBytesReaderWriter::ReplaceBytes(ByteBuffer bytes) const {
+    m_bytes = std::move(bytes);
+    DropList();
+}
+
+void PrintTicketAttributeBytesReaderWriter::ClearCachedIndexedList() { DropList(); }
+
+void PrintTicketAttributeBytesReaderWriter::DropList() const {
     m_attributes.reset();
     m_list.reset();
     m_nameSpace = noNameSpace;

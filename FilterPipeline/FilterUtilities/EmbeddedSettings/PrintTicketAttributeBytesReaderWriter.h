@@ -53,8 +53,15 @@ public:
     /// E_INVALIDARG without a ticket; otherwise the result of writing the parameter.
     LONG CommitChangesToPrintTicket();
 
+protected:
+    /// The bytes of a ticket; none if it has no such parameter. Throws as the questions do.
+    [[nodiscard]] static ByteBuffer ReadBytes(const PrintTicketXmlDocument& ticket);
+    /// As SetOrvelCompleteDocSettings, for derived classes that find their bytes at the first question.
+    void ReplaceBytes(ByteBuffer bytes) const;
+
 private:
     AttributeBytesIndexedList& Load(AttributeBytesNameSpacesId nameSpace) const;
+    void DropList() const;
 
     PrintTicketXmlDocument* m_ticket;
     mutable OvlUniquePtr<AttributeBytesIndexedList> m_list; // null until first use

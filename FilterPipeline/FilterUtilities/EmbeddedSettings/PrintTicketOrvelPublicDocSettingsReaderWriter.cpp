@@ -26,7 +26,9 @@ CXString decimal(int value) {
 
 } // namespace
 
-This::PrintTicketOrvelPublicDocSettingsReaderWriter(PrintTicketXmlDocument* ticket) : m_ticket(ticket) {}
+This::PrintTicketOrvelPublicDocSettingsReaderWriter(PrintTicketXmlDocument* ticket,
+                                                    EmptyDocument emptyDocument)
+    : m_ticket(ticket), m_emptyDocument(emptyDocument) {}
 
 This::~PrintTicketOrvelPublicDocSettingsReaderWriter() = default;
 
@@ -161,14 +163,20 @@ LONG This::CommitChangesToPrintTicket() {
 }
 
 MicrosoftXmlParser* This::GetDomWithOrvelPublicDocSettingsInitOnFirstUse() {
-    if (!m_parser)
-        m_parser = PublicDocSettingsDocument::Parse(PublicDocSettingsDocument::ReadOrCreate(
-            [this] {
-                CPString xml;
-                GetJobOrvelPublicDocSettingsXml(xml);
-                return xml;
-            },
-            [this](const CPString& xml) { SetJobOrvelPublicDocSettingsXml(xml); }));
+    if (m_parser || m_ticket == nullptr) return m_parser.get();
+    CPString kept;
+    m_parser = PublicDocSettingsDocument::Parse(PublicDocSettingsDocument::ReadOrCreate(
+        [&] {
+            CPString xml = kept;
+            if (xml.isEmptyOrOnlyWhitespace()) GetJobOrvelPublicDocSettingsXml(xml);
+            return xml;
+        },
+        [&](const CPString& xml) {
+            if (m_emptyDocument == EmptyDocument::WithCommit)
+                kept = xml;
+            else
+                SetJobOrvelPublicDocSettingsXml(xml);
+        }));
     return m_parser.get();
 }
 
@@ -176,6 +184,7 @@ void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) {
     const OperationScope operation(
         "PrintTicketOrvelPublicDocSettingsReaderWriter::GetJobOrvelPublicDocSettingsXml");
     xml.clear();
+    if (m_ticket == nullptr) return;
     CComPtr<IXMLDOMNode> value;
     m_ticket->GetParameterInitValueNodeIfExists(m_ticket->GetUserKeywordsNsPrefix(), parameterName, &value);
     if (value == nullptr) return;
@@ -187,6 +196,7 @@ void This::GetJobOrvelPublicDocSettingsXml(CPString& xml) {
 void This::SetJobOrvelPublicDocSettingsXml(const CPString& xml) {
     const OperationScope operation(
         "PrintTicketOrvelPublicDocSettingsReaderWriter::SetJobOrvelPublicDocSettingsXml");
+    if (m_ticket == nullptr) ThrowComException(E_POINTER);
     const CComBSTR prefix = m_ticket->GetUserKeywordsNsPrefix();
     TreeChange change(m_ticket->GetRootNode());
     CComPtr<IXMLDOMElement> init;

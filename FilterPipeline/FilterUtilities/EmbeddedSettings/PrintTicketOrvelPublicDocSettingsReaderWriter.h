@@ -10,17 +10,21 @@ class PrintTicketXmlDocument;
 /// use and then kept; later changes of the parameter by others are not seen. What is set here reaches the
 /// ticket with CommitChangesToPrintTicket only.
 ///
-/// A ticket without settings gets an empty document at the first question. Settings that are not well formed
-/// count as missing; nothing changes them. Settings that cannot be read are a failure, and are read again at
-/// the next question. What fails changes neither the settings nor the ticket.
+/// A ticket without settings gets an empty document at the first question, or with the commit. Settings that
+/// are not well formed count as missing; nothing changes them. Settings that cannot be read are a failure,
+/// and are read again at the next question. What fails changes neither the settings nor the ticket.
 ///
 /// Names are those of the device's own settings, found at any depth unless an operation says job level: then
 /// among the children of the root. Codes are S_OK, S_FALSE where nothing was found or done, or a failure;
 /// nothing is thrown but by the two operations on the text. One thread at a time.
 class OV_FILTER_UTILITIES_API PrintTicketOrvelPublicDocSettingsReaderWriter : public DumpableObject {
 public:
-    /// The ticket stays the caller's, and must outlive this object.
-    explicit PrintTicketOrvelPublicDocSettingsReaderWriter(PrintTicketXmlDocument* ticket);
+    /// When a ticket without settings gets an empty document.
+    enum class EmptyDocument { AtFirstQuestion, WithCommit };
+
+    /// The ticket stays the caller's, and must outlive this object. Null has no settings, and takes none.
+    explicit PrintTicketOrvelPublicDocSettingsReaderWriter(
+        PrintTicketXmlDocument* ticket, EmptyDocument emptyDocument = EmptyDocument::AtFirstQuestion);
     PrintTicketOrvelPublicDocSettingsReaderWriter(const PrintTicketOrvelPublicDocSettingsReaderWriter&) =
         delete;
     PrintTicketOrvelPublicDocSettingsReaderWriter&
@@ -82,12 +86,14 @@ public:
     static constexpr unsigned int maxCommittedBytes = 10'240;
 
 protected:
-    /// Null if the text is not well formed; it is then parsed again the next time. Throws CPComException if
+    /// Null if the text is not well formed, which is then parsed again the next time, or without a ticket.
+    /// Throws CPComException if
     /// it cannot be read.
     MicrosoftXmlParser* GetDomWithOrvelPublicDocSettingsInitOnFirstUse();
     /// Empty if the ticket has no such parameter. Throws CPComException.
     void GetJobOrvelPublicDocSettingsXml(CPString& xml);
-    /// The parameter becomes the first child of the ticket's root. Throws CPComException.
+    /// The parameter becomes the first child of the ticket's root. Throws CPComException, without a ticket
+    /// with E_POINTER.
     void SetJobOrvelPublicDocSettingsXml(const CPString& xml);
     /// Empty if there is no such attribute.
     CXString GetAttributeAsString(XmlDomNode* node, const wchar_t* name);
@@ -101,4 +107,5 @@ private:
 
     PrintTicketXmlDocument* m_ticket;
     PublicDocSettingsDocument::Parser m_parser; // null until first use
+    EmptyDocument m_emptyDocument;
 };

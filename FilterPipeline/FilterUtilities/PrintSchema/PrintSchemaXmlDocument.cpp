@@ -66,10 +66,14 @@ CComPtr<IXMLDOMNode> SelectChild(IXMLDOMNode* node, const CComBSTR& frameworkPre
 // ---- Construction
 
 PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document)
+    : PrintSchemaXmlDocument(rootName, document, PrivateNames::Normalised) {}
+
+PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document,
+                                               PrivateNames privateNames)
     : m_document(document) {
     const OperationScope operation("PrintSchemaXmlDocument::PrintSchemaXmlDocument");
     m_rootName = Make(View(rootName));
-    if (m_document) InitInstance();
+    if (m_document) InitInstance(privateNames);
 }
 
 PrintSchemaXmlDocument::PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream) {
@@ -130,7 +134,9 @@ void PrintSchemaXmlDocument::FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded) {
     InitInstance();
 }
 
-void PrintSchemaXmlDocument::InitInstance() {
+void PrintSchemaXmlDocument::InitInstance() { InitInstance(PrivateNames::Normalised); }
+
+void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     const OperationScope operation("PrintSchemaXmlDocument::InitInstance");
     RequireDocument();
     const HRESULT languageResult =
@@ -145,15 +151,15 @@ void PrintSchemaXmlDocument::InitInstance() {
         ThrowComException(hr, "Failed to get root node in PrintSchemaXmlDocument constructor!");
     }
 
-    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix) == S_OK) {
+    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix) != S_OK) {
+        m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
+    } else if (privateNames == PrivateNames::Normalised) {
         const CComBSTR oldPrefix = Copy(m_userKeywordsPrefix);
         hr = FixPrivateNameSpacePrefix();
         if (FAILED(hr)) {
             ThrowComException(hr, FormatStdString("Failed updating private namespace prefix from %s to %s",
                                                   oldPrefix.m_str, PrintSchema::USER_KEYWORDS_NS_PREFIX));
         }
-    } else {
-        m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
     }
 
     const std::pair<const wchar_t*, wchar_t**> namespaces[] = {
@@ -321,6 +327,22 @@ CComBSTR PrintSchemaXmlDocument::GetNsPrefix(MsPrintTicketNamespacesEnum ns) con
                       FormatStdString("PrintSchemaXmlDocument::GetNsPrefix() does not have a case in the "
                                       "namspace switch statment for %u.",
                                       static_cast<unsigned int>(ns)));
+}
+
+CComBSTR PrintSchemaXmlDocument::GetNsPrefixOf(const wchar_t* prefix,
+                                               const PrintSchemaXmlDocument& other) const {
+    const OperationScope operation("PrintSchemaXmlDocument::GetNsPrefixOf");
+    if (View(prefix).size() < 2 || this == &other) return Make(View(prefix));
+    other.RequireDocument();
+    if (PrivateKeywordNames(other).AreMeantBy(View(prefix))) return Copy(m_userKeywordsPrefix);
+    CComBSTR uri;
+    if (!ReadAttribute(other.m_rootNode, DeclarationName(View(prefix)), uri)) return Make(View(prefix));
+    if (View(uri) == PrintSchema::USER_KEYWORDS_URI) return Copy(m_userKeywordsPrefix);
+    CComBSTR own;
+    const HRESULT hr = TryGetPrefixFromURI(uri, &own);
+    // A default declaration (E_FAIL) gives names no prefix.
+    if (hr != E_FAIL) ThrowIfFailed(hr);
+    return own;
 }
 
 HRESULT PrintSchemaXmlDocument::GetKeywordAndPrefixFromName(const wchar_t* name, CXString& keyword,

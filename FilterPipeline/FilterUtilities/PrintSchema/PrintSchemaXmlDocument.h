@@ -32,11 +32,21 @@ class DocumentQuery;
 /// A document and its copies belong to one thread at a time; there are no locks.
 class OV_FILTER_UTILITIES_API PrintSchemaXmlDocument {
 public:
+    /// What becomes of the private names of a document that is taken over.
+    enum class PrivateNames {
+        Normalised,    ///< they get the prefix "ok:"
+        LeftAsTheyAre, ///< for asking somebody else's document, which does not change
+    };
+
     /// The local name of the root element, and the document, of which a reference is kept. Null gives an
     /// object without DOM. Raises if there is no such root element (with the code S_FALSE), if it does not
     /// declare the framework namespace with a prefix (E_FAIL), or if private names cannot have the prefix
     /// "ok:" because the document binds that to another namespace, at the root or where one stands (E_FAIL).
     PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document);
+    /// The same without an edit, where names are left as they are: the prefix that the document gives out for
+    /// private keywords is then the first that the root element declares, and names under that and "ok:" are
+    /// found. None is refused.
+    PrintSchemaXmlDocument(const wchar_t* rootName, IXMLDOMDocument2* document, PrivateNames privateNames);
     /// Reads the stream from its start. Raises also if it does not parse: E_FAIL, with the place in the
     /// message.
     PrintSchemaXmlDocument(const wchar_t* rootName, IStream* stream);
@@ -63,6 +73,9 @@ public:
     bool IsKeywordsV11NsPrefixDefined() const;
     /// Raises E_INVALIDARG for what is no MsPrintTicketNamespacesEnum.
     CComBSTR GetNsPrefix(PrintSchema::MsPrintTicketNamespacesEnum ns) const;
+    /// The prefix of this document for what a prefix means in another one; null if this root element does not
+    /// declare that namespace. What is not declared there stays as it is.
+    CComBSTR GetNsPrefixOf(const wchar_t* prefix, const PrintSchemaXmlDocument& other) const;
     /// Splits a name at its first colon. A name without prefix is public. E_FAIL, with the keyword filled in,
     /// for prefixes other than those of the keywords and the private keywords; failures are returned.
     HRESULT GetKeywordAndPrefixFromName(const wchar_t* name, CXString& keyword,
@@ -208,6 +221,7 @@ private:
     friend class DocumentQuery;
     friend class PrivateKeywordNames;
 
+    void InitInstance(PrivateNames privateNames);
     void CreateDocument();
     void FinishLoading(HRESULT hr, VARIANT_BOOL isLoaded);
     void SetSelectionNamespaces(std::wstring_view prefix);

@@ -43,6 +43,9 @@ HRESULT PutIntoBag(IPrintPipelinePropertyBag* bag, const wchar_t* key, const CXS
 PrintTicketXmlDocument::PrintTicketXmlDocument(IXMLDOMDocument2* document)
     : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, document) {}
 
+PrintTicketXmlDocument::PrintTicketXmlDocument(IXMLDOMDocument2* document, PrivateNames privateNames)
+    : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, document, privateNames) {}
+
 PrintTicketXmlDocument::PrintTicketXmlDocument(IStream* stream)
     : PrintSchemaXmlDocument(PrintSchema::PRINTTICKET_NAME, stream) {}
 

@@ -15,6 +15,7 @@ struct IPrintPipelinePropertyBag;
 class OV_FILTER_UTILITIES_API PrintTicketXmlDocument : public PrintSchemaXmlDocument {
 public:
     explicit PrintTicketXmlDocument(IXMLDOMDocument2* document);
+    PrintTicketXmlDocument(IXMLDOMDocument2* document, PrivateNames privateNames);
     explicit PrintTicketXmlDocument(IStream* stream);
     explicit PrintTicketXmlDocument(const CXString& xml);
 

@@ -163,10 +163,10 @@ Names::Spelling Names::SpellAt(IXMLDOMNode* place, std::wstring_view wanted) con
         isEitherFree && BindingAt(place, Usual()) != Binding::Foreign && CanHaveUsualPrefix();
     const Spelling usual{Usual(), Spelling::AtRoot};
     if (isUsualFree && wanted == Usual()) return usual;
-    if (isEitherFree && !AreNormalised()) {
+    if (!AreNormalised()) {
         const Binding own = BindingAt(place, Own());
         if (own == Binding::Private) return {Own(), Spelling::None};
-        if (own == Binding::None)
+        if (isEitherFree && own == Binding::None)
             return {Own(), CanHaveUsualPrefix() ? Spelling::AtRoot : Spelling::WithName};
     }
     if (!isUsualFree)

@@ -18,8 +18,9 @@ class TreeChange;
 /// and what has to be declared for it. What counts is the namespace that a prefix has where the name stands.
 ///
 /// A document gives out one prefix for private keywords: "ok:", or "ns0000:" where its root element declares
-/// none. Callers who give that prefix, or "ok:", mean private keywords, however they are spelled: the
-/// document may bind either prefix to the namespace of somebody else.
+/// none, or the one that it declares where its names are left as they are. Callers who give that prefix, or
+/// "ok:", mean private keywords, however they are spelled: the document may bind either prefix to the
+/// namespace of somebody else.
 ///
 /// The document is borrowed. Failures are raised under the name of the operation that asks. The questions of
 /// where names stand can be asked of another namespace, too.
@@ -34,7 +35,7 @@ public:
     // ---- Reading
 
     /// Whether every name under "ok:" is a private one, and no other: a document that declares the namespace
-    /// was normalised when it was read.
+    /// was normalised when it was read, or declares it so.
     [[nodiscard]] bool AreNormalised() const;
     /// The prefixes under which private names stand below the root element.
     [[nodiscard]] std::vector<std::wstring_view> Prefixes() const;
