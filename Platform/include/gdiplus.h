@@ -30,4 +30,15 @@ enum Status : int {
     ProfileNotFound = 21
 };
 
+using REAL = float;
+
+class SizeF {
+public:
+    SizeF() = default;
+    SizeF(REAL width, REAL height) : Width(width), Height(height) {}
+
+    REAL Width = 0;
+    REAL Height = 0;
+};
+
 } // namespace Gdiplus

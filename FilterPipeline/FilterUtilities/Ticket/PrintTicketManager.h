@@ -15,6 +15,7 @@
 #include <memory>
 
 class NativeXmlConfigurationFeatureSet;
+class XpsFilterPrintTicket;
 
 /// The chain of merged tickets of one job: the printer's default, under the job's, under the document's,
 /// under the page's. Between calls it holds the complete ticket of the current job, document and page. A
@@ -83,6 +84,11 @@ public:
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocumentSequence* part);
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedDocument* part);
     std::unique_ptr<PrintTicketXmlDocument> GetCopyOfCurrentPrintTicketFromPart(IFixedPage* part);
+
+    /// Gives the object the current tickets of all levels, for questions about the part of that scope; the
+    /// documents are shared. E_PENDING for a level that is not merged, E_INVALIDARG for what is no scope.
+    /// Defined in the room JobContext: includes run downward only.
+    HRESULT GetSnapshotOfCurrentMergedPartPrintTicket(EPrintTicketScope scope, XpsFilterPrintTicket& target);
 
     /// Whether the level's ticket was edited since it was merged.
     bool GetJobPtChangedFlag() const;
