@@ -12,12 +12,14 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 /// The colour sample queue under a name and port of the test's own, known to the spooler for the life of this
 /// object.
 class SampleQueue {
 public:
-    explicit SampleQueue(const wchar_t* portName = L"LPT1:") {
+    explicit SampleQueue(const wchar_t* portName = L"LPT1:",
+                         const std::vector<std::uint8_t>& jobDevmode = {}) {
         OvPlatform::QueueDescription description =
             OvPlatform::QueueFolder::Load(std::string(OV_SOURCE_DIR) + "/Samples/Queues/ColorOffice")
                 ->Description();
@@ -27,6 +29,7 @@ public:
         job.id = 7;
         job.document = L"Report";
         job.user = L"ada";
+        job.devmode = jobDevmode;
         description.jobs = {job};
         m_queue = std::make_shared<OvPlatform::QueueFolder>(std::move(description));
         OvPlatform::QueueRegistry::Add(m_queue);
