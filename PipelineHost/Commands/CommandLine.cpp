@@ -24,14 +24,16 @@ constexpr const char* generalHelp =
       the instructions that the device gets around the job's pages
   ov-pipeline parts JOB.xps
       the tree of the job's parts, with sizes and tickets
+  ov-pipeline policy [--queue DIR | FILE] [--json]
+      what an administrator's configuration does, feature by feature
   ov-pipeline translate NAME [--feature NAME] [--json]
       what a feature or a value is called in tickets, in configurations and by the device
 
   ov-pipeline COMMAND --help    says more of a command
   ov-pipeline --version
 
-Exit codes: 0 done; 1 the job failed (a filter, the chain or the output), or nothing has the name; 2 wrong usage; 3 the
-job's file or the queue folder was refused; 130 cancelled.
+Exit codes: 0 done; 1 the job failed (a filter, the chain or the output), nothing has the name, or a configuration is
+faulty; 2 wrong usage; 3 the job's file or the queue folder was refused; 130 cancelled.
 )";
 
 constexpr const char* runHelp =
@@ -98,6 +100,20 @@ constexpr const char* partsHelp =
 Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.
 )";
 
+constexpr const char* policyHelp =
+    R"(ov-pipeline policy [--queue DIR | FILE] [--json]
+
+Reads an administrator's configuration as the filters do, and prints what each feature in it does: what is written into
+tickets and over what, what decides only which types of jobs there are, what the driver knows and enforces nowhere, and
+what it does not know. A fault is one line on the error stream: what stands before it holds, what stands behind it is
+lost. The exit code is 1 then.
+
+  FILE            a configuration by itself, in UTF-8, or in UTF-16 with a byte order mark
+  --queue DIR     the queue folder whose queue properties hold the configuration; without both, the sample queue
+                  ColorOffice
+  --json          the same for programs
+)";
+
 constexpr const char* translateHelp =
     R"(ov-pipeline translate NAME [--feature NAME] [--json]
 
@@ -117,10 +133,13 @@ struct CommandName {
     const char* name;
     const char* help;
 };
-constexpr std::array commandTable{
-    CommandName{"run", runHelp},           CommandName{"ticket", ticketHelp},
-    CommandName{"features", featuresHelp}, CommandName{"header", headerHelp},
-    CommandName{"parts", partsHelp},       CommandName{"translate", translateHelp}};
+constexpr std::array commandTable{CommandName{"run", runHelp},
+                                  CommandName{"ticket", ticketHelp},
+                                  CommandName{"features", featuresHelp},
+                                  CommandName{"header", headerHelp},
+                                  CommandName{"parts", partsHelp},
+                                  CommandName{"policy", policyHelp},
+                                  CommandName{"translate", translateHelp}};
 
 struct OptionName {
     const char* name;
@@ -128,7 +147,7 @@ struct OptionName {
     bool hasValue;
 };
 constexpr std::array optionTable{
-    OptionName{"--queue", "run ticket features header", true},
+    OptionName{"--queue", "run ticket features header policy", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
     OptionName{"--output", "run", true},
@@ -141,7 +160,7 @@ constexpr std::array optionTable{
     OptionName{"--family", "header", true},
     OptionName{"--all", "header", false},
     OptionName{"--why", "header", false},
-    OptionName{"--json", "features header translate", false},
+    OptionName{"--json", "features header policy translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -207,7 +226,7 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
     if (arguments.empty())
-        throw UsageError("which command: run, ticket, features, header, parts or translate?");
+        throw UsageError("which command: run, ticket, features, header, parts, policy or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;
@@ -244,6 +263,14 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
             throw UsageError("which name? ov-pipeline translate wants one");
         if (loose.size() > 1) throw UsageError("one name at a time: " + loose[0] + " or " + loose[1] + "?");
         options.name = loose[0];
+        return options;
+    }
+    if (options.command == "policy") {
+        if (loose.size() > 1)
+            throw UsageError("one configuration at a time: " + loose[0] + " or " + loose[1] + "?");
+        if (!loose.empty() && !options.queue.empty())
+            throw UsageError("a file and --queue exclude each other");
+        if (!loose.empty()) options.job = loose[0];
         return options;
     }
     if (loose.empty()) throw UsageError("which job? ov-pipeline " + options.command + " wants an XPS file");

@@ -16,11 +16,12 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, header, parts, translate; empty where only help or the version is wanted
+    /// run, ticket, features, header, parts, policy, translate; empty where only help or the version is
+    /// wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
-    std::string job;
+    std::string job;                  // of policy: a configuration, if any
     std::string queue;                // empty: the sample queue
     std::string config;               // empty: none
     std::vector<std::string> filters; // MODULE or MODULE,{class id}

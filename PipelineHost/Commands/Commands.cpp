@@ -31,6 +31,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "ticket") return TicketCommand(options, out);
     if (options.command == "features") return FeaturesCommand(options, out);
     if (options.command == "header") return HeaderCommand(options, out, errors);
+    if (options.command == "policy") return PolicyCommand(options, out, errors);
     return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
 }
 

@@ -21,6 +21,7 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out);
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
+int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
 
