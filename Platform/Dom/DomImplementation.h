@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/Dispatch.h"
 
 #include <msxml6.h>
 

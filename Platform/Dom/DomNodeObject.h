@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Com/Dispatch.h"
 #include "Com/FaultInjection.h"
 #include "Com/Guarded.h"
-#include "Dom/Dispatch.h"
 #include "Dom/DomTree.h"
 
 #include <msxml6.h>

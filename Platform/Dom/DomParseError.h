@@ -1,11 +1,16 @@
 #pragma once
 
-#include "Dom/Dispatch.h"
+#include "Com/Dispatch.h"
 #include "Xml/XmlFailure.h"
 
 #include <msxml6.h>
 
 namespace OvPlatform {
+
+template <>
+struct ExtendedInterface<IXMLDOMParseError2> {
+    using Type = IXMLDOMParseError;
+};
 
 /// What the last parse of a document said. Without a failure its code is 0 and its texts are empty.
 class DomParseError final : public Dispatch<CountedObject<IXMLDOMParseError2, ISupportErrorInfo>> {

@@ -1,6 +1,7 @@
 #include "Spooler/QueueFolderWriter.h"
 
 #include "Locale/Utf16.h"
+#include "Spooler/PropertiesWriter.h"
 #include "Spooler/QueueFolder.h"
 #include "Spooler/QueueSchema.h"
 #include "Xml/XmlOutput.h"
@@ -49,27 +50,6 @@ void WriteFields(XmlOutput& xml, const Record& record, const TextAttribute<Recor
     for (const auto& row : numbers)
         if (record.*row.field != standard.*row.field)
             xml.Attribute(row.name, std::to_string(record.*row.field));
-}
-
-struct ValueWriter {
-    XmlOutput& xml;
-    void operator()(const std::wstring& text) const { xml.Text(ToUtf8(text)); }
-    void operator()(bool value) const { xml.Text(value ? "true" : "false"); }
-    void operator()(std::int32_t value) const { xml.Text(std::to_string(value)); }
-    void operator()(const QueueBytes& value) const { xml.Base64(value.bytes); }
-    void operator()(const QueueStream& value) const { xml.Base64(value.bytes); }
-};
-
-void WriteProperties(XmlOutput& xml, const char* element, const QueueValues& values) {
-    if (values.empty()) return;
-    xml.Start(element);
-    for (const auto& [name, value] : values) {
-        xml.Start(valueElements[value.index()]);
-        xml.Attribute("name", ToUtf8(name));
-        std::visit(ValueWriter{xml}, value);
-        xml.End();
-    }
-    xml.End();
 }
 
 void WriteNamedFile(XmlOutput& xml, const char* element, const char* file) {

@@ -37,18 +37,6 @@ HRESULT QueuePropertyBag::Create(const QueueValues& values, Access access, IPrin
     return S_OK;
 }
 
-// Scripts have no use here: the interface is dual by publication only.
-HRESULT QueuePropertyBag::GetTypeInfoCount(UINT* count) {
-    if (count == nullptr) return E_POINTER;
-    *count = 0;
-    return S_OK;
-}
-HRESULT QueuePropertyBag::GetTypeInfo(UINT, LCID, ITypeInfo**) { return E_NOTIMPL; }
-HRESULT QueuePropertyBag::GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) { return E_NOTIMPL; }
-HRESULT QueuePropertyBag::Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) {
-    return E_NOTIMPL;
-}
-
 // Hands the value of that name and type to use, under the lock.
 template <class Type, class Use>
 HRESULT QueuePropertyBag::Get(BSTR name, Use use) {

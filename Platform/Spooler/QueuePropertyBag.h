@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Com/CountedObject.h"
+#include "Com/Dispatch.h"
 #include "Com/PlatformExport.h"
 #include "Spooler/QueueDescription.h"
 #include "Spooler/QueueValueStream.h"
@@ -19,20 +19,12 @@ namespace OvPlatform {
 /// another type than asked, and for an empty name; HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED) for setting in a
 /// read-only bag, which is what a driver's bag is while jobs print. Bytes and streams are apart: each has its
 /// own calls.
-class OV_PLATFORM_API QueuePropertyBag final : public CountedObject<IPrinterPropertyBag> {
+class OV_PLATFORM_API QueuePropertyBag final : public Dispatch<CountedObject<IPrinterPropertyBag>> {
 public:
     enum class Access { ReadOnly, ReadWrite };
 
     /// Gives the bag with one reference. E_OUTOFMEMORY.
     static HRESULT Create(const QueueValues& values, Access access, IPrinterPropertyBag** bag);
-
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID riid, LPOLESTR* names, UINT count, LCID locale,
-                                            DISPID* ids) override;
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID riid, LCID locale, WORD flags,
-                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
-                                     UINT* argument) override;
 
     HRESULT STDMETHODCALLTYPE GetBool(BSTR name, BOOL* value) override;
     HRESULT STDMETHODCALLTYPE SetBool(BSTR name, BOOL value) override;

@@ -22,33 +22,35 @@ Registry& TheRegistry() {
     return registry;
 }
 
-// The queue folders below the folders of the search variable, in a stable order.
-std::vector<std::filesystem::path> SearchFolders() {
-    std::vector<std::filesystem::path> folders;
-    const char* variable = std::getenv(QueueRegistry::searchVariable);
-    std::istringstream parents(variable != nullptr ? variable : "");
-    for (std::string parent; std::getline(parents, parent, ':');) {
-        std::error_code failure;
-        std::vector<std::filesystem::path> children;
-        for (const auto& entry : std::filesystem::directory_iterator(parent, failure))
-            if (std::filesystem::exists(entry.path() / QueueFolder::descriptionFile, failure))
-                children.push_back(entry.path());
-        std::sort(children.begin(), children.end());
-        folders.insert(folders.end(), children.begin(), children.end());
+// The queue folders in a folder, in a stable order.
+std::vector<std::filesystem::path> QueueFoldersIn(const std::string& parent) {
+    std::vector<std::filesystem::path> found;
+    std::error_code failure;
+    for (std::filesystem::directory_iterator entry(parent, failure), end; !failure && entry != end;
+         entry.increment(failure)) {
+        std::error_code ignored;
+        if (std::filesystem::exists(entry->path() / QueueFolder::descriptionFile, ignored))
+            found.push_back(entry->path());
     }
-    return folders;
+    std::sort(found.begin(), found.end());
+    return found;
 }
 
-std::shared_ptr<const QueueFolder> Search(const std::wstring& foldedName) {
-    for (const auto& folder : SearchFolders()) {
-        try {
-            auto queue = QueueFolder::Load(folder);
-            if (FoldCase(queue->PrinterName()) == foldedName) return queue;
-        } catch (const QueueFolderError&) {
-            // A damaged folder hides no other printer; loading it by name says what is wrong with it.
+// Reads the queues of the search variable until `take`, which gets each with its folded name, has enough.
+template <class Take>
+void Search(Take take) {
+    const char* variable = std::getenv(QueueRegistry::searchVariable);
+    std::istringstream parents(variable != nullptr ? variable : "");
+    for (std::string parent; std::getline(parents, parent, ':');)
+        for (const auto& folder : QueueFoldersIn(parent)) {
+            try {
+                auto queue = QueueFolder::Load(folder);
+                std::wstring name = FoldCase(queue->PrinterName());
+                if (take(std::move(name), std::move(queue))) return;
+            } catch (const QueueFolderError&) {
+                // A damaged folder hides no other printer; loading it by name says what is wrong with it.
+            }
         }
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -67,10 +69,29 @@ std::shared_ptr<const QueueFolder> QueueRegistry::Find(const wchar_t* printerNam
         const auto found = TheRegistry().queues.find(name);
         if (found != TheRegistry().queues.end()) return found->second;
     }
-    auto queue = Search(name); // outside the lock: it reads files
+    std::shared_ptr<const QueueFolder> queue;
+    Search([&](const std::wstring& found, std::shared_ptr<const QueueFolder> read) { // outside the lock
+        if (found != name) return false;
+        queue = std::move(read);
+        return true;
+    });
     if (!queue) return nullptr;
     const std::lock_guard guard(TheRegistry().lock);
     return TheRegistry().queues.emplace(name, queue).first->second;
+}
+
+std::vector<std::shared_ptr<const QueueFolder>> QueueRegistry::All() {
+    std::map<std::wstring, std::shared_ptr<const QueueFolder>> read;
+    Search([&](std::wstring name, std::shared_ptr<const QueueFolder> queue) { // outside the lock
+        read.emplace(std::move(name), std::move(queue));
+        return false;
+    });
+    const std::lock_guard guard(TheRegistry().lock);
+    TheRegistry().queues.merge(read); // what is known already stays
+    std::vector<std::shared_ptr<const QueueFolder>> all;
+    for (const auto& [name, queue] : TheRegistry().queues)
+        all.push_back(queue);
+    return all;
 }
 
 void QueueRegistry::Clear() {

@@ -4,6 +4,7 @@
 #include "Spooler/QueueFolder.h"
 
 #include <memory>
+#include <vector>
 
 namespace OvPlatform {
 
@@ -20,6 +21,9 @@ public:
 
     /// Null where no printer has that name, or the name is null or empty.
     static std::shared_ptr<const QueueFolder> Find(const wchar_t* printerName);
+
+    /// The added ones and those of the search variable, by name. Throws std::bad_alloc.
+    static std::vector<std::shared_ptr<const QueueFolder>> All();
 
     static void Clear();
 };

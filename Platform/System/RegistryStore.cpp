@@ -2,12 +2,12 @@
 
 #include "System/HandleTable.h"
 #include "System/InputFile.h"
+#include "System/UserFolder.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -37,18 +37,6 @@ RegistryStore& RegistryStore::Instance() {
     return store;
 }
 
-std::filesystem::path RegistryStore::FilePath() {
-    const auto variable = [](const char* name) -> std::filesystem::path {
-        const char* value = std::getenv(name);
-        return value != nullptr ? value : "";
-    };
-    if (auto named = variable("OV_REGISTRY"); !named.empty()) return named;
-    if (auto configuration = variable("XDG_CONFIG_HOME"); !configuration.empty())
-        return configuration / "ov-platform" / "registry";
-    const auto home = variable("HOME");
-    return home.empty() ? std::filesystem::path() : home / ".config" / "ov-platform" / "registry";
-}
-
 std::optional<RegistryStore::Mark> RegistryStore::MarkOf(const std::filesystem::path& file) {
     std::error_code error;
     struct stat facts;
@@ -58,7 +46,7 @@ std::optional<RegistryStore::Mark> RegistryStore::MarkOf(const std::filesystem::
 }
 
 LSTATUS RegistryStore::Refresh() {
-    const std::filesystem::path file = FilePath();
+    const std::filesystem::path file = PlaceOfUser("OV_REGISTRY", "registry");
     const std::optional<Mark> mark = file.empty() ? std::nullopt : MarkOf(file);
     if (m_loaded && file == m_file && mark == m_mark) return m_state;
     if (file != m_file) m_createdKeys.clear();

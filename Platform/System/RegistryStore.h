@@ -37,7 +37,6 @@ private:
         bool operator==(const Mark&) const = default;
     };
     LSTATUS Write();
-    static std::filesystem::path FilePath();
     static std::optional<Mark> MarkOf(const std::filesystem::path& file);
 
     std::mutex m_lock;

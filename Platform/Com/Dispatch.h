@@ -2,18 +2,12 @@
 
 #include "Com/CountedObject.h"
 
-#include <msxml6.h>
 #include <oleauto.h>
 
 namespace OvPlatform {
 
-template <>
-struct ExtendedInterface<IXMLDOMParseError2> {
-    using Type = IXMLDOMParseError;
-};
-
 /// The slots of IDispatch over an object's other bases. Nobody calls them: the interfaces are used by their
-/// own slots.
+/// own slots, and are dual by publication only.
 template <class Base>
 class Dispatch : public Base {
 public:
