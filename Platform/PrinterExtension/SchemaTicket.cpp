@@ -1,7 +1,7 @@
 #include "PrinterExtension/SchemaTicket.h"
 
-#include "PrinterExtension/SchemaFeature.h"
-#include "PrinterExtension/SchemaParameter.h"
+#include "PrinterExtension/ExtensionFeature.h"
+#include "PrinterExtension/ExtensionParameter.h"
 #include "Xml/TextConversion.h"
 
 #include <algorithm>
@@ -38,7 +38,7 @@ HRESULT SchemaTicket::GetFeatureByKeyName(BSTR name, IPrintSchemaFeature** featu
     if (feature == nullptr) return E_POINTER;
     *feature = nullptr;
     return OverSchema([&] {
-        return GiveFound<SchemaFeature>(
+        return GiveFound<ExtensionFeature>(
             FindNamed(Element(), {L"Feature"}, Keyword(FeatureOfKey(ViewOf(name)))), feature);
     });
 }
@@ -47,8 +47,8 @@ HRESULT SchemaTicket::GetFeature(BSTR name, BSTR namespaceUri, IPrintSchemaFeatu
     if (feature == nullptr) return E_POINTER;
     *feature = nullptr;
     return OverSchema([&] {
-        return GiveFound<SchemaFeature>(FindNamed(Element(), {L"Feature"}, AskedName(name, namespaceUri)),
-                                        feature);
+        return GiveFound<ExtensionFeature>(FindNamed(Element(), {L"Feature"}, AskedName(name, namespaceUri)),
+                                           feature);
     });
 }
 
@@ -75,7 +75,7 @@ HRESULT SchemaTicket::get_JobCopiesAllDocuments(ULONG* value) {
     return OverSchema([&]() -> HRESULT {
         const auto found = FindNamed(Element(), {L"ParameterInit"}, Keyword(L"JobCopiesAllDocuments"));
         if (!found) return S_FALSE;
-        CComVariant copies = SchemaParameter::ValueOf(found);
+        CComVariant copies = ExtensionParameter::ValueOf(found);
         if (const HRESULT result = copies.ChangeType(VT_UI4); FAILED(result)) return result;
         *value = copies.ulVal;
         return S_OK;
@@ -89,7 +89,7 @@ HRESULT SchemaTicket::GetParameterInitializer(BSTR name, BSTR namespaceUri,
     if (initializer == nullptr) return E_POINTER;
     *initializer = nullptr;
     return OverSchema([&] {
-        return GiveFound<SchemaParameter>(
+        return GiveFound<ExtensionParameter>(
             FindNamed(Element(), {L"ParameterInit"}, AskedName(name, namespaceUri)), initializer);
     });
 }

@@ -5,9 +5,9 @@
 namespace OvPlatform {
 
 /// An option that a ticket chooses, to be read.
-class SchemaOption final : public SchemaElement<IPrintSchemaOption> {
+class ExtensionOption final : public SchemaElement<IPrintSchemaOption> {
 public:
-    explicit SchemaOption(CComPtr<IXMLDOMElement> option) : SchemaElement(std::move(option)) {}
+    explicit ExtensionOption(CComPtr<IXMLDOMElement> option) : SchemaElement(std::move(option)) {}
 
     /// Its name: a ticket has no texts for people.
     HRESULT STDMETHODCALLTYPE get_DisplayName(BSTR* text) override { return get_Name(text); }
@@ -20,7 +20,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetPropertyValue(BSTR name, BSTR namespaceUri, IUnknown** object) override;
 
 private:
-    ~SchemaOption() override;
+    ~ExtensionOption() override;
 };
 
 } // namespace OvPlatform

@@ -1,10 +1,10 @@
-#include "PrinterExtension/SchemaParameter.h"
+#include "PrinterExtension/ExtensionParameter.h"
 
 namespace OvPlatform {
 
-SchemaParameter::~SchemaParameter() = default;
+ExtensionParameter::~ExtensionParameter() = default;
 
-CComVariant SchemaParameter::ValueOf(IXMLDOMElement* parameter) {
+CComVariant ExtensionParameter::ValueOf(IXMLDOMElement* parameter) {
     CComVariant value;
     const auto element = FindFirst(parameter, L"Value");
     if (!element) return value;
@@ -15,12 +15,12 @@ CComVariant SchemaParameter::ValueOf(IXMLDOMElement* parameter) {
     return value;
 }
 
-HRESULT SchemaParameter::get_Value(VARIANT* value) {
+HRESULT ExtensionParameter::get_Value(VARIANT* value) {
     if (value == nullptr) return E_POINTER;
     VariantInit(value);
     return OverSchema([&] { return ValueOf(Element()).Detach(value); });
 }
 
-HRESULT SchemaParameter::put_Value(VARIANT*) { return E_NOTIMPL; }
+HRESULT ExtensionParameter::put_Value(VARIANT*) { return E_NOTIMPL; }
 
 } // namespace OvPlatform

@@ -5,9 +5,9 @@
 namespace OvPlatform {
 
 /// A feature of a ticket, to be read. What is absent is S_FALSE and null.
-class SchemaFeature final : public SchemaElement<IPrintSchemaFeature> {
+class ExtensionFeature final : public SchemaElement<IPrintSchemaFeature> {
 public:
-    explicit SchemaFeature(CComPtr<IXMLDOMElement> feature) : SchemaElement(std::move(feature)) {}
+    explicit ExtensionFeature(CComPtr<IXMLDOMElement> feature) : SchemaElement(std::move(feature)) {}
 
     /// Its name: a ticket has no texts for people.
     HRESULT STDMETHODCALLTYPE get_DisplayName(BSTR* text) override { return get_Name(text); }
@@ -21,7 +21,7 @@ public:
     HRESULT STDMETHODCALLTYPE get_DisplayUI(BOOL* value) override;
 
 private:
-    ~SchemaFeature() override;
+    ~ExtensionFeature() override;
 };
 
 } // namespace OvPlatform

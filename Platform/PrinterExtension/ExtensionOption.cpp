@@ -1,22 +1,22 @@
-#include "PrinterExtension/SchemaOption.h"
+#include "PrinterExtension/ExtensionOption.h"
 
 namespace OvPlatform {
 
-SchemaOption::~SchemaOption() = default;
+ExtensionOption::~ExtensionOption() = default;
 
-HRESULT SchemaOption::get_Selected(BOOL* value) {
+HRESULT ExtensionOption::get_Selected(BOOL* value) {
     if (value == nullptr) return E_POINTER;
     *value = TRUE;
     return S_OK;
 }
 
-HRESULT SchemaOption::get_Constrained(PrintSchemaConstrainedSetting* constrained) {
+HRESULT ExtensionOption::get_Constrained(PrintSchemaConstrainedSetting* constrained) {
     if (constrained == nullptr) return E_POINTER;
     *constrained = PrintSchemaConstrainedSetting_None;
     return S_OK;
 }
 
-HRESULT SchemaOption::GetPropertyValue(BSTR name, BSTR namespaceUri, IUnknown** object) {
+HRESULT ExtensionOption::GetPropertyValue(BSTR name, BSTR namespaceUri, IUnknown** object) {
     if (object == nullptr) return E_POINTER;
     *object = nullptr;
     return OverSchema([&]() -> HRESULT {

@@ -5,9 +5,9 @@
 namespace OvPlatform {
 
 /// A parameter that a ticket sets, to be read.
-class SchemaParameter final : public SchemaElement<IPrintSchemaParameterInitializer> {
+class ExtensionParameter final : public SchemaElement<IPrintSchemaParameterInitializer> {
 public:
-    explicit SchemaParameter(CComPtr<IXMLDOMElement> parameter) : SchemaElement(std::move(parameter)) {}
+    explicit ExtensionParameter(CComPtr<IXMLDOMElement> parameter) : SchemaElement(std::move(parameter)) {}
 
     /// A parameter's value: VT_I4 for an integer, else VT_BSTR; VT_EMPTY where there is none. Throws as the
     /// functions over the document do.
@@ -17,7 +17,7 @@ public:
     HRESULT STDMETHODCALLTYPE put_Value(VARIANT* value) override; // E_NOTIMPL
 
 private:
-    ~SchemaParameter() override;
+    ~ExtensionParameter() override;
 };
 
 } // namespace OvPlatform
