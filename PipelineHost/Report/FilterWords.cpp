@@ -17,6 +17,7 @@ namespace {
 // Of the reports that are kept; those of other things have other captions.
 constexpr std::string_view exceptionCaption = "Caught exception";
 constexpr std::string_view warningCaption = "Warning";
+constexpr std::string_view configurationCaption = "Error Parsing XML Configuration Data";
 
 constexpr std::size_t mostHeard = 10;
 
@@ -65,6 +66,9 @@ std::string WordsOf(std::string_view report) {
     return place.find("(" + text + ")") == std::string_view::npos ? text : "in " + text;
 }
 
+// What the thread was doing stands behind it.
+std::string FirstLine(const char* text) { return std::string(text, std::strcspn(text, "\n")); }
+
 void Keep(std::string words) {
     const std::lock_guard lock(hearing);
     if (heard.size() < mostHeard && std::ranges::find(heard, words) == heard.end())
@@ -77,7 +81,9 @@ void Hear(const char* text, const char* caption) noexcept {
             if (FirstReport().empty()) FirstReport() = text;
             Keep("a filter went on without something: " + WordsOf(text));
         } else if (warningCaption == caption) {
-            Keep(std::string(text, std::strcspn(text, "\n"))); // what the thread was doing stands behind it
+            Keep(FirstLine(text));
+        } else if (configurationCaption == caption) {
+            Keep("the administrator's configuration is not read to its end: " + FirstLine(text));
         }
     } catch (...) {
         // No room for it: the result has to do.

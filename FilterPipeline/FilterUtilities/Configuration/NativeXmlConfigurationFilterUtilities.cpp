@@ -14,13 +14,16 @@
 
 namespace {
 
-// Null where the pipeline has no such bag.
+// Null where the pipeline has no such bag. One that it has and does not give is reported: what is enforced
+// may stand there.
 CComPtr<IPrinterPropertyBag> GetBag(IPrintPipelinePropertyBag& pipeline, const wchar_t* name) {
     MsSafeVariant value;
     CComPtr<IPrinterPropertyBag> bag;
-    if (FAILED(pipeline.GetProperty(name, &value)) || value.vt != VT_UNKNOWN || value.punkVal == nullptr)
-        return bag;
-    value.punkVal->QueryInterface(__uuidof(IPrinterPropertyBag), reinterpret_cast<void**>(&bag));
+    const HRESULT hr = pipeline.GetProperty(name, &value);
+    if (hr == E_ELEMENT_NOT_FOUND) return bag;
+    if (FAILED(ReportIfFailed(hr)) || value.vt != VT_UNKNOWN || value.punkVal == nullptr) return bag;
+    ReportIfFailed(
+        value.punkVal->QueryInterface(__uuidof(IPrinterPropertyBag), reinterpret_cast<void**>(&bag)));
     return bag;
 }
 

@@ -2,6 +2,7 @@
 
 #include "ComSupport/FailureBarrier.h"
 #include "ComSupport/ThrowHresult.h"
+#include "PrintSchema/Bstr.h"
 #include "PrintSchema/DocumentQuery.h"
 #include "PrintSchema/PrintSchemaKeywords.h"
 #include "PrintSchema/PrintTicketXmlDocument.h"
@@ -32,8 +33,8 @@ CComPtr<IXMLDOMNode> FindInitialiserValue(const PrintTicketXmlDocument& ticket, 
     query.AddScoredProperty(ticket.GetKeywordsNsPrefix(), feature.attribute);
     const CComPtr<IXMLDOMNode> property = query.FindFirst();
     if (!property) return nullptr;
-    CComBSTR element = ticket.GetFrameworkNsPrefix();
-    element.Append(PrintSchema::PARAM_REF_ELEMENT_NAME);
+    const CComBSTR element = PrintSchemaText::Join(
+        {PrintSchemaText::View(ticket.GetFrameworkNsPrefix()), PrintSchema::PARAM_REF_ELEMENT_NAME});
     CComPtr<IXMLDOMNode> reference;
     ThrowIfFailed(property->selectSingleNode(element, &reference));
     CComBSTR name;
@@ -48,7 +49,7 @@ CComPtr<IXMLDOMNode> FindInitialiserValue(const PrintTicketXmlDocument& ticket, 
 
 void SetNumber(PrintTicketXmlDocument& ticket, const Feature& feature, int number) {
     if (const CComPtr<IXMLDOMNode> value = FindInitialiserValue(ticket, feature); value)
-        ThrowIfFailed(value->put_text(CComBSTR(CXString(FormatStdString("%d", number).c_str()))));
+        ThrowIfFailed(value->put_text(PrintSchemaText::Make(std::to_wstring(number))));
     else
         ticket.SetScoredPropertyValue(feature.ticketName, feature.isPublic, feature.attribute, number);
 }
@@ -65,8 +66,8 @@ void Set(PrintTicketXmlDocument& ticket, const Feature& feature, const Value& va
                                                 value.text);
         break;
     case Setter::PublicOption: {
-        CComBSTR option = ticket.GetKeywordsNsPrefix();
-        option.Append(value.text);
+        const CComBSTR option =
+            PrintSchemaText::Join({PrintSchemaText::View(ticket.GetKeywordsNsPrefix()), value.text});
         ticket.SetChildNodeOptionAttributeValue(feature.ticketName, feature.isPublic, feature.attribute,
                                                 option);
         break;

@@ -171,8 +171,9 @@ CXString PrintTicketEditor::NameForNewTicket() const {
 void PrintTicketEditor::BeginEditing_throws(const CComPtr<IXMLDOMDocument2>& ticket) {
     auto document = std::make_unique<PrintTicketXmlDocument>(ticket);
     // Made anew for a ticket that did not declare the private keywords, to know their prefix.
-    if (document->AddUserKeywordsNamespaceDefinitionIfMissing() == S_FALSE)
-        document = std::make_unique<PrintTicketXmlDocument>(ticket);
+    const HRESULT declared = document->AddUserKeywordsNamespaceDefinitionIfMissing();
+    ThrowIfFailed(declared);
+    if (declared == S_FALSE) document = std::make_unique<PrintTicketXmlDocument>(ticket);
     CComPtr<IPartPrintTicket> part;
     CComPtr<IPrintWriteStream> stream;
     ThrowIfFailed(m_consumer->GetNewEmptyPart(m_uri, __uuidof(IPartPrintTicket),
