@@ -18,8 +18,12 @@ constexpr const char* generalHelp =
       sends a job through filters and writes what the device would get
   ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
       the merged print ticket of the job, a document or a page
+  ov-pipeline ticket --devmode FILE [--queue DIR]
+      the print ticket that a queue makes of a stored device mode
   ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
       what the job, a document or a page asks for, feature by feature, and where that was said
+  ov-pipeline settings JOB.xps [--queue DIR] [--document N] [--page N] [--json]
+      what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and the like
   ov-pipeline header JOB.xps [--queue DIR] [--family NAME | --all] [--why] [--json]
       the instructions that the device gets around the job's pages
   ov-pipeline parts JOB.xps
@@ -55,6 +59,7 @@ On a terminal, the error stream shows the progress. The summary goes to the outp
 
 constexpr const char* ticketHelp =
     R"(ov-pipeline ticket JOB.xps [--queue DIR] [--document N] [--page N] [--explain]
+ov-pipeline ticket --devmode FILE [--queue DIR]
 
 Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the
 page laid over it and made valid for the device. Without --document and --page: the job's.
@@ -64,6 +69,9 @@ page laid over it and made valid for the device. Without --document and --page: 
   --page N        the Nth page of that document, or without --document of the whole job
   --explain       instead of the ticket, each setting with its value and where that came from: default, job, document,
                   page, or changed by validation
+  --devmode FILE  instead of a job's tickets, the one that the queue makes of a device mode, with what its attribute bytes
+                  say in a comment behind it. FILE holds the bytes of a DEVMODEW as they are stored: little-endian, texts
+                  of 16-bit units, dmSize bytes and dmDriverExtra behind them
 )";
 
 constexpr const char* featuresHelp =
@@ -72,6 +80,19 @@ constexpr const char* featuresHelp =
 Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for
 it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes in it, the device's
 factory default, or a rule. Below them, the values that hold in the end. Passwords are not shown.
+
+  --queue DIR     the queue folder of the printer; without it, the sample queue ColorOffice
+  --document N    the Nth document
+  --page N        the Nth page of that document, or without --document of the whole job
+  --json          the same for programs
+)";
+
+constexpr const char* settingsHelp =
+    R"(ov-pipeline settings JOB.xps [--queue DIR] [--document N] [--page N] [--json]
+
+Prints what a filter hears when it asks a snapshot of the tickets at a level: orientation, duplex, job identification,
+the sizes of the page and of the paper that comes out, scaling, pages on a sheet, and booklet, with units. "default"
+stands where no ticket says anything. Without --document and --page: the job's.
 
   --queue DIR     the queue folder of the printer; without it, the sample queue ColorOffice
   --document N    the Nth document
@@ -133,13 +154,11 @@ struct CommandName {
     const char* name;
     const char* help;
 };
-constexpr std::array commandTable{CommandName{"run", runHelp},
-                                  CommandName{"ticket", ticketHelp},
-                                  CommandName{"features", featuresHelp},
-                                  CommandName{"header", headerHelp},
-                                  CommandName{"parts", partsHelp},
-                                  CommandName{"policy", policyHelp},
-                                  CommandName{"translate", translateHelp}};
+constexpr std::array commandTable{
+    CommandName{"run", runHelp},           CommandName{"ticket", ticketHelp},
+    CommandName{"features", featuresHelp}, CommandName{"settings", settingsHelp},
+    CommandName{"header", headerHelp},     CommandName{"parts", partsHelp},
+    CommandName{"policy", policyHelp},     CommandName{"translate", translateHelp}};
 
 struct OptionName {
     const char* name;
@@ -147,20 +166,21 @@ struct OptionName {
     bool hasValue;
 };
 constexpr std::array optionTable{
-    OptionName{"--queue", "run ticket features header policy", true},
+    OptionName{"--queue", "run ticket features settings header policy", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
     OptionName{"--output", "run", true},
     OptionName{"-o", "run", true},
     OptionName{"--trace", "run", false},
-    OptionName{"--document", "ticket features", true},
-    OptionName{"--page", "ticket features", true},
+    OptionName{"--document", "ticket features settings", true},
+    OptionName{"--page", "ticket features settings", true},
     OptionName{"--explain", "ticket", false},
+    OptionName{"--devmode", "ticket", true},
     OptionName{"--feature", "translate", true},
     OptionName{"--family", "header", true},
     OptionName{"--all", "header", false},
     OptionName{"--why", "header", false},
-    OptionName{"--json", "features header policy translate", false},
+    OptionName{"--json", "features settings header policy translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -207,6 +227,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
         options.page = Number(option, value);
     else if (option == "--feature")
         Once(options.feature, option, std::move(value));
+    else if (option == "--devmode")
+        Once(options.devmode, option, std::move(value));
     else if (option == "--family")
         Once(options.family, option, std::move(value));
     else if (option == "--all")
@@ -226,7 +248,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
     if (arguments.empty())
-        throw UsageError("which command: run, ticket, features, header, parts, policy or translate?");
+        throw UsageError(
+            "which command: run, ticket, features, settings, header, parts, policy or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;
@@ -271,6 +294,11 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
         if (!loose.empty() && !options.queue.empty())
             throw UsageError("a file and --queue exclude each other");
         if (!loose.empty()) options.job = loose[0];
+        return options;
+    }
+    if (!options.devmode.empty()) {
+        if (!loose.empty() || options.explain || options.document || options.page)
+            throw UsageError("--devmode stands for a job: it goes with --queue alone");
         return options;
     }
     if (loose.empty()) throw UsageError("which job? ov-pipeline " + options.command + " wants an XPS file");

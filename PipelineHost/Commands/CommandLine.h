@@ -16,8 +16,8 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, header, parts, policy, translate; empty where only help or the version is
-    /// wanted
+    /// run, ticket, features, settings, header, parts, policy, translate; empty where only help or the
+    /// version is wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
@@ -29,8 +29,9 @@ struct CommandOptions {
     bool trace = false;
     bool explain = false;
     bool json = false;
-    std::string family; // empty: the queue's
-    bool all = false;   // families
+    std::string devmode; // a file in place of a job; empty: none
+    std::string family;  // empty: the queue's
+    bool all = false;    // families
     bool why = false;
     std::string name;                      // to translate
     std::string feature;                   // whose value is to be translated; empty: any

@@ -30,6 +30,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "run") return RunCommand(options, out, errors);
     if (options.command == "ticket") return TicketCommand(options, out);
     if (options.command == "features") return FeaturesCommand(options, out);
+    if (options.command == "settings") return SettingsCommand(options, out);
     if (options.command == "header") return HeaderCommand(options, out, errors);
     if (options.command == "policy") return PolicyCommand(options, out, errors);
     return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
@@ -80,7 +81,8 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& outStrea
 }
 
 std::string AboutJob(const CommandOptions& options, const std::string& line) {
-    return line.starts_with(options.job + ":") ? line : options.job + ": " + line;
+    const std::string& input = options.devmode.empty() ? options.job : options.devmode;
+    return line.starts_with(input + ":") ? line : input + ": " + line;
 }
 
 std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options) {

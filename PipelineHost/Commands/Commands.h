@@ -19,13 +19,15 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std
 int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TicketCommand(const CommandOptions& options, ShownOutput& out);
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out);
+int SettingsCommand(const CommandOptions& options, ShownOutput& out);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
 
-/// Puts the job's name before a line that does not begin with it.
+/// Puts the name of the job, or of the device mode that stands for one, before a line that does not begin
+/// with it.
 std::string AboutJob(const CommandOptions& options, const std::string& line);
 
 /// The queue that the options name, or the sample queue.

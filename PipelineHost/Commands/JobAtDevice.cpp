@@ -51,17 +51,6 @@ void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFo
     }
 }
 
-// Damage of the driver's settings shows at the first question.
-void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
-                         const std::string& job) {
-    try {
-        static_cast<void>(attributeBytes.IsAttributeBytesListEmpty());
-    } catch (const CPException& error) {
-        throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), job,
-                         std::string("the driver's settings in the ticket cannot be read: ") + Words(error));
-    }
-}
-
 Description DescribeJob(const std::string& file) {
     Description job;
     job.documentName = CXString(Wide(std::filesystem::path(file).filename().string()));
@@ -71,6 +60,16 @@ Description DescribeJob(const std::string& file) {
 }
 
 } // namespace
+
+void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
+                         const std::string& input) {
+    try {
+        static_cast<void>(attributeBytes.IsAttributeBytesListEmpty());
+    } catch (const CPException& error) {
+        throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), input,
+                         std::string("the driver's settings in the ticket cannot be read: ") + Words(error));
+    }
+}
 
 JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                          const LevelParts& parts) {

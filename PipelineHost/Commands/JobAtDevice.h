@@ -11,6 +11,11 @@
 
 namespace OvPipeline {
 
+/// Asks the first question, which shows whether the driver's settings are damaged. Throws InputError, with
+/// words, about the file that they came from.
+void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
+                         const std::string& input);
+
 /// A level of a job, merged on a queue, with the queue's device: what a filter of the driver has of both. The
 /// thread must be in a COM apartment, and stays the same.
 class JobAtDevice {

@@ -18,6 +18,8 @@ public:
 
     JsonText& Text(std::string_view text);
     JsonText& Number(long long number) { return Value(std::to_string(number)); }
+    /// A number by its digits, with a decimal point or without.
+    JsonText& Decimal(std::string_view digits) { return Value(digits); }
     JsonText& Bool(bool value) { return Value(value ? "true" : "false"); }
     JsonText& Null() { return Value("null"); }
 

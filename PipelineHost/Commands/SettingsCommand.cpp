@@ -1,0 +1,33 @@
+#include "Commands/Commands.h"
+#include "Commands/DisplayNames.h"
+#include "Commands/JobAtDevice.h"
+#include "Commands/SettingsReport.h"
+#include "Common/HostError.h"
+#include "Source/PackageSource.h"
+
+#include <ComSupport/MsSafeCoinit.h>
+#include <Spooler/QueueRegistry.h>
+
+namespace OvPipeline {
+
+int SettingsCommand(const CommandOptions& options, ShownOutput& out) {
+    const auto queue = LoadQueue(options);
+    OvPlatform::QueueRegistry::Add(queue);
+    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
+    const LevelParts parts = FindLevel(options, context);
+    const MsSafeCoInit apartment;
+    PrintTicketManager manager;
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts);
+    XpsFilterPrintTicket ticket(&manager, DisplayNames());
+    if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(level, ticket); FAILED(hr))
+        throw HostError(hr, {}, "the merged tickets cannot be read");
+    CheckAttributeBytes(ticket, options.job);
+    const SettingsReport report(ticket);
+    if (options.json)
+        out.Json(report.AsJson());
+    else
+        out.Text(report.AsTable());
+    return ExitOk;
+}
+
+} // namespace OvPipeline
