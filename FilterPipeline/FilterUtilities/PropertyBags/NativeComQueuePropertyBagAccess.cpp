@@ -68,13 +68,22 @@ CPString ToXml(const MicrosoftXmlParser& parser) {
     return xml;
 }
 
+void RemoveChildren(XmlDomNode& parent, const wchar_t* name) {
+    for (auto child = parent.GetFirstChild(); child;) {
+        auto next = child->GetNextSibling();
+        if (child->IsElement() && child->GetNodeName() == name) parent.RemoveChild(*child);
+        child = std::move(next);
+    }
+}
+
 // White space is kept, so that the other items stay as they are.
 CPString WithDeviceSettings(const CXString& queueProperties, const CPString& settings) {
     MicrosoftXmlParser parser(queuePropertiesName, true);
     parser.parse(queueProperties);
     const XmlDomDocument& document = parser.getDocument();
     const XmlDomNode::Pointer root = document.GetDocumentElement();
-    if (const auto old = root->FindNamedChildElementNode(deviceSettingsName)) root->RemoveChild(*old);
+    // All of them: one that is left would be read in place of the new one.
+    RemoveChildren(*root, deviceSettingsName);
     const XmlDomNode::Pointer element = document.CreateElement(deviceSettingsName);
     AppendCDataSections(document, *element, CXString(settings));
     root->AppendChild(*element);

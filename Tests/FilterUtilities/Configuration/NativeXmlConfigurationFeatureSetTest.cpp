@@ -68,17 +68,16 @@ TEST_F(NativeXmlConfigurationFeatureSetTest, WordsForYes) {
             << word;
 }
 
-TEST_F(NativeXmlConfigurationFeatureSetTest, OlderNamesOfValuesAndParentsAreKnown) {
-    const NativeXmlConfigFeatureDictionary& dictionary = *NativeXmlConfigFeatureDictionary::Instance();
-    std::vector<const NativeXmlConfigFeatureEntry*> entries;
-    dictionary.GetAllEntries(entries);
-    const auto inCollection =
-        std::ranges::find_if(entries, [](const auto* entry) { return !entry->parentFeatures.empty(); });
-    ASSERT_NE(inCollection, entries.end());
-    const std::string name((*inCollection)->xmlConfigFeatureName.view());
-    const auto set = ConfiguredFeatures(ConfiguredFeature(name, "x"));
-    const std::string parents = " (parents: " + std::to_string((*inCollection)->parentFeatures.front()) + ")";
-    EXPECT_TRUE(std::string(set.GetFeature(0).GetDebugDisplayString().view()).ends_with(parents));
+TEST_F(NativeXmlConfigurationFeatureSetTest, KnowsCollectionsAndOlderNamesOfValues) {
+    const auto set =
+        ConfiguredFeatures(ConfiguredFeature("PullPrintStapler", "x") +
+                           ConfiguredFeature("PaperSizeSubsequentRotationSetting", "Envelope4_375x5_75"));
+    const Feature& sizes = *set.TryGetFeature("PaperSizeSubsequentRotationSetting");
+    EXPECT_EQ(sizes.GetValueEnum(), VAL_MEDIA_SIZE_OPTIONS_ENV_5_5_4_375X5_75);
+    EXPECT_EQ(sizes.TryGetValueEnum(), VAL_MEDIA_SIZE_OPTIONS_ENV_5_5_4_375X5_75);
+    const Feature& stapler = *set.TryGetFeature("PullPrintStapler");
+    EXPECT_TRUE(stapler.HasParentFeatures());
+    EXPECT_TRUE(std::string(stapler.GetDebugDisplayString().view()).ends_with("-actual (parents: 747)"));
 }
 
 TEST_F(NativeXmlConfigurationFeatureSetTest, ASubsetIsByModeAndAMemberCanGo) {

@@ -1,4 +1,5 @@
 #include "Support/FailureSweep.h"
+#include "Support/Growth.h"
 #include "Support/InApartment.h"
 #include "Support/ReportRecorder.h"
 #include "Support/Rows.h"
@@ -181,7 +182,8 @@ TEST_F(NativeComQueuePropertyBagAccessTest, WhatIsNotThereIsEmptyAndWhatCannotBe
 
 TEST_F(NativeComQueuePropertyBagAccessTest, SettingsReplaceTheOldOnesAndLeaveTheRest) {
     Store(properties, L"<q a='1'> <IpOrHostName>host</IpOrHostName><OrvelDeviceSettings>old"
-                      L"</OrvelDeviceSettings>&amp; <!-- kept --></q>");
+                      L"</OrvelDeviceSettings>&amp; <!-- kept --><OrvelDeviceSettings>second"
+                      L"</OrvelDeviceSettings></q>");
     for (const char* settings :
          {"", " <s>\xC3\xA4 & </s> ", "]]>", "a]]>b]]]]>>", "<s><![CDATA[inner]]></s>", "]]"}) {
         queue->SetOrvelDeviceSettings(settings);
@@ -217,6 +219,54 @@ TEST_F(NativeComQueuePropertyBagAccessTest, NoFailureOfThePlatformPassesWithoutA
     for (const auto& [name, operation] : operations)
         FailureSweep<QueueInMemory>(make, operation).Run(name);
 }
+
+// Reads and replaces the settings of a document, which is made of n items.
+GrowthCase SettingsAmong(const char* name, const Item& item) {
+    return {name, [item](std::size_t n) {
+                const auto world = std::make_shared<QueueInMemory>();
+                const std::string document =
+                    "<q>" + Times(n, item) + "<OrvelDeviceSettings>x</OrvelDeviceSettings></q>";
+                world->Store(properties, CXString(document.c_str()));
+                return [world] {
+                    CPString text;
+                    world->queue->GetOrvelDeviceSettings(text);
+                    world->queue->SetOrvelDeviceSettings("new");
+                };
+            }};
+}
+const GrowthCase growthCases[] = {
+    SettingsAmong("OtherItems", [](std::size_t) { return "<Other>x</Other> "; }),
+    SettingsAmong("RepeatedItems",
+                  [](std::size_t) { return "<OrvelDeviceSettings>x</OrvelDeviceSettings><!-- -->"; }),
+    {"SectionEndsInAText",
+     [](std::size_t n) {
+         const auto world = std::make_shared<QueueInMemory>();
+         world->Store(properties, L"<q/>");
+         const CPString settings(Times(n, [](std::size_t) { return "]]>"; }).c_str());
+         return [world, settings] {
+             CPString text;
+             world->queue->SetOrvelDeviceSettings(settings);
+             world->queue->GetOrvelDeviceSettings(text);
+             ASSERT_EQ(text, settings);
+         };
+     }},
+    {"LongNamesOfOptions",
+     [](std::size_t n) {
+         const CXString name(Times(n, [](std::size_t) { return "a-_b.c"; }).c_str());
+         return [name] {
+             QueueInMemory world;
+             Access device(L"", {name}, world.plain);
+             device.SetInstallableOptions({{name, name}});
+             Options options;
+             ASSERT_TRUE(device.GetInstallableOptions(options));
+             ASSERT_EQ(options.front().second, name);
+         };
+     }},
+};
+
+class QueuePropertiesGrowthTest : public InApartment<testing::TestWithParam<GrowthCase>> {};
+TEST_P(QueuePropertiesGrowthTest, IsLinear) { ExpectLinearGrowth(GetParam()); }
+INSTANTIATE_TEST_SUITE_P(All, QueuePropertiesGrowthTest, testing::ValuesIn(growthCases), GrowthName);
 
 TEST_F(NativeComQueuePropertyBagAccessTest, KeepsItsSlots) {
     const Rows<std::size_t, std::size_t> slots{
