@@ -10,6 +10,7 @@
 #include <filterpipeline.h>
 
 #include <cstdio>
+#include <span>
 
 using namespace PrintSchema;
 
@@ -36,8 +37,8 @@ std::string Origin(HRESULT hr, const char* source) {
     return std::string(fromNobody) + ", since the ticket's is wrong: " + HresultText(hr);
 }
 
-template <typename Option, std::size_t count>
-std::string Word(const wchar_t* const (&words)[count], Option option) {
+template <typename Option>
+std::string Word(std::span<const wchar_t* const> words, Option option) {
     return Utf8(words[static_cast<std::size_t>(option)]);
 }
 
