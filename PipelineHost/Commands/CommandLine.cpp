@@ -30,6 +30,8 @@ constexpr const char* generalHelp =
       the tree of the job's parts, with sizes and tickets
   ov-pipeline policy [--queue DIR | FILE] [--json]
       what an administrator's configuration does, feature by feature
+  ov-pipeline queue DIR [--json]
+      a queue at a glance: its printer, bags and options, and what print-time programs hear
   ov-pipeline translate NAME [--feature NAME] [--json]
       what a feature or a value is called in tickets, in configurations and by the device
 
@@ -135,6 +137,18 @@ lost. The exit code is 1 then.
   --json          the same for programs
 )";
 
+constexpr const char* queueHelp =
+    R"(ov-pipeline queue DIR [--json]
+
+Prints a queue folder at a glance: the printer; what is in the bags of the driver, of the queue and of the current user,
+by name and kind, with short values or sizes; the installable options under the device's names (CPSS), also those that
+the bag has and the device does not know; and what programs that run beside a job hear when they ask the queue.
+Settings that cannot be read are one line on the error stream; the exit code is 1 then.
+
+  DIR       the queue folder
+  --json    the same for programs, with texts whole
+)";
+
 constexpr const char* translateHelp =
     R"(ov-pipeline translate NAME [--feature NAME] [--json]
 
@@ -154,11 +168,15 @@ struct CommandName {
     const char* name;
     const char* help;
 };
-constexpr std::array commandTable{
-    CommandName{"run", runHelp},           CommandName{"ticket", ticketHelp},
-    CommandName{"features", featuresHelp}, CommandName{"settings", settingsHelp},
-    CommandName{"header", headerHelp},     CommandName{"parts", partsHelp},
-    CommandName{"policy", policyHelp},     CommandName{"translate", translateHelp}};
+constexpr std::array commandTable{CommandName{"run", runHelp},
+                                  CommandName{"ticket", ticketHelp},
+                                  CommandName{"features", featuresHelp},
+                                  CommandName{"settings", settingsHelp},
+                                  CommandName{"header", headerHelp},
+                                  CommandName{"parts", partsHelp},
+                                  CommandName{"policy", policyHelp},
+                                  CommandName{"queue", queueHelp},
+                                  CommandName{"translate", translateHelp}};
 
 struct OptionName {
     const char* name;
@@ -180,7 +198,7 @@ constexpr std::array optionTable{
     OptionName{"--family", "header", true},
     OptionName{"--all", "header", false},
     OptionName{"--why", "header", false},
-    OptionName{"--json", "features settings header policy translate", false},
+    OptionName{"--json", "features settings header policy queue translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -249,7 +267,7 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
     if (arguments.empty())
         throw UsageError(
-            "which command: run, ticket, features, settings, header, parts, policy or translate?");
+            "which command: run, ticket, features, settings, header, parts, policy, queue or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;
@@ -286,6 +304,13 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
             throw UsageError("which name? ov-pipeline translate wants one");
         if (loose.size() > 1) throw UsageError("one name at a time: " + loose[0] + " or " + loose[1] + "?");
         options.name = loose[0];
+        return options;
+    }
+    if (options.command == "queue") {
+        if (loose.empty() || loose[0].empty())
+            throw UsageError("which queue? ov-pipeline queue wants a folder");
+        if (loose.size() > 1) throw UsageError("one queue at a time: " + loose[0] + " or " + loose[1] + "?");
+        options.queue = loose[0];
         return options;
     }
     if (options.command == "policy") {

@@ -16,7 +16,7 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, settings, header, parts, policy, translate; empty where only help or the
+    /// run, ticket, features, settings, header, parts, policy, queue, translate; empty where only help or the
     /// version is wanted
     std::string command;
     bool wantsHelp = false;

@@ -32,6 +32,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "features") return FeaturesCommand(options, out);
     if (options.command == "settings") return SettingsCommand(options, out);
     if (options.command == "header") return HeaderCommand(options, out, errors);
+    if (options.command == "queue") return QueueCommand(options, out, errors);
     if (options.command == "policy") return PolicyCommand(options, out, errors);
     return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
 }

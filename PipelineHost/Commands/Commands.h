@@ -23,6 +23,7 @@ int SettingsCommand(const CommandOptions& options, ShownOutput& out);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
 

@@ -42,15 +42,6 @@ CComPtr<IPrinterPropertyBag> DriverProperties(const OvPlatform::QueueFolder& que
     return properties;
 }
 
-// Damage of the device capabilities shows when they are read.
-void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFolder& queue) {
-    try {
-        static_cast<void>(driver.GetSimpleOcapParser());
-    } catch (const CPException& error) {
-        throw OvPlatform::QueueFolderError(FileOfDevice(queue), Words(error));
-    }
-}
-
 Description DescribeJob(const std::string& file) {
     Description job;
     job.documentName = CXString(Wide(std::filesystem::path(file).filename().string()));
@@ -60,6 +51,15 @@ Description DescribeJob(const std::string& file) {
 }
 
 } // namespace
+
+void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFolder& queue) {
+    try {
+        // Damage shows when they are read.
+        static_cast<void>(driver.GetSimpleOcapParser());
+    } catch (const CPException& error) {
+        throw OvPlatform::QueueFolderError(FileOfDevice(queue), Words(error));
+    }
+}
 
 void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
                          const std::string& input) {

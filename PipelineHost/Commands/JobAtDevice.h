@@ -16,6 +16,9 @@ namespace OvPipeline {
 void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeBytes,
                          const std::string& input);
 
+/// Throws OvPlatform::QueueFolderError, with words, where the queue's device capabilities are damaged.
+void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFolder& queue);
+
 /// A level of a job, merged on a queue, with the queue's device: what a filter of the driver has of both. The
 /// thread must be in a COM apartment, and stays the same.
 class JobAtDevice {
