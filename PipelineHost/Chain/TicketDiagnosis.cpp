@@ -1,5 +1,6 @@
 #include "Chain/TicketDiagnosis.h"
 
+#include <PrintTicket/PrintTicketError.h>
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Xml/DocumentBound.h>
 
@@ -7,21 +8,25 @@ namespace OvPipeline {
 
 namespace {
 
-// Empty where nothing is wrong.
-std::string ProblemOf(const std::shared_ptr<const OvPlatform::QueueFolder>& queue, const PartContext& context,
-                      const std::string& partName) noexcept {
+// Sets result and words where something is wrong.
+bool FindProblem(JobFailure& failure, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
+                 const PartContext& context) noexcept {
     try {
-        const std::string ticket = context.package->ReadPart(partName, OvPlatform::mostDocumentBytes);
-        const std::string_view delta = ticket;
-        OvPlatform::PrintTicketMerge(queue).Merge(queue->DefaultTicket(), &delta, kPTJobScope);
-    } catch (const std::exception& error) {
         try {
-            return error.what();
-        } catch (...) {
+            const std::string ticket = context.package->ReadPart(failure.part, OvPlatform::mostDocumentBytes);
+            const std::string_view delta = ticket;
+            OvPlatform::PrintTicketMerge(queue).Merge(queue->DefaultTicket(), &delta, kPTJobScope);
+            return false;
+        } catch (const OvPlatform::PrintTicketError& error) {
+            failure.problem = error.what();
+            failure.result = error.Result(); // the filter may have gone on without a ticket for a while
+        } catch (const std::exception& error) {
+            failure.problem = error.what();
         }
+        return !failure.problem.empty();
     } catch (...) {
+        return false;
     }
-    return {};
 }
 
 bool IsTicket(const PartContext& context, const std::string& name) {
@@ -34,11 +39,7 @@ bool IsTicket(const PartContext& context, const std::string& name) {
 void DiagnoseTicket(JobFailure& failure, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                     const PartContext& context, const std::string& taken) {
     if (failure.fromInput || !IsTicket(context, failure.part)) return;
-    const std::string problem = ProblemOf(queue, context, failure.part);
-    if (!problem.empty())
-        failure.problem = problem;
-    else
-        failure.part = taken;
+    if (!FindProblem(failure, queue, context)) failure.part = taken;
 }
 
 } // namespace OvPipeline

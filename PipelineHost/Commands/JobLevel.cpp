@@ -24,7 +24,8 @@ TicketSlot* SlotOf(IFixedPage* part) {
 }
 
 void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketScope scope, TicketSlot* slot) {
-    if (slot == nullptr || slot->IsEmpty()) return;
+    if (slot == nullptr) return; // the level that is asked for lies above
+    if (slot->IsEmpty()) return explanation.Add(level, scope, nullptr);
     const std::string name = slot->Name();
     const CComPtr<IPartPrintTicket> part = slot->Take(PartKind::PrintTicket);
     const CComQIPtr<IHostPart> host(part);

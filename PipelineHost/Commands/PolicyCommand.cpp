@@ -1,15 +1,10 @@
 #include "Commands/Commands.h"
 #include "Commands/PolicyReport.h"
+#include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Common/Text.h"
-#include "Report/FilterWords.h"
 
 #include <ComSupport/MsSafeCoinit.h>
-#include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
-#include <PropertyBags/NativeComQueuePropertyBagAccess.h>
-#include <Spooler/QueuePropertyBag.h>
-
-#include <atlcomcli.h>
 
 #include <filesystem>
 #include <fstream>
@@ -50,30 +45,12 @@ CPString DecodeText(std::string bytes) {
     return CPString(Utf8(units));
 }
 
-// Throws HostError where the queue's settings cannot be read, which hides whether it has a configuration.
-CPString ConfigurationOf(const OvPlatform::QueueFolder& queue) {
-    const FilterWords words;
-    FilterWords::Forget();
-    CComPtr<IPrinterPropertyBag> bag;
-    if (FAILED(OvPlatform::QueuePropertyBag::Create(queue.QueueProperties(),
-                                                    OvPlatform::QueuePropertyBag::Access::ReadOnly, &bag)))
-        throw std::bad_alloc();
-    NativeComPrinterPropertyBagAccess access(
-        *bag, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
-    CPString xml;
-    NativeComQueuePropertyBagAccess(queue.PrinterName().c_str(), {}, access)
-        .GetOrvelQueuePrePostConfiguration(xml);
-    if (const std::string trouble = FilterWords::First(); !trouble.empty())
-        throw std::runtime_error(trouble + "; no configuration is enforced");
-    return xml;
-}
-
 } // namespace
 
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const MsSafeCoInit apartment;
     const CPString xml =
-        options.job.empty() ? ConfigurationOf(*LoadQueue(options)) : DecodeText(ReadBytes(options.job));
+        options.job.empty() ? ReadConfigurationText(*LoadQueue(options)) : DecodeText(ReadBytes(options.job));
     const PolicyReport report{XmlConfigurationReading(xml)};
     if (options.json)
         out.Json(report.AsJson());

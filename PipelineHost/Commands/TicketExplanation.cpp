@@ -1,8 +1,10 @@
 #include "Commands/TicketExplanation.h"
 
+#include "Common/Text.h"
 #include "Report/TextTable.h"
 
 #include <Locale/ShownText.h>
+#include <PrintSchema/PrintTicketXmlDocument.h>
 
 #include <algorithm>
 
@@ -11,6 +13,7 @@ namespace OvPipeline {
 namespace {
 
 constexpr const char* defaultLevel = "default";
+constexpr const char* byPolicy = "policy";
 constexpr const char* byValidation = "changed by validation";
 constexpr const char* jobPasscode = "JobPasscode"; // a feature, without its prefix
 
@@ -60,7 +63,8 @@ std::string Remark(const OvPlatform::SettingReport& setting) {
 } // namespace
 
 TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue)
-    : m_queue(std::move(queue)), m_merge(m_queue), m_ticket(m_queue->DefaultTicket()) {
+    : m_queue(std::move(queue)), m_merge(m_queue), m_ticket(m_queue->DefaultTicket()),
+      m_configuration(*m_queue) {
     // The default ticket laid over nothing: tells its settings.
     Level level{defaultLevel, {}};
     m_merge.Merge(m_ticket, nullptr, kPTJobScope, &level.report);
@@ -68,14 +72,49 @@ TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFold
 }
 
 void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket) {
-    if (ticket == nullptr) return; // the level above holds
+    // Where there is no ticket the level above holds, which was obeyed already; but for the printer's
+    // default.
+    if (ticket == nullptr && scope != kPTJobScope) return;
+    if (ticket == nullptr) return Enforce(scope);
     Level next{level, {}};
     const std::string_view delta = *ticket;
     m_ticket = m_merge.Merge(m_ticket, &delta, scope, &next.report).ticket;
     // A passcode is the job's own: one of the queue's default does not pass to a job that brings a ticket
     // without.
     if (scope == kPTJobScope) m_hasDroppedPasscode = !IsAskedFor(next.report, jobPasscode);
+    // What this level says for itself holds, as long as it is not overruled again.
+    std::erase_if(m_overruled, [&](const auto& one) { return IsAskedFor(next.report, one.first); });
     m_levels.push_back(std::move(next));
+    Enforce(scope);
+}
+
+void TicketExplanation::Enforce(EPrintTicketScope scope) {
+    if (m_configuration.features.NumberOfFeatures() == 0) return;
+    PrintTicketXmlDocument ticket{CXString(m_ticket.c_str())};
+    const std::vector<EnforcedChange> changes = EnforceConfiguration(ticket, m_configuration.features);
+    if (changes.empty()) return;
+    CComBSTR text;
+    if (FAILED(ticket.get_xml(&text))) throw std::bad_alloc();
+    m_ticket = Utf8Argument(text);
+    // Tells the values as the others are told.
+    OvPlatform::MergeReport enforced;
+    m_merge.Merge(m_ticket, nullptr, scope, &enforced);
+    for (const EnforcedChange& change : changes)
+        TakeOver(change, enforced);
+}
+
+void TicketExplanation::TakeOver(const EnforcedChange& change, const OvPlatform::MergeReport& enforced) {
+    const std::string name = Utf8Argument(change.feature->ticketName);
+    const auto* const before = Find(m_levels.back().report, name);
+    const auto* const now = Find(enforced, name);
+    if (now == nullptr) return;
+    const std::string asked = before != nullptr ? before->value : Utf8Argument(change.before);
+    const std::string behavior(change.configured->GetBehaviorString().view());
+    m_overruled[name] = {now->value,
+                         Shortened(asked) + " was asked for: the administrator's " +
+                             std::string(change.feature->configurationName) + " is \"" +
+                             Shortened(std::string(change.configured->GetXmlConfigValue().view())) + "\" (" +
+                             behavior + ")"};
 }
 
 std::string TicketExplanation::OriginOf(const std::string& setting) const {
@@ -89,19 +128,24 @@ std::string TicketExplanation::OriginOf(const std::string& setting) const {
     return defaultLevel;
 }
 
+TicketExplanation::Row TicketExplanation::RowOf(const OvPlatform::SettingReport& setting) const {
+    if (const auto found = m_overruled.find(LocalPath(setting.name)); found != m_overruled.end())
+        return {setting.name, found->second.value, byPolicy, found->second.remark};
+    const std::string origin = OriginOf(setting.name);
+    std::string remark = Remark(setting);
+    // What a level above changed, this level only took over.
+    for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {
+        const auto* above = Find(level->report, setting.name);
+        if (above == nullptr || origin != byValidation) break;
+        remark = Remark(*above);
+    }
+    return {setting.name, setting.value, origin, std::move(remark)};
+}
+
 std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
     std::vector<Row> rows;
-    for (const auto& setting : m_levels.back().report.settings) {
-        if (m_hasDroppedPasscode && LocalPath(setting.name) == jobPasscode) continue;
-        std::string remark = Remark(setting);
-        // What a level above changed, this level only took over.
-        for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {
-            const auto* above = Find(level->report, setting.name);
-            if (above == nullptr || OriginOf(setting.name) != byValidation) break;
-            remark = Remark(*above);
-        }
-        rows.push_back({setting.name, setting.value, OriginOf(setting.name), std::move(remark)});
-    }
+    for (const auto& setting : m_levels.back().report.settings)
+        if (!m_hasDroppedPasscode || LocalPath(setting.name) != jobPasscode) rows.push_back(RowOf(setting));
     return rows;
 }
 

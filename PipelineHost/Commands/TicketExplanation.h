@@ -1,14 +1,19 @@
 #pragma once
 
+#include "Commands/QueueConfiguration.h"
+
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolder.h>
+#include <Ticket/EnforcedValue.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
 namespace OvPipeline {
 
-/// A job's tickets merged level by level, with an account of each setting.
+/// A job's tickets merged level by level, with what the queue's administrator enforces in them, and an
+/// account of each setting. The thread must be in a COM apartment.
 class TicketExplanation {
 public:
     /// Throws OvPlatform::PrintTicketError for a queue whose documents are wrong.
@@ -21,13 +26,15 @@ public:
     struct Row {
         std::string setting; // "psk:PageMediaSize", a nested feature behind a slash
         std::string value;   // empty: the setting is not in the ticket
-        std::string origin;  // "default", "job", "document", "page", "changed by validation"
+        std::string origin;  // "default", "job", "document", "page", "policy", "changed by validation"
         std::string remark;  // what was asked for and why it was not had
     };
     /// The settings of the last level, in the ticket's order; then what was asked for there and left out.
     std::vector<Row> Rows() const;
 
     const std::string& Ticket() const { return m_ticket; }
+    /// What is wrong with the administrator's configuration; empty where nothing is.
+    const std::string& ConfigurationTrouble() const { return m_configuration.trouble; }
 
 private:
     struct Level {
@@ -35,12 +42,23 @@ private:
         OvPlatform::MergeReport report;
     };
 
+    /// A setting that the configuration has overruled.
+    struct Overruled {
+        std::string value;
+        std::string remark;
+    };
+
     std::string OriginOf(const std::string& setting) const;
+    void Enforce(EPrintTicketScope scope);
+    void TakeOver(const EnforcedChange& change, const OvPlatform::MergeReport& enforced);
+    Row RowOf(const OvPlatform::SettingReport& setting) const;
 
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
     OvPlatform::PrintTicketMerge m_merge;
     std::string m_ticket;
     std::vector<Level> m_levels; // from the default down; a level without a ticket is not among them
+    QueueConfiguration m_configuration;
+    std::map<std::string, Overruled, std::less<>> m_overruled; // by the setting's name without prefixes
     bool m_hasDroppedPasscode = false;
 };
 

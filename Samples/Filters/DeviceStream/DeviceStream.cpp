@@ -9,6 +9,7 @@
 
 #include <ComSupport/ReportWarning.h>
 #include <ComSupport/ThrowHresult.h>
+#include <Configuration/NativeXmlConfigurationFilterUtilities.h>
 #include <DeviceControl/CommandSafeFeatureAccess.h>
 #include <DeviceControl/CreatorName.h>
 #include <DeviceControl/DeviceFamily.h>
@@ -35,6 +36,7 @@ protected:
 
 private:
     const DeviceFamily& Family();
+    void MergeAsConfigured(IFixedDocumentSequence& sequence);
     void Begin();
     void AddPendingPage();
     const PageMedia& MediaOf(IFixedPage& page);
@@ -81,7 +83,7 @@ HRESULT DeviceStream::OnFixedDocumentSequence(IFixedDocumentSequence* sequence) 
     m_progress = ProgressReport(*m_propertyBag);
     m_renderer = MakePageRenderer();
     const DeviceFamily& family = Family();
-    ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(sequence));
+    MergeAsConfigured(*sequence);
     m_jobNamesASize = NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(sequence));
     // NOLINTNEXTLINE(modernize-make-unique): it cannot be moved
     m_job.reset(new JobSettings(JobSettingsOf(kPTJobScope)));
@@ -117,6 +119,16 @@ const DeviceFamily& DeviceStream::Family() {
                    " take no PostScript, and this filter writes nothing else";
         });
     return *found;
+}
+
+// What the queue's administrator enforces concerns the job as a whole.
+void DeviceStream::MergeAsConfigured(IFixedDocumentSequence& sequence) {
+    auto configuration =
+        NativeXmlConfigurationFilterUtilities::CreateNativeXmlConfigurationFeatureSetFromPipelineProperties(
+            *m_propertyBag, m_printerName);
+    NativeXmlConfigurationFeatureSet* enforced = &configuration;
+    ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(&sequence,
+                                                                                             enforced, true));
 }
 
 HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
