@@ -28,9 +28,9 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
         return ExitOk;
     }
     if (options.command == "run") return RunCommand(options, out, errors);
-    if (options.command == "ticket") return TicketCommand(options, out);
-    if (options.command == "features") return FeaturesCommand(options, out);
-    if (options.command == "settings") return SettingsCommand(options, out);
+    if (options.command == "ticket") return TicketCommand(options, out, errors);
+    if (options.command == "features") return FeaturesCommand(options, out, errors);
+    if (options.command == "settings") return SettingsCommand(options, out, errors);
     if (options.command == "header") return HeaderCommand(options, out, errors);
     if (options.command == "queue") return QueueCommand(options, out, errors);
     if (options.command == "policy") return PolicyCommand(options, out, errors);
@@ -79,6 +79,11 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& outStrea
     } catch (const std::exception& error) {
         return Complain(errors, error.what(), ExitJobFailed);
     }
+}
+
+Warner WarnOf(const CommandOptions& options, ShownOutput& errors) {
+    return
+        [&](const std::string& what) { errors.Line("ov-pipeline: " + options.job + ": warning: " + what); };
 }
 
 std::string AboutJob(const CommandOptions& options, const std::string& line) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Commands/CommandLine.h"
+#include "Commands/JobLevel.h"
 #include "Report/ShownOutput.h"
 
 #include <Spooler/QueueFolder.h>
@@ -17,15 +18,18 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std
 // The commands. They throw HostError, OvPlatform::PackageError, OvPlatform::QueueFolderError and UsageError
 // for what keeps them from their work.
 int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
-int TicketCommand(const CommandOptions& options, ShownOutput& out);
-int FeaturesCommand(const CommandOptions& options, ShownOutput& out);
-int SettingsCommand(const CommandOptions& options, ShownOutput& out);
+int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
+
+/// Writes warnings, a line each, that name the job.
+Warner WarnOf(const CommandOptions& options, ShownOutput& errors);
 
 /// Puts the name of the job, or of the device mode that stands for one, before a line that does not begin
 /// with it.

@@ -7,12 +7,12 @@
 
 namespace OvPipeline {
 
-int FeaturesCommand(const CommandOptions& options, ShownOutput& out) {
+int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
     const MsSafeCoInit apartment;
-    JobAtDevice job(options.job, queue, parts);
+    JobAtDevice job(options.job, queue, parts, WarnOf(options, errors));
     const FeatureReport report(job.Settings());
     if (options.json)
         out.Json(report.AsJson());

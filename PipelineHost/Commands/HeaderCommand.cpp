@@ -54,14 +54,12 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
     const MsSafeCoInit apartment;
-    JobAtDevice job(options.job, queue, parts);
+    JobAtDevice job(options.job, queue, parts, WarnOf(options, errors));
     CreatorName::FillIn(job.Settings().Features());
 
     std::set<std::string> warned;
-    const auto warn = [&](const std::string& what) {
-        if (warned.insert(what).second)
-            errors.Line("ov-pipeline: " + options.job +
-                        ": warning: " + CommandSafeFeatureAccess::Warning(what));
+    const auto warn = [&, tell = WarnOf(options, errors)](const std::string& what) {
+        if (warned.insert(what).second) tell(CommandSafeFeatureAccess::Warning(what));
     };
     std::vector<FamilyHeader> headers;
     for (const DeviceFamily* const family : ChosenFamilies(options, job, *queue)) {

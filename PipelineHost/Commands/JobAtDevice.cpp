@@ -72,9 +72,9 @@ void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeB
 }
 
 JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                         const LevelParts& parts) {
+                         const LevelParts& parts, const Warner& warn) {
     OvPlatform::QueueRegistry::Add(queue);
-    const EPrintTicketScope level = MergeLevel(m_manager, queue, parts);
+    const EPrintTicketScope level = MergeLevel(m_manager, queue, parts, warn);
     m_properties = DriverProperties(*queue);
     m_access = std::make_unique<NativeComPrinterPropertyBagAccess>(
         *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);

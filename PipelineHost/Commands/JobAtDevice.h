@@ -23,10 +23,11 @@ void CheckDevice(const OrvelDriverPropertyBag& driver, const OvPlatform::QueueFo
 /// thread must be in a COM apartment, and stays the same.
 class JobAtDevice {
 public:
-    /// Makes the queue known to the spooler. Throws InputError and OvPlatform::QueueFolderError, with words,
-    /// where a ticket, its settings or the device's description are to blame, else HostError.
+    /// Makes the queue known to the spooler, and warns as MergeLevel does. Throws InputError and
+    /// OvPlatform::QueueFolderError, with words, where a ticket, its settings or the device's description are
+    /// to blame, else HostError.
     JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                const LevelParts& parts);
+                const LevelParts& parts, const Warner& warn);
     JobAtDevice(const JobAtDevice&) = delete;
     JobAtDevice& operator=(const JobAtDevice&) = delete;
 

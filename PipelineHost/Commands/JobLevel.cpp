@@ -84,7 +84,7 @@ TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFold
 
 EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                             const LevelParts& parts) {
+                             const LevelParts& parts, const Warner& warn) {
     const auto require = [&](HRESULT hr, const char* level) {
         if (SUCCEEDED(hr)) return;
         ExplainLevel(queue, parts); // Throws, with words, if it is the ticket that is wrong.
@@ -94,10 +94,22 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
     defaultTicket.Attach(new PrintReadStream(MemoryContent(queue->DefaultTicket()).Open()));
     std::wstring name = queue->PrinterName();
     require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
-    require(manager.MergeAndValidatePartPrintTicket(parts.sequence.p), "job");
-    if (parts.document) require(manager.MergeAndValidatePartPrintTicket(parts.document.p), "document");
-    if (parts.page) require(manager.MergeAndValidatePartPrintTicket(parts.page.p), "page");
-    return parts.page ? kPTPageScope : parts.document ? kPTDocumentScope : kPTJobScope;
+
+    QueueConfiguration configuration(*queue);
+    if (!configuration.trouble.empty()) warn(configuration.trouble);
+    NativeXmlConfigurationFeatureSet* enforced = &configuration.features;
+    const auto merge = [&](auto* part, EPrintTicketScope level, const char* levelName) {
+        const HRESULT hr =
+            manager.MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(part, enforced, true);
+        // The result does not tell of a merge that failed.
+        const bool isMerged = manager.GetPtrToPrintTicketForReading(level) != nullptr;
+        require(isMerged ? hr : E_FAIL, levelName);
+        return level;
+    };
+    EPrintTicketScope level = merge(parts.sequence.p, kPTJobScope, "job");
+    if (parts.document) level = merge(parts.document.p, kPTDocumentScope, "document");
+    if (parts.page) level = merge(parts.page.p, kPTPageScope, "page");
+    return level;
 }
 
 } // namespace OvPipeline

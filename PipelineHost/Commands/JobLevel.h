@@ -7,6 +7,9 @@
 #include <Spooler/QueueFolder.h>
 #include <Ticket/PrintTicketManager.h>
 
+#include <functional>
+#include <string>
+
 namespace OvPipeline {
 
 /// The parts whose tickets hold at the level that is asked for, from the job down; the lower ones null where
@@ -24,11 +27,15 @@ LevelParts FindLevel(const CommandOptions& options, const SharedContext& context
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                                const LevelParts& parts);
 
-/// Merges the tickets of the level on the queue's default, by the same class as filters do it, and says which
-/// level it is. The thread must be in a COM apartment, and the queue known to the spooler. Throws InputError
-/// for a ticket that is to blame, else HostError.
+/// Gets, in words, what the answer does without.
+using Warner = std::function<void(const std::string& what)>;
+
+/// Merges the tickets of the level on the queue's default, by the same class as filters do it, with what the
+/// queue's administrator enforces, and says which level it is. Warns of a fault in the configuration. The
+/// thread must be in a COM apartment, and the queue known to the spooler. Throws InputError for a ticket that
+/// is to blame, else HostError.
 EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                             const LevelParts& parts);
+                             const LevelParts& parts, const Warner& warn);
 
 } // namespace OvPipeline

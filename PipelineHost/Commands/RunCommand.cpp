@@ -5,6 +5,7 @@
 
 #include <PrintTicket/PrintTicketMerge.h>
 
+#include <algorithm>
 #include <chrono>
 
 namespace OvPipeline {
@@ -94,8 +95,7 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     summary.conflictsResolved = after.conflictsResolved - before.conflictsResolved;
     summary.bytesOut = SizeOf(outcome.output);
     out.Lines(summary.Lines());
-    for (const std::string& report : outcome.gotOver)
-        errors.Line("ov-pipeline: " + options.job + ": warning: " + report);
+    std::ranges::for_each(outcome.gotOver, WarnOf(options, errors));
     return ExitOk;
 }
 

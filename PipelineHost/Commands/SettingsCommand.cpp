@@ -10,14 +10,14 @@
 
 namespace OvPipeline {
 
-int SettingsCommand(const CommandOptions& options, ShownOutput& out) {
+int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
     OvPlatform::QueueRegistry::Add(queue);
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
-    const EPrintTicketScope level = MergeLevel(manager, queue, parts);
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts, WarnOf(options, errors));
     XpsFilterPrintTicket ticket(&manager, DisplayNames());
     if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(level, ticket); FAILED(hr))
         throw HostError(hr, {}, "the merged tickets cannot be read");

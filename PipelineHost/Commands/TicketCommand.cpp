@@ -11,17 +11,16 @@ namespace OvPipeline {
 
 namespace {
 
-std::string MergedTicket(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                         const LevelParts& parts) {
-    const MsSafeCoInit apartment;
+std::string MergedTicket(const std::shared_ptr<const OvPlatform::QueueFolder>& queue, const LevelParts& parts,
+                         const Warner& warn) {
     PrintTicketManager manager;
-    const EPrintTicketScope level = MergeLevel(manager, queue, parts);
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts, warn);
     return IndentedTicket(manager.GetPtrToPrintTicketForReading(level));
 }
 
 } // namespace
 
-int TicketCommand(const CommandOptions& options, ShownOutput& out) {
+int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
     OvPlatform::QueueRegistry::Add(queue);
     if (!options.devmode.empty()) {
@@ -30,10 +29,15 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out) {
     }
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
-    if (options.explain)
-        out.Text(FormatExplanation(ExplainLevel(queue, parts).Rows()));
-    else
-        out.Xml(MergedTicket(queue, parts));
+    const MsSafeCoInit apartment;
+    const Warner warn = WarnOf(options, errors);
+    if (options.explain) {
+        const TicketExplanation explanation = ExplainLevel(queue, parts);
+        if (!explanation.ConfigurationTrouble().empty()) warn(explanation.ConfigurationTrouble());
+        out.Text(FormatExplanation(explanation.Rows()));
+    } else {
+        out.Xml(MergedTicket(queue, parts, warn));
+    }
     return ExitOk;
 }
 

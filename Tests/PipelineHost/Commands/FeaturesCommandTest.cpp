@@ -75,6 +75,8 @@ TEST_F(FeaturesCommandTest, ShowsEachPlaceDecidingSomething) {
     for (const auto& [feature, pattern] : cases)
         EXPECT_THAT(LineOf(table, feature), ContainsRegex(std::string(feature) + " +" + pattern));
     EXPECT_THAT(table, ContainsRegex("\norientation +yes +5011 VAL_MS_ORIENTATION_LANDSCAPE +ticket\n"));
+    // As the queue's administrator wants.
+    EXPECT_THAT(table, ContainsRegex("FEAT_SIDES_IMAGED .* VAL_SIDES_TWO_SIDED_FLIP_LONG_EDGE +ticket"));
     EXPECT_THAT(table, ContainsRegex("\njob name +yes +job.xps +rule\n"));
     EXPECT_THAT(LineOf(Run({"--page", "1"}), "FEAT_MS_ORIENTATION"),
                 HasSubstr("VAL_MS_ORIENTATION_PORTRAIT"));

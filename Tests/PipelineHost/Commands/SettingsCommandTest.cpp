@@ -62,7 +62,7 @@ TEST_F(SettingsCommandTest, TellsTheAnswersOfALevelAndWhoGaveThem) {
     const CommandRun ofJob({"settings", "job.xps", "--queue", "queue"});
     EXPECT_EQ(ofJob.code, ExitOk) << ofJob.errors;
     for (const char* const line :
-         {"orientation +Landscape +ticket", "job identification +JobIdOff +ticket",
+         {"orientation +Landscape +ticket", "job identification +JobIdPrintFirstPage +ticket",
           "page width +210000 +micron +ticket", "page width +793.71 +1/96 inch +ticket",
           "output paper height +297000 +micron +the page", "outlines +no +default",
           "pages per sheet +1 +page +ticket, JobNUpAllDocumentsContiguously"})

@@ -1,5 +1,6 @@
 #include "Support/TicketText.h"
 
+#include <ComSupport/MsSafeCoinit.h>
 #include <Commands/TicketExplanation.h>
 
 #include <gmock/gmock.h>
@@ -97,6 +98,34 @@ TEST(TicketExplanation, IsATableThatFitsAScreen) {
     for (std::size_t line = 0; line + 1 < table.size(); line = table.find('\n', line) + 1)
         EXPECT_THAT(table.substr(line + column - 2, 3), testing::MatchesRegex("  [a-z]"))
             << table.substr(line, table.find('\n', line) - line);
+}
+
+TEST(TicketExplanation, NamesThePolicyWhereItOverruledTheTickets) {
+    const MsSafeCoInit apartment;
+    constexpr auto duplex = "psk:JobDuplexAllDocumentsContiguously";
+    TicketExplanation explanation = Explanation("ColorOffice");
+    const auto add = [&](const char* level, EPrintTicketScope scope, const char* sides) {
+        Add(explanation, level, scope, Choice(duplex, sides));
+    };
+    explanation.Add("job", kPTJobScope, nullptr); // obeyed without a ticket too
+    const char* const remark = "psk:OneSided was asked for: the administrator's 2-SidedPrinting is "
+                               "\"TwoSidedAny\" (EnforcedDefault)";
+    ExpectRows(explanation, {{duplex, "psk:TwoSidedLongEdge", "policy", remark}});
+
+    explanation = Explanation("ColorOffice");
+    add("job", kPTJobScope, "psk:OneSided");
+    ExpectRows(explanation,
+               {{duplex, "psk:TwoSidedLongEdge", "policy", remark},
+                {"ok:JobIdentification", "ok:JobIdPrintFirstPage", "policy", "ok:JobIdOff was asked for"},
+                {"psk:JobNUpAllDocumentsContiguously", "(psk:PagesPerSheet=1)", "default"}});
+    EXPECT_NE(explanation.Ticket().find("psk:TwoSidedLongEdge"), std::string::npos);
+
+    // What obeys is the job's own.
+    explanation = Explanation("ColorOffice");
+    add("job", kPTJobScope, "psk:TwoSidedShortEdge");
+    ExpectRows(explanation, {{duplex, "psk:TwoSidedShortEdge", "job"}});
+    EXPECT_EQ(explanation.ConfigurationTrouble(), "");
+    EXPECT_THAT(Explanation("MonoOffice").ConfigurationTrouble(), HasSubstr("enforcedSetting"));
 }
 
 } // namespace
