@@ -46,14 +46,15 @@ VARIANT Borrowed(BSTR text) {
     return variant;
 }
 
+bool IsPlain(BSTR text) {
+    return std::all_of(text, text + ::SysStringLen(text),
+                       [](wchar_t unit) { return unit >= L' ' && unit <= L'~'; });
+}
+
 bool AreEqual(BSTR left, BSTR right) {
-    const auto isPlain = [](BSTR text) {
-        return std::all_of(text, text + ::SysStringLen(text),
-                           [](wchar_t unit) { return unit >= L' ' && unit <= L'~'; });
-    };
     // Texts of visible ASCII are equal for every language only if they are equal unit by unit. Names and
     // namespaces are such texts; asking the language's rules costs more than reading the document.
-    if (isPlain(left) && isPlain(right)) {
+    if (IsPlain(left) && IsPlain(right)) {
         const std::size_t length = ::SysStringLen(left);
         return length == ::SysStringLen(right) && std::equal(left, left + length, right);
     }

@@ -34,6 +34,9 @@ float RealOf(const CComBSTR& text);
 /// A VARIANT over a text that stays the caller's: for arguments that are passed by value.
 VARIANT Borrowed(BSTR text);
 
+/// Whether a text is of visible ASCII alone: another such text is equal only if it is the same.
+bool IsPlain(BSTR text);
+
 /// Whether two texts are equal in the platform's comparison of BSTRs, as names and namespaces are compared.
 bool AreEqual(BSTR left, BSTR right);
 

@@ -53,6 +53,58 @@ CComBSTR TakeText(MsSafeVariant& variant) {
     return text;
 }
 
+/// What the root element declares, read once for several questions.
+class Declarations {
+public:
+    HRESULT Read(IXMLDOMNode* root) {
+        CComPtr<IXMLDOMNamedNodeMap> attributes;
+        HRESULT hr = root->get_attributes(&attributes);
+        if (FAILED(hr) || !attributes) return hr;
+        hr = attributes->reset();
+        while (SUCCEEDED(hr)) {
+            Attribute attribute;
+            hr = attributes->nextNode(&attribute.node);
+            if (FAILED(hr) || !attribute.node) break;
+            MsSafeVariant value;
+            hr = attribute.node->get_nodeValue(&value);
+            if (FAILED(hr) || value.vt != VT_BSTR) continue;
+            attribute.isPlain = IsPlain(value.bstrVal);
+            attribute.value.Attach(value.bstrVal);
+            value.vt = VT_EMPTY;
+            m_attributes.push_back(std::move(attribute));
+        }
+        return hr;
+    }
+
+    /// S_FALSE for a namespace that is not declared, E_FAIL for the default one.
+    HRESULT FindPrefix(const wchar_t* uri, wchar_t** out) const {
+        const CComBSTR wanted = Make(uri);
+        const bool isPlain = IsPlain(wanted);
+        for (const Attribute& attribute : m_attributes) {
+            const bool isMeant = isPlain && attribute.isPlain ? View(attribute.value) == View(wanted)
+                                                              : AreEqual(attribute.value, wanted);
+            if (!isMeant) continue;
+            CComBSTR name;
+            const HRESULT hr = attribute.node->get_nodeName(&name);
+            if (FAILED(hr)) return hr;
+            // Deliberate: a default declaration is an error, not a miss.
+            if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
+            *out = Join({View(name).substr(declarationPrefix.size()), L":"}).Detach();
+            return S_OK;
+        }
+        return S_FALSE;
+    }
+
+private:
+    struct Attribute {
+        CComPtr<IXMLDOMNode> node = {};
+        CComBSTR value = {};
+        bool isPlain = false;
+    };
+
+    std::vector<Attribute> m_attributes;
+};
+
 CComPtr<IXMLDOMNode> SelectChild(IXMLDOMNode* node, const CComBSTR& frameworkPrefix,
                                  const wchar_t* elementName) {
     CComPtr<IXMLDOMNode> child;
@@ -151,7 +203,11 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
         ThrowComException(hr, "Failed to get root node in PrintSchemaXmlDocument constructor!");
     }
 
-    if (GetPrefixFromURI(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix) != S_OK) {
+    Declarations declarations;
+    ThrowIfFailed(declarations.Read(m_rootNode));
+    hr = declarations.FindPrefix(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix);
+    ThrowIfFailed(hr);
+    if (hr != S_OK) {
         m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
     } else if (privateNames == PrivateNames::Normalised) {
         const CComBSTR oldPrefix = Copy(m_userKeywordsPrefix);
@@ -169,14 +225,14 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
         {PrintSchema::SCHEMA_DEF_URI, &m_xsdPrefix},
     };
     for (const auto& [uri, prefix] : namespaces) {
-        hr = TryGetPrefixFromURI(uri, prefix);
+        hr = declarations.FindPrefix(uri, prefix);
         if (FAILED(hr)) {
             ThrowComException(hr, FormatStdString("The root element declares %s without a prefix.", uri));
         }
     }
     // Deliberate: a default declaration of this namespace (E_FAIL) counts as none. What could not be read
     // does not: the job's passcode would be taken for missing.
-    hr = TryGetPrefixFromURI(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix);
+    hr = declarations.FindPrefix(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix);
     if (hr != E_FAIL) ThrowIfFailed(hr);
     // A prefix that means something else here cannot mean private keywords, too.
     if (IsPrefixOfOthers(View(m_userKeywordsPrefix)))
@@ -211,31 +267,9 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t*
     if (out == nullptr) return E_POINTER;
     if (IsEmpty(uri)) return E_INVALIDARG;
     if (!m_rootNode) return E_PENDING;
-    const CComBSTR wanted = Make(uri);
-    CComPtr<IXMLDOMNamedNodeMap> attributes;
-    HRESULT hr = m_rootNode->get_attributes(&attributes);
-    if (FAILED(hr)) return hr;
-    if (!attributes) return S_FALSE;
-    hr = attributes->reset();
-    if (FAILED(hr)) return hr;
-    for (;;) {
-        CComPtr<IXMLDOMNode> attribute;
-        hr = attributes->nextNode(&attribute);
-        if (FAILED(hr)) return hr;
-        if (!attribute) return S_FALSE;
-        MsSafeVariant value;
-        hr = attribute->get_nodeValue(&value);
-        if (FAILED(hr)) return hr;
-        if (value.vt != VT_BSTR || !AreEqual(value.bstrVal, wanted)) continue;
-
-        CComBSTR name;
-        hr = attribute->get_nodeName(&name);
-        if (FAILED(hr)) return hr;
-        // Deliberate: a default declaration is an error, not a miss.
-        if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
-        *out = Join({View(name).substr(declarationPrefix.size()), L":"}).Detach();
-        return S_OK;
-    }
+    Declarations declarations;
+    const HRESULT hr = declarations.Read(m_rootNode);
+    return FAILED(hr) ? hr : declarations.FindPrefix(uri, out);
 }
 
 HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
