@@ -1,0 +1,137 @@
+// What a snapshot of a page and all questions to it cost, beside one libxml2 XPath over the page's ticket in
+// the same run.
+
+#include "ApartmentBenchmarks.h"
+
+#include <JobContext/XpsFilterPrintTicket.h>
+#include <Spooler/QueueFolder.h>
+#include <Spooler/QueueRegistry.h>
+#include <Support/FakeParts.h>
+#include <Support/NoDisplayHelp.h>
+#include <Support/TicketText.h>
+#include <Ticket/PrintTicketManager.h>
+
+#include <benchmark/benchmark.h>
+#include <libxml/parser.h>
+#include <libxml/xpath.h>
+#include <libxml/xpathInternals.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+namespace {
+
+using namespace PrintSchema;
+
+constexpr char frameworkUri[] = "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
+
+double MedianOf(std::vector<double>& values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+// One compiled XPath over a ticket, as often as it is asked.
+class XPathOver {
+public:
+    explicit XPathOver(IXMLDOMDocument2* document) {
+        CComQIPtr<IStream> stream(document);
+        LARGE_INTEGER start{};
+        stream->Seek(start, STREAM_SEEK_SET, nullptr);
+        std::string text(1 << 20, '\0');
+        ULONG read = 0;
+        stream->Read(text.data(), static_cast<ULONG>(text.size()), &read);
+        m_tree = xmlReadMemory(text.data(), static_cast<int>(read), nullptr, nullptr, XML_PARSE_NONET);
+        if (m_tree == nullptr) std::abort();
+        m_context = xmlXPathNewContext(m_tree);
+        xmlXPathRegisterNs(m_context, reinterpret_cast<const xmlChar*>("psf"),
+                           reinterpret_cast<const xmlChar*>(frameworkUri));
+        m_query = xmlXPathCompile(
+            reinterpret_cast<const xmlChar*>("//psf:Feature[@name = \"psk:PageMediaSize\"]/psf:Option"));
+    }
+    XPathOver(const XPathOver&) = delete;
+    XPathOver& operator=(const XPathOver&) = delete;
+    ~XPathOver() {
+        xmlXPathFreeCompExpr(m_query);
+        xmlXPathFreeContext(m_context);
+        xmlFreeDoc(m_tree);
+    }
+    void Run() { xmlXPathFreeObject(xmlXPathCompiledEval(m_query, m_context)); }
+
+private:
+    xmlDoc* m_tree;
+    xmlXPathContext* m_context;
+    xmlXPathCompExpr* m_query;
+};
+
+void AskAll(XpsFilterPrintTicket& ticket) {
+    PageOrientation::EOrientationOption orientation;
+    JobDuplexAllDocumentsContiguously::EDuplexOption duplex;
+    JobIdentification::EJobIdentificationOption identification;
+    PageScaling::PageScalingData scaling;
+    Binding::BindingData binding;
+    NUp::NUpData nUp;
+    PageMediaSize::PageMediaSizeData page;
+    OutputPaperSize::OutputPaperSizeData sheet;
+    bool isAnswered = ticket.GetOrientationSetting(orientation) == S_OK;
+    isAnswered &= ticket.GetDuplexSetting(duplex) == S_OK;
+    isAnswered &= ticket.GetJobIdSetting(identification) == S_OK;
+    benchmark::DoNotOptimize(ticket.IsSidesImagedSpecified());
+    isAnswered &= ticket.GetPageScalingSettings(scaling) == S_OK;
+    isAnswered &= ticket.GetBookletSettings(binding) == S_OK;
+    isAnswered &= ticket.GetNUpSettings(nUp) == S_OK;
+    isAnswered &= ticket.GetPageMediaSizeSettings(page) == S_OK;
+    isAnswered &= ticket.GetOutputPaperSizeSettings(sheet) == S_OK;
+    if (!isAnswered) std::abort(); // the sample's ticket has an answer to each
+}
+
+void SnapshotAndAllQuestions(benchmark::State& state) {
+    using Clock = std::chrono::steady_clock;
+    const auto queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
+    OvPlatform::QueueRegistry::Add(queue);
+    const auto job = MakeFake<FakeFixedDocumentSequence>();
+    const auto document = MakeFake<FakeFixedDocument>();
+    const auto page = MakeFake<FakeFixedPage>();
+    const auto partTicket = [](const wchar_t* uri) {
+        return CComPtr<IPartPrintTicket>(
+            new FakePrintTicketPart(uri, TicketText(Choice("psk:PageOrientation", "psk:Landscape"))));
+    };
+    job->ticket = partTicket(L"/job");
+    page->ticket = partTicket(L"/page");
+    PrintTicketManager manager;
+    std::wstring name = queue->PrinterName();
+    if (FAILED(
+            manager.Initialize(MakeFake<MemoryReadStream>(queue->DefaultTicket()), name.data(), nullptr)) ||
+        FAILED(manager.MergeAndValidatePartPrintTicket(job)) ||
+        FAILED(manager.MergeAndValidatePartPrintTicket(document)) ||
+        FAILED(manager.MergeAndValidatePartPrintTicket(page)))
+        std::abort();
+
+    XPathOver peer(manager.GetPtrToPagePrintTicketForReading());
+    XpsFilterPrintTicket ticket(&manager, NoDisplayHelp());
+    std::vector<double> ownSeconds;
+    std::vector<double> peerSeconds;
+    for ([[maybe_unused]] auto _ : state) {
+        const auto start = Clock::now();
+        if (manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket) != S_OK) std::abort();
+        AskAll(ticket);
+        const auto between = Clock::now();
+        peer.Run();
+        const auto end = Clock::now();
+        const double seconds = std::chrono::duration<double>(between - start).count();
+        state.SetIterationTime(seconds);
+        ownSeconds.push_back(seconds);
+        peerSeconds.push_back(std::chrono::duration<double>(end - between).count());
+    }
+    state.counters["xpath_us"] = MedianOf(peerSeconds) * 1e6;
+    state.counters["ratio"] = MedianOf(ownSeconds) / MedianOf(peerSeconds);
+    state.counters["limit"] = 12;
+}
+
+BENCHMARK(SnapshotAndAllQuestions)->UseManualTime();
+
+} // namespace
+
+int main(int argumentCount, char** arguments) { return RunBenchmarksInApartment(argumentCount, arguments); }
