@@ -36,6 +36,8 @@ std::string Ticket(const std::string& feature, const std::string& option) {
            feature + R"("><psf:Option name="psk:)" + option + R"("/></psf:Feature></psf:PrintTicket>)";
 }
 
+std::string PageTicket(std::size_t number) { return "/Tickets/Page" + std::to_string(number) + ".xml"; }
+
 std::string PageMarkup(std::size_t number, std::mt19937& generator) {
     static const char* const words[] = {"quarter", "report", "figure",  "sum",   "printed", "paper",
                                         "margin",  "north",  "account", "table", "value",   "change"};
@@ -56,7 +58,8 @@ std::string PageMarkup(std::size_t number, std::mt19937& generator) {
 
 } // namespace
 
-void WriteLargeJob(const std::filesystem::path& file, std::size_t pages, const LargeJobResources& resources) {
+void WriteLargeJob(const std::filesystem::path& file, std::size_t pages, const LargeJobResources& resources,
+                   const LargeJobTickets& tickets) {
     const std::string ns = xpsTypes;
     const std::string ticketType = "application/vnd.ms-printing.printticket+xml";
     const auto package = PackageWriter::Create(file);
@@ -68,8 +71,9 @@ void WriteLargeJob(const std::filesystem::path& file, std::size_t pages, const L
     package->AddRelationship("/", ns + "fixedrepresentation", "/FixedDocSeq.fdseq");
     AddText(*package, "/Tickets/Job.xml", ticketType, Ticket("PageOutputColor", "Monochrome"));
     package->AddRelationship("/FixedDocSeq.fdseq", ns + "printticket", "/Tickets/Job.xml");
-    AddText(*package, "/Tickets/Page0.xml", ticketType, Ticket("PageOrientation", "Landscape"));
-    AddText(*package, "/Tickets/Page1.xml", ticketType, Ticket("PageMediaSize", "ISOA5"));
+    for (std::size_t ticket = 0; ticket < tickets.count; ++ticket)
+        AddText(*package, PageTicket(ticket), ticketType,
+                ticket % 2 == 0 ? Ticket("PageOrientation", "Landscape") : Ticket("PageMediaSize", "ISOA5"));
     const std::string fontType = "application/vnd.ms-package.obfuscated-opentype";
     AddText(*package, "/Resources/Fonts/Text.odttf", fontType, Or(resources.textFont, 180'000, 2));
     AddText(*package, "/Resources/Fonts/Bold.odttf", fontType, Or(resources.boldFont, 120'000, 3));
@@ -82,9 +86,8 @@ void WriteLargeJob(const std::filesystem::path& file, std::size_t pages, const L
         for (const char* resource :
              {"/Resources/Fonts/Text.odttf", "/Resources/Fonts/Bold.odttf", "/Resources/Images/Logo.png"})
             package->AddRelationship(name, ns + "required-resource", resource);
-        if (page % 3 == 0)
-            package->AddRelationship(name, ns + "printticket",
-                                     page % 2 ? "/Tickets/Page1.xml" : "/Tickets/Page0.xml");
+        if (page % tickets.every == 0)
+            package->AddRelationship(name, ns + "printticket", PageTicket(page % tickets.count));
         document += R"(<PageContent Source=")" + name + R"("/>)";
     }
     AddText(*package, "/Documents/1/FixedDoc.fdoc", "application/vnd.ms-package.xps-fixeddocument+xml",

@@ -12,7 +12,13 @@ struct LargeJobResources {
     std::string picture; // PNG
 };
 
+/// The page tickets of a job: how many there are, and on how manieth page stands one.
+struct LargeJobTickets {
+    std::size_t count = 2;
+    std::size_t every = 3;
+};
+
 /// Writes an XPS job of the given number of pages: 40 lines of text on each, two fonts and a picture that all
-/// pages share, a job ticket, and on every third page one of two page tickets.
+/// pages share, a job ticket, and page tickets that the pages share.
 void WriteLargeJob(const std::filesystem::path& file, std::size_t pages,
-                   const LargeJobResources& resources = {});
+                   const LargeJobResources& resources = {}, const LargeJobTickets& tickets = {});
