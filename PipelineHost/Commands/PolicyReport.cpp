@@ -218,7 +218,7 @@ std::string PolicyReport::FaultLine() const {
     if (!m_fault) return {};
     const std::string place = m_fault->line > 0 ? "line " + std::to_string(m_fault->line) + ": " : "";
     const std::string problem = place + std::string(m_fault->message.view());
-    if (!m_fault->isInContent) return problem + "; nothing of it is enforced";
+    if (m_rows.empty()) return problem + "; nothing of it is enforced";
     return problem + "; what was read before holds, " + Counted(Count(Effect::Lost), "element") +
            " behind it lost";
 }

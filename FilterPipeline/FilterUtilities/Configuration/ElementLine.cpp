@@ -1,5 +1,8 @@
 #include "Configuration/ElementLine.h"
 
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/ThrowHresult.h"
+
 #include <Xml/SaxContentListener.h>
 #include <Xml/XmlText.h>
 
@@ -62,13 +65,19 @@ private:
 } // namespace
 
 int FindElementLine(const CXString& xml, const ElementPlace& place) {
+    const OperationScope operation("FindElementLine");
     LineListener listener(place);
-    CComPtr<ISAXXMLReader> reader;
-    const HRESULT hr = CoCreateInstance(__uuidof(SAXXMLReader60), nullptr, CLSCTX_INPROC_SERVER,
-                                        __uuidof(ISAXXMLReader), reinterpret_cast<void**>(&reader));
-    if (FAILED(hr) || FAILED(reader->putContentHandler(&listener))) return 0;
-    // Whether it was stopped or fails, the line found so far is the answer.
-    static_cast<void>(reader->parse(XmlText::toVariant(xml)));
-    reader->putContentHandler(nullptr);
+    try {
+        CComPtr<ISAXXMLReader> reader;
+        ThrowIfFailed(CoCreateInstance(__uuidof(SAXXMLReader60), nullptr, CLSCTX_INPROC_SERVER,
+                                       __uuidof(ISAXXMLReader), reinterpret_cast<void**>(&reader)));
+        ThrowIfFailed(reader->putContentHandler(&listener));
+        const HRESULT hr = reader->parse(XmlText::toVariant(xml));
+        reader->putContentHandler(nullptr);
+        // It also fails where the listener has stopped it, with the line in hand.
+        if (listener.GetLine() == 0) ThrowIfFailed(hr);
+    } catch (...) {
+        ReportCaughtException();
+    }
     return listener.GetLine();
 }

@@ -13,6 +13,7 @@ struct ElementPlace {
 };
 
 /// The line, counted from 1, of the element at that place: that on which its start tag ends; or of text that
-/// stands in its stead. The line of the outer element where that has none inside; 0 where there is nothing.
-/// The document tree knows no lines, so the text is read as events once more, up to there.
+/// stands in its stead. The line of the outer element where that has none inside; 0 where there is nothing,
+/// or where it cannot be found, which is reported. The document tree knows no lines, so the text is read as
+/// events once more, up to there.
 [[nodiscard]] int FindElementLine(const CXString& xml, const ElementPlace& place);

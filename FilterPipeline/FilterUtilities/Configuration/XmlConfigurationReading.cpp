@@ -1,5 +1,6 @@
 #include "Configuration/XmlConfigurationReading.h"
 
+#include "ComSupport/FailureBarrier.h"
 #include "Configuration/ConfigurationElements.h"
 #include "Configuration/ElementLine.h"
 
@@ -114,7 +115,7 @@ void XmlConfigurationReading::ReadFeature(XmlDomNode& element) {
     m_elements.push_back({name, outcome});
 }
 
-// What cannot be listed any more is left out: the fault itself is on its way already.
+// What cannot be listed any more is reported beside the fault, which is on its way already.
 void XmlConfigurationReading::NoteLost(const XmlDomNode& faulty) noexcept {
     try {
         m_elements.push_back({ListedName(faulty), Outcome::Faulty});
@@ -124,6 +125,6 @@ void XmlConfigurationReading::NoteLost(const XmlDomNode& faulty) noexcept {
             if (!name.isEmpty()) m_elements.push_back({std::move(name), Outcome::Lost});
         }
     } catch (...) {
-        return;
+        ReportCaughtException();
     }
 }

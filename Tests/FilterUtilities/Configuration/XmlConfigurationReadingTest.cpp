@@ -1,4 +1,5 @@
 #include "Support/ConfiguredQueue.h"
+#include "Support/FailureSweep.h"
 #include "Support/Growth.h"
 #include "Support/InApartment.h"
 #include "Support/ReportRecorder.h"
@@ -12,15 +13,15 @@
 namespace {
 
 using XmlConfigurationReadingTest = InApartment<>;
+using Reading = XmlConfigurationReading;
 
 std::string Repeat(std::size_t n, const std::string& text) {
     return Times(n, [&](std::size_t) { return text; });
 }
 
 // The elements by name and what became of them, then the fault and its line.
-std::string Told(const std::string& xml) {
+std::string Told(const Reading& reading) {
     constexpr const char* outcomes[] = {"taken", "repeated", "unknown", "faulty", "lost"};
-    const XmlConfigurationReading reading{CPString(xml.c_str())};
     std::string told;
     for (const auto& [name, outcome] : reading.GetElements())
         told += std::string(name.view()) + " " + outcomes[static_cast<std::size_t>(outcome)] + "; ";
@@ -61,7 +62,7 @@ TEST_F(XmlConfigurationReadingTest, TellsWhatBecameOfEachElementAndWhereItStoppe
          "<x:Feature> faulty; Encountered <x:Feature> element when expecting a <Feature> element in 1"},
     };
     for (const auto& [xml, expected] : configurations)
-        EXPECT_EQ(Told(xml), expected) << xml;
+        EXPECT_EQ(Told(Reading(CPString(xml.c_str()))), expected) << xml;
 }
 
 TEST_F(XmlConfigurationReadingTest, WhatIsNoXmlHoldsNothing) {
@@ -75,7 +76,7 @@ TEST_F(XmlConfigurationReadingTest, WhatIsNoXmlHoldsNothing) {
         {"<c>\n" + std::string("\x01") + "</c>", 2},
     };
     for (const auto& [xml, line] : texts) {
-        const XmlConfigurationReading reading{CPString(xml.c_str())};
+        const Reading reading{CPString(xml.c_str())};
         const std::string start = xml.substr(0, 60);
         EXPECT_TRUE(reading.GetFeatures().empty() && reading.GetElements().empty()) << start;
         ASSERT_TRUE(reading.GetFault()) << start;
@@ -121,25 +122,54 @@ TEST_F(XmlConfigurationReadingTest, TheSetIsTheHeadOfABrokenConfigurationWithOne
     }
 }
 
+TEST_F(XmlConfigurationReadingTest, NoFailureOfThePlatformPassesWithoutAWord) {
+    struct World {
+        [[nodiscard]] std::string State() const { return {}; } // a question changes nothing
+    };
+    const std::string head = ConfiguredFeature("Staple", "None") + ConfiguredFeature("Color", "x");
+    const auto isTold = [](const std::string& xml) {
+        return [xml](World&) {
+            const Reading reading{CPString(xml.c_str())};
+            SweptAnswer answer(Told(reading));
+            answer.hasFailed = reading.GetFault() && !reading.GetFault()->isInContent;
+            return answer;
+        };
+    };
+    const auto members = [&](World&) {
+        std::string names;
+        const auto set = ConfiguredFeatures(head);
+        for (unsigned int i = 0; i < set.NumberOfFeatures(); ++i)
+            names += set.GetFeature(i).GetDebugDisplayString().utf8Bytes();
+        return SweptAnswer(names);
+    };
+    const Rows<const char*, FailureSweep<World>::Operation> operations{
+        {"a reading", isTold("<c>" + head + "</c>")},
+        {"a faulty one", isTold("<c>" + head + "<Foo/><Bar/></c>")},
+        {"a set", members},
+    };
+    for (const auto& [name, operation] : operations)
+        FailureSweep<World>([] { return std::make_unique<World>(); }, operation).Run(name);
+}
+
 const GrowthCase growthCases[] = {
     {"Features",
      [](std::size_t n) {
          const std::string xml =
              "<c>" + Repeat(n, ConfiguredFeature("Nobody", "x") + "<!-- --><UID/>\n") + "</c>";
-         return [text = CPString(xml.c_str())] { XmlConfigurationReading reading(text); };
+         return [text = CPString(xml.c_str())] { Reading reading(text); };
      }},
     {"LostFeatures",
      [](std::size_t n) {
          const std::string xml =
              "<c>" + Repeat(n, ConfiguredFeature("Staple", "x")) + "<Foo/>" + Repeat(n, "<Bar/>") + "</c>";
-         return [text = CPString(xml.c_str())] { XmlConfigurationReading reading(text); };
+         return [text = CPString(xml.c_str())] { Reading reading(text); };
      }},
     {"LongNamesAndComments",
      [](std::size_t n) {
          const std::string xml = "<c><Feature Name='" + std::string(n, 'n') + "'>" + Repeat(n, "<!---->") +
                                  "<Setting Name='" + std::string(n, 'v') + "' Behavior='" +
                                  std::string(n, 'b') + "'/></Feature></c>";
-         return [text = CPString(xml.c_str())] { XmlConfigurationReading reading(text); };
+         return [text = CPString(xml.c_str())] { Reading reading(text); };
      }},
 };
 
