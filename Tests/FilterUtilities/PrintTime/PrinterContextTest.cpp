@@ -10,9 +10,12 @@
 #include <System/MessageQueue.h>
 #include <SystemServices/SafeCoInitialize.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
 
 #include <chrono>
+#include <cstdio>
 #include <string>
 #include <thread>
 
@@ -189,6 +192,35 @@ TEST_F(PrinterContext, SetsItsSinksEventWhateverItIsTold) {
     EXPECT_TRUE((CComQIPtr<IPrinterExtensionEvent>(sink.p)));
     EXPECT_TRUE((CComQIPtr<IDispatch>(sink.p)));
     EXPECT_FALSE((CComQIPtr<IPrinterQueueEvent>(sink.p)));
+}
+
+// The sample, in a process of its own; what it prints, and its exit code at the end.
+std::string RunSample(const std::string& arguments) {
+    const std::string command = OV_BINARY_DIR "/bin/PrintTimeQuestions " + arguments + " 2>&1";
+    std::FILE* const pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return "cannot be started";
+    std::string printed;
+    char block[4096];
+    while (const std::size_t count = std::fread(block, 1, sizeof block, pipe))
+        printed.append(block, count);
+    return printed + std::to_string(WEXITSTATUS(pclose(pipe)));
+}
+
+TEST_F(PrinterContext, ServesTheSampleProgram) {
+    const EnvironmentVariable queues(QueueRegistry::searchVariable, OV_SOURCE_DIR "/Samples/Queues");
+    const std::string id = " '{1f0c3ad2-94b1-4f6e-8a77-215c0e6d439b}'";
+    const auto answers = [](const char* times) {
+        return "asks for accounting data: VAL_ACCT_PROMPT_FOR_COLOR\nonly secure prints: no\n"
+               "only black and white: no\ntells the user of finished jobs: yes\nasked before: " +
+               std::string(times) + " times\n0";
+    };
+    EXPECT_EQ(answers("0"), RunSample("'color office'" + id));
+    EXPECT_EQ(answers("1"), RunSample("'Color Office'" + id));
+    EXPECT_EQ("PrintTimeQuestions: the printer cannot be reached: 0x80004005\n1", RunSample("Lobby" + id));
+    m_folder.Write("color office.xml", "damaged");
+    EXPECT_THAT(RunSample("'Color Office'" + id),
+                testing::AllOf(testing::HasSubstr("the user's settings cannot be written: 0x80070570\n"),
+                               testing::EndsWith("\n1")));
 }
 
 struct World {
