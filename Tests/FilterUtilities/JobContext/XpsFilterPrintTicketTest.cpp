@@ -11,7 +11,6 @@
 #include <Ticket/PrintTicketManager.h>
 
 #include <array>
-#include <cmath>
 
 namespace {
 
@@ -62,8 +61,9 @@ struct Snapshot {
         if (hr == E_ELEMENT_NOT_FOUND) return "none";
         return hr == S_OK ? TextOf(ns) + TextOf(option) : "failed";
     }
-    // All answers, as numbers in the order of the questions, results among them.
-    std::string Answers(bool* hasFailed = nullptr) {
+    enum Part { Options, Travelling, PagesPerSheet, Page, Sheet, Parts };
+    // The answers as numbers, results among them: each question's result comes before its values.
+    std::array<std::string, Parts> Answers(bool* hasFailed = nullptr) {
         PageOrientation::EOrientationOption orientation;
         JobDuplexAllDocumentsContiguously::EDuplexOption duplex;
         JobIdentification::EJobIdentificationOption identification;
@@ -72,23 +72,33 @@ struct Snapshot {
         NUp::NUpData nUp;
         PageMediaSize::PageMediaSizeData page;
         OutputPaperSize::OutputPaperSizeData sheet;
-        std::string text;
-        const auto add = [&](std::initializer_list<int> numbers) {
+        std::array<std::string, Parts> parts;
+        const auto add = [&](Part part, HRESULT hr, std::initializer_list<int> numbers) {
+            parts[part] += hr == E_ELEMENT_NOT_FOUND ? "none" : std::to_string(hr);
             for (const int number : numbers)
-                text += std::to_string(number) + " ";
-            const HRESULT hr = *numbers.begin();
+                parts[part] += " " + std::to_string(number);
+            parts[part] += "; ";
             if (hasFailed != nullptr && FAILED(hr) && hr != E_ELEMENT_NOT_FOUND) *hasFailed = true;
         };
-        add({asked.GetOrientationSetting(orientation), static_cast<int>(orientation)});
-        add({asked.GetDuplexSetting(duplex), static_cast<int>(duplex)});
-        add({asked.GetJobIdSetting(identification), static_cast<int>(identification)});
-        add({asked.IsSidesImagedSpecified()});
-        add({asked.GetPageScalingSettings(scaling), scaling.isFitToSize});
-        add({asked.GetBookletSettings(binding), binding.bookletType, binding.gutter});
-        add({asked.GetNUpSettings(nUp), nUp.pagesPerSheet, nUp.outlines});
-        add({asked.GetPageMediaSizeSettings(page), page.width, page.height});
-        add({asked.GetOutputPaperSizeSettings(sheet), sheet.width, sheet.height, sheet.isSpecified});
-        return text;
+        HRESULT hr = asked.GetOrientationSetting(orientation);
+        add(Options, hr, {static_cast<int>(orientation)});
+        hr = asked.GetDuplexSetting(duplex);
+        add(Options, hr, {static_cast<int>(duplex)});
+        hr = asked.GetJobIdSetting(identification);
+        add(Options, hr, {static_cast<int>(identification)});
+        add(Travelling, asked.IsSidesImagedSpecified(), {});
+        hr = asked.GetPageScalingSettings(scaling);
+        add(Travelling, hr, {scaling.isFitToSize, static_cast<int>(scaling.scalingType), scaling.scaleToFit});
+        hr = asked.GetBookletSettings(binding);
+        add(Travelling, hr,
+            {binding.bookletType, binding.gutter, static_cast<int>(binding.creep.GetDoubleValue())});
+        hr = asked.GetNUpSettings(nUp);
+        add(PagesPerSheet, hr, {nUp.featureFound, nUp.pagesPerSheet, nUp.outlines});
+        hr = asked.GetPageMediaSizeSettings(page);
+        add(Page, hr, {page.width, page.height});
+        hr = asked.GetOutputPaperSizeSettings(sheet);
+        add(Sheet, hr, {sheet.width, sheet.height, sheet.isSpecified});
+        return parts;
     }
     std::string State() const {
         std::string text;
@@ -117,14 +127,9 @@ TEST(XpsFilterPrintTicket, VirtualOperationsStandInTheSlotsOfTheReader) {
 
 TEST(XpsFilterPrintTicket, ScopesAndCounters) {
     using Base = XpsFilterPrintTicketBase;
-    const Rows<const wchar_t*, EFilterPtScope> names{{L"PageOrientation", PageFilterPtScope},
-                                                     {L"DocumentNUp", DocumentFilterPtScope},
-                                                     {L"JobNUpAllDocumentsContiguously", JobFilterPtScope},
-                                                     {L"pageOrientation", JobFilterPtScope},
-                                                     {L"Doc", JobFilterPtScope},
-                                                     {nullptr, JobFilterPtScope}};
-    for (const auto& [name, scope] : names)
-        EXPECT_EQ(Base::GetFeatureScopeFromName(name), scope);
+    // Other names are told apart by what they are answered from.
+    for (const wchar_t* const name : {L"pageOrientation", L"Doc", static_cast<const wchar_t*>(nullptr)})
+        EXPECT_EQ(Base::GetFeatureScopeFromName(name), JobFilterPtScope);
     EXPECT_EQ(Base::MsEPrintTicketScopeToEFilterPtScope(kPTPageScope), PageFilterPtScope);
     EXPECT_EQ(Base::MsEPrintTicketScopeToEFilterPtScope(kPTJobScope), JobFilterPtScope);
     EXPECT_EQ(Base::MsEPrintTicketScopeToEFilterPtScope(static_cast<EPrintTicketScope>(3)),
@@ -172,9 +177,9 @@ TEST(XpsFilterPrintTicket, AQuestionFallsBackFromTheTicketOfItsName) {
         EXPECT_EQ(empty.asked.GetCopyOfPtrToPrintTicketXmlDocumentForReading(PageFilterPtScope), nullptr);
         EXPECT_EQ(empty.Option(L"PageOrientation"), "none");
         EXPECT_EQ(empty.asked.GetKeywordsNsPrefix().m_str, nullptr);
-        const std::string absent = std::to_string(E_ELEMENT_NOT_FOUND);
-        EXPECT_EQ(empty.Answers(),
-                  absent + " 1 1 0 1 0 0 0 0 0 0 0 1 1 7611 " + absent + " 215900 279400 0 215900 279400 0 ");
+        EXPECT_EQ(empty.Answers(), (std::array<std::string, Snapshot::Parts>{
+                                       "none 1; 1 0; 1 0; ", "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; ",
+                                       "none 215900 279400; ", "0 215900 279400 0; "}));
     }
     int value = 7;
     EXPECT_EQ(tickets.asked.XpsFilterGetScoredPropertyValue(L"PageNone", true, L"Width", &value),
@@ -207,34 +212,20 @@ TEST(XpsFilterPrintTicket, PrefixesAreThoseOfTheJob) {
 }
 
 TEST(XpsFilterPrintTicket, OptionsBecomeNumbers) {
-    using Answer = std::pair<HRESULT, int>;
-    const Rows<std::string, Answer, Answer, Answer> cases{
-        {"", {E_ELEMENT_NOT_FOUND, 1}, {S_FALSE, 0}, {S_FALSE, 0}},
+    const std::string invalid = std::to_string(E_FAIL);
+    const Rows<std::string, std::string> cases{
+        {"", "none 1; 1 0; 1 0; "},
         {Choice("psk:PageOrientation", "psk:Landscape") +
              Choice("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedShortEdge") +
              Choice("ok:JobIdentification", "ok:JobIdPrintFirstPage"),
-         {S_OK, 0},
-         {S_OK, 2},
-         {S_OK, 3}},
+         "0 0; 0 2; 0 3; "},
         {Choice("psk:PageOrientation", "psk:ReversePortrait") +
              Choice("psk:JobDuplexAllDocumentsContiguously", "psk:twosidedlongedge") +
              Choice("psk:JobIdentification", "psk:JobIdBannerOn"), // of the private keywords only
-         {S_OK, 3},
-         {S_OK, 0},
-         {S_FALSE, 0}},
-        {Choice("psk:PageOrientation", "Upright"), {E_FAIL, 1}, {S_FALSE, 0}, {S_FALSE, 0}}};
-    for (const auto& [content, orientation, duplex, identification] : cases) {
-        Snapshot job(JobOf(content));
-        PageOrientation::EOrientationOption first;
-        JobDuplexAllDocumentsContiguously::EDuplexOption second;
-        JobIdentification::EJobIdentificationOption third;
-        HRESULT hr = job.asked.GetOrientationSetting(first);
-        EXPECT_EQ(Answer(hr, static_cast<int>(first)), orientation) << content;
-        hr = job.asked.GetDuplexSetting(second);
-        EXPECT_EQ(Answer(hr, static_cast<int>(second)), duplex) << content;
-        hr = job.asked.GetJobIdSetting(third);
-        EXPECT_EQ(Answer(hr, static_cast<int>(third)), identification) << content;
-    }
+         "0 3; 0 0; 1 0; "},
+        {Choice("psk:PageOrientation", "Upright"), invalid + " 1; 1 0; 1 0; "}};
+    for (const auto& [content, options] : cases)
+        EXPECT_EQ(Snapshot(JobOf(content)).Answers()[Snapshot::Options], options) << content;
 }
 
 // The settings that travel: from the public ones, and from the attribute bytes only where those cannot be
@@ -247,47 +238,29 @@ TEST(XpsFilterPrintTicket, PublicSettingsHideAttributes) {
                                                                {257, Value::FromInteger(36)},
                                                                {258, Value::FromInteger(15)},
                                                                {847, Value::FromOption(5600)}});
-    // fit to size; booklet, gutter, creep; N-up: result, feature, pages, outlines; sides
-    using Expected = std::array<double, 9>;
-    const Rows<std::string, AttributeBytesRawList, Expected> cases{
-        {"", {}, {0, 0, 0, 0, S_FALSE, 0, 1, 7611, 0}},
-        {"", attributes, {1, 3, 48, 2, S_FALSE, 0, 1, 7610, 0}},
-        {onePage, attributes, {1, 3, 48, 2, S_OK, 1, 6, 7610, 0}},
+    // sides; fit to size; booklet, gutter, creep; then the pages on a sheet
+    const Rows<std::string, AttributeBytesRawList, const char*, const char*> cases{
+        {"", {}, "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; "},
+        {"", attributes, "0; 0 1 5 7260; 0 3 48 2; ", "1 0 1 7610; "},
+        {onePage, attributes, "0; 0 1 5 7260; 0 3 48 2; ", "0 1 6 7610; "},
         {Sized("psk:JobNUpAllDocumentsContiguously", Number("PagesPerSheet", "4")) + onePage +
              PublicSettings("<booklet-api>booklet-on</booklet-api><outlines-api>outlines-on</outlines-api>"
                             "<sides>two</sides><fit-to-new-size-print-ticket-keyword-api>x"
                             "</fit-to-new-size-print-ticket-keyword-api>"),
          {},
-         {1, 2, 32, 0, S_OK, 0, 4, 7610, 1}},
+         "1; 0 1 5 7260; 0 2 32 0; ",
+         "0 0 4 7610; "},
         {PublicSettings("<booklet-api>off</booklet-api><outlines-api/>"
                         "<sides specified='false'>two</sides><fit-to-new-size-print-ticket-keyword-api "
                         "specified='false'>x</fit-to-new-size-print-ticket-keyword-api>"),
-         attributes,
-         {0, 0, 0, 0, S_FALSE, 0, 1, 7611, 0}},
+         attributes, "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; "},
         {PublicSettings("<booklet-api specified='false'>booklet-on</booklet-api>"
                         "<outlines-api specified='false'>outlines-on</outlines-api>"),
-         attributes,
-         {1, 0, 0, 0, S_FALSE, 0, 1, 7611, 0}}};
-    for (const auto& [content, bytes, expected] : cases) {
+         attributes, "0; 0 1 5 7260; 0 0 0 0; ", "1 0 1 7611; "}};
+    for (const auto& [content, bytes, travelling, pages] : cases) {
         Snapshot job(JobOf(content), nullptr, bytes);
-        PageScaling::PageScalingData scaling;
-        Binding::BindingData binding;
-        NUp::NUpData nUp;
-        EXPECT_EQ(job.asked.GetPageScalingSettings(scaling), S_OK);
-        EXPECT_EQ(job.asked.GetBookletSettings(binding), S_OK);
-        const HRESULT hr = job.asked.GetNUpSettings(nUp);
-        const Expected answer = {static_cast<double>(scaling.isFitToSize),
-                                 static_cast<double>(binding.bookletType),
-                                 static_cast<double>(binding.gutter),
-                                 binding.creep.GetDoubleValue(),
-                                 static_cast<double>(hr),
-                                 static_cast<double>(nUp.featureFound),
-                                 static_cast<double>(nUp.pagesPerSheet),
-                                 static_cast<double>(nUp.outlines),
-                                 static_cast<double>(job.asked.IsSidesImagedSpecified())};
-        EXPECT_EQ(answer, expected) << content;
-        EXPECT_EQ(scaling.scaleToFit, scaling.isFitToSize ? 7260 : 7261);
-        EXPECT_EQ(static_cast<int>(scaling.scalingType), scaling.isFitToSize ? 5 : 6);
+        EXPECT_EQ(job.Answers()[Snapshot::Travelling], travelling) << content;
+        EXPECT_EQ(job.Answers()[Snapshot::PagesPerSheet], pages) << content;
     }
 }
 
@@ -304,8 +277,9 @@ struct XpsFilterPrintTicketOfAPrinter : testing::Test {
 };
 
 TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
-    using Sheet = std::array<int, 3>;
-    const Sheet page = {100'000, 200'000, 0};
+    const std::string page = "0 100000 200000 0; ";
+    const std::string letter = "0 215900 279400 1; ";
+    const std::string a3 = "0 297000 420000 1; ";
     const auto size = [](LONG unit, double width, double height) {
         const auto kind = static_cast<Dimension::UnitsEnum>(unit);
         return Attributes({{155, Value::FromDimension(Dimension(width, kind))},
@@ -323,18 +297,18 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     };
     const AttributeBytesIndexedList noSize;
     const AttributeBytesRawList none;
-    const Rows<std::string, AttributeBytesRawList, Sheet> cases{
+    const Rows<std::string, AttributeBytesRawList, std::string> cases{
         {"", none, page},
-        {keyword("psk:NorthAmericaLetter"), none, {215'900, 279'400, 1}},
-        {keyword("PSK:ISOA3"), none, {297'000, 420'000, 1}},
-        {keyword("ISOA3"), none, {297'000, 420'000, 1}},
+        {keyword("psk:NorthAmericaLetter"), none, letter},
+        {keyword("PSK:ISOA3"), none, a3},
+        {keyword("ISOA3"), none, a3},
         {keyword("ok:ISOA3"), none, page},
         {keyword("psk:NoSheet"), none, page},
         {keyword("psk:a\"]|//x[\"b"), none, page},
         {keyword(":"), none, page},
-        {keyword("psk:ISOA3"), chosen(size(Dimension::Inch, 1, 2), noSize), {297'000, 420'000, 1}},
-        {"", chosen(size(Dimension::Inch, 1, 2), noSize), {25'400, 50'800, 1}},
-        {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), {25'400, 4, 1}},
+        {keyword("psk:ISOA3"), chosen(size(Dimension::Inch, 1, 2), noSize), a3},
+        {"", chosen(size(Dimension::Inch, 1, 2), noSize), "0 25400 50800 1; "},
+        {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), "0 25400 4 1; "},
         {"", chosen(size(Dimension::Inch, 1, 0), size(Dimension::Inch, 3, 3)), page},
         {"", chosen(noSize, noSize), page}};
     const std::string ofPage =
@@ -342,11 +316,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     for (PrintTicketManager* const from : {&manager, static_cast<PrintTicketManager*>(nullptr)}) {
         for (const auto& [content, attributes, expected] : cases) {
             Snapshot snapshot(JobOf(ofPage + content), from, attributes);
-            OutputPaperSize::OutputPaperSizeData sheet;
-            EXPECT_EQ(snapshot.asked.GetOutputPaperSizeSettings(sheet), S_OK);
             const bool asksPrinter = content.find("keyword") != std::string::npos;
-            EXPECT_EQ((Sheet{sheet.width, sheet.height, sheet.isSpecified}),
-                      asksPrinter && from == nullptr ? page : expected)
+            EXPECT_EQ(snapshot.Answers()[Snapshot::Sheet], asksPrinter && from == nullptr ? page : expected)
                 << content;
         }
     }
@@ -355,11 +326,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     Snapshot snapshot(
         JobOf(Sized("psk:PageMediaSize", Number("MediaSizeWidth", "100000")) + keyword("psk:ISOA3")),
         &unopened);
-    OutputPaperSize::OutputPaperSizeData sheet;
-    EXPECT_EQ(snapshot.asked.GetOutputPaperSizeSettings(sheet), S_OK);
-    EXPECT_EQ((Sheet{sheet.width, sheet.height, sheet.isSpecified}), (Sheet{100'000, 279'400, 0}));
-    PageMediaSize::PageMediaSizeData media;
-    EXPECT_EQ(snapshot.asked.GetPageMediaSizeSettings(media), E_ELEMENT_NOT_FOUND);
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Sheet], "0 100000 279400 0; ");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Page], "none 100000 279400; ");
 }
 
 TEST_F(XpsFilterPrintTicketOfAPrinter, SnapshotsAreOfMergedLevelsAndShareTheirTickets) {
@@ -408,8 +376,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, AskingChangesNoTicketAndFailuresAreTold) 
                Declare("y", PrivateUri()))};
     Snapshot snapshot(tickets, &manager);
     const std::string before = snapshot.State();
-    EXPECT_EQ(snapshot.Answers(), "0 0 1 0 0 1 0 0 0 0 0 0 1 1 7611 " + std::to_string(E_ELEMENT_NOT_FOUND) +
-                                      " 215900 279400 0 215900 279400 0 ");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Options], "0 0; 1 0; 0 1; ");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Travelling], "0; 0 0 6 7261; 0 0 0 0; ");
     bool isSpecified = true;
     CXString text;
     PrintTicketOrvelPublicDocSettingsReaderWriter& settings =
@@ -429,7 +397,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, AskingChangesNoTicketAndFailuresAreTold) 
                            [](Snapshot& world) -> SweptAnswer {
                                world.Take();
                                SweptAnswer answer;
-                               answer.text = world.Answers(&answer.hasFailed);
+                               for (const std::string& part : world.Answers(&answer.hasFailed))
+                                   answer.text += part;
                                return answer;
                            })
         .Run("a snapshot and all questions");
