@@ -87,19 +87,19 @@ void AskAll(XpsFilterPrintTicket& ticket) {
     if (!isAnswered) std::abort(); // the sample's ticket has an answer to each
 }
 
-void SnapshotAndAllQuestions(benchmark::State& state) {
+void SnapshotAndAllQuestions(benchmark::State& state, const std::string& inJobTicket) {
     using Clock = std::chrono::steady_clock;
     const auto queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
     OvPlatform::QueueRegistry::Add(queue);
     const auto job = MakeFake<FakeFixedDocumentSequence>();
     const auto document = MakeFake<FakeFixedDocument>();
     const auto page = MakeFake<FakeFixedPage>();
-    const auto partTicket = [](const wchar_t* uri) {
+    const auto partTicket = [](const wchar_t* uri, const std::string& more) {
         return CComPtr<IPartPrintTicket>(
-            new FakePrintTicketPart(uri, TicketText(Choice("psk:PageOrientation", "psk:Landscape"))));
+            new FakePrintTicketPart(uri, TicketText(Choice("psk:PageOrientation", "psk:Landscape") + more)));
     };
-    job->ticket = partTicket(L"/job");
-    page->ticket = partTicket(L"/page");
+    job->ticket = partTicket(L"/job", inJobTicket);
+    page->ticket = partTicket(L"/page", "");
     PrintTicketManager manager;
     std::wstring name = queue->PrinterName();
     if (FAILED(
@@ -111,6 +111,10 @@ void SnapshotAndAllQuestions(benchmark::State& state) {
 
     XPathOver peer(manager.GetPtrToPagePrintTicketForReading());
     XpsFilterPrintTicket ticket(&manager, NoDisplayHelp());
+    OutputPaperSize::OutputPaperSizeData sheet;
+    if (manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket) != S_OK ||
+        ticket.GetOutputPaperSizeSettings(sheet) != S_OK || sheet.isSpecified == inJobTicket.empty())
+        std::abort();
     std::vector<double> ownSeconds;
     std::vector<double> peerSeconds;
     for ([[maybe_unused]] auto _ : state) {
@@ -130,7 +134,17 @@ void SnapshotAndAllQuestions(benchmark::State& state) {
     state.counters["limit"] = 12;
 }
 
-BENCHMARK(SnapshotAndAllQuestions)->UseManualTime();
+// Pages that come out on another paper: its size stands in the capabilities, which are larger than any
+// ticket.
+const std::string fitToAnotherPaper =
+    std::string("<psf:ParameterInit name='ok:JobOrvelPublicDocSettings' "
+                "xmlns:ok='http://schemas.orvel.example/enterprise/print/driver/native/"
+                "printSchemaPrivateKeywords/2006/11'><psf:Value xsi:type='xsd:string'>&lt;s>") +
+    "&lt;fit-to-new-size-print-ticket-keyword-api>psk:ISOA3&lt;/fit-to-new-size-print-ticket-keyword-api>"
+    "&lt;/s></psf:Value></psf:ParameterInit>";
+
+BENCHMARK_CAPTURE(SnapshotAndAllQuestions, AsTheDefault, "")->UseManualTime();
+BENCHMARK_CAPTURE(SnapshotAndAllQuestions, FitToAnotherPaper, fitToAnotherPaper)->UseManualTime();
 
 } // namespace
 

@@ -221,13 +221,20 @@ void This::ReadSheetFromAttributeBytes(OutputPaperSizeData& data) const {
 
 void This::ReadSheetFromCapabilities(const CXString& keyword, OutputPaperSizeData& data) const {
     if (GetManager() == nullptr) return;
+    const CXString printer = GetManager()->GetPrinterName();
+    if (m_knownSheet.keyword == keyword && m_knownSheet.printer == printer) {
+        data = m_knownSheet.size;
+        return;
+    }
     CComPtr<IXMLDOMDocument2> document;
     ThrowIfFailed(GetManager()->GetCapabilities(nullptr, &document));
     const PrintCapabilitiesXmlDocument capabilities(document);
-    const CComPtr<IXMLDOMNode> option = FindSheet(capabilities, keyword);
-    if (!option) return;
-    int width = 0;
-    int height = 0;
-    capabilities.GetWidthAndLengthPropertyValues(GetTicketInForce(), option, width, height);
-    SetSheet(data, width, height);
+    if (const CComPtr<IXMLDOMNode> option = FindSheet(capabilities, keyword)) {
+        int width = 0;
+        int height = 0;
+        capabilities.GetWidthAndLengthPropertyValues(GetTicketInForce(), option, width, height);
+        SetSheet(data, width, height);
+    }
+    // The size of a custom sheet is that of the ticket at hand.
+    if (keyword.View().find(L"Custom") == std::wstring_view::npos) m_knownSheet = {printer, keyword, data};
 }

@@ -46,4 +46,12 @@ private:
     void ReadSheetFromAttributeBytes(PrintSchema::OutputPaperSize::OutputPaperSizeData& data) const;
     void ReadSheetFromCapabilities(const CXString& keyword,
                                    PrintSchema::OutputPaperSize::OutputPaperSizeData& data) const;
+
+    /// What the capabilities said of a keyword last: they are large, and the pages of a job ask for the same.
+    struct KnownSheet {
+        CXString printer = {};
+        CXString keyword = {};
+        PrintSchema::OutputPaperSize::OutputPaperSizeData size = {};
+    };
+    mutable KnownSheet m_knownSheet;
 };

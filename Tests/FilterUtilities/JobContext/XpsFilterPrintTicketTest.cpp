@@ -321,6 +321,12 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
                 << content;
         }
     }
+    // What one page asked for is not what the next one gets.
+    Snapshot pages(JobOf(keyword("psk:NorthAmericaLetter")), &manager);
+    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], letter);
+    pages.documents[1] = Snapshot(JobOf(keyword("psk:ISOA3"))).documents[1];
+    pages.Take();
+    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], a3);
     // Without a printer there are no capabilities; without the second length, the first stands.
     PrintTicketManager unopened;
     Snapshot snapshot(
