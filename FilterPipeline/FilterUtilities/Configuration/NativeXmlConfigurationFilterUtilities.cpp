@@ -14,14 +14,13 @@
 
 namespace {
 
-// Null where the pipeline has no such bag. One that it has and does not give is reported: what is enforced
-// may stand there.
+// Null where the pipeline has no such bag, and where it cannot be had, which is reported.
 CComPtr<IPrinterPropertyBag> GetBag(IPrintPipelinePropertyBag& pipeline, const wchar_t* name) {
     MsSafeVariant value;
     CComPtr<IPrinterPropertyBag> bag;
     const HRESULT hr = pipeline.GetProperty(name, &value);
-    if (hr == E_ELEMENT_NOT_FOUND) return bag;
-    if (FAILED(ReportIfFailed(hr)) || value.vt != VT_UNKNOWN || value.punkVal == nullptr) return bag;
+    if (hr == E_ELEMENT_NOT_FOUND || FAILED(ReportIfFailed(hr))) return bag;
+    if (value.vt != VT_UNKNOWN || value.punkVal == nullptr) return bag;
     ReportIfFailed(
         value.punkVal->QueryInterface(__uuidof(IPrinterPropertyBag), reinterpret_cast<void**>(&bag)));
     return bag;

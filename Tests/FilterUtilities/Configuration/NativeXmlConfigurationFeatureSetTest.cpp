@@ -268,6 +268,9 @@ TEST_F(NativeXmlConfigurationFeatureSetTest, FiltersHaveItFromThePipeline) {
     capabilities->Write("broken", 6, nullptr);
     EXPECT_EQ(build(*pipeline), 1u);
     EXPECT_EQ(ReportRecorder::reports().size(), 1u);
+    pipeline->failures[XPS_FP_QUEUE_PROPERTY_BAG] = E_ACCESSDENIED;
+    EXPECT_EQ(build(*pipeline), 0u);
+    EXPECT_EQ(ReportRecorder::reports().size(), 2u) << "a bag that is there but cannot be had";
     EXPECT_EQ(queueBag->References(), 2u) << "ours and the pipeline's";
 }
 
