@@ -8,8 +8,11 @@
 #include <Configuration/NativeXmlConfigurationFilterUtilities.h>
 #include <Configuration/TicketEnforcement.h>
 #include <LowLevelFacilities/Failures/CPExceptionUnknownKeyRequest.h>
+#include <LowLevelFacilities/Formatter/CPFormat.h>
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace {
 
@@ -18,38 +21,35 @@ using Feature = NativeXmlConfigurationFeature;
 using JobTypes = NativeXmlConfigurationFeatureSet::JobTypes;
 using NativeXmlConfigurationFeatureSetTest = InApartment<>;
 
-constexpr const char* withoutSetting = "<ModelName/>";
-
 TEST_F(NativeXmlConfigurationFeatureSetTest, MembersAnswerOutOfTheDictionaries) {
     const auto set = ConfiguredFeatures(
         ConfiguredFeature("2-SidedPrinting", "TwoSidedAny", "EnforcedDefault") +
         ConfiguredFeature("SecurePrintOnly", "Enabled", "Default") + ConfiguredFeature("FaxJobType", "ON") +
         ConfiguredFeature("JobType", "nonsense", "") + "<Feature Name='Staple'><UID/><Setting/></Feature>");
-    const Rows<const char*, Feature::BehaviorEnum, const char*, const char*> members{
-        {"2-SidedPrinting", Feature::EnforcedDefault, "EnforcedDefault",
-         "DOCUMENT: DataModelIds::VAL_SIDES_TWO_SIDED_ANY (OPTION) is EnforcedDefault for "
-         "2-SidedPrinting/DataModelIds::FEAT_SIDES_IMAGED/sides"},
-        {"FaxJobType", Feature::EnforcedSetting, "EnforcedSetting",
+    // By name, with their behaviours.
+    const Rows<Feature::BehaviorEnum, std::string> members{
+        {Feature::EnforcedDefault,
+         "DOCUMENT: DataModelIds::VAL_SIDES_TWO_SIDED_ANY (OPTION) is EnforcedDefault "
+         "for 2-SidedPrinting/DataModelIds::FEAT_SIDES_IMAGED/sides"},
+        {Feature::EnforcedSetting,
          "DOCUMENT: true (BOOLEAN) is EnforcedSetting for "
          "FaxJobType/DataModelIds::FEAT_DEV_CONFIGURE_JOB_TYPE_FAX/odrv-device-configure-job-type-fax"},
-        {"JobType", Feature::EnforcedSetting, "",
+        {Feature::EnforcedSetting,
          "DOCUMENT: nonsense (OPTION) is  for JobType/DataModelIds::FEAT_JOB_TYPE/job-type-api"},
-        {"SecurePrintOnly", Feature::Default, "Default",
+        {Feature::Default,
          "DEVICE: DataModelIds::VAL_SECURE_PRINT_ONLY_ENABLED (OPTION) is Default for "
          "SecurePrintOnly/DataModelIds::FEAT_DEV_SECURE_PRINT_ONLY/odrv-device-secure-print-only"},
-        {"Staple", Feature::NoBehavior, "",
+        {Feature::NoBehavior,
          "DOCUMENT:  (OPTION) is  for Staple/DataModelIds::FEAT_FINISHING_STAPLE/staple-api"},
     };
     ASSERT_EQ(set.NumberOfFeatures(), members.size());
     unsigned int i = 0;
-    for (const auto& [name, behavior, behaviorString, display] : members) {
-        const Feature& member = set.GetFeature(i++); // by name
-        EXPECT_EQ(set.TryGetFeature(CPString(name)), &member);
+    for (const auto& [behavior, display] : members) {
+        const Feature& member = set.GetFeature(i++);
+        EXPECT_EQ(member.GetDebugDisplayString(), display.c_str());
+        EXPECT_EQ(member.GetBehaviorEnum(), behavior) << display;
+        EXPECT_EQ(set.TryGetFeature(member.GetXmlConfigFeature()), &member);
         EXPECT_EQ(set.TryGetFeature(member.GetFeatureEnum()), &member);
-        EXPECT_EQ(member.GetBehaviorEnum(), behavior) << name;
-        EXPECT_EQ(member.GetBehaviorString(), behaviorString) << name;
-        EXPECT_EQ(member.GetDebugDisplayString(), display);
-        EXPECT_FALSE(member.HasParentFeatures());
     }
     EXPECT_EQ(set.GetFeature(0).GetValueEnum(), VAL_SIDES_TWO_SIDED_ANY);
     EXPECT_EQ(set.GetFeature(0).GetValueEnumString(), "DataModelIds::VAL_SIDES_TWO_SIDED_ANY");
@@ -74,7 +74,6 @@ TEST_F(NativeXmlConfigurationFeatureSetTest, KnowsCollectionsAndOlderNamesOfValu
                            ConfiguredFeature("PaperSizeSubsequentRotationSetting", "Envelope4_375x5_75"));
     const Feature& sizes = *set.TryGetFeature("PaperSizeSubsequentRotationSetting");
     EXPECT_EQ(sizes.GetValueEnum(), VAL_MEDIA_SIZE_OPTIONS_ENV_5_5_4_375X5_75);
-    EXPECT_EQ(sizes.TryGetValueEnum(), VAL_MEDIA_SIZE_OPTIONS_ENV_5_5_4_375X5_75);
     const Feature& stapler = *set.TryGetFeature("PullPrintStapler");
     EXPECT_TRUE(stapler.HasParentFeatures());
     EXPECT_TRUE(std::string(stapler.GetDebugDisplayString().view()).ends_with("-actual (parents: 747)"));
@@ -94,39 +93,31 @@ TEST_F(NativeXmlConfigurationFeatureSetTest, ASubsetIsByModeAndAMemberCanGo) {
 }
 
 TEST_F(NativeXmlConfigurationFeatureSetTest, JobTypesAreDisallowedOnlyByANo) {
-    // The whole range, with each guard saying no in turn.
-    const Rows<const char*, std::vector<int>> guards{
-        {"NormalPrintJobType", {7890}},
-        {"SecurePrintJobType", {7891}},
-        {"DelayedPrintJobType", {7893}},
-        {"FaxJobType", {7894}},
-        {"SaveJobType", {7895}},
-        {"PrintAndSaveJobType", {7896}},
-        {"PersonalPrintJobType", {7897}},
-        {"SavedJobType", {7898, 7900}},
-        {"ProofPrintJobType", {7899, 7905}},
-        {"PrintWithJobType", {7901}},
-        {"HoldJobType", {7902}},
-        {"CreateBackgroundFormJobType", {7903}},
-        {"JobType", {}},
-        {"Staple", {}},
-    };
+    // Every feature there is says no in turn, says yes, and has no setting.
     const auto disallowed = [](const std::string& configuration) {
         const auto set = ConfiguredFeatures(configuration);
-        std::vector<int> types;
-        for (int type = 7880; type < 7920; ++type) {
+        std::string types;
+        for (int type = 7880; type < 7920; ++type)
             if (set.IsJobTypeValueDisallowedByXmlConfig(static_cast<tagValueEnum>(type)))
-                types.push_back(type);
-        }
+                types += " " + std::to_string(type);
         return types;
     };
-    for (const auto& [guard, types] : guards) {
-        EXPECT_EQ(disallowed(ConfiguredFeature(guard, "no")), types) << guard;
-        EXPECT_EQ(disallowed(ConfiguredFeature(guard, "Enabled")), std::vector<int>()) << guard;
-        EXPECT_EQ(disallowed("<Feature Name='" + std::string(guard) + "'>" + withoutSetting + "</Feature>"),
-                  std::vector<int>())
-            << guard;
+    std::vector<const NativeXmlConfigFeatureEntry*> entries;
+    NativeXmlConfigFeatureDictionary::Instance()->GetAllEntries(entries);
+    std::set<std::string> guards;
+    for (const auto* const entry : entries) {
+        const std::string name(entry->xmlConfigFeatureName.view());
+        const std::string types = disallowed(ConfiguredFeature(name, "no"));
+        if (!types.empty()) guards.insert(name + types);
+        EXPECT_EQ(disallowed(ConfiguredFeature(name, "Enabled")), "") << name;
+        EXPECT_EQ(disallowed("<Feature Name='" + name + "'><ModelName/></Feature>"), "") << name;
     }
+    EXPECT_EQ(guards, (std::set<std::string>{"NormalPrintJobType 7890", "SecurePrintJobType 7891",
+                                             "DelayedPrintJobType 7893", "FaxJobType 7894",
+                                             "SaveJobType 7895", "PrintAndSaveJobType 7896",
+                                             "PersonalPrintJobType 7897", "SavedJobType 7898 7900",
+                                             "ProofPrintJobType 7899 7905", "PrintWithJobType 7901",
+                                             "HoldJobType 7902", "CreateBackgroundFormJobType 7903"}));
     const NativeXmlConfigurationFeatureSet empty = ConfiguredFeatures("");
     EXPECT_TRUE(
         empty.IsJobTypeValueSupportedByPrinterPriorToConstraints({VAL_JOB_TYPE_HOLD}, VAL_JOB_TYPE_HOLD));
@@ -190,40 +181,36 @@ TEST_F(NativeXmlConfigurationFeatureSetTest, AJobBecomesATypeThatIsAllowed) {
 }
 
 TEST_F(NativeXmlConfigurationFeatureSetTest, ThreeFeaturesAreEnforcedInTickets) {
-    const Rows<const char*, const char*, const wchar_t*, int, bool> values{
-        // feature and value; what is written, and whether an enforced default does so, too
-        {"ImagesPerPage", "1", L"1", 1, false},
-        {"ImagesPerPage", "2", L"2", 2, false},
-        {"ImagesPerPage", "4", L"4", 4, false},
-        {"ImagesPerPage", "6", L"6", 6, false},
-        {"ImagesPerPage", "9", L"9", 9, false},
-        {"ImagesPerPage", "16", L"16", 16, false},
-        {"ImagesPerPage", "3", nullptr, 0, false},
-        {"JobIdentification", "PrintIdOnABannerSheet", L"ok:JobIdBannerOn", 0, false},
-        {"JobIdentification", "PrintIdInMarginsFirstPageOnly", L"ok:JobIdPrintFirstPage", 0, false},
-        {"JobIdentification", "PrintIdInMarginsAllPages", L"ok:JobIdPrintAllPages", 0, false},
-        {"JobIdentification", "_custombannersheet_", L"ok:JobIdCustomBanner", 0, false},
-        {"JobIdentification", "DisableJobId", L"ok:JobIdOff", 0, false},
-        {"2-SidedPrinting", "OneSided", L"OneSided", 0, false},
-        {"2-SidedPrinting", "TwoSidedLongEdge", L"TwoSidedLongEdge", 0, false},
-        {"2-SidedPrinting", "TwoSidedShortEdge", L"TwoSidedShortEdge", 0, false},
-        {"2-SidedPrinting", "TwoSidedAny", L"TwoSidedLongEdge", 0, true},
-        {"2-SidedPrinting", "twosidedany", nullptr, 0, false},
-    };
-    for (const auto& [name, value, written, number, byDefaultToo] : values) {
-        const TicketEnforcement::Feature* const feature = TicketEnforcement::Find(name);
-        ASSERT_NE(feature, nullptr) << name;
-        for (const char* const behavior : {"Default", "EnforcedDefault", "EnforcedSetting"}) {
-            const auto set = ConfiguredFeatures(ConfiguredFeature(name, value, behavior));
-            const bool writes = written != nullptr && (std::string_view(behavior) == "EnforcedSetting" ||
-                                                       (byDefaultToo && behavior[0] == 'E'));
-            const auto* const row = TicketEnforcement::FindValue(*feature, set.GetFeature(0));
-            ASSERT_EQ(row != nullptr, writes) << name << " " << value << " " << behavior;
-            if (row == nullptr) continue;
-            EXPECT_STREQ(row->text, written);
-            EXPECT_EQ(row->number, number);
+    // Every value that the dictionary has for them, with what it writes; a star where a default does, too.
+    std::vector<const NativeXmlConfigOptionValueEntry*> options;
+    NativeXmlConfigOptionValueDictionary::Instance()->GetAllEntries(options);
+    std::string told;
+    for (const TicketEnforcement::Feature& feature : TicketEnforcement::GetFeatures()) {
+        const std::string name(feature.configurationName);
+        EXPECT_EQ(TicketEnforcement::Find(name), &feature);
+        told += name + ":";
+        const auto find = [&](const CPString& value, const char* behavior) {
+            const auto set = ConfiguredFeatures(ConfiguredFeature(name, value.utf8Bytes(), behavior));
+            return TicketEnforcement::FindValue(feature, set.GetFeature(0));
+        };
+        for (const auto* const option : options) {
+            const CPString& value = option->xmlConfigOptionName;
+            const auto* const written = find(value, "EnforcedSetting");
+            if (written == nullptr || written->value != option->value) continue; // of another feature
+            told += FormatStdString(" %s=%s", value, written->text);
+            if (written->number != 0) told += FormatStdString("/%d", written->number);
+            if (find(value, "EnforcedDefault") == written) told += "*";
+            EXPECT_EQ(find(value, "Default"), nullptr);
         }
+        told += "\n";
     }
+    EXPECT_EQ(told,
+              "ImagesPerPage: 1=1/1 2=2/2 4=4/4 6=6/6 9=9/9 16=16/16\n"
+              "JobIdentification: DisableJobId=ok:JobIdOff PrintIdOnABannerSheet=ok:JobIdBannerOn "
+              "PrintIdInMarginsFirstPageOnly=ok:JobIdPrintFirstPage "
+              "PrintIdInMarginsAllPages=ok:JobIdPrintAllPages _custombannersheet_=ok:JobIdCustomBanner\n"
+              "2-SidedPrinting: OneSided=OneSided TwoSidedLongEdge=TwoSidedLongEdge "
+              "TwoSidedShortEdge=TwoSidedShortEdge TwoSidedAny=TwoSidedLongEdge*\n");
     EXPECT_EQ(TicketEnforcement::Find("Staple"), nullptr);
     const auto sides = [](const char* configured, const wchar_t* current) {
         const auto& feature = *TicketEnforcement::Find("2-SidedPrinting");

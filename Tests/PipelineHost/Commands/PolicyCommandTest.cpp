@@ -51,24 +51,18 @@ TEST_F(PolicyCommandTest, EachFeatureSaysWhatItDoes) {
          "psk:JobNUpAllDocumentsContiguously becomes 4 (SetScoredPropertyValue)"},
         {"ImagesPerPage", "<Setting Name='5'/>",
          "FEAT_PAGE_LAYOUT 5 EnforcedSetting nothing: it has no such value"},
-        {"JobIdentification", "<Setting Name='DisableJobId'/>",
-         "FEAT_JOB_IDENTIFICATION DisableJobId (VAL_PRINT_ID_OFF) EnforcedSetting tickets: option of "
-         "ok:JobIdentification becomes ok:JobIdOff (SetChildNodeOptionAttributeValue)"},
         {"JobIdentification", "<UID/>", "FEAT_JOB_IDENTIFICATION - - nothing: it has no setting"},
         {"FaxJobType", "<Setting Name='no'/>",
          guard + "FAX no EnforcedSetting job types: VAL_JOB_TYPE_FAX_DEPRECATED is not printed as such"},
         {"ProofPrintJobType", "<Setting Name='T'/>",
          guard + "PROOF_PRINT T EnforcedSetting job types: VAL_JOB_TYPE_PROOF_PRINT, "
                  "VAL_JOB_TYPE_PROOF_PRINT_WITH_JOB_NAME may be printed"},
-        {"HoldJobType", "<UID/>", guard + "HOLD - - job types: nothing: it has no setting"},
         {"SecurePrintOnly", "<Setting Name='Enabled'/>",
          "FEAT_DEV_SECURE_PRINT_ONLY Enabled (VAL_SECURE_PRINT_ONLY_ENABLED) EnforcedSetting "
          "job types: every job becomes VAL_JOB_TYPE_SECURE_PRINT"},
         {"JobType", "<Setting Name='HoldJobType'/>",
          "FEAT_JOB_TYPE HoldJobType (VAL_JOB_TYPE_HOLD) EnforcedSetting job types: every job becomes "
          "VAL_JOB_TYPE_HOLD, if that may be printed"},
-        {"JobType", "<Setting Name='x'/>",
-         "FEAT_JOB_TYPE x EnforcedSetting job types: nothing: it has no such value"},
         {"Staple", "<Setting Name='None' Behavior='Default'/>",
          "FEAT_FINISHING_STAPLE None (VAL_FINISHING_NO_STAPLE) Default known, but enforced nowhere"},
         {"Nobody", "<Setting Name='x'/>", "- - - unknown: skipped"},
