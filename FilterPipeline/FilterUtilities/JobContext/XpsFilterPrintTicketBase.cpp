@@ -82,8 +82,10 @@ void This::Initialize(EPrintTicketScope scope, IXMLDOMDocument2* defaultTicket, 
     m_userToken = userToken;
     m_publicSettings = PublicSettingsOf(nullptr);
     m_tickets = {};
-    Tickets tickets = {TicketOver(defaultTicket), TicketOver(jobTicket), TicketOver(documentTicket),
-                       TicketOver(pageTicket)};
+    IXMLDOMDocument2* const documents[] = {defaultTicket, jobTicket, documentTicket, pageTicket};
+    Tickets tickets;
+    for (std::size_t slot = 0; slot < tickets.size(); ++slot)
+        tickets[slot] = TicketOver(documents[slot]);
     m_publicSettings = PublicSettingsOf(tickets[JobFilterPtScope].get());
     m_tickets = std::move(tickets);
 }
