@@ -370,7 +370,7 @@ CComBSTR PrintSchemaXmlDocument::GetNsPrefixOf(const wchar_t* prefix,
     other.RequireDocument();
     if (PrivateKeywordNames(other).AreMeantBy(View(prefix))) return Copy(m_userKeywordsPrefix);
     CComBSTR uri;
-    if (!ReadAttribute(other.m_rootNode, DeclarationName(View(prefix)), uri)) return Make(View(prefix));
+    if (!ReadAttribute(other.m_rootNode, DeclarationName(View(prefix)), uri)) return {};
     if (View(uri) == PrintSchema::USER_KEYWORDS_URI) return Copy(m_userKeywordsPrefix);
     CComBSTR own;
     const HRESULT hr = TryGetPrefixFromURI(uri, &own);

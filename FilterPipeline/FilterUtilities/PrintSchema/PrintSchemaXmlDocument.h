@@ -73,8 +73,8 @@ public:
     bool IsKeywordsV11NsPrefixDefined() const;
     /// Raises E_INVALIDARG for what is no MsPrintTicketNamespacesEnum.
     CComBSTR GetNsPrefix(PrintSchema::MsPrintTicketNamespacesEnum ns) const;
-    /// The prefix of this document for what a prefix means in another one; null if this root element does not
-    /// declare that namespace. What is not declared there stays as it is.
+    /// The prefix of this document for what a prefix means in another one; null if one of the two root
+    /// elements does not declare that namespace. An empty one stays as it is.
     CComBSTR GetNsPrefixOf(const wchar_t* prefix, const PrintSchemaXmlDocument& other) const;
     /// Splits a name at its first colon. A name without prefix is public. E_FAIL, with the keyword filled in,
     /// for prefixes other than those of the keywords and the private keywords; failures are returned.

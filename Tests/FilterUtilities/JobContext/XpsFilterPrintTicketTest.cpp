@@ -21,8 +21,6 @@ using Slots = std::array<std::string, 4>; // tickets from the default down; empt
 const NoDisplayHelp helper;
 const std::string ok = Declare("ok", PrivateUri());
 
-std::string Choice(const std::string& feature, const std::string& option) { return Feature(feature, option); }
-
 std::string Sized(const std::string& feature, const std::string& properties) {
     return Feature(feature, "psk:Some", properties);
 }
@@ -73,31 +71,25 @@ struct Snapshot {
         PageMediaSize::PageMediaSizeData page;
         OutputPaperSize::OutputPaperSizeData sheet;
         std::array<std::string, Parts> parts;
-        const auto add = [&](Part part, HRESULT hr, std::initializer_list<int> numbers) {
-            parts[part] += hr == E_ELEMENT_NOT_FOUND ? "none" : std::to_string(hr);
+        // In braces, the question comes before its values.
+        const auto add = [&](Part part, std::initializer_list<int> numbers) {
+            const HRESULT hr = *numbers.begin();
             for (const int number : numbers)
-                parts[part] += " " + std::to_string(number);
-            parts[part] += "; ";
+                parts[part] += (number == E_ELEMENT_NOT_FOUND ? "none" : std::to_string(number)) + " ";
+            parts[part].back() = ';';
             if (hasFailed != nullptr && FAILED(hr) && hr != E_ELEMENT_NOT_FOUND) *hasFailed = true;
         };
-        HRESULT hr = asked.GetOrientationSetting(orientation);
-        add(Options, hr, {static_cast<int>(orientation)});
-        hr = asked.GetDuplexSetting(duplex);
-        add(Options, hr, {static_cast<int>(duplex)});
-        hr = asked.GetJobIdSetting(identification);
-        add(Options, hr, {static_cast<int>(identification)});
-        add(Travelling, asked.IsSidesImagedSpecified(), {});
-        hr = asked.GetPageScalingSettings(scaling);
-        add(Travelling, hr, {scaling.isFitToSize, static_cast<int>(scaling.scalingType), scaling.scaleToFit});
-        hr = asked.GetBookletSettings(binding);
-        add(Travelling, hr,
-            {binding.bookletType, binding.gutter, static_cast<int>(binding.creep.GetDoubleValue())});
-        hr = asked.GetNUpSettings(nUp);
-        add(PagesPerSheet, hr, {nUp.featureFound, nUp.pagesPerSheet, nUp.outlines});
-        hr = asked.GetPageMediaSizeSettings(page);
-        add(Page, hr, {page.width, page.height});
-        hr = asked.GetOutputPaperSizeSettings(sheet);
-        add(Sheet, hr, {sheet.width, sheet.height, sheet.isSpecified});
+        add(Options, {asked.GetOrientationSetting(orientation), static_cast<int>(orientation)});
+        add(Options, {asked.GetDuplexSetting(duplex), static_cast<int>(duplex)});
+        add(Options, {asked.GetJobIdSetting(identification), static_cast<int>(identification)});
+        add(Travelling, {asked.IsSidesImagedSpecified()});
+        add(Travelling, {asked.GetPageScalingSettings(scaling), scaling.isFitToSize,
+                         static_cast<int>(scaling.scalingType), scaling.scaleToFit});
+        add(Travelling, {asked.GetBookletSettings(binding), binding.bookletType, binding.gutter,
+                         binding.creep.GetIntValue(0)});
+        add(PagesPerSheet, {asked.GetNUpSettings(nUp), nUp.featureFound, nUp.pagesPerSheet, nUp.outlines});
+        add(Page, {asked.GetPageMediaSizeSettings(page), page.width, page.height});
+        add(Sheet, {asked.GetOutputPaperSizeSettings(sheet), sheet.width, sheet.height, sheet.isSpecified});
         return parts;
     }
     std::string State() const {
@@ -137,30 +129,28 @@ TEST(XpsFilterPrintTicket, ScopesAndCounters) {
 
     Base::PtChangeCounter counter;
     const Base::PtChangeCounter unset;
-    EXPECT_FALSE(counter.IsInitialized());
     counter.Increment();
     EXPECT_TRUE(counter.IsInitialized() && counter.Get() == 0 && counter != unset);
     counter.Set(0x7FFFFFFF);
     counter.Increment();
     EXPECT_EQ(counter.Get(), 0);
     counter.Reset();
-    EXPECT_TRUE(counter == unset);
-
+    EXPECT_TRUE(counter == unset && !counter.IsInitialized());
     const Gdiplus::SizeF letter = PageMediaSize::PageMediaSizeData().GetPageSizeInXpsUnits();
     EXPECT_NEAR(letter.Width, 816.0, 0.02);
     EXPECT_NEAR(letter.Height, 1056.0, 0.02);
 }
 
 TEST(XpsFilterPrintTicket, AQuestionFallsBackFromTheTicketOfItsName) {
-    Snapshot tickets({Ticket(Choice("psk:PageMediaType", "psk:Plain")),
-                      Ticket(Choice("psk:PageOutputColor", "psk:Color") +
-                             Choice("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedLongEdge")),
-                      Ticket(Choice("psk:DocumentCollate", "psk:Collated") +
-                             Choice("psk:PageOrientation", "psk:Portrait")),
-                      Ticket(Choice("psk:PageOrientation", "psk:Landscape") +
-                             Choice("psk:DocumentCollate", "psk:Uncollated") +
-                             Choice("psk:JobDuplexAllDocumentsContiguously", "psk:OneSided") +
-                             Choice("psk:PageOutputColor", "Monochrome"))});
+    Snapshot tickets({Ticket(Feature("psk:PageMediaType", "psk:Plain")),
+                      Ticket(Feature("psk:PageOutputColor", "psk:Color") +
+                             Feature("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedLongEdge")),
+                      Ticket(Feature("psk:DocumentCollate", "psk:Collated") +
+                             Feature("psk:PageOrientation", "psk:Portrait")),
+                      Ticket(Feature("psk:PageOrientation", "psk:Landscape") +
+                             Feature("psk:DocumentCollate", "psk:Uncollated") +
+                             Feature("psk:JobDuplexAllDocumentsContiguously", "psk:OneSided") +
+                             Feature("psk:PageOutputColor", "Monochrome"))});
     const Rows<const wchar_t*, const char*> cases{
         {L"PageOrientation", "psk:Landscape"},
         {L"DocumentCollate", "psk:Collated"},
@@ -178,8 +168,8 @@ TEST(XpsFilterPrintTicket, AQuestionFallsBackFromTheTicketOfItsName) {
         EXPECT_EQ(empty.Option(L"PageOrientation"), "none");
         EXPECT_EQ(empty.asked.GetKeywordsNsPrefix().m_str, nullptr);
         EXPECT_EQ(empty.Answers(), (std::array<std::string, Snapshot::Parts>{
-                                       "none 1; 1 0; 1 0; ", "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; ",
-                                       "none 215900 279400; ", "0 215900 279400 0; "}));
+                                       "none 1;1 0;1 0;", "0;0 0 6 7261;0 0 0 0;", "1 0 1 7611;",
+                                       "none 215900 279400;", "0 215900 279400 0;"}));
     }
     int value = 7;
     EXPECT_EQ(tickets.asked.XpsFilterGetScoredPropertyValue(L"PageNone", true, L"Width", &value),
@@ -203,10 +193,10 @@ TEST(XpsFilterPrintTicket, PrefixesAreThoseOfTheJob) {
     EXPECT_EQ(tickets.Option(L"PageShade", L"ok:"), "ns0000:Dark");
     EXPECT_EQ(tickets.Option(L"PageShade", L"psk:"), "none");
     EXPECT_EQ(tickets.Option(L"PageGloss", L"v:"), "v:High");
-    EXPECT_EQ(tickets.Option(L"PageGloss", L"w:"), "v:High"); // the job does not declare it
+    EXPECT_EQ(tickets.Option(L"PageGloss", L"w:"), "none"); // the job does not declare it
     EXPECT_EQ(TextOf(tickets.asked.GetUserKeywordsNsPrefix()), "ns0000:");
     // Without a job, the default ticket names them.
-    Snapshot defaults({page, "", "", Ticket(Choice("psk:PageOrientation", "psk:Portrait"))});
+    Snapshot defaults({page, "", "", Ticket(Feature("psk:PageOrientation", "psk:Portrait"))});
     EXPECT_EQ(defaults.Option(L"PageOrientation", L"k:"), "k:Portrait");
     EXPECT_EQ(TextOf(defaults.asked.GetFrameworkNsPrefix()), "f:");
 }
@@ -214,16 +204,16 @@ TEST(XpsFilterPrintTicket, PrefixesAreThoseOfTheJob) {
 TEST(XpsFilterPrintTicket, OptionsBecomeNumbers) {
     const std::string invalid = std::to_string(E_FAIL);
     const Rows<std::string, std::string> cases{
-        {"", "none 1; 1 0; 1 0; "},
-        {Choice("psk:PageOrientation", "psk:Landscape") +
-             Choice("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedShortEdge") +
-             Choice("ok:JobIdentification", "ok:JobIdPrintFirstPage"),
-         "0 0; 0 2; 0 3; "},
-        {Choice("psk:PageOrientation", "psk:ReversePortrait") +
-             Choice("psk:JobDuplexAllDocumentsContiguously", "psk:twosidedlongedge") +
-             Choice("psk:JobIdentification", "psk:JobIdBannerOn"), // of the private keywords only
-         "0 3; 0 0; 1 0; "},
-        {Choice("psk:PageOrientation", "Upright"), invalid + " 1; 1 0; 1 0; "}};
+        {"", "none 1;1 0;1 0;"},
+        {Feature("psk:PageOrientation", "psk:Landscape") +
+             Feature("psk:JobDuplexAllDocumentsContiguously", "psk:TwoSidedShortEdge") +
+             Feature("ok:JobIdentification", "ok:JobIdPrintFirstPage"),
+         "0 0;0 2;0 3;"},
+        {Feature("psk:PageOrientation", "psk:ReversePortrait") +
+             Feature("psk:JobDuplexAllDocumentsContiguously", "psk:twosidedlongedge") +
+             Feature("psk:JobIdentification", "psk:JobIdBannerOn"), // of the private keywords only
+         "0 3;0 0;1 0;"},
+        {Feature("psk:PageOrientation", "Upright"), invalid + " 1;1 0;1 0;"}};
     for (const auto& [content, options] : cases)
         EXPECT_EQ(Snapshot(JobOf(content)).Answers()[Snapshot::Options], options) << content;
 }
@@ -240,23 +230,23 @@ TEST(XpsFilterPrintTicket, PublicSettingsHideAttributes) {
                                                                {847, Value::FromOption(5600)}});
     // sides; fit to size; booklet, gutter, creep; then the pages on a sheet
     const Rows<std::string, AttributeBytesRawList, const char*, const char*> cases{
-        {"", {}, "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; "},
-        {"", attributes, "0; 0 1 5 7260; 0 3 48 2; ", "1 0 1 7610; "},
-        {onePage, attributes, "0; 0 1 5 7260; 0 3 48 2; ", "0 1 6 7610; "},
+        {"", {}, "0;0 0 6 7261;0 0 0 0;", "1 0 1 7611;"},
+        {"", attributes, "0;0 1 5 7260;0 3 48 2;", "1 0 1 7610;"},
+        {onePage, attributes, "0;0 1 5 7260;0 3 48 2;", "0 1 6 7610;"},
         {Sized("psk:JobNUpAllDocumentsContiguously", Number("PagesPerSheet", "4")) + onePage +
              PublicSettings("<booklet-api>booklet-on</booklet-api><outlines-api>outlines-on</outlines-api>"
                             "<sides>two</sides><fit-to-new-size-print-ticket-keyword-api>x"
                             "</fit-to-new-size-print-ticket-keyword-api>"),
          {},
-         "1; 0 1 5 7260; 0 2 32 0; ",
-         "0 0 4 7610; "},
+         "1;0 1 5 7260;0 2 32 0;",
+         "0 0 4 7610;"},
         {PublicSettings("<booklet-api>off</booklet-api><outlines-api/>"
                         "<sides specified='false'>two</sides><fit-to-new-size-print-ticket-keyword-api "
                         "specified='false'>x</fit-to-new-size-print-ticket-keyword-api>"),
-         attributes, "0; 0 0 6 7261; 0 0 0 0; ", "1 0 1 7611; "},
+         attributes, "0;0 0 6 7261;0 0 0 0;", "1 0 1 7611;"},
         {PublicSettings("<booklet-api specified='false'>booklet-on</booklet-api>"
                         "<outlines-api specified='false'>outlines-on</outlines-api>"),
-         attributes, "0; 0 1 5 7260; 0 0 0 0; ", "1 0 1 7611; "}};
+         attributes, "0;0 1 5 7260;0 0 0 0;", "1 0 1 7611;"}};
     for (const auto& [content, bytes, travelling, pages] : cases) {
         Snapshot job(JobOf(content), nullptr, bytes);
         EXPECT_EQ(job.Answers()[Snapshot::Travelling], travelling) << content;
@@ -277,9 +267,9 @@ struct XpsFilterPrintTicketOfAPrinter : testing::Test {
 };
 
 TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
-    const std::string page = "0 100000 200000 0; ";
-    const std::string letter = "0 215900 279400 1; ";
-    const std::string a3 = "0 297000 420000 1; ";
+    const std::string page = "0 100000 200000 0;";
+    const std::string letter = "0 215900 279400 1;";
+    const std::string a3 = "0 297000 420000 1;";
     const auto size = [](LONG unit, double width, double height) {
         const auto kind = static_cast<Dimension::UnitsEnum>(unit);
         return Attributes({{155, Value::FromDimension(Dimension(width, kind))},
@@ -307,8 +297,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
         {keyword("psk:a\"]|//x[\"b"), none, page},
         {keyword(":"), none, page},
         {keyword("psk:ISOA3"), chosen(size(Dimension::Inch, 1, 2), noSize), a3},
-        {"", chosen(size(Dimension::Inch, 1, 2), noSize), "0 25400 50800 1; "},
-        {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), "0 25400 4 1; "},
+        {"", chosen(size(Dimension::Inch, 1, 2), noSize), "0 25400 50800 1;"},
+        {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), "0 25400 4 1;"},
         {"", chosen(size(Dimension::Inch, 1, 0), size(Dimension::Inch, 3, 3)), page},
         {"", chosen(noSize, noSize), page}};
     const std::string ofPage =
@@ -332,8 +322,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     Snapshot snapshot(
         JobOf(Sized("psk:PageMediaSize", Number("MediaSizeWidth", "100000")) + keyword("psk:ISOA3")),
         &unopened);
-    EXPECT_EQ(snapshot.Answers()[Snapshot::Sheet], "0 100000 279400 0; ");
-    EXPECT_EQ(snapshot.Answers()[Snapshot::Page], "none 100000 279400; ");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Sheet], "0 100000 279400 0;");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Page], "none 100000 279400;");
 }
 
 TEST_F(XpsFilterPrintTicketOfAPrinter, SnapshotsAreOfMergedLevelsAndShareTheirTickets) {
@@ -375,15 +365,15 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, SnapshotsAreOfMergedLevelsAndShareTheirTi
 
 TEST_F(XpsFilterPrintTicketOfAPrinter, AskingChangesNoTicketAndFailuresAreTold) {
     const Slots tickets = {
-        Ticket(Choice("x:JobIdentification", "x:JobIdBannerOn"), Declare("x", PrivateUri())),
-        Ticket(Choice("psk:PageOrientation", "psk:Landscape"), Declare("ns0000", PrivateUri())),
+        Ticket(Feature("x:JobIdentification", "x:JobIdBannerOn"), Declare("x", PrivateUri())),
+        Ticket(Feature("psk:PageOrientation", "psk:Landscape"), Declare("ns0000", PrivateUri())),
         Ticket("", Declare("ok", "urn:of-others")),
-        Ticket(Choice("psk:PageOrientation", "psk:Landscape") + PublicSettings("<sides>one</sides>", "y:"),
+        Ticket(Feature("psk:PageOrientation", "psk:Landscape") + PublicSettings("<sides>one</sides>", "y:"),
                Declare("y", PrivateUri()))};
     Snapshot snapshot(tickets, &manager);
     const std::string before = snapshot.State();
-    EXPECT_EQ(snapshot.Answers()[Snapshot::Options], "0 0; 1 0; 0 1; ");
-    EXPECT_EQ(snapshot.Answers()[Snapshot::Travelling], "0; 0 0 6 7261; 0 0 0 0; ");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Options], "0 0;1 0;0 1;");
+    EXPECT_EQ(snapshot.Answers()[Snapshot::Travelling], "0;0 0 6 7261;0 0 0 0;");
     bool isSpecified = true;
     CXString text;
     PrintTicketOrvelPublicDocSettingsReaderWriter& settings =
