@@ -34,8 +34,9 @@ public:
         return isOver ? stop : S_OK;
     }
     HRESULT STDMETHODCALLTYPE characters(const wchar_t* text, int length) override {
-        const bool isThere = m_depth == childDepth - 1 && m_childrenBefore == m_place.elementsBefore;
-        return isThere && !CXString(text, length).IsBlank() ? NoteAndStop() : S_OK;
+        // Text there is what is meant: it would be a fault before any element behind it.
+        const bool isText = m_depth == childDepth - 1 && !CXString(text, length).IsBlank();
+        return isText ? NoteAndStop() : S_OK;
     }
 
     [[nodiscard]] int GetLine() const noexcept { return m_line; }

@@ -43,7 +43,7 @@ TEST_F(XmlConfigurationReadingTest, TellsWhatBecameOfEachElementAndWhereItStoppe
          "Staple taken; Color taken; "},
         {"<c><Feature Name='Nobody'><Setting Name='x'/></Feature>" + staple + staple + "</c>",
          "Nobody unknown; Staple taken; Staple repeated; "},
-        {"<c>" + staple + "<Foo/>\n" + staple + "<UID/><Bar/>" + "</c>",
+        {"<c>" + staple + "<Foo>\n<Setting/></Foo>" + staple + "<UID/><Bar/>" + "</c>",
          "Staple taken; <Foo> faulty; Staple lost; <Bar> lost; "
          "Encountered <Foo> element when expecting a <Feature> element in 1"},
         {"<c>\n<UID><UID/></UID>\n<Feature>\n<Setting Name='1'/></Feature>" + staple + "</c>",
