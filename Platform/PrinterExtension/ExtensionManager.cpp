@@ -40,9 +40,9 @@ HRESULT ExtensionManager::EnableEvents(GUID id) {
     return Guarded([&] {
         if (id == GUID{}) return E_INVALIDARG;
         // Whatever can fail does so now, when there is somebody to tell.
-        const auto tell = [sinks = m_sinks, printers = Printers(), enabling = m_sinks->Enable()] {
-            sinks->Tell(enabling, printers);
-        };
+        const CComPtr<IPrinterExtensionContextCollection> printers = Printers();
+        const ULONG enabling = m_sinks->Enable();
+        const auto tell = [sinks = m_sinks, printers, enabling] { sinks->Tell(enabling, printers); };
         return m_messages->Post(tell) ? S_OK : RPC_E_DISCONNECTED;
     });
 }

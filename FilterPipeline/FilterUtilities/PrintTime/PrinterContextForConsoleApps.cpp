@@ -13,8 +13,7 @@ namespace {
 constexpr ULONG connectMilliseconds = 10000;
 
 struct HandleCloser {
-    using pointer = HANDLE;
-    void operator()(HANDLE handle) const { CloseHandle(handle); }
+    void operator()(void* handle) const { CloseHandle(handle); }
 };
 using UniqueHandle = std::unique_ptr<void, HandleCloser>;
 

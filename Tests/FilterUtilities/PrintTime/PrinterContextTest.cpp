@@ -5,6 +5,7 @@
 #include "Support/Rows.h"
 #include "Support/TemporaryFolder.h"
 
+#include <Com/Dispatch.h>
 #include <PrintTime/PrinterContextForConsoleApps.h>
 #include <Spooler/QueueRegistry.h>
 #include <System/MessageQueue.h>
@@ -145,9 +146,11 @@ TEST_F(PrinterContext, DispatchesWhatComesWhileItWaits) {
     CloseHandle(never);
 }
 
-// A collection whose entries fail in their own ways, and that stands for any other process's.
-class FailingPrinters : public ComFake<IPrinterExtensionContextCollection> {
+// Whose entries fail in their own ways.
+class FailingPrinters : public Dispatch<ComFake<IPrinterExtensionContextCollection>> {
 public:
+    ~FailingPrinters() override = default;
+
     HRESULT counts = S_OK;
 
     HRESULT STDMETHODCALLTYPE get_Count(ULONG* count) override {
@@ -159,15 +162,6 @@ public:
         return index == 1 ? E_ACCESSDENIED : S_OK; // with nothing in it
     }
     HRESULT STDMETHODCALLTYPE get__NewEnum(IUnknown**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                     UINT*) override {
-        return E_NOTIMPL;
-    }
 };
 
 TEST_F(PrinterContext, SetsItsSinksEventWhateverItIsTold) {

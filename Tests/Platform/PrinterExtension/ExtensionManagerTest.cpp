@@ -1,16 +1,18 @@
 #include "Platform/Spooler/SampleQueue.h"
+#include "Support/ComFake.h"
 #include "Support/EnvironmentVariable.h"
-#include "Support/ExtensionSink.h"
 #include "Support/TemporaryFolder.h"
 
+#include <Com/Dispatch.h>
 #include <Spooler/QueueFolderWriter.h>
 #include <Spooler/QueueRegistry.h>
 
 #include <gtest/gtest.h>
-#include <ocidl.h>
 #include <olectl.h>
+#include <printerextension.h>
 #include <winspool.h>
 
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -21,6 +23,23 @@ using namespace OvPlatform;
 namespace {
 
 constexpr GUID driver = {0x1f0c3ad2, 0x94b1, 0x4f6e, {0x8a, 0x77, 0x21, 0x5c, 0x0e, 0x6d, 0x43, 0x9b}};
+
+// Does with the printers whatever a test wants.
+class Sink : public Dispatch<ComFake<IPrinterExtensionEvent, IDispatch>> {
+public:
+    using Told = std::function<HRESULT(IPrinterExtensionContextCollection*)>;
+    explicit Sink(Told told) : m_told(std::move(told)) {}
+    ~Sink() override = default;
+
+    HRESULT STDMETHODCALLTYPE OnDriverEvent(IPrinterExtensionEventArgs*) override { return E_UNEXPECTED; }
+    HRESULT STDMETHODCALLTYPE
+    OnPrinterQueuesEnumerated(IPrinterExtensionContextCollection* collection) override {
+        return m_told(collection);
+    }
+
+private:
+    Told m_told;
+};
 
 QueueDescription Named(const wchar_t* name) {
     QueueDescription queue = SampleQueue();
@@ -71,9 +90,9 @@ protected:
         CoUninitialize();
     }
 
-    DWORD Connect(ExtensionSink::Told told) {
+    DWORD Connect(Sink::Told told) {
         DWORD cookie = 0;
-        EXPECT_EQ(S_OK, m_point->Advise(MakeFake<ExtensionSink>(std::move(told)), &cookie));
+        EXPECT_EQ(S_OK, m_point->Advise(MakeFake<Sink>(std::move(told)), &cookie));
         return cookie;
     }
     DWORD Collect() {

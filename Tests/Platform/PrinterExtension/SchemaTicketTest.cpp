@@ -81,12 +81,12 @@ TEST_F(Schema, FindsFeaturesByWhatTheirPrefixesMean) {
     EXPECT_EQ(L"JobDuplexAllDocumentsContiguously http://example.com/vendor",
               found(L"JobDuplexAllDocumentsContiguously", vendor));
 
-    CComPtr<IPrintSchemaFeature> feature;
+    CComPtr<IPrintSchemaFeature> feature, absent;
     EXPECT_EQ(S_OK, m_ticket->GetFeatureByKeyName(CComBSTR(L"DocumentDuplex"), &feature));
     PrintSchemaSelectionType type{};
     EXPECT_EQ(S_OK, feature->get_SelectionType(&type));
     EXPECT_EQ(PrintSchemaSelectionType_PickMany, type);
-    EXPECT_EQ(S_FALSE, m_ticket->GetFeatureByKeyName(CComBSTR(L"DocumentNUp"), &feature.p));
+    EXPECT_EQ(S_FALSE, m_ticket->GetFeatureByKeyName(CComBSTR(L"DocumentNUp"), &absent));
 
     CComPtr<IUnknown> node;
     EXPECT_EQ(S_OK, m_ticket->get_XmlNode(&node));

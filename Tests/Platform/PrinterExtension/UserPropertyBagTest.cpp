@@ -156,7 +156,8 @@ TEST_F(UserBag, WritesStreamsThrough) {
     EXPECT_EQ(S_FALSE, reader->Read(bytes, 8, &read));
     EXPECT_EQ("he", std::string(bytes, read));
     EXPECT_EQ(S_OK, Set(L"Text", L"t"));
-    EXPECT_EQ(E_INVALIDARG, Bag()->GetWriteStream(CComBSTR(L"Text"), &writer.p));
+    writer.Release();
+    EXPECT_EQ(E_INVALIDARG, Bag()->GetWriteStream(CComBSTR(L"Text"), &writer));
 }
 
 } // namespace
