@@ -10,6 +10,7 @@
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/AttributeBytesRawList.h>
 #include <FeatureAccess/FeatureRuleTable.h>
+#include <Locale/ShownText.h>
 #include <PrintTime/V4DevmodeReader.h>
 #include <Spooler/DevmodeLayout.h>
 
@@ -55,9 +56,10 @@ bool IsSecret(AttributeBytesFeatureId feature) {
     });
 }
 
-// The same attributes, with the texts hidden that nobody is to see.
-template <typename List>
-AttributeBytesRawList Shown(const List& list) {
+std::string OneLine(std::wstring_view text) { return OvPlatform::Shown(Utf8(text), 160); }
+
+// The same attributes, with the texts hidden that nobody is to see, and the others in one line each.
+AttributeBytesRawList ToShow(const AttributeBytesList& list) {
     AttributeBytesRawList shown;
     for (auto at = list.GetIterator(); list.IsValid(at);) {
         const AttributeBytes& attribute = *list.GetNextAttributeBytes(at);
@@ -65,13 +67,15 @@ AttributeBytesRawList Shown(const List& list) {
         const AttributeBytesValue& value = attribute.GetAttributeBytesValue();
         if (value.GetKind() == AttributeBytesValue::Kind::Collection)
             shown.AddAttributeBytes({feature, AttributeBytesValue::FromCollection(
-                                                  Shown(*value.GetCollection()), value.IsSpecified())});
+                                                  ToShow(*value.GetCollection()), value.IsSpecified())});
         else if (value.GetKind() == AttributeBytesValue::Kind::CollectionSet)
             shown.AddAttributeBytes({feature, AttributeBytesValue::FromCollectionSet(
-                                                  Shown(*value.GetCollection()), value.IsSpecified())});
-        else if (value.GetString() != nullptr && IsSecret(feature))
-            shown.AddAttributeBytes(
-                {feature, AttributeBytesValue::FromString(L"(hidden)", value.IsSpecified())});
+                                                  ToShow(*value.GetCollection()), value.IsSpecified())});
+        else if (const CXString* const text = value.GetString())
+            shown.AddAttributeBytes({feature, AttributeBytesValue::FromString(
+                                                  IsSecret(feature) ? CXString(L"(hidden)")
+                                                                    : CXString(Wide(OneLine(text->View()))),
+                                                  value.IsSpecified())});
         else
             shown.AddAttributeBytes(attribute);
     }
@@ -84,8 +88,8 @@ std::string OwnerRemark(const DEVMODEW& devmode, const std::wstring& printer) {
     const std::wstring owner(start, std::find(start, start + CCHDEVICENAME, L'\0'));
     const std::wstring printerStart = printer.substr(0, CCHDEVICENAME - 1);
     if (owner.empty() || _wcsicmp(owner.c_str(), printerStart.c_str()) == 0) return {};
-    return "The device mode is of the printer \"" + Utf8(owner) + "\": these are the defaults of \"" +
-           Utf8(printer) + "\".\n";
+    return "The device mode is of the printer \"" + OneLine(owner) + "\": these are the defaults of \"" +
+           OneLine(printer) + "\".\n";
 }
 
 // Two hyphens end a comment, and one may not be its last character.
@@ -106,7 +110,7 @@ std::string DevmodeTicket(const std::string& file, const OvPlatform::QueueFolder
     const PrintTicketAttributeBytesReaderWriter& attributes =
         *reader.GetConstPtrToAttributeBytesReaderWriter();
     CheckAttributeBytes(attributes, file);
-    const AttributeBytesRawList shown = Shown(attributes.GetAttributeBytesIndexedListRef());
+    const AttributeBytesRawList shown = ToShow(attributes.GetAttributeBytesIndexedListRef());
     const std::string words =
         OwnerRemark(*devmode, queue.PrinterName()) +
         (shown.IsEmpty()

@@ -374,6 +374,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
         {"ticket", "--page", "1"},
         {"ticket", "--page", "1", "--explain"},
         {"features", "--page", "1", "--json"},
+        {"settings", "--page", "1"},
         {"parts"},
         {"translate", hostile},
         {hostile}};
@@ -399,7 +400,7 @@ TEST_F(CommandsTest, NoCommandPassesOnWhatActsOnATerminal) {
             for (const std::string& line : Lines(said))
                 EXPECT_LT(line.size(), 1400u) << command[0];
         }
-    EXPECT_EQ(5, succeeded);
+    EXPECT_EQ(6, succeeded);
 }
 
 TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {

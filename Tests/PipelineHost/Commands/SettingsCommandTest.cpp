@@ -82,8 +82,8 @@ TEST_F(SettingsCommandTest, ReadsAStoredDeviceMode) {
     const Rows<std::string, int, const char*> cases{
         {own, ExitOk, "<psf:Option name=\"psk:Landscape\"/>"},
         {own, ExitOk, "\n  163 (FEAT_MEDIA_WEIGHT): integer 80\n"},
-        {StoredMode(L"Else -->", 0), ExitOk,
-         "The device mode is of the printer \"Else - ->\": these are the defaults of \"Color Office\""},
+        {StoredMode(L"Else\n-->", 0), ExitOk,
+         "The device mode is of the printer \"Else\\n- ->\": these are the defaults of \"Color Office\""},
         {own.substr(0, own.size() - 1), ExitInputRefused, "not a stored device mode: 64 KB are less"},
         {"", ExitInputRefused, "not a stored device mode: 0 bytes are less"},
         {own + std::string(200'000, 'x'), ExitInputRefused, "larger than any device mode (128 KB)"}};
