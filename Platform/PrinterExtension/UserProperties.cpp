@@ -6,13 +6,15 @@
 #include "Spooler/PropertiesWriter.h"
 #include "Spooler/QueueSchema.h"
 #include "System/FileError.h"
+#include "System/FolderLock.h"
 #include "System/OutputFile.h"
 #include "System/UserFolder.h"
 #include "Xml/TextConversion.h"
 
 #include <cerrno>
-#include <mutex>
+#include <cstdint>
 #include <stdexcept>
+#include <string_view>
 
 namespace OvPlatform {
 
@@ -20,16 +22,23 @@ namespace {
 
 constexpr const char* rootElement = "UserProperties";
 
-// Changes by threads of this process come one after the other.
-std::mutex& ChangeLock() {
-    static std::mutex& lock = *new std::mutex;
-    return lock;
+constexpr std::size_t mostNameBytes = 200; // file systems take 255
+constexpr char digits[] = "0123456789ABCDEF";
+
+// What stands for the end of a name that no file can have.
+std::string Fingerprint(std::string_view text) {
+    std::uint64_t hash = 0xCBF29CE484222325;
+    for (const char unit : text)
+        hash = (hash ^ static_cast<unsigned char>(unit)) * 0x100000001B3;
+    std::string fingerprint;
+    for (int shift = 60; shift >= 0; shift -= 4)
+        fingerprint += digits[hash >> shift & 15];
+    return fingerprint;
 }
 
 // The printer's name, without regard to case, as that of a file: a slash would lead elsewhere, and a dot in
 // front hide it.
 std::string FileName(const std::wstring& printerName) {
-    constexpr char digits[] = "0123456789ABCDEF";
     std::string name;
     for (const char unit : ToUtf8(FoldCase(printerName))) {
         const auto byte = static_cast<unsigned char>(unit);
@@ -38,6 +47,12 @@ std::string FileName(const std::wstring& printerName) {
             name += unit;
         else
             name += {'%', digits[byte >> 4], digits[byte & 15]};
+    }
+    if (name.size() > mostNameBytes) {
+        std::size_t kept = mostNameBytes;
+        while ((static_cast<unsigned char>(name[kept]) & 0xC0) == 0x80) // within a character
+            --kept;
+        name = name.substr(0, kept) + "%-" + Fingerprint(name); // no name has a % before a hyphen
     }
     return name + ".xml";
 }
@@ -91,14 +106,14 @@ QueueValues UserProperties::Load() const {
 void UserProperties::Store(const std::wstring& name, const QueueValue& value) const {
     RequireStorable(name, value);
     if (m_file.empty()) throw FileError(ENOENT, m_file, "there is no place for files of the user");
-    const std::lock_guard guard(ChangeLock());
+    std::error_code ignored; // what could not be made is told when the file is opened
+    std::filesystem::create_directories(m_file.parent_path(), ignored);
+    const FolderLock lock(m_file.parent_path());
     QueueValues values = Load();
     values.insert_or_assign(name, value);
     const std::string text = Format(values);
     if (values.size() > QueueSchema::maxProperties || text.size() > QueueSchema::maxDescriptionSize)
         throw FileError(ENOSPC, m_file, "there would be more than a bag holds");
-    std::error_code ignored; // what could not be made is told when the file is opened
-    std::filesystem::create_directories(m_file.parent_path(), ignored);
     OutputFile output(m_file);
     output.Write(text.data(), text.size());
     output.Finish();

@@ -10,7 +10,7 @@ namespace OvPlatform {
 
 /// What the current user has set for one printer: a file of the user's, which docs/formats/user-properties.md
 /// describes. It is read at each call and replaced whole at each change, so that several programs may use it;
-/// of two that change it at the same moment, one is late. Any thread.
+/// of two that change it at the same moment, one waits for the other. Any thread.
 class OV_PLATFORM_API UserProperties {
 public:
     /// The environment variable that names the folder of these files.

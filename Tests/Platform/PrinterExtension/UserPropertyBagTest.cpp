@@ -6,6 +6,8 @@
 
 #include <atlcomcli.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <functional>
 #include <string>
@@ -66,6 +68,10 @@ TEST_F(UserBag, KeepsEachKindOfValueForAllWhoAsk) {
 }
 
 TEST_F(UserBag, StandsInAFileNamedForThePrinter) {
+    const std::wstring longName = L"A" + std::wstring(100, L'\x4E00');
+    std::string longFile = "a";
+    for (int i = 0; i < 66; ++i)
+        longFile += "\xE4\xB8\x80";
     const Rows<const wchar_t*, const char*> rows{
         {L"Lobby Printer", "lobby printer.xml"},
         {L"\\\\Server\\A/B", "\\\\server\\a%2Fb.xml"},
@@ -76,6 +82,12 @@ TEST_F(UserBag, StandsInAFileNamedForThePrinter) {
         EXPECT_EQ(S_OK, Bag(printer)->SetBool(CComBSTR(L"Flag"), TRUE));
         EXPECT_TRUE(std::filesystem::exists(m_folder / "users" / file)) << file;
     }
+    for (const wchar_t* end : {L"1", L"2"}) // longer than the name of a file may be
+        EXPECT_EQ(S_OK, Bag((longName + end).c_str())->SetBool(CComBSTR(L"Flag"), TRUE));
+    int longOnes = 0;
+    for (const auto& file : std::filesystem::directory_iterator(m_folder / "users"))
+        longOnes += file.path().filename().string().starts_with(longFile + "%-");
+    EXPECT_EQ(2, longOnes) << "each its own";
     const EnvironmentVariable none("OV_USER_PROPERTIES", "");
     {
         const EnvironmentVariable home("XDG_CONFIG_HOME", (m_folder / "config").string());
@@ -105,6 +117,25 @@ TEST_F(UserBag, KeepsTheOldValueWhereANewOneCannotBe) {
     for (const auto& [what, call, result] : rows)
         EXPECT_EQ(result, call()) << what;
     EXPECT_EQ(L"old", Get(L"Text"));
+}
+
+TEST_F(UserBag, LosesNothingToAnotherProcess) {
+    const auto setMany = [](const wchar_t* of) {
+        bool isDone = true;
+        for (int i = 0; i < 50; ++i)
+            isDone &= Set((of + std::to_wstring(i)).c_str(), L"t") == S_OK;
+        return isDone;
+    };
+    const pid_t other = fork();
+    ASSERT_NE(-1, other);
+    if (other == 0) _exit(setMany(L"theirs") ? 0 : 1);
+    EXPECT_TRUE(setMany(L"ours"));
+    int status = -1;
+    ASSERT_EQ(other, waitpid(other, &status, 0));
+    EXPECT_EQ(0, status);
+    for (int i = 0; i < 50; ++i)
+        for (const wchar_t* of : {L"theirs", L"ours"})
+            EXPECT_EQ(L"t", Get((of + std::to_wstring(i)).c_str())) << i;
 }
 
 TEST_F(UserBag, LeavesADamagedFileAsItIs) {
