@@ -46,13 +46,14 @@ CComPtr<IPrinterExtensionEvent> EventSinks::Next(ULONG enabling, DWORD& cookie) 
 void EventSinks::Tell(ULONG enabling, IPrinterExtensionContextCollection* printers) {
     DWORD cookie = 0;
     while (const CComPtr<IPrinterExtensionEvent> sink = Next(enabling, cookie)) {
+        const bool isNested = m_enumeration->isRunning; // a sink may pump
         m_enumeration->isRunning = true;
         try {
             sink->OnPrinterQueuesEnumerated(printers);
         } catch (...) {
             // Nobody above could make anything of it, and the other sinks are still to be told.
         }
-        m_enumeration->isRunning = false;
+        m_enumeration->isRunning = isNested;
     }
 }
 
