@@ -157,6 +157,7 @@ TEST(MessageQueue, TakesFromManyThreads) {
     const auto queue = MessageQueue::OfThread();
     int sum = 0; // only ever touched here
     std::vector<std::thread> posting;
+    posting.reserve(threads);
     for (int i = 0; i < threads; ++i)
         posting.emplace_back([&] {
             for (int k = 0; k < each; ++k)
