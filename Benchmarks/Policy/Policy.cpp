@@ -101,10 +101,10 @@ void CompareJobs() {
     WriteLargeJob(scratch / "job.xps", 4000, {}, {8, 1});
     MeasuredCommand passThrough;
     MeasuredCommand policy;
+    const std::string binaries = OV_BINARY_DIR;
     const auto run = [&](MeasuredCommand& command, const char* filter) {
-        command.Run({OV_BINARY_DIR "/bin/ov-pipeline", "run", "--queue", sampleQueue, "--filter",
-                     std::string(OV_BINARY_DIR "/lib/lib") + filter + ".so", "-o", scratch / "run.xps",
-                     scratch / "job.xps"});
+        command.Run({binaries + "/bin/ov-pipeline", "run", "--queue", sampleQueue, "--filter",
+                     binaries + "/lib/lib" + filter + ".so", "-o", scratch / "run.xps", scratch / "job.xps"});
     };
     for (int round = 0; round < rounds; ++round) {
         run(passThrough, "PassThrough");

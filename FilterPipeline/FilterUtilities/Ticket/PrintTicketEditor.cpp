@@ -208,7 +208,7 @@ CComPtr<IXMLDOMDocument2> PrintTicketEditor::WriteNewTicket_throws() {
         WriteAll_throws(*target, *text);
         target->Close();
     }
-    const Document written = TicketDom::Load(text);
+    Document written = TicketDom::Load(text);
     m_newTicket = part;
     return written;
 }

@@ -121,6 +121,7 @@ private:
     // Replaces the ticket of a level.
     friend class PrintTicketEditor;
 
+    // NOLINTNEXTLINE(readability-identifier-naming): published so
     enum WHICH_TICKET {
         DefaultTicket = 0,
         JobTicket = 1,

@@ -102,13 +102,13 @@ CComPtr<IXMLDOMDocument2> PrintTicketManager::GetCapabilitiesForSize_throws(int 
     PrintCapabilitiesXmlDocument offered(GetCapabilities_throws(ticket));
     PrintTicketXmlDocument sized(ticket); // over the same tree
     PageMediaSizePtPcHelper().AddOrReplacePageMediaSize(offered, sized, width, height);
-    const Document capabilities = GetCapabilities_throws(ticket);
+    Document capabilities = GetCapabilities_throws(ticket);
     ThrowIfFailed(m_capabilitiesCache.AddPrintSchemaDomToCache(key, capabilities));
     return capabilities;
 }
 
 CComPtr<IXMLDOMDocument2> PrintTicketManager::CreateEmptyTicket_throws() {
-    const Document ticket = Clone(m_defaultTicket);
+    Document ticket = Clone(m_defaultTicket);
     RemoveContent(*ticket);
     return ticket;
 }
