@@ -69,8 +69,13 @@ class FakeTicketHolder {
 public:
     CComPtr<IPartPrintTicket> ticket;
     HRESULT ticketResult = E_ELEMENT_NOT_FOUND; // what is said where there is no ticket
+    HRESULT setTicketResult = S_OK;
 
     HRESULT GiveTicket(IPartPrintTicket** out) const { return ticket ? ticket.CopyTo(out) : ticketResult; }
+    HRESULT TakeTicket(IPartPrintTicket* part) {
+        if (SUCCEEDED(setTicketResult)) ticket = part;
+        return setTicketResult;
+    }
 };
 
 template <typename Interface>
@@ -81,10 +86,7 @@ public:
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** out) override { return GiveTicket(out); }
-    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* part) override {
-        ticket = part;
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* part) override { return TakeTicket(part); }
 };
 
 using FakeFixedDocumentSequence = FakeLevel<IFixedDocumentSequence>;
@@ -121,10 +123,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetPrintTicket(IPartPrintTicket** out) override { return GiveTicket(out); }
     HRESULT STDMETHODCALLTYPE GetPagePart(PCWSTR, IUnknown**) override { return E_ELEMENT_NOT_FOUND; }
     HRESULT STDMETHODCALLTYPE GetWriteStream(IPrintWriteStream**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* part) override {
-        ticket = part;
-        return S_OK;
-    }
+    HRESULT STDMETHODCALLTYPE SetPrintTicket(IPartPrintTicket* part) override { return TakeTicket(part); }
     HRESULT STDMETHODCALLTYPE SetPagePart(IUnknown* part) override {
         if (FAILED(setPagePartResult)) return setPagePartResult;
         boundParts.emplace_back(part);

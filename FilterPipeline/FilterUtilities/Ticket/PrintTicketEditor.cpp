@@ -136,8 +136,9 @@ HRESULT PrintTicketEditor::TryToGetPrintTicketXmlDocumentToEdit(PrintTicketXmlDo
 
 HRESULT PrintTicketEditor::GetPointerToNewEmptyPrintTicketXmlDocument(PrintTicketXmlDocument** out) {
     const OperationScope operation("PrintTicketEditor::GetPointerToNewEmptyPrintTicketXmlDocument");
-    if (out == nullptr || !m_consumer || m_manager == nullptr) return E_POINTER;
+    if (out == nullptr) return E_POINTER;
     if (m_hasExistingTicket) return E_FAIL;
+    if (!m_consumer || m_manager == nullptr) return E_POINTER;
     return ResultOf([&] {
         if (!m_workingDocument) {
             // A ticket that the part has, but does not give, must not be lost to a new one.

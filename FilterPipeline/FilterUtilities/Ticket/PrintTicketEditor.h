@@ -63,7 +63,8 @@ public:
     /// that was committed before; E_POINTER without a consumer; E_FAIL for a document that is no ticket.
     HRESULT TryToGetPrintTicketXmlDocumentToEdit(PrintTicketXmlDocument** out);
     /// The same for a part without ticket: one that says nothing, with the declarations of the default
-    /// ticket. E_FAIL for a part that has one; one that cannot be had is the failure of the part.
+    /// ticket. E_FAIL for a part that has one, E_POINTER without a consumer or a manager; one that cannot be
+    /// had is the failure of the part.
     HRESULT GetPointerToNewEmptyPrintTicketXmlDocument(PrintTicketXmlDocument** out);
 
     /// Writes the edited ticket into the new part and gives it to the part. From then on the manager's ticket

@@ -57,6 +57,7 @@ struct PrintTicketEditorTest : testing::Test {
         PrintTicketXmlDocument* ticket = nullptr;
         const HRESULT hr = editor.TryToGetPrintTicketXmlDocumentToEdit(&ticket);
         if (hr != S_OK) return hr;
+        EXPECT_STREQ(ticket->GetUserKeywordsNsPrefix(), L"ok:");
         EXPECT_EQ(ticket->SetFeatureOption(L"PageOrientation", true, L"ReversePortrait", true), S_OK);
         return editor.CommitPrintTicketChangesToDocumentPart();
     }
@@ -88,6 +89,8 @@ TEST_F(PrintTicketEditorTest, ChangedTicketIsNamedAfterTheOldOneAndItsLevel) {
         PrintTicketEditor ofPage(consumer, page, 12, &manager);
         EXPECT_EQ(ofPage.GetUriWithScopeSuffixAdded(ticket, name, false), S_OK);
         EXPECT_STREQ(name, row.ofPage);
+        EXPECT_EQ(ofDocument.GetUriWithScopeSuffixAdded(ticket, name, true), S_OK);
+        EXPECT_NE(name.View().find(L"_d_3_"), std::wstring_view::npos) << row.uri;
         EXPECT_EQ(ofPage.GetUriWithScopeSuffixAdded(ticket, name, true), S_OK);
         EXPECT_NE(name.View().find(L"_p_12_"), std::wstring_view::npos) << row.uri;
         EXPECT_TRUE(name.View().ends_with(std::wstring_view(row.uri).ends_with(L".xml") ? L".xml" : L""));
@@ -159,9 +162,28 @@ TEST_F(PrintTicketEditorTest, PartsThatShareATicketShareItsUpdate) {
     // What goes on is the changed ticket: the next filter's editor finds it by the same name.
     PrintTicketEditor third(consumer, otherPage, 2, &manager);
     EXPECT_TRUE(third.HasPrintTicketAlreadyBeenUpdatedForThisUri());
-    document->ticket = page->ticket;
+    // So does the editor of another kind of part, but for the job's, which shares with nobody.
+    document->ticket = Landscape(L"/Metadata/PT_p_d.xml");
+    PrintTicketEditor ofDocument(consumer, document, 1, &manager);
+    ASSERT_EQ(Turn(ofDocument), S_OK);
+    const CComPtr<IPartPrintTicket> changed = document->ticket;
+    document->ticket = job->ticket = Landscape(L"/Metadata/PT_p_d.xml");
+    PrintTicketEditor ofOther(consumer, document, 2, &manager);
+    EXPECT_EQ(ofOther.TryToSynchAndCommitThisPrintTicketWithMatchFromMap(), S_OK);
+    EXPECT_EQ(document->ticket, changed);
+    document->setTicketResult = E_ACCESSDENIED;
+    EXPECT_EQ(ofOther.TryToSynchAndCommitThisPrintTicketWithMatchFromMap(), E_ACCESSDENIED);
+    job->ticket = Landscape(L"/Metadata/PT.xml");
     PrintTicketEditor ofJob(consumer, job, &manager);
     EXPECT_FALSE(ofJob.HasPrintTicketAlreadyBeenUpdatedForThisUri());
+    ASSERT_EQ(Turn(ofJob), S_OK);
+    EXPECT_EQ(ofJob.TryToSynchAndCommitThisPrintTicketWithMatchFromMap(), E_INVALIDARG);
+
+    // A page may be told the name, for which the filter has its reasons.
+    otherPage->ticket = Landscape(L"/Metadata/Other.xml");
+    PrintTicketEditor named(consumer, otherPage, 3, &manager, L"/Metadata/Named.xml", true);
+    ASSERT_EQ(Turn(named), S_OK);
+    EXPECT_EQ(NameOf(otherPage->ticket), L"/Metadata/Named.xml");
 }
 
 TEST_F(PrintTicketEditorTest, PartWithoutTicketGetsOneOfItsOwn) {
@@ -187,9 +209,17 @@ TEST_F(PrintTicketEditorTest, PartWithoutTicketGetsOneOfItsOwn) {
     EXPECT_EQ(OrientationIn(written.GetDomDocPtr()), L"Landscape");
     EXPECT_EQ(written.FeaturePresent(L"PageMediaSize", true, nullptr), E_ELEMENT_NOT_FOUND);
 
-    job->ticket = Landscape(L"/j.xml");
+    PrintTicketEditor ofDocument(consumer, document, 3, &manager);
     PrintTicketEditor ofJob(consumer, job, &manager);
-    EXPECT_EQ(ofJob.GetPointerToNewEmptyPrintTicketXmlDocument(&ticket), E_FAIL);
+    ASSERT_EQ(ofDocument.GetPointerToNewEmptyPrintTicketXmlDocument(&ticket), S_OK);
+    ASSERT_EQ(ofJob.GetPointerToNewEmptyPrintTicketXmlDocument(&ticket), S_OK);
+    ASSERT_EQ(consumer->newUris.size(), 3u);
+    EXPECT_TRUE(consumer->newUris[1].starts_with(L"/METADATA/Doc_3_PT_"));
+    EXPECT_TRUE(consumer->newUris[2].starts_with(L"/METADATA/Job_PT_"));
+
+    job->ticket = Landscape(L"/j.xml");
+    PrintTicketEditor withTicket(nullptr, job, &manager);
+    EXPECT_EQ(withTicket.GetPointerToNewEmptyPrintTicketXmlDocument(&ticket), E_FAIL);
 }
 
 TEST_F(PrintTicketEditorTest, FailureLeavesThePartAndTheManagerAsTheyWere) {
@@ -218,6 +248,14 @@ TEST_F(PrintTicketEditorTest, FailureLeavesThePartAndTheManagerAsTheyWere) {
     consumer->newStreams.back()->mostBytesAtATime = 0;
     EXPECT_EQ(stuck.CommitPrintTicketChangesToDocumentPart(), STG_E_WRITEFAULT);
     expectUntouched("a stream that takes nothing");
+
+    PrintTicketEditor refused(consumer, page, 1, &manager);
+    ASSERT_EQ(refused.TryToGetPrintTicketXmlDocumentToEdit(&ticket), S_OK);
+    EXPECT_EQ(ticket->SetFeatureOption(L"PageOrientation", true, L"Portrait", true), S_OK);
+    page->setTicketResult = E_ACCESSDENIED;
+    EXPECT_EQ(refused.CommitPrintTicketChangesToDocumentPart(), E_ACCESSDENIED);
+    expectUntouched("a part that does not take it");
+    page->setTicketResult = S_OK;
 
     PrintTicketEditor withoutConsumer(nullptr, page, 1, &manager);
     EXPECT_EQ(withoutConsumer.TryToGetPrintTicketXmlDocumentToEdit(&ticket), E_POINTER);

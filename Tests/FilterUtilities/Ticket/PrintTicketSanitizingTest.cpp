@@ -126,6 +126,15 @@ TEST_F(PrintTicketSanitizingTest, NothingIsEnforcedWithoutASetOrWithoutTheWish) 
     job->ticket = Ticket(L"/j", NUpOf(2));
     ASSERT_EQ(MergeJob(false), S_OK);
     EXPECT_EQ(ValueIn(manager.GetPtrToJobPrintTicketForReading(), "ImagesPerPage"), "2");
+    // A level that is asked to obey does so for itself and for those below.
+    ASSERT_EQ(MergeBelow(), S_OK);
+    EXPECT_EQ(ValueIn(manager.GetPtrToDocPrintTicketForReading(), "ImagesPerPage"), "4");
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(page), S_OK);
+    EXPECT_EQ(ValueIn(manager.GetPtrToPagePrintTicketForReading(), "ImagesPerPage"), "4");
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(page, configured, true), S_OK);
+    EXPECT_EQ(ValueIn(manager.GetPtrToDocPrintTicketForReading(), "ImagesPerPage"), "2");
+    EXPECT_EQ(ValueIn(manager.GetPtrToPagePrintTicketForReading(), "ImagesPerPage"), "4");
     configured = nullptr;
     ASSERT_EQ(MergeJob(), S_OK);
     EXPECT_EQ(ValueIn(manager.GetPtrToJobPrintTicketForReading(), "ImagesPerPage"), "2");
