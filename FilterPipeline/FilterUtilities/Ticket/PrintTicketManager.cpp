@@ -122,8 +122,10 @@ HRESULT PrintTicketManager::Initialize(IPrintReadStream* defaultTicket, wchar_t*
         if (printerName == nullptr || !*printerName) return E_INVALIDARG;
         m_printerName = printerName;
         m_userToken = userToken;
-        // Also if this printer cannot be opened, nothing is merged for the one before.
+        // Also if this printer cannot be opened, nothing is merged for the one before; and what that one made
+        // of tickets, or offers, is not this one's.
         m_provider.reset();
+        ClearPerJobInMemoryDomDocumentCaches();
         m_provider = std::make_unique<MsSafeHPTProvider>(printerName, userToken);
         const CComPtr<IStream> stream =
             CreateIStreamFromTicketStream(CComPtr<IPrintReadStream>(defaultTicket));

@@ -32,10 +32,10 @@ public:
     PrintTicketManager(PrintTicketManager& other);
     PrintTicketManager& operator=(PrintTicketManager& other);
 
-    /// Opens the provider of the printer, in place of an earlier one, and reads its default ticket. The token
-    /// is not owned; null leaves the thread as it is. E_POINTER for a null ticket, E_INVALIDARG for an empty
-    /// name (nothing is changed then), E_FAIL for a ticket that does not parse, or what opening the printer
-    /// says; there is no default ticket if reading it fails.
+    /// Opens the provider of the printer, in place of an earlier one and its caches, and reads its default
+    /// ticket. The token is not owned; null leaves the thread as it is. E_POINTER for a null ticket,
+    /// E_INVALIDARG for an empty name (nothing is changed then), E_FAIL for a ticket that does not parse, or
+    /// what opening the printer says; there is no default ticket if reading it fails.
     HRESULT Initialize(IPrintReadStream* defaultTicket, wchar_t* printerName, void* userToken);
 
     // Make the ticket of the part's level, and forget those of the levels below with all changed flags of

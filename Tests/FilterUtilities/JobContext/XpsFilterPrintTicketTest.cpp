@@ -286,6 +286,7 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
                               "</fit-to-new-size-print-ticket-keyword-api>");
     };
     const AttributeBytesIndexedList noSize;
+    const auto widthAlone = Attributes({{155, Value::FromDimension(Dimension(1, Dimension::Inch))}});
     const AttributeBytesRawList none;
     const Rows<std::string, AttributeBytesRawList, std::string> cases{
         {"", none, page},
@@ -300,6 +301,7 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
         {"", chosen(size(Dimension::Inch, 1, 2), noSize), "0 25400 50800 1;"},
         {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), "0 25400 4 1;"},
         {"", chosen(size(Dimension::Inch, 1, 0), size(Dimension::Inch, 3, 3)), page},
+        {"", chosen(widthAlone, size(Dimension::Inch, 3, 3)), "0 76200 76200 1; "},
         {"", chosen(noSize, noSize), page}};
     const std::string ofPage =
         Sized("psk:PageMediaSize", Number("MediaSizeWidth", "100000") + Number("MediaSizeHeight", "200000"));
@@ -311,12 +313,28 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
                 << content;
         }
     }
-    // What one page asked for is not what the next one gets.
+    // What one page asked for is not what the next one gets, nor what it is of another printer.
+    const auto custom = [&](const std::string& width) {
+        return keyword("psk:CustomMediaSize") +
+               Feature("psk:PageMediaSize", "psk:CustomMediaSize",
+                       Number("MediaSizeWidth", width) + Number("MediaSizeHeight", "250000"));
+    };
     Snapshot pages(JobOf(keyword("psk:NorthAmericaLetter")), &manager);
     EXPECT_EQ(pages.Answers()[Snapshot::Sheet], letter);
-    pages.documents[1] = Snapshot(JobOf(keyword("psk:ISOA3"))).documents[1];
-    pages.Take();
-    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], a3);
+    for (const auto& [content, expected] :
+         Rows<std::string, std::string>{{custom("180000"), "0 180000 250000 1; "},
+                                        {custom("190000"), "0 190000 250000 1; "},
+                                        {keyword("psk:ISOA3"), a3}}) {
+        pages.documents[1] = Snapshot(JobOf(content)).documents[1];
+        pages.Take();
+        EXPECT_EQ(pages.Answers()[Snapshot::Sheet], expected);
+    }
+    const auto mono = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/MonoOffice");
+    OvPlatform::QueueRegistry::Add(mono); // which has no such sheet
+    std::wstring name = mono->PrinterName();
+    ASSERT_EQ(manager.Initialize(MakeFake<MemoryReadStream>(mono->DefaultTicket()), name.data(), nullptr),
+              S_OK);
+    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], "0 215900 279400 0; ");
     // Without a printer there are no capabilities; without the second length, the first stands.
     PrintTicketManager unopened;
     Snapshot snapshot(
@@ -344,6 +362,13 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, SnapshotsAreOfMergedLevelsAndShareTheirTi
     EXPECT_EQ(slot(DefaultFilterPtScope), manager.GetPtrToDefaultPrintTicketForReading());
     EXPECT_EQ(slot(JobFilterPtScope), manager.GetPtrToJobPrintTicketForReading());
     EXPECT_EQ(slot(PageFilterPtScope), nullptr);
+    const auto document = MakeFake<FakeFixedDocument>();
+    const auto page = MakeFake<FakeFixedPage>();
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(document), S_OK);
+    ASSERT_EQ(manager.MergeAndValidatePartPrintTicket(page), S_OK);
+    ASSERT_EQ(take(kPTPageScope), S_OK);
+    EXPECT_EQ(slot(DocumentFilterPtScope), manager.GetPtrToDocPrintTicketForReading());
+    EXPECT_EQ(slot(PageFilterPtScope), manager.GetPtrToPagePrintTicketForReading());
     EXPECT_FALSE(ticket.IsAttributeBytesListEmpty()); // those of the sample's default
 
     // The next snapshot has the attribute bytes of its own job, or else of the default ticket.
@@ -388,6 +413,21 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, AskingChangesNoTicketAndFailuresAreTold) 
     snapshot.Take();
     EXPECT_TRUE(snapshot.asked.IsSidesImagedSpecified());
     EXPECT_EQ(TextOf(snapshot.asked.GetUserKeywordsNsPrefix()), "ns0000:");
+
+    // A snapshot that fails half way is none: nothing of the one before is left.
+    int failures = 0;
+    for (LONG point = 1; point <= 20; ++point) {
+        snapshot.Take();
+        const OvPlatform::FaultInjectionScope fault(point, E_ABORT);
+        try {
+            snapshot.Take();
+        } catch (const CPComException&) {
+            ++failures;
+            EXPECT_EQ(snapshot.asked.GetCopyOfPtrToPrintTicketXmlDocumentForReading(PageFilterPtScope),
+                      nullptr);
+        }
+    }
+    EXPECT_GT(failures, 0);
 
     FailureSweep<Snapshot>([&] { return std::make_unique<Snapshot>(tickets, &manager); },
                            [](Snapshot& world) -> SweptAnswer {
