@@ -8,10 +8,13 @@
 
 namespace OvPlatform {
 
-HRESULT UserPropertyBag::Open(IPrinterPropertyBag** values) const {
-    return WithUserProperties([&] {
-        return QueuePropertyBag::Create(m_properties.Load(), QueuePropertyBag::Access::ReadOnly, values);
+template <class Question>
+HRESULT UserPropertyBag::Ask(Question question) const {
+    CComPtr<IPrinterPropertyBag> values;
+    const HRESULT result = WithUserProperties([&] {
+        return QueuePropertyBag::Create(m_properties.Load(), QueuePropertyBag::Access::ReadOnly, &values);
     });
+    return FAILED(result) ? result : question(*values);
 }
 
 template <class Make>
@@ -26,9 +29,7 @@ HRESULT UserPropertyBag::Set(BSTR name, Make make) const {
 HRESULT UserPropertyBag::GetBool(BSTR name, BOOL* value) {
     if (value == nullptr) return E_POINTER;
     *value = FALSE;
-    CComPtr<IPrinterPropertyBag> values;
-    const HRESULT result = Open(&values);
-    return FAILED(result) ? result : values->GetBool(name, value);
+    return Ask([&](IPrinterPropertyBag& values) { return values.GetBool(name, value); });
 }
 
 HRESULT UserPropertyBag::SetBool(BSTR name, BOOL value) {
@@ -38,9 +39,7 @@ HRESULT UserPropertyBag::SetBool(BSTR name, BOOL value) {
 HRESULT UserPropertyBag::GetInt32(BSTR name, LONG* value) {
     if (value == nullptr) return E_POINTER;
     *value = 0;
-    CComPtr<IPrinterPropertyBag> values;
-    const HRESULT result = Open(&values);
-    return FAILED(result) ? result : values->GetInt32(name, value);
+    return Ask([&](IPrinterPropertyBag& values) { return values.GetInt32(name, value); });
 }
 
 HRESULT UserPropertyBag::SetInt32(BSTR name, LONG value) {
@@ -50,9 +49,7 @@ HRESULT UserPropertyBag::SetInt32(BSTR name, LONG value) {
 HRESULT UserPropertyBag::GetString(BSTR name, BSTR* text) {
     if (text == nullptr) return E_POINTER;
     *text = nullptr;
-    CComPtr<IPrinterPropertyBag> values;
-    const HRESULT result = Open(&values);
-    return FAILED(result) ? result : values->GetString(name, text);
+    return Ask([&](IPrinterPropertyBag& values) { return values.GetString(name, text); });
 }
 
 HRESULT UserPropertyBag::SetString(BSTR name, BSTR value) {
@@ -65,9 +62,7 @@ HRESULT UserPropertyBag::GetBytes(BSTR name, DWORD* count, BYTE** bytes) {
     if (count == nullptr || bytes == nullptr) return E_POINTER;
     *count = 0;
     *bytes = nullptr;
-    CComPtr<IPrinterPropertyBag> values;
-    const HRESULT result = Open(&values);
-    return FAILED(result) ? result : values->GetBytes(name, count, bytes);
+    return Ask([&](IPrinterPropertyBag& values) { return values.GetBytes(name, count, bytes); });
 }
 
 HRESULT UserPropertyBag::SetBytes(BSTR name, DWORD count, BYTE* bytes) {
@@ -80,9 +75,7 @@ HRESULT UserPropertyBag::SetBytes(BSTR name, DWORD count, BYTE* bytes) {
 HRESULT UserPropertyBag::GetReadStream(BSTR name, IStream** stream) {
     if (stream == nullptr) return E_POINTER;
     *stream = nullptr;
-    CComPtr<IPrinterPropertyBag> values;
-    const HRESULT result = Open(&values);
-    return FAILED(result) ? result : values->GetReadStream(name, stream);
+    return Ask([&](IPrinterPropertyBag& values) { return values.GetReadStream(name, stream); });
 }
 
 HRESULT UserPropertyBag::GetWriteStream(BSTR name, IStream** stream) {

@@ -32,8 +32,9 @@ public:
 private:
     ~UserPropertyBag() override = default;
 
-    /// The values of this moment.
-    HRESULT Open(IPrinterPropertyBag** values) const;
+    /// Asks the values of this moment.
+    template <class Question>
+    HRESULT Ask(Question question) const;
     template <class Make>
     HRESULT Set(BSTR name, Make make) const;
 

@@ -15,11 +15,11 @@ constexpr const wchar_t* vendor = L"http://example.com/vendor";
 const std::string head =
     R"(<f:PrintTicket version="1" xmlns:f="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework"
  xmlns:k="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords" xmlns:v="http://example.com/vendor"
- xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:xsd="http://www.w3.org/2001/XMLSchema">)";
+ xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:xsd="http://www.w3.org/2001/XMLSchema" xmlns="http://example.com/vendor">)";
 
 const std::string sample = head + R"(
  <!-- a comment --> <k:Feature name="k:PageMediaType"/>
- <f:Feature name="v:PageMediaSize"><f:Option name="v:Mine"/></f:Feature>
+ <f:Feature name="Plain"/><f:Feature name="v:PageMediaSize"><f:Option name="v:Mine"/></f:Feature>
  <f:Feature name="k:PageMediaSize"><f:Option name="k:CustomMediaSize">
    <f:ScoredProperty name="k:MediaSizeWidth"><f:ParameterRef name="v:Width"/></f:ScoredProperty>
    <f:ScoredProperty name="k:MediaSizeHeight"><f:Value xsi:type="xsd:integer">297000</f:Value></f:ScoredProperty>
@@ -76,6 +76,7 @@ TEST_F(Schema, FindsFeaturesByWhatTheirPrefixesMean) {
     EXPECT_EQ(L"PageMediaSize http://example.com/vendor", found(L"PageMediaSize", vendor));
     EXPECT_EQ(L"1", found(L"k:PageMediaSize", L"")) << "absent";
     EXPECT_EQ(L"1", found(L"PageMediaType", L"")) << "of another namespace than the framework's";
+    EXPECT_EQ(L"1", found(L"Plain", vendor)) << "the default namespace is that of elements";
     EXPECT_EQ(L"1", found(L"", L""));
     // The first one's prefix means the vendor's namespace.
     EXPECT_EQ(L"JobDuplexAllDocumentsContiguously http://example.com/vendor",

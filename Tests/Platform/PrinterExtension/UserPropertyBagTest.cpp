@@ -186,6 +186,12 @@ TEST_F(UserBag, WritesStreamsThrough) {
     ASSERT_EQ(S_OK, Bag()->GetReadStream(name, &reader));
     EXPECT_EQ(S_FALSE, reader->Read(bytes, 8, &read));
     EXPECT_EQ("he", std::string(bytes, read));
+    EXPECT_EQ(S_OK, writer->Seek(LARGE_INTEGER{}, STREAM_SEEK_SET, nullptr));
+    EXPECT_EQ(S_OK, writer->Write("w", 1, nullptr));
+    reader.Release();
+    ASSERT_EQ(S_OK, Bag()->GetReadStream(name, &reader));
+    EXPECT_EQ(S_FALSE, reader->Read(bytes, 8, &read));
+    EXPECT_EQ("we", std::string(bytes, read)) << "what stands behind stays";
     EXPECT_EQ(S_OK, Set(L"Text", L"t"));
     writer.Release();
     EXPECT_EQ(E_INVALIDARG, Bag()->GetWriteStream(CComBSTR(L"Text"), &writer));
