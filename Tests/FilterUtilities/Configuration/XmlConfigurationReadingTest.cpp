@@ -56,6 +56,9 @@ TEST_F(XmlConfigurationReadingTest, TellsWhatBecameOfEachElementAndWhereItStoppe
          "Color faulty; Encountered a <Setting> element without a Name attribute in 3"},
         {"<c>\n<Feature Name='Nobody'>\n<Setting Name='x' Behavior='default'/></Feature></c>",
          "Nobody faulty; Invalid Behavior attribute value 'default' in 3"},
+        // Neither what stands inside an element that is passed over, nor inside the faulty one, is its place.
+        {"<c>" + staple + "<ModelName>M</ModelName>\n<Foo>\n<x/></Foo></c>",
+         "Staple taken; <Foo> faulty; Encountered <Foo> element when expecting a <Feature> element in 2"},
         {"<c>" + staple + "\ntext</c>",
          "Staple taken; <#text> faulty; Encountered <#text> element when expecting a <Feature> element in 2"},
         {"<c><Feature Name='Color'>text<Setting Name='x'/></Feature></c>",

@@ -122,7 +122,7 @@ TEST_F(PrintTimeUiHelperTest, TellsTheAddressThatWasSetByHand) {
 TEST_F(PrintTimeUiHelperTest, ReadsSettingsOfAnyNamespaceAndReportsWhatIsNone) {
     const auto prefixed = L"<o:odrv-device-secure-print-only xmlns:o='urn:o'>secure-print-only-enabled"
                           L"</o:odrv-device-secure-print-only>";
-    const auto plain = L"<odrv-device-secure-print-only><!-- set --> secure-print-only-<![CDATA[enabled]]>"
+    const auto plain = L"<odrv-device-secure-print-only><!-- set --> secure-print-only-<![CDATA[enabled ]]>"
                        L"</odrv-device-secure-print-only>";
     const std::wstring many =
         L"<OrvelDeviceSettings>" + std::wstring(5000, L' ') + L"|</OrvelDeviceSettings>";

@@ -184,9 +184,12 @@ TEST_F(NativeComQueuePropertyBagAccessTest, SettingsReplaceTheOldOnesAndLeaveThe
               L"<q a=\"1\"> <IpOrHostName>host</IpOrHostName>&amp; <!-- kept -->"
               L"<OrvelDeviceSettings><![CDATA[]]]]></OrvelDeviceSettings></q>");
     EXPECT_EQ(Reports(), 0u);
-    queue->SetOrvelDeviceSettings("no character of XML: \x01");
-    EXPECT_EQ(DeviceSettings(), "]]");
-    EXPECT_EQ(Reports(), 1u);
+    std::size_t reports = 0;
+    for (const char* noXml : {"a control: \x01", "no character: \xEF\xBF\xBE"}) {
+        queue->SetOrvelDeviceSettings(noXml);
+        EXPECT_EQ(DeviceSettings(), "]]") << noXml;
+        EXPECT_EQ(Reports(), ++reports) << noXml;
+    }
 }
 
 TEST_F(NativeComQueuePropertyBagAccessTest, KeepsItsSlots) {

@@ -102,10 +102,13 @@ TEST_F(PolicyCommandTest, AFaultSaysWhereReadingStoppedAndWhatIsLost) {
 }
 
 TEST_F(PolicyCommandTest, AFileMayBeInUtf16AndIsOtherwiseRefusedInALine) {
-    std::string utf16 = "\xFF\xFE";
-    for (const char c : std::string("<c>") + Setting("Nobody", "<Setting Name='x'/>") + "</c>")
-        utf16 += std::string(1, c) + '\0';
-    EXPECT_THAT(Cells(Run(utf16).out), Contains("Nobody - - - unknown: skipped"));
+    std::string little = "\xFF\xFE", big = "\xFE\xFF";
+    for (const char c : std::string("<c>") + Setting("Nobody", "<Setting Name='x'/>") + "</c>") {
+        little += std::string(1, c) + '\0';
+        big += '\0' + std::string(1, c);
+    }
+    for (const std::string& utf16 : {little, big})
+        EXPECT_THAT(Cells(Run(utf16).out), Contains("Nobody - - - unknown: skipped"));
     EXPECT_EQ(Run("\xEF\xBB\xBF<c/>").code, ExitOk);
     EXPECT_EQ(Run("").code, ExitOk);
     const Rows<std::vector<std::string>, int, const char*> refusals{
