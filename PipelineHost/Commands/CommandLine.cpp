@@ -70,7 +70,7 @@ page laid over it and made valid for the device. Without --document and --page: 
   --document N    the Nth document
   --page N        the Nth page of that document, or without --document of the whole job
   --explain       instead of the ticket, each setting with its value and where that came from: default, job, document,
-                  page, or changed by validation
+                  page, changed by validation, or policy: what the administrator enforces over them
   --devmode FILE  instead of a job's tickets, the one that the queue makes of a device mode, with what its attribute bytes
                   say in a comment behind it. FILE holds the bytes of a DEVMODEW as they are stored: little-endian, texts
                   of 16-bit units, dmSize bytes and dmDriverExtra behind them

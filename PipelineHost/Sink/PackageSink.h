@@ -17,9 +17,8 @@ enum class Interleaving { ResourcesFirst, MarkupFirst };
 
 /// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
 /// part once, tickets and resources related as they were; a ticket whose name another one has taken gets a
-/// name of its own. Nothing stands under the target's name before
-/// Publish, and nothing is left of it without. Everything throws: HostError or OvPlatform::PackageError.
-/// Belongs to one thread at a time.
+/// name of its own. Nothing stands under the target's name before Publish, and nothing is left of it without.
+/// Everything throws: HostError or OvPlatform::PackageError. Belongs to one thread at a time.
 class PackageSink {
 public:
     PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,

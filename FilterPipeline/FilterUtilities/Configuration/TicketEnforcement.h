@@ -19,8 +19,7 @@ enum class Setter {
     /// SetChildNodeOptionAttributeValue(feature, isPublic, attribute, value.text)
     Option,
     /// The same, with the ticket's own prefix of the public keywords before the text. The ticket is asked for
-    /// the
-    /// option first: without an answer nothing is written.
+    /// the option first: without an answer nothing is written.
     PublicOption,
 };
 
