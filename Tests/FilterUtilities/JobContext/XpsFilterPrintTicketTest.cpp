@@ -301,7 +301,7 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
         {"", chosen(size(Dimension::Inch, 1, 2), noSize), "0 25400 50800 1;"},
         {"", chosen(noSize, size(Dimension::Point, 72, 0.01)), "0 25400 4 1;"},
         {"", chosen(size(Dimension::Inch, 1, 0), size(Dimension::Inch, 3, 3)), page},
-        {"", chosen(widthAlone, size(Dimension::Inch, 3, 3)), "0 76200 76200 1; "},
+        {"", chosen(widthAlone, size(Dimension::Inch, 3, 3)), "0 76200 76200 1;"},
         {"", chosen(noSize, noSize), page}};
     const std::string ofPage =
         Sized("psk:PageMediaSize", Number("MediaSizeWidth", "100000") + Number("MediaSizeHeight", "200000"));
@@ -322,8 +322,8 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     Snapshot pages(JobOf(keyword("psk:NorthAmericaLetter")), &manager);
     EXPECT_EQ(pages.Answers()[Snapshot::Sheet], letter);
     for (const auto& [content, expected] :
-         Rows<std::string, std::string>{{custom("180000"), "0 180000 250000 1; "},
-                                        {custom("190000"), "0 190000 250000 1; "},
+         Rows<std::string, std::string>{{custom("180000"), "0 180000 250000 1;"},
+                                        {custom("190000"), "0 190000 250000 1;"},
                                         {keyword("psk:ISOA3"), a3}}) {
         pages.documents[1] = Snapshot(JobOf(content)).documents[1];
         pages.Take();
@@ -334,7 +334,7 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, FindsTheSheetThatComesOut) {
     std::wstring name = mono->PrinterName();
     ASSERT_EQ(manager.Initialize(MakeFake<MemoryReadStream>(mono->DefaultTicket()), name.data(), nullptr),
               S_OK);
-    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], "0 215900 279400 0; ");
+    EXPECT_EQ(pages.Answers()[Snapshot::Sheet], "0 215900 279400 0;");
     // Without a printer there are no capabilities; without the second length, the first stands.
     PrintTicketManager unopened;
     Snapshot snapshot(
