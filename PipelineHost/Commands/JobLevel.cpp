@@ -2,6 +2,7 @@
 
 #include "Common/HostError.h"
 #include "Common/Text.h"
+#include "Report/FilterWords.h"
 #include "Source/PackageSource.h"
 #include "Streams/PrintReadStream.h"
 
@@ -90,13 +91,13 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
         ExplainLevel(queue, parts); // Throws, with words, if it is the ticket that is wrong.
         throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
     };
+    const FilterWords words;
     CComPtr<IPrintReadStream> defaultTicket;
     defaultTicket.Attach(new PrintReadStream(MemoryContent(queue->DefaultTicket()).Open()));
     std::wstring name = queue->PrinterName();
     require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
 
     QueueConfiguration configuration(*queue);
-    if (!configuration.trouble.empty()) warn(configuration.trouble);
     NativeXmlConfigurationFeatureSet* enforced = &configuration.features;
     const auto merge = [&](auto* part, EPrintTicketScope level, const char* levelName) {
         const HRESULT hr =
@@ -109,6 +110,8 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
     EPrintTicketScope level = merge(parts.sequence.p, kPTJobScope, "job");
     if (parts.document) level = merge(parts.document.p, kPTDocumentScope, "document");
     if (parts.page) level = merge(parts.page.p, kPTPageScope, "page");
+    for (const std::string& trouble : words.Heard())
+        warn(trouble);
     return level;
 }
 

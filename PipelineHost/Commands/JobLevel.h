@@ -31,9 +31,9 @@ TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFold
 using Warner = std::function<void(const std::string& what)>;
 
 /// Merges the tickets of the level on the queue's default, by the same class as filters do it, with what the
-/// queue's administrator enforces, and says which level it is. Warns of a fault in the configuration. The
-/// thread must be in a COM apartment, and the queue known to the spooler. Throws InputError for a ticket that
-/// is to blame, else HostError.
+/// queue's administrator enforces, and says which level it is. Warns of a fault in the configuration
+/// and of whatever else the merge got over. The thread must be in a COM apartment, and the queue known to the
+/// spooler. Throws InputError for a ticket that is to blame, else HostError.
 EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                              const LevelParts& parts, const Warner& warn);

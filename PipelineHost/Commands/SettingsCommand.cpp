@@ -3,6 +3,7 @@
 #include "Commands/JobAtDevice.h"
 #include "Commands/SettingsReport.h"
 #include "Common/HostError.h"
+#include "Report/FilterWords.h"
 #include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
@@ -17,12 +18,16 @@ int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
     const LevelParts parts = FindLevel(options, context);
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
-    const EPrintTicketScope level = MergeLevel(manager, queue, parts, WarnOf(options, errors));
+    const Warner warn = WarnOf(options, errors);
+    const EPrintTicketScope level = MergeLevel(manager, queue, parts, warn);
+    const FilterWords words; // a question that cannot be answered may give what holds by default
     XpsFilterPrintTicket ticket(&manager, DisplayNames());
     if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(level, ticket); FAILED(hr))
         throw HostError(hr, {}, "the merged tickets cannot be read");
     CheckAttributeBytes(ticket, options.job);
     const SettingsReport report(ticket);
+    for (const std::string& trouble : words.Heard())
+        warn(trouble);
     if (options.json)
         out.Json(report.AsJson());
     else

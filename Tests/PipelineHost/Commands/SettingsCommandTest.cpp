@@ -4,6 +4,7 @@
 #include "Support/Rows.h"
 #include "Support/SampleJob.h"
 
+#include <Com/FaultInjection.h>
 #include <Spooler/DevmodeLayout.h>
 #include <SystemServices/OrvelUtilities.h>
 
@@ -75,6 +76,29 @@ TEST_F(SettingsCommandTest, TellsTheAnswersOfALevelAndWhoGaveThem) {
     const CommandRun damaged({"settings", "job.xps", "--queue", "queue"});
     EXPECT_EQ(damaged.code, ExitInputRefused);
     EXPECT_THAT(damaged.errors, HasSubstr("the driver's settings in the ticket cannot be read"));
+}
+
+TEST_F(SettingsCommandTest, NoFailureOfThePlatformChangesAnAnswerWithoutAWord) {
+    SampleJob job;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    job.pageTicket = SampleTicket("PageOrientation", "ReversePortrait");
+    job.Write("job.xps");
+    const std::vector<std::string> settings = {"settings", "job.xps", "--queue", "queue", "--page", "1"};
+    for (const auto& [command, step] : Rows<std::string, LONG>{{"settings", 37}, {"ticket", 17}}) {
+        std::vector<std::string> arguments = settings;
+        arguments.front() = command;
+        OvPlatform::FaultInjection::CountCalls();
+        const CommandRun whole(arguments);
+        OvPlatform::FaultInjection::Reset();
+        EXPECT_EQ(whole.errors, "");
+        const LONG calls = OvPlatform::FaultInjection::CallCount();
+        ASSERT_GT(calls, 15 * step) << command;
+        for (LONG call = 1; call <= calls; call += step) { // each would take too long
+            const OvPlatform::FaultInjectionScope fault(call, E_ABORT);
+            const CommandRun run(arguments);
+            EXPECT_TRUE(run.out == whole.out || !run.errors.empty()) << command << ' ' << call << run.out;
+        }
+    }
 }
 
 TEST_F(SettingsCommandTest, ReadsAStoredDeviceMode) {
