@@ -111,6 +111,11 @@ TEST_F(PolicyCommandTest, AFileMayBeInUtf16AndIsOtherwiseRefusedInALine) {
         EXPECT_THAT(Cells(Run(utf16).out), Contains("Nobody - - - unknown: skipped"));
     EXPECT_EQ(Run("\xEF\xBB\xBF<c/>").code, ExitOk);
     EXPECT_EQ(Run("").code, ExitOk);
+    for (const char* const otherText : {"<c><Feature Name='\xE4'/></c>", "\xFF\xFE<", "\xFE\xFF\xD8<"}) {
+        const CommandRun run = Run(otherText);
+        EXPECT_EQ(run.code, ExitInputRefused);
+        EXPECT_THAT(run.errors, HasSubstr("this is no text in UTF-8"));
+    }
     const Rows<std::vector<std::string>, int, const char*> refusals{
         {{"policy", "missing.xml"}, ExitInputRefused, "there is no such file"},
         {{"policy", "."}, ExitInputRefused, "this is no file"},
