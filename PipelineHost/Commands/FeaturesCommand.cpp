@@ -12,8 +12,11 @@ int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     const LevelParts parts = FindLevel(options, context);
     const MsSafeCoInit apartment;
-    JobAtDevice job(options.job, queue, parts, WarnOf(options, errors));
+    const Warner warn = WarnOf(options, errors);
+    JobAtDevice job(options.job, queue, parts, warn);
     const FeatureReport report(job.Settings());
+    for (const std::string& trouble : job.Troubles())
+        warn(trouble);
     if (options.json)
         out.Json(report.AsJson());
     else

@@ -75,6 +75,7 @@ JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvP
                          const LevelParts& parts, const Warner& warn) {
     OvPlatform::QueueRegistry::Add(queue);
     const EPrintTicketScope level = MergeLevel(m_manager, queue, parts, warn);
+    m_words.emplace();
     m_properties = DriverProperties(*queue);
     m_access = std::make_unique<NativeComPrinterPropertyBagAccess>(
         *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);

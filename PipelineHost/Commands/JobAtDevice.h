@@ -1,13 +1,16 @@
 #pragma once
 
 #include "Commands/JobLevel.h"
+#include "Report/FilterWords.h"
 
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
 #include <FeatureAccess/JobSettings.h>
 #include <PropertyBags/NativeComPrinterPropertyBagAccess.h>
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace OvPipeline {
 
@@ -32,11 +35,14 @@ public:
     JobAtDevice& operator=(const JobAtDevice&) = delete;
 
     JobSettings& Settings() { return *m_settings; }
+    /// What questions have got over since the merge, in words.
+    std::vector<std::string> Troubles() const { return m_words->Heard(); }
     OrvelDriverPropertyBag& Driver() { return *m_driver; }
     const NativeComPrinterPropertyBagAccess& Properties() const { return *m_access; }
 
 private:
     PrintTicketManager m_manager;
+    std::optional<FilterWords> m_words;
     CComPtr<IPrinterPropertyBag> m_properties;
     std::unique_ptr<NativeComPrinterPropertyBagAccess> m_access;
     std::unique_ptr<OrvelDriverPropertyBag> m_driver;

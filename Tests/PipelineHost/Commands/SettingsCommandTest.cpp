@@ -84,7 +84,8 @@ TEST_F(SettingsCommandTest, NoFailureOfThePlatformChangesAnAnswerWithoutAWord) {
     job.pageTicket = SampleTicket("PageOrientation", "ReversePortrait");
     job.Write("job.xps");
     const std::vector<std::string> settings = {"settings", "job.xps", "--queue", "queue", "--page", "1"};
-    for (const auto& [command, step] : Rows<std::string, LONG>{{"settings", 37}, {"ticket", 17}}) {
+    for (const auto& [command, step] :
+         Rows<std::string, LONG>{{"settings", 37}, {"ticket", 17}, {"features", 97}}) {
         std::vector<std::string> arguments = settings;
         arguments.front() = command;
         OvPlatform::FaultInjection::CountCalls();
