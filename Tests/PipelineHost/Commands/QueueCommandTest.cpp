@@ -63,6 +63,9 @@ TEST_F(QueueCommandTest, ShowsPrinterBagsOptionsAndAnswers) {
          })
         EXPECT_THAT(run.out, ContainsRegex(line));
 
+    EXPECT_THAT(run.out, Not(ContainsRegex("punch-unit-actual[^\n]+not of")))
+        << "those of the device stand once";
+
     const CommandRun json({"queue", "--json", colorOffice});
     EXPECT_EQ(ExitOk, json.code);
     EXPECT_THAT(json.out,
