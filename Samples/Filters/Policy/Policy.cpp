@@ -84,14 +84,15 @@ private:
         held = ValuesIn(merged);
         if (editor.HasPrintTicketAlreadyBeenUpdatedForThisUri())
             return editor.TryToSynchAndCommitThisPrintTicketWithMatchFromMap();
+        const auto isSaid = [](const CXString& value) { return !value.IsEmpty(); };
+        if (std::ranges::none_of(held, isSaid)) return S_OK; // what is enforced concerns the levels above
 
         const auto own = manager.GetCopyOfCurrentPrintTicketFromPart(part);
         const Values asked = own ? ValuesIn(*own) : Values(m_enforced.size());
         Values changed(m_enforced.size());
         for (std::size_t i = 0; i < m_enforced.size(); ++i)
             if (held[i] != (asked[i].IsEmpty() ? inherited[i] : asked[i])) changed[i] = held[i];
-        const auto isChange = [](const CXString& value) { return !value.IsEmpty(); };
-        return std::ranges::any_of(changed, isChange) ? Write(editor, changed) : S_OK;
+        return std::ranges::any_of(changed, isSaid) ? Write(editor, changed) : S_OK;
     }
 
     HRESULT Write(PrintTicketEditor& editor, const Values& changed) const {
