@@ -83,7 +83,9 @@ void Hear(const char* text, const char* caption) noexcept {
         } else if (warningCaption == caption) {
             Keep(FirstLine(text));
         } else if (configurationCaption == caption) {
-            Keep("the administrator's configuration is not read to its end: " + FirstLine(text));
+            Keep(
+                "the administrator's configuration is not read to its end (ov-pipeline policy says where): " +
+                FirstLine(text));
         }
     } catch (...) {
         // No room for it: the result has to do.
