@@ -5,6 +5,8 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 
+#include <algorithm>
+
 namespace OvPipeline {
 
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
@@ -15,8 +17,7 @@ int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
     const Warner warn = WarnOf(options, errors);
     JobAtDevice job(options.job, queue, parts, warn);
     const FeatureReport report(job.Settings());
-    for (const std::string& trouble : job.Troubles())
-        warn(trouble);
+    std::ranges::for_each(job.Troubles(), warn);
     if (options.json)
         out.Json(report.AsJson());
     else

@@ -1,10 +1,10 @@
 #include "Commands/JobAtDevice.h"
 
+#include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Common/Text.h"
 
 #include <LowLevelFacilities/Failures/CPException.h>
-#include <Spooler/QueuePropertyBag.h>
 #include <Spooler/QueueRegistry.h>
 #include <SystemServices/User.h>
 
@@ -31,15 +31,6 @@ std::filesystem::path FileOfDevice(const OvPlatform::QueueFolder& queue) {
             stream != nullptr && !stream->file.empty())
             return stream->file;
     return queue.Folder();
-}
-
-CComPtr<IPrinterPropertyBag> DriverProperties(const OvPlatform::QueueFolder& queue) {
-    CComPtr<IPrinterPropertyBag> properties;
-    if (const HRESULT hr = OvPlatform::QueuePropertyBag::Create(
-            queue.DriverProperties(), OvPlatform::QueuePropertyBag::Access::ReadOnly, &properties);
-        FAILED(hr))
-        throw HostError(hr, {}, "the queue's driver properties cannot be read");
-    return properties;
 }
 
 Description DescribeJob(const std::string& file) {
@@ -76,7 +67,7 @@ JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvP
     OvPlatform::QueueRegistry::Add(queue);
     const EPrintTicketScope level = MergeLevel(m_manager, queue, parts, warn);
     m_words.emplace();
-    m_properties = DriverProperties(*queue);
+    m_properties = BagOf(queue->DriverProperties());
     m_access = std::make_unique<NativeComPrinterPropertyBagAccess>(
         *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);
     m_driver = std::make_unique<OrvelDriverPropertyBag>(*m_access);

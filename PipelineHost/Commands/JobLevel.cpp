@@ -1,5 +1,6 @@
 #include "Commands/JobLevel.h"
 
+#include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Common/Text.h"
 #include "Report/FilterWords.h"
@@ -8,6 +9,8 @@
 
 #include <PrintTicket/PrintTicketError.h>
 #include <Xml/DocumentBound.h>
+
+#include <algorithm>
 
 namespace OvPipeline {
 
@@ -97,8 +100,8 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
     std::wstring name = queue->PrinterName();
     require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
 
-    QueueConfiguration configuration(*queue);
-    NativeXmlConfigurationFeatureSet* enforced = &configuration.features;
+    NativeXmlConfigurationFeatureSet configuration = ReadConfiguration(*queue);
+    NativeXmlConfigurationFeatureSet* enforced = &configuration;
     const auto merge = [&](auto* part, EPrintTicketScope level, const char* levelName) {
         const HRESULT hr =
             manager.MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(part, enforced, true);
@@ -110,8 +113,7 @@ EPrintTicketScope MergeLevel(PrintTicketManager& manager,
     EPrintTicketScope level = merge(parts.sequence.p, kPTJobScope, "job");
     if (parts.document) level = merge(parts.document.p, kPTDocumentScope, "document");
     if (parts.page) level = merge(parts.page.p, kPTPageScope, "page");
-    for (const std::string& trouble : words.Heard())
-        warn(trouble);
+    std::ranges::for_each(words.Heard(), warn);
     return level;
 }
 

@@ -1,29 +1,25 @@
 #include "Commands/QueueConfiguration.h"
 
+#include "Common/HostError.h"
 #include "Report/FilterWords.h"
 
 #include <Spooler/QueuePropertyBag.h>
 
-#include <new>
 #include <stdexcept>
-#include <vector>
 
 namespace OvPipeline {
 
-namespace {
-
-CComPtr<IPrinterPropertyBag> BagOf(const OvPlatform::QueueFolder& queue) {
+CComPtr<IPrinterPropertyBag> BagOf(const OvPlatform::QueueValues& values) {
+    using OvPlatform::QueuePropertyBag;
     CComPtr<IPrinterPropertyBag> bag;
-    if (FAILED(OvPlatform::QueuePropertyBag::Create(queue.QueueProperties(),
-                                                    OvPlatform::QueuePropertyBag::Access::ReadOnly, &bag)))
-        throw std::bad_alloc();
+    if (const HRESULT hr = QueuePropertyBag::Create(values, QueuePropertyBag::Access::ReadOnly, &bag);
+        FAILED(hr))
+        throw HostError(hr, {}, "a bag of the queue cannot be read");
     return bag;
 }
 
-} // namespace
-
 QueueSettings::QueueSettings(const OvPlatform::QueueFolder& queue)
-    : m_bag(BagOf(queue)),
+    : m_bag(BagOf(queue.QueueProperties())),
       m_access(*m_bag, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere),
       m_settings(queue.PrinterName().c_str(), {}, m_access) {}
 
@@ -37,13 +33,8 @@ CPString ReadConfigurationText(const OvPlatform::QueueFolder& queue) {
     return xml;
 }
 
-QueueConfiguration::QueueConfiguration(const OvPlatform::QueueFolder& queue)
-    : features([&] {
-          const FilterWords words;
-          NativeXmlConfigurationFeatureSet read(QueueSettings(queue).Access());
-          const std::vector<std::string> heard = words.Heard();
-          if (!heard.empty()) trouble = heard.front();
-          return read;
-      }()) {}
+NativeXmlConfigurationFeatureSet ReadConfiguration(const OvPlatform::QueueFolder& queue) {
+    return NativeXmlConfigurationFeatureSet(QueueSettings(queue).Access());
+}
 
 } // namespace OvPipeline

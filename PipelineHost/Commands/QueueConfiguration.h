@@ -8,9 +8,10 @@
 
 #include <atlcomcli.h>
 
-#include <string>
-
 namespace OvPipeline {
+
+/// The values as a bag of the platform, for reading. Throws HostError.
+CComPtr<IPrinterPropertyBag> BagOf(const OvPlatform::QueueValues& values);
 
 /// A queue's settings by name, as the driver reads them. The thread must be in a COM apartment, and the
 /// folder must live as long.
@@ -32,13 +33,8 @@ private:
 /// queue's settings cannot be read, which hides whether it has one.
 CPString ReadConfigurationText(const OvPlatform::QueueFolder& queue);
 
-/// The configuration itself, as filters have it, and what is wrong with it in words; empty where nothing is.
-struct QueueConfiguration {
-    /// The thread must be in a COM apartment.
-    explicit QueueConfiguration(const OvPlatform::QueueFolder& queue);
-
-    std::string trouble;
-    NativeXmlConfigurationFeatureSet features;
-};
+/// The configuration itself, as filters have it. A fault in it is reported, as filters report it. The thread
+/// must be in a COM apartment.
+NativeXmlConfigurationFeatureSet ReadConfiguration(const OvPlatform::QueueFolder& queue);
 
 } // namespace OvPipeline

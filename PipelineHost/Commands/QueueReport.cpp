@@ -1,8 +1,8 @@
 #include "Commands/QueueReport.h"
 
 #include "Commands/JobAtDevice.h"
+#include "Commands/QueueConfiguration.h"
 #include "Commands/ShownAnswer.h"
-#include "Common/HostError.h"
 #include "Common/Text.h"
 #include "Report/TextTable.h"
 
@@ -10,7 +10,6 @@
 #include <PrintTime/PrintTimeUiHelper.h>
 #include <PrinterExtension/UserProperties.h>
 #include <PropertyBags/NativeComQueuePropertyBagAccess.h>
-#include <Spooler/QueuePropertyBag.h>
 
 #include <algorithm>
 #include <utility>
@@ -19,21 +18,12 @@ namespace OvPipeline {
 
 namespace {
 
-using OvPlatform::QueuePropertyBag;
 using OvPlatform::QueueValue;
 using OvPlatform::QueueValues;
 using Lines = std::vector<std::vector<std::string>>;
 
 constexpr std::wstring_view optionPrefix = L"Config:";
 constexpr std::size_t longestShown = 100; // characters of a text that a table shows
-
-CComPtr<IPrinterPropertyBag> BagOf(const QueueValues& values) {
-    CComPtr<IPrinterPropertyBag> bag;
-    if (const HRESULT hr = QueuePropertyBag::Create(values, QueuePropertyBag::Access::ReadOnly, &bag);
-        FAILED(hr))
-        throw HostError(hr, {}, "a bag of the queue cannot be read");
-    return bag;
-}
 
 NativeComPrinterPropertyBagAccess AccessTo(IPrinterPropertyBag& bag) {
     return {bag, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere};

@@ -9,6 +9,8 @@
 #include <ComSupport/MsSafeCoinit.h>
 #include <Spooler/QueueRegistry.h>
 
+#include <algorithm>
+
 namespace OvPipeline {
 
 int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
@@ -26,8 +28,7 @@ int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
         throw HostError(hr, {}, "the merged tickets cannot be read");
     CheckAttributeBytes(ticket, options.job);
     const SettingsReport report(ticket);
-    for (const std::string& trouble : words.Heard())
-        warn(trouble);
+    std::ranges::for_each(words.Heard(), warn);
     if (options.json)
         out.Json(report.AsJson());
     else

@@ -2,10 +2,13 @@
 #include "Commands/DevmodeTicket.h"
 #include "Commands/JobLevel.h"
 #include "Commands/TicketText.h"
+#include "Report/FilterWords.h"
 #include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Spooler/QueueRegistry.h>
+
+#include <algorithm>
 
 namespace OvPipeline {
 
@@ -32,8 +35,9 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     const MsSafeCoInit apartment;
     const Warner warn = WarnOf(options, errors);
     if (options.explain) {
+        const FilterWords words;
         const TicketExplanation explanation = ExplainLevel(queue, parts);
-        if (!explanation.ConfigurationTrouble().empty()) warn(explanation.ConfigurationTrouble());
+        std::ranges::for_each(words.Heard(), warn);
         out.Text(FormatExplanation(explanation.Rows()));
     } else {
         out.Xml(MergedTicket(queue, parts, warn));

@@ -1,5 +1,6 @@
 #include "Commands/TicketExplanation.h"
 
+#include "Commands/QueueConfiguration.h"
 #include "Common/Text.h"
 #include "Report/TextTable.h"
 
@@ -64,7 +65,7 @@ std::string Remark(const OvPlatform::SettingReport& setting) {
 
 TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFolder> queue)
     : m_queue(std::move(queue)), m_merge(m_queue), m_ticket(m_queue->DefaultTicket()),
-      m_configuration(*m_queue) {
+      m_configuration(ReadConfiguration(*m_queue)) {
     // The default ticket laid over nothing: tells its settings.
     Level level{defaultLevel, {}};
     m_merge.Merge(m_ticket, nullptr, kPTJobScope, &level.report);
@@ -89,9 +90,9 @@ void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, c
 }
 
 void TicketExplanation::Enforce(EPrintTicketScope scope) {
-    if (m_configuration.features.NumberOfFeatures() == 0) return;
+    if (m_configuration.NumberOfFeatures() == 0) return;
     PrintTicketXmlDocument ticket{CXString(m_ticket.c_str())};
-    const std::vector<EnforcedChange> changes = EnforceConfiguration(ticket, m_configuration.features);
+    const std::vector<EnforcedChange> changes = EnforceConfiguration(ticket, m_configuration);
     if (changes.empty()) return;
     CComBSTR text;
     if (FAILED(ticket.get_xml(&text))) throw std::bad_alloc();

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "Commands/QueueConfiguration.h"
-
+#include <Configuration/NativeXmlConfigurationFeatureSet.h>
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolder.h>
 #include <Ticket/EnforcedValue.h>
@@ -33,8 +32,6 @@ public:
     std::vector<Row> Rows() const;
 
     const std::string& Ticket() const { return m_ticket; }
-    /// What is wrong with the administrator's configuration; empty where nothing is.
-    const std::string& ConfigurationTrouble() const { return m_configuration.trouble; }
 
 private:
     struct Level {
@@ -57,7 +54,7 @@ private:
     OvPlatform::PrintTicketMerge m_merge;
     std::string m_ticket;
     std::vector<Level> m_levels; // from the default down; a level without a ticket is not among them
-    QueueConfiguration m_configuration;
+    NativeXmlConfigurationFeatureSet m_configuration;
     std::map<std::string, Overruled, std::less<>> m_overruled; // by the setting's name without prefixes
     bool m_hasDroppedPasscode = false;
 };

@@ -83,6 +83,18 @@ bool Overrules(const Feature& feature, const Value& value, const CXString& curre
 
 } // namespace
 
+std::vector<EnforcedFeature> FindEnforcedFeatures(const NativeXmlConfigurationFeatureSet& configuration) {
+    std::vector<EnforcedFeature> enforced;
+    for (const Feature& feature : TicketEnforcement::GetFeatures()) {
+        const auto* const configured =
+            configuration.TryGetFeature(CPString(std::string(feature.configurationName)));
+        const Value* const value =
+            configured != nullptr ? TicketEnforcement::FindValue(feature, *configured) : nullptr;
+        if (value != nullptr) enforced.push_back({&feature, configured, value});
+    }
+    return enforced;
+}
+
 CXString ReadEnforcedValue(const PrintTicketXmlDocument& ticket, const Feature& feature) {
     CComBSTR text;
     try {
@@ -122,17 +134,12 @@ std::vector<EnforcedChange> EnforceConfiguration(PrintTicketXmlDocument& ticket,
                                                  const NativeXmlConfigurationFeatureSet& configuration) {
     const OperationScope operation("PrintTicketManager::SanitizePrintTicketForXmlConfig");
     std::vector<EnforcedChange> changes;
-    for (const Feature& feature : TicketEnforcement::GetFeatures()) {
-        const auto* const configured =
-            configuration.TryGetFeature(CPString(std::string(feature.configurationName)));
-        const Value* const value =
-            configured != nullptr ? TicketEnforcement::FindValue(feature, *configured) : nullptr;
-        if (value == nullptr) continue;
+    for (const auto& [feature, configured, value] : FindEnforcedFeatures(configuration)) {
         try {
-            const CXString current = ReadEnforcedValue(ticket, feature);
-            if (!Overrules(feature, *value, current)) continue;
-            Set(ticket, feature, *value);
-            changes.push_back({&feature, configured, current});
+            const CXString current = ReadEnforcedValue(ticket, *feature);
+            if (!Overrules(*feature, *value, current)) continue;
+            Set(ticket, *feature, *value);
+            changes.push_back({feature, configured, current});
         } catch (...) {
             ReportCaughtException();
         }

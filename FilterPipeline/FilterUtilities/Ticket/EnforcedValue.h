@@ -13,6 +13,17 @@
 
 class PrintTicketXmlDocument;
 
+/// A feature that a configuration enforces in tickets, with the value that it writes.
+struct EnforcedFeature {
+    const TicketEnforcement::Feature* feature;
+    const NativeXmlConfigurationFeature* configured; // of the set
+    const TicketEnforcement::Value* value;
+};
+
+/// In the order in which they are enforced. The set must not change as long as the result is used.
+[[nodiscard]] OV_FILTER_UTILITIES_API std::vector<EnforcedFeature>
+FindEnforcedFeatures(const NativeXmlConfigurationFeatureSet& configuration);
+
 /// What a ticket says of a feature that can be enforced: the option without prefix, or the number of the
 /// scored property. Empty if it says nothing.
 [[nodiscard]] OV_FILTER_UTILITIES_API CXString ReadEnforcedValue(const PrintTicketXmlDocument& ticket,

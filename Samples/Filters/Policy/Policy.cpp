@@ -60,13 +60,7 @@ private:
             NativeXmlConfigurationFilterUtilities::
                 CreateNativeXmlConfigurationFeatureSetFromPipelineProperties(
                     *GetIPrintPipelinePropertyBagPtr(), m_printerName));
-        m_enforced.clear();
-        for (const auto& feature : TicketEnforcement::GetFeatures()) {
-            const auto* const configured =
-                m_configuration->TryGetFeature(CPString(std::string(feature.configurationName)));
-            if (configured != nullptr && TicketEnforcement::FindValue(feature, *configured) != nullptr)
-                m_enforced.push_back(&feature);
-        }
+        m_enforced = FindEnforcedFeatures(*m_configuration);
     }
 
     // Merges the part's level. `inherited` is what holds where the part says nothing; `held` becomes what
@@ -102,15 +96,15 @@ private:
                                : editor.GetPointerToNewEmptyPrintTicketXmlDocument(&ticket);
         if (hr != S_OK) return FAILED(hr) ? hr : E_FAIL;
         for (std::size_t i = 0; i < m_enforced.size(); ++i)
-            if (!changed[i].IsEmpty()) WriteEnforcedValue(*ticket, *m_enforced[i], changed[i]);
+            if (!changed[i].IsEmpty()) WriteEnforcedValue(*ticket, *m_enforced[i].feature, changed[i]);
         return editor.CommitPrintTicketChangesToDocumentPart();
     }
 
     Values ValuesIn(IXMLDOMDocument2* ticket) const { return ValuesIn(PrintTicketXmlDocument(ticket)); }
     Values ValuesIn(const PrintTicketXmlDocument& ticket) const {
         Values values;
-        for (const auto* feature : m_enforced)
-            values.push_back(ReadEnforcedValue(ticket, *feature));
+        for (const EnforcedFeature& enforced : m_enforced)
+            values.push_back(ReadEnforcedValue(ticket, *enforced.feature));
         return values;
     }
 
@@ -123,7 +117,7 @@ private:
     }
 
     std::unique_ptr<NativeXmlConfigurationFeatureSet> m_configuration;
-    std::vector<const TicketEnforcement::Feature*> m_enforced;
+    std::vector<EnforcedFeature> m_enforced; // of the configuration
     Values m_ofJob;
     Values m_ofDocument;
     std::set<CXString> m_settledTickets; // of pages of this document, by name

@@ -2,6 +2,7 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Commands/TicketExplanation.h>
+#include <Report/FilterWords.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -124,8 +125,11 @@ TEST(TicketExplanation, NamesThePolicyWhereItOverruledTheTickets) {
     explanation = Explanation("ColorOffice");
     add("job", kPTJobScope, "psk:TwoSidedShortEdge");
     ExpectRows(explanation, {{duplex, "psk:TwoSidedShortEdge", "job"}});
-    EXPECT_EQ(explanation.ConfigurationTrouble(), "");
-    EXPECT_THAT(Explanation("MonoOffice").ConfigurationTrouble(), HasSubstr("enforcedSetting"));
+    const FilterWords words;
+    Explanation("ColorOffice");
+    EXPECT_THAT(words.Heard(), testing::IsEmpty());
+    Explanation("MonoOffice");
+    EXPECT_THAT(words.Heard(), testing::ElementsAre(HasSubstr("enforcedSetting")));
 }
 
 } // namespace
