@@ -279,6 +279,13 @@ struct TIME_ZONE_INFORMATION {
 };
 using PTIME_ZONE_INFORMATION = TIME_ZONE_INFORMATION*;
 using LPTIME_ZONE_INFORMATION = TIME_ZONE_INFORMATION*;
+#define TIME_ZONE_ID_UNKNOWN 0
+#define TIME_ZONE_ID_STANDARD 1
+#define TIME_ZONE_ID_DAYLIGHT 2
+#define TIME_ZONE_ID_INVALID 0xFFFFFFFFU
+/// The system's own zone, its rules those of this year, and which of its times holds now. A zone without
+/// daylight time is TIME_ZONE_ID_UNKNOWN; on failure TIME_ZONE_ID_INVALID.
+EXTERN_C WINBASEAPI DWORD WINAPI GetTimeZoneInformation(LPTIME_ZONE_INFORMATION lpTimeZoneInformation);
 
 EXTERN_C WINBASEAPI void WINAPI GetSystemTime(LPSYSTEMTIME lpSystemTime);
 EXTERN_C WINBASEAPI void WINAPI GetLocalTime(LPSYSTEMTIME lpSystemTime);

@@ -1,8 +1,9 @@
 #pragma once
 
-// The device mode, as the SDK header of this name publishes it: the settings of a printer in one record.
+// As the SDK header of this name publishes it: the device mode, which has the settings of a printer in one
+// record, and fonts in a device context.
 
-#include <windef.h>
+#include <winbase.h>
 
 #define CCHDEVICENAME 32
 #define CCHFORMNAME 32
@@ -270,3 +271,105 @@ using LPDEVMODE = LPDEVMODEW;
 #define DMMEDIA_TRANSPARENCY 2
 #define DMMEDIA_GLOSSY 3
 #define DMMEDIA_USER 256
+
+// --- Fonts ---
+#define LF_FACESIZE 32
+
+/// What font is asked for. Heights are in pixels of the context; a negative one is that of the em square.
+struct LOGFONTW {
+    LONG lfHeight;
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    WCHAR lfFaceName[LF_FACESIZE];
+};
+using PLOGFONTW = LOGFONTW*;
+using LPLOGFONTW = LOGFONTW*;
+using LOGFONT = LOGFONTW;
+
+/// Pixels of the context.
+struct TEXTMETRICW {
+    LONG tmHeight;
+    LONG tmAscent;
+    LONG tmDescent;
+    LONG tmInternalLeading;
+    LONG tmExternalLeading;
+    LONG tmAveCharWidth;
+    LONG tmMaxCharWidth;
+    LONG tmWeight;
+    LONG tmOverhang;
+    LONG tmDigitizedAspectX;
+    LONG tmDigitizedAspectY;
+    WCHAR tmFirstChar;
+    WCHAR tmLastChar;
+    WCHAR tmDefaultChar;
+    WCHAR tmBreakChar;
+    BYTE tmItalic;
+    BYTE tmUnderlined;
+    BYTE tmStruckOut;
+    BYTE tmPitchAndFamily;
+    BYTE tmCharSet;
+};
+using LPTEXTMETRICW = TEXTMETRICW*;
+using TEXTMETRIC = TEXTMETRICW;
+
+#define FW_DONTCARE 0
+#define FW_NORMAL 400
+#define FW_BOLD 700
+#define ANSI_CHARSET 0
+#define DEFAULT_CHARSET 1
+#define SYMBOL_CHARSET 2
+#define SHIFTJIS_CHARSET 128
+#define ARABIC_CHARSET 178
+#define OUT_DEFAULT_PRECIS 0
+#define OUT_TT_ONLY_PRECIS 7
+#define CLIP_DEFAULT_PRECIS 0
+#define DEFAULT_QUALITY 0
+#define CLEARTYPE_QUALITY 5
+#define DEFAULT_PITCH 0
+#define FF_DONTCARE 0
+
+#define LOGPIXELSX 88
+#define LOGPIXELSY 90
+
+#define GDI_ERROR 0xFFFFFFFFU
+#define HGDI_ERROR (reinterpret_cast<HGDIOBJ>(static_cast<LONG_PTR>(-1)))
+#define GGI_MARK_NONEXISTING_GLYPHS 0x0001
+
+/// A context of the display, 96 dots to the inch: the only device there is here. Null with last error for
+/// another. For one thread at a time; DeleteDC ends it.
+EXTERN_C WINBASEAPI HDC WINAPI CreateDCW(LPCWSTR pwszDriver, LPCWSTR pwszDevice, LPCWSTR pszPort,
+                                         const DEVMODEW* pdm);
+EXTERN_C WINBASEAPI BOOL WINAPI DeleteDC(HDC hdc);
+/// LOGPIXELSX and LOGPIXELSY; 0 for what the context does not tell.
+EXTERN_C WINBASEAPI int WINAPI GetDeviceCaps(HDC hdc, int index);
+/// What is asked for; a face is looked for when the font is selected. DeleteObject ends it.
+EXTERN_C WINBASEAPI HFONT WINAPI CreateFontIndirectW(const LOGFONTW* lplf);
+/// The object that was selected before; null with last error on failure.
+EXTERN_C WINBASEAPI HGDIOBJ WINAPI SelectObject(HDC hdc, HGDIOBJ h);
+/// FALSE for an object that is selected, or none.
+EXTERN_C WINBASEAPI BOOL WINAPI DeleteObject(HGDIOBJ ho);
+/// The name of the face in use, which is another than the one that was asked for where the system lacks
+/// that. The units copied, terminator included; with a null buffer those needed; 0 on failure.
+EXTERN_C WINBASEAPI int WINAPI GetTextFaceW(HDC hdc, int c, LPWSTR lpName);
+/// A glyph for each code unit of the text (no shaping, no surrogate pairs); with GGI_MARK_NONEXISTING_GLYPHS
+/// 0xFFFF for a unit that the font lacks. The number of glyphs, or GDI_ERROR.
+EXTERN_C WINBASEAPI DWORD WINAPI GetGlyphIndicesW(HDC hdc, LPCWSTR lpstr, int c, LPWORD pgi, DWORD fl);
+/// Bytes of the font's file as they stand there. `dwTable`: 0 for the font alone (of a collection, from its
+/// offset table on, as a file of its own), "ttcf" for the whole collection, or a table's tag, its first
+/// letter in the lowest byte. With a null buffer the bytes there are; GDI_ERROR where the font has no such
+/// table.
+EXTERN_C WINBASEAPI DWORD WINAPI GetFontData(HDC hdc, DWORD dwTable, DWORD dwOffset, PVOID pvBuffer,
+                                             DWORD cjBuffer);
+/// Width and height of the text in one line, pixels.
+EXTERN_C WINBASEAPI BOOL WINAPI GetTextExtentPoint32W(HDC hdc, LPCWSTR lpString, int c, LPSIZE psizl);
+EXTERN_C WINBASEAPI BOOL WINAPI GetTextMetricsW(HDC hdc, LPTEXTMETRICW lptm);

@@ -39,7 +39,10 @@ EXTERN_C WINBASEAPI int WINAPI CompareStringOrdinal(LPCWCH lpString1, int cchCou
 
 #define LANG_NEUTRAL 0x00
 #define LANG_INVARIANT 0x7f
+#define LANG_CHINESE 0x04
 #define LANG_ENGLISH 0x09
+#define LANG_JAPANESE 0x11
+#define LANG_KOREAN 0x12
 #define SUBLANG_NEUTRAL 0x00
 #define SUBLANG_DEFAULT 0x01
 #define SUBLANG_SYS_DEFAULT 0x02
@@ -47,6 +50,8 @@ EXTERN_C WINBASEAPI int WINAPI CompareStringOrdinal(LPCWCH lpString1, int cchCou
 #define SORT_DEFAULT 0x0
 #define MAKELANGID(primary, sub)                                                                             \
     (static_cast<LANGID>((static_cast<WORD>(sub) << 10) | static_cast<WORD>(primary)))
+#define PRIMARYLANGID(language) (static_cast<WORD>((language)&0x3ff))
+#define SUBLANGID(language) (static_cast<WORD>((language) >> 10))
 #define MAKELCID(language, sort)                                                                             \
     (static_cast<DWORD>((static_cast<DWORD>(static_cast<WORD>(sort)) << 16) | static_cast<WORD>(language)))
 #define LANG_SYSTEM_DEFAULT (MAKELANGID(LANG_NEUTRAL, SUBLANG_SYS_DEFAULT))
@@ -64,11 +69,34 @@ using LCTYPE = DWORD;
 #define LOCALE_NOUSEROVERRIDE 0x80000000U
 #define LOCALE_RETURN_NUMBER 0x20000000U
 #define LOCALE_IMEASURE 0x0000000D
-#define LOCALE_IPAPERSIZE 0x0000100A
+#define LOCALE_SSHORTDATE 0x0000001F
 #define LOCALE_SNAME 0x0000005c
+#define LOCALE_STIMEFORMAT 0x00001003
+#define LOCALE_IPAPERSIZE 0x0000100A
 
 /// A fact of a locale as text, or with LOCALE_RETURN_NUMBER as a DWORD in the buffer. The units written,
 /// terminator included; with `cchData` 0 the units needed; 0 with last error on failure.
 EXTERN_C WINBASEAPI int WINAPI GetLocaleInfoEx(LPCWSTR lpLocaleName, LCTYPE LCType, LPWSTR lpLCData,
                                                int cchData);
 EXTERN_C WINBASEAPI int WINAPI GetUserDefaultLocaleName(LPWSTR lpLocaleName, int cchLocaleName);
+/// The language of the user's messages, as a number ("ja-JP" is 0x0411); English of the United States where
+/// the system names none that has a number.
+EXTERN_C WINBASEAPI LANGID WINAPI GetUserDefaultUILanguage();
+
+#define DATE_SHORTDATE 0x1
+#define DATE_LONGDATE 0x2
+#define TIME_NOMINUTESORSECONDS 0x1
+#define TIME_NOSECONDS 0x2
+#define TIME_NOTIMEMARKER 0x4
+#define TIME_FORCE24HOURFORMAT 0x8
+
+/// A date by a picture (d, dd, ddd, dddd, M, MM, MMM, MMMM, y, yy, yyyy, g, gg; what stands between single
+/// quotes is copied), with the locale's names. Without a picture the one that the flags say. A null time is
+/// now. The units written, terminator included; with `cchDate` 0 the units needed; 0 with last error on
+/// failure.
+EXTERN_C WINBASEAPI int WINAPI GetDateFormatEx(LPCWSTR lpLocaleName, DWORD dwFlags, const SYSTEMTIME* lpDate,
+                                               LPCWSTR lpFormat, LPWSTR lpDateStr, int cchDate,
+                                               LPCWSTR lpCalendar);
+/// The same for a time (h, hh, H, HH, m, mm, s, ss, t, tt).
+EXTERN_C WINBASEAPI int WINAPI GetTimeFormatEx(LPCWSTR lpLocaleName, DWORD dwFlags, const SYSTEMTIME* lpTime,
+                                               LPCWSTR lpFormat, LPWSTR lpTimeStr, int cchTime);
