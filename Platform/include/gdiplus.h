@@ -41,4 +41,26 @@ public:
     REAL Height = 0;
 };
 
+class PointF {
+public:
+    PointF() = default;
+    PointF(REAL x, REAL y) : X(x), Y(y) {}
+
+    REAL X = 0;
+    REAL Y = 0;
+};
+
+class RectF {
+public:
+    RectF() = default;
+    RectF(REAL x, REAL y, REAL width, REAL height) : X(x), Y(y), Width(width), Height(height) {}
+    RectF(const PointF& location, const SizeF& size)
+        : X(location.X), Y(location.Y), Width(size.Width), Height(size.Height) {}
+
+    REAL X = 0;
+    REAL Y = 0;
+    REAL Width = 0;
+    REAL Height = 0;
+};
+
 } // namespace Gdiplus
