@@ -3,18 +3,14 @@
 #include "Parts/StructureParts.h"
 #include "Streams/SpooledBytes.h"
 
+#include <ObjectModel/ReferenceList.h>
+
 #include <unordered_map>
 #include <vector>
 
 namespace OvPipeline {
 
-/// What a document says of a page beside its name.
-struct PageReference {
-    std::string source; // the page's name
-    std::string width;  // as written; may be empty
-    std::string height;
-    std::vector<std::string> linkTargets;
-};
+using OvPlatform::PageReference;
 
 /// A part that a page uses. The object is made when it is first asked for.
 struct PageResource {

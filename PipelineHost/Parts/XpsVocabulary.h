@@ -1,68 +1,29 @@
 #pragma once
 
-#include <string>
-#include <string_view>
+#include <ObjectModel/XpsVocabulary.h>
 
 namespace OvPipeline {
 
-/// The two vocabularies of one format: they differ in the base of their namespaces and relationship types.
-enum class XpsFlavour { Xps, OpenXps };
-
-enum class Relation {
-    FixedRepresentation,
-    RequiredResource,
-    PrintTicket,
-    RestrictedFont,
-    DocumentStructure,
-    StoryFragments,
-    SignatureDefinitions,
-    DiscardControl,
-    Thumbnail,
-    CoreProperties,
-    SignatureOrigin,
-    Other
-};
-
-Relation RelationOf(std::string_view type);
-/// Not for Other.
-std::string RelationType(Relation relation, XpsFlavour flavour);
-/// Which vocabulary a relationship type belongs to, where it belongs to one.
-bool IsOpenXpsType(std::string_view type);
-
-/// The namespace of sequence, document and page markup.
-const char* MarkupNamespace(XpsFlavour flavour);
-bool IsMarkupNamespace(std::string_view uri);
-
-enum class PartKind {
-    Sequence,
-    Document,
-    Page,
-    Font,
-    Image,
-    ColorProfile,
-    ResourceDictionary,
-    PrintTicket,
-    Unknown
-};
-
-/// By content type, case and parameters aside; by the name's extension where the type says nothing.
-PartKind KindOf(std::string_view contentType, std::string_view partName);
-/// A part that pages use: font, image, colour profile, dictionary.
-bool IsResource(PartKind kind);
-/// What a new part of that kind is, before a filter says more; for an image and a font its extension decides.
-std::string DefaultContentType(PartKind kind, std::string_view partName);
-const char* KindName(PartKind kind);
-/// What a part is called, also where the pipeline does not know its kind: "story fragments", "signature",
-/// "foreign".
-const char* DescribeType(std::string_view contentType, std::string_view partName);
-
-bool IsObfuscatedFontType(std::string_view contentType);
-
-inline constexpr const char* sequenceContentType = "application/vnd.ms-package.xps-fixeddocumentsequence+xml";
-inline constexpr const char* documentContentType = "application/vnd.ms-package.xps-fixeddocument+xml";
-inline constexpr const char* pageContentType = "application/vnd.ms-package.xps-fixedpage+xml";
-inline constexpr const char* ticketContentType = "application/vnd.ms-printing.printticket+xml";
-inline constexpr const char* fontContentType = "application/vnd.ms-opentype";
-inline constexpr const char* obfuscatedFontContentType = "application/vnd.ms-package.obfuscated-opentype";
+// The words of the format are the platform's.
+using OvPlatform::DefaultContentType;
+using OvPlatform::DescribeType;
+using OvPlatform::documentContentType;
+using OvPlatform::fontContentType;
+using OvPlatform::IsMarkupNamespace;
+using OvPlatform::IsObfuscatedFontType;
+using OvPlatform::IsOpenXpsType;
+using OvPlatform::IsResource;
+using OvPlatform::KindName;
+using OvPlatform::KindOf;
+using OvPlatform::MarkupNamespace;
+using OvPlatform::obfuscatedFontContentType;
+using OvPlatform::pageContentType;
+using OvPlatform::PartKind;
+using OvPlatform::Relation;
+using OvPlatform::RelationOf;
+using OvPlatform::RelationType;
+using OvPlatform::sequenceContentType;
+using OvPlatform::ticketContentType;
+using OvPlatform::XpsFlavour;
 
 } // namespace OvPipeline

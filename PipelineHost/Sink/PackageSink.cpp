@@ -1,7 +1,8 @@
 #include "Sink/PackageSink.h"
 
 #include "Parts/FontPart.h"
-#include "Sink/MarkupText.h"
+
+#include <ObjectModel/StructureMarkup.h>
 
 #include <msopc.h>
 #include <xpsobjectmodel.h>
@@ -87,7 +88,7 @@ void PackageSink::OpenDocument() {
     if (!m_documentMarkup.empty()) return;
     if (!m_document)
         throw HostError(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), {}, "a page was sent before any document");
-    m_documentMarkup = OpenRoot("FixedDocument", m_flavour);
+    m_documentMarkup = OvPlatform::OpenRoot("FixedDocument", m_flavour);
     WriteTicket(m_documentName, TicketOf(m_document.p, m_documentName));
 }
 
@@ -99,10 +100,10 @@ void PackageSink::CloseDocument() {
     WriteText(m_documentName, documentContentType, m_documentMarkup + "</FixedDocument>\n");
     m_documentMarkup.clear();
     if (m_sequenceMarkup.empty()) {
-        m_sequenceMarkup = OpenRoot("FixedDocumentSequence", m_flavour);
+        m_sequenceMarkup = OvPlatform::OpenRoot("FixedDocumentSequence", m_flavour);
         if (m_sequenceName.empty()) m_sequenceName = defaultSequenceName;
     }
-    m_sequenceMarkup += DocumentReferenceElement(m_sequenceName, m_documentName);
+    m_sequenceMarkup += OvPlatform::DocumentReferenceElement(m_sequenceName, m_documentName);
 }
 
 void PackageSink::TakePage(FixedPagePart& page) {
@@ -110,7 +111,7 @@ void PackageSink::TakePage(FixedPagePart& page) {
     if (m_interleaving == Interleaving::MarkupFirst) WriteMarkup(page);
     WriteResources(page);
     if (m_interleaving == Interleaving::ResourcesFirst) WriteMarkup(page);
-    m_documentMarkup += PageContentElement(m_documentName, page.Core().name, page.Reference());
+    m_documentMarkup += OvPlatform::PageContentElement(m_documentName, page.Core().name, page.Reference());
     ++m_pages;
     ++m_job->Counters().pagesWritten;
 }

@@ -9,6 +9,19 @@
 
 namespace OvPipeline {
 
+using OvPlatform::ReferenceList;
+
+namespace {
+
+std::unique_ptr<ReferenceList> ReferencesOf(ReferenceList::Of kind, const SharedContext& context,
+                                            const OvPlatform::PackagePart& part) {
+    const std::shared_ptr<ByteReader> bytes = PartCore::Of(context, part, {}).content->Open();
+    return std::make_unique<ReferenceList>(
+        kind, part.name, [bytes](void* buffer, std::size_t size) { return bytes->Read(buffer, size); });
+}
+
+} // namespace
+
 SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job) {
     auto context = std::make_shared<PartContext>();
     context->job = std::move(job);
@@ -124,8 +137,7 @@ void PackageSource::QueueSequence() {
     for (const Relationship& relationship : relationships)
         if (RelationOf(relationship.type) != Relation::PrintTicket)
             QueueUnknown(m_sequence->name, relationship);
-    m_documents = std::make_unique<ReferenceList>(ReferenceList::Of::Sequence,
-                                                  PartCore::Of(m_context, *m_sequence, PartKind::Sequence));
+    m_documents = ReferencesOf(ReferenceList::Of::Sequence, m_context, *m_sequence);
 }
 
 bool PackageSource::QueueDocument() {
@@ -160,8 +172,7 @@ bool PackageSource::QueueDocument() {
         else if (relation != Relation::PrintTicket && relation != Relation::RestrictedFont)
             QueueUnknown(m_document->name, relationship);
     }
-    m_pages = std::make_unique<ReferenceList>(ReferenceList::Of::Document,
-                                              PartCore::Of(m_context, *m_document, PartKind::Document));
+    m_pages = ReferencesOf(ReferenceList::Of::Document, m_context, *m_document);
     return true;
 }
 

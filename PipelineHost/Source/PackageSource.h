@@ -1,6 +1,8 @@
 #pragma once
 
-#include "Source/ReferenceList.h"
+#include "Parts/FixedPagePart.h"
+
+#include <ObjectModel/ReferenceList.h>
 
 #include <deque>
 #include <filesystem>
@@ -58,8 +60,8 @@ private:
     Stage m_stage = Stage::Package;
     const Part* m_sequence = nullptr;
     const Part* m_document = nullptr;
-    std::unique_ptr<ReferenceList> m_documents;
-    std::unique_ptr<ReferenceList> m_pages;
+    std::unique_ptr<OvPlatform::ReferenceList> m_documents;
+    std::unique_ptr<OvPlatform::ReferenceList> m_pages;
     std::deque<CComPtr<IUnknown>> m_ready;
     std::vector<bool> m_reached; // by index of the package's parts
     std::size_t m_nextRest = 0;

@@ -16,6 +16,8 @@ class FileError;
 class OV_PLATFORM_API PackageError : public std::runtime_error {
 public:
     PackageError(HRESULT result, const std::string& subject, const std::string& problem);
+    /// In a line of the part.
+    PackageError(HRESULT result, const std::string& subject, int line, const std::string& problem);
     explicit PackageError(const FileError& error);
 
     HRESULT Result() const { return m_result; }

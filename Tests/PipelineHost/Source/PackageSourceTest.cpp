@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <msopc.h>
 #include <xpsobjectmodel.h>
 
 using namespace OvPipeline;
@@ -169,9 +170,9 @@ TEST_F(PackageSourceTest, RefusesDamagedPackagesWithTheResultAndWords) {
         {"two tickets", ticketOf, links("/printticket", {"Metadata/a.xml", "Metadata/b.xml"}),
          XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE,
          "has two print tickets, /Metadata/a.xml and /Metadata/b.xml"},
-        {"resource missing", "Resources/Picture.png", gone, 0, "Picture.png"},
-        {"relationships not well-formed", "Documents/1/Pages/_rels/2.fpage.rels", "<Relationships", 0,
-         "/Documents/1/Pages/_rels/2.fpage.rels"},
+        {"resource missing", "Resources/Picture.png", gone, OPC_E_NO_SUCH_PART, "Picture.png"},
+        {"relationships not well-formed", "Documents/1/Pages/_rels/2.fpage.rels", "<Relationships",
+         OPC_E_NONCONFORMING_RELS_XML, "/Documents/1/Pages/_rels/2.fpage.rels"},
     };
     for (const auto& [what, item, content, result, line] : rows) {
         SCOPED_TRACE(what);
@@ -188,8 +189,7 @@ TEST_F(PackageSourceTest, RefusesDamagedPackagesWithTheResultAndWords) {
             EXPECT_TRUE(error.FromInput());
             EXPECT_THAT(error.what(), HasSubstr(line));
         } catch (const OvPlatform::PackageError& error) {
-            EXPECT_EQ(0, result) << error.what();
-            EXPECT_TRUE(FAILED(error.Result()));
+            EXPECT_EQ(result, error.Result()) << error.what();
             EXPECT_THAT(error.what(), HasSubstr(line));
         }
     }

@@ -1,10 +1,10 @@
-#include "Parts/XpsVocabulary.h"
+#include "ObjectModel/XpsVocabulary.h"
 
-#include "Common/Text.h"
+#include "Package/PartName.h"
 
 #include <array>
 
-namespace OvPipeline {
+namespace OvPlatform {
 
 namespace {
 
@@ -75,6 +75,11 @@ constexpr std::array extensions{
     ExtensionName{"icm", "application/vnd.ms-color.iccprofile"},
     ExtensionName{"dict", "application/vnd.ms-package.xps-resourcedictionary+xml"},
 };
+
+// Names of parts are compared so, too.
+bool EqualIgnoringAsciiCase(std::string_view one, std::string_view other) {
+    return ComparePartNames(one, other) == 0;
+}
 
 std::string_view WithoutParameters(std::string_view contentType) {
     contentType = contentType.substr(0, contentType.find(';'));
@@ -173,7 +178,7 @@ const char* KindName(PartKind kind) {
 
 const char* DescribeType(std::string_view contentType, std::string_view partName) {
     if (const PartKind kind = KindOf(contentType, partName); kind != PartKind::Unknown) return KindName(kind);
-    const std::string type = LowerAscii(WithoutParameters(contentType));
+    const std::string type = FoldPartName(WithoutParameters(contentType));
     const auto says = [&](std::string_view words) { return type.find(words) != std::string::npos; };
     if (says("signature")) return "signature";
     if (says("storyfragments")) return "story fragments";
@@ -186,4 +191,4 @@ bool IsObfuscatedFontType(std::string_view contentType) {
     return EqualIgnoringAsciiCase(WithoutParameters(contentType), obfuscatedFontContentType);
 }
 
-} // namespace OvPipeline
+} // namespace OvPlatform

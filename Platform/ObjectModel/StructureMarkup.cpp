@@ -1,6 +1,6 @@
-#include "Sink/MarkupText.h"
+#include "ObjectModel/StructureMarkup.h"
 
-namespace OvPipeline {
+namespace OvPlatform {
 
 namespace {
 
@@ -38,6 +38,15 @@ void AddAttribute(std::string& element, const char* name, std::string_view value
     if (!value.empty()) element += std::string(" ") + name + "=\"" + Escaped(value) + "\"";
 }
 
+// A reference from one part to another, as short as it gets without climbing.
+std::string ReferenceWithin(const std::string& from, const std::string& to) {
+    const std::size_t folder = from.rfind('/') + 1;
+    const std::string_view base(from.data(), folder);
+    // A first segment with a colon would read as a scheme.
+    if (!to.starts_with(base) || to.find(':', folder) != std::string::npos) return to;
+    return to.substr(folder);
+}
+
 } // namespace
 
 std::string OpenRoot(const char* root, XpsFlavour flavour) {
@@ -47,14 +56,14 @@ std::string OpenRoot(const char* root, XpsFlavour flavour) {
 
 std::string DocumentReferenceElement(const std::string& sequence, const std::string& document) {
     std::string element = "<DocumentReference";
-    AddAttribute(element, "Source", RelativeReference(sequence, document));
+    AddAttribute(element, "Source", ReferenceWithin(sequence, document));
     return element + "/>\n";
 }
 
 std::string PageContentElement(const std::string& document, const std::string& page,
                                const PageReference& reference) {
     std::string element = "<PageContent";
-    AddAttribute(element, "Source", RelativeReference(document, page));
+    AddAttribute(element, "Source", ReferenceWithin(document, page));
     AddAttribute(element, "Width", reference.width);
     AddAttribute(element, "Height", reference.height);
     if (reference.linkTargets.empty()) return element + "/>\n";
@@ -67,12 +76,4 @@ std::string PageContentElement(const std::string& document, const std::string& p
     return element + "</PageContent.LinkTargets></PageContent>\n";
 }
 
-std::string RelativeReference(const std::string& from, const std::string& to) {
-    const std::size_t folder = from.rfind('/') + 1;
-    const std::string_view base(from.data(), folder);
-    // A first segment with a colon would read as a scheme.
-    if (!to.starts_with(base) || to.find(':', folder) != std::string::npos) return to;
-    return to.substr(folder);
-}
-
-} // namespace OvPipeline
+} // namespace OvPlatform

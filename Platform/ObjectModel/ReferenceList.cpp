@@ -1,15 +1,16 @@
-#include "Source/ReferenceList.h"
+#include "ObjectModel/ReferenceList.h"
 
-#include <Xml/ParserError.h>
-#include <Xml/XmlString.h>
+#include "ObjectModel/XpsVocabulary.h"
+#include "Xml/ParserError.h"
+#include "Xml/XmlString.h"
 
 #include <libxml/xmlreader.h>
 #include <xpsobjectmodel.h>
 
-#include <cstring>
-#include <exception>
+#include <new>
+#include <utility>
 
-namespace OvPipeline {
+namespace OvPlatform {
 
 namespace {
 
@@ -24,26 +25,25 @@ const char* ItemName(ReferenceList::Of kind) {
     return kind == ReferenceList::Of::Sequence ? "DocumentReference" : "PageContent";
 }
 
-std::string Text(const xmlChar* text) { return std::string(OvPlatform::View(text)); }
+std::string Text(const xmlChar* text) { return std::string(View(text)); }
 
 } // namespace
 
-ReferenceList::ReferenceList(Of kind, const PartCore& part)
-    : m_kind(kind), m_partName(part.name), m_bytes(part.content->Open()) {
+ReferenceList::ReferenceList(Of kind, std::string partName, ReadBytes bytes)
+    : m_kind(kind), m_partName(std::move(partName)), m_bytes(std::move(bytes)) {
     m_reader.reset(
-        xmlReaderForIO(&ReferenceList::ReadBytes, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
+        xmlReaderForIO(&ReferenceList::PassBytes, nullptr, this, nullptr, nullptr, XML_PARSE_NONET));
     if (!m_reader) throw std::bad_alloc();
     xmlTextReaderSetStructuredErrorHandler(m_reader.get(), &Ignore, nullptr);
 }
 
-int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
+int ReferenceList::PassBytes(void* context, char* buffer, int size) {
     auto* self = static_cast<ReferenceList*>(context);
     try {
-        const std::size_t read = self->m_bytes->Read(buffer, static_cast<std::size_t>(size));
+        const std::size_t read = self->m_bytes(buffer, static_cast<std::size_t>(size));
         if (!self->m_attributes.Passes({buffer, read}))
-            throw InputError(XPS_E_INVALID_MARKUP, self->m_partName,
-                             self->m_partName +
-                                 ": elements have more attributes and declarations than are allowed");
+            throw PackageError(XPS_E_INVALID_MARKUP, self->m_partName,
+                               "elements have more attributes and declarations than are allowed");
         return static_cast<int>(read);
     } catch (...) {
         self->m_readFailure = std::current_exception();
@@ -52,9 +52,8 @@ int ReferenceList::ReadBytes(void* context, char* buffer, int size) {
 }
 
 void ReferenceList::Refuse(const std::string& problem) const {
-    const int line = xmlTextReaderGetParserLineNumber(m_reader.get());
-    throw InputError(XPS_E_INVALID_MARKUP, m_partName,
-                     m_partName + " line " + std::to_string(line) + ": " + problem);
+    throw PackageError(XPS_E_INVALID_MARKUP, m_partName, xmlTextReaderGetParserLineNumber(m_reader.get()),
+                       problem);
 }
 
 bool ReferenceList::Advance() {
@@ -62,7 +61,7 @@ bool ReferenceList::Advance() {
     if (m_readFailure) std::rethrow_exception(m_readFailure);
     if (more < 0) {
         const xmlError* error = xmlGetLastError();
-        Refuse(error != nullptr ? OvPlatform::ParserError::Reason(error) : "the markup cannot be read");
+        Refuse(error != nullptr ? ParserError::Reason(error) : "the markup cannot be read");
     }
     if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)
         Refuse("document type declarations are not allowed");
@@ -76,8 +75,7 @@ bool ReferenceList::IsElement(const char* name) const {
 }
 
 std::string ReferenceList::Attribute(const char* name) const {
-    const OvPlatform::XmlPointer<xmlChar> value(
-        xmlTextReaderGetAttribute(m_reader.get(), OvPlatform::AsXml(name)));
+    const XmlPointer<xmlChar> value(xmlTextReaderGetAttribute(m_reader.get(), AsXml(name)));
     return Text(value.get());
 }
 
@@ -102,10 +100,9 @@ void ReferenceList::TakeLinkTargets(PageReference& reference) {
 PageReference ReferenceList::TakeReference() {
     PageReference reference{Attribute("Source"), Attribute("Width"), Attribute("Height"), {}};
     if (reference.source.empty())
-        throw InputError(XPS_E_MISSING_PART_REFERENCE, m_partName,
-                         m_partName + " line " +
-                             std::to_string(xmlTextReaderGetParserLineNumber(m_reader.get())) + ": a " +
-                             ItemName(m_kind) + " has no Source");
+        throw PackageError(XPS_E_MISSING_PART_REFERENCE, m_partName,
+                           xmlTextReaderGetParserLineNumber(m_reader.get()),
+                           std::string("a ") + ItemName(m_kind) + " has no Source");
     if (m_kind == Of::Document) TakeLinkTargets(reference);
     return reference;
 }
@@ -127,4 +124,4 @@ std::optional<PageReference> ReferenceList::Next() {
     return {};
 }
 
-} // namespace OvPipeline
+} // namespace OvPlatform

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Package/PackageReader.h"
+#include "Xml/AttributeBound.h"
+#include "Xml/XmlPointer.h"
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace OvPlatform {
+
+/// What a document says of a page beside its name, and a sequence of a document.
+struct PageReference {
+    std::string source; // the page's name
+    std::string width;  // as written; may be empty
+    std::string height;
+    std::vector<std::string> linkTargets;
+};
+
+/// The references of a sequence to its documents, or of a document to its pages, one after another: memory
+/// does not grow with their number. Throws PackageError (with the line) for markup that cannot be read, a
+/// DTD, another root, a reference without a source, and for what the package's bytes throw.
+class OV_PLATFORM_API ReferenceList {
+public:
+    enum class Of { Sequence, Document };
+
+    /// Up to size bytes of the part's; 0 at the end. May throw.
+    using ReadBytes = std::function<std::size_t(void* buffer, std::size_t size)>;
+
+    ReferenceList(Of kind, std::string partName, ReadBytes bytes);
+    ReferenceList(const ReferenceList&) = delete;
+    ReferenceList& operator=(const ReferenceList&) = delete;
+
+    /// Nothing at the end. The source is as written.
+    std::optional<PageReference> Next();
+
+private:
+    static int PassBytes(void* context, char* buffer, int size);
+    bool Advance();
+    void CheckRoot();
+    PageReference TakeReference();
+    void TakeLinkTargets(PageReference& reference);
+    std::string Attribute(const char* name) const;
+    bool IsElement(const char* name) const;
+    [[noreturn]] void Refuse(const std::string& problem) const;
+
+    Of m_kind;
+    std::string m_partName;
+    ReadBytes m_bytes;
+    AttributeBound m_attributes;
+    std::exception_ptr m_readFailure;
+    XmlPointer<_xmlTextReader> m_reader;
+    bool m_started = false;
+    bool m_ended = false;
+};
+
+} // namespace OvPlatform
