@@ -57,6 +57,10 @@ HRESULT SaxParse::FromBytes(std::string_view bytes) { return TakeBytes(bytes) ? 
 
 HRESULT SaxParse::FromText(std::string_view utf8) { return TakeText(utf8) ? Parse() : Fail(Failure()); }
 
+HRESULT SaxParse::FromStream(CComPtr<ISequentialStream> stream) {
+    return TakeStream(std::move(stream)) ? Parse() : Fail(Failure());
+}
+
 HRESULT SaxParse::Fail(const XmlFailure& failure) {
     if (m_handlers.errors) {
         const std::wstring reason = Wide(failure.reason);

@@ -33,6 +33,8 @@ public:
 
     HRESULT FromBytes(std::string_view bytes);
     HRESULT FromText(std::string_view utf8);
+    /// The stream is read as the handlers are told, so that its text is never in memory as a whole.
+    HRESULT FromStream(CComPtr<ISequentialStream> stream);
     /// There is no text. Tells the error handler, and gives the code back.
     HRESULT Fail(const XmlFailure& failure);
 

@@ -200,7 +200,10 @@ HRESULT STDMETHODCALLTYPE SaxReader::parse(VARIANT input) {
             failure.reason = "The text holds half of a surrogate pair";
             return parse.Fail(failure);
         }
-        const HRESULT result = DocumentBytes::Read(value, text);
+        CComPtr<ISequentialStream> stream;
+        HRESULT result = DocumentBytes::FindStream(value, stream);
+        if (SUCCEEDED(result) && stream) return parse.FromStream(std::move(stream));
+        if (SUCCEEDED(result)) result = DocumentBytes::Read(value, text);
         return FAILED(result) ? result : parse.FromBytes(text);
     });
 }

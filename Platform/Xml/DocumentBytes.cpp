@@ -40,21 +40,21 @@ HRESULT ResultOfErrno() noexcept {
     }
 }
 
-HRESULT ReadStream(IUnknown* source, std::string& bytes) {
-    CComPtr<ISequentialStream> stream;
-    CComPtr<IStream> sized;
-    if (source == nullptr) return E_INVALIDARG;
-    if (SUCCEEDED(source->QueryInterface(&sized))) {
-        // A document itself is read from its start, a stream from where it stands.
-        const CComQIPtr<IXMLDOMDocument> document(source);
-        if (document && static_cast<IUnknown*>(sized) != source) {
-            if (const HRESULT result = sized->Seek({}, STREAM_SEEK_SET, nullptr); FAILED(result))
-                return result;
-        }
-        stream = static_cast<ISequentialStream*>(sized.p);
+IUnknown* ObjectIn(const VARIANT& source) noexcept {
+    switch (source.vt) {
+    case VT_UNKNOWN:
+    case VT_DISPATCH:
+        return source.punkVal;
+    case VT_UNKNOWN | VT_BYREF:
+    case VT_DISPATCH | VT_BYREF:
+        return source.ppunkVal != nullptr ? *source.ppunkVal : nullptr;
+    default:
+        return nullptr;
     }
-    if (!stream && FAILED(source->QueryInterface(&stream))) return E_INVALIDARG;
+}
 
+HRESULT ReadStream(const CComPtr<ISequentialStream>& stream, std::string& bytes) {
+    const CComQIPtr<IStream> sized(stream);
     STATSTG stat = {};
     std::size_t expected = block;
     if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < mostBytes)
@@ -104,15 +104,30 @@ HRESULT DocumentBytes::Read(const VARIANT& source, std::string& bytes) {
         ::SafeArrayUnaccessData(source.parray);
         return S_OK;
     }
-    case VT_UNKNOWN:
-    case VT_DISPATCH:
-        return ReadStream(source.punkVal, bytes);
-    case VT_UNKNOWN | VT_BYREF:
-    case VT_DISPATCH | VT_BYREF:
-        return source.ppunkVal != nullptr ? ReadStream(*source.ppunkVal, bytes) : E_INVALIDARG;
-    default:
-        return E_INVALIDARG;
+    default: {
+        CComPtr<ISequentialStream> stream;
+        const HRESULT result = FindStream(source, stream);
+        if (FAILED(result)) return result;
+        return stream ? ReadStream(stream, bytes) : E_INVALIDARG;
     }
+    }
+}
+
+HRESULT DocumentBytes::FindStream(const VARIANT& source, CComPtr<ISequentialStream>& stream) {
+    stream.Release();
+    IUnknown* const object = ObjectIn(source);
+    if (object == nullptr) return S_OK;
+    CComPtr<IStream> sized;
+    if (FAILED(object->QueryInterface(&sized))) {
+        object->QueryInterface(&stream);
+        return S_OK;
+    }
+    // A document itself is read from its start, a stream from where it stands.
+    const CComQIPtr<IXMLDOMDocument> document(object);
+    if (document && static_cast<IUnknown*>(sized) != object)
+        if (const HRESULT result = sized->Seek({}, STREAM_SEEK_SET, nullptr); FAILED(result)) return result;
+    stream = static_cast<ISequentialStream*>(sized.p);
+    return S_OK;
 }
 
 HRESULT DocumentBytes::ReadFile(BSTR name, std::string& bytes, std::string& reason) {

@@ -76,25 +76,48 @@ struct EventParse::Events {
     }
 };
 
-bool EventParse::Open(int options) {
+bool EventParse::TakeStream(CComPtr<ISequentialStream> stream) {
+    m_stream = std::make_unique<SourceStream>(std::move(stream));
+    if (m_stream->Begin()) return true;
+    m_failure = m_stream->Failure();
+    return false;
+}
+
+XmlPointer<xmlParserCtxt> EventParse::MakeParser() {
     const std::string_view text = m_source.Text();
-    if (text.empty()) {
+    if (!m_stream)
+        return XmlPointer<xmlParserCtxt>(
+            xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
+    const auto read = [](void* stream, char* buffer, int size) {
+        return static_cast<SourceStream*>(stream)->Read(buffer, size);
+    };
+    return XmlPointer<xmlParserCtxt>(
+        xmlCreateIOParserCtxt(nullptr, nullptr, read, nullptr, m_stream.get(), XML_CHAR_ENCODING_NONE));
+}
+
+bool EventParse::Open(int options) {
+    if (m_stream ? m_stream->IsEmpty() : m_source.Text().empty()) {
         Refuse(XML_E_MISSINGROOT, "The text is empty: a document must have a root element");
         return false;
     }
-    m_parser.reset(xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size())));
+    m_parser = MakeParser();
     if (!m_parser) throw std::bad_alloc();
     m_parser->_private = this;
     Events::ListenTo(*m_parser);
+    const bool isUtf8 = m_stream ? m_stream->IsUtf8() : m_source.IsUtf8();
     // The derived class bounds the depth, hence the option for huge documents.
-    xmlCtxtUseOptions(m_parser.get(), options | XML_PARSE_NONET | XML_PARSE_HUGE |
-                                          (m_source.IsUtf8() ? XML_PARSE_IGNORE_ENC : 0));
+    xmlCtxtUseOptions(m_parser.get(),
+                      options | XML_PARSE_NONET | XML_PARSE_HUGE | (isUtf8 ? XML_PARSE_IGNORE_ENC : 0));
     return true;
 }
 
 void EventParse::Run() {
     xmlParseDocument(m_parser.get());
-    if (m_parser->wellFormed == 0) NotWellFormed();
+    // To the parser, a stream that fails has come to its end.
+    if (m_stream && m_stream->Failure().code != S_OK)
+        m_failure = m_stream->Failure();
+    else if (m_parser->wellFormed == 0)
+        NotWellFormed();
 }
 
 bool EventParse::Enter(LONG most) {

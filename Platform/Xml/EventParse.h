@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Xml/SourceStream.h"
 #include "Xml/SourceText.h"
 #include "Xml/XmlPointer.h"
 
 #include <libxml/parser.h>
 
+#include <memory>
 #include <string>
 
 namespace OvPlatform {
@@ -48,6 +50,9 @@ protected:
     /// The text, from bytes or from text. False with Failure.
     bool TakeBytes(std::string_view bytes) { return m_source.FromBytes(bytes, m_failure); }
     bool TakeText(std::string_view utf8) { return m_source.FromText(utf8, m_failure); }
+    /// The text, to be read as the parse goes on: what is read last need not be in memory with the rest. Such
+    /// a text has no Source, and failures no line of it.
+    bool TakeStream(CComPtr<ISequentialStream> stream);
     const SourceText& Source() const noexcept { return m_source; }
 
     /// Makes the parser for the text, with libxml2's `options` beside those that all have. False with Failure
@@ -73,12 +78,14 @@ protected:
 private:
     struct Events;
 
+    XmlPointer<xmlParserCtxt> MakeParser();
     /// Ends the parse; line and column are 0 where there is no place to point at.
     void FailAt(HRESULT code, std::string reason, int line, int column);
     void NoteSource(int line, int column);
 
     XmlFailure m_failure;
     SourceText m_source;
+    std::unique_ptr<SourceStream> m_stream; // null for a text that is there as a whole
     XmlPointer<xmlParserCtxt> m_parser;
     std::size_t m_depth = 0;
 };

@@ -19,8 +19,7 @@ bool Refuse(XmlFailure& failure, HRESULT code, std::string reason) {
 } // namespace
 
 bool SourceText::CheckAttributes(XmlFailure& failure) const {
-    return AttributeBound::PassesWhole(m_text) ||
-           Refuse(failure, XML_E_MAX_SIZE, "Elements have more attributes and declarations than are allowed");
+    return AttributeBound::PassesWhole(m_text) || Refuse(failure, XML_E_MAX_SIZE, tooManyAttributes);
 }
 
 bool SourceText::CheckSize(std::string_view text, XmlFailure& failure) {
@@ -28,33 +27,49 @@ bool SourceText::CheckSize(std::string_view text, XmlFailure& failure) {
            Refuse(failure, XML_E_MAX_SIZE, "The text is longer than the document allows");
 }
 
+SourceText::Mark SourceText::MarkOf(std::string_view bytes) noexcept {
+    Mark mark;
+    mark.isBigEndian = bytes.starts_with("\xFE\xFF");
+    mark.isUtf16 = mark.isBigEndian || bytes.starts_with("\xFF\xFE");
+    mark.isUtf8 = bytes.starts_with(utf8Mark);
+    mark.length = mark.isUtf16 ? 2 : mark.isUtf8 ? utf8Mark.size() : 0;
+    mark.isUnmarkedUtf16 = mark.length == 0 && bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0');
+    return mark;
+}
+
+bool SourceText::Fits(const Mark& mark, const std::optional<XmlDeclaration>& declaration,
+                      XmlFailure& failure) {
+    const std::string encoding = declaration ? declaration->encoding : std::string();
+    const TextEncoding declared = ClassifyEncoding(encoding);
+    const bool fits = encoding.empty() || (mark.isUtf16  ? declared == TextEncoding::Utf16
+                                           : mark.isUtf8 ? declared == TextEncoding::Utf8
+                                                         : declared != TextEncoding::Utf16);
+    return fits ||
+           Refuse(failure, XML_E_INVALIDSWITCH,
+                  "The text says that its encoding is " + encoding + ", but its bytes are in another");
+}
+
+bool SourceText::IsUtf8(const Mark& mark, const std::optional<XmlDeclaration>& declaration) {
+    return mark.length != 0 ||
+           ClassifyEncoding(declaration ? declaration->encoding : std::string()) == TextEncoding::Utf8;
+}
+
 bool SourceText::FromBytes(std::string_view bytes, XmlFailure& failure) {
     if (!CheckSize(bytes, failure)) return false;
-    const bool littleEndian = bytes.starts_with("\xFF\xFE");
-    const bool marked = bytes.starts_with(utf8Mark);
-    const bool wide = littleEndian || bytes.starts_with("\xFE\xFF");
-    if (wide) {
-        if (!FromUtf16Bytes(bytes.substr(2), !littleEndian, m_converted))
+    const Mark mark = MarkOf(bytes);
+    if (mark.isUnmarkedUtf16) return Refuse(failure, XML_E_INVALIDATROOTLEVEL, unmarkedUtf16);
+    bytes.remove_prefix(mark.length);
+    if (mark.isUtf16) {
+        if (!FromUtf16Bytes(bytes, mark.isBigEndian, m_converted))
             return Refuse(failure, XML_E_INVALID_UNICODE,
                           "The bytes after the UTF-16 byte order mark are no UTF-16");
         bytes = m_converted;
         if (!CheckSize(bytes, failure)) return false;
-    } else if (marked) {
-        bytes.remove_prefix(utf8Mark.size());
-    } else if (bytes.size() >= 2 && (bytes[0] == '\0' || bytes[1] == '\0')) {
-        return Refuse(failure, XML_E_INVALIDATROOTLEVEL, "UTF-16 text must begin with a byte order mark");
     }
     m_declaration = XmlDeclaration::FromDocument(bytes);
-    const std::string encoding = m_declaration ? m_declaration->encoding : std::string();
-    const TextEncoding declared = ClassifyEncoding(encoding);
-    const bool fits = encoding.empty() || (wide     ? declared == TextEncoding::Utf16
-                                           : marked ? declared == TextEncoding::Utf8
-                                                    : declared != TextEncoding::Utf16);
-    if (!fits)
-        return Refuse(failure, XML_E_INVALIDSWITCH,
-                      "The text says that its encoding is " + encoding + ", but its bytes are in another");
+    if (!Fits(mark, m_declaration, failure)) return false;
     m_text = bytes;
-    m_isUtf8 = wide || marked || declared == TextEncoding::Utf8;
+    m_isUtf8 = IsUtf8(mark, m_declaration);
     return CheckAttributes(failure);
 }
 

@@ -29,6 +29,24 @@ public:
     bool IsUtf8() const noexcept { return m_isUtf8; }
     const std::optional<XmlDeclaration>& Declaration() const noexcept { return m_declaration; }
 
+    /// What bytes begin with.
+    struct Mark {
+        std::size_t length = 0;
+        bool isUtf8 = false;
+        bool isUtf16 = false;
+        bool isBigEndian = false;
+        bool isUnmarkedUtf16 = false;
+    };
+    static Mark MarkOf(std::string_view bytes) noexcept;
+    /// Whether the declaration agrees with the mark; false with `failure`.
+    static bool Fits(const Mark& mark, const std::optional<XmlDeclaration>& declaration, XmlFailure& failure);
+    static bool IsUtf8(const Mark& mark, const std::optional<XmlDeclaration>& declaration);
+
+    // Why texts are refused.
+    static constexpr const char* tooManyAttributes =
+        "Elements have more attributes and declarations than are allowed";
+    static constexpr const char* unmarkedUtf16 = "UTF-16 text must begin with a byte order mark";
+
 private:
     static bool CheckSize(std::string_view text, XmlFailure& failure);
     bool CheckAttributes(XmlFailure& failure) const;

@@ -1,6 +1,9 @@
 #include "Platform/Dom/DomTestSupport.h"
+#include "Support/ComFake.h"
 #include "Support/Growth.h"
 #include "Support/Rows.h"
+
+#include <utility>
 
 namespace {
 
@@ -165,6 +168,84 @@ TEST_F(SaxReader, TakesTextBytesStreamsAndDocuments) {
     }
     EXPECT_EQ(E_INVALIDARG, reader->parse(CComVariant(1)));
     EXPECT_EQ(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), reader->parseURL(Wide("nonesuch.xml")));
+}
+
+/// `text` with a mark, as big-endian or little-endian UTF-16.
+std::string Utf16(std::string_view utf8, bool bigEndian) {
+    const CComBSTR text = Wide(utf8);
+    std::string bytes = bigEndian ? "\xFE\xFF" : "\xFF\xFE";
+    for (UINT at = 0; at < text.Length(); ++at) {
+        const char high = static_cast<char>(text[at] >> 8), low = static_cast<char>(text[at]);
+        bytes += {bigEndian ? high : low, bigEndian ? low : high};
+    }
+    return bytes;
+}
+
+TEST_F(SaxReader, TellsOfAStreamWhatItTellsOfTheSameBytes) {
+    // Longer than what is read at once, with characters of every length across the seams, and with a tag and
+    // a text that are longer themselves.
+    const std::string content = Times(1000, [](std::size_t n) {
+        return "<a p:y='\xC3\xBC' xmlns:p='u" + std::to_string(n) + "' z=\"&#10;\">x\xE2\x82\xAC" +
+               std::string(n % 7, '.') + "\xF0\x9F\x98\x80</a>";
+    });
+    const std::string xml = "<r big='" + Times(20'000, [](std::size_t) { return "\xF0\x9F\x98\x80"; }) +
+                            "'>" + content + "<![CDATA[" + std::string(20'000, '<') + "]]></r>";
+    for (const std::string& bytes : {xml, "\xEF\xBB\xBF" + xml, Utf16(xml, false), Utf16(xml, true),
+                                     Utf16("<?xml version='1.0' encoding='UTF-16'?>" + xml, true)}) {
+        recorder.told.clear();
+        ASSERT_EQ(S_OK, reader->parse(Bytes(bytes)));
+        const std::string wanted = std::exchange(recorder.told, {});
+        ASSERT_EQ(S_OK, reader->parse(CComVariant(StreamOf(bytes).p)));
+        EXPECT_TRUE(wanted == recorder.told) << bytes.size() << " bytes differ";
+    }
+    const std::string attributes =
+        Times(1100, [](std::size_t n) { return " x" + std::to_string(n) + "=''"; });
+    const std::string declared = "<?xml version='1.0' encoding='UTF-16'?><a/>";
+    for (const std::string& bytes : {std::string(), std::string("<a"), Utf16("<a/>", false) + " ", declared,
+                                     Utf16("<a>", false) + std::string("\x00\xD8", 2),
+                                     std::string("<\0a\0/\0>\0", 8), "<a" + attributes + "/>"}) {
+        const HRESULT wanted = reader->parse(Bytes(bytes));
+        EXPECT_TRUE(FAILED(wanted));
+        EXPECT_EQ(wanted, reader->parse(CComVariant(StreamOf(bytes).p))) << bytes.substr(0, 50);
+    }
+}
+
+/// Gives a long document, as it is asked for.
+class LongDocument final : public ComFake<ISequentialStream> {
+public:
+    std::size_t given = 0;
+    HRESULT failure = S_OK; // behind the first bytes
+
+    HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG count, ULONG* read) override {
+        if (given != 0 && FAILED(failure)) return failure;
+        constexpr std::string_view start = "<a><b/>";
+        *read = std::min<ULONG>(count, 5000);
+        for (ULONG at = 0; at < *read; ++at, ++given)
+            static_cast<char*>(buffer)[at] = given < start.size() ? start[given]
+                                             : given % 64 == 0    ? '\n'
+                                                                  : '.';
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+};
+
+TEST_F(SaxReader, ReadsAStreamOnlyAsFarAsItIsAsked) {
+    const auto document = MakeFake<LongDocument>();
+    recorder.failAt = "</b>";
+    EXPECT_EQ(E_ABORT, reader->parse(CComVariant(static_cast<IUnknown*>(document.p))));
+    EXPECT_LT(document->given, std::size_t{64} * 1024);
+
+    recorder.failAt.clear();
+    recorder.told.clear();
+    const auto failing = MakeFake<LongDocument>();
+    failing->failure = STG_E_REVERTED;
+    EXPECT_EQ(STG_E_REVERTED, reader->parse(CComVariant(static_cast<IUnknown*>(failing.p))));
+    EXPECT_EQ(recorder.told.find(']'), std::string::npos);
+
+    const auto endless = MakeFake<LongDocument>();
+    ASSERT_EQ(S_OK, reader->putContentHandler(nullptr));
+    EXPECT_EQ(static_cast<HRESULT>(0xC00CE587),
+              reader->parse(CComVariant(static_cast<IUnknown*>(endless.p))));
 }
 
 TEST_F(SaxReader, AHandlersFailureEndsTheParse) {
