@@ -1,7 +1,8 @@
 #include "Com/FaultInjection.h"
+#include "Locale/LocaleLookup.h"
+#include "Locale/LocalePictures.h"
 #include "Locale/Utf16.h"
 
-#include <unicode/locid.h>
 #include <unicode/ulocdata.h>
 
 #include <cstring>
@@ -24,23 +25,9 @@ int Give(std::wstring_view text, LPWSTR buffer, int capacity) {
     return needed;
 }
 
-/// A locale by its published name, "de-DE"; nothing if the name is no name.
-std::optional<icu::Locale> FindLocale(LPCWSTR name) {
-    if (name == nullptr || std::wstring_view(name) == LOCALE_NAME_SYSTEM_DEFAULT)
-        return icu::Locale::getDefault();
-    if (*name == 0) return icu::Locale::getRoot();
-    UErrorCode status = U_ZERO_ERROR;
-    icu::Locale locale = icu::Locale::forLanguageTag(OvPlatform::ToUtf8(name), status);
-    if (U_FAILURE(status) || locale.isBogus()) return std::nullopt;
-    return locale;
-}
-
-std::wstring Name(const icu::Locale& locale) {
-    UErrorCode status = U_ZERO_ERROR;
-    // Without the variant: a process without a locale has English of the United States.
-    const icu::Locale plain(locale.getLanguage(), locale.getCountry());
-    const std::string tag = plain.toLanguageTag<std::string>(status);
-    return U_SUCCESS(status) && tag != "und" ? OvPlatform::FromUtf8(tag) : std::wstring();
+std::wstring Text(const icu::Locale& locale, LCTYPE fact) {
+    if (fact == LOCALE_SNAME) return OvPlatform::PublishedName(locale);
+    return fact == LOCALE_SSHORTDATE ? OvPlatform::ShortDatePicture(locale) : OvPlatform::TimePicture(locale);
 }
 
 /// 0: metric, 1: United States.
@@ -66,10 +53,13 @@ int GetLocaleInfoEx(LPCWSTR localeName, LCTYPE type, LPWSTR data, int capacity) 
     if (OvPlatform::FaultPointHit()) return 0;
     if (capacity < 0 || (capacity > 0 && data == nullptr)) return Fail(ERROR_INVALID_PARAMETER);
     try {
-        const std::optional<icu::Locale> locale = FindLocale(localeName);
+        const std::optional<icu::Locale> locale = OvPlatform::FindLocale(localeName);
         if (!locale) return Fail(ERROR_INVALID_PARAMETER);
         const LCTYPE fact = type & ~(LOCALE_NOUSEROVERRIDE | LOCALE_RETURN_NUMBER);
-        if (fact == LOCALE_SNAME) return Give(Name(*locale), data, capacity);
+        if (fact == LOCALE_SNAME || fact == LOCALE_SSHORTDATE || fact == LOCALE_STIMEFORMAT) {
+            if ((type & LOCALE_RETURN_NUMBER) != 0) return Fail(ERROR_INVALID_FLAGS);
+            return Give(Text(*locale, fact), data, capacity);
+        }
         if (fact != LOCALE_IMEASURE && fact != LOCALE_IPAPERSIZE) return Fail(ERROR_INVALID_FLAGS);
         const DWORD number = fact == LOCALE_IMEASURE ? MeasurementSystem(*locale) : PaperSize(*locale);
         if ((type & LOCALE_RETURN_NUMBER) == 0) return Give(std::to_wstring(number), data, capacity);
@@ -87,8 +77,23 @@ int GetUserDefaultLocaleName(LPWSTR name, int capacity) {
     if (OvPlatform::FaultPointHit()) return 0;
     if (name == nullptr || capacity <= 0) return Fail(ERROR_INVALID_PARAMETER);
     try {
-        return Give(Name(icu::Locale::getDefault()), name, capacity);
+        return Give(OvPlatform::PublishedName(icu::Locale::getDefault()), name, capacity);
     } catch (const std::bad_alloc&) {
         return Fail(ERROR_OUTOFMEMORY);
     }
+}
+
+LANGID GetUserDefaultUILanguage() {
+    constexpr LANGID unitedStates = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
+    // One that fails has no way to say so.
+    if (OvPlatform::FaultPointHit()) return unitedStates;
+    const icu::Locale& user = icu::Locale::getDefault();
+    // Without the variant: a process without a locale has English of the United States.
+    const auto language = static_cast<LANGID>(icu::Locale(user.getLanguage(), user.getCountry()).getLCID());
+    constexpr LANGID firstWithoutLanguage = 0x1000;
+    if (PRIMARYLANGID(language) == LANG_NEUTRAL || PRIMARYLANGID(language) == LANG_INVARIANT ||
+        language == firstWithoutLanguage)
+        return unitedStates;
+    if (SUBLANGID(language) == SUBLANG_NEUTRAL) return MAKELANGID(PRIMARYLANGID(language), SUBLANG_DEFAULT);
+    return language;
 }
