@@ -1,6 +1,9 @@
 #pragma once
 
+#include <Com/PlatformExport.h>
+
 #include <windows.h>
+#include <objidl.h>
 
 namespace Gdiplus {
 
@@ -61,6 +64,65 @@ public:
     REAL Y = 0;
     REAL Width = 0;
     REAL Height = 0;
+};
+
+struct GdiplusStartupInput {
+    explicit GdiplusStartupInput(void* debugEventCallback = nullptr, BOOL suppressBackgroundThread = FALSE,
+                                 BOOL suppressExternalCodecs = FALSE)
+        : DebugEventCallback(debugEventCallback), SuppressBackgroundThread(suppressBackgroundThread),
+          SuppressExternalCodecs(suppressExternalCodecs) {}
+
+    UINT32 GdiplusVersion = 1;
+    void* DebugEventCallback;
+    BOOL SuppressBackgroundThread;
+    BOOL SuppressExternalCodecs;
+};
+
+/// Of no use here: there is no background thread.
+struct GdiplusStartupOutput;
+
+/// Until each start has been taken back by a shutdown, pictures can be opened. Any thread.
+extern "C" OV_PLATFORM_API Status WINAPI GdiplusStartup(ULONG_PTR* token, const GdiplusStartupInput* input,
+                                                        GdiplusStartupOutput* output);
+/// A token that is none is passed over.
+extern "C" OV_PLATFORM_API void WINAPI GdiplusShutdown(ULONG_PTR token);
+
+/// A picture from a file or a stream, found to be whole by decoding it; its pixels are not kept. Afterwards
+/// the status says how that went: Ok, GdiplusNotInitialized, InvalidParameter for null, FileNotFound,
+/// AccessDenied, UnknownImageFormat for what is none of PNG, JPEG, GIF, BMP and TIFF, OutOfMemory also for a
+/// picture that would take too much, GenericError for a damaged one.
+class OV_PLATFORM_API Image {
+public:
+    explicit Image(const WCHAR* filename, BOOL useEmbeddedColorManagement = FALSE);
+    /// From the stream's beginning.
+    explicit Image(IStream* stream, BOOL useEmbeddedColorManagement = FALSE);
+    virtual ~Image() = default;
+    Image(const Image&) = delete;
+    Image& operator=(const Image&) = delete;
+
+    /// Of the last call that failed; asking takes it back.
+    Status GetLastStatus() const;
+    /// In pixels; 0 without a picture.
+    UINT GetWidth();
+    UINT GetHeight();
+    /// Dots per inch; 0 where the picture does not say, or says 0.
+    REAL GetHorizontalResolution();
+    REAL GetVerticalResolution();
+
+private:
+    mutable Status m_status;
+    UINT m_width = 0;
+    UINT m_height = 0;
+    REAL m_horizontalResolution = 0;
+    REAL m_verticalResolution = 0;
+};
+
+class OV_PLATFORM_API Bitmap : public Image {
+public:
+    explicit Bitmap(const WCHAR* filename, BOOL useEmbeddedColorManagement = FALSE)
+        : Image(filename, useEmbeddedColorManagement) {}
+    explicit Bitmap(IStream* stream, BOOL useEmbeddedColorManagement = FALSE)
+        : Image(stream, useEmbeddedColorManagement) {}
 };
 
 } // namespace Gdiplus
