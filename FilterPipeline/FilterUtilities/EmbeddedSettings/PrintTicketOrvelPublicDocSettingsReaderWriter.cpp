@@ -17,6 +17,7 @@ using This = PrintTicketOrvelPublicDocSettingsReaderWriter;
 using Depth = PublicDocSettingsDocument::Depth;
 
 constexpr const wchar_t* const& parameterName = PrintSchema::JobOrvelPublicDocSettings::PARAMETERNAME;
+constexpr char committing[] = "while committing OrvelPublicDocSettings changes";
 
 CXString decimal(int value) {
     CXString text;
@@ -109,6 +110,18 @@ LONG This::GetCurrentValueAsIntForOrvelPublicDocSettingsFeature(const CXString& 
     });
 }
 
+LONG This::VisitEntriesOfOrvelPublicDocSettingsFeature(const CXString& name,
+                                                       const std::function<void(const XmlDomNode&)>& visit) {
+    return PublicDocSettingsDocument::Guarded(name, [&] {
+        const XmlDomNode::Pointer collection = Document().Find(name);
+        if (!collection || !PublicDocSettingsDocument::IsSpecified(*collection)) return S_FALSE;
+        for (auto entry = PublicDocSettingsDocument::FindEntry(*collection, 0); entry;
+             entry = PublicDocSettingsDocument::NextEntry(*entry))
+            visit(*entry);
+        return S_OK;
+    });
+}
+
 LONG This::SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name,
                                                                    const CXString& syntax, bool specified,
                                                                    const CXString& value) {
@@ -149,16 +162,32 @@ LONG This::DeleteOrvelPublicDocSettingsFeature(const CXString& name) {
     return PublicDocSettingsDocument::Guarded(name, [&] { return Document().Delete(name); });
 }
 
+LONG This::Commit(const MicrosoftXmlParser& document) {
+    const CPString xml = PublicDocSettingsDocument::GetText(document);
+    if (xml.view().size() > maxCommittedBytes) return E_FAIL;
+    SetJobOrvelPublicDocSettingsXml(xml);
+    return S_OK;
+}
+
 LONG This::CommitChangesToPrintTicket() {
     try {
-        if (!m_parser) return S_FALSE;
-        const CPString xml = PublicDocSettingsDocument::GetText(*m_parser);
-        if (xml.view().size() > maxCommittedBytes) return E_FAIL;
-        SetJobOrvelPublicDocSettingsXml(xml);
-        return S_OK;
+        return m_parser ? Commit(*m_parser) : S_FALSE;
     } catch (...) {
-        return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(
-            "while committing OrvelPublicDocSettings changes");
+        return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(committing);
+    }
+}
+
+LONG This::ChangeAndCommit(const std::function<LONG(const PublicDocSettingsDocument&)>& change) {
+    try {
+        const MicrosoftXmlParser* const current = GetDomWithOrvelPublicDocSettingsInitOnFirstUse();
+        if (current == nullptr) return S_FALSE;
+        auto changed = PublicDocSettingsDocument::Parse(PublicDocSettingsDocument::GetText(*current));
+        LONG result = changed ? change(PublicDocSettingsDocument(changed.get())) : E_FAIL;
+        if (SUCCEEDED(result)) result = Commit(*changed);
+        if (SUCCEEDED(result)) m_parser.swap(changed);
+        return result;
+    } catch (...) {
+        return UtilitiesLibraryHost::CatchPossibleComErrorExceptionAndAssertUnreachable(committing);
     }
 }
 

@@ -4,6 +4,8 @@
 #include "DataModel/DumpableObject.h"
 #include "EmbeddedSettings/PublicDocSettingsDocument.h"
 
+#include <functional>
+
 class PrintTicketXmlDocument;
 
 /// Reads and writes the public document settings that a ticket carries as text. The text is parsed on first
@@ -58,6 +60,11 @@ public:
                                                               const CXString& childName, bool& specified,
                                                               int& value, int defaultValue);
 
+    /// Hands the entries of a collection to the function, in their order. S_FALSE, with nothing handed out,
+    /// if the collection is not there or not specified; an exception of the function ends it.
+    LONG VisitEntriesOfOrvelPublicDocSettingsFeature(const CXString& name,
+                                                     const std::function<void(const XmlDomNode&)>& visit);
+
     /// Changes an element, or appends a new one to the root. The syntax is written on a new element only, and
     /// not if it is empty.
     LONG SetCurrentValueAsStringForOrvelPublicDocSettingsFeature(const CXString& name, const CXString& syntax,
@@ -84,6 +91,9 @@ public:
     /// read.
     LONG CommitChangesToPrintTicket();
     static constexpr unsigned int maxCommittedBytes = 10'240;
+    /// Makes several changes and commits them with what was changed before: all of them, or none and the
+    /// first failure. The function is given the document, which is not to be kept.
+    LONG ChangeAndCommit(const std::function<LONG(const PublicDocSettingsDocument&)>& change);
 
 protected:
     /// Null if the text is not well formed, which is then parsed again the next time, or without a ticket.
@@ -104,6 +114,7 @@ private:
         return PublicDocSettingsDocument(GetDomWithOrvelPublicDocSettingsInitOnFirstUse());
     }
     bool IsPresent(const CXString& name, PublicDocSettingsDocument::Depth depth);
+    LONG Commit(const MicrosoftXmlParser& document);
 
     PrintTicketXmlDocument* m_ticket;
     PublicDocSettingsDocument::Parser m_parser; // null until first use

@@ -154,14 +154,17 @@ LONG PublicDocSettingsDocument::GetNumberOfChildren(const CXString& name, bool& 
 XmlDomNode::Pointer PublicDocSettingsDocument::FindEntry(const XmlDomNode& collection, unsigned int index) {
     XmlDomNode::Pointer entry = NextElement(collection.GetFirstChild());
     for (; entry && index > 0; --index)
-        entry = NextElement(entry->GetNextSibling());
+        entry = NextEntry(*entry);
     return entry;
+}
+
+XmlDomNode::Pointer PublicDocSettingsDocument::NextEntry(const XmlDomNode& entry) {
+    return NextElement(entry.GetNextSibling());
 }
 
 unsigned int PublicDocSettingsDocument::CountEntries(const XmlDomNode& collection) {
     unsigned int count = 0;
-    for (auto entry = NextElement(collection.GetFirstChild()); entry;
-         entry = NextElement(entry->GetNextSibling()))
+    for (auto entry = FindEntry(collection, 0); entry; entry = NextEntry(*entry))
         ++count;
     return count;
 }
@@ -176,7 +179,14 @@ LONG PublicDocSettingsDocument::GetMemberString(const CXString& name, unsigned i
     if (!IsSpecified(*collection)) return E_INVALIDARG;
     const XmlDomNode::Pointer entry = FindEntry(*collection, index);
     if (!entry) return S_FALSE;
-    const XmlDomNode::Pointer found = entry->FindNamedChildElementNodeRecursive(member, 0);
+    return GetMemberString(*entry, member, specified, value);
+}
+
+LONG PublicDocSettingsDocument::GetMemberString(const XmlDomNode& entry, const CXString& member,
+                                                bool& specified, CXString& value) {
+    specified = false;
+    value.Empty();
+    const XmlDomNode::Pointer found = entry.FindNamedChildElementNodeRecursive(member, 0);
     if (!found || !IsSpecified(*found)) return S_FALSE;
     specified = true;
     value = found->GetTextValue();

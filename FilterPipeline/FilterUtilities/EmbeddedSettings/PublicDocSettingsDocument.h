@@ -81,6 +81,11 @@ public:
                          CXString& value) const;
     LONG GetMemberInt(const CXString& name, unsigned int index, const CXString& member, bool& specified,
                       int& value, int defaultValue) const;
+    /// Of an entry that is at hand: who reads a collection walks its entries, for a position is counted from
+    /// the first one each time.
+    static LONG GetMemberString(const XmlDomNode& entry, const CXString& member, bool& specified,
+                                CXString& value);
+    [[nodiscard]] static XmlDomNode::Pointer NextEntry(const XmlDomNode& entry);
 
     /// Changes the element, wherever it stands, or appends a new one to the root. The syntax is written on a
     /// new element only, and not if it is empty.
