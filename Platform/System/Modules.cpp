@@ -1,4 +1,5 @@
 #include "Com/FaultInjection.h"
+#include "Locale/CharacterCase.h"
 #include "Locale/Utf16.h"
 
 #include <dlfcn.h>
@@ -6,14 +7,34 @@
 #include <link.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstring>
 #include <fstream>
 #include <new>
 #include <string>
+#include <string_view>
 
 namespace {
 
 using namespace OvPlatform;
+
+/// Modules of the system whose functions the platform has itself.
+constexpr std::wstring_view ownModules[] = {L"t2embed.dll"};
+
+/// In any case, with or without the extension, as modules are asked for.
+bool IsOwnModule(std::wstring name) {
+    std::transform(name.begin(), name.end(), name.begin(), SimpleLower);
+    if (name.find(L'.') == std::wstring::npos) name += L".dll";
+    return std::find(std::begin(ownModules), std::end(ownModules), name) != std::end(ownModules);
+}
+
+/// The file that a module of that name is loaded from.
+std::string LoadPath(LPCWSTR name) {
+    Dl_info own = {};
+    if (IsOwnModule(name) && dladdr(reinterpret_cast<const void*>(&LoadLibraryW), &own) != 0)
+        return own.dli_fname;
+    return ToUtf8(name);
+}
 
 /// Why a module did not load, as far as its file tells.
 DWORD LoadError(const std::string& path) {
@@ -49,7 +70,7 @@ HMODULE LoadLibraryW(LPCWSTR name) {
             SetLastError(ERROR_INVALID_PARAMETER);
             return nullptr;
         }
-        const std::string path = ToUtf8(name);
+        const std::string path = LoadPath(name);
         // All references are bound now: a module that lacks one fails here and not in the middle of a job.
         void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (module == nullptr) {
@@ -79,7 +100,7 @@ FARPROC GetProcAddress(HMODULE module, LPCSTR name) {
 HMODULE GetModuleHandleW(LPCWSTR name) {
     if (FaultPointHit()) return nullptr;
     try {
-        void* module = dlopen(name != nullptr ? ToUtf8(name).c_str() : nullptr, RTLD_NOW | RTLD_NOLOAD);
+        void* module = dlopen(name != nullptr ? LoadPath(name).c_str() : nullptr, RTLD_NOW | RTLD_NOLOAD);
         if (module == nullptr) {
             SetLastError(ERROR_MOD_NOT_FOUND);
             return nullptr;
