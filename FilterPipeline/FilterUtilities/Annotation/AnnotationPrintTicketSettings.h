@@ -14,9 +14,6 @@
 #include <memory>
 #include <vector>
 
-namespace Gdiplus {
-class Bitmap;
-}
 class AnnotationStore;
 class AttributeBytesIndexedList;
 class ClientJobData2ReaderWriter;

@@ -4,6 +4,7 @@
 #include "Annotation/AnnotationWords.h"
 #include "ComSupport/FailureBarrier.h"
 #include "ComSupport/HresultHelpers.h"
+#include "FontsAndImages/GDIPlus.h"
 
 #include <BinaryForms/Hash32.h>
 #include <SystemServices/OrvelUtilities.h>
@@ -17,6 +18,12 @@ namespace {
 
 bool IsPair(std::wstring_view text, std::size_t at) {
     return at + 1 < text.size() && (text[at] & 0xFC00) == 0xD800 && (text[at + 1] & 0xFC00) == 0xDC00;
+}
+
+constexpr float resolutionOfPictureWithout = 300; // dots to the inch
+
+float InXpsUnits(const Dimension& length) {
+    return static_cast<float>(length.GetValue(Dimension::XpsUnit).GetDoubleValue());
 }
 
 } // namespace
@@ -66,11 +73,68 @@ CXString This::GetCumulativeListOfUniqueCharactersRequiredFromThisFont(const CXS
 
 // ---- Pictures
 
-HRESULT This::ParseImageFile() { return E_NOTIMPL; }
-HRESULT This::ParseImageFile(IStream*) { return E_NOTIMPL; }
-HRESULT This::ParseImageFile_impl(Gdiplus::Bitmap&) { return E_NOTIMPL; }
-bool This::ParseImageIfNecessary() { return false; }
-float This::GetImageWidthInXpsUnits() { return 0; }
-float This::GetImageHeightInXpsUnits() { return 0; }
-float This::GetHResolution() { return 0; }
-float This::GetVResolution() { return 0; }
+HRESULT This::ParseImageFile() {
+    const OperationScope operation("AnnotationPrintTicketSettings::ParseImageFile");
+    const CXString& fileName = Selected().imageFileName;
+    if (fileName.IsBlank()) return E_INVALIDARG;
+    HRESULT hr = S_OK;
+    try {
+        const GDIPlus running;
+        Gdiplus::Bitmap bitmap(fileName);
+        hr = ParseImageFile_impl(bitmap);
+    }
+    CATCH_VARIOUS(hr)
+    return hr;
+}
+
+HRESULT This::ParseImageFile(IStream* picture) {
+    const OperationScope operation("AnnotationPrintTicketSettings::ParseImageFile");
+    if (picture == nullptr) return E_INVALIDARG;
+    HRESULT hr = S_OK;
+    try {
+        const GDIPlus running;
+        Gdiplus::Bitmap bitmap(picture);
+        hr = ParseImageFile_impl(bitmap);
+    }
+    CATCH_VARIOUS(hr)
+    return hr;
+}
+
+HRESULT This::ParseImageFile_impl(Gdiplus::Bitmap& bitmap) {
+    if (m_selected == nullptr) return E_UNEXPECTED;
+    const Gdiplus::Status status = bitmap.GetLastStatus();
+    if (status != Gdiplus::Ok) return GetGDIStatusErrorAsHResult(status);
+    float horizontal = bitmap.GetHorizontalResolution();
+    float vertical = bitmap.GetVerticalResolution();
+    if (horizontal == 0 || vertical == 0) horizontal = vertical = resolutionOfPictureWithout;
+    m_selected->imageWidth = Dimension(static_cast<double>(bitmap.GetWidth()) / horizontal, Dimension::Inch);
+    m_selected->imageHeight = Dimension(static_cast<double>(bitmap.GetHeight()) / vertical, Dimension::Inch);
+    m_selected->horizontalResolution = horizontal;
+    m_selected->verticalResolution = vertical;
+    return S_OK;
+}
+
+bool This::ParseImageIfNecessary() {
+    return !Selected().isImageParsed && !Selected().imageFileName.IsBlank() && SUCCEEDED(ParseImageFile());
+}
+
+float This::GetImageWidthInXpsUnits() {
+    // Deliberate: the width alone remembers that the file was read. Who asks for all begins with it.
+    if (ParseImageIfNecessary()) m_selected->isImageParsed = true;
+    return InXpsUnits(Selected().imageWidth);
+}
+
+float This::GetImageHeightInXpsUnits() {
+    ParseImageIfNecessary();
+    return InXpsUnits(Selected().imageHeight);
+}
+
+float This::GetHResolution() {
+    ParseImageIfNecessary();
+    return Selected().horizontalResolution;
+}
+
+float This::GetVResolution() {
+    ParseImageIfNecessary();
+    return Selected().verticalResolution;
+}

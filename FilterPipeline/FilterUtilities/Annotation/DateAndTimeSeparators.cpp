@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <span>
+#include <string>
+#include <string_view>
+#include <utility>
 
 using This = DateAndTimeSeparators;
 
@@ -56,6 +59,11 @@ DateAndTimeSeparators& This::OfProcess() {
 This::Separators This::Get() const {
     const std::lock_guard guard(m_mutex);
     return m_separators;
+}
+
+void This::Set(Separators separators) {
+    const std::lock_guard guard(m_mutex);
+    m_separators = std::move(separators);
 }
 
 void This::SetOnFirstUse(const std::function<Separators()>& read) {

@@ -1,16 +1,17 @@
 #pragma once
 
+#include "ComSupport/FilterUtilitiesExport.h"
+
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <windows.h>
 
 #include <functional>
 #include <mutex>
-#include <string_view>
 
 /// What dates and times are written with between two fields. Those of the process are empty until the first
 /// job sets them, for all later jobs. Any thread.
-class DateAndTimeSeparators {
+class OV_FILTER_UTILITIES_API DateAndTimeSeparators {
 public:
     struct Separators {
         CXString date;
@@ -20,6 +21,8 @@ public:
     [[nodiscard]] static DateAndTimeSeparators& OfProcess();
 
     [[nodiscard]] Separators Get() const;
+    /// In place of those there are; empty ones wait for the next first use.
+    void Set(Separators separators);
     /// Keeps what `read` gives, unless there are separators. Of concurrent callers one wins.
     void SetOnFirstUse(const std::function<Separators()>& read);
 
