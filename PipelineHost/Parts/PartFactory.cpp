@@ -4,10 +4,7 @@
 #include "Streams/PackageContent.h"
 #include "Streams/PrintWriteStream.h"
 
-#include <Xml/XmlPointer.h>
-#include <Xml/XmlString.h>
 
-#include <libxml/uri.h>
 #include <msopc.h>
 
 namespace OvPipeline {
@@ -97,28 +94,6 @@ HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFII
         return E_NOINTERFACE;
     *stream = writer.Detach();
     return S_OK;
-}
-
-std::string ResolveReference(const std::string& base, const std::string& reference) {
-    const std::string withoutFragment = reference.substr(0, reference.find('#'));
-    const OvPlatform::XmlPointer<xmlChar> resolved(
-        xmlBuildURI(OvPlatform::AsXml(withoutFragment.c_str()), OvPlatform::AsXml(base.c_str())));
-    if (!resolved || withoutFragment.empty())
-        throw InputError(OPC_E_NONCONFORMING_URI, base,
-                         base + ": the reference \"" + reference + "\" cannot be resolved");
-    return std::string(OvPlatform::View(resolved.get()));
-}
-
-const OvPlatform::PackagePart* FindReferred(const OvPlatform::PackageReader& package, const std::string& base,
-                                            const std::string& reference) {
-    // References are IRIs: what a part's name must encode may stand in them as it is.
-    const OvPlatform::XmlPointer<xmlChar> escaped(
-        xmlURIEscapeStr(OvPlatform::AsXml(reference.c_str()), OvPlatform::AsXml("/:@!$&'()*+,;=%-._~#?")));
-    const std::string resolved =
-        ResolveReference(base, escaped ? std::string(OvPlatform::View(escaped.get())) : reference);
-    if (const OvPlatform::PackagePart* part = package.Find(resolved)) return part;
-    const OvPlatform::XmlPointer<char> plain(xmlURIUnescapeString(resolved.c_str(), 0, nullptr));
-    return plain ? package.Find(plain.get()) : nullptr;
 }
 
 } // namespace OvPipeline

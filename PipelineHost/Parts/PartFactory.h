@@ -2,6 +2,8 @@
 
 #include "Parts/FixedPagePart.h"
 
+#include <ObjectModel/ReferredPart.h>
+
 namespace OvPipeline {
 
 /// The object for a part of the job's package, by its kind; a part of no published kind becomes an
@@ -15,13 +17,7 @@ CComPtr<IUnknown> MakeStoredPart(const SharedContext& context, const OvPlatform:
 HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFIID riid, void** part,
                     IPrintWriteStream** stream, const std::shared_ptr<const StreamMaker>& maker = {});
 
-/// A reference, absolute or relative to a part's name, as a part's name; without a fragment. Throws HostError
-/// for one that cannot be resolved.
-std::string ResolveReference(const std::string& base, const std::string& reference);
-
-/// The part that a reference leads to, also where one of the two is percent-encoded; null where there is
-/// none.
-const OvPlatform::PackagePart* FindReferred(const OvPlatform::PackageReader& package, const std::string& base,
-                                            const std::string& reference);
+using OvPlatform::FindReferred;
+using OvPlatform::ResolveReference;
 
 } // namespace OvPipeline

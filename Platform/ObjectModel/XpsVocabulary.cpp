@@ -45,7 +45,7 @@ constexpr std::array typeNames{
     TypeName{fontContentType, PartKind::Font},
     TypeName{obfuscatedFontContentType, PartKind::Font},
     TypeName{"application/vnd.ms-color.iccprofile", PartKind::ColorProfile},
-    TypeName{"application/vnd.ms-package.xps-resourcedictionary+xml", PartKind::ResourceDictionary},
+    TypeName{dictionaryContentType, PartKind::ResourceDictionary},
     TypeName{ticketContentType, PartKind::PrintTicket},
     TypeName{"image/png", PartKind::Image},
     TypeName{"image/jpeg", PartKind::Image},
@@ -73,7 +73,7 @@ constexpr std::array extensions{
     ExtensionName{"jxr", "image/vnd.ms-photo"},
     ExtensionName{"icc", "application/vnd.ms-color.iccprofile"},
     ExtensionName{"icm", "application/vnd.ms-color.iccprofile"},
-    ExtensionName{"dict", "application/vnd.ms-package.xps-resourcedictionary+xml"},
+    ExtensionName{"dict", dictionaryContentType},
 };
 
 // Names of parts are compared so, too.
