@@ -4,7 +4,6 @@
 #include "Streams/PackageContent.h"
 #include "Streams/PrintWriteStream.h"
 
-
 #include <msopc.h>
 
 namespace OvPipeline {

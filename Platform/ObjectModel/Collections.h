@@ -108,8 +108,8 @@ public:
             Index();
             const auto found = m_index.find(name);
             CComPtr<Item> part = found != m_index.end() ? this->Items()[found->second]
-                                 : m_elsewhere           ? m_elsewhere(name)
-                                                         : CComPtr<Item>();
+                                 : m_elsewhere          ? m_elsewhere(name)
+                                                        : CComPtr<Item>();
             *item = part.Detach();
             return S_OK;
         });

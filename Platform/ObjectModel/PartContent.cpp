@@ -45,9 +45,8 @@ public:
 
     std::size_t Read(void* buffer, std::size_t size) override {
         if (m_position >= m_size) return 0;
-        size = static_cast<std::size_t>(
-            (std::min)({std::uint64_t{size}, m_size - m_position,
-                        std::uint64_t{(std::numeric_limits<ULONG>::max)()}}));
+        size = static_cast<std::size_t>((std::min)(
+            {std::uint64_t{size}, m_size - m_position, std::uint64_t{(std::numeric_limits<ULONG>::max)()}}));
         const std::lock_guard guard(m_shared->lock);
         LARGE_INTEGER place;
         place.QuadPart = static_cast<LONGLONG>(m_position);

@@ -52,8 +52,8 @@ struct ImageTypeName {
     const char* contentType;
 };
 constexpr ImageTypeName imageTypes[] = {
-    {XPS_IMAGE_TYPE_JPEG, "image/jpeg"},         {XPS_IMAGE_TYPE_PNG, "image/png"},
-    {XPS_IMAGE_TYPE_TIFF, "image/tiff"},         {XPS_IMAGE_TYPE_WDP, "image/vnd.ms-photo"},
+    {XPS_IMAGE_TYPE_JPEG, "image/jpeg"}, {XPS_IMAGE_TYPE_PNG, "image/png"},
+    {XPS_IMAGE_TYPE_TIFF, "image/tiff"}, {XPS_IMAGE_TYPE_WDP, "image/vnd.ms-photo"},
     {XPS_IMAGE_TYPE_JXR, "image/jxr"},
 };
 
@@ -208,7 +208,7 @@ private:
 MIDL_INTERFACE("b04c6bf0-3f0b-4b53-9a6d-0b8f2f2a5e12")
 IOwned : public IUnknown {
 public:
-    virtual void STDMETHODCALLTYPE SetOwner(IUnknown* owner) = 0;
+    virtual void STDMETHODCALLTYPE SetOwner(IUnknown * owner) = 0;
 
 protected:
     ~IOwned() = default;
@@ -339,8 +339,7 @@ HRESULT CreatePlain(IStream* stream, IOpcPartUri* uri, const char* contentType, 
 
 void SetOwner(IUnknown* resource, IUnknown* owner) {
     CComPtr<IOwned> owned;
-    if (resource != nullptr)
-        resource->QueryInterface(ownedIdentifier, reinterpret_cast<void**>(&owned.p));
+    if (resource != nullptr) resource->QueryInterface(ownedIdentifier, reinterpret_cast<void**>(&owned.p));
     if (owned) owned->SetOwner(owner);
 }
 
@@ -354,7 +353,7 @@ CComPtr<IModelResource> ModelResource(IUnknown* resource) {
 }
 
 HRESULT CreateEmbeddedFont(IStream* stream, XPS_FONT_EMBEDDING embedding, IOpcPartUri* uri, BOOL isObfuscated,
-                   IXpsOMFontResource** font) {
+                           IXpsOMFontResource** font) {
     return ModelCall(font, [&] {
         if (stream == nullptr || uri == nullptr) return E_POINTER;
         if (!FontResource::IsKnown(embedding)) return E_INVALIDARG;
@@ -421,8 +420,8 @@ void MakeStored(const StoredResource& stored, IXpsOMFontResource** font) {
     const bool isObfuscated = IsObfuscatedFontType(stored.part->contentType);
     core.embedding = stored.isRestricted ? isObfuscated ? XPS_FONT_EMBEDDING_RESTRICTED
                                                         : XPS_FONT_EMBEDDING_RESTRICTED_UNOBFUSCATED
-                     : isObfuscated ? XPS_FONT_EMBEDDING_OBFUSCATED
-                                    : XPS_FONT_EMBEDDING_NORMAL;
+                     : isObfuscated      ? XPS_FONT_EMBEDDING_OBFUSCATED
+                                         : XPS_FONT_EMBEDDING_NORMAL;
     // One whose name is no key lies there plain.
     if (const auto key = ObfuscationKeyOf(core.name); key && isObfuscated)
         core.content = MaskedContent(core.content, *key);

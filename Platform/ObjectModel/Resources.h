@@ -60,7 +60,7 @@ struct StoredResource {
 // start. A font or picture of no published kind is E_INVALIDARG; an obfuscated font must be called by a GUID
 // (XPS_E_INVALID_OBFUSCATED_FONT_URI).
 HRESULT CreateEmbeddedFont(IStream* stream, XPS_FONT_EMBEDDING embedding, IOpcPartUri* uri, BOOL isObfuscated,
-                   IXpsOMFontResource** font);
+                           IXpsOMFontResource** font);
 HRESULT CreateImage(IStream* stream, XPS_IMAGE_TYPE type, IOpcPartUri* uri, IXpsOMImageResource** image);
 HRESULT CreateColorProfile(IStream* stream, IOpcPartUri* uri, IXpsOMColorProfileResource** profile);
 HRESULT CreatePrintTicket(IStream* stream, IOpcPartUri* uri, IXpsOMPrintTicketResource** ticket);

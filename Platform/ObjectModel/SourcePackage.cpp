@@ -55,15 +55,14 @@ const PackagePart& SourcePackage::Refer(const std::string& source, const PageRef
 
 ReferenceList SourcePackage::References(ReferenceList::Of kind, const PackagePart& part) const {
     const std::shared_ptr<PackagePartStream> bytes = m_reader->OpenPart(part.name);
-    return {kind, part.name,
-            [bytes](void* buffer, std::size_t size) { return bytes->Read(buffer, size); }};
+    return {kind, part.name, [bytes](void* buffer, std::size_t size) { return bytes->Read(buffer, size); }};
 }
 
 std::vector<SourceDocument> SourcePackage::ReadDocuments() {
     std::vector<SourceDocument> documents;
     std::size_t pages = 0;
-    static_cast<void>(Related(m_sequence->name, Relation::PrintTicket,
-                              XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE));
+    static_cast<void>(
+        Related(m_sequence->name, Relation::PrintTicket, XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENTSEQUENCE));
     ReferenceList references = References(ReferenceList::Of::Sequence, *m_sequence);
     while (const auto reference = references.Next()) {
         SourceDocument& document = documents.emplace_back();
@@ -168,9 +167,9 @@ std::function<CComPtr<Interface>(const std::string&)> SourcePackage::Elsewhere()
 
 CComPtr<IXpsOMPartResources> SourcePackage::ResourcesOf(const std::string& page) {
     CComPtr<PartResources> resources;
-    resources.Attach(new PartResources(
-        Elsewhere<IXpsOMFontResource>(), Elsewhere<IXpsOMImageResource>(),
-        Elsewhere<IXpsOMColorProfileResource>(), Elsewhere<IXpsOMRemoteDictionaryResource>()));
+    resources.Attach(new PartResources(Elsewhere<IXpsOMFontResource>(), Elsewhere<IXpsOMImageResource>(),
+                                       Elsewhere<IXpsOMColorProfileResource>(),
+                                       Elsewhere<IXpsOMRemoteDictionaryResource>()));
     for (const PackagePart* part : AllRelated(page, Relation::RequiredResource))
         if (const auto resource = PageResource(*part); resource) resources->Fill(resource);
     return resources.p;

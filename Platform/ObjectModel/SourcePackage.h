@@ -39,8 +39,8 @@ public:
     XpsFlavour Flavour() const { return m_flavour; }
     const PackagePart& Sequence() const { return *m_sequence; }
 
-    /// The documents and their pages, each of which must be there once; at least one of each. Checks what they
-    /// and the sequence relate to. Once.
+    /// The documents and their pages, each of which must be there once; at least one of each. Checks what
+    /// they and the sequence relate to. Once.
     std::vector<SourceDocument> ReadDocuments();
 
     /// The one part that a source ("/" for the package) relates to in that way; null where there is none.

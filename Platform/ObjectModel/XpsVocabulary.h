@@ -64,8 +64,7 @@ inline constexpr const char* sequenceContentType = "application/vnd.ms-package.x
 inline constexpr const char* documentContentType = "application/vnd.ms-package.xps-fixeddocument+xml";
 inline constexpr const char* pageContentType = "application/vnd.ms-package.xps-fixedpage+xml";
 inline constexpr const char* ticketContentType = "application/vnd.ms-printing.printticket+xml";
-inline constexpr const char* dictionaryContentType =
-    "application/vnd.ms-package.xps-resourcedictionary+xml";
+inline constexpr const char* dictionaryContentType = "application/vnd.ms-package.xps-resourcedictionary+xml";
 inline constexpr const char* fontContentType = "application/vnd.ms-opentype";
 inline constexpr const char* obfuscatedFontContentType = "application/vnd.ms-package.obfuscated-opentype";
 

@@ -1,0 +1,429 @@
+#include "ObjectModel/PackageSerializer.h"
+
+#include "ObjectModel/PageObjects.h"
+#include "ObjectModel/StructureMarkup.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <utility>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr PackageCompression packing = PackageCompression::Normal;
+
+// Takes markup as it is written.
+class SinkStream final : public CountedObject<ISequentialStream> {
+public:
+    explicit SinkStream(PackagePartSink& sink) : m_sink(sink) {}
+
+    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return STG_E_ACCESSDENIED; }
+    HRESULT STDMETHODCALLTYPE Write(const void* bytes, ULONG size, ULONG* written) override {
+        if (written != nullptr) *written = 0;
+        try {
+            m_sink.Write(bytes, size);
+        } catch (...) {
+            m_failure = std::current_exception();
+            return STG_E_MEDIUMFULL;
+        }
+        if (written != nullptr) *written = size;
+        return S_OK;
+    }
+
+    /// Throws what the sink threw, or what the result says.
+    void Check(HRESULT result, const std::string& part) const {
+        if (m_failure) std::rethrow_exception(m_failure);
+        Require(result, part, "its markup cannot be written");
+    }
+
+private:
+    PackagePartSink& m_sink;
+    std::exception_ptr m_failure;
+};
+
+XPS_DOCUMENT_TYPE TypeOf(XpsFlavour flavour) {
+    return flavour == XpsFlavour::OpenXps ? XPS_DOCUMENT_TYPE_OPENXPS : XPS_DOCUMENT_TYPE_XPS;
+}
+
+// Pictures are compressed as they are.
+PackageCompression PackingOf(const char* contentType) {
+    return std::string_view(contentType).starts_with("image/") ? PackageCompression::None : packing;
+}
+
+bool IsSameName(const std::string& one, const std::string& other) {
+    return ComparePartNames(one, other) == 0;
+}
+
+} // namespace
+
+PackageSerializer::PackageSerializer(PackageWriter& writer, const PackageObject& package, XpsFlavour flavour)
+    : m_writer(writer), m_package(package), m_source(package.Source().get()), m_flavour(flavour) {}
+
+void PackageSerializer::Write() {
+    Plan();
+    if (m_source != nullptr) {
+        DropRemoved();
+        for (const PackagePart& part : m_source->Reader().Parts())
+            WriteStored(part);
+    }
+    RelatePackage();
+    std::unordered_set<std::size_t> inPlace;
+    for (const auto& [part, index] : m_plannedAt)
+        inPlace.insert(index);
+    for (std::size_t i = 0; i < m_planned.size(); ++i)
+        if (!inPlace.contains(i)) WritePlanned(m_planned[i]);
+}
+
+// Which parts are written from objects, and in whose place they stand.
+void PackageSerializer::Plan() {
+    const DocumentSequenceObject* sequence = m_package.Sequence();
+    if (sequence == nullptr)
+        throw PackageError(XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP, "the package",
+                           "it has no document sequence");
+    if (sequence->Documents().Items().empty())
+        throw PackageError(XPS_E_MISSING_DOCUMENT, sequence->Name(), "it has no documents");
+    PlannedPart planned;
+    planned.name = sequence->Name();
+    planned.sequence = sequence;
+    PlanPart(std::move(planned), IsStoredHere(sequence->Place()) ? sequence->StoredPart() : nullptr);
+    for (const auto& document : sequence->Documents().Items())
+        PlanDocument(static_cast<const DocumentObject&>(*document));
+}
+
+void PackageSerializer::PlanDocument(const DocumentObject& document) {
+    PlannedPart planned;
+    planned.name = document.Name();
+    planned.document = &document;
+    PlanPart(std::move(planned), IsStoredHere(document.Place()) ? document.StoredPart() : nullptr);
+    for (const auto& item : document.Pages().Items()) {
+        const auto& page = static_cast<const PageReferenceObject&>(*item);
+        PlannedPart part;
+        part.name = page.Name();
+        part.page = &page;
+        part.owner = &document;
+        PlanPart(std::move(part), IsStoredHere(page.Place()) ? page.StoredPart() : nullptr);
+    }
+}
+
+void PackageSerializer::PlanPart(PlannedPart planned, const PackagePart* stored) {
+    if (!m_names.insert(planned.name).second)
+        throw PackageError(XPS_E_DUPLICATE_NAMES, planned.name, "two parts have that name");
+    if (stored != nullptr) {
+        m_kept.insert(stored);
+        m_plannedAt[stored] = m_planned.size();
+        if (!IsSameName(stored->name, planned.name)) m_renamed[stored->name] = planned.name;
+    } else if (m_source != nullptr && m_source->Reader().Find(planned.name) != nullptr) {
+        // In the place of a part that has been removed there may be another one.
+        m_renamed[planned.name] = planned.name;
+    }
+    m_planned.push_back(std::move(planned));
+}
+
+std::unordered_set<const PackagePart*>
+PackageSerializer::Reach(std::vector<const PackagePart*> from,
+                         const std::unordered_set<const PackagePart*>& walls) const {
+    std::unordered_set<const PackagePart*> reached(from.begin(), from.end());
+    while (!from.empty()) {
+        const PackagePart* source = from.back();
+        from.pop_back();
+        for (const auto& relationship :
+             m_source->Reader().Relationships(source == nullptr ? packageRoot : source->name)) {
+            if (relationship.external) continue;
+            const PackagePart* part = m_source->Reader().Find(relationship.targetPart);
+            if (part != nullptr && !walls.contains(part) && reached.insert(part).second) from.push_back(part);
+        }
+    }
+    return reached;
+}
+
+// What only removed pages and documents lead to goes with them. A null part stands for the package.
+void PackageSerializer::DropRemoved() {
+    std::unordered_set<const PackagePart*> removed;
+    for (const PackagePart& part : m_source->Reader().Parts()) {
+        const PartKind kind = KindOf(part.contentType, {});
+        const bool isStructure =
+            kind == PartKind::Document || kind == PartKind::Page || &part == &m_source->Sequence();
+        if (isStructure && !m_kept.contains(&part)) removed.insert(&part);
+    }
+    if (removed.empty()) return;
+    std::vector<const PackagePart*> keepers(m_kept.begin(), m_kept.end());
+    keepers.push_back(nullptr);
+    const auto kept = Reach(std::move(keepers), removed);
+    m_dropped = Reach({removed.begin(), removed.end()}, {});
+    std::erase_if(m_dropped, [&](const PackagePart* part) { return kept.contains(part); });
+}
+
+bool PackageSerializer::IsAsStored(const ResourceCore& core) const {
+    return core.stored != nullptr && m_source != nullptr && core.package == m_source->SharedReader() &&
+           !m_dropped.contains(core.stored);
+}
+
+void PackageSerializer::WriteStored(const PackagePart& part) {
+    if (const auto planned = m_plannedAt.find(&part); planned != m_plannedAt.end())
+        return WritePlanned(m_planned[planned->second]);
+    if (m_dropped.contains(&part)) return;
+    const SourcePlace place{m_package.Source(), part.name};
+    if (IXpsOMResource* known = m_source->KnownResource(part); known != nullptr) {
+        const auto resource = ModelResource(known);
+        // One that has another name now stands beside what it was.
+        if (resource->Core().stored == nullptr && IsSameName(resource->Core().name, part.name)) {
+            m_resources.try_emplace(part.name, &resource->Core());
+            WriteResourceBytes(*resource);
+            return CopyRelationships(place, part.name);
+        }
+    }
+    CopyBytes(part);
+    CopyRelationships(place, part.name);
+}
+
+void PackageSerializer::WritePlanned(const PlannedPart& planned) {
+    if (planned.sequence != nullptr) {
+        WriteSequence(planned);
+        RelateSequence(planned);
+    } else if (planned.document != nullptr) {
+        WriteDocument(planned);
+        RelateDocument(planned);
+    } else {
+        WritePage(planned);
+    }
+}
+
+void PackageSerializer::WriteSequence(const PlannedPart& planned) {
+    const DocumentSequenceObject& sequence = *planned.sequence;
+    const auto& documents = sequence.Documents();
+    const bool isSame = IsStoredHere(sequence.Place()) && m_renamed.empty() && !documents.IsChanged();
+    if (isSame) return CopyBytes(*sequence.StoredPart());
+    std::string markup = OpenRoot("FixedDocumentSequence", m_flavour);
+    for (const auto& document : documents.Items())
+        markup +=
+            DocumentReferenceElement(planned.name, static_cast<const DocumentObject&>(*document).Name());
+    WriteText(planned.name, sequenceContentType, markup + "</FixedDocumentSequence>\n");
+}
+
+void PackageSerializer::WriteDocument(const PlannedPart& planned) {
+    const DocumentObject& document = *planned.document;
+    const auto& pages = document.Pages().Items();
+    const bool isSame = IsStoredHere(document.Place()) && m_renamed.empty() &&
+                        !document.Pages().IsChanged() &&
+                        std::none_of(pages.begin(), pages.end(), [](const auto& page) {
+                            return static_cast<const PageReferenceObject&>(*page).IsReferenceChanged();
+                        });
+    if (isSame) return CopyBytes(*document.StoredPart());
+    std::string markup = OpenRoot("FixedDocument", m_flavour);
+    for (const auto& item : pages) {
+        const auto& page = static_cast<const PageReferenceObject&>(*item);
+        markup += PageContentElement(planned.name, page.Name(), page.Reference());
+    }
+    WriteText(planned.name, documentContentType, markup + "</FixedDocument>\n");
+}
+
+void PackageSerializer::WritePage(const PlannedPart& planned) {
+    const PageReferenceObject& reference = *planned.page;
+    IXpsOMPage* page = reference.ChangedPage();
+    if (page == nullptr && IsStoredHere(reference.Place())) {
+        CopyBytes(*reference.StoredPart());
+        return RelatePage(planned);
+    }
+    // One of another package comes with all that it uses.
+    CComPtr<IXpsOMPage> foreign;
+    if (page == nullptr) {
+        Require(const_cast<PageReferenceObject&>(reference).GetPage(&foreign), planned.name,
+                "the page cannot be read");
+        page = foreign;
+    }
+    std::vector<UsedPart> used;
+    Require(ListUsedParts(page, used), planned.name, "what the page uses cannot be listed");
+    const auto sink = m_writer.AddPart(planned.name, pageContentType, packing);
+    CComPtr<SinkStream> stream;
+    stream.Attach(new SinkStream(*sink));
+    stream->Check(OvPlatform::WritePage(page, stream, TypeOf(m_flavour)), planned.name);
+    sink->Close();
+    RelatePage(planned);
+    UseParts(planned.name, used, planned.owner);
+}
+
+void PackageSerializer::CopyBytes(const PackagePart& part) {
+    const auto renamed = m_renamed.find(part.name);
+    WriteBytes(renamed == m_renamed.end() ? part.name : renamed->second, part.contentType.c_str(),
+               part.compression, *StoredContent(m_source->SharedReader(), part.name));
+}
+
+void PackageSerializer::WriteBytes(const std::string& name, const char* contentType,
+                                   PackageCompression compression, const PartContent& content) {
+    const auto bytes = content.Open();
+    const auto sink = m_writer.AddPart(name, contentType, compression);
+    std::array<char, 64 * 1024> chunk;
+    while (const std::size_t got = bytes->Read(chunk.data(), chunk.size()))
+        sink->Write(chunk.data(), got);
+    sink->Close();
+}
+
+void PackageSerializer::WriteText(const std::string& name, const char* contentType, const std::string& text) {
+    const auto sink = m_writer.AddPart(name, contentType, packing);
+    sink->Write(text.data(), text.size());
+    sink->Close();
+}
+
+void PackageSerializer::WriteResource(IXpsOMResource* resource) {
+    const auto own = ModelResource(resource);
+    const ResourceCore& core = own->Core();
+    if (IsAsStored(core)) return;
+    const auto [known, isNew] = m_resources.try_emplace(core.name, &core);
+    if (known->second != &core)
+        throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name, "two resources have that name");
+    if (!isNew) return;
+    if (m_source != nullptr)
+        if (const PackagePart* part = m_source->Reader().Find(core.name); part != nullptr) {
+            // One that was changed is written in its place.
+            if (m_source->KnownResource(*part) == resource) {
+                m_resources.erase(core.name);
+                return;
+            }
+            if (!m_dropped.contains(part))
+                throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name,
+                                   "the package has another part of that name");
+        }
+    WriteResourceBytes(*own);
+}
+
+void PackageSerializer::WriteResourceBytes(IModelResource& resource) {
+    const ResourceCore& core = resource.Core();
+    const char* const contentType = resource.ContentType();
+    if (const CComQIPtr<IXpsOMRemoteDictionaryResource> dictionary(&resource); dictionary)
+        return WriteDictionary(dictionary, core);
+    SharedContent content = core.content;
+    if (IsObfuscatedFontType(contentType)) {
+        const auto key = ObfuscationKeyOf(core.name);
+        if (!key)
+            throw PackageError(XPS_E_INVALID_OBFUSCATED_FONT_URI, core.name,
+                               "a font that is obfuscated needs a GUID as its name");
+        content = MaskedContent(content, *key);
+    }
+    WriteBytes(core.name, contentType, PackingOf(contentType), *content);
+}
+
+void PackageSerializer::WriteDictionary(IXpsOMRemoteDictionaryResource* dictionary,
+                                        const ResourceCore& core) {
+    CComPtr<IXpsOMDictionary> content;
+    Require(dictionary->GetDictionary(&content), core.name, "the resource dictionary cannot be read");
+    CComPtr<IOpcPartUri> uri;
+    Require(dictionary->GetPartName(&uri), core.name, "it has no name");
+    std::vector<UsedPart> used;
+    Require(ListUsedParts(content, used), core.name, "what the dictionary uses cannot be listed");
+    const auto sink = m_writer.AddPart(core.name, dictionaryContentType, packing);
+    CComPtr<SinkStream> stream;
+    stream.Attach(new SinkStream(*sink));
+    stream->Check(OvPlatform::WriteDictionary(content, uri, stream, TypeOf(m_flavour)), core.name);
+    sink->Close();
+    UseParts(core.name, used, nullptr);
+}
+
+// A restricted font is known by a relationship of the document whose page uses it.
+void PackageSerializer::UseParts(const std::string& user, const std::vector<UsedPart>& parts,
+                                 const DocumentObject* document) {
+    for (const UsedPart& part : parts) {
+        if (!part.resource) continue;
+        WriteResource(part.resource);
+        Relate(user, Relation::RequiredResource, part.name);
+        const CComQIPtr<IXpsOMFontResource> font(part.resource);
+        if (font && document != nullptr &&
+            ModelResource(font)->Core().embedding >= XPS_FONT_EMBEDDING_RESTRICTED)
+            Relate(document->Name(), Relation::RestrictedFont, part.name);
+    }
+}
+
+void PackageSerializer::Relate(const std::string& source, Relation relation, const std::string& target) {
+    m_writer.AddRelationship(source, RelationType(relation, m_flavour), target);
+}
+
+template <class Interface>
+void PackageSerializer::RelateChanged(const std::string& source, const RelatedPart<Interface>& part) {
+    if (!part.IsChanged() || part.Changed() == nullptr) return;
+    WriteResource(part.Changed());
+    Relate(source, part.Kind(), PartNameOf(part.Changed()));
+}
+
+void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::string& name,
+                                          const std::unordered_set<Relation>& without) {
+    if (!IsStoredHere(place)) return;
+    const PackageReader& reader = m_source->Reader();
+    for (const auto& relationship : reader.Relationships(place.name)) {
+        const Relation relation = RelationOf(relationship.type);
+        if (without.contains(relation)) continue;
+        if (relationship.external) {
+            m_writer.AddRelationship(name, relationship.type, relationship.target, true, relationship.id);
+            continue;
+        }
+        const bool isRequired = relation == Relation::RequiredResource || relation == Relation::PrintTicket ||
+                                relation == Relation::Thumbnail || relation == Relation::RestrictedFont;
+        const PackagePart* part = isRequired ? &RequireTarget(reader, place.name, relationship)
+                                             : reader.Find(relationship.targetPart);
+        if (part == nullptr || m_dropped.contains(part)) continue;
+        const auto renamed = m_renamed.find(part->name);
+        m_writer.AddRelationship(name, relationship.type,
+                                 renamed == m_renamed.end() ? part->name : renamed->second, false,
+                                 relationship.id);
+    }
+}
+
+void PackageSerializer::RelatePackage() {
+    std::unordered_set<Relation> changed{Relation::FixedRepresentation};
+    if (m_package.Thumbnail().IsChanged()) changed.insert(Relation::Thumbnail);
+    if (m_package.IsDiscardControlChanged()) changed.insert(Relation::DiscardControl);
+    const std::string root(packageRoot);
+    // Under its id, where it has one.
+    const DocumentSequenceObject& sequence = *m_package.Sequence();
+    std::string id;
+    if (m_source != nullptr)
+        for (const auto& relationship : m_source->Reader().Relationships(root))
+            if (RelationOf(relationship.type) == Relation::FixedRepresentation) id = relationship.id;
+    m_writer.AddRelationship(root, RelationType(Relation::FixedRepresentation, m_flavour), sequence.Name(),
+                             false, id);
+    CopyRelationships({m_package.Source(), root}, root, changed);
+    RelateChanged(root, m_package.Thumbnail());
+    if (m_package.IsDiscardControlChanged() && !m_package.DiscardControl().empty())
+        Relate(root, Relation::DiscardControl, m_package.DiscardControl());
+}
+
+void PackageSerializer::RelateSequence(const PlannedPart& planned) {
+    const DocumentSequenceObject& sequence = *planned.sequence;
+    std::unordered_set<Relation> changed;
+    if (sequence.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
+    CopyRelationships(sequence.Place(), planned.name, changed);
+    RelateChanged(planned.name, sequence.Ticket());
+}
+
+void PackageSerializer::RelateDocument(const PlannedPart& planned) {
+    const DocumentObject& document = *planned.document;
+    std::unordered_set<Relation> changed;
+    if (document.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
+    if (document.Structure().IsChanged()) changed.insert(Relation::DocumentStructure);
+    const SignatureBlockCollection* blocks = document.SignatureBlocks();
+    const bool hasOtherBlocks = blocks != nullptr && blocks->IsChanged();
+    if (hasOtherBlocks) changed.insert(Relation::SignatureDefinitions);
+    CopyRelationships(document.Place(), planned.name, changed);
+    RelateChanged(planned.name, document.Ticket());
+    RelateChanged(planned.name, document.Structure());
+    if (!hasOtherBlocks) return;
+    for (const auto& block : blocks->Items()) {
+        WriteResource(block);
+        Relate(planned.name, Relation::SignatureDefinitions, PartNameOf(block));
+    }
+}
+
+void PackageSerializer::RelatePage(const PlannedPart& planned) {
+    const PageReferenceObject& page = *planned.page;
+    std::unordered_set<Relation> changed;
+    if (page.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
+    if (page.Fragments().IsChanged()) changed.insert(Relation::StoryFragments);
+    if (page.Thumbnail().IsChanged()) changed.insert(Relation::Thumbnail);
+    if (page.IsReplaced()) changed.insert(Relation::RequiredResource);
+    CopyRelationships(page.Place(), planned.name, changed);
+    RelateChanged(planned.name, page.Ticket());
+    RelateChanged(planned.name, page.Fragments());
+    RelateChanged(planned.name, page.Thumbnail());
+}
+
+} // namespace OvPlatform

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "ObjectModel/PackageObject.h"
+#include "Package/PackageWriter.h"
+
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace OvPlatform {
+
+/// Writes a model: what was read and not changed as it lies in its package, in that package's order, what was
+/// changed in its place, and what is new behind. Parts that only what has been removed leads to go with it;
+/// all others stay, known or not. Throws PackageError. Once.
+class PackageSerializer {
+public:
+    PackageSerializer(PackageWriter& writer, const PackageObject& package, XpsFlavour flavour);
+
+    /// All parts and relationships.
+    void Write();
+
+private:
+    using Relationships = std::vector<PackageRelationship>;
+    struct PlannedPart {
+        std::string name;
+        const DocumentSequenceObject* sequence = nullptr; // one of these
+        const DocumentObject* document = nullptr;
+        const PageReferenceObject* page = nullptr;
+        const DocumentObject* owner = nullptr; // of the page
+    };
+
+    void Plan();
+    void PlanDocument(const DocumentObject& document);
+    void PlanPart(PlannedPart planned, const PackagePart* stored);
+    void DropRemoved();
+    std::unordered_set<const PackagePart*> Reach(std::vector<const PackagePart*> from,
+                                                 const std::unordered_set<const PackagePart*>& walls) const;
+
+    void WriteStored(const PackagePart& part);
+    void WritePlanned(const PlannedPart& planned);
+    void WriteSequence(const PlannedPart& planned);
+    void WriteDocument(const PlannedPart& planned);
+    void WritePage(const PlannedPart& planned);
+    void CopyBytes(const PackagePart& part);
+    void WriteBytes(const std::string& name, const char* contentType, PackageCompression compression,
+                    const PartContent& content);
+    void WriteText(const std::string& name, const char* contentType, const std::string& text);
+    void WriteResource(IXpsOMResource* resource);
+    void WriteResourceBytes(IModelResource& resource);
+    void WriteDictionary(IXpsOMRemoteDictionaryResource* dictionary, const ResourceCore& core);
+    void UseParts(const std::string& user, const std::vector<struct UsedPart>& parts,
+                  const DocumentObject* document);
+
+    void RelatePackage();
+    void RelateSequence(const PlannedPart& planned);
+    void RelateDocument(const PlannedPart& planned);
+    void RelatePage(const PlannedPart& planned);
+    /// What the part has in its package, but for these kinds, which the model says anew.
+    void CopyRelationships(const SourcePlace& place, const std::string& name,
+                           const std::unordered_set<Relation>& without = {});
+    template <class Interface>
+    void RelateChanged(const std::string& source, const RelatedPart<Interface>& part);
+    void Relate(const std::string& source, Relation relation, const std::string& target);
+
+    bool IsStoredHere(const SourcePlace& place) const {
+        return m_source != nullptr && place.package.get() == m_source;
+    }
+    bool IsAsStored(const ResourceCore& core) const;
+
+    PackageWriter& m_writer;
+    const PackageObject& m_package;
+    SourcePackage* m_source; // null for a new package
+    XpsFlavour m_flavour;
+    std::vector<PlannedPart> m_planned;
+    std::unordered_map<const PackagePart*, std::size_t> m_plannedAt; // those that stand in another's place
+    std::unordered_set<const PackagePart*> m_dropped;
+    std::unordered_set<const PackagePart*> m_kept; // sequence, documents and pages
+    std::unordered_map<std::string, std::string, PartNameHash, PartNameEqual> m_renamed;
+    std::unordered_map<std::string, const ResourceCore*, PartNameHash, PartNameEqual> m_resources;
+    std::unordered_set<std::string, PartNameHash, PartNameEqual> m_names; // of the planned parts
+};
+
+} // namespace OvPlatform

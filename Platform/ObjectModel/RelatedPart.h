@@ -1,0 +1,70 @@
+#pragma once
+
+#include "ObjectModel/SourcePackage.h"
+
+#include <memory>
+#include <string>
+
+namespace OvPlatform {
+
+/// Where a part of a model stands in the package that it was read from; nowhere for a new one.
+struct SourcePlace {
+    std::shared_ptr<SourcePackage> package;
+    std::string name; // "/" for the package itself
+
+    explicit operator bool() const { return package != nullptr; }
+};
+
+/// A part that hangs on another by a relationship of its own kind: looked for in the package when it is first
+/// asked for, and replaced at will.
+template <class Interface>
+class RelatedPart {
+public:
+    RelatedPart(Relation relation, HRESULT ifTwice) : m_relation(relation), m_ifTwice(ifTwice) {}
+
+    /// Null where there is none. Throws PackageError.
+    const CComPtr<Interface>& Get(const SourcePlace& place) {
+        if (!m_isKnown && place)
+            if (const PackagePart* part = place.package->Related(place.name, m_relation, m_ifTwice))
+                m_part = place.package->template Resource<Interface>(*part);
+        m_isKnown = true;
+        return m_part;
+    }
+    void Set(Interface* part) {
+        m_part = part;
+        m_isKnown = true;
+        m_isChanged = true;
+    }
+
+    /// The body of a getter, and of a setter, which takes null to mean none.
+    HRESULT Give(const SourcePlace& place, Interface** part) {
+        return ModelCall(part, [&] {
+            *part = CComPtr<Interface>(Get(place)).Detach();
+            return S_OK;
+        });
+    }
+    HRESULT Take(Interface* part) {
+        return ModelCall([&] {
+            if (part != nullptr) static_cast<void>(ModelResource(part));
+            Set(part);
+            return S_OK;
+        });
+    }
+
+    Relation Kind() const { return m_relation; }
+    bool IsChanged() const { return m_isChanged; }
+    /// Once changed.
+    Interface* Changed() const { return m_part; }
+
+private:
+    Relation m_relation;
+    HRESULT m_ifTwice;
+    bool m_isKnown = false;
+    bool m_isChanged = false;
+    CComPtr<Interface> m_part;
+};
+
+using RelatedTicket = RelatedPart<IXpsOMPrintTicketResource>;
+using RelatedThumbnail = RelatedPart<IXpsOMImageResource>;
+
+} // namespace OvPlatform
