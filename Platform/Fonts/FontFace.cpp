@@ -89,10 +89,13 @@ hb_script_t ScriptAt(std::u16string_view text, std::size_t& position) {
 }
 
 /// The end of the run of one script that begins at the position; what belongs to every script goes with what
-/// stands before it.
+/// stands before it. A long run is cut, since marks that pile up on one letter take the square of their
+/// number.
 std::size_t RunEnd(std::u16string_view text, std::size_t position, hb_script_t& script) {
+    constexpr std::size_t longestRun = 1000;
+    const std::size_t limit = std::min(text.size(), position + longestRun);
     script = ScriptAt(text, position);
-    while (position < text.size()) {
+    while (position < limit) {
         std::size_t next = position;
         const hb_script_t other = ScriptAt(text, next);
         if (script == HB_SCRIPT_COMMON)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "Fonts/FontFile.h"
 
 #include <hb.h>
@@ -25,7 +26,7 @@ using HbFont = std::unique_ptr<hb_font_t, Destroyer<hb_font_destroy>>;
 using HbSet = std::unique_ptr<hb_set_t, Destroyer<hb_set_destroy>>;
 
 /// One font of a file, opened. Its bytes stay in the file, mapped. Threads may share it.
-class FontFace {
+class OV_PLATFORM_API FontFace {
 public:
     /// What the font says of itself, lengths in its own units.
     struct Design {

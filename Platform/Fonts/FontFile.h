@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <memory>
@@ -8,7 +10,7 @@
 namespace OvPlatform {
 
 /// The bytes of a font's file, mapped into memory for the life of the object.
-class FontFile {
+class OV_PLATFORM_API FontFile {
 public:
     /// Null if the file cannot be read or has no bytes. Throws std::bad_alloc.
     static std::shared_ptr<const FontFile> Open(const std::filesystem::path& path);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -17,7 +19,7 @@ constexpr std::uint32_t FontTag(const char (&letters)[5]) {
 }
 
 /// Where the tables of one font stand in a file, which may be a collection of several.
-class FontTables {
+class OV_PLATFORM_API FontTables {
 public:
     struct Table {
         std::uint32_t tag;
