@@ -34,12 +34,7 @@ std::size_t EndOfFirstField(std::wstring_view picture, Fields fields) {
     return end;
 }
 
-/// Nothing of the platform tells the separator of every locale, so its picture is taken apart.
-CXString SeparatorOf(LCTYPE pictureType, Fields fields, const wchar_t* otherwise) {
-    wchar_t buffer[pictureUnits];
-    const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, pictureType, buffer, pictureUnits);
-    if (length <= 0) return otherwise;
-    const std::wstring_view picture(buffer, static_cast<std::size_t>(length) - 1);
+CXString SeparatorIn(std::wstring_view picture, Fields fields, const wchar_t* otherwise) {
     const std::size_t start = EndOfFirstField(picture, fields);
     if (start == 0) return otherwise;
     std::size_t end = std::wstring_view::npos;
@@ -47,6 +42,12 @@ CXString SeparatorOf(LCTYPE pictureType, Fields fields, const wchar_t* otherwise
         end = std::min(end, picture.find(field, start));
     if (end == std::wstring_view::npos || end == start || end - start > maxSeparatorUnits) return otherwise;
     return CXString(std::wstring(picture.substr(start, end - start)));
+}
+
+std::wstring PictureOfLocale(LCTYPE type) {
+    wchar_t picture[pictureUnits] = {};
+    const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, type, picture, pictureUnits);
+    return length > 0 ? picture : std::wstring();
 }
 
 } // namespace
@@ -74,5 +75,9 @@ void This::SetOnFirstUse(const std::function<Separators()>& read) {
     if (m_separators.date.IsEmpty()) m_separators = std::move(separators);
 }
 
-CXString This::DateSeparatorOfLocale() { return SeparatorOf(LOCALE_SSHORTDATE, dateFields, L"//"); }
-CXString This::TimeSeparatorOfLocale() { return SeparatorOf(LOCALE_STIMEFORMAT, timeFields, L":"); }
+// Nothing of the platform tells the separator of every locale, so its picture is taken apart.
+
+CXString This::DateSeparatorOfLocale() { return DateSeparatorIn(PictureOfLocale(LOCALE_SSHORTDATE)); }
+CXString This::TimeSeparatorOfLocale() { return TimeSeparatorIn(PictureOfLocale(LOCALE_STIMEFORMAT)); }
+CXString This::DateSeparatorIn(std::wstring_view picture) { return SeparatorIn(picture, dateFields, L"//"); }
+CXString This::TimeSeparatorIn(std::wstring_view picture) { return SeparatorIn(picture, timeFields, L":"); }

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <mutex>
+#include <string_view>
 
 /// What dates and times are written with between two fields. Those of the process are empty until the first
 /// job sets them, for all later jobs. Any thread.
@@ -26,9 +27,12 @@ public:
     /// Keeps what `read` gives, unless there are separators. Of concurrent callers one wins.
     void SetOnFirstUse(const std::function<Separators()>& read);
 
-    // What a picture of the user's locale has between its first two fields; the default if it does not tell.
+    // What the user's locale has between the first two fields of a short date and of a time.
     [[nodiscard]] static CXString DateSeparatorOfLocale();
     [[nodiscard]] static CXString TimeSeparatorOfLocale();
+    // Of a picture; "//" and ":" if it does not tell, or has more than three units there.
+    [[nodiscard]] static CXString DateSeparatorIn(std::wstring_view picture);
+    [[nodiscard]] static CXString TimeSeparatorIn(std::wstring_view picture);
 
 private:
     mutable std::mutex m_mutex;
