@@ -80,12 +80,11 @@ private:
     HGDIOBJ m_before;
 };
 
-LOGFONTW AskedFont(HDC context, const CXString& face, int charset, int pointSize) {
+LOGFONTW AskedFont(const CXString& face, int charset, int pointSize, int dotsPerInch) {
     constexpr std::int64_t largest = std::numeric_limits<LONG>::max();
+    const std::int64_t height = std::int64_t{pointSize} * dotsPerInch / 72;
     LOGFONTW asked = {};
-    const std::int64_t height =
-        static_cast<std::int64_t>(pointSize) * GetDeviceCaps(context, LOGPIXELSY) / 72;
-    asked.lfHeight = static_cast<LONG>(-std::clamp<std::int64_t>(height, -largest, largest));
+    asked.lfHeight = static_cast<LONG>(-std::clamp(height, -largest, largest));
     asked.lfWeight = FW_NORMAL;
     asked.lfCharSet = static_cast<BYTE>(charset);
     asked.lfOutPrecision = OUT_TT_ONLY_PRECIS;
@@ -219,7 +218,8 @@ CXString GdiDeviceContext::FindBestFontForDisplayingString(CXString& text, CXStr
 bool GdiDeviceContext::CanFontDisplayString(const CXString& text, const CXString& face) {
     const HDC context = GetDeviceContext();
     if (context == nullptr) return false;
-    const SelectedFont font(context, AskedFont(context, face, DEFAULT_CHARSET, 9));
+    const int dots = GetDeviceCaps(context, LOGPIXELSY);
+    const SelectedFont font(context, AskedFont(face, DEFAULT_CHARSET, 9, dots));
     if (!font.IsSelected()) return false;
     // Piece by piece, since most faces lack the first character that they lack early.
     std::array<WORD, 256> glyphs = {};
@@ -296,7 +296,9 @@ HRESULT GdiDeviceContext::CreateAndSetFont(const CXString& face, int charset, in
     const HDC context = GetDeviceContext();
     if (context == nullptr) return LastFailure();
     UnSetAndDeleteFont();
-    const LOGFONTW asked = AskedFont(context, face, charset, pointSize);
+    const int dots = GetDeviceCaps(context, LOGPIXELSY);
+    if (dots <= 0) return LastFailure();
+    const LOGFONTW asked = AskedFont(face, charset, pointSize, dots);
     const HFONT font = CreateFontIndirectW(&asked);
     if (font == nullptr) return LastFailure();
     const HGDIOBJ before = SelectObject(context, font);
