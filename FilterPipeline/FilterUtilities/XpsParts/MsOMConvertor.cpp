@@ -3,9 +3,12 @@
 #include "ComSupport/MsSafeHGlobal.h"
 #include "ComSupport/ThrowHresult.h"
 
+#include <LowLevelFacilities/WideStrings/CXString.h>
+
 #include <algorithm>
 #include <cstddef>
 #include <limits>
+#include <vector>
 
 namespace {
 
@@ -53,6 +56,90 @@ CComPtr<IStream> CopyInMemory(const CComPtr<IPrintReadStream>& reader, ULONGLONG
     return stream;
 }
 
+template <class Part>
+void RequireArguments(const Part& part, const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                      const CComPtr<IOpcFactory>& opcFactory) {
+    if (!part || !objectFactory || !opcFactory) ThrowComException(E_INVALIDARG);
+}
+
+struct ImageTypeRow {
+    const wchar_t* contentType;
+    XPS_IMAGE_TYPE type;
+};
+constexpr ImageTypeRow imageTypes[] = {
+    {L"image/jpeg", XPS_IMAGE_TYPE_JPEG},
+    {L"image/png", XPS_IMAGE_TYPE_PNG},
+    {L"image/tiff", XPS_IMAGE_TYPE_TIFF},
+    {L"image/vnd.ms-photo", XPS_IMAGE_TYPE_WDP},
+};
+
+XPS_IMAGE_TYPE ImageTypeOf(IPartImage& part) {
+    CComBSTR contentType;
+    ThrowIfFailed(part.GetImageProperties(&contentType));
+    const CXString wanted(contentType.m_str);
+    for (const ImageTypeRow& row : imageTypes)
+        if (wanted.CompareNoCase(row.contentType) == 0) return row.type;
+    ThrowComException(E_INVALIDARG);
+}
+
+XPS_FONT_EMBEDDING EmbeddingOf(IPartFont& part) {
+    EXpsFontRestriction restriction{};
+    if (const CComQIPtr<IPartFont2> restricted(&part); restricted)
+        ThrowIfFailed(restricted->GetFontRestriction(&restriction));
+    CComBSTR contentType; // says nothing that the options do not
+    EXpsFontOptions options{};
+    ThrowIfFailed(part.GetFontProperties(&contentType, &options));
+    if (options == Font_Normal) return XPS_FONT_EMBEDDING_NORMAL;
+    const bool mayNotBeTaken =
+        (restriction & (Xps_Restricted_Font_NoEmbedding | Xps_Restricted_Font_PreviewPrint)) != 0;
+    return options == Font_Obfusticate && mayNotBeTaken ? XPS_FONT_EMBEDDING_RESTRICTED
+                                                        : XPS_FONT_EMBEDDING_OBFUSCATED;
+}
+
+// The collections of a page's resources, filled part by part.
+class ResourceCollector {
+public:
+    ResourceCollector(const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                      const CComPtr<IOpcFactory>& opcFactory)
+        : m_objectFactory(objectFactory), m_opcFactory(opcFactory) {
+        ThrowIfFailed(objectFactory->CreatePartResources(&m_resources));
+        ThrowIfFailed(m_resources->GetFontResources(&m_fonts));
+        ThrowIfFailed(m_resources->GetImageResources(&m_images));
+        ThrowIfFailed(m_resources->GetColorProfileResources(&m_profiles));
+        ThrowIfFailed(m_resources->GetRemoteDictionaryResources(&m_dictionaries));
+    }
+
+    void Take(IUnknown* part) {
+        if (const CComQIPtr<IPartFont> font(part); font)
+            ThrowIfFailed(m_fonts->Append(CreateFontFromIPartFont(font, m_objectFactory, m_opcFactory)));
+        else if (const CComQIPtr<IPartImage> image(part); image)
+            ThrowIfFailed(m_images->Append(CreateImageFromIPartImage(image, m_objectFactory, m_opcFactory)));
+        else if (const CComQIPtr<IPartColorProfile> profile(part); profile)
+            ThrowIfFailed(m_profiles->Append(
+                CreateProfileFromIPartColorProfile(profile, m_objectFactory, m_opcFactory)));
+        else if (const CComQIPtr<IPartResourceDictionary> dictionary(part); dictionary)
+            m_waiting.push_back(dictionary);
+    }
+
+    // Dictionaries refer to the other parts, so they come when those are there.
+    CComPtr<IXpsOMPartResources> Finish() {
+        for (const auto& dictionary : m_waiting)
+            ThrowIfFailed(m_dictionaries->Append(CreateDictionaryFromIPartResourceDictionary(
+                dictionary, m_objectFactory, m_opcFactory, m_resources)));
+        return m_resources;
+    }
+
+private:
+    CComPtr<IXpsOMObjectFactory> m_objectFactory;
+    CComPtr<IOpcFactory> m_opcFactory;
+    CComPtr<IXpsOMPartResources> m_resources;
+    CComPtr<IXpsOMFontResourceCollection> m_fonts;
+    CComPtr<IXpsOMImageResourceCollection> m_images;
+    CComPtr<IXpsOMColorProfileResourceCollection> m_profiles;
+    CComPtr<IXpsOMRemoteDictionaryResourceCollection> m_dictionaries;
+    std::vector<CComPtr<IPartResourceDictionary>> m_waiting;
+};
+
 } // namespace
 
 CComPtr<IStream> GetIStreamFromPart(const CComPtr<IPartBase>& part) {
@@ -84,4 +171,89 @@ CComPtr<IOpcPartUri> CreateOpcPartUriFromPart(const CComPtr<IPartBase>& part,
     CComPtr<IOpcPartUri> uri;
     ThrowIfFailed(factory->CreatePartUri(name, &uri));
     return uri;
+}
+
+CComPtr<IXpsOMPage> CreateXpsOMPageFromIFixedPage(const CComPtr<IFixedPage>& page,
+                                                  const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                                                  const CComPtr<IOpcFactory>& opcFactory) {
+    const OperationScope operation("CreateXpsOMPageFromIFixedPage");
+    RequireArguments(page, objectFactory, opcFactory);
+    const CComPtr<IPartBase> part(page.p);
+    const CComPtr<IStream> markup = GetIStreamFromPart(part);
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(part, opcFactory);
+    const CComPtr<IXpsOMPartResources> resources = CollectPageResources(page, objectFactory, opcFactory);
+    CComPtr<IXpsOMPage> made;
+    ThrowIfFailed(objectFactory->CreatePageFromStream(markup, uri, resources, FALSE, &made));
+    return made;
+}
+
+CComPtr<IXpsOMPartResources> CollectPageResources(const CComPtr<IFixedPage>& page,
+                                                  const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                                                  const CComPtr<IOpcFactory>& opcFactory) {
+    const OperationScope operation("CollectPageResources");
+    RequireArguments(page, objectFactory, opcFactory);
+    ResourceCollector collector(objectFactory, opcFactory);
+    CComPtr<IXpsPartIterator> parts;
+    ThrowIfFailed(page->GetXpsPartIterator(&parts));
+    for (; !parts->IsDone(); parts->Next()) {
+        CComBSTR uri;
+        CComPtr<IUnknown> part;
+        ThrowIfFailed(parts->Current(&uri, &part));
+        collector.Take(part);
+    }
+    return collector.Finish();
+}
+
+CComPtr<IXpsOMImageResource> CreateImageFromIPartImage(const CComPtr<IPartImage>& part,
+                                                       const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                                                       const CComPtr<IOpcFactory>& opcFactory) {
+    const OperationScope operation("CreateImageFromIPartImage");
+    RequireArguments(part, objectFactory, opcFactory);
+    const CComPtr<IPartBase> base(part.p);
+    const CComPtr<IStream> stream = GetIStreamFromPart(base);
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    CComPtr<IXpsOMImageResource> image;
+    ThrowIfFailed(objectFactory->CreateImageResource(stream, ImageTypeOf(*part), uri, &image));
+    return image;
+}
+
+CComPtr<IXpsOMColorProfileResource>
+CreateProfileFromIPartColorProfile(const CComPtr<IPartColorProfile>& part,
+                                   const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                                   const CComPtr<IOpcFactory>& opcFactory) {
+    const OperationScope operation("CreateProfileFromIPartColorProfile");
+    RequireArguments(part, objectFactory, opcFactory);
+    const CComPtr<IPartBase> base(part.p);
+    const CComPtr<IStream> stream = GetIStreamFromPart(base);
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    CComPtr<IXpsOMColorProfileResource> profile;
+    ThrowIfFailed(objectFactory->CreateColorProfileResource(stream, uri, &profile));
+    return profile;
+}
+
+CComPtr<IXpsOMRemoteDictionaryResource> CreateDictionaryFromIPartResourceDictionary(
+    const CComPtr<IPartResourceDictionary>& part, const CComPtr<IXpsOMObjectFactory>& objectFactory,
+    const CComPtr<IOpcFactory>& opcFactory, const CComPtr<IXpsOMPartResources>& resources) {
+    const OperationScope operation("CreateDictionaryFromIPartResourceDictionary");
+    RequireArguments(part, objectFactory, opcFactory);
+    const CComPtr<IPartBase> base(part.p);
+    const CComPtr<IStream> stream = GetIStreamFromPart(base);
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    CComPtr<IXpsOMRemoteDictionaryResource> dictionary;
+    ThrowIfFailed(
+        objectFactory->CreateRemoteDictionaryResourceFromStream(stream, uri, resources, &dictionary));
+    return dictionary;
+}
+
+CComPtr<IXpsOMFontResource> CreateFontFromIPartFont(const CComPtr<IPartFont>& part,
+                                                    const CComPtr<IXpsOMObjectFactory>& objectFactory,
+                                                    const CComPtr<IOpcFactory>& opcFactory) {
+    const OperationScope operation("CreateFontFromIPartFont");
+    RequireArguments(part, objectFactory, opcFactory);
+    const CComPtr<IPartBase> base(part.p);
+    const CComPtr<IStream> stream = GetIStreamFromPart(base);
+    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    CComPtr<IXpsOMFontResource> font;
+    ThrowIfFailed(objectFactory->CreateFontResource(stream, EmbeddingOf(*part), uri, FALSE, &font));
+    return font;
 }
