@@ -88,6 +88,10 @@ void PackageSerializer::Plan() {
     planned.name = sequence->Name();
     planned.sequence = sequence;
     PlanPart(std::move(planned), IsStoredHere(sequence->Place()) ? sequence->StoredPart() : nullptr);
+    Cut(sequence->Place(), sequence->Ticket());
+    const SourcePlace root{m_package.Source(), std::string(packageRoot)};
+    Cut(root, m_package.Thumbnail());
+    if (m_package.IsDiscardControlChanged()) Cut(root, Relation::DiscardControl);
     for (const auto& document : sequence->Documents().Items())
         PlanDocument(static_cast<const DocumentObject&>(*document));
 }
@@ -97,8 +101,16 @@ void PackageSerializer::PlanDocument(const DocumentObject& document) {
     planned.name = document.Name();
     planned.document = &document;
     PlanPart(std::move(planned), IsStoredHere(document.Place()) ? document.StoredPart() : nullptr);
+    Cut(document.Place(), document.Ticket());
+    Cut(document.Place(), document.Structure());
+    if (document.SignatureBlocks() != nullptr && document.SignatureBlocks()->IsChanged())
+        Cut(document.Place(), Relation::SignatureDefinitions);
     for (const auto& item : document.Pages().Items()) {
         const auto& page = static_cast<const PageReferenceObject&>(*item);
+        Cut(page.Place(), page.Ticket());
+        Cut(page.Place(), page.Fragments());
+        Cut(page.Place(), page.Thumbnail());
+        if (page.IsReplaced()) Cut(page.Place(), Relation::RequiredResource);
         PlannedPart part;
         part.name = page.Name();
         part.page = &page;
@@ -121,9 +133,19 @@ void PackageSerializer::PlanPart(PlannedPart planned, const PackagePart* stored)
     m_planned.push_back(std::move(planned));
 }
 
+void PackageSerializer::Cut(const SourcePlace& place, Relation relation) {
+    if (IsStoredHere(place)) m_cut.emplace(m_source->Reader().Find(place.name), relation);
+}
+
+template <class Interface>
+void PackageSerializer::Cut(const SourcePlace& place, const RelatedPart<Interface>& part) {
+    if (part.IsChanged()) Cut(place, part.Kind());
+}
+
+// What the parts lead to in the package, without going through walls. A null part stands for the package.
 std::unordered_set<const PackagePart*>
 PackageSerializer::Reach(std::vector<const PackagePart*> from,
-                         const std::unordered_set<const PackagePart*>& walls) const {
+                         const std::unordered_set<const PackagePart*>& walls, bool isCut) const {
     std::unordered_set<const PackagePart*> reached(from.begin(), from.end());
     while (!from.empty()) {
         const PackagePart* source = from.back();
@@ -131,6 +153,7 @@ PackageSerializer::Reach(std::vector<const PackagePart*> from,
         for (const auto& relationship :
              m_source->Reader().Relationships(source == nullptr ? packageRoot : source->name)) {
             if (relationship.external) continue;
+            if (isCut && m_cut.contains({source, RelationOf(relationship.type)})) continue;
             const PackagePart* part = m_source->Reader().Find(relationship.targetPart);
             if (part != nullptr && !walls.contains(part) && reached.insert(part).second) from.push_back(part);
         }
@@ -138,20 +161,26 @@ PackageSerializer::Reach(std::vector<const PackagePart*> from,
     return reached;
 }
 
-// What only removed pages and documents lead to goes with them. A null part stands for the package.
+// What only removed pages and documents, or replaced parts, lead to goes with them.
 void PackageSerializer::DropRemoved() {
+    const PackageReader& reader = m_source->Reader();
     std::unordered_set<const PackagePart*> removed;
-    for (const PackagePart& part : m_source->Reader().Parts()) {
+    for (const PackagePart& part : reader.Parts()) {
         const PartKind kind = KindOf(part.contentType, {});
         const bool isStructure =
             kind == PartKind::Document || kind == PartKind::Page || &part == &m_source->Sequence();
         if (isStructure && !m_kept.contains(&part)) removed.insert(&part);
     }
-    if (removed.empty()) return;
+    std::vector<const PackagePart*> gone(removed.begin(), removed.end());
+    for (const auto& [source, relation] : m_cut)
+        for (const PackagePart* part :
+             m_source->AllRelated(source == nullptr ? std::string(packageRoot) : source->name, relation))
+            gone.push_back(part);
+    if (gone.empty()) return;
     std::vector<const PackagePart*> keepers(m_kept.begin(), m_kept.end());
     keepers.push_back(nullptr);
-    const auto kept = Reach(std::move(keepers), removed);
-    m_dropped = Reach({removed.begin(), removed.end()}, {});
+    const auto kept = Reach(std::move(keepers), removed, true);
+    m_dropped = Reach(std::move(gone), {}, false);
     std::erase_if(m_dropped, [&](const PackagePart* part) { return kept.contains(part); });
 }
 
@@ -345,13 +374,13 @@ void PackageSerializer::RelateChanged(const std::string& source, const RelatedPa
     Relate(source, part.Kind(), PartNameOf(part.Changed()));
 }
 
-void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::string& name,
-                                          const std::unordered_set<Relation>& without) {
+void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::string& name) {
     if (!IsStoredHere(place)) return;
     const PackageReader& reader = m_source->Reader();
+    const PackagePart* const source = reader.Find(place.name); // null for the package
     for (const auto& relationship : reader.Relationships(place.name)) {
         const Relation relation = RelationOf(relationship.type);
-        if (without.contains(relation)) continue;
+        if (m_cut.contains({source, relation}) || relation == Relation::FixedRepresentation) continue;
         if (relationship.external) {
             m_writer.AddRelationship(name, relationship.type, relationship.target, true, relationship.id);
             continue;
@@ -369,9 +398,6 @@ void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::s
 }
 
 void PackageSerializer::RelatePackage() {
-    std::unordered_set<Relation> changed{Relation::FixedRepresentation};
-    if (m_package.Thumbnail().IsChanged()) changed.insert(Relation::Thumbnail);
-    if (m_package.IsDiscardControlChanged()) changed.insert(Relation::DiscardControl);
     const std::string root(packageRoot);
     // Under its id, where it has one.
     const DocumentSequenceObject& sequence = *m_package.Sequence();
@@ -381,7 +407,7 @@ void PackageSerializer::RelatePackage() {
             if (RelationOf(relationship.type) == Relation::FixedRepresentation) id = relationship.id;
     m_writer.AddRelationship(root, RelationType(Relation::FixedRepresentation, m_flavour), sequence.Name(),
                              false, id);
-    CopyRelationships({m_package.Source(), root}, root, changed);
+    CopyRelationships({m_package.Source(), root}, root);
     RelateChanged(root, m_package.Thumbnail());
     if (m_package.IsDiscardControlChanged() && !m_package.DiscardControl().empty())
         Relate(root, Relation::DiscardControl, m_package.DiscardControl());
@@ -389,24 +415,17 @@ void PackageSerializer::RelatePackage() {
 
 void PackageSerializer::RelateSequence(const PlannedPart& planned) {
     const DocumentSequenceObject& sequence = *planned.sequence;
-    std::unordered_set<Relation> changed;
-    if (sequence.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
-    CopyRelationships(sequence.Place(), planned.name, changed);
+    CopyRelationships(sequence.Place(), planned.name);
     RelateChanged(planned.name, sequence.Ticket());
 }
 
 void PackageSerializer::RelateDocument(const PlannedPart& planned) {
     const DocumentObject& document = *planned.document;
-    std::unordered_set<Relation> changed;
-    if (document.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
-    if (document.Structure().IsChanged()) changed.insert(Relation::DocumentStructure);
-    const SignatureBlockCollection* blocks = document.SignatureBlocks();
-    const bool hasOtherBlocks = blocks != nullptr && blocks->IsChanged();
-    if (hasOtherBlocks) changed.insert(Relation::SignatureDefinitions);
-    CopyRelationships(document.Place(), planned.name, changed);
+    CopyRelationships(document.Place(), planned.name);
     RelateChanged(planned.name, document.Ticket());
     RelateChanged(planned.name, document.Structure());
-    if (!hasOtherBlocks) return;
+    const SignatureBlockCollection* blocks = document.SignatureBlocks();
+    if (blocks == nullptr || !blocks->IsChanged()) return;
     for (const auto& block : blocks->Items()) {
         WriteResource(block);
         Relate(planned.name, Relation::SignatureDefinitions, PartNameOf(block));
@@ -415,12 +434,7 @@ void PackageSerializer::RelateDocument(const PlannedPart& planned) {
 
 void PackageSerializer::RelatePage(const PlannedPart& planned) {
     const PageReferenceObject& page = *planned.page;
-    std::unordered_set<Relation> changed;
-    if (page.Ticket().IsChanged()) changed.insert(Relation::PrintTicket);
-    if (page.Fragments().IsChanged()) changed.insert(Relation::StoryFragments);
-    if (page.Thumbnail().IsChanged()) changed.insert(Relation::Thumbnail);
-    if (page.IsReplaced()) changed.insert(Relation::RequiredResource);
-    CopyRelationships(page.Place(), planned.name, changed);
+    CopyRelationships(page.Place(), planned.name);
     RelateChanged(planned.name, page.Ticket());
     RelateChanged(planned.name, page.Fragments());
     RelateChanged(planned.name, page.Thumbnail());

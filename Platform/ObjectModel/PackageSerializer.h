@@ -3,10 +3,11 @@
 #include "ObjectModel/PackageObject.h"
 #include "Package/PackageWriter.h"
 
-#include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 namespace OvPlatform {
@@ -35,8 +36,12 @@ private:
     void PlanDocument(const DocumentObject& document);
     void PlanPart(PlannedPart planned, const PackagePart* stored);
     void DropRemoved();
+    template <class Interface>
+    void Cut(const SourcePlace& place, const RelatedPart<Interface>& part);
+    void Cut(const SourcePlace& place, Relation relation);
     std::unordered_set<const PackagePart*> Reach(std::vector<const PackagePart*> from,
-                                                 const std::unordered_set<const PackagePart*>& walls) const;
+                                                 const std::unordered_set<const PackagePart*>& walls,
+                                                 bool isCut) const;
 
     void WriteStored(const PackagePart& part);
     void WritePlanned(const PlannedPart& planned);
@@ -57,9 +62,8 @@ private:
     void RelateSequence(const PlannedPart& planned);
     void RelateDocument(const PlannedPart& planned);
     void RelatePage(const PlannedPart& planned);
-    /// What the part has in its package, but for these kinds, which the model says anew.
-    void CopyRelationships(const SourcePlace& place, const std::string& name,
-                           const std::unordered_set<Relation>& without = {});
+    /// What the part has in its package, but for what the model says anew.
+    void CopyRelationships(const SourcePlace& place, const std::string& name);
     template <class Interface>
     void RelateChanged(const std::string& source, const RelatedPart<Interface>& part);
     void Relate(const std::string& source, Relation relation, const std::string& target);
@@ -77,6 +81,8 @@ private:
     std::unordered_map<const PackagePart*, std::size_t> m_plannedAt; // those that stand in another's place
     std::unordered_set<const PackagePart*> m_dropped;
     std::unordered_set<const PackagePart*> m_kept; // sequence, documents and pages
+    // Relationships that the model says anew, by their source; a null part stands for the package.
+    std::set<std::pair<const PackagePart*, Relation>> m_cut;
     std::unordered_map<std::string, std::string, PartNameHash, PartNameEqual> m_renamed;
     std::unordered_map<std::string, const ResourceCore*, PartNameHash, PartNameEqual> m_resources;
     std::unordered_set<std::string, PartNameHash, PartNameEqual> m_names; // of the planned parts
