@@ -110,6 +110,8 @@ public:
     REAL GetVerticalResolution();
 
 private:
+    void Load(const WCHAR* filename, IStream* stream);
+
     mutable Status m_status;
     UINT m_width = 0;
     UINT m_height = 0;
