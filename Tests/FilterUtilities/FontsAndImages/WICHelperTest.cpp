@@ -1,0 +1,125 @@
+#include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/TestPictures.h"
+
+#include <FontsAndImages/GDIPlus.h>
+#include <FontsAndImages/WICHelper.h>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+
+namespace {
+
+using namespace TestPictures;
+
+std::string Converted(WICHelper& helper) {
+    IStream* stream = nullptr; // the helper's
+    EXPECT_TRUE(helper.GetTargetStream(&stream));
+    std::string bytes(1 << 20, '\0');
+    ULONG got = 0;
+    if (stream == nullptr || FAILED(stream->Read(bytes.data(), 1 << 20, &got))) ADD_FAILURE();
+    bytes.resize(got);
+    return bytes;
+}
+
+std::string FirstPixels(std::string png, UINT bytesWanted) {
+    WICHelper reader(png.data(), static_cast<unsigned long>(png.size()));
+    reader.Initialize();
+    EXPECT_TRUE(reader.IsInitialized());
+    EXPECT_TRUE(reader.GetDecoderContainerFormatGUID() == GUID_ContainerFormatPng);
+    CComPtr<IWICImagingFactory> factory;
+    CComPtr<IWICStream> stream;
+    CComPtr<IWICBitmapDecoder> decoder;
+    CComPtr<IWICBitmapFrameDecode> frame;
+    EXPECT_EQ(S_OK, factory.CoCreateInstance(CLSID_WICImagingFactory2));
+    EXPECT_EQ(S_OK, factory->CreateStream(&stream));
+    EXPECT_EQ(S_OK, stream->InitializeFromMemory(reinterpret_cast<BYTE*>(png.data()),
+                                                 static_cast<DWORD>(png.size())));
+    EXPECT_EQ(S_OK,
+              factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder));
+    EXPECT_EQ(S_OK, decoder->GetFrame(0, &frame));
+    std::string pixels(bytesWanted, '?');
+    const WICRect first = {0, 0, 1, 1};
+    EXPECT_EQ(S_OK,
+              frame->CopyPixels(&first, bytesWanted, bytesWanted, reinterpret_cast<BYTE*>(pixels.data())));
+    return pixels;
+}
+
+TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
+    const TemporaryFolder folder;
+    const Rows<const char*, std::string, GUID> cases{
+        {"BMP", Bmp(3, 2), GUID_ContainerFormatBmp},
+        {"GIF", Gif(3, 2, GifImage(3, 2, 0)), GUID_ContainerFormatGif},
+        {"animation", Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1) + GifImage(3, 2, 1)),
+         GUID_ContainerFormatGif},
+        {"JPEG", Jpeg(3, 2, 3), GUID_ContainerFormatJpeg},
+        {"PNG", Png(3, 2, 8, true), GUID_ContainerFormatPng},
+    };
+    for (const auto& [what, bytes, format] : cases) {
+        WICHelper helper(CXString(folder.Write("picture", bytes).wstring().c_str()));
+        EXPECT_FALSE(helper.ConvertImage(GUID_ContainerFormatPng)) << "not initialised";
+        EXPECT_FALSE(helper.Initialize()) << "the first time";
+        ASSERT_TRUE(helper.IsInitialized()) << what << std::hex << helper.GetLastError();
+        EXPECT_TRUE(helper.Initialize());
+        EXPECT_EQ(S_OK, helper.GetLastError());
+        EXPECT_TRUE(helper.GetDecoderContainerFormatGUID() == format) << what;
+        ASSERT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng))
+            << what << std::hex << helper.GetLastError();
+        const std::string png = Converted(helper);
+        EXPECT_EQ("\x89PNG", png.substr(0, 4)) << what;
+        EXPECT_EQ(Big(3, 4) + Big(2, 4), png.substr(16, 8)) << what;
+    }
+    std::string animation = Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1));
+    WICHelper helper(animation.data(), static_cast<unsigned long>(animation.size()));
+    helper.Initialize();
+    EXPECT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng));
+    SkipUnderWine("pixels of a table of colours stay what they are");
+    EXPECT_EQ(std::string("\xff\0\0\xff", 4), FirstPixels(Converted(helper), 4)) << "red is the first";
+}
+
+TEST(WICHelperTest, KeepsTheFailureOfWhatIsNoPicture) {
+    WICHelper none(CXString(L"/nowhere/picture.gif"));
+    EXPECT_FALSE(none.Initialize());
+    EXPECT_FALSE(none.IsInitialized());
+    EXPECT_TRUE(FAILED(none.GetLastError()));
+    EXPECT_FALSE(none.Initialize()) << "not a success either";
+    EXPECT_TRUE(none.GetDecoderContainerFormatGUID() == GUID{});
+
+    std::string text = "This is a letter, and no picture at all, although it is long enough.";
+    WICHelper helper;
+    EXPECT_FALSE(helper.InitializeData(text.data(), static_cast<unsigned long>(text.size())));
+    EXPECT_FALSE(helper.IsInitialized());
+    EXPECT_EQ(WINCODEC_ERR_COMPONENTNOTFOUND, helper.GetLastError());
+    std::string picture = Bmp(3, 2);
+    EXPECT_FALSE(helper.InitializeData(picture.data(), static_cast<unsigned long>(picture.size())));
+    EXPECT_TRUE(helper.IsInitialized()) << "another source";
+
+    IStream* stream = nullptr;
+    EXPECT_TRUE(helper.GetTargetStream(&stream));
+    EXPECT_EQ(nullptr, stream);
+    EXPECT_FALSE(helper.GetTargetStream(nullptr));
+    EXPECT_EQ(E_POINTER, helper.GetLastError());
+    EXPECT_FALSE(helper.ConvertImage(GUID{}));
+    EXPECT_EQ(WINCODEC_ERR_COMPONENTNOTFOUND, helper.GetLastError());
+    EXPECT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng)) << "it can be tried again";
+}
+
+TEST(GDIPlusTest, RunsForTheLifeOfEachObject) {
+    std::string picture = Png(3, 2);
+    const TemporaryFolder folder;
+    const std::wstring path = folder.Write("picture", picture).wstring();
+    GDIPlus first;
+    EXPECT_EQ(Gdiplus::Ok, first.GetGDIPlusStartStatus());
+    {
+        GDIPlus copy(first);
+        GDIPlus other;
+        other = first;
+        EXPECT_EQ(Gdiplus::Ok, copy.GetGDIPlusStartStatus());
+    }
+    EXPECT_EQ(Gdiplus::Ok, Gdiplus::Bitmap(path.c_str()).GetLastStatus()) << "the first is still there";
+}
+
+} // namespace
