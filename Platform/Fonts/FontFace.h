@@ -67,6 +67,8 @@ public:
     /// std::bad_alloc.
     [[nodiscard]] std::int64_t Width(std::wstring_view text) const;
 
+    /// In the font's units.
+    [[nodiscard]] hb_font_t* Font() const noexcept { return m_font.get(); }
     [[nodiscard]] hb_face_t* Shaper() const noexcept { return m_face.get(); }
 
 private:
