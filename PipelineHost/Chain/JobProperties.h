@@ -15,6 +15,7 @@ public:
     ~JobPrinter();
 
     const OvPlatform::QueueFolder& Queue() const { return *m_queue; }
+    const std::shared_ptr<const OvPlatform::QueueFolder>& SharedQueue() const { return m_queue; }
     HANDLE Handle() const { return m_handle; }
     std::uint32_t JobId() const { return m_jobId; }
 

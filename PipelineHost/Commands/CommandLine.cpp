@@ -23,6 +23,7 @@ constexpr const char* generalHelp =
   ov-pipeline features JOB.xps [--queue DIR] [--document N] [--page N] [--json]
       what the job, a document or a page asks for, feature by feature, and where that was said
   ov-pipeline settings JOB.xps [--queue DIR] [--document N] [--page N] [--json]
+  ov-pipeline annotations JOB.xps [--queue DIR] [--page N] [--json]
       what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and the like
   ov-pipeline header JOB.xps [--queue DIR] [--family NAME | --all] [--why] [--json]
       the instructions that the device gets around the job's pages
@@ -102,6 +103,19 @@ stands where no ticket says anything. Without --document and --page: the job's.
   --json          the same for programs
 )";
 
+constexpr const char* annotationsHelp =
+    R"(ov-pipeline annotations JOB.xps [--queue DIR] [--page N] [--json]
+
+Prints what the driver puts onto a page of the job, texts, time stamps, pictures, Bates and page numbers, the mark of
+the job and the lines of a fax, with all that is decided for each: where it stands, what it says, its font and why that
+one, the characters that the font keeps, the picture's size; and who asked for it. The filter Stamp draws them.
+
+  --queue DIR     the queue folder of the printer, with the definitions that it keeps; without it, the sample queue
+                  ColorOffice
+  --page N        the Nth page of the job; without it, the first
+  --json          the same for programs
+)";
+
 constexpr const char* headerHelp =
     R"(ov-pipeline header JOB.xps [--queue DIR] [--family NAME | --all] [--why] [--json]
 
@@ -172,6 +186,7 @@ constexpr std::array commandTable{CommandName{"run", runHelp},
                                   CommandName{"ticket", ticketHelp},
                                   CommandName{"features", featuresHelp},
                                   CommandName{"settings", settingsHelp},
+                                  CommandName{"annotations", annotationsHelp},
                                   CommandName{"header", headerHelp},
                                   CommandName{"parts", partsHelp},
                                   CommandName{"policy", policyHelp},
@@ -184,21 +199,21 @@ struct OptionName {
     bool hasValue;
 };
 constexpr std::array optionTable{
-    OptionName{"--queue", "run ticket features settings header policy", true},
+    OptionName{"--queue", "run ticket features settings annotations header policy", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
     OptionName{"--output", "run", true},
     OptionName{"-o", "run", true},
     OptionName{"--trace", "run", false},
     OptionName{"--document", "ticket features settings", true},
-    OptionName{"--page", "ticket features settings", true},
+    OptionName{"--page", "ticket features settings annotations", true},
     OptionName{"--explain", "ticket", false},
     OptionName{"--devmode", "ticket", true},
     OptionName{"--feature", "translate", true},
     OptionName{"--family", "header", true},
     OptionName{"--all", "header", false},
     OptionName{"--why", "header", false},
-    OptionName{"--json", "features settings header policy queue translate", false},
+    OptionName{"--json", "features settings annotations header policy queue translate", false},
 };
 
 const OptionName& FindOption(const std::string& name, const std::string& command) {
@@ -266,8 +281,8 @@ void Apply(CommandOptions& options, const std::string& option, std::string value
 CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
     if (arguments.empty())
-        throw UsageError(
-            "which command: run, ticket, features, settings, header, parts, policy, queue or translate?");
+        throw UsageError("which command: run, ticket, features, settings, annotations, header, parts, "
+                         "policy, queue or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;

@@ -16,8 +16,8 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, settings, header, parts, policy, queue, translate; empty where only help or the
-    /// version is wanted
+    /// run, ticket, features, settings, annotations, header, parts, policy, queue, translate; empty where
+    /// only help or the version is wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;

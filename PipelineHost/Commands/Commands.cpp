@@ -31,6 +31,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "ticket") return TicketCommand(options, out, errors);
     if (options.command == "features") return FeaturesCommand(options, out, errors);
     if (options.command == "settings") return SettingsCommand(options, out, errors);
+    if (options.command == "annotations") return AnnotationsCommand(options, out, errors);
     if (options.command == "header") return HeaderCommand(options, out, errors);
     if (options.command == "queue") return QueueCommand(options, out, errors);
     if (options.command == "policy") return PolicyCommand(options, out, errors);

@@ -21,6 +21,7 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
 int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);

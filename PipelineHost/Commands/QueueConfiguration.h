@@ -21,6 +21,8 @@ public:
     QueueSettings(const QueueSettings&) = delete;
     QueueSettings& operator=(const QueueSettings&) = delete;
 
+    /// As the bag has them.
+    const NativeComPrinterPropertyBagAccess& Properties() const { return m_access; }
     NativeComQueuePropertyBagAccess& Access() { return m_settings; }
 
 private:

@@ -1,0 +1,74 @@
+#include "Chain/JobProperties.h"
+#include "Commands/AnnotationsReport.h"
+#include "Commands/Commands.h"
+#include "Commands/DisplayNames.h"
+#include "Commands/JobAtDevice.h"
+#include "Commands/QueueConfiguration.h"
+#include "Common/HostError.h"
+#include "Report/FilterWords.h"
+#include "Source/PackageSource.h"
+
+#include <ComSupport/MsSafeCoinit.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <Spooler/QueueFolderError.h>
+#include <XpsParts/PageRoot.h>
+
+#include <algorithm>
+
+namespace OvPipeline {
+
+namespace {
+
+/// The job as a filter finds it with the spooler.
+JobAnnotations::Job JobAt(const JobPrinter& printer) {
+    JobAnnotations::Job job{printer.Handle(), printer.JobId()};
+    for (const OvPlatform::QueueJob& queued : printer.Queue().Jobs()) {
+        if (queued.id != printer.JobId()) continue;
+        job.userName = CXString(queued.user.c_str());
+        job.documentName = CXString(queued.document.c_str());
+    }
+    return job;
+}
+
+std::unique_ptr<AnnotationStore> StoreOf(const OvPlatform::QueueFolder& queue) {
+    try {
+        return JobAnnotations::ReadStore(QueueSettings(queue).Properties());
+    } catch (const CPExceptionInvalidArgument& failure) {
+        throw OvPlatform::QueueFolderError(queue.Folder(), "the queue property AnnotationStore: " +
+                                                               std::string(failure.what()));
+    }
+}
+
+} // namespace
+
+int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
+    CommandOptions level = options;
+    if (!level.page) level.page = 1;
+    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
+    const LevelParts parts = FindLevel(level, context);
+    JobDescription job;
+    job.file = options.job;
+    job.queue = LoadQueue(options);
+    const JobPrinter printer(job);
+    const MsSafeCoInit apartment;
+    PrintTicketManager manager;
+    const Warner warn = WarnOf(options, errors);
+    MergeLevel(manager, printer.SharedQueue(), parts, warn);
+    const FilterWords words;
+    XpsFilterPrintTicket ticket(&manager, DisplayNames());
+    if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket);
+        FAILED(hr))
+        throw HostError(hr, {}, "the merged tickets cannot be read");
+    CheckAttributeBytes(ticket, options.job);
+    JobAnnotations annotations(ticket, StoreOf(printer.Queue()), JobAt(printer));
+    const Gdiplus::SizeF size = PageRoot::Read(*parts.page).size;
+    const AnnotationsReport report(annotations.OfPage(size), size, static_cast<unsigned>(*level.page) - 1);
+    std::ranges::for_each(words.Heard(), warn);
+    if (options.json)
+        out.Json(report.AsJson());
+    else
+        out.Text(report.AsText());
+    return ExitOk;
+}
+
+} // namespace OvPipeline
