@@ -3,6 +3,7 @@
 #include "Annotation/AnnotationPrintTicketSettings.h"
 #include "Annotation/AttributeCollections.h"
 #include "Annotation/LineBreaker.h"
+#include "ComSupport/FailureBarrier.h"
 #include "ComSupport/XGenerateRandomGuidAsString.h"
 
 #include <algorithm>
@@ -142,13 +143,17 @@ void This::InitFaxTextAnnotationElement(CXString text, int line) {
 LineBreaker This::MakeLineBreaker() {
     return LineBreaker([this](std::wstring_view piece) {
         CXString text{std::wstring(piece)};
-        const float width =
-            m_deviceContext.GetTextDimensionsInXpsUnits(face, DEFAULT_CHARSET, sizeInPoints, text).Width;
-        return width <= m_pageWidth - 2 * margin;
+        const Gdiplus::RectF size =
+            m_deviceContext.GetTextDimensionsInXpsUnits(face, DEFAULT_CHARSET, sizeInPoints, text);
+        // A text that cannot be measured is not broken.
+        if (size.Height == 0) ReportIfFailed(E_FAIL);
+        return size.Width <= m_pageWidth - 2 * margin;
     });
 }
 
 CXString This::WrapLineIfNecessary(CXString text) {
+    const OperationScope operation("AnnotationPrintTicketSettings::WrapLineIfNecessary");
+    if (text.IsEmpty()) return text;
     LineBreaker breaker = MakeLineBreaker();
     if (breaker.FitsAsAWhole(text.View())) return text;
     CXString lines;
@@ -162,6 +167,7 @@ CXString This::WrapLineIfNecessary(CXString text) {
 
 CXString This::FormatLine(CXString& lines, CXString text, int& lineStart, int& lineLength, int& wordStart,
                           int& wordLength, int& remaining) {
+    const OperationScope operation("AnnotationPrintTicketSettings::FormatLine");
     const std::wstring_view whole = text.View();
     const LineBreaker::Line line =
         MakeLineBreaker().NextLine(whole, static_cast<std::size_t>(std::max(lineStart, 0)));

@@ -115,7 +115,9 @@ HRESULT This::ParseImageFile_impl(Gdiplus::Bitmap& bitmap) {
 }
 
 bool This::ParseImageIfNecessary() {
-    return !Selected().isImageParsed && !Selected().imageFileName.IsBlank() && SUCCEEDED(ParseImageFile());
+    const OperationScope operation("AnnotationPrintTicketSettings::ParseImageIfNecessary");
+    return !Selected().isImageParsed && !Selected().imageFileName.IsBlank() &&
+           SUCCEEDED(ReportIfFailed(ParseImageFile()));
 }
 
 float This::GetImageWidthInXpsUnits() {

@@ -5,6 +5,7 @@
 #include "Annotation/DateAndTimeSeparators.h"
 #include "Annotation/SelectionKeeper.h"
 #include "ComSupport/FailureBarrier.h"
+#include "ComSupport/HresultHelpers.h"
 #include "EmbeddedSettings/PrintTicketOrvelPublicDocSettingsReaderWriter.h"
 
 #include <LowLevelFacilities/WideStrings/ByteBuffer.h>
@@ -50,23 +51,30 @@ const wchar_t* FindPicture(const Picture (&pictures)[count], tagValueEnum value)
     return found != std::end(pictures) ? found->picture : pictures[0].picture;
 }
 
+/// A part that cannot be formatted is told of, and left out.
+CXString OrReport(int length, const wchar_t* text) {
+    if (length > 0) return text;
+    ReportIfFailed(GetLastErrorAsHResult());
+    return {};
+}
+
 CXString FormatDate(const SYSTEMTIME& time, const wchar_t* picture) {
     wchar_t text[formattedUnits] = {};
     const int length =
         GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &time, picture, text, formattedUnits, nullptr);
-    return length > 0 ? CXString(text) : CXString();
+    return OrReport(length, text);
 }
 
 CXString FormatTime(const SYSTEMTIME& time, const wchar_t* picture) {
     wchar_t text[formattedUnits] = {};
     const int length = GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &time, picture, text, formattedUnits);
-    return length > 0 ? CXString(text) : CXString();
+    return OrReport(length, text);
 }
 
 CXString NameOfZone() {
     TIME_ZONE_INFORMATION zone{};
     const DWORD state = GetTimeZoneInformation(&zone);
-    if (state == TIME_ZONE_ID_INVALID) return {};
+    if (state == TIME_ZONE_ID_INVALID) return OrReport(0, nullptr);
     return state == TIME_ZONE_ID_DAYLIGHT ? zone.DaylightName : zone.StandardName;
 }
 
@@ -133,6 +141,7 @@ HRESULT This::InitializeJobSubmitTimeInLocalTimeIfNotAlreadyInitialized(void* pr
 // ---- The texts
 
 CXString This::GenerateTimstampAnnotationText() {
+    const OperationScope operation("AnnotationPrintTicketSettings::GenerateTimstampAnnotationText");
     const AnnotationElementSettings& element = Selected();
     const DateAndTimeSeparators::Separators separators = DateAndTimeSeparators::OfProcess().Get();
     const CXString day = FormatDate(m_jobSubmitTime, L"ddd");

@@ -1,5 +1,8 @@
 #include "Annotation/DateAndTimeSeparators.h"
 
+#include "ComSupport/FailureBarrier.h"
+#include "ComSupport/HresultHelpers.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <span>
@@ -47,7 +50,9 @@ CXString SeparatorIn(std::wstring_view picture, Fields fields, const wchar_t* ot
 std::wstring PictureOfLocale(LCTYPE type) {
     wchar_t picture[pictureUnits] = {};
     const int length = GetLocaleInfoEx(LOCALE_NAME_USER_DEFAULT, type, picture, pictureUnits);
-    return length > 0 ? picture : std::wstring();
+    if (length > 0) return picture;
+    ReportIfFailed(GetLastErrorAsHResult(), "DateAndTimeSeparators::PictureOfLocale");
+    return {};
 }
 
 } // namespace
