@@ -1,0 +1,94 @@
+// What an element tells of its picture.
+
+#include "FilterUtilities/Annotation/AnnotationSupport.h"
+#include "Support/InApartment.h"
+#include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
+
+#include <atlcomcli.h>
+#include <objbase.h>
+
+#include <fstream>
+
+namespace {
+
+/// A white bitmap of 24 bits, with dots to the metre.
+std::string Bitmap(unsigned int width, unsigned int height, unsigned int horizontal, unsigned int vertical) {
+    const auto number = [](unsigned int value, int bytes = 4) {
+        std::string text;
+        for (; bytes > 0; --bytes, value >>= 8)
+            text += static_cast<char>(value & 0xFF);
+        return text;
+    };
+    const unsigned int line = (width * 3 + 3) / 4 * 4;
+    return "BM" + number(54 + line * height) + number(0) + number(54) + number(40) + number(width) +
+           number(height) + number(1, 2) + number(24, 2) + number(0) + number(line * height) +
+           number(horizontal) + number(vertical) + number(0) + number(0) +
+           std::string(std::size_t{line} * height, '\xFF');
+}
+
+class Picture : public InApartment<> {
+protected:
+    /// An element with the file of that content.
+    void Take(const std::string& bytes, const std::string& name = "picture.bmp") {
+        const std::filesystem::path file = m_folder.Write(name, bytes);
+        m_annotations.Read(
+            JobWith({Attributes({{FEAT_ANNOTATION_TYPE, Option(VAL_ANNOTATION_TYPE_PICTURE)},
+                                 {FEAT_ANNOTATION_TEXT, Text(CXString(file.string().c_str()))}})}));
+    }
+
+    TemporaryFolder m_folder;
+    OpenAnnotations m_annotations;
+};
+
+TEST_F(Picture, HasTheSizeThatItsResolutionMakes) {
+    // 3,937 dots to the metre are 100 to the inch, and half a millionth less.
+    const Rows<unsigned int, unsigned int, float, float, float, float> cases{
+        {3937, 3937, 100, 100, 96, 48},
+        {3937, 7874, 100, 200, 96, 24},
+        {0, 0, 300, 300, 32, 16},
+        {3937, 0, 300, 300, 32, 16},
+    };
+    for (const auto& [horizontal, vertical, hResolution, vResolution, width, height] : cases) {
+        Take(Bitmap(100, 50, horizontal, vertical));
+        EXPECT_FALSE(m_annotations.GetSelected()->isImageParsed);
+        EXPECT_NEAR(m_annotations.GetImageHeightInXpsUnits(), height, 0.001);
+        EXPECT_NEAR(m_annotations.GetHResolution(), hResolution, 0.01);
+        EXPECT_NEAR(m_annotations.GetVResolution(), vResolution, 0.01);
+        EXPECT_FALSE(m_annotations.GetSelected()->isImageParsed) << "the width remembers, alone";
+        EXPECT_NEAR(m_annotations.GetImageWidthInXpsUnits(), width, 0.001);
+        EXPECT_TRUE(m_annotations.GetSelected()->isImageParsed);
+        m_annotations.SetImageFileName(L"gone");
+        EXPECT_NEAR(m_annotations.GetImageWidthInXpsUnits(), width, 0.001) << "it is not read again";
+    }
+}
+
+TEST_F(Picture, TellsWhyItCannotBeRead) {
+    m_annotations.Read({});
+    EXPECT_EQ(m_annotations.ParseImageFile(), E_INVALIDARG);
+    EXPECT_EQ(m_annotations.ParseImageFile(nullptr), E_INVALIDARG);
+    EXPECT_EQ(m_annotations.GetImageWidthInXpsUnits(), 0);
+    for (const std::string& bytes :
+         {std::string("a text"), std::string(), Bitmap(65'535, 1, 0, 0).substr(0, 60)}) {
+        Take(bytes, "picture.png");
+        EXPECT_TRUE(FAILED(m_annotations.ParseImageFile())) << bytes.size();
+        EXPECT_EQ(m_annotations.GetImageWidthInXpsUnits(), 0);
+        EXPECT_EQ(m_annotations.GetHResolution(), 0);
+        EXPECT_FALSE(m_annotations.GetSelected()->isImageParsed) << "it may be there the next time";
+    }
+    m_annotations.SetImageFileName(L"/no/such/picture.png");
+    EXPECT_TRUE(FAILED(m_annotations.ParseImageFile()));
+}
+
+TEST_F(Picture, ComesFromAStreamToo) {
+    const std::string bytes = Bitmap(96, 192, 0, 0);
+    CComPtr<IStream> stream;
+    ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
+    ASSERT_EQ(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), S_OK);
+    m_annotations.Read({});
+    EXPECT_EQ(m_annotations.ParseImageFile(stream), S_OK);
+    EXPECT_NEAR(m_annotations.GetImageWidthInXpsUnits(), 96 * 96 / 300.0, 0.001);
+    EXPECT_NEAR(m_annotations.GetImageHeightInXpsUnits(), 192 * 96 / 300.0, 0.001);
+}
+
+} // namespace
