@@ -1,32 +1,277 @@
 #include "ObjectModel/PageObjects.h"
 
+#include "ObjectModel/BrushObjects.h"
+#include "ObjectModel/CanvasObject.h"
+#include "ObjectModel/GeometryObject.h"
+#include "ObjectModel/GlyphsObject.h"
+#include "ObjectModel/MarkupNumbers.h"
+#include "ObjectModel/MatrixTransformObject.h"
+#include "ObjectModel/PageObject.h"
+#include "ObjectModel/PartObject.h"
+#include "ObjectModel/PathObject.h"
+#include "Xml/DocumentBytes.h"
+#include "Xml/TextConversion.h"
+
+#include <streamcopy.h>
+#include <utf8coder.h>
+
 namespace OvPlatform {
 
-// Until they are built.
-HRESULT CreateCanvasObject(IXpsOMCanvas**) { return E_NOTIMPL; }
-HRESULT CreateGlyphsObject(IXpsOMFontResource*, IXpsOMGlyphs**) { return E_NOTIMPL; }
-HRESULT CreatePathObject(IXpsOMPath**) { return E_NOTIMPL; }
-HRESULT CreateGeometryObject(IXpsOMGeometry**) { return E_NOTIMPL; }
-HRESULT CreateGeometryFigureObject(const XPS_POINT*, IXpsOMGeometryFigure**) { return E_NOTIMPL; }
-HRESULT CreateMatrixTransformObject(const XPS_MATRIX*, IXpsOMMatrixTransform**) { return E_NOTIMPL; }
-HRESULT CreateSolidColorBrushObject(const XPS_COLOR*, IXpsOMColorProfileResource*, IXpsOMSolidColorBrush**) {
-    return E_NOTIMPL;
+namespace {
+
+/// What is written, in blocks, in the encoding that the part has.
+class MarkupOutput {
+public:
+    MarkupOutput(ISequentialStream* stream, const PageSource* source) : m_stream(stream) {
+        if (source == nullptr || !source->HasMark()) return;
+        m_isUtf16 = source->IsUtf16();
+        m_isBigEndian = source->IsBigEndian();
+        Append(utf8Mark);
+    }
+
+    void Write(std::string_view text) {
+        while (!text.empty()) {
+            const std::string_view piece = Piece(text);
+            text.remove_prefix(piece.size());
+            if (m_buffer.size() + piece.size() > block) Flush();
+            Append(piece);
+        }
+    }
+
+    void Flush() {
+        ULONGLONG written = 0;
+        ThrowIfFailed(WriteWhole(m_stream, m_buffer.data(), m_buffer.size(), &written));
+        m_buffer.clear();
+    }
+
+private:
+    static constexpr std::size_t block = std::size_t{256} << 10;
+    static constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+
+    // Whole characters of it, no more than fit into a block.
+    static std::string_view Piece(std::string_view text) {
+        std::size_t size = std::min(text.size(), block / 2);
+        while (size < text.size() && size > 1 && Utf8::IsTrail(text[size]))
+            --size;
+        return text.substr(0, size);
+    }
+
+    void Append(std::string_view text) {
+        if (!m_isUtf16) {
+            m_buffer += text;
+            return;
+        }
+        std::string bytes = ToUtf16Bytes(text).substr(2); // less the mark
+        if (m_isBigEndian)
+            for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)
+                std::swap(bytes[at], bytes[at + 1]);
+        m_buffer += bytes;
+    }
+
+    ISequentialStream* m_stream;
+    std::string m_buffer;
+    bool m_isUtf16 = false;
+    bool m_isBigEndian = false;
+};
+
+template <class Interface, class Make>
+HRESULT CreateObject(Interface** place, Make&& make) {
+    return ElementCall([&] {
+        RequirePlace(place);
+        *place = nullptr;
+        *place = make();
+    });
 }
-HRESULT CreateImageBrushObject(IXpsOMImageResource*, const XPS_RECT*, const XPS_RECT*, IXpsOMImageBrush**) {
-    return E_NOTIMPL;
+
+std::string BytesOf(IStream* stream) {
+    VARIANT source{};
+    source.vt = VT_UNKNOWN;
+    source.punkVal = stream;
+    std::string bytes;
+    ThrowIfFailed(DocumentBytes::Read(source, bytes));
+    return bytes;
 }
-HRESULT CreateDictionaryObject(IXpsOMDictionary**) { return E_NOTIMPL; }
-HRESULT CreatePageObject(const XPS_SIZE*, LPCWSTR, IOpcPartUri*, IXpsOMPage1**) { return E_NOTIMPL; }
-HRESULT ReadPage(IStream*, IOpcPartUri*, IXpsOMPartResources*, BOOL, IXpsOMPage1**) { return E_NOTIMPL; }
-HRESULT ReadDictionary(IStream*, IOpcPartUri*, IXpsOMPartResources*, IXpsOMDictionary**) { return E_NOTIMPL; }
-HRESULT WritePage(IXpsOMPage*, ISequentialStream*, XPS_DOCUMENT_TYPE) { return E_NOTIMPL; }
-HRESULT WriteDictionary(IXpsOMDictionary*, IOpcPartUri*, ISequentialStream*, XPS_DOCUMENT_TYPE) {
-    return E_NOTIMPL;
+
+std::shared_ptr<const PageSource> ReadSource(IStream* markup, IOpcPartUri* name,
+                                             IXpsOMPartResources* resources, ElementKind root) {
+    RequirePlace(markup);
+    RequirePlace(name);
+    RequirePlace(resources);
+    return PageSource::Read(BytesOf(markup), PartNameOf(name), resources, root);
 }
-HRESULT ListUsedParts(IXpsOMPage*, std::vector<UsedPart>&) { return E_NOTIMPL; }
-HRESULT ListUsedParts(IXpsOMDictionary*, std::vector<UsedPart>&) { return E_NOTIMPL; }
-bool IsPageChanged(IXpsOMPage*) { return true; }
-HRESULT SetPageOwner(IXpsOMPage*, IXpsOMPageReference*) { return E_NOTIMPL; }
-HRESULT SetDictionaryOwner(IXpsOMDictionary*, IUnknown*) { return E_NOTIMPL; }
+
+XPS_DOCUMENT_TYPE TypeOf(const PageElement& element, XPS_DOCUMENT_TYPE wanted) {
+    if (wanted != XPS_DOCUMENT_TYPE_UNSPECIFIED) return wanted;
+    return element.Source() ? element.Source()->Type() : XPS_DOCUMENT_TYPE_XPS;
+}
+
+// What stands around the root of a part that was read stays too.
+void WritePart(PageElement& root, MarkupWriter& out) {
+    const PageSource* const source = root.IsInSource() ? root.Source().get() : nullptr;
+    if (source != nullptr) out.Copy(*source, 0, source->At(root.Index()).begin);
+    root.Write(out);
+    if (source != nullptr) out.Copy(*source, source->At(root.Index()).end, source->Text().size());
+}
+
+void WriteTo(PageElement& root, const std::string& partName, ISequentialStream* stream,
+             XPS_DOCUMENT_TYPE type) {
+    RequirePlace(stream);
+    MarkupOutput output(stream, root.Source().get());
+    MarkupWriter out([&](std::string_view text) { output.Write(text); }, partName, TypeOf(root, type));
+    WritePart(root, out);
+    output.Flush();
+}
+
+std::vector<UsedPart> PartsOf(PageElement& root, const std::string& partName) {
+    MarkupWriter out([](std::string_view) {}, partName, TypeOf(root, XPS_DOCUMENT_TYPE_UNSPECIFIED));
+    WritePart(root, out);
+    return out.Parts();
+}
+
+// Of a dictionary that is new, the name of its part is not known yet.
+std::string PartNameIn(const PageElement& element) {
+    return element.Source() ? element.Source()->PartName() : std::string(packageRoot);
+}
+
+} // namespace
+
+HRESULT CreateCanvasObject(IXpsOMCanvas** canvas) {
+    return CreateObject(canvas, [] { return new CanvasObject; });
+}
+
+HRESULT CreateGlyphsObject(IXpsOMFontResource* font, IXpsOMGlyphs** glyphs) {
+    return CreateObject(glyphs, [&] {
+        RequirePlace(font);
+        CComPtr<IXpsOMGlyphs> made;
+        made.Attach(new GlyphsObject);
+        ThrowIfFailed(made->SetFontResource(font));
+        return made.Detach();
+    });
+}
+
+HRESULT CreatePathObject(IXpsOMPath** path) {
+    return CreateObject(path, [] { return new PathObject; });
+}
+
+HRESULT CreateGeometryObject(IXpsOMGeometry** geometry) {
+    return CreateObject(geometry, [] { return new GeometryObject; });
+}
+
+HRESULT CreateGeometryFigureObject(const XPS_POINT* startPoint, IXpsOMGeometryFigure** figure) {
+    return CreateObject(figure, [&] {
+        RequirePlace(startPoint);
+        CheckFinite(startPoint->x);
+        CheckFinite(startPoint->y);
+        FigureData data;
+        data.start = *startPoint;
+        return new FigureObject(std::move(data));
+    });
+}
+
+HRESULT CreateMatrixTransformObject(const XPS_MATRIX* matrix, IXpsOMMatrixTransform** transform) {
+    return CreateObject(transform, [&] {
+        RequirePlace(matrix);
+        return new MatrixTransformObject(*matrix);
+    });
+}
+
+HRESULT CreateSolidColorBrushObject(const XPS_COLOR* color, IXpsOMColorProfileResource* profile,
+                                    IXpsOMSolidColorBrush** brush) {
+    return CreateObject(brush, [&] {
+        RequirePlace(color);
+        return new SolidColorBrushObject(*color, profile);
+    });
+}
+
+HRESULT CreateImageBrushObject(IXpsOMImageResource* image, const XPS_RECT* viewbox, const XPS_RECT* viewport,
+                               IXpsOMImageBrush** brush) {
+    return CreateObject(brush, [&] {
+        RequirePlace(image);
+        RequirePlace(viewbox);
+        RequirePlace(viewport);
+        return new ImageBrushObject(image, *viewbox, *viewport);
+    });
+}
+
+HRESULT CreateDictionaryObject(IXpsOMDictionary** dictionary) {
+    return CreateObject(dictionary, [] { return new DictionaryObject; });
+}
+
+HRESULT CreatePageObject(const XPS_SIZE* dimensions, LPCWSTR language, IOpcPartUri* name,
+                         IXpsOMPage1** page) {
+    return CreateObject(page, [&] {
+        RequirePlace(dimensions);
+        RequirePlace(name);
+        return new PageObject(*dimensions, language, name);
+    });
+}
+
+HRESULT ReadPage(IStream* markup, IOpcPartUri* name, IXpsOMPartResources* resources, BOOL,
+                 IXpsOMPage1** page) {
+    return CreateObject(page, [&] {
+        return new PageObject(ReadSource(markup, name, resources, ElementKind::FixedPage), name);
+    });
+}
+
+HRESULT ReadDictionary(IStream* markup, IOpcPartUri* name, IXpsOMPartResources* resources,
+                       IXpsOMDictionary** dictionary) {
+    return CreateObject(dictionary, [&] {
+        return new DictionaryObject(ReadSource(markup, name, resources, ElementKind::ResourceDictionary), 0);
+    });
+}
+
+HRESULT WritePage(IXpsOMPage* page, ISequentialStream* stream, XPS_DOCUMENT_TYPE type) {
+    return ElementCall([&] { WriteTo(ElementOf(page), PartNameOf(page), stream, type); });
+}
+
+HRESULT WriteDictionary(IXpsOMDictionary* dictionary, IOpcPartUri* name, ISequentialStream* stream,
+                        XPS_DOCUMENT_TYPE type) {
+    return ElementCall([&] {
+        RequirePlace(name);
+        WriteTo(ElementOf(dictionary), PartNameOf(name), stream, type);
+    });
+}
+
+HRESULT ListUsedParts(IXpsOMPage* page, std::vector<UsedPart>& parts) {
+    return ElementCall([&] { parts = PartsOf(ElementOf(page), PartNameOf(page)); });
+}
+
+HRESULT ListUsedParts(IXpsOMDictionary* dictionary, std::vector<UsedPart>& parts) {
+    return ElementCall([&] {
+        PageElement& element = ElementOf(dictionary);
+        parts = PartsOf(element, PartNameIn(element));
+    });
+}
+
+bool IsPageChanged(IXpsOMPage* page) {
+    bool isChanged = true;
+    ElementCall([&] { isChanged = ElementOf(page).IsTouched(); });
+    return isChanged;
+}
+
+HRESULT SetPageOwner(IXpsOMPage* page, IXpsOMPageReference* owner) {
+    return ElementCall([&] { dynamic_cast<PageObject&>(ElementOf(page)).BelongTo(owner); });
+}
+
+HRESULT SetDictionaryOwner(IXpsOMDictionary* dictionary, IUnknown* owner) {
+    return ElementCall([&] { dynamic_cast<DictionaryObject&>(ElementOf(dictionary)).BelongTo(owner); });
+}
+
+HRESULT PageObject::Clone(IXpsOMPage** page) {
+    return ElementCall([&] {
+        RequirePlace(page);
+        *page = nullptr;
+        std::string text;
+        MarkupWriter out([&](std::string_view piece) { text += piece; }, PartNameOf(m_name),
+                         TypeOf(*this, XPS_DOCUMENT_TYPE_UNSPECIFIED));
+        WritePart(*this, out);
+        std::vector<SourcePart> parts;
+        for (const UsedPart& part : out.Parts())
+            parts.push_back({part.name, part.resource});
+        *page = new PageObject(
+            PageSource::FromText(std::move(text), PartNameOf(m_name), std::move(parts), Source().get()),
+            m_name);
+    });
+}
 
 } // namespace OvPlatform

@@ -1,0 +1,188 @@
+#include "ObjectModel/MarkupWriter.h"
+
+#include "ObjectModel/MarkupFailure.h"
+#include "ObjectModel/MarkupText.h"
+#include "ObjectModel/PartObject.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace OvPlatform {
+
+namespace {
+
+// For a value that may stand in either quotes.
+std::string EscapeBoth(std::string_view text) {
+    std::string escaped = EscapeAttribute(text);
+    for (std::size_t at = 0; (at = escaped.find('\'', at)) != std::string::npos;)
+        escaped.replace(at, 1, "&#39;");
+    return escaped;
+}
+
+} // namespace
+
+std::string ReferringValue::Text() const {
+    std::string text;
+    for (const Piece& piece : pieces)
+        text += piece.text;
+    return text;
+}
+
+MarkupWriter::MarkupWriter(Sink sink, std::string partName, XPS_DOCUMENT_TYPE type)
+    : m_sink(std::move(sink)), m_partName(std::move(partName)), m_type(type) {}
+
+void MarkupWriter::Write(std::string_view text) {
+    if (!text.empty()) m_sink(text);
+}
+
+void MarkupWriter::WriteAttribute(std::string_view name, std::string_view value) {
+    Write(" " + std::string(name) + "=\"" + EscapeAttribute(value) + "\"");
+}
+
+std::string MarkupWriter::Resolve(const ReferringValue& value) {
+    std::string text;
+    for (const ReferringValue::Piece& piece : value.pieces) {
+        text += piece.text;
+        if (!piece.part) continue;
+        const std::string name = PartNameOf(piece.part);
+        Note(name, piece.part);
+        text += Relative(name);
+    }
+    return text;
+}
+
+void MarkupWriter::Copy(const PageSource& source, std::size_t begin, std::size_t end) {
+    const std::vector<SourceReference>& references = source.References();
+    const bool differs = Known(source).differs;
+    auto next = std::lower_bound(
+        references.begin(), references.end(), begin,
+        [](const SourceReference& reference, std::size_t place) { return reference.valueBegin < place; });
+    for (; next != references.end() && next->valueBegin < end; ++next) {
+        NoteParts(source, *next);
+        if (!differs) continue;
+        Write(source.Text(begin, next->valueBegin));
+        Write(Renewed(source, *next));
+        begin = next->valueBegin + next->valueLength;
+    }
+    Write(source.Text(begin, end));
+}
+
+void MarkupWriter::CopyElement(const PageSource& source, std::uint32_t element) {
+    const std::string_view tag = source.StartTag(element);
+    OpenTag(source, element);
+    Copy(source, source.At(element).begin + 1 + RawAttributes(tag).ElementName().size(),
+         source.At(element).end);
+}
+
+void MarkupWriter::OpenTag(const PageSource& source, std::uint32_t element) {
+    Write("<" + std::string(RawAttributes(source.StartTag(element)).ElementName()));
+    DeclareFor(source, element);
+    m_hasRoot = true;
+}
+
+MarkupWriter::Inside::Inside(MarkupWriter& writer, const PageSource& source, std::uint32_t element)
+    : m_writer(writer), m_source(writer.m_source), m_scope(writer.m_scope), m_prefix(writer.m_prefix) {
+    writer.m_source = &source;
+    writer.m_scope = source.At(element).scope;
+    writer.m_prefix = PrefixOf(RawAttributes(source.StartTag(element)).ElementName());
+}
+
+MarkupWriter::Inside::~Inside() {
+    m_writer.m_source = m_source;
+    m_writer.m_scope = m_scope;
+    m_writer.m_prefix = std::move(m_prefix);
+}
+
+void MarkupWriter::DeclareIfRoot() {
+    if (!std::exchange(m_hasRoot, true)) WriteAttribute("xmlns", PageNamespace(m_type));
+}
+
+std::string MarkupWriter::QualifiedName(std::string_view localName) const {
+    return WithPrefix(m_prefix, localName);
+}
+
+std::string MarkupWriter::KeyName(std::string& declaration) const {
+    const std::string uri = ResourceKeyNamespace(m_type);
+    for (const std::string prefix : {"x", "x1", "x2"}) {
+        const std::optional<std::string> here = NamespaceHere(prefix);
+        if (here && *here != uri) continue;
+        if (!here) declaration = " xmlns:" + prefix + "=\"" + uri + "\"";
+        return prefix + ":Key";
+    }
+    throw MarkupFailure(XPS_E_INVALID_MARKUP);
+}
+
+std::optional<std::string> MarkupWriter::NamespaceHere(std::string_view prefix) const {
+    if (m_source == nullptr)
+        return m_hasRoot && prefix.empty() ? std::optional<std::string>(PageNamespace(m_type)) : std::nullopt;
+    const std::string* const uri = m_source->FindNamespace(m_scope, prefix);
+    return uri == nullptr ? std::nullopt : std::optional(NamespaceIn(m_type, *uri));
+}
+
+void MarkupWriter::DeclareFor(const PageSource& source, std::uint32_t element) {
+    const std::uint32_t scope = source.At(element).scope;
+    std::vector<std::string> own;
+    RawAttributes attributes(source.StartTag(element));
+    for (RawAttributes::Item item; attributes.Next(item);)
+        if (item.name == "xmlns" || PrefixOf(item.name) == "xmlns") own.emplace_back(item.name);
+    const auto declare = [&](const std::string& prefix, const std::string& uri) {
+        const std::string name = prefix.empty() ? "xmlns" : "xmlns:" + prefix;
+        if (std::find(own.begin(), own.end(), name) != own.end()) return;
+        own.push_back(name);
+        if (NamespaceHere(prefix).value_or("") != uri) WriteAttribute(name, uri);
+    };
+    // Of the same source, only what was declared between here and there; otherwise all that holds there.
+    std::uint32_t at = scope;
+    for (; at != 0 && !(m_source == &source && at == m_scope); at = source.FindDeclaration(at)->outer)
+        declare(source.FindDeclaration(at)->prefix, NamespaceIn(m_type, source.FindDeclaration(at)->uri));
+    if (at == 0 && source.FindNamespace(scope, "") == nullptr) declare("", "");
+}
+
+MarkupWriter::KnownSource& MarkupWriter::Known(const PageSource& source) {
+    const auto [entry, isNew] = m_known.try_emplace(&source);
+    KnownSource& known = entry->second;
+    if (!isNew) return known;
+    known.noted.resize(source.Parts().size());
+    known.differs = m_type != source.Type() || m_partName != source.PartName();
+    for (const SourcePart& part : source.Parts()) {
+        // A resource may have got another name since.
+        std::string name = part.resource ? PartNameOf(part.resource) : std::string();
+        if (name.empty()) name = part.name;
+        if (name != part.name) known.differs = true;
+        known.names.push_back(std::move(name));
+    }
+    return known;
+}
+
+void MarkupWriter::NoteParts(const PageSource& source, const SourceReference& reference) {
+    KnownSource& known = Known(source);
+    for (const std::uint32_t part : reference.parts) {
+        if (part == noPart || known.noted[part]) continue;
+        Note(known.names[part], source.Parts()[part].resource);
+        known.noted[part] = true;
+    }
+}
+
+std::string MarkupWriter::Renewed(const PageSource& source, const SourceReference& reference) {
+    std::string value =
+        UnescapeAttribute(source.Text(reference.valueBegin, reference.valueBegin + reference.valueLength));
+    if (reference.kind == ReferenceKind::Namespace) return EscapeBoth(NamespaceIn(m_type, value));
+    const std::vector<ReferenceSpan> spans = ReferencesIn(reference.kind, value);
+    for (std::size_t index = spans.size(); index-- > 0;) { // from the back, so that the places before stay
+        const std::uint32_t part = reference.parts[index];
+        if (part != noPart)
+            value.replace(spans[index].begin, spans[index].length, Relative(Known(source).names[part]));
+    }
+    return EscapeBoth(value);
+}
+
+std::string MarkupWriter::Relative(const std::string& name) const {
+    return m_partName.empty() ? name : RelativeReference(m_partName, name);
+}
+
+void MarkupWriter::Note(const std::string& name, IXpsOMResource* resource) {
+    const auto [entry, isNew] = m_partOfName.try_emplace(name, m_parts.size());
+    if (isNew) m_parts.push_back({name, resource});
+}
+
+} // namespace OvPlatform
