@@ -33,6 +33,8 @@ constexpr const char* generalHelp =
       what an administrator's configuration does, feature by feature
   ov-pipeline queue DIR [--json]
       a queue at a glance: its printer, bags and options, and what print-time programs hear
+  ov-pipeline stamp JOB.xps [-o OUT] --text TEXT | --image FILE [--first-page]
+      puts a text or a picture on the pages of a job
   ov-pipeline translate NAME [--feature NAME] [--json]
       what a feature or a value is called in tickets, in configurations and by the device
 
@@ -163,6 +165,30 @@ Settings that cannot be read are one line on the error stream; the exit code is 
   --json    the same for programs, with texts whole
 )";
 
+constexpr const char* stampHelp =
+    R"(ov-pipeline stamp JOB.xps [-o OUT] --text TEXT | --image FILE [--first-page]
+
+Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it stays
+as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in points (72 to the
+inch), from the top left corner of the page.
+
+  -o, --output OUT    the output; without it, JOB-stamped.xps in this folder
+  --first-page        only on the first page
+  --at X,Y            where the text's baseline begins, or the picture's top left corner; without it, half an inch
+                      from the edges
+
+  --text TEXT         the text, in one line
+  --font NAME         its font; without it, Arial if that has all its characters, or the first font of the system that
+                      has them. A font that the system lacks is replaced by the system
+  --size POINTS       from 1 to 1000; without it, 24
+  --color RRGGBB      in hexadecimal; with AARRGGBB, how opaque it is too; without it, black
+
+  --image FILE        a picture that ends in .jpg, .png, .gif or .bmp (of an animation, the first frame)
+  --width POINTS      how wide it gets, in proportion; without it, as large as the picture says (300 dots per inch for
+                      one that does not)
+  --opacity NUMBER    from 0, not to be seen, to 1
+)";
+
 constexpr const char* translateHelp =
     R"(ov-pipeline translate NAME [--feature NAME] [--json]
 
@@ -191,6 +217,7 @@ constexpr std::array commandTable{CommandName{"run", runHelp},
                                   CommandName{"parts", partsHelp},
                                   CommandName{"policy", policyHelp},
                                   CommandName{"queue", queueHelp},
+                                  CommandName{"stamp", stampHelp},
                                   CommandName{"translate", translateHelp}};
 
 struct OptionName {
@@ -202,8 +229,17 @@ constexpr std::array optionTable{
     OptionName{"--queue", "run ticket features settings annotations header policy", true},
     OptionName{"--config", "run", true},
     OptionName{"--filter", "run", true},
-    OptionName{"--output", "run", true},
-    OptionName{"-o", "run", true},
+    OptionName{"--output", "run stamp", true},
+    OptionName{"-o", "run stamp", true},
+    OptionName{"--text", "stamp", true},
+    OptionName{"--image", "stamp", true},
+    OptionName{"--first-page", "stamp", false},
+    OptionName{"--font", "stamp", true},
+    OptionName{"--size", "stamp", true},
+    OptionName{"--color", "stamp", true},
+    OptionName{"--at", "stamp", true},
+    OptionName{"--width", "stamp", true},
+    OptionName{"--opacity", "stamp", true},
     OptionName{"--trace", "run", false},
     OptionName{"--document", "ticket features settings", true},
     OptionName{"--page", "ticket features settings annotations", true},
@@ -243,29 +279,37 @@ void Once(std::string& place, const std::string& option, std::string value) {
     place = std::move(value);
 }
 
+// Those that are one text, given once.
+std::string* TextOf(CommandOptions& options, std::string_view option) {
+    const struct {
+        std::string_view option;
+        std::string* place;
+    } places[] = {
+        {"--queue", &options.queue},   {"--config", &options.config},   {"--output", &options.output},
+        {"-o", &options.output},       {"--feature", &options.feature}, {"--devmode", &options.devmode},
+        {"--family", &options.family}, {"--text", &options.text},       {"--image", &options.image},
+        {"--font", &options.font},     {"--size", &options.size},       {"--color", &options.color},
+        {"--at", &options.at},         {"--width", &options.width},     {"--opacity", &options.opacity}};
+    for (const auto& each : places)
+        if (each.option == option) return each.place;
+    return nullptr;
+}
+
 void Apply(CommandOptions& options, const std::string& option, std::string value) {
-    if (option == "--queue")
-        Once(options.queue, option, std::move(value));
-    else if (option == "--config")
-        Once(options.config, option, std::move(value));
+    if (std::string* const place = TextOf(options, option); place != nullptr)
+        Once(*place, option, std::move(value));
     else if (option == "--filter" && value.empty())
         throw UsageError(option + " is given an empty value");
     else if (option == "--filter")
         options.filters.push_back(std::move(value));
-    else if (option == "--output" || option == "-o")
-        Once(options.output, option, std::move(value));
     else if (option == "--document")
         options.document = Number(option, value);
     else if (option == "--page")
         options.page = Number(option, value);
-    else if (option == "--feature")
-        Once(options.feature, option, std::move(value));
-    else if (option == "--devmode")
-        Once(options.devmode, option, std::move(value));
-    else if (option == "--family")
-        Once(options.family, option, std::move(value));
     else if (option == "--all")
         options.all = true;
+    else if (option == "--first-page")
+        options.firstPage = true;
     else if (option == "--why")
         options.why = true;
     else if (option == "--trace")
@@ -282,7 +326,7 @@ CommandOptions ParseCommandLine(const std::vector<std::string>& arguments) {
     CommandOptions options;
     if (arguments.empty())
         throw UsageError("which command: run, ticket, features, settings, annotations, header, parts, "
-                         "policy, queue or translate?");
+                         "policy, queue, stamp or translate?");
     std::vector<std::string> loose;
     bool afterFilter = false; // loose arguments there are further modules, but for the last
     std::size_t moduleCount = 0;

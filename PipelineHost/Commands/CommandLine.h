@@ -16,8 +16,8 @@ public:
 };
 
 struct CommandOptions {
-    /// run, ticket, features, settings, annotations, header, parts, policy, queue, translate; empty where
-    /// only help or the version is wanted
+    /// run, ticket, features, settings, annotations, header, parts, policy, queue, stamp, translate; empty
+    /// where only help or the version is wanted
     std::string command;
     bool wantsHelp = false;
     bool wantsVersion = false;
@@ -33,8 +33,18 @@ struct CommandOptions {
     std::string family;  // empty: the queue's
     bool all = false;    // families
     bool why = false;
-    std::string name;                      // to translate
-    std::string feature;                   // whose value is to be translated; empty: any
+    std::string name;    // to translate
+    std::string feature; // whose value is to be translated; empty: any
+    // What is to be stamped, and how; empty: as is usual.
+    std::string text;
+    std::string image;
+    bool firstPage = false;
+    std::string font;
+    std::string size;
+    std::string color;
+    std::string at;
+    std::string width;
+    std::string opacity;
     std::optional<unsigned long> document; // from 1
     std::optional<unsigned long> page;     // from 1
 };

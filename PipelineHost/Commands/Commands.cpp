@@ -35,6 +35,7 @@ int RunChosen(const CommandOptions& options, ShownOutput& out, ShownOutput& erro
     if (options.command == "header") return HeaderCommand(options, out, errors);
     if (options.command == "queue") return QueueCommand(options, out, errors);
     if (options.command == "policy") return PolicyCommand(options, out, errors);
+    if (options.command == "stamp") return StampCommand(options, out, errors);
     return options.command == "translate" ? TranslateCommand(options, out) : PartsCommand(options, out);
 }
 

@@ -26,6 +26,7 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
 int PartsCommand(const CommandOptions& options, ShownOutput& out);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int StampCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int TranslateCommand(const CommandOptions& options,
                      ShownOutput& out); // std::runtime_error where nothing is found
 
