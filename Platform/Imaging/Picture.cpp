@@ -67,6 +67,20 @@ void OnArea(GdkPixbufLoader*, int, int y, int, int height, gpointer data) {
     progress.rows = (std::max)(progress.rows, static_cast<std::uint32_t>(y + height));
 }
 
+bool Write(GdkPixbufLoader* loader, PictureBytes bytes, Error& error) {
+    GError* failure = nullptr;
+    const bool isWritten = gdk_pixbuf_loader_write(loader, bytes.data(), bytes.size(), &failure) != FALSE;
+    error.reset(failure);
+    return isWritten;
+}
+
+/// Of several pictures the first alone, with an end of its own: the library takes the square of their number.
+bool WritePicture(GdkPixbufLoader* loader, PictureBytes bytes, const PictureHeader& header, Error& error) {
+    if (header.firstPictureEnd == 0) return Write(loader, bytes, error);
+    constexpr BYTE endOfGif[] = {';'};
+    return Write(loader, bytes.first(header.firstPictureEnd), error) && Write(loader, endOfGif, error);
+}
+
 } // namespace
 
 HRESULT ReadPictureStream(IStream* stream, std::vector<BYTE>& bytes) {
@@ -108,17 +122,17 @@ HRESULT DecodePicture(PictureBytes bytes, const PictureHeader& header, Pixels& p
     g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(OnSize), &progress);
     g_signal_connect(loader.get(), "area-updated", G_CALLBACK(OnArea), &progress);
 
-    failure = nullptr;
-    const bool isWritten =
-        gdk_pixbuf_loader_write(loader.get(), bytes.data(), bytes.size(), &failure) != FALSE;
-    const Error writeError(failure);
+    Error writeError;
+    const bool isWritten = WritePicture(loader.get(), bytes, header, writeError);
     failure = nullptr;
     const bool isClosed = gdk_pixbuf_loader_close(loader.get(), &failure) != FALSE;
     const Error closeError(failure);
     if (!isWritten) return ResultOf(writeError.get());
     if (!isClosed) return ResultOf(closeError.get());
     GdkPixbuf* const decoded = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    if (decoded == nullptr || progress.isOtherSize || progress.rows < header.height ||
+    // The first picture of an animation may be smaller than its ground.
+    const bool hasAllRows = header.kind == PictureKind::Gif || progress.rows >= header.height;
+    if (decoded == nullptr || progress.isOtherSize || !hasAllRows ||
         gdk_pixbuf_get_width(decoded) != static_cast<int>(header.width) ||
         gdk_pixbuf_get_height(decoded) != static_cast<int>(header.height))
         return WINCODEC_ERR_BADIMAGE;

@@ -4,7 +4,6 @@
 #include "Imaging/TiffDirectory.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
 namespace OvPlatform {
@@ -78,6 +77,7 @@ enum Marker : std::uint8_t {
     StartOfScan = 0xda,
     FirstApplication = 0xe0,
     SecondApplication = 0xe1,
+    Comment = 0xfe,
     Temporary = 0x01
 };
 
@@ -90,14 +90,27 @@ bool HasNoContent(std::uint8_t marker) {
     return marker == Temporary || (marker >= FirstRestart && marker <= StartOfImage);
 }
 
-/// In the pixels' data the marker of the end cannot stand by chance.
-bool HasEnd(PictureBytes scan) {
-    constexpr std::array<BYTE, 2> end = {0xff, EndOfImage};
-    return std::search(scan.begin(), scan.end(), end.begin(), end.end()) != scan.end();
+/// The library takes the square of the number of segments that describe a picture.
+constexpr std::uint32_t mostSegments = 4096;
+
+/// Whether the pixels reach the marker of the end, which cannot stand among them by chance, in no more scans
+/// than there may be. Each scan goes over the whole picture, however few bytes it has.
+bool HasEnd(PictureBytes pixels, const PictureHeader& header, std::uint32_t segments) {
+    constexpr std::uint64_t mostPixelsOfLaterScans = std::uint64_t{1} << 30;
+    std::uint64_t pixelsOfLaterScans = 0;
+    for (auto next = pixels.begin(); (next = std::find(next, pixels.end(), 0xff)) != pixels.end();) {
+        if (++next == pixels.end()) return false;
+        if (*next == EndOfImage) return true;
+        if (*next == StartOfScan) pixelsOfLaterScans += std::uint64_t{header.width} * header.height;
+        if (*next >= FirstApplication && *next <= Comment) ++segments;
+        if (pixelsOfLaterScans > mostPixelsOfLaterScans || segments > mostSegments) return false;
+    }
+    return false;
 }
 
 bool ReadJpeg(const ByteFields& jpeg, PictureHeader& header) {
-    for (std::size_t at = 2; jpeg.Has(at, 2);) {
+    std::uint32_t segments = 0;
+    for (std::size_t at = 2; jpeg.Has(at, 2) && segments <= mostSegments;) {
         if (jpeg.Byte(at) != 0xff) return false;
         const std::uint8_t marker = jpeg.Byte(at + 1);
         if (marker == 0xff) {
@@ -105,7 +118,7 @@ bool ReadJpeg(const ByteFields& jpeg, PictureHeader& header) {
             continue;
         }
         const std::size_t segment = at + 2;
-        if (marker == StartOfScan) return header.width > 0 && HasEnd(jpeg.From(segment));
+        if (marker == StartOfScan) return header.width > 0 && HasEnd(jpeg.From(segment), header, segments);
         if (marker == EndOfImage) return false;
         if (HasNoContent(marker)) {
             at = segment;
@@ -122,14 +135,43 @@ bool ReadJpeg(const ByteFields& jpeg, PictureHeader& header) {
             header.width = jpeg.Short(segment + 5);
         }
         at = segment + length;
+        ++segments;
     }
     return false;
 }
 
+/// Behind blocks of up to 255 bytes, the last of them empty; 0 if there is no last one.
+std::size_t BehindBlocks(const ByteFields& gif, std::size_t at) {
+    while (gif.Has(at, 1)) {
+        const std::size_t length = gif.Byte(at);
+        at += 1 + length;
+        if (length == 0) return at;
+    }
+    return 0;
+}
+
+/// Behind the table of colours that a field of flags announces.
+std::size_t BehindColours(std::uint8_t flags, std::size_t at) {
+    constexpr std::uint8_t hasTable = 0x80;
+    return (flags & hasTable) != 0 ? at + (std::size_t{6} << (flags & 7)) : at;
+}
+
 bool ReadGif(const ByteFields& gif, PictureHeader& header) {
+    constexpr std::uint8_t extension = '!';
+    constexpr std::uint8_t image = ',';
     header.width = gif.Short(6);
     header.height = gif.Short(8);
-    return true; // the library tells a cut one
+    for (std::size_t at = BehindColours(gif.Byte(10), 13); at != 0;) {
+        if (gif.Byte(at) == extension) {
+            at = BehindBlocks(gif, at + 2);
+            continue;
+        }
+        if (gif.Byte(at) != image) return false;
+        const std::size_t codes = BehindColours(gif.Byte(at + 9), at + 10);
+        header.firstPictureEnd = BehindBlocks(gif, codes + 1);
+        return header.firstPictureEnd != 0;
+    }
+    return false;
 }
 
 /// Says whether all rows are there, if they are as long as they look.

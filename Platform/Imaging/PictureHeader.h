@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -21,6 +22,8 @@ struct PictureHeader {
     /// Dots per inch; 0 where the file says nothing, nothing but a proportion, or 0.
     double dpiX = 0;
     double dpiY = 0;
+    /// Of a container that holds several, where the first ends; otherwise 0.
+    std::size_t firstPictureEnd = 0;
 };
 
 /// By the first bytes, whatever the file is called.
