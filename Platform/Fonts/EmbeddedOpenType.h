@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "Fonts/FontFace.h"
 
 #include <cstddef>
@@ -11,7 +12,7 @@
 namespace OvPlatform {
 
 /// What a font's "OS/2" table says of the font to those who embed it.
-struct EmbeddingFacts {
+struct OV_PLATFORM_API EmbeddingFacts {
     /// Nothing if the font has no such table.
     static std::optional<EmbeddingFacts> Of(const FontFace& face);
 
@@ -30,7 +31,9 @@ struct EmbeddingFacts {
 
 /// What stands in front of the font's bytes in Embedded OpenType data (version 0x00020001, bound to no
 /// address). Flags are TTEMBED_... Throws std::bad_alloc.
-std::vector<std::byte> EmbeddedOpenTypeHeader(const FontFace& face, const EmbeddingFacts& facts,
-                                              std::span<const std::byte> font, std::uint32_t flags);
+OV_PLATFORM_API std::vector<std::byte> EmbeddedOpenTypeHeader(const FontFace& face,
+                                                              const EmbeddingFacts& facts,
+                                                              std::span<const std::byte> font,
+                                                              std::uint32_t flags);
 
 } // namespace OvPlatform

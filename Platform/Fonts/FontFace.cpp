@@ -179,4 +179,19 @@ std::int64_t FontFace::Width(std::wstring_view text) const {
     return width;
 }
 
+const std::vector<FontFace::Composition>& FontFace::Compositions() const {
+    std::call_once(m_hasCompositions, [this] {
+        hb_unicode_funcs_t* const unicode = hb_unicode_funcs_get_default();
+        const HbSet characters = MakeSet();
+        hb_face_collect_unicodes(m_face.get(), characters.get());
+        for (hb_codepoint_t whole = HB_SET_VALUE_INVALID; hb_set_next(characters.get(), &whole);) {
+            hb_codepoint_t letter = 0;
+            hb_codepoint_t mark = 0;
+            if (hb_unicode_decompose(unicode, whole, &letter, &mark) && mark != 0)
+                m_compositions.push_back({whole, letter, mark});
+        }
+    });
+    return m_compositions;
+}
+
 } // namespace OvPlatform

@@ -2,8 +2,7 @@
 
 #include "Com/PlatformExport.h"
 #include "Fonts/FontFile.h"
-
-#include <hb.h>
+#include "Fonts/ShaperPointer.h"
 
 #include <cstdint>
 #include <memory>
@@ -12,18 +11,6 @@
 #include <vector>
 
 namespace OvPlatform {
-
-template <auto Destroy>
-struct Destroyer {
-    template <class T>
-    void operator()(T* object) const noexcept {
-        Destroy(object);
-    }
-};
-using HbBlob = std::unique_ptr<hb_blob_t, Destroyer<hb_blob_destroy>>;
-using HbFace = std::unique_ptr<hb_face_t, Destroyer<hb_face_destroy>>;
-using HbFont = std::unique_ptr<hb_font_t, Destroyer<hb_font_destroy>>;
-using HbSet = std::unique_ptr<hb_set_t, Destroyer<hb_set_destroy>>;
 
 /// One font of a file, opened. Its bytes stay in the file, mapped. Threads may share it.
 class OV_PLATFORM_API FontFace {
@@ -69,6 +56,16 @@ public:
 
     /// In the font's units.
     [[nodiscard]] hb_font_t* Font() const noexcept { return m_font.get(); }
+
+    /// A character that shaping makes of a letter and a mark.
+    struct Composition {
+        std::uint32_t whole;
+        std::uint32_t letter;
+        std::uint32_t mark;
+    };
+    /// Those whose whole the font has. Throws std::bad_alloc.
+    [[nodiscard]] const std::vector<Composition>& Compositions() const;
+
     [[nodiscard]] hb_face_t* Shaper() const noexcept { return m_face.get(); }
 
 private:
@@ -81,6 +78,8 @@ private:
     Design m_design;
     HbFace m_face;
     HbFont m_font;
+    mutable std::once_flag m_hasCompositions;
+    mutable std::vector<Composition> m_compositions;
     mutable std::once_flag m_isTakenOut;
     mutable std::vector<std::byte> m_ownFile;
 };

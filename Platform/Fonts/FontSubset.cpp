@@ -3,7 +3,6 @@
 #include <hb-ot.h>
 #include <hb-subset.h>
 
-#include <algorithm>
 #include <new>
 
 namespace OvPlatform {
@@ -11,54 +10,15 @@ namespace {
 
 using Input = std::unique_ptr<hb_subset_input_t, Destroyer<hb_subset_input_destroy>>;
 
-constexpr hb_tag_t substitutions = HB_TAG('G', 'S', 'U', 'B');
-
-// The substitutions that a shaper makes without being asked to: of all scripts, then of those that join, and
-// of those that reorder.
-constexpr hb_tag_t shapingFeatures[] = {
-    HB_TAG('r', 'v', 'r', 'n'), HB_TAG('c', 'c', 'm', 'p'), HB_TAG('l', 'o', 'c', 'l'),
-    HB_TAG('r', 'l', 'i', 'g'), HB_TAG('l', 'i', 'g', 'a'), HB_TAG('c', 'l', 'i', 'g'),
-    HB_TAG('c', 'a', 'l', 't'), HB_TAG('r', 'c', 'l', 't'), HB_TAG('l', 't', 'r', 'a'),
-    HB_TAG('l', 't', 'r', 'm'), HB_TAG('r', 't', 'l', 'a'), HB_TAG('r', 't', 'l', 'm'),
-
-    HB_TAG('i', 's', 'o', 'l'), HB_TAG('i', 'n', 'i', 't'), HB_TAG('m', 'e', 'd', 'i'),
-    HB_TAG('m', 'e', 'd', '2'), HB_TAG('f', 'i', 'n', 'a'), HB_TAG('f', 'i', 'n', '2'),
-    HB_TAG('f', 'i', 'n', '3'), HB_TAG('m', 's', 'e', 't'), HB_TAG('s', 't', 'c', 'h'),
-    HB_TAG('l', 'j', 'm', 'o'), HB_TAG('v', 'j', 'm', 'o'), HB_TAG('t', 'j', 'm', 'o'),
-
-    HB_TAG('n', 'u', 'k', 't'), HB_TAG('a', 'k', 'h', 'n'), HB_TAG('r', 'p', 'h', 'f'),
-    HB_TAG('r', 'k', 'r', 'f'), HB_TAG('p', 'r', 'e', 'f'), HB_TAG('b', 'l', 'w', 'f'),
-    HB_TAG('a', 'b', 'v', 'f'), HB_TAG('h', 'a', 'l', 'f'), HB_TAG('p', 's', 't', 'f'),
-    HB_TAG('v', 'a', 't', 'u'), HB_TAG('c', 'j', 'c', 't'), HB_TAG('c', 'f', 'a', 'r'),
-    HB_TAG('p', 'r', 'e', 's'), HB_TAG('a', 'b', 'v', 's'), HB_TAG('b', 'l', 'w', 's'),
-    HB_TAG('p', 's', 't', 's'), HB_TAG('h', 'a', 'l', 'n'), HB_TAG_NONE,
-};
-
+// Substitutions stay, with the classes of glyphs that they ask for: by them the subsetter finds the glyphs
+// that shaping puts in the place of others.
 constexpr hb_tag_t droppedTables[] = {
-    substitutions,
-    HB_TAG('G', 'P', 'O', 'S'),
-    HB_TAG('G', 'D', 'E', 'F'),
-    HB_TAG('B', 'A', 'S', 'E'),
-    HB_TAG('J', 'S', 'T', 'F'),
-    HB_TAG('M', 'A', 'T', 'H'),
-    HB_TAG('k', 'e', 'r', 'n'),
-    HB_TAG('D', 'S', 'I', 'G'),
-    HB_TAG('C', 'O', 'L', 'R'),
-    HB_TAG('C', 'P', 'A', 'L'),
-    HB_TAG('C', 'B', 'D', 'T'),
-    HB_TAG('C', 'B', 'L', 'C'),
-    HB_TAG('S', 'V', 'G', ' '),
-    HB_TAG('s', 'b', 'i', 'x'),
-    HB_TAG('h', 'd', 'm', 'x'),
-    HB_TAG('V', 'D', 'M', 'X'),
-    HB_TAG('L', 'T', 'S', 'H'),
+    HB_TAG('G', 'P', 'O', 'S'), HB_TAG('B', 'A', 'S', 'E'), HB_TAG('J', 'S', 'T', 'F'),
+    HB_TAG('M', 'A', 'T', 'H'), HB_TAG('k', 'e', 'r', 'n'), HB_TAG('D', 'S', 'I', 'G'),
+    HB_TAG('C', 'O', 'L', 'R'), HB_TAG('C', 'P', 'A', 'L'), HB_TAG('C', 'B', 'D', 'T'),
+    HB_TAG('C', 'B', 'L', 'C'), HB_TAG('S', 'V', 'G', ' '), HB_TAG('s', 'b', 'i', 'x'),
+    HB_TAG('h', 'd', 'm', 'x'), HB_TAG('V', 'D', 'M', 'X'), HB_TAG('L', 'T', 'S', 'H'),
 };
-
-HbSet MakeSet() {
-    HbSet set(hb_set_create());
-    if (!hb_set_allocation_successful(set.get())) throw std::bad_alloc();
-    return set;
-}
 
 /// Brackets and the like, which a shaper mirrors in text that runs from right to left.
 void AddMirrored(hb_set_t* characters) {
@@ -80,33 +40,11 @@ void AddComposed(const FontFace& face, hb_set_t* characters) {
     for (hb_codepoint_t character = HB_SET_VALUE_INVALID; !hasMarks && hb_set_next(characters, &character);)
         hasMarks = hb_unicode_combining_class(unicode, character) != HB_UNICODE_COMBINING_CLASS_NOT_REORDERED;
     if (!hasMarks) return;
-    const HbSet all = MakeSet();
-    hb_face_collect_unicodes(face.Shaper(), all.get());
-    // A letter may have been composed of one that was composed; none has more than two marks on it.
+    // A letter may be composed of one that is composed; none has more than two marks on it.
     for (int round = 0; round < 2; ++round)
-        for (hb_codepoint_t whole = HB_SET_VALUE_INVALID; hb_set_next(all.get(), &whole);) {
-            hb_codepoint_t letter = 0;
-            hb_codepoint_t mark = 0;
-            if (hb_unicode_decompose(unicode, whole, &letter, &mark) && mark != 0 &&
-                hb_set_has(characters, letter) && hb_set_has(characters, mark))
-                hb_set_add(characters, whole);
-        }
-}
-
-void AddCharacters(const FontFace& face, hb_set_t* characters) {
-    AddMirrored(characters);
-    AddComposed(face, characters);
-}
-
-/// What shaping puts in the place of the characters' glyphs.
-void AddSubstitutes(const FontFace& face, const hb_set_t* characters, hb_set_t* glyphs) {
-    if (!hb_ot_layout_has_substitution(face.Shaper())) return;
-    for (hb_codepoint_t character = HB_SET_VALUE_INVALID; hb_set_next(characters, &character);)
-        if (const std::uint32_t glyph = face.Glyph(character); glyph != 0) hb_set_add(glyphs, glyph);
-    const HbSet lookups = MakeSet();
-    hb_ot_layout_collect_lookups(face.Shaper(), substitutions, nullptr, nullptr, shapingFeatures,
-                                 lookups.get());
-    hb_ot_layout_lookups_substitute_closure(face.Shaper(), lookups.get(), glyphs);
+        for (const FontFace::Composition& made : face.Compositions())
+            if (hb_set_has(characters, made.letter) && hb_set_has(characters, made.mark))
+                hb_set_add(characters, made.whole);
 }
 
 void PinToDefault(const FontFace& face, hb_subset_input_t* input) {
@@ -141,8 +79,8 @@ HbBlob FontSubset::CutFrom(const FontFace& face) const {
         hb_set_add(kept, character);
     for (const std::uint32_t glyph : glyphs)
         hb_set_add(keptGlyphs, glyph);
-    AddCharacters(face, kept);
-    AddSubstitutes(face, kept, keptGlyphs);
+    AddMirrored(kept);
+    AddComposed(face, kept);
     hb_set_t* const dropped = hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
     for (const hb_tag_t table : droppedTables)
         hb_set_add(dropped, table);

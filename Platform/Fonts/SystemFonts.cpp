@@ -111,9 +111,8 @@ Pattern RequestPattern(const LOGFONTW& asked) {
 }
 
 /// Whether the file has, under that index, a font with outlines and with a name of its own.
-bool IsNamedOutlineFont(const std::filesystem::path& path, std::uint32_t index) {
-    const auto file = FontFile::Open(path);
-    const auto tables = file ? FontTables::Read(file->Bytes(), index) : std::nullopt;
+bool IsNamedOutlineFont(const FontFile& file, std::uint32_t index) {
+    const auto tables = FontTables::Read(file.Bytes(), index);
     if (!tables || !tables->Has(FontTag("name"))) return false;
     return tables->Has(FontTag("glyf")) || tables->Has(FontTag("CFF ")) || tables->Has(FontTag("CFF2"));
 }
@@ -129,7 +128,6 @@ SystemFonts::SystemFonts() : m_configuration(Made(FcConfigReference(nullptr))) {
     const FcFontSet* fonts = FcConfigGetFonts(m_configuration, FcSetSystem);
     for (int font = 0; fonts != nullptr && font < fonts->nfont; ++font)
         AddMember(fonts->fonts[font]);
-    CollectFamilies();
 }
 
 void SystemFonts::AddMember(FcPattern* pattern) {
@@ -143,7 +141,7 @@ void SystemFonts::AddMember(FcPattern* pattern) {
     member.file = *file;
     member.index = static_cast<std::uint32_t>(index);
     member.families = Names(pattern, FC_FAMILY, FC_FAMILYLANG);
-    if (member.families.empty() || !IsNamedOutlineFont(member.file, member.index)) return;
+    if (member.families.empty()) return;
     for (const Name& name : member.families)
         member.foldedNames.push_back(FoldCase(name.text));
     for (const Name& name : Names(pattern, FC_FULLNAME, FC_FULLNAMELANG))
@@ -151,11 +149,23 @@ void SystemFonts::AddMember(FcPattern* pattern) {
     m_members.push_back(std::move(member));
 }
 
-void SystemFonts::CollectFamilies() {
-    std::map<std::wstring, Family> families; // by the name, in upper case
-    for (const Member& member : m_members) {
+const std::vector<SystemFonts::Family>& SystemFonts::Families() {
+    const std::lock_guard guard(m_lock);
+    if (m_families) return *m_families;
+    for (Member& member : m_members) {
+        if (member.face || member.isNone) continue;
+        const auto file = FontFile::Open(member.file);
+        member.isNone = !file || !IsNamedOutlineFont(*file, member.index);
+    }
+    return m_families.emplace(CollectFamilies(m_members));
+}
+
+std::vector<SystemFonts::Family> SystemFonts::CollectFamilies(const std::vector<Member>& members) {
+    std::map<std::wstring, Family> byName; // in upper case
+    for (const Member& member : members) {
+        if (member.isNone) continue;
         const Name& chief = ChiefName(member.families);
-        Family& family = families[Upper(chief.text)];
+        Family& family = byName[Upper(chief.text)];
         if (family.names.empty()) family.names.push_back(chief);
         // The first name in each language: the others are those of faces within the family.
         for (const Name& name : member.families)
@@ -163,8 +173,10 @@ void SystemFonts::CollectFamilies() {
                              [&name](const Name& other) { return other.language == name.language; }))
                 family.names.push_back(name);
     }
-    for (auto& [name, family] : families)
-        m_families.push_back(std::move(family));
+    std::vector<Family> families;
+    for (auto& [name, family] : byName)
+        families.push_back(std::move(family));
+    return families;
 }
 
 std::shared_ptr<const SystemFonts::Choice> SystemFonts::Choose(const LOGFONTW& asked) {
@@ -184,7 +196,7 @@ std::shared_ptr<const SystemFonts::Choice> SystemFonts::Find(const LOGFONTW& ask
         std::vector<Member*> named;
         std::vector<Member*> all;
         for (Member& member : m_members) {
-            if (member.isBroken) continue;
+            if (member.isNone) continue;
             all.push_back(&member);
             if (std::find(member.foldedNames.begin(), member.foldedNames.end(), wanted) !=
                 member.foldedNames.end())
@@ -227,9 +239,11 @@ SystemFonts::Member* SystemFonts::Nearest(FcPattern* request, const std::vector<
 
 bool SystemFonts::Open(Member& member) {
     if (member.face) return true;
-    if (auto file = FontFile::Open(member.file)) member.face = FontFace::Open(std::move(file), member.index);
-    member.isBroken = !member.face;
-    return !member.isBroken;
+    auto file = FontFile::Open(member.file);
+    if (file && IsNamedOutlineFont(*file, member.index))
+        member.face = FontFace::Open(std::move(file), member.index);
+    member.isNone = !member.face;
+    return !member.isNone;
 }
 
 } // namespace OvPlatform

@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -41,8 +42,9 @@ public:
     /// The one of the process. Throws std::bad_alloc.
     static SystemFonts& Instance();
 
-    /// Ordered by name, ordinally without regard to case.
-    [[nodiscard]] const std::vector<Family>& Families() const noexcept { return m_families; }
+    /// Ordered by name, ordinally without regard to case. Collected when they are first asked for, which
+    /// takes a look into each font's file. Throws std::bad_alloc.
+    const std::vector<Family>& Families();
 
     /// The font of that name, a family's in any language or a full one, whose weight and slant come nearest.
     /// Where there is none, what Fontconfig takes in its place. Null if the system has no font that opens.
@@ -56,22 +58,22 @@ private:
         std::uint32_t index = 0;
         std::vector<Name> families;
         std::vector<std::wstring> foldedNames; // of the family and full ones, in all languages
-        std::shared_ptr<const FontFace> face;
-        bool isBroken = false;
+        std::shared_ptr<const FontFace> face;  // null until it is asked for
+        bool isNone = false;                   // known to be no font that counts
     };
     using Request = std::tuple<std::wstring, LONG, bool, BYTE>; // folded name, weight, italic, charset
 
     SystemFonts();
     void AddMember(FcPattern* pattern);
-    void CollectFamilies();
+    static bool Open(Member& member);
+    static std::vector<Family> CollectFamilies(const std::vector<Member>& members);
     std::shared_ptr<const Choice> Find(const LOGFONTW& asked, const Request& request);
     Member* Nearest(FcPattern* request, const std::vector<Member*>& candidates);
-    bool Open(Member& member);
 
     FcConfig* m_configuration;
+    std::mutex m_lock; // of what follows
     std::vector<Member> m_members;
-    std::vector<Family> m_families;
-    std::mutex m_lock; // of what follows, and of the members' faces
+    std::optional<std::vector<Family>> m_families;
     std::map<Request, std::shared_ptr<const Choice>> m_choices;
 };
 
