@@ -91,8 +91,8 @@ std::string DictionaryObject::NewKey(LPCWSTR key, std::uint32_t replaced) {
     if (Attribute(sourceName)) throw MarkupFailure(XPS_E_BOTH_RESOURCE_AND_SOURCEATTR_PRESENT);
     std::string wanted = ToMarkup(key);
     if (wanted.empty()) throw MarkupFailure(XPS_E_INVALID_RESOURCE_KEY);
-    for (std::uint32_t at = 0; at < ChildCount(); ++at)
-        if (at != replaced && ChildKey(at) == wanted) throw MarkupFailure(XPS_E_DUPLICATE_RESOURCE_KEYS);
+    if (const std::optional<std::uint32_t> known = FindKey(wanted); known && *known != replaced)
+        throw MarkupFailure(XPS_E_DUPLICATE_RESOURCE_KEYS);
     return wanted;
 }
 
@@ -140,9 +140,9 @@ HRESULT DictionaryObject::GetByKey(LPCWSTR key, IXpsOMShareable* before, IXpsOMS
         RequirePlace(entry);
         *entry = nullptr;
         const std::string wanted = ToMarkup(key);
-        const std::uint32_t end = before == nullptr ? ChildCount() : IndexOf(ElementOf(before));
-        for (std::uint32_t at = 0; at < end; ++at)
-            if (ChildKey(at) == wanted) return GiveInterface(Child(at).Identity(), entry);
+        const std::optional<std::uint32_t> index = FindKey(wanted);
+        if (!index || (before != nullptr && *index >= IndexOf(ElementOf(before)))) return;
+        GiveInterface(Child(*index).Identity(), entry);
     });
 }
 HRESULT DictionaryObject::GetIndex(IXpsOMShareable* entry, UINT32* index) {

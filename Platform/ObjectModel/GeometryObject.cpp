@@ -267,7 +267,9 @@ void GeometryObject::Insert(std::size_t index, IXpsOMGeometryFigure* figure) {
     RequirePlace(figure);
     CheckIndex(index, m_figures.size() + 1);
     CComPtr<IModelFigure> own;
-    if (FAILED(figure->QueryInterface(&own))) throw MarkupFailure(XPS_E_NO_CUSTOM_OBJECTS);
+    const HRESULT result = figure->QueryInterface(&own);
+    if (result == E_NOINTERFACE) throw MarkupFailure(XPS_E_NO_CUSTOM_OBJECTS);
+    ThrowIfFailed(result);
     FigureObject& inserted = own->Figure();
     if (inserted.Geometry() != nullptr) throw MarkupFailure(XPS_E_ALREADY_OWNED);
     TouchFigures();

@@ -20,12 +20,18 @@ void TakeItems(std::vector<Item>& items, UINT32 count, const Item* from) {
 
 UINT32 CountOf(std::size_t size) noexcept { return static_cast<UINT32>(size); }
 
-// An attribute that says nothing goes.
-void SetOrRemove(PageElement& element, std::string_view name, std::string value) {
-    if (value.empty())
-        element.RemoveAttribute(name);
-    else
-        element.SetAttribute(name, std::move(value));
+// What a run says, and the values that say it: an empty one is none.
+constexpr std::array runAttributes = {"UnicodeString", "Indices",    "CaretStops",
+                                      "BidiLevel",     "IsSideways", "DeviceFontName"};
+using RunTexts = std::array<std::string, runAttributes.size()>;
+
+RunTexts TextsOf(const GlyphRun& run) {
+    return {FormatUnicodeString(run.text),
+            FormatIndices(run),
+            FormatCaretStops(run.prohibitedCaretStops),
+            run.bidiLevel == 0 ? "" : std::to_string(run.bidiLevel),
+            run.isSideways ? "true" : "",
+            ToMarkup(run.deviceFont)};
 }
 
 } // namespace
@@ -43,14 +49,16 @@ GlyphRun GlyphsObject::Run() const {
 
 void GlyphsObject::SetRun(const GlyphRun& run) {
     // All texts ahead of the first that is set: one that cannot stand in markup leaves the run as it was.
-    std::string text = FormatUnicodeString(run.text);
-    std::string device = ToMarkup(run.deviceFont);
-    SetOrRemove(*this, "UnicodeString", std::move(text));
-    SetOrRemove(*this, "Indices", FormatIndices(run));
-    SetOrRemove(*this, "CaretStops", FormatCaretStops(run.prohibitedCaretStops));
-    SetOrRemove(*this, "BidiLevel", run.bidiLevel == 0 ? "" : std::to_string(run.bidiLevel));
-    SetOrRemove(*this, "IsSideways", run.isSideways ? "true" : "");
-    SetOrRemove(*this, "DeviceFontName", std::move(device));
+    const RunTexts wanted = TextsOf(run);
+    const RunTexts known = TextsOf(Run());
+    for (std::size_t index = 0; index < wanted.size(); ++index) {
+        // What says the same stays, however it was written.
+        if (wanted[index] == known[index]) continue;
+        if (wanted[index].empty())
+            RemoveAttribute(runAttributes[index]);
+        else
+            SetAttribute(runAttributes[index], wanted[index]);
+    }
 }
 
 void GlyphsObject::Prepare() {

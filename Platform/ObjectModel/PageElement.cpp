@@ -59,7 +59,9 @@ ElementPtr::~ElementPtr() {
 PageElement& ElementOf(IUnknown* object) {
     RequirePlace(object);
     CComPtr<IPageElement> own;
-    if (FAILED(object->QueryInterface(&own))) throw MarkupFailure(XPS_E_NO_CUSTOM_OBJECTS);
+    const HRESULT result = object->QueryInterface(&own);
+    if (result == E_NOINTERFACE) throw MarkupFailure(XPS_E_NO_CUSTOM_OBJECTS);
+    ThrowIfFailed(result);
     return own->Element();
 }
 
@@ -106,6 +108,7 @@ void PageElement::SetAttribute(std::string_view name, ReferringValue value) {
         m_edits[static_cast<std::size_t>(edit - m_edits.data())].value = std::move(value);
     else
         m_edits.push_back({std::string(name), std::move(value)});
+    if (m_owner != nullptr && name == keyAttribute) m_owner->m_hasKeys = false;
     Touch();
 }
 
@@ -224,8 +227,8 @@ CComPtr<IXpsOMShareable> PageElement::FindResource(const std::string& key) {
             ThrowIfFailed(remote->GetDictionary(&content));
             dictionary = &ElementOf(content);
         }
-        for (std::uint32_t index = 0; index < dictionary->ChildCount(); ++index)
-            if (dictionary->ChildKey(index) == key) return ShareableOf(dictionary->Child(index));
+        if (const std::optional<std::uint32_t> index = dictionary->FindKey(key); index)
+            return ShareableOf(dictionary->Child(*index));
     }
     return nullptr;
 }
@@ -265,10 +268,22 @@ std::optional<std::string> PageElement::ChildKey(std::uint32_t index) {
     return std::nullopt;
 }
 
+std::optional<std::uint32_t> PageElement::FindKey(const std::string& key) {
+    if (!std::exchange(m_hasKeys, true)) {
+        m_keys.clear();
+        for (std::uint32_t index = 0; index < ChildCount(); ++index)
+            if (std::optional<std::string> name = ChildKey(index); name)
+                m_keys.try_emplace(std::move(*name), index);
+    }
+    const auto found = m_keys.find(key);
+    return found == m_keys.end() ? std::nullopt : std::optional(found->second);
+}
+
 void PageElement::InsertChild(std::uint32_t index, PageElement& child) {
     LoadChildren();
     CheckCanOwn(child);
     m_children.insert(m_children.begin() + index, {noElement, ElementPtr(&child)});
+    m_hasKeys = false;
     Adopt(child);
     Touch();
 }
@@ -279,6 +294,7 @@ void PageElement::RemoveChild(std::uint32_t index) {
     if (child.element != noElement) RemoveFromSource(child.element);
     LetGo(child.object);
     m_children.erase(m_children.begin() + index);
+    m_hasKeys = false;
     Touch();
 }
 

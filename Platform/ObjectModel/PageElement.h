@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -94,6 +95,8 @@ public:
     std::uint32_t ChildCount();
     PageElement& Child(std::uint32_t index);
     std::optional<std::string> ChildKey(std::uint32_t index);
+    /// The first of that key.
+    std::optional<std::uint32_t> FindKey(const std::string& key);
     void InsertChild(std::uint32_t index, PageElement& child);
     void RemoveChild(std::uint32_t index);
 
@@ -182,6 +185,8 @@ private:
     std::vector<Edit> m_edits;
     std::vector<PropertyValue> m_values;
     std::vector<ChildEntry> m_children;
+    std::unordered_map<std::string, std::uint32_t> m_keys; // of the children, as long as m_hasKeys
+    bool m_hasKeys = false;
     std::vector<std::uint32_t> m_removed; // elements of the source, in its order
 };
 

@@ -13,6 +13,8 @@ namespace OvPlatform {
 namespace {
 
 constexpr LONG deepest = 256;
+// Of a value, as much as its first word needs however it is written.
+constexpr std::size_t longestEscaped = 256;
 
 struct ReferringAttribute {
     ElementKind element;
@@ -24,6 +26,20 @@ constexpr std::array referring = {
     ReferringAttribute{ElementKind::ImageBrush, "ImageSource", ReferenceKind::Image},
     ReferringAttribute{ElementKind::ResourceDictionary, "Source", ReferenceKind::Whole},
 };
+
+constexpr std::string_view contextColor = "ContextColor";
+
+std::optional<ReferenceKind> KindOfReference(ElementKind element, const RawAttributes::Item& attribute) {
+    for (const ReferringAttribute& row : referring)
+        if (row.element == element && row.name == attribute.name) return row.kind;
+    // Of any attribute that may hold a colour; its first character may be written as a reference.
+    const bool mayBeColor =
+        attribute.value.starts_with(contextColor.front()) || attribute.value.starts_with('&');
+    if (!mayBeColor || attribute.name.find(':') != std::string_view::npos) return std::nullopt;
+    return UnescapeAttribute(attribute.value.substr(0, longestEscaped)).starts_with(contextColor)
+               ? std::optional(ReferenceKind::Context)
+               : std::nullopt;
+}
 
 // `number`: of the reference in its value.
 PartUse UseOf(ElementKind element, ReferenceKind kind, std::size_t number) noexcept {
@@ -79,7 +95,10 @@ void PageIndexer::StartElement(const StartTagEvent& tag) {
     m_open.push_back(static_cast<std::uint32_t>(m_source.m_elements.size()));
     m_source.m_elements.push_back(element);
     if (tag.declarationCount != 0) NoteNamespaces(element);
-    NoteReferences(element, tag);
+    // Of other namespaces, attributes mean something else.
+    const bool mayRefer = tag.attributeCount != 0 || element.kind == ElementKind::Glyphs;
+    const bool isOwn = View(tag.uri) == PageNamespace(m_source.m_type);
+    if (isOwn && mayRefer) NoteReferences(element);
 }
 
 void PageIndexer::EndElement(const xmlChar*, const xmlChar*, const xmlChar*) {
@@ -129,30 +148,21 @@ void PageIndexer::NoteNamespaces(const SourceElement& element) {
     }
 }
 
-void PageIndexer::NoteReferences(const SourceElement& element, const StartTagEvent& tag) {
-    if (View(tag.uri) != PageNamespace(m_source.m_type)) return;
-    bool hasFont = element.kind != ElementKind::Glyphs || m_alternates != 0;
-    for (int index = 0; index < tag.attributeCount; ++index) {
-        const xmlChar* const* attribute = tag.attributes + 5 * index;
-        if (attribute[1] != nullptr) continue;
-        const std::string_view name = View(attribute[0]);
-        for (const ReferringAttribute& row : referring)
-            if (row.element == element.kind && row.name == name) {
-                NoteReference(element, name, row.kind);
-                hasFont = true;
-            }
-        const std::string_view value(reinterpret_cast<const char*>(attribute[3]),
-                                     static_cast<std::size_t>(attribute[4] - attribute[3]));
-        if (value.starts_with("ContextColor")) NoteReference(element, name, ReferenceKind::Context);
+void PageIndexer::NoteReferences(const SourceElement& element) {
+    bool hasFont = false;
+    RawAttributes attributes(m_source.Text(element.begin, element.tagEnd));
+    for (RawAttributes::Item item; attributes.Next(item);) {
+        if (const std::optional<ReferenceKind> kind = KindOfReference(element.kind, item); kind) {
+            NoteReference(element, item, *kind);
+            hasFont = hasFont || *kind == ReferenceKind::Whole;
+        }
     }
-    if (!hasFont) FailHere(XPS_E_MISSING_FONTURI, "Glyphs name no font");
+    if (element.kind == ElementKind::Glyphs && !hasFont && m_alternates == 0)
+        FailHere(XPS_E_MISSING_FONTURI, "Glyphs name no font");
 }
 
-void PageIndexer::NoteReference(const SourceElement& element, std::string_view name, ReferenceKind kind) {
-    RawAttributes attributes(m_source.Text(element.begin, element.tagEnd));
-    RawAttributes::Item item;
-    while (attributes.Next(item) && item.name != name) {
-    }
+void PageIndexer::NoteReference(const SourceElement& element, const RawAttributes::Item& item,
+                                ReferenceKind kind) {
     SourceReference reference{static_cast<std::uint32_t>(element.begin + item.valueBegin),
                               static_cast<std::uint32_t>(item.value.size()),
                               kind,
@@ -178,7 +188,7 @@ bool PageIndexer::Resolve(PartUse use, std::string_view reference, std::uint32_t
         try {
             std::string name = ResolvePartName(m_source.m_partName, reference);
             const auto [entry, isNewName] =
-                m_partOfName.try_emplace(name, static_cast<std::uint32_t>(m_source.m_parts.size()));
+                m_source.m_partOfName.try_emplace(name, static_cast<std::uint32_t>(m_source.m_parts.size()));
             if (isNewName) {
                 CComPtr<IXpsOMResource> resource = m_find(use, name);
                 m_source.m_parts.push_back({std::move(name), std::move(resource)});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ObjectModel/MarkupText.h"
 #include "ObjectModel/PageSource.h"
 #include "Package/PartName.h"
 #include "Xml/EventParse.h"
@@ -38,8 +39,9 @@ private:
     void CheckRoot(const StartTagEvent& tag);
     std::uint32_t Declare(std::uint32_t scope, const StartTagEvent& tag);
     void NoteNamespaces(const SourceElement& element);
-    void NoteReferences(const SourceElement& element, const StartTagEvent& tag);
-    void NoteReference(const SourceElement& element, std::string_view attribute, ReferenceKind kind);
+    void NoteReferences(const SourceElement& element);
+    void NoteReference(const SourceElement& element, const RawAttributes::Item& attribute,
+                       ReferenceKind kind);
     bool Resolve(PartUse use, std::string_view reference, std::uint32_t& part);
     static HRESULT Miss(ElementKind kind) noexcept;
 
@@ -48,7 +50,6 @@ private:
     const ElementKind m_root;
     std::vector<std::uint32_t> m_open;
     std::size_t m_alternates = 0; // of markup compatibility that are open
-    std::unordered_map<std::string, std::uint32_t, PartNameHash, PartNameEqual> m_partOfName;
     std::unordered_map<std::string, std::uint32_t> m_partOfReference;
 };
 

@@ -18,10 +18,10 @@ namespace {
 constexpr std::string_view blanks = " \t\r\n";
 constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 
-// The words of a value, from a place on.
-std::vector<ReferenceSpan> WordsOf(std::string_view value, std::size_t at) {
+// The first words of a value, from a place on.
+std::vector<ReferenceSpan> WordsOf(std::string_view value, std::size_t at, std::size_t most) {
     std::vector<ReferenceSpan> words;
-    while ((at = value.find_first_not_of(blanks, at)) != std::string_view::npos) {
+    while (words.size() < most && (at = value.find_first_not_of(blanks, at)) != std::string_view::npos) {
         const std::size_t end = std::min(value.find_first_of(blanks, at), value.size());
         words.push_back({at, end - at});
         at = end;
@@ -66,18 +66,14 @@ std::vector<ReferenceSpan> ReferencesIn(ReferenceKind kind, std::string_view val
     switch (kind) {
     case ReferenceKind::Image:
         if (value.starts_with(converted)) {
-            spans = WordsOf(value.substr(0, value.find('}')), converted.size());
-            spans.resize(std::min<std::size_t>(spans.size(), 2));
-            return spans;
+            return WordsOf(value.substr(0, value.find('}')), converted.size(), 2);
         }
         [[fallthrough]];
     case ReferenceKind::Whole:
         spans.push_back({0, std::min(value.find('#'), value.size())});
         return spans;
     case ReferenceKind::Context:
-        if (value.starts_with(context)) spans = WordsOf(value, context.size());
-        spans.resize(std::min<std::size_t>(spans.size(), 1));
-        return spans;
+        return value.starts_with(context) ? WordsOf(value, context.size(), 1) : spans;
     case ReferenceKind::Namespace:
         break;
     }
@@ -149,11 +145,8 @@ const std::string* PageSource::FindNamespace(std::uint32_t scope, std::string_vi
 }
 
 const SourcePart* PageSource::FindPart(std::string_view reference) const {
-    const std::string name = ResolvePartName(m_partName, reference);
-    const auto found = std::find_if(m_parts.begin(), m_parts.end(), [&](const SourcePart& part) {
-        return ComparePartNames(part.name, name) == 0;
-    });
-    return found == m_parts.end() ? nullptr : &*found;
+    const auto found = m_partOfName.find(ResolvePartName(m_partName, reference));
+    return found == m_partOfName.end() ? nullptr : &m_parts[found->second];
 }
 
 } // namespace OvPlatform

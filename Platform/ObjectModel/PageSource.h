@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ObjectModel/MarkupNames.h"
+#include "Package/PartName.h"
 
 #include <atlcomcli.h>
 #include <msopc.h>
@@ -10,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace OvPlatform {
@@ -134,6 +136,7 @@ private:
     std::vector<Declaration> m_declarations;
     std::vector<SourceReference> m_references;
     std::vector<SourcePart> m_parts;
+    std::unordered_map<std::string, std::uint32_t, PartNameHash, PartNameEqual> m_partOfName;
     bool m_isUtf16 = false;
     bool m_isBigEndian = false;
     bool m_hasMark = false;
