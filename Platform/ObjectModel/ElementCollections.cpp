@@ -52,9 +52,9 @@ HRESULT VisualCollection::RemoveAt(UINT32 index) {
 }
 HRESULT VisualCollection::SetAt(UINT32 index, IXpsOMVisual* visual) {
     return ElementCall([&] {
+        PageElement& inserted = ElementOf(visual);
         CheckIndex(index, Of().ChildCount());
-        Insert(Of(), index, visual);
-        Of().RemoveChild(index + 1);
+        if (&Of().Child(index) != &inserted) Of().ReplaceChild(index, inserted);
     });
 }
 HRESULT VisualCollection::Append(IXpsOMVisual* visual) {
@@ -164,10 +164,12 @@ HRESULT DictionaryObject::SetAt(UINT32 index, LPCWSTR key, IXpsOMShareable* entr
     return ElementCall([&] {
         CheckIndex(index, ChildCount());
         PageElement& inserted = ElementOf(entry);
-        CheckCanOwn(inserted);
         std::string wanted = NewKey(key, index);
-        Remove(index);
-        InsertChild(index, inserted);
+        const ElementPtr replaced(&Child(index));
+        if (replaced.Get() != &inserted) {
+            ReplaceChild(index, inserted);
+            replaced->RemoveAttribute(keyName);
+        }
         inserted.SetAttribute(keyName, std::move(wanted));
     });
 }

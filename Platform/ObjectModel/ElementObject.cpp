@@ -87,20 +87,28 @@ HRESULT SetValueLookup(PageElement& element, const char* name, LPCWSTR key) {
 }
 
 ElementPtr CloneElement(PageElement& element) {
+    const std::string_view root = ElementName(ElementKind::FixedPage);
+    const PageSource* const source = element.Source().get();
+    const std::string partName = source != nullptr ? source->PartName() : std::string(packageRoot);
     std::string text;
-    const bool isOfSource = element.Source() != nullptr;
-    const std::string partName = isOfSource ? element.Source()->PartName() : std::string(packageRoot);
     MarkupWriter out([&](std::string_view piece) { text += piece; }, partName,
-                     isOfSource ? element.Source()->Type() : XPS_DOCUMENT_TYPE_XPS);
-    out.Write("<FixedPage");
-    out.DeclareIfRoot();
-    out.Write(">");
-    element.Write(out);
-    out.Write("</FixedPage>");
+                     source != nullptr ? source->Type() : XPS_DOCUMENT_TYPE_XPS);
+    if (element.IsInSource()) {
+        out.OpenRootAround(*source, element.Index(), root);
+        const MarkupWriter::Inside inside(out, *source, element.Index());
+        element.Write(out);
+        out.Write("</" + out.QualifiedName(root) + ">");
+    } else {
+        out.Write("<" + std::string(root));
+        out.DeclareIfRoot();
+        out.Write(">");
+        element.Write(out);
+        out.Write("</" + std::string(root) + ">");
+    }
     std::vector<SourcePart> parts;
     for (const UsedPart& part : out.Parts())
         parts.push_back({part.name, part.resource});
-    return MakeElementObject(PageSource::FromText(std::move(text), partName, std::move(parts), nullptr), 1);
+    return MakeElementObject(PageSource::FromText(std::move(text), partName, parts, nullptr), 1);
 }
 
 XPS_OBJECT_TYPE ObjectTypeOf(ElementKind kind) noexcept {

@@ -120,15 +120,19 @@ std::optional<std::string> MarkupWriter::NamespaceHere(std::string_view prefix) 
 }
 
 void MarkupWriter::DeclareFor(const PageSource& source, std::uint32_t element) {
-    const std::uint32_t scope = source.At(element).scope;
-    std::vector<std::string> own;
+    std::vector<std::string> declared;
     RawAttributes attributes(source.StartTag(element));
     for (RawAttributes::Item item; attributes.Next(item);)
-        if (item.name == "xmlns" || PrefixOf(item.name) == "xmlns") own.emplace_back(item.name);
+        if (item.name == "xmlns" || PrefixOf(item.name) == "xmlns") declared.emplace_back(item.name);
+    DeclareScope(source, source.At(element).scope, std::move(declared));
+}
+
+void MarkupWriter::DeclareScope(const PageSource& source, std::uint32_t scope,
+                                std::vector<std::string> declared) {
     const auto declare = [&](const std::string& prefix, const std::string& uri) {
         const std::string name = prefix.empty() ? "xmlns" : "xmlns:" + prefix;
-        if (std::find(own.begin(), own.end(), name) != own.end()) return;
-        own.push_back(name);
+        if (std::find(declared.begin(), declared.end(), name) != declared.end()) return;
+        declared.push_back(name);
         if (NamespaceHere(prefix).value_or("") != uri) WriteAttribute(name, uri);
     };
     // Of the same source, only what was declared between here and there; otherwise all that holds there.
@@ -136,6 +140,15 @@ void MarkupWriter::DeclareFor(const PageSource& source, std::uint32_t element) {
     for (; at != 0 && !(m_source == &source && at == m_scope); at = source.FindDeclaration(at)->outer)
         declare(source.FindDeclaration(at)->prefix, NamespaceIn(m_type, source.FindDeclaration(at)->uri));
     if (at == 0 && source.FindNamespace(scope, "") == nullptr) declare("", "");
+}
+
+void MarkupWriter::OpenRootAround(const PageSource& source, std::uint32_t element,
+                                  std::string_view localName) {
+    const std::string_view prefix = PrefixOf(RawAttributes(source.StartTag(element)).ElementName());
+    Write("<" + WithPrefix(prefix, localName));
+    DeclareScope(source, source.At(element).scope, {});
+    m_hasRoot = true;
+    Write(">");
 }
 
 MarkupWriter::KnownSource& MarkupWriter::Known(const PageSource& source) {

@@ -50,6 +50,8 @@ public:
 
     /// The begin of a source's start tag, "<name" and the declarations that it needs here.
     void OpenTag(const PageSource& source, std::uint32_t element);
+    /// The start tag of a root for a copy of an element, with all declarations that hold for that.
+    void OpenRootAround(const PageSource& source, std::uint32_t element, std::string_view localName);
     /// What holds inside an element, for as long as this lives.
     class Inside {
     public:
@@ -79,6 +81,7 @@ private:
     /// Nothing where it is not declared.
     std::optional<std::string> NamespaceHere(std::string_view prefix) const;
     void DeclareFor(const PageSource& source, std::uint32_t element);
+    void DeclareScope(const PageSource& source, std::uint32_t scope, std::vector<std::string> declared);
     std::string Renewed(const PageSource& source, const SourceReference& reference);
     void NoteParts(const PageSource& source, const SourceReference& reference);
     std::string Relative(const std::string& name) const;

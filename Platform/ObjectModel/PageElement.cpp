@@ -239,7 +239,7 @@ void PageElement::LoadChildren() {
     if (std::exchange(m_hasChildren, true) || !IsInSource()) return;
     for (std::uint32_t at = m_source->FirstChild(m_index); at != noElement;
          at = m_source->NextSibling(m_index, at))
-        if (IsChild(m_source->At(at).kind)) m_children.push_back({at, {}});
+        if (IsChild(m_source->At(at).kind)) m_children.push_back({at, at, {}});
 }
 
 std::uint32_t PageElement::ChildCount() {
@@ -282,7 +282,7 @@ std::optional<std::uint32_t> PageElement::FindKey(const std::string& key) {
 void PageElement::InsertChild(std::uint32_t index, PageElement& child) {
     LoadChildren();
     CheckCanOwn(child);
-    m_children.insert(m_children.begin() + index, {noElement, ElementPtr(&child)});
+    m_children.insert(m_children.begin() + index, {noElement, noElement, ElementPtr(&child)});
     m_hasKeys = false;
     Adopt(child);
     Touch();
@@ -295,6 +295,18 @@ void PageElement::RemoveChild(std::uint32_t index) {
     LetGo(child.object);
     m_children.erase(m_children.begin() + index);
     m_hasKeys = false;
+    Touch();
+}
+
+void PageElement::ReplaceChild(std::uint32_t index, PageElement& child) {
+    LoadChildren();
+    CheckCanOwn(child);
+    ChildEntry& replaced = m_children[index];
+    if (replaced.element != noElement) RemoveFromSource(replaced.element);
+    LetGo(replaced.object);
+    replaced = {noElement, replaced.place, ElementPtr(&child)};
+    m_hasKeys = false;
+    Adopt(child);
     Touch();
 }
 

@@ -99,6 +99,7 @@ public:
     std::optional<std::uint32_t> FindKey(const std::string& key);
     void InsertChild(std::uint32_t index, PageElement& child);
     void RemoveChild(std::uint32_t index);
+    void ReplaceChild(std::uint32_t index, PageElement& child);
 
     /// Throws MarkupFailure with XPS_E_ALREADY_OWNED, and with XPS_E_VISUAL_CIRCULAR_REF for one that this
     /// stands in.
@@ -146,7 +147,8 @@ private:
         std::optional<ReferringValue> attribute{}; ///< while it is written: what says it without an element
     };
     struct ChildEntry {
-        std::uint32_t element;
+        std::uint32_t element; ///< of the source; noElement for one that came later
+        std::uint32_t place;   ///< the element of the source that it stands for; noElement for none
         ElementPtr object;
     };
 

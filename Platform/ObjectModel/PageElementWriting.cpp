@@ -137,19 +137,19 @@ void PageElement::WriteContentOfSource(MarkupWriter& out) {
 }
 
 void PageElement::WriteChildren(MarkupWriter& out, std::size_t& at) {
-    const auto isOfSource = [](const ChildEntry& child) { return child.element != noElement; };
-    const auto lastOfSource = std::find_if(m_children.rbegin(), m_children.rend(), isOfSource).base();
+    const auto hasPlace = [](const ChildEntry& child) { return child.place != noElement; };
+    const auto lastWithPlace = std::find_if(m_children.rbegin(), m_children.rend(), hasPlace).base();
     std::size_t before = at; // the end of what stands before
     for (auto child = m_children.begin(); child != m_children.end(); ++child) {
-        if (child->element == noElement) {
+        if (!hasPlace(*child)) {
             // What comes last comes behind all that the source has.
-            CopyTo(out, at, child < lastOfSource ? before : m_source->ContentEnd(m_index));
+            CopyTo(out, at, child < lastWithPlace ? before : m_source->ContentEnd(m_index));
             child->object->Write(out);
             continue;
         }
-        const SourceElement& element = m_source->At(child->element);
+        const SourceElement& element = m_source->At(child->place);
         before = element.end;
-        if (!child->object || !child->object->m_isTouched) continue;
+        if (!child->object || (child->element != noElement && !child->object->m_isTouched)) continue;
         CopyTo(out, at, element.begin);
         child->object->Write(out);
         at = element.end;
