@@ -1,10 +1,14 @@
 #include "Imaging/Picture.h"
 
+#include <sys/mman.h>
+#include <unistd.h>
 #include <wincodec.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace OvPlatform {
 namespace {
@@ -67,18 +71,66 @@ void OnArea(GdkPixbufLoader*, int, int y, int, int height, gpointer data) {
     progress.rows = (std::max)(progress.rows, static_cast<std::uint32_t>(y + height));
 }
 
-bool Write(GdkPixbufLoader* loader, PictureBytes bytes, Error& error) {
+/// A file in memory, to be found by its path as long as this lives.
+class MemoryFile {
+public:
+    MemoryFile() noexcept : m_descriptor(memfd_create("picture", MFD_CLOEXEC)) {}
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    ~MemoryFile() {
+        if (m_descriptor >= 0) close(m_descriptor);
+    }
+
+    bool Append(PictureBytes bytes) const noexcept {
+        while (m_descriptor >= 0 && !bytes.empty()) {
+            const ssize_t written = write(m_descriptor, bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR) continue;
+            if (written <= 0) return false;
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+        }
+        return m_descriptor >= 0;
+    }
+    std::string Path() const { return "/proc/self/fd/" + std::to_string(m_descriptor); }
+
+private:
+    int m_descriptor;
+};
+
+/// By way of a file, since the library takes the square of the size for a GIF file that comes piece by piece;
+/// and of several pictures the first alone, with an end of its own.
+HRESULT DecodeGif(PictureBytes bytes, const PictureHeader& header, Pixels& pixels) noexcept {
+    constexpr BYTE endOfGif[] = {';'};
+    const MemoryFile file;
+    if (!file.Append(bytes.first(header.firstPictureEnd)) || !file.Append(endOfGif)) return E_OUTOFMEMORY;
     GError* failure = nullptr;
-    const bool isWritten = gdk_pixbuf_loader_write(loader, bytes.data(), bytes.size(), &failure) != FALSE;
-    error.reset(failure);
-    return isWritten;
+    pixels.reset(gdk_pixbuf_new_from_file(file.Path().c_str(), &failure));
+    const Error error(failure);
+    return pixels ? S_OK : ResultOf(failure);
 }
 
-/// Of several pictures the first alone, with an end of its own: the library takes the square of their number.
-bool WritePicture(GdkPixbufLoader* loader, PictureBytes bytes, const PictureHeader& header, Error& error) {
-    if (header.firstPictureEnd == 0) return Write(loader, bytes, error);
-    constexpr BYTE endOfGif[] = {';'};
-    return Write(loader, bytes.first(header.firstPictureEnd), error) && Write(loader, endOfGif, error);
+HRESULT DecodeByPieces(PictureBytes bytes, const PictureHeader& header, Pixels& pixels) noexcept {
+    GError* failure = nullptr;
+    const Loader loader(gdk_pixbuf_loader_new_with_type(TypeName(header.kind), &failure));
+    const Error noLoader(failure);
+    if (!loader) return ResultOf(failure);
+    Progress progress{header.width, header.height};
+    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(OnSize), &progress);
+    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(OnArea), &progress);
+
+    failure = nullptr;
+    const bool isWritten =
+        gdk_pixbuf_loader_write(loader.get(), bytes.data(), bytes.size(), &failure) != FALSE;
+    const Error writeError(failure);
+    failure = nullptr;
+    const bool isClosed = gdk_pixbuf_loader_close(loader.get(), &failure) != FALSE;
+    const Error closeError(failure);
+    if (!isWritten) return ResultOf(writeError.get());
+    if (!isClosed) return ResultOf(closeError.get());
+    GdkPixbuf* const decoded = gdk_pixbuf_loader_get_pixbuf(loader.get());
+    if (decoded == nullptr || progress.isOtherSize || progress.rows < header.height)
+        return WINCODEC_ERR_BADIMAGE;
+    pixels.reset(GDK_PIXBUF(g_object_ref(decoded)));
+    return S_OK;
 }
 
 } // namespace
@@ -114,29 +166,14 @@ HRESULT CheckPicture(PictureBytes bytes, PictureHeader& header) noexcept {
 }
 
 HRESULT DecodePicture(PictureBytes bytes, const PictureHeader& header, Pixels& pixels) noexcept {
-    GError* failure = nullptr;
-    const Loader loader(gdk_pixbuf_loader_new_with_type(TypeName(header.kind), &failure));
-    const Error noLoader(failure);
-    if (!loader) return ResultOf(failure);
-    Progress progress{header.width, header.height};
-    g_signal_connect(loader.get(), "size-prepared", G_CALLBACK(OnSize), &progress);
-    g_signal_connect(loader.get(), "area-updated", G_CALLBACK(OnArea), &progress);
-
-    Error writeError;
-    const bool isWritten = WritePicture(loader.get(), bytes, header, writeError);
-    failure = nullptr;
-    const bool isClosed = gdk_pixbuf_loader_close(loader.get(), &failure) != FALSE;
-    const Error closeError(failure);
-    if (!isWritten) return ResultOf(writeError.get());
-    if (!isClosed) return ResultOf(closeError.get());
-    GdkPixbuf* const decoded = gdk_pixbuf_loader_get_pixbuf(loader.get());
-    // The first picture of an animation may be smaller than its ground.
-    const bool hasAllRows = header.kind == PictureKind::Gif || progress.rows >= header.height;
-    if (decoded == nullptr || progress.isOtherSize || !hasAllRows ||
-        gdk_pixbuf_get_width(decoded) != static_cast<int>(header.width) ||
-        gdk_pixbuf_get_height(decoded) != static_cast<int>(header.height))
+    Pixels decoded;
+    const HRESULT result = header.kind == PictureKind::Gif ? DecodeGif(bytes, header, decoded)
+                                                           : DecodeByPieces(bytes, header, decoded);
+    if (FAILED(result)) return result;
+    if (gdk_pixbuf_get_width(decoded.get()) != static_cast<int>(header.width) ||
+        gdk_pixbuf_get_height(decoded.get()) != static_cast<int>(header.height))
         return WINCODEC_ERR_BADIMAGE;
-    pixels.reset(GDK_PIXBUF(g_object_ref(decoded)));
+    pixels = std::move(decoded);
     return S_OK;
 }
 
