@@ -54,11 +54,14 @@ bool HasWords(const AnnotationPrintTicketSettings& settings) {
            (!settings.GetText().IsEmpty() || IsNumberedAnnotation(*settings.GetSelected()));
 }
 
-/// The selected element, which is a picture.
+/// The selected element, which is a picture. One that cannot be read is left to whoever needs it.
 PageAnnotation ReadPicture(AnnotationPrintTicketSettings& settings) {
-    const float scale = settings.GetScaling() / 100;
-    const Gdiplus::SizeF size(settings.GetImageWidthInXpsUnits() * scale,
-                              settings.GetImageHeightInXpsUnits() * scale);
+    Gdiplus::SizeF size;
+    if (SUCCEEDED(settings.ParseImageFile())) {
+        settings.GetSelected()->isImageParsed = true;
+        const float scale = settings.GetScaling() / 100;
+        size = {settings.GetImageWidthInXpsUnits() * scale, settings.GetImageHeightInXpsUnits() * scale};
+    }
     PageAnnotation annotation{*settings.GetSelected()};
     annotation.picturePartName =
         settings.GenerateImageResourceUriWithoutExtension(settings.GetImageFileName());

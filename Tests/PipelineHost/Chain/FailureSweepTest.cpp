@@ -124,4 +124,21 @@ TEST_F(FailureSweepTest, AnyFailingCallOfAJobWithEnforcedSettingsIsSurvived) {
     Sweep({Sample("Policy", {EndKind::XpsParts, EndKind::XpsParts})}, HasBothPages, E_OUTOFMEMORY);
 }
 
+TEST_F(FailureSweepTest, AnyFailingCallOfAStampedJobIsSurvived) {
+    OvPlatform::QueueDescription queue = m_queue->Description();
+    const std::string end = "&lt;/OrvelPublicDocSettings&gt;";
+    std::string settings =
+        "<annotation-col-api><annotation-element-col-api><e><type-api>type-text</type-api><text-api>x</"
+        "text-api></e><e>"
+        "<type-api>type-picture</type-api><text-api>" OV_SOURCE_DIR
+        "/Samples/Jobs/seal.bmp</text-api></e></annotation-element-col-api></annotation-col-api>";
+    for (std::size_t at = 0; (at = settings.find('<', at)) != std::string::npos;)
+        settings.replace(at, 1, "&lt;");
+    queue.defaultTicket.insert(queue.defaultTicket.find(end), settings);
+    queue.queueProperties.clear();
+    m_queue = std::make_shared<OvPlatform::QueueFolder>(std::move(queue));
+    m_tickets.emplace(m_queue);
+    Sweep({Sample("Stamp", {EndKind::XpsParts, EndKind::XpsParts})}, HasBothPages, E_OUTOFMEMORY);
+}
+
 } // namespace
