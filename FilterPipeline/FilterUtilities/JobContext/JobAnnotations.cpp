@@ -76,6 +76,10 @@ PageAnnotation ChooseFace(AnnotationPrintTicketSettings& settings) {
     if (IsNumberedAnnotation(element)) text += digits;
     CXString wanted = element.faceName;
     element.faceName = settings.GetGdiDeviceContextRef().FindBestFontForDisplayingString(text, wanted);
+    if (element.faceName.Compare(wanted) != 0)
+        ReportWarning("An annotation in " + CPStringUtils::narrowToStdString(wanted) + " is written in " +
+                      CPStringUtils::narrowToStdString(element.faceName) +
+                      ", which has all of its characters");
     PageAnnotation annotation{element};
     annotation.wantedFace = wanted;
     annotation.fontPartName = settings.GenerateFontResourceUriWitExtension(element.faceName);

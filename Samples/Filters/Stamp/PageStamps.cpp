@@ -1,6 +1,8 @@
 #include "PageStamps.h"
 
 #include <Annotation/AnnotationNumbering.h>
+#include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
+#include <LowLevelFacilities/Failures/ThrowFailure.h>
 
 #include <algorithm>
 
@@ -69,6 +71,9 @@ void PageStamps::Append(std::wstring& markup, const AnnotationMarkup& writer, co
     const PageAnnotation& annotation = stamp.annotation;
     if (annotation.fontPartName.IsEmpty()) {
         PictureResource& picture = PictureOf(annotation);
+        if (!(annotation.pictureSize.Width > 0 && annotation.pictureSize.Height > 0))
+            ThrowFailure<CPExceptionInvalidArgument>(
+                [] { return "The picture of an annotation has no size"; });
         bind(picture);
         writer.AppendPicture(markup, annotation, picture.Picture());
         return;
