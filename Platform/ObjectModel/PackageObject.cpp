@@ -126,7 +126,7 @@ HRESULT PackageObject::SetDocumentSequence(IXpsOMDocumentSequence* sequence) {
     return ModelCall([&] {
         const auto own = Behind<DocumentSequenceObject>(sequence);
         if (sequence != nullptr && !own) return XPS_E_NO_CUSTOM_OBJECTS;
-        if (own == m_sequence) return S_OK;
+        if (own == m_sequence.p) return S_OK;
         if (own && own->HasOwner()) return XPS_E_ALREADY_OWNED;
         if (m_sequence) m_sequence->SetOwner(nullptr);
         m_sequence = own;

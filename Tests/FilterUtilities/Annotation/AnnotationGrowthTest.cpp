@@ -5,96 +5,58 @@
 
 namespace {
 
-std::wstring Repeated(std::size_t n, std::wstring_view piece) {
-    std::wstring text;
-    for (std::size_t i = 0; i < n; ++i)
-        text += piece;
-    return text;
-}
-
-/// The elements that an item makes, read from the settings of a ticket.
-GrowthMaker Settings(const std::string& item) {
-    return [=](std::size_t n) {
-        const auto ticket = std::make_shared<TicketAndSettings>(
-            SettingsElements(Times(n, [&](std::size_t) { return item; })));
-        return [ticket] {
-            OpenAnnotations annotations;
-            EXPECT_NE(annotations.Read(ticket->settings), E_FAIL);
-        };
+/// The elements read from the settings of a ticket.
+std::function<void()> Reading(const std::string& elements) {
+    const auto ticket = std::make_shared<TicketAndSettings>(SettingsElements(elements));
+    return [ticket] {
+        OpenAnnotations annotations;
+        EXPECT_EQ(annotations.Read(ticket->settings), S_OK);
     };
 }
 
-GrowthMaker Wrapping(std::wstring_view piece) {
-    return [=](std::size_t n) {
-        return [text = CXString(L"x" + Repeated(n, piece) + L"y")] {
-            OpenAnnotations annotations;
-            annotations.Read({});
-            EXPECT_GE(annotations.WrapLineIfNecessary(text).GetLength(), 2);
-        };
+std::function<void()> ReadingNotes(const std::string& text) {
+    const auto cover =
+        Attributes({{FEAT_FAX_COVER_NOTES, AttributeValue::FromString(CXString(text.c_str()))}});
+    const auto fax = Attributes({{FEAT_FAX_COVER_COL, Members(cover)}});
+    return [job = Attributes({{FEAT_FAX_OUT_COL, Members(fax)}})] {
+        OpenAnnotations annotations;
+        annotations.SetFaxAnnotationSettings(true);
+        EXPECT_EQ(annotations.Read(job), S_OK);
     };
 }
 
-const std::string element = SettingsElement({{"type", "type-text"}, {"text", "x"}, {"angle", "0"}});
+std::string Repeated(std::size_t n, const char* item) {
+    return Times(n, [=](std::size_t) { return item; });
+}
 
 const GrowthCase cases[] = {
-    {"ElementsInSettings", Settings(element)},
-    {"MembersOfOneElement",
+    {"ElementsInSettings",
      [](std::size_t n) {
-         return Settings("<e>" + Times(n, [](std::size_t) { return "<other/>"; }) + "</e>")(1);
+         return Reading(Repeated(n, "<e><type-api>type-text</type-api><angle-api>0</angle-api></e>"));
      }},
+    {"MembersOfOneElement", [](std::size_t n) { return Reading("<e>" + Repeated(n, "<other/>") + "</e>"); }},
     {"WordsOfATimeStamp",
      [](std::size_t n) {
-         return Settings(SettingsElement(
-             {{"type", "type-timestamp"},
-              {"time-stamp-format-fields", Times(n, [](std::size_t) { return "date,never,"; })}}))(1);
+         return Reading(SettingsElement(
+             {{"type", "type-timestamp"}, {"time-stamp-format-fields", Repeated(n, "date,never,")}}));
      }},
-    {"ElementsInAttributes",
+    {"TextsInAttributesAndOfTheClient",
      [](std::size_t n) {
-         const auto one = Attributes({{FEAT_ANNOTATION_TYPE, Option(VAL_ANNOTATION_TYPE_TEXT)}});
-         return [job = JobWith(std::vector<AttributeBytesIndexedList>(n, one))] {
+         const auto stamp = TextElement(L"x", L"Arial", VAL_ANNOTATION_TYPE_TIME_STAMP);
+         return [job = JobWith(std::vector<AttributeBytesIndexedList>(n, stamp))] {
              OpenAnnotations annotations;
              EXPECT_EQ(annotations.Read(job), S_OK);
-         };
-     }},
-    {"TextsOfTheClient",
-     [](std::size_t n) {
-         auto annotations = std::make_shared<OpenAnnotations>();
-         const auto stamp = Attributes({{FEAT_ANNOTATION_TYPE, Option(VAL_ANNOTATION_TYPE_TIME_STAMP)}});
-         annotations->Read(JobWith(std::vector<AttributeBytesIndexedList>(n, stamp)));
-         return [annotations] {
              ClientJobData2ReaderWriter data;
-             EXPECT_EQ(annotations->SetClientGeneratedTimestampTextInClientJobData2(&data), S_OK);
-             EXPECT_EQ(annotations->ReadClientGeneratedTimestampTextFromClientJobData2(&data), S_OK);
+             EXPECT_EQ(annotations.SetClientGeneratedTimestampTextInClientJobData2(&data), S_OK);
+             EXPECT_EQ(annotations.ReadClientGeneratedTimestampTextFromClientJobData2(&data), S_OK);
+             EXPECT_EQ(annotations.GetCumulativeListOfUniqueCharactersRequiredFromThisFont(L"Arial"), L"x");
          };
      }},
-    {"CharactersOfAFace",
-     [](std::size_t n) {
-         auto annotations = std::make_shared<OpenAnnotations>();
-         annotations->Read({});
-         AnnotationElementSettings& text = *annotations->GetSelected();
-         text.type = VAL_ANNOTATION_TYPE_TEXT;
-         for (std::size_t i = 0; i < n; ++i)
-             text.text += static_cast<wchar_t>(0x20 + i * 7 % 0xD000);
-         return [annotations] {
-             EXPECT_GT(annotations->GetCumulativeListOfUniqueCharactersRequiredFromThisFont(L"").GetLength(),
-                       0);
-         };
-     }},
-    {"WordsInLines", Wrapping(L"some words ")},
-    {"OneWordInLines", Wrapping(L"word")},
-    {"MarksOfOneCharacter", Wrapping(L"\u0301")},
-    {"BlanksOfALine", Wrapping(L" ")},
-    {"NotesOfACoverSheet",
-     [](std::size_t n) {
-         const auto cover = Attributes(
-             {{FEAT_FAX_COVER_NOTES, AttributeValue::FromString(CXString(Repeated(n, L"line\r\n")))}});
-         const auto fax = Attributes({{FEAT_FAX_COVER_COL, AttributeValue::FromCollection(cover)}});
-         return [job = Attributes({{FEAT_FAX_OUT_COL, AttributeValue::FromCollection(fax)}})] {
-             OpenAnnotations annotations;
-             annotations.SetFaxAnnotationSettings(true);
-             EXPECT_EQ(annotations.Read(job), S_OK);
-         };
-     }},
+    {"WordsOfNotes", [](std::size_t n) { return ReadingNotes(Repeated(n, "some words ")); }},
+    {"OneWordOfNotes", [](std::size_t n) { return ReadingNotes(Repeated(n, "word")); }},
+    {"MarksOfOneCharacter", [](std::size_t n) { return ReadingNotes(Repeated(n, "\u0301")); }},
+    {"BlanksOfNotes", [](std::size_t n) { return ReadingNotes("x" + Repeated(n, " ") + "y"); }},
+    {"LinesOfNotes", [](std::size_t n) { return ReadingNotes(Repeated(n, "line\r\n")); }},
 };
 
 class AnnotationGrowth : public testing::TestWithParam<GrowthCase> {};

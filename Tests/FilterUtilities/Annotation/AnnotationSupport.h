@@ -20,6 +20,7 @@ using namespace DataModelIds;
 
 using AttributeValue = AttributeBytesValue;
 using Settings = PrintTicketOrvelPublicDocSettingsReaderWriter;
+using Texts = std::vector<std::string>;
 
 inline std::string Utf8(const CXString& text) {
     return CPStringUtils::narrowToStdString(text.View().data(), text.View().size());
@@ -37,6 +38,12 @@ public:
         attributes = list;
         return Initialize({pageWidth, 1056}, settings, attributes, 0x1234, false, jobId);
     }
+    Texts AllTexts() {
+        Texts texts;
+        for (int i = 0; SelectAnnotationElement(i); ++i)
+            texts.push_back(Utf8(GetText()));
+        return texts;
+    }
 
     using AnnotationPrintTicketSettings::ApplyTimstampAnnotationText;
     using AnnotationPrintTicketSettings::GenerateTimstampAnnotationText;
@@ -48,53 +55,51 @@ public:
     float pageWidth = 816;
 };
 
-/// Attributes of a set of collections below one collection, as a job has its annotations.
-inline AttributeBytesIndexedList
-JobWith(const std::vector<AttributeBytesIndexedList>& elements,
-        std::initializer_list<std::pair<LONG, AttributeBytesValue>> others = {},
-        tagFeatureEnum collection = FEAT_ANNOTATION_COL) {
-    AttributeBytesRawList set;
-    for (const AttributeBytesIndexedList& element : elements)
-        set.AddAttributeBytes(
-            AttributeBytes(AttributeBytesFeatureId(0), AttributeValue::FromCollection(element)));
-    AttributeBytesIndexedList job = Attributes(others);
-    const auto members = Attributes({{FEAT_ANNOTATION_ELEMENT_COL, AttributeValue::FromCollectionSet(set)}});
-    job.AddAttributeBytes(
-        AttributeBytes(AttributeBytesFeatureId(collection), AttributeValue::FromCollection(members)));
-    return job;
-}
-
-inline AttributeValue Option(tagValueEnum value) { return AttributeValue::FromOption(value); }
+inline AttributeValue Option(LONG value) { return AttributeValue::FromOption(value); }
 inline AttributeValue Number(int value) { return AttributeValue::FromInteger(value); }
 inline AttributeValue Text(const wchar_t* text) { return AttributeValue::FromString(text); }
-
-/// All that the element is, in one line: numbers by the order of the record, texts between quotes.
-inline std::string Show(AnnotationPrintTicketSettings& settings, int index) {
-    if (!settings.SelectAnnotationElement(index)) return "(none)";
-    const AnnotationElementSettings& element = *settings.GetSelected();
-    const Gdiplus::PointF offset = settings.GetOffsetFromCenter();
-    std::string text = FormatStdString(
-        "%d%s%s draw %d opacity %s angle %d at %s,%s edges %d %d,%d order %d", element.type,
-        settings.GetFirstPageOnly() ? " first" : "", settings.IsJobIDAnnotationType() ? " job" : "",
-        settings.GetDrawMode(), settings.GetOpacityAsString(), settings.GetAngle(),
-        FormatStdString("%g", offset.X), FormatStdString("%g", offset.Y), settings.GetJustificationFlags(),
-        settings.GetJustificationXOffsetInXpsUnits(), settings.GetJustificationYOffsetInXpsUnits(),
-        settings.GetRenderOrder());
-    if (settings.IsBitmapAnnotationType())
-        return text + FormatStdString(" '%s' scale %s", settings.GetImageFileName(),
-                                      FormatStdString("%g", settings.GetScaling()));
-    text += FormatStdString(" '%s' '%s' %d %d '%s'", settings.GetText(), settings.GetFaceName(),
-                            settings.GetCharset(), settings.GetFontSizeInPoints(),
-                            settings.GetFontHexColorString());
-    if (element.timeStampFormat != 0 || element.timeStampHourForm != 0)
-        text += FormatStdString(" stamp %d %d %d %d", element.timeStampFormat, element.timeStampDateOrder,
-                                element.timeStampTimePart, element.timeStampHourForm);
-    return text;
+inline AttributeValue Members(const AttributeBytesIndexedList& list) {
+    return AttributeValue::FromCollection(list);
 }
-inline std::vector<std::string> ShowAll(AnnotationPrintTicketSettings& settings) {
-    std::vector<std::string> all;
-    for (int i = 0; settings.SelectAnnotationElement(i); ++i)
-        all.push_back(Show(settings, i));
+inline AttributeValue Set(const std::vector<AttributeBytesIndexedList>& collections) {
+    AttributeBytesRawList set;
+    for (const AttributeBytesIndexedList& collection : collections)
+        set.AddAttributeBytes(AttributeBytes(AttributeBytesFeatureId(0), Members(collection)));
+    return AttributeValue::FromCollectionSet(set);
+}
+inline AttributeBytesIndexedList JobWith(const std::vector<AttributeBytesIndexedList>& elements,
+                                         LONG collection = FEAT_ANNOTATION_COL) {
+    return Attributes({{collection, Members(Attributes({{FEAT_ANNOTATION_ELEMENT_COL, Set(elements)}}))}});
+}
+inline AttributeBytesIndexedList TextElement(const wchar_t* text, const wchar_t* face = L"Segoe UI",
+                                             tagValueEnum type = VAL_ANNOTATION_TYPE_TEXT) {
+    return Attributes({{FEAT_ANNOTATION_TYPE, Option(type)},
+                       {FEAT_ANNOTATION_TEXT, Text(text)},
+                       {FEAT_ANNOTATION_FONT_NAME, Text(face)}});
+}
+
+/// All that each element is, in a line: numbers in the order of the record, texts between quotes.
+inline Texts ShowAll(AnnotationPrintTicketSettings& settings) {
+    Texts all;
+    for (int i = 0; settings.SelectAnnotationElement(i); ++i) {
+        const AnnotationElementSettings& element = *settings.GetSelected();
+        const Gdiplus::PointF offset = settings.GetOffsetFromCenter();
+        std::string text = FormatStdString(
+            "%d%s%s draw %d opacity %s angle %d at %g,%g edges %d %d,%d order %d", element.type,
+            settings.GetFirstPageOnly() ? " first" : "", settings.IsJobIDAnnotationType() ? " job" : "",
+            settings.GetDrawMode(), settings.GetOpacityAsString(), settings.GetAngle(), offset.X, offset.Y,
+            settings.GetJustificationFlags(), settings.GetJustificationXOffsetInXpsUnits(),
+            settings.GetJustificationYOffsetInXpsUnits(), settings.GetRenderOrder());
+        text += settings.IsBitmapAnnotationType()
+                    ? FormatStdString(" '%s' scale %g", settings.GetImageFileName(), settings.GetScaling())
+                    : FormatStdString(" '%s' '%s' %d %d '%s'", settings.GetText(), settings.GetFaceName(),
+                                      settings.GetCharset(), settings.GetFontSizeInPoints(),
+                                      settings.GetFontHexColorString());
+        if (element.timeStampFormat != 0 || element.timeStampHourForm != 0)
+            text += FormatStdString(" stamp %d %d %d %d", element.timeStampFormat, element.timeStampDateOrder,
+                                    element.timeStampTimePart, element.timeStampHourForm);
+        all.push_back(text);
+    }
     return all;
 }
 
