@@ -6,6 +6,7 @@
 #include <FontsAndImages/GDIPlus.h>
 #include <System/InputFile.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -156,6 +157,8 @@ StampPlan MakeStampPlan(const CommandOptions& options) {
     RefuseOption("--color", !isText && !options.color.empty(), "--text");
     RefuseOption("--width", isText && !options.width.empty(), "--image");
     RefuseOption("--opacity", isText && !options.opacity.empty(), "--image; a text has it in its --color");
+    if (std::any_of(options.text.begin(), options.text.end(), [](char c) { return c >= 0 && c < ' '; }))
+        throw UsageError("--text is one line, without control characters");
     StampPlan plan;
     plan.output = OutputOf(options);
     plan.font = options.font;

@@ -6,6 +6,23 @@
 
 namespace OvPlatform {
 
+namespace {
+
+std::string PluralOf(Relation relation) {
+    switch (relation) {
+    case Relation::PrintTicket:
+        return "print tickets";
+    case Relation::Thumbnail:
+        return "thumbnails";
+    case Relation::CoreProperties:
+        return "parts of core properties";
+    default:
+        return "parts of one kind that it may have one of";
+    }
+}
+
+} // namespace
+
 SourcePackage::SourcePackage(std::shared_ptr<const PackageReader> reader) : m_reader(std::move(reader)) {}
 
 std::shared_ptr<SourcePackage> SourcePackage::Open(const std::filesystem::path& file) {
@@ -102,7 +119,7 @@ const PackagePart* SourcePackage::Related(const std::string& source, Relation re
     if (all.empty()) return nullptr;
     if (all.size() > 1)
         throw PackageError(ifTwice, source,
-                           "it has two parts of one kind, " + all[0]->name + " and " + all[1]->name);
+                           "it has two " + PluralOf(relation) + ", " + all[0]->name + " and " + all[1]->name);
     return all.front();
 }
 
