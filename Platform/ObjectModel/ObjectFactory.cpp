@@ -230,8 +230,9 @@ public:
                                                         IXpsOMRadialGradientBrush**) override {
         return E_NOTIMPL;
     }
-    HRESULT STDMETHODCALLTYPE CreateCoreProperties(IOpcPartUri*, IXpsOMCoreProperties**) override {
-        return E_NOTIMPL;
+    HRESULT STDMETHODCALLTYPE CreateCoreProperties(IOpcPartUri* uri,
+                                                   IXpsOMCoreProperties** properties) override {
+        return CorePropertiesObject::Create(uri, properties);
     }
     HRESULT STDMETHODCALLTYPE CreateDictionary(IXpsOMDictionary** dictionary) override {
         return CreateDictionaryObject(dictionary);

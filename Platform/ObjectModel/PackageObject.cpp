@@ -76,6 +76,7 @@ void CopyToStream(const std::filesystem::path& path, ISequentialStream* stream) 
 
 PackageObject::~PackageObject() {
     if (m_sequence) m_sequence->SetOwner(nullptr);
+    if (m_properties) m_properties->SetOwner(nullptr);
 }
 
 HRESULT PackageObject::Create(IXpsOMPackage1** package) {
@@ -135,8 +136,35 @@ HRESULT PackageObject::SetDocumentSequence(IXpsOMDocumentSequence* sequence) {
     });
 }
 
-HRESULT PackageObject::GetCoreProperties(IXpsOMCoreProperties**) { return E_NOTIMPL; }
-HRESULT PackageObject::SetCoreProperties(IXpsOMCoreProperties*) { return E_NOTIMPL; }
+HRESULT PackageObject::GetCoreProperties(IXpsOMCoreProperties** properties) {
+    return ModelCall(properties, [&] {
+        if (!m_arePropertiesKnown && m_place)
+            if (const PackagePart* part = m_place.package->Related(m_place.name, Relation::CoreProperties,
+                                                                   XPS_E_MULTIPLE_REFERENCES_TO_PART)) {
+                m_properties.Attach(new CorePropertiesObject(
+                    part->name, StoredContent(m_place.package->SharedReader(), part->name)));
+                m_properties->SetOwner(this);
+            }
+        m_arePropertiesKnown = true;
+        *properties = CComPtr<CorePropertiesObject>(m_properties).Detach();
+        return S_OK;
+    });
+}
+
+HRESULT PackageObject::SetCoreProperties(IXpsOMCoreProperties* properties) {
+    return ModelCall([&] {
+        const auto own = Behind<CorePropertiesObject>(properties);
+        if (properties != nullptr && !own) return XPS_E_NO_CUSTOM_OBJECTS;
+        if (m_arePropertiesKnown && own == m_properties) return S_OK;
+        if (own && own->HasOwner()) return XPS_E_ALREADY_OWNED;
+        if (m_properties) m_properties->SetOwner(nullptr);
+        m_properties = own;
+        if (m_properties) m_properties->SetOwner(this);
+        m_arePropertiesKnown = true;
+        m_arePropertiesReplaced = true;
+        return S_OK;
+    });
+}
 
 HRESULT PackageObject::GetDiscardControlPartName(IOpcPartUri** uri) {
     return ModelCall(uri, [&] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ObjectModel/CorePropertiesObject.h"
 #include "ObjectModel/DocumentSequenceObject.h"
 #include "ObjectModel/RelatedPart.h"
 
@@ -53,6 +54,9 @@ public:
     const std::shared_ptr<SourcePackage>& Source() const { return m_place.package; }
     DocumentSequenceObject* Sequence() const { return m_sequence; }
     const RelatedThumbnail& Thumbnail() const { return m_thumbnail; }
+    /// Null for none, and where nobody has asked for them; whether they are others than were read.
+    CorePropertiesObject* CoreProperties() const { return m_properties; }
+    bool AreCorePropertiesReplaced() const { return m_arePropertiesReplaced; }
     /// Whether it names another part now, and which one; empty for none.
     bool IsDiscardControlChanged() const { return m_isDiscardControlChanged; }
     const std::string& DiscardControl() const { return m_discardControl; }
@@ -68,6 +72,9 @@ private:
     SourcePlace m_place;
     CComPtr<DocumentSequenceObject> m_sequence;
     RelatedThumbnail m_thumbnail{Relation::Thumbnail, XPS_E_MULTIPLE_THUMBNAILS_ON_PACKAGE};
+    CComPtr<CorePropertiesObject> m_properties;
+    bool m_arePropertiesKnown = false;
+    bool m_arePropertiesReplaced = false;
     bool m_isDiscardControlChanged = false;
     std::string m_discardControl;
 };

@@ -12,6 +12,9 @@ namespace OvPlatform {
 
 namespace {
 
+constexpr const char* corePropertiesContentType =
+    "application/vnd.openxmlformats-package.core-properties+xml";
+
 constexpr PackageCompression packing = PackageCompression::Normal;
 
 // Takes markup as it is written.
@@ -92,6 +95,7 @@ void PackageSerializer::Plan() {
     const SourcePlace root{m_package.Source(), std::string(packageRoot)};
     Cut(root, m_package.Thumbnail());
     if (m_package.IsDiscardControlChanged()) Cut(root, Relation::DiscardControl);
+    if (AreCorePropertiesChanged()) Cut(root, Relation::CoreProperties);
     for (const auto& document : sequence->Documents().Items())
         PlanDocument(static_cast<const DocumentObject&>(*document));
 }
@@ -182,6 +186,11 @@ void PackageSerializer::DropRemoved() {
     const auto kept = Reach(std::move(keepers), removed, true);
     m_dropped = Reach(std::move(gone), {}, false);
     std::erase_if(m_dropped, [&](const PackagePart* part) { return kept.contains(part); });
+}
+
+bool PackageSerializer::AreCorePropertiesChanged() const {
+    const CorePropertiesObject* properties = m_package.CoreProperties();
+    return m_package.AreCorePropertiesReplaced() || (properties != nullptr && properties->IsChanged());
 }
 
 bool PackageSerializer::IsAsStored(const ResourceCore& core) const {
@@ -409,6 +418,11 @@ void PackageSerializer::RelatePackage() {
                              false, id);
     CopyRelationships({m_package.Source(), root}, root);
     RelateChanged(root, m_package.Thumbnail());
+    if (const CorePropertiesObject* properties = m_package.CoreProperties();
+        properties != nullptr && AreCorePropertiesChanged()) {
+        WriteText(properties->Name(), corePropertiesContentType, properties->Markup());
+        Relate(root, Relation::CoreProperties, properties->Name());
+    }
     if (m_package.IsDiscardControlChanged() && !m_package.DiscardControl().empty())
         Relate(root, Relation::DiscardControl, m_package.DiscardControl());
 }

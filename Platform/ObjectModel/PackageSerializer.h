@@ -71,6 +71,7 @@ private:
     bool IsStoredHere(const SourcePlace& place) const {
         return m_source != nullptr && place.package.get() == m_source;
     }
+    bool AreCorePropertiesChanged() const;
     bool IsAsStored(const ResourceCore& core) const;
 
     PackageWriter& m_writer;

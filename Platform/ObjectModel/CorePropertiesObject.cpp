@@ -1,0 +1,275 @@
+#include "ObjectModel/CorePropertiesObject.h"
+
+#include "ObjectModel/Collections.h"
+#include "Xml/DocumentBound.h"
+#include "Xml/StrictXml.h"
+#include "Xml/TextConversion.h"
+#include "Xml/XmlPointer.h"
+#include "Xml/XmlString.h"
+
+#include <array>
+#include <cstdio>
+#include <string_view>
+#include <utility>
+
+namespace OvPlatform {
+
+namespace {
+
+constexpr std::string_view ownNamespace =
+    "http://schemas.openxmlformats.org/package/2006/metadata/core-properties";
+constexpr std::string_view elementsNamespace = "http://purl.org/dc/elements/1.1/";
+constexpr std::string_view termsNamespace = "http://purl.org/dc/terms/";
+
+struct PropertyName {
+    std::string_view space;
+    const char* prefix; // as written
+    std::string_view name;
+};
+// By property.
+constexpr std::array<PropertyName, CorePropertiesObject::propertyCount> names{{
+    {ownNamespace, "", "category"},
+    {ownNamespace, "", "contentStatus"},
+    {ownNamespace, "", "contentType"},
+    {termsNamespace, "dcterms:", "created"},
+    {elementsNamespace, "dc:", "creator"},
+    {elementsNamespace, "dc:", "description"},
+    {elementsNamespace, "dc:", "identifier"},
+    {ownNamespace, "", "keywords"},
+    {elementsNamespace, "dc:", "language"},
+    {ownNamespace, "", "lastModifiedBy"},
+    {ownNamespace, "", "lastPrinted"},
+    {termsNamespace, "dcterms:", "modified"},
+    {ownNamespace, "", "revision"},
+    {elementsNamespace, "dc:", "subject"},
+    {elementsNamespace, "dc:", "title"},
+    {ownNamespace, "", "version"},
+}};
+
+std::string ReadWhole(const PartContent& content, const std::string& name) {
+    const auto bytes = content.Open();
+    if (bytes->Size() > mostDocumentBytes)
+        throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, name, "the core properties are too large");
+    std::string text(static_cast<std::size_t>(bytes->Size()), '\0');
+    std::size_t done = 0;
+    while (const std::size_t got = bytes->Read(text.data() + done, text.size() - done))
+        done += got;
+    return text;
+}
+
+std::string Escaped(std::string_view text) {
+    std::string escaped;
+    for (const char c : text)
+        if (c == '&')
+            escaped += "&amp;";
+        else if (c == '<')
+            escaped += "&lt;";
+        else if (c == '>')
+            escaped += "&gt;";
+        else
+            escaped += c;
+    return escaped;
+}
+
+// "2005-01-31T12:34:56Z", also without the time; in UTC. All zero for what is no date.
+SYSTEMTIME DateOf(const std::string& text) {
+    unsigned year = 0;
+    unsigned month = 0;
+    unsigned day = 0;
+    unsigned hour = 0;
+    unsigned minute = 0;
+    unsigned second = 0;
+    const int read =
+        std::sscanf(text.c_str(), "%4u-%2u-%2uT%2u:%2u:%2u", &year, &month, &day, &hour, &minute, &second);
+    SYSTEMTIME date{};
+    if (read < 3 || month < 1 || month > 12 || day < 1 || day > 31 || hour > 23 || minute > 59 || second > 59)
+        return date;
+    date.wYear = static_cast<WORD>(year);
+    date.wMonth = static_cast<WORD>(month);
+    date.wDay = static_cast<WORD>(day);
+    date.wHour = static_cast<WORD>(hour);
+    date.wMinute = static_cast<WORD>(minute);
+    date.wSecond = static_cast<WORD>(second);
+    return date;
+}
+
+std::string TextOf(const SYSTEMTIME& date) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%04u-%02u-%02uT%02u:%02u:%02uZ", date.wYear, date.wMonth, date.wDay,
+                  date.wHour, date.wMinute, date.wSecond);
+    return text;
+}
+
+} // namespace
+
+HRESULT CorePropertiesObject::Create(IOpcPartUri* uri, IXpsOMCoreProperties** properties) {
+    return ModelCall(properties, [&] {
+        if (uri == nullptr) return E_POINTER;
+        *properties = new CorePropertiesObject(PartNameOf(uri), {});
+        return S_OK;
+    });
+}
+
+CorePropertiesObject::CorePropertiesObject(std::string name, SharedContent stored)
+    : m_name(std::move(name)), m_stored(std::move(stored)), m_isChanged(!m_stored) {}
+
+void CorePropertiesObject::Read() {
+    if (!m_stored) return;
+    try {
+        const XmlDocument document = ParseStrictXml(ReadWhole(*m_stored, m_name));
+        const xmlNode* const root = xmlDocGetRootElement(document.get());
+        for (const xmlNode* node = root->children; node != nullptr; node = node->next) {
+            if (node->type != XML_ELEMENT_NODE) continue;
+            for (std::size_t i = 0; i < names.size(); ++i)
+                if (LocalName(node) == names[i].name && NamespaceOf(node) == names[i].space) {
+                    const XmlPointer<xmlChar> text(xmlNodeGetContent(node));
+                    m_values[i] = std::string(View(text.get()));
+                }
+        }
+    } catch (const StrictXmlError& error) {
+        throw PackageError(XPS_E_INVALID_MARKUP, m_name, static_cast<int>(error.Line()), error.what());
+    }
+    m_stored.reset();
+}
+
+std::string CorePropertiesObject::Markup() const {
+    std::string markup = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<coreProperties xmlns=\"";
+    markup += ownNamespace;
+    markup += "\" xmlns:dc=\"";
+    markup += elementsNamespace;
+    markup += "\" xmlns:dcterms=\"";
+    markup += termsNamespace;
+    markup += "\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n";
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (!m_values[i]) continue;
+        const std::string name = names[i].prefix + std::string(names[i].name);
+        const bool hasType = names[i].space == termsNamespace;
+        markup += "<" + name + (hasType ? " xsi:type=\"dcterms:W3CDTF\">" : ">") + Escaped(*m_values[i]) +
+                  "</" + name + ">\n";
+    }
+    return markup + "</coreProperties>\n";
+}
+
+HRESULT CorePropertiesObject::GiveText(Property property, LPWSTR* text) {
+    return ModelCall(text, [&] {
+        Read();
+        if (!m_values[property]) return S_OK;
+        std::wstring wide;
+        AppendUtf16(wide, *m_values[property]);
+        *text = NewTaskText(wide);
+        return S_OK;
+    });
+}
+
+HRESULT CorePropertiesObject::TakeText(Property property, LPCWSTR text) {
+    return ModelCall([&] {
+        Read();
+        std::string utf8;
+        if (text != nullptr && !AppendXmlUtf8(utf8, text)) return E_INVALIDARG;
+        m_values[property] = text == nullptr ? std::nullopt : std::optional(std::move(utf8));
+        m_isChanged = true;
+        return S_OK;
+    });
+}
+
+HRESULT CorePropertiesObject::GiveDate(Property property, SYSTEMTIME* date) {
+    if (date == nullptr) return E_POINTER;
+    *date = SYSTEMTIME{};
+    return ModelCall([&] {
+        Read();
+        if (m_values[property]) *date = DateOf(*m_values[property]);
+        return S_OK;
+    });
+}
+
+HRESULT CorePropertiesObject::TakeDate(Property property, const SYSTEMTIME* date) {
+    return ModelCall([&] {
+        Read();
+        m_values[property] = date == nullptr ? std::nullopt : std::optional(TextOf(*date));
+        m_isChanged = true;
+        return S_OK;
+    });
+}
+
+HRESULT CorePropertiesObject::GetPartName(IOpcPartUri** uri) { return GivePartUri(m_name, uri); }
+HRESULT CorePropertiesObject::SetPartName(IOpcPartUri* uri) {
+    return ModelCall([&] {
+        Read();
+        const HRESULT result = TakePartName(uri, m_name);
+        if (SUCCEEDED(result)) m_isChanged = true;
+        return result;
+    });
+}
+
+HRESULT CorePropertiesObject::GetOwner(IXpsOMPackage** package) {
+    return ModelCall(package, [&] {
+        *package = CComPtr<IXpsOMPackage>(m_owner).Detach();
+        return S_OK;
+    });
+}
+
+HRESULT CorePropertiesObject::GetCategory(LPWSTR* category) { return GiveText(Category, category); }
+HRESULT CorePropertiesObject::SetCategory(LPCWSTR category) { return TakeText(Category, category); }
+HRESULT CorePropertiesObject::GetContentStatus(LPWSTR* contentStatus) {
+    return GiveText(ContentStatus, contentStatus);
+}
+HRESULT CorePropertiesObject::SetContentStatus(LPCWSTR contentStatus) {
+    return TakeText(ContentStatus, contentStatus);
+}
+HRESULT CorePropertiesObject::GetContentType(LPWSTR* contentType) {
+    return GiveText(ContentType, contentType);
+}
+HRESULT CorePropertiesObject::SetContentType(LPCWSTR contentType) {
+    return TakeText(ContentType, contentType);
+}
+HRESULT CorePropertiesObject::GetCreated(SYSTEMTIME* created) { return GiveDate(Created, created); }
+HRESULT CorePropertiesObject::SetCreated(const SYSTEMTIME* created) { return TakeDate(Created, created); }
+HRESULT CorePropertiesObject::GetCreator(LPWSTR* creator) { return GiveText(Creator, creator); }
+HRESULT CorePropertiesObject::SetCreator(LPCWSTR creator) { return TakeText(Creator, creator); }
+HRESULT CorePropertiesObject::GetDescription(LPWSTR* description) {
+    return GiveText(Description, description);
+}
+HRESULT CorePropertiesObject::SetDescription(LPCWSTR description) {
+    return TakeText(Description, description);
+}
+HRESULT CorePropertiesObject::GetIdentifier(LPWSTR* identifier) { return GiveText(Identifier, identifier); }
+HRESULT CorePropertiesObject::SetIdentifier(LPCWSTR identifier) { return TakeText(Identifier, identifier); }
+HRESULT CorePropertiesObject::GetKeywords(LPWSTR* keywords) { return GiveText(Keywords, keywords); }
+HRESULT CorePropertiesObject::SetKeywords(LPCWSTR keywords) { return TakeText(Keywords, keywords); }
+HRESULT CorePropertiesObject::GetLanguage(LPWSTR* language) { return GiveText(Language, language); }
+HRESULT CorePropertiesObject::SetLanguage(LPCWSTR language) { return TakeText(Language, language); }
+HRESULT CorePropertiesObject::GetLastModifiedBy(LPWSTR* lastModifiedBy) {
+    return GiveText(LastModifiedBy, lastModifiedBy);
+}
+HRESULT CorePropertiesObject::SetLastModifiedBy(LPCWSTR lastModifiedBy) {
+    return TakeText(LastModifiedBy, lastModifiedBy);
+}
+HRESULT CorePropertiesObject::GetLastPrinted(SYSTEMTIME* lastPrinted) {
+    return GiveDate(LastPrinted, lastPrinted);
+}
+HRESULT CorePropertiesObject::SetLastPrinted(const SYSTEMTIME* lastPrinted) {
+    return TakeDate(LastPrinted, lastPrinted);
+}
+HRESULT CorePropertiesObject::GetModified(SYSTEMTIME* modified) { return GiveDate(Modified, modified); }
+HRESULT CorePropertiesObject::SetModified(const SYSTEMTIME* modified) { return TakeDate(Modified, modified); }
+HRESULT CorePropertiesObject::GetRevision(LPWSTR* revision) { return GiveText(Revision, revision); }
+HRESULT CorePropertiesObject::SetRevision(LPCWSTR revision) { return TakeText(Revision, revision); }
+HRESULT CorePropertiesObject::GetSubject(LPWSTR* subject) { return GiveText(Subject, subject); }
+HRESULT CorePropertiesObject::SetSubject(LPCWSTR subject) { return TakeText(Subject, subject); }
+HRESULT CorePropertiesObject::GetTitle(LPWSTR* title) { return GiveText(Title, title); }
+HRESULT CorePropertiesObject::SetTitle(LPCWSTR title) { return TakeText(Title, title); }
+HRESULT CorePropertiesObject::GetVersion(LPWSTR* version) { return GiveText(Version, version); }
+HRESULT CorePropertiesObject::SetVersion(LPCWSTR version) { return TakeText(Version, version); }
+
+HRESULT CorePropertiesObject::Clone(IXpsOMCoreProperties** properties) {
+    return ModelCall(properties, [&] {
+        Read();
+        CComPtr<CorePropertiesObject> clone;
+        clone.Attach(new CorePropertiesObject(m_name, {}));
+        clone->m_values = m_values;
+        *properties = clone.Detach();
+        return S_OK;
+    });
+}
+
+} // namespace OvPlatform
