@@ -195,7 +195,12 @@ std::string MarkupWriter::Relative(const std::string& name) const {
 
 void MarkupWriter::Note(const std::string& name, IXpsOMResource* resource) {
     const auto [entry, isNew] = m_partOfName.try_emplace(name, m_parts.size());
-    if (isNew) m_parts.push_back({name, resource});
+    const auto isAnother = [&] {
+        const CComPtr<IXpsOMResource>& known = m_parts[entry->second].resource;
+        return resource != nullptr && known && known != resource;
+    };
+    // Two under one name are both told, so that whoever writes them can see it.
+    if (isNew || isAnother()) m_parts.push_back({name, resource});
 }
 
 } // namespace OvPlatform

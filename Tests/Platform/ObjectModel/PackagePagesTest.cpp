@@ -1,0 +1,230 @@
+#include "PackageContents.h"
+#include "Support/InApartment.h"
+#include "Support/MemoryStreams.h"
+#include "Support/SampleJob.h"
+
+#include <atlcomcli.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <msopc.h>
+#include <objbase.h>
+#include <xpsobjectmodel.h>
+#include <xpsobjectmodel_1.h>
+
+#include <string>
+
+namespace {
+
+using testing::AllOf;
+using testing::EndsWith;
+using testing::HasSubstr;
+
+// A package whose one document is looked at.
+struct OpenPackage {
+    CComPtr<IXpsOMPackage1> package;
+    CComPtr<IXpsOMPageReferenceCollection> pages;
+
+    OpenPackage(IXpsOMObjectFactory1* factory, const std::filesystem::path& file) {
+        CComPtr<IXpsOMDocumentSequence> sequence;
+        CComPtr<IXpsOMDocumentCollection> documents;
+        CComPtr<IXpsOMDocument> document;
+        EXPECT_EQ(factory->CreatePackageFromFile1(file.wstring().c_str(), TRUE, &package), S_OK);
+        if (!package) return;
+        EXPECT_EQ(package->GetDocumentSequence(&sequence), S_OK);
+        EXPECT_EQ(sequence->GetDocuments(&documents), S_OK);
+        EXPECT_EQ(documents->GetAt(0, &document), S_OK);
+        EXPECT_EQ(document->GetPageReferences(&pages), S_OK);
+    }
+    CComPtr<IXpsOMPageReference> At(UINT32 index) const {
+        CComPtr<IXpsOMPageReference> page;
+        EXPECT_EQ(pages->GetAt(index, &page), S_OK);
+        return page;
+    }
+};
+
+class PackagePages : public InApartment<> {
+protected:
+    PackagePages() {
+        EXPECT_EQ(factory.CoCreateInstance(__uuidof(XpsOMObjectFactory), nullptr, CLSCTX_INPROC_SERVER),
+                  S_OK);
+    }
+    CComPtr<IOpcPartUri> Uri(const std::wstring& name) {
+        CComPtr<IOpcPartUri> uri;
+        EXPECT_EQ(factory->CreatePartUri(name.c_str(), &uri), S_OK);
+        return uri;
+    }
+    CComPtr<IXpsOMFontResource> Font(const wchar_t* name, XPS_FONT_EMBEDDING embedding) {
+        CComPtr<IStream> stream;
+        CComPtr<IXpsOMFontResource> font;
+        EXPECT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
+        EXPECT_EQ(stream->Write(fontBytes.data(), static_cast<ULONG>(fontBytes.size()), nullptr), S_OK);
+        EXPECT_EQ(factory->CreateFontResource(stream, embedding, Uri(name), FALSE, &font), S_OK);
+        return font;
+    }
+    void AddText(IXpsOMPageReference* reference, IXpsOMFontResource* font) {
+        CComPtr<IXpsOMPage> page;
+        CComPtr<IXpsOMVisualCollection> visuals;
+        CComPtr<IXpsOMGlyphs> glyphs;
+        CComPtr<IXpsOMGlyphsEditor> editor;
+        ASSERT_EQ(reference->GetPage(&page), S_OK);
+        ASSERT_EQ(page->GetVisuals(&visuals), S_OK);
+        ASSERT_EQ(factory->CreateGlyphs(font, &glyphs), S_OK);
+        ASSERT_EQ(glyphs->GetGlyphsEditor(&editor), S_OK);
+        ASSERT_EQ(editor->SetUnicodeString(L"added"), S_OK);
+        ASSERT_EQ(editor->ApplyEdits(), S_OK);
+        ASSERT_EQ(visuals->Append(glyphs), S_OK);
+    }
+    HRESULT Write(IXpsOMPackage* package, const std::string& name) {
+        return package->WriteToFile((folder / name).wstring().c_str(), nullptr, 0x80, FALSE);
+    }
+    PackageContents Contents(const std::string& name) { return PackageContents::Of(folder / name); }
+
+    TemporaryFolder folder;
+    CComPtr<IXpsOMObjectFactory1> factory;
+    const std::string fontBytes = std::string(32, '\0') + "and more of a font";
+};
+
+constexpr const wchar_t* newFont = L"/Fonts/FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF.odttf";
+const std::string pageOne = SampleJob::PageName(1, 1);
+
+TEST_F(PackagePages, AreReadOnDemandAndCopiedWhereNothingIsChanged) {
+    ZipItems items = SampleJob().Items();
+    items[SampleJob::PageName(1, 2).substr(1)] = "this is no page";
+    WriteZip(folder / "in.xps", items);
+    const PackageContents read = Contents("in.xps");
+    const OpenPackage open(factory, folder / "in.xps");
+    const auto reference = open.At(0);
+    CComPtr<IXpsOMPage> page;
+    ASSERT_EQ(reference->GetPage(&page), S_OK);
+    CComPtr<IXpsOMPageReference> owner;
+    EXPECT_EQ(page->GetOwner(&owner), S_OK);
+    EXPECT_EQ(owner, reference);
+    CComPtr<IXpsOMPage> damaged;
+    EXPECT_EQ(open.At(1)->GetPage(&damaged), XPS_E_INVALID_MARKUP);
+    EXPECT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps"), read) << "the page that cannot be read, too";
+
+    // What was changed is gone with the page.
+    AddText(reference, Font(newFont, XPS_FONT_EMBEDDING_OBFUSCATED));
+    EXPECT_EQ(reference->DiscardPage(), S_OK);
+    BOOL isLoaded = TRUE;
+    EXPECT_EQ(reference->IsPageLoaded(&isLoaded), S_OK);
+    EXPECT_FALSE(isLoaded);
+    EXPECT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps"), read);
+}
+
+TEST_F(PackagePages, BringWhatTheyUseIntoThePackageOnce) {
+    WriteZip(folder / "in.xps", SampleJob().Items());
+    PackageContents expected = Contents("in.xps");
+    const OpenPackage open(factory, folder / "in.xps");
+    const auto font = Font(newFont, XPS_FONT_EMBEDDING_RESTRICTED);
+    AddText(open.At(0), font);
+    AddText(open.At(1), font);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    const PackageContents written = Contents("out.xps");
+    const std::string name = "/Fonts/FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF.odttf";
+    EXPECT_EQ(written.parts.at(name), "application/vnd.ms-package.obfuscated-opentype\n" +
+                                          std::string(32, '\xFF') + fontBytes.substr(32));
+    EXPECT_TRUE(written.Relates("/Documents/1/FixedDoc.fdoc", "/restricted-font", name));
+    for (const int page : {1, 2}) {
+        const std::string part = SampleJob::PageName(1, page);
+        EXPECT_TRUE(written.Relates(part, "/required-resource", name));
+        EXPECT_THAT(written.parts.at(part), AllOf(HasSubstr("\"added\""), HasSubstr("<!-- 1.")));
+    }
+    for (const auto& [part, bytes] : expected.parts)
+        if (part.find(".fpage") == std::string::npos) {
+            EXPECT_EQ(written.parts.at(part), bytes) << part;
+        }
+    for (const std::string& relationship : expected.relationships)
+        EXPECT_TRUE(written.relationships.contains(relationship)) << relationship;
+
+    // Another resource of that name is none that can stand beside it, on another page or on the same one.
+    for (const UINT32 page : {1U, 0U}) {
+        const OpenPackage again(factory, folder / "in.xps");
+        AddText(again.At(0), font);
+        AddText(again.At(page), Font(newFont, XPS_FONT_EMBEDDING_OBFUSCATED));
+        EXPECT_EQ(Write(again.package, "out.xps"), XPS_E_MULTIPLE_RESOURCES);
+    }
+    EXPECT_EQ(Contents("out.xps"), written);
+}
+
+TEST_F(PackagePages, MoveFromOnePackageIntoAnotherWithWhatTheyUse) {
+    ZipItems items = SampleJob().Items();
+    items[pageOne.substr(1)] =
+        "<FixedPage xmlns=\"" + SampleJob().Base() +
+        "\" Width=\"10\" Height=\"20\" xml:lang=\"en\"><Glyphs FontUri=\"" +
+        std::string(SampleJob::fontName) +
+        "\" FontRenderingEmSize=\"9\" OriginX=\"0\" OriginY=\"0\" Fill=\"#000000\" UnicodeString=\"moved\"/>"
+        "</FixedPage>";
+    WriteZip(folder / "from.xps", items);
+    const OpenPackage from(factory, folder / "from.xps");
+    const auto moved = from.At(0);
+    EXPECT_EQ(from.pages->RemoveAt(0), S_OK);
+
+    CComPtr<IXpsOMPackage1> package;
+    CComPtr<IXpsOMDocumentSequence> sequence;
+    CComPtr<IXpsOMDocumentCollection> documents;
+    CComPtr<IXpsOMDocument> document;
+    CComPtr<IXpsOMPageReferenceCollection> pages;
+    ASSERT_EQ(factory->CreatePackage1(&package), S_OK);
+    EXPECT_EQ(Write(package, "new.oxps"), XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP);
+    ASSERT_EQ(factory->CreateDocumentSequence(Uri(L"/s.fdseq"), &sequence), S_OK);
+    ASSERT_EQ(package->SetDocumentSequence(sequence), S_OK);
+    ASSERT_EQ(factory->CreateDocument(Uri(L"/d/d.fdoc"), &document), S_OK);
+    ASSERT_EQ(sequence->GetDocuments(&documents), S_OK);
+    ASSERT_EQ(documents->Append(document), S_OK);
+    ASSERT_EQ(document->GetPageReferences(&pages), S_OK);
+    ASSERT_EQ(pages->Append(moved), S_OK);
+    ASSERT_EQ(package->WriteToFile1((folder / "new.oxps").wstring().c_str(), nullptr, 0x80, FALSE,
+                                    XPS_DOCUMENT_TYPE_OPENXPS),
+              S_OK);
+    const PackageContents written = Contents("new.oxps");
+    EXPECT_THAT(written.parts.at(pageOne), AllOf(HasSubstr("openxps.org"), HasSubstr("moved")));
+    EXPECT_THAT(written.parts.at(SampleJob::fontName), EndsWith(SampleJob::StoredFontBytes()));
+    EXPECT_TRUE(written.Relates("/", "oxps/v1.0/fixedrepresentation", "/s.fdseq"));
+    EXPECT_TRUE(written.Relates(pageOne, "oxps/v1.0/required-resource", SampleJob::fontName));
+    EXPECT_THAT(written.parts.at("/d/d.fdoc"), HasSubstr("Source=\"/Documents/1/Pages/1.fpage\""));
+    const OpenPackage reread(factory, folder / "new.oxps");
+    CComPtr<IXpsOMPage> page;
+    EXPECT_EQ(reread.At(0)->GetPage(&page), S_OK);
+}
+
+TEST_F(PackagePages, StandBesideCorePropertiesThatAreKeptOrSet) {
+    const std::string core = "http://schemas.openxmlformats.org/package/2006/metadata/core-properties";
+    ZipItems items = SampleJob().Items();
+    items["docProps/core.xml"] =
+        "<c:coreProperties xmlns:c=\"" + core +
+        "\" xmlns:d=\"http://purl.org/dc/elements/1.1/\" xmlns:t=\"http://purl.org/dc/terms/\"><d:title>A "
+        "&amp; "
+        "B</d:title><t:created>2005-06-07T08:09:10Z</t:created><d:other/></c:coreProperties>";
+    WriteZip(folder / "in.xps", items);
+    const OpenPackage open(factory, folder / "in.xps");
+    CComPtr<IXpsOMCoreProperties> properties;
+    ASSERT_EQ(open.package->GetCoreProperties(&properties), S_OK);
+    LPWSTR title = nullptr;
+    LPWSTR none = nullptr;
+    SYSTEMTIME created{};
+    EXPECT_EQ(properties->GetTitle(&title), S_OK);
+    EXPECT_STREQ(title, L"A & B");
+    CoTaskMemFree(title);
+    EXPECT_EQ(properties->GetCategory(&none), S_OK);
+    EXPECT_EQ(none, nullptr);
+    EXPECT_EQ(properties->GetCreated(&created), S_OK);
+    EXPECT_TRUE(created.wYear == 2005 && created.wMonth == 6 && created.wDay == 7 && created.wSecond == 10);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps"), Contents("in.xps"));
+
+    EXPECT_EQ(properties->SetCategory(L"<stamped>"), S_OK);
+    EXPECT_EQ(properties->SetCategory(L"\xD800"), E_INVALIDARG);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_THAT(Contents("out.xps").parts.at("/docProps/core.xml"),
+                AllOf(HasSubstr("<category>&lt;stamped&gt;</category>"),
+                      HasSubstr("<dc:title>A &amp; B</dc:title>"),
+                      HasSubstr(">2005-06-07T08:09:10Z</dcterms:created>")));
+    EXPECT_EQ(open.package->SetCoreProperties(nullptr), S_OK);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_FALSE(Contents("out.xps").Has("/docProps/core.xml"));
+}
+
+} // namespace
