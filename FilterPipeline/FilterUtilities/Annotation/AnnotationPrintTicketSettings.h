@@ -59,10 +59,10 @@ public:
         int transparency = 50;
         CXString text; // of a picture, its file
         int angle = 315;
-        int xOffset = 0; // thousandths
+        int xOffset = 0; // from the centre, thousandths
         int yOffset = 0;
         int justificationFlags = 0;
-        int xOffsetInches = 0; // hundredths
+        int xOffsetInches = 0; // from an edge, ten-thousandths, of which whole hundredths count
         int yOffsetInches = 0;
         tagValueEnum renderOrder = DataModelIds::VAL_ANNOTATION_PRE_IMPOSITION;
         CXString fontName = L"Segoe UI";

@@ -45,10 +45,9 @@ CXString GetDefaultFontNameBasedOnDefaultLocale() {
     return otherFont;
 }
 
-/// Deliberate: the hundredths of an inch are cut to whole ones by 100, and the quotient counts as hundredths
-/// again. Clients write offsets that come out right so.
-int JustificationInXpsUnits(int hundredthsOfInch) {
-    const Dimension offset(hundredthsOfInch / 100, Dimension::HundredthOfInch);
+/// Deliberate: clients write ten-thousandths of an inch, of which whole hundredths count.
+int JustificationInXpsUnits(int tenThousandthsOfInch) {
+    const Dimension offset(tenThousandthsOfInch / 100, Dimension::HundredthOfInch);
     return offset.GetValue(Dimension::XpsUnit).GetIntValue(Number::toNearest);
 }
 

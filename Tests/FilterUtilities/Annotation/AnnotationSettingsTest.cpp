@@ -54,7 +54,7 @@ TEST(AnnotationSettings, SayTheSameAsAttributesOfEachValue) {
         inSettings += element + "</e>";
         inAttributes.push_back(attributes);
     }
-    // Whole inches count, as hundredths: 2 of them are 1.92 units, 50 are 48.
+    // Of the ten-thousandths of an inch whole hundredths count: 2 of them are 1.92 units, 50 are 48.
     const std::string start = " first draw 10854 opacity 0.7 angle -45 at 2.5,-0.5 edges 9 2,-48 order 10897"
                               " 'Caf\u00E9 \U0001F600\n<&'";
     const std::string font = " 'DejaVu Sans' 128 11 '#FF0000'";
