@@ -5,9 +5,9 @@ namespace {
 constexpr float unitsPerInch = 96;
 
 /// Where something begins on a page in one direction.
-float Justified(int flags, int near, int far, float page, float size, int distance) {
-    if ((flags & near) != 0) return static_cast<float>(distance);
-    if ((flags & far) != 0) return page - size - static_cast<float>(distance);
+float Justified(int flags, int start, int end, float page, float size, int distance) {
+    if ((flags & start) != 0) return static_cast<float>(distance);
+    if ((flags & end) != 0) return page - size - static_cast<float>(distance);
     return (page - size) / 2 + static_cast<float>(distance);
 }
 

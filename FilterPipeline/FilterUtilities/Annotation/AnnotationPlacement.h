@@ -3,6 +3,7 @@
 #include "Annotation/AnnotationElementSettings.h"
 #include "ComSupport/FilterUtilitiesExport.h"
 
+#include <windows.h>
 #include <gdiplus.h>
 
 /// Where an annotation stands on a page. Lengths are XPS units; x runs to the right, y downward.

@@ -3,6 +3,7 @@
 #include "ComSupport/FilterUtilitiesExport.h"
 #include "FontsAndImages/TextShaper.h"
 
+#include <windows.h>
 #include <gdiplus.h>
 
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include "ComSupport/FilterUtilitiesExport.h"
 
+#include <windows.h>
 #include <filterpipeline.h>
 #include <gdiplus.h>
 #include <msxml6.h>
