@@ -85,7 +85,6 @@ TEST(GdiDeviceContext, AFontIsFoundInACollectionByItsNames) {
     const std::string collection = TestCollection(members);
     TestFont nameless = Named(u"None");
     nameless.leftOut = {"name"};
-    TestFont otherVersion = members[1];
     const std::string two = members[1].Bytes();
     std::string outlinesOfAnotherKind = two;
     outlinesOfAnotherKind.replace(0, 4, "OTTO");

@@ -1,4 +1,3 @@
-#include "Support/FailureSweep.h"
 #include "Support/Rows.h"
 #include "Support/VirtualSlots.h"
 
@@ -116,35 +115,6 @@ TEST(FontCollection, OperationsStandInThePublishedSlots) {
     CComPtr<IUnknown> factory;
     EXPECT_EQ(E_NOINTERFACE,
               DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFontFamily), &factory));
-}
-
-struct Families {
-    [[nodiscard]] static std::string State() { return {}; }
-};
-
-TEST(FontCollection, EveryCallThatFailsIsTold) {
-    FailureSweep<Families>(
-        [] { return std::make_unique<Families>(); },
-        [](Families&) -> SweptAnswer {
-            CComPtr<IUnknown> unknown;
-            CComPtr<IDWriteFontCollection> collection;
-            CComPtr<IDWriteFontFamily> family;
-            CComPtr<IDWriteLocalizedStrings> names;
-            UINT32 value = 0;
-            BOOL exists = FALSE;
-            wchar_t name[200];
-            HRESULT hr = DWriteCreateFactory(DWRITE_FACTORY_TYPE_SHARED, __uuidof(IDWriteFactory), &unknown);
-            if (SUCCEEDED(hr))
-                hr = static_cast<IDWriteFactory*>(unknown.p)->GetSystemFontCollection(&collection);
-            if (SUCCEEDED(hr)) hr = collection->FindFamilyName(L"DejaVu Sans", &value, &exists);
-            if (SUCCEEDED(hr)) hr = collection->GetFontFamily(value, &family);
-            if (SUCCEEDED(hr)) hr = family->GetFamilyNames(&names);
-            if (SUCCEEDED(hr)) hr = names->FindLocaleName(L"en-us", &value, &exists);
-            if (SUCCEEDED(hr)) hr = names->GetStringLength(value, &value);
-            if (SUCCEEDED(hr)) hr = names->GetString(0, name, 200);
-            return hr;
-        })
-        .Run("A family's name");
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "Platform/Fonts/SelectedFont.h"
 #include "Platform/Fonts/SystemFontFiles.h"
-#include "Support/FailureSweep.h"
 #include "Support/Rows.h"
 #include "Support/TestFonts.h"
 
@@ -200,39 +199,6 @@ TEST(Gdi, ContextsOfThreadsShareFonts) {
                 EXPECT_NE(0, font.Width(L"AB"));
             }
         });
-}
-
-struct Display {
-    [[nodiscard]] static std::string State() { return {}; }
-};
-
-TEST(Gdi, EveryCallThatFailsIsTold) {
-    const auto failed = [](bool is) {
-        SweptAnswer answer;
-        answer.hasFailed = is;
-        return answer;
-    };
-    FailureSweep<Display>([] { return std::make_unique<Display>(); },
-                          [&](Display&) {
-                              const HDC context = CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
-                              const LOGFONTW asked = {};
-                              const HFONT font = CreateFontIndirectW(&asked);
-                              const HGDIOBJ before = SelectObject(context, font);
-                              WORD glyph = 0;
-                              SIZE size = {};
-                              TEXTMETRICW metrics = {};
-                              const bool works = GetDeviceCaps(context, LOGPIXELSX) != 0 &&
-                                                 GetTextFaceW(context, 0, nullptr) != 0 &&
-                                                 GetGlyphIndicesW(context, L"A", 1, &glyph, 0) != GDI_ERROR &&
-                                                 GetFontData(context, 0, 0, nullptr, 0) != GDI_ERROR &&
-                                                 GetTextExtentPoint32W(context, L"A", 1, &size) &&
-                                                 GetTextMetricsW(context, &metrics);
-                              if (before != nullptr) SelectObject(context, before);
-                              DeleteObject(font);
-                              DeleteDC(context);
-                              return failed(!works || before == nullptr);
-                          })
-        .Run("A font that is measured");
 }
 
 } // namespace
