@@ -3,6 +3,7 @@
 #include "Support/TemporaryFolder.h"
 #include "Support/TestPictures.h"
 
+#include <Com/FaultInjection.h>
 #include <FontsAndImages/GDIPlus.h>
 #include <FontsAndImages/WICHelper.h>
 
@@ -105,6 +106,32 @@ TEST(WICHelperTest, KeepsTheFailureOfWhatIsNoPicture) {
     EXPECT_FALSE(helper.ConvertImage(GUID{}));
     EXPECT_EQ(WINCODEC_ERR_COMPONENTNOTFOUND, helper.GetLastError());
     EXPECT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng)) << "it can be tried again";
+}
+
+TEST(WICHelperTest, TellsEachFailureOfThePlatformAndCanBeAskedAgain) {
+    const TemporaryFolder folder;
+    const CXString file(folder.Write("picture", Gif(3, 2, GifImage(3, 2, 0))).wstring().c_str());
+    const auto convert = [](WICHelper& helper) {
+        helper.Initialize();
+        return helper.ConvertImage(GUID_ContainerFormatPng);
+    };
+    WICHelper whole(file);
+    OvPlatform::FaultInjection::CountCalls();
+    EXPECT_TRUE(convert(whole));
+    OvPlatform::FaultInjection::Reset();
+    const LONG calls = OvPlatform::FaultInjection::CallCount();
+    const std::string png = Converted(whole);
+    EXPECT_GT(calls, 15);
+    for (LONG call = 1; call <= calls; ++call) {
+        WICHelper helper(file);
+        {
+            const OvPlatform::FaultInjectionScope fault(call, E_ACCESSDENIED);
+            EXPECT_FALSE(convert(helper)) << call;
+        }
+        EXPECT_TRUE(FAILED(helper.GetLastError())) << call;
+        EXPECT_TRUE(convert(helper)) << call;
+        EXPECT_EQ(png, Converted(helper)) << call;
+    }
 }
 
 TEST(GDIPlusTest, RunsForTheLifeOfEachObject) {

@@ -49,12 +49,12 @@ TEST(LocalePictures, AreThoseThatTheUsersOfALocaleKnow) {
     for (const auto& [locale, date, time] : cases) {
         EXPECT_EQ(date, Fact(locale, LOCALE_SSHORTDATE)) << date;
         EXPECT_EQ(time, Fact(locale, LOCALE_STIMEFORMAT)) << time;
-        const OvPlatform::UserLocale user(locale);
-        EXPECT_EQ(date, Fact(LOCALE_NAME_USER_DEFAULT, LOCALE_SSHORTDATE | LOCALE_NOUSEROVERRIDE));
     }
     wchar_t text[4];
     EXPECT_EQ(0, GetLocaleInfoEx(L"en-US", LOCALE_SSHORTDATE | LOCALE_RETURN_NUMBER, text, 4));
     EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_FLAGS), GetLastError());
+    const OvPlatform::UserLocale german(L"de-DE");
+    EXPECT_EQ(L"dd.MM.yyyy", Fact(LOCALE_NAME_USER_DEFAULT, LOCALE_SSHORTDATE | LOCALE_NOUSEROVERRIDE));
 }
 
 TEST(DateFormat, FollowsThePicture) {
