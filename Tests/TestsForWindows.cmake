@@ -10,13 +10,14 @@ target_include_directories(ov-test-framework SYSTEM PUBLIC ${framework}/googlete
 # What cannot be built or would say nothing there: a pattern of the folder or of what a source includes, and why.
 set(OV_LEFT_OUT
     "^/(PipelineHost|Samples)/" "tests what is not built for Windows"
-    "^/Platform/([^CIL]|Com/[^C]|Locale/[^D])"
-        "tests what stands for Windows' own elsewhere; pointers serve both, and pictures, dates and times are compared"
+    "^/Platform/([^CIL]|Com/[^C]|Imaging/[^G]|Locale/[^D])"
+        "tests what stands for Windows' own elsewhere: pointers serve both, and dates, times and what a picture says are compared"
     "[<\"]Support/FailureSweep\\.h" "sweeps over the platform's calls, and no call of Windows' own can be let fail"
     "[<\"](Spooler/|Support/FilterJob\\.h)" "asks a queue folder, which stands for the spooler elsewhere"
     "[<\"]FilterUtilities/PrintSchema/(Ticket|Capabilities)Support\\.h"
         "loads tickets, and the DOM of Wine leaves the declarations of namespaces out when it lists attributes"
     "[<\"](libxml/|dlfcn\\.h)" "uses libraries of other systems"
+    "[<\"]Fonts/" "looks into fonts by what stands for Windows' own elsewhere"
     "[<\"]Support/AllocationCount\\.h" "counts what is allocated, and a program cannot replace operator new for a DLL"
     "GrowthTest\\.cpp$" "measures algorithms that are the same on every system"
     "[<\"]Xml/DocumentBound\\.h" "goes to the bounds of the DOM that stands for Windows' own elsewhere")

@@ -195,7 +195,7 @@ std::string MarkupWriter::Relative(const std::string& name) const {
 
 void MarkupWriter::Note(const std::string& name, IXpsOMResource* resource) {
     const auto [entry, isNew] = m_partOfName.try_emplace(name, m_parts.size());
-    const auto isAnother = [&] {
+    const auto isAnother = [&, entry = entry] {
         const CComPtr<IXpsOMResource>& known = m_parts[entry->second].resource;
         return resource != nullptr && known && known != resource;
     };

@@ -1,5 +1,6 @@
 #include "Support/InApartment.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <AnnotationStore/AnnotationStore.h>
 #include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
@@ -23,7 +24,13 @@ std::string Definition(const std::string& text) {
     return "<annotation-col-api><text-api>" + text + "</text-api></annotation-col-api>";
 }
 
-using AnnotationStoreTest = InApartment<>;
+class AnnotationStoreTest : public InApartment<> {
+protected:
+    void SetUp() override {
+        SkipUnderWine(
+            "its DOM breaks lines of its own, and refuses a text without saying that it is the text");
+    }
+};
 
 AnnotationStore Read(const std::string& xml) { return AnnotationStore(CPString(xml.c_str()), true); }
 
