@@ -155,7 +155,7 @@ HRESULT PackageObject::SetCoreProperties(IXpsOMCoreProperties* properties) {
     return ModelCall([&] {
         const auto own = Behind<CorePropertiesObject>(properties);
         if (properties != nullptr && !own) return XPS_E_NO_CUSTOM_OBJECTS;
-        if (m_arePropertiesKnown && own == m_properties) return S_OK;
+        if (m_arePropertiesKnown && own == m_properties.p) return S_OK;
         if (own && own->HasOwner()) return XPS_E_ALREADY_OWNED;
         if (m_properties) m_properties->SetOwner(nullptr);
         m_properties = own;
