@@ -39,6 +39,16 @@ std::unique_ptr<AnnotationStore> StoreOf(const OvPlatform::QueueFolder& queue) {
     }
 }
 
+std::unique_ptr<JobAnnotations> ReadAnnotations(XpsFilterPrintTicket& ticket, const JobPrinter& printer,
+                                                const std::string& job) {
+    auto store = StoreOf(printer.Queue());
+    try {
+        return std::make_unique<JobAnnotations>(ticket, std::move(store), JobAt(printer));
+    } catch (const CPExceptionInvalidArgument& failure) {
+        throw InputError(E_INVALIDARG, job, job + ": " + failure.what());
+    }
+}
+
 } // namespace
 
 int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
@@ -60,9 +70,9 @@ int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOut
         FAILED(hr))
         throw HostError(hr, {}, "the merged tickets cannot be read");
     CheckAttributeBytes(ticket, options.job);
-    JobAnnotations annotations(ticket, StoreOf(printer.Queue()), JobAt(printer));
+    const auto annotations = ReadAnnotations(ticket, printer, options.job);
     const Gdiplus::SizeF size = PageRoot::Read(*parts.page).size;
-    const AnnotationsReport report(annotations.OfPage(size), size, static_cast<unsigned>(*level.page) - 1);
+    const AnnotationsReport report(annotations->OfPage(size), size, static_cast<unsigned>(*level.page) - 1);
     std::ranges::for_each(words.Heard(), warn);
     if (options.json)
         out.Json(report.AsJson());
