@@ -144,8 +144,8 @@ std::string CorePropertiesObject::Markup() const {
         if (!m_values[i]) continue;
         const std::string name = names[i].prefix + std::string(names[i].name);
         const bool hasType = names[i].space == termsNamespace;
-        markup += "<" + name + (hasType ? " xsi:type=\"dcterms:W3CDTF\">" : ">") + Escaped(*m_values[i]) +
-                  "</" + name + ">\n";
+        markup.append("<").append(name).append(hasType ? " xsi:type=\"dcterms:W3CDTF\">" : ">");
+        markup.append(Escaped(*m_values[i])).append("</").append(name).append(">\n");
     }
     return markup + "</coreProperties>\n";
 }

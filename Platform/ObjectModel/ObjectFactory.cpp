@@ -313,7 +313,7 @@ public:
     }
 };
 
-const ClassRegistration Registration(__uuidof(XpsOMObjectFactory), ObjectFactory::Create);
+const ClassRegistration registration(__uuidof(XpsOMObjectFactory), ObjectFactory::Create);
 
 } // namespace
 

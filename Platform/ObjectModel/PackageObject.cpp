@@ -42,7 +42,7 @@ private:
     std::filesystem::path m_path;
 };
 
-using Chunk = std::array<char, 64 * 1024>;
+using Chunk = std::array<char, std::size_t{64} * 1024>;
 
 void CopyToFile(IStream* stream, const std::filesystem::path& path) {
     OutputFile file(path);

@@ -292,7 +292,7 @@ void PackageSerializer::WriteBytes(const std::string& name, const char* contentT
                                    PackageCompression compression, const PartContent& content) {
     const auto bytes = content.Open();
     const auto sink = m_writer.AddPart(name, contentType, compression);
-    std::array<char, 64 * 1024> chunk;
+    std::array<char, std::size_t{64} * 1024> chunk;
     while (const std::size_t got = bytes->Read(chunk.data(), chunk.size()))
         sink->Write(chunk.data(), got);
     sink->Close();

@@ -174,10 +174,10 @@ TEST_F(PackageModel, ListsDocumentsPagesAndWhatHangsOnThem) {
     CComPtr<IXpsOMPageReference> owner;
     ASSERT_EQ(page->GetStoryFragmentsResource(&fragments), S_OK);
     EXPECT_EQ(fragments->GetOwner(&owner), S_OK);
-    EXPECT_EQ(owner, page);
+    EXPECT_EQ(owner.p, page.p);
     CComPtr<IXpsOMDocument> document;
     EXPECT_EQ(page->GetOwner(&document), S_OK);
-    EXPECT_EQ(document, Document(1));
+    EXPECT_EQ(document.p, Document(1).p);
 }
 
 TEST_F(PackageModel, GivesFontsPlainAndKnowsWhoRestrictsThem) {

@@ -98,7 +98,7 @@ TEST_F(PackagePages, AreReadOnDemandAndCopiedWhereNothingIsChanged) {
     ASSERT_EQ(reference->GetPage(&page), S_OK);
     CComPtr<IXpsOMPageReference> owner;
     EXPECT_EQ(page->GetOwner(&owner), S_OK);
-    EXPECT_EQ(owner, reference);
+    EXPECT_EQ(owner.p, reference.p);
     CComPtr<IXpsOMPage> damaged;
     EXPECT_EQ(open.At(1)->GetPage(&damaged), XPS_E_INVALID_MARKUP);
     EXPECT_EQ(Write(open.package, "out.xps"), S_OK);
