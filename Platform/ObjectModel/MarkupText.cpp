@@ -65,6 +65,7 @@ std::string WithPrefix(std::string_view prefix, std::string_view name) {
 }
 
 std::string UnescapeAttribute(std::string_view raw) {
+    if (raw.find_first_of("&\t\r\n") == std::string_view::npos) return std::string(raw);
     std::string text;
     text.reserve(raw.size());
     for (std::size_t at = 0; at < raw.size(); ++at) {

@@ -97,7 +97,7 @@ void PageIndexer::StartElement(const StartTagEvent& tag) {
     if (tag.declarationCount != 0) NoteNamespaces(element);
     // Of other namespaces, attributes mean something else.
     const bool mayRefer = tag.attributeCount != 0 || element.kind == ElementKind::Glyphs;
-    const bool isOwn = View(tag.uri) == PageNamespace(m_source.m_type);
+    const bool isOwn = View(tag.uri) == m_namespace;
     if (isOwn && mayRefer) NoteReferences(element);
 }
 
@@ -113,7 +113,7 @@ void PageIndexer::EndElement(const xmlChar*, const xmlChar*, const xmlChar*) {
 
 ElementKind PageIndexer::KindOf(const StartTagEvent& tag) const {
     const std::string_view uri = View(tag.uri);
-    if (uri == PageNamespace(m_source.m_type)) return KindOfElement(View(tag.name));
+    if (uri == m_namespace) return KindOfElement(View(tag.name));
     return uri == compatibilityNamespace && View(tag.name) == "AlternateContent"
                ? ElementKind::AlternateContent
                : ElementKind::Other;
@@ -121,6 +121,7 @@ ElementKind PageIndexer::KindOf(const StartTagEvent& tag) const {
 
 void PageIndexer::CheckRoot(const StartTagEvent& tag) {
     m_source.m_type = TypeOfPageNamespace(View(tag.uri));
+    m_namespace = PageNamespace(m_source.m_type);
     if (m_source.m_type == XPS_DOCUMENT_TYPE_UNSPECIFIED || KindOfElement(View(tag.name)) != m_root)
         FailHere(XPS_E_INVALID_MARKUP, "The root element is not the one that the part must have");
 }
@@ -183,8 +184,9 @@ void PageIndexer::NoteReference(const SourceElement& element, const RawAttribute
 }
 
 bool PageIndexer::Resolve(PartUse use, std::string_view reference, std::uint32_t& part) {
-    const auto [known, isNew] = m_partOfReference.try_emplace(std::string(reference), noPart);
-    if (isNew) {
+    auto known = m_partOfReference.find(reference);
+    if (known == m_partOfReference.end()) {
+        known = m_partOfReference.emplace(reference, noPart).first;
         try {
             std::string name = ResolvePartName(m_source.m_partName, reference);
             const auto [entry, isNewName] =

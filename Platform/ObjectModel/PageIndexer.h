@@ -45,12 +45,20 @@ private:
     bool Resolve(PartUse use, std::string_view reference, std::uint32_t& part);
     static HRESULT Miss(ElementKind kind) noexcept;
 
+    struct TextHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const noexcept {
+            return std::hash<std::string_view>()(text);
+        }
+    };
+
     PageSource& m_source;
     const FindResource m_find;
     const ElementKind m_root;
     std::vector<std::uint32_t> m_open;
     std::size_t m_alternates = 0; // of markup compatibility that are open
-    std::unordered_map<std::string, std::uint32_t> m_partOfReference;
+    std::string_view m_namespace; // of the root
+    std::unordered_map<std::string, std::uint32_t, TextHash, std::equal_to<>> m_partOfReference;
 };
 
 } // namespace OvPlatform

@@ -80,12 +80,12 @@ std::vector<ReferenceSpan> ReferencesIn(ReferenceKind kind, std::string_view val
     return spans;
 }
 
-std::shared_ptr<const PageSource> PageSource::Read(std::string_view bytes, const std::string& partName,
+std::shared_ptr<const PageSource> PageSource::Read(std::string bytes, const std::string& partName,
                                                    IXpsOMPartResources* resources, ElementKind root) {
     if (bytes.size() > mostDocumentBytes) throw MarkupFailure(XPS_E_INVALID_MARKUP);
     const std::shared_ptr<PageSource> source(new PageSource);
     source->m_partName = partName;
-    source->Decode(bytes);
+    source->Decode(std::move(bytes));
     const auto find = [&](PartUse use, const std::string& name) {
         return FindResource(resources, use, name);
     };
@@ -114,15 +114,16 @@ std::shared_ptr<const PageSource> PageSource::FromText(std::string text, const s
     return source;
 }
 
-void PageSource::Decode(std::string_view bytes) {
+void PageSource::Decode(std::string bytes) {
     m_isBigEndian = bytes.starts_with("\xFE\xFF");
     m_isUtf16 = m_isBigEndian || bytes.starts_with("\xFF\xFE");
     m_hasMark = m_isUtf16 || bytes.starts_with(utf8Mark);
     if (m_isUtf16) {
-        if (!FromUtf16Bytes(bytes.substr(2), m_isBigEndian, m_text))
+        if (!FromUtf16Bytes(std::string_view(bytes).substr(2), m_isBigEndian, m_text))
             throw MarkupFailure(XPS_E_INVALID_XML_ENCODING);
     } else {
-        m_text = bytes.substr(m_hasMark ? utf8Mark.size() : 0);
+        m_text = std::move(bytes);
+        if (m_hasMark) m_text.erase(0, utf8Mark.size());
     }
     const std::optional<XmlDeclaration> declaration = XmlDeclaration::FromDocument(m_text);
     if (!declaration || declaration->encoding.empty()) return;

@@ -69,7 +69,7 @@ public:
     PageSource& operator=(const PageSource&) = delete;
 
     /// From a part's bytes, with the root element that it must have. Throws MarkupFailure and PackageError.
-    static std::shared_ptr<const PageSource> Read(std::string_view bytes, const std::string& partName,
+    static std::shared_ptr<const PageSource> Read(std::string bytes, const std::string& partName,
                                                   IXpsOMPartResources* resources, ElementKind root);
     /// From a page's text that was written here, with the parts that it refers to. `like`: what has the
     /// encoding that it is to be written in again; null for UTF-8.
@@ -127,7 +127,7 @@ private:
     friend class PageIndexer;
 
     PageSource() = default;
-    void Decode(std::string_view bytes);
+    void Decode(std::string bytes);
 
     std::string m_text; // UTF-8 without a mark
     std::string m_partName;
