@@ -4,6 +4,7 @@
 #include "Imaging/TiffDirectory.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 
 namespace OvPlatform {
@@ -189,7 +190,10 @@ bool ReadBmp(const ByteFields& bmp, PictureHeader& header) {
         header.height = bmp.Short(20);
         return HasRows(bmp, header, bmp.Short(24));
     }
-    if (!bmp.Has(0, 54)) return false;
+    // The library makes room for whatever these two announce.
+    constexpr std::array<std::uint32_t, 6> headerBytes = {40, 52, 56, 64, 108, 124};
+    if (std::find(headerBytes.begin(), headerBytes.end(), bmp.Long(14)) == headerBytes.end()) return false;
+    if (!bmp.Has(0, 54) || bmp.Long(10) > bmp.Size()) return false;
     // Negative where the first row is the uppermost.
     const auto height = static_cast<std::int32_t>(bmp.Long(22));
     header.width = bmp.Long(18);

@@ -10,13 +10,13 @@
 namespace TestPictures {
 
 /// Numbers in the order that a format wants.
-inline std::string Little(std::uint32_t number, int bytes) {
+inline std::string Little(std::uint64_t number, int bytes) {
     std::string text;
     for (int index = 0; index < bytes; ++index)
         text += static_cast<char>(number >> (8 * index));
     return text;
 }
-inline std::string Big(std::uint32_t number, int bytes) {
+inline std::string Big(std::uint64_t number, int bytes) {
     const std::string little = Little(number, bytes);
     return {little.rbegin(), little.rend()};
 }
