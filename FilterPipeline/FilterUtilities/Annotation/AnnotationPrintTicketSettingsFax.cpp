@@ -165,6 +165,7 @@ CXString This::WrapLineIfNecessary(CXString text) {
     return lines;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the published form takes a copy
 CXString This::FormatLine(CXString& lines, CXString text, int& lineStart, int& lineLength, int& wordStart,
                           int& wordLength, int& remaining) {
     const OperationScope operation("AnnotationPrintTicketSettings::FormatLine");

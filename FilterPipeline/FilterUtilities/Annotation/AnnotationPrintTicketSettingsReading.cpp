@@ -47,7 +47,8 @@ CXString GetDefaultFontNameBasedOnDefaultLocale() {
 
 /// Deliberate: clients write ten-thousandths of an inch, of which whole hundredths count.
 int JustificationInXpsUnits(int tenThousandthsOfInch) {
-    const Dimension offset(tenThousandthsOfInch / 100, Dimension::HundredthOfInch);
+    const int hundredths = tenThousandthsOfInch / 100;
+    const Dimension offset(hundredths, Dimension::HundredthOfInch);
     return offset.GetValue(Dimension::XpsUnit).GetIntValue(Number::toNearest);
 }
 

@@ -36,6 +36,7 @@ CXString This::GetAnnotationResourceUriRootPath() {
     return m_isFax ? L"/Resources/FaxCoverSheet/Annotations" : L"/Resources/Annotations";
 }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the published forms take copies
 CXString This::GenerateFontResourceUriWitExtension(CXString faceName) {
     // The form of a GUID, as the names of obfuscated fonts must have it.
     CXString uri;
@@ -52,6 +53,8 @@ CXString This::GenerateImageResourceUriWithoutExtension(CXString fileName) {
                Hash32::GetHash32(OrvelUtilities::getFileNameFromFullPath(fileName)));
     return uri;
 }
+
+// NOLINTEND(performance-unnecessary-value-param)
 
 // ---- Fonts
 

@@ -3,6 +3,7 @@
 #include "FilterUtilities/Annotation/AnnotationSupport.h"
 #include "Support/InApartment.h"
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 #include "Support/TemporaryFolder.h"
 
 #include <atlcomcli.h>
@@ -39,12 +40,8 @@ protected:
 
 TEST_F(Picture, HasTheSizeThatItsResolutionMakes) {
     // 3,937 dots to the metre are 100 to the inch, and half a millionth less.
-    const Rows<unsigned int, unsigned int, float, float, float, float> cases{
-        {3937, 3937, 100, 100, 96, 48},
-        {3937, 7874, 100, 200, 96, 24},
-        {0, 0, 300, 300, 32, 16},
-        {3937, 0, 300, 300, 32, 16},
-    };
+    const Rows<unsigned int, unsigned int, float, float, float, float> cases{{3937, 3937, 100, 100, 96, 48},
+                                                                             {3937, 7874, 100, 200, 96, 24}};
     for (const auto& [horizontal, vertical, hResolution, vResolution, width, height] : cases) {
         Take(Bitmap(100, 50, horizontal, vertical));
         EXPECT_FALSE(m_annotations.GetSelected()->isImageParsed);
@@ -73,13 +70,23 @@ TEST_F(Picture, ThatCannotBeReadHasNoSize) {
 }
 
 TEST_F(Picture, ComesFromAStreamToo) {
-    const std::string bytes = Bitmap(96, 192, 0, 0);
+    const std::string bytes = Bitmap(96, 192, 7874, 3937);
     CComPtr<IStream> stream;
     ASSERT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &stream), S_OK);
     ASSERT_EQ(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr), S_OK);
     m_annotations.Read({});
     EXPECT_EQ(m_annotations.ParseImageFile(stream), S_OK);
-    EXPECT_NEAR(m_annotations.GetImageHeightInXpsUnits(), 192 * 96 / 300.0, 0.001);
+    EXPECT_NEAR(m_annotations.GetImageHeightInXpsUnits(), 192 * 96 / 100.0, 0.001);
+}
+
+TEST_F(Picture, WithoutAResolutionHas300DotsToTheInch) {
+    SkipOnWindows("where such a picture has the resolution of the screen");
+    for (const unsigned int horizontal : {0U, 3937U}) {
+        Take(Bitmap(100, 50, horizontal, 0));
+        EXPECT_NEAR(m_annotations.GetImageWidthInXpsUnits(), 32, 0.001);
+        EXPECT_NEAR(m_annotations.GetImageHeightInXpsUnits(), 16, 0.001);
+        EXPECT_EQ(m_annotations.GetHResolution() + m_annotations.GetVResolution(), 600);
+    }
 }
 
 } // namespace

@@ -20,13 +20,6 @@ using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
 
-// Cairo 1.16 does not free all of a subset that it has made of an OpenType font. The leak checker asks for
-// this by name, if there is one.
-extern "C" const char* __lsan_default_suppressions(); // NOLINT(bugprone-reserved-identifier)
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libcairo.so";
-} // NOLINT(bugprone-reserved-identifier)
-
 namespace {
 
 const std::string exitLanguage = "\x1B%-12345X";
