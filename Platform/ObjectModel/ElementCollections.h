@@ -26,6 +26,7 @@ public:
 
     /// Of a dictionary that is a part of its own. Not counted.
     void BelongTo(IUnknown* owner) noexcept { m_ownerOfPart = owner; }
+    bool IsOwnedByPart() const noexcept override { return m_ownerOfPart != nullptr; }
 
     HRESULT STDMETHODCALLTYPE GetOwner(IUnknown** owner) override;
     HRESULT STDMETHODCALLTYPE GetCount(UINT32* count) override;

@@ -106,7 +106,7 @@ std::string MarkupWriter::KeyName(std::string& declaration) const {
     for (const std::string prefix : {"x", "x1", "x2"}) {
         const std::optional<std::string> here = NamespaceHere(prefix);
         if (here && *here != uri) continue;
-        if (!here) declaration = " xmlns:" + prefix + "=\"" + uri + "\"";
+        if (!here) declaration.append(" xmlns:").append(prefix).append("=\"").append(uri).append("\"");
         return prefix + ":Key";
     }
     throw MarkupFailure(XPS_E_INVALID_MARKUP);

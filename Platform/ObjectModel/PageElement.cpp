@@ -171,7 +171,7 @@ PageElement* PageElement::Value(std::string_view name) {
     PropertyValue value{std::string(name), noElement, noElement, MakeValueObject(name, *text, m_source)};
     if (!value.value) throw MarkupFailure(XPS_E_INVALID_MARKUP);
     value.value->m_owner = this;
-    return m_values.emplace_back(std::move(value)).value.Get();
+    return InsertValue(std::move(value)).value.Get();
 }
 
 void PageElement::SetValue(std::string_view name, PageElement* value) {
@@ -182,12 +182,16 @@ void PageElement::SetValue(std::string_view name, PageElement* value) {
     }
     DropValue(name);
     if (value == nullptr) return;
-    const std::size_t rank = RankOf(name);
-    const auto place = std::find_if(m_values.begin(), m_values.end(),
-                                    [&](const PropertyValue& other) { return RankOf(other.name) > rank; });
-    m_values.insert(place, {std::string(name), noElement, noElement, ElementPtr(value)});
+    InsertValue({std::string(name), noElement, noElement, ElementPtr(value), {}});
     Adopt(*value);
     Touch();
+}
+
+PageElement::PropertyValue& PageElement::InsertValue(PropertyValue value) {
+    const std::size_t rank = RankOf(value.name);
+    const auto place = std::find_if(m_values.begin(), m_values.end(),
+                                    [&](const PropertyValue& other) { return RankOf(other.name) > rank; });
+    return *m_values.insert(place, std::move(value));
 }
 
 void PageElement::DropValue(std::string_view name) {
@@ -311,7 +315,7 @@ void PageElement::ReplaceChild(std::uint32_t index, PageElement& child) {
 }
 
 void PageElement::CheckCanOwn(const PageElement& element) const {
-    if (element.m_owner != nullptr) throw MarkupFailure(XPS_E_ALREADY_OWNED);
+    if (element.m_owner != nullptr || element.IsOwnedByPart()) throw MarkupFailure(XPS_E_ALREADY_OWNED);
     for (const PageElement* at = this; at != nullptr; at = at->m_owner)
         if (at == &element) throw MarkupFailure(XPS_E_VISUAL_CIRCULAR_REF);
 }

@@ -107,6 +107,9 @@ public:
 
     void Write(MarkupWriter& out);
 
+    /// Whether it is the content of a part, which is not in another element.
+    virtual bool IsOwnedByPart() const noexcept { return false; }
+
     /// As the value of an attribute; nothing if it needs an element.
     virtual std::optional<ReferringValue> AttributeForm() { return std::nullopt; }
 
@@ -158,6 +161,8 @@ private:
     void LoadValues();
     void LoadChildren();
     PropertyValue* FindValue(std::string_view name);
+    /// Where the format wants it among the others.
+    PropertyValue& InsertValue(PropertyValue value);
     void DropValue(std::string_view name);
     void Adopt(PageElement& element) noexcept;
     static void LetGo(ElementPtr& element) noexcept;

@@ -284,6 +284,15 @@ const Change changes[] = {
      "<Path a='1'><Path.Clip><PathGeometry><PathFigure StartPoint=\"1,2\" IsClosed=\"true\"><PolyLineSegment "
      "Points=\"5,5\" IsStroked=\"false\"/></PathFigure></PathGeometry></Path.Clip> " +
          gradient + "</Path>"},
+    {"OpacityOfAFilling",
+     "<Path Fill=\"#FF102030\"><Path.Data><PathGeometry Figures=\"\"/></Path.Data></Path>",
+     OnFirst<IXpsOMPath>([](PageModel&, IXpsOMPath* path) {
+         CComPtr<IXpsOMBrush> brush;
+         EXPECT_EQ(S_OK, path->GetFillBrush(&brush));
+         EXPECT_EQ(S_OK, brush->SetOpacity(0.25F));
+     }),
+     "<Path><Path.Fill><SolidColorBrush Color=\"#FF102030\" Opacity=\"0.25\"/></Path.Fill><Path.Data>"
+     "<PathGeometry Figures=\"\"/></Path.Data></Path>"},
     {"FillingReplaced", "<Path Data=\"M 0,0\"> " + gradient + " </Path>",
      OnFirst<IXpsOMPath>([](PageModel& model, IXpsOMPath* path) {
          EXPECT_EQ(S_OK, path->SetFillBrushLocal(model.Solid(1, 2, 3, 4)));
@@ -559,6 +568,7 @@ TEST(Dictionaries, ThatArePartsAreReadWrittenAndLookedInto) {
     EXPECT_FALSE(local);
     CComPtr<IXpsOMDictionary> dictionary;
     ASSERT_EQ(S_OK, page->GetDictionary(&dictionary));
+    EXPECT_EQ(XPS_E_ALREADY_OWNED, page->SetDictionaryLocal(dictionary));
     const CComPtr<IStream> stream = PageModel::Stream({});
     ASSERT_EQ(S_OK, OvPlatform::WriteDictionary(dictionary, model.Name(L"/Resources/d.dict"), stream,
                                                 XPS_DOCUMENT_TYPE_UNSPECIFIED));
