@@ -174,6 +174,7 @@ std::vector<SystemFonts::Family> SystemFonts::CollectFamilies(const std::vector<
                 family.names.push_back(name);
     }
     std::vector<Family> families;
+    families.reserve(byName.size());
     for (auto& [name, family] : byName)
         families.push_back(std::move(family));
     return families;

@@ -208,7 +208,7 @@ CXString GdiDeviceContext::FindBestFontForDisplayingString(CXString& text, CXStr
     if (!collection) return preferredFace;
     const UINT32 count = collection->GetFontFamilyCount();
     for (UINT32 index = 0; index < count; ++index) {
-        const CXString family = FamilyName(*collection, index);
+        CXString family = FamilyName(*collection, index);
         if (family.IsEmpty()) break;
         if (CanFontDisplayString(text, family)) return family;
     }
@@ -263,7 +263,7 @@ ByteBuffer GdiDeviceContext::GetTheFontData(const CXString& face, int charset, i
     collectionIndex = 0;
     if (FAILED(CreateAndSetFont(face, charset, pointSize))) return {};
     ByteBuffer data = FontData(m_deviceContext, collectionTag);
-    const ByteBuffer font = FontData(m_deviceContext, 0);
+    ByteBuffer font = FontData(m_deviceContext, 0);
     UnSetAndDeleteFont();
     if (data.empty()) return font;
     isCollection = true;
