@@ -24,7 +24,7 @@ namespace {
 using WriteEmbedded = ULONG(WINAPIV*)(void* stream, const void* bytes, ULONG count);
 using EmbedFont = LONG(WINAPI*)(HDC context, ULONG flags, ULONG charset, ULONG* privilege, ULONG* status,
                                 WriteEmbedded write, void* stream, USHORT* text, USHORT length,
-                                USHORT language, void* binding);
+                                USHORT language, TTEMBEDINFO* binding);
 constexpr ULONG embedRawSubset = 0x1;
 
 constexpr unsigned short noMember = 0xFFFF;
