@@ -1,6 +1,7 @@
 // Annotations in the public document settings of a ticket, and definitions that a client names.
 
 #include "FilterUtilities/Annotation/TicketWithSettings.h"
+#include "FilterUtilities/PrintSchema/TicketSupport.h"
 #include "Support/Rows.h"
 
 #include <AnnotationStore/AnnotationStore.h>
