@@ -62,7 +62,7 @@ std::vector<Change> ChangesIn(std::chrono::year year) {
     const auto startOf = [](std::chrono::year which) {
         return std::chrono::system_clock::to_time_t(sys_days{which / 1 / 1});
     };
-    constexpr std::time_t step = 3 * 24 * 60 * 60;
+    constexpr std::time_t step = std::chrono::seconds{std::chrono::days{3}}.count();
     const std::time_t end = startOf(year + std::chrono::years{1});
     std::vector<Change> changes;
     for (std::time_t moment = startOf(year); moment < end; moment += step) {

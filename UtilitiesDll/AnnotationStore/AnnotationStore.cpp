@@ -55,10 +55,10 @@ CPString TextOf(const XmlDomNode& element) {
 /// What an attribute can hold as it is: no characters that XML has not, no half of a pair.
 bool IsXmlText(std::wstring_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
-        const auto unit = static_cast<unsigned>(text[at]);
+        const wchar_t unit = text[at];
         if (unit < 0x20 || unit == 0xfffe || unit == 0xffff) return false;
         if (unit < 0xd800 || unit > 0xdfff) continue;
-        const unsigned next = at + 1 < text.size() ? static_cast<unsigned>(text[at + 1]) : 0;
+        const wchar_t next = at + 1 < text.size() ? text[at + 1] : L'\0';
         if (unit > 0xdbff || next < 0xdc00 || next > 0xdfff) return false;
         ++at;
     }
