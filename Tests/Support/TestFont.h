@@ -14,7 +14,7 @@ class FontBytes {
 public:
     FontBytes& Add(std::uint64_t number, int size) {
         while (--size >= 0)
-            m_bytes += static_cast<char>(number >> 8 * size);
+            m_bytes += size < 8 ? static_cast<char>(number >> 8 * size) : char{};
         return *this;
     }
     FontBytes& Add16(std::initializer_list<int> numbers) {
