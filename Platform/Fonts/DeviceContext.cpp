@@ -77,10 +77,10 @@ DeviceContext::Selection DeviceContext::Selected() {
 }
 
 LONG DeviceContext::Selection::Pixels(std::int64_t units) const {
-    constexpr double largest = std::numeric_limits<LONG>::max();
+    constexpr LONG largest = std::numeric_limits<LONG>::max() / 2; // so that two can be added
     const double pixels =
         std::round(static_cast<double>(units) * pixelsPerEm / choice->face->GetDesign().unitsPerEm);
-    return static_cast<LONG>(std::clamp(pixels, -largest, largest));
+    return static_cast<LONG>(std::clamp<double>(pixels, -largest, largest));
 }
 
 } // namespace OvPlatform

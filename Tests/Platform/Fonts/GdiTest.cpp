@@ -153,7 +153,7 @@ TEST(Gdi, TextIsMeasuredInTheFontsOwnLines) {
     EXPECT_EQ(1000, SelectedFont(L"Two Names", 1200).Width(L"AA"));
     EXPECT_EQ(35, SelectedFont(L"Two Names", -7).Width(L"AAAAAAAAAA"));
     // The largest size there is, and a text of many units.
-    EXPECT_EQ(0x7FFFFFFF, SelectedFont(L"Two Names", -0x7FFFFFFF).Width(std::wstring(100'000, L'A')));
+    EXPECT_EQ(0x3FFFFFFF, SelectedFont(L"Two Names", -0x7FFFFFFF).Width(std::wstring(100'000, L'A')));
 }
 
 TEST(Gdi, TextIsShaped) {
