@@ -128,7 +128,7 @@ void PageIndexer::CheckRoot(const StartTagEvent& tag) {
 
 std::uint32_t PageIndexer::Declare(std::uint32_t scope, const StartTagEvent& tag) {
     for (int index = 0; index < tag.declarationCount; ++index) {
-        const xmlChar* const* declaration = tag.declarations + 2 * index;
+        const xmlChar* const* declaration = tag.declarations + std::ptrdiff_t{2} * index;
         m_source.m_declarations.push_back(
             {scope, std::string(View(declaration[0])), std::string(View(declaration[1]))});
         scope = static_cast<std::uint32_t>(m_source.m_declarations.size() - 1);

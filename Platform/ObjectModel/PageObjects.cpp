@@ -269,8 +269,7 @@ HRESULT PageObject::Clone(IXpsOMPage** page) {
         for (const UsedPart& part : out.Parts())
             parts.push_back({part.name, part.resource});
         *page = new PageObject(
-            PageSource::FromText(std::move(text), PartNameOf(m_name), std::move(parts), Source().get()),
-            m_name);
+            PageSource::FromText(std::move(text), PartNameOf(m_name), parts, Source().get()), m_name);
     });
 }
 
