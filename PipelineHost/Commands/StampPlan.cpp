@@ -186,7 +186,7 @@ std::string FreeFontName(const OvPlatform::PackageReader& job, const std::string
 
 std::string FreePictureName(const OvPlatform::PackageReader& job) {
     for (unsigned number = 1;; ++number) {
-        const std::string name = "/Resources/Images/Stamp" + std::to_string(number);
+        std::string name = "/Resources/Images/Stamp" + std::to_string(number);
         if (job.Find(name + ".png") == nullptr && job.Find(name + ".jpg") == nullptr) return name;
     }
 }

@@ -172,14 +172,15 @@ TEST_F(PageConversion, MakesAPageWithItsResourcesUnderTheirNames) {
                                   "/resourcedictionary-key\"><ImageBrush x:Key=\"red\" ImageSource=\"p.png\" "
                                   "Viewbox=\"0,0,1,1\" Viewport=\"0,0,1,1\" ViewboxUnits=\"Absolute\" "
                                   "ViewportUnits=\"Absolute\"/></ResourceDictionary>");
-    page->parts = {
-        {L"/Resources/b.dict", CComPtr<IUnknown>(static_cast<IPartResourceDictionary*>(dictionary.p))},
-        {fontName, CComPtr<IUnknown>(static_cast<IPartFont2*>(MakeFake<FakeFont>().p))},
-        {L"/x", CComPtr<IUnknown>(MakeFake<FakeUnknownPart>())},
-        {L"/Resources/p.png", CComPtr<IUnknown>(static_cast<IPartImage*>(
-                                  MakeFake<FakePicture>(L"/Resources/p.png", L"image/png").p))},
-        {L"/c.icc",
-         CComPtr<IUnknown>(static_cast<IPartColorProfile*>(MakeFake<FakeProfile>(L"/c.icc", "profile").p))}};
+    const auto font = MakeFake<FakeFont>();
+    const auto picture = MakeFake<FakePicture>(L"/Resources/p.png", L"image/png");
+    const auto profile = MakeFake<FakeProfile>(L"/c.icc", "profile");
+    const auto unknown = MakeFake<FakeUnknownPart>();
+    page->parts.emplace_back(L"/Resources/b.dict", static_cast<IPartResourceDictionary*>(dictionary.p));
+    page->parts.emplace_back(fontName, static_cast<IPartFont2*>(font.p));
+    page->parts.emplace_back(L"/x", unknown.p);
+    page->parts.emplace_back(L"/Resources/p.png", static_cast<IPartImage*>(picture.p));
+    page->parts.emplace_back(L"/c.icc", static_cast<IPartColorProfile*>(profile.p));
     const CComPtr<IFixedPage> fixedPage(page);
     const auto resources = CollectPageResources(fixedPage, objects, packaging);
     CComPtr<IXpsOMRemoteDictionaryResourceCollection> dictionaries;
@@ -196,13 +197,13 @@ TEST_F(PageConversion, MakesAPageWithItsResourcesUnderTheirNames) {
     EXPECT_EQ(NameOf(made), "/Documents/1/Pages/1.fpage");
     CComPtr<IXpsOMVisualCollection> visuals;
     CComPtr<IXpsOMVisual> visual;
-    CComPtr<IXpsOMFontResource> font;
+    CComPtr<IXpsOMFontResource> fontResource;
     ASSERT_EQ(made->GetVisuals(&visuals), S_OK);
     ASSERT_EQ(visuals->GetAt(0, &visual), S_OK);
     const CComQIPtr<IXpsOMGlyphs> glyphs(visual);
     ASSERT_TRUE(glyphs);
-    ASSERT_EQ(glyphs->GetFontResource(&font), S_OK);
-    EXPECT_EQ(NameOf(font), "/Resources/00010203-0405-0607-0809-0A0B0C0D0E0F.odttf");
+    ASSERT_EQ(glyphs->GetFontResource(&fontResource), S_OK);
+    EXPECT_EQ(NameOf(fontResource), "/Resources/00010203-0405-0607-0809-0A0B0C0D0E0F.odttf");
 
     // A damaged part, once it is known, fails the page under the name of who found it.
     dictionary->bytes = "<ResourceDictionary";

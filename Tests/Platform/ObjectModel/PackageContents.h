@@ -37,7 +37,8 @@ struct PackageContents {
     /// Whether the source relates to the target by a type that ends so.
     bool Relates(const std::string& source, const std::string& tail, const std::string& target) const {
         for (const std::string& relationship : relationships)
-            if (relationship.starts_with(source + " ") && relationship.ends_with(tail + " " + target))
+            if (relationship.starts_with(source + " ") &&
+                relationship.ends_with(std::string(tail).append(" ").append(target)))
                 return true;
         return false;
     }
