@@ -45,11 +45,16 @@ function(ov_leave_out_for_windows variable)
     set(${variable} ${${variable}} PARENT_SCOPE)
 endfunction()
 
+# ov_build_test_for_windows(<target>): how it is compiled.
+function(ov_build_test_for_windows test)
+    target_compile_options(${test} PRIVATE -O0) # what is tested are the DLLs, and those are optimised
+    target_link_libraries(${test} PRIVATE ov-build-options ov-FilterUtilities ov-test-framework)
+endfunction()
+
 # ov_test_for_windows(<target>): one test of CTest for the whole program, since Wine is slow to start one.
 function(ov_test_for_windows test)
     target_include_directories(${test} BEFORE PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/Support/Windows)
-    target_compile_options(${test} PRIVATE -O0) # what is tested are the DLLs, and those are optimised
-    target_link_libraries(${test} PRIVATE ov-build-options ov-FilterUtilities ov-test-framework)
+    ov_build_test_for_windows(${test})
     add_test(NAME ${test} COMMAND ${CMAKE_SOURCE_DIR}/scripts/run-windows $<TARGET_FILE:${test}>)
     set_tests_properties(${test} PROPERTIES TIMEOUT 300)
 endfunction()

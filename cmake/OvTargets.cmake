@@ -4,7 +4,9 @@ set(OV_INSTALL_HEADERS ${CMAKE_INSTALL_INCLUDEDIR}/ov-FilterUtilities)
 
 find_program(OV_CCACHE ccache)
 if(OV_CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER ${OV_CCACHE})
+    # What it must overlook, so that sources with precompiled headers are found in it.
+    set(CMAKE_CXX_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+        ${OV_CCACHE})
 endif()
 
 add_library(ov-build-options INTERFACE)
@@ -30,6 +32,20 @@ if(OV_SANITIZE)
     target_link_options(ov-build-options INTERFACE -fsanitize=${OV_SANITIZE})
 endif()
 
+# The standard headers that most sources share are parsed once for each floor. Not in the debug build, where a source
+# that does not include what it uses is to be noticed. ccache looks into what the preprocessor leaves of them, by these
+# options.
+option(OV_PRECOMPILE "Precompile the standard headers of the libraries" OFF)
+set(OV_PRECOMPILED_OPTIONS $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
+    "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
+function(ov_precompile target)
+    if(OV_PRECOMPILE)
+        target_precompile_headers(${target} PRIVATE <algorithm> <functional> <map> <memory> <optional> <string>
+            <string_view> <utility> <vector>)
+        target_compile_options(${target} PRIVATE ${OV_PRECOMPILED_OPTIONS})
+    endif()
+endfunction()
+
 # ov_sources(<variable>): all sources of the rooms below the current folder.
 function(ov_sources variable)
     file(GLOB_RECURSE found CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
@@ -51,6 +67,7 @@ function(ov_floor target export_macro)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
     target_link_libraries(${target} PUBLIC ${floor_PUBLIC}
         PRIVATE $<BUILD_INTERFACE:ov-build-options> ${floor_PRIVATE})
+    ov_precompile(${target})
 endfunction()
 
 # ov_install(<targets>): the libraries, for find_package(ov-FilterUtilities).
