@@ -8,8 +8,9 @@
 #include <Annotation/AnnotationPlacement.h>
 #include <Annotation/AnnotationTextLayout.h>
 
-#include <cmath>
+#include <algorithm>
 #include <cstdio>
+#include <utility>
 
 using namespace DataModelIds;
 
@@ -71,8 +72,11 @@ std::string Reason(const PageAnnotation& annotation, const TextShaper& shaper, c
     if (shaper.FaceInUse().CompareNoCase(element.faceName) != 0)
         reason += "; the system lacks it, and takes " + Utf8(shaper.FaceInUse());
     // Characters beyond the first plane are not looked up in fonts one by one.
-    const bool hasPairs = text.View().find_first_of(L"\xD800") != std::wstring_view::npos;
-    if (!hasPairs && !fonts.CanFontDisplayString(text, element.faceName))
+    const std::wstring_view units = text.View();
+    const bool hasPairs = std::ranges::any_of(units, [](wchar_t unit) { return (unit & 0xF800) == 0xD800; });
+    std::wstring drawn(units);
+    std::erase(drawn, L'\n');
+    if (!hasPairs && !fonts.CanFontDisplayString(CXString(std::move(drawn)), element.faceName))
         reason += "; no font of the system has all characters";
     return reason;
 }

@@ -20,9 +20,11 @@ namespace OvPipeline {
 namespace {
 
 constexpr float unitsOfPoint = 96.0F / 72.0F;
-constexpr float margin = 36;             // points from the page's edges
-constexpr float assumedResolution = 300; // dots per inch of a picture that does not say
-constexpr float largest = 100000;        // points; no page is as large
+constexpr float margin = 36; // points from the page's edges
+// Dots to the inch of a picture that does not say: as readers of pages take it, and as it gets here.
+constexpr float readResolution = 96;
+constexpr float printedResolution = 300;
+constexpr float largest = 100000; // points; no page is as large
 constexpr unsigned long largestSize = 1000;
 
 // Which files pictures may come from, and by which bytes they begin.
@@ -106,9 +108,8 @@ void RequirePictureFile(const std::string& file) {
     throw UsageError("--image wants a file that ends in .jpg, .png, .gif or .bmp, not \"" + file + "\"");
 }
 
-float Inches(UINT pixels, float resolution) {
-    const float dots = resolution > 0 ? resolution : assumedResolution;
-    return static_cast<float>(pixels) / dots;
+float InXpsUnits(UINT pixels, float resolution, float assumed) {
+    return static_cast<float>(pixels) * 96 / (resolution > 0 ? resolution : assumed);
 }
 
 PlacedPicture Place(const CommandOptions& options, const XPS_POINT& at) {
@@ -119,13 +120,18 @@ PlacedPicture Place(const CommandOptions& options, const XPS_POINT& at) {
         throw InputError(HRESULT_FROM_WIN32(ERROR_INVALID_DATA), options.image,
                          "the picture " + options.image + " is damaged, or too large");
     PlacedPicture placed{options.image, {}, {}};
-    placed.whole = {0, 0, Inches(picture.GetWidth(), picture.GetHorizontalResolution()) * 96,
-                    Inches(picture.GetHeight(), picture.GetVerticalResolution()) * 96};
+    const auto width = [&](float assumed) {
+        return InXpsUnits(picture.GetWidth(), picture.GetHorizontalResolution(), assumed);
+    };
+    const auto height = [&](float assumed) {
+        return InXpsUnits(picture.GetHeight(), picture.GetVerticalResolution(), assumed);
+    };
+    placed.whole = {0, 0, width(readResolution), height(readResolution)};
     float scale = 1;
     if (!options.width.empty())
-        scale =
-            NumberOf("--width", options.width, 0.1F, largest, "points") * unitsOfPoint / placed.whole.width;
-    placed.place = {at.x, at.y, placed.whole.width * scale, placed.whole.height * scale};
+        scale = NumberOf("--width", options.width, 0.1F, largest, "points") * unitsOfPoint /
+                width(printedResolution);
+    placed.place = {at.x, at.y, width(printedResolution) * scale, height(printedResolution) * scale};
     return placed;
 }
 

@@ -137,13 +137,23 @@ LastItem& CacheOf(SCRIPT_CACHE* cache) {
     return *static_cast<LastItem*>(*cache);
 }
 
+/// Where the cluster that begins at a glyph ends.
+std::size_t ClusterEnd(const std::vector<ShapedItem::Glyph>& glyphs, std::size_t first) {
+    std::size_t end = first;
+    while (end < glyphs.size() && glyphs[end].cluster == glyphs[first].cluster)
+        ++end;
+    return end;
+}
+
 void GiveClusters(const ShapedItem& item, std::size_t units, bool isReversed, WORD* clusters) {
     const std::size_t count = item.glyphs.size();
     std::size_t first = 0; // glyph of the cluster that the unit is in
+    std::size_t next = ClusterEnd(item.glyphs, first);
     for (std::size_t unit = 0; unit < units; ++unit) {
-        for (std::size_t next = first; next < count && item.glyphs[next].cluster <= static_cast<int>(unit);
-             ++next)
-            if (item.glyphs[next].cluster != item.glyphs[first].cluster) first = next;
+        while (next < count && item.glyphs[next].cluster <= static_cast<int>(unit)) {
+            first = next;
+            next = ClusterEnd(item.glyphs, first);
+        }
         clusters[unit] = static_cast<WORD>(isReversed ? count - 1 - first : first);
     }
 }
@@ -210,6 +220,8 @@ HRESULT ScriptShape(HDC handle, SCRIPT_CACHE* cache, const WCHAR* text, int leng
         const FontFace& face = *font.choice->face;
         ShapedItem item = analysis->eScript == SCRIPT_UNDEFINED ? MapText(face, units, *analysis)
                                                                 : ShapeText(face, units, *analysis);
+        constexpr std::size_t mostNumbered = 0xFFFF; // by a cluster
+        if (item.glyphs.size() > mostNumbered) return E_INVALIDARG;
         if (item.glyphs.size() > static_cast<std::size_t>(most)) return E_OUTOFMEMORY;
         const bool isReversed = item.isRightToLeft && analysis->fLogicalOrder == 0;
         GiveClusters(item, units.size(), isReversed, clusters);

@@ -27,15 +27,17 @@ constexpr std::array referring = {
     ReferringAttribute{ElementKind::ResourceDictionary, "Source", ReferenceKind::Whole},
 };
 
-constexpr std::string_view contextColor = "ContextColor";
+constexpr std::string_view contextColor = "ContextColor "; // a profile's name follows
+constexpr std::array coloring = {std::string_view("Color"), std::string_view("Fill"),
+                                 std::string_view("OpacityMask"), std::string_view("Stroke")};
 
 std::optional<ReferenceKind> KindOfReference(ElementKind element, const RawAttributes::Item& attribute) {
     for (const ReferringAttribute& row : referring)
         if (row.element == element && row.name == attribute.name) return row.kind;
-    // Of any attribute that may hold a colour; its first character may be written as a reference.
+    // The first character of a colour may be written as a reference.
     const bool mayBeColor =
         attribute.value.starts_with(contextColor.front()) || attribute.value.starts_with('&');
-    if (!mayBeColor || attribute.name.find(':') != std::string_view::npos) return std::nullopt;
+    if (!mayBeColor || std::ranges::find(coloring, attribute.name) == coloring.end()) return std::nullopt;
     return UnescapeAttribute(attribute.value.substr(0, longestEscaped)).starts_with(contextColor)
                ? std::optional(ReferenceKind::Context)
                : std::nullopt;

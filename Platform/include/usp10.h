@@ -93,9 +93,10 @@ EXTERN_C WINBASEAPI HRESULT WINAPI ScriptItemize(const WCHAR* pwcInChars, int cI
 EXTERN_C WINBASEAPI HRESULT WINAPI ScriptLayout(int cRuns, const BYTE* pbLevel, int* piVisualToLogical,
                                                 int* piLogicalToVisual);
 
-/// The glyphs of one item, and for each unit of it the first glyph of its cluster. E_OUTOFMEMORY where the
-/// glyphs are more than `cMaxGlyphs`, USP_E_SCRIPT_NOT_IN_FONT for a font without the item's script,
-/// E_PENDING without a device context. A character that the font lacks is glyph 0.
+/// The glyphs of one item, and for each unit of it the first glyph of its cluster: E_INVALIDARG for an item
+/// of more than 65,535. E_OUTOFMEMORY where the glyphs are more than `cMaxGlyphs`, USP_E_SCRIPT_NOT_IN_FONT
+/// for a font without the item's script, E_PENDING without a device context. A character that the font lacks
+/// is glyph 0.
 EXTERN_C WINBASEAPI HRESULT WINAPI ScriptShape(HDC hdc, SCRIPT_CACHE* psc, const WCHAR* pwcChars, int cChars,
                                                int cMaxGlyphs, SCRIPT_ANALYSIS* psa, WORD* pwOutGlyphs,
                                                WORD* pwLogClust, SCRIPT_VISATTR* psva, int* pcGlyphs);

@@ -84,23 +84,23 @@ CXString This::GetFaxRecipients() {
     if (mode == VAL_FAX_COVER_RECIPIENTS_LISTED) {
         AttributeCollections::ForEach(
             AttributeCollections::Open(cover, FEAT_FAX_COVER_RECIPIENT_COL), [&](const auto& recipient) {
-                const CXString name =
-                    AttributeCollections::Text(recipient, FEAT_FAX_COVER_RECIPIENT_COL_NAME);
-                if (!name.IsEmpty()) recipients += WithLineFeed(name);
+                const auto name =
+                    AttributeCollections::FindText(recipient, FEAT_FAX_COVER_RECIPIENT_COL_NAME);
+                if (name) recipients += WithLineFeed(*name);
             });
         return recipients;
     }
-    const CXString name = AttributeCollections::Text(cover, FEAT_FAX_COVER_RECIPIENT_NAME);
-    if (!name.IsEmpty()) recipients += WithLineFeed(WithLineFeed(name));
+    const auto name = AttributeCollections::FindText(cover, FEAT_FAX_COVER_RECIPIENT_NAME);
+    if (name) recipients += WithLineFeed(WithLineFeed(*name));
     return recipients;
 }
 
 CXString This::GetFaxNotes() {
-    CXString notes = AttributeCollections::Text(GetFaxCover(), FEAT_FAX_COVER_NOTES);
-    if (notes.IsEmpty()) return {};
-    notes.Remove(L'\r');
+    auto notes = AttributeCollections::FindText(GetFaxCover(), FEAT_FAX_COVER_NOTES);
+    if (!notes) return {};
+    notes->Remove(L'\r');
     CXString lines = WithLineFeed(GetLocalizedString(notesLabel));
-    for (const CXString& line : notes.Tokenize(L'\n'))
+    for (const CXString& line : notes->Tokenize(L'\n'))
         lines += WithLineFeed(WrapLineIfNecessary(line));
     return lines;
 }

@@ -27,8 +27,11 @@ struct AnnotationTextLayout {
     }
 };
 
-/// In a face, at a size in points. Line feeds part the lines.
-/// What no page can hold is replaced: half a surrogate pair by U+FFFD, a control character by a blank. Throws
-/// what TextShaper throws.
+/// What a page can hold of a text, with its line feeds: half of a surrogate pair and what is no character
+/// becomes U+FFFD, a control character a blank. A carriage return before a line feed goes.
+[[nodiscard]] OV_FILTER_UTILITIES_API CXString DrawableText(const CXString& text);
+
+/// In a face, at a size in points, what is drawable of the text. Line feeds part the lines. Throws what
+/// TextShaper throws.
 [[nodiscard]] OV_FILTER_UTILITIES_API AnnotationTextLayout LayOutText(const TextShaper& shaper,
                                                                       const CXString& text, int sizeInPoints);

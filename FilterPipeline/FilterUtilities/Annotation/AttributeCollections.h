@@ -6,6 +6,10 @@
 
 /// Questions about attributes that a client may have left unspecified: what was stored with those is what the
 /// user chose not to have.
+
+#include <optional>
+#include <utility>
+
 namespace AttributeCollections {
 
 [[nodiscard]] inline bool IsSpecified(const AttributeBytesIndexedList& list,
@@ -22,12 +26,18 @@ namespace AttributeCollections {
     return members;
 }
 
+/// Nothing if there is no such text; one that is there may be empty.
+[[nodiscard]] inline std::optional<CXString> FindText(const AttributeBytesIndexedList& list,
+                                                      DataModelIds::tagFeatureEnum feature) {
+    bool isFound = false;
+    CXString text = list.GetStringValue(AttributeBytesFeatureId(feature), &isFound);
+    return isFound ? std::optional(std::move(text)) : std::nullopt;
+}
+
 /// Empty if there is no such text.
 [[nodiscard]] inline CXString Text(const AttributeBytesIndexedList& list,
                                    DataModelIds::tagFeatureEnum feature) {
-    bool isFound = false;
-    const CXString text = list.GetStringValue(AttributeBytesFeatureId(feature), &isFound);
-    return isFound ? text : CXString();
+    return FindText(list, feature).value_or(CXString());
 }
 
 /// Hands each collection of a set to the function, in their order.

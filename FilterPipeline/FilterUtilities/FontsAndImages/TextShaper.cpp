@@ -34,6 +34,18 @@ std::vector<SCRIPT_ITEM> Itemize(std::wstring_view text, WORD level) {
     return items;
 }
 
+bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
+
+/// How much of a text is shaped at once: clusters have small numbers, and marks on one letter cost the square
+/// of their count. Words stay whole where they are not as long as that.
+std::size_t PieceOf(std::wstring_view text) {
+    constexpr std::size_t most = 1000;
+    if (text.size() <= most) return text.size();
+    const std::size_t blank = text.rfind(L' ', most - 1);
+    if (blank != std::wstring_view::npos && blank > 0) return blank + 1;
+    return IsLowSurrogate(text[most]) ? most - 1 : most;
+}
+
 } // namespace
 
 TextShaper::TextShaper(const CXString& face, int charset) {
@@ -51,7 +63,7 @@ TextShaper::TextShaper(const CXString& face, int charset) {
         m_font = CreateFontIndirectW(&wanted);
         Require(m_font != nullptr);
         m_fontBefore = SelectObject(m_deviceContext, m_font);
-        Require(m_fontBefore != nullptr);
+        Require(m_fontBefore != nullptr && m_fontBefore != HGDI_ERROR);
         TEXTMETRICW metrics = {};
         Require(GetTextMetricsW(m_deviceContext, &metrics));
         m_ascent = metrics.tmAscent;
@@ -68,7 +80,7 @@ TextShaper::~TextShaper() { Close(); }
 
 void TextShaper::Close() {
     ScriptFreeCache(&m_cache);
-    if (m_fontBefore != nullptr) SelectObject(m_deviceContext, m_fontBefore);
+    if (m_fontBefore != nullptr && m_fontBefore != HGDI_ERROR) SelectObject(m_deviceContext, m_fontBefore);
     if (m_font != nullptr) DeleteObject(m_font);
     if (m_deviceContext != nullptr) DeleteDC(m_deviceContext);
 }
@@ -91,7 +103,13 @@ std::vector<GlyphRun> TextShaper::Shape(const CXString& line) const {
         const SCRIPT_ITEM* item = &items[static_cast<std::size_t>(index)];
         const auto begin = static_cast<std::size_t>(item->iCharPos);
         const auto end = static_cast<std::size_t>((item + 1)->iCharPos);
-        runs.push_back(ShapeItem(text.substr(begin, end - begin), item->a));
+        const std::size_t first = runs.size();
+        for (std::wstring_view rest = text.substr(begin, end - begin); !rest.empty();) {
+            const std::size_t length = PieceOf(rest);
+            runs.push_back(ShapeItem(rest.substr(0, length), item->a));
+            rest.remove_prefix(length);
+        }
+        if (item->a.fRTL != 0) std::reverse(runs.begin() + static_cast<std::ptrdiff_t>(first), runs.end());
     }
     return runs;
 }

@@ -1,6 +1,7 @@
 #include "JobContext/JobAnnotations.h"
 
 #include "Annotation/AnnotationNumbering.h"
+#include "Annotation/AnnotationTextLayout.h"
 #include "ComSupport/ReportWarning.h"
 #include "DataModel/FeatureIds.h"
 #include "PrintSchema/PrintSchemaKeywords.h"
@@ -25,7 +26,8 @@ using namespace PrintSchema;
 namespace {
 
 constexpr const wchar_t* storeProperty = L"AnnotationStore"; // of the queue
-constexpr const wchar_t* digits = L"0123456789";             // which numbered annotations may need
+constexpr const wchar_t* definition = L"annotation-col-api";
+constexpr const wchar_t* digits = L"0123456789"; // which numbered annotations may need
 
 tagValueEnum JobIdOption(XpsFilterPrintTicket& ticket) {
     JobIdentification::EJobIdentificationOption option = {};
@@ -54,54 +56,87 @@ bool HasWords(const AnnotationPrintTicketSettings& settings) {
            (!settings.GetText().IsEmpty() || IsNumberedAnnotation(*settings.GetSelected()));
 }
 
-/// The selected element, which is a picture. One that cannot be read is left to whoever needs it.
-PageAnnotation ReadPicture(AnnotationPrintTicketSettings& settings) {
-    Gdiplus::SizeF size;
-    if (SUCCEEDED(settings.ParseImageFile())) {
-        settings.GetSelected()->isImageParsed = true;
-        const float scale = settings.GetScaling() / 100;
-        size = {settings.GetImageWidthInXpsUnits() * scale, settings.GetImageHeightInXpsUnits() * scale};
-    }
-    PageAnnotation annotation{*settings.GetSelected()};
-    annotation.picturePartName =
-        settings.GenerateImageResourceUriWithoutExtension(settings.GetImageFileName());
-    annotation.pictureSize = size;
-    return annotation;
-}
+/// Chooses faces for texts, and remembers them: looking through all faces of the system takes long.
+class FaceChoice {
+public:
+    explicit FaceChoice(GdiDeviceContext& fonts) : m_fonts(fonts) {}
 
-/// The selected element, which is a text, in a face that can show it. The list has that face from now on.
-PageAnnotation ChooseFace(AnnotationPrintTicketSettings& settings) {
+    const CXString& Of(const CXString& wantedFace, const CXString& text) {
+        // Line feeds are not drawn, and the order and number of characters does not count.
+        std::wstring characters(text.View());
+        std::sort(characters.begin(), characters.end());
+        const auto [repeated, end] = std::ranges::unique(characters);
+        characters.erase(repeated, end);
+        std::erase(characters, L'\n');
+        const bool hasPairs =
+            std::ranges::any_of(characters, [](wchar_t unit) { return (unit & 0xF800) == 0xD800; });
+        const auto [found, isNew] = m_faces.try_emplace({std::wstring(wantedFace.View()), characters});
+        if (isNew) {
+            // Halves of pairs that were sorted are none; the fonts are asked for the text as it is.
+            CXString asked = hasPairs ? text : CXString(std::wstring(characters));
+            CXString preferred = wantedFace;
+            found->second = m_fonts.FindBestFontForDisplayingString(asked, preferred);
+        }
+        return found->second;
+    }
+
+private:
+    GdiDeviceContext& m_fonts;
+    std::map<std::pair<std::wstring, std::wstring>, CXString> m_faces;
+};
+
+/// The selected element, which is a text, as it is drawn: in characters that a page can hold, and in a face
+/// that has them. The list has both from now on.
+PageAnnotation ChooseFace(AnnotationPrintTicketSettings& settings, FaceChoice& faces,
+                          const CXString& wantedFace) {
+    constexpr int usualSize = 72;
+    constexpr int mostPoints = 10'000;
     AnnotationElementSettings& element = *settings.GetSelected();
+    element.text = DrawableText(element.text);
+    if (element.sizeInPoints < 1 || element.sizeInPoints > mostPoints) {
+        ReportWarning("An annotation of " + std::to_string(element.sizeInPoints) + " points gets " +
+                      std::to_string(usualSize));
+        element.sizeInPoints = usualSize;
+    }
     CXString text = element.text;
     if (IsNumberedAnnotation(element)) text += digits;
-    CXString wanted = element.faceName;
-    element.faceName = settings.GetGdiDeviceContextRef().FindBestFontForDisplayingString(text, wanted);
-    if (element.faceName.Compare(wanted) != 0)
-        ReportWarning("An annotation in " + CPStringUtils::narrowToStdString(wanted) + " is written in " +
+    element.faceName = faces.Of(element.faceName, text);
+    if (element.faceName.Compare(wantedFace) != 0)
+        ReportWarning("An annotation in " + CPStringUtils::narrowToStdString(wantedFace) + " is written in " +
                       CPStringUtils::narrowToStdString(element.faceName) +
                       ", which has all of its characters");
     PageAnnotation annotation{element};
-    annotation.wantedFace = wanted;
+    annotation.wantedFace = wantedFace;
     annotation.fontPartName = settings.GenerateFontResourceUriWitExtension(element.faceName);
     return annotation;
 }
 
-/// One font serves all annotations in its face.
-void CountCharacters(AnnotationPrintTicketSettings& settings, std::vector<PageAnnotation>& annotations) {
-    std::map<std::wstring, CXString, std::less<>> charactersOfFaces;
+/// One font serves all annotations in its face, so they have one character set, that of the first, and the
+/// characters of all.
+void ShareFonts(AnnotationPrintTicketSettings& settings, std::vector<PageAnnotation>& annotations) {
+    struct Font {
+        int charset = DEFAULT_CHARSET;
+        CXString characters = {};
+    };
+    std::map<std::wstring, Font, std::less<>> fonts;
     for (const PageAnnotation& annotation : annotations) {
         const CXString& face = annotation.element.faceName;
         if (annotation.fontPartName.IsEmpty()) continue;
-        const auto [found, isNew] = charactersOfFaces.try_emplace(std::wstring(face.View()));
-        CXString& characters = found->second;
-        if (isNew) characters = settings.GetCumulativeListOfUniqueCharactersRequiredFromThisFont(face);
+        const auto [found, isNew] = fonts.try_emplace(std::wstring(face.View()));
+        Font& font = found->second;
+        if (isNew)
+            font = {annotation.element.charset,
+                    settings.GetCumulativeListOfUniqueCharactersRequiredFromThisFont(face)};
         if (!IsNumberedAnnotation(annotation.element)) continue;
         for (const wchar_t digit : std::wstring_view(digits))
-            if (characters.View().find(digit) == std::wstring_view::npos) characters += digit;
+            if (font.characters.View().find(digit) == std::wstring_view::npos) font.characters += digit;
     }
-    for (PageAnnotation& annotation : annotations)
-        if (!annotation.fontPartName.IsEmpty())
-            annotation.characters = charactersOfFaces.find(annotation.element.faceName.View())->second;
+    for (PageAnnotation& annotation : annotations) {
+        if (annotation.fontPartName.IsEmpty()) continue;
+        const Font& font = fonts.find(annotation.element.faceName.View())->second;
+        annotation.element.charset = font.charset;
+        annotation.characters = font.characters;
+    }
 }
 
 } // namespace
@@ -135,11 +170,20 @@ void JobAnnotations::ReadClientData() {
     m_clientData.emplace(bytes);
 }
 
+bool JobAnnotations::HasDefinition() {
+    bool isSpecified = false;
+    unsigned int count = 0;
+    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(definition, isSpecified, count);
+    const AttributeBytes* const own =
+        m_attributes.GetAttributeBytesPtr(AttributeBytesFeatureId(FEAT_ANNOTATION_COL));
+    return isSpecified || (own != nullptr && own->IsSpecified());
+}
+
 // What the client sent along is what the user saw, and goes before what the queue has under that name.
 void JobAnnotations::ExpandName() {
     AnnotationPrintTicketSettings settings;
     const CXString name = settings.GetAnnotationDefinitionNameFromPrintTicket(*m_settings, m_attributes);
-    if (name.IsEmpty()) return;
+    if (name.IsEmpty() || HasDefinition()) return;
     if (m_clientData && settings.ExpandNameOnlyAnnotationDefinitionInPrintTicketUsingCjd2(
                             name, &*m_clientData, *m_settings) == S_OK)
         if (settings.WasNameOnlyDefinitionExpandedInPrintTicket())
@@ -173,26 +217,60 @@ std::vector<PageAnnotation> JobAnnotations::Read(Gdiplus::SizeF size, bool isFax
                                            false, m_jobIdOption);
     ThrowIfFailed(hr);
     if (hr == S_FALSE) return {};
+    // The mark of the job gets its face together with its text.
+    std::vector<CXString> wantedFaces;
+    while (settings.SelectAnnotationElement(static_cast<int>(wantedFaces.size())))
+        wantedFaces.push_back(settings.GetFaceName());
     if (m_clientData) settings.ReadClientGeneratedTimestampTextFromClientJobData2(&*m_clientData);
     FillInTimes(settings);
 
-    const bool hasSettings = m_settings->IsOrvelPublicDocSettingsFeaturePresent(L"annotation-col-api");
+    bool hasSettings = false;
+    unsigned int count = 0;
+    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(definition, hasSettings, count);
     const AnnotationOrigin origin = isFaxSheet    ? AnnotationOrigin::FaxSheet
                                     : hasSettings ? m_origin
                                                   : AnnotationOrigin::AttributeBytes;
+    FaceChoice faces(settings.GetGdiDeviceContextRef());
     std::vector<PageAnnotation> annotations;
     // All are looked at, whatever the first one is.
-    for (int index = 0; settings.SelectAnnotationElement(index); ++index) {
+    for (std::size_t index = 0; settings.SelectAnnotationElement(static_cast<int>(index)); ++index) {
         if (settings.IsBitmapAnnotationType())
             annotations.push_back(ReadPicture(settings));
         else if (HasWords(settings))
-            annotations.push_back(ChooseFace(settings));
+            annotations.push_back(ChooseFace(settings, faces, wantedFaces[index]));
         else
             continue;
         annotations.back().origin = settings.IsJobIDAnnotationType() ? AnnotationOrigin::JobMark : origin;
     }
-    CountCharacters(settings, annotations);
+    ShareFonts(settings, annotations);
     return annotations;
+}
+
+// A file is looked into once, whatever number of elements and page sizes it serves; one that cannot be read
+// is left to whoever needs it.
+PageAnnotation JobAnnotations::ReadPicture(AnnotationPrintTicketSettings& settings) {
+    AnnotationElementSettings& element = *settings.GetSelected();
+    const auto [found, isNew] = m_pictures.try_emplace(std::wstring(element.imageFileName.View()), element);
+    if (isNew && SUCCEEDED(settings.ParseImageFile())) {
+        element.isImageParsed = true;
+        found->second = element;
+    }
+    PageAnnotation annotation{element};
+    const AnnotationElementSettings& read = found->second;
+    annotation.element.imageWidth = read.imageWidth;
+    annotation.element.imageHeight = read.imageHeight;
+    annotation.element.isImageParsed = read.isImageParsed;
+    annotation.element.horizontalResolution = read.horizontalResolution;
+    annotation.element.verticalResolution = read.verticalResolution;
+    annotation.picturePartName = settings.GenerateImageResourceUriWithoutExtension(element.imageFileName);
+    if (read.isImageParsed) {
+        const auto scaled = [&](const Dimension& length) {
+            return static_cast<float>(length.GetValue(Dimension::XpsUnit).GetDoubleValue()) *
+                   element.scaling / 100;
+        };
+        annotation.pictureSize = {scaled(read.imageWidth), scaled(read.imageHeight)};
+    }
+    return annotation;
 }
 
 void JobAnnotations::FillInTimes(AnnotationPrintTicketSettings& settings) {

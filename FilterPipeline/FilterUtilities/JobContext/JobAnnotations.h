@@ -6,10 +6,13 @@
 #include "JobContext/XpsFilterPrintTicket.h"
 
 #include <AnnotationStore/AnnotationStore.h>
+#include <AttributeStore/AttributeBytesIndexedList.h>
 #include <ClientJobData/ClientJobData2ReaderWriter.h>
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 class NativeComPrinterPropertyBagAccess;
@@ -52,8 +55,8 @@ public:
         CXString documentName = {};
     };
 
-    /// The snapshot must be of the job's level or a lower one; of it a copy is taken. `store` may be null.
-    /// Throws CPExceptionInvalidArgument for attribute bytes or client data that are damaged.
+    /// The snapshot must be of the job's level or a lower one; what is needed of it is copied. `store` may be
+    /// null. Throws CPExceptionInvalidArgument for attribute bytes or client data that are damaged.
     JobAnnotations(XpsFilterPrintTicket& ticket, std::unique_ptr<AnnotationStore> store, Job job);
     ~JobAnnotations();
     JobAnnotations(const JobAnnotations&) = delete;
@@ -72,13 +75,16 @@ private:
     void ExpandName();
     [[nodiscard]] std::vector<PageAnnotation> Read(Gdiplus::SizeF size, bool isFaxSheet);
     void FillInTimes(AnnotationPrintTicketSettings& settings);
+    [[nodiscard]] PageAnnotation ReadPicture(AnnotationPrintTicketSettings& settings);
+    [[nodiscard]] bool HasDefinition();
 
     std::unique_ptr<PrintTicketXmlDocument> m_ticket; // null where the job has none
     std::unique_ptr<PrintTicketOrvelPublicDocSettingsReaderWriter> m_settings;
-    AttributeBytesIndexedList& m_attributes;
+    AttributeBytesIndexedList m_attributes;
     std::unique_ptr<AnnotationStore> m_store;
     Job m_job;
     DataModelIds::tagValueEnum m_jobIdOption = DataModelIds::VAL_UNSPECIFIED;
     std::optional<ClientJobData2ReaderWriter> m_clientData;
     AnnotationOrigin m_origin = AnnotationOrigin::DocumentSettings;
+    std::map<std::wstring, AnnotationElementSettings> m_pictures; // what was read of a file, by its name
 };

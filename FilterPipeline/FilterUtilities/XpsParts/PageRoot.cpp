@@ -10,6 +10,7 @@
 #include <atlcomcli.h>
 
 #include <charconv>
+#include <cmath>
 #include <exception>
 
 namespace {
@@ -29,7 +30,7 @@ float Length(ISAXAttributes& attributes, std::wstring_view name) {
     float result = 0;
     const char* const end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, result);
-    if (error != std::errc() || last != end || !(result >= 1))
+    if (error != std::errc() || last != end || !(result >= 1) || !std::isfinite(result))
         ThrowFailure<CPExceptionInvalidArgument>([] { return "The page has no valid size"; });
     return result;
 }

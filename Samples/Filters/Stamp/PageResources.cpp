@@ -135,7 +135,9 @@ HRESULT PictureResource::WriteResource(IUnknown* newPart, IPrintWriteStream* str
     const CComQIPtr<IPartImage> image(newPart);
     if (!image) return E_NOINTERFACE;
     ThrowIfFailed(image->SetImageContent(m_contentType));
-    return WriteAll(*stream, m_bytes.data(), static_cast<ULONG>(m_bytes.size()));
+    const HRESULT hr = WriteAll(*stream, m_bytes.data(), static_cast<ULONG>(m_bytes.size()));
+    if (SUCCEEDED(hr)) std::string().swap(m_bytes); // the cache asks once
+    return hr;
 }
 
 HRESULT PictureResource::GetKey(BSTR* key) { return Give(key, m_picture.partName.c_str()); }

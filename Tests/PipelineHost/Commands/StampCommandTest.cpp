@@ -67,7 +67,7 @@ TEST_F(StampCommand, StampsAPictureAsLargeAsItSays) {
     EXPECT_EQ(ExitOk, natural.code) << natural.errors;
     EXPECT_EQ("a.xps: the picture a.bmp on 2 pages\n", natural.out);
     EXPECT_THAT(Page("a.xps", 1),
-                AllOf(HasSubstr("Viewbox=\"0,0,96,48\""), HasSubstr("Viewport=\"0,0,96,48\"")));
+                AllOf(HasSubstr("Viewbox=\"0,0,300,150\""), HasSubstr("Viewport=\"0,0,96,48\"")));
     const CommandRun scaled =
         Stamp({"--image", "a.bmp", "--width", "36", "--opacity", "0.25", "-o", "a.xps"});
     EXPECT_EQ(ExitOk, scaled.code) << scaled.errors;
