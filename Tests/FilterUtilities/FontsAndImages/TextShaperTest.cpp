@@ -81,6 +81,35 @@ TEST_F(TextShaperTest, LettersAreJoinedAndClustersSayHow) {
     EXPECT_NE(mark.glyphs[1].offset.du, 0);
 }
 
+TEST_F(TextShaperTest, LongTextsAreShapedInPieces) {
+    for (const bool isRightToLeft : {false, true}) {
+        std::wstring text;
+        for (int word = 0; word < 20'000; ++word)
+            text += isRightToLeft ? L"\x05D0\x05D1\x05D2 " : L"abc ";
+        text += std::wstring(30'000, isRightToLeft ? L'\x05D0' : L'a');
+        std::vector<GlyphRun> runs = m_shaper.Shape(CXString(text.c_str()));
+        if (isRightToLeft) std::ranges::reverse(runs);
+        std::wstring joined;
+        std::size_t glyphs = 0;
+        for (const GlyphRun& run : runs) {
+            EXPECT_LE(run.text.size(), 1000u);
+            EXPECT_TRUE(joined.empty() || joined.ends_with(L' ') || joined.size() >= 80'000)
+                << "a word is cut";
+            joined += run.text;
+            glyphs += run.glyphs.size();
+        }
+        EXPECT_TRUE(joined == text);
+        EXPECT_EQ(glyphs, text.size());
+    }
+    std::wstring pairs; // which are not cut in half
+    for (int pair = 0; pair < 1200; ++pair)
+        pairs += {0xD835, 0xDD38};
+    for (const GlyphRun& run : m_shaper.Shape(CXString((L"x" + pairs).c_str())))
+        EXPECT_EQ(std::ranges::count(run.glyphs, 0, &GlyphRun::Glyph::id), 0);
+    const std::wstring marks = L"a" + std::wstring(60'000, L'\x0301');
+    EXPECT_FALSE(m_shaper.Shape(CXString(marks.c_str())).empty());
+}
+
 TEST_F(TextShaperTest, MeasuresInPartsOfTheEmSquare) {
     // An em dash is as wide as it says in this font.
     EXPECT_NEAR(Only(m_shaper, L"\x2014").width, TextShaper::unitsPerEm, 2);

@@ -132,7 +132,7 @@ TEST_P(StampedElement, IsWhereTheReportSaysAndNothingElseChanges) {
     for (const auto draw : {&DrawnPage::ByMutool, &DrawnPage::ByGxps}) {
         const DrawnPage::Box ink = draw("out.xps", 1).DifferenceFrom(draw("in.xps", 1));
         ASSERT_FALSE(ink.IsEmpty());
-        constexpr float point = 2;
+        constexpr float point = 3; // two pixels, and one that is inked in part
         EXPECT_GE(ink.left, box.left - point);
         EXPECT_GE(ink.top, box.top - point);
         EXPECT_LE(ink.right, box.right + point);
@@ -171,6 +171,17 @@ INSTANTIATE_TEST_SUITE_P(
                           "<justify-api>4</justify-api><font-size-api>20</font-size-api>"
                           "<y-offset-inches-api>20000</y-offset-inches-api>"),
               0.5F},
+        Drawn{"TextFromTheRight",
+              TextElement(
+                  "text",
+                  "\xD8\xA8\xD9\x8E\xD8\xB3\xD9\x92\xD9\x85 ab \xD9\x85\xD8\xB1\xD8\xAD\xD8\xA8\xD8\xA7",
+                  "<justify-api>5</justify-api><font-size-api>60</font-size-api>"
+                  "<y-offset-inches-api>10000</y-offset-inches-api>"),
+              0.5F},
+        Drawn{"TwoLines",
+              TextElement("text", "Wide&#10;xy",
+                          "<justify-api>5</justify-api><font-size-api>60</font-size-api>"),
+              0.6F},
         Drawn{
             "PageNumber",
             TextElement("page-numbers", "", "<justify-api>8</justify-api><font-size-api>60</font-size-api>"),
@@ -302,6 +313,61 @@ TEST_F(StampTest, ScriptsOfTheWorldAreDrawnWithTheirOwnGlyphs) {
         for (const auto draw : {&DrawnPage::ByMutool, &DrawnPage::ByGxps})
             EXPECT_FALSE(draw("out.xps", 1).DifferenceFrom(draw("in.xps", 1)).IsEmpty()) << text;
     }
+}
+
+TEST_F(StampTest, PicturesThatPagesCanHoldStayAsTheyAre) {
+    using namespace TestPictures;
+    std::ofstream("a.gif", std::ios::binary) << Gif(16, 8, GifImage(16, 8, 1));
+    std::ofstream("b.bin", std::ios::binary) << Png(16, 8); // which says no resolution, and has another name
+    std::string elements;
+    for (const char* const file : {"a.gif", "b.bin", "a.gif"})
+        elements += "<e><type-api>type-picture</type-api><text-api>" + std::string(file) + "</text-api></e>";
+    const CommandRun run = Stamp(elements, {Page("")});
+    ASSERT_EQ(run.code, ExitOk) << run.errors;
+    int pictures = 0;
+    bool isKept = false;
+    for (const auto& [name, bytes] : ReadZip("out.xps")) {
+        if (!name.starts_with("Resources/Annotations/Bitmaps/")) continue;
+        ++pictures;
+        EXPECT_TRUE(name.ends_with(".png")) << name;
+        EXPECT_TRUE(bytes.starts_with("\x89PNG"));
+        isKept |= bytes == Png(16, 8);
+    }
+    EXPECT_EQ(pictures, 2);
+    EXPECT_TRUE(isKept);
+    // 300 dots to the inch as it is printed, 96 as its reader takes it.
+    EXPECT_THAT(PageOf("out.xps", 1), AllOf(HasSubstr("Viewbox=\"0,0,16,8\""), HasSubstr(",5.12,2.56\"")));
+}
+
+TEST_F(StampTest, StandsByTheSizeOfEachPageAndKeepsAFontForEachFace) {
+    const std::string elements =
+        TextElement("text", "Sans", "<justify-api>10</justify-api><font-size-api>30</font-size-api>") +
+        "<e><type-api>type-text</type-api><text-api>Fallback</text-api><font-name-api>No Such "
+        "Face</font-name-api>"
+        "<font-char-set-api>128</font-char-set-api><font-size-api>-5</font-size-api></e>"
+        "<e><type-api>type-text</type-api><text-api>Other</text-api><font-name-api>No Such "
+        "Face</font-name-api></e>";
+    std::vector<std::string> pages;
+    const auto widthOf = [](int page) { return 500 + 100 * ((page - 1) % 18); };
+    for (int page = 1; page <= 20; ++page)
+        pages.push_back(Page("", "Width=\"" + std::to_string(widthOf(page)) + "\" Height=\"400\""));
+    const CommandRun run = Stamp(elements, pages);
+    ASSERT_EQ(run.code, ExitOk) << run.errors;
+    EXPECT_THAT(run.errors, HasSubstr("An annotation of -5 points gets 72"));
+    for (const int page : {1, 2, 17, 20}) {
+        const DrawnPage::Box box = ReportedBox(std::to_string(page));
+        EXPECT_NEAR(box.right, DrawnPage::pixelsPerUnit * static_cast<float>(widthOf(page)), 2);
+        std::smatch origin;
+        const std::string markup = PageOf("out.xps", page);
+        ASSERT_TRUE(std::regex_search(markup, origin, std::regex("OriginX=\"([0-9.]+)\"")));
+        EXPECT_NEAR(std::stof(origin[1]) * DrawnPage::pixelsPerUnit, box.left, 0.1);
+    }
+    EXPECT_THAT(ExtractedText("out.xps", 1),
+                AllOf(HasSubstr("Sans"), HasSubstr("allback"), HasSubstr("Other")));
+    int fonts = 0;
+    for (const auto& [name, bytes] : ReadZip("out.xps"))
+        if (name.starts_with("Resources/Annotations/Fonts/")) ++fonts;
+    EXPECT_EQ(fonts, 2);
 }
 
 TEST_F(StampTest, AJobThatCannotBeStampedLeavesNoOutput) {
