@@ -36,9 +36,11 @@ public:
         return ModelCall([&] {
             if (index > m_items.size() || m_items.size() >= (std::numeric_limits<UINT32>::max)())
                 return XPS_E_INDEX_OUT_OF_RANGE;
-            m_items.reserve(m_items.size() + 1);
-            if (const HRESULT result = Take(item); FAILED(result)) return result;
-            m_items.emplace(m_items.begin() + index, item);
+            m_items.emplace(m_items.begin() + index, item); // which may find memory out, before all else
+            if (const HRESULT result = Take(item); FAILED(result)) {
+                m_items.erase(m_items.begin() + index);
+                return result;
+            }
             NoteChange();
             return S_OK;
         });

@@ -108,7 +108,9 @@ ElementPtr CloneElement(PageElement& element) {
     std::vector<SourcePart> parts;
     for (const UsedPart& part : out.Parts())
         parts.push_back({part.name, part.resource});
-    return MakeElementObject(PageSource::FromText(std::move(text), partName, parts, nullptr), 1);
+    ElementPtr clone = MakeElementObject(PageSource::FromText(std::move(text), partName, parts, nullptr), 1);
+    if (clone) clone->RemoveAttribute("x:Key"); // that of a dictionary, which the clone is not in
+    return clone;
 }
 
 XPS_OBJECT_TYPE ObjectTypeOf(ElementKind kind) noexcept {

@@ -182,7 +182,7 @@ void PageElement::SetValue(std::string_view name, PageElement* value) {
     }
     DropValue(name);
     if (value == nullptr) return;
-    InsertValue({std::string(name), noElement, noElement, ElementPtr(value), {}});
+    InsertValue({std::string(name), noElement, noElement, ElementPtr(value), {}, true});
     Adopt(*value);
     Touch();
 }

@@ -148,6 +148,7 @@ private:
         std::uint32_t object;                      ///< that stands in it
         ElementPtr value;                          ///< null until it is asked for
         std::optional<ReferringValue> attribute{}; ///< while it is written: what says it without an element
+        bool isSet = false;                        ///< it came from elsewhere, also if nothing in it changed
     };
     struct ChildEntry {
         std::uint32_t element; ///< of the source; noElement for one that came later

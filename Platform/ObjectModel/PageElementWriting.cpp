@@ -16,7 +16,9 @@ void PageElement::Write(MarkupWriter& out) {
         out.CopyElement(*m_source, m_index);
 }
 
-bool PageElement::IsRenewed(const PropertyValue& value) { return value.value && value.value->m_isTouched; }
+bool PageElement::IsRenewed(const PropertyValue& value) {
+    return value.value && (value.isSet || value.value->m_isTouched);
+}
 
 // Which values go into attributes is said once, ahead of the writing.
 void PageElement::SettleValues() {

@@ -105,9 +105,11 @@ XPS_DOCUMENT_TYPE TypeOf(const PageElement& element, XPS_DOCUMENT_TYPE wanted) {
     return element.Source() ? element.Source()->Type() : XPS_DOCUMENT_TYPE_XPS;
 }
 
-// What stands around the root of a part that was read stays too.
+// What stands around the root of a part that was read stays too. Around another element, a cloned dictionary
+// say, stands what it is no part of.
 void WritePart(PageElement& root, MarkupWriter& out) {
-    const PageSource* const source = root.IsInSource() ? root.Source().get() : nullptr;
+    const bool isRoot = root.IsInSource() && root.Index() == 0;
+    const PageSource* const source = isRoot ? root.Source().get() : nullptr;
     if (source != nullptr) out.Copy(*source, 0, source->At(root.Index()).begin);
     root.Write(out);
     if (source != nullptr) out.Copy(*source, source->At(root.Index()).end, source->Text().size());

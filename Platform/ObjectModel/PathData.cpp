@@ -58,6 +58,7 @@ private:
             figure.isClosed = true;
             m_current = figure.start;
             m_isEnded = true;
+            m_isSmooth = false;
             return true;
         }
         // Behind a closed figure the next begins where that began.
@@ -76,6 +77,7 @@ private:
         m_current = {m_base.x + x, m_base.y + y};
         path.figures.emplace_back().start = m_current;
         m_isEnded = false;
+        m_isSmooth = false;
         // More places behind the first are lines.
         for (;;) {
             m_base = isRelative ? m_current : XPS_POINT{};

@@ -582,4 +582,85 @@ TEST(Dictionaries, ThatArePartsAreReadWrittenAndLookedInto) {
               PageModel::Written(empty));
 }
 
+// A copy that nobody changed is new where it is set.
+TEST(CopiedValues, AreWrittenWhereTheyAreSet) {
+    PageModel model;
+    const std::string shape = "<PathGeometry><PathFigure StartPoint=\"0,0\"><PolyLineSegment Points=\"1,1\"/>"
+                              "</PathFigure></PathGeometry>";
+    const CComPtr<IXpsOMPage> page =
+        model.Read(PageOf("<Path><Path.Fill><SolidColorBrush Color=\"#FF010203\"/></Path.Fill><Path.Data>" +
+                          shape + "</Path.Data></Path><Path Data=\"M0,0\" Fill=\"#FF000000\"/>"));
+    const auto from = PageModel::At<IXpsOMPath>(PageModel::Visuals(page), 0);
+    const auto to = PageModel::At<IXpsOMPath>(PageModel::Visuals(page), 1);
+    CComPtr<IXpsOMBrush> brush;
+    ASSERT_EQ(S_OK, from->GetFillBrushLocal(&brush));
+    const CComQIPtr<IXpsOMSolidColorBrush> solid(brush);
+    CComPtr<IXpsOMSolidColorBrush> copy;
+    ASSERT_EQ(S_OK, solid->Clone(&copy));
+    EXPECT_EQ(S_OK, to->SetFillBrushLocal(copy));
+    CComPtr<IXpsOMGeometry> geometry, geometryCopy;
+    ASSERT_EQ(S_OK, from->GetGeometryLocal(&geometry));
+    ASSERT_EQ(S_OK, geometry->Clone(&geometryCopy));
+    EXPECT_EQ(S_OK, to->SetGeometryLocal(geometryCopy));
+    const std::string written = PageModel::Written(page);
+    const std::string changed = written.substr(written.find("</Path>") + 7);
+    EXPECT_NE(changed.find("#FF010203"), std::string::npos) << changed;
+    EXPECT_NE(changed.find("1,1"), std::string::npos) << changed;
+    EXPECT_EQ(changed.find("#FF000000"), std::string::npos) << changed;
+    EXPECT_TRUE(model.Read(written));
+
+    // Also one that leaves an element behind it.
+    ASSERT_EQ(S_OK, from->SetFillBrushLocal(nullptr));
+    EXPECT_EQ(S_OK, to->SetFillBrushLocal(brush));
+    const std::string moved = PageModel::Written(page);
+    EXPECT_EQ(moved.find("#FF010203"), moved.rfind("#FF010203"));
+    EXPECT_NE(moved.find("#FF010203"), std::string::npos);
+}
+
+TEST(CopiedValues, LeaveTheirKeyAndWhatStandsAroundThemBehind) {
+    PageModel model;
+    const std::string dictionary =
+        "<ResourceDictionary><Path x:Key=\"p\" Data=\"M0,0\"/></ResourceDictionary>";
+    const CComPtr<IXpsOMPage> page =
+        model.Read(PageOf("<FixedPage.Resources>" + dictionary + "</FixedPage.Resources>" + glyphsMarkup));
+    CComPtr<IXpsOMDictionary> local, copy;
+    ASSERT_EQ(S_OK, page->GetDictionaryLocal(&local));
+    CComPtr<IXpsOMShareable> entry;
+    ASSERT_EQ(S_OK, local->GetByKey(L"p", nullptr, &entry));
+    const CComQIPtr<IXpsOMPath> path(entry);
+    CComPtr<IXpsOMPath> visual;
+    ASSERT_EQ(S_OK, path->Clone(&visual));
+    const std::string appended = Appended(model, visual);
+    EXPECT_NE(appended.find("M0,0"), std::string::npos);
+    EXPECT_EQ(appended.find("Key"), std::string::npos) << appended;
+
+    ASSERT_EQ(S_OK, local->Clone(&copy));
+    CComPtr<IXpsOMRemoteDictionaryResource> remote;
+    ASSERT_EQ(S_OK, model->CreateRemoteDictionaryResource(copy, model.Name(L"/Resources/New.dict"), &remote));
+    const CComQIPtr<IXpsOMRemoteDictionaryResource1> writable(remote);
+    CComPtr<IStream> stream = PageModel::Stream({});
+    ASSERT_EQ(S_OK, writable->Write1(stream, XPS_DOCUMENT_TYPE_XPS));
+    const std::string part = PageModel::Bytes(stream);
+    EXPECT_EQ(part.find("FixedPage"), std::string::npos) << part;
+    EXPECT_NE(part.find("x:Key=\"p\""), std::string::npos) << part;
+    model.AddDictionary(L"/Resources/Again.dict", part);
+}
+
+TEST(SmoothCurves, BeginAnewBehindAnotherFigure) {
+    PageModel model;
+    for (const char* const data : {"M0,0 C1,1 2,2 3,3 M9,9 S10,8 11,9", "M9,9 C1,1 2,2 3,3 Z S10,8 11,9"}) {
+        const CComPtr<IXpsOMPage> page = model.Read(PageOf("<Path Data=\"" + std::string(data) + "\"/>"));
+        CComPtr<IXpsOMGeometry> geometry;
+        ASSERT_EQ(S_OK, PageModel::At<IXpsOMPath>(PageModel::Visuals(page), 0)->GetGeometryLocal(&geometry));
+        CComPtr<IXpsOMGeometryFigureCollection> figures;
+        ASSERT_EQ(S_OK, geometry->GetFigures(&figures));
+        CComPtr<IXpsOMGeometryFigure> figure;
+        ASSERT_EQ(S_OK, figures->GetAt(1, &figure));
+        std::vector<FLOAT> points(6);
+        UINT32 count = 6;
+        ASSERT_EQ(S_OK, figure->GetSegmentData(&count, points.data()));
+        EXPECT_EQ(points, (std::vector<FLOAT>{9, 9, 10, 8, 11, 9})) << data;
+    }
+}
+
 } // namespace
