@@ -312,18 +312,20 @@ void PackageSerializer::WriteResource(IXpsOMResource* resource) {
     if (known->second != &core)
         throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name, "two resources have that name");
     if (!isNew) return;
-    if (m_source != nullptr)
-        if (const PackagePart* part = m_source->Reader().Find(core.name); part != nullptr) {
-            // One that was changed is written in its place.
-            if (m_source->KnownResource(*part) == resource) {
-                m_resources.erase(core.name);
-                return;
-            }
-            if (!m_dropped.contains(part))
-                throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name,
-                                   "the package has another part of that name");
-        }
+    const PackagePart* const part = m_source == nullptr ? nullptr : m_source->Reader().Find(core.name);
+    const bool isOfPart = part != nullptr && m_source->KnownResource(*part) == resource;
+    if (part != nullptr && !m_dropped.contains(part)) {
+        if (!isOfPart)
+            throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name,
+                               "the package has another part of that name");
+        // One that was changed is written in its place.
+        m_resources.erase(core.name);
+        return;
+    }
     WriteResourceBytes(*own);
+    // One that is used anew where nothing else leads to it any more. Dictionaries have said what they use.
+    if (isOfPart && !CComQIPtr<IXpsOMRemoteDictionaryResource>(resource))
+        CopyRelationships({m_package.Source(), part->name}, core.name);
 }
 
 void PackageSerializer::WriteResourceBytes(IModelResource& resource) {

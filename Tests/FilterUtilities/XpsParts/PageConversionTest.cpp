@@ -9,6 +9,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xpsfacility.h>
 
 #include <functional>
 #include <string>

@@ -299,6 +299,28 @@ TEST_F(PackageModel, ReplacesWhatHangsOnAPart) {
 
 const std::string gone = "(gone)";
 
+// What hangs on a part may be taken off and put on again, there or elsewhere.
+TEST_F(PackageModel, KeepsAPartThatIsUsedAnewWhereNothingElseLeadsToIt) {
+    SampleJob job;
+    job.jobTicket = SampleTicket("PageOrientation", "Landscape");
+    WriteZip(folder / "in.xps", job.Items());
+    ASSERT_EQ(Open("in.xps"), S_OK);
+    const PackageContents read = Contents("in.xps");
+    CComPtr<IXpsOMPrintTicketResource> ticket;
+    ASSERT_EQ(sequence->GetPrintTicketResource(&ticket), S_OK);
+    ASSERT_TRUE(ticket);
+    EXPECT_EQ(sequence->SetPrintTicketResource(nullptr), S_OK);
+    EXPECT_EQ(sequence->SetPrintTicketResource(ticket), S_OK);
+    ASSERT_EQ(Write("out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps").parts, read.parts);
+    EXPECT_EQ(sequence->SetPrintTicketResource(nullptr), S_OK);
+    EXPECT_EQ(Document(0)->SetPrintTicketResource(ticket), S_OK);
+    ASSERT_EQ(Write("out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps").parts, read.parts);
+    EXPECT_TRUE(
+        Contents("out.xps").Relates("/Documents/1/FixedDoc.fdoc", "/printticket", "/Metadata/Job_PT.xml"));
+}
+
 TEST_F(PackageModel, RefusesDamagedPackagesWithTheResult) {
     const std::string sequenceItem = "FixedDocSeq.fdseq";
     const std::string documentItem = "Documents/1/FixedDoc.fdoc";
