@@ -1,6 +1,7 @@
 // Texts as glyphs: in order, joined, and in the font's own ids.
 
 #include "Support/Rows.h"
+#include "Support/SkipOnWindows.h"
 
 #include <FontsAndImages/TextShaper.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -72,6 +73,7 @@ TEST_F(TextShaperTest, LettersAreJoinedAndClustersSayHow) {
     const GlyphRun ligature = Only(m_shaper, L"\x0644\x0627"); // lam and alef
     EXPECT_EQ(ligature.glyphs.size(), 1u);
     EXPECT_EQ(ligature.clusters, (std::vector<WORD>{0, 0}));
+    SkipUnderWine("it cuts pairs in two, and has no places for marks");
     const GlyphRun pair = Only(m_shaper, {0xD835, 0xDD38, L'x'}); // beyond the first plane
     EXPECT_EQ(pair.clusters, (std::vector<WORD>{0, 0, 1}));
     EXPECT_NE(pair.glyphs.at(0).id, 0);
@@ -115,8 +117,8 @@ TEST_F(TextShaperTest, MeasuresInPartsOfTheEmSquare) {
     EXPECT_NEAR(Only(m_shaper, L"\x2014").width, TextShaper::unitsPerEm, 2);
     EXPECT_NEAR(m_shaper.Ascent() + m_shaper.Descent(), 1.164 * TextShaper::unitsPerEm, 4);
     EXPECT_EQ(m_shaper.FaceInUse().View(), L"DejaVu Sans");
-    EXPECT_EQ(Ids(Only(m_shaper, L"\xE000\x0378")), (std::vector<WORD>{0, 0}))
-        << "characters that no font has";
+    for (const wchar_t* const missing : {L"\xE000", L"\x0378"})
+        EXPECT_EQ(Ids(Only(m_shaper, missing)), std::vector<WORD>{0}) << "a character that no font has";
     const TextShaper replaced(L"No Such Face", DEFAULT_CHARSET);
     EXPECT_FALSE(replaced.FaceInUse().IsEmpty());
     EXPECT_NE(replaced.FaceInUse().View(), L"No Such Face");
