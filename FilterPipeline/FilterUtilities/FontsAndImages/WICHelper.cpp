@@ -18,13 +18,13 @@ bool HoldsSeveral(const GUID& format) {
 
 } // namespace
 
-WICHelper::WICHelper(void* buffer, unsigned long size) : m_buffer(buffer), m_bufferSize(size) {}
+WICHelper::WICHelper(void* buffer, ULONG size) : m_buffer(buffer), m_bufferSize(size) {}
 
 WICHelper::WICHelper(CXString file) : m_file(std::move(file)) {}
 
 WICHelper::~WICHelper() = default;
 
-bool WICHelper::InitializeData(void* buffer, unsigned long size) {
+bool WICHelper::InitializeData(void* buffer, ULONG size) {
     m_isInitialized = false;
     m_decoderFormat = {};
     m_buffer = buffer;

@@ -17,14 +17,14 @@ public:
     /// Without a source until InitializeData.
     WICHelper() = default;
     /// The bytes stay the caller's, and stay where they are as long as this object.
-    WICHelper(void* buffer, unsigned long size);
+    WICHelper(void* buffer, ULONG size);
     explicit WICHelper(CXString file);
     ~WICHelper();
     WICHelper(const WICHelper&) = delete;
     WICHelper& operator=(const WICHelper&) = delete;
 
     /// Another source, in memory, and Initialize for it.
-    bool InitializeData(void* buffer, unsigned long size);
+    bool InitializeData(void* buffer, ULONG size);
 
     /// Opens the source. Deliberate: false the first time, also on success, and true afterwards;
     /// IsInitialized tells.
@@ -55,7 +55,7 @@ private:
     HRESULT m_lastError = S_OK;
     CXString m_file;
     void* m_buffer = nullptr;
-    unsigned long m_bufferSize = 0;
+    ULONG m_bufferSize = 0;
     bool m_isInitialized = false;
     CComPtr<IWICImagingFactory> m_factory;
     CComPtr<IWICStream> m_stream;

@@ -96,7 +96,7 @@ IID FontResource::GetPartIid() { return __uuidof(IPartFont); }
 
 PictureResource::PictureResource(const CXString& file, const CXString& partNameWithoutExtension) {
     if (!ReadWhole(file, m_bytes)) Refuse("The picture of an annotation cannot be read: ", file);
-    WICHelper picture(m_bytes.data(), static_cast<unsigned long>(m_bytes.size()));
+    WICHelper picture(m_bytes.data(), static_cast<ULONG>(m_bytes.size()));
     picture.Initialize();
     if (!picture.IsInitialized()) Refuse("The picture of an annotation is none: ", file);
     const GUID container = picture.GetDecoderContainerFormatGUID();

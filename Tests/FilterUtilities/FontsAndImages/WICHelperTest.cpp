@@ -27,7 +27,7 @@ std::string Converted(WICHelper& helper) {
 }
 
 std::string FirstPixels(std::string png, UINT bytesWanted) {
-    WICHelper reader(png.data(), static_cast<unsigned long>(png.size()));
+    WICHelper reader(png.data(), static_cast<ULONG>(png.size()));
     reader.Initialize();
     EXPECT_TRUE(reader.IsInitialized());
     EXPECT_TRUE(reader.GetDecoderContainerFormatGUID() == GUID_ContainerFormatPng);
@@ -74,7 +74,7 @@ TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
         EXPECT_EQ(Big(3, 4) + Big(2, 4), png.substr(16, 8)) << what;
     }
     std::string animation = Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1));
-    WICHelper helper(animation.data(), static_cast<unsigned long>(animation.size()));
+    WICHelper helper(animation.data(), static_cast<ULONG>(animation.size()));
     helper.Initialize();
     EXPECT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng));
     SkipUnderWine("pixels of a table of colours stay what they are");
@@ -91,11 +91,11 @@ TEST(WICHelperTest, KeepsTheFailureOfWhatIsNoPicture) {
 
     std::string text = "This is a letter, and no picture at all, although it is long enough.";
     WICHelper helper;
-    EXPECT_FALSE(helper.InitializeData(text.data(), static_cast<unsigned long>(text.size())));
+    EXPECT_FALSE(helper.InitializeData(text.data(), static_cast<ULONG>(text.size())));
     EXPECT_FALSE(helper.IsInitialized());
     EXPECT_EQ(WINCODEC_ERR_COMPONENTNOTFOUND, helper.GetLastError());
     std::string picture = Bmp(3, 2);
-    EXPECT_FALSE(helper.InitializeData(picture.data(), static_cast<unsigned long>(picture.size())));
+    EXPECT_FALSE(helper.InitializeData(picture.data(), static_cast<ULONG>(picture.size())));
     EXPECT_TRUE(helper.IsInitialized()) << "another source";
 
     IStream* stream = nullptr;
