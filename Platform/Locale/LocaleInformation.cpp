@@ -87,7 +87,10 @@ LANGID GetUserDefaultUILanguage() {
     constexpr LANGID unitedStates = MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US);
     // One that fails has no way to say so.
     if (OvPlatform::FaultPointHit()) return unitedStates;
-    const icu::Locale& user = icu::Locale::getDefault();
+    // "zh-Hans" names no place, and is the language of one all the same.
+    icu::Locale user = icu::Locale::getDefault();
+    UErrorCode status = U_ZERO_ERROR;
+    user.addLikelySubtags(status);
     // Without the variant: a process without a locale has English of the United States.
     const auto language = static_cast<LANGID>(icu::Locale(user.getLanguage(), user.getCountry()).getLCID());
     constexpr LANGID firstWithoutLanguage = 0x1000;

@@ -25,6 +25,7 @@ public:
         : ElementObject(ElementKind::ResourceDictionary, std::move(source), index) {}
 
     /// Of a dictionary that is a part of its own. Not counted.
+    IUnknown* OwnerOfPart() const noexcept { return m_ownerOfPart; }
     void BelongTo(IUnknown* owner) noexcept { m_ownerOfPart = owner; }
     bool IsOwnedByPart() const noexcept override { return m_ownerOfPart != nullptr; }
 

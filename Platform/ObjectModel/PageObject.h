@@ -12,6 +12,7 @@ public:
     PageObject(std::shared_ptr<const PageSource> source, IOpcPartUri* name);
 
     /// Not counted.
+    IXpsOMPageReference* PageReference() const noexcept { return m_owner; }
     void BelongTo(IXpsOMPageReference* owner) noexcept { m_owner = owner; }
 
     HRESULT STDMETHODCALLTYPE GetPartName(IOpcPartUri** name) override;

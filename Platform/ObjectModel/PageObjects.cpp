@@ -252,11 +252,23 @@ bool IsPageChanged(IXpsOMPage* page) {
 }
 
 HRESULT SetPageOwner(IXpsOMPage* page, IXpsOMPageReference* owner) {
-    return ElementCall([&] { dynamic_cast<PageObject&>(ElementOf(page)).BelongTo(owner); });
+    return ElementCall([&] {
+        auto& object = dynamic_cast<PageObject&>(ElementOf(page));
+        IXpsOMPageReference* const before = object.PageReference();
+        if (owner != nullptr && before != nullptr && before != owner)
+            throw MarkupFailure(XPS_E_ALREADY_OWNED);
+        object.BelongTo(owner);
+    });
 }
 
 HRESULT SetDictionaryOwner(IXpsOMDictionary* dictionary, IUnknown* owner) {
-    return ElementCall([&] { dynamic_cast<DictionaryObject&>(ElementOf(dictionary)).BelongTo(owner); });
+    return ElementCall([&] {
+        auto& object = dynamic_cast<DictionaryObject&>(ElementOf(dictionary));
+        IUnknown* const before = object.OwnerOfPart();
+        const bool isTaken = object.Owner() != nullptr || (before != nullptr && before != owner);
+        if (owner != nullptr && isTaken) throw MarkupFailure(XPS_E_ALREADY_OWNED);
+        object.BelongTo(owner);
+    });
 }
 
 HRESULT PageObject::Clone(IXpsOMPage** page) {

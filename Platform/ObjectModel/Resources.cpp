@@ -260,7 +260,8 @@ class RemoteDictionary final : public ResourceObject<IXpsOMRemoteDictionaryResou
 public:
     RemoteDictionary(ResourceCore core, IXpsOMPartResources* resources, IXpsOMDictionary* dictionary)
         : ResourceObject(std::move(core)), m_resources(resources), m_dictionary(dictionary) {
-        if (m_dictionary) SetDictionaryOwner(m_dictionary, Identity());
+        if (m_dictionary)
+            Require(SetDictionaryOwner(m_dictionary, Identity()), m_core.name, "the dictionary is another's");
     }
     ~RemoteDictionary() override {
         if (m_dictionary) SetDictionaryOwner(m_dictionary, nullptr);

@@ -1,7 +1,6 @@
 #include "Annotation/AnnotationPrintTicketSettings.h"
 
 #include "Annotation/AnnotationWords.h"
-#include "Annotation/SelectionKeeper.h"
 
 #include <charconv>
 #include <cstdint>

@@ -31,22 +31,24 @@ class PrintTicketOrvelPublicDocSettingsReaderWriter;
 ///     annotations.Initialize(pageSize, publicSettings, attributes, seed, flag, jobIdOption);
 ///     if (!annotations.DoesJobUseAnnotations()) return;
 ///     annotations.ReadClientGeneratedTimestampTextFromClientJobData2(clientData); // if there is any
-///     annotations.InitializeAllTimeStampAnnotationElementsBasedOnJobStartTime(printer, job, false, user,
-///     name); for (int i = 0; i < annotations.GetNumberOfAnnotationElements(); ++i) {
-///         annotations.SelectAnnotationElement(i);
+///     annotations.InitializeAllTimeStampAnnotationElementsBasedOnJobStartTime(
+///         printer, job, false, user, name);
+///     for (int i = 0; annotations.SelectAnnotationElement(i); ++i)
 ///         ... GetType(), GetText(), GetImageFileName() and the rest tell of element i ...
-///     }
+///
+/// JobAnnotations does all of this, from a snapshot of the job's tickets.
 ///
 /// A font is embedded once for all elements that use it:
 /// GetCumulativeListOfUniqueCharactersRequiredFromThisFont gives the characters, GetGdiDeviceContextRef the
-/// font, GenerateFontResourceUriWitExtension the part. A client that knows a definition's name only writes
-/// the definition into the ticket (ExpandNameOnlyAnnotationDefinitionInPrintTicket) or sends it along with
-/// the job (SetAnnotationDefinitionInClientJobData2).
+/// font, GenerateFontResourceUriWitExtension the part. Who knows only
+/// the name of a definition writes the definition into the ticket
+/// (ExpandNameOnlyAnnotationDefinitionInPrintTicket), or sends it along with the job
+/// (SetAnnotationDefinitionInClientJobData2).
 ///
 /// Texts, face names, colours and numbers are what the client wrote, unchecked: who puts them into markup
 /// escapes them, and an opacity may be outside 0 to 1. Text-giving operations throw std::bad_alloc only;
-/// those with an HRESULT throw nothing. An object belongs to one thread; the separators of dates and times
-/// are those of the process, and are guarded.
+/// public ones with an HRESULT throw nothing. An object belongs to one thread; the separators of dates and
+/// times are those of the process, and are guarded.
 class OV_FILTER_UTILITIES_API AnnotationPrintTicketSettings {
 public:
     using tagValueEnum = DataModelIds::tagValueEnum;

@@ -158,8 +158,8 @@ TEST(DateAndTimeFormat, RefuseWhatIsNoTimeNoLocaleOrNoPicture) {
 TEST(UserInterfaceLanguage, IsANumber) {
     const Rows<const wchar_t*, LANGID> cases{
         {L"ja-JP", LANGID{0x0411}}, {L"de", LANGID{0x0407}},    {L"zh-CN", LANGID{0x0804}},
-        {L"zh-HK", LANGID{0x0C04}}, {L"ko-KR", LANGID{0x0412}}, {L"tlh", LANGID{0x0409}},
-        {L"", LANGID{0x0409}},
+        {L"zh-HK", LANGID{0x0C04}}, {L"ko-KR", LANGID{0x0412}}, {L"zh-Hans", LANGID{0x0804}},
+        {L"tlh", LANGID{0x0409}},   {L"", LANGID{0x0409}},
     };
     for (const auto& [locale, language] : cases) {
         const OvPlatform::UserLocale user(locale);

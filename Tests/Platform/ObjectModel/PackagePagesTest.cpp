@@ -99,6 +99,7 @@ TEST_F(PackagePages, AreReadOnDemandAndCopiedWhereNothingIsChanged) {
     CComPtr<IXpsOMPageReference> owner;
     EXPECT_EQ(page->GetOwner(&owner), S_OK);
     EXPECT_EQ(owner.p, reference.p);
+    EXPECT_EQ(open.At(1)->SetPage(page), XPS_E_ALREADY_OWNED);
     CComPtr<IXpsOMPage> damaged;
     EXPECT_EQ(open.At(1)->GetPage(&damaged), XPS_E_INVALID_MARKUP);
     EXPECT_EQ(Write(open.package, "out.xps"), S_OK);

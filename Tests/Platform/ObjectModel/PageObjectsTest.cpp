@@ -636,7 +636,10 @@ TEST(CopiedValues, LeaveTheirKeyAndWhatStandsAroundThemBehind) {
 
     ASSERT_EQ(S_OK, local->Clone(&copy));
     CComPtr<IXpsOMRemoteDictionaryResource> remote;
+    EXPECT_EQ(XPS_E_ALREADY_OWNED,
+              model->CreateRemoteDictionaryResource(local, model.Name(L"/Resources/New.dict"), &remote));
     ASSERT_EQ(S_OK, model->CreateRemoteDictionaryResource(copy, model.Name(L"/Resources/New.dict"), &remote));
+    EXPECT_EQ(remote->SetDictionary(local), XPS_E_ALREADY_OWNED);
     const CComQIPtr<IXpsOMRemoteDictionaryResource1> writable(remote);
     CComPtr<IStream> stream = PageModel::Stream({});
     ASSERT_EQ(S_OK, writable->Write1(stream, XPS_DOCUMENT_TYPE_XPS));
