@@ -65,8 +65,7 @@ public:
         // Line feeds are not drawn, and the order and number of characters does not count.
         std::wstring characters(text.View());
         std::sort(characters.begin(), characters.end());
-        const auto [repeated, end] = std::ranges::unique(characters);
-        characters.erase(repeated, end);
+        characters.erase(std::unique(characters.begin(), characters.end()), characters.end());
         std::erase(characters, L'\n');
         const bool hasPairs =
             std::ranges::any_of(characters, [](wchar_t unit) { return (unit & 0xF800) == 0xD800; });
