@@ -4,12 +4,11 @@
 
 #include <AttributeStore/AttributeBytesIndexedList.h>
 
-/// Questions about attributes that a client may have left unspecified: what was stored with those is what the
-/// user chose not to have.
-
 #include <optional>
 #include <utility>
 
+/// Questions about attributes that a client may have left unspecified: what was stored with those is what the
+/// user chose not to have.
 namespace AttributeCollections {
 
 [[nodiscard]] inline bool IsSpecified(const AttributeBytesIndexedList& list,

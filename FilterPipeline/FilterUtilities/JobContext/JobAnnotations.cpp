@@ -2,14 +2,13 @@
 
 #include "Annotation/AnnotationNumbering.h"
 #include "Annotation/AnnotationTextLayout.h"
+#include "Annotation/AttributeCollections.h"
 #include "ComSupport/ReportWarning.h"
 #include "DataModel/FeatureIds.h"
 #include "PrintSchema/PrintSchemaKeywords.h"
 #include "PrintSchema/PrintTicketXmlDocument.h"
 #include "PropertyBags/NativeComPrinterPropertyBagAccess.h"
 
-#include <AttributeStore/AttributeBytes.h>
-#include <AttributeStore/AttributeBytesIndexedList.h>
 #include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
 #include <LowLevelFacilities/Failures/ThrowComException.h>
 #include <LowLevelFacilities/Failures/ThrowFailure.h>
@@ -26,8 +25,7 @@ using namespace PrintSchema;
 namespace {
 
 constexpr const wchar_t* storeProperty = L"AnnotationStore"; // of the queue
-constexpr const wchar_t* definition = L"annotation-col-api";
-constexpr const wchar_t* digits = L"0123456789"; // which numbered annotations may need
+constexpr const wchar_t* digits = L"0123456789";             // which numbered annotations may need
 
 tagValueEnum JobIdOption(XpsFilterPrintTicket& ticket) {
     JobIdentification::EJobIdentificationOption option = {};
@@ -169,20 +167,21 @@ void JobAnnotations::ReadClientData() {
     m_clientData.emplace(bytes);
 }
 
-bool JobAnnotations::HasDefinition() {
+bool JobAnnotations::HasDefinitionInSettings() {
     bool isSpecified = false;
     unsigned int count = 0;
-    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(definition, isSpecified, count);
-    const AttributeBytes* const own =
-        m_attributes.GetAttributeBytesPtr(AttributeBytesFeatureId(FEAT_ANNOTATION_COL));
-    return isSpecified || (own != nullptr && own->IsSpecified());
+    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"annotation-col-api", isSpecified,
+                                                                    count);
+    return isSpecified;
 }
 
 // What the client sent along is what the user saw, and goes before what the queue has under that name.
 void JobAnnotations::ExpandName() {
     AnnotationPrintTicketSettings settings;
     const CXString name = settings.GetAnnotationDefinitionNameFromPrintTicket(*m_settings, m_attributes);
-    if (name.IsEmpty() || HasDefinition()) return;
+    const bool hasDefinition =
+        HasDefinitionInSettings() || AttributeCollections::IsSpecified(m_attributes, FEAT_ANNOTATION_COL);
+    if (name.IsEmpty() || hasDefinition) return;
     if (m_clientData && settings.ExpandNameOnlyAnnotationDefinitionInPrintTicketUsingCjd2(
                             name, &*m_clientData, *m_settings) == S_OK)
         if (settings.WasNameOnlyDefinitionExpandedInPrintTicket())
@@ -200,9 +199,7 @@ void JobAnnotations::ExpandName() {
 
 std::vector<PageAnnotation> JobAnnotations::OfPage(Gdiplus::SizeF size) {
     std::vector<PageAnnotation> annotations = Read(size, false);
-    const AttributeBytes* const fax =
-        m_attributes.GetAttributeBytesPtr(AttributeBytesFeatureId(FEAT_FAX_OUT_COL));
-    if (fax != nullptr && fax->IsSpecified()) {
+    if (AttributeCollections::IsSpecified(m_attributes, FEAT_FAX_OUT_COL)) {
         std::vector<PageAnnotation> sheet = Read(size, true);
         std::move(sheet.begin(), sheet.end(), std::back_inserter(annotations));
     }
@@ -223,12 +220,9 @@ std::vector<PageAnnotation> JobAnnotations::Read(Gdiplus::SizeF size, bool isFax
     if (m_clientData) settings.ReadClientGeneratedTimestampTextFromClientJobData2(&*m_clientData);
     FillInTimes(settings);
 
-    bool hasSettings = false;
-    unsigned int count = 0;
-    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(definition, hasSettings, count);
-    const AnnotationOrigin origin = isFaxSheet    ? AnnotationOrigin::FaxSheet
-                                    : hasSettings ? m_origin
-                                                  : AnnotationOrigin::AttributeBytes;
+    const AnnotationOrigin origin = isFaxSheet                  ? AnnotationOrigin::FaxSheet
+                                    : HasDefinitionInSettings() ? m_origin
+                                                                : AnnotationOrigin::AttributeBytes;
     FaceChoice faces(settings.GetGdiDeviceContextRef());
     std::vector<PageAnnotation> annotations;
     // All are looked at, whatever the first one is.

@@ -76,7 +76,7 @@ private:
     [[nodiscard]] std::vector<PageAnnotation> Read(Gdiplus::SizeF size, bool isFaxSheet);
     void FillInTimes(AnnotationPrintTicketSettings& settings);
     [[nodiscard]] PageAnnotation ReadPicture(AnnotationPrintTicketSettings& settings);
-    [[nodiscard]] bool HasDefinition();
+    [[nodiscard]] bool HasDefinitionInSettings();
 
     std::unique_ptr<PrintTicketXmlDocument> m_ticket; // null where the job has none
     std::unique_ptr<PrintTicketOrvelPublicDocSettingsReaderWriter> m_settings;
