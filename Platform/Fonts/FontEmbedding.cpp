@@ -6,6 +6,7 @@
 
 #include <hb-ot.h>
 #include <t2embapi.h>
+#include <utf8coder.h>
 
 #include <limits>
 #include <new>
@@ -20,9 +21,6 @@ constexpr ULONG builtFlags = TTEMBED_SUBSET | TTEMBED_FAILIFVARIATIONSIMULATED |
 constexpr ULONG knownFlags = builtFlags | TTEMBED_TTCOMPRESSED | TTEMBED_EMBEDEUDC | TTEMBED_WEBOBJECT;
 constexpr std::byte scramble{0x50};
 
-bool IsHighSurrogate(USHORT unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(USHORT unit) { return (unit & 0xFC00) == 0xDC00; }
-
 /// Fonts of symbols have their characters in a row of the private use area.
 bool IsSymbolFont(const FontFace& face) {
     constexpr std::uint32_t symbolRow = 0xF000;
@@ -36,13 +34,11 @@ bool IsSymbolFont(const FontFace& face) {
 std::vector<std::uint32_t> Characters(std::span<const USHORT> text) {
     std::vector<std::uint32_t> characters;
     characters.reserve(text.size());
-    for (std::size_t unit = 0; unit < text.size(); ++unit) {
-        if (IsHighSurrogate(text[unit]) && unit + 1 < text.size() && IsLowSurrogate(text[unit + 1])) {
-            characters.push_back(0x10000 + ((text[unit] & 0x3FFU) << 10) + (text[unit + 1] & 0x3FFU));
-            ++unit;
-        } else if (!IsHighSurrogate(text[unit]) && !IsLowSurrogate(text[unit])) {
-            characters.push_back(text[unit]);
-        }
+    const USHORT* const end = text.data() + text.size();
+    for (const USHORT* next = text.data(); next != end;) {
+        bool isCharacter = false;
+        const char32_t character = Utf8::DecodeUnits(next, end, isCharacter);
+        if (isCharacter) characters.push_back(character);
     }
     return characters;
 }

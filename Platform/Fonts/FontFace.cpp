@@ -8,6 +8,7 @@
 #include FT_TRUETYPE_TABLES_H
 
 #include <hb-ot.h>
+#include <utf8coder.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -80,10 +81,10 @@ bool Measure(std::span<const std::byte> bytes, std::uint32_t index, FontFace::De
 
 /// Of a unit or a pair; those that belong to every script give HB_SCRIPT_COMMON.
 hb_script_t ScriptAt(std::u16string_view text, std::size_t& position) {
-    hb_codepoint_t character = text[position++];
-    if (character >= 0xD800 && character <= 0xDBFF && position < text.size() && text[position] >= 0xDC00 &&
-        text[position] <= 0xDFFF)
-        character = 0x10000 + ((character - 0xD800) << 10) + (text[position++] - 0xDC00);
+    bool isCharacter = false;
+    const char16_t* next = text.data() + position;
+    const char32_t character = Utf8::Decode(next, text.data() + text.size(), isCharacter);
+    position = static_cast<std::size_t>(next - text.data());
     const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), character);
     return script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN ? HB_SCRIPT_COMMON : script;
 }

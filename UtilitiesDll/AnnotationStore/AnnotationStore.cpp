@@ -8,7 +8,8 @@
 #include "Xml/MicrosoftXmlParser.h"
 #include "Xml/XmlText.h"
 
-#include <algorithm>
+#include <utf16units.h>
+
 #include <string>
 #include <string_view>
 #include <utility>
@@ -56,11 +57,10 @@ CPString TextOf(const XmlDomNode& element) {
 bool IsXmlText(std::wstring_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         const wchar_t unit = text[at];
-        if (unit < 0x20 || unit == 0xfffe || unit == 0xffff) return false;
-        if (unit < 0xd800 || unit > 0xdfff) continue;
-        const wchar_t next = at + 1 < text.size() ? text[at + 1] : L'\0';
-        if (unit > 0xdbff || next < 0xdc00 || next > 0xdfff) return false;
-        ++at;
+        if (OvPlatform::Utf16::IsPairAt(text, at))
+            ++at;
+        else if (unit < 0x20 || unit == 0xfffe || unit == 0xffff || OvPlatform::Utf16::IsSurrogate(unit))
+            return false;
     }
     return true;
 }

@@ -36,6 +36,8 @@ constexpr wchar_t timeStampFields[] = L"time-stamp-format-fields-api";
 
 const Field ofAll[] = {
     {FEAT_ANNOTATION_TYPE, L"type-api", Option{&RawElement::type, AnnotationWords::type}},
+    {FEAT_ANNOTATION_FIRST_PAGE, L"firstpage-api",
+     Option{&RawElement::firstPage, AnnotationWords::firstPage}},
     {FEAT_ANNOTATION_DRAW_MODE, L"drawmode-api", Option{&RawElement::drawMode, AnnotationWords::drawMode}},
     {FEAT_ANNOTATION_TRANSPARENCY, L"transparency-api", &RawElement::transparency},
     {FEAT_ANNOTATION_TEXT, L"text-api", &RawElement::text},
@@ -47,11 +49,6 @@ const Field ofAll[] = {
     {FEAT_ANNOTATION_Y_OFFSET_INCHES, L"y-offset-inches-api", &RawElement::yOffsetInches},
     {FEAT_ANNOTATION_RENDER_ORDER, L"render-order-api",
      Option{&RawElement::renderOrder, AnnotationWords::renderOrder}},
-};
-
-const Field firstPage[] = {
-    {FEAT_ANNOTATION_FIRST_PAGE, L"firstpage-api",
-     Option{&RawElement::firstPage, AnnotationWords::firstPage}},
 };
 
 const Field ofPictures[] = {
@@ -165,16 +162,11 @@ void ReadElement(const Source& source, RawElement& element) {
 } // namespace
 
 void AnnotationElementReader::Read(const XmlDomNode& entry, RawElement& element) {
-    const SettingsSource source(entry);
-    ReadElement(source, element);
-    ReadFields(source, firstPage, element);
+    ReadElement(SettingsSource(entry), element);
 }
 
-void AnnotationElementReader::Read(const AttributeBytesIndexedList& attributes, bool isFax,
-                                   RawElement& element) {
-    const AttributeSource source(attributes);
-    ReadElement(source, element);
-    if (!isFax) ReadFields(source, firstPage, element);
+void AnnotationElementReader::Read(const AttributeBytesIndexedList& attributes, RawElement& element) {
+    ReadElement(AttributeSource(attributes), element);
 }
 
 void AnnotationElementReader::ReadTimeStampWords(const CXString& list, RawElement& element) {

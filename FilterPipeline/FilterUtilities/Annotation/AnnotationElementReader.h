@@ -14,9 +14,8 @@ public:
     /// The entry of a collection in the public document settings. A member that cannot be read is reported,
     /// and keeps its default.
     static void Read(const XmlDomNode& entry, RawElement& element);
-    /// The attributes of one. Whether it stands on the first page only is not read for a fax, which has one
-    /// cover sheet.
-    static void Read(const AttributeBytesIndexedList& attributes, bool isFax, RawElement& element);
+    /// The attributes of one.
+    static void Read(const AttributeBytesIndexedList& attributes, RawElement& element);
     /// The words of a time stamp, separated by commas, in any order; others are passed over.
     static void ReadTimeStampWords(const CXString& list, RawElement& element);
 };

@@ -127,8 +127,7 @@ void This::ReadAttributes_throws(PrintTicketOrvelPublicDocSettingsReaderWriter& 
         AttributeCollections::Open(collection, FEAT_ANNOTATION_ELEMENT_COL);
     AttributeCollections::ForEach(elements, [&](const AttributeBytesIndexedList& element) {
         RawAnnotationElementPrintTicketAttributes raw;
-        AnnotationElementReader::Read(element, m_isFax, raw);
-        if (m_isFax) raw.firstPage = VAL_ANNOTATION_PAGES_FIRST_ONLY;
+        AnnotationElementReader::Read(element, raw);
         if (raw.type == VAL_ANNOTATION_TYPE_TIME_STAMP)
             InitializeLocalizedDateAndTimeSeparatorsOnFirstUse(publicSettings, attributes);
         AddAndInitializeNewAnnotationElement(raw);

@@ -9,16 +9,11 @@
 #include <BinaryForms/Hash32.h>
 #include <SystemServices/OrvelUtilities.h>
 
-#include <string_view>
-#include <unordered_set>
+#include <utf16units.h>
 
 using This = AnnotationPrintTicketSettings;
 
 namespace {
-
-bool IsPair(std::wstring_view text, std::size_t at) {
-    return at + 1 < text.size() && (text[at] & 0xFC00) == 0xD800 && (text[at + 1] & 0xFC00) == 0xDC00;
-}
 
 constexpr float resolutionOfPictureWithout = 300; // dots to the inch
 
@@ -59,19 +54,11 @@ CXString This::GenerateImageResourceUriWithoutExtension(CXString fileName) {
 // ---- Fonts
 
 CXString This::GetCumulativeListOfUniqueCharactersRequiredFromThisFont(const CXString& faceName) {
-    CXString characters;
-    std::unordered_set<std::wstring_view> seen;
-    for (const auto& element : m_elements) {
-        if (!AnnotationWords::IsTextBased(element->type) || element->faceName.Compare(faceName) != 0)
-            continue;
-        const std::wstring_view text = element->text.View();
-        for (std::size_t at = 0; at < text.size();) {
-            const std::wstring_view character = text.substr(at, IsPair(text, at) ? 2 : 1);
-            if (seen.insert(character).second) characters += character;
-            at += character.size();
-        }
-    }
-    return characters;
+    OvPlatform::Utf16::DifferentCharacters characters;
+    for (const auto& element : m_elements)
+        if (AnnotationWords::IsTextBased(element->type) && element->faceName.Compare(faceName) == 0)
+            characters.Add(element->text.View());
+    return CXString(std::wstring(characters.Text()));
 }
 
 // ---- Pictures

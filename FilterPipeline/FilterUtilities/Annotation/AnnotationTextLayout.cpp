@@ -1,16 +1,17 @@
 #include "Annotation/AnnotationTextLayout.h"
 
+#include <utf16units.h>
+
 #include <algorithm>
 #include <string>
 #include <utility>
 
+namespace Utf16 = OvPlatform::Utf16;
+
 namespace {
 
-bool IsHighSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
-
 wchar_t DrawableUnit(wchar_t unit) {
-    const bool isNone = IsHighSurrogate(unit) || IsLowSurrogate(unit) || unit == 0xFFFE || unit == 0xFFFF;
+    const bool isNone = Utf16::IsSurrogate(unit) || unit == 0xFFFE || unit == 0xFFFF;
     return isNone ? L'\xFFFD' : unit < L' ' && unit != L'\n' ? L' ' : unit;
 }
 
@@ -20,10 +21,9 @@ CXString DrawableText(const CXString& text) {
     const std::wstring_view units = text.View();
     std::wstring drawable;
     for (std::size_t at = 0; at < units.size(); ++at) {
-        const wchar_t next = at + 1 < units.size() ? units[at + 1] : L'\0';
-        if (IsHighSurrogate(units[at]) && IsLowSurrogate(next))
+        if (Utf16::IsPairAt(units, at))
             drawable.append(units.substr(at++, 2));
-        else if (units[at] != L'\r' || next != L'\n')
+        else if (!units.substr(at).starts_with(L"\r\n"))
             drawable += DrawableUnit(units[at]);
     }
     return CXString(std::move(drawable));

@@ -2,29 +2,20 @@
 
 #include "Annotation/CombiningMarks.h"
 
+#include <utf16units.h>
+
 #include <algorithm>
 
 namespace {
 
 constexpr wchar_t blank = L' ';
 
-bool IsHighSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xD800; }
-bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
-
-bool IsPairAt(std::wstring_view text, std::size_t at) {
-    return at + 1 < text.size() && IsHighSurrogate(text[at]) && IsLowSurrogate(text[at + 1]);
-}
-
-char32_t CharacterAt(std::wstring_view text, std::size_t at) {
-    if (!IsPairAt(text, at)) return static_cast<char32_t>(text[at] & 0xFFFF);
-    return 0x10000 + ((static_cast<char32_t>(text[at]) & 0x3FF) << 10) +
-           (static_cast<char32_t>(text[at + 1]) & 0x3FF);
-}
-
 /// Whether the text may be cut in front of a unit.
 bool IsBoundary(std::wstring_view text, std::size_t at) {
     if (at == 0 || at >= text.size()) return true;
-    return !IsPairAt(text, at - 1) && !CombiningMarks::IsMark(CharacterAt(text, at));
+    const wchar_t* next = text.data() + at;
+    return !OvPlatform::Utf16::IsPairAt(text, at - 1) &&
+           !CombiningMarks::IsMark(OvPlatform::Utf8::Decode(next, text.data() + text.size()));
 }
 
 std::size_t BoundaryAtOrBefore(std::wstring_view text, std::size_t at) {

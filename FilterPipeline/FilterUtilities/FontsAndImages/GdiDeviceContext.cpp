@@ -1,11 +1,13 @@
 #include "FontsAndImages/GdiDeviceContext.h"
 
 #include "ComSupport/HresultHelpers.h"
+#include "FontsAndImages/SelectedFont.h"
 
 #include <windows.h>
 #include <atlcomcli.h>
 #include <dwrite.h>
 #include <t2embapi.h>
+#include <utf16units.h>
 
 #include <algorithm>
 #include <array>
@@ -15,7 +17,6 @@
 #include <new>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 namespace {
@@ -59,40 +60,8 @@ private:
     HMODULE m_module;
 };
 
-/// A font that is selected for a scope, over whatever is.
-class SelectedFont {
-public:
-    SelectedFont(HDC context, const LOGFONTW& asked)
-        : m_context(context), m_font(CreateFontIndirectW(&asked)),
-          m_before(m_font != nullptr ? SelectObject(context, m_font) : nullptr) {}
-    SelectedFont(const SelectedFont&) = delete;
-    SelectedFont& operator=(const SelectedFont&) = delete;
-    ~SelectedFont() {
-        if (IsSelected()) SelectObject(m_context, m_before);
-        if (m_font != nullptr) DeleteObject(m_font);
-    }
-
-    [[nodiscard]] bool IsSelected() const { return m_before != nullptr && m_before != HGDI_ERROR; }
-
-private:
-    HDC m_context;
-    HFONT m_font;
-    HGDIOBJ m_before;
-};
-
-LOGFONTW AskedFont(const CXString& face, int charset, int pointSize, int dotsPerInch) {
-    constexpr std::int64_t largest = std::numeric_limits<LONG>::max();
-    const std::int64_t height = std::int64_t{pointSize} * dotsPerInch / 72;
-    LOGFONTW asked = {};
-    asked.lfHeight = static_cast<LONG>(-std::clamp(height, -largest, largest));
-    asked.lfWeight = FW_NORMAL;
-    asked.lfCharSet = static_cast<BYTE>(charset);
-    asked.lfOutPrecision = OUT_TT_ONLY_PRECIS;
-    asked.lfQuality = CLEARTYPE_QUALITY;
-    const std::wstring_view name = face.View().substr(0, LF_FACESIZE - 1);
-    std::copy(name.begin(), name.end(), asked.lfFaceName);
-    return asked;
-}
+/// An em of so many points, in whole pixels.
+std::int64_t Pixels(int pointSize, int dotsPerInch) { return std::int64_t{pointSize} * dotsPerInch / 72; }
 
 HRESULT LastFailure() {
     const HRESULT result = GetLastErrorAsHResult();
@@ -109,28 +78,14 @@ std::uint16_t BigEndian16(const unsigned char* bytes) {
     return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
 }
 
-bool IsSurrogatePair(std::wstring_view text) {
-    return text.size() >= 2 && text[0] >= 0xD800 && text[0] <= 0xDBFF && text[1] >= 0xDC00 &&
-           text[1] <= 0xDFFF;
-}
-
-/// Each character once, in the order of first appearance.
-std::wstring DifferentCharacters(std::wstring_view text) {
-    std::wstring different;
-    std::unordered_set<std::wstring_view> seen;
-    while (!text.empty()) {
-        const std::wstring_view character = text.substr(0, IsSurrogatePair(text) ? 2 : 1);
-        if (seen.insert(character).second) different += character;
-        text.remove_prefix(character.size());
-    }
-    return different;
-}
-
 /// The units as the embedding call takes them; empty for a text that is too long for it.
 std::vector<USHORT> UnitsToEmbed(std::wstring_view text) {
     constexpr std::size_t maximum = std::numeric_limits<USHORT>::max();
-    std::wstring shorter;
-    if (text.size() > maximum) text = shorter = DifferentCharacters(text);
+    OvPlatform::Utf16::DifferentCharacters different;
+    if (text.size() > maximum) {
+        different.Add(text);
+        text = different.Text();
+    }
     if (text.size() > maximum) return {};
     std::vector<USHORT> units;
     units.reserve(text.size());
@@ -219,7 +174,7 @@ bool GdiDeviceContext::CanFontDisplayString(const CXString& text, const CXString
     const HDC context = GetDeviceContext();
     if (context == nullptr) return false;
     const int dots = GetDeviceCaps(context, LOGPIXELSY);
-    const SelectedFont font(context, AskedFont(face, DEFAULT_CHARSET, 9, dots));
+    const SelectedFont font(context, AskedFont(face, DEFAULT_CHARSET, Pixels(9, dots)));
     if (!font.IsSelected()) return false;
     // Piece by piece, since most faces lack the first character that they lack early.
     std::array<WORD, 256> glyphs = {};
@@ -298,7 +253,7 @@ HRESULT GdiDeviceContext::CreateAndSetFont(const CXString& face, int charset, in
     UnSetAndDeleteFont();
     const int dots = GetDeviceCaps(context, LOGPIXELSY);
     if (dots <= 0) return LastFailure();
-    const LOGFONTW asked = AskedFont(face, charset, pointSize, dots);
+    const LOGFONTW asked = AskedFont(face, charset, Pixels(pointSize, dots));
     const HFONT font = CreateFontIndirectW(&asked);
     if (font == nullptr) return LastFailure();
     const HGDIOBJ before = SelectObject(context, font);

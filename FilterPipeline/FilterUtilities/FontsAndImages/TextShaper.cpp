@@ -2,6 +2,8 @@
 
 #include <LowLevelFacilities/Failures/ThrowComException.h>
 
+#include <utf16units.h>
+
 #include <algorithm>
 #include <numeric>
 
@@ -34,8 +36,6 @@ std::vector<SCRIPT_ITEM> Itemize(std::wstring_view text, WORD level) {
     return items;
 }
 
-bool IsLowSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xDC00; }
-
 /// How much of a text is shaped at once: clusters have small numbers, and marks on one letter cost the square
 /// of their count. Words stay whole where they are not as long as that.
 std::size_t PieceOf(std::wstring_view text) {
@@ -43,7 +43,7 @@ std::size_t PieceOf(std::wstring_view text) {
     if (text.size() <= most) return text.size();
     const std::size_t blank = text.rfind(L' ', most - 1);
     if (blank != std::wstring_view::npos && blank > 0) return blank + 1;
-    return IsLowSurrogate(text[most]) ? most - 1 : most;
+    return OvPlatform::Utf16::IsPairAt(text, most - 1) ? most - 1 : most;
 }
 
 } // namespace
@@ -52,18 +52,7 @@ TextShaper::TextShaper(const CXString& face, int charset) {
     try {
         m_deviceContext = CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
         Require(m_deviceContext != nullptr);
-        LOGFONTW wanted = {};
-        wanted.lfHeight = -unitsPerEm;
-        wanted.lfWeight = FW_NORMAL;
-        wanted.lfCharSet = static_cast<BYTE>(charset);
-        wanted.lfOutPrecision = OUT_TT_ONLY_PRECIS;
-        wanted.lfQuality = CLEARTYPE_QUALITY;
-        const std::wstring_view name = face.View();
-        std::copy_n(name.begin(), std::min<std::size_t>(name.size(), LF_FACESIZE - 1), wanted.lfFaceName);
-        m_font = CreateFontIndirectW(&wanted);
-        Require(m_font != nullptr);
-        m_fontBefore = SelectObject(m_deviceContext, m_font);
-        Require(m_fontBefore != nullptr && m_fontBefore != HGDI_ERROR);
+        Require(m_font.emplace(m_deviceContext, AskedFont(face, charset, unitsPerEm)).IsSelected());
         TEXTMETRICW metrics = {};
         Require(GetTextMetricsW(m_deviceContext, &metrics));
         m_ascent = metrics.tmAscent;
@@ -80,8 +69,7 @@ TextShaper::~TextShaper() { Close(); }
 
 void TextShaper::Close() {
     ScriptFreeCache(&m_cache);
-    if (m_fontBefore != nullptr && m_fontBefore != HGDI_ERROR) SelectObject(m_deviceContext, m_fontBefore);
-    if (m_font != nullptr) DeleteObject(m_font);
+    m_font.reset();
     if (m_deviceContext != nullptr) DeleteDC(m_deviceContext);
 }
 

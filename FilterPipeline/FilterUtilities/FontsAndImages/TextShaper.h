@@ -1,12 +1,14 @@
 #pragma once
 
 #include "ComSupport/FilterUtilitiesExport.h"
+#include "FontsAndImages/SelectedFont.h"
 
 #include <LowLevelFacilities/WideStrings/CXString.h>
 
 #include <windows.h>
 #include <usp10.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -55,8 +57,7 @@ private:
     void Close();
 
     HDC m_deviceContext = nullptr;
-    HFONT m_font = nullptr;
-    HGDIOBJ m_fontBefore = nullptr;
+    std::optional<SelectedFont> m_font;
     mutable SCRIPT_CACHE m_cache = nullptr;
     int m_ascent = 0;
     int m_descent = 0;
