@@ -24,7 +24,7 @@ using namespace OvPlatform;
 using HbBuffer = std::unique_ptr<hb_buffer_t, Destroyer<hb_buffer_destroy>>;
 using Bidi = std::unique_ptr<UBiDi, Destroyer<ubidi_close>>;
 
-/// Runs a call that may find memory out.
+/// Runs a call that may throw: callers of such functions expect nothing of the kind.
 template <class Call>
 HRESULT Guarded(Call&& call) noexcept {
     if (const HRESULT fault = FaultPoint(); FAILED(fault)) return fault;
@@ -32,6 +32,8 @@ HRESULT Guarded(Call&& call) noexcept {
         return call();
     } catch (const std::bad_alloc&) {
         return E_OUTOFMEMORY;
+    } catch (...) {
+        return E_UNEXPECTED;
     }
 }
 

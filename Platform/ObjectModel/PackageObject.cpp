@@ -189,13 +189,7 @@ HRESULT PackageObject::GetThumbnailResource(IXpsOMImageResource** image) {
     return m_thumbnail.Give(m_place, image);
 }
 
-HRESULT PackageObject::SetThumbnailResource(IXpsOMImageResource* image) {
-    XPS_IMAGE_TYPE type = XPS_IMAGE_TYPE_PNG;
-    if (image != nullptr)
-        if (const HRESULT result = image->GetImageType(&type); FAILED(result)) return result;
-    if (type != XPS_IMAGE_TYPE_PNG && type != XPS_IMAGE_TYPE_JPEG) return XPS_E_INVALID_THUMBNAIL_IMAGE_TYPE;
-    return m_thumbnail.Take(image);
-}
+HRESULT PackageObject::SetThumbnailResource(IXpsOMImageResource* image) { return m_thumbnail.Take(image); }
 
 HRESULT PackageObject::GetDocumentType(XPS_DOCUMENT_TYPE* type) {
     if (type == nullptr) return E_POINTER;

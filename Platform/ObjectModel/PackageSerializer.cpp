@@ -81,7 +81,7 @@ void PackageSerializer::Write() {
 
 // Which parts are written from objects, and in whose place they stand.
 void PackageSerializer::Plan() {
-    const DocumentSequenceObject* sequence = m_package.Sequence();
+    DocumentSequenceObject* sequence = m_package.Sequence();
     if (sequence == nullptr)
         throw PackageError(XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP, "the package",
                            "it has no document sequence");
@@ -97,10 +97,10 @@ void PackageSerializer::Plan() {
     if (m_package.IsDiscardControlChanged()) Cut(root, Relation::DiscardControl);
     if (AreCorePropertiesChanged()) Cut(root, Relation::CoreProperties);
     for (const auto& document : sequence->Documents().Items())
-        PlanDocument(static_cast<const DocumentObject&>(*document));
+        PlanDocument(static_cast<DocumentObject&>(*document));
 }
 
-void PackageSerializer::PlanDocument(const DocumentObject& document) {
+void PackageSerializer::PlanDocument(DocumentObject& document) {
     PlannedPart planned;
     planned.name = document.Name();
     planned.document = &document;
@@ -110,7 +110,7 @@ void PackageSerializer::PlanDocument(const DocumentObject& document) {
     if (document.SignatureBlocks() != nullptr && document.SignatureBlocks()->IsChanged())
         Cut(document.Place(), Relation::SignatureDefinitions);
     for (const auto& item : document.Pages().Items()) {
-        const auto& page = static_cast<const PageReferenceObject&>(*item);
+        auto& page = static_cast<PageReferenceObject&>(*item);
         Cut(page.Place(), page.Ticket());
         Cut(page.Place(), page.Fragments());
         Cut(page.Place(), page.Thumbnail());
@@ -258,7 +258,7 @@ void PackageSerializer::WriteDocument(const PlannedPart& planned) {
 }
 
 void PackageSerializer::WritePage(const PlannedPart& planned) {
-    const PageReferenceObject& reference = *planned.page;
+    PageReferenceObject& reference = *planned.page;
     IXpsOMPage* page = reference.ChangedPage();
     if (page == nullptr && IsStoredHere(reference.Place())) {
         CopyBytes(*reference.StoredPart());
@@ -267,8 +267,7 @@ void PackageSerializer::WritePage(const PlannedPart& planned) {
     // One of another package comes with all that it uses.
     CComPtr<IXpsOMPage> foreign;
     if (page == nullptr) {
-        Require(const_cast<PageReferenceObject&>(reference).GetPage(&foreign), planned.name,
-                "the page cannot be read");
+        Require(reference.GetPage(&foreign), planned.name, "the page cannot be read");
         page = foreign;
     }
     std::vector<UsedPart> used;
@@ -330,7 +329,7 @@ void PackageSerializer::WriteResource(IXpsOMResource* resource) {
 
 void PackageSerializer::WriteResourceBytes(IModelResource& resource) {
     const ResourceCore& core = resource.Core();
-    const char* const contentType = resource.ContentType();
+    const char* const contentType = resource.ContentType(m_flavour);
     if (const CComQIPtr<IXpsOMRemoteDictionaryResource> dictionary(&resource); dictionary)
         return WriteDictionary(dictionary, core);
     SharedContent content = core.content;
@@ -379,10 +378,13 @@ void PackageSerializer::Relate(const std::string& source, Relation relation, con
 }
 
 template <class Interface>
-void PackageSerializer::RelateChanged(const std::string& source, const RelatedPart<Interface>& part) {
-    if (!part.IsChanged() || part.Changed() == nullptr) return;
-    WriteResource(part.Changed());
-    Relate(source, part.Kind(), PartNameOf(part.Changed()));
+void PackageSerializer::RelateOwn(const std::string& source, const SourcePlace& place,
+                                  const RelatedPart<Interface>& part) {
+    if (!part.IsChanged() && !IsOfAnother(place)) return;
+    const CComPtr<Interface>& resource = part.Get(place);
+    if (!resource) return;
+    WriteResource(resource);
+    Relate(source, part.Kind(), PartNameOf(resource));
 }
 
 void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::string& name) {
@@ -419,7 +421,7 @@ void PackageSerializer::RelatePackage() {
     m_writer.AddRelationship(root, RelationType(Relation::FixedRepresentation, m_flavour), sequence.Name(),
                              false, id);
     CopyRelationships({m_package.Source(), root}, root);
-    RelateChanged(root, m_package.Thumbnail());
+    RelateOwn(root, {m_package.Source(), root}, m_package.Thumbnail());
     if (const CorePropertiesObject* properties = m_package.CoreProperties();
         properties != nullptr && AreCorePropertiesChanged()) {
         WriteText(properties->Name(), corePropertiesContentType, properties->Markup());
@@ -432,28 +434,36 @@ void PackageSerializer::RelatePackage() {
 void PackageSerializer::RelateSequence(const PlannedPart& planned) {
     const DocumentSequenceObject& sequence = *planned.sequence;
     CopyRelationships(sequence.Place(), planned.name);
-    RelateChanged(planned.name, sequence.Ticket());
+    RelateOwn(planned.name, sequence.Place(), sequence.Ticket());
 }
 
 void PackageSerializer::RelateDocument(const PlannedPart& planned) {
-    const DocumentObject& document = *planned.document;
+    DocumentObject& document = *planned.document;
     CopyRelationships(document.Place(), planned.name);
-    RelateChanged(planned.name, document.Ticket());
-    RelateChanged(planned.name, document.Structure());
+    RelateOwn(planned.name, document.Place(), document.Ticket());
+    RelateOwn(planned.name, document.Place(), document.Structure());
+    RelateSignatureBlocks(planned.name, document);
+}
+
+void PackageSerializer::RelateSignatureBlocks(const std::string& source, DocumentObject& document) {
+    if (IsOfAnother(document.Place())) {
+        CComPtr<IXpsOMSignatureBlockResourceCollection> read;
+        Require(document.GetSignatureBlockResources(&read), source, "its signature blocks cannot be read");
+    }
     const SignatureBlockCollection* blocks = document.SignatureBlocks();
-    if (blocks == nullptr || !blocks->IsChanged()) return;
+    if (blocks == nullptr || (!blocks->IsChanged() && !IsOfAnother(document.Place()))) return;
     for (const auto& block : blocks->Items()) {
         WriteResource(block);
-        Relate(planned.name, Relation::SignatureDefinitions, PartNameOf(block));
+        Relate(source, Relation::SignatureDefinitions, PartNameOf(block));
     }
 }
 
 void PackageSerializer::RelatePage(const PlannedPart& planned) {
     const PageReferenceObject& page = *planned.page;
     CopyRelationships(page.Place(), planned.name);
-    RelateChanged(planned.name, page.Ticket());
-    RelateChanged(planned.name, page.Fragments());
-    RelateChanged(planned.name, page.Thumbnail());
+    RelateOwn(planned.name, page.Place(), page.Ticket());
+    RelateOwn(planned.name, page.Place(), page.Fragments());
+    RelateOwn(planned.name, page.Place(), page.Thumbnail());
 }
 
 } // namespace OvPlatform

@@ -26,14 +26,14 @@ private:
     using Relationships = std::vector<PackageRelationship>;
     struct PlannedPart {
         std::string name;
-        const DocumentSequenceObject* sequence = nullptr; // one of these
-        const DocumentObject* document = nullptr;
-        const PageReferenceObject* page = nullptr;
+        DocumentSequenceObject* sequence = nullptr; // one of these
+        DocumentObject* document = nullptr;
+        PageReferenceObject* page = nullptr;
         const DocumentObject* owner = nullptr; // of the page
     };
 
     void Plan();
-    void PlanDocument(const DocumentObject& document);
+    void PlanDocument(DocumentObject& document);
     void PlanPart(PlannedPart planned, const PackagePart* stored);
     void DropRemoved();
     template <class Interface>
@@ -64,13 +64,16 @@ private:
     void RelatePage(const PlannedPart& planned);
     /// What the part has in its package, but for what the model says anew.
     void CopyRelationships(const SourcePlace& place, const std::string& name);
+    /// What has not been copied with the relationships, since it was changed or lies in another package.
     template <class Interface>
-    void RelateChanged(const std::string& source, const RelatedPart<Interface>& part);
+    void RelateOwn(const std::string& source, const SourcePlace& place, const RelatedPart<Interface>& part);
+    void RelateSignatureBlocks(const std::string& source, DocumentObject& document);
     void Relate(const std::string& source, Relation relation, const std::string& target);
 
     bool IsStoredHere(const SourcePlace& place) const {
         return m_source != nullptr && place.package.get() == m_source;
     }
+    bool IsOfAnother(const SourcePlace& place) const { return place && !IsStoredHere(place); }
     bool AreCorePropertiesChanged() const;
     bool IsAsStored(const ResourceCore& core) const;
 

@@ -111,6 +111,8 @@ HRESULT PageReferenceObject::SetPage(IXpsOMPage* page) {
 HRESULT PageReferenceObject::DiscardPage() {
     return ModelCall([&] {
         LetGoOfPage();
+        m_isReplaced = false;
+        CountRename();
         return S_OK;
     });
 }

@@ -27,7 +27,8 @@ public:
     /// XPS_E_MISSING_PAGE_IN_PAGEREFERENCE before a page is set.
     HRESULT STDMETHODCALLTYPE GetPage(IXpsOMPage** page) override;
     HRESULT STDMETHODCALLTYPE SetPage(IXpsOMPage* page) override;
-    /// What has been changed in the page is lost; the next GetPage reads it anew.
+    /// What has been changed in the page is lost, and so is one that was set; the next GetPage reads the page
+    /// of the package anew.
     HRESULT STDMETHODCALLTYPE DiscardPage() override;
     HRESULT STDMETHODCALLTYPE IsPageLoaded(BOOL* isLoaded) override;
     /// -1 for what the document does not say.
@@ -38,6 +39,7 @@ public:
     HRESULT STDMETHODCALLTYPE GetPrintTicketResource(IXpsOMPrintTicketResource** ticket) override;
     HRESULT STDMETHODCALLTYPE SetPrintTicketResource(IXpsOMPrintTicketResource* ticket) override;
     HRESULT STDMETHODCALLTYPE GetThumbnailResource(IXpsOMImageResource** image) override;
+    /// XPS_E_INVALID_THUMBNAIL_IMAGE_TYPE for what is neither JPEG nor PNG.
     HRESULT STDMETHODCALLTYPE SetThumbnailResource(IXpsOMImageResource* image) override;
     /// Those that the document lists.
     HRESULT STDMETHODCALLTYPE CollectLinkTargets(IXpsOMNameCollection** targets) override;

@@ -23,7 +23,7 @@ public:
     RelatedPart(Relation relation, HRESULT ifTwice) : m_relation(relation), m_ifTwice(ifTwice) {}
 
     /// Null where there is none. Throws PackageError.
-    const CComPtr<Interface>& Get(const SourcePlace& place) {
+    const CComPtr<Interface>& Get(const SourcePlace& place) const {
         if (!m_isKnown && place)
             if (const PackagePart* part = place.package->Related(place.name, m_relation, m_ifTwice))
                 m_part = place.package->template Resource<Interface>(*part);
@@ -59,12 +59,27 @@ public:
 private:
     Relation m_relation;
     HRESULT m_ifTwice;
-    bool m_isKnown = false;
+    mutable bool m_isKnown = false;
     bool m_isChanged = false;
-    CComPtr<Interface> m_part;
+    mutable CComPtr<Interface> m_part;
 };
 
 using RelatedTicket = RelatedPart<IXpsOMPrintTicketResource>;
-using RelatedThumbnail = RelatedPart<IXpsOMImageResource>;
+
+/// The picture of a page or a package.
+class RelatedThumbnail : public RelatedPart<IXpsOMImageResource> {
+public:
+    using RelatedPart::RelatedPart;
+
+    /// XPS_E_INVALID_THUMBNAIL_IMAGE_TYPE for what is neither JPEG nor PNG.
+    HRESULT Take(IXpsOMImageResource* image) {
+        XPS_IMAGE_TYPE type = XPS_IMAGE_TYPE_PNG;
+        if (image != nullptr)
+            if (const HRESULT result = image->GetImageType(&type); FAILED(result)) return result;
+        if (type != XPS_IMAGE_TYPE_PNG && type != XPS_IMAGE_TYPE_JPEG)
+            return XPS_E_INVALID_THUMBNAIL_IMAGE_TYPE;
+        return RelatedPart::Take(image);
+    }
+};
 
 } // namespace OvPlatform

@@ -144,7 +144,7 @@ public:
         *embedding = m_core.embedding;
         return S_OK;
     }
-    const char* STDMETHODCALLTYPE ContentType() override {
+    const char* STDMETHODCALLTYPE ContentType(XpsFlavour) override {
         return IsObfuscated(m_core.embedding) ? obfuscatedFontContentType : fontContentType;
     }
 };
@@ -177,15 +177,23 @@ public:
         *type = m_core.imageType;
         return S_OK;
     }
-    const char* STDMETHODCALLTYPE ContentType() override { return Find(m_core.imageType)->contentType; }
+    const char* STDMETHODCALLTYPE ContentType(XpsFlavour) override {
+        return Find(m_core.imageType)->contentType;
+    }
 };
 
-// Bytes of the one content type that the kind has.
+// The content type of a kind that has but one, which the two formats may call otherwise.
+struct PlainType {
+    const char* ofXps;
+    const char* ofOpenXps = ofXps;
+};
+
+// Bytes of such a kind.
 template <class Interface>
 class PlainResource : public ResourceObject<Interface> {
 public:
-    PlainResource(ResourceCore core, const char* contentType)
-        : ResourceObject<Interface>(std::move(core)), m_contentType(contentType) {}
+    PlainResource(ResourceCore core, const PlainType& type)
+        : ResourceObject<Interface>(std::move(core)), m_type(type) {}
 
     HRESULT STDMETHODCALLTYPE GetStream(IStream** stream) override {
         return OpenContentStream(this->m_core.content, stream);
@@ -197,10 +205,12 @@ public:
             return S_OK;
         });
     }
-    const char* STDMETHODCALLTYPE ContentType() override { return m_contentType; }
+    const char* STDMETHODCALLTYPE ContentType(XpsFlavour flavour) override {
+        return flavour == XpsFlavour::OpenXps ? m_type.ofOpenXps : m_type.ofXps;
+    }
 
 private:
-    const char* m_contentType;
+    const PlainType& m_type;
 };
 
 /// By which an owner reaches the resource's note of it.
@@ -250,10 +260,12 @@ using DocumentStructure = OwnedResource<IXpsOMDocumentStructureResource, IXpsOMD
 using StoryFragments = OwnedResource<IXpsOMStoryFragmentsResource, IXpsOMPageReference>;
 using SignatureBlock = OwnedResource<IXpsOMSignatureBlockResource, IXpsOMDocument>;
 
-constexpr const char* profileContentType = "application/vnd.ms-color.iccprofile";
-constexpr const char* structureContentType = "application/vnd.ms-package.xps-documentstructure+xml";
-constexpr const char* fragmentsContentType = "application/vnd.ms-package.xps-storyfragments+xml";
-constexpr const char* signatureBlockContentType = "application/xml";
+constexpr PlainType ticketType{ticketContentType};
+constexpr PlainType profileType{"application/vnd.ms-color.iccprofile"};
+constexpr PlainType structureType{"application/vnd.ms-package.xps-documentstructure+xml"};
+constexpr PlainType fragmentsType{"application/vnd.ms-package.xps-storyfragments+xml"};
+constexpr PlainType signatureBlockType{"application/xml",
+                                       "application/vnd.ms-package.xps-signaturedefinitions+xml"};
 
 // Its markup stays as it is stored until the objects in it are asked for.
 class RemoteDictionary final : public ResourceObject<IXpsOMRemoteDictionaryResource1> {
@@ -300,7 +312,7 @@ public:
             return WriteDictionary(m_dictionary, uri, stream, type);
         });
     }
-    const char* STDMETHODCALLTYPE ContentType() override { return dictionaryContentType; }
+    const char* STDMETHODCALLTYPE ContentType(XpsFlavour) override { return dictionaryContentType; }
 
 private:
     IUnknown* Identity() { return static_cast<IXpsOMRemoteDictionaryResource1*>(this); }
@@ -330,10 +342,10 @@ void Make(Interface** resource, Arguments&&... arguments) {
 }
 
 template <class Object, class Interface>
-HRESULT CreatePlain(IStream* stream, IOpcPartUri* uri, const char* contentType, Interface** resource) {
+HRESULT CreatePlain(IStream* stream, IOpcPartUri* uri, const PlainType& type, Interface** resource) {
     return ModelCall(resource, [&] {
         if (stream == nullptr || uri == nullptr) return E_POINTER;
-        Make<Object>(resource, GivenCore(stream, uri), contentType);
+        Make<Object>(resource, GivenCore(stream, uri), type);
         return S_OK;
     });
 }
@@ -375,20 +387,20 @@ HRESULT CreateImage(IStream* stream, XPS_IMAGE_TYPE type, IOpcPartUri* uri, IXps
 }
 
 HRESULT CreateColorProfile(IStream* stream, IOpcPartUri* uri, IXpsOMColorProfileResource** profile) {
-    return CreatePlain<PlainResource<IXpsOMColorProfileResource>>(stream, uri, profileContentType, profile);
+    return CreatePlain<PlainResource<IXpsOMColorProfileResource>>(stream, uri, profileType, profile);
 }
 HRESULT CreatePrintTicket(IStream* stream, IOpcPartUri* uri, IXpsOMPrintTicketResource** ticket) {
-    return CreatePlain<PlainResource<IXpsOMPrintTicketResource>>(stream, uri, ticketContentType, ticket);
+    return CreatePlain<PlainResource<IXpsOMPrintTicketResource>>(stream, uri, ticketType, ticket);
 }
 HRESULT CreateDocumentStructure(IStream* stream, IOpcPartUri* uri,
                                 IXpsOMDocumentStructureResource** structure) {
-    return CreatePlain<DocumentStructure>(stream, uri, structureContentType, structure);
+    return CreatePlain<DocumentStructure>(stream, uri, structureType, structure);
 }
 HRESULT CreateStoryFragments(IStream* stream, IOpcPartUri* uri, IXpsOMStoryFragmentsResource** fragments) {
-    return CreatePlain<StoryFragments>(stream, uri, fragmentsContentType, fragments);
+    return CreatePlain<StoryFragments>(stream, uri, fragmentsType, fragments);
 }
 HRESULT CreateSignatureBlock(IStream* stream, IOpcPartUri* uri, IXpsOMSignatureBlockResource** block) {
-    return CreatePlain<SignatureBlock>(stream, uri, signatureBlockContentType, block);
+    return CreatePlain<SignatureBlock>(stream, uri, signatureBlockType, block);
 }
 
 HRESULT CreateRemoteDictionary(IStream* markup, IOpcPartUri* uri, IXpsOMPartResources* resources,
@@ -437,19 +449,19 @@ void MakeStored(const StoredResource& stored, IXpsOMImageResource** image) {
 }
 
 void MakeStored(const StoredResource& stored, IXpsOMColorProfileResource** profile) {
-    Make<PlainResource<IXpsOMColorProfileResource>>(profile, CoreOf(stored), profileContentType);
+    Make<PlainResource<IXpsOMColorProfileResource>>(profile, CoreOf(stored), profileType);
 }
 void MakeStored(const StoredResource& stored, IXpsOMPrintTicketResource** ticket) {
-    Make<PlainResource<IXpsOMPrintTicketResource>>(ticket, CoreOf(stored), ticketContentType);
+    Make<PlainResource<IXpsOMPrintTicketResource>>(ticket, CoreOf(stored), ticketType);
 }
 void MakeStored(const StoredResource& stored, IXpsOMDocumentStructureResource** structure) {
-    Make<DocumentStructure>(structure, CoreOf(stored), structureContentType);
+    Make<DocumentStructure>(structure, CoreOf(stored), structureType);
 }
 void MakeStored(const StoredResource& stored, IXpsOMStoryFragmentsResource** fragments) {
-    Make<StoryFragments>(fragments, CoreOf(stored), fragmentsContentType);
+    Make<StoryFragments>(fragments, CoreOf(stored), fragmentsType);
 }
 void MakeStored(const StoredResource& stored, IXpsOMSignatureBlockResource** block) {
-    Make<SignatureBlock>(block, CoreOf(stored), signatureBlockContentType);
+    Make<SignatureBlock>(block, CoreOf(stored), signatureBlockType);
 }
 
 void MakeStoredDictionary(const StoredResource& stored, IXpsOMPartResources* resources,

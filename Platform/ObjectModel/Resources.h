@@ -31,8 +31,8 @@ MIDL_INTERFACE("b04c6bf0-3f0b-4b53-9a6d-0b8f2f2a5e11")
 IModelResource : public IUnknown {
 public:
     virtual ResourceCore& STDMETHODCALLTYPE Core() = 0;
-    /// As it is to be written.
-    virtual const char* STDMETHODCALLTYPE ContentType() = 0;
+    /// As it is to be written in a package of that format.
+    virtual const char* STDMETHODCALLTYPE ContentType(XpsFlavour flavour) = 0;
 
 protected:
     ~IModelResource() = default;

@@ -22,11 +22,11 @@ using testing::HasSubstr;
 // A package whose one document is looked at.
 struct OpenPackage {
     CComPtr<IXpsOMPackage1> package;
+    CComPtr<IXpsOMDocumentCollection> documents;
     CComPtr<IXpsOMPageReferenceCollection> pages;
 
     OpenPackage(IXpsOMObjectFactory1* factory, const std::filesystem::path& file) {
         CComPtr<IXpsOMDocumentSequence> sequence;
-        CComPtr<IXpsOMDocumentCollection> documents;
         CComPtr<IXpsOMDocument> document;
         EXPECT_EQ(factory->CreatePackageFromFile1(file.wstring().c_str(), TRUE, &package), S_OK);
         if (!package) return;
@@ -79,6 +79,26 @@ protected:
     }
     PackageContents Contents(const std::string& name) { return PackageContents::Of(folder / name); }
 
+    // One with a document that has no pages yet, and one that has nothing.
+    struct NewPackage {
+        CComPtr<IXpsOMPackage1> package, empty;
+        CComPtr<IXpsOMDocumentCollection> documents;
+        CComPtr<IXpsOMPageReferenceCollection> pages;
+
+        explicit NewPackage(PackagePages& test) {
+            CComPtr<IXpsOMDocumentSequence> sequence;
+            CComPtr<IXpsOMDocument> document;
+            EXPECT_EQ(test.factory->CreatePackage1(&empty), S_OK);
+            EXPECT_EQ(test.factory->CreatePackage1(&package), S_OK);
+            EXPECT_EQ(test.factory->CreateDocumentSequence(test.Uri(L"/s.fdseq"), &sequence), S_OK);
+            EXPECT_EQ(package->SetDocumentSequence(sequence), S_OK);
+            EXPECT_EQ(test.factory->CreateDocument(test.Uri(L"/d/d.fdoc"), &document), S_OK);
+            EXPECT_EQ(sequence->GetDocuments(&documents), S_OK);
+            EXPECT_EQ(documents->Append(document), S_OK);
+            EXPECT_EQ(document->GetPageReferences(&pages), S_OK);
+        }
+    };
+
     TemporaryFolder folder;
     CComPtr<IXpsOMObjectFactory1> factory;
     const std::string fontBytes = std::string(32, '\0') + "and more of a font";
@@ -113,6 +133,21 @@ TEST_F(PackagePages, AreReadOnDemandAndCopiedWhereNothingIsChanged) {
     EXPECT_FALSE(isLoaded);
     EXPECT_EQ(Write(open.package, "out.xps"), S_OK);
     EXPECT_EQ(Contents("out.xps"), read);
+
+    // And so is a page that was set in its place.
+    const XPS_SIZE size{10, 10};
+    CComPtr<IXpsOMPage> other;
+    ASSERT_EQ(factory->CreatePage(&size, L"en", Uri(L"/other.fpage"), &other), S_OK);
+    EXPECT_EQ(reference->SetPage(other), S_OK);
+    EXPECT_EQ(reference->DiscardPage(), S_OK);
+    EXPECT_EQ(reference->GetPage(&damaged), S_OK);
+    EXPECT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps"), read);
+    CComPtr<IXpsOMImageResource> tiff;
+    CComPtr<IStream> bytes;
+    EXPECT_EQ(CreateStreamOnHGlobal(nullptr, TRUE, &bytes), S_OK);
+    ASSERT_EQ(factory->CreateImageResource(bytes, XPS_IMAGE_TYPE_TIFF, Uri(L"/t.tif"), &tiff), S_OK);
+    EXPECT_EQ(reference->SetThumbnailResource(tiff), XPS_E_INVALID_THUMBNAIL_IMAGE_TYPE);
 }
 
 TEST_F(PackagePages, BringWhatTheyUseIntoThePackageOnce) {
@@ -151,34 +186,33 @@ TEST_F(PackagePages, BringWhatTheyUseIntoThePackageOnce) {
 }
 
 TEST_F(PackagePages, MoveFromOnePackageIntoAnotherWithWhatTheyUse) {
-    ZipItems items = SampleJob().Items();
+    SampleJob job;
+    job.pages = 3;
+    job.pageTicket = "<page/>";
+    ZipItems items = job.Items();
     items[pageOne.substr(1)] =
         "<FixedPage xmlns=\"" + SampleJob().Base() +
         "\" Width=\"10\" Height=\"20\" xml:lang=\"en\"><Glyphs FontUri=\"" +
         std::string(SampleJob::fontName) +
         "\" FontRenderingEmSize=\"9\" OriginX=\"0\" OriginY=\"0\" Fill=\"#000000\" UnicodeString=\"moved\"/>"
         "</FixedPage>";
+    std::string& links = items["Documents/1/Pages/_rels/1.fpage.rels"];
+    links.insert(links.find("</Relationships>"),
+                 "<Relationship Id=\"thumb\" Type=\"" + SampleJob::package +
+                     "/metadata/thumbnail\" Target=\"/docProps/thumb.jpeg\"/>");
     WriteZip(folder / "from.xps", items);
     const OpenPackage from(factory, folder / "from.xps");
     const auto moved = from.At(0);
+    const auto second = from.At(1);
+    EXPECT_EQ(from.pages->RemoveAt(0), S_OK);
     EXPECT_EQ(from.pages->RemoveAt(0), S_OK);
 
-    CComPtr<IXpsOMPackage1> package;
-    CComPtr<IXpsOMDocumentSequence> sequence;
-    CComPtr<IXpsOMDocumentCollection> documents;
-    CComPtr<IXpsOMDocument> document;
-    CComPtr<IXpsOMPageReferenceCollection> pages;
-    ASSERT_EQ(factory->CreatePackage1(&package), S_OK);
-    EXPECT_EQ(Write(package, "new.oxps"), XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP);
-    ASSERT_EQ(factory->CreateDocumentSequence(Uri(L"/s.fdseq"), &sequence), S_OK);
-    ASSERT_EQ(package->SetDocumentSequence(sequence), S_OK);
-    ASSERT_EQ(factory->CreateDocument(Uri(L"/d/d.fdoc"), &document), S_OK);
-    ASSERT_EQ(sequence->GetDocuments(&documents), S_OK);
-    ASSERT_EQ(documents->Append(document), S_OK);
-    ASSERT_EQ(document->GetPageReferences(&pages), S_OK);
-    ASSERT_EQ(pages->Append(moved), S_OK);
-    ASSERT_EQ(package->WriteToFile1((folder / "new.oxps").wstring().c_str(), nullptr, 0x80, FALSE,
-                                    XPS_DOCUMENT_TYPE_OPENXPS),
+    const NewPackage made(*this);
+    EXPECT_EQ(Write(made.empty, "new.oxps"), XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP);
+    ASSERT_EQ(made.pages->Append(moved), S_OK);
+    ASSERT_EQ(made.pages->Append(second), S_OK);
+    ASSERT_EQ(made.package->WriteToFile1((folder / "new.oxps").wstring().c_str(), nullptr, 0x80, FALSE,
+                                         XPS_DOCUMENT_TYPE_OPENXPS),
               S_OK);
     const PackageContents written = Contents("new.oxps");
     EXPECT_THAT(written.parts.at(pageOne), AllOf(HasSubstr("openxps.org"), HasSubstr("moved")));
@@ -186,9 +220,48 @@ TEST_F(PackagePages, MoveFromOnePackageIntoAnotherWithWhatTheyUse) {
     EXPECT_TRUE(written.Relates("/", "oxps/v1.0/fixedrepresentation", "/s.fdseq"));
     EXPECT_TRUE(written.Relates(pageOne, "oxps/v1.0/required-resource", SampleJob::fontName));
     EXPECT_THAT(written.parts.at("/d/d.fdoc"), HasSubstr("Source=\"/Documents/1/Pages/1.fpage\""));
+    for (const int page : {1, 2}) {
+        const std::string name = SampleJob::PageName(1, page);
+        EXPECT_TRUE(written.Relates(name, "oxps/v1.0/printticket", "/Metadata/Page_PT.xml"));
+        EXPECT_TRUE(written.Relates(name, "oxps/v1.0/storyfragments",
+                                    "/Documents/1/Pages/" + std::to_string(page) + ".frag"));
+        EXPECT_EQ(written.Relates(name, "/metadata/thumbnail", "/docProps/thumb.jpeg"), page == 1);
+    }
+    EXPECT_THAT(written.parts.at("/Metadata/Page_PT.xml"), EndsWith("<page/>"));
     const OpenPackage reread(factory, folder / "new.oxps");
     CComPtr<IXpsOMPage> page;
     EXPECT_EQ(reread.At(0)->GetPage(&page), S_OK);
+}
+
+TEST_F(PackagePages, MoveWithTheirDocumentAndWhatHangsOnIt) {
+    SampleJob job;
+    job.documentTicket = "<document/>";
+    ZipItems items = job.Items();
+    items["Documents/1/sign.xml"] = "<SignatureDefinitions/>";
+    std::string& links = items["Documents/1/_rels/FixedDoc.fdoc.rels"];
+    links.insert(links.find("</Relationships>"), "<Relationship Id=\"sign\" Type=\"" + job.Base() +
+                                                     "/signature-definitions\" Target=\"sign.xml\"/>");
+    WriteZip(folder / "from.xps", items);
+    const OpenPackage from(factory, folder / "from.xps");
+    CComPtr<IXpsOMDocument> document;
+    ASSERT_EQ(from.documents->GetAt(0, &document), S_OK);
+    ASSERT_EQ(from.documents->RemoveAt(0), S_OK);
+    const NewPackage made(*this);
+    ASSERT_EQ(made.documents->SetAt(0, document), S_OK);
+    for (const bool isOpenXps : {false, true}) {
+        ASSERT_EQ(made.package->WriteToFile1((folder / "new.xps").wstring().c_str(), nullptr, 0x80, FALSE,
+                                             isOpenXps ? XPS_DOCUMENT_TYPE_OPENXPS : XPS_DOCUMENT_TYPE_XPS),
+                  S_OK);
+        const PackageContents written = Contents("new.xps");
+        const std::string name = SampleJob::DocumentName(1);
+        EXPECT_TRUE(written.Relates(name, "/printticket", "/Documents/1/Metadata/Doc_PT.xml"));
+        EXPECT_TRUE(written.Relates(name, "/documentstructure", "/Documents/1/Structure.struct"));
+        EXPECT_TRUE(written.Relates(name, "/signature-definitions", "/Documents/1/sign.xml"));
+        EXPECT_THAT(written.parts.at("/Documents/1/sign.xml"),
+                    testing::StartsWith(isOpenXps
+                                            ? "application/vnd.ms-package.xps-signaturedefinitions+xml\n"
+                                            : "application/xml\n"));
+    }
 }
 
 TEST_F(PackagePages, StandBesideCorePropertiesThatAreKeptOrSet) {
