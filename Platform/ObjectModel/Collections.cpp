@@ -54,9 +54,9 @@ private:
 
 PartResources::PartResources() : PartResources({}, {}, {}, {}) {}
 
-PartResources::PartResources(FontCollection::Elsewhere fonts, ImageCollection::Elsewhere images,
-                             ColorProfileCollection::Elsewhere profiles,
-                             DictionaryCollection::Elsewhere dictionaries)
+PartResources::PartResources(FontCollection::AsStored fonts, ImageCollection::AsStored images,
+                             ColorProfileCollection::AsStored profiles,
+                             DictionaryCollection::AsStored dictionaries)
     : m_fonts(Owned(new FontCollection(std::move(fonts)))),
       m_images(Owned(new ImageCollection(std::move(images)))),
       m_profiles(Owned(new ColorProfileCollection(std::move(profiles)))),

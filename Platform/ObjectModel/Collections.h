@@ -96,28 +96,31 @@ private:
 template <class Interface, class Item>
 class ResourceCollection final : public Collection<Interface, Item> {
 public:
-    /// Asked for a resource that is not in the list; may give null.
-    using Elsewhere = std::function<CComPtr<Item>(const std::string& name)>;
+    /// Finds a resource by what it is called in the package that is read, whatever its name is now. Asked
+    /// before the list; may give null.
+    using AsStored = std::function<CComPtr<Item>(const std::string& name)>;
 
     ResourceCollection() = default;
-    explicit ResourceCollection(Elsewhere elsewhere) : m_elsewhere(std::move(elsewhere)) {}
+    explicit ResourceCollection(AsStored asStored) : m_asStored(std::move(asStored)) {}
 
     /// The first of that name; null, with S_OK, where there is none.
     HRESULT STDMETHODCALLTYPE GetByPartName(IOpcPartUri* uri, Item** item) override {
         return ModelCall(item, [&] {
             if (uri == nullptr) return E_POINTER;
             const std::string name = PartNameOf(uri);
-            Index();
-            const auto found = m_index.find(name);
-            CComPtr<Item> part = found != m_index.end() ? this->Items()[found->second]
-                                 : m_elsewhere          ? m_elsewhere(name)
-                                                        : CComPtr<Item>();
+            CComPtr<Item> part = m_asStored ? m_asStored(name) : CComPtr<Item>();
+            if (!part) part = Listed(name);
             *item = part.Detach();
             return S_OK;
         });
     }
 
 private:
+    CComPtr<Item> Listed(const std::string& name) {
+        Index();
+        const auto found = m_index.find(name);
+        return found == m_index.end() ? CComPtr<Item>() : this->Items()[found->second];
+    }
     void Index() {
         if (m_isIndexed && m_renames == RenameCount()) return;
         const std::size_t renames = RenameCount();
@@ -128,7 +131,7 @@ private:
         m_isIndexed = true;
     }
 
-    Elsewhere m_elsewhere;
+    AsStored m_asStored;
     std::unordered_map<std::string, std::size_t, PartNameHash, PartNameEqual> m_index;
     std::size_t m_renames = 0;
     bool m_isIndexed = false;
@@ -147,8 +150,8 @@ using SignatureBlockCollection =
 class PartResources final : public CountedObject<IXpsOMPartResources> {
 public:
     PartResources();
-    PartResources(FontCollection::Elsewhere fonts, ImageCollection::Elsewhere images,
-                  ColorProfileCollection::Elsewhere profiles, DictionaryCollection::Elsewhere dictionaries);
+    PartResources(FontCollection::AsStored fonts, ImageCollection::AsStored images,
+                  ColorProfileCollection::AsStored profiles, DictionaryCollection::AsStored dictionaries);
 
     HRESULT STDMETHODCALLTYPE GetFontResources(IXpsOMFontResourceCollection** fonts) override;
     HRESULT STDMETHODCALLTYPE GetImageResources(IXpsOMImageResourceCollection** images) override;

@@ -68,6 +68,7 @@ void PackageSerializer::Write() {
     Plan();
     if (m_source != nullptr) {
         DropRemoved();
+        MoveRenamed();
         for (const PackagePart& part : m_source->Reader().Parts())
             WriteStored(part);
     }
@@ -188,14 +189,63 @@ void PackageSerializer::DropRemoved() {
     std::erase_if(m_dropped, [&](const PackagePart* part) { return kept.contains(part); });
 }
 
+// Resources that have got other names take them in the package too, and so does the markup of dictionaries
+// that use them.
+void PackageSerializer::MoveRenamed() {
+    for (const PackagePart& part : m_source->Reader().Parts()) {
+        IXpsOMResource* const known = m_source->KnownResource(part);
+        if (known == nullptr) continue;
+        const ResourceCore& core = ModelResource(known)->Core();
+        if (core.stored == nullptr) m_changed.emplace(&core, &part);
+        if (core.name != part.name && !m_dropped.contains(&part)) m_moved.emplace(&part, core.name);
+    }
+    for (const auto& [part, name] : m_moved)
+        RequireFree(name);
+    if (m_moved.empty()) return;
+    for (const PackagePart& part : m_source->Reader().Parts()) {
+        if (KindOf(part.contentType, part.name) != PartKind::ResourceDictionary || !UsesMoved(part.name))
+            continue;
+        const CComQIPtr<IXpsOMRemoteDictionaryResource> dictionary(m_source->PageResource(part));
+        CComPtr<IXpsOMDictionary> content;
+        if (dictionary)
+            Require(dictionary->GetDictionary(&content), part.name, "the resource dictionary cannot be read");
+    }
+}
+
+void PackageSerializer::RequireFree(const std::string& name) const {
+    const PackagePart* const other = m_source == nullptr ? nullptr : m_source->Reader().Find(name);
+    if (other != nullptr && !m_dropped.contains(other) && !m_moved.contains(other))
+        throw PackageError(XPS_E_MULTIPLE_RESOURCES, name, "the package has another part of that name");
+}
+
+bool PackageSerializer::UsesMoved(const std::string& user) const {
+    if (m_moved.empty()) return false;
+    const auto used = m_source->AllRelated(user, Relation::RequiredResource);
+    return std::any_of(used.begin(), used.end(),
+                       [&](const PackagePart* part) { return m_moved.contains(part); });
+}
+
+const std::string& PackageSerializer::NameNow(const PackagePart& part) const {
+    if (const auto moved = m_moved.find(&part); moved != m_moved.end()) return moved->second;
+    const auto renamed = m_renamed.find(part.name);
+    return renamed == m_renamed.end() ? part.name : renamed->second;
+}
+
 bool PackageSerializer::AreCorePropertiesChanged() const {
     const CorePropertiesObject* properties = m_package.CoreProperties();
     return m_package.AreCorePropertiesReplaced() || (properties != nullptr && properties->IsChanged());
 }
 
-bool PackageSerializer::IsAsStored(const ResourceCore& core) const {
-    return core.stored != nullptr && m_source != nullptr && core.package == m_source->SharedReader() &&
-           !m_dropped.contains(core.stored);
+const PackagePart* PackageSerializer::PartOf(const ResourceCore& core) const {
+    if (const auto changed = m_changed.find(&core); changed != m_changed.end()) return changed->second;
+    return m_source != nullptr && core.package == m_source->SharedReader() ? core.stored : nullptr;
+}
+
+bool PackageSerializer::NoteResource(const ResourceCore& core) {
+    const auto [known, isNew] = m_resources.try_emplace(core.name, &core);
+    if (known->second != &core)
+        throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name, "two resources have that name");
+    return isNew;
 }
 
 void PackageSerializer::WriteStored(const PackagePart& part) {
@@ -205,11 +255,11 @@ void PackageSerializer::WriteStored(const PackagePart& part) {
     const SourcePlace place{m_package.Source(), part.name};
     if (IXpsOMResource* known = m_source->KnownResource(part); known != nullptr) {
         const auto resource = ModelResource(known);
-        // One that has another name now stands beside what it was.
-        if (resource->Core().stored == nullptr && IsSameName(resource->Core().name, part.name)) {
-            m_resources.try_emplace(part.name, &resource->Core());
-            WriteResourceBytes(*resource);
-            return CopyRelationships(place, part.name);
+        const ResourceCore& core = resource->Core();
+        if (core.stored == nullptr) {
+            NoteResource(core);
+            CopyRelationships(place, core.name); // with their ids, ahead of those that are added
+            return WriteResourceBytes(*resource);
         }
     }
     CopyBytes(part);
@@ -260,15 +310,15 @@ void PackageSerializer::WriteDocument(const PlannedPart& planned) {
 void PackageSerializer::WritePage(const PlannedPart& planned) {
     PageReferenceObject& reference = *planned.page;
     IXpsOMPage* page = reference.ChangedPage();
-    if (page == nullptr && IsStoredHere(reference.Place())) {
+    if (page == nullptr && IsStoredHere(reference.Place()) && !UsesMoved(reference.Place().name)) {
         CopyBytes(*reference.StoredPart());
         return RelatePage(planned);
     }
     // One of another package comes with all that it uses.
-    CComPtr<IXpsOMPage> foreign;
+    CComPtr<IXpsOMPage> read;
     if (page == nullptr) {
-        Require(reference.GetPage(&foreign), planned.name, "the page cannot be read");
-        page = foreign;
+        Require(reference.GetPage(&read), planned.name, "the page cannot be read");
+        page = read;
     }
     std::vector<UsedPart> used;
     Require(ListUsedParts(page, used), planned.name, "what the page uses cannot be listed");
@@ -282,9 +332,8 @@ void PackageSerializer::WritePage(const PlannedPart& planned) {
 }
 
 void PackageSerializer::CopyBytes(const PackagePart& part) {
-    const auto renamed = m_renamed.find(part.name);
-    WriteBytes(renamed == m_renamed.end() ? part.name : renamed->second, part.contentType.c_str(),
-               part.compression, *StoredContent(m_source->SharedReader(), part.name));
+    WriteBytes(NameNow(part), part.contentType.c_str(), part.compression,
+               *StoredContent(m_source->SharedReader(), part.name));
 }
 
 void PackageSerializer::WriteBytes(const std::string& name, const char* contentType,
@@ -306,25 +355,13 @@ void PackageSerializer::WriteText(const std::string& name, const char* contentTy
 void PackageSerializer::WriteResource(IXpsOMResource* resource) {
     const auto own = ModelResource(resource);
     const ResourceCore& core = own->Core();
-    if (IsAsStored(core)) return;
-    const auto [known, isNew] = m_resources.try_emplace(core.name, &core);
-    if (known->second != &core)
-        throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name, "two resources have that name");
-    if (!isNew) return;
-    const PackagePart* const part = m_source == nullptr ? nullptr : m_source->Reader().Find(core.name);
-    const bool isOfPart = part != nullptr && m_source->KnownResource(*part) == resource;
-    if (part != nullptr && !m_dropped.contains(part)) {
-        if (!isOfPart)
-            throw PackageError(XPS_E_MULTIPLE_RESOURCES, core.name,
-                               "the package has another part of that name");
-        // One that was changed is written in its place.
-        m_resources.erase(core.name);
-        return;
-    }
+    const PackagePart* const part = PartOf(core);
+    // One of the package is written in its place, unless nothing else leads to it any more.
+    if (part != nullptr && !m_dropped.contains(part)) return;
+    if (!NoteResource(core)) return;
+    RequireFree(core.name);
+    if (part != nullptr) CopyRelationships({m_package.Source(), part->name}, core.name);
     WriteResourceBytes(*own);
-    // One that is used anew where nothing else leads to it any more. Dictionaries have said what they use.
-    if (isOfPart && !CComQIPtr<IXpsOMRemoteDictionaryResource>(resource))
-        CopyRelationships({m_package.Source(), part->name}, core.name);
 }
 
 void PackageSerializer::WriteResourceBytes(IModelResource& resource) {
@@ -403,10 +440,7 @@ void PackageSerializer::CopyRelationships(const SourcePlace& place, const std::s
         const PackagePart* part = isRequired ? &RequireTarget(reader, place.name, relationship)
                                              : reader.Find(relationship.targetPart);
         if (part == nullptr || m_dropped.contains(part)) continue;
-        const auto renamed = m_renamed.find(part->name);
-        m_writer.AddRelationship(name, relationship.type,
-                                 renamed == m_renamed.end() ? part->name : renamed->second, false,
-                                 relationship.id);
+        m_writer.AddRelationship(name, relationship.type, NameNow(*part), false, relationship.id);
     }
 }
 

@@ -36,6 +36,9 @@ private:
     void PlanDocument(DocumentObject& document);
     void PlanPart(PlannedPart planned, const PackagePart* stored);
     void DropRemoved();
+    void MoveRenamed();
+    void RequireFree(const std::string& name) const;
+    bool UsesMoved(const std::string& user) const;
     template <class Interface>
     void Cut(const SourcePlace& place, const RelatedPart<Interface>& part);
     void Cut(const SourcePlace& place, Relation relation);
@@ -75,7 +78,12 @@ private:
     }
     bool IsOfAnother(const SourcePlace& place) const { return place && !IsStoredHere(place); }
     bool AreCorePropertiesChanged() const;
-    bool IsAsStored(const ResourceCore& core) const;
+    /// Of a part that is written from the package.
+    const std::string& NameNow(const PackagePart& part) const;
+    /// The part of the package that the resource was read as; null for one of another package, or a new one.
+    const PackagePart* PartOf(const ResourceCore& core) const;
+    /// False for one that was noted before. Throws PackageError where another one has its name.
+    bool NoteResource(const ResourceCore& core);
 
     PackageWriter& m_writer;
     const PackageObject& m_package;
@@ -88,6 +96,8 @@ private:
     // Relationships that the model says anew, by their source; a null part stands for the package.
     std::set<std::pair<const PackagePart*, Relation>> m_cut;
     std::unordered_map<std::string, std::string, PartNameHash, PartNameEqual> m_renamed;
+    std::unordered_map<const ResourceCore*, const PackagePart*> m_changed; // what they were read as
+    std::unordered_map<const PackagePart*, std::string> m_moved; // resources that have other names now
     std::unordered_map<std::string, const ResourceCore*, PartNameHash, PartNameEqual> m_resources;
     std::unordered_set<std::string, PartNameHash, PartNameEqual> m_names; // of the planned parts
 };

@@ -15,6 +15,8 @@
 #include <streamcopy.h>
 #include <utf8coder.h>
 
+#include <algorithm>
+
 namespace OvPlatform {
 
 namespace {
@@ -249,6 +251,19 @@ bool IsPageChanged(IXpsOMPage* page) {
     bool isChanged = true;
     ElementCall([&] { isChanged = ElementOf(page).IsTouched(); });
     return isChanged;
+}
+
+bool RefersToRenamedParts(IXpsOMPage* page) {
+    bool refers = false;
+    ElementCall([&] {
+        const PageSource* const source = ElementOf(page).Source().get();
+        if (source == nullptr) return;
+        const std::vector<SourcePart>& parts = source->Parts();
+        refers = std::any_of(parts.begin(), parts.end(), [](const SourcePart& part) {
+            return part.resource && PartNameOf(part.resource) != part.name;
+        });
+    });
+    return refers;
 }
 
 HRESULT SetPageOwner(IXpsOMPage* page, IXpsOMPageReference* owner) {

@@ -64,6 +64,8 @@ OV_PLATFORM_API HRESULT ListUsedParts(IXpsOMDictionary* dictionary, std::vector<
 
 /// Whether anything was changed since the page was read. Always for a new one.
 OV_PLATFORM_API bool IsPageChanged(IXpsOMPage* page);
+/// Whether a part that its markup refers to has got another name since.
+OV_PLATFORM_API bool RefersToRenamedParts(IXpsOMPage* page);
 
 /// What GetOwner answers. Not counted: the owner calls again with null before it ends.
 OV_PLATFORM_API HRESULT SetPageOwner(IXpsOMPage* page, IXpsOMPageReference* owner);

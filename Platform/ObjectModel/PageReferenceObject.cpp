@@ -211,7 +211,7 @@ std::string PageReferenceObject::Name() const {
 
 IXpsOMPage* PageReferenceObject::ChangedPage() const {
     return m_page && (m_isReplaced || m_part == nullptr || IsPageChanged(m_page) ||
-                      ComparePartNames(PartNameOf(m_page), m_part->name) != 0)
+                      RefersToRenamedParts(m_page) || ComparePartNames(PartNameOf(m_page), m_part->name) != 0)
                ? m_page.p
                : nullptr;
 }

@@ -271,7 +271,8 @@ constexpr PlainType signatureBlockType{"application/xml",
 class RemoteDictionary final : public ResourceObject<IXpsOMRemoteDictionaryResource1> {
 public:
     RemoteDictionary(ResourceCore core, IXpsOMPartResources* resources, IXpsOMDictionary* dictionary)
-        : ResourceObject(std::move(core)), m_resources(resources), m_dictionary(dictionary) {
+        : ResourceObject(std::move(core)), m_readAs(m_core.name), m_resources(resources),
+          m_dictionary(dictionary) {
         if (m_dictionary)
             Require(SetDictionaryOwner(m_dictionary, Identity()), m_core.name, "the dictionary is another's");
     }
@@ -320,8 +321,9 @@ private:
     void Read() {
         CComPtr<IStream> markup;
         Require(OpenContentStream(m_core.content, &markup), m_core.name, "it cannot be read");
+        // It may have got another name since; its references are relative to the first.
         CComPtr<IOpcPartUri> uri;
-        Require(GetPartName(&uri), m_core.name, "it cannot be read");
+        Require(GivePartUri(m_readAs, &uri), m_core.name, "it cannot be read");
         CComPtr<IXpsOMDictionary> dictionary;
         Require(ReadDictionary(markup, uri, m_resources, &dictionary), m_core.name,
                 "the resource dictionary cannot be read");
@@ -332,6 +334,7 @@ private:
         m_core.stored = nullptr;
     }
 
+    const std::string m_readAs;
     CComPtr<IXpsOMPartResources> m_resources;
     CComPtr<IXpsOMDictionary> m_dictionary;
 };

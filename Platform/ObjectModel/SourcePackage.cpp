@@ -21,6 +21,24 @@ std::string PluralOf(Relation relation) {
     }
 }
 
+using PartsByName = std::unordered_map<std::string, CComPtr<IXpsOMResource>, PartNameHash, PartNameEqual>;
+
+// Markup that is read refers to parts by what they are called in the package.
+template <class Find>
+CComPtr<PartResources> ResourcesAsStored(const Find& find) {
+    const auto of = [&]<class Interface>() {
+        return [find](const std::string& name) {
+            return CComPtr<Interface>(CComQIPtr<Interface>(find(name).p).p);
+        };
+    };
+    CComPtr<PartResources> resources;
+    resources.Attach(new PartResources(of.template operator()<IXpsOMFontResource>(),
+                                       of.template operator()<IXpsOMImageResource>(),
+                                       of.template operator()<IXpsOMColorProfileResource>(),
+                                       of.template operator()<IXpsOMRemoteDictionaryResource>()));
+    return resources;
+}
+
 } // namespace
 
 SourcePackage::SourcePackage(std::shared_ptr<const PackageReader> reader) : m_reader(std::move(reader)) {}
@@ -139,11 +157,14 @@ StoredResource SourcePackage::Describe(const PackagePart& part) const {
 CComPtr<IXpsOMRemoteDictionaryResource> SourcePackage::Dictionary(const PackagePart& part) {
     // What it holds must not hold this package, which holds it: only its own relationships count. A
     // dictionary that refers to dictionaries is none.
-    CComPtr<PartResources> resources;
-    resources.Attach(new PartResources);
-    for (const PackagePart* used : AllRelated(part.name, Relation::RequiredResource))
-        if (KindOf(used->contentType, used->name) != PartKind::ResourceDictionary)
-            if (const auto resource = PageResource(*used); resource) resources->Fill(resource);
+    const auto used = std::make_shared<PartsByName>();
+    for (const PackagePart* each : AllRelated(part.name, Relation::RequiredResource))
+        if (KindOf(each->contentType, each->name) != PartKind::ResourceDictionary)
+            if (const auto resource = PageResource(*each); resource) used->emplace(each->name, resource);
+    const auto resources = ResourcesAsStored([used](const std::string& name) {
+        const auto found = used->find(name);
+        return found == used->end() ? CComPtr<IXpsOMResource>() : found->second;
+    });
     CComPtr<IXpsOMRemoteDictionaryResource> dictionary;
     MakeStoredDictionary(Describe(part), resources, &dictionary);
     return dictionary;
@@ -173,20 +194,11 @@ IXpsOMResource* SourcePackage::KnownResource(const PackagePart& part) const {
     return known == m_resources.end() ? nullptr : known->second.p;
 }
 
-template <class Interface>
-std::function<CComPtr<Interface>(const std::string&)> SourcePackage::Elsewhere() {
-    return [self = shared_from_this()](const std::string& name) {
-        const PackagePart* part = self->m_reader->Find(name);
-        return CComPtr<Interface>(
-            CComQIPtr<Interface>(part == nullptr ? nullptr : self->PageResource(*part).p).p);
-    };
-}
-
 CComPtr<IXpsOMPartResources> SourcePackage::ResourcesOf(const std::string& page) {
-    CComPtr<PartResources> resources;
-    resources.Attach(new PartResources(Elsewhere<IXpsOMFontResource>(), Elsewhere<IXpsOMImageResource>(),
-                                       Elsewhere<IXpsOMColorProfileResource>(),
-                                       Elsewhere<IXpsOMRemoteDictionaryResource>()));
+    const auto resources = ResourcesAsStored([self = shared_from_this()](const std::string& name) {
+        const PackagePart* part = self->m_reader->Find(name);
+        return part == nullptr ? CComPtr<IXpsOMResource>() : self->PageResource(*part);
+    });
     for (const PackagePart* part : AllRelated(page, Relation::RequiredResource))
         if (const auto resource = PageResource(*part); resource) resources->Fill(resource);
     return resources.p;

@@ -77,8 +77,6 @@ private:
     void NoteRestrictedFonts(const std::string& document);
     StoredResource Describe(const PackagePart& part) const;
     CComPtr<IXpsOMRemoteDictionaryResource> Dictionary(const PackagePart& part);
-    template <class Interface>
-    std::function<CComPtr<Interface>(const std::string&)> Elsewhere();
     ReferenceList References(ReferenceList::Of kind, const PackagePart& part) const;
 
     std::shared_ptr<const PackageReader> m_reader;

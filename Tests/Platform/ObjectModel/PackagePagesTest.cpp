@@ -264,6 +264,73 @@ TEST_F(PackagePages, MoveWithTheirDocumentAndWhatHangsOnIt) {
     }
 }
 
+// Whoever uses a resource that gets another name says so, whether anybody has looked at it or not.
+TEST_F(PackagePages, FollowTheResourcesThatAreRenamed) {
+    const std::string base = SampleJob().Base();
+    ZipItems items = SampleJob().Items();
+    const std::string glyphs = "<Glyphs FontUri=\"" + std::string(SampleJob::fontName) +
+                               "\" FontRenderingEmSize=\"9\" OriginX=\"0\" OriginY=\"0\" Fill=\"#000000\" "
+                               "UnicodeString=\"a\"/>";
+    for (const int page : {1, 2})
+        items[SampleJob::PageName(1, page).substr(1)] =
+            "<FixedPage xmlns=\"" + base +
+            "\" Width=\"9\" Height=\"9\"><FixedPage.Resources><ResourceDictionary "
+            "Source=\"/Resources/Brushes.dict\"/></FixedPage.Resources>" +
+            glyphs + "</FixedPage>";
+    items["Resources/Brushes.dict"] =
+        "<ResourceDictionary xmlns=\"" + base + "\" xmlns:x=\"" + base +
+        "/resourcedictionary-key\"><ImageBrush x:Key=\"b\" ImageSource=\"Pattern.jpg\" Viewbox=\"0,0,1,1\" "
+        "Viewport=\"0,0,1,1\" ViewboxUnits=\"Absolute\" ViewportUnits=\"Absolute\"/></ResourceDictionary>";
+    WriteZip(folder / "in.xps", items);
+    const PackageContents read = Contents("in.xps");
+    const OpenPackage open(factory, folder / "in.xps");
+    CComPtr<IXpsOMPage> page;
+    EXPECT_EQ(open.At(0)->GetPage(&page), S_OK); // the second one stays in the package
+    page.Release();
+    CComPtr<IXpsOMPartResources> resources;
+    ASSERT_EQ(open.At(1)->CollectPartResources(&resources), S_OK);
+    CComPtr<IXpsOMFontResourceCollection> fonts;
+    CComPtr<IXpsOMFontResource> font;
+    ASSERT_EQ(resources->GetFontResources(&fonts), S_OK);
+    ASSERT_EQ(fonts->GetAt(0, &font), S_OK);
+    CComPtr<IXpsOMRemoteDictionaryResourceCollection> dictionaries;
+    CComPtr<IXpsOMRemoteDictionaryResource> dictionary;
+    ASSERT_EQ(resources->GetRemoteDictionaryResources(&dictionaries), S_OK);
+    ASSERT_EQ(dictionaries->GetAt(0, &dictionary), S_OK);
+
+    const std::string fontNow = "/Fonts/FFFFFFFF-FFFF-FFFF-FFFF-FFFFFFFFFFFF.odttf";
+    ASSERT_EQ(font->SetPartName(Uri(newFont)), S_OK);
+    ASSERT_EQ(dictionary->SetPartName(Uri(L"/Other/Folder/b.dict")), S_OK);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    const PackageContents written = Contents("out.xps");
+    EXPECT_EQ(written.parts.size(), read.parts.size()) << "none under its old name";
+    EXPECT_THAT(written.parts.at(fontNow),
+                EndsWith(std::string(32, '\xFF') + SampleJob::FontBytes().substr(32)));
+    EXPECT_TRUE(written.Relates(SampleJob::DocumentName(1), "/restricted-font", fontNow));
+    EXPECT_THAT(written.parts.at("/Other/Folder/b.dict"),
+                HasSubstr("ImageSource=\"../../Resources/Pattern.jpg\""));
+    EXPECT_TRUE(written.Relates("/Other/Folder/b.dict", "/required-resource", "/Resources/Pattern.jpg"));
+    for (const int page : {1, 2}) {
+        const std::string part = SampleJob::PageName(1, page);
+        EXPECT_TRUE(written.Relates(part, "/required-resource", fontNow));
+        EXPECT_THAT(written.parts.at(part), AllOf(HasSubstr("\"../../../Fonts/FFFFFFFF-"),
+                                                  HasSubstr("Source=\"../../../Other/Folder/b.dict\"")));
+    }
+    const OpenPackage again(factory, folder / "out.xps");
+    ASSERT_EQ(again.At(1)->GetPage(&page), S_OK);
+    CComPtr<IXpsOMDictionary> content;
+    EXPECT_EQ(page->GetDictionary(&content), S_OK);
+
+    // A name that is taken.
+    CComPtr<IXpsOMImageResourceCollection> images;
+    CComPtr<IXpsOMImageResource> picture;
+    ASSERT_EQ(resources->GetImageResources(&images), S_OK);
+    ASSERT_EQ(images->GetAt(0, &picture), S_OK);
+    ASSERT_EQ(picture->SetPartName(Uri(L"/Resources/Pattern.jpg")), S_OK);
+    EXPECT_EQ(Write(open.package, "out.xps"), XPS_E_MULTIPLE_RESOURCES);
+    EXPECT_EQ(Contents("out.xps"), written);
+}
+
 TEST_F(PackagePages, StandBesideCorePropertiesThatAreKeptOrSet) {
     const std::string core = "http://schemas.openxmlformats.org/package/2006/metadata/core-properties";
     ZipItems items = SampleJob().Items();
