@@ -21,6 +21,7 @@ constexpr wchar_t entryElement[] = L"Definition";
 constexpr wchar_t definitionElement[] = L"annotation-col-api";
 constexpr wchar_t nameAttribute[] = L"name";
 constexpr wchar_t versionAttribute[] = L"version";
+constexpr wchar_t spaceAttribute[] = L"xml:space";
 constexpr wchar_t ownVersion[] = L"1.0";
 constexpr std::wstring_view majorVersion = L"1.";
 
@@ -108,6 +109,12 @@ XmlDomNode::Pointer NextElement(XmlDomNode::Pointer node) {
     return node;
 }
 
+/// Whether blanks in an element are kept: what it says itself, or else what its surroundings say.
+bool KeepsBlanks(const XmlDomNode& element, bool inSurroundings) {
+    CXString own;
+    return element.GetAttribute(spaceAttribute, own) ? own == L"preserve" : inSurroundings;
+}
+
 /// Says whether the store is of a later version than this reader, and so may hold what is unknown here.
 bool IsLater(const XmlDomNode& root) {
     CXString version;
@@ -136,6 +143,7 @@ void AnnotationStore::Read(const CPString& xml) {
     const XmlDomNode::Pointer root = Parse(L"annotation store", xml);
     if (!(root->GetNodeName() == rootElement)) Refuse("'%s' is no annotation store", root->GetNodeName());
     const bool isLater = IsLater(*root);
+    const bool keepsBlanks = KeepsBlanks(*root, false);
     for (auto entry = NextElement(root->GetFirstChild()); entry;
          entry = NextElement(entry->GetNextSibling())) {
         if (!(entry->GetNodeName() == entryElement)) {
@@ -150,6 +158,9 @@ void AnnotationStore::Read(const CPString& xml) {
             Refuse("The annotation definition '%s' does not begin with '%s'", name, definitionElement);
         if (!isLater && NextElement(definition->GetNextSibling()))
             Refuse("The annotation definition '%s' has more than one element", name);
+        // It goes on without its surroundings.
+        if (KeepsBlanks(*definition, KeepsBlanks(*entry, keepsBlanks)))
+            definition->SetAttribute(spaceAttribute, L"preserve");
         if (m_definitions.size() == maxDefinitions)
             Refuse("An annotation store of more than %u definitions", maxDefinitions);
         if (!m_definitions.emplace(name, TextOf(*definition)).second)

@@ -73,11 +73,17 @@ TEST(AnnotationList, OfAFaxIsForTheFirstPageOnly) {
     EXPECT_EQ(ShowAll(cover).size(), 1U) << "a fax has no mark of the job";
     EXPECT_TRUE(cover.GetFirstPageOnly());
 
-    fax = JobWith({element});
-    fax.AddAttributeBytes(isFax);
-    OpenAnnotations job;
-    EXPECT_EQ(job.Read(fax), S_OK);
-    EXPECT_FALSE(job.GetFirstPageOnly()) << "what the attributes say of the pages of a fax holds";
+    // What the attributes say of the pages of a fax holds; and a fax that is not to be is none.
+    for (const bool isSpecified : {true, false}) {
+        fax = JobWith({element});
+        fax.AddAttributeBytes(
+            AttributeBytes(AttributeBytesFeatureId(FEAT_FAX_OUT_COL),
+                           AttributeValue::FromCollection(AttributeBytesIndexedList(), isSpecified)));
+        OpenAnnotations job;
+        EXPECT_EQ(job.Read(fax, VAL_PRINT_ID_ON_ALL_PAGES), S_OK);
+        EXPECT_EQ(ShowAll(job).size(), isSpecified ? 1U : 2U);
+        EXPECT_FALSE(job.GetFirstPageOnly());
+    }
 }
 
 TEST(AnnotationList, EndsWithTheMarkOfTheJobIfThatIsAskedFor) {
@@ -109,28 +115,35 @@ TEST(AnnotationList, KeepsASelectionOverItsOwnWalks) {
     for (const int index : {-1, 3, INT_MIN})
         EXPECT_FALSE(annotations.SelectAnnotationElement(index));
     annotations.SaveAnnotationElementSelection();
-    annotations.SelectAnnotationElement(2);
+    annotations.SelectAnnotationElement(0);
     CXString none;
     annotations.GetCumulativeListOfUniqueCharactersRequiredFromThisFont(L"Segoe UI");
     annotations.InitializeAllTimeStampAnnotationElementsBasedOnJobStartTime(nullptr, 1, true, none, none);
-    EXPECT_EQ(annotations.GetText(), L"c");
+    EXPECT_EQ(annotations.GetText(), L"a");
     annotations.RestoreAnnotationElementSelection();
     EXPECT_EQ(annotations.GetText(), L"b");
     EXPECT_EQ(annotations.AddNewAnnotationElement(), 4);
     EXPECT_EQ(annotations.GetText(), L"");
+    annotations.Read(JobWith({TextElement(L"d"), TextElement(L"e")}));
+    annotations.RestoreAnnotationElementSelection();
+    EXPECT_EQ(annotations.GetText(), L"e") << "what was saved of another list is gone";
 }
 
 TEST(AnnotationList, NamesPartsByFaceFolderAndFile) {
     OpenAnnotations annotations;
     annotations.Read(JobWith({TextElement(L"a"), TextElement(L"b")}));
     const CXString second = annotations.GetFontURI();
-    annotations.SelectAnnotationElement(0);
+    EXPECT_EQ(second, L"/Resources/Fonts/" + annotations.GetSelected()->resourceName + L".odttf");
     EXPECT_EQ(second.GetLength(), 17 + 36 + 6);
+    annotations.SelectAnnotationElement(0);
     EXPECT_FALSE(annotations.GetFontURI() == second);
+    annotations.GetSelected()->sizeInPoints = 20;
+    EXPECT_EQ(annotations.GetFontRenderingEmSizeAsString(), L"26") << "cut";
 
     const std::string font = Utf8(annotations.GenerateFontResourceUriWitExtension(L"Arial"));
     EXPECT_TRUE(font.starts_with("/Resources/Annotations/Fonts/00001234-0000-0000-0000-0000")) << font;
     EXPECT_EQ(font.size(), 29U + 36 + 6);
+    EXPECT_NE(font, Utf8(annotations.GenerateFontResourceUriWitExtension(L"Arial Black")));
     annotations.SetFaxAnnotationSettings(true);
     const auto picture = [&](const wchar_t* file) {
         return Utf8(annotations.GenerateImageResourceUriWithoutExtension(file));

@@ -36,7 +36,7 @@ TEST(CoverSheet, SaysWhoSendsWhatToWhom) {
               {303, recipients},
               {297, Text(L"n\r\n\r\nm")}}),
          "0From|1a|2b|3c|4d|5e|7To|8x|10y|11Notes|12n|14m|"},
-        {Fax({{292, Text(L"")}, {295, Text(L"e\nf")}, {290, Text(L"x")}, {297, Text(L"")}}),
+        {Fax({{292, Text(L"")}, {295, Text(L"e\r\nf")}, {290, Text(L"x")}, {297, Text(L"")}}),
          "0From|1e|2f|4Notes|"},
         {Fax({{277, Option(8361)}, {290, Text(L"x")}, {303, recipients}, {297, Text(L"n")}}), "0Notes|1n|"},
         {Fax({{277, Option(5001)}, {290, Text(L"x")}, {297, Text(L"n")}}), "0To|1x|3Notes|4n|"},
@@ -143,6 +143,15 @@ TEST_F(Lines, BreakAtBlanksAndNowhereElseIfTheyCan) {
     EXPECT_TRUE(Fits(cut[1]) && !Fits(cut[1] + L"w"));
 }
 
+TEST_F(Lines, EndWhereNotesEndThemWhateverTheEndsAre) {
+    std::wstring full;
+    for (const wchar_t letter : {L'w', L'.'})
+        while (Fits(full + letter))
+            full += letter;
+    const std::wstring notes = full + L"\r\nx";
+    EXPECT_EQ(LinesOf(Fax({{297, Text(notes.c_str())}})), "0Notes|1" + Utf8(CXString(full.c_str())) + "|2x|");
+}
+
 TEST_F(Lines, NeverCutACharacter) {
     const std::wstring pair = {0xD83D, 0xDE00};
     const std::wstring marked = {L'e', 0x0301, 0x0323};
@@ -154,6 +163,8 @@ TEST_F(Lines, NeverCutACharacter) {
             EXPECT_EQ((line.size() - before) % character.size(), 0U);
             before = 0;
             joined += line;
+            EXPECT_TRUE(joined.size() > 150 * character.size() || !Fits(line + character))
+                << "as many as fit";
         }
         EXPECT_EQ(joined, L"x" + Repeat(150, character));
     }

@@ -85,6 +85,12 @@ TEST(DateSeparators, AreOnePairForJobsThatBeginTogether) {
         job.join();
     const std::string pair = ProcessSeparators::Show();
     EXPECT_TRUE(pair.size() == 3 && pair.front() == pair.back()) << pair;
+    DateAndTimeSeparators slow;
+    slow.SetOnFirstUse([&] {
+        slow.Set({L"of the faster one", L""});
+        return DateAndTimeSeparators::Separators{L"late", L""};
+    });
+    EXPECT_EQ(slow.Get().date, L"of the faster one");
 }
 
 // ---- Texts
@@ -112,6 +118,16 @@ TEST(TimeStamps, SayWhatTheirFieldsAskFor) {
         annotations.SetJobSubmitTimeInLocalTime({2026, 1, 1, 5, 9, 7, 3, 0}); // a Monday
         EXPECT_EQ(annotations.ApplyTimstampAnnotationText(), S_OK);
         EXPECT_EQ(Utf8(annotations.GetText()), expected);
+    }
+    for (const char* const place : {"Europe/Berlin", "Australia/Sydney"}) { // where seasons are opposite
+        const EnvironmentVariable there("TZ", place);
+        TIME_ZONE_INFORMATION names{};
+        const bool isSummer = GetTimeZoneInformation(&names) == TIME_ZONE_ID_DAYLIGHT;
+        OpenAnnotations annotations;
+        annotations.Read(JobWith({Stamp(10837, 0, 10849)}));
+        annotations.SetJobSubmitTimeInLocalTime({2026, 1, 1, 5, 9, 7, 3, 0});
+        EXPECT_EQ(annotations.GenerateTimstampAnnotationText(),
+                  L"9h07h03 " + CXString(isSummer ? names.DaylightName : names.StandardName));
     }
 }
 
@@ -262,7 +278,7 @@ TEST(ClientTexts, ArePassedOverWhereTheyAreDamagedOrNobodys) {
                                                   {L"2:YQA=", "old"},
                                                   {L"-1:YQA=", "old"},
                                                   {L":YQA=", "old"},
-                                                  {L"4294967297:YQA=", "old"},
+                                                  {L"18446744073709551617:YQA=", "old"},
                                                   {L"1:Y", "old"},
                                                   {L"1:YQ==", "old"},
                                                   {L"1:YQA=:YQA=", "old"},

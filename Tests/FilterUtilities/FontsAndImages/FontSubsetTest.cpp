@@ -90,8 +90,10 @@ TEST(FontSubset, EveryCallThatFailsLeavesNothingHalf) {
     });
     Sweep("CanFontDisplayString",
           [&](GdiDeviceContext& gdi) { return gdi.CanFontDisplayString(text, L"Made Up") ? "yes" : ""; });
-    // This one keeps the face that was preferred.
     CXString tamil(L"\u0BB9");
+    Sweep("CanFontDisplayString of what the face lacks",
+          [&](GdiDeviceContext& gdi) { return gdi.CanFontDisplayString(tamil, L"Made Up") ? "yes" : "no"; });
+    // This one keeps the face that was preferred.
     CXString preferred(L"Made Up");
     Sweep("FindBestFontForDisplayingString", [&](GdiDeviceContext& gdi) {
         const CXString face = gdi.FindBestFontForDisplayingString(tamil, preferred);

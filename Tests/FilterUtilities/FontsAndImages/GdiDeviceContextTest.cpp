@@ -52,13 +52,13 @@ TEST(GdiDeviceContext, TheWrapperIsTakenOffPlainData) {
     for (const auto& [data, taken] : Rows<std::string, std::string>{
              {whole, font},
              {Container(scrambledFont, 0x10000001), font},
-             {Container(font, 5), ""},    // compressed
-             {Container(font, 1, 1), ""}, // longer than it is
-             {whole + '\0', ""},          // shorter than it is
-             {whole.substr(0, 90), ""},   // cut off
-             {Container("", 1), ""},      // no font
-             {Container("x", 1), "x"},    // the shortest
-             {Container("x", 1).erase(20, 1), ""},
+             {Container(font, 5), ""},                  // compressed
+             {Container(font, 1, 1), ""},               // longer than it is
+             {whole + '\0', ""},                        // shorter than it is
+             {whole.substr(0, 90), ""},                 // cut off
+             {Container("", 1), ""},                    // no font
+             {Container("x", 1, -1).erase(20, 1), "x"}, // the shortest
+             {Container("x", 1, -2).erase(20, 2), ""},
              {std::string(90, '\0'), ""},
              {"", ""},
          }) {

@@ -52,7 +52,7 @@ std::string FirstPixels(std::string png, UINT bytesWanted) {
 TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
     const TemporaryFolder folder;
     const Rows<const char*, std::string, GUID> cases{
-        {"BMP", Bmp(3, 2), GUID_ContainerFormatBmp},
+        {"BMP", Bmp(3, 2, 11811), GUID_ContainerFormatBmp},
         {"GIF", Gif(3, 2, GifImage(3, 2, 0)), GUID_ContainerFormatGif},
         {"animation", Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1) + GifImage(3, 2, 1)),
          GUID_ContainerFormatGif},
@@ -72,6 +72,8 @@ TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
         const std::string png = Converted(helper);
         EXPECT_EQ("\x89PNG", png.substr(0, 4)) << what;
         EXPECT_EQ(Big(3, 4) + Big(2, 4), png.substr(16, 8)) << what;
+        const std::string resolution = "pHYs" + Big(11811, 4) + Big(11811, 4);
+        EXPECT_EQ(png.find(resolution) != std::string::npos, format == GUID_ContainerFormatBmp) << what;
     }
     std::string animation = Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1));
     WICHelper helper(animation.data(), static_cast<ULONG>(animation.size()));
@@ -97,6 +99,9 @@ TEST(WICHelperTest, KeepsTheFailureOfWhatIsNoPicture) {
     std::string picture = Bmp(3, 2);
     EXPECT_FALSE(helper.InitializeData(picture.data(), static_cast<ULONG>(picture.size())));
     EXPECT_TRUE(helper.IsInitialized()) << "another source";
+    EXPECT_FALSE(helper.InitializeData(text.data(), static_cast<ULONG>(text.size())));
+    EXPECT_FALSE(helper.IsInitialized()) << "not by the one before";
+    helper.InitializeData(picture.data(), static_cast<ULONG>(picture.size()));
 
     IStream* stream = nullptr;
     EXPECT_TRUE(helper.GetTargetStream(&stream));

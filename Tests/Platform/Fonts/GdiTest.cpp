@@ -4,6 +4,7 @@
 #include "Support/TestFonts.h"
 
 #include <gtest/gtest.h>
+#include <usp10.h>
 
 #include <array>
 #include <filesystem>
@@ -94,6 +95,7 @@ TEST(Gdi, OfAFamilyTheNearestFaceIsTaken) {
     };
     EXPECT_EQ(400, weight(SelectedFont(L"DejaVu Sans", -20)));
     EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans", -20, DEFAULT_CHARSET, FW_BOLD)));
+    EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans Bold", -20))) << "its full name";
     EXPECT_EQ(L"Droid Sans Fallback", SelectedFont(L"None Such", -20, SHIFTJIS_CHARSET).Face());
 }
 
@@ -164,6 +166,21 @@ TEST(Gdi, TextIsShaped) {
     EXPECT_EQ(font.Width(L"abc") + font.Width(L"\u0644\u0627"), font.Width(L"abc\u0644\u0627"));
     EXPECT_EQ(font.Width(L"e\u0301"), font.Width(L"e")) << "a mark has no width of its own";
     EXPECT_GT(font.Width(L"a\xD800z"), font.Width(L"az")) << "a lone surrogate is drawn as something";
+}
+
+TEST(Gdi, ShapingSaysWhenThereIsNoRoomForTheGlyphs) {
+    const SelectedFont font(L"Test");
+    SCRIPT_CACHE cache = nullptr;
+    SCRIPT_ANALYSIS analysis = {};
+    std::array<WORD, 2> glyphs, clusters;
+    std::array<SCRIPT_VISATTR, 2> attributes;
+    for (const auto& [room, result] : Rows<int, HRESULT>{{1, E_OUTOFMEMORY}, {2, S_OK}}) {
+        int count = 0;
+        EXPECT_EQ(result, ScriptShape(font.context, &cache, L"AB", 2, room, &analysis, glyphs.data(),
+                                      clusters.data(), attributes.data(), &count));
+        EXPECT_EQ(result == S_OK ? 2 : 0, count);
+    }
+    ScriptFreeCache(&cache);
 }
 
 TEST(Gdi, FontDataComesFromTheFile) {

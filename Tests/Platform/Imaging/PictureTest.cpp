@@ -50,13 +50,22 @@ std::string PixelsOf(IWICBitmapSource* source, const WICRect& part, UINT pixelBy
     return pixels;
 }
 
+std::string WithSize(std::string bytes, std::size_t place, const std::string& size) {
+    return bytes.replace(place, size.size(), size);
+}
+
 TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
-    const std::string exif = Segment(0xe1, std::string("Exif\0\0", 6) + TiffResolution(600, 2, 2));
+    const auto exif = [](std::uint32_t divisor) {
+        return JfifDensity(0, 1) +
+               Segment(0xe1, std::string("Exif\0\0", 6) + TiffResolution(600, divisor, 2));
+    };
     const std::string grey = "\x80\x80\x80", red("\xff\0\0", 3);
     const std::string alpha = Colour(1, 1) + "\x80";
     const Rows<const char*, std::string, GUID, double, std::string> cases{
         {"BMP", Bmp(3, 2, 11811), GUID_ContainerFormatBmp, 300, Colour(1, 1)},
         {"BMP without a resolution", Bmp(3, 2), GUID_ContainerFormatBmp, 96, Colour(1, 1)},
+        {"BMP whose first row is the uppermost", WithSize(Bmp(3, 2), 22, Little(0U - 2, 4)),
+         GUID_ContainerFormatBmp, 96, Colour(1, 0)},
         {"GIF", Gif(3, 2, GifImage(3, 2, 0)), GUID_ContainerFormatGif, 96, red + "\xff"},
         {"animation", Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1)), GUID_ContainerFormatGif, 96,
          red + "\xff"},
@@ -68,7 +77,8 @@ TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
         {"JPEG", Jpeg(3, 2, 3, JfifDensity(1, 200)), GUID_ContainerFormatJpeg, 200, grey},
         {"JPEG by the centimetre", Jpeg(3, 2, 3, JfifDensity(2, 100)), GUID_ContainerFormatJpeg, 254, grey},
         {"JPEG of a resolution of 0", Jpeg(3, 2, 1, JfifDensity(1, 0)), GUID_ContainerFormatJpeg, 96, grey},
-        {"JPEG of a camera", Jpeg(3, 2, 3, JfifDensity(0, 1) + exif), GUID_ContainerFormatJpeg, 300, grey},
+        {"JPEG of a camera", Jpeg(3, 2, 3, exif(2)), GUID_ContainerFormatJpeg, 300, grey},
+        {"JPEG that divides by nothing", Jpeg(3, 2, 3, exif(0)), GUID_ContainerFormatJpeg, 96, grey},
         {"TIFF", Tiff(3, 2, 118, 3), GUID_ContainerFormatTiff, 299.72, grey + "\xff"},
         {"TIFF without a unit", Tiff(3, 2, 118, 1), GUID_ContainerFormatTiff, 96, grey + "\xff"},
     };
@@ -109,10 +119,6 @@ TEST_F(PictureTest, ShowsInksAsColours) {
     for (std::size_t colour = 0; colour < 3; ++colour)
         EXPECT_NEAR(64, static_cast<unsigned char>(pixel[colour]), 2) << "half of an ink on half of black";
     EXPECT_EQ('\xff', pixel[3]);
-}
-
-std::string WithSize(std::string bytes, std::size_t place, const std::string& size) {
-    return bytes.replace(place, size.size(), size);
 }
 
 std::string Times(int count, const std::string& text) {
@@ -161,6 +167,9 @@ TEST_F(PictureTest, RefusesWhatIsNoPictureAheadOfDecoding) {
         {"JPEG of more scans than anybody writes", WithScans(Jpeg(4096, 4096, 1), 100),
          WINCODEC_ERR_BADHEADER},
         {"JPEG of more comments than anybody writes", Jpeg(8, 8, 1, Times(5000, Segment(0xfe, ""))),
+         WINCODEC_ERR_BADHEADER},
+        {"JPEG of as many behind its pixels",
+         Jpeg(8, 8, 1).insert(Jpeg(8, 8, 1).size() - 2, Times(5000, Segment(0xfe, ""))),
          WINCODEC_ERR_BADHEADER},
         {"GIF cut in the pixels", gif.substr(0, gif.size() - 2), WINCODEC_ERR_BADHEADER},
         {"GIF without a picture", Gif(3, 2, ""), WINCODEC_ERR_BADHEADER},
@@ -231,6 +240,16 @@ TEST_F(PictureTest, ReadsFilesAndStreamsFromTheirBeginning) {
     EXPECT_EQ(WINCODEC_ERR_NOTINITIALIZED, stream->Seek({}, STREAM_SEEK_SET, nullptr));
     ASSERT_EQ(S_OK, stream->InitializeFromIStream(memory));
     EXPECT_EQ(WINCODEC_ERR_WRONGSTATE, stream->InitializeFromIStream(memory));
+    BYTE some[] = {1, 2};
+    CComPtr<IWICStream> shortStream;
+    ASSERT_EQ(S_OK, m_factory->CreateStream(&shortStream));
+    ASSERT_EQ(S_OK, shortStream->InitializeFromMemory(some, 2));
+    LARGE_INTEGER behind = {};
+    behind.QuadPart = 5;
+    ULONG got = 7;
+    EXPECT_EQ(S_OK, shortStream->Seek(behind, STREAM_SEEK_SET, nullptr));
+    EXPECT_EQ(S_FALSE, shortStream->Read(some, 2, &got)) << "nothing is there";
+    EXPECT_EQ(0U, got);
     EXPECT_EQ(S_OK,
               m_factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnLoad, &decoder));
 }

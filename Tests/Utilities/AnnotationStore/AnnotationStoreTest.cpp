@@ -24,6 +24,13 @@ std::string Definition(const std::string& text) {
     return "<annotation-col-api><text-api>" + text + "</text-api></annotation-col-api>";
 }
 
+std::string Entries(std::size_t count) {
+    std::string entries;
+    for (std::size_t index = 0; index < count; ++index)
+        entries += Entry(std::to_string(index), "");
+    return entries;
+}
+
 class AnnotationStoreTest : public InApartment<> {
 protected:
     void SetUp() override {
@@ -74,13 +81,20 @@ TEST_F(AnnotationStoreTest, ReadsStoresThatOthersWrote) {
     // A later version may have what is unknown here.
     const AnnotationStore later = Read(Store("<Font/>" + Entry("a", "1"), "1.7"));
     EXPECT_EQ(Definition("1"), later.GetAnnotationDefinitionByName(L"a").view());
+    // What keeps blanks in the store keeps them in a definition that goes on by itself.
+    for (const char* const keeping :
+         {"<AnnotationStore version='1.0' xml:space='preserve'><Definition name='a'>",
+          "<AnnotationStore version='1.0'><Definition name='a' xml:space='preserve'>"}) {
+        const AnnotationStore blanks = Read(keeping + std::string("\n") + Definition(" ") +
+                                            "</Definition><Definition name='b' xml:space='default'>" +
+                                            Definition(" ") + "</Definition></AnnotationStore>");
+        EXPECT_EQ(CXString(L" "), blanks.GetAnnotationDefinitionByNameAsXmlDomNode(L"a")->GetTextValue());
+        EXPECT_EQ(CXString(L""), blanks.GetAnnotationDefinitionByNameAsXmlDomNode(L"b")->GetTextValue());
+    }
     EXPECT_EQ(Read(" \n").GetAnnotationStoreXml().view(), AnnotationStore().GetAnnotationStoreXml().view());
 }
 
 TEST_F(AnnotationStoreTest, RefusesAWholeStoreForOneFault) {
-    std::string many;
-    for (std::size_t index = 0; index <= AnnotationStore::maxDefinitions; ++index)
-        many += Entry(std::to_string(index), "");
     const Rows<const char*, std::string> cases{
         {"no XML", "plain text"},
         {"cut short", Store(Entry("a", "1")).substr(0, 60)},
@@ -98,7 +112,7 @@ TEST_F(AnnotationStoreTest, RefusesAWholeStoreForOneFault) {
         {"two in one",
          Store("<Definition name=\"b\"><annotation-col-api/><annotation-col-api/></Definition>")},
         {"entities", "<!DOCTYPE a [<!ENTITY e \"e\">]>" + Store(Entry("a", "&e;"))},
-        {"too many", Store(many)},
+        {"too many", Store(Entries(AnnotationStore::maxDefinitions + 1))},
         {"too long", Store(Entry("a", std::string(AnnotationStore::maxBytes, ' ')))},
     };
     for (const auto& [what, xml] : cases) {
@@ -131,6 +145,10 @@ TEST_F(AnnotationStoreTest, RefusesADefinitionAndStaysAsItWas) {
             << name;
         EXPECT_EQ(before, store.GetAnnotationStoreXml().view());
     }
+    AnnotationStore full = Read(Store(Entries(AnnotationStore::maxDefinitions)));
+    full.AddOrReplaceAnnotationDefinition(L"0", good.c_str());
+    EXPECT_THROW(full.AddOrReplaceAnnotationDefinition(L"a", good.c_str()), CPExceptionInvalidArgument);
+    EXPECT_TRUE(full.GetAnnotationDefinitionByName(L"a").isEmpty());
 }
 
 } // namespace
