@@ -31,6 +31,14 @@ SolidColorBrushObject::SolidColorBrushObject(std::shared_ptr<const PageSource> s
     : BrushObject(ElementKind::SolidColorBrush, std::move(source), noElement) {
     if (!ParseColor(text)) throw MarkupFailure(XPS_E_INVALID_MARKUP);
     SetAttribute(colorName, text);
+    // Wherever the brush goes, its profile goes along.
+    if (IXpsOMResource* const profile = Referred(colorName, ReferenceKind::Context); profile != nullptr) {
+        const ReferenceSpan span = ReferencesIn(ReferenceKind::Context, text).front();
+        ReferringValue value;
+        value.pieces.push_back({text.substr(0, span.begin), profile});
+        value.pieces.push_back({text.substr(span.begin + span.length), {}});
+        SetAttribute(colorName, std::move(value));
+    }
     Settle();
 }
 
@@ -67,7 +75,7 @@ HRESULT SolidColorBrushObject::GetColor(XPS_COLOR* color, IXpsOMColorProfileReso
         IXpsOMResource* const used = Referred(colorName, ReferenceKind::Context);
         std::string text = Attribute(colorName).value_or("");
         constexpr std::string_view nameless = "ContextColor  ";
-        if (text.starts_with(nameless)) text.insert(nameless.size() - 1, "/");
+        if (used != nullptr && text.starts_with(nameless)) text.insert(nameless.size() - 1, "/");
         const std::optional<XPS_COLOR> read = ParseColor(text);
         if (!read) throw MarkupFailure(XPS_E_INVALID_MARKUP);
         *color = *read;

@@ -35,6 +35,9 @@ constexpr std::array kinds = {
     NamedKind{"RadialGradientBrush", ElementKind::RadialGradientBrush},
 };
 
+constexpr std::array<std::string_view, 5> compatibilityRules = {
+    "Ignorable", "ProcessContent", "PreserveElements", "PreserveAttributes", "MustUnderstand"};
+
 // Whether it is the base, or one of those that are named below it.
 bool IsOfBase(std::string_view uri, std::string_view base) noexcept {
     return uri.starts_with(base) && (uri.size() == base.size() || uri[base.size()] == '/');
@@ -53,6 +56,11 @@ std::string_view ElementName(ElementKind kind) noexcept {
     const auto* const found =
         std::find_if(kinds.begin(), kinds.end(), [&](const NamedKind& named) { return named.kind == kind; });
     return found == kinds.end() ? std::string_view() : found->name;
+}
+
+std::string_view CompatibilityRule(std::string_view localName) noexcept {
+    const auto* const found = std::find(compatibilityRules.begin(), compatibilityRules.end(), localName);
+    return found == compatibilityRules.end() ? std::string_view() : *found;
 }
 
 std::string_view PageNamespace(XPS_DOCUMENT_TYPE type) noexcept {

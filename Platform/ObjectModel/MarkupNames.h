@@ -52,4 +52,8 @@ std::string NamespaceIn(XPS_DOCUMENT_TYPE type, std::string_view uri);
 inline constexpr std::string_view compatibilityNamespace =
     "http://schemas.openxmlformats.org/markup-compatibility/2006";
 
+/// The attribute of markup compatibility that has a local name, whose value holds for all that stands in its
+/// element; empty for none.
+std::string_view CompatibilityRule(std::string_view localName) noexcept;
+
 } // namespace OvPlatform

@@ -68,16 +68,27 @@ void MarkupWriter::Copy(const PageSource& source, std::size_t begin, std::size_t
 }
 
 void MarkupWriter::CopyElement(const PageSource& source, std::uint32_t element) {
-    const std::string_view tag = source.StartTag(element);
-    OpenTag(source, element);
-    Copy(source, source.At(element).begin + 1 + RawAttributes(tag).ElementName().size(),
-         source.At(element).end);
+    const std::size_t begin = source.At(element).begin;
+    RawAttributes attributes(source.StartTag(element));
+    std::size_t at = begin + 1 + attributes.ElementName().size();
+    if (OpenTag(source, element))
+        for (RawAttributes::Item item; attributes.Next(item); at = begin + item.end)
+            if (!IsRule(source, element, item.name)) Copy(source, at, begin + item.end);
+    Copy(source, at, source.At(element).end);
 }
 
-void MarkupWriter::OpenTag(const PageSource& source, std::uint32_t element) {
+bool MarkupWriter::OpenTag(const PageSource& source, std::uint32_t element) {
     Write("<" + std::string(RawAttributes(source.StartTag(element)).ElementName()));
-    DeclareFor(source, element);
+    const bool hasRules = DeclareFor(source, element);
     m_hasRoot = true;
+    return hasRules;
+}
+
+bool MarkupWriter::IsRule(const PageSource& source, std::uint32_t element, std::string_view attribute) {
+    const std::string_view prefix = PrefixOf(attribute);
+    if (prefix.empty() || CompatibilityRule(LocalPartOf(attribute)).empty()) return false;
+    const std::string* const uri = source.FindNamespace(source.At(element).scope, prefix);
+    return uri != nullptr && *uri == compatibilityNamespace;
 }
 
 MarkupWriter::Inside::Inside(MarkupWriter& writer, const PageSource& source, std::uint32_t element)
@@ -119,16 +130,57 @@ std::optional<std::string> MarkupWriter::NamespaceHere(std::string_view prefix) 
     return uri == nullptr ? std::nullopt : std::optional(NamespaceIn(m_type, *uri));
 }
 
-void MarkupWriter::DeclareFor(const PageSource& source, std::uint32_t element) {
+bool MarkupWriter::DeclareFor(const PageSource& source, std::uint32_t element) {
     std::vector<std::string> declared;
     RawAttributes attributes(source.StartTag(element));
     for (RawAttributes::Item item; attributes.Next(item);)
         if (item.name == "xmlns" || PrefixOf(item.name) == "xmlns") declared.emplace_back(item.name);
-    DeclareScope(source, source.At(element).scope, std::move(declared));
+    const std::uint32_t scope = source.At(element).scope;
+    const std::uint32_t around = source.ScopeAround(element);
+    const std::uint32_t known = DeclareScope(source, scope, std::move(declared));
+    // What is said around it holds for it wherever it comes to stand, unless it is said there too.
+    const RuleWords outer = source.Rules(around, known);
+    if (outer.empty()) return false;
+    RuleWords rules = source.Rules(scope, around);
+    const std::size_t own = rules.size();
+    const RuleWords here = m_source == nullptr ? RuleWords() : m_source->Rules(m_scope, 0);
+    const auto isIn = [](const RuleWords& words, const PageSource::RuleWord& word) {
+        return std::find(words.begin(), words.end(), word) != words.end();
+    };
+    for (const PageSource::RuleWord& word : outer)
+        if (!isIn(rules, word) && !isIn(here, word)) rules.push_back(word);
+    if (rules.size() == own) return false;
+    WriteRules(source, scope, rules);
+    return true;
 }
 
-void MarkupWriter::DeclareScope(const PageSource& source, std::uint32_t scope,
-                                std::vector<std::string> declared) {
+void MarkupWriter::WriteRules(const PageSource& source, std::uint32_t scope, const RuleWords& words) {
+    std::vector<std::pair<std::string, std::string>> added; // prefixes of namespaces that have none there
+    const auto prefixOf = [&](std::string_view uri) {
+        if (const std::optional<std::string> prefix = source.FindPrefix(scope, uri); prefix) return *prefix;
+        for (const auto& [prefix, known] : added)
+            if (known == uri) return prefix;
+        std::string prefix;
+        for (int number = 1; prefix.empty() || source.FindNamespace(scope, prefix) != nullptr; ++number)
+            prefix = "n" + std::to_string(added.size()) + "_" + std::to_string(number);
+        WriteAttribute("xmlns:" + prefix, NamespaceIn(m_type, uri));
+        return added.emplace_back(prefix, uri).first;
+    };
+    std::vector<std::pair<std::string_view, std::string>> values;
+    for (const PageSource::RuleWord& word : words) {
+        auto value = std::find_if(values.begin(), values.end(),
+                                  [&](const auto& one) { return one.first == word.rule; });
+        if (value == values.end()) value = values.insert(value, {word.rule, {}});
+        if (!value->second.empty()) value->second += ' ';
+        value->second += prefixOf(word.uri);
+        if (!word.name.empty()) value->second.append(":").append(word.name);
+    }
+    for (const auto& [rule, value] : values)
+        WriteAttribute(prefixOf(compatibilityNamespace) + ":" + std::string(rule), value);
+}
+
+std::uint32_t MarkupWriter::DeclareScope(const PageSource& source, std::uint32_t scope,
+                                         std::vector<std::string> declared) {
     const auto declare = [&](const std::string& prefix, const std::string& uri) {
         const std::string name = prefix.empty() ? "xmlns" : "xmlns:" + prefix;
         if (std::find(declared.begin(), declared.end(), name) != declared.end()) return;
@@ -137,16 +189,21 @@ void MarkupWriter::DeclareScope(const PageSource& source, std::uint32_t scope,
     };
     // Of the same source, only what was declared between here and there; otherwise all that holds there.
     std::uint32_t at = scope;
-    for (; at != 0 && !(m_source == &source && at == m_scope); at = source.FindDeclaration(at)->outer)
-        declare(source.FindDeclaration(at)->prefix, NamespaceIn(m_type, source.FindDeclaration(at)->uri));
+    for (; at != 0 && !(m_source == &source && at == m_scope); at = source.FindDeclaration(at)->outer) {
+        const PageSource::Declaration& one = *source.FindDeclaration(at);
+        if (one.rule.empty()) declare(one.prefix, NamespaceIn(m_type, one.uri));
+    }
     if (at == 0 && source.FindNamespace(scope, "") == nullptr) declare("", "");
+    return at;
 }
 
 void MarkupWriter::OpenRootAround(const PageSource& source, std::uint32_t element,
                                   std::string_view localName) {
     const std::string_view prefix = PrefixOf(RawAttributes(source.StartTag(element)).ElementName());
     Write("<" + WithPrefix(prefix, localName));
-    DeclareScope(source, source.At(element).scope, {});
+    const std::uint32_t scope = source.At(element).scope;
+    DeclareScope(source, scope, {});
+    WriteRules(source, scope, source.Rules(scope, 0));
     m_hasRoot = true;
     Write(">");
 }

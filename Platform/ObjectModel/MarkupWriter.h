@@ -48,8 +48,10 @@ public:
     /// The same of a whole element, with the declarations that it needs here.
     void CopyElement(const PageSource& source, std::uint32_t element);
 
-    /// The begin of a source's start tag, "<name" and the declarations that it needs here.
-    void OpenTag(const PageSource& source, std::uint32_t element);
+    /// The begin of a source's start tag, "<name" and the declarations that it needs here. True where these
+    /// say anew what its own attributes of markup compatibility say (IsRule), which are left out then.
+    bool OpenTag(const PageSource& source, std::uint32_t element);
+    static bool IsRule(const PageSource& source, std::uint32_t element, std::string_view attribute);
     /// The start tag of a root for a copy of an element, with all declarations that hold for that.
     void OpenRootAround(const PageSource& source, std::uint32_t element, std::string_view localName);
     /// What holds inside an element, for as long as this lives.
@@ -80,8 +82,12 @@ public:
 private:
     /// Nothing where it is not declared.
     std::optional<std::string> NamespaceHere(std::string_view prefix) const;
-    void DeclareFor(const PageSource& source, std::uint32_t element);
-    void DeclareScope(const PageSource& source, std::uint32_t scope, std::vector<std::string> declared);
+    bool DeclareFor(const PageSource& source, std::uint32_t element);
+    /// Gives the scope up to which all was there already: 0 for none.
+    std::uint32_t DeclareScope(const PageSource& source, std::uint32_t scope,
+                               std::vector<std::string> declared);
+    using RuleWords = std::vector<PageSource::RuleWord>;
+    void WriteRules(const PageSource& source, std::uint32_t scope, const RuleWords& words);
     std::string Renewed(const PageSource& source, const SourceReference& reference);
     void NoteParts(const PageSource& source, const SourceReference& reference);
     std::string Relative(const std::string& name) const;

@@ -174,7 +174,8 @@ private:
     bool HasNewContent() const;
     void WriteNew(MarkupWriter& out);
     void WriteChanged(MarkupWriter& out);
-    void WriteTagOfSource(MarkupWriter& out, bool hasContent);
+    /// hasRules: its attributes of markup compatibility have been written.
+    void WriteTagOfSource(MarkupWriter& out, bool hasContent, bool hasRules);
     void WriteEdits(MarkupWriter& out, const std::vector<std::string>& written);
     void WriteContentOfSource(MarkupWriter& out);
     void WriteChildren(MarkupWriter& out, std::size_t& at);

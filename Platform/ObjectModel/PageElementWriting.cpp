@@ -61,9 +61,9 @@ void PageElement::WriteChanged(MarkupWriter& out) {
     Prepare();
     SettleValues();
     const bool hasContent = !m_source->IsEmptyTag(m_index) || HasNewContent();
-    out.OpenTag(*m_source, m_index);
+    const bool hasRules = out.OpenTag(*m_source, m_index);
     const MarkupWriter::Inside inside(out, *m_source, m_index);
-    WriteTagOfSource(out, hasContent);
+    WriteTagOfSource(out, hasContent, hasRules);
     if (!hasContent) return;
     WriteContentOfSource(out);
     if (m_source->IsEmptyTag(m_index))
@@ -72,7 +72,7 @@ void PageElement::WriteChanged(MarkupWriter& out) {
         out.Copy(*m_source, m_source->ContentEnd(m_index), m_source->At(m_index).end);
 }
 
-void PageElement::WriteTagOfSource(MarkupWriter& out, bool hasContent) {
+void PageElement::WriteTagOfSource(MarkupWriter& out, bool hasContent, bool hasRules) {
     const SourceElement& element = m_source->At(m_index);
     RawAttributes attributes(m_source->StartTag(m_index));
     std::vector<std::string> written;
@@ -83,7 +83,7 @@ void PageElement::WriteTagOfSource(MarkupWriter& out, bool hasContent) {
         const bool isRenewed = std::any_of(m_values.begin(), m_values.end(), [&](const PropertyValue& value) {
             return value.name == item.name && IsRenewed(value);
         });
-        if (isRenewed) continue;
+        if (isRenewed || (hasRules && MarkupWriter::IsRule(*m_source, m_index, item.name))) continue;
         if (edit == m_edits.end()) {
             out.Copy(*m_source, element.begin + at, element.begin + item.end);
         } else if (edit->value) {

@@ -129,10 +129,24 @@ void PageIndexer::CheckRoot(const StartTagEvent& tag) {
 }
 
 std::uint32_t PageIndexer::Declare(std::uint32_t scope, const StartTagEvent& tag) {
+    const auto element = static_cast<std::uint32_t>(m_source.m_elements.size());
     for (int index = 0; index < tag.declarationCount; ++index) {
         const xmlChar* const* declaration = tag.declarations + std::ptrdiff_t{2} * index;
         m_source.m_declarations.push_back(
-            {scope, std::string(View(declaration[0])), std::string(View(declaration[1]))});
+            {scope, element, std::string(View(declaration[0])), std::string(View(declaration[1]))});
+        scope = static_cast<std::uint32_t>(m_source.m_declarations.size() - 1);
+    }
+    for (int index = 0; index < tag.attributeCount; ++index) {
+        const xmlChar* const* attribute = tag.attributes + std::ptrdiff_t{5} * index;
+        if (View(attribute[2]) != compatibilityNamespace) continue;
+        const std::string_view rule = CompatibilityRule(View(attribute[0]));
+        if (rule.empty()) continue;
+        m_source.m_declarations.push_back(
+            {scope,
+             element,
+             {},
+             std::string(View(attribute[3], static_cast<int>(attribute[4] - attribute[3]))),
+             rule});
         scope = static_cast<std::uint32_t>(m_source.m_declarations.size() - 1);
     }
     return scope;

@@ -140,9 +140,43 @@ std::uint32_t PageSource::ContentEnd(std::uint32_t element) const noexcept {
 
 const std::string* PageSource::FindNamespace(std::uint32_t scope, std::string_view prefix) const noexcept {
     for (; scope != 0; scope = m_declarations[scope].outer)
-        if (m_declarations[scope].prefix == prefix)
+        if (m_declarations[scope].rule.empty() && m_declarations[scope].prefix == prefix)
             return m_declarations[scope].uri.empty() ? nullptr : &m_declarations[scope].uri;
     return nullptr;
+}
+
+std::vector<PageSource::RuleWord> PageSource::Rules(std::uint32_t scope, std::uint32_t outer) const {
+    std::vector<RuleWord> rules;
+    for (; scope != outer && scope != 0; scope = m_declarations[scope].outer) {
+        const Declaration& said = m_declarations[scope];
+        if (said.rule.empty()) continue;
+        for (const ReferenceSpan& span : WordsOf(said.uri, 0, said.uri.size())) {
+            const std::string_view word = std::string_view(said.uri).substr(span.begin, span.length);
+            const std::size_t colon = word.find(':');
+            const std::string* const uri = FindNamespace(said.outer, word.substr(0, colon));
+            if (uri == nullptr) continue; // it says nothing
+            RuleWord rule{said.rule, *uri,
+                          colon == std::string_view::npos ? "" : std::string(word.substr(colon + 1))};
+            if (std::find(rules.begin(), rules.end(), rule) == rules.end()) rules.push_back(std::move(rule));
+        }
+    }
+    return rules;
+}
+
+std::uint32_t PageSource::ScopeAround(std::uint32_t element) const noexcept {
+    std::uint32_t scope = At(element).scope;
+    while (scope != 0 && m_declarations[scope].element == element)
+        scope = m_declarations[scope].outer;
+    return scope;
+}
+
+std::optional<std::string> PageSource::FindPrefix(std::uint32_t scope, std::string_view uri) const {
+    for (std::uint32_t at = scope; at != 0; at = m_declarations[at].outer) {
+        const Declaration& declared = m_declarations[at];
+        if (!declared.rule.empty() || declared.prefix.empty() || declared.uri != uri) continue;
+        if (FindNamespace(scope, declared.prefix) == &declared.uri) return declared.prefix;
+    }
+    return std::nullopt;
 }
 
 const SourcePart* PageSource::FindPart(std::string_view reference) const {

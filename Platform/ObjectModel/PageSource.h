@@ -102,15 +102,33 @@ public:
 
     // Declarations. Nothing where a prefix is not declared; the empty prefix is the default.
     struct Declaration {
-        std::uint32_t outer; ///< the scope around it
+        std::uint32_t outer;   ///< the scope around it
+        std::uint32_t element; ///< that has it
         std::string prefix;
         std::string uri;
+        /// Not empty for an attribute of markup compatibility: then `uri` is its value, whose words begin
+        /// with prefixes that hold in `outer`.
+        std::string_view rule = {};
     };
     const std::string* FindNamespace(std::uint32_t scope, std::string_view prefix) const noexcept;
     /// The one that a scope adds to the scope around it; null for the outermost.
     const Declaration* FindDeclaration(std::uint32_t scope) const noexcept {
         return scope == 0 ? nullptr : &m_declarations[scope];
     }
+
+    /// A word of markup compatibility: for a namespace, or for what is called so in it.
+    struct RuleWord {
+        std::string_view rule;
+        std::string uri;
+        std::string name; ///< of an element or attribute, "*" for all; empty for the namespace itself
+        bool operator==(const RuleWord&) const = default;
+    };
+    /// Those that a scope adds to another one that it stands in, 0 for none; each once.
+    std::vector<RuleWord> Rules(std::uint32_t scope, std::uint32_t outer) const;
+    /// The scope that an element stands in.
+    std::uint32_t ScopeAround(std::uint32_t element) const noexcept;
+    /// A prefix that stands for a namespace in a scope.
+    std::optional<std::string> FindPrefix(std::uint32_t scope, std::string_view uri) const;
 
     // References, in the order of the markup.
     const std::vector<SourceReference>& References() const noexcept { return m_references; }

@@ -1,6 +1,7 @@
 // What stands on pages: how it is read, what is written of a change, and who owns it.
 
 #include "PageSupport.h"
+#include "Support/Rows.h"
 
 #include <functional>
 #include <limits>
@@ -385,6 +386,54 @@ TEST(Visuals, TakeTheirDeclarationsAndReferencesAlongToAnotherPage) {
               PageModel::Written(from));
 }
 
+// What a page lets its readers ignore is ignored wherever a part of it goes.
+TEST(Visuals, TakeTheRulesOfMarkupCompatibilityAlong) {
+    const std::string compatibility =
+        "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\"";
+    const std::string page = "<FixedPage xmlns=\"" + xpsNamespace +
+                             "\" xmlns:o=\"urn:o\" xmlns:u=\"urn:u\" " + compatibility +
+                             " mc:Ignorable=\"o u gone\" mc:MustUnderstand='u' Width=\"9\" Height=\"9\">";
+    const std::string o = " xmlns:o=\"urn:o\"";
+    const std::string u = " xmlns:u=\"urn:u\"";
+    const Rows<std::string, std::string> rows{
+        {"<Canvas o:a=\"1\"><o:x/></Canvas>",
+         "<Canvas " + compatibility + u + o +
+             " mc:MustUnderstand=\"u\" mc:Ignorable=\"o u\" o:a=\"1\"><o:x/></Canvas>"},
+        {"<Canvas xmlns:p=\"urn:p\" mc:Ignorable='p' o:a=\"1\" mc:ProcessContent=\"o:y p:*\" b='2'/>",
+         "<Canvas " + compatibility + u + o +
+             " mc:ProcessContent=\"o:y p:*\" mc:Ignorable=\"p o u\" mc:MustUnderstand=\"u\" xmlns:p=\"urn:p\""
+             " o:a=\"1\" b='2'/>"},
+        // Where its prefixes stand for something else.
+        {"<Canvas xmlns:o=\"urn:p\" xmlns:mc=\"urn:mc\" xmlns:q=\"urn:o\" q:a=\"1\"/>",
+         "<Canvas" + u + " xmlns:n0_1=" + compatibility.substr(9) +
+             " n0_1:MustUnderstand=\"u\" n0_1:Ignorable=\"q u\" xmlns:o=\"urn:p\" xmlns:mc=\"urn:mc\" "
+             "xmlns:q=\"urn:o\" q:a=\"1\"/>"},
+    };
+    for (const bool isTouched : {false, true}) {
+        for (const auto& [visual, moved] : rows) {
+            PageModel model;
+            const CComPtr<IXpsOMPage> from = model.Read(page + visual + "</FixedPage>");
+            const auto canvas = PageModel::At<IXpsOMCanvas>(PageModel::Visuals(from), 0);
+            ASSERT_EQ(S_OK, PageModel::Visuals(from)->RemoveAt(0));
+            EXPECT_EQ(page + "</FixedPage>", PageModel::Written(from));
+            if (isTouched) {
+                ASSERT_EQ(S_OK, canvas->SetOpacity(0.5F));
+            }
+            const CComPtr<IXpsOMPage> to = model.Read(PageOf(""));
+            ASSERT_EQ(S_OK, PageModel::Visuals(to)->Append(canvas));
+            std::string text = PageModel::Written(to);
+            EXPECT_TRUE(model.Read(text));
+            if (const std::size_t edit = text.find(" Opacity=\"0.5\""); isTouched) text.erase(edit, 14);
+            EXPECT_EQ(PageOf(moved), text);
+
+            // Back where it came from, all is said already.
+            ASSERT_EQ(S_OK, PageModel::Visuals(to)->RemoveAt(0));
+            ASSERT_EQ(S_OK, PageModel::Visuals(from)->Append(canvas));
+            EXPECT_EQ(PageModel::Written(from).find("MustUnderstand", page.size()), std::string::npos);
+        }
+    }
+}
+
 TEST(Visuals, BelongToOneOwner) {
     PageModel model;
     CComPtr<IXpsOMPage> page = model.Read(PageOf("<Canvas/>"));
@@ -647,6 +696,32 @@ TEST(CopiedValues, LeaveTheirKeyAndWhatStandsAroundThemBehind) {
     EXPECT_EQ(part.find("FixedPage"), std::string::npos) << part;
     EXPECT_NE(part.find("x:Key=\"p\""), std::string::npos) << part;
     model.AddDictionary(L"/Resources/Again.dict", part);
+}
+
+TEST(ColoursOfProfiles, TakeTheirProfileAlong) {
+    PageModel model;
+    const CComPtr<IXpsOMPage> from =
+        model.Read(PageOf("<Path Data=\"M0,0\" Fill=\"ContextColor  ../../../Resources/p.icc 1,0.5\"/>"));
+    const auto path = PageModel::At<IXpsOMPath>(PageModel::Visuals(from), 0);
+    CComPtr<IXpsOMBrush> brush;
+    ASSERT_EQ(S_OK, path->GetFillBrushLocal(&brush));
+    EXPECT_EQ(S_OK, brush->SetOpacity(0.5F)); // which the attribute has no place for
+    ASSERT_EQ(S_OK, path->SetFillBrushLocal(nullptr));
+    const XPS_SIZE size{10, 10};
+    CComPtr<IXpsOMPage> to;
+    ASSERT_EQ(S_OK, model->CreatePage(&size, nullptr, model.Name(L"/top.fpage"), &to));
+    const CComPtr<IXpsOMPath> other = Rectangle(model);
+    EXPECT_EQ(S_OK, other->SetFillBrushLocal(brush));
+    ASSERT_EQ(S_OK, PageModel::Visuals(to)->Append(other));
+    EXPECT_EQ(std::vector<std::string>{"/Resources/p.icc"}, PageModel::UsedBy(to));
+    const std::string text = PageModel::Written(to);
+    EXPECT_NE(text.find("\"ContextColor  Resources/p.icc 1,0.5\""), std::string::npos) << text;
+    const CComQIPtr<IXpsOMSolidColorBrush> solid(brush);
+    XPS_COLOR color{};
+    CComPtr<IXpsOMColorProfileResource> profile;
+    EXPECT_EQ(S_OK, solid->GetColor(&color, &profile));
+    EXPECT_EQ(profile, model.profile);
+    EXPECT_EQ(color.value.context.channels[1], 0.5F);
 }
 
 TEST(SmoothCurves, BeginAnewBehindAnotherFigure) {

@@ -235,7 +235,8 @@ TEST(Pages, KeepWhatTheyReferToWhenPartsAreRenamed) {
     const std::string brush = "<Path><Path.Fill><ImageBrush ImageSource='{ColorConvertedBitmap "
                               "../../../Resources/i.png /Resources/p.icc}'/></Path.Fill></Path>";
     const std::string colored = "<Path Stroke=\"ContextColor /Resources/p.icc 1,0.5\"/>";
-    const CComPtr<IXpsOMPage> page = model.Read(PageOf(glyphsMarkup + brush + colored));
+    const std::string link = "<Canvas FixedPage.NavigateUri=\"../../../Resources/p.icc\"/>"; // of the reader
+    const CComPtr<IXpsOMPage> page = model.Read(PageOf(glyphsMarkup + brush + colored + link));
     EXPECT_EQ((std::vector<std::string>{"/Resources/a.ttf", "/Resources/i.png", "/Resources/p.icc"}),
               PageModel::UsedBy(page));
     ASSERT_EQ(S_OK, page->SetPartName(model.Name(L"/Resources/page.fpage")));
@@ -244,6 +245,7 @@ TEST(Pages, KeepWhatTheyReferToWhenPartsAreRenamed) {
     EXPECT_NE(std::string::npos, text.find("FontUri='../b%20c.ttf#1'")) << text;
     EXPECT_NE(std::string::npos, text.find("'{ColorConvertedBitmap i.png p.icc}'")) << text;
     EXPECT_NE(std::string::npos, text.find("\"ContextColor p.icc 1,0.5\"")) << text;
+    EXPECT_NE(std::string::npos, text.find(link)) << text;
     EXPECT_EQ("/b%20c.ttf", PageModel::UsedBy(page)[0]);
 }
 
