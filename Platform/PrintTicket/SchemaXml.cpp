@@ -76,7 +76,7 @@ void Feed(xmlParserCtxt* parser, std::string_view bytes) {
         const xmlParserInput* input = parser->input;
         if (!input || bytes.empty()) continue;
         const auto waiting = static_cast<std::size_t>(input->end - input->cur);
-        if (waiting > maxStartTag && input->cur[0] == '<' && input->cur[1] != '!' && input->cur[1] != '?')
+        if (waiting > maxStartTag && parser->instate == XML_PARSER_START_TAG)
             throw SchemaFormatError("line " + std::to_string(input->line) + ": the start tag is too long");
     } while (!bytes.empty() && parser->wellFormed);
 }

@@ -117,6 +117,7 @@ TEST(FrameworkCheck, BoundsDepthAttributesAndText) {
                 HasSubstr("start tag is too long"));
 
     EXPECT_EQ(ProblemOf(Ticket(Parameter("JobA", std::string(9'000'000, 'x')))), "");
+    EXPECT_EQ(ProblemOf(Ticket(Parameter("JobA", "<![CDATA[" + std::string(900'000, '<') + "]]>"))), "");
     EXPECT_THAT(ProblemOf(Ticket(Parameter("JobA", std::string(11'000'000, 'x')))), HasSubstr("huge text"));
 }
 
