@@ -8,6 +8,8 @@
 #include <Annotation/AnnotationPlacement.h>
 #include <Annotation/AnnotationTextLayout.h>
 
+#include <utf16units.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -73,7 +75,7 @@ std::string Reason(const PageAnnotation& annotation, const TextShaper& shaper, c
         reason += "; the system lacks it, and takes " + Utf8(shaper.FaceInUse());
     // Characters beyond the first plane are not looked up in fonts one by one.
     const std::wstring_view units = text.View();
-    const bool hasPairs = std::ranges::any_of(units, [](wchar_t unit) { return (unit & 0xF800) == 0xD800; });
+    const bool hasPairs = std::ranges::any_of(units, OvPlatform::Utf16::IsSurrogate<wchar_t>);
     std::wstring drawn(units);
     std::erase(drawn, L'\n');
     if (!hasPairs && !fonts.CanFontDisplayString(CXString(std::move(drawn)), element.faceName))

@@ -3,6 +3,8 @@
 #include "Locale/CharacterCase.h"
 #include "Locale/Utf16.h"
 
+#include <utf16units.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -223,8 +225,6 @@ void PrintHex(ULONGLONG number, int digits, std::string& out) {
         out += hexDigits[number >> (4 * place) & 15];
 }
 
-bool IsSurrogate(wchar_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
-
 void PrintText(std::wstring_view text, std::string& out) {
     out += '"';
     std::wstring plain;
@@ -240,7 +240,7 @@ void PrintText(std::wstring_view text, std::string& out) {
             flush();
             out += '\\';
             out += escape->letter;
-        } else if (unit < 0x20 || IsSurrogate(unit)) {
+        } else if (unit < 0x20 || Utf16::IsSurrogate(unit)) {
             // Surrogates one by one, so that a lone one survives.
             flush();
             out += "\\u";

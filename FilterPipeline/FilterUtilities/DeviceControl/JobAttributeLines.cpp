@@ -3,6 +3,8 @@
 #include "DeviceControl/InstructionText.h"
 #include "DeviceControl/JobQuestions.h"
 
+#include <utf16units.h>
+
 using namespace DataModelIds;
 using InstructionText::Append;
 
@@ -14,8 +16,7 @@ FeaturePath InSaveInfo(tagFeatureEnum feature) { return {FEAT_SAVE_COL, FEAT_SAV
 
 CXString Shortened(const CXString& name) {
     if (name.GetLength() <= longestSaveName) return name;
-    const wchar_t last = static_cast<const wchar_t*>(name)[longestSaveName - 1];
-    const bool splitsPair = last >= 0xD800 && last <= 0xDBFF;
+    const bool splitsPair = OvPlatform::Utf16::IsHighSurrogate(name.View()[longestSaveName - 1]);
     return name.Left(splitsPair ? longestSaveName - 1 : longestSaveName);
 }
 

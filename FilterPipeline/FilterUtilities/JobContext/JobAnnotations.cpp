@@ -14,6 +14,8 @@
 #include <LowLevelFacilities/Failures/ThrowFailure.h>
 #include <SystemServices/OrvelUtilities.h>
 
+#include <utf16units.h>
+
 #include <algorithm>
 #include <iterator>
 #include <map>
@@ -65,8 +67,7 @@ public:
         std::sort(characters.begin(), characters.end());
         characters.erase(std::unique(characters.begin(), characters.end()), characters.end());
         std::erase(characters, L'\n');
-        const bool hasPairs =
-            std::ranges::any_of(characters, [](wchar_t unit) { return (unit & 0xF800) == 0xD800; });
+        const bool hasPairs = std::ranges::any_of(characters, OvPlatform::Utf16::IsSurrogate<wchar_t>);
         const auto [found, isNew] = m_faces.try_emplace({std::wstring(wantedFace.View()), characters});
         if (isNew) {
             // Halves of pairs that were sorted are none; the fonts are asked for the text as it is.

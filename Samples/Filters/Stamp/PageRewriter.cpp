@@ -6,6 +6,8 @@
 #include <LowLevelFacilities/Failures/ThrowComException.h>
 #include <XpsParts/CWideToUTF8.h>
 
+#include <utf16units.h>
+
 #include <utility>
 
 namespace {
@@ -13,8 +15,6 @@ namespace {
 constexpr std::size_t pieceUnits = 32 * 1024;
 
 std::wstring_view View(const wchar_t* text, int length) { return {text, static_cast<std::size_t>(length)}; }
-
-bool IsHighSurrogate(wchar_t unit) { return (unit & 0xFC00) == 0xD800; }
 
 } // namespace
 
@@ -41,7 +41,7 @@ HRESULT PageRewriter::Event(Work&& work) noexcept {
 
 // Half of a surrogate pair waits for its other half.
 void PageRewriter::Flush() {
-    const bool waits = !m_text.empty() && IsHighSurrogate(m_text.back());
+    const bool waits = !m_text.empty() && OvPlatform::Utf16::IsHighSurrogate(m_text.back());
     const std::wstring last(waits ? 1 : 0, waits ? m_text.back() : L'\0');
     if (waits) m_text.pop_back();
     if (!m_text.empty()) {
