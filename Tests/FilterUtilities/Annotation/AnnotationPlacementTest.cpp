@@ -71,13 +71,13 @@ TEST(AnnotationTextLayout, HasALineForEachAndOnlyWhatMarkupCanHold) {
     EXPECT_LT(one.ascent, one.lineHeight);
     EXPECT_FLOAT_EQ(one.InXpsUnits(TextShaper::unitsPerEm / 2), 20);
 
-    const std::wstring odd = {L'a', 1, 0xD800, L'b', 0xDC00, 0xFFFF, L'\t'};
+    const std::wstring odd = {L'a', 1, 0xD800, L'b', 0xDC00, 0xFFFF, 0xFFFE, L'\t'};
     const AnnotationTextLayout drawable = LayOutText(shaper, CXString(odd.c_str()), 30);
     std::wstring text;
     for (const GlyphRun& run : drawable.lines.at(0).runs)
         text += run.text;
     EXPECT_EQ(text, L"a \xFFFD"
-                    L"b\xFFFD\xFFFD ");
+                    L"b\xFFFD\xFFFD\xFFFD ");
     EXPECT_TRUE(LayOutText(shaper, L"", 30).lines.empty());
 }
 

@@ -5,25 +5,16 @@
 #include "Support/Rows.h"
 #include "Support/SkipOnWindows.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/TestPictures.h"
 
 #include <atlcomcli.h>
 #include <objbase.h>
 
 namespace {
 
-/// A white bitmap of 24 bits, with dots to the metre.
+/// With dots to the metre.
 std::string Bitmap(unsigned int width, unsigned int height, unsigned int horizontal, unsigned int vertical) {
-    const auto number = [](unsigned int value, int bytes = 4) {
-        std::string text;
-        for (; bytes > 0; --bytes, value >>= 8)
-            text += static_cast<char>(value & 0xFF);
-        return text;
-    };
-    const unsigned int line = (width * 3 + 3) / 4 * 4;
-    return "BM" + number(54 + line * height) + number(0) + number(54) + number(40) + number(width) +
-           number(height) + number(1, 2) + number(24, 2) + number(0) + number(line * height) +
-           number(horizontal) + number(vertical) + number(0) + number(0) +
-           std::string(std::size_t{line} * height, '\xFF');
+    return TestPictures::Bmp(width, height, horizontal).replace(42, 4, TestPictures::Little(vertical, 4));
 }
 
 class Picture : public InApartment<> {

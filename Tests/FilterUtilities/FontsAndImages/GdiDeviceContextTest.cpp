@@ -151,6 +151,11 @@ TEST(GdiDeviceContext, AFontIsAskedForInItsSizeAndCharset) {
     ASSERT_EQ(S_OK, gdi.CreateAndSetFont(L"DejaVu Sans", 1, 10));
     ASSERT_EQ(S_OK, gdi.CreateAndSetFont(L"DejaVu Sans", 1, 20));
     EXPECT_EQ(fields[2], gdi.Fields()[2]);
+    SkipOnWindows("which faces there are is up to the machine");
+    ASSERT_EQ(S_OK, gdi.CreateAndSetFont(L"No such face", SHIFTJIS_CHARSET, 10));
+    wchar_t japanese[LF_FACESIZE] = {};
+    GetTextFaceW(gdi.GetDeviceContext(), LF_FACESIZE, japanese);
+    EXPECT_STREQ(L"Droid Sans Fallback", japanese);
 }
 
 TEST(GdiDeviceContext, SizesOfTextAreInXpsUnits) {

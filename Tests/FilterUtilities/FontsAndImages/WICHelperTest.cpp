@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <utility>
 
@@ -26,29 +27,6 @@ std::string Converted(WICHelper& helper) {
     return bytes;
 }
 
-std::string FirstPixels(std::string png, UINT bytesWanted) {
-    WICHelper reader(png.data(), static_cast<ULONG>(png.size()));
-    reader.Initialize();
-    EXPECT_TRUE(reader.IsInitialized());
-    EXPECT_TRUE(reader.GetDecoderContainerFormatGUID() == GUID_ContainerFormatPng);
-    CComPtr<IWICImagingFactory> factory;
-    CComPtr<IWICStream> stream;
-    CComPtr<IWICBitmapDecoder> decoder;
-    CComPtr<IWICBitmapFrameDecode> frame;
-    EXPECT_EQ(S_OK, factory.CoCreateInstance(CLSID_WICImagingFactory2));
-    EXPECT_EQ(S_OK, factory->CreateStream(&stream));
-    EXPECT_EQ(S_OK, stream->InitializeFromMemory(reinterpret_cast<BYTE*>(png.data()),
-                                                 static_cast<DWORD>(png.size())));
-    EXPECT_EQ(S_OK,
-              factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder));
-    EXPECT_EQ(S_OK, decoder->GetFrame(0, &frame));
-    std::string pixels(bytesWanted, '?');
-    const WICRect first = {0, 0, 1, 1};
-    EXPECT_EQ(S_OK,
-              frame->CopyPixels(&first, bytesWanted, bytesWanted, reinterpret_cast<BYTE*>(pixels.data())));
-    return pixels;
-}
-
 TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
     const TemporaryFolder folder;
     const Rows<const char*, std::string, GUID> cases{
@@ -59,6 +37,7 @@ TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
         {"JPEG", Jpeg(3, 2, 3), GUID_ContainerFormatJpeg},
         {"PNG", Png(3, 2, 8, true), GUID_ContainerFormatPng},
     };
+    std::map<std::string, std::string> pngs;
     for (const auto& [what, bytes, format] : cases) {
         WICHelper helper(CXString(folder.Write("picture", bytes).wstring().c_str()));
         EXPECT_FALSE(helper.ConvertImage(GUID_ContainerFormatPng)) << "not initialised";
@@ -69,18 +48,13 @@ TEST(WICHelperTest, WritesTheFirstPictureAsPng) {
         EXPECT_TRUE(helper.GetDecoderContainerFormatGUID() == format) << what;
         ASSERT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng))
             << what << std::hex << helper.GetLastError();
-        const std::string png = Converted(helper);
+        const std::string png = pngs[what] = Converted(helper);
         EXPECT_EQ("\x89PNG", png.substr(0, 4)) << what;
         EXPECT_EQ(Big(3, 4) + Big(2, 4), png.substr(16, 8)) << what;
         const std::string resolution = "pHYs" + Big(11811, 4) + Big(11811, 4);
         EXPECT_EQ(png.find(resolution) != std::string::npos, format == GUID_ContainerFormatBmp) << what;
     }
-    std::string animation = Gif(3, 2, GifImage(3, 2, 0) + GifImage(3, 2, 1));
-    WICHelper helper(animation.data(), static_cast<ULONG>(animation.size()));
-    helper.Initialize();
-    EXPECT_TRUE(helper.ConvertImage(GUID_ContainerFormatPng));
-    SkipUnderWine("pixels of a table of colours stay what they are");
-    EXPECT_EQ(std::string("\xff\0\0\xff", 4), FirstPixels(Converted(helper), 4)) << "red is the first";
+    EXPECT_EQ(pngs.at("animation"), pngs.at("GIF")) << "the first of its pictures";
 }
 
 TEST(WICHelperTest, KeepsTheFailureOfWhatIsNoPicture) {

@@ -180,6 +180,7 @@ TEST(FontEmbedding, WritesTheFontsFactsInFrontOfIt) {
     EXPECT_EQ(file[1] ^ 0x50, scrambled.font[1]);
     const Embedded checked(SelectedFont(L"DejaVu Sans").context, u"A");
     EXPECT_NE(0U, Little(checked.data, 60, 4)) << "the head's check sum";
+    EXPECT_EQ(1U, Little(Embedded(SelectedFont(L"Nimbus Sans Italic").context, u"A").data, 27, 1));
     EXPECT_EQ(static_cast<ULONG>(TTEMBED_SUBSET), Little(checked.data, 12, 4));
 }
 
@@ -207,10 +208,10 @@ TEST(FontEmbedding, ASubsetHasWhatShapingPutsInPlaceOfItsText) {
     const ReadFont whole(selected.Data(0));
     for (const auto& [characters, text] : Rows<std::u16string, std::u16string>{
              {u"\u0633\u0644\u0627\u0645 ",
-              u"\u0633\u0644\u0627\u0645 \u0645\u0633"}, // joining, with a ligature
-             {u"fil", u"fil"},                           // a ligature
-             {u"e\u0301\u0302", u"\u0065\u0302\u0301"},  // composed in two steps
-             {u"\u05D0(\u0301", u"\u05D0("},             // mirrored
+              u"\u0633\u0644\u0627\u0645 \u0645\u0633"},     // joining, with a ligature
+             {u"fil", u"fil"},                               // a ligature
+             {u"\u03B9\u0308\u0301", u"\u03B9\u0308\u0301"}, // composed in two steps
+             {u"\u05D0(\u0301", u"\u05D0("},                 // mirrored
          }) {
         const Embedded subset(selected.context, characters);
         ASSERT_EQ(E_NONE, subset.result);

@@ -142,6 +142,7 @@ TEST(Gdi, TextIsMeasuredInTheFontsOwnLines) {
     EXPECT_EQ(1200, metrics.tmHeight);
     EXPECT_EQ(200, metrics.tmInternalLeading);
     EXPECT_EQ(500, metrics.tmAveCharWidth);
+    EXPECT_EQ(ANSI_CHARSET, metrics.tmCharSet);
     SIZE size = {};
     // The characters, a pair among them, and one that the font lacks: each has an advance of half an em.
     ASSERT_TRUE(GetTextExtentPoint32W(font.context, L"A\u540D\xD840\xDC21?", 5, &size));

@@ -79,7 +79,8 @@ TEST_F(AnnotationStoreTest, ReadsStoresThatOthersWrote) {
     EXPECT_EQ(Definition("1"), store.GetAnnotationDefinitionByName(L"a").view());
     EXPECT_EQ(Definition("2"), store.GetAnnotationDefinitionByName(L"b").view());
     // A later version may have what is unknown here.
-    const AnnotationStore later = Read(Store("<Font/>" + Entry("a", "1"), "1.7"));
+    const AnnotationStore later =
+        Read(Store("<Font/><Definition name='a'>" + Definition("1") + "<Font/></Definition>", "1.7"));
     EXPECT_EQ(Definition("1"), later.GetAnnotationDefinitionByName(L"a").view());
     // What keeps blanks in the store keeps them in a definition that goes on by itself.
     for (const char* const keeping :
