@@ -201,7 +201,6 @@ bool ReadBmp(const ByteFields& bmp, PictureHeader& header) {
     header.dpiX = bmp.Long(38) * metresPerInch;
     header.dpiY = bmp.Long(42) * metresPerInch;
     const std::uint32_t compression = bmp.Long(30);
-    if (header.width > 0x7fffffff) return false;
     return (compression != Rows && compression != RowsWithMasks) || HasRows(bmp, header, bmp.Short(28));
 }
 

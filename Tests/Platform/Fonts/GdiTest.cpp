@@ -88,11 +88,14 @@ TEST(Gdi, AFaceIsFoundByAnyOfItsNamesAndReplacedWhereThereIsNone) {
 }
 
 TEST(Gdi, OfAFamilyTheNearestFaceIsTaken) {
-    const auto weight = [](const SelectedFont& font) {
-        TEXTMETRICW metrics = {};
-        GetTextMetricsW(font.context, &metrics);
-        return metrics.tmWeight;
+    const auto metrics = [](const SelectedFont& font) {
+        TEXTMETRICW found = {};
+        GetTextMetricsW(font.context, &found);
+        return found;
     };
+    const auto weight = [&](const SelectedFont& font) { return metrics(font).tmWeight; };
+    EXPECT_EQ(0, metrics(SelectedFont(L"Nimbus Sans")).tmItalic);
+    EXPECT_NE(0, metrics(SelectedFont(L"Nimbus Sans", -20, DEFAULT_CHARSET, FW_NORMAL, true)).tmItalic);
     EXPECT_EQ(400, weight(SelectedFont(L"DejaVu Sans", -20)));
     EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans", -20, DEFAULT_CHARSET, FW_BOLD)));
     EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans Bold", -20))) << "its full name";

@@ -10,10 +10,11 @@
 class SelectedFont {
 public:
     explicit SelectedFont(std::wstring_view face, LONG height = -1000, BYTE charset = DEFAULT_CHARSET,
-                          LONG weight = FW_NORMAL) {
+                          LONG weight = FW_NORMAL, bool isItalic = false) {
         LOGFONTW asked = {};
         asked.lfHeight = height;
         asked.lfWeight = weight;
+        asked.lfItalic = isItalic;
         asked.lfCharSet = charset;
         asked.lfOutPrecision = OUT_TT_ONLY_PRECIS;
         std::copy_n(face.begin(), std::min<std::size_t>(face.size(), LF_FACESIZE - 1), asked.lfFaceName);

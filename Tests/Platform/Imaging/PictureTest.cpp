@@ -75,6 +75,8 @@ TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
         {"PNG with alpha", Png(3, 2, 8, true), GUID_ContainerFormatPng, 96, alpha},
         {"PNG of 16 bits", Png(3, 2, 16, true), GUID_ContainerFormatPng, 96, alpha},
         {"JPEG", Jpeg(3, 2, 3, JfifDensity(1, 200)), GUID_ContainerFormatJpeg, 200, grey},
+        {"JPEG with markers that say nothing", Jpeg(3, 2, 3).insert(2, "\xff\xff\x01"),
+         GUID_ContainerFormatJpeg, 96, grey},
         {"JPEG by the centimetre", Jpeg(3, 2, 3, JfifDensity(2, 100)), GUID_ContainerFormatJpeg, 254, grey},
         {"JPEG of a resolution of 0", Jpeg(3, 2, 1, JfifDensity(1, 0)), GUID_ContainerFormatJpeg, 96, grey},
         {"JPEG of a camera", Jpeg(3, 2, 3, exif(2)), GUID_ContainerFormatJpeg, 300, grey},
