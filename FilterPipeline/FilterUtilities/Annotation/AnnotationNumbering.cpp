@@ -1,6 +1,6 @@
 #include "Annotation/AnnotationNumbering.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <string>
 
 using namespace DataModelIds;
@@ -12,9 +12,9 @@ constexpr wchar_t digits[] = L"0123456789";
 
 /// Decimal digits plus a number: of any length, since a client may write more than a number holds.
 std::wstring Sum(std::wstring number, unsigned addend) {
-    unsigned carry = addend;
+    std::uint64_t carry = addend;
     for (auto digit = number.rbegin(); digit != number.rend() && carry != 0; ++digit) {
-        carry += static_cast<unsigned>(*digit - L'0');
+        carry += static_cast<std::uint64_t>(*digit - L'0');
         *digit = static_cast<wchar_t>(L'0' + carry % 10);
         carry /= 10;
     }

@@ -40,10 +40,9 @@ class PrintTicketOrvelPublicDocSettingsReaderWriter;
 ///
 /// A font is embedded once for all elements that use it:
 /// GetCumulativeListOfUniqueCharactersRequiredFromThisFont gives the characters, GetGdiDeviceContextRef the
-/// font, GenerateFontResourceUriWitExtension the part. Who knows only
-/// the name of a definition writes the definition into the ticket
-/// (ExpandNameOnlyAnnotationDefinitionInPrintTicket), or sends it along with the job
-/// (SetAnnotationDefinitionInClientJobData2).
+/// font, GenerateFontResourceUriWitExtension the part. Who knows only the name of a definition writes the
+/// definition into the ticket (ExpandNameOnlyAnnotationDefinitionInPrintTicket), or sends it along with the
+/// job (SetAnnotationDefinitionInClientJobData2).
 ///
 /// Texts, face names, colours and numbers are what the client wrote, unchecked: who puts them into markup
 /// escapes them, and an opacity may be outside 0 to 1. Text-giving operations throw std::bad_alloc only;

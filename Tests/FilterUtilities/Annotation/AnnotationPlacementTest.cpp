@@ -46,7 +46,7 @@ TEST(AnnotationNumbering, CountsUpTheLastDigits) {
         {VAL_ANNOTATION_TYPE_PAGE_NUMBERS, L"2 of 12 sheets", 1, L"2 of 13 sheets"},
         {VAL_ANNOTATION_TYPE_BATES_STAMP, L"OV-", 0, L"OV-000001"},
         {VAL_ANNOTATION_TYPE_BATES_STAMP, L"OV-0099", 1, L"OV-0100"},
-        {VAL_ANNOTATION_TYPE_BATES_STAMP, L"99", 4'000'000'000U, L"4000000099"},
+        {VAL_ANNOTATION_TYPE_BATES_STAMP, L"99", 4'294'967'295U, L"4294967394"},
         {VAL_ANNOTATION_TYPE_BATES_STAMP, std::wstring(60, L'9'), 1, L'1' + std::wstring(60, L'0')},
     };
     for (const auto& [type, text, page, wanted] : cases) {
