@@ -91,6 +91,10 @@ TEST(DateSeparators, AreOnePairForJobsThatBeginTogether) {
         return DateAndTimeSeparators::Separators{L"late", L""};
     });
     EXPECT_EQ(slow.Get().date, L"of the faster one");
+    slow.SetOnFirstUse([] {
+        ADD_FAILURE() << "they are there";
+        return DateAndTimeSeparators::Separators{};
+    });
 }
 
 // ---- Texts

@@ -28,6 +28,20 @@ protected:
         ASSERT_EQ(S_OK, m_frame->Initialize(nullptr));
     }
 
+    /// Of a picture whose bytes stay.
+    CComPtr<IWICBitmapFrameDecode> Source(std::string& picture) {
+        CComPtr<IWICStream> stream;
+        CComPtr<IWICBitmapDecoder> decoder;
+        CComPtr<IWICBitmapFrameDecode> source;
+        EXPECT_EQ(S_OK, m_factory->CreateStream(&stream));
+        EXPECT_EQ(S_OK, stream->InitializeFromMemory(reinterpret_cast<BYTE*>(picture.data()),
+                                                     static_cast<DWORD>(picture.size())));
+        EXPECT_EQ(S_OK, m_factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand,
+                                                           &decoder));
+        if (!decoder || FAILED(decoder->GetFrame(0, &source))) ADD_FAILURE();
+        return source;
+    }
+
     CComPtr<IWICBitmapFrameDecode> Written() {
         CComPtr<IWICBitmapDecoder> decoder;
         CComPtr<IWICBitmapFrameDecode> frame;
@@ -79,14 +93,7 @@ TEST_F(EncoderTest, WritesRowsAsTheyCome) {
 TEST_F(EncoderTest, TakesSizeAndFormatOfASourceThatIsTheFirst) {
     Begin();
     std::string png = Png(5, 4, 8, true);
-    CComPtr<IWICStream> stream;
-    CComPtr<IWICBitmapDecoder> decoder;
-    CComPtr<IWICBitmapFrameDecode> source;
-    ASSERT_EQ(S_OK, m_factory->CreateStream(&stream));
-    ASSERT_EQ(S_OK, stream->InitializeFromMemory(Bytes(png), static_cast<DWORD>(png.size())));
-    ASSERT_EQ(S_OK,
-              m_factory->CreateDecoderFromStream(stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder));
-    ASSERT_EQ(S_OK, decoder->GetFrame(0, &source));
+    const CComPtr<IWICBitmapFrameDecode> source = Source(png);
     WICRect part = {1, 0, 2, 2};
     EXPECT_EQ(S_OK, m_frame->WriteSource(source, &part));
     EXPECT_EQ(WINCODEC_ERR_SOURCERECTDOESNOTMATCHDIMENSIONS, m_frame->WriteSource(source, &part))
@@ -114,6 +121,10 @@ TEST_F(EncoderTest, RefusesWhatAPngFileCannotHold) {
     EXPECT_EQ(E_INVALIDARG, m_frame->SetResolution(-1, 1));
     BYTE row[8] = {};
     EXPECT_EQ(WINCODEC_ERR_WRONGSTATE, m_frame->WritePixels(1, 8, 8, row)) << "without a size";
+    GUID withAlpha = GUID_WICPixelFormat32bppRGBA;
+    EXPECT_EQ(S_OK, m_frame->SetPixelFormat(&withAlpha));
+    std::string bmp = Bmp(3, 2);
+    EXPECT_EQ(WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT, m_frame->WriteSource(Source(bmp), nullptr));
 }
 
 TEST_F(EncoderTest, HandsOnTheFailureOfItsStream) {
