@@ -119,7 +119,7 @@ bool ReadJpeg(const ByteFields& jpeg, PictureHeader& header) {
             continue;
         }
         const std::size_t segment = at + 2;
-        if (marker == StartOfScan) return header.width > 0 && HasEnd(jpeg.From(segment), header, segments);
+        if (marker == StartOfScan) return HasEnd(jpeg.From(segment), header, segments);
         if (marker == EndOfImage) return false;
         if (HasNoContent(marker)) {
             at = segment;

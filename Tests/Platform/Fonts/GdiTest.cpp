@@ -99,6 +99,7 @@ TEST(Gdi, OfAFamilyTheNearestFaceIsTaken) {
     EXPECT_EQ(400, weight(SelectedFont(L"DejaVu Sans", -20)));
     EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans", -20, DEFAULT_CHARSET, FW_BOLD)));
     EXPECT_EQ(700, weight(SelectedFont(L"DejaVu Sans Bold", -20))) << "its full name";
+    EXPECT_EQ(L"DejaVu Sans", SelectedFont(L"None Such", -20).Face());
     EXPECT_EQ(L"Droid Sans Fallback", SelectedFont(L"None Such", -20, SHIFTJIS_CHARSET).Face());
 }
 
@@ -207,6 +208,7 @@ TEST(Gdi, FontDataComesFromTheFile) {
     EXPECT_EQ(whole.substr(4, 4), std::string(piece.data(), 4));
     const auto size = static_cast<DWORD>(whole.size());
     EXPECT_EQ(2U, GetFontData(single.context, 0, size - 2, piece.data(), 8));
+    EXPECT_EQ(0U, GetFontData(single.context, 0, size, piece.data(), 8));
     EXPECT_EQ(GDI_ERROR, GetFontData(single.context, 0, size + 1, piece.data(), 8));
 }
 

@@ -56,9 +56,11 @@ std::string WithSize(std::string bytes, std::size_t place, const std::string& si
 
 TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
     const auto exif = [](std::uint32_t divisor) {
-        return JfifDensity(0, 1) +
-               Segment(0xe1, std::string("Exif\0\0", 6) + TiffResolution(600, divisor, 2));
+        return Segment(0xe1, std::string("Exif\0\0", 6) + TiffResolution(600, divisor, 2));
     };
+    const std::string noDensity = JfifDensity(0, 1);
+    std::string arithmetic = Jpeg(3, 2, 3);
+    arithmetic.insert(arithmetic.find("\xff\xda"), Segment(0xcc, std::string("\0\x10", 2)));
     const std::string grey = "\x80\x80\x80", red("\xff\0\0", 3);
     const std::string alpha = Colour(1, 1) + "\x80";
     const Rows<const char*, std::string, GUID, double, std::string> cases{
@@ -77,10 +79,14 @@ TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
         {"JPEG", Jpeg(3, 2, 3, JfifDensity(1, 200)), GUID_ContainerFormatJpeg, 200, grey},
         {"JPEG with markers that say nothing", Jpeg(3, 2, 3).insert(2, "\xff\xff\x01"),
          GUID_ContainerFormatJpeg, 96, grey},
+        {"JPEG with tables of the other coder", arithmetic, GUID_ContainerFormatJpeg, 96, grey},
+        {"JPEG of which a camera says otherwise", Jpeg(3, 2, 3, JfifDensity(1, 200) + exif(2)),
+         GUID_ContainerFormatJpeg, 200, grey},
         {"JPEG by the centimetre", Jpeg(3, 2, 3, JfifDensity(2, 100)), GUID_ContainerFormatJpeg, 254, grey},
         {"JPEG of a resolution of 0", Jpeg(3, 2, 1, JfifDensity(1, 0)), GUID_ContainerFormatJpeg, 96, grey},
-        {"JPEG of a camera", Jpeg(3, 2, 3, exif(2)), GUID_ContainerFormatJpeg, 300, grey},
-        {"JPEG that divides by nothing", Jpeg(3, 2, 3, exif(0)), GUID_ContainerFormatJpeg, 96, grey},
+        {"JPEG of a camera", Jpeg(3, 2, 3, noDensity + exif(2)), GUID_ContainerFormatJpeg, 300, grey},
+        {"JPEG that divides by nothing", Jpeg(3, 2, 3, noDensity + exif(0)), GUID_ContainerFormatJpeg, 96,
+         grey},
         {"TIFF", Tiff(3, 2, 118, 3), GUID_ContainerFormatTiff, 299.72, grey + "\xff"},
         {"TIFF without a unit", Tiff(3, 2, 118, 1), GUID_ContainerFormatTiff, 96, grey + "\xff"},
     };
