@@ -160,9 +160,8 @@ TEST(AnnotationList, NamesPartsByFaceFolderAndFile) {
 TEST(AnnotationList, ListsEachCharacterOfAFaceOnce) {
     const wchar_t pairs[] = {0xD83D, 0xDE00, L'l', 0xD83D, 0xDE01, 0xD83D, 0xDE00, 0xDE00, 0xD83D, 0};
     OpenAnnotations annotations;
-    annotations.Read(
-        JobWith({TextElement(L"hello"), TextElement(L"other", L"Arial"), TextElement(pairs),
-                 TextElement(L"zzz", L"Segoe UI", VAL_ANNOTATION_TYPE_PICTURE), TextElement(L"hi")}));
+    annotations.Read(JobWith({TextElement(L"hello"), TextElement(L"other", L"Arial"), TextElement(pairs),
+                              TextElement(L"zzz", L"Segoe UI", VAL_UNSPECIFIED), TextElement(L"hi")}));
     const std::wstring expected = {L'h',   L'e',   L'l',   L'o',   0xD83D, 0xDE00,
                                    0xD83D, 0xDE01, 0xDE00, 0xD83D, L'i'};
     EXPECT_EQ(annotations.GetCumulativeListOfUniqueCharactersRequiredFromThisFont(L"Segoe UI").View(),

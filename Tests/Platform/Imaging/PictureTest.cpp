@@ -55,9 +55,13 @@ std::string WithSize(std::string bytes, std::size_t place, const std::string& si
 }
 
 TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
-    const auto exif = [](std::uint32_t divisor) {
-        return Segment(0xe1, std::string("Exif\0\0", 6) + TiffResolution(600, divisor, 2));
+    const std::string camera("Exif\0\0", 6);
+    const auto exif = [&](std::uint32_t divisor) {
+        return Segment(0xe1, camera + TiffResolution(600, divisor, 2));
     };
+    const std::string withoutUnit =
+        Segment(0xe1, camera + TiffFile({{282, 5, TiffData(2)}, {283, 5, TiffData(2)}},
+                                        Little(150, 4) + Little(1, 4)));
     const std::string noDensity = JfifDensity(0, 1);
     std::string arithmetic = Jpeg(3, 2, 3);
     arithmetic.insert(arithmetic.find("\xff\xda"), Segment(0xcc, std::string("\0\x10", 2)));
@@ -85,6 +89,8 @@ TEST_F(PictureTest, TellsKindSizeResolutionAndPixelsOfEachKind) {
         {"JPEG by the centimetre", Jpeg(3, 2, 3, JfifDensity(2, 100)), GUID_ContainerFormatJpeg, 254, grey},
         {"JPEG of a resolution of 0", Jpeg(3, 2, 1, JfifDensity(1, 0)), GUID_ContainerFormatJpeg, 96, grey},
         {"JPEG of a camera", Jpeg(3, 2, 3, noDensity + exif(2)), GUID_ContainerFormatJpeg, 300, grey},
+        {"JPEG of a camera without a unit", Jpeg(3, 2, 3, noDensity + withoutUnit), GUID_ContainerFormatJpeg,
+         150, grey},
         {"JPEG that divides by nothing", Jpeg(3, 2, 3, noDensity + exif(0)), GUID_ContainerFormatJpeg, 96,
          grey},
         {"TIFF", Tiff(3, 2, 118, 3), GUID_ContainerFormatTiff, 299.72, grey + "\xff"},
@@ -248,7 +254,16 @@ TEST_F(PictureTest, ReadsFilesAndStreamsFromTheirBeginning) {
     EXPECT_EQ(WINCODEC_ERR_NOTINITIALIZED, stream->Seek({}, STREAM_SEEK_SET, nullptr));
     ASSERT_EQ(S_OK, stream->InitializeFromIStream(memory));
     EXPECT_EQ(WINCODEC_ERR_WRONGSTATE, stream->InitializeFromIStream(memory));
+    CComPtr<IWICStream> file;
+    CComPtr<IStream> clone;
     BYTE some[] = {1, 2};
+    ASSERT_EQ(S_OK, m_factory->CreateStream(&file));
+    ASSERT_EQ(S_OK,
+              file->InitializeFromFilename((folder.Path() / "picture.dat").wstring().c_str(), GENERIC_READ));
+    EXPECT_EQ(S_OK, file->Read(some, 1, nullptr));
+    EXPECT_EQ(S_OK, file->Clone(&clone));
+    EXPECT_EQ(S_OK, clone->Read(some + 1, 1, nullptr));
+    EXPECT_EQ("BM", std::string(some, some + 2)) << "a clone begins where the stream stands";
     CComPtr<IWICStream> shortStream;
     ASSERT_EQ(S_OK, m_factory->CreateStream(&shortStream));
     ASSERT_EQ(S_OK, shortStream->InitializeFromMemory(some, 2));
