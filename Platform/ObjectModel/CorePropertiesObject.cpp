@@ -9,6 +9,8 @@
 
 #include <array>
 #include <cstdio>
+#include <new>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -21,29 +23,33 @@ constexpr std::string_view ownNamespace =
 constexpr std::string_view elementsNamespace = "http://purl.org/dc/elements/1.1/";
 constexpr std::string_view termsNamespace = "http://purl.org/dc/terms/";
 
+constexpr std::string_view instanceNamespace = "http://www.w3.org/2001/XMLSchema-instance";
+constexpr const char* emptyProperties =
+    "<coreProperties xmlns=\"http://schemas.openxmlformats.org/package/2006/metadata/core-properties\"/>";
+
 struct PropertyName {
     std::string_view space;
-    const char* prefix; // as written
+    const char* prefix; // where the markup has none for it
     std::string_view name;
 };
 // By property.
 constexpr std::array<PropertyName, CorePropertiesObject::propertyCount> names{{
-    {ownNamespace, "", "category"},
-    {ownNamespace, "", "contentStatus"},
-    {ownNamespace, "", "contentType"},
-    {termsNamespace, "dcterms:", "created"},
-    {elementsNamespace, "dc:", "creator"},
-    {elementsNamespace, "dc:", "description"},
-    {elementsNamespace, "dc:", "identifier"},
-    {ownNamespace, "", "keywords"},
-    {elementsNamespace, "dc:", "language"},
-    {ownNamespace, "", "lastModifiedBy"},
-    {ownNamespace, "", "lastPrinted"},
-    {termsNamespace, "dcterms:", "modified"},
-    {ownNamespace, "", "revision"},
-    {elementsNamespace, "dc:", "subject"},
-    {elementsNamespace, "dc:", "title"},
-    {ownNamespace, "", "version"},
+    {ownNamespace, nullptr, "category"},
+    {ownNamespace, nullptr, "contentStatus"},
+    {ownNamespace, nullptr, "contentType"},
+    {termsNamespace, "dcterms", "created"},
+    {elementsNamespace, "dc", "creator"},
+    {elementsNamespace, "dc", "description"},
+    {elementsNamespace, "dc", "identifier"},
+    {ownNamespace, nullptr, "keywords"},
+    {elementsNamespace, "dc", "language"},
+    {ownNamespace, nullptr, "lastModifiedBy"},
+    {ownNamespace, nullptr, "lastPrinted"},
+    {termsNamespace, "dcterms", "modified"},
+    {ownNamespace, nullptr, "revision"},
+    {elementsNamespace, "dc", "subject"},
+    {elementsNamespace, "dc", "title"},
+    {ownNamespace, nullptr, "version"},
 }};
 
 std::string ReadWhole(const PartContent& content, const std::string& name) {
@@ -57,18 +63,59 @@ std::string ReadWhole(const PartContent& content, const std::string& name) {
     return text;
 }
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text)
-        if (c == '&')
-            escaped += "&amp;";
-        else if (c == '<')
-            escaped += "&lt;";
-        else if (c == '>')
-            escaped += "&gt;";
-        else
-            escaped += c;
-    return escaped;
+// The property that an element says; none for what is not known here.
+std::optional<std::size_t> PropertyOf(const xmlNode* node) {
+    for (std::size_t i = 0; node->type == XML_ELEMENT_NODE && i < names.size(); ++i)
+        if (LocalName(node) == names[i].name && NamespaceOf(node) == names[i].space) return i;
+    return std::nullopt;
+}
+
+std::string ContentOf(const xmlNode* node) {
+    const XmlPointer<xmlChar> text(xmlNodeGetContent(node));
+    return std::string(View(text.get()));
+}
+
+template <class T>
+T* Made(T* made) {
+    if (made == nullptr) throw std::bad_alloc();
+    return made;
+}
+
+void Drop(xmlNode* node) {
+    xmlUnlinkNode(node);
+    xmlFreeNode(node);
+}
+
+// What stands around it stays.
+void SetContent(xmlNode* node, const std::string& text) {
+    if (ContentOf(node) == text) return;
+    while (node->children != nullptr)
+        Drop(node->children);
+    xmlAddChild(node, Made(xmlNewDocText(node->doc, AsXml(text.c_str()))));
+}
+
+xmlNs* NamespaceIn(xmlNode* root, std::string_view space, const char* prefix) {
+    const std::string uri(space);
+    if (xmlNs* const known = xmlSearchNsByHref(root->doc, root, AsXml(uri.c_str())); known != nullptr)
+        return known;
+    // The prefix may stand for something else already.
+    xmlNs* declared = xmlNewNs(root, AsXml(uri.c_str()), AsXml(prefix));
+    constexpr int attempts = 4096; // more than an element may have declarations
+    for (int number = 1; declared == nullptr && number < attempts; ++number)
+        declared = xmlNewNs(root, AsXml(uri.c_str()), AsXml(("n" + std::to_string(number)).c_str()));
+    return Made(declared);
+}
+
+void AddProperty(xmlNode* root, const PropertyName& name, const std::string& text) {
+    xmlNs* const space = NamespaceIn(root, name.space, name.prefix);
+    xmlNode* const node =
+        Made(xmlNewDocNode(root->doc, space, AsXml(std::string(name.name).c_str()), nullptr));
+    xmlAddChild(root, node);
+    xmlAddChild(node, Made(xmlNewDocText(root->doc, AsXml(text.c_str()))));
+    if (name.space != termsNamespace) return;
+    const std::string type =
+        (space->prefix == nullptr ? "" : std::string(View(space->prefix)) + ":") + "W3CDTF";
+    Made(xmlNewNsProp(node, NamespaceIn(root, instanceNamespace, "xsi"), AsXml("type"), AsXml(type.c_str())));
 }
 
 // "2005-01-31T12:34:56Z", also without the time; in UTC. All zero for what is no date.
@@ -116,16 +163,11 @@ CorePropertiesObject::CorePropertiesObject(std::string name, SharedContent store
 void CorePropertiesObject::Read() {
     if (!m_stored) return;
     try {
-        const XmlDocument document = ParseStrictXml(ReadWhole(*m_stored, m_name));
-        const xmlNode* const root = xmlDocGetRootElement(document.get());
-        for (const xmlNode* node = root->children; node != nullptr; node = node->next) {
-            if (node->type != XML_ELEMENT_NODE) continue;
-            for (std::size_t i = 0; i < names.size(); ++i)
-                if (LocalName(node) == names[i].name && NamespaceOf(node) == names[i].space) {
-                    const XmlPointer<xmlChar> text(xmlNodeGetContent(node));
-                    m_values[i] = std::string(View(text.get()));
-                }
-        }
+        m_markup = ReadWhole(*m_stored, m_name);
+        const XmlDocument document = ParseStrictXml(m_markup);
+        for (const xmlNode* node = xmlDocGetRootElement(document.get())->children; node != nullptr;
+             node = node->next)
+            if (const auto property = PropertyOf(node); property) m_values[*property] = ContentOf(node);
     } catch (const StrictXmlError& error) {
         throw PackageError(XPS_E_INVALID_MARKUP, m_name, static_cast<int>(error.Line()), error.what());
     }
@@ -133,21 +175,25 @@ void CorePropertiesObject::Read() {
 }
 
 std::string CorePropertiesObject::Markup() const {
-    std::string markup = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<coreProperties xmlns=\"";
-    markup += ownNamespace;
-    markup += "\" xmlns:dc=\"";
-    markup += elementsNamespace;
-    markup += "\" xmlns:dcterms=\"";
-    markup += termsNamespace;
-    markup += "\" xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\">\n";
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (!m_values[i]) continue;
-        const std::string name = names[i].prefix + std::string(names[i].name);
-        const bool hasType = names[i].space == termsNamespace;
-        markup.append("<").append(name).append(hasType ? " xsi:type=\"dcterms:W3CDTF\">" : ">");
-        markup.append(Escaped(*m_values[i])).append("</").append(name).append(">\n");
+    const XmlDocument document = ParseStrictXml(m_markup.empty() ? emptyProperties : m_markup);
+    xmlNode* const root = xmlDocGetRootElement(document.get());
+    std::array<bool, propertyCount> isThere{};
+    for (xmlNode *node = root->children, *next = nullptr; node != nullptr; node = next) {
+        next = node->next;
+        const auto property = PropertyOf(node);
+        if (!property) continue;
+        if (!m_values[*property] || std::exchange(isThere[*property], true))
+            Drop(node);
+        else
+            SetContent(node, *m_values[*property]);
     }
-    return markup + "</coreProperties>\n";
+    for (std::size_t i = 0; i < names.size(); ++i)
+        if (m_values[i] && !isThere[i]) AddProperty(root, names[i], *m_values[i]);
+    xmlChar* text = nullptr;
+    int size = 0;
+    xmlDocDumpMemoryEnc(document.get(), &text, &size, "UTF-8");
+    const XmlPointer<xmlChar> owned(Made(text));
+    return std::string(View(text, size));
 }
 
 HRESULT CorePropertiesObject::GiveText(Property property, LPWSTR* text) {
@@ -266,6 +312,7 @@ HRESULT CorePropertiesObject::Clone(IXpsOMCoreProperties** properties) {
         Read();
         CComPtr<CorePropertiesObject> clone;
         clone.Attach(new CorePropertiesObject(m_name, {}));
+        clone->m_markup = m_markup;
         clone->m_values = m_values;
         *properties = clone.Detach();
         return S_OK;

@@ -62,7 +62,7 @@ public:
     bool HasOwner() const { return m_owner != nullptr; }
 
     const std::string& Name() const { return m_name; }
-    /// Whether it is to be written anew, and the markup then.
+    /// Whether it is to be written anew, and the markup then: what is not known here stays as it was read.
     bool IsChanged() const { return m_isChanged; }
     std::string Markup() const;
 
@@ -96,6 +96,7 @@ private:
     IXpsOMPackage* m_owner = nullptr;
     std::string m_name;
     SharedContent m_stored; // until it is read
+    std::string m_markup;   // as it was read; empty for new ones
     bool m_isChanged = false;
     std::array<std::optional<std::string>, propertyCount> m_values;
 };

@@ -38,6 +38,7 @@ DocumentObject::DocumentObject(const std::shared_ptr<SourcePackage>& package, So
     : DocumentObject(document.part->name) {
     m_place = {package, m_name};
     m_part = document.part;
+    m_origin = std::move(document.origin);
     for (SourcePage& page : document.pages) {
         CComPtr<PageReferenceObject> reference;
         reference.Attach(new PageReferenceObject(package, std::move(page)));

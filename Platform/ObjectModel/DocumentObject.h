@@ -53,6 +53,7 @@ public:
     const std::string& Name() const { return m_name; }
     const SourcePlace& Place() const { return m_place; }
     const PackagePart* StoredPart() const { return m_part; }
+    const SourceOrigin& Origin() const { return m_origin; }
     const PageReferenceCollection& Pages() const { return *m_pages; }
     const RelatedTicket& Ticket() const { return m_ticket; }
     const RelatedPart<IXpsOMDocumentStructureResource>& Structure() const { return m_structure; }
@@ -67,6 +68,7 @@ private:
     std::string m_name;
     SourcePlace m_place;
     const PackagePart* m_part = nullptr;
+    SourceOrigin m_origin;
     CComPtr<PageReferenceCollection> m_pages;
     RelatedTicket m_ticket{Relation::PrintTicket, XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENT};
     RelatedPart<IXpsOMDocumentStructureResource> m_structure{Relation::DocumentStructure,

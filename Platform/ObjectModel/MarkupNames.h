@@ -8,9 +8,13 @@
 
 namespace OvPlatform {
 
-/// What an element of page markup is.
+/// What an element of the markup of pages, documents and sequences is.
 enum class ElementKind : std::uint8_t {
     Other, ///< of another namespace, or without an object of its own
+    FixedDocumentSequence,
+    DocumentReference,
+    FixedDocument,
+    PageContent,
     FixedPage,
     Canvas,
     Path,

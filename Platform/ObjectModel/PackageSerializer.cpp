@@ -1,7 +1,9 @@
 #include "ObjectModel/PackageSerializer.h"
 
+#include "ObjectModel/MarkupFailure.h"
+#include "ObjectModel/MarkupOutput.h"
 #include "ObjectModel/PageObjects.h"
-#include "ObjectModel/StructureMarkup.h"
+#include "Xml/DocumentBound.h"
 
 #include <algorithm>
 #include <array>
@@ -283,11 +285,15 @@ void PackageSerializer::WriteSequence(const PlannedPart& planned) {
     const auto& documents = sequence.Documents();
     const bool isSame = IsStoredHere(sequence.Place()) && m_renamed.empty() && !documents.IsChanged();
     if (isSame) return CopyBytes(*sequence.StoredPart());
-    std::string markup = OpenRoot("FixedDocumentSequence", m_flavour);
-    for (const auto& document : documents.Items())
-        markup +=
-            DocumentReferenceElement(planned.name, static_cast<const DocumentObject&>(*document).Name());
-    WriteText(planned.name, sequenceContentType, markup + "</FixedDocumentSequence>\n");
+    std::vector<StructureItem> items;
+    for (const auto& each : documents.Items()) {
+        const auto& document = static_cast<const DocumentObject&>(*each);
+        StructureItem& item = items.emplace_back();
+        item.target = document.Name();
+        FindStructureItem(document.Place(), document.Origin(), document.StoredPart(), item);
+    }
+    WriteStructure(planned.name, sequenceContentType, ElementKind::FixedDocumentSequence,
+                   StructureOf(sequence.Place(), sequence.StoredPart()), items);
 }
 
 void PackageSerializer::WriteDocument(const PlannedPart& planned) {
@@ -299,12 +305,58 @@ void PackageSerializer::WriteDocument(const PlannedPart& planned) {
                             return static_cast<const PageReferenceObject&>(*page).IsReferenceChanged();
                         });
     if (isSame) return CopyBytes(*document.StoredPart());
-    std::string markup = OpenRoot("FixedDocument", m_flavour);
-    for (const auto& item : pages) {
-        const auto& page = static_cast<const PageReferenceObject&>(*item);
-        markup += PageContentElement(planned.name, page.Name(), page.Reference());
+    std::vector<StructureItem> items;
+    for (const auto& each : pages) {
+        const auto& page = static_cast<const PageReferenceObject&>(*each);
+        StructureItem& item = items.emplace_back();
+        item.target = page.Name();
+        item.reference = &page.Reference();
+        item.isReferenceChanged = page.IsReferenceChanged();
+        FindStructureItem(page.Place(), page.Origin(), page.StoredPart(), item);
     }
-    WriteText(planned.name, documentContentType, markup + "</FixedDocument>\n");
+    WriteStructure(planned.name, documentContentType, ElementKind::FixedDocument,
+                   StructureOf(document.Place(), document.StoredPart()), items);
+}
+
+// As it was read; null for what is new.
+std::shared_ptr<const PageSource> PackageSerializer::StructureOf(const SourcePlace& place,
+                                                                 const PackagePart* part) {
+    if (!place || part == nullptr) return nullptr;
+    Structure& structure = m_structures[part];
+    if (structure.source) return structure.source;
+    const ElementKind root = KindOf(part->contentType, {}) == PartKind::Sequence
+                                 ? ElementKind::FixedDocumentSequence
+                                 : ElementKind::FixedDocument;
+    const HRESULT result = ElementCall([&] {
+        structure.source = PageSource::ReadStructure(
+            place.package->Reader().ReadPart(part->name, mostDocumentBytes), part->name, root);
+    });
+    Require(result, part->name, "its markup cannot be read");
+    structure.references = StructureWriter::ReferencesOf(*structure.source);
+    return structure.source;
+}
+
+void PackageSerializer::FindStructureItem(const SourcePlace& place, const SourceOrigin& origin,
+                                          const PackagePart* stored, StructureItem& item) {
+    const auto source = StructureOf(place, origin.part);
+    if (!source || stored == nullptr) return;
+    const std::vector<StructureReference>& references = m_structures[origin.part].references;
+    // One of another namespace than the root's is no child that is known here: it is written anew.
+    if (origin.number >= references.size() || references[origin.number].source != origin.reference) return;
+    item.source = source;
+    item.element = references[origin.number].element;
+    item.storedTarget = stored->name;
+}
+
+void PackageSerializer::WriteStructure(const std::string& name, const char* contentType, ElementKind root,
+                                       std::shared_ptr<const PageSource> own,
+                                       const std::vector<StructureItem>& items) {
+    const auto sink = m_writer.AddPart(name, contentType, packing);
+    MarkupOutput output([&](std::string_view bytes) { sink->Write(bytes.data(), bytes.size()); }, own.get());
+    MarkupWriter out([&](std::string_view text) { output.Write(text); }, name, TypeOf(m_flavour));
+    StructureWriter(out, name, root, std::move(own)).Write(items);
+    output.Flush();
+    sink->Close();
 }
 
 void PackageSerializer::WritePage(const PlannedPart& planned) {

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "ObjectModel/PackageObject.h"
+#include "ObjectModel/StructureWriter.h"
 #include "Package/PackageWriter.h"
 
+#include <memory>
 #include <set>
 #include <string>
 #include <unordered_map>
@@ -51,6 +53,11 @@ private:
     void WriteSequence(const PlannedPart& planned);
     void WriteDocument(const PlannedPart& planned);
     void WritePage(const PlannedPart& planned);
+    std::shared_ptr<const PageSource> StructureOf(const SourcePlace& place, const PackagePart* part);
+    void FindStructureItem(const SourcePlace& place, const SourceOrigin& origin, const PackagePart* stored,
+                           StructureItem& item);
+    void WriteStructure(const std::string& name, const char* contentType, ElementKind root,
+                        std::shared_ptr<const PageSource> own, const std::vector<StructureItem>& items);
     void CopyBytes(const PackagePart& part);
     void WriteBytes(const std::string& name, const char* contentType, PackageCompression compression,
                     const PartContent& content);
@@ -89,6 +96,12 @@ private:
     const PackageObject& m_package;
     SourcePackage* m_source; // null for a new package
     XpsFlavour m_flavour;
+    struct Structure {
+        std::shared_ptr<const PageSource> source;
+        std::vector<StructureReference> references;
+    };
+    std::unordered_map<const PackagePart*, Structure>
+        m_structures; // documents and sequences, as they were read
     std::vector<PlannedPart> m_planned;
     std::unordered_map<const PackagePart*, std::size_t> m_plannedAt; // those that stand in another's place
     std::unordered_set<const PackagePart*> m_dropped;

@@ -100,7 +100,7 @@ void PageIndexer::StartElement(const StartTagEvent& tag) {
     // Of other namespaces, attributes mean something else.
     const bool mayRefer = tag.attributeCount != 0 || element.kind == ElementKind::Glyphs;
     const bool isOwn = View(tag.uri) == m_namespace;
-    if (isOwn && mayRefer) NoteReferences(element);
+    if (m_find && isOwn && mayRefer) NoteReferences(element);
 }
 
 void PageIndexer::EndElement(const xmlChar*, const xmlChar*, const xmlChar*) {

@@ -15,7 +15,8 @@ namespace OvPlatform {
 /// where everything stands.
 class PageIndexer final : private EventParse {
 public:
-    /// Finds what a reference leads to; null where there is no such part. May throw.
+    /// Finds what a reference leads to; null where there is no such part. May throw. None for markup whose
+    /// references lead to no resources.
     using FindResource = std::function<CComPtr<IXpsOMResource>(PartUse use, const std::string& name)>;
 
     PageIndexer(PageSource& source, FindResource find, ElementKind root)

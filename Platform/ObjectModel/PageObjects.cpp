@@ -5,76 +5,20 @@
 #include "ObjectModel/GeometryObject.h"
 #include "ObjectModel/GlyphsObject.h"
 #include "ObjectModel/MarkupNumbers.h"
+#include "ObjectModel/MarkupOutput.h"
 #include "ObjectModel/MatrixTransformObject.h"
 #include "ObjectModel/PageObject.h"
 #include "ObjectModel/PartObject.h"
 #include "ObjectModel/PathObject.h"
 #include "Xml/DocumentBytes.h"
-#include "Xml/TextConversion.h"
 
 #include <streamcopy.h>
-#include <utf8coder.h>
 
 #include <algorithm>
 
 namespace OvPlatform {
 
 namespace {
-
-/// What is written, in blocks, in the encoding that the part has.
-class MarkupOutput {
-public:
-    MarkupOutput(ISequentialStream* stream, const PageSource* source) : m_stream(stream) {
-        if (source == nullptr || !source->HasMark()) return;
-        m_isUtf16 = source->IsUtf16();
-        m_isBigEndian = source->IsBigEndian();
-        Append(utf8Mark);
-    }
-
-    void Write(std::string_view text) {
-        while (!text.empty()) {
-            const std::string_view piece = Piece(text);
-            text.remove_prefix(piece.size());
-            if (m_buffer.size() + piece.size() > block) Flush();
-            Append(piece);
-        }
-    }
-
-    void Flush() {
-        ULONGLONG written = 0;
-        ThrowIfFailed(WriteWhole(m_stream, m_buffer.data(), m_buffer.size(), &written));
-        m_buffer.clear();
-    }
-
-private:
-    static constexpr std::size_t block = std::size_t{256} << 10;
-    static constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
-
-    // Whole characters of it, no more than fit into a block.
-    static std::string_view Piece(std::string_view text) {
-        std::size_t size = std::min(text.size(), block / 2);
-        while (size < text.size() && size > 1 && Utf8::IsTrail(text[size]))
-            --size;
-        return text.substr(0, size);
-    }
-
-    void Append(std::string_view text) {
-        if (!m_isUtf16) {
-            m_buffer += text;
-            return;
-        }
-        std::string bytes = ToUtf16Bytes(text).substr(2); // less the mark
-        if (m_isBigEndian)
-            for (std::size_t at = 0; at + 1 < bytes.size(); at += 2)
-                std::swap(bytes[at], bytes[at + 1]);
-        m_buffer += bytes;
-    }
-
-    ISequentialStream* m_stream;
-    std::string m_buffer;
-    bool m_isUtf16 = false;
-    bool m_isBigEndian = false;
-};
 
 template <class Interface, class Make>
 HRESULT CreateObject(Interface** place, Make&& make) {
@@ -120,7 +64,11 @@ void WritePart(PageElement& root, MarkupWriter& out) {
 void WriteTo(PageElement& root, const std::string& partName, ISequentialStream* stream,
              XPS_DOCUMENT_TYPE type) {
     RequirePlace(stream);
-    MarkupOutput output(stream, root.Source().get());
+    const auto write = [stream](std::string_view bytes) {
+        ULONGLONG written = 0;
+        ThrowIfFailed(WriteWhole(stream, bytes.data(), bytes.size(), &written));
+    };
+    MarkupOutput output(write, root.Source().get());
     MarkupWriter out([&](std::string_view text) { output.Write(text); }, partName, TypeOf(root, type));
     WritePart(root, out);
     output.Flush();

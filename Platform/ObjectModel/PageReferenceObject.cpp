@@ -43,8 +43,8 @@ HRESULT PageReferenceObject::Create(const XPS_SIZE* size, IXpsOMPageReference** 
 PageReferenceObject::PageReferenceObject(const XPS_SIZE& size) { SetSize(size); }
 
 PageReferenceObject::PageReferenceObject(std::shared_ptr<SourcePackage> package, SourcePage page)
-    : m_place{std::move(package), page.part->name}, m_part(page.part),
-      m_reference(std::move(page.reference)) {}
+    : m_place{std::move(package), page.part->name}, m_part(page.part), m_reference(std::move(page.reference)),
+      m_origin(std::move(page.origin)) {}
 
 PageReferenceObject::~PageReferenceObject() {
     SetResourceOwner(m_fragments.Changed(), nullptr);

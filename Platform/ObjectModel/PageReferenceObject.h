@@ -62,6 +62,7 @@ public:
     /// As the document is to say it, but for the name.
     const PageReference& Reference() const { return m_reference; }
     bool IsReferenceChanged() const { return m_isReferenceChanged; }
+    const SourceOrigin& Origin() const { return m_origin; }
     const RelatedTicket& Ticket() const { return m_ticket; }
     const RelatedPart<IXpsOMStoryFragmentsResource>& Fragments() const { return m_fragments; }
     const RelatedThumbnail& Thumbnail() const { return m_thumbnail; }
@@ -79,6 +80,7 @@ private:
     SourcePlace m_place; // of the page
     const PackagePart* m_part = nullptr;
     PageReference m_reference;
+    SourceOrigin m_origin;
     bool m_isReferenceChanged = false;
     bool m_isReplaced = false;
     CComPtr<IXpsOMPage> m_page;

@@ -82,14 +82,26 @@ std::vector<ReferenceSpan> ReferencesIn(ReferenceKind kind, std::string_view val
 
 std::shared_ptr<const PageSource> PageSource::Read(std::string bytes, const std::string& partName,
                                                    IXpsOMPartResources* resources, ElementKind root) {
-    if (bytes.size() > mostDocumentBytes) throw MarkupFailure(XPS_E_INVALID_MARKUP);
-    const std::shared_ptr<PageSource> source(new PageSource);
-    source->m_partName = partName;
-    source->Decode(std::move(bytes));
+    const std::shared_ptr<PageSource> source = Decoded(std::move(bytes), partName);
     const auto find = [&](PartUse use, const std::string& name) {
         return FindResource(resources, use, name);
     };
     PageIndexer(*source, find, root).Run();
+    return source;
+}
+
+std::shared_ptr<const PageSource> PageSource::ReadStructure(std::string bytes, const std::string& partName,
+                                                            ElementKind root) {
+    const std::shared_ptr<PageSource> source = Decoded(std::move(bytes), partName);
+    PageIndexer(*source, {}, root).Run();
+    return source;
+}
+
+std::shared_ptr<PageSource> PageSource::Decoded(std::string bytes, const std::string& partName) {
+    if (bytes.size() > mostDocumentBytes) throw MarkupFailure(XPS_E_INVALID_MARKUP);
+    std::shared_ptr<PageSource> source(new PageSource);
+    source->m_partName = partName;
+    source->Decode(std::move(bytes));
     return source;
 }
 

@@ -71,6 +71,9 @@ public:
     /// From a part's bytes, with the root element that it must have. Throws MarkupFailure and PackageError.
     static std::shared_ptr<const PageSource> Read(std::string bytes, const std::string& partName,
                                                   IXpsOMPartResources* resources, ElementKind root);
+    /// A document's or a sequence's, which refers to no resources.
+    static std::shared_ptr<const PageSource> ReadStructure(std::string bytes, const std::string& partName,
+                                                           ElementKind root);
     /// From a page's text that was written here, with the parts that it refers to. `like`: what has the
     /// encoding that it is to be written in again; null for UTF-8.
     static std::shared_ptr<const PageSource> FromText(std::string text, const std::string& partName,
@@ -145,6 +148,7 @@ private:
     friend class PageIndexer;
 
     PageSource() = default;
+    static std::shared_ptr<PageSource> Decoded(std::string bytes, const std::string& partName);
     void Decode(std::string bytes);
 
     std::string m_text; // UTF-8 without a mark

@@ -103,6 +103,7 @@ std::vector<SourceDocument> SourcePackage::ReadDocuments() {
         SourceDocument& document = documents.emplace_back();
         document.part =
             &Refer(m_sequence->name, *reference, PartKind::Document, XPS_E_MISSING_REFERRED_DOCUMENT);
+        document.origin = {m_sequence, documents.size() - 1, reference->source};
         static_cast<void>(
             Related(document.part->name, Relation::PrintTicket, XPS_E_MULTIPLE_PRINTTICKETS_ON_DOCUMENT));
         NoteRestrictedFonts(document.part->name);
@@ -122,7 +123,8 @@ void SourcePackage::ReadPages(SourceDocument& document) {
     while (auto reference = references.Next()) {
         const PackagePart& part =
             Refer(document.part->name, *reference, PartKind::Page, XPS_E_MISSING_REFERRED_PAGE);
-        document.pages.push_back({&part, std::move(*reference)});
+        SourceOrigin origin{document.part, document.pages.size(), reference->source};
+        document.pages.push_back({&part, std::move(*reference), std::move(origin)});
     }
 }
 

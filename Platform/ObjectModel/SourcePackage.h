@@ -15,16 +15,25 @@
 
 namespace OvPlatform {
 
+/// Where a package refers to a document or a page: in which part, as which of its references, and how.
+struct SourceOrigin {
+    const PackagePart* part = nullptr; // null for what is new
+    std::size_t number = 0;
+    std::string reference; // as written
+};
+
 /// A page as a document of a package refers to it.
 struct SourcePage {
     const PackagePart* part = nullptr;
     PageReference reference;
+    SourceOrigin origin;
 };
 
 /// A document as the sequence of a package refers to it, with all its pages.
 struct SourceDocument {
     const PackagePart* part = nullptr;
     std::vector<SourcePage> pages;
+    SourceOrigin origin;
 };
 
 /// The package that a model was read from: which parts are what, and the resources in it as objects, one for

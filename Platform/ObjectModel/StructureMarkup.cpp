@@ -1,44 +1,17 @@
 #include "ObjectModel/StructureMarkup.h"
 
+#include "ObjectModel/MarkupText.h"
+
 namespace OvPlatform {
 
 namespace {
 
-std::string Escaped(std::string_view text) {
-    std::string escaped;
-    escaped.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        case '\n':
-            escaped += "&#10;";
-            break;
-        case '\r':
-            escaped += "&#13;";
-            break;
-        case '\t':
-            escaped += "&#9;";
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 void AddAttribute(std::string& element, const char* name, std::string_view value) {
-    if (!value.empty()) element += std::string(" ") + name + "=\"" + Escaped(value) + "\"";
+    if (!value.empty()) element += std::string(" ") + name + "=\"" + EscapeAttribute(value) + "\"";
 }
 
-// A reference from one part to another, as short as it gets without climbing.
+} // namespace
+
 std::string ReferenceWithin(const std::string& from, const std::string& to) {
     const std::size_t folder = from.rfind('/') + 1;
     const std::string_view base(from.data(), folder);
@@ -46,8 +19,6 @@ std::string ReferenceWithin(const std::string& from, const std::string& to) {
     if (!to.starts_with(base) || to.find(':', folder) != std::string::npos) return to;
     return to.substr(folder);
 }
-
-} // namespace
 
 std::string OpenRoot(const char* root, XpsFlavour flavour) {
     return std::string("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<") + root + " xmlns=\"" +

@@ -7,6 +7,9 @@
 
 namespace OvPlatform {
 
+/// A reference from one part to another, as short as it gets without climbing.
+std::string ReferenceWithin(const std::string& from, const std::string& to);
+
 /// The markup of sequences and documents, element by element.
 OV_PLATFORM_API std::string OpenRoot(const char* root, XpsFlavour flavour);
 OV_PLATFORM_API std::string DocumentReferenceElement(const std::string& sequence,

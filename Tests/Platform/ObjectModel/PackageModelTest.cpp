@@ -266,6 +266,104 @@ TEST_F(PackageModel, WritesWhatWasRemovedNoMoreAndKeepsWhatOthersUse) {
     EXPECT_EQ(Contents("out.xps"), written) << "which stands there still";
 }
 
+// What documents and sequences say beside their references, and in these beside what is known.
+TEST_F(PackageModel, KeepsTheRestOfTheMarkupThatListsPages) {
+    ZipItems items = SampleJob().Items();
+    const std::string base = SampleJob().Base();
+    const std::string head = "<?xml version=\"1.0\"?>\n<!-- who --><p:FixedDocument xmlns:p='" + base +
+                             "' xmlns:o=\"urn:o\" o:a='1'>\n ";
+    const std::string one =
+        "<p:PageContent o:b='&lt;' Width='5' Source='Pages/1.fpage'><p:PageContent.LinkTargets>"
+        "<p:LinkTarget Name='t'/></p:PageContent.LinkTargets><o:in/></p:PageContent>";
+    const std::string two = "<p:PageContent Source=\"Pages/2.fpage\" Height='7'\n/>";
+    const std::string tail = "<o:last/></p:FixedDocument><?after?>";
+    items["Documents/1/FixedDoc.fdoc"] = head + one + "<!-- between --><o:x/>" + two + tail;
+    const std::string sequenceMarkup = "<FixedDocumentSequence xmlns=\"" + base +
+                                       "\" ><!-- s --><DocumentReference "
+                                       "Source=\"Documents/1/FixedDoc.fdoc\" /><x xmlns='urn:x'/>"
+                                       "</FixedDocumentSequence>";
+    items["FixedDocSeq.fdseq"] = sequenceMarkup;
+    WriteZip(folder / "in.xps", items);
+
+    struct Edit {
+        std::function<void()> make;
+        std::string document;
+    };
+    const std::string made = "<p:PageContent Source=\"/new.fpage\" Width=\"10\" Height=\"20\"/>";
+    const auto setSize = [&](FLOAT width, FLOAT height) {
+        const XPS_SIZE size{width, height};
+        EXPECT_EQ(Page(0, 0)->SetAdvisoryPageDimensions(&size), S_OK);
+    };
+    const Edit edits[] = {
+        {[&] { EXPECT_EQ(PagesOf(Document(0))->RemoveAt(0), S_OK); },
+         head + "<!-- between --><o:x/>" + two + tail},
+        {[&] {
+             const auto first = Page(0, 0);
+             EXPECT_EQ(PagesOf(Document(0))->RemoveAt(0), S_OK);
+             EXPECT_EQ(PagesOf(Document(0))->Append(first), S_OK);
+         },
+         head + "<!-- between --><o:x/>" + two + one + tail},
+        {[&] {
+             const XPS_SIZE size{10, 20};
+             CComPtr<IXpsOMPageReference> reference;
+             CComPtr<IXpsOMPage> page;
+             EXPECT_EQ(factory->CreatePageReference(&size, &reference), S_OK);
+             EXPECT_EQ(factory->CreatePage(&size, L"en", Uri(L"/new.fpage"), &page), S_OK);
+             EXPECT_EQ(reference->SetPage(page), S_OK);
+             EXPECT_EQ(PagesOf(Document(0))->InsertAt(1, reference), S_OK);
+         },
+         head + one + made + "<!-- between --><o:x/>" + two + tail},
+        {[&] { setSize(-1, 8.5F); },
+         head + "<p:PageContent o:b='&lt;' Source='Pages/1.fpage' Height=\"8.5\">" +
+             one.substr(one.find('>') + 1) + "<!-- between --><o:x/>" + two + tail},
+        {[&] {
+             CComPtr<IXpsOMPage> page;
+             EXPECT_EQ(Page(0, 1)->GetPage(&page), S_OK);
+             EXPECT_EQ(page->SetPartName(Uri(L"/Documents/1/b.fpage")), S_OK);
+         },
+         head + one + "<!-- between --><o:x/><p:PageContent Source=\"b.fpage\" Height='7'\n/>" + tail},
+    };
+    for (const Edit& edit : edits) {
+        ASSERT_EQ(Open("in.xps"), S_OK);
+        edit.make();
+        ASSERT_EQ(Write("out.xps"), S_OK);
+        EXPECT_THAT(Contents("out.xps").parts.at("/Documents/1/FixedDoc.fdoc"),
+                    testing::EndsWith("\n" + edit.document));
+        EXPECT_EQ(Open("out.xps"), S_OK);
+    }
+
+    // Another name, and a document and a page of another package.
+    ASSERT_EQ(Open("in.xps"), S_OK);
+    EXPECT_EQ(Document(0)->SetPartName(Uri(L"/d.fdoc")), S_OK);
+    SampleJob other;
+    other.documents = 2;
+    WriteZip(folder / "other.xps", other.Items());
+    const CComPtr<IXpsOMDocumentCollection> here = documents;
+    const CComPtr<IXpsOMPackage1> target = package;
+    const auto moved = Page(0, 0);
+    EXPECT_EQ(PagesOf(Document(0))->RemoveAt(0), S_OK);
+    ASSERT_EQ(Open("other.xps"), S_OK);
+    const auto second = Document(1);
+    EXPECT_EQ(documents->RemoveAt(1), S_OK);
+    EXPECT_EQ(PagesOf(second)->Append(moved), S_OK);
+    EXPECT_EQ(here->Append(second), S_OK);
+    ASSERT_EQ(target->WriteToFile(Path("out.xps").c_str(), nullptr, 0x80, FALSE), S_OK);
+    const PackageContents written = Contents("out.xps");
+    EXPECT_THAT(written.parts.at("/d.fdoc"),
+                testing::EndsWith("\n" + head +
+                                  "<!-- between --><o:x/><p:PageContent "
+                                  "Source=\"Documents/1/Pages/2.fpage\" Height='7'\n/>" +
+                                  tail));
+    EXPECT_THAT(
+        written.parts.at("/Documents/2/FixedDoc.fdoc"),
+        testing::HasSubstr("<p:PageContent xmlns:o=\"urn:o\" xmlns:p=\"" + base +
+                           "\" xmlns=\"\" o:b='&lt;' Width='5' Source=\"/Documents/1/Pages/1.fpage\">"));
+    std::string sequenceNow = sequenceMarkup;
+    sequenceNow.replace(sequenceNow.find("Documents/1/FixedDoc.fdoc"), 25, "d.fdoc");
+    sequenceNow.insert(sequenceNow.find("<x "), "<DocumentReference Source=\"Documents/2/FixedDoc.fdoc\"/>");
+    EXPECT_THAT(written.parts.at("/FixedDocSeq.fdseq"), testing::EndsWith("\n" + sequenceNow));
+}
+
 TEST_F(PackageModel, ReplacesWhatHangsOnAPart) {
     WriteZip(folder / "in.xps", FullJob(true).Items());
     ASSERT_EQ(Open("in.xps"), S_OK);
@@ -467,6 +565,13 @@ std::function<void()> ReadsAndWrites(const SampleJob& job, bool isEdited) {
         ASSERT_EQ(package->GetDocumentSequence(&sequence), S_OK);
         if (isEdited) {
             ASSERT_EQ(sequence->SetPrintTicketResource(nullptr), S_OK);
+            CComPtr<IXpsOMDocumentCollection> documents;
+            CComPtr<IXpsOMDocument> document;
+            CComPtr<IXpsOMPageReferenceCollection> pages;
+            ASSERT_EQ(sequence->GetDocuments(&documents), S_OK);
+            ASSERT_EQ(documents->GetAt(0, &document), S_OK);
+            ASSERT_EQ(document->GetPageReferences(&pages), S_OK);
+            ASSERT_EQ(pages->RemoveAt(1), S_OK);
         }
         ASSERT_EQ(package->WriteToFile((*folder / "out.xps").wstring().c_str(), nullptr, 0x80, FALSE), S_OK);
     };

@@ -336,9 +336,11 @@ TEST_F(PackagePages, StandBesideCorePropertiesThatAreKeptOrSet) {
     ZipItems items = SampleJob().Items();
     items["docProps/core.xml"] =
         "<c:coreProperties xmlns:c=\"" + core +
-        "\" xmlns:d=\"http://purl.org/dc/elements/1.1/\" xmlns:t=\"http://purl.org/dc/terms/\"><d:title>A "
+        "\" xmlns:xsi=\"urn:other\" xmlns:d=\"http://purl.org/dc/elements/1.1/\" "
+        "xmlns:t=\"http://purl.org/dc/terms/\"><d:title>A "
         "&amp; "
-        "B</d:title><t:created>2005-06-07T08:09:10Z</t:created><d:other/></c:coreProperties>";
+        "B</d:title><t:created>2005-06-07T08:09:10Z</t:created><!-- x --><d:other xmlns:o='urn:o' "
+        "o:a='1'/></c:coreProperties>";
     WriteZip(folder / "in.xps", items);
     const OpenPackage open(factory, folder / "in.xps");
     CComPtr<IXpsOMCoreProperties> properties;
@@ -358,11 +360,18 @@ TEST_F(PackagePages, StandBesideCorePropertiesThatAreKeptOrSet) {
 
     EXPECT_EQ(properties->SetCategory(L"<stamped>"), S_OK);
     EXPECT_EQ(properties->SetCategory(L"\xD800"), E_INVALIDARG);
+    EXPECT_EQ(properties->SetTitle(L"A & C"), S_OK);
+    const SYSTEMTIME modified{2024, 2, 0, 29, 0, 0, 0, 0};
+    EXPECT_EQ(properties->SetModified(&modified), S_OK);
     ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
-    EXPECT_THAT(Contents("out.xps").parts.at("/docProps/core.xml"),
-                AllOf(HasSubstr("<category>&lt;stamped&gt;</category>"),
-                      HasSubstr("<dc:title>A &amp; B</dc:title>"),
-                      HasSubstr(">2005-06-07T08:09:10Z</dcterms:created>")));
+    EXPECT_THAT(
+        Contents("out.xps").parts.at("/docProps/core.xml"),
+        HasSubstr("<d:title>A &amp; C</d:title><t:created>2005-06-07T08:09:10Z</t:created><!-- x -->"
+                  "<d:other xmlns:o=\"urn:o\" o:a=\"1\"/><c:category>&lt;stamped&gt;</c:category>"
+                  "<t:modified n1:type=\"t:W3CDTF\">2024-02-29T00:00:00Z</t:modified></c:coreProperties>"));
+    EXPECT_EQ(properties->SetTitle(nullptr), S_OK);
+    ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
+    EXPECT_THAT(Contents("out.xps").parts.at("/docProps/core.xml"), testing::Not(HasSubstr("title")));
     EXPECT_EQ(open.package->SetCoreProperties(nullptr), S_OK);
     ASSERT_EQ(Write(open.package, "out.xps"), S_OK);
     EXPECT_FALSE(Contents("out.xps").Has("/docProps/core.xml"));
