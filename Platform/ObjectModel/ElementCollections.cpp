@@ -78,12 +78,10 @@ bool DictionaryObject::IsChild(ElementKind kind) const {
     }
 }
 
-std::uint32_t DictionaryObject::IndexOf(const PageElement& entry) {
-    if (entry.Owner() != this) throw MarkupFailure(XPS_E_RESOURCE_NOT_OWNED);
-    std::uint32_t index = 0;
-    while (&Child(index) != &entry)
-        ++index;
-    return index;
+std::uint32_t DictionaryObject::IndexOfEntry(IXpsOMShareable* entry) {
+    const PageElement& element = ElementOf(entry);
+    if (element.Owner() != this) throw MarkupFailure(XPS_E_RESOURCE_NOT_OWNED);
+    return IndexOf(element);
 }
 
 std::string DictionaryObject::NewKey(LPCWSTR key, std::uint32_t replaced) {
@@ -141,12 +139,12 @@ HRESULT DictionaryObject::GetByKey(LPCWSTR key, IXpsOMShareable* before, IXpsOMS
         *entry = nullptr;
         const std::string wanted = ToMarkup(key);
         const std::optional<std::uint32_t> index = FindKey(wanted);
-        if (!index || (before != nullptr && *index >= IndexOf(ElementOf(before)))) return;
+        if (!index || (before != nullptr && *index >= IndexOfEntry(before))) return;
         GiveInterface(Child(*index).Identity(), entry);
     });
 }
 HRESULT DictionaryObject::GetIndex(IXpsOMShareable* entry, UINT32* index) {
-    return ElementCall([&] { Give(index, UINT32{IndexOf(ElementOf(entry))}); });
+    return ElementCall([&] { Give(index, UINT32{IndexOfEntry(entry)}); });
 }
 HRESULT DictionaryObject::Append(LPCWSTR key, IXpsOMShareable* entry) {
     return ElementCall([&] { Insert(ChildCount(), key, entry); });

@@ -43,7 +43,7 @@ public:
 
 private:
     bool IsChild(ElementKind kind) const override;
-    std::uint32_t IndexOf(const PageElement& entry);
+    std::uint32_t IndexOfEntry(IXpsOMShareable* entry);
     /// `replaced`: the entry that the key may be that of; noElement.
     std::string NewKey(LPCWSTR key, std::uint32_t replaced);
     void Insert(std::uint32_t index, LPCWSTR key, IXpsOMShareable* entry);

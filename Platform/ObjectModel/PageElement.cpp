@@ -104,16 +104,18 @@ std::optional<std::string> PageElement::Attribute(std::string_view name) const {
 }
 
 void PageElement::SetAttribute(std::string_view name, ReferringValue value) {
+    if (m_owner != nullptr && name == keyAttribute) m_owner->NoteKey(m_id, Attribute(name), value.Text());
     if (const Edit* const edit = FindEdit(name); edit != nullptr)
         m_edits[static_cast<std::size_t>(edit - m_edits.data())].value = std::move(value);
     else
         m_edits.push_back({std::string(name), std::move(value)});
-    if (m_owner != nullptr && name == keyAttribute) m_owner->m_hasKeys = false;
     Touch();
 }
 
 void PageElement::RemoveAttribute(std::string_view name) {
-    if (!Attribute(name)) return;
+    const std::optional<std::string> before = Attribute(name);
+    if (!before) return;
+    if (m_owner != nullptr && name == keyAttribute) m_owner->NoteKey(m_id, before, std::nullopt);
     std::erase_if(m_edits, [&](const Edit& edit) { return edit.name == name; });
     if (SourceAttribute(name)) m_edits.push_back({std::string(name), std::nullopt});
     Touch();
@@ -243,7 +245,7 @@ void PageElement::LoadChildren() {
     if (std::exchange(m_hasChildren, true) || !IsInSource()) return;
     for (std::uint32_t at = m_source->FirstChild(m_index); at != noElement;
          at = m_source->NextSibling(m_index, at))
-        if (IsChild(m_source->At(at).kind)) m_children.push_back({at, at, {}});
+        if (IsChild(m_source->At(at).kind)) m_children.push_back({at, at, {}, m_nextId++});
 }
 
 std::uint32_t PageElement::ChildCount() {
@@ -257,6 +259,7 @@ PageElement& PageElement::Child(std::uint32_t index) {
     if (!child.object) {
         child.object = MakeElementObject(m_source, child.element);
         child.object->m_owner = this;
+        child.object->m_id = child.id;
     }
     return *child.object.Get();
 }
@@ -275,41 +278,70 @@ std::optional<std::string> PageElement::ChildKey(std::uint32_t index) {
 std::optional<std::uint32_t> PageElement::FindKey(const std::string& key) {
     if (!std::exchange(m_hasKeys, true)) {
         m_keys.clear();
+        m_hasEqualKeys = false;
         for (std::uint32_t index = 0; index < ChildCount(); ++index)
             if (std::optional<std::string> name = ChildKey(index); name)
-                m_keys.try_emplace(std::move(*name), index);
+                m_hasEqualKeys |= !m_keys.try_emplace(std::move(*name), m_children[index].id).second;
     }
     const auto found = m_keys.find(key);
-    return found == m_keys.end() ? std::nullopt : std::optional(found->second);
+    return found == m_keys.end() ? std::nullopt : std::optional(IndexOfId(found->second));
+}
+
+// Where keys are equal, which one is the first is found anew.
+void PageElement::NoteKey(std::uint32_t id, const std::optional<std::string>& before,
+                          const std::optional<std::string>& now) {
+    if (!m_hasKeys || m_hasEqualKeys) {
+        m_hasKeys = false;
+        return;
+    }
+    if (before) m_keys.erase(*before);
+    if (now) m_hasKeys = m_keys.try_emplace(*now, id).second;
+}
+
+std::uint32_t PageElement::IndexOf(const PageElement& child) { return IndexOfId(child.m_id); }
+
+std::uint32_t PageElement::IndexOfId(std::uint32_t id) {
+    if (!std::exchange(m_hasIndices, true)) {
+        m_indexOfId.resize(m_nextId);
+        for (std::uint32_t index = 0; index < m_children.size(); ++index)
+            m_indexOfId[m_children[index].id] = index;
+    }
+    return m_indexOfId[id];
 }
 
 void PageElement::InsertChild(std::uint32_t index, PageElement& child) {
     LoadChildren();
     CheckCanOwn(child);
-    m_children.insert(m_children.begin() + index, {noElement, noElement, ElementPtr(&child)});
-    m_hasKeys = false;
+    const bool isLast = index == m_children.size();
+    if (isLast && m_hasIndices) m_indexOfId.push_back(index);
+    m_children.insert(m_children.begin() + index, {noElement, noElement, ElementPtr(&child), m_nextId});
+    m_hasIndices = isLast && m_hasIndices;
+    child.m_id = m_nextId++;
+    NoteKey(child.m_id, std::nullopt, child.Attribute(keyAttribute));
     Adopt(child);
     Touch();
 }
 
 void PageElement::RemoveChild(std::uint32_t index) {
     LoadChildren();
+    NoteKey(m_children[index].id, ChildKey(index), std::nullopt);
     ChildEntry& child = m_children[index];
     if (child.element != noElement) RemoveFromSource(child.element);
     LetGo(child.object);
     m_children.erase(m_children.begin() + index);
-    m_hasKeys = false;
+    m_hasIndices = false;
     Touch();
 }
 
 void PageElement::ReplaceChild(std::uint32_t index, PageElement& child) {
     LoadChildren();
     CheckCanOwn(child);
+    NoteKey(m_children[index].id, ChildKey(index), child.Attribute(keyAttribute));
     ChildEntry& replaced = m_children[index];
     if (replaced.element != noElement) RemoveFromSource(replaced.element);
     LetGo(replaced.object);
-    replaced = {noElement, replaced.place, ElementPtr(&child)};
-    m_hasKeys = false;
+    replaced = {noElement, replaced.place, ElementPtr(&child), replaced.id};
+    child.m_id = replaced.id;
     Adopt(child);
     Touch();
 }

@@ -97,6 +97,8 @@ public:
     std::optional<std::string> ChildKey(std::uint32_t index);
     /// The first of that key.
     std::optional<std::uint32_t> FindKey(const std::string& key);
+    /// Of one that stands in this.
+    std::uint32_t IndexOf(const PageElement& child);
     void InsertChild(std::uint32_t index, PageElement& child);
     void RemoveChild(std::uint32_t index);
     void ReplaceChild(std::uint32_t index, PageElement& child);
@@ -154,6 +156,7 @@ private:
         std::uint32_t element; ///< of the source; noElement for one that came later
         std::uint32_t place;   ///< the element of the source that it stands for; noElement for none
         ElementPtr object;
+        std::uint32_t id = 0; ///< its own for as long as it stands there
     };
 
     bool IsName(std::string_view name, std::string_view written) const;
@@ -165,6 +168,10 @@ private:
     /// Where the format wants it among the others.
     PropertyValue& InsertValue(PropertyValue value);
     void DropValue(std::string_view name);
+    std::uint32_t IndexOfId(std::uint32_t id);
+    /// The key of a child is another one from now on.
+    void NoteKey(std::uint32_t id, const std::optional<std::string>& before,
+                 const std::optional<std::string>& now);
     void Adopt(PageElement& element) noexcept;
     static void LetGo(ElementPtr& element) noexcept;
 
@@ -194,8 +201,13 @@ private:
     std::vector<Edit> m_edits;
     std::vector<PropertyValue> m_values;
     std::vector<ChildEntry> m_children;
-    std::unordered_map<std::string, std::uint32_t> m_keys; // of the children, as long as m_hasKeys
+    std::unordered_map<std::string, std::uint32_t> m_keys; // ids of children, as long as m_hasKeys
     bool m_hasKeys = false;
+    bool m_hasEqualKeys = false;            // the first one's id stands for them
+    std::vector<std::uint32_t> m_indexOfId; // of children, as long as m_hasIndices
+    bool m_hasIndices = false;
+    std::uint32_t m_nextId = 0;           // for a child
+    std::uint32_t m_id = 0;               // among the children of its owner
     std::vector<std::uint32_t> m_removed; // elements of the source, in its order
 };
 

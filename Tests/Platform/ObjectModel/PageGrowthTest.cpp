@@ -38,6 +38,28 @@ Run LookUpAll(std::size_t n) {
     };
 }
 
+// Appended, looked for by key and by themselves, and given other keys.
+Run FillDictionary(std::size_t n) {
+    const auto model = std::make_shared<PageModel>();
+    return [model, n] {
+        CComPtr<IXpsOMDictionary> dictionary;
+        (*model)->CreateDictionary(&dictionary);
+        std::vector<CComPtr<IXpsOMSolidColorBrush>> brushes;
+        const auto keyOf = [](std::size_t index) { return L"k" + std::to_wstring(index); };
+        for (std::size_t index = 0; index < n; ++index) {
+            brushes.push_back(model->Solid(0, 0, 0, 0));
+            dictionary->Append(keyOf(index).c_str(), brushes.back());
+        }
+        UINT32 place = 0;
+        for (std::size_t index = 0; index < n; ++index) {
+            CComPtr<IXpsOMShareable> entry;
+            dictionary->GetByKey(keyOf(index).c_str(), brushes[n / 2], &entry);
+            dictionary->GetIndex(brushes[index], &place);
+            dictionary->SetAt(place, (keyOf(index) + L"b").c_str(), brushes[index]);
+        }
+    };
+}
+
 Run ChangeAll(std::size_t n) {
     const auto model = std::make_shared<PageModel>();
     const CComPtr<IXpsOMPage> page = model->Read(PageOf(Times(n, oneText)));
@@ -107,6 +129,7 @@ const GrowthCase growths[] = {
      }},
     {"LookUps", LookUpAll},
     {"Changes", ChangeAll},
+    {"Entries", FillDictionary},
     {"Figures",
      [](std::size_t n) {
          return ReadValue(

@@ -632,6 +632,44 @@ TEST(Dictionaries, ThatArePartsAreReadWrittenAndLookedInto) {
 }
 
 // A copy that nobody changed is new where it is set.
+// Whatever is put in, taken out or renamed in between.
+TEST(Dictionaries, FindTheFirstOfAKeyAndEachEntry) {
+    PageModel model;
+    const CComPtr<IXpsOMPage> page = model.Read(
+        PageOf("<FixedPage.Resources><ResourceDictionary><Canvas x:Key=\"a\"/><Path x:Key=\"a\"/><Glyphs "
+               "x:Key=\"b\" FontUri=\"/Resources/a.ttf\"/></ResourceDictionary></FixedPage.Resources>"));
+    CComPtr<IXpsOMDictionary> dictionary;
+    ASSERT_EQ(S_OK, page->GetDictionary(&dictionary));
+    const auto placeOf = [&](LPCWSTR key, IXpsOMShareable* before) {
+        CComPtr<IXpsOMShareable> entry;
+        UINT32 index = 99;
+        EXPECT_EQ(S_OK, dictionary->GetByKey(key, before, &entry));
+        if (entry) {
+            EXPECT_EQ(S_OK, dictionary->GetIndex(entry, &index));
+        }
+        return index;
+    };
+    EXPECT_EQ(0U, placeOf(L"a", nullptr));
+    EXPECT_EQ(S_OK, dictionary->RemoveAt(0));
+    EXPECT_EQ(0U, placeOf(L"a", nullptr)) << "the second one of that key";
+    const auto brush = model.Solid(1, 2, 3, 4);
+    EXPECT_EQ(S_OK, dictionary->InsertAt(0, L"c", brush));
+    EXPECT_EQ(1U, placeOf(L"a", nullptr));
+    EXPECT_EQ(99U, placeOf(L"a", brush));
+    EXPECT_EQ(S_OK, dictionary->Append(L"d", model.Solid(1, 2, 3, 4)));
+    EXPECT_EQ(3U, placeOf(L"d", nullptr));
+    EXPECT_EQ(S_OK, dictionary->SetAt(3, L"e", model.Solid(1, 2, 3, 4)));
+    EXPECT_EQ(99U, placeOf(L"d", nullptr));
+    EXPECT_EQ(3U, placeOf(L"e", nullptr));
+    EXPECT_EQ(S_OK, dictionary->SetAt(0, L"f", brush));
+    EXPECT_EQ(99U, placeOf(L"c", nullptr));
+    EXPECT_EQ(XPS_E_DUPLICATE_RESOURCE_KEYS, dictionary->Append(L"f", model.Solid(1, 2, 3, 4)));
+    EXPECT_EQ(S_OK, dictionary->RemoveAt(1));
+    EXPECT_EQ(1U, placeOf(L"b", nullptr));
+    UINT32 index = 0;
+    EXPECT_EQ(XPS_E_RESOURCE_NOT_OWNED, dictionary->GetIndex(model.Solid(1, 2, 3, 4), &index));
+}
+
 TEST(CopiedValues, AreWrittenWhereTheyAreSet) {
     PageModel model;
     const std::string shape = "<PathGeometry><PathFigure StartPoint=\"0,0\"><PolyLineSegment Points=\"1,1\"/>"
