@@ -4,24 +4,6 @@
 
 namespace OvPlatform {
 
-HRESULT PageReferenceCollection::Take(IXpsOMPageReference* reference) {
-    const auto own = Behind<PageReferenceObject>(reference);
-    if (!own) return XPS_E_NO_CUSTOM_OBJECTS;
-    if (own->HasOwner()) return XPS_E_ALREADY_OWNED;
-    own->SetOwner(m_owner);
-    return S_OK;
-}
-
-void PageReferenceCollection::LetGo(IXpsOMPageReference* reference) {
-    Behind<PageReferenceObject>(reference)->SetOwner(nullptr);
-}
-
-void PageReferenceCollection::SetOwner(IXpsOMDocument* owner) {
-    m_owner = owner;
-    for (const auto& reference : Items())
-        static_cast<PageReferenceObject*>(reference.p)->SetOwner(owner);
-}
-
 HRESULT DocumentObject::Create(IOpcPartUri* uri, IXpsOMDocument** document) {
     return ModelCall(document, [&] {
         if (uri == nullptr) return E_POINTER;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "ObjectModel/Collections.h"
-#include "ObjectModel/OwnObject.h"
+#include "ObjectModel/OwnedCollection.h"
 #include "ObjectModel/PageReferenceObject.h"
 #include "ObjectModel/RelatedPart.h"
 
@@ -9,20 +8,8 @@
 
 namespace OvPlatform {
 
-/// The pages of a document, in their order. A reference belongs to one document at a time
-/// (XPS_E_ALREADY_OWNED).
-class PageReferenceCollection final : public Collection<IXpsOMPageReferenceCollection, IXpsOMPageReference> {
-public:
-    explicit PageReferenceCollection(IXpsOMDocument* owner) : m_owner(owner) {}
-    /// With null as the document ends.
-    void SetOwner(IXpsOMDocument* owner);
-
-private:
-    HRESULT Take(IXpsOMPageReference* reference) override;
-    void LetGo(IXpsOMPageReference* reference) override;
-
-    IXpsOMDocument* m_owner;
-};
+using PageReferenceCollection =
+    OwnedCollection<IXpsOMPageReferenceCollection, IXpsOMPageReference, PageReferenceObject, IXpsOMDocument>;
 
 class DocumentObject final : public OwnObject<DocumentObject, IXpsOMDocument> {
 public:

@@ -4,24 +4,6 @@
 
 namespace OvPlatform {
 
-HRESULT DocumentCollection::Take(IXpsOMDocument* document) {
-    const auto own = Behind<DocumentObject>(document);
-    if (!own) return XPS_E_NO_CUSTOM_OBJECTS;
-    if (own->HasOwner()) return XPS_E_ALREADY_OWNED;
-    own->SetOwner(m_owner);
-    return S_OK;
-}
-
-void DocumentCollection::LetGo(IXpsOMDocument* document) {
-    Behind<DocumentObject>(document)->SetOwner(nullptr);
-}
-
-void DocumentCollection::SetOwner(IXpsOMDocumentSequence* owner) {
-    m_owner = owner;
-    for (const auto& document : Items())
-        static_cast<DocumentObject*>(document.p)->SetOwner(owner);
-}
-
 HRESULT DocumentSequenceObject::Create(IOpcPartUri* uri, IXpsOMDocumentSequence** sequence) {
     return ModelCall(sequence, [&] {
         if (uri == nullptr) return E_POINTER;

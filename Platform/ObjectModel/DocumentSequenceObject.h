@@ -1,28 +1,15 @@
 #pragma once
 
-#include "ObjectModel/Collections.h"
 #include "ObjectModel/DocumentObject.h"
-#include "ObjectModel/OwnObject.h"
+#include "ObjectModel/OwnedCollection.h"
 #include "ObjectModel/RelatedPart.h"
 
 #include <string>
 
 namespace OvPlatform {
 
-/// The documents of a sequence, in their order. A document belongs to one sequence at a time
-/// (XPS_E_ALREADY_OWNED).
-class DocumentCollection final : public Collection<IXpsOMDocumentCollection, IXpsOMDocument> {
-public:
-    explicit DocumentCollection(IXpsOMDocumentSequence* owner) : m_owner(owner) {}
-    /// With null as the sequence ends.
-    void SetOwner(IXpsOMDocumentSequence* owner);
-
-private:
-    HRESULT Take(IXpsOMDocument* document) override;
-    void LetGo(IXpsOMDocument* document) override;
-
-    IXpsOMDocumentSequence* m_owner;
-};
+using DocumentCollection =
+    OwnedCollection<IXpsOMDocumentCollection, IXpsOMDocument, DocumentObject, IXpsOMDocumentSequence>;
 
 class DocumentSequenceObject final : public OwnObject<DocumentSequenceObject, IXpsOMDocumentSequence> {
 public:

@@ -28,7 +28,9 @@ public:
     XpsObjectModelWrapper& operator=(const XpsObjectModelWrapper&) = delete;
 
     /// Takes the place of any package that the object had. E_FAIL without an object model; otherwise the
-    /// platform's result.
+    /// platform's result. Deliberate: a job's ticket that the object keeps stays, whichever package it was
+    /// read from or made for, since whoever asked for it may use it as long as the object lives; it is
+    /// written with this package.
     HRESULT ReadPackageFromFile(const CXString& path);
 
     /// A sequence with one document without pages. False if there is a package, and on failure. Deliberate: a
@@ -57,8 +59,9 @@ public:
     bool AddImageToPages(const CXString& partName, const CXString& imageFile, const XPS_RECT& pathRect,
                          const XPS_RECT& viewbox, float opacity, bool firstPageOnly);
 
-    /// The ticket of the package that was read, read once; null where it has none. The object keeps it. What
-    /// is changed in it is written with the package.
+    /// The ticket that the object keeps; where it keeps none, that of the package that was read, and null
+    /// where that has none. The object keeps it to its end. What is changed in it is written with the
+    /// package.
     PrintTicketXmlDocument* TryToGetPtrToJobLevelPrintTicket();
     /// The same, or a new one.
     PrintTicketXmlDocument* TryToGetPtrToOrCreateJobLevelPrintTicket();

@@ -62,6 +62,21 @@ void RequireArguments(const Part& part, const CComPtr<IXpsOMObjectFactory>& obje
     if (!part || !objectFactory || !opcFactory) ThrowComException(E_INVALIDARG);
 }
 
+// What an object is made of, whatever kind of part it is.
+struct PartCopy {
+    CComPtr<IStream> stream;
+    CComPtr<IOpcPartUri> uri;
+
+    template <class Part>
+    PartCopy(const CComPtr<Part>& part, const CComPtr<IXpsOMObjectFactory>& objectFactory,
+             const CComPtr<IOpcFactory>& opcFactory) {
+        RequireArguments(part, objectFactory, opcFactory);
+        const CComPtr<IPartBase> base(part.p);
+        stream = GetIStreamFromPart(base);
+        uri = CreateOpcPartUriFromPart(base, opcFactory);
+    }
+};
+
 struct ImageTypeRow {
     const wchar_t* contentType;
     XPS_IMAGE_TYPE type;
@@ -177,13 +192,10 @@ CComPtr<IXpsOMPage> CreateXpsOMPageFromIFixedPage(const CComPtr<IFixedPage>& pag
                                                   const CComPtr<IXpsOMObjectFactory>& objectFactory,
                                                   const CComPtr<IOpcFactory>& opcFactory) {
     const OperationScope operation("CreateXpsOMPageFromIFixedPage");
-    RequireArguments(page, objectFactory, opcFactory);
-    const CComPtr<IPartBase> part(page.p);
-    const CComPtr<IStream> markup = GetIStreamFromPart(part);
-    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(part, opcFactory);
+    const PartCopy copy(page, objectFactory, opcFactory);
     const CComPtr<IXpsOMPartResources> resources = CollectPageResources(page, objectFactory, opcFactory);
     CComPtr<IXpsOMPage> made;
-    ThrowIfFailed(objectFactory->CreatePageFromStream(markup, uri, resources, FALSE, &made));
+    ThrowIfFailed(objectFactory->CreatePageFromStream(copy.stream, copy.uri, resources, FALSE, &made));
     return made;
 }
 
@@ -208,12 +220,9 @@ CComPtr<IXpsOMImageResource> CreateImageFromIPartImage(const CComPtr<IPartImage>
                                                        const CComPtr<IXpsOMObjectFactory>& objectFactory,
                                                        const CComPtr<IOpcFactory>& opcFactory) {
     const OperationScope operation("CreateImageFromIPartImage");
-    RequireArguments(part, objectFactory, opcFactory);
-    const CComPtr<IPartBase> base(part.p);
-    const CComPtr<IStream> stream = GetIStreamFromPart(base);
-    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    const PartCopy copy(part, objectFactory, opcFactory);
     CComPtr<IXpsOMImageResource> image;
-    ThrowIfFailed(objectFactory->CreateImageResource(stream, ImageTypeOf(*part), uri, &image));
+    ThrowIfFailed(objectFactory->CreateImageResource(copy.stream, ImageTypeOf(*part), copy.uri, &image));
     return image;
 }
 
@@ -222,12 +231,9 @@ CreateProfileFromIPartColorProfile(const CComPtr<IPartColorProfile>& part,
                                    const CComPtr<IXpsOMObjectFactory>& objectFactory,
                                    const CComPtr<IOpcFactory>& opcFactory) {
     const OperationScope operation("CreateProfileFromIPartColorProfile");
-    RequireArguments(part, objectFactory, opcFactory);
-    const CComPtr<IPartBase> base(part.p);
-    const CComPtr<IStream> stream = GetIStreamFromPart(base);
-    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    const PartCopy copy(part, objectFactory, opcFactory);
     CComPtr<IXpsOMColorProfileResource> profile;
-    ThrowIfFailed(objectFactory->CreateColorProfileResource(stream, uri, &profile));
+    ThrowIfFailed(objectFactory->CreateColorProfileResource(copy.stream, copy.uri, &profile));
     return profile;
 }
 
@@ -235,13 +241,11 @@ CComPtr<IXpsOMRemoteDictionaryResource> CreateDictionaryFromIPartResourceDiction
     const CComPtr<IPartResourceDictionary>& part, const CComPtr<IXpsOMObjectFactory>& objectFactory,
     const CComPtr<IOpcFactory>& opcFactory, const CComPtr<IXpsOMPartResources>& resources) {
     const OperationScope operation("CreateDictionaryFromIPartResourceDictionary");
-    RequireArguments(part, objectFactory, opcFactory);
-    const CComPtr<IPartBase> base(part.p);
-    const CComPtr<IStream> stream = GetIStreamFromPart(base);
-    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    if (!resources) ThrowComException(E_INVALIDARG);
+    const PartCopy copy(part, objectFactory, opcFactory);
     CComPtr<IXpsOMRemoteDictionaryResource> dictionary;
-    ThrowIfFailed(
-        objectFactory->CreateRemoteDictionaryResourceFromStream(stream, uri, resources, &dictionary));
+    ThrowIfFailed(objectFactory->CreateRemoteDictionaryResourceFromStream(copy.stream, copy.uri, resources,
+                                                                          &dictionary));
     return dictionary;
 }
 
@@ -249,11 +253,8 @@ CComPtr<IXpsOMFontResource> CreateFontFromIPartFont(const CComPtr<IPartFont>& pa
                                                     const CComPtr<IXpsOMObjectFactory>& objectFactory,
                                                     const CComPtr<IOpcFactory>& opcFactory) {
     const OperationScope operation("CreateFontFromIPartFont");
-    RequireArguments(part, objectFactory, opcFactory);
-    const CComPtr<IPartBase> base(part.p);
-    const CComPtr<IStream> stream = GetIStreamFromPart(base);
-    const CComPtr<IOpcPartUri> uri = CreateOpcPartUriFromPart(base, opcFactory);
+    const PartCopy copy(part, objectFactory, opcFactory);
     CComPtr<IXpsOMFontResource> font;
-    ThrowIfFailed(objectFactory->CreateFontResource(stream, EmbeddingOf(*part), uri, FALSE, &font));
+    ThrowIfFailed(objectFactory->CreateFontResource(copy.stream, EmbeddingOf(*part), copy.uri, FALSE, &font));
     return font;
 }

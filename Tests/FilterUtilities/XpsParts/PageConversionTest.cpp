@@ -1,5 +1,5 @@
 // The pipeline's pages and resources as objects of the document object model.
-#include "Support/FakeParts.h"
+#include "FakeResources.h"
 #include "Support/Rows.h"
 #include "Support/SkipOnWindows.h"
 
@@ -18,51 +18,7 @@ namespace {
 
 using testing::HasSubstr;
 
-constexpr const wchar_t* fontName = L"/Resources/00010203-0405-0607-0809-0A0B0C0D0E0F.odttf";
 const std::string base = "http://schemas.microsoft.com/xps/2005/06";
-
-class FakePicture : public FakeImagePart {
-public:
-    FakePicture(std::wstring name, std::wstring type, std::string content = "picture")
-        : FakeImagePart(std::move(name), std::move(content)), contentType(std::move(type)) {}
-    std::wstring contentType;
-    HRESULT propertiesResult = S_OK;
-
-    HRESULT STDMETHODCALLTYPE GetImageProperties(BSTR* out) override {
-        if (FAILED(propertiesResult)) return propertiesResult;
-        *out = SysAllocString(contentType.c_str());
-        return S_OK;
-    }
-};
-
-// Of a font, with or without the newer interface.
-template <typename... Interfaces>
-class FakeFontOf : public FakePartOf<Interfaces...> {
-public:
-    FakeFontOf() : FakePartOf<Interfaces...>(fontName, "font") {}
-    EXpsFontOptions options = Font_Normal;
-    EXpsFontRestriction restriction = Xps_Restricted_Font_Installable;
-    HRESULT propertiesResult = S_OK;
-
-    HRESULT STDMETHODCALLTYPE GetFontProperties(BSTR* type, EXpsFontOptions* out) override {
-        if (FAILED(propertiesResult)) return propertiesResult;
-        *type = SysAllocString(L"application/vnd.ms-opentype");
-        *out = options;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE SetFontContent(PCWSTR) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SetFontOptions(EXpsFontOptions) override { return S_OK; }
-};
-using FakeOldFont = FakeFontOf<IPartFont, IPartBase>;
-class FakeFont : public FakeFontOf<IPartFont2, IPartFont, IPartBase> {
-public:
-    HRESULT STDMETHODCALLTYPE GetFontRestriction(EXpsFontRestriction* out) override {
-        *out = restriction;
-        return S_OK;
-    }
-};
-using FakeProfile = FakePartOf<IPartColorProfile, IPartBase>;
-using FakeDictionary = FakePartOf<IPartResourceDictionary, IPartBase>;
 
 class PageConversion : public testing::Test {
 protected:
@@ -218,6 +174,10 @@ TEST_F(PageConversion, MakesAPageWithItsResourcesUnderTheirNames) {
                  [&] { CreateXpsOMPageFromIFixedPage(fixedPage, objects, packaging); });
     ExpectThrown(E_INVALIDARG, "CreateXpsOMPageFromIFixedPage",
                  [&] { CreateXpsOMPageFromIFixedPage({}, objects, packaging); });
+    ExpectThrown(E_INVALIDARG, "CreateDictionaryFromIPartResourceDictionary", [&] {
+        CreateDictionaryFromIPartResourceDictionary(CComPtr<IPartResourceDictionary>(dictionary), objects,
+                                                    packaging, {});
+    });
     ExpectThrown(E_INVALIDARG, "CollectPageResources",
                  [&] { CollectPageResources(fixedPage, {}, packaging); });
     EXPECT_EQ(page->References(), 2u) << "that of the test and that of its pointer";
