@@ -221,6 +221,15 @@ TEST_F(PackageWrapper, GivesTheTicketsOfTheJobAndOfPages) {
     EXPECT_THAT(Part("/Job_PT.xml"), HasSubstr("TwoSidedLongEdge"));
     EXPECT_EQ(Part("/Metadata/Job_PT.xml"), "(none)");
 
+    // The ticket that was handed out stays the object's, whichever package comes next, and goes into it.
+    MakeJob(false, SampleTicket("JobDuplexAllDocumentsContiguously", "OneSided"));
+    EXPECT_EQ(wrapper.GetTotalNumberOfPages(), 2u);
+    EXPECT_EQ(wrapper.TryToGetPtrToOrCreateJobLevelPrintTicket(), ticket);
+    PrintTicketXmlDocument* second = nullptr;
+    EXPECT_FALSE(wrapper.AddEmptyJobLevelPrintTicket(&second));
+    ASSERT_TRUE(wrapper.WritePackageToFile(Path("out.xps")));
+    EXPECT_THAT(Part("/Job_PT.xml"), HasSubstr("TwoSidedLongEdge"));
+
     MakeJob(false, "<no ticket");
     Wrapper damaged;
     ASSERT_EQ(damaged.ReadPackageFromFile(Path("in.xps")), S_OK);
@@ -228,6 +237,26 @@ TEST_F(PackageWrapper, GivesTheTicketsOfTheJobAndOfPages) {
     EXPECT_EQ(damaged.ReadPackageFromFile(Path("missing.xps")), HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND));
     EXPECT_EQ(damaged.GetTotalNumberOfPages(), 0u);
     EXPECT_FALSE(damaged.AddText(L"nothing", false));
+}
+
+// Pages ahead of it have been stamped, and nothing is written unless it is asked for.
+TEST_F(PackageWrapper, FailsAtAPageThatCannotBeRead) {
+    ZipItems items = SampleJob().Items();
+    items[SampleJob::PageName(1, 2).substr(1)] = "<FixedPage";
+    WriteZip(folder / "in.xps", items);
+    ASSERT_EQ(wrapper.ReadPackageFromFile(Path("in.xps")), S_OK);
+    EXPECT_EQ(wrapper.GetTotalNumberOfPages(), 2u);
+    EXPECT_FALSE(wrapper.AddText(L"stamp", false));
+    EXPECT_FALSE(wrapper.AddImage(folder.Write("a.png", Png(8, 8))));
+    EXPECT_TRUE(wrapper.WritePackageToFile(Path("out.xps")));
+    EXPECT_THAT(Part(SampleJob::PageName(1, 1)), HasSubstr("\"stamp\""));
+    EXPECT_EQ(Part(SampleJob::PageName(1, 2)), "<FixedPage");
+
+    // A job without a ticket gets one where it is asked for.
+    EXPECT_EQ(wrapper.TryToGetPtrToJobLevelPrintTicket(), nullptr);
+    EXPECT_NE(wrapper.TryToGetPtrToOrCreateJobLevelPrintTicket(), nullptr);
+    EXPECT_TRUE(wrapper.WritePackageToFile(Path("out.xps")));
+    EXPECT_THAT(Part("/Job_PT.xml"), HasSubstr("PrintTicket"));
 }
 
 // A stamped package: the file that is written is the old one or the new one.

@@ -419,6 +419,35 @@ TEST_F(PackageModel, KeepsAPartThatIsUsedAnewWhereNothingElseLeadsToIt) {
         Contents("out.xps").Relates("/Documents/1/FixedDoc.fdoc", "/printticket", "/Metadata/Job_PT.xml"));
 }
 
+TEST_F(PackageModel, ListsAndReplacesTheSignatureBlocksOfADocument) {
+    SampleJob job;
+    ZipItems items = job.Items();
+    items["Documents/1/a.xml"] = "<SignatureDefinitions/>";
+    std::string& links = items["Documents/1/_rels/FixedDoc.fdoc.rels"];
+    links.insert(links.find("</Relationships>"), "<Relationship Id=\"sign\" Type=\"" + job.Base() +
+                                                     "/signature-definitions\" Target=\"a.xml\"/>");
+    WriteZip(folder / "in.xps", items);
+    ASSERT_EQ(Open("in.xps"), S_OK);
+    CComPtr<IXpsOMSignatureBlockResourceCollection> blocks;
+    CComPtr<IXpsOMSignatureBlockResource> block;
+    CComPtr<IXpsOMDocument> owner;
+    ASSERT_EQ(Document(0)->GetSignatureBlockResources(&blocks), S_OK);
+    ASSERT_EQ(blocks->GetByPartName(Uri(L"/Documents/1/a.xml"), &block), S_OK);
+    ASSERT_TRUE(block);
+    EXPECT_EQ(block->GetOwner(&owner), S_OK);
+    EXPECT_EQ(owner, Document(0));
+    ASSERT_EQ(Write("out.xps"), S_OK);
+    EXPECT_EQ(Contents("out.xps"), Contents("in.xps"));
+    block.Release();
+    ASSERT_EQ(factory->CreateSignatureBlockResource(StreamOf("<new/>"), Uri(L"/b.xml"), &block), S_OK);
+    EXPECT_EQ(blocks->SetAt(0, block), S_OK);
+    ASSERT_EQ(Write("out.xps"), S_OK);
+    const PackageContents written = Contents("out.xps");
+    EXPECT_FALSE(written.Has("/Documents/1/a.xml"));
+    EXPECT_EQ(written.parts.at("/b.xml"), "application/xml\n<new/>");
+    EXPECT_TRUE(written.Relates("/Documents/1/FixedDoc.fdoc", "/signature-definitions", "/b.xml"));
+}
+
 TEST_F(PackageModel, RefusesDamagedPackagesWithTheResult) {
     const std::string sequenceItem = "FixedDocSeq.fdseq";
     const std::string documentItem = "Documents/1/FixedDoc.fdoc";

@@ -32,7 +32,9 @@ const std::string opaque =
     "</Path.Fill></Path>"
     "<mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
     "<mc:Choice Requires=\"n\" xmlns:n=\"urn:n\"><Glyphs FontUri=\"/gone.ttf\"/></mc:Choice>"
-    "<mc:Fallback><Canvas/></mc:Fallback></mc:AlternateContent>\t";
+    "<mc:Fallback><Canvas/></mc:Fallback></mc:AlternateContent>\t"
+    "<Canvas xmlns:mc='http://schemas.openxmlformats.org/markup-compatibility/2006' xmlns:g=\"urn:g\" "
+    "mc:Ignorable=\"g\" g:a='1' xml:space=\"preserve\"> <![CDATA[<Glyphs>]]> <g:Glyphs/> </Canvas>";
 
 struct Form {
     const char* name;
