@@ -136,6 +136,7 @@ HRESULT FixedPagePart::SetPrintTicket(IPartPrintTicket* ticket) { return m_ticke
 HRESULT FixedPagePart::SetPagePart(IUnknown* part) {
     if (part == nullptr) return E_POINTER;
     return Guarded([&] {
+        ThreadPart() = m_core.name; // in hand again, where the part was made for it
         if (CComQIPtr<IPartPrintTicket> ticket(part); ticket) {
             m_ticket.Set(ticket);
             return S_OK;

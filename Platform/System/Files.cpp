@@ -56,6 +56,17 @@ int OpenFlags(DWORD access, DWORD disposition) {
     }
 }
 
+/// The descriptor of a file; negative with errno otherwise. A pipe would be waited for, and a device might
+/// never end.
+int OpenRegular(const std::string& path, int flags) {
+    const int descriptor = open(path.c_str(), flags | O_NONBLOCK, 0666);
+    struct stat state {};
+    if (descriptor < 0 || (fstat(descriptor, &state) == 0 && S_ISREG(state.st_mode))) return descriptor;
+    close(descriptor);
+    errno = EACCES;
+    return -1;
+}
+
 int Origin(DWORD method) {
     switch (method) {
     case FILE_BEGIN:
@@ -95,7 +106,7 @@ HANDLE CreateFileW(LPCWSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWO
     }
     try {
         const std::string path = ToUtf8(name);
-        const int descriptor = open(path.c_str(), flags, 0666);
+        const int descriptor = OpenRegular(path, flags);
         if (descriptor < 0) {
             // A missing folder is told from a missing file.
             const DWORD error = ErrorFromErrno(errno);

@@ -9,9 +9,12 @@
 
 #include <atlcomcli.h>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <exception>
+#include <string>
+#include <string_view>
 
 namespace {
 
@@ -20,16 +23,23 @@ constexpr std::wstring_view openXpsPages = L"http://schemas.openxps.org/oxps/v1.
 
 std::wstring_view View(const wchar_t* text, int length) { return {text, static_cast<std::size_t>(length)}; }
 
+/// As pages have numbers: there may be blanks around one, and a plus before it.
 float Length(ISAXAttributes& attributes, std::wstring_view name) {
     const wchar_t* value = nullptr;
     int length = 0;
-    std::string digits;
+    std::string text;
     if (SUCCEEDED(attributes.getValueFromQName(name.data(), static_cast<int>(name.size()), &value, &length)))
         for (const wchar_t unit : View(value, length))
-            digits += unit < 0x80 ? static_cast<char>(unit) : '?';
+            text += unit < 0x80 ? static_cast<char>(unit) : '?';
+    constexpr std::string_view blanks = " \t\r\n";
+    std::string_view digits = text;
+    digits.remove_prefix(std::min(digits.find_first_not_of(blanks), digits.size()));
+    digits = digits.substr(0, digits.find_last_not_of(blanks) + 1);
+    if (digits.starts_with('+')) digits.remove_prefix(1);
     float result = 0;
     const char* const end = digits.data() + digits.size();
     const auto [last, error] = std::from_chars(digits.data(), end, result);
+    // What is below 1 is no size; the library reads "inf" and "nan", too.
     if (error != std::errc() || last != end || !(result >= 1) || !std::isfinite(result))
         ThrowFailure<CPExceptionInvalidArgument>([] { return "The page has no valid size"; });
     return result;

@@ -72,8 +72,10 @@ void PageStamps::Append(std::wstring& markup, const AnnotationMarkup& writer, co
     if (annotation.fontPartName.IsEmpty()) {
         PictureResource& picture = PictureOf(annotation);
         if (!(annotation.pictureSize.Width > 0 && annotation.pictureSize.Height > 0))
-            ThrowFailure<CPExceptionInvalidArgument>(
-                [] { return "The picture of an annotation has no size"; });
+            ThrowFailure<CPExceptionInvalidArgument>([&] {
+                return "The picture of an annotation has no size: " +
+                       CPStringUtils::narrowToStdString(annotation.element.imageFileName);
+            });
         bind(picture);
         writer.AppendPicture(markup, annotation, picture.Picture());
         return;

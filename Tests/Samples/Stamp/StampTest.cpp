@@ -10,6 +10,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <numbers>
@@ -350,7 +351,7 @@ TEST_F(StampTest, StandsByTheSizeOfEachPageAndKeepsAFontForEachFace) {
     std::vector<std::string> pages;
     const auto widthOf = [](int page) { return 500 + 100 * ((page - 1) % 18); };
     for (int page = 1; page <= 20; ++page)
-        pages.push_back(Page("", "Width=\"" + std::to_string(widthOf(page)) + "\" Height=\"400\""));
+        pages.push_back(Page("", "Width=\" +" + std::to_string(widthOf(page)) + " \" Height=\"400\""));
     const CommandRun run = Stamp(elements, pages);
     ASSERT_EQ(run.code, ExitOk) << run.errors;
     EXPECT_THAT(run.errors, HasSubstr("An annotation of -5 points gets 72"));
@@ -372,6 +373,7 @@ TEST_F(StampTest, StandsByTheSizeOfEachPageAndKeepsAFontForEachFace) {
 
 TEST_F(StampTest, AJobThatCannotBeStampedLeavesNoOutput) {
     std::ofstream("text.png") << "no picture";
+    ASSERT_EQ(mkfifo("pipe.png", 0600), 0); // nobody will ever write into it
     const std::string text = TextElement("text", "x", "");
     const auto picture = [](const std::string& file) {
         return "<e><type-api>type-picture</type-api><text-api>" + file + "</text-api></e>";
@@ -382,12 +384,14 @@ TEST_F(StampTest, AJobThatCannotBeStampedLeavesNoOutput) {
         {text, Page(content, "Width=\"600\""), "The page has no valid size"},
         {text, "<FixedPage Width=\"600\" Height=\"400\"/>", "The markup of a page is not that of one"},
         {picture("nowhere.png"), Page(""), "The picture of an annotation cannot be read: nowhere.png"},
+        {picture("pipe.png"), Page(""), "The picture of an annotation cannot be read: pipe.png"},
         {picture("text.png"), Page(""), "The picture of an annotation is none: text.png"},
     };
     for (const auto& [elements, page, words] : cases) {
         const CommandRun run = Stamp(elements, {page});
         EXPECT_EQ(run.code, ExitJobFailed);
-        EXPECT_THAT(run.errors, AllOf(HasSubstr("filter Stamp"), HasSubstr(words)));
+        // Of the page, not of the font that has just been written for it.
+        EXPECT_THAT(run.errors, AllOf(HasSubstr("filter Stamp at /" + PageItem(1)), HasSubstr(words)));
         EXPECT_EQ(Lines(run.errors).size(), 1u) << run.errors;
         EXPECT_FALSE(std::filesystem::exists("out.xps"));
     }
