@@ -8,12 +8,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <string_view>
+#include <system_error>
 
 namespace OvPipeline {
 
@@ -95,7 +97,7 @@ void RequirePictureFile(const std::string& file) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> bytes(OvPlatform::OpenInputFile(file),
                                                                 &std::fclose);
     if (!bytes)
-        throw InputError(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), file,
+        throw InputError(errno == ENOENT ? HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) : E_ACCESSDENIED, file,
                          "the picture " + file + " cannot be read");
     char begin[4] = {};
     const std::string_view read(begin, std::fread(begin, 1, sizeof begin, bytes.get()));
@@ -152,6 +154,14 @@ void RefuseOption(const char* option, bool isGiven, const char* with) {
     if (isGiven) throw UsageError(std::string(option) + " goes with " + with);
 }
 
+// What markup cannot hold is refused ahead of its font: control characters, U+FFFE and U+FFFF.
+void RequireLine(const std::string& text) {
+    if (std::any_of(text.begin(), text.end(), [](char c) { return c >= 0 && c < ' '; }))
+        throw UsageError("--text is one line, without control characters");
+    for (const char* none : {"\xEF\xBF\xBE", "\xEF\xBF\xBF"})
+        if (text.find(none) != std::string::npos) throw UsageError("--text holds what is no character");
+}
+
 } // namespace
 
 StampPlan MakeStampPlan(const CommandOptions& options) {
@@ -163,10 +173,12 @@ StampPlan MakeStampPlan(const CommandOptions& options) {
     RefuseOption("--color", !isText && !options.color.empty(), "--text");
     RefuseOption("--width", isText && !options.width.empty(), "--image");
     RefuseOption("--opacity", isText && !options.opacity.empty(), "--image; a text has it in its --color");
-    if (std::any_of(options.text.begin(), options.text.end(), [](char c) { return c >= 0 && c < ' '; }))
-        throw UsageError("--text is one line, without control characters");
+    RequireLine(options.text);
     StampPlan plan;
     plan.output = OutputOf(options);
+    std::error_code error;
+    if (!isText && std::filesystem::equivalent(options.image, plan.output, error))
+        throw UsageError("the output would take the place of the picture " + options.image);
     plan.font = options.font;
     if (!options.size.empty()) plan.size = SizeOf(options.size);
     plan.color = ColorOf(options.color.empty() ? "000000" : options.color);

@@ -92,13 +92,15 @@ TEST_F(StampCommand, RefusesWithOneLineAndLeavesNoOutput) {
          "wants --text TEXT or --image FILE"},
         {{"stamp", "job.xps", "--text", ""}, ExitUsage, "--text is given an empty value"},
         {{"stamp", "job.xps", "--text", "a\nb"}, ExitUsage, "--text is one line"},
+        {{"stamp", "job.xps", "--text", "a\uFFFE"}, ExitUsage, "--text holds what is no character"},
         {{"stamp", "--text", "a"}, ExitUsage, "which job?"},
         {{"stamp", "job.xps", "--text", "a", "--size", "0"}, ExitUsage, "from 1 to 1000"},
         {{"stamp", "job.xps", "--text", "a", "--color", "red"}, ExitUsage, "RRGGBB or AARRGGBB, not \"red\""},
         {{"stamp", "job.xps", "--text", "a", "--at", "1;2"}, ExitUsage, "X,Y in points"},
         {{"stamp", "job.xps", "--text", "a", "--width", "3"}, ExitUsage, "--width goes with --image"},
         {{"stamp", "job.xps", "--image", "words.png", "--size", "9"}, ExitUsage, "--size goes with --text"},
-        {{"stamp", "job.xps", "--image", "a.tif"}, ExitInputRefused, "a.tif cannot be read"},
+        {{"stamp", "job.xps", "--image", "a.tif"}, ExitInputRefused, "a.tif cannot be read: 0x80070002"},
+        {{"stamp", "job.xps", "--image", "."}, ExitInputRefused, ". cannot be read: 0x80070005"},
         {{"stamp", "job.xps", "--image", "faulty.xps"}, ExitUsage, "ends in .jpg, .png, .gif or .bmp"},
         {{"stamp", "job.xps", "--image", "words.png"},
          ExitInputRefused,
@@ -111,6 +113,7 @@ TEST_F(StampCommand, RefusesWithOneLineAndLeavesNoOutput) {
         {{"stamp", "words.png", "--text", "a"}, ExitInputRefused, "not a zip archive"},
         {{"stamp", "faulty.xps", "--text", "a"}, ExitInputRefused, "/Documents/1/Pages/2.fpage"},
         {{"stamp", "job.xps", "--text", "a", "-o", "missing/out.xps"}, ExitJobFailed, "missing/out.xps"},
+        {{"stamp", "job.xps", "--image", "cut.png", "-o", "cut.png"}, ExitUsage, "of the picture cut.png"},
     };
     const auto before = m_folder.Names();
     for (const auto& [arguments, code, words] : rows) {
