@@ -11,9 +11,7 @@ std::wstring_view Text(BSTR text) { return {text != nullptr ? text : L"", SysStr
 
 } // namespace
 
-bool CFileResourceCache::ByUnits::operator()(const CComBSTR& left, const CComBSTR& right) const {
-    return Text(left) < Text(right);
-}
+bool CFileResourceCache::ByUnits::operator()(BSTR left, BSTR right) const { return Text(left) < Text(right); }
 
 CFileResourceCache::CFileResourceCache() : m_clientResourcesAreLoaded(false) {}
 
@@ -113,6 +111,8 @@ HRESULT CFileResourceCache::GetIPartBaseFromCache(BSTR key, IPartBase** part) {
 int CFileResourceCache::IsInCache(BSTR key) { return Find(key) != m_entries.end() ? 1 : 0; }
 
 CFileResourceCache::Entries::const_iterator CFileResourceCache::Find(BSTR key) const {
+    // Every page asks for what is there, mostly unit by unit.
+    if (const auto found = m_entries.find(key); found != m_entries.end()) return found;
     // Not by the map's own order: what counts as the same key is the locale's to say.
     return std::find_if(m_entries.begin(), m_entries.end(), [key](const auto& entry) {
         return VarBstrCmp(entry.first, key, LOCALE_USER_DEFAULT, 0) == static_cast<HRESULT>(VARCMP_EQ);

@@ -45,7 +45,8 @@ private:
         CComPtr<IPartBase> part;
     };
     struct OV_FILTER_UTILITIES_API ByUnits {
-        bool operator()(const CComBSTR& left, const CComBSTR& right) const;
+        using is_transparent = void;
+        bool operator()(BSTR left, BSTR right) const;
     };
     using Entries = std::map<CComBSTR, Entry, ByUnits>;
 
