@@ -3,6 +3,7 @@
 #include "Common/HostError.h"
 #include "Report/HresultText.h"
 
+#include <LowLevelFacilities/Failures/CPComException.h>
 #include <Package/PackageError.h>
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolderError.h>
@@ -76,6 +77,9 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& outStrea
                         ExitInputRefused);
     } catch (const OvPlatform::QueueFolderError& error) {
         return Complain(errors, error.what(), ExitInputRefused);
+    } catch (const CPComException& error) {
+        const std::string line = std::string(error.what()) + ": " + HresultText(error.GetHresult());
+        return Complain(errors, AboutJob(options, line), ExitJobFailed);
     } catch (const std::bad_alloc&) {
         return Complain(errors, HresultText(E_OUTOFMEMORY), ExitJobFailed);
     } catch (const std::exception& error) {

@@ -58,8 +58,7 @@ private:
         GdiDeviceContext fonts;
         if (m_plan.font.empty()) face = fonts.FindBestFontForDisplayingString(text, face);
         const std::string faceName = Utf8Argument(face);
-        if (!fonts.CanFontDisplayString(text, face))
-            WarnOf(m_options, m_errors)("the font " + faceName + " may lack characters of the text");
+        const bool hasAll = fonts.CanFontDisplayString(text, face);
         const CXString part(Wide(FreeFontName(*m_job, m_options.text + '\n' + faceName)).c_str());
         SetErrorInfo(0, nullptr);
         if (!m_package.AddTextToPages(part, text, m_plan.at, m_plan.color, face, anyCharset, m_plan.size,
@@ -67,6 +66,7 @@ private:
             ThrowRefusal(m_options, E_FAIL,
                          "the text cannot be put on its pages: the font " + faceName +
                              " cannot be had, may not be embedded, or a page does not take it");
+        if (!hasAll) WarnOf(m_options, m_errors)("the font " + faceName + " may lack characters of the text");
         return "the text \"" + m_options.text + "\" in " + faceName + ", " + std::to_string(m_plan.size) +
                " points";
     }

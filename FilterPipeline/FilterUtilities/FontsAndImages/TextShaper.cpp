@@ -1,6 +1,7 @@
 #include "FontsAndImages/TextShaper.h"
 
 #include <LowLevelFacilities/Failures/ThrowComException.h>
+#include <LowLevelFacilities/Strings/CPStringUtils.h>
 
 #include <utf16units.h>
 
@@ -9,11 +10,12 @@
 
 namespace {
 
-// The font calls leave a reason where they have one.
-void Require(bool isDone) {
+// The font calls leave a reason where they have one. A system may have no font at all.
+void Require(bool isDone, const CXString& face) {
     if (isDone) return;
     const DWORD error = GetLastError();
-    ThrowComException(error != 0 ? HRESULT_FROM_WIN32(error) : E_FAIL);
+    ThrowComException(error != 0 ? HRESULT_FROM_WIN32(error) : E_FAIL,
+                      "the font " + CPStringUtils::narrowToStdString(face) + " cannot be had");
 }
 
 /// The items of a paragraph that runs to the right (0) or to the left (1), and the place where it ends behind
@@ -51,10 +53,10 @@ std::size_t PieceOf(std::wstring_view text) {
 TextShaper::TextShaper(const CXString& face, int charset) {
     try {
         m_deviceContext = CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr);
-        Require(m_deviceContext != nullptr);
-        Require(m_font.emplace(m_deviceContext, AskedFont(face, charset, unitsPerEm)).IsSelected());
+        Require(m_deviceContext != nullptr, face);
+        Require(m_font.emplace(m_deviceContext, AskedFont(face, charset, unitsPerEm)).IsSelected(), face);
         TEXTMETRICW metrics = {};
-        Require(GetTextMetricsW(m_deviceContext, &metrics));
+        Require(GetTextMetricsW(m_deviceContext, &metrics), face);
         m_ascent = metrics.tmAscent;
         m_descent = metrics.tmDescent;
         WCHAR inUse[LF_FACESIZE] = {};

@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <fstream>
 #include <numbers>
@@ -395,6 +396,26 @@ TEST_F(StampTest, AJobThatCannotBeStampedLeavesNoOutput) {
         EXPECT_EQ(Lines(run.errors).size(), 1u) << run.errors;
         EXPECT_FALSE(std::filesystem::exists("out.xps"));
     }
+}
+
+TEST_F(StampTest, ASystemWithoutFontsIsTold) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // fonts are looked for once in a process
+    WriteJob(TextElement("text", "x", ""), {Page("")});
+    std::ofstream("none.conf") << "<fontconfig/>";
+    const auto run = [](const std::vector<std::string>& arguments) {
+        setenv("FONTCONFIG_FILE", std::filesystem::absolute("none.conf").c_str(), 1);
+        const CommandRun command(arguments);
+        std::cerr << command.errors << std::flush;
+        _exit(command.code);
+    };
+    const auto isFailure = testing::ExitedWithCode(ExitJobFailed);
+    const std::string wanted =
+        "^ov-pipeline: in.xps: [^\n]*the font DejaVu Sans cannot be had: 0x80070490[^\n]*\n$";
+    EXPECT_EXIT(run({"run", "--queue", "queue", "--filter", module, "-o", "out.xps", "in.xps"}), isFailure,
+                wanted);
+    EXPECT_EXIT(run({"annotations", "in.xps", "--queue", "queue"}), isFailure, wanted);
+    EXPECT_EXIT(run({"stamp", "in.xps", "--text", "a"}), testing::ExitedWithCode(ExitInputRefused),
+                "^ov-pipeline: in.xps: the text cannot be put on its pages: [^\n]*\n$");
 }
 
 } // namespace
