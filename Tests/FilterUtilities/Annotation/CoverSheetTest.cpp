@@ -168,6 +168,14 @@ TEST_F(Lines, NeverCutACharacter) {
         }
         EXPECT_EQ(joined, L"x" + Repeat(150, character));
     }
+    const std::wstring mixed = Repeat(60, L"e" + std::wstring(12, 0x0301) + L"ab");
+    std::size_t end = 0;
+    for (const std::wstring& line : Wrap(mixed)) {
+        end += line.size();
+        const std::wstring next = mixed.substr(end, end < mixed.size() && mixed[end] == L'e' ? 13 : 1);
+        EXPECT_TRUE(next.empty() || !Fits(line + next)) << "as many as fit, of whatever length";
+    }
+    EXPECT_EQ(end, mixed.size());
     const std::wstring halves = Repeat(60, {0xD83D, L'a', 0xDE00, 0xDE00, 0xD83D, 0xD83D});
     std::wstring joined;
     for (const std::wstring& line : Wrap(halves))
