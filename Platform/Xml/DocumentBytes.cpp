@@ -60,9 +60,11 @@ HRESULT ReadStream(const CComPtr<ISequentialStream>& stream, std::string& bytes)
     if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < mostBytes)
         expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
     std::size_t used = 0;
+    bytes.resize(std::min(expected, mostBytes));
     while (used < mostBytes) {
-        // The size is only a hint: what is read counts.
-        bytes.resize(std::min(used + (used == 0 ? expected : block), mostBytes));
+        // The size is only a hint: what is read counts. One byte more tells that it was right, without room
+        // that whoever keeps the bytes would keep with them.
+        if (used == bytes.size()) bytes.resize(std::min(used + block, mostBytes));
         ULONG read = 0;
         const auto room = static_cast<ULONG>(bytes.size() - used);
         const HRESULT result = stream->Read(bytes.data() + used, room, &read);

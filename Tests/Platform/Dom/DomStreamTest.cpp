@@ -1,4 +1,5 @@
 #include "Platform/Dom/DomTestSupport.h"
+#include "Support/ComFake.h"
 
 #include <Com/FaultInjection.h>
 
@@ -72,6 +73,51 @@ TEST(DomStream, IsAnInterfaceOfTheDocumentAndShowsItAsItIsAtTheStart) {
     document.Release();
     EXPECT_EQ(S_OK, SeekTo(stream, 0));
     EXPECT_EQ("<b/>\r\n", Rest(stream)) << "the stream keeps the document";
+}
+
+/// Tells its size, and remembers for how many bytes it is asked.
+class AskedStream final : public ComFake<IStream, ISequentialStream> {
+public:
+    explicit AskedStream(std::string text) : m_text(std::move(text)) {}
+    std::vector<ULONG> rooms;
+
+    HRESULT STDMETHODCALLTYPE Read(void* bytes, ULONG room, ULONG* read) override {
+        rooms.push_back(room);
+        *read = static_cast<ULONG>(m_text.copy(static_cast<char*>(bytes), room));
+        m_text.erase(0, *read);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG* facts, DWORD) override {
+        *facts = {};
+        facts->cbSize.QuadPart = m_text.size();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*, ULARGE_INTEGER*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Revert() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
+
+private:
+    std::string m_text;
+};
+
+TEST(DomStream, IsReadWithoutRoomToSpareWhereItTellsItsSize) {
+    const auto stream = MakeFake<AskedStream>("<a/>");
+    CComPtr<IXMLDOMDocument2> document;
+    ASSERT_EQ(S_OK, document.CoCreateInstance(__uuidof(DOMDocument60)));
+    VARIANT_BOOL isLoaded = VARIANT_FALSE;
+    EXPECT_EQ(S_OK, document->load(CComVariant(static_cast<IUnknown*>(stream.p)), &isLoaded));
+    EXPECT_TRUE(isLoaded);
+    EXPECT_EQ(stream->rooms, (std::vector<ULONG>{5, 1})); // one byte more than there are tells the end
 }
 
 TEST(DomStream, TakesOverWhatWasWritten) {
