@@ -1,7 +1,6 @@
 #include "ObjectModel/CorePropertiesObject.h"
 
 #include "ObjectModel/Collections.h"
-#include "Xml/DocumentBound.h"
 #include "Xml/StrictXml.h"
 #include "Xml/TextConversion.h"
 #include "Xml/XmlPointer.h"
@@ -51,17 +50,6 @@ constexpr std::array<PropertyName, CorePropertiesObject::propertyCount> names{{
     {elementsNamespace, "dc", "title"},
     {ownNamespace, nullptr, "version"},
 }};
-
-std::string ReadWhole(const PartContent& content, const std::string& name) {
-    const auto bytes = content.Open();
-    if (bytes->Size() > mostDocumentBytes)
-        throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, name, "the core properties are too large");
-    std::string text(static_cast<std::size_t>(bytes->Size()), '\0');
-    std::size_t done = 0;
-    while (const std::size_t got = bytes->Read(text.data() + done, text.size() - done))
-        done += got;
-    return text;
-}
 
 // The property that an element says; none for what is not known here.
 std::optional<std::size_t> PropertyOf(const xmlNode* node) {
@@ -163,7 +151,7 @@ CorePropertiesObject::CorePropertiesObject(std::string name, SharedContent store
 void CorePropertiesObject::Read() {
     if (!m_stored) return;
     try {
-        m_markup = ReadWhole(*m_stored, m_name);
+        m_markup = ReadMarkup(*m_stored, m_name);
         const XmlDocument document = ParseStrictXml(m_markup);
         for (const xmlNode* node = xmlDocGetRootElement(document.get())->children; node != nullptr;
              node = node->next)

@@ -349,12 +349,19 @@ void PackageSerializer::FindStructureItem(const SourcePlace& place, const Source
 }
 
 void PackageSerializer::WriteStructure(const std::string& name, const char* contentType, ElementKind root,
-                                       std::shared_ptr<const PageSource> own,
+                                       const std::shared_ptr<const PageSource>& own,
                                        const std::vector<StructureItem>& items) {
+    WriteMarkup(name, contentType, own.get(),
+                [&](MarkupWriter& out) { StructureWriter(out, name, root, own).Write(items); });
+}
+
+template <class Fill>
+void PackageSerializer::WriteMarkup(const std::string& name, const char* contentType, const PageSource* like,
+                                    const Fill& fill) {
     const auto sink = m_writer.AddPart(name, contentType, packing);
-    MarkupOutput output([&](std::string_view bytes) { sink->Write(bytes.data(), bytes.size()); }, own.get());
+    MarkupOutput output([&](std::string_view bytes) { sink->Write(bytes.data(), bytes.size()); }, like);
     MarkupWriter out([&](std::string_view text) { output.Write(text); }, name, TypeOf(m_flavour));
-    StructureWriter(out, name, root, std::move(own)).Write(items);
+    fill(out);
     output.Flush();
     sink->Close();
 }
@@ -429,7 +436,25 @@ void PackageSerializer::WriteResourceBytes(IModelResource& resource) {
                                "a font that is obfuscated needs a GUID as its name");
         content = MaskedContent(content, *key);
     }
-    WriteBytes(core.name, contentType, PackingOf(contentType), *content);
+    if (!resource.IsOfFormat() || !WriteInFormat(core.name, contentType, *content))
+        WriteBytes(core.name, contentType, PackingOf(contentType), *content);
+}
+
+// Markup of the other format gets the namespaces of this one. False for what is none.
+bool PackageSerializer::WriteInFormat(const std::string& name, const char* contentType,
+                                      const PartContent& content) {
+    const std::string markup = ReadMarkup(content, name);
+    const char* const other =
+        MarkupNamespace(m_flavour == XpsFlavour::Xps ? XpsFlavour::OpenXps : XpsFlavour::Xps);
+    const bool isUtf16 = markup.starts_with("\xFF\xFE") || markup.starts_with("\xFE\xFF");
+    if (!isUtf16 && markup.find(other) == std::string::npos) return false;
+    std::shared_ptr<const PageSource> source;
+    const HRESULT result =
+        ElementCall([&] { source = PageSource::ReadStructure(markup, name, ElementKind::Other); });
+    Require(result, name, "its markup cannot be read");
+    WriteMarkup(name, contentType, source.get(),
+                [&](MarkupWriter& out) { out.Copy(*source, 0, source->Text().size()); });
+    return true;
 }
 
 void PackageSerializer::WriteDictionary(IXpsOMRemoteDictionaryResource* dictionary,

@@ -57,7 +57,13 @@ private:
     void FindStructureItem(const SourcePlace& place, const SourceOrigin& origin, const PackagePart* stored,
                            StructureItem& item);
     void WriteStructure(const std::string& name, const char* contentType, ElementKind root,
-                        std::shared_ptr<const PageSource> own, const std::vector<StructureItem>& items);
+                        const std::shared_ptr<const PageSource>& own,
+                        const std::vector<StructureItem>& items);
+    /// `like`: what has the encoding that it is to be written in.
+    template <class Fill>
+    void WriteMarkup(const std::string& name, const char* contentType, const PageSource* like,
+                     const Fill& fill);
+    bool WriteInFormat(const std::string& name, const char* contentType, const PartContent& content);
     void CopyBytes(const PackagePart& part);
     void WriteBytes(const std::string& name, const char* contentType, PackageCompression compression,
                     const PartContent& content);

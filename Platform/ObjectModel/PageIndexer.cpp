@@ -124,6 +124,7 @@ ElementKind PageIndexer::KindOf(const StartTagEvent& tag) const {
 void PageIndexer::CheckRoot(const StartTagEvent& tag) {
     m_source.m_type = TypeOfPageNamespace(View(tag.uri));
     m_namespace = PageNamespace(m_source.m_type);
+    if (m_root == ElementKind::Other) return;
     if (m_source.m_type == XPS_DOCUMENT_TYPE_UNSPECIFIED || KindOfElement(View(tag.name)) != m_root)
         FailHere(XPS_E_INVALID_MARKUP, "The root element is not the one that the part must have");
 }

@@ -71,7 +71,7 @@ public:
     /// From a part's bytes, with the root element that it must have. Throws MarkupFailure and PackageError.
     static std::shared_ptr<const PageSource> Read(std::string bytes, const std::string& partName,
                                                   IXpsOMPartResources* resources, ElementKind root);
-    /// A document's or a sequence's, which refers to no resources.
+    /// Of markup that refers to no resources: a document's or a sequence's; Other stands for any root.
     static std::shared_ptr<const PageSource> ReadStructure(std::string bytes, const std::string& partName,
                                                            ElementKind root);
     /// From a page's text that was written here, with the parts that it refers to. `like`: what has the

@@ -2,8 +2,10 @@
 
 #include "Com/CountedObject.h"
 #include "ObjectModel/ModelCall.h"
+#include "Xml/DocumentBound.h"
 
 #include <atlcomcli.h>
+#include <msopc.h>
 #include <streambase.h>
 #include <xpsobjectmodel.h>
 
@@ -163,6 +165,18 @@ SharedContent CallerContent(IStream* stream) { return std::make_shared<Caller>(s
 
 SharedContent MaskedContent(SharedContent content, const ObfuscationKey& key) {
     return std::make_shared<Masked>(std::move(content), key);
+}
+
+std::string ReadMarkup(const PartContent& content, const std::string& partName) {
+    const auto bytes = content.Open();
+    if (bytes->Size() > mostDocumentBytes)
+        throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, partName, "its markup is too large");
+    std::string text(static_cast<std::size_t>(bytes->Size()), '\0');
+    std::size_t done = 0;
+    while (const std::size_t got = bytes->Read(text.data() + done, text.size() - done))
+        done += got;
+    text.resize(done);
+    return text;
 }
 
 HRESULT OpenContentStream(const SharedContent& content, IStream** stream) {

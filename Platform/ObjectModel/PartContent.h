@@ -28,6 +28,9 @@ SharedContent CallerContent(IStream* stream);
 /// Content whose first bytes are mixed with the key.
 SharedContent MaskedContent(SharedContent content, const ObfuscationKey& key);
 
+/// The markup of a part, as a whole. Throws PackageError, also for more than documents may have.
+std::string ReadMarkup(const PartContent& content, const std::string& partName);
+
 /// A read-only stream over the content, at its start.
 HRESULT OpenContentStream(const SharedContent& content, IStream** stream);
 

@@ -186,6 +186,7 @@ public:
 struct PlainType {
     const char* ofXps;
     const char* ofOpenXps = ofXps;
+    bool isOfFormat = false;
 };
 
 // Bytes of such a kind.
@@ -208,6 +209,7 @@ public:
     const char* STDMETHODCALLTYPE ContentType(XpsFlavour flavour) override {
         return flavour == XpsFlavour::OpenXps ? m_type.ofOpenXps : m_type.ofXps;
     }
+    bool STDMETHODCALLTYPE IsOfFormat() override { return m_type.isOfFormat; }
 
 private:
     const PlainType& m_type;
@@ -262,10 +264,12 @@ using SignatureBlock = OwnedResource<IXpsOMSignatureBlockResource, IXpsOMDocumen
 
 constexpr PlainType ticketType{ticketContentType};
 constexpr PlainType profileType{"application/vnd.ms-color.iccprofile"};
-constexpr PlainType structureType{"application/vnd.ms-package.xps-documentstructure+xml"};
-constexpr PlainType fragmentsType{"application/vnd.ms-package.xps-storyfragments+xml"};
+constexpr const char* structureName = "application/vnd.ms-package.xps-documentstructure+xml";
+constexpr const char* fragmentsName = "application/vnd.ms-package.xps-storyfragments+xml";
+constexpr PlainType structureType{structureName, structureName, true};
+constexpr PlainType fragmentsType{fragmentsName, fragmentsName, true};
 constexpr PlainType signatureBlockType{"application/xml",
-                                       "application/vnd.ms-package.xps-signaturedefinitions+xml"};
+                                       "application/vnd.ms-package.xps-signaturedefinitions+xml", true};
 
 // Its markup stays as it is stored until the objects in it are asked for.
 class RemoteDictionary final : public ResourceObject<IXpsOMRemoteDictionaryResource1> {

@@ -33,6 +33,8 @@ public:
     virtual ResourceCore& STDMETHODCALLTYPE Core() = 0;
     /// As it is to be written in a package of that format.
     virtual const char* STDMETHODCALLTYPE ContentType(XpsFlavour flavour) = 0;
+    /// Whether its bytes are markup in the namespaces of a format.
+    virtual bool STDMETHODCALLTYPE IsOfFormat() { return false; }
 
 protected:
     ~IModelResource() = default;

@@ -196,6 +196,8 @@ TEST_F(PackagePages, MoveFromOnePackageIntoAnotherWithWhatTheyUse) {
         std::string(SampleJob::fontName) +
         "\" FontRenderingEmSize=\"9\" OriginX=\"0\" OriginY=\"0\" Fill=\"#000000\" UnicodeString=\"moved\"/>"
         "</FixedPage>";
+    items["Documents/1/Pages/1.frag"] =
+        "<!-- f --><StoryFragments xmlns='" + job.Base() + "/documentstructure'/>";
     std::string& links = items["Documents/1/Pages/_rels/1.fpage.rels"];
     links.insert(links.find("</Relationships>"),
                  "<Relationship Id=\"thumb\" Type=\"" + SampleJob::package +
@@ -228,6 +230,10 @@ TEST_F(PackagePages, MoveFromOnePackageIntoAnotherWithWhatTheyUse) {
         EXPECT_EQ(written.Relates(name, "/metadata/thumbnail", "/docProps/thumb.jpeg"), page == 1);
     }
     EXPECT_THAT(written.parts.at("/Metadata/Page_PT.xml"), EndsWith("<page/>"));
+    EXPECT_THAT(
+        written.parts.at("/Documents/1/Pages/1.frag"),
+        EndsWith(
+            "\n<!-- f --><StoryFragments xmlns='http://schemas.openxps.org/oxps/v1.0/documentstructure'/>"));
     const OpenPackage reread(factory, folder / "new.oxps");
     CComPtr<IXpsOMPage> page;
     EXPECT_EQ(reread.At(0)->GetPage(&page), S_OK);
