@@ -3,6 +3,7 @@
 #include "ComSupport/FailureBarrier.h"
 #include "ComSupport/ThrowHresult.h"
 #include "PrintSchema/Bstr.h"
+#include "PrintSchema/WrongDocumentException.h"
 
 #include <AttributeStore/PersistentAttributes.h>
 #include <LowLevelFacilities/Failures/CPComException.h>
@@ -35,9 +36,7 @@ std::unique_ptr<PrintTicketXmlDocument> TicketOver(IXMLDOMDocument2* document) {
     try {
         return std::make_unique<PrintTicketXmlDocument>(shared,
                                                         PrintTicketXmlDocument::PrivateNames::LeftAsTheyAre);
-    } catch (const CPComException& failure) {
-        // Without the root element of a ticket, or without its namespace.
-        if (failure.GetHresult() != S_FALSE && failure.GetHresult() != E_FAIL) throw;
+    } catch (const WrongDocumentException&) {
         return nullptr;
     }
 }

@@ -6,6 +6,7 @@
 #include "PrintSchema/DocumentQuery.h"
 #include "PrintSchema/PrivateKeywordNames.h"
 #include "PrintSchema/TreeChange.h"
+#include "PrintSchema/WrongDocumentException.h"
 
 #include <LowLevelFacilities/Failures/CPComException.h>
 #include <LowLevelFacilities/Formatter/CPFormat.h>
@@ -15,6 +16,8 @@
 #include <algorithm>
 #include <cwchar>
 #include <iterator>
+#include <source_location>
+#include <string_view>
 #include <utility>
 
 using namespace PrintSchemaText;
@@ -53,6 +56,15 @@ CComBSTR TakeText(MsSafeVariant& variant) {
     return text;
 }
 
+[[noreturn]] void ThrowWrongDocument(HRESULT hr, std::string_view detail = {},
+                                     const std::source_location& location = std::source_location::current()) {
+    try {
+        ThrowComException(hr, detail, location);
+    } catch (const CPComException& failure) {
+        throw WrongDocumentException(failure);
+    }
+}
+
 /// What the root element declares, read once for several questions.
 class Declarations {
 public:
@@ -76,7 +88,8 @@ public:
         return hr;
     }
 
-    /// S_FALSE for a namespace that is not declared, E_FAIL for the default one.
+    /// S_FALSE for a namespace that is not declared, E_FAIL for the default one. A failure of the platform is
+    /// raised, so that it is not taken for either.
     HRESULT FindPrefix(const wchar_t* uri, wchar_t** out) const {
         const CComBSTR wanted = Make(uri);
         const bool isPlain = IsPlain(wanted);
@@ -85,8 +98,7 @@ public:
                                                               : AreEqual(attribute.value, wanted);
             if (!isMeant) continue;
             CComBSTR name;
-            const HRESULT hr = attribute.node->get_nodeName(&name);
-            if (FAILED(hr)) return hr;
+            ThrowIfFailed(attribute.node->get_nodeName(&name));
             // Deliberate: a default declaration is an error, not a miss.
             if (!View(name).starts_with(declarationPrefix)) return E_FAIL;
             *out = Join({View(name).substr(declarationPrefix.size()), L":"}).Detach();
@@ -200,13 +212,13 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     HRESULT hr = GetNode(Join({L"//psf:", View(m_rootName)}), &m_rootNode);
     if (hr != S_OK) {
         // Deliberate: the exception carries the success code S_FALSE.
-        ThrowComException(hr, "Failed to get root node in PrintSchemaXmlDocument constructor!");
+        ThrowWrongDocument(hr, "Failed to get root node in PrintSchemaXmlDocument constructor!");
     }
 
     Declarations declarations;
     ThrowIfFailed(declarations.Read(m_rootNode));
     hr = declarations.FindPrefix(PrintSchema::USER_KEYWORDS_URI, &m_userKeywordsPrefix);
-    ThrowIfFailed(hr);
+    if (FAILED(hr)) ThrowWrongDocument(hr);
     if (hr != S_OK) {
         m_userKeywordsPrefix = Make(PrintSchema::BASE_DRIVER_DEFAULT_USER_KEYWORDS_NS_PREFIX);
     } else if (privateNames == PrivateNames::Normalised) {
@@ -227,13 +239,11 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     for (const auto& [uri, prefix] : namespaces) {
         hr = declarations.FindPrefix(uri, prefix);
         if (FAILED(hr)) {
-            ThrowComException(hr, FormatStdString("The root element declares %s without a prefix.", uri));
+            ThrowWrongDocument(hr, FormatStdString("The root element declares %s without a prefix.", uri));
         }
     }
-    // Deliberate: a default declaration of this namespace (E_FAIL) counts as none. What could not be read
-    // does not: the job's passcode would be taken for missing.
-    hr = declarations.FindPrefix(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix);
-    if (hr != E_FAIL) ThrowIfFailed(hr);
+    // Deliberate: a default declaration of this namespace (E_FAIL) counts as none.
+    declarations.FindPrefix(PrintSchema::KEYWORDSV11_URI, &m_keywordsV11Prefix);
     // A prefix that means something else here cannot mean private keywords, too.
     if (IsPrefixOfOthers(View(m_userKeywordsPrefix)))
         m_userKeywordsPrefix = Make(PrintSchema::USER_KEYWORDS_NS_PREFIX);
@@ -244,7 +254,7 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     }
 
     if (m_frameworkPrefix.Length() < 2) {
-        ThrowComException(E_FAIL, "The root element does not declare the framework namespace.");
+        ThrowWrongDocument(E_FAIL, "The root element does not declare the framework namespace.");
     }
     SetSelectionNamespaces(View(m_frameworkPrefix).substr(0, m_frameworkPrefix.Length() - 1));
 }
@@ -268,8 +278,8 @@ HRESULT PrintSchemaXmlDocument::TryGetPrefixFromURI(const wchar_t* uri, wchar_t*
     if (IsEmpty(uri)) return E_INVALIDARG;
     if (!m_rootNode) return E_PENDING;
     Declarations declarations;
-    const HRESULT hr = declarations.Read(m_rootNode);
-    return FAILED(hr) ? hr : declarations.FindPrefix(uri, out);
+    ThrowIfFailed(declarations.Read(m_rootNode));
+    return declarations.FindPrefix(uri, out);
 }
 
 HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {

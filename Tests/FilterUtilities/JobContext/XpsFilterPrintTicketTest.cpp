@@ -414,17 +414,23 @@ TEST_F(XpsFilterPrintTicketOfAPrinter, AskingChangesNoTicketAndFailuresAreTold) 
     EXPECT_TRUE(snapshot.asked.IsSidesImagedSpecified());
     EXPECT_EQ(TextOf(snapshot.asked.GetUserKeywordsNsPrefix()), "ns0000:");
 
-    // A snapshot that fails half way is none: nothing of the one before is left.
+    // A snapshot that fails half way is none: nothing of the one before is left. A failure is not taken for a
+    // document that is no ticket, whatever its result.
+    const auto pageTicket = [&] {
+        return snapshot.asked.GetCopyOfPtrToPrintTicketXmlDocumentForReading(PageFilterPtScope);
+    };
     int failures = 0;
-    for (LONG point = 1; point <= 20; ++point) {
-        snapshot.Take();
-        const OvPlatform::FaultInjectionScope fault(point, E_ABORT);
-        try {
+    for (LONG point = 1; point <= 150; ++point) {
+        for (const HRESULT result : {E_ABORT, E_FAIL}) {
             snapshot.Take();
-        } catch (const CPComException&) {
-            ++failures;
-            EXPECT_EQ(snapshot.asked.GetCopyOfPtrToPrintTicketXmlDocumentForReading(PageFilterPtScope),
-                      nullptr);
+            const OvPlatform::FaultInjectionScope fault(point, result);
+            try {
+                snapshot.Take();
+                EXPECT_NE(pageTicket(), nullptr) << point;
+            } catch (const CPComException&) {
+                ++failures;
+                EXPECT_EQ(pageTicket(), nullptr) << point;
+            }
         }
     }
     EXPECT_GT(failures, 0);
