@@ -97,8 +97,7 @@ public:
 
 protected:
     /// Null if the text is not well formed, which is then parsed again the next time, or without a ticket.
-    /// Throws CPComException if
-    /// it cannot be read.
+    /// Throws CPComException if it cannot be read.
     MicrosoftXmlParser* GetDomWithOrvelPublicDocSettingsInitOnFirstUse();
     /// Empty if the ticket has no such parameter. Throws CPComException.
     void GetJobOrvelPublicDocSettingsXml(CPString& xml);

@@ -171,8 +171,8 @@ void JobAnnotations::ReadClientData() {
 bool JobAnnotations::HasDefinitionInSettings() {
     bool isSpecified = false;
     unsigned int count = 0;
-    m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"annotation-col-api", isSpecified,
-                                                                    count);
+    ThrowIfFailed(m_settings->GetNumberOfChildrenForOrvelPublicDocSettingsFeature(L"annotation-col-api",
+                                                                                  isSpecified, count));
     return isSpecified;
 }
 
@@ -189,7 +189,9 @@ void JobAnnotations::ExpandName() {
             m_origin = AnnotationOrigin::ClientDefinition;
     if (m_origin == AnnotationOrigin::DocumentSettings && m_store) {
         ThrowIfFailed(
-            settings.ExpandNameOnlyAnnotationDefinitionInPrintTicket(name, m_store.get(), *m_settings));
+            settings.ExpandNameOnlyAnnotationDefinitionInPrintTicket(name, m_store.get(), *m_settings),
+            "The settings of a ticket cannot take the annotation definition " +
+                CPStringUtils::narrowToStdString(name));
         if (settings.WasNameOnlyDefinitionExpandedInPrintTicket())
             m_origin = AnnotationOrigin::StoredDefinition;
     }

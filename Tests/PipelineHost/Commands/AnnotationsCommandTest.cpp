@@ -81,6 +81,8 @@ protected:
         std::ofstream("queue/queue-properties.xml") << "<p/>"; // whose administrator enforces something
         AnnotationStore store;
         store.AddOrReplaceAnnotationDefinition(L"Mine", CPString(Definition("the queue's").c_str()));
+        store.AddOrReplaceAnnotationDefinition(L"Long",
+                                               CPString(Definition(std::string(11'000, 'x')).c_str()));
         std::ofstream("queue/annotation-store.xml") << store.GetAnnotationStoreXml().view();
     }
 
@@ -143,6 +145,10 @@ TEST_F(AnnotationsCommandTest, TellsWhatEachPlaceSaysAndWhoItWas) {
     EXPECT_EQ(unknown.code, ExitOk);
     EXPECT_THAT(unknown.errors,
                 AllOf(HasSubstr("job.xps: warning: "), HasSubstr("nobody has a definition of: Yours")));
+    const CommandRun tooLong = Show(Settings("<annotation-name-api>Long</annotation-name-api>"));
+    EXPECT_EQ(tooLong.out, "");
+    EXPECT_THAT(tooLong.errors,
+                AllOf(HasSubstr("job.xps: "), HasSubstr("cannot take the annotation definition Long")));
 }
 
 TEST_F(AnnotationsCommandTest, AddsTheMarkOfTheJobAndTheLinesOfAFax) {
