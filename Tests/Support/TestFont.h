@@ -167,7 +167,7 @@ private:
                              .Add(20 + 2 * (glyphs + 1), 4)
                              .Add16({glyphs, 0})
                              .Add(20 + 2 * (glyphs + 1), 4)
-                             .AddText(std::string(2 * (glyphs + 1), '\0'))
+                             .AddText(std::string(std::size_t{2} * (glyphs + 1), '\0'))
                              .Text();
     }
 

@@ -175,7 +175,7 @@ inline std::string Tiff(std::uint32_t width, std::uint32_t height, std::uint32_t
                      {282, 5, data},
                      {283, 5, data},
                      {296, 3, unit}},
-                    Little(dots, 4) + Little(1, 4) + std::string(width * height, '\x80'));
+                    Little(dots, 4) + Little(1, 4) + std::string(std::size_t{width} * height, '\x80'));
 }
 
 } // namespace TestPictures

@@ -12,7 +12,7 @@
 
 namespace {
 
-auto* const Fonts = testing::AddGlobalTestEnvironment(new TestFonts(DeviceContextFonts()));
+auto* const fonts = testing::AddGlobalTestEnvironment(new TestFonts(DeviceContextFonts()));
 
 std::shared_ptr<const OvPlatform::FontFace> Opened(const ByteBuffer& font) {
     return OvPlatform::FontFace::Open(std::as_bytes(std::span(font)), 0);

@@ -13,7 +13,7 @@
 
 namespace {
 
-auto* const Fonts =
+auto* const fonts =
     static_cast<TestFonts*>(testing::AddGlobalTestEnvironment(new TestFonts(SystemFontFiles())));
 
 constexpr DWORD collectionTag = 0x66637474; // "ttcf"
@@ -105,7 +105,7 @@ TEST(Gdi, OfAFamilyTheNearestFaceIsTaken) {
 
 TEST(Gdi, AFontThatWentAwayIsReplaced) {
     ASSERT_EQ(L"Member One", SelectedFont(L"Member One").Face()); // by now fonts have been looked for
-    std::filesystem::remove(*Fonts / "gone.ttf");
+    std::filesystem::remove(*fonts / "gone.ttf");
     EXPECT_EQ(L"DejaVu Sans", SelectedFont(L"Gone").Face());
 }
 
@@ -214,6 +214,7 @@ TEST(Gdi, FontDataComesFromTheFile) {
 
 TEST(Gdi, ContextsOfThreadsShareFonts) {
     std::vector<std::jthread> threads;
+    threads.reserve(4);
     for (int thread = 0; thread < 4; ++thread)
         threads.emplace_back([thread] {
             for (int round = 0; round < 50; ++round) {
