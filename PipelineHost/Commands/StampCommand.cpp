@@ -91,8 +91,10 @@ private:
     void Write() {
         SetErrorInfo(0, nullptr);
         if (m_package.WritePackageToFile(Wide(m_plan.output).c_str())) return;
+        // Parts that nobody looked at are read here: either side may be at fault.
         const std::string text = TakeErrorText();
-        throw HostError(E_FAIL, m_plan.output, text.empty() ? m_plan.output + " cannot be written" : text);
+        throw HostError(E_FAIL, m_plan.output,
+                        m_options.job + ": " + (text.empty() ? m_plan.output + " cannot be written" : text));
     }
 
     void Tell(const std::string& what) {

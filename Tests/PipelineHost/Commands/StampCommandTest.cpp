@@ -112,7 +112,9 @@ TEST_F(StampCommand, RefusesWithOneLineAndLeavesNoOutput) {
         {{"stamp", "missing.xps", "--text", "a"}, ExitInputRefused, "missing.xps"},
         {{"stamp", "words.png", "--text", "a"}, ExitInputRefused, "not a zip archive"},
         {{"stamp", "faulty.xps", "--text", "a"}, ExitInputRefused, "/Documents/1/Pages/2.fpage"},
-        {{"stamp", "job.xps", "--text", "a", "-o", "missing/out.xps"}, ExitJobFailed, "missing/out.xps"},
+        {{"stamp", "job.xps", "--text", "a", "-o", "missing/out.xps"},
+         ExitJobFailed,
+         "job.xps: missing/out.xps: "},
         {{"stamp", "job.xps", "--image", "cut.png", "-o", "cut.png"}, ExitUsage, "of the picture cut.png"},
     };
     const auto before = m_folder.Names();

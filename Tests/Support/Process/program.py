@@ -35,7 +35,8 @@ def run(arguments, folder, before=None, signals=(), stdout=None, says_little=Fal
     """Runs ov-pipeline in a folder; before() is called in the new process; signals are pairs of seconds and a signal.
 
     A program that says little may say it into a pipe, which no limit on files cuts."""
-    environment = dict(os.environ, TMPDIR=str(folder), ASAN_OPTIONS=SANITIZERS, UBSAN_OPTIONS=SANITIZERS)
+    environment = dict(os.environ, TMPDIR=str(folder), ASAN_OPTIONS=SANITIZERS, UBSAN_OPTIONS=SANITIZERS,
+                       LSAN_OPTIONS="print_suppressions=0")
     with tempfile.TemporaryFile() as out, tempfile.TemporaryFile() as err:
         process = subprocess.Popen([BUILD / "bin/ov-pipeline", *arguments], cwd=folder, env=environment,
                                    stdin=subprocess.DEVNULL, stdout=stdout or out,
