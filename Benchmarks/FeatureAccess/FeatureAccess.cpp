@@ -1,6 +1,7 @@
 // What all questions for the options of a job cost, beside one libxml2 XPath over its ticket in the same run.
 
 #include "ApartmentBenchmarks.h"
+#include "PairedTimes.h"
 
 #include <DataModel/NativeXmlConfigFeatureDictionary.h>
 #include <DeviceDescription/SimpleOcapParser.h>
@@ -11,12 +12,11 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <vector>
 
 namespace {
 
@@ -30,14 +30,7 @@ std::string ReadSample(const char* name) {
 
 CXString Text(const char* sample) { return CXString(ReadSample(sample).c_str()); }
 
-double MedianOf(std::vector<double>& values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 void AllOptions(benchmark::State& state) {
-    using Clock = std::chrono::steady_clock;
     // The sample printer, and its default ticket with settings of every kind in it.
     JobSettings settings(
         Text("default-ticket.xml"), Text("capabilities.xml"),
@@ -56,23 +49,14 @@ void AllOptions(benchmark::State& state) {
     xmlXPathCompExpr* query = xmlXPathCompile(
         reinterpret_cast<const xmlChar*>("//psf:Feature[@name = \"psk:PageMediaSize\"]/psf:Option"));
 
-    std::vector<double> ownSeconds;
-    std::vector<double> peerSeconds;
-    for ([[maybe_unused]] auto _ : state) {
-        const auto start = Clock::now();
-        for (const NativeXmlConfigFeatureEntry* const feature : features)
-            benchmark::DoNotOptimize(access.GetOptionValue(feature->feature));
-        const auto between = Clock::now();
-        xmlXPathFreeObject(xmlXPathCompiledEval(query, context));
-        const auto end = Clock::now();
-        const double seconds = std::chrono::duration<double>(between - start).count();
-        state.SetIterationTime(seconds);
-        ownSeconds.push_back(seconds);
-        peerSeconds.push_back(std::chrono::duration<double>(end - between).count());
-    }
+    PairedTimes::Compare(
+        state, "all feature questions of a level, in XPath evaluations", 6,
+        [&] {
+            for (const NativeXmlConfigFeatureEntry* const feature : features)
+                benchmark::DoNotOptimize(access.GetOptionValue(feature->feature));
+        },
+        [&] { xmlXPathFreeObject(xmlXPathCompiledEval(query, context)); });
     state.counters["features"] = static_cast<double>(features.size());
-    state.counters["ratio"] = MedianOf(ownSeconds) / MedianOf(peerSeconds);
-    state.counters["limit"] = 60;
     xmlXPathFreeCompExpr(query);
     xmlXPathFreeContext(context);
     xmlFreeDoc(tree);
