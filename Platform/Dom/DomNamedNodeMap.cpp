@@ -111,7 +111,7 @@ HRESULT DomNamedNodeMap::Set(DomNodeObject& element, IXMLDOMNode* attribute, IXM
         old = AttributeOrder::Find(element.Node(), View(node->name), uri).attribute;
         AttributeOrder::Insert(element.Node(), node, old);
         if (old != nullptr) tree.Unlink(reinterpret_cast<xmlNode*>(old));
-        tree.Changed();
+        tree.AttributeAdded(node);
     }
     if (old == nullptr) return S_OK;
     if (replaced != nullptr) return DomNodeObject::Give(tree, reinterpret_cast<xmlNode*>(old), replaced);
@@ -154,8 +154,9 @@ HRESULT DomNamedNodeMap::SetValue(DomNodeObject& element, BSTR name, std::string
     }
     // Under another prefix the same attribute may be there: then the new one takes its place.
     xmlAttr* old = ns != nullptr ? AttributeOrder::Find(node, local, View(ns->href)).attribute : nullptr;
-    AttributeOrder::Insert(node, tree.NewAttribute(local, ns, value), old);
-    tree.Changed();
+    xmlAttr* const fresh = tree.NewAttribute(local, ns, value);
+    AttributeOrder::Insert(node, fresh, old);
+    tree.AttributeAdded(fresh);
     if (old != nullptr) {
         tree.Unlink(reinterpret_cast<xmlNode*>(old));
         tree.Dispose(reinterpret_cast<xmlNode*>(old));

@@ -29,13 +29,6 @@ bool AttributeHasObjects(const xmlAttr* attribute) noexcept {
 
 } // namespace
 
-xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
-    if (node->children != nullptr) return node->children;
-    while (node != top && node->next == nullptr)
-        node = node->parent;
-    return node == top ? nullptr : node->next;
-}
-
 DomTree::Pointer DomTree::Create(XmlDocument document, const DomSettings& settings) {
     Pointer tree(new DomTree);
     if (document == nullptr) document.reset(xmlNewDoc(nullptr));
@@ -163,7 +156,7 @@ xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
     declaration->_private = mirror;
     mirror->parent = element;
     mirror->psvi = declaration;
-    Changed();
+    ContentChanged();
     return replaced;
 }
 
@@ -174,7 +167,7 @@ xmlAttr* DomTree::Undeclare(xmlNode* element, xmlNs* declaration) {
     mirror->parent = nullptr;
     mirror->psvi = nullptr;
     Retire(declaration);
-    Changed();
+    ContentChanged();
     return mirror;
 }
 
@@ -187,7 +180,7 @@ void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::strin
     Retire(declaration);
     SetAttributeValue(mirror, uri, *this);
     FollowDefault(element, View(fresh->prefix), uri);
-    Changed();
+    ContentChanged();
 }
 
 void DomTree::FollowDefault(xmlNode* element, std::string_view prefix, std::string_view uri) {
@@ -209,17 +202,19 @@ std::string DomTree::AttributeValue(const xmlAttr* attribute) {
 
 void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree) {
     xmlNode* text = value.empty() ? nullptr : tree.NewText(value);
+    tree.m_named.AttributeChanging(attribute);
     while (xmlNode* old = attribute->children) {
-        tree.Unlink(old);
+        xmlUnlinkNode(old);
         tree.Dispose(old);
     }
     attribute->children = attribute->last = text;
     if (text != nullptr) text->parent = AsNode(attribute);
+    tree.m_named.AttributeChanged(attribute);
     tree.ChildrenChanged(AsNode(attribute));
 }
 
 void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
-    Changed();
+    ContentChanged();
     if (parent == nullptr) return;
     // Documents and attributes have no marks; they count as watched.
     const bool hasMarks = parent->type != XML_DOCUMENT_NODE && parent->type != XML_ATTRIBUTE_NODE;
@@ -227,6 +222,7 @@ void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
 }
 
 void DomTree::Unlink(xmlNode* node) noexcept {
+    m_named.Unlinking(node);
     ChildrenChanged(node->type == XML_ATTRIBUTE_NODE ? nullptr : node->parent);
     xmlUnlinkNode(node);
 }
@@ -238,6 +234,7 @@ void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
     (node->prev != nullptr ? node->prev->next : parent->children) = node;
     (next != nullptr ? next->prev : parent->last) = node;
     ChildrenChanged(parent);
+    m_named.Linked(node);
 }
 
 void DomTree::Dispose(xmlNode* node) noexcept {

@@ -51,9 +51,23 @@ public:
     std::uint64_t Version() const noexcept { return m_version; }
     /// The same for the children of nodes that are watched alone.
     std::uint64_t WatchedVersion() const noexcept { return m_watchedVersion; }
-    void Changed() noexcept { ++m_version; }
-    /// Null where the document has to be searched. Holds until the next change.
-    const NamedElements* Named() { return m_named.Of(m_document, m_version); }
+    /// Of whatever kind the change is.
+    void Changed() noexcept {
+        ++m_version;
+        m_named.GiveUp();
+    }
+    /// No element came, went, moved, or has another value of an attribute.
+    void ContentChanged() noexcept { ++m_version; }
+    /// An element has got an attribute.
+    void AttributeAdded(const xmlAttr* attribute) noexcept {
+        ++m_version;
+        m_named.AttributeChanged(attribute);
+    }
+    /// Gives the elements that are called by their attribute `name`, in document order. Not for a document
+    /// with entities.
+    void FindNamed(const ElementTest& test, std::string_view name, std::vector<xmlNode*>& found) {
+        m_named.Find(m_document, test, name, found);
+    }
 
     /// A namespace for nodes to refer to, which lives as long as the tree. Null prefix: none. Null for an
     /// empty URI.
@@ -153,6 +167,11 @@ inline void Mark(xmlNode* node, NodeMark mark) noexcept {
 }
 
 /// The node behind `node` in document order below `top`, null at the end. Attributes are passed over.
-xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept;
+inline xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
+    if (node->children != nullptr) return node->children;
+    while (node != top && node->next == nullptr)
+        node = node->parent;
+    return node == top ? nullptr : node->next;
+}
 
 } // namespace OvPlatform
