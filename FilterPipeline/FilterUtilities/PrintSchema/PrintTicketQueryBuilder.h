@@ -5,7 +5,10 @@
 #include <windows.h>
 #include <atlcomcli.h>
 
+#include <initializer_list>
 #include <span>
+#include <string>
+#include <string_view>
 
 /// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a
 /// step that searches the subtree ("//") behind another one searches the whole subtree of that one. Nothing
@@ -44,14 +47,21 @@ public:
     HRESULT AddOption();
 
 protected:
-    /// An element of the subtree that has one of these names.
+    /// Null if nothing was added.
+    [[nodiscard]] CComBSTR Text() const;
+    [[nodiscard]] bool IsEmpty() const noexcept { return m_query.empty(); }
+    /// An element of the subtree.
+    void AddNamed(const wchar_t* element, std::wstring_view prefix, std::wstring_view name);
+    /// One that has one of these names.
     void AddNamed(const wchar_t* element, std::span<const CComBSTR> names);
 
 private:
-    void AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix, const wchar_t* name);
+    void AddNamed(const wchar_t* axis, const wchar_t* element, std::wstring_view prefix,
+                  std::wstring_view name);
     void AddChild(const wchar_t* element);
+    void Append(std::initializer_list<std::wstring_view> pieces);
     void RequireFrameworkPrefix() const;
 
-    CComBSTR m_query;
-    CComBSTR m_frameworkPrefix;
+    std::wstring m_query;
+    std::wstring m_frameworkPrefix;
 };

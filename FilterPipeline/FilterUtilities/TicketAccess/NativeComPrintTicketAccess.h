@@ -13,6 +13,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -73,10 +74,18 @@ public:
     void GetPrintCapabilitiesAsXmlString(CPString& out, bool flag) const override;
 
 private:
-    /// The prefixes of a document, with their colon; none of them empty.
+    /// What names with a prefix, which has its colon and is not empty, stand for.
+    struct NamePrefix {
+        CXString prefix;
+        PrintTicketNamespace ns;
+        const wchar_t* uri; // empty for one that is not known
+    };
+    /// The prefixes of a document.
     struct Prefixes {
-        std::map<CXString, PrintTicketNamespace> namespaces;
+        std::vector<NamePrefix> ofNames; // by prefix, each once
         std::map<PrintTicketNamespace, CComBSTR> prefixes;
+
+        [[nodiscard]] const NamePrefix* Find(std::wstring_view prefix) const;
     };
     /// An option of the capabilities as it is read, with its sizes as texts.
     struct CapabilitiesOption {
@@ -114,6 +123,8 @@ private:
     void GetAllowableLengths(const CXString& parameter, int& min, int& max) const;
 
     [[nodiscard]] static CXString GetNodeValue(IXMLDOMNode* node);
+    /// The attribute; null where there is none.
+    [[nodiscard]] CComBSTR NameOf(IXMLDOMNode* node) const;
     [[nodiscard]] CXString TryToGetNameAttributeFromNode(IXMLDOMNode* node, bool ofCapabilities,
                                                          PrintTicketNamespace& ns, CXString& uri) const;
     [[nodiscard]] PrintSchemaConstrainedSettingNativeEnum
@@ -126,8 +137,11 @@ private:
     [[nodiscard]] CComPtr<IXMLDOMNode> FindParameterValue(const CXString& feature) const;
     [[nodiscard]] CXString ReadParameterText(const CXString& feature) const;
 
-    [[nodiscard]] static CXString GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
-    [[nodiscard]] CXString GetValueWithoutNamespace(const CXString& value, bool ofCapabilities,
+    /// Null for a name without a prefix of the document.
+    [[nodiscard]] const NamePrefix* FindPrefixOf(std::wstring_view name, bool ofCapabilities) const;
+    [[nodiscard]] std::wstring_view LocalOf(std::wstring_view name, bool ofCapabilities) const;
+    [[nodiscard]] static const wchar_t* GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
+    [[nodiscard]] CXString GetValueWithoutNamespace(std::wstring_view value, bool ofCapabilities,
                                                     PrintTicketNamespace& ns, CXString& uri) const;
     /// Empty if the document does not declare the namespace.
     [[nodiscard]] const CComBSTR& GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const;
