@@ -66,9 +66,20 @@ private:
     }
 
     static bool IsOfName(char unit, bool isFirst) noexcept {
-        const bool isLetter = (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z') || unit == '_';
-        return isLetter || (!isFirst && ((unit >= '0' && unit <= '9') || unit == '-' || unit == '.'));
+        const char kind = kinds[static_cast<unsigned char>(unit)];
+        return kind == begins || (kind == goesOn && !isFirst);
     }
+
+    static constexpr char begins = 1;
+    static constexpr char goesOn = 2;
+    static constexpr auto kinds = [] {
+        std::array<char, 256> table{};
+        for (const char unit : std::string_view("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ_"))
+            table[static_cast<unsigned char>(unit)] = begins;
+        for (const char unit : std::string_view("0123456789-."))
+            table[static_cast<unsigned char>(unit)] = goesOn;
+        return table;
+    }();
 
     bool Take(std::string_view text) noexcept {
         if (!m_rest.starts_with(text)) return false;

@@ -62,14 +62,12 @@ bool IsNode(const xmlNode* node) noexcept { return node->type != XML_NAMESPACE_D
 class QueryText {
 public:
     explicit QueryText(std::wstring_view query) {
-        if (query.size() > m_short.size() || !std::all_of(query.begin(), query.end(), IsVisible)) {
-            if (!AppendXmlUtf8(m_other, query)) m_other.clear();
-            m_view = m_other;
-            return;
-        }
-        std::transform(query.begin(), query.end(), m_short.begin(),
-                       [](wchar_t unit) { return static_cast<char>(unit); });
-        m_view = {m_short.data(), query.size()};
+        const std::size_t size = std::min(query.size(), m_short.size());
+        std::size_t visible = 0;
+        for (; visible < size && query[visible] >= L' ' && query[visible] <= L'~'; ++visible)
+            m_short[visible] = static_cast<char>(query[visible]);
+        if (visible != query.size() && !AppendXmlUtf8(m_other, query)) m_other.clear();
+        m_view = visible == query.size() ? std::string_view(m_short.data(), visible) : m_other;
     }
     QueryText(const QueryText&) = delete;
     QueryText& operator=(const QueryText&) = delete;
@@ -77,8 +75,6 @@ public:
     std::string_view View() const noexcept { return m_view; }
 
 private:
-    static bool IsVisible(wchar_t unit) noexcept { return unit >= L' ' && unit <= L'~'; }
-
     std::array<char, 256> m_short;
     std::string m_other;
     std::string_view m_view;

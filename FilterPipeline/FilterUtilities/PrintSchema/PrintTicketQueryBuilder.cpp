@@ -4,7 +4,6 @@
 #include "PrintSchema/Bstr.h"
 #include "PrintSchema/PrintSchemaKeywords.h"
 
-#include <new>
 #include <utility>
 
 using namespace PrintSchemaText;
@@ -13,16 +12,6 @@ namespace {
 
 constexpr wchar_t subtree[] = L"//";
 constexpr wchar_t child[] = L"/";
-constexpr std::size_t usualLength = 96;
-
-template <typename Work>
-void OrOutOfMemory(Work&& work) {
-    try {
-        work();
-    } catch (const std::bad_alloc&) {
-        ThrowComException(E_OUTOFMEMORY);
-    }
-}
 
 } // namespace
 
@@ -31,38 +20,34 @@ PrintTicketQueryBuilder::PrintTicketQueryBuilder(const wchar_t* frameworkPrefix)
 
 PrintTicketQueryBuilder::PrintTicketQueryBuilder(const wchar_t* frameworkPrefix, const wchar_t* query) {
     const OperationScope operation("PrintTicketQueryBuilder::PrintTicketQueryBuilder");
-    OrOutOfMemory([&] {
-        m_query.reserve(usualLength);
-        m_query = View(query);
-        m_frameworkPrefix = View(frameworkPrefix);
-    });
+    if (query != nullptr) m_query = Make(query);
+    if (frameworkPrefix != nullptr) m_frameworkPrefix = Make(frameworkPrefix);
 }
 
 PrintTicketQueryBuilder::PrintTicketQueryBuilder(const PrintTicketQueryBuilder& other) {
     const OperationScope operation("PrintTicketQueryBuilder::PrintTicketQueryBuilder");
-    *this = other;
+    m_query = Copy(other.m_query);
+    m_frameworkPrefix = Copy(other.m_frameworkPrefix);
 }
 
 PrintTicketQueryBuilder& PrintTicketQueryBuilder::operator=(const PrintTicketQueryBuilder& other) {
     const OperationScope operation("PrintTicketQueryBuilder::operator=");
-    OrOutOfMemory([&] {
-        std::wstring query = other.m_query;
-        m_frameworkPrefix = other.m_frameworkPrefix;
+    if (this != &other) {
+        CComBSTR query = Copy(other.m_query);
+        m_frameworkPrefix = Copy(other.m_frameworkPrefix);
         m_query = std::move(query);
-    });
+    }
     return *this;
 }
 
 PrintTicketQueryBuilder::~PrintTicketQueryBuilder() = default;
 
-void PrintTicketQueryBuilder::Clear() { m_query.clear(); }
-
-CComBSTR PrintTicketQueryBuilder::Text() const { return m_query.empty() ? CComBSTR() : Make(m_query); }
+void PrintTicketQueryBuilder::Clear() { m_query.Empty(); }
 
 HRESULT PrintTicketQueryBuilder::GetQuery(wchar_t** out) const {
     const OperationScope operation("PrintTicketQueryBuilder::GetQuery");
     if (out == nullptr) ThrowComException(E_POINTER);
-    *out = Text().Detach();
+    CopyOut(m_query, out);
     return S_OK;
 }
 
@@ -136,7 +121,8 @@ HRESULT PrintTicketQueryBuilder::AddOption() {
 void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* element, std::wstring_view prefix,
                                        std::wstring_view name) {
     RequireFrameworkPrefix();
-    Append({axis, m_frameworkPrefix, element, L"[@name = \"", prefix, name, L"\"]"});
+    m_query =
+        Join({View(m_query), axis, View(m_frameworkPrefix), element, L"[@name = \"", prefix, name, L"\"]"});
 }
 
 void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::wstring_view prefix,
@@ -148,24 +134,19 @@ void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const C
     // As nearly all are asked for.
     if (names.size() == 1) return AddNamed(subtree, element, View(names[0]), {});
     RequireFrameworkPrefix();
-    Append({subtree, m_frameworkPrefix, element, names.empty() ? L"[false()" : L"["});
+    CComBSTR condition;
     for (const CComBSTR& name : names)
-        Append({&name == names.data() ? L"" : L" or ", L"@name = \"", View(name), L"\""});
-    Append({L"]"});
+        condition = Join(
+            {View(condition), condition.Length() == 0 ? L"" : L" or ", L"@name = \"", View(name), L"\""});
+    if (names.empty()) condition = Make(L"false()");
+    m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[", View(condition), L"]"});
 }
 
 void PrintTicketQueryBuilder::AddChild(const wchar_t* element) {
     RequireFrameworkPrefix();
-    Append({child, m_frameworkPrefix, element});
-}
-
-void PrintTicketQueryBuilder::Append(std::initializer_list<std::wstring_view> pieces) {
-    OrOutOfMemory([&] {
-        for (const std::wstring_view piece : pieces)
-            m_query += piece;
-    });
+    m_query = Join({View(m_query), child, View(m_frameworkPrefix), element});
 }
 
 void PrintTicketQueryBuilder::RequireFrameworkPrefix() const {
-    if (m_frameworkPrefix.empty()) ThrowComException(E_FAIL);
+    if (m_frameworkPrefix.Length() == 0) ThrowComException(E_FAIL);
 }

@@ -5,9 +5,7 @@
 #include <windows.h>
 #include <atlcomcli.h>
 
-#include <initializer_list>
 #include <span>
-#include <string>
 #include <string_view>
 
 /// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a
@@ -48,8 +46,7 @@ public:
 
 protected:
     /// Null if nothing was added.
-    [[nodiscard]] CComBSTR Text() const;
-    [[nodiscard]] bool IsEmpty() const noexcept { return m_query.empty(); }
+    [[nodiscard]] const CComBSTR& Text() const noexcept { return m_query; }
     /// An element of the subtree.
     void AddNamed(const wchar_t* element, std::wstring_view prefix, std::wstring_view name);
     /// One that has one of these names.
@@ -59,9 +56,8 @@ private:
     void AddNamed(const wchar_t* axis, const wchar_t* element, std::wstring_view prefix,
                   std::wstring_view name);
     void AddChild(const wchar_t* element);
-    void Append(std::initializer_list<std::wstring_view> pieces);
     void RequireFrameworkPrefix() const;
 
-    std::wstring m_query;
-    std::wstring m_frameworkPrefix;
+    CComBSTR m_query;
+    CComBSTR m_frameworkPrefix;
 };

@@ -57,7 +57,7 @@ constexpr NamespaceUri namespaceUris[] = {
 };
 
 struct ConstraintName {
-    const wchar_t* name;
+    std::wstring_view name; // a constant, with its end
     This::PrintSchemaConstrainedSettingNativeEnum constrained;
 };
 constexpr ConstraintName constraintNames[] = {
@@ -283,10 +283,13 @@ This::TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const {
     if (m_capabilities->GetAttributeValue(node, PrintSchema::CONSTRAINED_ATTRIBUTE_NAME, &text) != S_OK)
         return ConstrainedNone;
     const std::wstring_view local = LocalOf(View(text), true);
-    const CXString name(local.data(), static_cast<int>(local.size()));
-    const auto* const found =
-        std::find_if(std::begin(constraintNames), std::end(constraintNames),
-                     [&](const ConstraintName& row) { return name.CompareNoCase(row.name) == 0; });
+    const auto* found = std::ranges::find(constraintNames, local, &ConstraintName::name);
+    if (found == std::end(constraintNames)) {
+        const CXString name(local.data(), static_cast<int>(local.size()));
+        found = std::ranges::find_if(constraintNames, [&](const ConstraintName& row) {
+            return name.CompareNoCase(row.name.data()) == 0;
+        });
+    }
     return found == std::end(constraintNames) ? ConstrainedNone : found->constrained;
 }
 
@@ -329,7 +332,7 @@ DocumentQuery This::GetPrintTicketQueryForFeature(const CXString& feature, bool 
 CComPtr<IXMLDOMNode> This::FindFeature(const CXString& feature, bool inCapabilities) const {
     const OperationScope operation("NativeComPrintTicketAccess::FindFeature");
     const DocumentQuery query = GetPrintTicketQueryForFeature(feature, inCapabilities);
-    if (query.IsEmpty()) return nullptr;
+    if (query.Text().Length() == 0) return nullptr;
     return query.FindFirst();
 }
 
@@ -362,7 +365,7 @@ bool This::IsInCapabilities(const PrintTicketFeatureInformation& row) const {
 
 bool This::IsPasscodeSelectable() const {
     const std::vector<CapabilitiesOption> options =
-        ReadCapabilitiesOptions(PrintSchema::JobPasscode::FEATURE, false);
+        ReadCapabilitiesOptions(PrintSchema::JobPasscode::FEATURE, OptionExtent::Name);
     return std::none_of(options.begin(), options.end(), [](const CapabilitiesOption& option) {
         return option.name == PrintSchema::JobPasscode::On && option.constrained == ConstrainedDeviceSettings;
     });
@@ -382,7 +385,7 @@ void This::GetFeatureDisplayName(const CXString& feature, CXString& out) const {
     out.Empty();
     WithoutFailures([&] {
         DocumentQuery query = GetPrintTicketQueryForFeature(feature, true);
-        if (query.IsEmpty()) return;
+        if (query.Text().Length() == 0) return;
         // Its own name, not that of an option.
         query.AddChildProperty(GetNamespaceComString(KeywordsNamespace, true),
                                PrintSchema::DISPLAYNAME_VALUE_NAME);
@@ -408,7 +411,7 @@ int This::GetJobCopiesMaximumValue() const {
     DocumentQuery query =
         GetPrintTicketQueryForFeature(PrintSchema::JobCopiesAllDocuments::PARAMETERNAME, true);
     int maximum = 0;
-    if (query.IsEmpty()) return maximum;
+    if (query.Text().Length() == 0) return maximum;
     query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), PrintSchema::MAX_VALUE_NAME);
     m_capabilities->QueryNodeValue(query, &maximum);
     return maximum;
@@ -425,7 +428,7 @@ void This::GetJobPasscodeStringAllowableRange(int& min, int& max) const {
 void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) const {
     const auto read = [&](const wchar_t* property, int& value) {
         DocumentQuery query = GetPrintTicketQueryForFeature(parameter, true);
-        if (query.IsEmpty()) return false;
+        if (query.Text().Length() == 0) return false;
         query.AddProperty(GetNamespaceComString(FrameworkNamespace, true), property);
         return m_capabilities->QueryNodeValue(query, &value) == S_OK;
     };
@@ -437,23 +440,23 @@ void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) co
 }
 
 std::vector<This::CapabilitiesOption> This::ReadCapabilitiesOptions(const CXString& feature,
-                                                                    bool withSizes) const {
+                                                                    OptionExtent extent) const {
     std::vector<CapabilitiesOption> options;
     const CComPtr<IXMLDOMNode> node = FindFeature(feature, true);
     if (!node) return options;
     for (auto child = FirstChild(node); child; child = NextSibling(child))
         if (HasBaseName(child, PrintSchema::OPTION_ELEMENT_NAME))
-            options.push_back(ReadCapabilitiesOption(child, withSizes));
+            options.push_back(ReadCapabilitiesOption(child, extent));
     return options;
 }
 
-This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool withSizes) const {
+This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, OptionExtent extent) const {
     CapabilitiesOption option;
     option.name = TryToGetNameAttributeFromNode(node, true, option.ns, option.namespaceUri);
     option.constrained = TryToGetConstrainedAttributeFromNode(node);
     const auto isComplete = [&] {
-        return !option.name.IsEmpty() && !option.displayName.IsEmpty() &&
-               !(withSizes && (option.width.IsEmpty() || option.height.IsEmpty()));
+        return !option.name.IsEmpty() && !(extent != OptionExtent::Name && option.displayName.IsEmpty()) &&
+               !(extent == OptionExtent::Size && (option.width.IsEmpty() || option.height.IsEmpty()));
     };
     for (auto child = FirstChild(node); child && !isComplete(); child = NextSibling(child)) {
         const CComBSTR element = BaseName(child);
@@ -483,7 +486,7 @@ void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<Opt
     }
     WithoutFailures([&] {
         std::vector<OptionCapability> offered;
-        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
+        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::DisplayName))
             offered.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
         out = m_offered.emplace(feature, std::move(offered)).first->second;
     });
@@ -491,7 +494,7 @@ void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<Opt
 
 std::vector<This::MediaSizeCapability> This::ReadMediaSizes(const CXString& feature) const {
     std::vector<MediaSizeCapability> sizes;
-    for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, true)) {
+    for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::Size)) {
         // A text that is no number is a size that is missing.
         sizes.emplace_back(
             each.name, each.displayName, each.ns, each.namespaceUri, each.constrained,
@@ -751,7 +754,7 @@ bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, co
     const bool isUndeclared = !node && View(own) == View(Join({prefix, L":"}));
     const std::wstring_view uri = isUndeclared ? PrintSchema::USER_KEYWORDS_URI : View(bound);
 
-    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, OptionExtent::Name);
     bool isOffered = false;
     for (const CapabilitiesOption& each : options) {
         if (!(each.name == option)) continue;
@@ -833,7 +836,7 @@ void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {
 }
 
 void This::SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value) {
-    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, OptionExtent::Name);
     const auto found = std::find_if(options.begin(), options.end(),
                                     [&](const CapabilitiesOption& option) { return option.name == value; });
     ReplaceFeature(row, value, found == options.end() ? row.ns : found->ns);

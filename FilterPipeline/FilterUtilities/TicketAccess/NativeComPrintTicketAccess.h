@@ -87,6 +87,8 @@ private:
 
         [[nodiscard]] const NamePrefix* Find(std::wstring_view prefix) const;
     };
+    /// How much of an option is read: each with what stands before it.
+    enum class OptionExtent { Name, DisplayName, Size };
     /// An option of the capabilities as it is read, with its sizes as texts.
     struct CapabilitiesOption {
         CXString name;
@@ -130,8 +132,8 @@ private:
     [[nodiscard]] PrintSchemaConstrainedSettingNativeEnum
     TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const;
     [[nodiscard]] std::vector<CapabilitiesOption> ReadCapabilitiesOptions(const CXString& feature,
-                                                                          bool withSizes) const;
-    [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, bool withSizes) const;
+                                                                          OptionExtent extent) const;
+    [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, OptionExtent extent) const;
     [[nodiscard]] CXString ReadValueOfNamelessOption(const CXString& feature) const;
     [[nodiscard]] std::vector<MediaSizeCapability> ReadMediaSizes(const CXString& feature) const;
     [[nodiscard]] CComPtr<IXMLDOMNode> FindParameterValue(const CXString& feature) const;
