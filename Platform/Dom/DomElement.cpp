@@ -102,6 +102,7 @@ void DomElement::JoinTexts(xmlNode* first) {
 
 HRESULT STDMETHODCALLTYPE DomElement::normalize() {
     return Guarded([&]() -> HRESULT {
+        Tree().BeforeChange();
         for (xmlNode* node = NextInTree(Node(), Node()); node != nullptr;) {
             xmlNode* next = NextInTree(node, Node());
             if (node->type == XML_TEXT_NODE) {

@@ -1,6 +1,7 @@
 #include "Dom/DomLoader.h"
 
 #include "Dom/DomTree.h"
+#include "Dom/WhiteSpace.h"
 #include "Xml/StartTag.h"
 
 #include <libxml/SAX2.h>
@@ -40,6 +41,12 @@ XmlDocument DomLoader::Parse() {
     return Failure().code == S_OK ? std::move(document) : nullptr;
 }
 
+ReadBack DomLoader::Form(const xmlDoc* document) const {
+    ReadBack form = ReadBack::OfLoaded(document, Source().Text().size(), m_depth, m_hasIdleMarks);
+    form.preservesWhiteSpace = m_settings.preserveWhiteSpace;
+    return form;
+}
+
 void DomLoader::StartDocument() {
     xmlSAX2StartDocument(Parser());
     xmlDoc* document = Parser()->myDoc;
@@ -59,25 +66,28 @@ void DomLoader::EndText() noexcept {
     m_inText = false;
 }
 
-void DomLoader::MarkBreak(xmlNode* node, NodeMark mark) noexcept {
-    if (std::exchange(m_breakPending, false) && node != nullptr) Mark(node, mark);
+void DomLoader::MarkBreak(xmlNode* node, NodeMark mark, const xmlNode* before) noexcept {
+    if (!std::exchange(m_breakPending, false) || node == nullptr) return;
+    Mark(node, mark);
+    if (IsText(node) || (before != nullptr && IsText(before))) m_hasIdleMarks = true;
 }
 
 void DomLoader::StartElement(const StartTagEvent& tag) {
     EndText();
     if (!Enter(m_settings.maxElementDepth)) return;
+    m_depth = std::max(m_depth, Depth());
     xmlSAX2StartElementNs(Parser(), tag.name, tag.prefix, tag.uri, tag.declarationCount, tag.declarations,
                           tag.attributeCount, tag.defaultedCount, tag.attributes);
     xmlNode* element = Parser()->node;
     if (element == nullptr) return;
-    MarkBreak(element, BreakBefore);
+    MarkBreak(element, BreakBefore, element->prev);
     if (tag.declarationCount == 0 || tag.attributeCount == 0) return;
     AttributeOrder::RankFromSource(element, StartTag::Before(*Parser()->input));
 }
 
 void DomLoader::EndElement(const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) {
     EndText();
-    MarkBreak(Parser()->node, BreakBeforeEnd);
+    if (xmlNode* element = Parser()->node) MarkBreak(element, BreakBeforeEnd, element->last);
     Leave();
     xmlSAX2EndElementNs(Parser(), name, prefix, uri);
 }
@@ -108,7 +118,7 @@ void DomLoader::AddNode(Add&& add) {
     if (parent == nullptr)
         m_breakPending = false;
     else if (parent->last != before)
-        MarkBreak(parent->last, BreakBefore);
+        MarkBreak(parent->last, BreakBefore, before);
 }
 
 void DomLoader::CData(const xmlChar* text, int length) {

@@ -20,6 +20,9 @@ public:
     /// From text that already is UTF-8, whatever its declaration says.
     XmlDocument FromText(std::string_view utf8);
 
+    /// Of the document that was made, what reading back its text would make of it.
+    ReadBack Form(const xmlDoc* document) const;
+
 private:
     void StartDocument() override;
     void EndDocument() override;
@@ -32,7 +35,7 @@ private:
 
     XmlDocument Parse();
     void EndText() noexcept;
-    void MarkBreak(xmlNode* node, NodeMark mark) noexcept;
+    void MarkBreak(xmlNode* node, NodeMark mark, const xmlNode* before) noexcept;
     /// Adds a node that is no element and no text, and marks a break before it.
     template <class Add>
     void AddNode(Add&& add);
@@ -42,6 +45,8 @@ private:
     std::string m_blanks;
     bool m_inText = false;
     bool m_breakPending = false;
+    bool m_hasIdleMarks = false; ///< of breaks that are not written
+    std::size_t m_depth = 0;     ///< the deepest element
 };
 
 } // namespace OvPlatform

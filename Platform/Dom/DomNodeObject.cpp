@@ -242,6 +242,7 @@ HRESULT DomNodeObject::Change(std::string_view value) {
 }
 
 HRESULT DomNodeObject::SetValue(std::string_view value) {
+    m_tree->BeforeChange();
     switch (m_node->type) {
     case XML_ATTRIBUTE_NODE: {
         auto* attribute = reinterpret_cast<xmlAttr*>(m_node);
@@ -263,6 +264,7 @@ HRESULT DomNodeObject::SetValue(std::string_view value) {
             m_tree->Dispose(child);
         }
         m_node->extra = static_cast<unsigned short>(m_node->extra & ~BreakBeforeEnd);
+        m_tree->ContentChanged();
         if (text != nullptr) m_tree->Link(m_node, text, nullptr);
         return S_OK;
     }
@@ -311,6 +313,7 @@ HRESULT DomNodeObject::SetDataType(BSTR name) {
     if (known.attribute != nullptr) {
         DomTree::SetAttributeValue(known.attribute, type, *m_tree);
     } else {
+        m_tree->BeforeChange();
         xmlNs* ns = m_tree->Namespace("dt", DomDataType::namespaceUri);
         AttributeOrder::Insert(m_node, m_tree->NewAttribute(DomDataType::attributeName, ns, type), nullptr);
         m_tree->ContentChanged();

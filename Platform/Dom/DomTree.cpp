@@ -1,6 +1,7 @@
 #include "Dom/DomTree.h"
 
 #include "Dom/DomNodeObject.h"
+#include "Dom/SharedTree.h"
 
 #include <atomic>
 #include <new>
@@ -55,6 +56,28 @@ DomTree::~DomTree() {
         xmlFreeNs(ns);
 }
 
+void DomTree::End() noexcept {
+    // Whoever shares the tree may let go of it at any time from here on.
+    const std::shared_ptr<SharedTree> shared = std::move(m_shared);
+    m_count = 1;
+    if (!shared || !shared->Inherit()) delete this;
+}
+
+void DomTree::Part() {
+    m_shared->Part();
+    m_shared.reset();
+}
+
+const ReadBack& DomTree::Form() {
+    if (!m_readBack) m_readBack = ReadBack::Of(*this);
+    return *m_readBack;
+}
+
+TreeShare DomTree::Share() {
+    if (!m_shared) m_shared = std::make_shared<SharedTree>(*this, Form());
+    return TreeShare(m_shared);
+}
+
 xmlNs* DomTree::NewNs(std::string_view prefix, std::string_view uri) {
     const std::string uriText(uri);
     const std::string prefixText(prefix);
@@ -74,7 +97,10 @@ xmlNs* DomTree::Namespace(std::string_view prefix, std::string_view uri) {
 }
 
 xmlNode* DomTree::NewElement(std::string_view name, xmlNs* ns) {
-    return Made(xmlNewDocNode(m_document, ns, AsXml(std::string(name).c_str()), nullptr));
+    // Not by the document's dictionary, which others may be reading.
+    xmlNode* element = Made(xmlNewNode(ns, AsXml(std::string(name).c_str())));
+    element->doc = m_document;
+    return element;
 }
 
 xmlAttr* DomTree::NewAttribute(std::string_view name, xmlNs* ns, std::string_view value) {
@@ -96,8 +122,10 @@ xmlNode* DomTree::NewCharacterData(xmlElementType type, std::string_view text) {
 }
 
 xmlNode* DomTree::NewProcessingInstruction(std::string_view target, std::string_view data) {
-    return Made(
-        xmlNewDocPI(m_document, AsXml(std::string(target).c_str()), AsXml(std::string(data).c_str())));
+    xmlNode* instruction =
+        Made(xmlNewDocPI(nullptr, AsXml(std::string(target).c_str()), AsXml(std::string(data).c_str())));
+    instruction->doc = m_document;
+    return instruction;
 }
 
 xmlNode* DomTree::NewFragment() { return Made(xmlNewDocFragment(m_document)); }
@@ -134,6 +162,7 @@ bool DomTree::IsPartOfDeclaration(const xmlNode* text) noexcept {
 }
 
 xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
+    BeforeChange();
     const std::string_view prefix = mirror->ns->prefix ? View(mirror->name) : std::string_view();
     const std::string uri = AttributeValue(mirror);
     xmlNs* declaration = NewNs(prefix, uri);
@@ -161,6 +190,7 @@ xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
 }
 
 xmlAttr* DomTree::Undeclare(xmlNode* element, xmlNs* declaration) {
+    BeforeChange();
     xmlAttr* mirror = MirrorOf(element, declaration);
     AttributeOrder::Remove(element, declaration);
     m_mirrors.erase(mirror);
@@ -172,6 +202,7 @@ xmlAttr* DomTree::Undeclare(xmlNode* element, xmlNs* declaration) {
 }
 
 void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::string_view uri) {
+    BeforeChange();
     xmlAttr* mirror = MirrorOf(element, declaration);
     xmlNs* fresh = NewNs(View(declaration->prefix), uri);
     AttributeOrder::Replace(element, declaration, fresh);
@@ -201,6 +232,7 @@ std::string DomTree::AttributeValue(const xmlAttr* attribute) {
 }
 
 void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree) {
+    tree.BeforeChange();
     xmlNode* text = value.empty() ? nullptr : tree.NewText(value);
     tree.m_named.AttributeChanging(attribute);
     while (xmlNode* old = attribute->children) {
