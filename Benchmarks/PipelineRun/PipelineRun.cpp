@@ -101,7 +101,9 @@ private:
 
     std::string Job(const std::string& name, std::size_t pages, const LargeJobTickets& tickets) const {
         const std::string job = m_scratch / (name + ".xps");
-        WriteLargeJob(job, pages, {}, tickets);
+        // In another process: a process that begins counts the memory of the one that it comes from.
+        MeasuredCommand().Run({m_self, "--make-job", job, std::to_string(pages),
+                               std::to_string(tickets.count), std::to_string(tickets.every)});
         return job;
     }
 
@@ -138,8 +140,12 @@ int main(int count, char** arguments) {
             CopyArchive(arguments[2], arguments[3]);
             return 0;
         }
-        if (count == 3 && std::string(arguments[1]) == "--make-job") { // a large job to try things on
-            WriteLargeJob("job.xps", std::strtoul(arguments[2], nullptr, 10));
+        // FILE PAGES [TICKETS EVERY]: also to try things on
+        if (count >= 4 && std::string(arguments[1]) == "--make-job") {
+            LargeJobTickets tickets;
+            if (count == 6)
+                tickets = {std::strtoul(arguments[4], nullptr, 10), std::strtoul(arguments[5], nullptr, 10)};
+            WriteLargeJob(arguments[2], std::strtoul(arguments[3], nullptr, 10), {}, tickets);
             return 0;
         }
         Comparison(fs::read_symlink("/proc/self/exe"),
