@@ -25,8 +25,6 @@ private:
     void CopyLeaf(const xmlNode* node);
     /// New, and last in what is open.
     xmlNode* Append(xmlElementType type);
-    xmlNode* NewNode(xmlElementType type);
-    void SetText(xmlNode* node, std::string_view text);
     const xmlChar* Name(const xmlChar* name);
     xmlNs* Namespace(const xmlNs* ns, std::pair<const xmlNs*, xmlNs*>& last);
 

@@ -105,6 +105,23 @@ const GrowthCase cases[] = {
     {"LoadsReferences", Reading(Load, References)},
     {"ParsesChildren", Reading(Parse, Children)},
     {"ParsesDeclarationsInForce", Reading(Parse, DeclarationsInForce)},
+    {"ClonesAndReads",
+     On(Children,
+        [](Tree& tree, std::size_t) {
+            const auto clone = NewDocument();
+            EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(tree.document.p))));
+            RootOf(clone);
+        }),
+     32768}, // what is larger may be written and read
+    {"ClonesWhatWasEdited",
+     On(DeclarationsInForce,
+        [](Tree& tree, std::size_t) {
+            EXPECT_EQ(S_OK, tree.root->appendChild(NewElement(tree.document, "f:e", "urn:f"), nullptr));
+            const auto clone = NewDocument();
+            EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(tree.document.p))));
+            RootOf(clone);
+        }),
+     1000},
     {"GivesItsText", On(Children, [](Tree& tree, std::size_t) { XmlOf(tree.document); })},
     {"GivesTheTextOfAllInIt", On(Children, [](Tree& tree, std::size_t) { TextOf(tree.root); })},
     {"TakesItsTextInPieces",
