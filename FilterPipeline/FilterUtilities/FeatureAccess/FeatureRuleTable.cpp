@@ -317,7 +317,9 @@ const FeatureRule* FindFeatureRule(FeatureQuestionKind kind, const FeaturePath& 
     const FeatureRule* const begin = rules + firstOfKind[static_cast<std::size_t>(kind)];
     const FeatureRule* const end = rules + firstOfKind[static_cast<std::size_t>(kind) + 1];
     const FeatureRule* const found =
-        std::ranges::lower_bound(begin, end, path, &FeaturePath::StandsBefore, &FeatureRule::path);
+        std::lower_bound(begin, end, path, [](const FeatureRule& rule, const FeaturePath& wanted) {
+            return rule.path.StandsBefore(wanted);
+        });
     if (found != end && !path.StandsBefore(found->path)) return found;
     return begin != end && begin->path == FeaturePath(FeatureRule::anyFeature) ? begin : nullptr;
 }

@@ -486,8 +486,9 @@ void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<Opt
     }
     WithoutFailures([&] {
         std::vector<OptionCapability> offered;
-        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::DisplayName))
-            offered.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
+        for (CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::DisplayName))
+            offered.emplace_back(std::move(each.name), std::move(each.displayName), each.ns,
+                                 std::move(each.namespaceUri), each.constrained);
         out = m_offered.emplace(feature, std::move(offered)).first->second;
     });
 }
