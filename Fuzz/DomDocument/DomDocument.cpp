@@ -160,7 +160,10 @@ struct Selection {
 /// the same.
 void CheckAnswer(IXMLDOMNode* node, const CComBSTR& query) {
     const std::wstring_view text(query.m_str, query.Length());
-    if (text.find_first_of(L"()") != std::wstring_view::npos) return; // they may not pair
+    // Brackets may not pair, and a name that begins with another letter the evaluator knows in short paths
+    // only.
+    const auto isInDoubt = [](wchar_t unit) { return unit == L'(' || unit == L')' || unit > L'~'; };
+    if (std::ranges::any_of(text, isInDoubt)) return;
     CComBSTR bracketed(L"(");
     bracketed += query;
     bracketed += L")";
