@@ -9,6 +9,7 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <new>
 #include <utility>
 
@@ -107,7 +108,7 @@ xmlNode* DomLoader::AddElement(const StartTagEvent& tag) {
 void DomLoader::AddDeclarations(const StartTagEvent& tag, xmlNode* element) {
     xmlNs** place = &element->nsDef;
     for (int index = 0; index < tag.declarationCount; ++index) {
-        const xmlChar* const* declaration = tag.declarations + 2 * index;
+        const xmlChar* const* declaration = tag.declarations + std::ptrdiff_t{2} * index;
         *place = xmlNewNs(nullptr, declaration[1], declaration[0]);
         if (*place == nullptr) throw std::bad_alloc();
         m_declared.push_back({declaration[0], *place});
@@ -125,7 +126,8 @@ xmlNs* DomLoader::Namespace(const xmlChar* prefix) const noexcept {
 void DomLoader::AddAttributes(const StartTagEvent& tag, xmlNode* element) {
     xmlAttr* last = nullptr;
     for (int index = 0; index < tag.attributeCount; ++index) {
-        const xmlChar* const* parts = tag.attributes + 5 * index; // name, prefix, URI, begin and end
+        const xmlChar* const* parts =
+            tag.attributes + std::ptrdiff_t{5} * index; // name, prefix, URI, begin and end
         last = AppendAttribute(element, last);
         last->name = parts[0];
         if (parts[1] != nullptr) last->ns = Namespace(parts[1]);

@@ -80,6 +80,43 @@ TEST(DomClone, IsIndependentInWhateverOrderBothAreUsed) {
     }
 }
 
+TEST(DomClone, IsLeftAloneByEveryEditOfItsSource) {
+    const struct {
+        const char* query;
+        void (*edit)(const Document& source, IXMLDOMNode* node);
+    } cases[] = {
+        {"/*/*",
+         [](const Document& source, IXMLDOMNode* node) { RootOf(source)->removeChild(node, nullptr); }},
+        {"/*/*",
+         [](const Document& source, IXMLDOMNode* node) { RootOf(source)->appendChild(node, nullptr); }},
+        {"/*/*",
+         [](const Document& source, IXMLDOMNode* node) {
+             RootOf(source)->replaceChild(NewElement(source, "n"), node, nullptr);
+         }},
+        {"/*/*",
+         [](const Document&, IXMLDOMNode* node) { RootOf(Parsed("<o/>"))->appendChild(node, nullptr); }},
+        {"/*/*", [](const Document&, IXMLDOMNode* node) { node->put_dataType(CComBSTR(L"int")); }},
+        {"/*/text()", [](const Document&, IXMLDOMNode* node) { node->put_text(CComBSTR(L"u")); }},
+        {"/*/@x", [](const Document&, IXMLDOMNode* node) { node->put_nodeValue(Value("2")); }},
+        {"/*", [](const Document&, IXMLDOMNode* node) { node->put_text(CComBSTR(L"")); }},
+        {"/*", [](const Document& source, IXMLDOMNode*) { RootOf(source)->removeAttribute(CComBSTR(L"x")); }},
+        {"/*", [](const Document& source,
+                  IXMLDOMNode*) { RootOf(source)->setAttribute(CComBSTR(L"xmlns:q"), Value("urn:q")); }},
+        {"/*",
+         [](const Document& source, IXMLDOMNode*) {
+             RootOf(source)->setAttributeNode(NewAttribute(source, "p:y", "urn:p", "1"), nullptr);
+         }},
+    };
+    for (const auto& each : cases) {
+        const auto source = Parsed(before);
+        const auto node = First(source, each.query);
+        const auto clone = Clone(source);
+        each.edit(source, node);
+        EXPECT_NE(before, XmlOf(source)) << &each - cases;
+        EXPECT_EQ(before, XmlOf(clone)) << &each - cases;
+    }
+}
+
 TEST(DomClone, LeavesNodesOfBothWhatTheyWere) {
     auto source = Parsed(before);
     const auto node = First(source, "//*");
