@@ -100,7 +100,7 @@ private:
     }
 
     std::string Job(const std::string& name, std::size_t pages, const LargeJobTickets& tickets) const {
-        const std::string job = m_scratch / (name + ".xps");
+        std::string job = m_scratch / (name + ".xps");
         // In another process: a process that begins counts the memory of the one that it comes from.
         MeasuredCommand().Run({m_self, "--make-job", job, std::to_string(pages),
                                std::to_string(tickets.count), std::to_string(tickets.every)});
