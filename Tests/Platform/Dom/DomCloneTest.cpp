@@ -321,8 +321,10 @@ TEST(DomClone, MayGoItsWayOnAnotherThread) {
     for (int round = 0; round < rounds; ++round) {
         auto source = Parsed(before);
         if (round % 2 != 0) RootOf(source);
+        constexpr int count = 3;
         std::vector<std::thread> threads;
-        for (int number = 0; number < 3; ++number)
+        threads.reserve(count);
+        for (int number = 0; number < count; ++number)
             threads.emplace_back([clone = Clone(source), number]() mutable {
                 const auto second = Clone(clone);
                 if (number == 1) Set(clone, "2");
