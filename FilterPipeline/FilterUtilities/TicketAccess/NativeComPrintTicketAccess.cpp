@@ -198,7 +198,7 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
     for (const auto& [ns, prefix] : known) {
         // An empty prefix would fit every name.
         if (prefix.Length() == 0) continue;
-        prefixes.prefixes.emplace(ns, prefix);
+        prefixes.prefixes.emplace(ns, Copy(prefix));
         add(ToCXString(prefix), ns);
     }
     // What is written may get this prefix where the other one is somebody else's.
