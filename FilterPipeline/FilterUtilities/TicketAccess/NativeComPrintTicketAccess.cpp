@@ -208,12 +208,6 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
     return prefixes;
 }
 
-const This::NamePrefix* This::Prefixes::Find(std::wstring_view prefix) const {
-    const auto found =
-        std::ranges::find_if(ofNames, [=](const NamePrefix& row) { return row.prefix.View() == prefix; });
-    return found == ofNames.end() ? nullptr : &*found;
-}
-
 const PrintSchemaXmlDocument& This::Document(bool ofCapabilities) const {
     if (ofCapabilities) return *m_capabilities;
     return *m_ticket;

@@ -9,6 +9,7 @@
 
 #include <DataAccess/IPrintTicketAccess.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
@@ -85,7 +86,12 @@ private:
         std::vector<NamePrefix> ofNames; // by prefix, each once
         std::map<PrintTicketNamespace, CComBSTR> prefixes;
 
-        [[nodiscard]] const NamePrefix* Find(std::wstring_view prefix) const;
+        [[nodiscard]] const NamePrefix* Find(std::wstring_view prefix) const {
+            const auto found = std::find_if(ofNames.begin(), ofNames.end(), [=](const NamePrefix& row) {
+                return row.prefix.View() == prefix;
+            });
+            return found == ofNames.end() ? nullptr : &*found;
+        }
     };
     /// How much of an option is read: each with what stands before it.
     enum class OptionExtent { Name, DisplayName, Size };
