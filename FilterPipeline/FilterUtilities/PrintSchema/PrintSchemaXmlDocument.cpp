@@ -492,6 +492,7 @@ bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* nam
     ThrowIfFailed(asked);
     MsSafeVariant value;
     const HRESULT found = element->getAttribute(Make(name), &value);
+    if (found == E_FAIL) return false; // the platform refuses what cannot be the name of any
     ThrowIfFailed(found);
     if (found != S_OK) return false;
     text = TakeText(value);
