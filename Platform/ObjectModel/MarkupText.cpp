@@ -1,7 +1,5 @@
 #include "ObjectModel/MarkupText.h"
 
-#include "Xml/XmlEscape.h"
-
 #include <utf8coder.h>
 
 #include <array>
@@ -88,7 +86,30 @@ std::string UnescapeAttribute(std::string_view raw) {
 std::string EscapeAttribute(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
-    AppendXml(escaped, text, XmlPlace::Attribute);
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            escaped += "&amp;";
+            break;
+        case '<':
+            escaped += "&lt;";
+            break;
+        case '"':
+            escaped += "&quot;";
+            break;
+        case '\t':
+            escaped += "&#9;";
+            break;
+        case '\n':
+            escaped += "&#10;";
+            break;
+        case '\r':
+            escaped += "&#13;";
+            break;
+        default:
+            escaped.push_back(c);
+        }
+    }
     return escaped;
 }
 

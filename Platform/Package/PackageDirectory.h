@@ -1,14 +1,12 @@
 #pragma once
 
 #include "Package/ContentTypes.h"
-#include "Package/HashedIndex.h"
 #include "Package/PackageReader.h"
 #include "Package/PieceStream.h"
 #include "Package/ZipArchive.h"
 
-#include <functional>
 #include <span>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 namespace OvPlatform {
@@ -17,9 +15,8 @@ namespace OvPlatform {
 /// Does not change once read.
 class PackageDirectory {
 public:
-    /// isStopped: asked now and then; true gives it up with E_ABORT. Throws PackageError.
-    PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits,
-                     const std::function<bool()>& isStopped);
+    /// Throws PackageError.
+    PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits);
     PackageDirectory(const PackageDirectory&) = delete;
     PackageDirectory& operator=(const PackageDirectory&) = delete;
 
@@ -43,15 +40,12 @@ private:
     };
     struct Group;
     class Groups;
-    class Items;
 
-    ContentTypes ReadContentTypes(Groups& groups);
-    void ReadParts(Groups& groups, const ContentTypes& types);
+    ContentTypes ReadContentTypes();
+    void ReadItems(const ContentTypes& types);
     void AddGroup(const Group& group, const ContentTypes& types);
-    void AddPart(const Group& group, std::string name, std::string_view type);
-    /// False where its source is not there.
-    bool AddRelationships(const std::string& name, Place place);
-    void CheckNames() const;
+    void AddRelationships(const std::string& name, Place place);
+    void IndexParts();
     void CheckBounds(const Group& group);
     Place Store(const Group& group);
     std::span<const StoredPiece> At(Place place) const {
@@ -60,20 +54,17 @@ private:
     std::size_t IndexOf(const PackagePart& part) const {
         return static_cast<std::size_t>(&part - m_parts.data());
     }
-    std::uint32_t PlaceOf(std::string_view name, std::size_t hash) const;
 
     std::shared_ptr<const ZipArchive> m_archive;
     PackageLimits m_limits;
-    std::function<bool()> m_isStopped;
     std::uint64_t m_totalSize = 0;
     std::vector<StoredPiece> m_pieces;
-    std::unordered_set<std::string> m_contentTypes; // of m_parts
     std::vector<PackagePart> m_parts;
-    std::vector<std::uint32_t> m_places; // of the first pieces of m_parts, in step
-    std::vector<Place> m_relationships;  // of the relationships parts of m_parts, in step
+    std::vector<Place> m_places;        // of m_parts, in step
+    std::vector<Place> m_relationships; // of the relationships parts of m_parts, in step
     Place m_packageRelationships;
-    std::vector<FoundRelationships> m_found; // ahead of their sources; empty once read
-    HashedIndex m_index;                     // of m_parts by name
+    std::vector<FoundRelationships> m_found; // empty once read
+    std::unordered_map<std::string_view, std::uint32_t, PartNameHash, PartNameEqual> m_index; // into m_parts
 };
 
 } // namespace OvPlatform

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "PrintTicket/NamespaceUri.h"
-
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -12,19 +10,20 @@ namespace OvPlatform {
 
 /// A Print Schema name: what counts is the namespace, never the prefix that stands for it in a document.
 struct KeywordName {
-    NamespaceUri space;
+    std::string space;
     std::string local; // empty: no name
 
     bool Empty() const { return local.empty(); }
     bool operator==(const KeywordName&) const = default;
     bool Is(std::string_view otherSpace, std::string_view otherLocal) const {
-        return local == otherLocal && space.Text() == otherSpace;
+        return local == otherLocal && space == otherSpace;
     }
 };
 
 struct KeywordNameHash {
     std::size_t operator()(const KeywordName& name) const {
-        return std::hash<std::string_view>()(name.local) * 31 + name.space.Hash();
+        const std::hash<std::string_view> hash;
+        return hash(name.local) * 31 + hash(name.space);
     }
 };
 

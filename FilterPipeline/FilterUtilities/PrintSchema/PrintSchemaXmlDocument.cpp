@@ -449,15 +449,8 @@ HRESULT PrintSchemaXmlDocument::GetNode(const wchar_t* xpath, IXMLDOMNode** out)
     RequireDocument();
     *out = nullptr;
     if (IsEmpty(xpath)) ThrowComException(E_INVALIDARG);
-    *out = SelectFirst(Make(xpath)).Detach();
+    ThrowIfFailed(m_document->selectSingleNode(Make(xpath), out));
     return *out != nullptr ? S_OK : S_FALSE;
-}
-
-CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::SelectFirst(BSTR xpath) const {
-    RequireDocument();
-    CComPtr<IXMLDOMNode> node;
-    ThrowIfFailed(m_document->selectSingleNode(xpath, &node));
-    return node;
 }
 
 CComPtr<IXMLDOMNodeList> PrintSchemaXmlDocument::SelectNodes(BSTR xpath) const {
@@ -486,15 +479,10 @@ CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindAttribute(IXMLDOMNode* node, co
 }
 
 bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text) {
-    CComPtr<IXMLDOMElement> element;
-    const HRESULT asked = node->QueryInterface(&element);
-    if (asked == E_NOINTERFACE) return false;
-    ThrowIfFailed(asked);
+    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name);
+    if (!attribute) return false;
     MsSafeVariant value;
-    const HRESULT found = element->getAttribute(Make(name), &value);
-    if (found == E_FAIL) return false; // the platform refuses what cannot be the name of any
-    ThrowIfFailed(found);
-    if (found != S_OK) return false;
+    ThrowIfFailed(attribute->get_nodeValue(&value));
     text = TakeText(value);
     return true;
 }

@@ -42,8 +42,7 @@ protected:
 
 std::string Packed(IPartFont* font, const std::string& name) {
     std::string bytes;
-    const PackagedFont packed = PackFont(font, name);
-    Drain(packed.bytes ? *packed.bytes : *CComQIPtr<IHostPart>(font)->Core().content->Open(),
+    Drain(*PackFont(font, name).bytes,
           [&](const void* chunk, std::size_t size) { bytes.append(static_cast<const char*>(chunk), size); });
     return bytes;
 }
