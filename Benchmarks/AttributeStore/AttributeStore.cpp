@@ -1,6 +1,8 @@
 // The 200 settings of a job read from a store into the list that answers questions, beside a copy and a hash
 // of the same bytes. Reports time as a ratio in the same run.
 
+#include "Limits.h"
+
 #include <AttributeStore/AttributeBytesIndexedList.h>
 #include <AttributeStore/PersistentAttributes.h>
 #include <BinaryForms/Hash32.h>
@@ -17,7 +19,6 @@
 namespace {
 
 constexpr unsigned int records = 200;
-constexpr double limit = 20;
 constexpr int rounds = 100;
 constexpr int repetitions = 200;
 
@@ -95,9 +96,8 @@ int main() {
         copying = std::min(copying, NanosecondsOf(copyAndHash));
         reading = std::min(reading, NanosecondsOf(read));
     }
-    const double ratio = reading / copying;
-    std::printf("%u records in %zu bytes: read and indexed %.0f ns, copied and hashed %.0f ns, ratio %.1f "
-                "(at most %.0f: %s)\n",
-                records, bytes.size(), reading, copying, ratio, limit, ratio <= limit ? "yes" : "NO");
-    return ratio <= limit ? 0 : 1;
+    std::printf("%u records in %zu bytes: read and indexed %.0f ns, copied and hashed %.0f ns\n", records,
+                bytes.size(), reading, copying);
+    Limits::Report("records read and indexed, beside copied and hashed", reading / copying, 20);
+    return Limits::Conclude();
 }

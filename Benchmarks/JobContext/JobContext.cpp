@@ -2,6 +2,7 @@
 // the same run.
 
 #include "ApartmentBenchmarks.h"
+#include "PairedTimes.h"
 
 #include <JobContext/XpsFilterPrintTicket.h>
 #include <Spooler/QueueFolder.h>
@@ -16,22 +17,13 @@
 #include <libxml/xpath.h>
 #include <libxml/xpathInternals.h>
 
-#include <algorithm>
-#include <chrono>
 #include <cstdlib>
-#include <vector>
 
 namespace {
 
 using namespace PrintSchema;
 
 constexpr char frameworkUri[] = "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
-
-double MedianOf(std::vector<double>& values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
 
 // One compiled XPath over a ticket, as often as it is asked.
 class XPathOver {
@@ -87,8 +79,8 @@ void AskAll(XpsFilterPrintTicket& ticket) {
     if (!isAnswered) std::abort(); // the sample's ticket has an answer to each
 }
 
-void SnapshotAndAllQuestions(benchmark::State& state, const std::string& inJobTicket) {
-    using Clock = std::chrono::steady_clock;
+void SnapshotAndAllQuestions(benchmark::State& state, const std::string& what,
+                             const std::string& inJobTicket) {
     const auto queue = OvPlatform::QueueFolder::Load(OV_SOURCE_DIR "/Samples/Queues/ColorOffice");
     OvPlatform::QueueRegistry::Add(queue);
     const auto job = MakeFake<FakeFixedDocumentSequence>();
@@ -115,23 +107,13 @@ void SnapshotAndAllQuestions(benchmark::State& state, const std::string& inJobTi
     if (manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket) != S_OK ||
         ticket.GetOutputPaperSizeSettings(sheet) != S_OK || sheet.isSpecified == inJobTicket.empty())
         std::abort();
-    std::vector<double> ownSeconds;
-    std::vector<double> peerSeconds;
-    for ([[maybe_unused]] auto _ : state) {
-        const auto start = Clock::now();
-        if (manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket) != S_OK) std::abort();
-        AskAll(ticket);
-        const auto between = Clock::now();
-        peer.Run();
-        const auto end = Clock::now();
-        const double seconds = std::chrono::duration<double>(between - start).count();
-        state.SetIterationTime(seconds);
-        ownSeconds.push_back(seconds);
-        peerSeconds.push_back(std::chrono::duration<double>(end - between).count());
-    }
-    state.counters["xpath_us"] = MedianOf(peerSeconds) * 1e6;
-    state.counters["ratio"] = MedianOf(ownSeconds) / MedianOf(peerSeconds);
-    state.counters["limit"] = 12;
+    PairedTimes::Compare(
+        state, what + ": a snapshot of a page and all questions, in XPath evaluations", 12,
+        [&] {
+            if (manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket) != S_OK) std::abort();
+            AskAll(ticket);
+        },
+        [&] { peer.Run(); });
 }
 
 // Pages that come out on another paper: its size stands in the capabilities, which are larger than any
@@ -143,8 +125,9 @@ const std::string fitToAnotherPaper =
     "&lt;fit-to-new-size-print-ticket-keyword-api>psk:ISOA3&lt;/fit-to-new-size-print-ticket-keyword-api>"
     "&lt;/s></psf:Value></psf:ParameterInit>";
 
-BENCHMARK_CAPTURE(SnapshotAndAllQuestions, AsTheDefault, "")->UseManualTime();
-BENCHMARK_CAPTURE(SnapshotAndAllQuestions, FitToAnotherPaper, fitToAnotherPaper)->UseManualTime();
+BENCHMARK_CAPTURE(SnapshotAndAllQuestions, AsTheDefault, "paper as the default", "")->UseManualTime();
+BENCHMARK_CAPTURE(SnapshotAndAllQuestions, FitToAnotherPaper, "fit to another paper", fitToAnotherPaper)
+    ->UseManualTime();
 
 } // namespace
 

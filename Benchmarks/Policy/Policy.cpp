@@ -1,6 +1,7 @@
 // What an administrator's configuration costs. Enforcing one of 40 features in a merged ticket, beside the
 // merge of that ticket (at most 0.5 of it); and a job of 4,000 pages with 8 page tickets through the filter
 // Policy, beside the same job through PassThrough, each in a process of its own (at most 1.3 of it).
+#include "Limits.h"
 #include "MeasuredCommand.h"
 #include "PipelineRun/LargeJob.h"
 #include "Support/ConfiguredQueue.h"
@@ -91,8 +92,9 @@ void CompareTickets() {
     }
     const double merge = MeasuredCommand::Median(merged);
     const double enforcing = (MeasuredCommand::Median(sanitized) - merge) / 2;
-    std::printf("%zu features: a merge takes %.1f us, enforcing in one ticket %.1f us: %.2f (limit 0.50)\n",
-                static_cast<std::size_t>(page.Features()), merge * 1e6, enforcing * 1e6, enforcing / merge);
+    std::printf("%zu features: a merge takes %.1f us, enforcing in one ticket %.1f us\n",
+                static_cast<std::size_t>(page.Features()), merge * 1e6, enforcing * 1e6);
+    Limits::Report("enforcing in one ticket, in merges", enforcing / merge, 0.5);
 }
 
 void CompareJobs() {
@@ -113,13 +115,14 @@ void CompareJobs() {
     fs::remove_all(scratch);
     const double seconds = MeasuredCommand::Median(policy.seconds);
     std::printf(
-        "4,000 pages, 8 page tickets: PassThrough %.2f s, Policy %.2f s: %.2f (limit 1.30; by CPU time "
-        "%.2f), peak %.1f MB against %.1f MB\n",
+        "4,000 pages, 8 page tickets: PassThrough %.2f s, Policy %.2f s (by CPU time %.2f), peak %.1f MB "
+        "against %.1f MB\n",
         MeasuredCommand::Median(passThrough.seconds), seconds,
-        seconds / MeasuredCommand::Median(passThrough.seconds),
         MeasuredCommand::Median(policy.processorSeconds) /
             MeasuredCommand::Median(passThrough.processorSeconds),
         policy.peakMegabytes, passThrough.peakMegabytes);
+    Limits::Report("4,000 pages with 8 page tickets, beside PassThrough",
+                   seconds / MeasuredCommand::Median(passThrough.seconds), 1.3);
 }
 
 } // namespace
@@ -128,7 +131,7 @@ int main() {
     try {
         CompareTickets();
         CompareJobs();
-        return 0;
+        return Limits::Conclude();
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "bench.Policy: %s\n", failure.what());
         return 1;

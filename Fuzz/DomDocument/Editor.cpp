@@ -193,6 +193,16 @@ void Editor::AddAttribute() {
 
 void Editor::SetNamed() { SetAttribute(NextName(L"w"), L"ns0:x"); }
 
+void Editor::GiveName() {
+    constexpr std::array<const wchar_t*, 3> names = {L"n", L"", L"p:\x00E4"};
+    SetAttribute(L"name", names[m_name++ % names.size()]);
+}
+
+void Editor::TakeName() {
+    if (const CComQIPtr<IXMLDOMElement> element(m_first.p); element)
+        element->removeAttribute(CComBSTR(L"name"));
+}
+
 void Editor::DeclareAny() {
     const CComBSTR prefix = NextPrefix();
     CComBSTR name = L"xmlns";
@@ -250,7 +260,7 @@ const std::map<char, Editor::Edit> Editor::edits = {
     {'>', &Editor::Next},
     {'?', &Editor::Select},
     {'L', &Editor::Reload},
-    {'W', &Editor::WriteInto},
+    {write, &Editor::WriteInto},
     {'a', &Editor::Append},
     {'i', &Editor::Insert},
     {'r', &Editor::Replace},
@@ -279,6 +289,8 @@ const std::map<char, Editor::Edit> Editor::edits = {
     {'E', &Editor::AddElement},
     {'V', &Editor::AddAttribute},
     {'w', &Editor::SetNamed},
+    {'g', &Editor::GiveName},
+    {'h', &Editor::TakeName},
     {'X', &Editor::DeclareAny},
     {'U', &Editor::UndeclareAny},
     {'u', &Editor::MoveDeclaration},

@@ -15,6 +15,9 @@ public:
 
     void Apply(char edit);
 
+    /// Writes into the document's stream, which the next use of the document ends.
+    static constexpr char write = 'W';
+
 private:
     using Edit = void (Editor::*)();
     static const std::map<char, Edit> edits;
@@ -57,6 +60,8 @@ private:
     void AddElement();
     void AddAttribute();
     void SetNamed();
+    void GiveName();
+    void TakeName();
     void DeclareAny();
     void UndeclareAny();
     void MoveDeclaration();
@@ -73,6 +78,7 @@ private:
     CComBSTR m_query;
     std::size_t m_prefix = 0;
     std::size_t m_uri = 0;
+    std::size_t m_name = 0;
     CComPtr<IXMLDOMNodeList> m_list;
     CComPtr<IXMLDOMNode> m_first;
     CComPtr<IXMLDOMNode> m_second;

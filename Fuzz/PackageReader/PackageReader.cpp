@@ -1,5 +1,5 @@
-// Any bytes as a package: opened, every part read, every relationship followed. Only PackageError may come of
-// it.
+// Any bytes as a package: opened, every part read, as it is packed and unpacked, every relationship followed.
+// Only PackageError may come of it, and what can be taken over packed can be read.
 
 #include <Package/PackageReader.h>
 
@@ -17,6 +17,27 @@ using namespace OvPlatform;
 
 namespace {
 
+template <class Stream>
+std::uint64_t Drain(Stream& stream) {
+    char buffer[4096];
+    std::uint64_t size = 0;
+    while (const std::size_t count = stream.Read(buffer, sizeof buffer))
+        size += count;
+    return size;
+}
+
+// Whether it is there in one piece and undamaged.
+bool IsSoundPacked(const PackageReader& package, const std::string& part) {
+    try {
+        const auto packed = package.OpenPacked(part);
+        if (!packed) return false;
+        if (Drain(*packed) != packed->Form().storedSize) std::abort();
+        return true;
+    } catch (const PackageError&) {
+        return false;
+    }
+}
+
 void ReadAll(const std::string& file) {
     PackageLimits limits;
     limits.maxPartSize = limits.maxPackageSize = 8 << 20;
@@ -25,18 +46,19 @@ void ReadAll(const std::string& file) {
     for (const PackagePart& part : package->Parts())
         sources.push_back(part.name);
     for (const std::string& source : sources) {
+        const bool isSound = source != "/" && IsSoundPacked(*package, source);
+        bool isRead = source == "/";
         try {
+            if (!isRead) {
+                const auto stream = package->OpenPart(source);
+                if (Drain(*stream) != stream->Size()) std::abort();
+                isRead = true;
+            }
             for (const PackageRelationship& relationship : package->Relationships(source))
                 RequireTarget(*package, source, relationship);
-            if (source == "/") continue;
-            const auto stream = package->OpenPart(source);
-            char buffer[4096];
-            std::uint64_t size = 0;
-            while (const std::size_t count = stream->Read(buffer, sizeof buffer))
-                size += count;
-            if (size != stream->Size()) std::abort();
         } catch (const PackageError&) {
         }
+        if (isSound && !isRead) std::abort();
     }
 }
 

@@ -9,6 +9,7 @@
 #include "Source/PackageSource.h"
 #include "Streams/PrintWriteStream.h"
 
+#include <System/StreamOutput.h>
 #include <System/Thread.h>
 
 #include <objbase.h>
@@ -68,6 +69,7 @@ private:
             RunFilters();
             outcome.isWritten = !m_state->IsStopping() && Attempt([&] { Commit(); }, "the output");
             if (outcome.isWritten) outcome.leftOut = LeftOut();
+            outcome.outputSize = m_packageSink ? m_packageSink->Size() : m_fileSink->Size();
         }
         // A cancellation that comes after the output changes nothing.
         outcome.isCancelled = !outcome.isWritten && m_state->IsCancelled();
@@ -165,11 +167,17 @@ private:
 
     void OpenOutput() {
         if (OutputKind() == EndKind::Bytes && !m_job.byteOutput.empty()) m_job.output = m_job.byteOutput;
+        auto output = m_job.outputStream >= 0 ? OpenStream() : OpenOutputFile(m_job.output);
         if (OutputKind() == EndKind::Bytes)
-            m_fileSink = std::make_shared<FileSink>(m_job.output);
+            m_fileSink = std::make_shared<FileSink>(std::move(output));
         else
-            m_packageSink = std::make_unique<PackageSink>(m_job.output, m_state, m_context->flavour,
+            m_packageSink = std::make_unique<PackageSink>(std::move(output), m_state, m_context->flavour,
                                                           m_job.pipeline.interleaving);
+    }
+
+    std::unique_ptr<OvPlatform::ByteOutput> OpenStream() const {
+        return std::make_unique<OvPlatform::StreamOutput>(m_job.outputStream, m_job.output,
+                                                          [state = m_state] { return state->IsStopping(); });
     }
 
     // Joins each filter's output to the next one's input, and the last one's to the output.

@@ -20,6 +20,8 @@ struct JobDescription {
     PipelineSpec pipeline;
     std::filesystem::path output;
     std::filesystem::path byteOutput; // in place of output where bytes come out; empty: output
+    /// An open stream in place of both; -1: none. It is its caller's.
+    int outputStream = -1;
     /// Filters are told the output's name, as of a job that the user prints to a file.
     bool outputIsNamed = false;
 };
@@ -38,6 +40,7 @@ struct JobOutcome {
     std::vector<FilterOutcome> filters;
     EndKind outputKind = EndKind::XpsParts;
     std::filesystem::path output;
+    std::uint64_t outputSize = 0;
     LeftOutParts leftOut; // of a package that became a package
     std::vector<std::string>
         gotOver; // what the filters' library reported of a job that is written all the same

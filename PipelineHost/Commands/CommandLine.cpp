@@ -56,7 +56,9 @@ of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the fil
   --filter MODULE...   filter modules in order; each MODULE or MODULE,{class id}. What ends in .xps, .oxps or .prn is
                        the job. A module's ends are found by asking it. Names without a folder are looked for in the folders of OV_FILTERS and beside ov-pipeline.
                        Without --config and --filter the job goes through as it is.
-  -o, --output OUT     the output; filters are told its name. Without it, JOB-printed.xps (.oxps, .prn) in this folder
+  -o, --output OUT     the output; filters are told its name. Without it, JOB-printed.xps (.oxps, .prn) in this folder.
+                       - stands for the output stream: the output is written there as it comes, and all else that is
+                       said goes to the error stream. Of a job that fails, a part of it may have been written then
   --trace              prints every part and step in order, on the error stream
 
 On a terminal, the error stream shows the progress. The summary goes to the output stream.

@@ -8,6 +8,9 @@
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolderError.h>
 
+#include <windows.h>
+#include <atlcomcli.h>
+
 namespace OvPipeline {
 
 namespace {
@@ -80,6 +83,8 @@ int RunProgram(const std::vector<std::string>& arguments, std::ostream& outStrea
     } catch (const CPComException& error) {
         const std::string line = std::string(error.what()) + ": " + HresultText(error.GetHresult());
         return Complain(errors, AboutJob(options, line), ExitJobFailed);
+    } catch (const CAtlException& error) {
+        return Complain(errors, AboutJob(options, HresultText(error)), ExitJobFailed);
     } catch (const std::bad_alloc&) {
         return Complain(errors, HresultText(E_OUTOFMEMORY), ExitJobFailed);
     } catch (const std::exception& error) {

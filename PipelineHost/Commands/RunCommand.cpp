@@ -1,16 +1,20 @@
 #include "Chain/Pipeline.h"
 #include "Commands/Commands.h"
 #include "Commands/JobWatch.h"
+#include "Commands/StandardOutput.h"
 #include "Report/RunSummary.h"
 
 #include <PrintTicket/PrintTicketMerge.h>
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 
 namespace OvPipeline {
 
 namespace {
+
+constexpr const char* toStream = "-";
 
 PipelineSpec ChosenPipeline(const CommandOptions& options) {
     if (!options.config.empty()) return ReadPipelineConfiguration(options.config);
@@ -48,9 +52,18 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     job.file = options.job;
     job.queue = LoadQueue(options);
     job.pipeline = ChosenPipeline(options);
-    job.outputIsNamed = !options.output.empty();
-    job.output = job.outputIsNamed ? options.output : DefaultOutput(job.file, job.file.extension().string());
-    if (!job.outputIsNamed) job.byteOutput = DefaultOutput(job.file, ".prn");
+    std::optional<StandardOutput> stream;
+    if (options.output == toStream) {
+        stream.emplace();
+        job.outputStream = stream->Descriptor();
+        job.output = "the output stream";
+    } else if (options.output.empty()) {
+        job.output = DefaultOutput(job.file, job.file.extension().string());
+        job.byteOutput = DefaultOutput(job.file, ".prn");
+    } else {
+        job.output = options.output;
+        job.outputIsNamed = true;
+    }
     std::error_code error;
     if (std::filesystem::equivalent(job.file, job.output, error) ||
         std::filesystem::equivalent(job.file, job.byteOutput, error))
@@ -76,7 +89,8 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
     if (outcome.isCancelled) {
-        errors.Line("ov-pipeline: " + options.job + ": cancelled; nothing was written");
+        errors.Line("ov-pipeline: " + options.job + ": cancelled; " +
+                    (stream ? "what was written is not the whole output" : "nothing was written"));
         return ExitCancelled;
     }
     if (outcome.failure) return ReportFailure(*outcome.failure, options, errors);
@@ -93,8 +107,8 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
     summary.ticketsAsked = counters.ticketsAsked;
     summary.merges = after.merges - before.merges;
     summary.conflictsResolved = after.conflictsResolved - before.conflictsResolved;
-    summary.bytesOut = SizeOf(outcome.output);
-    out.Lines(summary.Lines());
+    summary.bytesOut = outcome.outputSize;
+    (stream ? errors : out).Lines(summary.Lines());
     std::ranges::for_each(outcome.gotOver, WarnOf(options, errors));
     return ExitOk;
 }

@@ -75,6 +75,8 @@ public:
     /// With those that are deleted.
     const std::vector<PageResource>& Resources() const { return m_resources; }
     TicketSlot& Ticket() { return m_ticket; }
+    /// What is to be written is the markup that the page came with.
+    bool IsMarkupUnchanged() const { return !m_newMarkup; }
     /// What is to be written. Waits for a filter that has not closed its stream yet.
     std::unique_ptr<ByteReader> OpenMarkup() const;
 

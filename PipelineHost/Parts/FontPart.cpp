@@ -104,7 +104,7 @@ PackagedFont PackFont(IPartFont* font, const std::string& partName) {
     if (const HRESULT hr = font->GetFontProperties(&type, &options); FAILED(hr))
         throw HostError(hr, partName, partName + ": its font properties cannot be read");
 
-    PackagedFont packed{core.contentType, core.content->Open()};
+    PackagedFont packed{core.contentType, {}};
     const bool isStoredObfuscated = core.stored && IsObfuscatedFontType(core.stored->contentType);
     const bool wantsObfuscated = options == Font_Obfusticate;
     if (wantsObfuscated)
@@ -117,7 +117,7 @@ PackagedFont PackFont(IPartFont* font, const std::string& partName) {
     if (!key)
         throw HostError(XPS_E_INVALID_OBFUSCATED_FONT_URI, partName,
                         partName + ": a font that is obfuscated needs a GUID as its name");
-    packed.bytes = Obfuscate(std::move(packed.bytes), *key);
+    packed.bytes = Obfuscate(core.content->Open(), *key);
     return packed;
 }
 

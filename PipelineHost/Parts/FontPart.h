@@ -25,7 +25,8 @@ private:
     EXpsFontOptions m_options;
 };
 
-/// A font's bytes as they lie in a package under that name, with the content type that they need there.
+/// A font's bytes as they lie in a package under that name, with the content type that they need there. No
+/// bytes where they are those of the font's own content.
 /// Throws HostError where the font must be obfuscated and its name gives no key.
 struct PackagedFont {
     std::string contentType;

@@ -8,6 +8,7 @@
 #include <xpsobjectmodel.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace OvPipeline {
 
@@ -36,6 +37,8 @@ std::string UriOf(Part* part) {
     return Utf8Argument(uri);
 }
 
+void Append(SpooledBytes& markup, const std::string& text) { markup.Append(text.data(), text.size()); }
+
 // Null where the part has none.
 template <class Part>
 CComPtr<IPartPrintTicket> TicketOf(Part* part, const std::string& name) {
@@ -48,10 +51,10 @@ CComPtr<IPartPrintTicket> TicketOf(Part* part, const std::string& name) {
 
 } // namespace
 
-PackageSink::PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job,
+PackageSink::PackageSink(std::unique_ptr<OvPlatform::ByteOutput> output, std::shared_ptr<JobState> job,
                          XpsFlavour flavour, Interleaving interleaving)
     : m_job(std::move(job)), m_flavour(flavour), m_interleaving(interleaving),
-      m_writer(Writing([&] { return OvPlatform::PackageWriter::Create(target); })) {}
+      m_writer(Writing([&] { return OvPlatform::PackageWriter::Create(std::move(output)); })) {}
 
 void PackageSink::Take(IUnknown* part) {
     if (const CComQIPtr<IHostPage> page(part); page) {
@@ -85,20 +88,23 @@ void PackageSink::TakeDocument(IFixedDocument* document) {
 
 // What hangs on a document is written with its first page, since a document without pages is none.
 void PackageSink::OpenDocument() {
-    if (!m_documentMarkup.empty()) return;
+    if (m_documentMarkup) return;
     if (!m_document)
         throw HostError(HRESULT_FROM_WIN32(ERROR_INVALID_STATE), {}, "a page was sent before any document");
-    m_documentMarkup = OvPlatform::OpenRoot("FixedDocument", m_flavour);
+    m_documentMarkup = std::make_shared<SpooledBytes>();
+    Append(*m_documentMarkup, OvPlatform::OpenRoot("FixedDocument", m_flavour));
     WriteTicket(m_documentName, TicketOf(m_document.p, m_documentName));
 }
 
 void PackageSink::CloseDocument() {
-    if (m_documentMarkup.empty()) {
+    if (!m_documentMarkup) {
         if (m_document) Say("leaves out the document without pages", m_documentName);
         return;
     }
-    WriteText(m_documentName, documentContentType, m_documentMarkup + "</FixedDocument>\n");
-    m_documentMarkup.clear();
+    Append(*m_documentMarkup, "</FixedDocument>\n");
+    m_documentMarkup->Complete();
+    WriteBytes(m_documentName, documentContentType, Compression_Normal,
+               *ReadWhileWritten(std::exchange(m_documentMarkup, {}), m_job));
     if (m_sequenceMarkup.empty()) {
         m_sequenceMarkup = OvPlatform::OpenRoot("FixedDocumentSequence", m_flavour);
         if (m_sequenceName.empty()) m_sequenceName = defaultSequenceName;
@@ -111,14 +117,19 @@ void PackageSink::TakePage(FixedPagePart& page) {
     if (m_interleaving == Interleaving::MarkupFirst) WriteMarkup(page);
     WriteResources(page);
     if (m_interleaving == Interleaving::ResourcesFirst) WriteMarkup(page);
-    m_documentMarkup += OvPlatform::PageContentElement(m_documentName, page.Core().name, page.Reference());
+    Writing([&] { m_writer->CompleteRelationships(page.Core().name); });
+    Append(*m_documentMarkup,
+           OvPlatform::PageContentElement(m_documentName, page.Core().name, page.Reference()));
     ++m_pages;
     ++m_job->Counters().pagesWritten;
 }
 
 void PackageSink::WriteMarkup(FixedPagePart& page) {
     const PartCore& core = page.Core();
-    WriteBytes(core.name, core.contentType, core.compression, *page.OpenMarkup());
+    if (page.IsMarkupUnchanged())
+        WriteContent(core, core.contentType);
+    else
+        WriteBytes(core.name, core.contentType, core.compression, *page.OpenMarkup());
 }
 
 void PackageSink::WriteResources(FixedPagePart& page) {
@@ -145,14 +156,17 @@ std::string PackageSink::WriteObject(IUnknown* object) {
         WriteCore(core);
     } else if (Claim(core)) {
         const PackagedFont packed = PackFont(font, core.name);
-        WriteBytes(core.name, packed.contentType, core.compression, *packed.bytes);
+        if (packed.bytes)
+            WriteBytes(core.name, packed.contentType, core.compression, *packed.bytes);
+        else
+            WriteContent(core, packed.contentType);
     }
     return core.name;
 }
 
 void PackageSink::WriteCore(const PartCore& core) {
     if (!Claim(core)) return;
-    WriteBytes(core.name, core.contentType, core.compression, *core.content->Open());
+    WriteContent(core, core.contentType);
     if (!core.stored || KindOf(core.contentType, core.name) != PartKind::ResourceDictionary) return;
     for (const auto& relationship : core.context->package->Relationships(core.name))
         if (!relationship.external)
@@ -202,10 +216,38 @@ bool PackageSink::Claim(const PartCore& core) {
     return isNew;
 }
 
-void PackageSink::WriteBytes(const std::string& name, const std::string& contentType,
-                             EXpsCompressionOptions compression, ByteReader& bytes) {
+void PackageSink::WriteContent(const PartCore& core, const std::string& contentType) {
+    if (!TakeOver(core, contentType))
+        WriteBytes(core.name, contentType, core.compression, *core.content->Open());
+}
+
+// What lies in the job's package as it is to lie in the output goes over as it is. False for all else.
+bool PackageSink::TakeOver(const PartCore& core, const std::string& contentType) {
+    const bool isToLieSo =
+        core.stored != nullptr &&
+        core.stored->compression == static_cast<OvPlatform::PackageCompression>(core.compression);
+    if (!isToLieSo) return false;
+    ThreadPart() = core.name;
+    const auto packed = core.content->OpenPacked();
+    if (!packed) return false;
+    Begin(core.name);
+    const auto sink =
+        Writing([&] { return m_writer->AddPackedPart(core.name, contentType, packed->Form()); });
+    while (const std::size_t count = packed->Read(m_chunk.data(), m_chunk.size()))
+        Writing([&] { sink->Write(m_chunk.data(), count); });
+    Writing([&] { sink->Close(); });
+    ++m_job->Counters().partsWritten;
+    return true;
+}
+
+void PackageSink::Begin(const std::string& name) const {
     Say("writes", name);
     ThreadPart() = name;
+}
+
+void PackageSink::WriteBytes(const std::string& name, const std::string& contentType,
+                             EXpsCompressionOptions compression, ByteReader& bytes) {
+    Begin(name);
     const auto packing = static_cast<OvPlatform::PackageCompression>(compression);
     const auto sink = Writing([&] { return m_writer->AddPart(name, contentType, packing); });
     Drain(bytes, [&](const void* chunk, std::size_t size) { Writing([&] { sink->Write(chunk, size); }); });

@@ -6,7 +6,6 @@
 
 #include <atlcomcli.h>
 
-#include <filesystem>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -16,13 +15,14 @@ namespace OvPipeline {
 enum class Interleaving { ResourcesFirst, MarkupFirst };
 
 /// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
-/// part once, tickets and resources related as they were; a ticket whose name another one has taken gets a
+/// part once, tickets and resources related as they were, and what nobody has changed byte by byte as it is
+/// packed; a ticket whose name another one has taken gets a
 /// name of its own. Nothing stands under the target's name before Publish, and nothing is left of it without.
 /// Everything throws: HostError or OvPlatform::PackageError. Belongs to one thread at a time.
 class PackageSink {
 public:
-    PackageSink(const std::filesystem::path& target, std::shared_ptr<JobState> job, XpsFlavour flavour,
-                Interleaving interleaving);
+    PackageSink(std::unique_ptr<OvPlatform::ByteOutput> output, std::shared_ptr<JobState> job,
+                XpsFlavour flavour, Interleaving interleaving);
 
     void Take(IUnknown* part);
     /// All parts are there: writes the markup that refers to them. HostError where no page came.
@@ -33,6 +33,8 @@ public:
     void Commit();
 
     bool HasPart(const std::string& name) const { return m_writer->HasPart(name); }
+    /// Behind Finish: of the package, in bytes.
+    std::uint64_t Size() const { return m_writer->Size(); }
 
 private:
     struct Written {
@@ -57,8 +59,11 @@ private:
     bool IsDisplaced(const PartCore& core) const;
     std::string WriteDisplaced(PartCore core);
     bool Claim(const PartCore& core);
+    void WriteContent(const PartCore& core, const std::string& contentType);
+    bool TakeOver(const PartCore& core, const std::string& contentType);
     void WriteBytes(const std::string& name, const std::string& contentType,
                     EXpsCompressionOptions compression, ByteReader& bytes);
+    void Begin(const std::string& name) const;
     void WriteText(const std::string& name, const char* contentType, const std::string& text);
     void Relate(const std::string& source, Relation relation, const std::string& target);
     void Relate(const std::string& source, const std::string& type, const std::string& target);
@@ -75,9 +80,11 @@ private:
     std::string m_sequenceMarkup;
     CComPtr<IFixedDocument> m_document;
     std::string m_documentName;
-    std::string m_documentMarkup; // empty until the document's first page
+    std::shared_ptr<SpooledBytes> m_documentMarkup; // null until the document's first page
     std::unordered_set<std::string> m_restrictedFonts;
     std::uint64_t m_pages = 0;
+    std::vector<char> m_chunk =
+        std::vector<char>(std::size_t{64} * 1024); // on its way from package to package
 };
 
 } // namespace OvPipeline

@@ -25,7 +25,8 @@ std::unique_ptr<ReferenceList> ReferencesOf(ReferenceList::Of kind, const Shared
 SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job) {
     auto context = std::make_shared<PartContext>();
     context->job = std::move(job);
-    context->package = OvPlatform::PackageReader::Open(file);
+    context->package =
+        OvPlatform::PackageReader::Open(file, {}, [&context] { return context->job->IsStopping(); });
     for (const auto& relationship : context->package->Relationships("/"))
         if (RelationOf(relationship.type) == Relation::FixedRepresentation &&
             IsOpenXpsType(relationship.type))

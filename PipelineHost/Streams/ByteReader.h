@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Package/PackageReader.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -27,6 +29,9 @@ class Content {
 public:
     virtual ~Content() = default;
     virtual std::unique_ptr<ByteReader> Open() const = 0;
+    /// The same as it lies in the job's package, without unpacking it; null for what lies elsewhere, or there
+    /// in pieces.
+    virtual std::unique_ptr<OvPlatform::PackedPartStream> OpenPacked() const { return {}; }
     /// The same for the same bytes of the same part, so that what many pages share is known again.
     virtual std::uint64_t Identity() const = 0;
 };

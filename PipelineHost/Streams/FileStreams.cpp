@@ -4,6 +4,7 @@
 
 #include <System/FileError.h>
 #include <System/InputFile.h>
+#include <System/OutputFile.h>
 
 #include <cerrno>
 #include <cstring>
@@ -81,8 +82,9 @@ private:
 
 std::unique_ptr<ByteReader> FileContent::Open() const { return std::make_unique<FileReader>(m_file); }
 
-FileSink::FileSink(const std::filesystem::path& target)
-    : m_file(Writing([&] { return OvPlatform::OutputFile(target); })) {}
+std::unique_ptr<OvPlatform::ByteOutput> OpenOutputFile(const std::filesystem::path& target) {
+    return Writing([&] { return std::make_unique<OvPlatform::OutputFile>(target); });
+}
 
 void FileSink::RequireUnfinished() const {
     if (m_isFinished) throw HostError(E_UNEXPECTED, {}, "bytes are written to an output that is complete");
@@ -90,21 +92,22 @@ void FileSink::RequireUnfinished() const {
 
 void FileSink::Write(const void* bytes, std::size_t size) {
     RequireUnfinished();
-    Writing([&] { m_file.Write(bytes, size); });
+    Writing([&] { m_output->Write(bytes, size); });
+    m_size += size;
 }
 
 void FileSink::Flush() {
     RequireUnfinished();
-    Writing([&] { m_file.Flush(); });
+    Writing([&] { m_output->Flush(); });
 }
 
 void FileSink::Finish() {
     m_isFinished = true;
-    Writing([&] { m_file.Finish(); });
+    Writing([&] { m_output->Finish(); });
 }
 
 void FileSink::Commit() {
-    Writing([&] { m_file.Commit(); });
+    Writing([&] { m_output->Commit(); });
 }
 
 HRESULT FileWriteStream::WriteBytes(const void* bytes, ULONG count, ULONG* written) {

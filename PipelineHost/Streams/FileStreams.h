@@ -4,7 +4,7 @@
 #include "Report/JobState.h"
 #include "Streams/ByteReader.h"
 
-#include <System/OutputFile.h>
+#include <System/ByteOutput.h>
 
 #include <filterpipeline.h>
 
@@ -24,11 +24,13 @@ private:
     std::filesystem::path m_file;
 };
 
-/// A file of bytes that comes to stand under its name only when all is well, as OutputFile has it. Throws
-/// HostError. A filter may hold on to it: behind Finish nothing can be written.
+/// A file that comes to stand under its name only when all is well, as OutputFile has it. Throws HostError.
+std::unique_ptr<OvPlatform::ByteOutput> OpenOutputFile(const std::filesystem::path& target);
+
+/// An output of bytes. Throws HostError. A filter may hold on to it: behind Finish nothing can be written.
 class FileSink {
 public:
-    explicit FileSink(const std::filesystem::path& target);
+    explicit FileSink(std::unique_ptr<OvPlatform::ByteOutput> output) : m_output(std::move(output)) {}
 
     void Write(const void* bytes, std::size_t size);
     void Flush();
@@ -37,10 +39,13 @@ public:
     /// Behind Finish: puts the file under its name, and does nothing else.
     void Commit();
 
+    std::uint64_t Size() const { return m_size; }
+
 private:
     void RequireUnfinished() const;
 
-    OvPlatform::OutputFile m_file;
+    std::unique_ptr<OvPlatform::ByteOutput> m_output;
+    std::uint64_t m_size = 0;
     std::atomic<bool> m_isFinished{false};
 };
 

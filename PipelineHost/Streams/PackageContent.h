@@ -2,8 +2,6 @@
 
 #include "Streams/ByteReader.h"
 
-#include <Package/PackageReader.h>
-
 namespace OvPipeline {
 
 /// The bytes of a part of the job's package.
@@ -14,6 +12,9 @@ public:
         : m_package(std::move(package)), m_part(part) {}
 
     std::unique_ptr<ByteReader> Open() const override;
+    std::unique_ptr<OvPlatform::PackedPartStream> OpenPacked() const override {
+        return m_package->OpenPacked(m_part.name);
+    }
     std::uint64_t Identity() const override;
 
 private:

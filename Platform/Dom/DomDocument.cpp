@@ -87,15 +87,32 @@ HRESULT DomDocument::OtherInterface(REFIID riid, void** object) {
     return S_OK;
 }
 
-void DomDocument::BeforeUse() {
+template <class Work>
+HRESULT DomDocument::GuardedUnread(Work&& work) const noexcept {
+    return OvPlatform::Guarded([&]() -> HRESULT {
+        const_cast<DomDocument*>(this)->TakeWritten();
+        return work();
+    });
+}
+
+void DomDocument::TakeWritten() {
     if (m_stream != nullptr) m_stream->TakeWritten();
+}
+
+void DomDocument::BeforeUse() {
+    TakeWritten();
+    if (!m_shared) return;
+    const DomTree::Pointer tree = m_shared.Take(Tree().Settings());
+    MoveTo(*tree, tree->DocumentNode());
 }
 
 // ---- Loading and saving ----
 
-void DomDocument::Replace(XmlDocument document) {
+void DomDocument::Replace(XmlDocument document, const ReadBack* form) {
     const DomTree::Pointer fresh = DomTree::Create(std::move(document), Tree().Settings());
+    if (form != nullptr) fresh->SetForm(*form);
     MoveTo(*fresh, fresh->DocumentNode());
+    m_shared = {};
     if (m_stream != nullptr) m_stream->Forget();
 }
 
@@ -114,9 +131,38 @@ HRESULT DomDocument::Load(std::string_view text, Source source) {
         failure.url = m_url;
         return LoadFailed(std::move(failure));
     }
-    Replace(std::move(document));
+    const ReadBack form = loader.Form(document.get());
+    Replace(std::move(document), &form);
     m_failure = {};
     return S_OK;
+}
+
+TreeShare DomDocument::ShareFor(const DomSettings& settings) {
+    if (m_shared) return m_shared.Form().IsCopyFor(settings) ? m_shared : TreeShare();
+    return Tree().Form().IsCopyFor(settings) ? Tree().Share() : TreeShare();
+}
+
+bool DomDocument::Share(ISequentialStream* stream) {
+    DomNodeObject* const object = Behind(stream);
+    if (object == nullptr || object == this || object->Node()->type != XML_DOCUMENT_NODE) return false;
+    auto& source = static_cast<DomDocument&>(*object);
+    // A caller may have a stream of his own that only calls itself this document's.
+    if (source.m_stream == nullptr || static_cast<ISequentialStream*>(source.m_stream) != stream ||
+        !source.m_stream->IsAtStart())
+        return false;
+    TreeShare share = source.ShareFor(Tree().Settings());
+    if (!share) return false;
+    if (!Tree().IsUnused()) Replace(nullptr);
+    if (m_stream != nullptr) m_stream->Forget();
+    source.m_stream->PassOver(share);
+    m_shared = std::move(share);
+    m_failure = {};
+    m_url.clear();
+    return true;
+}
+
+bool DomDocument::Write(std::string& bytes) {
+    return m_shared ? m_shared.Write(bytes) : DomSerializer::ToBytes(Tree(), bytes);
 }
 
 HRESULT DomDocument::LoadWritten(std::string_view bytes) {
@@ -126,7 +172,7 @@ HRESULT DomDocument::LoadWritten(std::string_view bytes) {
 
 HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSuccessful) {
     if (isSuccessful != nullptr) *isSuccessful = VARIANT_FALSE;
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         const VARIANT& value = DocumentBytes::Value(source);
         std::string bytes;
         HRESULT result = S_OK;
@@ -140,7 +186,14 @@ HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSucc
             failure.url = m_url;
             if (FAILED(failure.code)) return LoadFailed(std::move(failure));
         } else {
-            if (result = DocumentBytes::Read(value, bytes); FAILED(result)) return result;
+            CComPtr<ISequentialStream> stream;
+            if (result = DocumentBytes::FindStream(value, stream); FAILED(result)) return result;
+            if (stream && Share(stream)) {
+                if (isSuccessful != nullptr) *isSuccessful = VARIANT_TRUE;
+                return S_OK;
+            }
+            result = stream ? DocumentBytes::ReadStream(stream, bytes) : DocumentBytes::Read(value, bytes);
+            if (FAILED(result)) return result;
             m_url.clear();
         }
         result = Load(bytes, Source::Bytes);
@@ -151,7 +204,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::load(VARIANT source, VARIANT_BOOL* isSucc
 
 HRESULT STDMETHODCALLTYPE DomDocument::loadXML(BSTR xml, VARIANT_BOOL* isSuccessful) {
     if (isSuccessful != nullptr) *isSuccessful = VARIANT_FALSE;
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         m_url.clear();
         std::string text;
         if (!AppendUtf8(text, ViewOf(xml))) {
@@ -167,9 +220,9 @@ HRESULT STDMETHODCALLTYPE DomDocument::loadXML(BSTR xml, VARIANT_BOOL* isSuccess
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::save(VARIANT destination) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         std::string bytes;
-        if (!DomSerializer::ToBytes(Tree(), bytes))
+        if (!Write(bytes))
             return Failed(E_FAIL, "The encoding that the document declares is not supported, or lacks "
                                   "characters that cannot be written by number");
         const VARIANT& value = DocumentBytes::Value(destination);
@@ -194,7 +247,7 @@ HRESULT DomDocument::GiveParseError(const XmlFailure& failure, IXMLDOMParseError
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::get_parseError(IXMLDOMParseError** error) {
-    return Guarded([&] { return GiveParseError(m_failure, error); });
+    return GuardedUnread([&] { return GiveParseError(m_failure, error); });
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::validate(IXMLDOMParseError** error) {
@@ -212,7 +265,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::validateNode(IXMLDOMNode* node, IXMLDOMPa
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::get_readyState(LONG* value) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         if (value == nullptr) return E_INVALIDARG;
         *value = readyStateComplete;
         return S_OK;
@@ -220,7 +273,7 @@ HRESULT STDMETHODCALLTYPE DomDocument::get_readyState(LONG* value) {
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::get_url(BSTR* url) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         if (m_url.empty()) return GiveNothing(url);
         return GiveText(url, m_url);
     });
@@ -415,49 +468,49 @@ HRESULT STDMETHODCALLTYPE DomDocument::nodeFromID(BSTR id, IXMLDOMNode** node) {
 // ---- Settings ----
 
 HRESULT STDMETHODCALLTYPE DomDocument::get_async(VARIANT_BOOL* isAsync) {
-    return Guarded([&] { return GiveFlag(isAsync, Flag(Tree().Settings().async)); });
+    return GuardedUnread([&] { return GiveFlag(isAsync, Flag(Tree().Settings().async)); });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::put_async(VARIANT_BOOL isAsync) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         Tree().Settings().async = isAsync != VARIANT_FALSE;
         return S_OK;
     });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::get_validateOnParse(VARIANT_BOOL* isValidating) {
-    return Guarded([&] { return GiveFlag(isValidating, Flag(Tree().Settings().validateOnParse)); });
+    return GuardedUnread([&] { return GiveFlag(isValidating, Flag(Tree().Settings().validateOnParse)); });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::put_validateOnParse(VARIANT_BOOL isValidating) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         Tree().Settings().validateOnParse = isValidating != VARIANT_FALSE;
         return S_OK;
     });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::get_resolveExternals(VARIANT_BOOL* isResolving) {
-    return Guarded([&] { return GiveFlag(isResolving, Flag(Tree().Settings().resolveExternals)); });
+    return GuardedUnread([&] { return GiveFlag(isResolving, Flag(Tree().Settings().resolveExternals)); });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::put_resolveExternals(VARIANT_BOOL isResolving) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         Tree().Settings().resolveExternals = isResolving != VARIANT_FALSE;
         return S_OK;
     });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::get_preserveWhiteSpace(VARIANT_BOOL* isPreserving) {
-    return Guarded([&] { return GiveFlag(isPreserving, Flag(Tree().Settings().preserveWhiteSpace)); });
+    return GuardedUnread([&] { return GiveFlag(isPreserving, Flag(Tree().Settings().preserveWhiteSpace)); });
 }
 HRESULT STDMETHODCALLTYPE DomDocument::put_preserveWhiteSpace(VARIANT_BOOL isPreserving) {
-    return Guarded([&]() -> HRESULT {
+    return GuardedUnread([&]() -> HRESULT {
         Tree().Settings().preserveWhiteSpace = isPreserving != VARIANT_FALSE;
         return S_OK;
     });
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::setProperty(BSTR name, VARIANT value) {
-    return Guarded(
+    return GuardedUnread(
         [&] { return DomProperties::Set(Tree().Settings(), ViewOf(name), DocumentBytes::Value(value)); });
 }
 
 HRESULT STDMETHODCALLTYPE DomDocument::getProperty(BSTR name, VARIANT* value) {
-    return Guarded([&] { return DomProperties::Get(Tree().Settings(), ViewOf(name), value); });
+    return GuardedUnread([&] { return DomProperties::Get(Tree().Settings(), ViewOf(name), value); });
 }
 
 } // namespace OvPlatform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Dom/DomNode.h"
+#include "Dom/SharedTree.h"
 #include "Xml/XmlFailure.h"
 
 #include <string_view>
@@ -71,6 +72,10 @@ public:
 
     // For its stream.
 
+    /// The text in the encoding of its declaration; false where that cannot be written.
+    bool Write(std::string& bytes);
+    /// What the text comes from: changes with it.
+    std::uint64_t Version() const noexcept { return Tree().Version(); }
     /// Takes over what was written. S_FALSE if it is no document.
     HRESULT LoadWritten(std::string_view bytes);
     void StreamEnded() noexcept { m_stream = nullptr; }
@@ -83,9 +88,17 @@ protected:
 private:
     enum class Source { Bytes, Text };
 
+    /// As Guarded, without looking at the tree.
+    template <class Work>
+    HRESULT GuardedUnread(Work&& work) const noexcept;
+    void TakeWritten();
+    /// Takes over what the document at whose start a stream stands holds, without reading it. False where it
+    /// has to be read.
+    bool Share(ISequentialStream* stream);
+    TreeShare ShareFor(const DomSettings& settings);
     HRESULT Load(std::string_view text, Source source);
     HRESULT LoadFailed(XmlFailure failure);
-    void Replace(XmlDocument document);
+    void Replace(XmlDocument document, const ReadBack* form = nullptr);
     xmlNode* NewNode(LONG type, BSTR name, BSTR namespaceUri, HRESULT& result);
     template <class Wanted>
     HRESULT CreateNamed(DOMNodeType type, BSTR name, Wanted** node);
@@ -96,6 +109,7 @@ private:
     XmlFailure m_failure;
     std::string m_url;
     DomStream* m_stream = nullptr; ///< not counted: it counts the document
+    TreeShare m_shared;            ///< the content, until somebody looks at it
 };
 
 } // namespace OvPlatform

@@ -22,6 +22,8 @@ HRESULT STDMETHODCALLTYPE DomElement::getAttribute(BSTR name, VARIANT* value) {
         const AttributeSlot slot = AttributeOrder::Find(Node(), wanted);
         if (!slot) return xmlValidateQName(AsXml(wanted.c_str()), 0) == 0 ? S_FALSE : E_FAIL;
         if (slot.declaration != nullptr) return GiveText(value, View(slot.declaration->href));
+        const xmlNode* const text = slot.attribute->children;
+        if (text != nullptr && text->next == nullptr) return GiveText(value, View(text->content));
         return GiveText(value, DomTree::AttributeValue(slot.attribute));
     });
 }
@@ -95,11 +97,12 @@ void DomElement::JoinTexts(xmlNode* first) {
         Tree().Dispose(joined);
     }
     xmlNodeSetContentLen(first, AsXml(all.c_str()), static_cast<int>(all.size()));
-    Tree().Changed();
+    Tree().ContentChanged();
 }
 
 HRESULT STDMETHODCALLTYPE DomElement::normalize() {
     return Guarded([&]() -> HRESULT {
+        Tree().BeforeChange();
         for (xmlNode* node = NextInTree(Node(), Node()); node != nullptr;) {
             xmlNode* next = NextInTree(node, Node());
             if (node->type == XML_TEXT_NODE) {

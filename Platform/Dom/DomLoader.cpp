@@ -1,12 +1,16 @@
 #include "Dom/DomLoader.h"
 
 #include "Dom/DomTree.h"
+#include "Dom/NodeMaking.h"
+#include "Dom/WhiteSpace.h"
 #include "Xml/StartTag.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <new>
 #include <utility>
 
 namespace OvPlatform {
@@ -40,6 +44,12 @@ XmlDocument DomLoader::Parse() {
     return Failure().code == S_OK ? std::move(document) : nullptr;
 }
 
+ReadBack DomLoader::Form(const xmlDoc* document) const {
+    ReadBack form = ReadBack::OfLoaded(document, Source().Text().size(), m_depth, m_hasIdleMarks);
+    form.preservesWhiteSpace = m_settings.preserveWhiteSpace;
+    return form;
+}
+
 void DomLoader::StartDocument() {
     xmlSAX2StartDocument(Parser());
     xmlDoc* document = Parser()->myDoc;
@@ -59,26 +69,87 @@ void DomLoader::EndText() noexcept {
     m_inText = false;
 }
 
-void DomLoader::MarkBreak(xmlNode* node, NodeMark mark) noexcept {
-    if (std::exchange(m_breakPending, false) && node != nullptr) Mark(node, mark);
+void DomLoader::MarkBreak(xmlNode* node, NodeMark mark, const xmlNode* before) noexcept {
+    if (!std::exchange(m_breakPending, false) || node == nullptr) return;
+    Mark(node, mark);
+    if (IsText(node) || (before != nullptr && IsText(before))) m_hasIdleMarks = true;
 }
 
 void DomLoader::StartElement(const StartTagEvent& tag) {
     EndText();
     if (!Enter(m_settings.maxElementDepth)) return;
-    xmlSAX2StartElementNs(Parser(), tag.name, tag.prefix, tag.uri, tag.declarationCount, tag.declarations,
-                          tag.attributeCount, tag.defaultedCount, tag.attributes);
-    xmlNode* element = Parser()->node;
-    if (element == nullptr) return;
-    MarkBreak(element, BreakBefore);
+    m_depth = std::max(m_depth, Depth());
+    xmlNode* element = nullptr;
+    try {
+        element = AddElement(tag);
+    } catch (const std::bad_alloc&) {
+        FailHere(E_OUTOFMEMORY, {}); // nothing is thrown through the parser
+        return;
+    }
+    MarkBreak(element, BreakBefore, element->prev);
     if (tag.declarationCount == 0 || tag.attributeCount == 0) return;
     AttributeOrder::RankFromSource(element, StartTag::Before(*Parser()->input));
 }
 
+xmlNode* DomLoader::AddElement(const StartTagEvent& tag) {
+    xmlNode* parent = Parser()->node;
+    if (parent == nullptr) parent = reinterpret_cast<xmlNode*>(Parser()->myDoc);
+    xmlNode* element = MakeNode(Parser()->myDoc, XML_ELEMENT_NODE);
+    AppendNode(parent, element);
+    element->name = tag.name; // of the dictionary, which the document shares
+    m_outside.push_back(m_declared.size());
+    AddDeclarations(tag, element);
+    if (tag.uri != nullptr) element->ns = Namespace(tag.prefix);
+    AddAttributes(tag, element);
+    if (nodePush(Parser(), element) < 0) throw std::bad_alloc();
+    return element;
+}
+
+void DomLoader::AddDeclarations(const StartTagEvent& tag, xmlNode* element) {
+    xmlNs** place = &element->nsDef;
+    for (int index = 0; index < tag.declarationCount; ++index) {
+        const xmlChar* const* declaration = tag.declarations + std::ptrdiff_t{2} * index;
+        *place = xmlNewNs(nullptr, declaration[1], declaration[0]);
+        if (*place == nullptr) throw std::bad_alloc();
+        m_declared.push_back({declaration[0], *place});
+        place = &(*place)->next;
+    }
+}
+
+xmlNs* DomLoader::Namespace(const xmlChar* prefix) const noexcept {
+    for (std::size_t index = m_declared.size(); index-- != 0;)
+        if (m_declared[index].prefix == prefix) return m_declared[index].ns;
+    // The prefix xml, which nobody declares.
+    return xmlSearchNs(Parser()->myDoc, reinterpret_cast<xmlNode*>(Parser()->myDoc), prefix);
+}
+
+void DomLoader::AddAttributes(const StartTagEvent& tag, xmlNode* element) {
+    xmlAttr* last = nullptr;
+    for (int index = 0; index < tag.attributeCount; ++index) {
+        const xmlChar* const* parts =
+            tag.attributes + std::ptrdiff_t{5} * index; // name, prefix, URI, begin and end
+        last = AppendAttribute(element, last);
+        last->name = parts[0];
+        if (parts[1] != nullptr) last->ns = Namespace(parts[1]);
+        const std::string_view value = View(parts[3], static_cast<int>(parts[4] - parts[3]));
+        if (value.find('&') == std::string_view::npos) {
+            SetValue(last, value);
+            continue;
+        }
+        // The parser leaves an ampersand as a reference.
+        const XmlPointer<xmlChar> plain(xmlStringLenDecodeEntities(
+            Parser(), parts[3], static_cast<int>(value.size()), XML_SUBSTITUTE_REF, 0, 0, 0));
+        if (!plain) throw std::bad_alloc();
+        SetValue(last, View(plain.get()));
+    }
+}
+
 void DomLoader::EndElement(const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) {
     EndText();
-    MarkBreak(Parser()->node, BreakBeforeEnd);
+    if (xmlNode* element = Parser()->node) MarkBreak(element, BreakBeforeEnd, element->last);
     Leave();
+    m_declared.resize(m_outside.back());
+    m_outside.pop_back();
     xmlSAX2EndElementNs(Parser(), name, prefix, uri);
 }
 
@@ -108,7 +179,7 @@ void DomLoader::AddNode(Add&& add) {
     if (parent == nullptr)
         m_breakPending = false;
     else if (parent->last != before)
-        MarkBreak(parent->last, BreakBefore);
+        MarkBreak(parent->last, BreakBefore, before);
 }
 
 void DomLoader::CData(const xmlChar* text, int length) {

@@ -108,10 +108,11 @@ HRESULT DomNamedNodeMap::Set(DomNodeObject& element, IXMLDOMNode* attribute, IXM
             for (const xmlNs* own = element.Node()->nsDef; own != nullptr; own = own->next)
                 if (BoundElsewhere(own, prefix, uri)) return E_INVALIDARG;
         }
+        tree.BeforeChange();
         old = AttributeOrder::Find(element.Node(), View(node->name), uri).attribute;
         AttributeOrder::Insert(element.Node(), node, old);
         if (old != nullptr) tree.Unlink(reinterpret_cast<xmlNode*>(old));
-        tree.Changed();
+        tree.AttributeAdded(node);
     }
     if (old == nullptr) return S_OK;
     if (replaced != nullptr) return DomNodeObject::Give(tree, reinterpret_cast<xmlNode*>(old), replaced);
@@ -152,10 +153,12 @@ HRESULT DomNamedNodeMap::SetValue(DomNodeObject& element, BSTR name, std::string
         if (bound == nullptr) return Failed(E_FAIL, "Reference to undeclared namespace prefix: " + prefix);
         ns = tree.Namespace(prefix, View(bound->href));
     }
+    tree.BeforeChange();
     // Under another prefix the same attribute may be there: then the new one takes its place.
     xmlAttr* old = ns != nullptr ? AttributeOrder::Find(node, local, View(ns->href)).attribute : nullptr;
-    AttributeOrder::Insert(node, tree.NewAttribute(local, ns, value), old);
-    tree.Changed();
+    xmlAttr* const fresh = tree.NewAttribute(local, ns, value);
+    AttributeOrder::Insert(node, fresh, old);
+    tree.AttributeAdded(fresh);
     if (old != nullptr) {
         tree.Unlink(reinterpret_cast<xmlNode*>(old));
         tree.Dispose(reinterpret_cast<xmlNode*>(old));
@@ -167,6 +170,7 @@ HRESULT DomNamedNodeMap::Remove(DomNodeObject& element, AttributeSlot slot, IXML
     if (removed != nullptr) *removed = nullptr;
     if (!slot) return S_FALSE;
     DomTree& tree = element.Tree();
+    tree.BeforeChange();
     xmlNode* node = nullptr;
     if (slot.declaration != nullptr) {
         node = reinterpret_cast<xmlNode*>(tree.Undeclare(element.Node(), slot.declaration));

@@ -81,6 +81,7 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
                 return E_FAIL;
         }
         if (IsWithin(m_node, node)) return E_FAIL;
+        m_tree->BeforeChange();
         while (xmlNode* part = node->children) {
             object->m_tree->Unlink(part);
             if (object->m_tree != m_tree) part = m_tree->Adopt(*object->m_tree, part);
@@ -89,6 +90,8 @@ HRESULT DomNodeObject::Insert(IXMLDOMNode* child, xmlNode* before, IXMLDOMNode**
     } else {
         if (!MayInsert(m_node, node, before, nullptr)) return E_FAIL;
         DomTree& from = *object->m_tree;
+        m_tree->BeforeChange();
+        from.BeforeChange();
         xmlNode* left = node->parent;
         from.AddRef();
         from.Unlink(node);
@@ -126,6 +129,7 @@ HRESULT DomNodeObject::RemoveChild(IXMLDOMNode* child, IXMLDOMNode** removed) {
     if (object == nullptr || object->m_node->parent != m_node || object->m_node->type == XML_ATTRIBUTE_NODE)
         return E_INVALIDARG;
     if (DomTree::IsPartOfDeclaration(object->m_node)) return E_FAIL;
+    m_tree->BeforeChange();
     m_tree->Unlink(object->m_node);
     if (removed != nullptr) {
         *removed = child;
@@ -147,6 +151,8 @@ HRESULT DomNodeObject::ReplaceChild(IXMLDOMNode* child, IXMLDOMNode* old, IXMLDO
             !MayInsert(m_node, fresh->m_node, next == fresh->m_node ? next->next : next, gone->m_node))
             return E_FAIL;
         if (next == fresh->m_node) next = next->next;
+        m_tree->BeforeChange();
+        fresh->m_tree->BeforeChange();
         xmlNode* removed = gone->m_node;
         m_tree->Unlink(removed);
         if (const HRESULT result = Insert(child, next, nullptr); FAILED(result)) {

@@ -58,6 +58,14 @@ std::string QualifiedName(const xmlNode* node) {
     return name.append(View(node->name));
 }
 
+bool HasQualifiedName(const xmlNode* element, std::string_view name) noexcept {
+    const std::string_view local = View(element->name);
+    if (!name.ends_with(local)) return false;
+    name.remove_suffix(local.size());
+    if (element->ns == nullptr || element->ns->prefix == nullptr) return name.empty();
+    return name.ends_with(':') && name.substr(0, name.size() - 1) == View(element->ns->prefix);
+}
+
 HRESULT GiveNull(VARIANT* place) noexcept {
     if (place == nullptr) return E_INVALIDARG;
     ::VariantInit(place);
@@ -234,6 +242,7 @@ HRESULT DomNodeObject::Change(std::string_view value) {
 }
 
 HRESULT DomNodeObject::SetValue(std::string_view value) {
+    m_tree->BeforeChange();
     switch (m_node->type) {
     case XML_ATTRIBUTE_NODE: {
         auto* attribute = reinterpret_cast<xmlAttr*>(m_node);
@@ -255,6 +264,7 @@ HRESULT DomNodeObject::SetValue(std::string_view value) {
             m_tree->Dispose(child);
         }
         m_node->extra = static_cast<unsigned short>(m_node->extra & ~BreakBeforeEnd);
+        m_tree->ContentChanged();
         if (text != nullptr) m_tree->Link(m_node, text, nullptr);
         return S_OK;
     }
@@ -268,7 +278,10 @@ HRESULT DomNodeObject::SetData(std::string_view value) {
     const auto data = DomNodeFactory::Held(m_node->type, View(m_node->name), value);
     if (!data) return E_INVALIDARG;
     xmlNodeSetContentLen(m_node, AsXml(data->c_str()), static_cast<int>(data->size()));
-    m_tree->Changed();
+    if (m_node->parent != nullptr && m_node->parent->type == XML_ATTRIBUTE_NODE)
+        m_tree->Changed();
+    else
+        m_tree->ContentChanged();
     return S_OK;
 }
 
@@ -300,9 +313,10 @@ HRESULT DomNodeObject::SetDataType(BSTR name) {
     if (known.attribute != nullptr) {
         DomTree::SetAttributeValue(known.attribute, type, *m_tree);
     } else {
+        m_tree->BeforeChange();
         xmlNs* ns = m_tree->Namespace("dt", DomDataType::namespaceUri);
         AttributeOrder::Insert(m_node, m_tree->NewAttribute(DomDataType::attributeName, ns, type), nullptr);
-        m_tree->Changed();
+        m_tree->ContentChanged();
     }
     return S_OK;
 }
@@ -318,8 +332,7 @@ HRESULT DomNodeObject::SelectNodes(BSTR query, IXMLDOMNodeList** list) {
     *list = nullptr;
     std::vector<xmlNode*> nodes;
     XPathCache& xpath = XPathCache::OfThisThread();
-    const HRESULT result =
-        xpath.Select(*m_tree, m_node, ViewOf(query), *m_tree->Settings().namespaces, nodes);
+    const HRESULT result = xpath.Select(*m_tree, m_node, ViewOf(query), ElementPath::Wanted::All, nodes);
     if (FAILED(result)) return Failed(result, xpath.Reason());
     *list = new DomSelection(*m_tree, std::move(nodes));
     return S_OK;
@@ -328,11 +341,11 @@ HRESULT DomNodeObject::SelectNodes(BSTR query, IXMLDOMNodeList** list) {
 HRESULT DomNodeObject::SelectSingleNode(BSTR query, IXMLDOMNode** node) {
     if (node == nullptr || query == nullptr) return E_INVALIDARG;
     *node = nullptr;
-    xmlNode* first = nullptr;
+    std::vector<xmlNode*> nodes;
     XPathCache& xpath = XPathCache::OfThisThread();
-    const HRESULT result =
-        xpath.SelectFirst(*m_tree, m_node, ViewOf(query), *m_tree->Settings().namespaces, first);
-    return FAILED(result) ? Failed(result, xpath.Reason()) : Give(*m_tree, first, node);
+    const HRESULT result = xpath.Select(*m_tree, m_node, ViewOf(query), ElementPath::Wanted::First, nodes);
+    if (FAILED(result)) return Failed(result, xpath.Reason());
+    return Give(*m_tree, nodes.empty() ? nullptr : nodes[0], node);
 }
 
 HRESULT DomNodeObject::ElementsByTagName(BSTR name, IXMLDOMNodeList** list) {
@@ -342,7 +355,7 @@ HRESULT DomNodeObject::ElementsByTagName(BSTR name, IXMLDOMNodeList** list) {
     if (!AppendXmlUtf8(wanted, ViewOf(name))) return E_INVALIDARG;
     std::vector<xmlNode*> nodes;
     for (xmlNode* node = NextInTree(m_node, m_node); node != nullptr; node = NextInTree(node, m_node))
-        if (node->type == XML_ELEMENT_NODE && (wanted == "*" || QualifiedName(node) == wanted))
+        if (node->type == XML_ELEMENT_NODE && (wanted == "*" || HasQualifiedName(node, wanted)))
             nodes.push_back(node);
     *list = new DomSelection(*m_tree, std::move(nodes));
     return S_OK;

@@ -4,8 +4,8 @@
 #include "Dom/WhiteSpace.h"
 #include "Xml/TextConversion.h"
 #include "Xml/XmlDeclaration.h"
+#include "Xml/XmlEscape.h"
 
-#include <array>
 #include <memory>
 #include <optional>
 
@@ -16,35 +16,6 @@ namespace {
 constexpr std::string_view lineEnd = "\r\n";
 constexpr std::string_view sectionStart = "<![CDATA[";
 constexpr std::string_view sectionEnd = "]]>";
-
-/// What stands for a character that cannot stand for itself. Empty: it can.
-constexpr std::string_view Escape(char c, bool inAttribute) noexcept {
-    switch (c) {
-    case '&':
-        return "&amp;";
-    case '<':
-        return "&lt;";
-    case '>':
-        return "&gt;";
-    case '\r':
-        return "&#13;";
-    case '"':
-        return inAttribute ? "&quot;" : "";
-    case '\t':
-        return inAttribute ? "&#9;" : "";
-    case '\n':
-        return inAttribute ? "&#10;" : lineEnd;
-    default:
-        return "";
-    }
-}
-
-constexpr std::array<bool, 256> specialBytes = [] {
-    std::array<bool, 256> specials{};
-    for (char c : {'&', '<', '>', '\r', '"', '\t', '\n'})
-        specials[static_cast<unsigned char>(c)] = true;
-    return specials;
-}();
 
 xmlNode* AsNode(const DomTree& tree) noexcept { return tree.DocumentNode(); }
 
@@ -235,15 +206,7 @@ void DomSerializer::WriteName(std::string_view prefix, std::string_view name) {
 
 void DomSerializer::WriteEscaped(std::string_view text, bool inAttribute) {
     const std::size_t start = m_text.size();
-    std::size_t begin = 0;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (!specialBytes[static_cast<unsigned char>(text[index])]) continue;
-        const std::string_view escape = Escape(text[index], inAttribute);
-        if (escape.empty()) continue;
-        m_text.append(text, begin, index - begin).append(escape);
-        begin = index + 1;
-    }
-    m_text.append(text, begin, text.size() - begin);
+    AppendXml(m_text, text, inAttribute ? XmlPlace::Attribute : XmlPlace::Content, lineEnd);
     if (m_encoding != nullptr) m_encoding->Refer(m_text, start, {}, {});
 }
 

@@ -38,13 +38,28 @@ HRESULT DomStream::TakeWritten() {
     return m_document.LoadWritten(written);
 }
 
+void DomStream::PassOver(const TreeShare& text) noexcept {
+    m_passedOver = text;
+    m_version = m_document.Version();
+    m_isCurrent = true;
+}
+
+HRESULT DomStream::EnsurePlace() {
+    if (!m_passedOver) return S_OK;
+    if (!m_passedOver.Write(m_text)) return E_FAIL;
+    m_passedOver = {};
+    m_position = m_text.size();
+    return S_OK;
+}
+
 HRESULT DomStream::EnsureText() {
     if (m_isWritten) return S_OK;
+    if (const HRESULT result = EnsurePlace(); FAILED(result)) return result;
     // In the middle the reader goes on with the text that he began with.
-    const bool isStale = m_version != m_document.Tree().Version();
+    const bool isStale = m_version != m_document.Version();
     if (m_isCurrent && (!isStale || m_position != 0)) return S_OK;
-    if (!DomSerializer::ToBytes(m_document.Tree(), m_text)) return E_FAIL;
-    m_version = m_document.Tree().Version();
+    if (!m_document.Write(m_text)) return E_FAIL;
+    m_version = m_document.Version();
     m_isCurrent = true;
     return S_OK;
 }
@@ -54,6 +69,7 @@ HRESULT STDMETHODCALLTYPE DomStream::Read(void* target, ULONG count, ULONG* read
     return Guarded([&]() -> HRESULT {
         if (target == nullptr) return STG_E_INVALIDPOINTER;
         if (m_isWritten) return S_FALSE; // the writer stands at the end
+        if (m_passedOver && m_isCurrent) return count == 0 ? S_OK : S_FALSE;
         if (const HRESULT result = EnsureText(); FAILED(result)) return result;
         const std::size_t left = m_text.size() - std::min(m_position, m_text.size());
         const std::size_t given = std::min<std::size_t>(left, count);
@@ -70,6 +86,7 @@ HRESULT STDMETHODCALLTYPE DomStream::Write(const void* source, ULONG count, ULON
         if (source == nullptr && count != 0) return STG_E_INVALIDPOINTER;
         if (count > mostDocumentBytes - (m_isWritten ? m_text.size() : 0)) return STG_E_MEDIUMFULL;
         if (!std::exchange(m_isWritten, true)) {
+            m_passedOver = {};
             m_text.clear();
             m_isCurrent = false;
         }
@@ -96,7 +113,17 @@ HRESULT STDMETHODCALLTYPE DomStream::Seek(LARGE_INTEGER move, DWORD origin, ULAR
         if (const HRESULT result = Commit(STGC_DEFAULT); FAILED(result)) return result;
         m_position = position;
     }
-    return StreamBase::Seek(move, origin, newPosition);
+    const bool isToStart = origin == STREAM_SEEK_SET && move.QuadPart == 0;
+    if (!isToStart) {
+        const HRESULT result = OrOutOfMemory([&] { return EnsurePlace(); });
+        if (FAILED(result)) return result;
+    }
+    const HRESULT result = StreamBase::Seek(move, origin, newPosition);
+    if (isToStart && m_passedOver && SUCCEEDED(result)) {
+        m_passedOver = {};
+        m_isCurrent = false;
+    }
+    return result;
 }
 
 HRESULT STDMETHODCALLTYPE DomStream::SetSize(ULARGE_INTEGER size) {

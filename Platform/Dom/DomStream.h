@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Com/CountedObject.h"
+#include "Dom/SharedTree.h"
 
 #include <msxml6.h>
 #include <streambase.h>
@@ -36,14 +37,21 @@ public:
     /// The document has another content.
     void Forget() noexcept { m_isCurrent = false; }
 
+    /// Whether a reader would get the document's text as it is now, from its beginning.
+    bool IsAtStart() const noexcept { return !m_isWritten && !m_passedOver && m_position == 0; }
+    /// Moves to the end as if the text had been read, which is that of `text`.
+    void PassOver(const TreeShare& text) noexcept;
+
 private:
     ~DomStream() override;
     HRESULT EnsureText();
+    HRESULT EnsurePlace();
     HRESULT Size(std::size_t& size) override;
     /// All: the target may be this very stream.
     ULONG MostAtOnce() const override { return std::numeric_limits<ULONG>::max(); }
 
     DomDocument& m_document;
+    TreeShare m_passedOver; ///< the stream stands at the end of its text, which was not written yet
     std::string m_text;
     std::uint64_t m_version = 0;
     bool m_isCurrent = false;

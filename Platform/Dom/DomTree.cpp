@@ -1,6 +1,7 @@
 #include "Dom/DomTree.h"
 
 #include "Dom/DomNodeObject.h"
+#include "Dom/SharedTree.h"
 
 #include <atomic>
 #include <new>
@@ -29,13 +30,6 @@ bool AttributeHasObjects(const xmlAttr* attribute) noexcept {
 
 } // namespace
 
-xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
-    if (node->children != nullptr) return node->children;
-    while (node != top && node->next == nullptr)
-        node = node->parent;
-    return node == top ? nullptr : node->next;
-}
-
 DomTree::Pointer DomTree::Create(XmlDocument document, const DomSettings& settings) {
     Pointer tree(new DomTree);
     if (document == nullptr) document.reset(xmlNewDoc(nullptr));
@@ -62,6 +56,28 @@ DomTree::~DomTree() {
         xmlFreeNs(ns);
 }
 
+void DomTree::End() noexcept {
+    // Whoever shares the tree may let go of it at any time from here on.
+    const std::shared_ptr<SharedTree> shared = std::move(m_shared);
+    m_count = 1;
+    if (!shared || !shared->Inherit()) delete this;
+}
+
+void DomTree::Part() {
+    m_shared->Part();
+    m_shared.reset();
+}
+
+const ReadBack& DomTree::Form() {
+    if (!m_readBack) m_readBack = ReadBack::Of(*this);
+    return *m_readBack;
+}
+
+TreeShare DomTree::Share() {
+    if (!m_shared) m_shared = std::make_shared<SharedTree>(*this, Form());
+    return TreeShare(m_shared);
+}
+
 xmlNs* DomTree::NewNs(std::string_view prefix, std::string_view uri) {
     const std::string uriText(uri);
     const std::string prefixText(prefix);
@@ -81,7 +97,10 @@ xmlNs* DomTree::Namespace(std::string_view prefix, std::string_view uri) {
 }
 
 xmlNode* DomTree::NewElement(std::string_view name, xmlNs* ns) {
-    return Made(xmlNewDocNode(m_document, ns, AsXml(std::string(name).c_str()), nullptr));
+    // Not by the document's dictionary, which others may be reading.
+    xmlNode* element = Made(xmlNewNode(ns, AsXml(std::string(name).c_str())));
+    element->doc = m_document;
+    return element;
 }
 
 xmlAttr* DomTree::NewAttribute(std::string_view name, xmlNs* ns, std::string_view value) {
@@ -103,8 +122,10 @@ xmlNode* DomTree::NewCharacterData(xmlElementType type, std::string_view text) {
 }
 
 xmlNode* DomTree::NewProcessingInstruction(std::string_view target, std::string_view data) {
-    return Made(
-        xmlNewDocPI(m_document, AsXml(std::string(target).c_str()), AsXml(std::string(data).c_str())));
+    xmlNode* instruction =
+        Made(xmlNewDocPI(nullptr, AsXml(std::string(target).c_str()), AsXml(std::string(data).c_str())));
+    instruction->doc = m_document;
+    return instruction;
 }
 
 xmlNode* DomTree::NewFragment() { return Made(xmlNewDocFragment(m_document)); }
@@ -141,6 +162,7 @@ bool DomTree::IsPartOfDeclaration(const xmlNode* text) noexcept {
 }
 
 xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
+    BeforeChange();
     const std::string_view prefix = mirror->ns->prefix ? View(mirror->name) : std::string_view();
     const std::string uri = AttributeValue(mirror);
     xmlNs* declaration = NewNs(prefix, uri);
@@ -163,22 +185,24 @@ xmlAttr* DomTree::Declare(xmlNode* element, xmlAttr* mirror) {
     declaration->_private = mirror;
     mirror->parent = element;
     mirror->psvi = declaration;
-    Changed();
+    ContentChanged();
     return replaced;
 }
 
 xmlAttr* DomTree::Undeclare(xmlNode* element, xmlNs* declaration) {
+    BeforeChange();
     xmlAttr* mirror = MirrorOf(element, declaration);
     AttributeOrder::Remove(element, declaration);
     m_mirrors.erase(mirror);
     mirror->parent = nullptr;
     mirror->psvi = nullptr;
     Retire(declaration);
-    Changed();
+    ContentChanged();
     return mirror;
 }
 
 void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::string_view uri) {
+    BeforeChange();
     xmlAttr* mirror = MirrorOf(element, declaration);
     xmlNs* fresh = NewNs(View(declaration->prefix), uri);
     AttributeOrder::Replace(element, declaration, fresh);
@@ -187,7 +211,7 @@ void DomTree::ChangeDeclaration(xmlNode* element, xmlNs* declaration, std::strin
     Retire(declaration);
     SetAttributeValue(mirror, uri, *this);
     FollowDefault(element, View(fresh->prefix), uri);
-    Changed();
+    ContentChanged();
 }
 
 void DomTree::FollowDefault(xmlNode* element, std::string_view prefix, std::string_view uri) {
@@ -208,18 +232,21 @@ std::string DomTree::AttributeValue(const xmlAttr* attribute) {
 }
 
 void DomTree::SetAttributeValue(xmlAttr* attribute, std::string_view value, DomTree& tree) {
+    tree.BeforeChange();
     xmlNode* text = value.empty() ? nullptr : tree.NewText(value);
+    tree.m_named.AttributeChanging(attribute);
     while (xmlNode* old = attribute->children) {
-        tree.Unlink(old);
+        xmlUnlinkNode(old);
         tree.Dispose(old);
     }
     attribute->children = attribute->last = text;
     if (text != nullptr) text->parent = AsNode(attribute);
+    tree.m_named.AttributeChanged(attribute);
     tree.ChildrenChanged(AsNode(attribute));
 }
 
 void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
-    Changed();
+    ContentChanged();
     if (parent == nullptr) return;
     // Documents and attributes have no marks; they count as watched.
     const bool hasMarks = parent->type != XML_DOCUMENT_NODE && parent->type != XML_ATTRIBUTE_NODE;
@@ -227,6 +254,7 @@ void DomTree::ChildrenChanged(const xmlNode* parent) noexcept {
 }
 
 void DomTree::Unlink(xmlNode* node) noexcept {
+    m_named.Unlinking(node);
     ChildrenChanged(node->type == XML_ATTRIBUTE_NODE ? nullptr : node->parent);
     xmlUnlinkNode(node);
 }
@@ -238,6 +266,7 @@ void DomTree::Link(xmlNode* parent, xmlNode* node, xmlNode* next) noexcept {
     (node->prev != nullptr ? node->prev->next : parent->children) = node;
     (next != nullptr ? next->prev : parent->last) = node;
     ChildrenChanged(parent);
+    m_named.Linked(node);
 }
 
 void DomTree::Dispose(xmlNode* node) noexcept {

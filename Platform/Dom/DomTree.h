@@ -4,12 +4,15 @@
 #include "Dom/DetachedNodes.h"
 #include "Dom/DomSettings.h"
 #include "Dom/NamedElements.h"
+#include "Dom/ReadBack.h"
 #include "Xml/XmlPointer.h"
 
 #include <windows.h>
 #include <libxml/tree.h>
 
+#include <atomic>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -19,6 +22,8 @@
 namespace OvPlatform {
 
 class DomNodeObject;
+class SharedTree;
+class TreeShare;
 
 /// The nodes of one document, counted by every object that refers to one of them: whoever holds a node keeps
 /// the whole tree. Nodes outside the tree that hang together, by parent, child or attribute, end together,
@@ -35,11 +40,14 @@ public:
 
     void AddRef() noexcept { ++m_count; }
     void Release() noexcept {
-        if (--m_count == 0) delete this;
+        if (--m_count == 0) End();
     }
 
     xmlDoc* Document() const noexcept { return m_document; }
     xmlNode* DocumentNode() const noexcept { return reinterpret_cast<xmlNode*>(m_document); }
+
+    /// Whether it is empty, and only the document refers to it.
+    bool IsUnused() const noexcept { return m_count == 1 && m_document->children == nullptr; }
 
     /// Those of the document; some act on the next tree only.
     DomSettings& Settings() noexcept { return m_settings; }
@@ -51,9 +59,36 @@ public:
     std::uint64_t Version() const noexcept { return m_version; }
     /// The same for the children of nodes that are watched alone.
     std::uint64_t WatchedVersion() const noexcept { return m_watchedVersion; }
-    void Changed() noexcept { ++m_version; }
-    /// Null where the document has to be searched. Holds until the next change.
-    const NamedElements* Named() { return m_named.Of(m_document, m_version); }
+    /// Of whatever kind the change is.
+    void Changed() noexcept {
+        ++m_version;
+        m_named.GiveUp();
+    }
+    /// No element came, went, moved, or has another value of an attribute.
+    void ContentChanged() noexcept { ++m_version; }
+    /// An element has got an attribute.
+    void AttributeAdded(const xmlAttr* attribute) noexcept {
+        ++m_version;
+        m_named.AttributeChanged(attribute);
+    }
+    /// Gives the elements that are called by their attribute `name`, in document order. Not for a document
+    /// with entities.
+    void FindNamed(const ElementTest& test, std::string_view name, std::vector<xmlNode*>& found) {
+        m_named.Find(m_document, test, name, found);
+    }
+
+    /// Before every change of what the document holds. Throws std::bad_alloc, and nothing must change then.
+    void BeforeChange() {
+        m_readBack.reset();
+        if (m_shared) Part();
+    }
+
+    /// What reading its text back would make of it.
+    const ReadBack& Form();
+    /// The same, where it is known.
+    void SetForm(const ReadBack& form) noexcept { m_readBack = form; }
+    /// The tree as it is now, for another document. Its form must be ReadBack::isCopy.
+    TreeShare Share();
 
     /// A namespace for nodes to refer to, which lives as long as the tree. Null prefix: none. Null for an
     /// empty URI.
@@ -114,6 +149,8 @@ private:
 
     xmlNs* NamespaceFrom(const DomTree& from, xmlNs* ns);
     xmlNode* CopyNode(const DomTree& from, xmlNode* source);
+    void End() noexcept;
+    void Part();
     void ChildrenChanged(const xmlNode* parent) noexcept;
     void FreeEnded();
     void Free(xmlNode* top) noexcept;
@@ -131,6 +168,8 @@ private:
     std::uint32_t m_pins = 0;
     bool m_preservesWhiteSpace = false;
     DomSettings m_settings;
+    std::optional<ReadBack> m_readBack;
+    std::shared_ptr<SharedTree> m_shared; ///< the tree as it is now, where it was shared since it changed
     std::unordered_map<std::string, xmlNs*> m_namespaces;
     /// Declarations that no element has any more, linked; nodes may still be in their namespaces.
     xmlNs* m_retired = nullptr;
@@ -147,12 +186,21 @@ enum NodeMark : unsigned short {
     ReadDeclaration = 4, ///< the XML declaration came with the text
     Watched = 8,         ///< a list shows its children
 };
-inline unsigned short MarksOf(const xmlNode* node) noexcept { return node->extra; }
+// Who reads a shared tree may read marks while the tree's own thread sets one.
+inline unsigned short MarksOf(const xmlNode* node) noexcept {
+    return std::atomic_ref(const_cast<xmlNode*>(node)->extra).load(std::memory_order_relaxed);
+}
 inline void Mark(xmlNode* node, NodeMark mark) noexcept {
-    node->extra = static_cast<unsigned short>(node->extra | mark);
+    std::atomic_ref(node->extra)
+        .store(static_cast<unsigned short>(node->extra | mark), std::memory_order_relaxed);
 }
 
 /// The node behind `node` in document order below `top`, null at the end. Attributes are passed over.
-xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept;
+inline xmlNode* NextInTree(xmlNode* node, const xmlNode* top) noexcept {
+    if (node->children != nullptr) return node->children;
+    while (node != top && node->next == nullptr)
+        node = node->parent;
+    return node == top ? nullptr : node->next;
+}
 
 } // namespace OvPlatform

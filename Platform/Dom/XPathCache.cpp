@@ -6,6 +6,8 @@
 
 #include <libxml/xpathInternals.h>
 
+#include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 
@@ -56,6 +58,28 @@ const char* ComplaintOf(int error) noexcept {
 
 bool IsNode(const xmlNode* node) noexcept { return node->type != XML_NAMESPACE_DECL; }
 
+/// A query as UTF-8; empty for one that XML could not hold. Most are short and ASCII.
+class QueryText {
+public:
+    explicit QueryText(std::wstring_view query) {
+        const std::size_t size = std::min(query.size(), m_short.size());
+        std::size_t visible = 0;
+        for (; visible < size && query[visible] >= L' ' && query[visible] <= L'~'; ++visible)
+            m_short[visible] = static_cast<char>(query[visible]);
+        if (visible != query.size() && !AppendXmlUtf8(m_other, query)) m_other.clear();
+        m_view = visible == query.size() ? std::string_view(m_short.data(), visible) : m_other;
+    }
+    QueryText(const QueryText&) = delete;
+    QueryText& operator=(const QueryText&) = delete;
+
+    std::string_view View() const noexcept { return m_view; }
+
+private:
+    std::array<char, 256> m_short;
+    std::string m_other;
+    std::string_view m_view;
+};
+
 } // namespace
 
 XPathCache& XPathCache::OfThisThread() {
@@ -80,23 +104,21 @@ void XPathCache::NoteError(void* cache, xmlError* error) noexcept {
     }
 }
 
-const XPathCache::Query* XPathCache::Compiled(std::wstring_view query) {
-    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return &known->second;
+xmlXPathCompExpr* XPathCache::Compiled(std::wstring_view query) {
+    if (const auto known = m_compiled.find(query); known != m_compiled.end()) return known->second.get();
     std::string text;
     if (!AppendXmlUtf8(text, query)) {
         m_reason = "The query holds a character that XML does not allow";
         return nullptr;
     }
     const QuietErrors quiet;
-    Query compiled;
-    compiled.expression.reset(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
-    if (!compiled.expression) return nullptr;
-    compiled.path = NamedPath::Parse(text);
+    XmlPointer<xmlXPathCompExpr> compiled(xmlXPathCtxtCompile(m_context.get(), AsXml(text.c_str())));
+    if (!compiled) return nullptr;
     if (m_compiled.size() >= mostQueries) m_compiled.clear();
-    return &m_compiled.emplace(query, std::move(compiled)).first->second;
+    return m_compiled.emplace(query, std::move(compiled)).first->second.get();
 }
 
-XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& query,
+XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, xmlXPathCompExpr* query,
                                                 const SelectionNamespaces& namespaces) {
     const QuietErrors quiet;
     m_context->doc = node->doc;
@@ -104,7 +126,7 @@ XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& quer
     m_context->namespaces = namespaces.Declarations();
     m_context->nsNr = namespaces.Count();
     // A compiled query sorts its result into document order.
-    XmlPointer<xmlXPathObject> object(xmlXPathCompiledEval(query.expression.get(), m_context.get()));
+    XmlPointer<xmlXPathObject> object(xmlXPathCompiledEval(query, m_context.get()));
     m_context->doc = nullptr;
     m_context->node = nullptr;
     m_context->namespaces = nullptr;
@@ -116,17 +138,16 @@ XmlPointer<xmlXPathObject> XPathCache::Evaluate(xmlNode* node, const Query& quer
     return object;
 }
 
-HRESULT XPathCache::Select(DomTree& tree, xmlNode* node, std::wstring_view query,
-                           const SelectionNamespaces& namespaces, std::vector<xmlNode*>& result) {
+HRESULT XPathCache::Select(DomTree& tree, xmlNode* node, std::wstring_view query, Wanted wanted,
+                           std::vector<xmlNode*>& result) {
     m_reason.clear();
-    const Query* const compiled = Compiled(query);
+    const SelectionNamespaces& namespaces = *tree.Settings().namespaces;
+    const QueryText text(query);
+    const auto path = ElementPath::Parse(text.View());
+    if (path && path->Select(tree, node, namespaces, wanted, result)) return S_OK;
+    xmlXPathCompExpr* const compiled = Compiled(query);
     if (compiled == nullptr) return E_FAIL;
-    if (const NamedElements* const named = compiled->path ? tree.Named() : nullptr)
-        if (auto nodes = compiled->path->Select(*named, namespaces)) {
-            result = std::move(*nodes);
-            return S_OK;
-        }
-    const XmlPointer<xmlXPathObject> object = Evaluate(node, *compiled, namespaces);
+    const XmlPointer<xmlXPathObject> object = Evaluate(node, compiled, namespaces);
     if (!object) return E_FAIL;
     if (const xmlNodeSet* set = object->nodesetval) {
         result.reserve(static_cast<std::size_t>(set->nodeNr));
@@ -134,15 +155,6 @@ HRESULT XPathCache::Select(DomTree& tree, xmlNode* node, std::wstring_view query
             if (IsNode(set->nodeTab[index])) result.push_back(set->nodeTab[index]);
     }
     return S_OK;
-}
-
-HRESULT XPathCache::SelectFirst(DomTree& tree, xmlNode* node, std::wstring_view query,
-                                const SelectionNamespaces& namespaces, xmlNode*& result) {
-    result = nullptr;
-    std::vector<xmlNode*> nodes;
-    const HRESULT found = Select(tree, node, query, namespaces, nodes);
-    if (!nodes.empty()) result = nodes[0];
-    return found;
 }
 
 } // namespace OvPlatform

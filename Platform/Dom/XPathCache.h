@@ -1,12 +1,11 @@
 #pragma once
 
-#include "Dom/NamedPath.h"
+#include "Dom/ElementPath.h"
 #include "Dom/SelectionNamespaces.h"
 #include "Xml/XmlPointer.h"
 
 #include <libxml/xpath.h>
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -26,14 +25,12 @@ public:
     XPathCache(const XPathCache&) = delete;
     XPathCache& operator=(const XPathCache&) = delete;
 
+    using Wanted = ElementPath::Wanted;
     /// The nodes that `query` selects from `node` of that tree, in document order, elements and attributes
-    /// alike; namespace nodes are left out. E_FAIL with Reason() if it is no query, uses an undeclared
-    /// prefix, or has a result that is no set of nodes.
-    HRESULT Select(DomTree& tree, xmlNode* node, std::wstring_view query,
-                   const SelectionNamespaces& namespaces, std::vector<xmlNode*>& result);
-    /// The first of them, null if there is none.
-    HRESULT SelectFirst(DomTree& tree, xmlNode* node, std::wstring_view query,
-                        const SelectionNamespaces& namespaces, xmlNode*& result);
+    /// alike; namespace nodes are left out. At least the first of them, where no more are wanted. E_FAIL with
+    /// Reason() if it is no query, uses an undeclared prefix, or has a result that is no set of nodes.
+    HRESULT Select(DomTree& tree, xmlNode* node, std::wstring_view query, Wanted wanted,
+                   std::vector<xmlNode*>& result);
 
     /// Why the last call failed.
     const std::string& Reason() const noexcept { return m_reason; }
@@ -48,19 +45,14 @@ private:
         }
     };
 
-    struct Query {
-        XmlPointer<xmlXPathCompExpr> expression;
-        std::optional<NamedPath> path; // the same, where it has that form
-    };
-
-    const Query* Compiled(std::wstring_view query);
+    xmlXPathCompExpr* Compiled(std::wstring_view query);
     /// Null with a reason where the query has no result, or one that is no set of nodes.
-    XmlPointer<xmlXPathObject> Evaluate(xmlNode* node, const Query& query,
+    XmlPointer<xmlXPathObject> Evaluate(xmlNode* node, xmlXPathCompExpr* query,
                                         const SelectionNamespaces& namespaces);
     static void NoteError(void* cache, xmlError* error) noexcept;
 
     XmlPointer<xmlXPathContext> m_context;
-    std::unordered_map<std::wstring, Query, TextHash, std::equal_to<>> m_compiled;
+    std::unordered_map<std::wstring, XmlPointer<xmlXPathCompExpr>, TextHash, std::equal_to<>> m_compiled;
     std::string m_reason;
 };
 

@@ -1,5 +1,7 @@
 #include "ObjectModel/MarkupText.h"
 
+#include "Xml/XmlEscape.h"
+
 #include <utf8coder.h>
 
 #include <array>
@@ -86,30 +88,7 @@ std::string UnescapeAttribute(std::string_view raw) {
 std::string EscapeAttribute(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        case '\t':
-            escaped += "&#9;";
-            break;
-        case '\n':
-            escaped += "&#10;";
-            break;
-        case '\r':
-            escaped += "&#13;";
-            break;
-        default:
-            escaped.push_back(c);
-        }
-    }
+    AppendXml(escaped, text, XmlPlace::Attribute);
     return escaped;
 }
 

@@ -391,6 +391,8 @@ void PackageSerializer::WritePage(const PlannedPart& planned) {
 }
 
 void PackageSerializer::CopyBytes(const PackagePart& part) {
+    if (const auto packed = m_source->Reader().OpenPacked(part.name))
+        return TakeOverPart(m_writer, NameNow(part), part.contentType, *packed);
     WriteBytes(NameNow(part), part.contentType.c_str(), part.compression,
                *StoredContent(m_source->SharedReader(), part.name));
 }

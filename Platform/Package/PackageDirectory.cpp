@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
-#include <optional>
+#include <unordered_map>
 
 namespace OvPlatform {
 
@@ -51,7 +51,7 @@ LogicalName SplitPiece(std::string name) {
 // All items of one logical name.
 struct PackageDirectory::Group {
     struct Member {
-        std::uint32_t item = 0;
+        std::uint64_t position = 0;
         std::uint32_t number = 0;
         bool isLast = false;
         std::uint64_t size = 0;
@@ -68,7 +68,7 @@ struct PackageDirectory::Group {
     std::uint64_t Size() const { return Sum(&Member::size); }
     std::uint64_t StoredSize() const { return Sum(&Member::storedSize); }
 
-    void Add(const LogicalName& logical, std::uint32_t index, const ZipItem& item) {
+    void Add(const LogicalName& logical, const ZipItem& item) {
         if (members.empty()) {
             name = logical.prefix;
             inPieces = logical.isPiece;
@@ -77,7 +77,7 @@ struct PackageDirectory::Group {
             throw PackageError(OPC_E_DUPLICATE_PART, logical.prefix, "the part stands twice in the package");
         encrypted |= item.encrypted;
         supported &= item.supported;
-        members.push_back({index, logical.number, logical.isLast, item.size, item.storedSize});
+        members.push_back({item.position, logical.number, logical.isLast, item.size, item.storedSize});
     }
 
     // Puts pieces into their order; throws where they make no whole.
@@ -113,42 +113,78 @@ private:
 // The items that are pieces, gathered by the first of each whole.
 class PackageDirectory::Groups {
 public:
-    void Add(const LogicalName& logical, std::uint32_t index, const ZipItem& item) {
-        const auto [entry, added] = m_byName.try_emplace(logical.prefix, index);
-        m_byFirst[entry->second].Add(logical, index, item);
+    void Add(const LogicalName& logical, const ZipItem& item) {
+        const auto [entry, added] = m_byName.try_emplace(logical.prefix, item.position);
+        m_byFirst[entry->second].Add(logical, item);
     }
 
-    // The group whose first item that is; null if the item is another piece.
-    Group* StartingAt(std::uint32_t index) {
-        const auto found = m_byFirst.find(index);
+    // The group whose first item stands there in the directory; null if the item is another piece.
+    Group* StartingAt(std::uint64_t position) {
+        const auto found = m_byFirst.find(position);
         return found == m_byFirst.end() ? nullptr : &found->second;
     }
 
 private:
-    std::unordered_map<std::string, std::uint32_t, PartNameHash, PartNameEqual> m_byName;
-    std::unordered_map<std::uint32_t, Group> m_byFirst;
+    std::unordered_map<std::string, std::uint64_t, PartNameHash, PartNameEqual> m_byName;
+    std::unordered_map<std::uint64_t, Group> m_byFirst;
 };
 
-PackageDirectory::PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits)
-    : m_archive(std::move(archive)), m_limits(limits) {
+// All items, one after the other, for as long as nobody stops.
+class PackageDirectory::Items {
+public:
+    explicit Items(const PackageDirectory& directory)
+        : m_directory(directory), m_walk(*directory.m_archive) {}
+
+    bool Next(ZipItem& item) {
+        if (m_directory.m_isStopped && ++m_count % askedEvery == 0 && m_directory.m_isStopped())
+            throw PackageError(E_ABORT, m_directory.m_archive->File().string(), "it is given up");
+        return m_walk.Next(item);
+    }
+
+private:
+    static constexpr std::size_t askedEvery = 256;
+
+    const PackageDirectory& m_directory;
+    ZipArchive::Walk m_walk;
+    std::size_t m_count = 0;
+};
+
+PackageDirectory::PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits,
+                                   const std::function<bool()>& isStopped)
+    : m_archive(std::move(archive)), m_limits(limits), m_isStopped(isStopped) {
     if (m_archive->Count() > limits.maxItems)
         throw PackageError(OPC_E_ZIP_CENTRAL_DIRECTORY_TOO_LARGE, m_archive->File().string(),
                            "the package has more than " + std::to_string(limits.maxItems) + " items");
-    ReadItems(ReadContentTypes());
-    IndexParts();
+    Groups groups;
+    const ContentTypes types = ReadContentTypes(groups);
+    ReadParts(groups, types);
+    CheckNames();
+    for (const FoundRelationships& found : m_found)
+        AddRelationships(found.name, found.place);
+    m_found = {};
+    m_isStopped = {};
 }
 
 // The content types say which items are parts, and may stand behind all of them.
-ContentTypes PackageDirectory::ReadContentTypes() {
+ContentTypes PackageDirectory::ReadContentTypes(Groups& groups) {
     Group group;
-    for (std::size_t i = 0; i < m_archive->Count(); ++i) {
-        const ZipItem item = m_archive->Item(i);
-        if (ComparePartNames(item.name.substr(0, contentTypesName.size() - 1), contentTypesName.substr(1)) !=
-            0)
-            continue;
+    ZipItem item;
+    for (Items items(*this); items.Next(item);) {
+        const bool isTypes =
+            ComparePartNames(std::string_view(item.name).substr(0, contentTypesName.size() - 1),
+                             contentTypesName.substr(1)) == 0;
+        if (!isTypes) {
+            try {
+                CheckStaysInPackage(item.name);
+            } catch (const PartNameError& error) {
+                throw PackageError(error.Result(), item.name, error.what());
+            }
+        }
         const LogicalName logical = SplitPiece("/" + item.name);
-        if (ComparePartNames(logical.prefix, contentTypesName) == 0)
-            group.Add(logical, static_cast<std::uint32_t>(i), item);
+        if (isTypes && ComparePartNames(logical.prefix, contentTypesName) == 0)
+            group.Add(logical, item);
+        else if (logical.isPiece)
+            groups.Add(logical, item);
     }
     if (group.members.empty())
         throw PackageError(OPC_E_MISSING_CONTENT_TYPES, m_archive->File().string(),
@@ -166,34 +202,22 @@ ContentTypes PackageDirectory::ReadContentTypes() {
     return ContentTypes::Parse(xml);
 }
 
-void PackageDirectory::ReadItems(const ContentTypes& types) {
-    const auto count = static_cast<std::uint32_t>(m_archive->Count());
-    Groups groups;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        const ZipItem item = m_archive->Item(i);
-        try {
-            CheckStaysInPackage(item.name);
-        } catch (const PartNameError& error) {
-            throw PackageError(error.Result(), item.name, error.what());
-        }
-        const LogicalName logical = SplitPiece("/" + item.name);
-        if (logical.isPiece) groups.Add(logical, i, item);
-    }
-    m_parts.reserve(count);
-    m_places.reserve(count);
+void PackageDirectory::ReadParts(Groups& groups, const ContentTypes& types) {
+    const auto count = static_cast<std::size_t>(m_archive->Count());
+    m_parts.reserve(count); // they stay where they are
     m_pieces.reserve(count + 1);
-    for (std::uint32_t i = 0; i < count; ++i) {
-        if (Group* pieces = groups.StartingAt(i)) {
+    ZipItem item;
+    for (Items items(*this); items.Next(item);) {
+        if (Group* pieces = groups.StartingAt(item.position)) {
             pieces->Complete();
             AddGroup(*pieces, types);
             continue;
         }
-        const ZipItem item = m_archive->Item(i);
         const LogicalName logical = SplitPiece("/" + item.name);
         const bool isFolder = item.name.empty() || (item.name.back() == '/' && item.size == 0);
         if (logical.isPiece || isFolder) continue;
         Group whole;
-        whole.Add(logical, i, item);
+        whole.Add(logical, item);
         AddGroup(whole, types);
     }
 }
@@ -202,7 +226,7 @@ PackageDirectory::Place PackageDirectory::Store(const Group& group) {
     Place place{static_cast<std::uint32_t>(m_pieces.size()),
                 static_cast<std::uint32_t>(group.members.size())};
     for (const Group::Member& member : group.members)
-        m_pieces.push_back({member.item, member.size});
+        m_pieces.emplace_back(member.position);
     return place;
 }
 
@@ -243,59 +267,61 @@ void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {
         if (ComparePartNames(type, relationshipsContentType) != 0) // without regard to case, as names
             throw PackageError(OPC_E_UNEXPECTED_CONTENT_TYPE, name,
                                "a relationships part has the content type '" + std::string(type) + "'");
-        m_found.push_back({name, Store(group)});
+        const Place place = Store(group);
+        if (!AddRelationships(name, place)) m_found.push_back({name, place});
         return;
     }
-    PackagePart& part = m_parts.emplace_back();
-    part.name = name;
-    part.contentType = type;
-    part.size = group.Size();
-    part.storedSize = group.StoredSize();
-    part.compression = group.compressed ? PackageCompression::Normal : PackageCompression::None;
-    part.pieces = group.members.size();
-    part.interleaved = group.inPieces;
-    m_places.push_back(Store(group));
+    AddPart(group, name, type);
 }
 
-// Parts do not move any more: the index keeps views of their names.
-void PackageDirectory::IndexParts() {
-    m_index.reserve(m_parts.size());
-    for (std::size_t i = 0; i < m_parts.size(); ++i) {
-        const auto [entry, added] = m_index.emplace(m_parts[i].name, static_cast<std::uint32_t>(i));
-        if (!added)
-            throw PackageError(OPC_E_DUPLICATE_PART, m_parts[i].name,
-                               "the part stands twice in the package, the other time as '" +
-                                   std::string(entry->first) + "'");
-    }
+void PackageDirectory::AddPart(const Group& group, std::string name, std::string_view type) {
+    if (const std::uint32_t other = PlaceOf(name, PartNameHash()(name)); other != HashedIndex::none)
+        throw PackageError(OPC_E_DUPLICATE_PART, name,
+                           "the part stands twice in the package, the other time as '" + m_parts[other].name +
+                               "'");
+    const Place place = Store(group);
+    m_parts.push_back({std::move(name), *m_contentTypes.emplace(type).first, group.Size(), group.StoredSize(),
+                       place.count, group.compressed ? PackageCompression::Normal : PackageCompression::None,
+                       group.inPieces});
+    m_places.push_back(place.first);
+    m_relationships.emplace_back();
+    m_index.Add(static_cast<std::uint32_t>(m_parts.size() - 1),
+                [this](std::uint32_t at) { return PartNameHash()(m_parts[at].name); });
+}
+
+void PackageDirectory::CheckNames() const {
     for (const PackagePart& part : m_parts)
         for (PartNameFolders folders(part.name); folders.Next();)
-            if (m_index.contains(folders))
+            if (PlaceOf(folders.Folder(), folders.Hash()) != HashedIndex::none)
                 throw PackageError(OPC_E_DUPLICATE_PART, part.name,
                                    "the name extends the name of the part '" + std::string(folders.Folder()) +
                                        "'");
-    m_relationships.resize(m_parts.size());
-    for (const FoundRelationships& found : m_found)
-        AddRelationships(found.name, found.place);
-    m_found = {};
+}
+
+std::uint32_t PackageDirectory::PlaceOf(std::string_view name, std::size_t hash) const {
+    return m_index.Find(hash, [&](std::uint32_t at) {
+        return m_parts[at].name.size() == name.size() && PartNameEqual()(m_parts[at].name, name);
+    });
 }
 
 // Relationships of what is not there belong to nothing, and are left out.
-void PackageDirectory::AddRelationships(const std::string& name, Place place) {
+bool PackageDirectory::AddRelationships(const std::string& name, Place place) {
     const std::string source = RelationshipsSource(name);
     const PackagePart* part = Find(source);
-    if (part == nullptr && source != packageRoot) return;
+    if (part == nullptr && source != packageRoot) return false;
     Place& at = part != nullptr ? m_relationships[IndexOf(*part)] : m_packageRelationships;
     if (at.count != 0) throw PackageError(OPC_E_DUPLICATE_PART, name, "the part stands twice in the package");
     at = place;
+    return true;
 }
 
 const PackagePart* PackageDirectory::Find(std::string_view partName) const {
-    const auto found = m_index.find(partName);
-    return found == m_index.end() ? nullptr : &m_parts[found->second];
+    const std::uint32_t found = PlaceOf(partName, PartNameHash()(partName));
+    return found == HashedIndex::none ? nullptr : &m_parts[found];
 }
 
 std::span<const StoredPiece> PackageDirectory::Pieces(const PackagePart& part) const {
-    return At(m_places[IndexOf(part)]);
+    return At({m_places[IndexOf(part)], part.pieces});
 }
 
 std::span<const StoredPiece> PackageDirectory::RelationshipPieces(std::string_view source) const {

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "Package/ContentTypes.h"
+#include "Package/HashedIndex.h"
 #include "Package/PackageReader.h"
 #include "Package/PieceStream.h"
 #include "Package/ZipArchive.h"
 
+#include <functional>
 #include <span>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace OvPlatform {
@@ -15,8 +17,9 @@ namespace OvPlatform {
 /// Does not change once read.
 class PackageDirectory {
 public:
-    /// Throws PackageError.
-    PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits);
+    /// isStopped: asked now and then; true gives it up with E_ABORT. Throws PackageError.
+    PackageDirectory(std::shared_ptr<const ZipArchive> archive, const PackageLimits& limits,
+                     const std::function<bool()>& isStopped);
     PackageDirectory(const PackageDirectory&) = delete;
     PackageDirectory& operator=(const PackageDirectory&) = delete;
 
@@ -40,12 +43,15 @@ private:
     };
     struct Group;
     class Groups;
+    class Items;
 
-    ContentTypes ReadContentTypes();
-    void ReadItems(const ContentTypes& types);
+    ContentTypes ReadContentTypes(Groups& groups);
+    void ReadParts(Groups& groups, const ContentTypes& types);
     void AddGroup(const Group& group, const ContentTypes& types);
-    void AddRelationships(const std::string& name, Place place);
-    void IndexParts();
+    void AddPart(const Group& group, std::string name, std::string_view type);
+    /// False where its source is not there.
+    bool AddRelationships(const std::string& name, Place place);
+    void CheckNames() const;
     void CheckBounds(const Group& group);
     Place Store(const Group& group);
     std::span<const StoredPiece> At(Place place) const {
@@ -54,17 +60,20 @@ private:
     std::size_t IndexOf(const PackagePart& part) const {
         return static_cast<std::size_t>(&part - m_parts.data());
     }
+    std::uint32_t PlaceOf(std::string_view name, std::size_t hash) const;
 
     std::shared_ptr<const ZipArchive> m_archive;
     PackageLimits m_limits;
+    std::function<bool()> m_isStopped;
     std::uint64_t m_totalSize = 0;
     std::vector<StoredPiece> m_pieces;
+    std::unordered_set<std::string> m_contentTypes; // of m_parts
     std::vector<PackagePart> m_parts;
-    std::vector<Place> m_places;        // of m_parts, in step
-    std::vector<Place> m_relationships; // of the relationships parts of m_parts, in step
+    std::vector<std::uint32_t> m_places; // of the first pieces of m_parts, in step
+    std::vector<Place> m_relationships;  // of the relationships parts of m_parts, in step
     Place m_packageRelationships;
-    std::vector<FoundRelationships> m_found; // empty once read
-    std::unordered_map<std::string_view, std::uint32_t, PartNameHash, PartNameEqual> m_index; // into m_parts
+    std::vector<FoundRelationships> m_found; // ahead of their sources; empty once read
+    HashedIndex m_index;                     // of m_parts by name
 };
 
 } // namespace OvPlatform

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -17,7 +18,7 @@ namespace OvPlatform {
 
 /// How a part is compressed, in the terms of packages; the numbers are those of the pipeline's compression
 /// options.
-enum class PackageCompression { None = 0, Normal = 1, Small = 2, Fast = 3 };
+enum class PackageCompression : std::uint8_t { None = 0, Normal = 1, Small = 2, Fast = 3 };
 
 /// What bounds a package that is read, against input made to exhaust.
 struct PackageLimits {
@@ -32,13 +33,32 @@ struct PackageLimits {
 
 /// One part, as the directory of the package describes it.
 struct PackagePart {
-    std::string name; // "/Documents/1/FixedDoc.fdoc", as written in the package
-    std::string contentType;
-    std::uint64_t size = 0; // bytes inflated, as declared
+    std::string name;               // "/Documents/1/FixedDoc.fdoc", as written in the package
+    const std::string& contentType; // one text for all parts that have it; lives as long as the package
+    std::uint64_t size = 0;         // bytes inflated, as declared
     std::uint64_t storedSize = 0;
+    std::uint32_t pieces = 1;
     PackageCompression compression = PackageCompression::Normal;
-    std::size_t pieces = 1;
     bool interleaved = false; // stored as pieces, be it one
+};
+
+/// What a zip directory says of the bytes of a part that lies in one item.
+struct PackedForm {
+    bool isDeflated = true;
+    std::uint64_t size = 0; // inflated
+    std::uint64_t storedSize = 0;
+    std::uint32_t checksum = 0; // CRC-32 of the inflated bytes
+};
+
+/// The bytes of one part as they are stored, a chunk at a time. They are held against size and checksum on
+/// the way, unless they were read to their end before. Belongs to one thread.
+class OV_PLATFORM_API PackedPartStream {
+public:
+    virtual ~PackedPartStream() = default;
+    virtual const PackedForm& Form() const = 0;
+    /// Up to size bytes into buffer; 0 only at the end. Throws PackageError where the part is damaged, at the
+    /// latest with its last bytes.
+    virtual std::size_t Read(void* buffer, std::size_t size) = 0;
 };
 
 /// The bytes of one part, from its start, a chunk at a time; memory does not grow with the part. Belongs to
@@ -63,8 +83,10 @@ public:
     /// Reads the directory and the content types; throws PackageError for a file that is no package, or one
     /// whose directory cannot be trusted (names twice or aliased, invalid names, pieces missing, encrypted
     /// items).
+    /// isStopped: asked now and then meanwhile; true gives it up with E_ABORT.
     static std::shared_ptr<const PackageReader> Open(const std::filesystem::path& file,
-                                                     const PackageLimits& limits = {});
+                                                     const PackageLimits& limits = {},
+                                                     const std::function<bool()>& isStopped = {});
 
     virtual ~PackageReader() = default;
 
@@ -78,6 +100,10 @@ public:
 
     /// Throws PackageError with OPC_E_NO_SUCH_PART where there is none.
     virtual std::unique_ptr<PackagePartStream> OpenPart(std::string_view partName) const = 0;
+
+    /// The same without unpacking it, for whoever puts it into another package as it is. Null for a part that
+    /// lies in pieces.
+    virtual std::unique_ptr<PackedPartStream> OpenPacked(std::string_view partName) const = 0;
 
     /// A whole part. Throws PackageError, also where it is larger than the given bound.
     virtual std::string ReadPart(std::string_view partName, std::uint64_t maxSize) const = 0;

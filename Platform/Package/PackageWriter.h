@@ -4,6 +4,7 @@
 #include "Package/PackageError.h"
 #include "Package/PackageReader.h"
 #include "Package/Relationships.h"
+#include "System/ByteOutput.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -25,15 +26,18 @@ public:
     virtual void Close() = 0;
 };
 
-/// Writes a package: parts in any order, several at a time if need be, relationships at any time before
-/// Finish. The bytes stand in nameless files beside the target until Commit puts the whole package under its
-/// name; a writer that goes without Commit leaves nothing behind. The same calls give the same bytes. Memory
-/// does not grow with the parts. Calls may come from several threads.
+/// Writes a package as its parts come: in any order, several at a time if need be, relationships at any time
+/// before Finish. A part is written when it is closed, or from where it has outgrown a bound; the content
+/// types come last. In a file the bytes have no name until Commit; a writer that goes without Commit leaves
+/// nothing behind. The same calls give the same bytes. Memory does not grow with the parts, nor, but for
+/// their names, with how many they are. Calls may come from several threads.
 class OV_PLATFORM_API PackageWriter {
 public:
     /// Throws PackageError where no file can be made beside the target, or that is no file to be replaced;
     /// ThreadError where no thread can be had.
     static std::unique_ptr<PackageWriter> Create(const std::filesystem::path& target);
+    /// Into any output, which need not be able to go back.
+    static std::unique_ptr<PackageWriter> Create(std::unique_ptr<ByteOutput> output);
 
     virtual ~PackageWriter() = default;
 
@@ -41,6 +45,11 @@ public:
     /// one or is extended by one (OPC_E_DUPLICATE_PART); relationships parts are not added by hand.
     virtual std::unique_ptr<PackagePartSink> AddPart(std::string_view name, std::string_view contentType,
                                                      PackageCompression compression) = 0;
+
+    /// A part whose bytes are there as they are to be stored, from another package: the sink takes these, all
+    /// of them, and does not look into them.
+    virtual std::unique_ptr<PackagePartSink>
+    AddPackedPart(std::string_view name, std::string_view contentType, const PackedForm& form) = 0;
 
     virtual bool HasPart(std::string_view name) const = 0;
 
@@ -51,11 +60,16 @@ public:
                                         std::string_view target, bool external = false,
                                         std::string_view id = {}) = 0;
 
+    /// All relationships of a part that is closed have been added: writes them now, so that they need not be
+    /// kept. More of them are an error.
+    virtual void CompleteRelationships(std::string_view source) = 0;
+
     /// Asked now and then while a package is finished; true ends it.
     using StopQuestion = std::function<bool()>;
 
-    /// Writes content types, relationships and parts. Throws PackageError: a sink still open, a relationship
-    /// from or to a part that is not there, no space; E_ABORT where the question says so.
+    /// Writes what is left, relationships, content types and the archive's directory. Throws PackageError: a
+    /// sink still open, a relationship from or to a part that is not there, no space; E_ABORT where the
+    /// question says so.
     virtual void Finish(const StopQuestion& isStopped) = 0;
     void Finish() { Finish({}); }
     /// Behind Finish, once: puts the package under its name, which takes no time. Throws PackageError;
@@ -64,6 +78,13 @@ public:
 
     /// Bytes of parts taken so far, before compression.
     virtual std::uint64_t BytesWritten() const = 0;
+    /// Behind Finish: bytes of the package.
+    virtual std::uint64_t Size() const = 0;
 };
+
+/// Puts a part of another package into the writer's as it is stored there. Throws PackageError of either
+/// side.
+OV_PLATFORM_API void TakeOverPart(PackageWriter& writer, std::string_view name, std::string_view contentType,
+                                  PackedPartStream& part);
 
 } // namespace OvPlatform

@@ -9,8 +9,12 @@ namespace OvPlatform {
 PieceStream::PieceStream(std::shared_ptr<const void> owner, std::shared_ptr<const ZipArchive> archive,
                          std::string part, std::span<const StoredPiece> pieces)
     : m_owner(std::move(owner)), m_archive(std::move(archive)), m_part(std::move(part)), m_pieces(pieces) {
-    for (const StoredPiece& piece : m_pieces)
-        m_size += piece.size;
+    m_items.reserve(pieces.size());
+    for (const StoredPiece& piece : pieces) {
+        m_items.push_back(m_archive->ItemAt(piece.Position()));
+        m_items.back().name = {};
+        m_size += m_items.back().size;
+    }
 }
 
 std::size_t PieceStream::Read(void* buffer, std::size_t size) {
@@ -18,13 +22,13 @@ std::size_t PieceStream::Read(void* buffer, std::size_t size) {
     for (;;) {
         if (m_reader) {
             const std::size_t count = m_reader->Read(buffer, size);
+            if (m_reader->IsChecked()) m_pieces[m_next - 1].NoteSound();
             m_position += count;
             if (count != 0) return count;
             m_reader.reset();
         }
-        if (m_next == m_pieces.size()) return 0;
-        const StoredPiece& piece = m_pieces[m_next++];
-        m_reader.emplace(m_archive, piece.item, piece.size, m_part);
+        if (m_next == m_items.size()) return 0;
+        m_reader.emplace(m_archive, m_items[m_next++], m_part);
     }
 }
 
@@ -35,8 +39,8 @@ void PieceStream::Seek(std::uint64_t position) {
     // Forward within the open piece, or to the start of the piece that holds the position.
     std::uint64_t start = 0;
     std::size_t index = 0;
-    while (index < m_pieces.size() && start + m_pieces[index].size <= position)
-        start += m_pieces[index++].size;
+    while (index < m_items.size() && start + m_items[index].size <= position)
+        start += m_items[index++].size;
     if (position < m_position || !m_reader || index + 1 != m_next) {
         m_reader.reset();
         m_next = index;

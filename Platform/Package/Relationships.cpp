@@ -7,6 +7,7 @@
 
 #include <msopc.h>
 
+#include <algorithm>
 #include <set>
 
 namespace OvPlatform {
@@ -85,7 +86,35 @@ private:
 
 } // namespace
 
+namespace {
+
+// Written as it is, in an attribute. All else takes a writer of XML.
+bool IsPlain(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) {
+        return c >= ' ' && c < 0x7F && c != '<' && c != '>' && c != '&' && c != '"';
+    });
+}
+
+std::string FormatPlain(const std::vector<PackageRelationship>& relationships) {
+    std::string xml = R"(<?xml version="1.0" encoding="UTF-8"?>)"
+                      "\n<Relationships xmlns=\"";
+    xml.append(namespaceUri).append("\">");
+    for (const PackageRelationship& relationship : relationships) {
+        xml.append(R"(<Relationship Type=")").append(relationship.type);
+        xml.append(R"(" Target=")").append(relationship.target);
+        if (relationship.external) xml.append(R"(" TargetMode="External)");
+        xml.append(R"(" Id=")").append(relationship.id).append(R"("/>)");
+    }
+    return xml.append("</Relationships>\n");
+}
+
+} // namespace
+
 std::string FormatRelationships(const std::vector<PackageRelationship>& relationships) {
+    const bool isPlain = std::all_of(relationships.begin(), relationships.end(), [](const auto& each) {
+        return IsPlain(each.type) && IsPlain(each.target) && IsPlain(each.id);
+    });
+    if (isPlain && !relationships.empty()) return FormatPlain(relationships);
     XmlOutput xml(false);
     xml.Start("Relationships");
     xml.Attribute("xmlns", namespaceUri);

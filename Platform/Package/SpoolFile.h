@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -7,30 +9,30 @@
 
 namespace OvPlatform {
 
-/// A nameless temporary file that takes bytes at its end and gives them back. One thread appends; reading
-/// begins when appending is over.
-class SpoolFile {
+/// Takes bytes at its end and gives them back: in memory while they are few, then in a temporary file that
+/// has no name. One thread at a time.
+class OV_PLATFORM_API SpoolFile {
 public:
-    /// In the folder of the file that is going to be written, so that space runs out here first. Throws
-    /// PackageError that names that file.
-    SpoolFile(const std::filesystem::path& folder, std::filesystem::path target);
+    /// folder: where the file is to be made, when it comes to that. target: what is called by name where it
+    /// fails, as all throws PackageError.
+    SpoolFile(std::filesystem::path folder, std::filesystem::path target);
     SpoolFile(const SpoolFile&) = delete;
     SpoolFile& operator=(const SpoolFile&) = delete;
     ~SpoolFile();
 
-    const std::filesystem::path& Target() const { return m_target; }
     /// Where the next byte goes.
     std::uint64_t End() const { return m_written + m_buffer.size(); }
     void Append(const void* bytes, std::size_t size);
-    /// Before the first Read.
-    void Flush();
-
-    /// False if the bytes cannot be read.
-    bool Read(std::uint64_t offset, void* buffer, std::size_t size) const;
+    /// offset and size: of bytes that are there.
+    void Read(std::uint64_t offset, void* buffer, std::size_t size);
+    /// Forgets all bytes.
+    void Clear();
 
 private:
+    void Flush();
     void WriteOut(const void* bytes, std::size_t size);
 
+    std::filesystem::path m_folder;
     std::filesystem::path m_target;
     int m_file = -1;
     std::uint64_t m_written = 0;

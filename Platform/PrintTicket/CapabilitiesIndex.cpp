@@ -42,9 +42,12 @@ void AppendDescription(std::string& text, const std::vector<SchemaProperty>& sco
     for (const SchemaProperty& property : scored)
         sorted.push_back(&property);
     std::stable_sort(sorted.begin(), sorted.end(), [](const auto* one, const auto* other) {
-        return std::tie(one->name.space, one->name.local) < std::tie(other->name.space, other->name.local);
+        return std::pair(one->name.space.Text(), std::string_view(one->name.local)) <
+               std::pair(other->name.space.Text(), std::string_view(other->name.local));
     });
-    const auto append = [&](const KeywordName& name) { text += '\1' + name.space + '\2' + name.local; };
+    const auto append = [&](const KeywordName& name) {
+        text.append(1, '\1').append(name.space.Text()).append(1, '\2').append(name.local);
+    };
     for (const SchemaProperty* property : sorted) {
         append(property->name);
         append(property->parameter);
@@ -63,7 +66,8 @@ void ForgetRepeatedOptions(std::vector<CapabilitiesOption>& options) {
     std::unordered_set<std::string> seen;
     for (CapabilitiesOption& option : options) {
         if (!option.viable) continue;
-        std::string description = option.schema->name.space + '\2' + option.schema->name.local;
+        std::string description(option.schema->name.space.Text());
+        description.append(1, '\2').append(option.schema->name.local);
         AppendDescription(description, option.schema->scored);
         option.viable = seen.insert(std::move(description)).second;
     }
@@ -133,7 +137,7 @@ SettingLevel CapabilitiesIndex::LevelOfParameter(const KeywordName& name) const 
 
 const char* CapabilitiesIndex::ProblemOf(std::size_t parameter, const SchemaValue& value) const {
     if (const char* problem = m_parameters[parameter].Problem(value)) return problem;
-    return value.space.empty() || m_prefixes.Has(value.space) ? nullptr
+    return value.space.Empty() || m_prefixes.Has(value.space) ? nullptr
                                                               : "is a name that the printer does not know";
 }
 

@@ -59,8 +59,11 @@ std::string Tag(const xmlNode* element) {
     return tag.append(View(element->name));
 }
 
-std::string_view NameOf(const xmlNode* element) {
-    const xmlAttr* attribute = xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr);
+const xmlAttr* NameAttribute(const xmlNode* element) {
+    return xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr);
+}
+
+std::string_view TextOf(const xmlAttr* attribute) {
     return attribute && attribute->children ? View(attribute->children->content) : std::string_view();
 }
 
@@ -75,7 +78,7 @@ std::string PathOf(const xmlNode* element) {
                 if (before->type == XML_ELEMENT_NODE && xmlStrEqual(before->name, element->name)) ++position;
             step += "[" + std::to_string(position) + "]";
         }
-        if (const std::string_view name = NameOf(element); !name.empty())
+        if (const std::string_view name = TextOf(NameAttribute(element)); !name.empty())
             step.append("(").append(name.substr(0, 80)).append(")");
         path.insert(0, step);
     }
@@ -126,7 +129,7 @@ void FrameworkCheck::CheckRoot(const xmlNode* root, Kind kind) const {
 
     const xmlAttr* version = xmlHasNsProp(root, AsXml(SchemaAttribute::Version), nullptr);
     if (!version) Refuse(root, "the attribute version is missing");
-    const std::string_view text = Trimmed(version->children ? View(version->children->content) : "");
+    const std::string_view text = Trimmed(TextOf(version));
     double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size() || number != 1)
@@ -161,14 +164,15 @@ void FrameworkCheck::CheckElement(const xmlNode* element, std::size_t row, int d
 }
 
 void FrameworkCheck::CheckName(const xmlNode* element, bool required) const {
-    if (!xmlHasNsProp(element, AsXml(SchemaAttribute::Name), nullptr)) {
+    const xmlAttr* const attribute = NameAttribute(element);
+    if (!attribute) {
         if (required) Refuse(element, "the attribute name is missing");
         return;
     }
-    const std::string_view name = Trimmed(NameOf(element));
+    const std::string_view name = Trimmed(TextOf(attribute));
     if (name.find(':') == std::string_view::npos)
         Refuse(element, "the name " + Quoted(name) + " has no prefix");
-    if (!m_scope.Resolve(element, name))
+    if (!m_scope.IsName(element, name))
         Refuse(element, "the prefix of the name " + Quoted(name) + " is not declared, or it is no name");
 }
 
@@ -181,10 +185,10 @@ void FrameworkCheck::CheckValue(const xmlNode* element) const {
     }
     const xmlAttr* type = xmlHasNsProp(element, AsXml(SchemaAttribute::Type), AsXml(SchemaSpace::Instance));
     if (!type) return;
-    const std::string_view typeName = type->children ? View(type->children->content) : std::string_view();
+    const std::string_view typeName = TextOf(type);
     const auto resolved = m_scope.Resolve(element, typeName);
     if (!resolved) Refuse(element, "the prefix of the type " + Quoted(typeName) + " is not declared");
-    if (resolved->Is(SchemaSpace::Types, SchemaType::QName) && !m_scope.Resolve(element, text))
+    if (resolved->Is(SchemaSpace::Types, SchemaType::QName) && !m_scope.IsName(element, text))
         Refuse(element,
                "the prefix of the value " + Quoted(Trimmed(text)) + " is not declared, or it is no name");
 }

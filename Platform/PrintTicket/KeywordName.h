@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PrintTicket/NamespaceUri.h"
+
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -10,20 +12,19 @@ namespace OvPlatform {
 
 /// A Print Schema name: what counts is the namespace, never the prefix that stands for it in a document.
 struct KeywordName {
-    std::string space;
+    NamespaceUri space;
     std::string local; // empty: no name
 
     bool Empty() const { return local.empty(); }
     bool operator==(const KeywordName&) const = default;
     bool Is(std::string_view otherSpace, std::string_view otherLocal) const {
-        return local == otherLocal && space == otherSpace;
+        return local == otherLocal && space.Text() == otherSpace;
     }
 };
 
 struct KeywordNameHash {
     std::size_t operator()(const KeywordName& name) const {
-        const std::hash<std::string_view> hash;
-        return hash(name.local) * 31 + hash(name.space);
+        return std::hash<std::string_view>()(name.local) * 31 + name.space.Hash();
     }
 };
 

@@ -22,7 +22,7 @@ public:
 
     /// The first of a name in one document counts; one of the delta takes the place of the base's.
     void Add(const T& setting, SettingOrigin origin) {
-        const auto [at, added] = m_byName.emplace(setting.name, m_entries.size());
+        const auto [at, added] = m_byName.emplace(&setting.name, m_entries.size());
         if (added)
             m_entries.push_back({&setting, origin});
         else if (m_entries[at->second].origin != origin)
@@ -30,14 +30,20 @@ public:
     }
 
     const Entry* Find(const KeywordName& name) const {
-        const auto found = m_byName.find(name);
+        const auto found = m_byName.find(&name);
         return found == m_byName.end() ? nullptr : &m_entries[found->second];
     }
     const std::vector<Entry>& All() const { return m_entries; }
 
 private:
     std::vector<Entry> m_entries;
-    KeywordMap<std::size_t> m_byName;
+    struct NameHash : KeywordNameHash {
+        std::size_t operator()(const KeywordName* name) const { return KeywordNameHash::operator()(*name); }
+    };
+    struct SameName {
+        bool operator()(const KeywordName* one, const KeywordName* other) const { return *one == *other; }
+    };
+    std::unordered_map<const KeywordName*, std::size_t, NameHash, SameName> m_byName;
 };
 
 /// A delta laid over a base: whole features, parameters and properties, as far as they lie in the scope.

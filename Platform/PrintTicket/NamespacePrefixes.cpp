@@ -52,12 +52,17 @@ void NamespacePrefixes::Assign(const std::string& space, std::string preferred) 
     m_declarations.emplace_back(std::move(preferred), space);
 }
 
-std::string NamespacePrefixes::Qualified(std::string_view space, std::string_view local) const {
-    const auto found = m_prefixes.find(std::string(space));
-    if (found == m_prefixes.end()) return std::string(local);
+const std::string* NamespacePrefixes::PrefixOf(const NamespaceUri& space) const {
+    const auto found = m_prefixes.find(space);
+    return found == m_prefixes.end() ? nullptr : &found->second;
+}
+
+std::string NamespacePrefixes::Qualified(const NamespaceUri& space, std::string_view local) const {
+    const std::string* const prefix = PrefixOf(space);
+    if (prefix == nullptr) return std::string(local);
     std::string name;
-    name.reserve(found->second.size() + 1 + local.size());
-    return name.append(found->second).append(":").append(local);
+    name.reserve(prefix->size() + 1 + local.size());
+    return name.append(*prefix).append(":").append(local);
 }
 
 } // namespace OvPlatform

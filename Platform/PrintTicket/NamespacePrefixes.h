@@ -21,10 +21,12 @@ public:
     /// do not declare.
     NamespacePrefixes(const Declarations& declared, std::string_view leftOut);
 
-    bool Has(std::string_view space) const { return m_prefixes.count(std::string(space)) != 0; }
+    bool Has(const NamespaceUri& space) const { return m_prefixes.contains(space); }
+    /// Null for a namespace that is not there.
+    const std::string* PrefixOf(const NamespaceUri& space) const;
 
     /// "psk:PageMediaSize"; the local part alone for a namespace that is not there.
-    std::string Qualified(std::string_view space, std::string_view local) const;
+    std::string Qualified(const NamespaceUri& space, std::string_view local) const;
     std::string Qualified(const KeywordName& name) const { return Qualified(name.space, name.local); }
 
     /// psf, xsi and xsd first, then the others in the order of the capabilities.
@@ -36,9 +38,12 @@ private:
     void Assign(const std::string& space, std::string preferred);
 
     Declarations m_declarations;
-    int m_number = 0;                                        // of the next made-up prefix
-    std::unordered_map<std::string, std::string> m_prefixes; // by URI
-    std::unordered_map<std::string, std::string> m_taken;    // by prefix
+    int m_number = 0; // of the next made-up prefix
+    struct UriHash {
+        std::size_t operator()(const NamespaceUri& uri) const { return uri.Hash(); }
+    };
+    std::unordered_map<NamespaceUri, std::string, UriHash> m_prefixes;
+    std::unordered_map<std::string, std::string> m_taken; // by prefix
 };
 
 } // namespace OvPlatform

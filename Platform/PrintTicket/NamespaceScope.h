@@ -20,14 +20,19 @@ public:
 
     /// Nothing where the prefix is not declared at the node. The empty prefix gives the default namespace, or
     /// "".
-    std::optional<std::string_view> Find(const xmlNode* node, std::string_view prefix) const;
+    std::optional<NamespaceUri> Find(const xmlNode* node, std::string_view prefix) const;
 
     /// The name behind "prefix:local"; nothing where the prefix is not declared or the text is no such name.
     std::optional<KeywordName> Resolve(const xmlNode* node, std::string_view qualified) const;
+    /// Whether there is one.
+    bool IsName(const xmlNode* node, std::string_view qualified) const;
 
 private:
+    /// The declaration of a prefix at a node or between it and the root; null where it has to be the root's.
+    const xmlNs* FindBelowRoot(const xmlNode* node, std::string_view prefix) const;
+
     const xmlNode* m_root;
-    std::unordered_map<std::string_view, std::string_view> m_rootPrefixes;
+    std::unordered_map<std::string_view, NamespaceUri> m_rootPrefixes;
 };
 
 } // namespace OvPlatform

@@ -9,6 +9,7 @@
 #include "PrintTicket/TicketWriter.h"
 
 #include <atomic>
+#include <memory>
 #include <optional>
 
 namespace OvPlatform {
@@ -30,18 +31,28 @@ PrintTicketMerge::~PrintTicketMerge() = default;
 
 PrintTicketMerge::Result PrintTicketMerge::Merge(std::string_view base, const std::string_view* delta,
                                                  EPrintTicketScope scope, MergeReport* report) const {
-    const SchemaDocument baseTicket = ReadTicket(base, InputKind::BaseTicket);
+    // A report tells of a merge that was made for it.
+    const auto merge = [&] { return MergeAnew(base, delta, scope, report); };
+    const auto merged = report != nullptr ? std::make_shared<const Result>(merge())
+                                          : m_queue->Seen().MergeOf(base, delta, scope, merge);
+    ++mergeCount;
+    if (merged->conflictResolved) ++conflictCount;
+    return *merged;
+}
+
+PrintTicketMerge::Result PrintTicketMerge::MergeAnew(std::string_view base, const std::string_view* delta,
+                                                     EPrintTicketScope scope, MergeReport* report) const {
+    const MergeMemory::Ticket baseTicket =
+        m_queue->Seen().BaseOf(base, [&] { return ReadTicket(base, InputKind::BaseTicket); });
     const std::optional<SchemaDocument> deltaTicket =
         delta ? std::optional(ReadTicket(*delta, InputKind::DeltaTicket)) : std::nullopt;
 
     const CapabilitiesIndex& capabilities = m_queue->Capabilities();
     const MergedTicket merged =
-        MergeTickets(baseTicket, deltaTicket ? &*deltaTicket : nullptr, scope, capabilities);
+        MergeTickets(*baseTicket, deltaTicket ? &*deltaTicket : nullptr, scope, capabilities);
     if (report) *report = {};
     const ValidatedTicket valid =
         TicketValidation(capabilities, &m_queue->Defaults(), scope, report).Validate(merged);
-    ++mergeCount;
-    if (valid.conflictResolved) ++conflictCount;
     return {WriteTicket(valid, capabilities), valid.conflictResolved};
 }
 

@@ -36,7 +36,8 @@ public:
     };
 
     /// Lays the delta, null for none, over the base and validates. Throws PrintTicketError for an input that
-    /// is no ticket. With a report, tells what became of every setting.
+    /// is no ticket. With a report, tells what became of every setting. Texts that were merged lately for
+    /// this queue, by whomever, give the same again at once.
     Result Merge(std::string_view base, const std::string_view* delta, EPrintTicketScope scope,
                  MergeReport* report = nullptr) const;
 
@@ -50,6 +51,9 @@ public:
     static MergeCounts Counts();
 
 private:
+    Result MergeAnew(std::string_view base, const std::string_view* delta, EPrintTicketScope scope,
+                     MergeReport* report) const;
+
     std::shared_ptr<const QueueTickets> m_queue;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PrintTicket/CapabilitiesIndex.h"
+#include "PrintTicket/MergeMemory.h"
 #include "PrintTicket/ValidatedTicket.h"
 #include "Spooler/QueueFolder.h"
 
@@ -8,8 +9,8 @@
 
 namespace OvPlatform {
 
-/// What tickets are validated against: a queue's capabilities and its default ticket, read once. Never
-/// changes, so it may be shared between threads.
+/// What tickets are validated against: a queue's capabilities and its default ticket, read once, and
+/// what was lately made for it. May be shared between threads.
 class QueueTickets {
 public:
     /// Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws
@@ -23,12 +24,15 @@ public:
     const SchemaDocument& DefaultTicket() const { return m_defaultTicket; }
     /// The default ticket, validated.
     const ValidatedTicket& Defaults() const { return m_defaults; }
+    /// The tickets and merges of this queue.
+    MergeMemory& Seen() const { return m_seen; }
 
 private:
     std::shared_ptr<const QueueFolder> m_queue;
     CapabilitiesIndex m_capabilities;
     SchemaDocument m_defaultTicket;
     ValidatedTicket m_defaults; // points into the two before it
+    mutable MergeMemory m_seen;
 };
 
 } // namespace OvPlatform

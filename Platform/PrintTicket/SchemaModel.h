@@ -14,7 +14,7 @@ namespace OvPlatform {
 struct SchemaValue {
     KeywordName type; // xsi:type; empty where there is none
     std::string text;
-    std::string space;
+    NamespaceUri space;
 
     bool IsQName() const { return type.Is(SchemaSpace::Types, SchemaType::QName); }
     bool operator==(const SchemaValue&) const = default;

@@ -127,7 +127,8 @@ XmlDocument ParseSchemaXml(std::string_view bytes) {
 }
 
 bool IsElement(const xmlNode* node, const char* space) {
-    return node->type == XML_ELEMENT_NODE && node->ns && View(node->ns->href) == space;
+    return node->type == XML_ELEMENT_NODE && node->ns && node->ns->href &&
+           std::strcmp(reinterpret_cast<const char*>(node->ns->href), space) == 0;
 }
 
 xmlNode* FirstElement(const xmlNode* parent, const char* space) {

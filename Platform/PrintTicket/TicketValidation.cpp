@@ -285,7 +285,7 @@ TicketValidation::Reported(const std::vector<SchemaProperty>& properties) const 
 
 bool TicketValidation::IsReported(const SchemaProperty& property) const {
     const NamespacePrefixes& prefixes = m_capabilities.Prefixes();
-    const auto known = [&](const std::string& space) { return space.empty() || prefixes.Has(space); };
+    const auto known = [&](const NamespaceUri& space) { return space.Empty() || prefixes.Has(space); };
     if (!prefixes.Has(property.name.space)) return false;
     if (property.value && !(known(property.value->type.space) && known(property.value->space))) return false;
     return std::all_of(property.properties.begin(), property.properties.end(),

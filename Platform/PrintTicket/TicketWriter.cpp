@@ -1,56 +1,80 @@
 #include "PrintTicket/TicketWriter.h"
 
 #include "PrintTicket/SchemaWords.h"
-#include "PrintTicket/SchemaXml.h"
+#include "Xml/XmlEscape.h"
 
-#include <libxml/xmlwriter.h>
-
-#include <memory>
-#include <new>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace OvPlatform {
 namespace {
 
+// Writes a ticket without the blanks between elements that a reader would drop.
 class Writer {
 public:
     explicit Writer(const CapabilitiesIndex& capabilities)
-        : m_capabilities(capabilities), m_prefixes(capabilities.Prefixes()), m_buffer(xmlBufferCreate()),
-          m_writer(m_buffer ? xmlNewTextWriterMemory(m_buffer.get(), 0) : nullptr) {
-        if (!m_writer) throw std::bad_alloc();
-    }
+        : m_capabilities(capabilities), m_prefixes(capabilities.Prefixes()),
+          m_framework(m_prefixes.Qualified(SchemaSpace::Framework, {})),
+          m_typeAttribute(m_prefixes.Qualified(SchemaSpace::Instance, SchemaAttribute::Type)) {}
 
     std::string Write(const ValidatedTicket& ticket);
 
 private:
     void Start(const char* element) {
-        Check(xmlTextWriterStartElement(
-            m_writer.get(), AsXml(m_prefixes.Qualified(SchemaSpace::Framework, element).c_str())));
+        EndStartTag();
+        m_text.append("<").append(m_framework).append(element);
+        m_open.push_back(element);
+        m_isInStartTag = true;
     }
-    void End() { Check(xmlTextWriterEndElement(m_writer.get())); }
-    void Attribute(const std::string& name, const std::string& value) {
-        Check(xmlTextWriterWriteAttribute(m_writer.get(), AsXml(name.c_str()), AsXml(value.c_str())));
+    void EndStartTag() {
+        if (std::exchange(m_isInStartTag, false)) m_text += '>';
     }
-    void Name(const KeywordName& name) { Attribute(SchemaAttribute::Name, m_prefixes.Qualified(name)); }
+    void End() {
+        if (std::exchange(m_isInStartTag, false))
+            m_text += "/>";
+        else
+            m_text.append("</").append(m_framework).append(m_open.back()).append(">");
+        m_open.pop_back();
+    }
+    void BeginAttribute(std::string_view name) { m_text.append(" ").append(name).append("=\""); }
+    void Attribute(std::string_view name, std::string_view value) {
+        BeginAttribute(name);
+        AppendXml(m_text, value, XmlPlace::Attribute);
+        m_text += '"';
+    }
+    void Attribute(std::string_view name, const KeywordName& value) {
+        BeginAttribute(name);
+        Prefix(value.space);
+        AppendXml(m_text, value.local, XmlPlace::Attribute);
+        m_text += '"';
+    }
+    void Name(const KeywordName& name) { Attribute(SchemaAttribute::Name, name); }
+    // As NamespacePrefixes::Qualified has it.
+    void Prefix(const NamespaceUri& space) {
+        if (const std::string* prefix = m_prefixes.PrefixOf(space)) m_text.append(*prefix).append(1, ':');
+    }
     void Declare(std::size_t at) {
-        Attribute("xmlns:" + m_prefixes.All()[at].first, m_prefixes.All()[at].second);
+        const auto& [prefix, uri] = m_prefixes.All()[at];
+        Attribute("xmlns:" + prefix, uri);
     }
 
     void Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice);
     void Property(const char* element, const SchemaProperty& property);
     void Value(const SchemaValue& value);
 
-    static void Check(int result) {
-        if (result < 0) throw std::bad_alloc();
-    }
-
     const CapabilitiesIndex& m_capabilities;
     const NamespacePrefixes& m_prefixes;
-    XmlPointer<xmlBuffer> m_buffer;
-    XmlPointer<xmlTextWriter> m_writer; // writes into m_buffer, so it goes first
+    const std::string m_framework; // its prefix with the colon
+    const std::string m_typeAttribute;
+    std::string m_text;
+    std::vector<const char*> m_open;
+    bool m_isInStartTag = false;
 };
 
 std::string Writer::Write(const ValidatedTicket& ticket) {
-    Check(xmlTextWriterStartDocument(m_writer.get(), "1.0", "UTF-8", nullptr));
+    m_text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
     Start(SchemaTag::PrintTicket);
     for (std::size_t i = 0; i < NamespacePrefixes::beforeVersion; ++i)
         Declare(i);
@@ -71,9 +95,7 @@ std::string Writer::Write(const ValidatedTicket& ticket) {
         Property(SchemaTag::Property, *property);
     End();
 
-    Check(xmlTextWriterFlush(m_writer.get()));
-    return {reinterpret_cast<const char*>(xmlBufferContent(m_buffer.get())),
-            static_cast<std::size_t>(xmlBufferLength(m_buffer.get()))};
+    return std::move(m_text);
 }
 
 void Writer::Feature(const CapabilitiesFeature& feature, const FeatureChoice& choice) {
@@ -114,14 +136,12 @@ void Writer::Property(const char* element, const SchemaProperty& property) {
 
 void Writer::Value(const SchemaValue& value) {
     Start(SchemaTag::Value);
-    if (!value.type.Empty())
-        Attribute(m_prefixes.Qualified(SchemaSpace::Instance, SchemaAttribute::Type),
-                  m_prefixes.Qualified(value.type));
-    if (!value.text.empty())
-        Check(xmlTextWriterWriteString(
-            m_writer.get(),
-            AsXml(
-                (value.space.empty() ? value.text : m_prefixes.Qualified(value.space, value.text)).c_str())));
+    if (!value.type.Empty()) Attribute(m_typeAttribute, value.type);
+    if (!value.text.empty()) {
+        EndStartTag();
+        Prefix(value.space);
+        AppendXml(m_text, value.text, XmlPlace::Content);
+    }
     End();
 }
 

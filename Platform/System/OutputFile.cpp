@@ -104,12 +104,6 @@ void OutputFile::Write(const void* bytes, std::size_t size) {
     if (size > 0 && std::fwrite(bytes, 1, size, m_file) != size) Throw(errno);
 }
 
-void OutputFile::Seek(std::uint64_t position) {
-    if (fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0) Throw(errno);
-}
-
-std::uint64_t OutputFile::Position() const { return static_cast<std::uint64_t>(ftello(m_file)); }
-
 void OutputFile::Flush() {
     if (std::fflush(m_file) != 0) Throw(errno);
 }

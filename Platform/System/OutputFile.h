@@ -1,10 +1,8 @@
 #pragma once
 
-#include "Com/PlatformExport.h"
+#include "System/ByteOutput.h"
 
-#include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <optional>
 
 namespace OvPlatform {
@@ -13,29 +11,27 @@ namespace OvPlatform {
 /// no name, and without Commit nothing is left of them. Only where the file system knows no nameless files,
 /// and for the moment in which another file is replaced, they stand under a random name beside it; a process
 /// that is killed then leaves that behind. Everything throws FileError. One thread at a time.
-class OV_PLATFORM_API OutputFile {
+class OV_PLATFORM_API OutputFile final : public ByteOutput {
 public:
     /// A symbolic link is followed: what it leads to is written, there or not. What is no regular file is
     /// refused, as is a file that a process has open and hands on as a link (/dev/stdout).
     explicit OutputFile(const std::filesystem::path& target);
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
-    ~OutputFile();
+    ~OutputFile() override;
 
+    const std::filesystem::path& Name() const override { return m_named; }
     /// The folder in which the file is going to stand.
-    std::filesystem::path Folder() const;
+    std::filesystem::path Folder() const override;
 
-    void Write(const void* bytes, std::size_t size);
-    /// For what is written in another order.
-    void Seek(std::uint64_t position);
-    std::uint64_t Position() const;
-    void Flush();
+    void Write(const void* bytes, std::size_t size) override;
+    void Flush() override;
 
-    /// All is written: does everything that takes time. A file that replaces another gets its mode, and its
-    /// owner and group as far as the system lets; a new one has what the user's mask leaves.
-    void Finish();
-    /// Behind Finish: puts the file under its name, and does nothing else.
-    void Commit();
+    /// A file that replaces another gets its mode, and its owner and group as far as the system lets; a new
+    /// one has what the user's mask leaves.
+    void Finish() override;
+    /// Puts the file under its name.
+    void Commit() override;
 
 private:
     struct Rights {

@@ -53,30 +53,6 @@ IUnknown* ObjectIn(const VARIANT& source) noexcept {
     }
 }
 
-HRESULT ReadStream(const CComPtr<ISequentialStream>& stream, std::string& bytes) {
-    const CComQIPtr<IStream> sized(stream);
-    STATSTG stat = {};
-    std::size_t expected = block;
-    if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < mostBytes)
-        expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
-    std::size_t used = 0;
-    bytes.resize(std::min(expected, mostBytes));
-    while (used < mostBytes) {
-        // The size is only a hint: what is read counts. One byte more tells that it was right, without room
-        // that whoever keeps the bytes would keep with them.
-        if (used == bytes.size()) bytes.resize(std::min(used + block, mostBytes));
-        ULONG read = 0;
-        const auto room = static_cast<ULONG>(bytes.size() - used);
-        const HRESULT result = stream->Read(bytes.data() + used, room, &read);
-        if (FAILED(result)) return result;
-        if (read > room) return E_UNEXPECTED;
-        used += read;
-        if (read == 0) break;
-    }
-    bytes.resize(used);
-    return S_OK;
-}
-
 /// The path that a caller named, in the system's own spelling.
 bool PathOf(BSTR name, std::string& path) {
     if (!AppendUtf8(path, ViewOf(name))) return false;
@@ -113,6 +89,30 @@ HRESULT DocumentBytes::Read(const VARIANT& source, std::string& bytes) {
         return stream ? ReadStream(stream, bytes) : E_INVALIDARG;
     }
     }
+}
+
+HRESULT DocumentBytes::ReadStream(ISequentialStream* stream, std::string& bytes) {
+    const CComQIPtr<IStream> sized(stream);
+    STATSTG stat = {};
+    std::size_t expected = block;
+    if (sized && SUCCEEDED(sized->Stat(&stat, STATFLAG_NONAME)) && stat.cbSize.QuadPart < mostBytes)
+        expected = static_cast<std::size_t>(stat.cbSize.QuadPart) + 1;
+    std::size_t used = 0;
+    bytes.resize(std::min(expected, mostBytes));
+    while (used < mostBytes) {
+        // The size is only a hint: what is read counts. One byte more tells that it was right, without room
+        // that whoever keeps the bytes would keep with them.
+        if (used == bytes.size()) bytes.resize(std::min(used + block, mostBytes));
+        ULONG read = 0;
+        const auto room = static_cast<ULONG>(bytes.size() - used);
+        const HRESULT result = stream->Read(bytes.data() + used, room, &read);
+        if (FAILED(result)) return result;
+        if (read > room) return E_UNEXPECTED;
+        used += read;
+        if (read == 0) break;
+    }
+    bytes.resize(used);
+    return S_OK;
 }
 
 HRESULT DocumentBytes::FindStream(const VARIANT& source, CComPtr<ISequentialStream>& stream) {

@@ -16,6 +16,8 @@ public:
     /// From an array of bytes, from a stream's place to its end, or from a document. E_INVALIDARG for
     /// anything else. Of more bytes than a document may have, only so many that this shows.
     static HRESULT Read(const VARIANT& source, std::string& bytes);
+    /// From a stream alone.
+    static HRESULT ReadStream(ISequentialStream* stream, std::string& bytes);
 
     /// The stream that a variant holds, to be read from its place; of a document that is a stream, from its
     /// start. Null with S_OK for what is none; fails where the document does.

@@ -34,7 +34,15 @@ bool IsXmlCharacter(char32_t character) noexcept {
 template <class Unit, class Accepts>
 bool AppendWhere(std::string& target, const Unit* next, std::size_t size, Accepts&& accepts) {
     target.reserve(target.size() + size);
-    for (const Unit* const end = next + size; next != end;) {
+    const Unit* const end = next + size;
+    // Most of a text, as a rule all of it, is what every reader takes as it is.
+    const Unit* const other = std::find_if_not(next, end, [](Unit unit) {
+        return (unit >= ' ' && unit <= '~') || unit == '\n' || unit == '\r' || unit == '\t';
+    });
+    const std::size_t filled = target.size();
+    target.resize(filled + static_cast<std::size_t>(other - next));
+    std::transform(next, other, target.data() + filled, [](Unit unit) { return static_cast<char>(unit); });
+    for (next = other; next != end;) {
         bool wellFormed = true;
         const char32_t character = Utf8::Decode(next, end, wellFormed);
         if (!wellFormed || !accepts(character)) return false;

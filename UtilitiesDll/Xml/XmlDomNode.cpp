@@ -2,6 +2,8 @@
 
 #include "Xml/XmlText.h"
 
+#include <algorithm>
+
 namespace {
 
 using NodePtr = CComPtr<IXMLDOMNode>;
@@ -40,6 +42,25 @@ CComPtr<IXMLDOMElement> asElement(IXMLDOMNode* node) {
     if (isElement(node))
         ThrowIfFailed(node->QueryInterface(__uuidof(IXMLDOMElement), reinterpret_cast<void**>(&element)));
     return element;
+}
+
+/// Other names may be refused, or mean several.
+bool isPlainName(const CXString& name) {
+    const auto isLetter = [](wchar_t unit) {
+        return (unit >= L'a' && unit <= L'z') || (unit >= L'A' && unit <= L'Z');
+    };
+    return !name.IsEmpty() && isLetter(name.View().front()) &&
+           std::ranges::all_of(name.View(), [&](wchar_t unit) {
+               return isLetter(unit) || (unit >= L'0' && unit <= L'9') || unit == L'-';
+           });
+}
+
+NodePtr firstByName(IXMLDOMElement* element, const CXString& name) {
+    CComPtr<IXMLDOMNodeList> found;
+    ThrowIfFailed(element->getElementsByTagName(XmlText::toBstr(name), &found));
+    NodePtr first;
+    ThrowIfFailed(found->nextNode(&first));
+    return first;
 }
 
 CComPtr<IXMLDOMElement> requireElement(IXMLDOMNode* node) {
@@ -123,6 +144,9 @@ XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNode(const CXString& name) 
 
 XmlDomNode::Pointer XmlDomNode::FindNamedChildElementNodeRecursive(const CXString& name, int maxDepth) const {
     const OperationScope operation("XmlDomNode::FindNamedChildElementNodeRecursive");
+    if (maxDepth <= 0 && isPlainName(name))
+        if (const CComPtr<IXMLDOMElement> element = asElement(m_node))
+            return wrap(firstByName(element, name));
     std::vector<NodePtr> path; // from a child of this node down to where the walk stands
     NodePtr node = firstChildOf(m_node);
     while (node != nullptr || !path.empty()) {

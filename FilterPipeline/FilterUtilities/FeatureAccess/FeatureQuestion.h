@@ -42,6 +42,13 @@ public:
     [[nodiscard]] constexpr std::optional<unsigned int> Index() const { return m_index; }
 
     constexpr bool operator==(const FeaturePath&) const = default;
+    /// By length, then by numbers, whatever the positions.
+    [[nodiscard]] constexpr bool StandsBefore(const FeaturePath& other) const {
+        if (m_count != other.m_count) return m_count < other.m_count;
+        for (std::size_t at = 0; at < m_count; ++at)
+            if (m_features[at] != other.m_features[at]) return m_features[at] < other.m_features[at];
+        return false;
+    }
 
 private:
     std::array<tagFeatureEnum, 3> m_features{};

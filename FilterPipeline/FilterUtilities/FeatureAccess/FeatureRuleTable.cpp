@@ -139,15 +139,8 @@ constexpr FeatureRule rules[] = {
 };
 // clang-format on
 
-constexpr bool StandsBefore(const FeaturePath& left, const FeaturePath& right) {
-    const auto features = left.Features();
-    const auto others = right.Features();
-    if (features.size() != others.size()) return features.size() < others.size();
-    return std::ranges::lexicographical_compare(features, others);
-}
-
 constexpr bool IsBefore(const FeatureRule& left, const FeatureRule& right) {
-    return left.kind != right.kind ? left.kind < right.kind : StandsBefore(left.path, right.path);
+    return left.kind != right.kind ? left.kind < right.kind : left.path.StandsBefore(right.path);
 }
 
 // ---- What no rule may say
@@ -324,8 +317,10 @@ const FeatureRule* FindFeatureRule(FeatureQuestionKind kind, const FeaturePath& 
     const FeatureRule* const begin = rules + firstOfKind[static_cast<std::size_t>(kind)];
     const FeatureRule* const end = rules + firstOfKind[static_cast<std::size_t>(kind) + 1];
     const FeatureRule* const found =
-        std::ranges::lower_bound(begin, end, path, StandsBefore, &FeatureRule::path);
-    if (found != end && std::ranges::equal(found->path.Features(), path.Features())) return found;
+        std::lower_bound(begin, end, path, [](const FeatureRule& rule, const FeaturePath& wanted) {
+            return rule.path.StandsBefore(wanted);
+        });
+    if (found != end && !path.StandsBefore(found->path)) return found;
     return begin != end && begin->path == FeaturePath(FeatureRule::anyFeature) ? begin : nullptr;
 }
 

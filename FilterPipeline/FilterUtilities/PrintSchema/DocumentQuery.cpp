@@ -6,6 +6,7 @@
 #include "PrintSchema/PrivateKeywordNames.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -16,17 +17,12 @@ DocumentQuery::DocumentQuery(const PrintSchemaXmlDocument& document)
 
 void DocumentQuery::AddKeyword(const wchar_t* element, const wchar_t* prefix, const wchar_t* name) {
     const PrivateKeywordNames privateNames(m_document);
+    if (!privateNames.AreMeantBy(View(prefix))) return AddNamed(element, View(prefix), View(name));
     std::vector<CComBSTR> names;
-    if (!privateNames.AreMeantBy(View(prefix))) {
-        names.push_back(Join({View(prefix), View(name)}));
-    } else {
-        for (const std::wstring_view each : privateNames.Prefixes())
-            names.push_back(Join({each, View(name)}));
-        if (!privateNames.AreNormalised())
-            for (const CComBSTR& each : names)
-                m_doubtful.push_back(Copy(each));
-    }
+    for (const std::wstring_view each : privateNames.Prefixes())
+        names.push_back(Join({each, View(name)}));
     AddNamed(element, names);
+    if (!privateNames.AreNormalised()) std::ranges::move(names, std::back_inserter(m_doubtful));
 }
 
 HRESULT DocumentQuery::AddFeature(const wchar_t* prefix, const wchar_t* name) {
@@ -51,12 +47,6 @@ HRESULT DocumentQuery::AddParameterInit(const wchar_t* prefix, const wchar_t* na
     const OperationScope operation("DocumentQuery::AddParameterInit");
     AddKeyword(PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name);
     return S_OK;
-}
-
-CComBSTR DocumentQuery::Text() const {
-    CComBSTR text;
-    GetQuery(&text);
-    return text;
 }
 
 bool DocumentQuery::IsMeant(IXMLDOMNode* found) const {
@@ -87,11 +77,7 @@ std::vector<CComPtr<IXMLDOMNode>> DocumentQuery::Find(std::size_t limit) const {
 }
 
 CComPtr<IXMLDOMNode> DocumentQuery::FindFirst() const {
-    if (m_doubtful.empty()) {
-        CComPtr<IXMLDOMNode> node;
-        m_document.GetNode(Text(), &node);
-        return node;
-    }
+    if (m_doubtful.empty()) return m_document.SelectFirst(Text());
     std::vector<CComPtr<IXMLDOMNode>> found = Find(1);
     return found.empty() ? nullptr : std::move(found.front());
 }

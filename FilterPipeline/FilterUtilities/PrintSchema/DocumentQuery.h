@@ -20,7 +20,7 @@ public:
     HRESULT AddParameterDef(const wchar_t* prefix, const wchar_t* name);
     HRESULT AddParameterInit(const wchar_t* prefix, const wchar_t* name);
 
-    [[nodiscard]] CComBSTR Text() const;
+    using PrintTicketQueryBuilder::Text;
     /// The first that it finds in the document, null if there is none. Failures are raised under the name of
     /// the operation that asks.
     [[nodiscard]] CComPtr<IXMLDOMNode> FindFirst() const;

@@ -10,8 +10,9 @@
 
 #include <map>
 
-/// An independent copy of a document: its XML, parsed anew. The caller owns the result, which is null on
-/// failure. E_POINTER for a null argument, E_FAIL if the copy does not parse, or the failure of the platform.
+/// An independent copy of a document: what its XML says, as parsed anew. The caller owns the result, which is
+/// null on failure. E_POINTER for a null argument, E_FAIL if the copy does not parse, or the failure of the
+/// platform.
 OV_FILTER_UTILITIES_API HRESULT CreateCopyOfIXMLDOMDocument(IXMLDOMDocument2* source, IXMLDOMDocument2** out);
 
 /// The document that a stream holds, read from its start. Results as above.

@@ -449,8 +449,15 @@ HRESULT PrintSchemaXmlDocument::GetNode(const wchar_t* xpath, IXMLDOMNode** out)
     RequireDocument();
     *out = nullptr;
     if (IsEmpty(xpath)) ThrowComException(E_INVALIDARG);
-    ThrowIfFailed(m_document->selectSingleNode(Make(xpath), out));
+    *out = SelectFirst(Make(xpath)).Detach();
     return *out != nullptr ? S_OK : S_FALSE;
+}
+
+CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::SelectFirst(BSTR xpath) const {
+    RequireDocument();
+    CComPtr<IXMLDOMNode> node;
+    ThrowIfFailed(m_document->selectSingleNode(xpath, &node));
+    return node;
 }
 
 CComPtr<IXMLDOMNodeList> PrintSchemaXmlDocument::SelectNodes(BSTR xpath) const {
@@ -479,10 +486,15 @@ CComPtr<IXMLDOMNode> PrintSchemaXmlDocument::FindAttribute(IXMLDOMNode* node, co
 }
 
 bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text) {
-    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name);
-    if (!attribute) return false;
+    CComPtr<IXMLDOMElement> element;
+    const HRESULT asked = node->QueryInterface(&element);
+    if (asked == E_NOINTERFACE) return false;
+    ThrowIfFailed(asked);
     MsSafeVariant value;
-    ThrowIfFailed(attribute->get_nodeValue(&value));
+    const HRESULT found = element->getAttribute(Make(name), &value);
+    if (found == E_FAIL) return false; // the platform refuses what cannot be the name of any
+    ThrowIfFailed(found);
+    if (found != S_OK) return false;
     text = TakeText(value);
     return true;
 }

@@ -211,6 +211,8 @@ protected:
     /// The nodes that an expression selects in the document; raises under the name of the operation that
     /// asks.
     CComPtr<IXMLDOMNodeList> SelectNodes(BSTR xpath) const;
+    /// Null if there is none.
+    CComPtr<IXMLDOMNode> SelectFirst(BSTR xpath) const;
     /// The attribute of a node; null if it has none of that name.
     static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name);
     /// The text of an attribute. False if there is no such attribute.

@@ -4,6 +4,8 @@
 #include "PrintSchema/Bstr.h"
 #include "PrintSchema/PrintSchemaKeywords.h"
 
+#include <utility>
+
 using namespace PrintSchemaText;
 
 namespace {
@@ -51,56 +53,56 @@ HRESULT PrintTicketQueryBuilder::GetQuery(wchar_t** out) const {
 
 HRESULT PrintTicketQueryBuilder::AddFeature(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddFeature");
-    AddNamed(subtree, PrintSchema::FEATURE_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::FEATURE_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddProperty(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddProperty");
-    AddNamed(subtree, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::PROPERTY_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddScoredProperty(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddScoredProperty");
-    AddNamed(subtree, PrintSchema::SCORED_PROP_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::SCORED_PROP_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterRef(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddParameterRef");
-    AddNamed(subtree, PrintSchema::PARAM_REF_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::PARAM_REF_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterDef(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddParameterDef");
-    AddNamed(subtree, PrintSchema::PARAM_DEF_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::PARAM_DEF_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddParameterInit(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddParameterInit");
-    AddNamed(subtree, PrintSchema::PARAM_INIT_ELEMENT_NAME, prefix, name);
+    AddNamed(subtree, PrintSchema::PARAM_INIT_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildProperty(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddChildProperty");
-    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
+    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildPropertyValue(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddChildPropertyValue");
-    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, prefix, name);
+    AddNamed(child, PrintSchema::PROPERTY_ELEMENT_NAME, View(prefix), View(name));
     AddChild(PrintSchema::VALUE_ELEMENT_NAME);
     return S_OK;
 }
 
 HRESULT PrintTicketQueryBuilder::AddChildOptionName(const wchar_t* prefix, const wchar_t* name) {
     const OperationScope operation("PrintTicketQueryBuilder::AddChildOptionName");
-    AddNamed(child, PrintSchema::OPTION_ELEMENT_NAME, prefix, name);
+    AddNamed(child, PrintSchema::OPTION_ELEMENT_NAME, View(prefix), View(name));
     return S_OK;
 }
 
@@ -116,20 +118,22 @@ HRESULT PrintTicketQueryBuilder::AddOption() {
     return S_OK;
 }
 
-void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix,
-                                       const wchar_t* name) {
+void PrintTicketQueryBuilder::AddNamed(const wchar_t* axis, const wchar_t* element, std::wstring_view prefix,
+                                       std::wstring_view name) {
     RequireFrameworkPrefix();
-    m_query = Join({View(m_query), axis, View(m_frameworkPrefix), element, L"[@name = \"", View(prefix),
-                    View(name), L"\"]"});
+    m_query =
+        Join({View(m_query), axis, View(m_frameworkPrefix), element, L"[@name = \"", prefix, name, L"\"]"});
+}
+
+void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::wstring_view prefix,
+                                       std::wstring_view name) {
+    AddNamed(subtree, element, prefix, name);
 }
 
 void PrintTicketQueryBuilder::AddNamed(const wchar_t* element, std::span<const CComBSTR> names) {
+    // As nearly all are asked for.
+    if (names.size() == 1) return AddNamed(subtree, element, View(names[0]), {});
     RequireFrameworkPrefix();
-    if (names.size() == 1) { // as nearly all are asked for
-        m_query = Join({View(m_query), subtree, View(m_frameworkPrefix), element, L"[@name = \"",
-                        View(names[0]), L"\"]"});
-        return;
-    }
     CComBSTR condition;
     for (const CComBSTR& name : names)
         condition = Join(

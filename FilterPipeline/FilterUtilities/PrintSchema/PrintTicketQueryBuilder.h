@@ -6,6 +6,7 @@
 #include <atlcomcli.h>
 
 #include <span>
+#include <string_view>
 
 /// Composes the XPath text that finds a node of a Print Schema document. Steps are joined as they come: a
 /// step that searches the subtree ("//") behind another one searches the whole subtree of that one. Nothing
@@ -44,11 +45,16 @@ public:
     HRESULT AddOption();
 
 protected:
-    /// An element of the subtree that has one of these names.
+    /// Null if nothing was added.
+    [[nodiscard]] const CComBSTR& Text() const noexcept { return m_query; }
+    /// An element of the subtree.
+    void AddNamed(const wchar_t* element, std::wstring_view prefix, std::wstring_view name);
+    /// One that has one of these names.
     void AddNamed(const wchar_t* element, std::span<const CComBSTR> names);
 
 private:
-    void AddNamed(const wchar_t* axis, const wchar_t* element, const wchar_t* prefix, const wchar_t* name);
+    void AddNamed(const wchar_t* axis, const wchar_t* element, std::wstring_view prefix,
+                  std::wstring_view name);
     void AddChild(const wchar_t* element);
     void RequireFrameworkPrefix() const;
 

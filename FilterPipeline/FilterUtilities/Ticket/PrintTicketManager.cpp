@@ -25,13 +25,11 @@ using TicketDom::Clone;
 using TicketDom::Document;
 using TicketDom::Load;
 
-// Makes the document of a level twice, for reading and as the base of the next level. Both or neither: what
-// fails half way leaves no ticket that looks like a merged one.
-template <typename Make>
-void SetBoth(Document& ticket, Document& baseTicket, const Make& make) {
-    const Document forReading = make();
-    baseTicket = make();
-    ticket = forReading;
+// Sets the document of a level for reading, and a clone of it as the base of the next level. Both or neither:
+// what fails half way leaves no ticket that looks like a merged one.
+void SetBoth(Document& ticket, Document& baseTicket, const Document& made) {
+    baseTicket = Clone(made);
+    ticket = made;
 }
 
 // Whether the job's own ticket leaves the passcode feature out.
@@ -195,28 +193,26 @@ void PrintTicketManager::MergeJobLevel_throws(IFixedDocumentSequence& part) {
         ReportCaughtException();
     }
     if (ticketResult == E_ELEMENT_NOT_FOUND) {
-        SetBoth(m_jobTicket, m_jobBaseTicket, [&] { return Clone(m_defaultTicket); });
+        SetBoth(m_jobTicket, m_jobBaseTicket, Clone(m_defaultTicket));
         return;
     }
     const CComPtr<IStream> merged =
         MergeAndValidatePrintTicket_Cached_throws(AsStream(m_defaultTicket), partTicket, kPTJobScope);
-    SetBoth(m_jobTicket, m_jobBaseTicket, [&] {
-        Document ticket = Load(merged);
-        // The passcode of the printer's default must not lock a job that did not ask for one.
-        if (stripPasscode) StripPasscode(ticket);
-        return ticket;
-    });
+    const Document ticket = Load(merged);
+    // The passcode of the printer's default must not lock a job that did not ask for one.
+    if (stripPasscode) StripPasscode(ticket);
+    SetBoth(m_jobTicket, m_jobBaseTicket, ticket);
 }
 
 void PrintTicketManager::MergeDocumentLevel_throws(IFixedDocument& part) {
     CComPtr<IPartPrintTicket> partTicket;
     if (FetchTicket(part, partTicket) == E_ELEMENT_NOT_FOUND) {
-        SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Clone(m_jobBaseTicket); });
+        SetBoth(m_documentTicket, m_documentBaseTicket, Clone(m_jobBaseTicket));
         return;
     }
     const CComPtr<IStream> merged =
         MergeAndValidatePrintTicket_Cached_throws(AsStream(m_jobBaseTicket), partTicket, kPTDocumentScope);
-    SetBoth(m_documentTicket, m_documentBaseTicket, [&] { return Load(merged); });
+    SetBoth(m_documentTicket, m_documentBaseTicket, Load(merged));
 }
 
 void PrintTicketManager::MergePageLevel_throws(IFixedPage& part) {

@@ -57,7 +57,7 @@ constexpr NamespaceUri namespaceUris[] = {
 };
 
 struct ConstraintName {
-    const wchar_t* name;
+    std::wstring_view name; // a constant, with its end
     This::PrintSchemaConstrainedSettingNativeEnum constrained;
 };
 constexpr ConstraintName constraintNames[] = {
@@ -109,16 +109,18 @@ CComPtr<IXMLDOMNode> NextSibling(IXMLDOMNode* node) {
     return sibling;
 }
 
-/// Also of nodes that have no name.
-CXString BaseName(IXMLDOMNode* node) {
+/// Empty for nodes that have no name.
+CComBSTR BaseName(IXMLDOMNode* node) {
     CComBSTR name;
     ThrowIfFailed(node->get_baseName(&name));
-    return ToCXString(name);
+    return name;
 }
+
+bool HasBaseName(IXMLDOMNode* node, const wchar_t* name) { return View(BaseName(node)) == name; }
 
 CComPtr<IXMLDOMNode> FindChild(IXMLDOMNode* parent, const wchar_t* baseName) {
     for (auto child = FirstChild(parent); child; child = NextSibling(child))
-        if (BaseName(child) == baseName) return child;
+        if (HasBaseName(child, baseName)) return child;
     return nullptr;
 }
 
@@ -189,14 +191,20 @@ This::Prefixes This::ReadPrefixes(const PrintSchemaXmlDocument& document) {
         {KeywordsV11Namespace, document.GetKeywordsV11NsPrefix()},
     };
     Prefixes prefixes;
+    const auto add = [&prefixes](const CXString& prefix, PrintTicketNamespace ns) {
+        if (prefixes.Find(prefix.View()) == nullptr)
+            prefixes.ofNames.push_back({prefix, ns, GetNamespaceURIFromPrefixWithColon(prefix)});
+    };
     for (const auto& [ns, prefix] : known) {
         // An empty prefix would fit every name.
         if (prefix.Length() == 0) continue;
-        prefixes.prefixes.emplace(ns, prefix);
-        prefixes.namespaces.emplace(ToCXString(prefix), ns);
+        prefixes.prefixes.emplace(ns, Copy(prefix));
+        add(ToCXString(prefix), ns);
     }
     // What is written may get this prefix where the other one is somebody else's.
-    prefixes.namespaces.emplace(PrintSchema::USER_KEYWORDS_NS_PREFIX, UserKeywordsNamespace);
+    add(PrintSchema::USER_KEYWORDS_NS_PREFIX, UserKeywordsNamespace);
+    std::sort(prefixes.ofNames.begin(), prefixes.ofNames.end(),
+              [](const NamePrefix& left, const NamePrefix& right) { return left.prefix < right.prefix; });
     return prefixes;
 }
 
@@ -207,22 +215,33 @@ const PrintSchemaXmlDocument& This::Document(bool ofCapabilities) const {
 
 // ---- Names and prefixes
 
-CXString This::GetNamespaceURIFromPrefixWithColon(const CXString& prefix) {
+const wchar_t* This::GetNamespaceURIFromPrefixWithColon(const CXString& prefix) {
     const auto* const found = std::find_if(std::begin(prefixUris), std::end(prefixUris),
                                            [&](const PrefixUri& row) { return row.prefix == prefix.View(); });
-    return found == std::end(prefixUris) ? CXString() : CXString(found->uri);
+    return found == std::end(prefixUris) ? L"" : found->uri;
 }
 
-CXString This::GetValueWithoutNamespace(const CXString& value, bool ofCapabilities, PrintTicketNamespace& ns,
-                                        CXString& uri) const {
-    for (const auto& [prefix, prefixNamespace] : PrefixesOf(ofCapabilities).namespaces) {
-        if (!value.View().starts_with(prefix.View())) continue;
-        ns = prefixNamespace;
-        uri = GetNamespaceURIFromPrefixWithColon(prefix);
-        return value.Mid(prefix.GetLength());
+const This::NamePrefix* This::FindPrefixOf(std::wstring_view name, bool ofCapabilities) const {
+    const std::vector<NamePrefix>& prefixes = PrefixesOf(ofCapabilities).ofNames;
+    const auto found = std::ranges::find_if(
+        prefixes, [=](const NamePrefix& row) { return name.starts_with(row.prefix.View()); });
+    return found == prefixes.end() ? nullptr : &*found;
+}
+
+std::wstring_view This::LocalOf(std::wstring_view name, bool ofCapabilities) const {
+    const NamePrefix* const prefix = FindPrefixOf(name, ofCapabilities);
+    return prefix == nullptr ? name : name.substr(prefix->prefix.View().size());
+}
+
+CXString This::GetValueWithoutNamespace(std::wstring_view value, bool ofCapabilities,
+                                        PrintTicketNamespace& ns, CXString& uri) const {
+    const NamePrefix* const prefix = FindPrefixOf(value, ofCapabilities);
+    ns = prefix == nullptr ? NoNamespace : prefix->ns;
+    if (prefix != nullptr) {
+        uri = prefix->uri;
+        value.remove_prefix(prefix->prefix.View().size());
     }
-    ns = NoNamespace;
-    return value;
+    return CXString(value.data(), static_cast<int>(value.size()));
 }
 
 const CComBSTR& This::GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const {
@@ -233,20 +252,23 @@ const CComBSTR& This::GetNamespaceComString(PrintTicketNamespace ns, bool forCap
 }
 
 This::PrintTicketNamespace This::GetNamespaceEnum(const CXString& uriOrPrefix) const {
-    const auto found = m_ticketPrefixes.namespaces.find(uriOrPrefix);
-    if (found != m_ticketPrefixes.namespaces.end()) return found->second;
+    if (const NamePrefix* const prefix = m_ticketPrefixes.Find(uriOrPrefix.View())) return prefix->ns;
     const auto* const row = std::find_if(std::begin(namespaceUris), std::end(namespaceUris),
                                          [&](const NamespaceUri& each) { return uriOrPrefix == each.uri; });
     return row == std::end(namespaceUris) ? NoNamespace : row->ns;
 }
 
+CComBSTR This::NameOf(IXMLDOMNode* node) const {
+    CComBSTR name;
+    m_ticket->GetAttributeValue(node, PrintSchema::NAME_ATTRIBUTE_NAME, &name); // a node of either document
+    return name;
+}
+
 CXString This::TryToGetNameAttributeFromNode(IXMLDOMNode* node, bool ofCapabilities, PrintTicketNamespace& ns,
                                              CXString& uri) const {
-    CComBSTR name;
     ns = NoNamespace;
-    if (Document(ofCapabilities).GetAttributeValue(node, PrintSchema::NAME_ATTRIBUTE_NAME, &name) != S_OK)
-        return {};
-    return GetValueWithoutNamespace(ToCXString(name), ofCapabilities, ns, uri);
+    const CComBSTR name = NameOf(node);
+    return name.m_str == nullptr ? CXString() : GetValueWithoutNamespace(View(name), ofCapabilities, ns, uri);
 }
 
 This::PrintSchemaConstrainedSettingNativeEnum
@@ -254,12 +276,14 @@ This::TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const {
     CComBSTR text;
     if (m_capabilities->GetAttributeValue(node, PrintSchema::CONSTRAINED_ATTRIBUTE_NAME, &text) != S_OK)
         return ConstrainedNone;
-    PrintTicketNamespace ns = NoNamespace;
-    CXString uri;
-    const CXString name = GetValueWithoutNamespace(ToCXString(text), true, ns, uri);
-    const auto* const found =
-        std::find_if(std::begin(constraintNames), std::end(constraintNames),
-                     [&](const ConstraintName& row) { return name.CompareNoCase(row.name) == 0; });
+    const std::wstring_view local = LocalOf(View(text), true);
+    const auto* found = std::ranges::find(constraintNames, local, &ConstraintName::name);
+    if (found == std::end(constraintNames)) {
+        const CXString name(local.data(), static_cast<int>(local.size()));
+        found = std::ranges::find_if(constraintNames, [&](const ConstraintName& row) {
+            return name.CompareNoCase(row.name.data()) == 0;
+        });
+    }
     return found == std::end(constraintNames) ? ConstrainedNone : found->constrained;
 }
 
@@ -335,7 +359,7 @@ bool This::IsInCapabilities(const PrintTicketFeatureInformation& row) const {
 
 bool This::IsPasscodeSelectable() const {
     const std::vector<CapabilitiesOption> options =
-        ReadCapabilitiesOptions(PrintSchema::JobPasscode::FEATURE, false);
+        ReadCapabilitiesOptions(PrintSchema::JobPasscode::FEATURE, OptionExtent::Name);
     return std::none_of(options.begin(), options.end(), [](const CapabilitiesOption& option) {
         return option.name == PrintSchema::JobPasscode::On && option.constrained == ConstrainedDeviceSettings;
     });
@@ -410,38 +434,37 @@ void This::GetAllowableLengths(const CXString& parameter, int& min, int& max) co
 }
 
 std::vector<This::CapabilitiesOption> This::ReadCapabilitiesOptions(const CXString& feature,
-                                                                    bool withSizes) const {
+                                                                    OptionExtent extent) const {
     std::vector<CapabilitiesOption> options;
     const CComPtr<IXMLDOMNode> node = FindFeature(feature, true);
     if (!node) return options;
     for (auto child = FirstChild(node); child; child = NextSibling(child))
-        if (BaseName(child) == PrintSchema::OPTION_ELEMENT_NAME)
-            options.push_back(ReadCapabilitiesOption(child, withSizes));
+        if (HasBaseName(child, PrintSchema::OPTION_ELEMENT_NAME))
+            options.push_back(ReadCapabilitiesOption(child, extent));
     return options;
 }
 
-This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, bool withSizes) const {
+This::CapabilitiesOption This::ReadCapabilitiesOption(IXMLDOMNode* node, OptionExtent extent) const {
     CapabilitiesOption option;
     option.name = TryToGetNameAttributeFromNode(node, true, option.ns, option.namespaceUri);
     option.constrained = TryToGetConstrainedAttributeFromNode(node);
     const auto isComplete = [&] {
-        return !option.name.IsEmpty() && !option.displayName.IsEmpty() &&
-               !(withSizes && (option.width.IsEmpty() || option.height.IsEmpty()));
+        return !option.name.IsEmpty() && !(extent != OptionExtent::Name && option.displayName.IsEmpty()) &&
+               !(extent == OptionExtent::Size && (option.width.IsEmpty() || option.height.IsEmpty()));
     };
     for (auto child = FirstChild(node); child && !isComplete(); child = NextSibling(child)) {
-        const CXString element = BaseName(child);
-        const bool isScored = element == PrintSchema::SCORED_PROP_ELEMENT_NAME;
-        if (!isScored && !(element == PrintSchema::PROPERTY_ELEMENT_NAME)) continue;
-        PrintTicketNamespace ns = NoNamespace;
-        CXString uri;
-        const CXString property = TryToGetNameAttributeFromNode(child, true, ns, uri);
+        const CComBSTR element = BaseName(child);
+        const bool isScored = View(element) == PrintSchema::SCORED_PROP_ELEMENT_NAME;
+        if (!isScored && View(element) != PrintSchema::PROPERTY_ELEMENT_NAME) continue;
+        const CComBSTR name = NameOf(child);
+        const std::wstring_view property = LocalOf(View(name), true);
         if (!isScored) {
             if (property == PrintSchema::DISPLAYNAME_VALUE_NAME) option.displayName = GetNodeValue(child);
             continue;
         }
         const CXString value = GetNodeValue(child);
         if (option.name.IsEmpty())
-            option.name = GetValueWithoutNamespace(value, true, option.ns, option.namespaceUri);
+            option.name = GetValueWithoutNamespace(value.View(), true, option.ns, option.namespaceUri);
         if (property == PrintSchema::PageMediaSize::MEDIASIZEWIDTH_PROP) option.width = value;
         if (property == PrintSchema::PageMediaSize::MEDIASIZEHEIGHT_PROP) option.height = value;
     }
@@ -457,15 +480,16 @@ void This::GetCapabilitiesOptionFeature(const CXString& feature, std::vector<Opt
     }
     WithoutFailures([&] {
         std::vector<OptionCapability> offered;
-        for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, false))
-            offered.emplace_back(each.name, each.displayName, each.ns, each.namespaceUri, each.constrained);
+        for (CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::DisplayName))
+            offered.emplace_back(std::move(each.name), std::move(each.displayName), each.ns,
+                                 std::move(each.namespaceUri), each.constrained);
         out = m_offered.emplace(feature, std::move(offered)).first->second;
     });
 }
 
 std::vector<This::MediaSizeCapability> This::ReadMediaSizes(const CXString& feature) const {
     std::vector<MediaSizeCapability> sizes;
-    for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, true)) {
+    for (const CapabilitiesOption& each : ReadCapabilitiesOptions(feature, OptionExtent::Size)) {
         // A text that is no number is a size that is missing.
         sizes.emplace_back(
             each.name, each.displayName, each.ns, each.namespaceUri, each.constrained,
@@ -508,10 +532,10 @@ CXString This::ReadValueOfNamelessOption(const CXString& feature) const {
     const CComPtr<IXMLDOMNode> option = FindChild(node, PrintSchema::OPTION_ELEMENT_NAME);
     if (!option) return {};
     for (auto child = FirstChild(option); child; child = NextSibling(child)) {
-        if (!(BaseName(child) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+        if (!HasBaseName(child, PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
         PrintTicketNamespace ns = NoNamespace;
         CXString uri;
-        CXString value = GetValueWithoutNamespace(GetNodeValue(child), false, ns, uri);
+        CXString value = GetValueWithoutNamespace(GetNodeValue(child).View(), false, ns, uri);
         if (!value.IsEmpty()) return value;
     }
     return {};
@@ -725,7 +749,7 @@ bool This::IsOptionOfMeantNamespace(const PrintTicketFeatureInformation& row, co
     const bool isUndeclared = !node && View(own) == View(Join({prefix, L":"}));
     const std::wstring_view uri = isUndeclared ? PrintSchema::USER_KEYWORDS_URI : View(bound);
 
-    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, OptionExtent::Name);
     bool isOffered = false;
     for (const CapabilitiesOption& each : options) {
         if (!(each.name == option)) continue;
@@ -747,11 +771,11 @@ std::vector<This::CustomNumber> This::CustomNumbers(const PrintTicketFeatureInfo
     CXString uri;
     const CComPtr<IXMLDOMNode> feature = FindFeature(row.name, true);
     for (auto each = feature ? FirstChild(feature) : nullptr; each; each = NextSibling(each)) {
-        if (!(BaseName(each) == PrintSchema::OPTION_ELEMENT_NAME) ||
+        if (!HasBaseName(each, PrintSchema::OPTION_ELEMENT_NAME) ||
             !(TryToGetNameAttributeFromNode(each, true, ns, uri) == option))
             continue;
         for (auto child = FirstChild(each); child; child = NextSibling(child)) {
-            if (!(BaseName(child) == PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
+            if (!HasBaseName(child, PrintSchema::SCORED_PROP_ELEMENT_NAME)) continue;
             const CXString property = TryToGetNameAttributeFromNode(child, true, ns, uri);
             const CComPtr<IXMLDOMNode> reference = FindChild(child, PrintSchema::PARAM_REF_ELEMENT_NAME);
             if (!reference) {
@@ -807,7 +831,7 @@ void This::SetPagesPerSheet(const CXString& feature, const CXString& value) {
 }
 
 void This::SetOfferedOption(const PrintTicketFeatureInformation& row, const CXString& value) {
-    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, false);
+    const std::vector<CapabilitiesOption> options = ReadCapabilitiesOptions(row.name, OptionExtent::Name);
     const auto found = std::find_if(options.begin(), options.end(),
                                     [&](const CapabilitiesOption& option) { return option.name == value; });
     ReplaceFeature(row, value, found == options.end() ? row.ns : found->ns);

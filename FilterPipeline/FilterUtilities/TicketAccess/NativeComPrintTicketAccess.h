@@ -9,10 +9,12 @@
 
 #include <DataAccess/IPrintTicketAccess.h>
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -73,11 +75,26 @@ public:
     void GetPrintCapabilitiesAsXmlString(CPString& out, bool flag) const override;
 
 private:
-    /// The prefixes of a document, with their colon; none of them empty.
-    struct Prefixes {
-        std::map<CXString, PrintTicketNamespace> namespaces;
-        std::map<PrintTicketNamespace, CComBSTR> prefixes;
+    /// What names with a prefix, which has its colon and is not empty, stand for.
+    struct NamePrefix {
+        CXString prefix;
+        PrintTicketNamespace ns;
+        const wchar_t* uri; // empty for one that is not known
     };
+    /// The prefixes of a document.
+    struct Prefixes {
+        std::vector<NamePrefix> ofNames; // by prefix, each once
+        std::map<PrintTicketNamespace, CComBSTR> prefixes;
+
+        [[nodiscard]] const NamePrefix* Find(std::wstring_view prefix) const {
+            const auto found = std::find_if(ofNames.begin(), ofNames.end(), [=](const NamePrefix& row) {
+                return row.prefix.View() == prefix;
+            });
+            return found == ofNames.end() ? nullptr : &*found;
+        }
+    };
+    /// How much of an option is read: each with what stands before it.
+    enum class OptionExtent { Name, DisplayName, Size };
     /// An option of the capabilities as it is read, with its sizes as texts.
     struct CapabilitiesOption {
         CXString name;
@@ -114,20 +131,25 @@ private:
     void GetAllowableLengths(const CXString& parameter, int& min, int& max) const;
 
     [[nodiscard]] static CXString GetNodeValue(IXMLDOMNode* node);
+    /// The attribute; null where there is none.
+    [[nodiscard]] CComBSTR NameOf(IXMLDOMNode* node) const;
     [[nodiscard]] CXString TryToGetNameAttributeFromNode(IXMLDOMNode* node, bool ofCapabilities,
                                                          PrintTicketNamespace& ns, CXString& uri) const;
     [[nodiscard]] PrintSchemaConstrainedSettingNativeEnum
     TryToGetConstrainedAttributeFromNode(IXMLDOMNode* node) const;
     [[nodiscard]] std::vector<CapabilitiesOption> ReadCapabilitiesOptions(const CXString& feature,
-                                                                          bool withSizes) const;
-    [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, bool withSizes) const;
+                                                                          OptionExtent extent) const;
+    [[nodiscard]] CapabilitiesOption ReadCapabilitiesOption(IXMLDOMNode* option, OptionExtent extent) const;
     [[nodiscard]] CXString ReadValueOfNamelessOption(const CXString& feature) const;
     [[nodiscard]] std::vector<MediaSizeCapability> ReadMediaSizes(const CXString& feature) const;
     [[nodiscard]] CComPtr<IXMLDOMNode> FindParameterValue(const CXString& feature) const;
     [[nodiscard]] CXString ReadParameterText(const CXString& feature) const;
 
-    [[nodiscard]] static CXString GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
-    [[nodiscard]] CXString GetValueWithoutNamespace(const CXString& value, bool ofCapabilities,
+    /// Null for a name without a prefix of the document.
+    [[nodiscard]] const NamePrefix* FindPrefixOf(std::wstring_view name, bool ofCapabilities) const;
+    [[nodiscard]] std::wstring_view LocalOf(std::wstring_view name, bool ofCapabilities) const;
+    [[nodiscard]] static const wchar_t* GetNamespaceURIFromPrefixWithColon(const CXString& prefix);
+    [[nodiscard]] CXString GetValueWithoutNamespace(std::wstring_view value, bool ofCapabilities,
                                                     PrintTicketNamespace& ns, CXString& uri) const;
     /// Empty if the document does not declare the namespace.
     [[nodiscard]] const CComBSTR& GetNamespaceComString(PrintTicketNamespace ns, bool forCapabilities) const;

@@ -1,6 +1,7 @@
 #include "Support/PipelineJob.h"
 #include "Support/Rows.h"
 
+#include <Package/PackageWriter.h>
 #include <PrintTicket/PrintTicketMerge.h>
 
 #include <gmock/gmock.h>
@@ -82,6 +83,64 @@ TEST_F(PipelineTest, PassesAWholeJobThroughAsItIs) {
                     HasSubstr("<PageContent Source=\"Pages/30.fpage\" Width=\"816\" Height=\"1056\"/>"));
         std::filesystem::remove(Output());
     }
+}
+
+std::string PackedBytes(const std::filesystem::path& file, const std::string& part) {
+    std::string bytes(100'000, '\0');
+    bytes.resize(OvPlatform::PackageReader::Open(file)->OpenPacked(part)->Read(bytes.data(), bytes.size()));
+    return bytes;
+}
+
+TEST_F(PipelineTest, TakesOverWhatNobodyChangesAsItIsPacked) {
+    SampleJob sample;
+    sample.pageSize = 1000;
+    const std::string page = "/Documents/1/Pages/1.fpage";
+    // Packed as the pipeline itself would not do it.
+    ZipItems items = sample.Items();
+    {
+        const auto writer = OvPlatform::PackageWriter::Create(m_folder / "job.xps");
+        const auto from = OvPlatform::PackageReader::Open(WriteJob(sample));
+        for (const auto& part : from->Parts()) {
+            const auto sink =
+                writer->AddPart(part.name, part.contentType, OvPlatform::PackageCompression::Fast);
+            const std::string bytes = from->ReadPart(part.name, 1 << 20);
+            sink->Write(bytes.data(), bytes.size());
+            sink->Close();
+        }
+        for (const std::string& link : Links(from)) {
+            const std::size_t type = link.find(" -> ") + 4, target = link.find(' ', type) + 1;
+            writer->AddRelationship(link.substr(0, type - 4), link.substr(type, target - type - 1),
+                                    link.substr(target));
+        }
+        writer->Finish();
+        writer->Commit();
+    }
+    const std::filesystem::path job = m_folder / "job.xps";
+    const std::string packed = PackedBytes(job, page);
+    const auto compression = [](EXpsCompressionOptions option) {
+        return PassOn([option](const FilterEnv&, IXpsDocumentConsumer*, IFixedPage* part) {
+            return part->SetPartCompression(option);
+        });
+    };
+    for (const bool isChanged : {false, true}) {
+        const JobOutcome outcome = RunJob(MakeJob(
+            job, Output(), {Filter("f", compression(isChanged ? Compression_Small : Compression_Normal))}));
+        ASSERT_TRUE(outcome.isWritten) << FailureLine(outcome);
+        EXPECT_EQ(PackedBytes(Output(), page) == packed, !isChanged);
+        EXPECT_EQ(PackedBytes(Output(), SampleJob::fontName), PackedBytes(job, SampleJob::fontName));
+        EXPECT_EQ(OvPlatform::PackageReader::Open(Output())->ReadPart(page, 1 << 20),
+                  items.at(page.substr(1)));
+        std::filesystem::remove(Output());
+    }
+
+    std::string bytes = TemporaryFolder::Read(job);
+    bytes[bytes.find(packed) + packed.size() / 2] ^= 1;
+    m_folder.Write("job.xps", bytes);
+    const JobOutcome outcome = RunJob(MakeJob(job, Output(), {Filter("f", PassOn())}));
+    ASSERT_TRUE(outcome.failure);
+    EXPECT_TRUE(outcome.failure->fromInput);
+    EXPECT_EQ(outcome.failure->part, page);
+    ExpectNoOutput();
 }
 
 TEST_F(PipelineTest, WritesWhatFiltersReplaceAddAndDelete) {

@@ -135,6 +135,51 @@ TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
     EXPECT_EQ(0, Program({"parts", "out.xps"}, m_folder.Path()).Finish());
 }
 
+TEST_F(ProgramTest, AJobGoesIntoTheOutputStreamAlone) {
+    static std::string target; // of what becomes of the program's output stream
+    const auto intoTarget = [] {
+        dup2(open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
+    };
+    const std::vector<std::string> command{"run", "--filter", passThrough, "-o", "-", "job.xps"};
+    target = (m_folder / "streamed.xps").string();
+    Program streams(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
+    EXPECT_EQ(0, streams.Finish()) << streams.Said();
+    EXPECT_THAT(streams.Said(), HasSubstr("job.xps -> the output stream\n"));
+    EXPECT_EQ(
+        0, Program({"run", "--filter", passThrough, "-o", "out.xps", "job.xps"}, m_folder.Path()).Finish());
+    EXPECT_EQ(TemporaryFolder::Read(target), TemporaryFolder::Read(m_folder / "out.xps"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps", "streamed.xps"));
+
+    target = "/dev/full";
+    Program full(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
+    EXPECT_EQ(1, full.Finish());
+    EXPECT_THAT(full.Said(), HasSubstr("the output stream: cannot be written"));
+}
+
+TEST_F(ProgramTest, AnOutputStreamThatNobodyReadsEndsNoJobButACancelledOne) {
+    SampleJob large;
+    large.pages = 400; // more than a pipe holds
+    large.pageSize = 1000;
+    large.Write(m_folder / "job.xps");
+    static int ends[2];
+    for (const bool isGone : {false, true}) {
+        ASSERT_EQ(0, pipe2(ends, O_CLOEXEC));
+        if (isGone) close(ends[0]);
+        Program program({"run", "--filter", passThrough, "-o", "-", "job.xps"}, m_folder.Path(),
+                        Program::Errors::Pipe, [] { dup2(ends[1], STDOUT_FILENO); });
+        if (!isGone) {
+            EXPECT_FALSE(program.WaitFor("ov-pipeline", std::chrono::milliseconds(700))) << program.Said();
+            program.Signal(SIGINT);
+        }
+        EXPECT_EQ(isGone ? 1 : 130, program.Finish());
+        EXPECT_THAT(program.Said(),
+                    HasSubstr(isGone ? "the output stream: cannot be written"
+                                     : "cancelled; what was written is not the whole output"));
+        if (!isGone) close(ends[0]);
+        close(ends[1]);
+    }
+}
+
 TEST_F(ProgramTest, SignalsShutTheFiltersDownAndLeaveNoOutput) {
     for (const int signal : {SIGINT, SIGTERM}) {
         Program program({"run", "--trace", "--filter", passThrough, misbehaves, "-o", "out.xps", "job.xps"},

@@ -42,7 +42,8 @@ protected:
 
 std::string Packed(IPartFont* font, const std::string& name) {
     std::string bytes;
-    Drain(*PackFont(font, name).bytes,
+    const PackagedFont packed = PackFont(font, name);
+    Drain(packed.bytes ? *packed.bytes : *CComQIPtr<IHostPart>(font)->Core().content->Open(),
           [&](const void* chunk, std::size_t size) { bytes.append(static_cast<const char*>(chunk), size); });
     return bytes;
 }

@@ -13,6 +13,10 @@ std::string Children(std::size_t n) {
     return "<r xmlns:p='urn:p'>" + Times(n, [](std::size_t) { return "<p:c a='1'>x</p:c>\n"; }) + "</r>";
 }
 
+std::string Named(std::size_t n) {
+    return "<r>" + Times(n, [](std::size_t i) { return "<c name='" + std::to_string(i) + "'/>"; }) + "</r>";
+}
+
 void Load(const std::string& xml) {
     VARIANT_BOOL loaded = VARIANT_FALSE;
     NewDocument()->loadXML(Wide(xml), &loaded);
@@ -101,6 +105,23 @@ const GrowthCase cases[] = {
     {"LoadsReferences", Reading(Load, References)},
     {"ParsesChildren", Reading(Parse, Children)},
     {"ParsesDeclarationsInForce", Reading(Parse, DeclarationsInForce)},
+    {"ClonesAndReads",
+     On(Children,
+        [](Tree& tree, std::size_t) {
+            const auto clone = NewDocument();
+            EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(tree.document.p))));
+            RootOf(clone);
+        }),
+     32768}, // what is larger may be written and read
+    {"ClonesWhatWasEdited",
+     On(DeclarationsInForce,
+        [](Tree& tree, std::size_t) {
+            EXPECT_EQ(S_OK, tree.root->appendChild(NewElement(tree.document, "f:e", "urn:f"), nullptr));
+            const auto clone = NewDocument();
+            EXPECT_EQ(S_OK, Load(clone, CComVariant(static_cast<IUnknown*>(tree.document.p))));
+            RootOf(clone);
+        }),
+     1000},
     {"GivesItsText", On(Children, [](Tree& tree, std::size_t) { XmlOf(tree.document); })},
     {"GivesTheTextOfAllInIt", On(Children, [](Tree& tree, std::size_t) { TextOf(tree.root); })},
     {"TakesItsTextInPieces",
@@ -142,6 +163,20 @@ const GrowthCase cases[] = {
             for (std::size_t i = 0; i < n; ++i)
                 EXPECT_TRUE(First(last, "text()"));
         })},
+    {"AsksBetweenChanges", On(Named,
+                              [](Tree& tree, std::size_t n) {
+                                  for (std::size_t i = 0; i < n; ++i) {
+                                      const std::string own = "//c[@name=\"" + std::to_string(i) + "\"]";
+                                      const CComQIPtr<IXMLDOMElement> element(First(tree.root, own).p);
+                                      element->setAttribute(CComBSTR(L"name"), Value("new"));
+                                      element->setAttribute(CComBSTR(L"other"), Value("new"));
+                                      EXPECT_FALSE(First(tree.root, own));
+                                      EXPECT_EQ(S_OK, tree.root->removeChild(element, nullptr));
+                                      element->setAttribute(CComBSTR(L"name"), Value(std::to_string(n + i)));
+                                      EXPECT_EQ(S_OK, tree.root->appendChild(element, nullptr));
+                                      EXPECT_EQ(S_OK, element->put_text(CComBSTR(L"t")));
+                                  }
+                              })},
     {"MakesNodesOfManyNamespaces", On(Nothing,
                                       [](Tree& tree, std::size_t n) {
                                           for (std::size_t i = 0; i < n; ++i) {

@@ -111,7 +111,7 @@ NewVisual Text(const char* name, const wchar_t* text, const std::string& attribu
 }
 
 const NewVisual newVisuals[] = {
-    Text("Escaped", L"<a b=\"c\" d='e'> & \t\r\n", "&lt;a b=&quot;c&quot; d='e'> &amp; &#9;&#13;&#10;"),
+    Text("Escaped", L"<a b=\"c\" d='e'> & \t\r\n", "&lt;a b=&quot;c&quot; d='e'&gt; &amp; &#9;&#13;&#10;"),
     Text("Braced", L"{StaticResource x}", "{}{StaticResource x}"),
     Text("Supplementary", L"\xD83D\xDE00\x05D0\x0301", "\xF0\x9F\x98\x80\xD7\x90\xCC\x81"),
     {"Rectangle", [](PageModel& model) { return CComPtr<IXpsOMVisual>(Rectangle(model).p); },

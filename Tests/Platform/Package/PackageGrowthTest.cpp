@@ -98,7 +98,8 @@ const GrowthCase cases[] = {
              for (const char* last : {"x", "y", "z"})
                  written->Add(DeepName(n, last));
          };
-     }},
+     },
+     8'000}, // of a package that can hold them
     {"AbandonsManyParts",
      [](std::size_t n) {
          auto written = std::make_shared<Written>();

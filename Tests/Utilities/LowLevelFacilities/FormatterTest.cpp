@@ -72,15 +72,17 @@ TEST(Formatter, FormatsAsTheRuntimeDoes) {
         std::snprintf(expected, sizeof expected, specification, value);
         EXPECT_EQ(expected, format(specification, value)) << specification;
     };
-    for (const char* specification :
-         {"%d", "%u", "%x", "%X", "%o", "%-5d|", "%05d", "%+d", "% d", "%#x", "%8.3d", "%hhd", "%hu", "%hhx"})
+    for (const char* specification : {"%d", "%u", "%x", "%X", "%o", "%-5d|", "%05d", "%+d", "% d", "%#x",
+                                      "%8.3d", "%hhd", "%hu", "%hhx", "%12d", "%08X", "%-05d|", "%-9o|"})
         for (const int value : {0, -1, 42, 65535, INT_MAX, INT_MIN})
             check(specification, value);
     for (const char* specification : {"%lld", "%llu", "%20lld", "%llo"})
         for (const long long value : {0LL, -1LL, LLONG_MAX, LLONG_MIN})
             check(specification, value);
-    for (const char* specification : {"%f", "%e", "%G", "%10.3f", "%-10g|", "%+.0f", "%a"})
-        for (const double value : {0.0, -2.25, 1e300, 1e-300, static_cast<double>(INFINITY)})
+    for (const char* specification :
+         {"%f", "%e", "%G", "%10.3f", "%-10g|", "%+.0f", "%a", "%.f", "%010.2f", "%-9.1f|", "%.17f", "%.30f"})
+        for (const double value : {0.0, -0.0, -2.25, 2.675, 0.5, 1e300, 1e-300, 123456789012345.6, -1e15,
+                                   static_cast<double>(INFINITY), static_cast<double>(NAN)})
             check(specification, value);
     check("%zu", sizeof(int));
     check("%p", static_cast<const void*>(&check));

@@ -4,25 +4,45 @@
 #include "LowLevelFacilities/Failures/ThrowFailure.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 namespace InternalOrvelCP {
 
 namespace {
 
-constexpr const char* flagCharacters = "-+ #0";
-constexpr const char* lengthCharacters = "hlLqjztw";
-constexpr const char* integralLetters = "diouxX";
-constexpr const char* floatingLetters = "fFeEgGaA";
-constexpr const char* otherLetters = "cCsSp";
+enum CharacterUse : unsigned char {
+    Flag = 1,
+    Digit = 2,
+    Length = 4,
+    Integral = 8,
+    Floating = 16,
+    OtherLetter = 32
+};
 
-bool isOneOf(char character, const char* set) noexcept {
-    return character != '\0' && std::strchr(set, character) != nullptr;
+constexpr unsigned char letter = Integral | Floating | OtherLetter;
+
+constexpr std::array<unsigned char, 256> uses = [] {
+    std::array<unsigned char, 256> table{};
+    const auto add = [&table](std::string_view characters, CharacterUse use) {
+        for (const char character : characters)
+            table[static_cast<unsigned char>(character)] |= use;
+    };
+    add("-+ #0", Flag);
+    add("0123456789", Digit);
+    add("hlLqjztw", Length);
+    add("diouxX", Integral);
+    add("fFeEgGaA", Floating);
+    add("cCsSp", OtherLetter);
+    return table;
+}();
+
+bool isOf(char character, unsigned char wanted) noexcept {
+    return (uses[static_cast<unsigned char>(character)] & wanted) != 0;
 }
-
-bool isDigit(char character) noexcept { return character >= '0' && character <= '9'; }
 
 [[noreturn]] void refuse(const char* what, const char* specification) {
     const OperationScope operation("InternalOrvelCP::FormatSpecification::parseAfterFirstPercentCharacter");
@@ -37,7 +57,7 @@ int skipCount(const char*& at, const char* specification) {
         return -1;
     }
     int number = 0;
-    for (; isDigit(*at); ++at) {
+    for (; isOf(*at, Digit); ++at) {
         number = number * 10 + (*at - '0');
         if (number > FormatSpecification::maxCount)
             refuse("the width or precision is too large", specification);
@@ -47,12 +67,26 @@ int skipCount(const char*& at, const char* specification) {
 
 } // namespace
 
+void FormatSpecification::takeText(const char* text, std::size_t length) noexcept {
+    std::memcpy(m_text + 1, text, length);
+    m_length = 1 + length;
+    m_text[m_length] = '\0';
+    m_kind = isOf(conversion(), Integral)   ? Kind::Integral
+             : isOf(conversion(), Floating) ? Kind::Floating
+                                            : Kind::Other;
+}
+
 const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* text) {
     *this = FormatSpecification{};
+    if (isOf(*text, letter)) { // as most are
+        takeText(text, 1);
+        return text + 1;
+    }
     const char* at = text;
-    while (isOneOf(*at, flagCharacters))
+    while (isOf(*at, Flag))
         ++at;
-    m_containsAsterisk = skipCount(at, text) < 0;
+    m_width = skipCount(at, text);
+    m_containsAsterisk = m_width < 0;
     m_precisionAt = 1 + static_cast<std::size_t>(at - text);
     if (*at == '.') {
         ++at;
@@ -64,21 +98,17 @@ const char* FormatSpecification::parseAfterFirstPercentCharacter(const char* tex
         ++at;
         if ((at[0] == '6' && at[1] == '4') || (at[0] == '3' && at[1] == '2')) at += 2;
     } else {
-        while (isOneOf(*at, lengthCharacters))
+        while (isOf(*at, Length))
             ++at;
     }
     m_shortness = static_cast<int>(std::count(lengthModifier, at, 'h'));
     m_isLong = std::find(lengthModifier, at, 'l') != at || std::find(lengthModifier, at, 'w') != at;
     if (*at == '\0') refuse("the last format specifier is incomplete", text);
-    if (!isOneOf(*at, integralLetters) && !isOneOf(*at, floatingLetters) && !isOneOf(*at, otherLetters)) {
-        refuse("unknown format specifier character", text);
-    }
+    if (!isOf(*at, letter)) refuse("unknown format specifier character", text);
     ++at;
     const auto length = static_cast<std::size_t>(at - text);
     if (length >= maxLength) refuse("the format specifier is too long", text);
-    std::memcpy(m_text + 1, text, length);
-    m_length = 1 + length;
-    m_text[m_length] = '\0';
+    takeText(text, length);
     m_lengthModifierAt = 1 + static_cast<std::size_t>(lengthModifier - text);
     return at;
 }
@@ -92,9 +122,15 @@ void FormatSpecification::convertWideCharFormatSpecifierCharacterToMultibyteSpec
     m_text[m_length] = '\0';
 }
 
-bool FormatSpecification::isIntegral() const noexcept { return isOneOf(conversion(), integralLetters); }
-
-bool FormatSpecification::isFloating() const noexcept { return isOneOf(conversion(), floatingLetters); }
+std::optional<FormatSpecification::Padding> FormatSpecification::onlyPadding() const noexcept {
+    Padding padding;
+    for (const char* at = m_text + 1; isOf(*at, Flag); ++at) {
+        if (*at != '-' && *at != '0') return {};
+        (*at == '-' ? padding.isLeft : padding.hasZeros) = true;
+    }
+    padding.width = m_width;
+    return padding;
+}
 
 FormatSpecification::CrtSpecification
 FormatSpecification::forCrt(const char* lengthAndLetter) const noexcept {

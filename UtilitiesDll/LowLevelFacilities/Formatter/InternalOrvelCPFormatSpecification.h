@@ -3,6 +3,7 @@
 #include "LowLevelFacilities/UtilitiesExport.h"
 
 #include <cstddef>
+#include <optional>
 
 namespace InternalOrvelCP {
 
@@ -11,6 +12,11 @@ namespace InternalOrvelCP {
 /// understood and, apart from h and hh, without effect: the argument's own type decides.
 class OV_UTILITIES_API FormatSpecification {
 public:
+    FormatSpecification() noexcept {
+        m_text[0] = '%';
+        m_text[1] = '\0';
+    }
+
     /// Longest specification that is taken.
     static constexpr std::size_t maxLength = 47;
     /// Largest width or precision that is taken.
@@ -27,12 +33,21 @@ public:
     void convertWideCharFormatSpecifierCharacterToMultibyteSpecifier() noexcept;
 
     [[nodiscard]] char conversion() const noexcept { return m_text[m_length - 1]; }
-    [[nodiscard]] bool isIntegral() const noexcept;
+    [[nodiscard]] bool isIntegral() const noexcept { return m_kind == Kind::Integral; }
     [[nodiscard]] bool isCharacter() const noexcept { return conversion() == 'c' || conversion() == 'C'; }
-    [[nodiscard]] bool isFloating() const noexcept;
+    [[nodiscard]] bool isFloating() const noexcept { return m_kind == Kind::Floating; }
     /// No flags, no width, no precision.
     [[nodiscard]] bool isPlain() const noexcept { return m_lengthModifierAt == 1; }
     [[nodiscard]] bool containsAsterisk() const noexcept { return m_containsAsterisk; }
+    /// How a number is padded.
+    struct Padding {
+        int width = 0;
+        bool isLeft = false;
+        bool hasZeros = false;
+    };
+    /// Nothing where other flags shape the number too.
+    [[nodiscard]] std::optional<Padding> onlyPadding() const noexcept;
+    [[nodiscard]] bool hasPrecision() const noexcept { return m_precisionAt != m_lengthModifierAt; }
     /// -1 if there is none.
     [[nodiscard]] int precision() const noexcept { return m_precision; }
     /// 0, 1 for the length h, 2 for hh.
@@ -50,14 +65,20 @@ public:
     [[nodiscard]] CrtSpecification forCrtText(std::size_t bytes) const noexcept;
 
 private:
-    char m_text[maxLength + 1] = "%";
+    enum class Kind : unsigned char { Other, Integral, Floating };
+
+    void takeText(const char* text, std::size_t length) noexcept;
+
+    char m_text[maxLength + 1]; // from its '%', terminated; what follows is not set
     std::size_t m_length = 1;
     std::size_t m_precisionAt = 1;      // where flags and width end
     std::size_t m_lengthModifierAt = 1; // where flags, width and precision end
+    int m_width = 0;
     int m_precision = -1;
     int m_shortness = 0;
     bool m_isLong = false;
     bool m_containsAsterisk = false;
+    Kind m_kind = Kind::Other;
 };
 
 } // namespace InternalOrvelCP

@@ -4,11 +4,15 @@
 
 #include <utf8coder.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace CPStringUtils {
 
 namespace {
+
+bool IsAscii(wchar_t unit) noexcept { return static_cast<char32_t>(unit) < 0x80; }
 
 /// Feeds the UTF-8 form of the text to append(bytes, length), in pieces that each hold whole code points.
 template <typename Append>
@@ -20,6 +24,10 @@ void narrowInPieces(const wchar_t* text, const wchar_t* end, Append append) {
             append(piece, used);
             used = 0;
         }
+        const auto room = static_cast<std::ptrdiff_t>(sizeof piece - used);
+        for (const wchar_t* const stop = text + std::min(room, end - text); text != stop && IsAscii(*text);)
+            piece[used++] = static_cast<char>(*text++); // as nearly all are
+        if (text == end || used + OvPlatform::Utf8::MostBytes > sizeof piece) continue;
         used += OvPlatform::Utf8::Encode(OvPlatform::Utf8::Decode(text, end), piece + used);
     }
     if (used != 0) append(piece, used);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <atlcomcli.h>
+#include <libxml/parser.h>
+#include <objidl.h>
+
+#include <string>
+
+inline constexpr char frameworkUri[] =
+    "http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework";
+
+/// A ticket of about 7 KB.
+extern const std::string ticketBytes;
+
+CComPtr<IStream> TicketStream();
+
+/// What the tasks of this program are measured by. The caller frees the result.
+xmlDoc* ParseWithLibxml();

@@ -1,0 +1,30 @@
+#include "Commands/StandardOutput.h"
+
+#include "Commands/CommandLine.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+namespace OvPipeline {
+
+StandardOutput::StandardOutput() {
+    if (isatty(STDOUT_FILENO))
+        throw UsageError("the output stream is a terminal: a job's output is not for reading");
+    std::fflush(stdout);
+    m_descriptor = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    if (m_descriptor < 0) throw UsageError("there is no output stream");
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    m_beforeSignal = signal(SIGPIPE, SIG_IGN);
+}
+
+StandardOutput::~StandardOutput() {
+    std::fflush(stdout);
+    dup2(m_descriptor, STDOUT_FILENO);
+    close(m_descriptor);
+    signal(SIGPIPE, m_beforeSignal);
+}
+
+} // namespace OvPipeline
