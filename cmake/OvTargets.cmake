@@ -34,7 +34,7 @@ if(OV_SANITIZE)
     target_link_options(ov-build-options INTERFACE -fsanitize=${OV_SANITIZE})
 endif()
 
-# The standard headers that most sources share are parsed once for each floor. Not in the debug build, where a source
+# The standard headers that most sources share are parsed once for each floor. Not in the release build, where a source
 # that does not include what it uses is to be noticed. ccache looks into what the preprocessor leaves of them, by these
 # options.
 option(OV_PRECOMPILE "Precompile the standard headers of the libraries" OFF)

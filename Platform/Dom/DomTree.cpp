@@ -106,7 +106,15 @@ xmlNode* DomTree::NewElement(std::string_view name, xmlNs* ns) {
 xmlAttr* DomTree::NewAttribute(std::string_view name, xmlNs* ns, std::string_view value) {
     xmlAttr* attribute = Made(xmlNewNsProp(nullptr, ns, AsXml(std::string(name).c_str()), nullptr));
     attribute->doc = m_document;
-    if (!value.empty()) SetAttributeValue(attribute, value, *this);
+    if (value.empty()) return attribute;
+    // What stands nowhere yet changes nothing that others may share.
+    xmlNode* text = xmlNewDocTextLen(m_document, AsXml(value.data()), static_cast<int>(value.size()));
+    if (text == nullptr) {
+        xmlFreeProp(attribute);
+        throw std::bad_alloc();
+    }
+    text->parent = AsNode(attribute);
+    attribute->children = attribute->last = text;
     return attribute;
 }
 

@@ -78,7 +78,7 @@ TEST_F(PackageWrapper, CountsAndStampsTheFirstDocumentsPages) {
             const std::string name = SampleJob::PageName(1, page);
             const std::string markup = Part(name);
             EXPECT_THAT(markup, AllOf(HasSubstr("FontRenderingEmSize=\"16\""), HasSubstr("#FFFF0000"),
-                                      HasSubstr("OriginX=\"10\" OriginY=\"20\""), HasSubstr("A &lt;b> ")))
+                                      HasSubstr("OriginX=\"10\" OriginY=\"20\""), HasSubstr("A &lt;b&gt; ")))
                 << "of 12 points";
             EXPECT_LT(markup.find("<!-- 1."), markup.find("<Glyphs")) << "over what was there";
             const auto relationships = reader->Relationships(name);
