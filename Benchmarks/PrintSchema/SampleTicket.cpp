@@ -1,5 +1,6 @@
 #include "SampleTicket.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -60,6 +61,17 @@ CComPtr<IStream> TicketStream() {
         FAILED(stream->Write(ticketBytes.data(), static_cast<ULONG>(ticketBytes.size()), &written)))
         std::abort();
     return stream;
+}
+
+void NumberTicket(IStream* stream, int number) {
+    char digits[9];
+    std::snprintf(digits, sizeof digits, "%08d", number);
+    static const auto place = static_cast<LONGLONG>(ticketBytes.find("RABlAHYAbQBvAGQAZQAg"));
+    const LARGE_INTEGER at{.QuadPart = place};
+    if (FAILED(stream->Seek(at, STREAM_SEEK_SET, nullptr)) ||
+        FAILED(stream->Write(digits, sizeof digits - 1, nullptr)) ||
+        FAILED(stream->Seek({}, STREAM_SEEK_SET, nullptr)))
+        std::abort();
 }
 
 xmlDoc* ParseWithLibxml() {

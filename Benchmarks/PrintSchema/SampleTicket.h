@@ -13,6 +13,8 @@ inline constexpr char frameworkUri[] =
 extern const std::string ticketBytes;
 
 CComPtr<IStream> TicketStream();
+/// Makes it another ticket, of the same length.
+void NumberTicket(IStream* stream, int number);
 
 /// What the tasks of this program are measured by. The caller frees the result.
 xmlDoc* ParseWithLibxml();

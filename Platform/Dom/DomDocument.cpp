@@ -10,6 +10,7 @@
 #include "Dom/DomProperties.h"
 #include "Dom/DomSerializer.h"
 #include "Dom/DomStream.h"
+#include "Dom/RecentTexts.h"
 #include "Xml/DocumentBytes.h"
 #include "Xml/TextConversion.h"
 
@@ -124,6 +125,12 @@ HRESULT DomDocument::LoadFailed(XmlFailure failure) {
 }
 
 HRESULT DomDocument::Load(std::string_view text, Source source) {
+    if (source == Source::Bytes) {
+        if (TreeShare known = RecentTexts::OfProcess().Find(text, Tree().Settings())) {
+            Share(std::move(known));
+            return S_OK;
+        }
+    }
     DomLoader loader(Tree().Settings());
     XmlDocument document = source == Source::Bytes ? loader.FromBytes(text) : loader.FromText(text);
     if (document == nullptr) {
@@ -133,8 +140,16 @@ HRESULT DomDocument::Load(std::string_view text, Source source) {
     }
     const ReadBack form = loader.Form(document.get());
     Replace(std::move(document), &form);
+    if (source == Source::Bytes) RecentTexts::OfProcess().Made(text, Tree());
     m_failure = {};
     return S_OK;
+}
+
+void DomDocument::Share(TreeShare tree) {
+    if (!Tree().IsUnused()) Replace(nullptr);
+    if (m_stream != nullptr) m_stream->Forget();
+    m_shared = std::move(tree);
+    m_failure = {};
 }
 
 TreeShare DomDocument::ShareFor(const DomSettings& settings) {
@@ -150,13 +165,10 @@ bool DomDocument::Share(ISequentialStream* stream) {
     if (source.m_stream == nullptr || static_cast<ISequentialStream*>(source.m_stream) != stream ||
         !source.m_stream->IsAtStart())
         return false;
-    TreeShare share = source.ShareFor(Tree().Settings());
+    const TreeShare share = source.ShareFor(Tree().Settings());
     if (!share) return false;
-    if (!Tree().IsUnused()) Replace(nullptr);
-    if (m_stream != nullptr) m_stream->Forget();
+    Share(share);
     source.m_stream->PassOver(share);
-    m_shared = std::move(share);
-    m_failure = {};
     m_url.clear();
     return true;
 }

@@ -96,6 +96,8 @@ private:
     /// has to be read.
     bool Share(ISequentialStream* stream);
     TreeShare ShareFor(const DomSettings& settings);
+    /// The content is what others share from now on.
+    void Share(TreeShare tree);
     HRESULT Load(std::string_view text, Source source);
     HRESULT LoadFailed(XmlFailure failure);
     void Replace(XmlDocument document, const ReadBack* form = nullptr);

@@ -2,7 +2,7 @@
 
 #include "PrintTicket/PrintTicketMerge.h"
 #include "PrintTicket/SchemaModel.h"
-#include "PrintTicket/TextMemory.h"
+#include "Xml/TextMemory.h"
 
 #include <memory>
 #include <string>

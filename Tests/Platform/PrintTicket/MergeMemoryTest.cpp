@@ -1,6 +1,6 @@
 #include "Platform/PrintTicket/TicketFixture.h"
 
-#include <PrintTicket/TextMemory.h>
+#include <Xml/TextMemory.h>
 
 #include <gtest/gtest.h>
 
