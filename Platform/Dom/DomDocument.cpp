@@ -16,6 +16,8 @@
 
 #include <atlcomcli.h>
 
+#include <utility>
+
 namespace OvPlatform {
 
 namespace {
@@ -114,6 +116,7 @@ void DomDocument::Replace(XmlDocument document, const ReadBack* form) {
     if (form != nullptr) fresh->SetForm(*form);
     MoveTo(*fresh, fresh->DocumentNode());
     m_shared = {};
+    m_lastText.clear();
     if (m_stream != nullptr) m_stream->Forget();
 }
 
@@ -145,8 +148,22 @@ HRESULT DomDocument::Load(std::string_view text, Source source) {
     return S_OK;
 }
 
+void DomDocument::KeepLastText(std::string&& text, std::uint64_t version) noexcept {
+    constexpr std::size_t longest = std::size_t{1} << 16;
+    if (text.size() > longest) return;
+    m_lastText = std::move(text);
+    m_lastVersion = version;
+}
+
+bool DomDocument::TakeLastText(std::string& text, std::uint64_t& version) noexcept {
+    text = std::exchange(m_lastText, {});
+    version = m_lastVersion;
+    return !text.empty() && version == Version();
+}
+
 void DomDocument::Share(TreeShare tree) {
     if (!Tree().IsUnused()) Replace(nullptr);
+    m_lastText.clear();
     if (m_stream != nullptr) m_stream->Forget();
     m_shared = std::move(tree);
     m_failure = {};

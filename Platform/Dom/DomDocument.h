@@ -79,6 +79,10 @@ public:
     /// Takes over what was written. S_FALSE if it is no document.
     HRESULT LoadWritten(std::string_view bytes);
     void StreamEnded() noexcept { m_stream = nullptr; }
+    /// What a stream has read of the document in its version, for the next one. A long one is not kept.
+    void KeepLastText(std::string&& text, std::uint64_t version) noexcept;
+    /// False where it is none, or not of the document as it is now.
+    bool TakeLastText(std::string& text, std::uint64_t& version) noexcept;
 
 protected:
     bool Answers(REFIID riid) const noexcept override;
@@ -112,6 +116,8 @@ private:
     std::string m_url;
     DomStream* m_stream = nullptr; ///< not counted: it counts the document
     TreeShare m_shared;            ///< the content, until somebody looks at it
+    std::string m_lastText;        ///< as a stream read it
+    std::uint64_t m_lastVersion = 0;
 };
 
 } // namespace OvPlatform

@@ -13,6 +13,7 @@ namespace OvPlatform {
 
 DomStream::DomStream(DomDocument& document) noexcept : StreamBase(STGM_READWRITE), m_document(document) {
     m_document.AddRef();
+    m_isCurrent = m_document.TakeLastText(m_text, m_version);
 }
 
 DomStream::~DomStream() {
@@ -22,6 +23,7 @@ DomStream::~DomStream() {
         // The document is left as it was: nobody is there to be told.
     }
     m_document.StreamEnded();
+    if (m_isCurrent && !m_passedOver) m_document.KeepLastText(std::move(m_text), m_version);
     m_document.Release();
 }
 

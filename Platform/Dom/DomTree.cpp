@@ -64,8 +64,9 @@ void DomTree::End() noexcept {
 }
 
 void DomTree::Part() {
-    m_shared->Part();
+    if (m_shared) m_shared->Part();
     m_shared.reset();
+    m_origin.reset();
 }
 
 const ReadBack& DomTree::Form() {
@@ -73,7 +74,10 @@ const ReadBack& DomTree::Form() {
     return *m_readBack;
 }
 
+void DomTree::CameFrom(const TreeShare& origin) { m_origin = std::make_unique<TreeShare>(origin); }
+
 TreeShare DomTree::Share() {
+    if (m_origin) return *m_origin;
     if (!m_shared) m_shared = std::make_shared<SharedTree>(*this, Form());
     return TreeShare(m_shared);
 }

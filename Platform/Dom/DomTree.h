@@ -80,7 +80,7 @@ public:
     /// Before every change of what the document holds. Throws std::bad_alloc, and nothing must change then.
     void BeforeChange() {
         m_readBack.reset();
-        if (m_shared) Part();
+        if (m_shared || m_origin) Part();
     }
 
     /// What reading its text back would make of it.
@@ -89,6 +89,8 @@ public:
     void SetForm(const ReadBack& form) noexcept { m_readBack = form; }
     /// The tree as it is now, for another document. Its form must be ReadBack::isCopy.
     TreeShare Share();
+    /// As long as this does not change, others may begin with what it is a copy of. Throws std::bad_alloc.
+    void CameFrom(const TreeShare& origin);
 
     /// A namespace for nodes to refer to, which lives as long as the tree. Null prefix: none. Null for an
     /// empty URI.
@@ -170,6 +172,7 @@ private:
     DomSettings m_settings;
     std::optional<ReadBack> m_readBack;
     std::shared_ptr<SharedTree> m_shared; ///< the tree as it is now, where it was shared since it changed
+    std::unique_ptr<TreeShare> m_origin;  ///< another one's that is the same, where that is known
     std::unordered_map<std::string, xmlNs*> m_namespaces;
     /// Declarations that no element has any more, linked; nodes may still be in their namespaces.
     xmlNs* m_retired = nullptr;

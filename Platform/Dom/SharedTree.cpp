@@ -26,6 +26,11 @@ bool SharedTree::Inherit() noexcept {
     return m_isOwn;
 }
 
+bool SharedTree::IsLeft() noexcept {
+    const std::lock_guard held(m_lock);
+    return m_isOwn;
+}
+
 void SharedTree::AddReader() noexcept {
     const std::lock_guard held(m_lock);
     ++m_readers;
@@ -70,6 +75,7 @@ TreeShare::~TreeShare() {
 
 DomTree::Pointer TreeShare::Take(const DomSettings& settings) {
     DomTree::Pointer tree = m_tree->Take(settings);
+    if (m_tree->IsLeft()) tree->CameFrom(*this);
     *this = {};
     return tree;
 }

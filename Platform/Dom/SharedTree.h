@@ -32,6 +32,8 @@ public:
 private:
     friend class TreeShare;
 
+    /// Whether it belongs to nobody who could change it.
+    bool IsLeft() noexcept;
     void AddReader() noexcept;
     void RemoveReader() noexcept;
     DomTree::Pointer Take(const DomSettings& settings);
@@ -62,7 +64,7 @@ public:
     explicit operator bool() const noexcept { return m_tree != nullptr; }
     const ReadBack& Form() const noexcept { return m_tree->Form(); }
 
-    /// A tree of the reader's own, and the hold ends. Throws std::bad_alloc, and the hold stays.
+    /// A tree of the reader's own, and his hold ends. Throws std::bad_alloc, and the hold stays.
     DomTree::Pointer Take(const DomSettings& settings);
     /// As DomSerializer::ToBytes.
     bool Write(std::string& bytes) const { return m_tree->Write(bytes); }

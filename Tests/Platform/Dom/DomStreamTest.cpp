@@ -75,6 +75,35 @@ TEST(DomStream, IsAnInterfaceOfTheDocumentAndShowsItAsItIsAtTheStart) {
     EXPECT_EQ("<b/>\r\n", Rest(stream)) << "the stream keeps the document";
 }
 
+TEST(DomStream, EachNewOneShowsTheDocumentAsItIsThen) {
+    const auto source = Parsed("<a x='1'/>");
+    const auto other = Parsed("<c/>");
+    const auto set = [](const auto& document, const char* value) {
+        EXPECT_EQ(S_OK, RootOf(document)->setAttribute(CComBSTR(L"x"), Value(value)));
+    };
+    const auto text = [&] { return Rest(StreamInto(source)); };
+    EXPECT_EQ("<a x=\"1\"/>\r\n", text());
+    EXPECT_EQ("<a x=\"1\"/>\r\n", text());
+    set(source, "2");
+    EXPECT_EQ("<a x=\"2\"/>\r\n", text());
+    {
+        const auto stream = StreamInto(source);
+        EXPECT_EQ("<a x=\"2\"/>\r\n", Rest(stream));
+        set(source, "3");
+    }
+    EXPECT_EQ("<a x=\"3\"/>\r\n", text());
+    EXPECT_EQ(S_OK, Load(source, CComVariant(other.p)));
+    EXPECT_EQ("<c/>\r\n", text());
+    EXPECT_EQ("<c/>\r\n", text());
+    set(other, "1");
+    EXPECT_EQ(S_OK, Load(source, CComVariant(other.p)));
+    EXPECT_EQ("<c x=\"1\"/>\r\n", text());
+    Write(StreamInto(source), "<d/>");
+    EXPECT_EQ("<d/>\r\n", text());
+    EXPECT_EQ(S_FALSE, Load(source, Bytes("<")));
+    EXPECT_EQ("", text());
+}
+
 /// Tells its size, and remembers for how many bytes it is asked.
 class AskedStream final : public ComFake<IStream, ISequentialStream> {
 public:
