@@ -208,7 +208,8 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     ThrowIfFailed(languageResult, "Failed to set SelectionLanguage.");
 
     // The root element is looked up by namespace: this prefix is ours, whatever the document uses.
-    SetSelectionNamespaces(L"psf");
+    constexpr std::wstring_view own = L"psf";
+    SetSelectionNamespaces(own);
     HRESULT hr = GetNode(Join({L"//psf:", View(m_rootName)}), &m_rootNode);
     if (hr != S_OK) {
         // Deliberate: the exception carries the success code S_FALSE.
@@ -256,7 +257,8 @@ void PrintSchemaXmlDocument::InitInstance(PrivateNames privateNames) {
     if (m_frameworkPrefix.Length() < 2) {
         ThrowWrongDocument(E_FAIL, "The root element does not declare the framework namespace.");
     }
-    SetSelectionNamespaces(View(m_frameworkPrefix).substr(0, m_frameworkPrefix.Length() - 1));
+    const std::wstring_view used = View(m_frameworkPrefix).substr(0, m_frameworkPrefix.Length() - 1);
+    if (used != own) SetSelectionNamespaces(used);
 }
 
 void PrintSchemaXmlDocument::SetSelectionNamespaces(std::wstring_view prefix) {
