@@ -1,6 +1,7 @@
 #include "Commands/SettingsReport.h"
 
 #include "Commands/ShownAnswer.h"
+#include "Common/HostError.h"
 #include "Common/Text.h"
 #include "Report/HresultText.h"
 #include "Report/TextTable.h"
@@ -30,9 +31,12 @@ std::string Decimal(double value) {
     return text;
 }
 
-// Where a value comes from, by the result of the question for it.
+// Where a value comes from, by the result of the question for it. HostError where that says nothing of the
+// ticket.
 std::string Origin(HRESULT hr, const char* source) {
     if (hr == S_OK) return source;
+    if (hr == E_OUTOFMEMORY || hr == E_ABORT)
+        throw HostError(hr, {}, "the ticket could not be asked: " + HresultText(hr));
     if (SUCCEEDED(hr) || hr == E_ELEMENT_NOT_FOUND) return fromNobody;
     return std::string(fromNobody) + ", since the ticket's is wrong: " + HresultText(hr);
 }

@@ -51,9 +51,10 @@ private:
 } // namespace
 
 FixedPagePart::FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference,
-                             std::vector<PageResource> resources)
+                             std::vector<PageResource> resources,
+                             std::vector<OvPlatform::PackageRelationship> relationships)
     : m_core(std::move(core)), m_ticket(std::move(ticket)), m_reference(std::move(reference)),
-      m_resources(std::move(resources)) {}
+      m_resources(std::move(resources)), m_relationships(std::move(relationships)) {}
 
 HRESULT FixedPagePart::GetUri(BSTR* uri) {
     if (uri == nullptr) return E_POINTER;

@@ -47,7 +47,8 @@ namespace OvPipeline {
 class FixedPagePart final : public ComObject<IFixedPage, IHostPart, IHostPage> {
 public:
     FixedPagePart(PartCore core, TicketSlot ticket, PageReference reference,
-                  std::vector<PageResource> resources);
+                  std::vector<PageResource> resources,
+                  std::vector<OvPlatform::PackageRelationship> relationships);
 
     HRESULT STDMETHODCALLTYPE GetUri(BSTR* uri) override;
     HRESULT STDMETHODCALLTYPE GetStream(IPrintReadStream** stream) override;
@@ -72,6 +73,8 @@ public:
     FixedPagePart& STDMETHODCALLTYPE Page() override { return *this; }
 
     const PageReference& Reference() const { return m_reference; }
+    /// That the page came with, whatever became of them.
+    const std::vector<OvPlatform::PackageRelationship>& Relationships() const { return m_relationships; }
     /// With those that are deleted.
     const std::vector<PageResource>& Resources() const { return m_resources; }
     TicketSlot& Ticket() { return m_ticket; }
@@ -93,6 +96,7 @@ private:
     TicketSlot m_ticket;
     PageReference m_reference;
     std::vector<PageResource> m_resources;
+    std::vector<OvPlatform::PackageRelationship> m_relationships;
     std::unordered_map<std::string, std::size_t> m_index; // by name in lower case, without deleted ones
     bool m_isIndexed = false;                             // when first needed
     std::shared_ptr<const SpooledContent> m_newMarkup;

@@ -78,7 +78,8 @@ HRESULT MakeNewPart(const SharedContext& context, const std::string& name, REFII
     CComPtr<IPrintWriteStream> writer;
     writer.Attach(new PrintWriteStream(content->Bytes()));
     if (riid == __uuidof(IFixedPage))
-        *part = static_cast<IFixedPage*>(new FixedPagePart(core(PartKind::Page), {}, {name, {}, {}, {}}, {}));
+        *part =
+            static_cast<IFixedPage*>(new FixedPagePart(core(PartKind::Page), {}, {name, {}, {}, {}}, {}, {}));
     else if (riid == __uuidof(IPartImage))
         *part = static_cast<IPartImage*>(new ImagePart(core(PartKind::Image)));
     else if (riid == __uuidof(IPartThumbnail))

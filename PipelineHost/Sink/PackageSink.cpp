@@ -117,11 +117,26 @@ void PackageSink::TakePage(FixedPagePart& page) {
     if (m_interleaving == Interleaving::MarkupFirst) WriteMarkup(page);
     WriteResources(page);
     if (m_interleaving == Interleaving::ResourcesFirst) WriteMarkup(page);
-    Writing([&] { m_writer->CompleteRelationships(page.Core().name); });
+    CompleteRelationships(page);
     Append(*m_documentMarkup,
            OvPlatform::PageContentElement(m_documentName, page.Core().name, page.Reference()));
     ++m_pages;
     ++m_job->Counters().pagesWritten;
+}
+
+// As they came, where they are the same.
+void PackageSink::CompleteRelationships(FixedPagePart& page) {
+    const PartCore& core = page.Core();
+    ThreadPart() = core.name;
+    const bool areSame = core.stored != nullptr && m_writer->HasJust(core.name, page.Relationships());
+    const auto packed = areSame ? core.context->package->OpenPackedRelationships(core.stored->name) : nullptr;
+    if (!packed) return Writing([&] { m_writer->CompleteRelationships(core.name); });
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(packed->Form().storedSize));
+    std::size_t size = 0;
+    while (const std::size_t count = packed->Read(bytes.data() + size, bytes.size() - size))
+        size += count;
+    bytes.resize(size);
+    Writing([&] { m_writer->CompleteRelationships(core.name, packed->Form(), std::move(bytes)); });
 }
 
 void PackageSink::WriteMarkup(FixedPagePart& page) {

@@ -51,6 +51,7 @@ private:
     void TakePage(FixedPagePart& page);
     void OpenDocument();
     void CloseDocument();
+    void CompleteRelationships(FixedPagePart& page);
     void WriteMarkup(FixedPagePart& page);
     void WriteResources(FixedPagePart& page);
     std::string WriteObject(IUnknown* object);

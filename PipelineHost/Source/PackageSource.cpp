@@ -182,12 +182,13 @@ bool PackageSource::QueuePage() {
     if (!reference) return false;
     const Part& page = Refer(m_document->name, *reference, PartKind::Page, XPS_E_MISSING_REFERRED_PAGE);
     ++m_pageCount;
-    const auto relationships = m_context->package->Relationships(page.name);
+    auto relationships = m_context->package->Relationships(page.name);
+    const TicketSlot ticket = TicketOf(page.name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_PAGE);
+    auto resources = ResourcesOf(page, relationships);
     CComPtr<IUnknown> object;
     object.Attach(static_cast<IFixedPage*>(
-        new FixedPagePart(PartCore::Of(m_context, page, PartKind::Page),
-                          TicketOf(page.name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_PAGE),
-                          std::move(*reference), ResourcesOf(page, relationships))));
+        new FixedPagePart(PartCore::Of(m_context, page, PartKind::Page), ticket, std::move(*reference),
+                          std::move(resources), std::move(relationships))));
     m_ready.push_back(std::move(object));
     return true;
 }

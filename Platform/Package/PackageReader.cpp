@@ -23,7 +23,7 @@ public:
 
     std::size_t Read(void* buffer, std::size_t size) override {
         const std::size_t count = m_reader.ReadStored(buffer, size, m_isToBeChecked);
-        if (m_reader.IsChecked()) m_piece.NoteSound();
+        if (m_reader.IsSound()) m_piece.NoteSound();
         return count;
     }
 
@@ -94,9 +94,7 @@ public:
 
     std::unique_ptr<PackedPartStream> OpenPacked(std::string_view partName) const override {
         const PackagePart& part = Require(partName);
-        if (part.pieces != 1) return {};
-        return std::make_unique<PackedItem>(shared_from_this(), m_archive, part.name,
-                                            m_directory.Pieces(part)[0]);
+        return OpenPacked(part.name, m_directory.Pieces(part));
     }
 
     std::string ReadPart(std::string_view partName, std::uint64_t maxSize) const override {
@@ -111,7 +109,19 @@ public:
         return m_relationships.Parse(ReadWhole(name, pieces, m_limits.maxXmlPartSize), std::string(source));
     }
 
+    std::unique_ptr<PackedPartStream> OpenPackedRelationships(std::string_view source) const override {
+        const auto pieces = m_directory.RelationshipPieces(source);
+        const bool isSound = pieces.size() == 1 && pieces[0].IsSound();
+        return isSound ? OpenPacked(RelationshipsPartName(source), pieces) : nullptr;
+    }
+
 private:
+    std::unique_ptr<PackedPartStream> OpenPacked(const std::string& name,
+                                                 std::span<const StoredPiece> pieces) const {
+        if (pieces.size() != 1) return {};
+        return std::make_unique<PackedItem>(shared_from_this(), m_archive, name, pieces[0]);
+    }
+
     const PackagePart& Require(std::string_view partName) const {
         const PackagePart* part = Find(partName);
         if (part == nullptr)

@@ -111,6 +111,9 @@ public:
     /// The relationships of a part, or of the package for "/". Empty where there are none. Read anew at each
     /// call.
     virtual std::vector<PackageRelationship> Relationships(std::string_view source) const = 0;
+
+    /// The part that says them, as OpenPacked gives others, once it was read. Null where there is none.
+    virtual std::unique_ptr<PackedPartStream> OpenPackedRelationships(std::string_view source) const = 0;
 };
 
 /// A relationship's target that must be a part of the package. Throws PackageError that names the source, the

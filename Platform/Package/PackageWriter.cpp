@@ -15,6 +15,8 @@
 #include <iterator>
 #include <map>
 #include <mutex>
+#include <set>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -130,6 +132,16 @@ private:
     bool m_closed = false;
 };
 
+bool SayTheSame(const RelationshipList& added, const std::vector<PackageRelationship>& others) {
+    if (added.All().size() != others.size()) return false;
+    std::set<std::tuple<std::string_view, std::string_view, bool>> left;
+    for (const NewRelationship& each : added.All())
+        left.emplace(each.type, each.target, each.external);
+    return std::all_of(others.begin(), others.end(), [&](const PackageRelationship& each) {
+        return left.erase({each.type, each.external ? each.target : each.targetPart, each.external}) != 0;
+    });
+}
+
 class StreamingWriter final : public PackageWriter {
 public:
     explicit StreamingWriter(std::unique_ptr<ByteOutput> output)
@@ -161,6 +173,10 @@ public:
     std::string AddRelationship(std::string_view source, std::string_view type, std::string_view target,
                                 bool external, std::string_view id) override;
     void CompleteRelationships(std::string_view source) override;
+    bool HasJust(std::string_view source,
+                 const std::vector<PackageRelationship>& relationships) const override;
+    void CompleteRelationships(std::string_view source, const PackedForm& form,
+                               std::vector<std::uint8_t> bytes) override;
     void Finish(const StopQuestion& isStopped) override;
     void Commit() override;
 
@@ -187,6 +203,8 @@ private:
                                          ArrivingPart arriving);
     void CheckFree(const std::string& name) const;
     bool IsCompleted(std::string_view source) const;
+    std::uint32_t NumberOf(std::string_view source) const;
+    RelationshipList TakeComplete(std::uint32_t source);
     void Put(const std::string& name, const std::string& text);
     void PutRelationships(std::string_view source, const RelationshipList& list);
     void CheckRelationships() const;
@@ -285,26 +303,58 @@ bool StreamingWriter::IsCompleted(std::string_view source) const {
     return number < m_areWritten.size() && m_areWritten[number]; // none is beyond all
 }
 
-void StreamingWriter::CompleteRelationships(std::string_view source) {
-    const std::lock_guard guard(m_core->lock);
-    RequireUnfinished();
+std::uint32_t StreamingWriter::NumberOf(std::string_view source) const {
     const std::uint32_t number = m_core->names.Find(source);
     if (number == PartNames::none)
         throw PackageError(OPC_E_NO_SUCH_PART, RelationshipsPartName(source),
                            "there is no part '" + std::string(source) + "' that has these relationships");
-    if (number >= m_areWritten.size()) m_areWritten.resize(m_core->names.Count());
-    if (m_areWritten[number]) return;
-    m_areWritten[number] = true;
-    const auto found = m_relationships.find(std::string(source));
-    if (found == m_relationships.end()) return;
-    const RelationshipList list = std::move(found->second);
+    return number;
+}
+
+// What was added, which may be nothing. Nothing more can be added behind it.
+RelationshipList StreamingWriter::TakeComplete(std::uint32_t source) {
+    if (source >= m_areWritten.size()) m_areWritten.resize(m_core->names.Count());
+    m_areWritten[source] = true;
+    const std::string_view name = m_core->names.At(source); // as the part is called
+    const auto found = m_relationships.find(std::string(name));
+    if (found == m_relationships.end()) return {};
+    RelationshipList list = std::move(found->second);
     m_relationships.erase(found);
-    const std::string_view name = m_core->names.At(number); // as the part is called
     for (const NewRelationship& relationship : list.All())
         if (!relationship.external && !m_core->names.Contains(relationship.target))
             m_promises.try_emplace(relationship.target,
                                    Promise{RelationshipsPartName(name), relationship.id});
-    PutRelationships(name, list);
+    return list;
+}
+
+void StreamingWriter::CompleteRelationships(std::string_view source) {
+    const std::lock_guard guard(m_core->lock);
+    RequireUnfinished();
+    const std::uint32_t number = NumberOf(source);
+    const RelationshipList list = TakeComplete(number);
+    if (!list.All().empty()) PutRelationships(m_core->names.At(number), list);
+}
+
+bool StreamingWriter::HasJust(std::string_view source,
+                              const std::vector<PackageRelationship>& relationships) const {
+    const std::lock_guard guard(m_core->lock);
+    const auto found = m_relationships.find(std::string(source));
+    return found != m_relationships.end() ? SayTheSame(found->second, relationships) : relationships.empty();
+}
+
+void StreamingWriter::CompleteRelationships(std::string_view source, const PackedForm& form,
+                                            std::vector<std::uint8_t> bytes) {
+    const std::lock_guard guard(m_core->lock);
+    RequireUnfinished();
+    const std::uint32_t number = NumberOf(source);
+    const std::string name = RelationshipsPartName(m_core->names.At(number));
+    if (bytes.size() != form.storedSize)
+        throw PackageError(E_UNEXPECTED, name, "it has another size than was said");
+    if (TakeComplete(number).All().empty()) return;
+    const auto part = std::make_shared<ArrivingPart>();
+    part->isPacked = true;
+    part->entry = {ZipName(name), form.isDeflated, form.checksum, form.size, form.storedSize};
+    Writing([&] { m_core->compressor.Put(part, std::move(bytes), PartCompressor::End::Complete); });
 }
 
 void StreamingWriter::Put(const std::string& name, const std::string& text) {

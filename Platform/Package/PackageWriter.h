@@ -7,11 +7,13 @@
 #include "System/ByteOutput.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace OvPlatform {
 
@@ -63,6 +65,15 @@ public:
     /// All relationships of a part that is closed have been added: writes them now, so that they need not be
     /// kept. More of them are an error.
     virtual void CompleteRelationships(std::string_view source) = 0;
+
+    /// Whether just these were added from a part, in whatever order and under whatever ids.
+    virtual bool HasJust(std::string_view source,
+                         const std::vector<PackageRelationship>& relationships) const = 0;
+
+    /// CompleteRelationships where a part of another package says the same: it is written as it is packed
+    /// there.
+    virtual void CompleteRelationships(std::string_view source, const PackedForm& form,
+                                       std::vector<std::uint8_t> bytes) = 0;
 
     /// Asked now and then while a package is finished; true ends it.
     using StopQuestion = std::function<bool()>;

@@ -22,7 +22,7 @@ std::size_t PieceStream::Read(void* buffer, std::size_t size) {
     for (;;) {
         if (m_reader) {
             const std::size_t count = m_reader->Read(buffer, size);
-            if (m_reader->IsChecked()) m_pieces[m_next - 1].NoteSound();
+            if (m_reader->IsSound()) m_pieces[m_next - 1].NoteSound();
             m_position += count;
             if (count != 0) return count;
             m_reader.reset();

@@ -100,6 +100,10 @@ void ZipItemReader::CheckEnd() {
     m_isChecked = true;
 }
 
+bool ZipItemReader::IsSound() const {
+    return m_isChecked && m_storedLeft == 0 && (!m_isCompressed || m_stream->avail_in == 0);
+}
+
 std::size_t ZipItemReader::Read(void* buffer, std::size_t size) {
     if (size == 0 || (m_left == 0 && m_isChecked)) return 0;
     const std::size_t wanted = Least(m_left, size);

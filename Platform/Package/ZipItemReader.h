@@ -27,8 +27,8 @@ public:
     /// checksum, unless that has been done before. For one item, one or the other.
     std::size_t ReadStored(void* buffer, std::size_t size, bool isToBeChecked);
 
-    /// All bytes have been read, and are as the directory says.
-    bool IsChecked() const { return m_isChecked; }
+    /// All bytes have been read and are as the directory says, and nothing stands behind them.
+    bool IsSound() const;
 
 private:
     std::size_t Unpack(void* buffer, std::size_t size);

@@ -107,10 +107,10 @@ TEST_F(PipelineTest, TakesOverWhatNobodyChangesAsItIsPacked) {
             sink->Write(bytes.data(), bytes.size());
             sink->Close();
         }
-        for (const std::string& link : Links(from)) {
+        for (int number = 0; const std::string& link : Links(from)) {
             const std::size_t type = link.find(" -> ") + 4, target = link.find(' ', type) + 1;
             writer->AddRelationship(link.substr(0, type - 4), link.substr(type, target - type - 1),
-                                    link.substr(target));
+                                    link.substr(target), false, "own" + std::to_string(++number));
         }
         writer->Finish();
         writer->Commit();
@@ -130,6 +130,9 @@ TEST_F(PipelineTest, TakesOverWhatNobodyChangesAsItIsPacked) {
         EXPECT_EQ(PackedBytes(Output(), SampleJob::fontName), PackedBytes(job, SampleJob::fontName));
         EXPECT_EQ(OvPlatform::PackageReader::Open(Output())->ReadPart(page, 1 << 20),
                   items.at(page.substr(1)));
+        const std::string links = "Documents/1/Pages/_rels/1.fpage.rels";
+        EXPECT_THAT(ReadZip(job).at(links), HasSubstr("Id=\"own"));
+        EXPECT_EQ(ReadZip(Output()).at(links), ReadZip(job).at(links));
         std::filesystem::remove(Output());
     }
 

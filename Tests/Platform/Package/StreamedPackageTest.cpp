@@ -169,6 +169,8 @@ TEST_F(StreamedPackageTest, DamageIsFoundAlsoInWhatIsTakenOver) {
         const auto writer = PackageWriter::Create(m_target);
         const auto take = [&] { TakeOverPart(*writer, "/a.xml", "text/xml", *from->OpenPacked("/a.xml")); };
         for (int again = 0; again < 2; ++again) {
+            if (again != 0)
+                Failure([&] { from->ReadPart("/a.xml", 100); }); // by which all may have been seen
             const auto [result, text] = Failure(take);
             EXPECT_EQ(result, wanted) << what << ": " << text;
             EXPECT_THAT(text, HasSubstr("/a.xml: "));
@@ -192,6 +194,50 @@ TEST_F(StreamedPackageTest, RelationshipsAreWrittenOnceTheyAreComplete) {
     writer->Finish();
     writer->Commit();
     EXPECT_EQ(PackageReader::Open(m_target)->Relationships("/a.xml").at(0).targetPart, "/later.xml");
+}
+
+TEST_F(StreamedPackageTest, RelationshipsAreTakenOverWhereTheySayTheSame) {
+    const auto markup = [](const char* first, const char* second) {
+        return std::string("<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/"
+                           "relationships\"><Relationship Id=\"x\" Type=\"t\" Target=\"")
+            .append(first)
+            .append("\"/><Relationship Id=\"y\" Type=\"u\" Target=\"")
+            .append(second)
+            .append("\"/></Relationships>");
+    };
+    const auto from = Open(WithTypes({{"a.xml", "a"},
+                                      {"b.xml", "b"},
+                                      {"c.xml", "c"},
+                                      {"_rels/a.xml.rels", markup("/b.xml", "/b.xml")},
+                                      {"_rels/b.xml.rels", markup("/c.xml", "/b.xml")},
+                                      {"_rels/c.xml.rels", markup("/a.xml", "/a.xml")}}));
+    const auto writer = PackageWriter::Create(m_target);
+    EXPECT_EQ(from->OpenPackedRelationships("/a.xml"), nullptr) << "nobody has read and checked them";
+    for (const char* source : {"/a.xml", "/b.xml", "/c.xml"}) {
+        TakeOverPart(*writer, source, "text/xml", *from->OpenPacked(source));
+        const auto relationships = from->Relationships(source);
+        EXPECT_FALSE(writer->HasJust(source, relationships));
+        writer->AddRelationship(source, "u", relationships[1].targetPart);
+        EXPECT_FALSE(writer->HasJust(source, relationships)) << "one of two";
+        EXPECT_FALSE(writer->HasJust(source, {relationships[0]})) << "another one";
+        writer->AddRelationship(source, source[1] == 'c' ? "v" : "t", "/b.xml");
+        EXPECT_EQ(writer->HasJust(source, relationships), source[1] == 'a') << source;
+        const auto packed = from->OpenPackedRelationships(source);
+        ASSERT_NE(packed, nullptr);
+        std::vector<std::uint8_t> bytes(packed->Form().storedSize);
+        ASSERT_EQ(packed->Read(bytes.data(), bytes.size()), bytes.size());
+        const std::vector<std::uint8_t> part(bytes.begin(), bytes.end() - 1);
+        EXPECT_EQ(Failure([&] { writer->CompleteRelationships(source, packed->Form(), part); }).first,
+                  E_UNEXPECTED);
+        if (source[1] == 'a') writer->CompleteRelationships(source, packed->Form(), bytes);
+        writer->CompleteRelationships(source);
+    }
+    EXPECT_TRUE(writer->HasJust("/none.xml", {}));
+    writer->Finish();
+    writer->Commit();
+    const ZipItems items = ReadZip(m_target);
+    EXPECT_EQ(items.at("_rels/a.xml.rels"), markup("/b.xml", "/b.xml"));
+    EXPECT_THAT(items.at("_rels/b.xml.rels"), HasSubstr(R"(Type="u" Target="b.xml" Id="R1")"));
 }
 
 TEST_F(StreamedPackageTest, HoldsMoreItemsThanSixteenBitsCount) {
