@@ -6,7 +6,7 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string_view>
 
@@ -20,10 +20,15 @@ public:
     /// That of all documents.
     static RecentTexts& OfProcess();
 
-    /// What a document of these settings makes of `bytes`. Empty where that is not known.
-    TreeShare Find(std::string_view bytes, const DomSettings& settings);
+    /// By which a text is known again.
+    using Mark = std::size_t;
+    static Mark MarkOf(std::string_view bytes) noexcept { return std::hash<std::string_view>()(bytes); }
+
+    /// What a document of these settings makes of `bytes`, which have this mark. Empty where that is not
+    /// known.
+    TreeShare Find(Mark mark, std::string_view bytes, const DomSettings& settings);
     /// A tree was made of `bytes`, and nobody has changed it. Where memory is short, it is not kept.
-    void Made(std::string_view bytes, DomTree& tree) noexcept;
+    void Made(Mark mark, std::string_view bytes, DomTree& tree) noexcept;
 
 private:
     struct Known {
@@ -34,10 +39,6 @@ private:
 
         bool IsFor(const DomSettings& settings) const noexcept;
     };
-    using Mark = std::uint64_t;
-
-    /// Of texts that are equal it is the same; it looks at a few places only.
-    static Mark MarkOf(std::string_view bytes) noexcept;
     bool WasMet(Mark mark) noexcept;
     /// False where it was met before.
     bool Meet(Mark mark) noexcept;
