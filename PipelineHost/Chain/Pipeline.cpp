@@ -68,8 +68,10 @@ private:
             outcome.output = m_job.output;
             RunFilters();
             outcome.isWritten = !m_state->IsStopping() && Attempt([&] { Commit(); }, "the output");
-            if (outcome.isWritten) outcome.leftOut = LeftOut();
-            outcome.outputSize = m_packageSink ? m_packageSink->Size() : m_fileSink->Size();
+            if (outcome.isWritten) {
+                outcome.leftOut = LeftOut();
+                outcome.outputSize = m_packageSink ? m_packageSink->Size() : m_fileSink->Size();
+            }
         }
         // A cancellation that comes after the output changes nothing.
         outcome.isCancelled = !outcome.isWritten && m_state->IsCancelled();

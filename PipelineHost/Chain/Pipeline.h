@@ -40,8 +40,8 @@ struct JobOutcome {
     std::vector<FilterOutcome> filters;
     EndKind outputKind = EndKind::XpsParts;
     std::filesystem::path output;
-    std::uint64_t outputSize = 0;
-    LeftOutParts leftOut; // of a package that became a package
+    std::uint64_t outputSize = 0; // of what is written
+    LeftOutParts leftOut;         // of a package that became a package
     std::vector<std::string>
         gotOver; // what the filters' library reported of a job that is written all the same
 };

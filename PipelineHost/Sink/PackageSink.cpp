@@ -249,7 +249,7 @@ bool PackageSink::TakeOver(const PartCore& core, const std::string& contentType)
     const auto sink =
         Writing([&] { return m_writer->AddPackedPart(core.name, contentType, packed->Form()); });
     while (const std::size_t count = packed->Read(m_chunk.data(), m_chunk.size()))
-        Writing([&] { sink->Write(m_chunk.data(), count); });
+        Pass(*sink, m_chunk.data(), count);
     Writing([&] { sink->Close(); });
     ++m_job->Counters().partsWritten;
     return true;
@@ -260,12 +260,18 @@ void PackageSink::Begin(const std::string& name) const {
     ThreadPart() = name;
 }
 
+// A part may be large, and a job that stops does not wait for its end.
+void PackageSink::Pass(OvPlatform::PackagePartSink& sink, const void* bytes, std::size_t size) const {
+    if (m_job->IsStopping()) throw HostError(m_job->StopResult(), {}, "the job stops");
+    Writing([&] { sink.Write(bytes, size); });
+}
+
 void PackageSink::WriteBytes(const std::string& name, const std::string& contentType,
                              EXpsCompressionOptions compression, ByteReader& bytes) {
     Begin(name);
     const auto packing = static_cast<OvPlatform::PackageCompression>(compression);
     const auto sink = Writing([&] { return m_writer->AddPart(name, contentType, packing); });
-    Drain(bytes, [&](const void* chunk, std::size_t size) { Writing([&] { sink->Write(chunk, size); }); });
+    Drain(bytes, [&](const void* chunk, std::size_t size) { Pass(*sink, chunk, size); });
     Writing([&] { sink->Close(); });
     ++m_job->Counters().partsWritten;
 }

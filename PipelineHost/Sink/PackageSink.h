@@ -65,6 +65,7 @@ private:
     void WriteBytes(const std::string& name, const std::string& contentType,
                     EXpsCompressionOptions compression, ByteReader& bytes);
     void Begin(const std::string& name) const;
+    void Pass(OvPlatform::PackagePartSink& sink, const void* bytes, std::size_t size) const;
     void WriteText(const std::string& name, const char* contentType, const std::string& text);
     void Relate(const std::string& source, Relation relation, const std::string& target);
     void Relate(const std::string& source, const std::string& type, const std::string& target);

@@ -3,6 +3,7 @@
 
 #include <Package/PackageWriter.h>
 #include <PrintTicket/PrintTicketMerge.h>
+#include <Sink/PackageSink.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -144,6 +145,57 @@ TEST_F(PipelineTest, TakesOverWhatNobodyChangesAsItIsPacked) {
     EXPECT_TRUE(outcome.failure->fromInput);
     EXPECT_EQ(outcome.failure->part, page);
     ExpectNoOutput();
+}
+
+TEST_F(PipelineTest, StopsInTheMiddleOfALargePart) {
+    class Cancelling final : public OvPlatform::ByteOutput {
+    public:
+        Cancelling(std::filesystem::path folder, std::shared_ptr<JobState> job, std::size_t& size)
+            : m_folder(std::move(folder)), m_job(std::move(job)), m_size(size) {}
+        const std::filesystem::path& Name() const override { return m_folder; }
+        std::filesystem::path Folder() const override { return m_folder; }
+        void Write(const void*, std::size_t size) override {
+            m_size += size;
+            m_job->Cancel();
+        }
+        void Flush() override {}
+        void Finish() override {}
+        void Commit() override {}
+
+    private:
+        std::filesystem::path m_folder;
+        std::shared_ptr<JobState> m_job;
+        std::size_t& m_size;
+    };
+    ZipItems items = SampleJob().Items();
+    constexpr std::size_t large = 12 << 20;
+    std::string& markup = items[SampleJob::PageName(1, 1).substr(1)];
+    for (unsigned seed = 1; markup.size() < large; seed = seed * 1664525 + 1013904223)
+        markup += static_cast<char>(seed >> 24);
+    WriteZip(m_folder / "job.xps", items);
+    for (const EXpsCompressionOptions compression : {Compression_Normal, Compression_Fast}) {
+        const auto job = std::make_shared<JobState>();
+        const auto context = OpenJobPackage(m_folder / "job.xps", job);
+        const CComPtr<PackageSource> source = [&] {
+            CComPtr<PackageSource> made;
+            made.Attach(new PackageSource(context));
+            return made;
+        }();
+        std::size_t size = 0;
+        PackageSink sink(std::make_unique<Cancelling>(m_folder.Path(), job, size), job, context->flavour,
+                         Interleaving::MarkupFirst);
+        try {
+            while (const CComPtr<IUnknown> part = source->Next()) {
+                if (const CComQIPtr<IFixedPage> page(part); page) page->SetPartCompression(compression);
+                sink.Take(part);
+            }
+            ADD_FAILURE() << compression;
+        } catch (const HostError& error) {
+            EXPECT_EQ(error.Result(), job->StopResult());
+        }
+        EXPECT_TRUE(job->IsCancelled());
+        EXPECT_LT(size, large / 2) << compression;
+    }
 }
 
 TEST_F(PipelineTest, WritesWhatFiltersReplaceAddAndDelete) {
