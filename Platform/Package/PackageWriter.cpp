@@ -26,7 +26,8 @@ namespace OvPlatform {
 namespace {
 
 constexpr std::size_t chunkSize = 64u << 10;
-constexpr std::size_t longestName = 0xFFFF;
+// Of a part whose relationships part has a name that an archive can hold.
+constexpr std::size_t longestName = 0xFFFF - std::string_view("_rels/.rels").size();
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
 
@@ -86,11 +87,12 @@ public:
     ~PartSink() override {
         if (m_closed) return;
         try {
-            m_core->Abandon(m_part);
             Pass(PartCompressor::End::Abandoned);
         } catch (...) {
             // The compressor failed before, and tells it when the package is finished.
         }
+        // Only now, so that nobody finishes the package ahead of that.
+        m_core->Abandon(m_part);
     }
 
     void Write(const void* bytes, std::size_t size) override {

@@ -45,7 +45,7 @@ private:
 
     std::vector<NewRelationship> m_list;
     std::unique_ptr<Index> m_index; // null where there are few
-    std::size_t m_nextNumber = 0;   // no id of a lower one is free
+    std::size_t m_nextNumber = 0;   // lower ones are not looked at again
 };
 
 } // namespace OvPlatform

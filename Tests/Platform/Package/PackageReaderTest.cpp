@@ -99,6 +99,30 @@ TEST_F(PackageReaderTest, ListsAndReadsParts) {
     EXPECT_TRUE(package->Relationships("/hello.xml").empty());
 }
 
+TEST_F(PackageReaderTest, RelationshipsInTheSameWordsLeadElsewhereFromElsewhere) {
+    const std::string near =
+        R"(<Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)"
+        R"(<Relationship Id="a" Type="t" Target="x.xml"/></Relationships>)";
+    std::string own = near;
+    own.replace(own.find("x.xml"), 5, "#top");
+    const auto package = Open(WithTypes({{"a/1.xml", ""},
+                                         {"a/2.xml", ""},
+                                         {"a/3.xml", ""},
+                                         {"a/4.xml", ""},
+                                         {"b/1.xml", ""},
+                                         {"a/_rels/1.xml.rels", near},
+                                         {"a/_rels/2.xml.rels", near},
+                                         {"a/_rels/3.xml.rels", own},
+                                         {"a/_rels/4.xml.rels", own},
+                                         {"b/_rels/1.xml.rels", near}}));
+    const auto target = [&](const char* source) { return package->Relationships(source).at(0).targetPart; };
+    EXPECT_EQ(target("/a/1.xml"), "/a/x.xml");
+    EXPECT_EQ(target("/a/2.xml"), "/a/x.xml");
+    EXPECT_EQ(target("/b/1.xml"), "/b/x.xml");
+    EXPECT_EQ(target("/a/3.xml"), "/a/3.xml");
+    EXPECT_EQ(target("/a/4.xml"), "/a/4.xml");
+}
+
 TEST_F(PackageReaderTest, JoinsPieces) {
     const auto package = Open({
         {"[Content_Types].xml/[1].last.piece", typesXml.substr(100)},

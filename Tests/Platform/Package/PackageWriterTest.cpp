@@ -98,6 +98,26 @@ TEST_F(PackageWriterTest, WritesWhatTheReaderReads) {
     EXPECT_EQ(page[1].targetPart, "/other.xml");
 }
 
+TEST_F(PackageWriterTest, SaysEachOfFewAndOfManyRelationshipsOnce) {
+    const auto writer = PackageWriter::Create(m_target);
+    Add(*writer, "/a", "x");
+    const auto add = [&](int number, bool external = false, const char* id = "") {
+        return writer->AddRelationship("/", "t" + std::to_string(number), "/a", external, id);
+    };
+    for (int number = 1; number <= 100; ++number) {
+        const std::string id = 'R' + std::to_string(number);
+        ASSERT_EQ(add(number), id);
+        for (const int before : {1, (number + 1) / 2, number}) {
+            ASSERT_EQ(add(before), 'R' + std::to_string(before)) << number;
+            const std::string taken = 'R' + std::to_string(before);
+            ASSERT_EQ(Failure([&] { add(number + 1, false, taken.c_str()); }).first,
+                      OPC_E_DUPLICATE_RELATIONSHIP);
+        }
+    }
+    EXPECT_EQ(add(1, true), "R101") << "that is another one";
+    EXPECT_EQ(add(1), "R1");
+}
+
 TEST_F(PackageWriterTest, TakesPartsSideBySideAndGivesTheSameBytes) {
     const std::string noise[] = {Noise(400000, 1), Noise(400000, 2), std::string(500000, 'z')};
     for (const char* target : {"out.xps", "again.xps"}) {
@@ -179,10 +199,12 @@ TEST_F(PackageWriterTest, LeavesOutPartsThatWereNotClosed) {
 TEST_F(PackageWriterTest, RefusesWhatMakesNoPackage) {
     const auto writer = PackageWriter::Create(m_target);
     Add(*writer, "/a/b", "x");
+    Add(*writer, "/far/in/b", "x");
     const Rows<const char*, std::function<void()>, HRESULT> rows{
         {"name twice", [&] { Add(*writer, "/A/B", "x"); }, OPC_E_DUPLICATE_PART},
         {"name extended", [&] { Add(*writer, "/a/b/c", "x"); }, OPC_E_DUPLICATE_PART},
         {"name that extends", [&] { Add(*writer, "/A", "x"); }, OPC_E_DUPLICATE_PART},
+        {"name that extends far", [&] { Add(*writer, "/far", "x"); }, OPC_E_DUPLICATE_PART},
         {"no name", [&] { Add(*writer, "a", "x"); }, OPC_E_NONCONFORMING_URI},
         {"relationships part", [&] { Add(*writer, "/_rels/.rels", "x"); }, OPC_E_NONCONFORMING_URI},
         {"no type", [&] { Add(*writer, "/c", "x", ""); }, OPC_E_INVALID_CONTENT_TYPE},

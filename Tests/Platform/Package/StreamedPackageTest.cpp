@@ -6,6 +6,7 @@
 #include <Package/PackageReader.h>
 #include <Package/PackageWriter.h>
 #include <Package/ZipArchive.h>
+#include <Package/ZipRecords.h>
 #include <Package/ZipWriter.h>
 #include <System/FileError.h>
 #include <System/OutputFile.h>
@@ -117,6 +118,7 @@ TEST_F(StreamedPackageTest, IsReadByOthers) {
     {
         const auto writer = PackageWriter::Create(m_target);
         TakeOverPart(*writer, "/a.xml", "text/xml", *from->OpenPacked("/a.xml"));
+        Write(*writer->AddPart("/1.xml", "text/xml", PackageCompression::Normal), noise); // given up
         const auto first = writer->AddPart("/1.xml", "text/xml", PackageCompression::Normal);
         const auto second = writer->AddPart("/2.xml", "text/xml", PackageCompression::None);
         for (std::size_t at = 0; at < noise.size(); at += 100'000) {
@@ -174,6 +176,8 @@ TEST_F(StreamedPackageTest, DamageIsFoundAlsoInWhatIsTakenOver) {
             const auto [result, text] = Failure(take);
             EXPECT_EQ(result, wanted) << what << ": " << text;
             EXPECT_THAT(text, HasSubstr("/a.xml: "));
+            // Some of it a reader of the part would not notice.
+            Failure([&] { from->ReadPart("/a.xml", 100); });
         }
         EXPECT_FALSE(writer->HasPart("/a.xml")) << what;
     }
@@ -191,9 +195,16 @@ TEST_F(StreamedPackageTest, RelationshipsAreWrittenOnceTheyAreComplete) {
     EXPECT_EQ(result, OPC_E_NO_SUCH_PART);
     EXPECT_THAT(text, HasSubstr("/_rels/a.xml.rels: the relationship 'R1' leads to '/later.xml'"));
     Add(*writer, "/later.xml", "b");
+    // As long as a name may be for that of the relationships part to fit into an archive.
+    const std::string longest = "/" + std::string(0xFFFF - std::string_view("_rels/.rels").size() - 1, 'n');
+    EXPECT_EQ(Failure([&] { Add(*writer, longest + 'n', "c"); }).first, OPC_E_NONCONFORMING_URI);
+    Add(*writer, longest, "c");
+    writer->AddRelationship(longest, "t", "/a.xml");
     writer->Finish();
     writer->Commit();
-    EXPECT_EQ(PackageReader::Open(m_target)->Relationships("/a.xml").at(0).targetPart, "/later.xml");
+    const auto package = PackageReader::Open(m_target);
+    EXPECT_EQ(package->Relationships("/a.xml").at(0).targetPart, "/later.xml");
+    EXPECT_EQ(package->Relationships(longest).at(0).targetPart, "/a.xml");
 }
 
 TEST_F(StreamedPackageTest, RelationshipsAreTakenOverWhereTheySayTheSame) {
@@ -281,24 +292,30 @@ TEST_F(StreamedPackageTest, HoldsWhatIsLargerThanFourGigabytes) {
         off_t m_end = 0;
     };
     const ZipHeader large{"large", false, 1, std::uint64_t{4100} << 20, std::uint64_t{4100} << 20};
+    const ZipHeader largeBehind{"large behind", false, 3, large.size, large.size};
     const ZipHeader behind{"behind", false, 2, 4, 4};
     {
         Sparse output(m_target);
         ZipWriter archive(output);
         const std::string zeros(1 << 20, '\0');
-        archive.Begin(large);
-        for (std::uint64_t done = 0; done != large.size; done += zeros.size())
-            archive.Write(zeros.data(), zeros.size());
-        archive.End(large);
+        const auto addLarge = [&](const ZipHeader& entry) {
+            archive.Begin(entry);
+            for (std::uint64_t done = 0; done != entry.size; done += zeros.size())
+                archive.Write(zeros.data(), zeros.size());
+            archive.End(entry);
+        };
+        addLarge(large);
+        addLarge(largeBehind);
         archive.Begin(behind);
         archive.Write("text", 4);
         archive.End(behind);
+        EXPECT_EQ(Failure([&] { archive.Finish([] { return true; }); }).first, E_ABORT);
         archive.Finish({});
     }
     const ZipArchive archive(m_target);
     ZipArchive::Walk walk(archive);
     ZipItem item;
-    for (const ZipHeader& entry : {large, behind}) {
+    for (const ZipHeader& entry : {large, largeBehind, behind}) {
         ASSERT_TRUE(walk.Next(item));
         EXPECT_EQ(item.name + std::to_string(item.checksum), entry.name + std::to_string(entry.checksum));
         EXPECT_EQ(item.size, entry.size);
@@ -320,6 +337,7 @@ TEST_F(StreamedPackageTest, HoldsWhatIsLargerThanFourGigabytes) {
 TEST_F(StreamedPackageTest, GoesIntoAPipe) {
     const auto write = [](PackageWriter& writer) {
         Add(writer, "/a.xml", Noise(700'000));
+        Add(writer, "/stored.xml", Noise(700'000), PackageCompression::None);
         Add(writer, "/b.xml", hello);
         writer.AddRelationship("/", "t", "/b.xml");
         writer.Finish();
@@ -339,6 +357,31 @@ TEST_F(StreamedPackageTest, GoesIntoAPipe) {
     }
     reader.join();
     EXPECT_EQ(read, TemporaryFolder::Read(m_target)) << "the same calls give the same bytes";
+
+    // Who reads the stream as it comes learns behind a part's bytes what the directory says of them.
+    const ZipArchive archive(m_target);
+    ZipArchive::Walk walk(archive);
+    ZipItem item;
+    ASSERT_TRUE(walk.Next(item));
+    std::size_t start = 0;
+    const std::string bytes = archive.ReadItem(item, 700'000 + 1000, item.name, start);
+    RecordReader behind(std::string_view(bytes).substr(start + item.storedSize));
+    EXPECT_EQ(behind.Take32(), descriptorMark);
+    EXPECT_EQ(behind.Take32(), item.checksum);
+    EXPECT_EQ(behind.Take32(), item.storedSize);
+    EXPECT_EQ(behind.Take32(), item.size);
+    EXPECT_EQ(behind.Take32(), localHeaderMark) << "of the next part";
+    const auto flags = [&] {
+        char directory[10], header[10];
+        archive.ReadAt(item.position, directory, sizeof directory);
+        archive.ReadAt(item.header, header, sizeof header);
+        const std::uint16_t all = RecordReader({directory + 8, 2}).Take16();
+        EXPECT_EQ(all, RecordReader({header + 6, 2}).Take16());
+        return all;
+    };
+    EXPECT_EQ(flags(), sizesBehindFlag);
+    ASSERT_TRUE(walk.Next(item));
+    EXPECT_EQ(flags(), 0) << "the end of what is stored has to be known ahead";
 }
 
 TEST_F(StreamedPackageTest, DoesNotWaitForAReaderThatIsGoneOrAWriterThatStops) {
