@@ -1,4 +1,5 @@
 #include "Platform/Dom/DomTestSupport.h"
+#include "Support/Growth.h"
 
 #include <Com/FaultInjection.h>
 
@@ -184,11 +185,27 @@ TEST(DomClone, IsAsItsTextIsReadBack) {
          },
          nothing, "<a><b/><q:c xmlns:q=\"urn:q\"/></a>", "*", 2},
         {"<a>\n<b>\n</b></a>", text("t"), nothing, "<a>t</a>", "node()", 1},
+        {"<a>\n<b>\n<c/>\n</b><d/></a>", set("x", "1"), nothing,
+         "<a x=\"1\">\r\n\t<b>\r\n\t\t<c/>\r\n\t</b><d/></a>", "node()", 2},
+        {"<a><![CDATA[x]]></a>",
+         [](const Document& document, IXMLDOMNode* node) {
+             node->appendChild(Got(document, &IXMLDOMDocument::createCDATASection, Wide("y")), nullptr);
+         },
+         nothing, "<a><![CDATA[xy]]></a>", "text()", 1},
+        {"<a x='12'/>",
+         [](const Document&, IXMLDOMNode* node) {
+             CComPtr<IXMLDOMText> half;
+             const auto value = Got(First(node, "@x"), &IXMLDOMNode::get_firstChild);
+             EXPECT_EQ(S_OK, CComQIPtr<IXMLDOMText>(value)->splitText(1, &half));
+         },
+         nothing, "<a x=\"12\"/>", "@x[. = '12']", 1},
     };
-    for (const auto& each : cases) {
-        const auto source = Parsed(each.source);
+    for (std::size_t at = 0; at < 2 * std::size(cases); ++at) {
+        const auto& each = cases[at / 2];
+        auto source = Parsed(each.source);
         each.edit(source, RootOf(source));
         const auto clone = Clone(source);
+        if (at % 2 != 0) source.Release(); // what it leaves is the clone's
         const auto root = RootOf(clone);
         each.editClone(clone, root);
         EXPECT_EQ(each.clone, XmlOf(root)) << each.source;
@@ -200,8 +217,16 @@ TEST(DomClone, IsAsItsTextIsReadBack) {
     Set(source, "");
     EXPECT_FALSE(First(source, "a/@x/text()"));
     EXPECT_TRUE(First(Clone(source), "a/@x"));
-    CComPtr<IXMLDOMNode> value;
-    EXPECT_EQ(S_OK, First(Clone(source), "a/@x")->get_firstChild(&value));
+    auto clone = Clone(source);
+    for (int again = 0; again < 2; ++again) {
+        CComPtr<IXMLDOMNode> value;
+        EXPECT_EQ(S_OK, First(clone, "a/@x")->get_firstChild(&value));
+        clone = [] {
+            const auto gone = Parsed("<a x='1'/>");
+            Set(gone, "");
+            return Clone(gone);
+        }();
+    }
     // A declaration that a program made is then one that was read.
     const auto made = Parsed("<a/>");
     const auto declaration = Got(made, &IXMLDOMDocument::createProcessingInstruction, Wide("xml"),
@@ -219,6 +244,7 @@ TEST(DomClone, IsRefusedWhereItsTextIs) {
     };
     const Settings none = [](const Document&) {};
     const std::string large = "<a>" + std::string(3000, 'x') + "</a>";
+    const std::string escaped = "<a>" + Times(500, [](std::size_t) { return "&amp;"; }) + "</a>";
     const struct {
         std::string text;
         Settings set;
@@ -229,13 +255,14 @@ TEST(DomClone, IsRefusedWhereItsTextIs) {
         {"<a><b><c/></b></a>", property("MaxElementDepth", 3), S_OK, S_OK},
         {large, property("MaxXMLSize", 2), S_FALSE, static_cast<HRESULT>(0xC00CE587)},
         {large, property("MaxXMLSize", 3), S_OK, S_OK},
+        {escaped, property("MaxXMLSize", 2), S_FALSE, static_cast<HRESULT>(0xC00CE587)},
         {"<?xml version='1.0' encoding='unknown'?><a/>", none, E_FAIL, S_OK},
         {"<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE2\x82\xAC</a>", none, S_OK, S_OK},
     };
     for (const auto& each : cases) {
         const auto source = Parsed(each.text);
         for (const bool isOpened : {false, true}) {
-            if (isOpened) RootOf(source);
+            if (isOpened) Set(source, "1"); // and what it would read is not known ahead
             const auto clone = NewDocument();
             each.set(clone);
             EXPECT_EQ(each.result, Load(clone, Of(source))) << each.text.substr(0, 40);
@@ -251,9 +278,10 @@ TEST(DomClone, IsRefusedWhereItsTextIs) {
     EXPECT_EQ(S_OK, Load(clone, Of(Parsed("<a> <b/></a>"))));
     EXPECT_EQ("\n\t", TextOf(RootOf(clone)));
     // What is set behind it is for the next text.
-    clone = Clone(Parsed("<a> <b/></a>"));
+    const auto source = Parsed("<a> <b/> </a>");
+    clone = Clone(source);
     EXPECT_EQ(S_OK, clone->put_preserveWhiteSpace(VARIANT_TRUE));
-    EXPECT_EQ("<a>\r\n\t<b/></a>\r\n", XmlOf(clone));
+    EXPECT_EQ("<a>\r\n\t<b/>\r\n</a>\r\n", XmlOf(clone));
     EXPECT_EQ(VARIANT_TRUE, Got(clone, &IXMLDOMDocument::get_preserveWhiteSpace));
 }
 

@@ -156,6 +156,7 @@ protected:
             "//p:F[@name = \"\"]",
             "//q:F[@name = \"a:1\"]/F",
             "//p:F[@name = \"none\"]",
+            "//p:F[@name = \"a:2\"]",
             "//p:F[@name = \"a:2\"]/p:O/p:S",
             "//p:F",
             "/p:T/p:F//p:O",
@@ -181,8 +182,7 @@ protected:
         all->get_item(static_cast<LONG>(m_random() % static_cast<unsigned>(count)), &node);
         return CComQIPtr<IXMLDOMElement>(node).p;
     }
-    std::string Crowd() {
-        const std::size_t count = m_random() % 100;
+    static std::string Crowd(std::size_t count) {
         std::string crowd = "<p:F xmlns:p='urn:p' name='a:1'>";
         for (std::size_t i = 0; i < count; ++i)
             crowd += "<p:O name='w'/>";
@@ -248,7 +248,7 @@ protected:
             if (!(other == m_document)) other->replaceChild(NewElement(), element, &out);
             break;
         case 11: // of somebody else, and with more in it than is looked through
-            element->appendChild(First(Parsed(Crowd()), "/*"), &out);
+            element->appendChild(First(Parsed(Crowd(m_random() % 100)), "/*"), &out);
             break;
         case 12:
             element->get_firstChild(&other);
@@ -284,6 +284,35 @@ TEST_F(NamedQueries, SelectWhatTheEvaluatorSelects) {
     }
 }
 
+// Changes that are not followed one by one, and what stands far from what it is in.
+TEST_F(NamedQueries, SelectSoInDeepAndLargePiecesAndAfterManyChanges) {
+    constexpr int deep = 80;
+    std::string begin = "<p:T xmlns:p='urn:p' xmlns:q='urn:q'><p:F name='a:1'>", end = "</p:F></p:T>";
+    for (int level = 0; level < deep; ++level) {
+        begin += "<p:O>";
+        end.insert(0, "</p:O>");
+    }
+    m_document = Parsed(begin + "<p:F name='a:2'><p:O><p:S name='w'/></p:O></p:F>" + end);
+    SelectWith(m_document, "xmlns:p='urn:p' xmlns:q='urn:q'");
+    Compare("at the start");
+    const auto inner = CComQIPtr<IXMLDOMElement>(First(m_document, "//p:F//p:F").p);
+    EXPECT_EQ(S_OK, inner->setAttribute(Wide("name"), Value("a:1")));
+    Compare("after a deep change");
+    EXPECT_EQ(S_OK, RootOf(m_document)->appendChild(First(Parsed(Crowd(deep)), "/*"), nullptr));
+    Compare("after a large piece came");
+
+    m_document =
+        Parsed("<p:T xmlns:p='urn:p' xmlns:q='urn:q'><p:F id='1' name='a:1'/><p:F id='2' name='a:1'/>"
+               "<p:F id='3' name='a:1'/></p:T>");
+    SelectWith(m_document, "xmlns:p='urn:p' xmlns:q='urn:q'");
+    for (int round = 0; round < 8; ++round) {
+        for (const char* each : {"//p:F[@id='3']", "//p:F[@id='2']", "//p:F[@id='1']"})
+            for (const char* name : {"a:2", "a:1"})
+                CComQIPtr<IXMLDOMElement>(First(m_document, each).p)->setAttribute(Wide("name"), Value(name));
+        if (round % 3 == 0) Compare("after names changed");
+    }
+}
+
 TEST_F(NamedQueries, FailAsTheEvaluatorDoes) {
     m_document = Parsed("<p:T xmlns:p='urn:p'><p:F name='a:1'><p:O/></p:F></p:T>");
     SelectWith(m_document, "xmlns:p='urn:p'");
@@ -291,6 +320,7 @@ TEST_F(NamedQueries, FailAsTheEvaluatorDoes) {
         EXPECT_EQ(Selected("//x:F[@name = \"a:1\"]"), "failed");
         EXPECT_EQ(Selected("//p:F[@name = \"none\"]/x:O"), "failed");
         EXPECT_EQ(Selected("//p:F[@name = \"a:1\"]/"), "failed");
+        EXPECT_EQ(Selected("//:F[@name = \"a:1\"]"), "failed");
         EXPECT_EQ(Selected("//p:F[@name = \"a:1]"), "failed");
         EXPECT_NE(Selected("//p:F[@name = \"a:1\"]"), "");
     }
