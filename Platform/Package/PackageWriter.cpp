@@ -26,8 +26,8 @@ namespace OvPlatform {
 namespace {
 
 constexpr std::size_t chunkSize = 64u << 10;
-// Of a part whose relationships part has a name that an archive can hold.
-constexpr std::size_t longestName = 0xFFFF - std::string_view("_rels/.rels").size();
+// Of a part whose relationships part, too, has a name that an archive can hold, which is without its slash.
+constexpr std::size_t longestName = 0xFFFF - std::string_view("_rels/.rels").size() + 1;
 
 std::string ZipName(std::string_view partName) { return std::string(partName.substr(1)); }
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <printerextension.h>
 
+#include <atomic>
 #include <chrono>
 #include <future>
 #include <set>
@@ -150,7 +151,8 @@ TEST_F(PipelineTest, TakesOverWhatNobodyChangesAsItIsPacked) {
 TEST_F(PipelineTest, StopsInTheMiddleOfALargePart) {
     class Cancelling final : public OvPlatform::ByteOutput {
     public:
-        Cancelling(std::filesystem::path folder, std::shared_ptr<JobState> job, std::size_t& size)
+        Cancelling(std::filesystem::path folder, std::shared_ptr<JobState> job,
+                   std::atomic<std::size_t>& size)
             : m_folder(std::move(folder)), m_job(std::move(job)), m_size(size) {}
         const std::filesystem::path& Name() const override { return m_folder; }
         std::filesystem::path Folder() const override { return m_folder; }
@@ -165,7 +167,7 @@ TEST_F(PipelineTest, StopsInTheMiddleOfALargePart) {
     private:
         std::filesystem::path m_folder;
         std::shared_ptr<JobState> m_job;
-        std::size_t& m_size;
+        std::atomic<std::size_t>& m_size;
     };
     ZipItems items = SampleJob().Items();
     constexpr std::size_t large = 12 << 20;
@@ -181,7 +183,7 @@ TEST_F(PipelineTest, StopsInTheMiddleOfALargePart) {
             made.Attach(new PackageSource(context));
             return made;
         }();
-        std::size_t size = 0;
+        std::atomic<std::size_t> size = 0; // from another thread
         PackageSink sink(std::make_unique<Cancelling>(m_folder.Path(), job, size), job, context->flavour,
                          Interleaving::MarkupFirst);
         try {

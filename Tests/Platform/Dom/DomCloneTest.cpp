@@ -227,6 +227,10 @@ TEST(DomClone, IsAsItsTextIsReadBack) {
             return Clone(gone);
         }();
     }
+    // So is a namespace that only the writer declares.
+    const auto foreign = Parsed("<a/>");
+    EXPECT_EQ(S_OK, RootOf(foreign)->appendChild(NewElement(foreign, "q:c", "urn:q"), nullptr));
+    EXPECT_EQ("xmlns:q=urn:q", AttributesOf(First(Clone(foreign), "a/*")));
     // A declaration that a program made is then one that was read.
     const auto made = Parsed("<a/>");
     const auto declaration = Got(made, &IXMLDOMDocument::createProcessingInstruction, Wide("xml"),

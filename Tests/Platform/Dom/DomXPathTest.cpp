@@ -299,6 +299,7 @@ TEST_F(NamedQueries, SelectSoInDeepAndLargePiecesAndAfterManyChanges) {
     EXPECT_EQ(S_OK, inner->setAttribute(Wide("name"), Value("a:1")));
     Compare("after a deep change");
     EXPECT_EQ(S_OK, RootOf(m_document)->appendChild(First(Parsed(Crowd(deep)), "/*"), nullptr));
+    EXPECT_NE("", Selected("//p:F[@name = 'a:2']")) << "the last one in it";
     Compare("after a large piece came");
 
     m_document =

@@ -196,7 +196,7 @@ TEST_F(StreamedPackageTest, RelationshipsAreWrittenOnceTheyAreComplete) {
     EXPECT_THAT(text, HasSubstr("/_rels/a.xml.rels: the relationship 'R1' leads to '/later.xml'"));
     Add(*writer, "/later.xml", "b");
     // As long as a name may be for that of the relationships part to fit into an archive.
-    const std::string longest = "/" + std::string(0xFFFF - std::string_view("_rels/.rels").size() - 1, 'n');
+    const std::string longest = "/" + std::string(0xFFFF - std::string_view("_rels/.rels").size(), 'n');
     EXPECT_EQ(Failure([&] { Add(*writer, longest + 'n', "c"); }).first, OPC_E_NONCONFORMING_URI);
     Add(*writer, longest, "c");
     writer->AddRelationship(longest, "t", "/a.xml");
