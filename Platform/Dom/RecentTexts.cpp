@@ -43,7 +43,8 @@ void RecentTexts::Made(Mark mark, std::string_view bytes, DomTree& tree) noexcep
         const DomSettings& settings = tree.Settings();
         const Known known{tree.Share(), settings.preserveWhiteSpace, settings.maxElementDepth,
                           settings.maxXmlSize};
-        m_known.Keep(std::string(bytes), std::make_shared<const Known>(known), sizeOfTree * bytes.size());
+        m_known.Keep(std::string(bytes), std::make_shared<const Known>(known),
+                     sizeOfEmptyTree + sizeOfContent * bytes.size());
     } catch (const std::bad_alloc&) {
         // The next one is parsed, too.
     }

@@ -45,7 +45,8 @@ private:
 
     static constexpr std::size_t mostOfOneText = std::size_t{1} << 16;
     static constexpr std::size_t mostOfAll = std::size_t{1} << 20;
-    static constexpr std::size_t sizeOfTree = 10; ///< as often the bytes of its text, about
+    static constexpr std::size_t sizeOfEmptyTree = std::size_t{8} << 10; ///< with its dictionary, about
+    static constexpr std::size_t sizeOfContent = 10; ///< as often the bytes of its text, about
 
     std::mutex m_lock; ///< of the marks
     std::array<Mark, 64> m_met{};
