@@ -65,7 +65,7 @@ int RunCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& err
         job.outputIsNamed = true;
     }
     std::error_code error;
-    if (std::filesystem::equivalent(job.file, job.output, error) ||
+    if ((stream && stream->LeadsTo(job.file)) || std::filesystem::equivalent(job.file, job.output, error) ||
         std::filesystem::equivalent(job.file, job.byteOutput, error))
         throw UsageError("the output would take the place of the job " + options.job);
 

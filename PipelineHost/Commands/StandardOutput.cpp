@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -18,6 +19,13 @@ StandardOutput::StandardOutput() {
     if (m_descriptor < 0) throw UsageError("there is no output stream");
     dup2(STDERR_FILENO, STDOUT_FILENO);
     m_beforeSignal = signal(SIGPIPE, SIG_IGN);
+}
+
+bool StandardOutput::LeadsTo(const std::filesystem::path& file) const {
+    struct stat own {
+    }, other{};
+    return fstat(m_descriptor, &own) == 0 && stat(file.c_str(), &other) == 0 && S_ISREG(own.st_mode) &&
+           own.st_dev == other.st_dev && own.st_ino == other.st_ino;
 }
 
 StandardOutput::~StandardOutput() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 namespace OvPipeline {
 
 /// While it lives, the output stream is for one job's output alone: what anybody else writes to it, also a
@@ -14,6 +16,7 @@ public:
     ~StandardOutput();
 
     int Descriptor() const { return m_descriptor; }
+    bool LeadsTo(const std::filesystem::path& file) const;
 
 private:
     int m_descriptor;

@@ -137,9 +137,7 @@ TEST_F(ProgramTest, FilesOfTheJobDoNotTakeThePlaceOfStreamsThatAreClosed) {
 
 TEST_F(ProgramTest, AJobGoesIntoTheOutputStreamAlone) {
     static std::string target; // of what becomes of the program's output stream
-    const auto intoTarget = [] {
-        dup2(open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), STDOUT_FILENO);
-    };
+    const auto intoTarget = [] { dup2(open(target.c_str(), O_WRONLY | O_CREAT, 0600), STDOUT_FILENO); };
     const std::vector<std::string> command{"run", "--filter", passThrough, "-o", "-", "job.xps"};
     target = (m_folder / "streamed.xps").string();
     Program streams(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
@@ -149,6 +147,11 @@ TEST_F(ProgramTest, AJobGoesIntoTheOutputStreamAlone) {
         0, Program({"run", "--filter", passThrough, "-o", "out.xps", "job.xps"}, m_folder.Path()).Finish());
     EXPECT_EQ(TemporaryFolder::Read(target), TemporaryFolder::Read(m_folder / "out.xps"));
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "out.xps", "streamed.xps"));
+
+    target = (m_folder / "job.xps").string();
+    const std::string job = TemporaryFolder::Read(target);
+    EXPECT_EQ(2, Program(command, m_folder.Path(), Program::Errors::Pipe, intoTarget).Finish());
+    EXPECT_EQ(TemporaryFolder::Read(target), job);
 
     target = "/dev/full";
     Program full(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
