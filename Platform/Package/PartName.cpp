@@ -3,6 +3,7 @@
 #include <msopc.h>
 
 #include <algorithm>
+#include <random>
 #include <vector>
 
 namespace OvPlatform {
@@ -54,10 +55,26 @@ void AppendEncoded(std::string& text, unsigned octet) {
 
 constexpr char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// FNV-1a, a character at a time, so that a name's folders are hashed on the way.
-constexpr std::uint64_t emptyHash = 0xCBF29CE484222325;
-constexpr std::uint64_t HashOn(std::uint64_t hash, char c) {
-    return (hash ^ static_cast<unsigned char>(Lower(c))) * 0x100000001B3;
+// A polynomial over the prime 2^61 - 1 at a place that nobody outside knows, so that names cannot be made to
+// meet in a table; a character at a time, so that a name's folders are hashed on the way.
+constexpr std::uint64_t emptyHash = 0;
+constexpr unsigned primeBits = 61;
+constexpr std::uint64_t prime = (std::uint64_t{1} << primeBits) - 1;
+
+std::uint64_t HashPlace() {
+    static const std::uint64_t place = [] {
+        std::random_device random;
+        return (std::uint64_t{random()} << 32 | random()) % (prime - 1) + 1;
+    }();
+    return place;
+}
+
+std::uint64_t HashOn(std::uint64_t hash, std::uint64_t place, char c) {
+    const auto product =
+        static_cast<unsigned __int128>(hash) * place + static_cast<unsigned char>(Lower(c)) + 1;
+    const std::uint64_t sum =
+        (static_cast<std::uint64_t>(product) & prime) + static_cast<std::uint64_t>(product >> primeBits);
+    return sum >= prime ? sum - prime : sum;
 }
 
 [[noreturn]] void Refuse(const std::string& problem, HRESULT result = OPC_E_NONCONFORMING_URI) {
@@ -244,8 +261,9 @@ int ComparePartNames(std::string_view left, std::string_view right) {
 
 std::size_t PartNameHash::operator()(std::string_view name) const {
     std::uint64_t hash = emptyHash;
+    const std::uint64_t place = HashPlace();
     for (const char c : name)
-        hash = HashOn(hash, c);
+        hash = HashOn(hash, place, c);
     return static_cast<std::size_t>(hash);
 }
 
@@ -254,8 +272,8 @@ PartNameFolders::PartNameFolders(std::string_view name) : m_name(name), m_hash(e
 bool PartNameFolders::Next() {
     const std::size_t end = m_name.find('/', m_length + 1);
     if (end == std::string_view::npos) return false;
-    for (; m_length < end; ++m_length)
-        m_hash = HashOn(m_hash, m_name[m_length]);
+    for (const std::uint64_t place = HashPlace(); m_length < end; ++m_length)
+        m_hash = HashOn(m_hash, place, m_name[m_length]);
     return true;
 }
 

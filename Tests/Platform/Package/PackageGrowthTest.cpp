@@ -44,7 +44,41 @@ std::vector<ZipEntry> Pieces(std::size_t n) {
     return entries;
 }
 
+// Put together, one of each pair, they meet in a table of some thousand names by FNV-1a.
+const std::array<std::array<const char*, 2>, 13> meetingEnds{{
+    {{"jo5ahooov5", "fv4x2wftm5"}},
+    {{"yy5x2n4uok", "ueruwsqpz0"}},
+    {{"auyrluqgwb", "c2zsqjzano"}},
+    {{"mhtam4qurr", "lgnfdqiepk"}},
+    {{"zlcums13hi", "vylcokykm2"}},
+    {{"i24td0f41y", "ttz0tncge0"}},
+    {{"54jdo0ruj4", "xmzidkg3hr"}},
+    {{"opmieb4nok", "eh30hwiitq"}},
+    {{"2skb5g2rb0", "qajn3rjn5v"}},
+    {{"lsil5jdnhb", "swmtvc34oq"}},
+    {{"bsjvp5pnrw", "eeg4hv3vsx"}},
+    {{"hdxx3qz0b4", "cnhjnlrjof"}},
+    {{"ufbcwuicw1", "hhqjvbbya1"}},
+}};
+
+std::string MeetingName(std::size_t n) {
+    std::string name = "r/";
+    for (const auto& ends : meetingEnds) {
+        name += ends[n & 1];
+        n >>= 1;
+    }
+    return name + ".xml";
+}
+
 const GrowthCase cases[] = {
+    {"OpensNamesMadeToMeetInATable",
+     [](std::size_t n) {
+         std::vector<ZipEntry> entries;
+         for (std::size_t i = 0; i < n; ++i)
+             entries.push_back({MeetingName(i), ""});
+         return Opening(WithTypes(entries));
+     },
+     2'048},
     {"OpensNamesOfManySegments",
      [](std::size_t n) {
          return Opening(WithTypes({{DeepName(n, "x.xml").substr(1), ""}}));
