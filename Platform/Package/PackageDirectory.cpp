@@ -247,6 +247,10 @@ void PackageDirectory::CheckBounds(const Group& group) {
         throw PackageError(OPC_E_UNSUPPORTED_PACKAGE, m_archive->File().string(),
                            "the package inflates to more than " + std::to_string(m_limits.maxPackageSize) +
                                " bytes");
+    // A few bytes that many parts claim would become many.
+    if (__builtin_add_overflow(m_totalStored, stored, &m_totalStored) || m_totalStored > m_archive->Size())
+        throw PackageError(OPC_E_ZIP_INCONSISTENT_DIRECTORY, group.name,
+                           "the parts up to here are stored in more bytes than the file has");
 }
 
 void PackageDirectory::AddGroup(const Group& group, const ContentTypes& types) {

@@ -66,6 +66,7 @@ private:
     PackageLimits m_limits;
     std::function<bool()> m_isStopped;
     std::uint64_t m_totalSize = 0;
+    std::uint64_t m_totalStored = 0;
     std::vector<StoredPiece> m_pieces;
     std::unordered_set<std::string> m_contentTypes; // of m_parts
     std::vector<PackagePart> m_parts;

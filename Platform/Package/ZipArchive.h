@@ -37,6 +37,8 @@ public:
 
     std::uint64_t Count() const { return m_count; }
     const std::filesystem::path& File() const { return m_path; }
+    /// Bytes of the file.
+    std::uint64_t Size() const { return m_fileSize; }
     /// position: that of an item that came before. Throws PackageError.
     ZipItem ItemAt(std::uint64_t position) const;
     /// Reads from the item's own header on, at least that and at most size bytes behind it. dataStart: where

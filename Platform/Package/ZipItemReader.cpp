@@ -90,6 +90,11 @@ std::size_t ZipItemReader::Unpack(void* buffer, std::size_t size) {
     }
 }
 
+// What stands behind the end of the compressed bytes would go on into another package, unseen.
+bool ZipItemReader::IsAtEnd() const {
+    return m_storedLeft == 0 && (!m_isCompressed || (m_hasEnded && m_stream->avail_in == 0));
+}
+
 void ZipItemReader::CheckEnd() {
     if (m_isChecked) return;
     char more = 0;
@@ -98,10 +103,6 @@ void ZipItemReader::CheckEnd() {
     if (m_checksum != m_wantedChecksum)
         Fail(OPC_E_ZIP_CORRUPTED_ARCHIVE, "its data is damaged (wrong checksum)");
     m_isChecked = true;
-}
-
-bool ZipItemReader::IsSound() const {
-    return m_isChecked && m_storedLeft == 0 && (!m_isCompressed || m_stream->avail_in == 0);
 }
 
 std::size_t ZipItemReader::Read(void* buffer, std::size_t size) {
@@ -125,8 +126,7 @@ std::size_t ZipItemReader::ReadStored(void* buffer, std::size_t size, bool isToB
     Check(buffer, count);
     if (m_storedLeft != 0 || m_isChecked) return count;
     if (m_left != 0) Fail(OPC_E_ZIP_INCORRECT_DATA_SIZE, "it inflates to less than the directory declares");
-    // What stands behind the end of the compressed bytes would go on into another package.
-    if (m_isCompressed && (!m_hasEnded || m_stream->avail_in != 0))
+    if (!IsAtEnd())
         Fail(OPC_E_ZIP_INCORRECT_DATA_SIZE, "its compressed data ends elsewhere than the directory declares");
     CheckEnd();
     return count;

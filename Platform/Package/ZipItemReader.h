@@ -27,8 +27,8 @@ public:
     /// checksum, unless that has been done before. For one item, one or the other.
     std::size_t ReadStored(void* buffer, std::size_t size, bool isToBeChecked);
 
-    /// All bytes have been read and are as the directory says, and nothing stands behind them.
-    bool IsSound() const;
+    /// All bytes have been read, as they are stored too, and are as the directory says.
+    bool IsSound() const { return m_isChecked && IsAtEnd(); }
 
 private:
     std::size_t Unpack(void* buffer, std::size_t size);
@@ -36,6 +36,7 @@ private:
     std::size_t Fetch(void* buffer, std::size_t size);
     void Check(const void* stored, std::size_t size);
     void CheckEnd();
+    bool IsAtEnd() const;
     [[noreturn]] void Fail(HRESULT result, const char* problem) const;
 
     std::shared_ptr<const ZipArchive> m_archive;

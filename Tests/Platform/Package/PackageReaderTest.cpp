@@ -202,6 +202,8 @@ TEST_F(PackageReaderTest, RefusesDamagedPackages) {
          OPC_E_UNSUPPORTED_PACKAGE, "times its stored size"},
         {"too large", WithTypes({{name, "1", 0, 0, {}, {}, true, std::uint64_t{1} << 40}}),
          OPC_E_UNSUPPORTED_PACKAGE, "more than 4294967296"},
+        {"bytes of two parts", WithTypes({{name, std::string(9000, '1'), 0, 0, {}, {}, false, 0, "y.xml"}}),
+         OPC_E_ZIP_INCONSISTENT_DIRECTORY, "y.xml: the parts up to here are stored in more bytes"},
         {"rels malformed", Rels(relsHead), OPC_E_NONCONFORMING_RELS_XML, "/_rels/.rels: "},
         {"rels with another element", Rels(relsHead + "<X/></Relationships>"), OPC_E_INVALID_RELS_XML, "X"},
         {"rels of another type",

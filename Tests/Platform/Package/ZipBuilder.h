@@ -15,6 +15,7 @@ struct ZipEntry {
     std::optional<std::uint32_t> checksum{};
     bool zip64 = false;       // sizes in the extra field
     std::uint64_t size64 = 0; // declared there, if not 0
+    std::string other{};      // a name under which the directory describes the same bytes again
 };
 
 namespace ZipBuilderDetail {
@@ -40,6 +41,7 @@ inline std::uint32_t Checksum(const std::string& data) {
 inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
     using ZipBuilderDetail::Put;
     std::string zip, directory;
+    std::size_t count = 0;
     for (const ZipEntry& entry : entries) {
         const std::uint64_t offset = zip.size();
         const std::uint32_t crc = entry.checksum.value_or(ZipBuilderDetail::Checksum(entry.data));
@@ -53,7 +55,7 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
             Put(extra, entry.size64 ? entry.size64 : size, 8);
             Put(extra, stored, 8);
         }
-        const auto common = [&](std::string& header, bool local) {
+        const auto common = [&](std::string& header, const std::string& name, bool local) {
             const bool sizes = !(local && descriptor);
             Put(header, entry.zip64 ? 45 : 20, 2);
             Put(header, entry.flags, 2);
@@ -62,11 +64,11 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
             Put(header, sizes ? crc : 0, 4);
             Put(header, !sizes ? 0 : entry.zip64 ? 0xFFFFFFFF : stored, 4);
             Put(header, !sizes ? 0 : entry.zip64 ? 0xFFFFFFFF : size, 4);
-            Put(header, entry.name.size(), 2);
+            Put(header, name.size(), 2);
             Put(header, extra.size(), 2);
         };
         Put(zip, 0x04034B50, 4);
-        common(zip, true);
+        common(zip, entry.name, true);
         zip += entry.name + extra + entry.data;
         if (descriptor) {
             Put(zip, 0x08074B50, 4);
@@ -74,20 +76,25 @@ inline std::string BuildZip(const std::vector<ZipEntry>& entries) {
             Put(zip, stored, 4);
             Put(zip, size, 4);
         }
-        Put(directory, 0x02014B50, 4);
-        Put(directory, 45, 2);
-        common(directory, false);
-        Put(directory, 0, 2 + 2); // comment, disk
-        Put(directory, 0, 2 + 4); // attributes
-        Put(directory, offset, 4);
-        directory += entry.name + extra;
+        const auto describe = [&](const std::string& name) {
+            Put(directory, 0x02014B50, 4);
+            Put(directory, 45, 2);
+            common(directory, name, false);
+            Put(directory, 0, 2 + 2); // comment, disk
+            Put(directory, 0, 2 + 4); // attributes
+            Put(directory, offset, 4);
+            directory += name + extra;
+            ++count;
+        };
+        describe(entry.name);
+        if (!entry.other.empty()) describe(entry.other);
     }
     const std::uint64_t start = zip.size();
     zip += directory;
     Put(zip, 0x06054B50, 4);
     Put(zip, 0, 4);
-    Put(zip, entries.size(), 2);
-    Put(zip, entries.size(), 2);
+    Put(zip, count, 2);
+    Put(zip, count, 2);
     Put(zip, directory.size(), 4);
     Put(zip, start, 4);
     Put(zip, 0, 2);
