@@ -17,7 +17,6 @@
 #include <mutex>
 #include <set>
 #include <tuple>
-#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -216,7 +215,7 @@ private:
     void StopIf(const StopQuestion& isStopped) const;
 
     std::shared_ptr<WriterCore> m_core;
-    std::unordered_map<std::string, RelationshipList, PartNameHash, PartNameEqual>
+    std::map<std::string, RelationshipList, PartNameTreeOrder>
         m_relationships;                            // by source, but for those that are written
     std::vector<bool> m_areWritten;                 // relationships, by number of the source's name
     std::map<std::string_view, Promise> m_promises; // by target; the first of each
