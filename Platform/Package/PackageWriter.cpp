@@ -448,7 +448,7 @@ std::unique_ptr<PackageWriter> PackageWriter::Create(const std::filesystem::path
 }
 
 std::unique_ptr<PackageWriter> PackageWriter::Create(std::unique_ptr<ByteOutput> output) {
-    return std::make_unique<StreamingWriter>(std::move(output));
+    return Writing([&] { return std::make_unique<StreamingWriter>(std::move(output)); });
 }
 
 void TakeOverPart(PackageWriter& writer, std::string_view name, std::string_view contentType,

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <system_error>
 #include <utility>
 
 namespace OvPlatform {
@@ -41,12 +42,12 @@ void SpoolFile::Flush() {
 
 void SpoolFile::WriteOut(const void* bytes, std::size_t size) {
     if (m_file < 0) m_file = OpenNamelessFile(m_folder);
-    if (m_file < 0) throw PackageError(FileError(errno, m_target));
+    if (m_file < 0) Fail(errno);
     const auto* next = static_cast<const char*>(bytes);
     for (std::size_t left = size; left != 0;) {
         const ssize_t count = pwrite(m_file, next, left, static_cast<off_t>(m_written));
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) throw PackageError(FileError(errno, m_target));
+        if (count < 0) Fail(errno);
         next += count;
         left -= static_cast<std::size_t>(count);
         m_written += static_cast<std::uint64_t>(count);
@@ -64,17 +65,24 @@ void SpoolFile::Read(std::uint64_t offset, void* buffer, std::size_t size) {
     while (size != 0) {
         const ssize_t count = pread(m_file, next, size, static_cast<off_t>(offset));
         if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) throw PackageError(FileError(count < 0 ? errno : EIO, m_target));
+        if (count <= 0) Fail(count < 0 ? errno : EIO);
         next += count;
         offset += static_cast<std::uint64_t>(count);
         size -= static_cast<std::size_t>(count);
     }
 }
 
+// The target may lie elsewhere, and have all the room that there is.
+void SpoolFile::Fail(int number) const {
+    throw PackageError(FileError(number, m_target,
+                                 "cannot be written: a temporary file in " + m_folder.string() + ": " +
+                                     std::generic_category().message(number)));
+}
+
 void SpoolFile::Clear() {
     m_buffer.clear();
     m_written = 0;
-    if (m_file >= 0 && ftruncate(m_file, 0) != 0) throw PackageError(FileError(errno, m_target));
+    if (m_file >= 0 && ftruncate(m_file, 0) != 0) Fail(errno);
 }
 
 } // namespace OvPlatform

@@ -31,6 +31,7 @@ public:
 private:
     void Flush();
     void WriteOut(const void* bytes, std::size_t size);
+    [[noreturn]] void Fail(int number) const;
 
     std::filesystem::path m_folder;
     std::filesystem::path m_target;

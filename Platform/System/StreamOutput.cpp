@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <system_error>
 #include <utility>
 
 namespace OvPlatform {
@@ -26,7 +27,14 @@ StreamOutput::StreamOutput(int descriptor, std::filesystem::path name, std::func
     m_buffer.reserve(bufferSize);
 }
 
-std::filesystem::path StreamOutput::Folder() const { return std::filesystem::temp_directory_path(); }
+std::filesystem::path StreamOutput::Folder() const {
+    std::error_code error;
+    std::filesystem::path folder = std::filesystem::temp_directory_path(error);
+    if (error)
+        throw FileError(error.value(), m_name,
+                        "cannot be written: no folder for temporary files: " + error.message());
+    return folder;
+}
 
 void StreamOutput::Write(const void* bytes, std::size_t size) {
     const char* next = static_cast<const char*>(bytes);

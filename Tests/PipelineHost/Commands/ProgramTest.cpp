@@ -157,6 +157,12 @@ TEST_F(ProgramTest, AJobGoesIntoTheOutputStreamAlone) {
     Program full(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
     EXPECT_EQ(1, full.Finish());
     EXPECT_THAT(full.Said(), HasSubstr("the output stream: cannot be written"));
+
+    target = "/dev/null";
+    const EnvironmentVariable temporary("TMPDIR", (m_folder / "none").c_str());
+    Program nowhere(command, m_folder.Path(), Program::Errors::Pipe, intoTarget);
+    EXPECT_EQ(1, nowhere.Finish());
+    EXPECT_THAT(nowhere.Said(), HasSubstr("the output stream: cannot be written: no folder for temporary"));
 }
 
 TEST_F(ProgramTest, AnOutputStreamThatNobodyReadsEndsNoJobButACancelledOne) {
