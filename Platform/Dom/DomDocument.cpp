@@ -129,12 +129,10 @@ HRESULT DomDocument::LoadFailed(XmlFailure failure) {
 
 HRESULT DomDocument::Load(std::string_view text, Source source) {
     RecentTexts& recent = RecentTexts::OfProcess();
-    const RecentTexts::Mark mark = source == Source::Bytes ? RecentTexts::MarkOf(text) : 0;
-    if (source == Source::Bytes) {
-        if (TreeShare known = recent.Find(mark, text, Tree().Settings())) {
-            Share(std::move(known));
-            return S_OK;
-        }
+    const auto mark = source == Source::Bytes ? RecentTexts::MarkOf(text) : RecentTexts::none;
+    if (TreeShare known = recent.Find(mark, text, Tree().Settings())) {
+        Share(std::move(known));
+        return S_OK;
     }
     DomLoader loader(Tree().Settings());
     XmlDocument document = source == Source::Bytes ? loader.FromBytes(text) : loader.FromText(text);
@@ -145,7 +143,7 @@ HRESULT DomDocument::Load(std::string_view text, Source source) {
     }
     const ReadBack form = loader.Form(document.get());
     Replace(std::move(document), &form);
-    if (source == Source::Bytes) recent.Made(mark, text, Tree());
+    recent.Made(mark, text, Tree());
     m_failure = {};
     return S_OK;
 }

@@ -30,13 +30,13 @@ bool RecentTexts::Meet(Mark mark) noexcept {
 }
 
 TreeShare RecentTexts::Find(Mark mark, std::string_view bytes, const DomSettings& settings) {
-    if (bytes.size() > mostOfOneText || !WasMet(mark)) return {};
+    if (mark == none || !WasMet(mark)) return {};
     const auto known = m_known.Find(bytes);
     return known && known->IsFor(settings) ? known->tree : TreeShare();
 }
 
 void RecentTexts::Made(Mark mark, std::string_view bytes, DomTree& tree) noexcept {
-    if (bytes.size() > mostOfOneText || Meet(mark)) return;
+    if (mark == none || Meet(mark)) return;
     try {
         // What is shared is read back as it stands in every case.
         if (const ReadBack& form = tree.Form(); !form.isCopy || !form.isSame) return;

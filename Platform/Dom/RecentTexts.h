@@ -20,9 +20,12 @@ public:
     /// That of all documents.
     static RecentTexts& OfProcess();
 
-    /// By which a text is known again.
+    /// By which a text is known again; none for one that is too long to be kept.
     using Mark = std::size_t;
-    static Mark MarkOf(std::string_view bytes) noexcept { return std::hash<std::string_view>()(bytes); }
+    static constexpr Mark none = 0;
+    static Mark MarkOf(std::string_view bytes) noexcept {
+        return bytes.size() > mostOfOneText ? none : std::hash<std::string_view>()(bytes);
+    }
 
     /// What a document of these settings makes of `bytes`, which have this mark. Empty where that is not
     /// known.

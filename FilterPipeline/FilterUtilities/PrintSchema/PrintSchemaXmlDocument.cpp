@@ -299,7 +299,7 @@ HRESULT PrintSchemaXmlDocument::FixPrivateNameSpacePrefix() {
 
     const CComBSTR oldDeclaration = DeclarationName(View(m_userKeywordsPrefix));
     const CComBSTR newDeclaration = DeclarationName(PrintSchema::USER_KEYWORDS_NS_PREFIX);
-    if (CComBSTR uri; ReadAttributeOfAnyName(m_rootNode, oldDeclaration, uri)) {
+    if (CComBSTR uri; ReadAttribute(m_rootNode, oldDeclaration, uri)) {
         try {
             CComPtr<IXMLDOMElement> root;
             ThrowIfFailed(m_rootNode.QueryInterface(&root));
@@ -382,7 +382,7 @@ CComBSTR PrintSchemaXmlDocument::GetNsPrefixOf(const wchar_t* prefix,
     other.RequireDocument();
     if (PrivateKeywordNames(other).AreMeantBy(View(prefix))) return Copy(m_userKeywordsPrefix);
     CComBSTR uri;
-    if (!ReadAttributeOfAnyName(other.m_rootNode, DeclarationName(View(prefix)), uri)) return {};
+    if (!ReadAttribute(other.m_rootNode, DeclarationName(View(prefix)), uri)) return {};
     if (View(uri) == PrintSchema::USER_KEYWORDS_URI) return Copy(m_userKeywordsPrefix);
     CComBSTR own;
     const HRESULT hr = TryGetPrefixFromURI(uri, &own);
@@ -494,17 +494,15 @@ bool PrintSchemaXmlDocument::ReadAttribute(IXMLDOMNode* node, const wchar_t* nam
     ThrowIfFailed(asked);
     MsSafeVariant value;
     const HRESULT found = element->getAttribute(Make(name), &value);
-    ThrowIfFailed(found);
-    if (found != S_OK) return false;
-    text = TakeText(value);
-    return true;
-}
-
-bool PrintSchemaXmlDocument::ReadAttributeOfAnyName(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text) {
-    const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name);
-    if (!attribute) return false;
-    MsSafeVariant value;
-    ThrowIfFailed(attribute->get_nodeValue(&value));
+    if (found == E_FAIL) {
+        // The name may be one that no attribute can have, which the map does not mind.
+        const CComPtr<IXMLDOMNode> attribute = FindAttribute(node, name);
+        if (!attribute) return false;
+        ThrowIfFailed(attribute->get_nodeValue(&value));
+    } else {
+        ThrowIfFailed(found);
+        if (found != S_OK) return false;
+    }
     text = TakeText(value);
     return true;
 }
@@ -517,7 +515,7 @@ HRESULT PrintSchemaXmlDocument::GetAttributeValue(IXMLDOMNode const* node, const
     if (IsEmpty(attribute)) ThrowComException(E_INVALIDARG);
     CComBSTR text;
     // The interfaces of the DOM know no const.
-    if (!ReadAttributeOfAnyName(const_cast<IXMLDOMNode*>(node), attribute, text)) return S_FALSE;
+    if (!ReadAttribute(const_cast<IXMLDOMNode*>(node), attribute, text)) return S_FALSE;
     *out = text.Detach();
     return S_OK;
 }

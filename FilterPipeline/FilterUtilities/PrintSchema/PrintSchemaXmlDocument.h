@@ -217,8 +217,6 @@ protected:
     static CComPtr<IXMLDOMNode> FindAttribute(IXMLDOMNode* node, const wchar_t* name);
     /// The text of an attribute. False if there is no such attribute.
     static bool ReadAttribute(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text);
-    /// The same by a name that a caller or a document chose, which may be one that no attribute can have.
-    static bool ReadAttributeOfAnyName(IXMLDOMNode* node, const wchar_t* name, CComBSTR& text);
 
 private:
     // The two classes that know how private names are spelled.

@@ -47,7 +47,7 @@ std::optional<Names::Binding> Names::DeclaredBy(IXMLDOMNode* node, std::wstring_
     if (prefix.size() < 2) return std::nullopt;
     const CComBSTR declaration = Join({L"xmlns:", prefix.substr(0, prefix.size() - 1)});
     CComBSTR uri;
-    if (!PrintSchemaXmlDocument::ReadAttributeOfAnyName(node, declaration, uri)) return std::nullopt;
+    if (!PrintSchemaXmlDocument::ReadAttribute(node, declaration, uri)) return std::nullopt;
     return View(uri) == m_uri ? Binding::Private : Binding::Foreign;
 }
 
