@@ -16,9 +16,9 @@ enum class Interleaving { ResourcesFirst, MarkupFirst };
 
 /// Writes the pipeline's parts into a package: names, content types and compression as they are, each shared
 /// part once, tickets and resources related as they were, and what nobody has changed byte by byte as it is
-/// packed; a ticket whose name another one has taken gets a
-/// name of its own. Nothing stands under the target's name before Publish, and nothing is left of it without.
-/// Everything throws: HostError or OvPlatform::PackageError. Belongs to one thread at a time.
+/// packed; a ticket whose name another one has taken gets a name of its own. Nothing stands under the
+/// target's name before Commit, and nothing is left of it without. Everything throws: HostError or
+/// OvPlatform::PackageError. Belongs to one thread at a time.
 class PackageSink {
 public:
     PackageSink(std::unique_ptr<OvPlatform::ByteOutput> output, std::shared_ptr<JobState> job,

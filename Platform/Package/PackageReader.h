@@ -112,7 +112,8 @@ public:
     /// call.
     virtual std::vector<PackageRelationship> Relationships(std::string_view source) const = 0;
 
-    /// The part that says them, as OpenPacked gives others, once it was read. Null where there is none.
+    /// The part that says them, as OpenPacked gives others. Null where there is none, where it lies in
+    /// pieces, and where nobody has read it through, or more stands behind it than was read.
     virtual std::unique_ptr<PackedPartStream> OpenPackedRelationships(std::string_view source) const = 0;
 };
 
