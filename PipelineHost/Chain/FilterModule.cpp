@@ -1,5 +1,7 @@
 #include "Chain/FilterModule.h"
 
+#include "Common/Installation.h"
+
 #include <dlfcn.h>
 
 #include <cstdlib>
@@ -23,13 +25,8 @@ std::vector<std::filesystem::path> SearchFolders(const FilterSpec& spec) {
             rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
         }
     }
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    if (!error) {
-        folders.push_back(program.parent_path());
-        folders.push_back(program.parent_path().parent_path() / "lib");
-        folders.push_back(program.parent_path().parent_path() / "lib" / "ov-filters");
-    }
+    for (auto& folder : Installation::FilterFolders())
+        folders.push_back(std::move(folder));
     return folders;
 }
 

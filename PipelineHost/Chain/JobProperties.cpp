@@ -70,13 +70,15 @@ void AddQueueBag(PropertyBag* bag, PCWSTR name, const OvPlatform::QueueValues& v
 JobPrinter::JobPrinter(const JobDescription& job) {
     for (const auto& other : job.queue->Jobs())
         m_jobId = std::max(m_jobId, other.id + 1);
+    if (job.id != 0) m_jobId = job.id;
     OvPlatform::QueueJob queued;
     queued.id = m_jobId;
-    queued.document = Wide(job.file.filename().string());
-    queued.user = UserName();
+    queued.document =
+        Wide(job.title.empty() ? std::filesystem::path(job.file.name).filename().string() : job.title);
+    queued.user = job.user.empty() ? UserName() : Wide(job.user);
     queued.status = JOB_STATUS_PRINTING;
     std::error_code error;
-    const auto size = std::filesystem::file_size(job.file, error);
+    const auto size = std::filesystem::file_size(job.file.path, error);
     if (!error) queued.size = static_cast<std::uint32_t>(std::min<std::uintmax_t>(size, UINT32_MAX));
     queued.submitted =
         std::chrono::time_point_cast<std::chrono::milliseconds>(std::chrono::system_clock::now());

@@ -159,11 +159,16 @@ private:
             auto context = std::make_shared<PartContext>();
             context->job = m_state;
             m_context = std::move(context);
-            m_source.Attach(new PrintReadStream(FileContent(m_job.file).Open()));
+            if (m_job.wishes.ticket || !m_job.wishes.pages.AreAll())
+                throw HostError(
+                    E_INVALIDARG, {},
+                    "the first filter reads bytes: it has neither pages to choose from nor tickets");
+            m_source.Attach(new PrintReadStream(FileContent(m_job.file.path).Open()));
             return;
         }
         m_context = OpenJobPackage(m_job.file, m_state);
-        m_source.Attach(new PackageSource(m_context, m_nodes.empty() ? nullptr : m_nodes.front().maker));
+        m_source.Attach(
+            new PackageSource(m_context, m_nodes.empty() ? nullptr : m_nodes.front().maker, m_job.wishes));
         AddJobProperties(m_bag, *m_printer, m_job, m_context->flavour, m_state);
     }
 

@@ -4,6 +4,7 @@
 #include "Chain/PropertyBag.h"
 #include "Report/JobState.h"
 #include "Report/LeftOutParts.h"
+#include "Source/PackageSource.h"
 
 #include <Spooler/QueueFolder.h>
 
@@ -15,7 +16,11 @@ namespace OvPipeline {
 
 /// One job as it is to be run.
 struct JobDescription {
-    std::filesystem::path file;
+    JobFile file;
+    JobWishes wishes;     // of a job that is a package
+    std::string title;    // UTF-8, as the two below; empty: the file's name
+    std::string user;     // empty: who started the program
+    std::uint32_t id = 0; // 0: the queue's next
     std::shared_ptr<const OvPlatform::QueueFolder> queue;
     PipelineSpec pipeline;
     std::filesystem::path output;

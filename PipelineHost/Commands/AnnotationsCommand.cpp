@@ -6,7 +6,6 @@
 #include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Report/FilterWords.h"
-#include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <LowLevelFacilities/Failures/CPExceptionInvalidArgument.h>
@@ -54,8 +53,7 @@ std::unique_ptr<JobAnnotations> ReadAnnotations(XpsFilterPrintTicket& ticket, co
 int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     CommandOptions level = options;
     if (!level.page) level.page = 1;
-    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
-    const LevelParts parts = FindLevel(level, context);
+    const LevelParts parts = OpenLevel(level);
     JobDescription job;
     job.file = options.job;
     job.queue = LoadQueue(options);
@@ -69,15 +67,15 @@ int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOut
     if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket);
         FAILED(hr))
         throw HostError(hr, {}, "the merged tickets cannot be read");
-    CheckAttributeBytes(ticket, options.job);
-    const auto annotations = ReadAnnotations(ticket, printer, options.job);
+    CheckAttributeBytes(ticket, options.job.name);
+    const auto annotations = ReadAnnotations(ticket, printer, options.job.name);
     const Gdiplus::SizeF size = PageRoot::Read(*parts.page).size;
     const AnnotationsReport report(annotations->OfPage(size), size, static_cast<unsigned>(*level.page) - 1);
     std::ranges::for_each(words.Heard(), warn);
     if (options.json)
         out.Json(report.AsJson());
     else
-        out.Text(report.AsText());
+        out.Text(report.AsText(out.Width()));
     return ExitOk;
 }
 

@@ -156,7 +156,7 @@ void AnnotationsReport::AddPlace(Facts& facts, const AnnotationElementSettings& 
         {"placed", "placed", element.justificationFlags != 0 ? "by the page's edges" : "by its centre"});
 }
 
-std::string AnnotationsReport::AsText() const {
+std::string AnnotationsReport::AsText(std::size_t width) const {
     if (m_annotations.empty()) return "The job has no annotations.\n";
     std::string text;
     for (std::size_t index = 0; index < m_annotations.size(); ++index) {
@@ -164,7 +164,7 @@ std::string AnnotationsReport::AsText() const {
         for (const Fact& fact : m_annotations[index])
             lines.push_back({fact.name, fact.value, fact.unit});
         text += (index == 0 ? "" : "\n") + std::to_string(index + 1) + "\n" +
-                AlignedTable(std::move(lines), "  ");
+                AlignedTable(std::move(lines), width, "  ");
     }
     return text;
 }

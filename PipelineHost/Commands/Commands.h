@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Commands/CommandLine.h"
+#include "Arguments/CommandOptions.h"
 #include "Commands/JobLevel.h"
 #include "Report/ShownOutput.h"
 
@@ -13,7 +13,7 @@ namespace OvPipeline {
 
 /// The whole program: reads the arguments, runs the command, and gives the exit code. Errors are one line on
 /// the error stream.
-int RunProgram(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& errors);
+int RunProgram(const std::vector<std::string>& arguments, ShownOutput& out, ShownOutput& errors);
 
 // The commands. They throw HostError, OvPlatform::PackageError, OvPlatform::QueueFolderError and UsageError
 // for what keeps them from their work.
@@ -23,19 +23,15 @@ int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
 int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
-int PartsCommand(const CommandOptions& options, ShownOutput& out);
+int PartsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int StampCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
-int TranslateCommand(const CommandOptions& options,
-                     ShownOutput& out); // std::runtime_error where nothing is found
+/// std::runtime_error where nothing is found.
+int TranslateCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 
-/// Writes warnings, a line each, that name the job.
+/// Writes warnings, a line each, that name the job; none where the user wants quiet.
 Warner WarnOf(const CommandOptions& options, ShownOutput& errors);
-
-/// Puts the name of the job, or of the device mode that stands for one, before a line that does not begin
-/// with it.
-std::string AboutJob(const CommandOptions& options, const std::string& line);
 
 /// The queue that the options name, or the sample queue.
 std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options);

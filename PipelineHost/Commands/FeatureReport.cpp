@@ -113,7 +113,7 @@ FeatureReport::FeatureReport(JobSettings& settings) {
                    {"job name", Ask(access, {Kind::Text, FEAT_JOB_NAME})}};
 }
 
-std::string FeatureReport::AsTable() const {
+std::string FeatureReport::AsTable(std::size_t width) const {
     std::vector<Line> lines = {{"number", "feature", "supported", "required", "specified", "value", "from",
                                 "CPSS name", "configuration name", "ticket name"}};
     for (const Feature& feature : m_features)
@@ -124,7 +124,7 @@ std::string FeatureReport::AsTable() const {
     std::vector<Line> effective = {{"effective", "specified", "value", "from"}};
     for (const auto& [name, answer] : m_effective)
         effective.push_back({name, YesOrNo(answer.isSpecified), answer.Text(), answer.SourceName()});
-    return AlignedTable(lines) + "\n" + AlignedTable(effective);
+    return AlignedTable(lines, width) + "\n" + AlignedTable(effective, width);
 }
 
 JsonText FeatureReport::AsJson() const {

@@ -37,8 +37,8 @@ public:
     const std::vector<Feature>& Features() const { return m_features; } // by ascending number
     const std::vector<Effective>& EffectiveValues() const { return m_effective; }
 
-    /// Aligned columns, and below them the effective values.
-    std::string AsTable() const;
+    /// Aligned columns, and below them the effective values. width: as AlignedTable takes it.
+    std::string AsTable(std::size_t width = 0) const;
     /// An object with "features" and "effective". A value that is not there is null, as is one that is
     /// secret, which says so.
     JsonText AsJson() const;

@@ -1,7 +1,6 @@
 #include "Commands/Commands.h"
 #include "Commands/FeatureReport.h"
 #include "Commands/JobAtDevice.h"
-#include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 
@@ -11,17 +10,16 @@ namespace OvPipeline {
 
 int FeaturesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
-    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
-    const LevelParts parts = FindLevel(options, context);
+    const LevelParts parts = OpenLevel(options);
     const MsSafeCoInit apartment;
     const Warner warn = WarnOf(options, errors);
-    JobAtDevice job(options.job, queue, parts, warn);
+    JobAtDevice job(options.job.name, queue, parts, warn);
     const FeatureReport report(job.Settings());
     std::ranges::for_each(job.Troubles(), warn);
     if (options.json)
         out.Json(report.AsJson());
     else
-        out.Text(report.AsTable());
+        out.Text(report.AsTable(out.Width()));
     return ExitOk;
 }
 

@@ -1,7 +1,6 @@
 #include "Commands/Commands.h"
 #include "Commands/HeaderReport.h"
 #include "Common/Text.h"
-#include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceControl/CreatorName.h>
@@ -51,10 +50,9 @@ std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, c
 
 int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
-    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
-    const LevelParts parts = FindLevel(options, context);
+    const LevelParts parts = OpenLevel(options);
     const MsSafeCoInit apartment;
-    JobAtDevice job(options.job, queue, parts, WarnOf(options, errors));
+    JobAtDevice job(options.job.name, queue, parts, WarnOf(options, errors));
     CreatorName::FillIn(job.Settings().Features());
 
     std::set<std::string> warned;

@@ -1,16 +1,22 @@
 #include "Commands/JobLevel.h"
 
+#include "Commands/InputBytes.h"
+#include "Commands/JobWishesOf.h"
 #include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Common/Text.h"
 #include "Report/FilterWords.h"
+#include "Source/OverlaidTicket.h"
 #include "Source/PackageSource.h"
 #include "Streams/PrintReadStream.h"
 
 #include <PrintTicket/PrintTicketError.h>
-#include <Xml/DocumentBound.h>
 
 #include <algorithm>
+#include <fstream>
+#include <string_view>
+
+using namespace std::string_view_literals;
 
 namespace OvPipeline {
 
@@ -33,12 +39,7 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
     const std::string name = slot->Name();
     const CComPtr<IPartPrintTicket> part = slot->Take(PartKind::PrintTicket);
     const CComQIPtr<IHostPart> host(part);
-    std::string text;
-    Drain(*host->Core().content->Open(), [&](const void* bytes, std::size_t size) {
-        if (text.size() + size > OvPlatform::mostDocumentBytes)
-            throw InputError(E_OUTOFMEMORY, name, name + ": a print ticket larger than 64 MB");
-        text.append(static_cast<const char*>(bytes), size);
-    });
+    const std::string text = ReadTicket(host->Core());
     try {
         explanation.Add(level, scope, &text);
     } catch (const OvPlatform::PrintTicketError& error) {
@@ -46,11 +47,46 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
     }
 }
 
-} // namespace
+// A ticket is markup, which no package begins like.
+bool IsTicketFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    char first[4] = {};
+    stream.read(first, sizeof first);
+    const std::string_view bytes(first, static_cast<std::size_t>(stream.gcount()));
+    const std::size_t at = bytes.find_first_not_of("\xEF\xBB\xBF\xFF\xFE \t\r\n\0"sv);
+    return at != std::string_view::npos && bytes[at] == '<';
+}
 
-LevelParts FindLevel(const CommandOptions& options, const SharedContext& context) {
+// A job of nothing but its ticket.
+LevelParts LevelOfTicket(const CommandOptions& options) {
+    if (options.document || options.page)
+        throw UsageError("a print ticket by itself has neither documents nor pages");
+    const JobWishes wishes = WishesOf(options);
+    auto context = std::make_shared<PartContext>();
+    context->job = std::make_shared<JobState>();
+    PartCore core;
+    core.context = context;
+    core.kind = PartKind::PrintTicket;
+    core.name = options.job.name;
+    core.contentType = ticketContentType;
+    core.content = std::make_shared<MemoryContent>(ReadInputBytes(options.job));
+    if (wishes.ticket)
+        core.content = std::make_shared<OverlaidTicket>(core, wishes.ticket, OverlaidTicket::Place::Over);
+    CComPtr<IPartPrintTicket> ticket;
+    ticket.Attach(new PrintTicketPart(std::move(core)));
+    TicketSlot slot;
+    slot.Set(ticket);
+    LevelParts parts;
+    parts.sequence.Attach(new FixedDocumentSequencePart(context, options.job.name, std::move(slot)));
+    return parts;
+}
+
+LevelParts LevelOfPackage(const CommandOptions& options) {
+    JobWishes wishes = WishesOf(options);
+    wishes.pages = {};
     CComPtr<PackageSource> source;
-    source.Attach(new PackageSource(context));
+    source.Attach(
+        new PackageSource(OpenJobPackage(options.job, std::make_shared<JobState>()), {}, std::move(wishes)));
     LevelParts parts;
     unsigned long documents = 0;
     unsigned long pages = 0; // of the job, or of the document that is asked for
@@ -75,6 +111,12 @@ LevelParts FindLevel(const CommandOptions& options, const SharedContext& context
                          std::to_string(*options.document));
     throw UsageError(std::string(options.document ? "the document has " : "the job has ") +
                      Counted(pages, "page") + "; there is no page " + std::to_string(*options.page));
+}
+
+} // namespace
+
+LevelParts OpenLevel(const CommandOptions& options) {
+    return IsTicketFile(options.job.path) ? LevelOfTicket(options) : LevelOfPackage(options);
 }
 
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Commands/CommandLine.h"
+#include "Arguments/CommandOptions.h"
 #include "Commands/TicketExplanation.h"
 #include "Parts/PartObject.h"
 
@@ -20,8 +20,10 @@ struct LevelParts {
     CComPtr<IFixedPage> page;
 };
 
-/// The level that --document and --page choose. Throws UsageError if the job does not go so far.
-LevelParts FindLevel(const CommandOptions& options, const SharedContext& context);
+/// Opens the job, or a print ticket in a file of its own, which stands for the ticket of a job, and finds the
+/// level that --document and --page choose, with what --ticket and --copies lay over it. Throws UsageError if
+/// the job does not go so far, OvPlatform::PackageError and InputError.
+LevelParts OpenLevel(const CommandOptions& options);
 
 /// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,

@@ -1,6 +1,6 @@
 #include "Commands/JobWatch.h"
 
-#include "Commands/CommandLine.h"
+#include "Arguments/CommandOptions.h"
 #include "Common/Text.h"
 
 #include <fcntl.h>

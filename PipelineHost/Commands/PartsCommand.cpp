@@ -89,12 +89,12 @@ private:
 
 } // namespace
 
-int PartsCommand(const CommandOptions& options, ShownOutput& out) {
+int PartsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput&) {
     const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
     CComPtr<PackageSource> source;
     source.Attach(new PackageSource(context));
     std::error_code error;
-    out.Line(options.job + "  " + ByteCount(std::filesystem::file_size(options.job, error)) + "  " +
+    out.Line(options.job.name + "  " + ByteCount(std::filesystem::file_size(options.job.path, error)) + "  " +
              (context->flavour == XpsFlavour::OpenXps ? "OpenXPS" : "XPS") + ", " +
              Counted(context->package->Parts().size(), "part"));
     PartsTree tree(context, out);

@@ -1,4 +1,5 @@
 #include "Commands/Commands.h"
+#include "Commands/InputBytes.h"
 #include "Commands/PolicyReport.h"
 #include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
@@ -6,31 +7,12 @@
 
 #include <ComSupport/MsSafeCoinit.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string_view>
 #include <utility>
 
 namespace OvPipeline {
 
 namespace {
-
-constexpr std::uintmax_t largestFile = 64u << 20; // as in a queue folder
-
-std::string ReadBytes(const std::string& file) {
-    std::error_code failure;
-    const auto status = std::filesystem::status(file, failure);
-    if (!std::filesystem::exists(status))
-        throw InputError(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), file, "there is no such file");
-    const auto size = std::filesystem::file_size(file, failure);
-    if (failure || !std::filesystem::is_regular_file(status) || size > largestFile)
-        throw InputError(E_INVALIDARG, file, "this is no file of up to 64 MiB");
-    std::ifstream stream(file, std::ios::binary);
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    if (!stream.read(bytes.data(), static_cast<std::streamsize>(size)) && size != 0)
-        throw InputError(HRESULT_FROM_WIN32(ERROR_READ_FAULT), file, "the file cannot be read");
-    return bytes;
-}
 
 std::wstring Units(std::string_view bytes, bool isLittle) {
     std::wstring units;
@@ -64,18 +46,18 @@ CPString DecodeText(std::string_view bytes, const std::string& file) {
 
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const MsSafeCoInit apartment;
-    const CPString xml = options.job.empty() ? ReadConfigurationText(*LoadQueue(options))
-                                             : DecodeText(ReadBytes(options.job), options.job);
+    const CPString xml = options.job.name.empty() ? ReadConfigurationText(*LoadQueue(options))
+                                                  : DecodeText(ReadInputBytes(options.job), options.job.name);
     const PolicyReport report{XmlConfigurationReading(xml)};
     if (options.json)
         out.Json(report.AsJson());
     else
-        out.Text(report.AsTable());
+        out.Text(report.AsTable(out.Width()));
     const std::string fault = report.FaultLine();
     if (fault.empty()) return ExitOk;
-    errors.Line(
-        "ov-pipeline: " + (options.job.empty() ? std::string("the queue's configuration") : options.job) +
-        ": " + fault);
+    errors.Line("ov-pipeline: " +
+                (options.job.name.empty() ? std::string("the queue's configuration") : options.job.name) +
+                ": " + fault);
     return ExitJobFailed;
 }
 

@@ -174,13 +174,13 @@ PolicyReport::PolicyReport(const XmlConfigurationReading& reading) : m_fault(rea
     }
 }
 
-std::string PolicyReport::AsTable() const {
+std::string PolicyReport::AsTable(std::size_t width) const {
     std::vector<std::vector<std::string>> lines = {
         {"configuration name", "feature", "value", "behaviour", "does"}};
     for (const Row& row : m_rows)
         lines.push_back(
             {Cell(row.name), Cell(row.enumerator), ValueCell(row), Cell(row.behavior), row.words});
-    std::string text = m_rows.empty() ? std::string() : AlignedTable(lines) + "\n";
+    std::string text = m_rows.empty() ? std::string() : AlignedTable(lines, width) + "\n";
     return text + Counted(Count(Effect::Ticket), "feature") + " enforced in tickets, " +
            std::to_string(Count(Effect::JobType)) + " about types of jobs, " +
            std::to_string(Count(Effect::Nothing)) + " enforced nowhere, " +

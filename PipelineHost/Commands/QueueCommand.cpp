@@ -15,7 +15,7 @@ int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& e
     if (options.json)
         out.Json(report.AsJson());
     else
-        out.Text(report.AsText());
+        out.Text(report.AsText(out.Width()));
     const std::string trouble = FilterWords::First();
     if (trouble.empty()) return ExitOk;
     errors.Line("ov-pipeline: " + options.queue + ": the queue's settings cannot be read: " + trouble);

@@ -83,9 +83,9 @@ std::string NameOf(DataModelIds::tagValueEnum value) {
     return name != nullptr ? name : std::to_string(value);
 }
 
-std::string Section(const std::string& title, Lines lines) {
+std::string Section(const std::string& title, Lines lines, std::size_t width) {
     const char* const end = lines.empty() ? ": none\n" : "\n";
-    return title + end + AlignedTable(std::move(lines), "  ");
+    return title + end + AlignedTable(std::move(lines), width, "  ");
 }
 
 std::string Cell(const std::string& value) { return value.empty() ? "-" : value; }
@@ -151,26 +151,26 @@ void QueueReport::AddAnswers(IPrinterPropertyBag* queueBag, IPrinterPropertyBag&
 
 // ---- For people
 
-std::string QueueReport::AsText() const {
+std::string QueueReport::AsText(std::size_t width) const {
     Lines printer;
     for (const Fact& fact : m_printer)
         if (!fact.value.empty()) printer.push_back({fact.name, fact.value});
     printer.push_back({"jobs", std::to_string(m_jobs)});
-    std::string text = Section("printer", std::move(printer));
+    std::string text = Section("printer", std::move(printer), width);
     for (const Bag& bag : m_bags) {
         Lines lines;
         for (const auto& [name, value] : bag.values)
             lines.push_back({Utf8(name), std::visit(KindOfValue(), value), std::visit(TextOfValue(), value)});
-        text += "\n" + Section(std::string("bag of the ") + bag.name, std::move(lines));
+        text += "\n" + Section(std::string("bag of the ") + bag.name, std::move(lines), width);
     }
     Lines options;
     for (const Option& option : m_options)
         options.push_back({option.name, Cell(option.value), option.isOfDevice ? "" : "not of this device"});
-    text += "\n" + Section("installable options", std::move(options));
+    text += "\n" + Section("installable options", std::move(options), width);
     Lines answers;
     for (const Answer& answer : m_answers)
         answers.push_back({answer.question, Cell(answer.value)});
-    return text + "\n" + Section("at print time", std::move(answers));
+    return text + "\n" + Section("at print time", std::move(answers), width);
 }
 
 // ---- For programs

@@ -20,7 +20,8 @@ public:
     /// Throws OvPlatform::QueueFolderError where the device's description, or the user's file, is damaged.
     explicit QueueReport(const OvPlatform::QueueFolder& queue);
 
-    std::string AsText() const;
+    /// width: as AlignedTable takes it.
+    std::string AsText(std::size_t width) const;
     JsonText AsJson() const;
 
 private:

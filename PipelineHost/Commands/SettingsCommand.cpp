@@ -4,7 +4,6 @@
 #include "Commands/SettingsReport.h"
 #include "Common/HostError.h"
 #include "Report/FilterWords.h"
-#include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Spooler/QueueRegistry.h>
@@ -16,8 +15,7 @@ namespace OvPipeline {
 int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
     const auto queue = LoadQueue(options);
     OvPlatform::QueueRegistry::Add(queue);
-    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
-    const LevelParts parts = FindLevel(options, context);
+    const LevelParts parts = OpenLevel(options);
     const MsSafeCoInit apartment;
     PrintTicketManager manager;
     const Warner warn = WarnOf(options, errors);
@@ -26,13 +24,13 @@ int SettingsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput
     XpsFilterPrintTicket ticket(&manager, DisplayNames());
     if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(level, ticket); FAILED(hr))
         throw HostError(hr, {}, "the merged tickets cannot be read");
-    CheckAttributeBytes(ticket, options.job);
+    CheckAttributeBytes(ticket, options.job.name);
     const SettingsReport report(ticket);
     std::ranges::for_each(words.Heard(), warn);
     if (options.json)
         out.Json(report.AsJson());
     else
-        out.Text(report.AsTable());
+        out.Text(report.AsTable(out.Width()));
     return ExitOk;
 }
 

@@ -126,11 +126,11 @@ void SettingsReport::AddBooklet(const XpsFilterPrintTicket& ticket) {
     AddNumber("creep", Decimal(binding.creep.GetDoubleValue()), xpsUnits, origin);
 }
 
-std::string SettingsReport::AsTable() const {
+std::string SettingsReport::AsTable(std::size_t width) const {
     std::vector<std::vector<std::string>> lines{{"setting", "value", "unit", "from"}};
     for (const Setting& setting : m_settings)
         lines.push_back({setting.name, setting.value, setting.unit, setting.origin});
-    return AlignedTable(std::move(lines));
+    return AlignedTable(std::move(lines), width);
 }
 
 JsonText SettingsReport::AsJson() const {

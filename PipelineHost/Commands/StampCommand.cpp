@@ -30,21 +30,22 @@ std::string TakeErrorText() {
 // The words say which part of the job is at fault, where one is.
 [[noreturn]] void ThrowRefusal(const CommandOptions& options, HRESULT result, const std::string& otherwise) {
     const std::string text = TakeErrorText();
-    throw InputError(result, options.job, text.empty() ? otherwise : text);
+    throw InputError(result, options.job.name, text.empty() ? otherwise : text);
 }
 
 class Stamping {
 public:
     Stamping(const CommandOptions& options, ShownOutput& out, ShownOutput& errors)
         : m_options(options), m_out(out), m_errors(errors), m_plan(MakeStampPlan(options)),
-          m_job(OvPlatform::PackageReader::Open(options.job)) {}
+          m_job(OvPlatform::PackageReader::Open(options.job.path, {}, {}, options.job.name)) {}
 
     void Run() {
         SetErrorInfo(0, nullptr);
-        if (const HRESULT result = m_package.ReadPackageFromFile(Wide(m_options.job).c_str()); FAILED(result))
+        if (const HRESULT result = m_package.ReadPackageFromFile(Wide(m_options.job.path.string()).c_str());
+            FAILED(result))
             ThrowRefusal(m_options, result, "the package cannot be read");
         m_pages = m_package.GetTotalNumberOfPages();
-        if (m_pages == 0) throw InputError(E_FAIL, m_options.job, "its first document has no pages");
+        if (m_pages == 0) throw InputError(E_FAIL, m_options.job.name, "its first document has no pages");
         const std::string what = m_plan.picture ? StampPicture() : StampText();
         WarnOfSignature();
         Write();
@@ -94,10 +95,12 @@ private:
         // Parts that nobody looked at are read here: either side may be at fault.
         const std::string text = TakeErrorText();
         throw HostError(E_FAIL, m_plan.output,
-                        m_options.job + ": " + (text.empty() ? m_plan.output + " cannot be written" : text));
+                        m_options.job.name + ": " +
+                            (text.empty() ? m_plan.output + " cannot be written" : text));
     }
 
     void Tell(const std::string& what) {
+        if (m_options.quiet) return;
         const DWORD stamped = m_options.firstPage ? 1 : m_pages;
         m_out.Line(m_plan.output + ": " + what + " on " +
                    (stamped == m_pages ? Counted(stamped, "page")

@@ -139,7 +139,9 @@ PlacedPicture Place(const CommandOptions& options, const XPS_POINT& at) {
 
 std::string OutputOf(const CommandOptions& options) {
     if (!options.output.empty()) return options.output;
-    const std::filesystem::path job(options.job);
+    if (options.job.name != options.job.path)
+        throw UsageError("what comes by the input stream has no name: -o names the output");
+    const std::filesystem::path& job = options.job.path;
     return job.stem().string() + "-stamped" + (job.has_extension() ? job.extension().string() : ".xps");
 }
 

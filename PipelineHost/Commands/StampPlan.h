@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Commands/CommandLine.h"
+#include "Arguments/CommandOptions.h"
 
 #include <Package/PackageReader.h>
 

@@ -1,6 +1,6 @@
 #include "Commands/StandardOutput.h"
 
-#include "Commands/CommandLine.h"
+#include "Arguments/CommandOptions.h"
 
 #include <fcntl.h>
 #include <signal.h>

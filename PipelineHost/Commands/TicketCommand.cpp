@@ -3,7 +3,6 @@
 #include "Commands/JobLevel.h"
 #include "Commands/TicketText.h"
 #include "Report/FilterWords.h"
-#include "Source/PackageSource.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <Spooler/QueueRegistry.h>
@@ -30,15 +29,14 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
         out.Xml(DevmodeTicket(options.devmode, *queue));
         return ExitOk;
     }
-    const SharedContext context = OpenJobPackage(options.job, std::make_shared<JobState>());
-    const LevelParts parts = FindLevel(options, context);
+    const LevelParts parts = OpenLevel(options);
     const MsSafeCoInit apartment;
     const Warner warn = WarnOf(options, errors);
     if (options.explain) {
         const FilterWords words;
         const TicketExplanation explanation = ExplainLevel(queue, parts);
         std::ranges::for_each(words.Heard(), warn);
-        out.Text(FormatExplanation(explanation.Rows()));
+        out.Text(FormatExplanation(explanation.Rows(), out.Width()));
     } else {
         out.Xml(MergedTicket(queue, parts, warn));
     }

@@ -150,12 +150,12 @@ std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
     return rows;
 }
 
-std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows) {
+std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows, std::size_t width) {
     std::vector<std::vector<std::string>> lines{{"setting", "value", "from"}};
     for (const auto& row : rows)
         lines.push_back({Indented(row.setting), row.value.empty() ? "(left out)" : Shortened(row.value),
                          row.origin, row.remark});
-    return AlignedTable(std::move(lines));
+    return AlignedTable(std::move(lines), width);
 }
 
 } // namespace OvPipeline

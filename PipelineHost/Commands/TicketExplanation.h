@@ -59,7 +59,7 @@ private:
     bool m_hasDroppedPasscode = false;
 };
 
-/// The rows as a table of aligned columns.
-std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows);
+/// The rows as a table of aligned columns. width: as AlignedTable takes it.
+std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows, std::size_t width = 0);
 
 } // namespace OvPipeline

@@ -73,7 +73,7 @@ std::string Joined(const auto& features) {
     return text;
 }
 
-std::string FeatureText(const NameTranslation& names, const Feature& feature) {
+std::string FeatureText(const NameTranslation& names, const Feature& feature, std::size_t width) {
     Lines lines{{"number", Number(feature.number)},
                 {"ticket name", Cell(feature.ticketName)},
                 {"configuration name", Cell(feature.configurationName)},
@@ -85,33 +85,33 @@ std::string FeatureText(const NameTranslation& names, const Feature& feature) {
         if (const auto collections = names.CollectionsOf(feature); !collections.empty())
             lines.push_back({"part of", Joined(collections)});
     }
-    std::string text = feature.enumerator + "\n" + AlignedTable(lines, "  ");
+    std::string text = feature.enumerator + "\n" + AlignedTable(lines, width, "  ");
 
     Lines table{{"number", "value", "ticket name", "configuration name", "CPSS name"}};
     for (const Value* const value : names.ValuesOf(feature.number))
         table.push_back({Number(value->number), value->enumerator, Cell(value->ticketName),
                          Cell(value->configurationName), Cell(value->cpssName)});
-    if (table.size() > 1) text += "\n" + AlignedTable(table, "  ");
+    if (table.size() > 1) text += "\n" + AlignedTable(table, width, "  ");
 
     Lines members{{"number", "member", "ticket name", "configuration name", "CPSS name"}};
     for (const Feature* const member : names.MembersOf(feature.number))
         members.push_back({Number(member->number), member->enumerator, Cell(member->ticketName),
                            Cell(member->configurationName), Cell(member->cpssName)});
-    if (members.size() > 1) text += "\n" + AlignedTable(members, "  ");
+    if (members.size() > 1) text += "\n" + AlignedTable(members, width, "  ");
     return text;
 }
 
-std::string AsText(const NameTranslation& names, const Found& found) {
+std::string AsText(const NameTranslation& names, const Found& found, std::size_t width) {
     std::string text;
     for (const Feature* const feature : found.features)
-        text += (text.empty() ? "" : "\n") + FeatureText(names, *feature);
+        text += (text.empty() ? "" : "\n") + FeatureText(names, *feature, width);
     if (found.values.empty()) return text;
     Lines table{{"number", "value", "feature", "ticket name", "configuration name", "CPSS name"}};
     for (const Value* const value : found.values)
         table.push_back({Number(value->number), value->enumerator,
                          value->feature ? names.NameOf(*value->feature) : "-", Cell(value->ticketName),
                          Cell(value->configurationName), Cell(value->cpssName)});
-    return text + (text.empty() ? "" : "\n") + AlignedTable(table);
+    return text + (text.empty() ? "" : "\n") + AlignedTable(table, width);
 }
 
 // ---- For programs
@@ -191,13 +191,13 @@ JsonText AsJson(const NameTranslation& names, const Found& found) {
 
 } // namespace
 
-int TranslateCommand(const CommandOptions& options, ShownOutput& out) {
+int TranslateCommand(const CommandOptions& options, ShownOutput& out, ShownOutput&) {
     const NameTranslation names;
-    const Found found = FindWanted(names, options.name, options.feature);
+    const Found found = FindWanted(names, options.operands.front(), options.feature);
     if (options.json)
         out.Json(AsJson(names, found));
     else
-        out.Text(AsText(names, found));
+        out.Text(AsText(names, found, out.Width()));
     return ExitOk;
 }
 

@@ -3,8 +3,10 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <iostream>
 
 namespace {
@@ -18,6 +20,16 @@ void FillStandardStreams() {
     if (descriptor > 2) close(descriptor);
 }
 
+// Of the output stream, in characters; 0 where it leads to no terminal, or to one that does not say.
+std::size_t TerminalWidth() {
+    if (!isatty(STDOUT_FILENO)) return 0;
+    unsigned long columns = 0;
+    if (const char* const set = std::getenv("COLUMNS")) columns = std::strtoul(set, nullptr, 10);
+    winsize size{};
+    if (columns == 0 && ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0) columns = size.ws_col;
+    return columns;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
@@ -25,6 +37,7 @@ int main(int count, char** arguments) {
     // A write that meets the limit on the size of files then fails like any other, and is told.
     signal(SIGXFSZ, SIG_IGN);
     OvPipeline::JobWatch::StayForTheProgram();
-    return OvPipeline::RunProgram(std::vector<std::string>(arguments + 1, arguments + count), std::cout,
-                                  std::cerr);
+    OvPipeline::ShownOutput out(std::cout, TerminalWidth());
+    OvPipeline::ShownOutput errors(std::cerr);
+    return OvPipeline::RunProgram(std::vector<std::string>(arguments + 1, arguments + count), out, errors);
 }

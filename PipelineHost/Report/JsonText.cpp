@@ -19,6 +19,15 @@ JsonText& JsonText::Value(std::string_view text) {
     return *this;
 }
 
+JsonText& JsonText::Whole(std::string_view json) {
+    StartValue();
+    for (const char c : json) { // a break stands nowhere inside a text
+        m_text += c;
+        if (c == '\n') m_text.append(2 * m_depth, ' ');
+    }
+    return *this;
+}
+
 JsonText& JsonText::Begin(char bracket) {
     StartValue();
     m_text += bracket;

@@ -22,6 +22,8 @@ public:
     JsonText& Decimal(std::string_view digits) { return Value(digits); }
     JsonText& Bool(bool value) { return Value(value ? "true" : "false"); }
     JsonText& Null() { return Value("null"); }
+    /// What another one has built.
+    JsonText& Whole(std::string_view json);
 
     const std::string& Result() const { return m_text; }
 

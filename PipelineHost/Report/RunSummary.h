@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Report/JsonText.h"
 #include "Report/LeftOutParts.h"
 
 #include <cstdint>
@@ -8,9 +9,11 @@
 
 namespace OvPipeline {
 
-/// What there is to say of a job that has run.
+/// What there is to say of a job that has run, or has not come to its end.
 struct RunSummary {
     std::string job;
+    int exitCode = 0;
+    std::string trouble; // one line; empty where the job is done
     std::string output;
     std::string queue;
     std::vector<std::string> filters;
@@ -26,8 +29,16 @@ struct RunSummary {
     std::uint64_t bytesIn = 0; // of the files
     std::uint64_t bytesOut = 0;
     double seconds = 0;
+    std::vector<std::string> warnings;
 
+    /// "done", "failed", "refused", "cancelled" or "not started".
+    std::string State() const;
+    /// Of a job that is done.
     std::vector<std::string> Lines() const;
+    JsonText AsJson() const;
+
+private:
+    std::uint64_t SavedMerges() const;
 };
 
 } // namespace OvPipeline

@@ -15,7 +15,7 @@ constexpr std::size_t lineBound = 1200;
 
 } // namespace
 
-void ShownOutput::Line(std::string_view line) { m_stream << OvPlatform::Shown(line, lineBound) << '\n'; }
+void ShownOutput::Line(std::string_view line) { m_stream << OvPlatform::Shown(line, lineBound) + '\n'; }
 
 void ShownOutput::Lines(const std::vector<std::string>& lines) {
     for (const std::string& line : lines)

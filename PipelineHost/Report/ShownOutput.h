@@ -14,11 +14,16 @@ class JsonText;
 /// read. One thread at a time.
 class ShownOutput {
 public:
-    explicit ShownOutput(std::ostream& stream) : m_stream(stream) {}
+    /// width: of the terminal behind the stream, in characters; 0 where there is none.
+    explicit ShownOutput(std::ostream& stream, std::size_t width = 0) : m_stream(stream), m_width(width) {}
     ShownOutput(const ShownOutput&) = delete;
     ShownOutput& operator=(const ShownOutput&) = delete;
 
-    /// One line, without its end.
+    /// What tables are fitted to; 0: they are whole.
+    std::size_t Width() const { return m_width; }
+
+    /// One line, without its end. It is written as one, so that processes that share a stream do not mix
+    /// theirs.
     void Line(std::string_view line);
     void Lines(const std::vector<std::string>& lines);
     /// Several lines whose breaks are the program's own: help, or tables, whose cells hold none.
@@ -32,6 +37,7 @@ public:
 
 private:
     std::ostream& m_stream;
+    std::size_t m_width;
 };
 
 } // namespace OvPipeline

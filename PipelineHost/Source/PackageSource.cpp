@@ -2,6 +2,7 @@
 
 #include "Parts/DescribePart.h"
 #include "Parts/PartFactory.h"
+#include "Source/OverlaidTicket.h"
 
 #include <xpsobjectmodel.h>
 
@@ -22,11 +23,11 @@ std::unique_ptr<ReferenceList> ReferencesOf(ReferenceList::Of kind, const Shared
 
 } // namespace
 
-SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job) {
+SharedContext OpenJobPackage(const JobFile& file, std::shared_ptr<JobState> job) {
     auto context = std::make_shared<PartContext>();
     context->job = std::move(job);
-    context->package =
-        OvPlatform::PackageReader::Open(file, {}, [&context] { return context->job->IsStopping(); });
+    context->package = OvPlatform::PackageReader::Open(
+        file.path, {}, [&context] { return context->job->IsStopping(); }, file.name);
     for (const auto& relationship : context->package->Relationships("/"))
         if (RelationOf(relationship.type) == Relation::FixedRepresentation &&
             IsOpenXpsType(relationship.type))
@@ -34,8 +35,9 @@ SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<
     return context;
 }
 
-PackageSource::PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker)
-    : m_context(std::move(context)), m_taker(std::move(taker)),
+PackageSource::PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker,
+                             JobWishes wishes)
+    : m_context(std::move(context)), m_taker(std::move(taker)), m_wishes(std::move(wishes)),
       m_reached(m_context->package->Parts().size()) {
     FindSequence();
 }
@@ -147,9 +149,7 @@ bool PackageSource::QueueDocument() {
         if (m_documentCount == 0)
             throw InputError(XPS_E_MISSING_DOCUMENT, m_sequence->name,
                              m_sequence->name + " has no documents");
-        if (m_pageCount == 0)
-            throw InputError(XPS_E_MISSING_PAGE_IN_DOCUMENT, m_sequence->name,
-                             "the job has no pages: there is nothing to print");
+        RequirePages();
         return false;
     }
     m_document = &Refer(m_sequence->name, *reference, PartKind::Document, XPS_E_MISSING_REFERRED_DOCUMENT);
@@ -174,7 +174,17 @@ bool PackageSource::QueueDocument() {
             QueueUnknown(m_document->name, relationship);
     }
     m_pages = ReferencesOf(ReferenceList::Of::Document, m_context, *m_document);
+    m_untilPage.clear();
+    if (!m_wishes.pages.AreAll()) m_untilPage.swap(m_ready);
     return true;
+}
+
+void PackageSource::RequirePages() const {
+    if (m_hasPages) return;
+    throw InputError(XPS_E_MISSING_PAGE_IN_DOCUMENT, m_sequence->name,
+                     m_pageCount == 0 ? "the job has no pages: there is nothing to print"
+                                      : "the job has " + Counted(m_pageCount, "page") +
+                                            ", and none of them is among " + m_wishes.pages.Text());
 }
 
 bool PackageSource::QueuePage() {
@@ -185,6 +195,9 @@ bool PackageSource::QueuePage() {
     auto relationships = m_context->package->Relationships(page.name);
     const TicketSlot ticket = TicketOf(page.name, relationships, XPS_E_MULTIPLE_PRINTTICKETS_ON_PAGE);
     auto resources = ResourcesOf(page, relationships);
+    if (!m_wishes.pages.Contain(m_pageCount)) return true;
+    m_hasPages = true;
+    m_ready.swap(m_untilPage);
     CComPtr<IUnknown> object;
     object.Attach(static_cast<IFixedPage*>(
         new FixedPagePart(PartCore::Of(m_context, page, PartKind::Page), ticket, std::move(*reference),
@@ -238,7 +251,29 @@ TicketSlot PackageSource::TicketOf(const std::string& source, const std::vector<
                              source + " has two print tickets, " + ticket->name + " and " + target.name);
         ticket = &target;
     }
-    return {m_context, ticket};
+    TicketSlot slot(m_context, ticket);
+    const bool isOfJob = source == m_sequence->name;
+    if (!m_wishes.ticket || (ticket == nullptr && !isOfJob)) return slot;
+    PartCore core =
+        ticket != nullptr ? PartCore::Of(m_context, *ticket, PartKind::PrintTicket) : NewJobTicket();
+    core.content = std::make_shared<OverlaidTicket>(
+        core, m_wishes.ticket, isOfJob ? OverlaidTicket::Place::Over : OverlaidTicket::Place::Below);
+    CComPtr<IPartPrintTicket> overlaid;
+    overlaid.Attach(new PrintTicketPart(std::move(core)));
+    slot.Set(overlaid);
+    return slot;
+}
+
+// Of a job that has none, without content.
+PartCore PackageSource::NewJobTicket() const {
+    PartCore core;
+    core.context = m_context;
+    core.kind = PartKind::PrintTicket;
+    core.contentType = ticketContentType;
+    core.name = "/Metadata/Job_PT.xml";
+    for (unsigned number = 2; m_context->package->Find(core.name) != nullptr; ++number)
+        core.name = "/Metadata/Job_PT_" + std::to_string(number) + ".xml";
+    return core;
 }
 
 void PackageSource::QueueUnknown(const std::string& source, const Relationship& relationship) {

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Common/PageRanges.h"
 #include "Parts/FixedPagePart.h"
+#include "Source/JobFile.h"
 
 #include <ObjectModel/ReferenceList.h>
+#include <PrintTicket/TicketOverlay.h>
 
 #include <deque>
 #include <filesystem>
@@ -12,7 +15,15 @@ namespace OvPipeline {
 
 /// Opens a job's package and finds out which vocabulary it speaks. Throws OvPlatform::PackageError or
 /// InputError.
-SharedContext OpenJobPackage(const std::filesystem::path& file, std::shared_ptr<JobState> job);
+SharedContext OpenJobPackage(const JobFile& file, std::shared_ptr<JobState> job);
+
+/// What the user wants of a job beside what is in it.
+struct JobWishes {
+    /// Laid over the ticket of the job; those of documents and pages give way. Null: none.
+    std::shared_ptr<const OvPlatform::TicketOverlay> ticket;
+    /// Only these pages are there, counted through the job, and only the documents that they stand in.
+    PageRanges pages;
+};
 
 /// The job's package as the pipeline's parts, in the order of the pipeline: the document, what hangs on the
 /// package, the sequence, and each document with its pages; at the end, the resources that no page relates
@@ -21,11 +32,12 @@ class PackageSource final : public ComObject<IXpsDocumentProvider> {
 public:
     /// taker: the filter that takes the parts; null for the host. Throws InputError where the package names
     /// no sequence, or two.
-    explicit PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker = {});
+    explicit PackageSource(SharedContext context, std::shared_ptr<const StreamMaker> taker = {},
+                           JobWishes wishes = {});
 
     /// The next part, null at the end. A part's relationships and references are checked before it is handed
     /// out; a fault in them is the failing result, and the thread's note says more. A job without pages is a
-    /// fault.
+    /// fault, and so is one without any that is wanted.
     HRESULT STDMETHODCALLTYPE GetXpsPart(IUnknown** part) override;
 
     /// The same for the host: throws.
@@ -50,6 +62,8 @@ private:
                       HRESULT missing);
     TicketSlot TicketOf(const std::string& source, const std::vector<Relationship>& relationships,
                         HRESULT twice) const;
+    PartCore NewJobTicket() const;
+    void RequirePages() const;
     void QueueUnknown(const std::string& source, const Relationship& relationship);
     std::vector<PageResource> ResourcesOf(const Part& page, const std::vector<Relationship>& relationships);
     bool MarkReached(const Part& part);
@@ -57,16 +71,19 @@ private:
 
     SharedContext m_context;
     std::shared_ptr<const StreamMaker> m_taker;
+    JobWishes m_wishes;
     Stage m_stage = Stage::Package;
     const Part* m_sequence = nullptr;
     const Part* m_document = nullptr;
     std::unique_ptr<OvPlatform::ReferenceList> m_documents;
     std::unique_ptr<OvPlatform::ReferenceList> m_pages;
     std::deque<CComPtr<IUnknown>> m_ready;
-    std::vector<bool> m_reached; // by index of the package's parts
+    std::deque<CComPtr<IUnknown>> m_untilPage; // a document, until a page of it is wanted
+    std::vector<bool> m_reached;               // by index of the package's parts
     std::size_t m_nextRest = 0;
     std::uint64_t m_documentCount = 0;
     std::uint64_t m_pageCount = 0;
+    bool m_hasPages = false; // wanted ones
 };
 
 } // namespace OvPipeline

@@ -79,8 +79,8 @@ private:
 class ZipPackageReader final : public PackageReader, public std::enable_shared_from_this<ZipPackageReader> {
 public:
     ZipPackageReader(const std::filesystem::path& file, const PackageLimits& limits,
-                     const std::function<bool()>& isStopped)
-        : m_limits(limits), m_archive(std::make_shared<ZipArchive>(file)),
+                     const std::function<bool()>& isStopped, const std::filesystem::path& name)
+        : m_limits(limits), m_archive(std::make_shared<ZipArchive>(file, name)),
           m_directory(m_archive, limits, isStopped) {}
 
     const std::filesystem::path& File() const override { return m_archive->File(); }
@@ -157,8 +157,9 @@ private:
 
 std::shared_ptr<const PackageReader> PackageReader::Open(const std::filesystem::path& file,
                                                          const PackageLimits& limits,
-                                                         const std::function<bool()>& isStopped) {
-    return std::make_shared<ZipPackageReader>(file, limits, isStopped);
+                                                         const std::function<bool()>& isStopped,
+                                                         const std::filesystem::path& name) {
+    return std::make_shared<ZipPackageReader>(file, limits, isStopped, name.empty() ? file : name);
 }
 
 const PackagePart& RequireTarget(const PackageReader& package, std::string_view source,

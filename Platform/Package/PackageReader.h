@@ -84,12 +84,15 @@ public:
     /// whose directory cannot be trusted (names twice or aliased, invalid names, pieces missing, encrypted
     /// items).
     /// isStopped: asked now and then meanwhile; true gives it up with E_ABORT.
+    /// name: what the file is called in messages; empty: by its path.
     static std::shared_ptr<const PackageReader> Open(const std::filesystem::path& file,
                                                      const PackageLimits& limits = {},
-                                                     const std::function<bool()>& isStopped = {});
+                                                     const std::function<bool()>& isStopped = {},
+                                                     const std::filesystem::path& name = {});
 
     virtual ~PackageReader() = default;
 
+    /// By its name in messages.
     virtual const std::filesystem::path& File() const = 0;
 
     /// All parts but the relationships parts, in the order of the directory (a part of pieces at its first).

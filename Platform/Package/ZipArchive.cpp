@@ -61,23 +61,25 @@ bool TakeWideNumbers(std::string_view extra, ZipItem& item) {
 
 } // namespace
 
-ZipArchive::ZipArchive(const std::filesystem::path& file) : m_path(file) {
+ZipArchive::ZipArchive(const std::filesystem::path& file, std::filesystem::path name)
+    : m_path(std::move(name)) {
     // A pipe is not waited for.
     m_file = open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     const int error = errno;
     struct stat state {};
     try {
         if (m_file < 0 && (error == ENOENT || error == ENOTDIR))
-            throw PackageError(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), file.string(),
+            throw PackageError(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), m_path.string(),
                                "there is no such file");
         if (m_file < 0 || fstat(m_file, &state) != 0)
-            throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, file.string(),
+            throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, m_path.string(),
                                std::string("it cannot be read: ") + std::strerror(error));
         if (!S_ISREG(state.st_mode))
-            throw PackageError(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), file.string(), "this is not a file");
+            throw PackageError(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), m_path.string(),
+                               "this is not a file");
         m_fileSize = static_cast<std::uint64_t>(state.st_size);
         if (m_fileSize == 0)
-            throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, file.string(), "the file is empty");
+            throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, m_path.string(), "the file is empty");
         FindDirectory();
     } catch (...) {
         if (m_file >= 0) close(m_file);

@@ -29,8 +29,9 @@ struct ZipItem {
 /// nobody waits for another.
 class OV_PLATFORM_API ZipArchive {
 public:
-    /// Throws PackageError for what is no archive, or has a directory that cannot be.
-    explicit ZipArchive(const std::filesystem::path& file);
+    /// name: what the file is called in messages. Throws PackageError for what is no archive, or has a
+    /// directory that cannot be.
+    explicit ZipArchive(const std::filesystem::path& file, std::filesystem::path name);
     ZipArchive(const ZipArchive&) = delete;
     ZipArchive& operator=(const ZipArchive&) = delete;
     ~ZipArchive();

@@ -15,7 +15,9 @@ struct CommandRun {
     explicit CommandRun(const std::vector<std::string>& arguments) {
         std::ostringstream outStream;
         std::ostringstream errorStream;
-        code = OvPipeline::RunProgram(arguments, outStream, errorStream);
+        OvPipeline::ShownOutput shownOut(outStream);
+        OvPipeline::ShownOutput shownErrors(errorStream);
+        code = OvPipeline::RunProgram(arguments, shownOut, shownErrors);
         out = outStream.str();
         errors = errorStream.str();
     }
