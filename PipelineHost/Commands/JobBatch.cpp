@@ -17,13 +17,18 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <ostream>
+#include <streambuf>
 
 namespace OvPipeline {
 
 namespace {
 
 constexpr int pollMilliseconds = 100;
-constexpr char fieldEnd = '\0'; // of what a process tells
+// What a process tells: lines for the error stream, each behind its mark, then its account to the end.
+constexpr char lineMark = 'e';
+constexpr char accountMark = 'a';
+constexpr char fieldEnd = '\0';
 
 std::atomic<int> cancellations{0};
 
@@ -101,6 +106,25 @@ void WriteAll(int descriptor, const std::string& text) {
     }
 }
 
+// The error stream of a job's process.
+class LineSender final : public std::streambuf {
+public:
+    explicit LineSender(int descriptor) : m_descriptor(descriptor) {}
+
+private:
+    int_type overflow(int_type character) override {
+        m_line.push_back(traits_type::to_char_type(character));
+        if (m_line.back() == '\n') {
+            WriteAll(m_descriptor, m_line);
+            m_line = lineMark;
+        }
+        return character;
+    }
+
+    int m_descriptor;
+    std::string m_line{lineMark};
+};
+
 } // namespace
 
 JobBatch::JobBatch(const CommandOptions& options, std::shared_ptr<const OvPlatform::QueueFolder> queue)
@@ -163,7 +187,7 @@ void JobBatch::Start(Job& job, ShownOutput& errors) {
     if (pipe2(ends, O_CLOEXEC) == 0) job.process = fork();
     if (job.process == 0) {
         close(ends[0]);
-        RunInChild(job, ends[1], errors);
+        RunInChild(job, ends[1]);
     }
     const int problem = errno;
     if (ends[1] >= 0) close(ends[1]);
@@ -179,7 +203,10 @@ void JobBatch::Start(Job& job, ShownOutput& errors) {
     errors.Line("ov-pipeline: " + job.trouble);
 }
 
-void JobBatch::RunInChild(const Job& job, int account, ShownOutput& errors) {
+void JobBatch::RunInChild(const Job& job, int account) {
+    LineSender sender(account);
+    std::ostream stream(&sender);
+    ShownOutput errors(stream);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     CancelSignals::LeaveToTheBatch();
     const RunSummary summary =
@@ -189,8 +216,7 @@ void JobBatch::RunInChild(const Job& job, int account, ShownOutput& errors) {
     if (!job.options.quiet)
         for (const std::string& warning : summary.warnings)
             errors.Line(name + job.options.job.name + ": warning: " + warning);
-    errors.Flush();
-    WriteAll(account, Account::Of(summary).Text());
+    WriteAll(account, accountMark + Account::Of(summary).Text());
     _exit(summary.exitCode); // what else is to be done at a program's end is the first process's
 }
 
@@ -209,10 +235,21 @@ void JobBatch::Hear(ShownOutput& errors) {
         char chunk[4096];
         const ssize_t count = read(heard[i]->account, chunk, sizeof chunk);
         if (count > 0)
-            heard[i]->told.append(chunk, static_cast<std::size_t>(count));
+            Take(*heard[i], {chunk, static_cast<std::size_t>(count)}, errors);
         else if (count == 0 || errno != EINTR)
             End(*heard[i], errors);
     }
+}
+
+void JobBatch::Take(Job& job, std::string_view told, ShownOutput& errors) {
+    job.told += told;
+    std::size_t start = 0;
+    for (std::size_t end = 0; start < job.told.size() && job.told[start] == lineMark; start = end + 1) {
+        end = job.told.find('\n', start);
+        if (end == std::string::npos) break;
+        errors.Line(std::string_view(job.told).substr(start + 1, end - start - 1));
+    }
+    job.told.erase(0, start);
 }
 
 void JobBatch::End(Job& job, ShownOutput& errors) {
@@ -226,7 +263,7 @@ void JobBatch::End(Job& job, ShownOutput& errors) {
         job.trouble = job.options.job.name + ": its process was ended by signal " +
                       std::to_string(WTERMSIG(status)) + " (" + strsignal(WTERMSIG(status)) +
                       "); nothing was written";
-    else if (job.told.empty())
+    else if (!job.told.starts_with(accountMark))
         job.trouble = job.options.job.name + ": its process has ended before the job did";
     if (job.trouble.empty()) return;
     if (job.exitCode == ExitOk) job.exitCode = ExitJobFailed;
@@ -245,7 +282,8 @@ void JobBatch::Tell(ShownOutput& out, ShownOutput& errors) const {
     json.BeginObject().Key("jobs").BeginArray();
     std::size_t done = 0;
     for (const Job& job : m_jobs) {
-        Account account = Account::Read(job.told);
+        Account account =
+            Account::Read(job.told.starts_with(accountMark) ? job.told.substr(1) : std::string());
         RunSummary untold; // of a job whose process did not come so far
         untold.job = job.options.job.name;
         untold.exitCode = job.exitCode;

@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace OvPipeline {
@@ -32,15 +33,16 @@ private:
         State state = State::Waiting;
         int process = -1;
         int account = -1;             // the end of a pipe
-        std::string told;             // by the process
+        std::string told;             // by the process, without the lines that have been passed on
         int exitCode = ExitCancelled; // until it is known
         std::string trouble;          // that the process itself did not tell
     };
 
     void MakeJobs();
     void Start(Job& job, ShownOutput& errors);
-    [[noreturn]] void RunInChild(const Job& job, int account, ShownOutput& errors);
+    [[noreturn]] void RunInChild(const Job& job, int account);
     void Hear(ShownOutput& errors);
+    static void Take(Job& job, std::string_view told, ShownOutput& errors);
     static void End(Job& job, ShownOutput& errors);
     void ShowProgress(std::size_t ended) const;
     void Tell(ShownOutput& out, ShownOutput& errors) const;

@@ -49,6 +49,8 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
 
 // A ticket is markup, which no package begins like.
 bool IsTicketFile(const std::filesystem::path& file) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(file, error)) return false; // one must not be waited for
     std::ifstream stream(file, std::ios::binary);
     char first[4] = {};
     stream.read(first, sizeof first);

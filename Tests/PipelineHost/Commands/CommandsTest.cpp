@@ -41,7 +41,7 @@ protected:
 
 TEST_F(CommandsTest, HelpAndVersionGoToTheOutput) {
     const std::pair<std::vector<std::string>, const char*> cases[] = {
-        {{"--help"}, "Exit codes: 0 done"},
+        {{"--help"}, "Exit codes:\n  0    done"},
         {{"run", "--help"}, "--trace"},
         {{"ticket", "job.xps", "-h"}, "--explain"},
         {{"--version"}, "ov-pipeline "},
@@ -60,8 +60,15 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         {{}, "which command"},
         {{"print", "job.xps"}, "there is no command print"},
         {{"run"}, "which job? ov-pipeline run wants an XPS file"},
-        {{"run", "--filter", passThrough, "job.xps", "other.XPS"},
-         "one job at a time: job.xps or other.XPS?"},
+        {{"parts", "job.xps", "other.XPS"}, "one job at a time: job.xps or other.XPS?"},
+        {{"run", "job.xps", "folder/job.XPS"}, "folder/job.XPS and job.xps would have one output"},
+        {{"run", "-o", "-", "job.xps", "other.xps"}, "-o - goes with one job alone"},
+        {{"run", "-o", "nowhere", "job.xps", "other.xps"}, "names the folder"},
+        {{"prats", "job.xps"}, "there is no command prats; is it parts?"},
+        {{"run", "--pgaes=2", "job.xps"}, "has no option --pgaes; is it --pages?"},
+        {{"run", "--trace=yes", "job.xps"}, "--trace takes no value"},
+        {{"run", "--pages=3-2", "job.xps"}, "--pages: the range 3-2 ends before it begins"},
+        {{"run", "--pages", "1,,2", "job.xps"}, "--pages: \"\" is neither a page nor a range"},
         {{"run", "--filter", passThrough + ",{no-id}", "job.xps"}, "\"{no-id}\" is no class id"},
         {{"run", "--explain", "job.xps"}, "ov-pipeline run has no option --explain"},
         {{"run", "job.xps", "-o"}, "-o wants a value"},
@@ -407,7 +414,9 @@ TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {
     SampleJob().Write("job.xps");
     std::ostream nowhere(nullptr);
     std::ostringstream errors;
-    EXPECT_EQ(ExitJobFailed, RunProgram({"parts", "job.xps"}, nowhere, errors));
+    ShownOutput shownNowhere(nowhere);
+    ShownOutput shownErrors(errors);
+    EXPECT_EQ(ExitJobFailed, RunProgram({"parts", "job.xps"}, shownNowhere, shownErrors));
     EXPECT_EQ("ov-pipeline: what was to be printed cannot be written\n", errors.str());
 }
 
