@@ -114,6 +114,42 @@ protected:
     TemporaryFolder m_folder;
 };
 
+// What comes by the input stream, a pipe or a file.
+TEST_F(ProgramTest, TakesAJobFromTheInputStream) {
+    std::filesystem::create_directory(m_folder / "out");
+    const std::string job = m_folder / "job.xps";
+    const EnvironmentVariable name("OV_TEST_JOB", job);
+    const auto pipe = [] { dup2(popen("cat \"$OV_TEST_JOB\"", "r")->_fileno, STDIN_FILENO); };
+    const auto file = [] { dup2(open(std::getenv("OV_TEST_JOB"), O_RDONLY), STDIN_FILENO); };
+    const auto nothing = [] { dup2(open("/dev/null", O_RDONLY), STDIN_FILENO); };
+    for (const Program::Preparation prepare : {Program::Preparation(pipe), Program::Preparation(file)}) {
+        Program run({"run", "-q", "-o", "out/job.xps", "-"}, m_folder.Path(), Program::Errors::Pipe, prepare);
+        EXPECT_EQ(0, run.Finish()) << run.Said();
+        const std::string page = "Documents/1/Pages/2.fpage";
+        EXPECT_EQ(ReadZip(job).at(page), ReadZip(m_folder / "out/job.xps").at(page));
+        Program nameless({"run", "-"}, m_folder.Path(), Program::Errors::Pipe, prepare);
+        EXPECT_EQ(2, nameless.Finish());
+        EXPECT_THAT(nameless.Said(), HasSubstr("-o names the output"));
+    }
+    Program empty({"parts", "-"}, m_folder.Path(), Program::Errors::Pipe, nothing);
+    EXPECT_EQ(3, empty.Finish());
+    EXPECT_THAT(empty.Said(), HasSubstr("ov-pipeline: standard input: "));
+}
+
+// The first signal reaches all jobs that run, and the ones behind them are not begun.
+TEST_F(ProgramTest, CancelsAllJobsOfACall) {
+    for (const char* const name : {"b.xps", "c.xps"})
+        std::filesystem::copy_file(m_folder / "job.xps", m_folder / name);
+    Program program({"run", "--trace", "-j2", "--filter", misbehaves, "job.xps", "b.xps", "c.xps"},
+                    m_folder.Path());
+    for (int taken = 0; taken < 2; ++taken)
+        ASSERT_TRUE(program.WaitFor("Misbehaves: receives the end of the parts")) << program.Said();
+    program.Signal(SIGINT);
+    EXPECT_EQ(130, program.Finish());
+    EXPECT_THAT(program.Said(), HasSubstr("ov-pipeline: cancelled\n"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("job.xps", "b.xps", "c.xps"));
+}
+
 TEST_F(ProgramTest, ExitsWithTheCommandsCode) {
     const std::pair<std::vector<std::string>, int> cases[] = {
         {{"run", "--filter", passThrough, "-o", "out.xps", "job.xps"}, 0},

@@ -2,6 +2,7 @@
 // it is told to shut down.
 #include "Support/Modules/TestFilter.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -18,6 +19,8 @@ void Misbehave() {
     if (how == "exit") std::exit(0);
     if (how == "exit elsewhere") std::thread([] { std::exit(0); }).join();
     if (how == "quick_exit") std::quick_exit(0);
+    if (how == "_exit") _exit(0);
+    if (how == "kill") raise(SIGKILL);
     if (how == "abort") std::abort();
     if (how == "abort elsewhere") std::thread([] { std::abort(); }).join();
     if (how == "hang")
