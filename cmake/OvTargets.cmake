@@ -60,7 +60,9 @@ function(ov_floor target export_macro)
     cmake_parse_arguments(floor "" "DESCRIPTION" "PUBLIC;PRIVATE" ${ARGN})
     ov_sources(sources)
     add_library(${target} SHARED ${sources})
-    if(WIN32)
+    if(NOT WIN32)
+        set_target_properties(${target} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
+    else()
         configure_file(${PROJECT_SOURCE_DIR}/cmake/Version.rc.in ${target}.rc @ONLY)
         target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
         set_target_properties(${target} PROPERTIES PREFIX "") # the import library keeps the toolchain's
@@ -75,9 +77,9 @@ endfunction()
 # ov_install(<targets>): the libraries, for find_package(ov-FilterUtilities).
 function(ov_install)
     install(TARGETS ${ARGN} EXPORT ov-FilterUtilities
-        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
-        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT runtime
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT dev
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT dev)
 endfunction()
 
 # ov_compiler_runtime(<variable>): the DLLs of the compiler that programs for Windows need beside them.
@@ -96,6 +98,6 @@ endfunction()
 # ov_install_rooms(<target>): the headers of a floor, each in its room.
 function(ov_install_rooms target)
     target_include_directories(${target} PUBLIC $<INSTALL_INTERFACE:${OV_INSTALL_HEADERS}/${target}>)
-    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/ DESTINATION ${OV_INSTALL_HEADERS}/${target}
+    install(DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/ DESTINATION ${OV_INSTALL_HEADERS}/${target} COMPONENT dev
         FILES_MATCHING PATTERN "*.h" PATTERN "*.inc")
 endfunction()

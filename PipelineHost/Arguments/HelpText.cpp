@@ -63,11 +63,7 @@ std::string ProgramHelp(std::size_t width) {
            "  ov-pipeline COMMAND [OPTION...] [JOB.xps]\n"
            "  ov-pipeline COMMAND --help    says more of a command\n"
            "  ov-pipeline --version\n\n" +
-           "Commands:\n" + Items(commands, width) + "\n" +
-           WrappedText("A job is an XPS or OpenXPS file; - stands for one that is read from the input "
-                       "stream. A value stands "
-                       "behind its option or behind a =, as in --page=2; -- ends the options.",
-                       width) +
+           "Commands:\n" + Items(commands, width) + "\n" + WrappedText(argumentRules, width) +
            "\nExit codes:\n" + Items(codes, width);
 }
 
