@@ -210,6 +210,8 @@ private:
             throw UsageError("--config and --filter exclude each other");
         if (!m_options.family.empty() && m_options.all)
             throw UsageError("--family and --all exclude each other");
+        if (!m_options.pages.AreAll() && (m_options.page || m_options.document))
+            throw UsageError("--pages excludes --page and --document");
         if (m_options.command == "policy" && !m_options.operands.empty() && !m_options.queue.empty())
             throw UsageError("a file and --queue exclude each other");
         if (m_options.parallel.value_or(1) > mostAtATime)

@@ -93,8 +93,11 @@ constexpr auto runOptions = std::to_array<KnownOption>({
     {"--trace"},
 });
 
+constexpr const char* ofPages =
+    "of these pages, one after the other, counted through the whole job: 2-5,9,12-";
+
 constexpr auto levelOptions = std::to_array<KnownOption>(
-    {{"--queue"}, {"--document"}, {"--page"}, {"--ticket"}, {"--copies"}, {"--json"}});
+    {{"--queue"}, {"--document"}, {"--page"}, {"--pages", ofPages}, {"--ticket"}, {"--copies"}, {"--json"}});
 
 constexpr auto ticketOptions = std::to_array<KnownOption>({
     {"--queue"},
@@ -117,6 +120,7 @@ constexpr auto annotationsOptions = std::to_array<KnownOption>({
      "the queue folder of the printer, with the definitions that it keeps; without it, the sample queue "
      "ColorOffice"},
     {"--page", "the Nth page of the job; without it, the first"},
+    {"--pages", ofPages},
     {"--json"},
 });
 

@@ -3,6 +3,7 @@
 #include "Commands/Commands.h"
 #include "Commands/DisplayNames.h"
 #include "Commands/JobAtDevice.h"
+#include "Commands/LevelReports.h"
 #include "Commands/QueueConfiguration.h"
 #include "Common/HostError.h"
 #include "Report/FilterWords.h"
@@ -51,31 +52,30 @@ std::unique_ptr<JobAnnotations> ReadAnnotations(XpsFilterPrintTicket& ticket, co
 } // namespace
 
 int AnnotationsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
-    CommandOptions level = options;
-    if (!level.page) level.page = 1;
-    const LevelParts parts = OpenLevel(level);
+    CommandOptions chosen = options;
+    if (!chosen.page && chosen.pages.AreAll()) chosen.page = 1;
     JobDescription job;
     job.file = options.job;
     job.queue = LoadQueue(options);
     const JobPrinter printer(job);
     const MsSafeCoInit apartment;
-    PrintTicketManager manager;
     const Warner warn = WarnOf(options, errors);
-    MergeLevel(manager, printer.SharedQueue(), parts, warn);
-    const FilterWords words;
-    XpsFilterPrintTicket ticket(&manager, DisplayNames());
-    if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket);
-        FAILED(hr))
-        throw HostError(hr, {}, "the merged tickets cannot be read");
-    CheckAttributeBytes(ticket, options.job.name);
-    const auto annotations = ReadAnnotations(ticket, printer, options.job.name);
-    const Gdiplus::SizeF size = PageRoot::Read(*parts.page).size;
-    const AnnotationsReport report(annotations->OfPage(size), size, static_cast<unsigned>(*level.page) - 1);
-    std::ranges::for_each(words.Heard(), warn);
-    if (options.json)
-        out.Json(report.AsJson());
-    else
-        out.Text(report.AsText(out.Width()));
+    LevelReports(chosen, out).Write([&](const LevelParts& parts, std::uint64_t number) {
+        PrintTicketManager manager;
+        MergeLevel(manager, printer.SharedQueue(), parts, warn);
+        const FilterWords words;
+        XpsFilterPrintTicket ticket(&manager, DisplayNames());
+        if (const HRESULT hr = manager.GetSnapshotOfCurrentMergedPartPrintTicket(kPTPageScope, ticket);
+            FAILED(hr))
+            throw HostError(hr, {}, "the merged tickets cannot be read");
+        CheckAttributeBytes(ticket, options.job.name);
+        const auto annotations = ReadAnnotations(ticket, printer, options.job.name);
+        const Gdiplus::SizeF size = PageRoot::Read(*parts.page).size;
+        const std::uint64_t page = number != 0 ? number : *chosen.page;
+        AnnotationsReport report(annotations->OfPage(size), size, static_cast<unsigned>(page) - 1);
+        std::ranges::for_each(words.Heard(), warn);
+        return report;
+    });
     return ExitOk;
 }
 

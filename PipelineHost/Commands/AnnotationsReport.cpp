@@ -156,7 +156,7 @@ void AnnotationsReport::AddPlace(Facts& facts, const AnnotationElementSettings& 
         {"placed", "placed", element.justificationFlags != 0 ? "by the page's edges" : "by its centre"});
 }
 
-std::string AnnotationsReport::AsText(std::size_t width) const {
+std::string AnnotationsReport::AsTable(std::size_t width) const {
     if (m_annotations.empty()) return "The job has no annotations.\n";
     std::string text;
     for (std::size_t index = 0; index < m_annotations.size(); ++index) {

@@ -16,7 +16,7 @@ public:
     /// Pages count from 0. Measures texts in the system's fonts: throws what TextShaper throws.
     AnnotationsReport(const std::vector<PageAnnotation>& annotations, Gdiplus::SizeF page, unsigned number);
 
-    std::string AsText(std::size_t width) const;
+    std::string AsTable(std::size_t width) const;
     /// An object with the page's size and "annotations".
     JsonText AsJson() const;
 

@@ -22,6 +22,8 @@ namespace OvPipeline {
 
 namespace {
 
+constexpr const char* noPagesInATicket = "a print ticket by itself has neither documents nor pages";
+
 // The ticket slot of a part; null for a part that is null.
 template <class Part>
 TicketSlot* SlotOf(Part* part) {
@@ -61,8 +63,7 @@ bool IsTicketFile(const std::filesystem::path& file) {
 
 // A job of nothing but its ticket.
 LevelParts LevelOfTicket(const CommandOptions& options) {
-    if (options.document || options.page)
-        throw UsageError("a print ticket by itself has neither documents nor pages");
+    if (options.document || options.page) throw UsageError(noPagesInATicket);
     const JobWishes wishes = WishesOf(options);
     auto context = std::make_shared<PartContext>();
     context->job = std::make_shared<JobState>();
@@ -83,12 +84,18 @@ LevelParts LevelOfTicket(const CommandOptions& options) {
     return parts;
 }
 
-LevelParts LevelOfPackage(const CommandOptions& options) {
+// All pages, whichever are asked for.
+CComPtr<PackageSource> OpenSource(const CommandOptions& options) {
     JobWishes wishes = WishesOf(options);
     wishes.pages = {};
     CComPtr<PackageSource> source;
     source.Attach(
         new PackageSource(OpenJobPackage(options.job, std::make_shared<JobState>()), {}, std::move(wishes)));
+    return source;
+}
+
+LevelParts LevelOfPackage(const CommandOptions& options) {
+    const CComPtr<PackageSource> source = OpenSource(options);
     LevelParts parts;
     unsigned long documents = 0;
     unsigned long pages = 0; // of the job, or of the document that is asked for
@@ -119,6 +126,29 @@ LevelParts LevelOfPackage(const CommandOptions& options) {
 
 LevelParts OpenLevel(const CommandOptions& options) {
     return IsTicketFile(options.job.path) ? LevelOfTicket(options) : LevelOfPackage(options);
+}
+
+void ForEachPage(const CommandOptions& options,
+                 const std::function<void(std::uint64_t page, const LevelParts& parts)>& take) {
+    if (IsTicketFile(options.job.path)) throw UsageError(noPagesInATicket);
+    const CComPtr<PackageSource> source = OpenSource(options);
+    LevelParts parts;
+    std::uint64_t pages = 0;
+    bool hasTaken = false;
+    while (const CComPtr<IUnknown> part = source->Next()) {
+        if (const CComQIPtr<IFixedDocumentSequence> sequence(part); sequence) {
+            parts.sequence = sequence.p;
+        } else if (const CComQIPtr<IFixedDocument> document(part); document) {
+            parts.document = document.p;
+        } else if (const CComQIPtr<IFixedPage> page(part); page && options.pages.Contain(++pages)) {
+            parts.page = page.p;
+            take(pages, parts);
+            hasTaken = true;
+        }
+    }
+    if (!hasTaken)
+        throw UsageError("the job has " + Counted(pages, "page") + ", and none of them is among " +
+                         options.pages.Text());
 }
 
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,

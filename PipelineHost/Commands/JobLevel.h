@@ -25,6 +25,11 @@ struct LevelParts {
 /// the job does not go so far, OvPlatform::PackageError and InputError.
 LevelParts OpenLevel(const CommandOptions& options);
 
+/// The levels of the pages that --pages names, in the job's order, counted through the job. Throws as
+/// OpenLevel does, UsageError also where none of them is there.
+void ForEachPage(const CommandOptions& options,
+                 const std::function<void(std::uint64_t page, const LevelParts& parts)>& take);
+
 /// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                                const LevelParts& parts);

@@ -32,11 +32,14 @@ int TicketCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     const LevelParts parts = OpenLevel(options);
     const MsSafeCoInit apartment;
     const Warner warn = WarnOf(options, errors);
-    if (options.explain) {
+    if (options.explain || options.json) {
         const FilterWords words;
-        const TicketExplanation explanation = ExplainLevel(queue, parts);
+        const auto rows = ExplainLevel(queue, parts).Rows();
         std::ranges::for_each(words.Heard(), warn);
-        out.Text(FormatExplanation(explanation.Rows(), out.Width()));
+        if (options.json)
+            out.Json(ExplanationAsJson(rows));
+        else
+            out.Text(FormatExplanation(rows, out.Width()));
     } else {
         out.Xml(MergedTicket(queue, parts, warn));
     }

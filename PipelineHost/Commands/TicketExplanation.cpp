@@ -158,4 +158,22 @@ std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows, s
     return AlignedTable(std::move(lines), width);
 }
 
+JsonText ExplanationAsJson(const std::vector<TicketExplanation::Row>& rows) {
+    JsonText json;
+    const auto text = [&](const char* key, const std::string& value) {
+        json.Key(key);
+        value.empty() ? json.Null() : json.Text(value);
+    };
+    json.BeginObject().Key("settings").BeginArray();
+    for (const TicketExplanation::Row& row : rows) {
+        json.BeginObject().Key("name").Text(row.setting);
+        text("value", row.value);
+        json.Key("from").Text(row.origin);
+        text("remark", row.remark);
+        json.EndObject();
+    }
+    json.EndArray().EndObject();
+    return json;
+}
+
 } // namespace OvPipeline

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Report/JsonText.h"
+
 #include <Configuration/NativeXmlConfigurationFeatureSet.h>
 #include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolder.h>
@@ -61,5 +63,8 @@ private:
 
 /// The rows as a table of aligned columns. width: as AlignedTable takes it.
 std::string FormatExplanation(const std::vector<TicketExplanation::Row>& rows, std::size_t width = 0);
+/// An object with "settings", which have a name, a value (null where the setting is not in the ticket), where
+/// it came from, and a remark (null where there is none).
+JsonText ExplanationAsJson(const std::vector<TicketExplanation::Row>& rows);
 
 } // namespace OvPipeline

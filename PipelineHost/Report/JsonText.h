@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace OvPipeline {
 
@@ -26,6 +27,8 @@ public:
     JsonText& Whole(std::string_view json);
 
     const std::string& Result() const { return m_text; }
+    /// What has been built since it was last taken: of a text that is longer than memory should hold.
+    std::string Take() { return std::exchange(m_text, {}); }
 
 private:
     JsonText& Begin(char bracket);

@@ -34,6 +34,8 @@ void ShownOutput::Xml(std::string_view xml) { m_stream << OvPlatform::ShownXml(x
 
 void ShownOutput::Json(const JsonText& json) { m_stream << json.Result() << '\n'; }
 
+void ShownOutput::JsonPiece(std::string_view piece) { m_stream << piece; }
+
 bool ShownOutput::Flush() { return static_cast<bool>(m_stream.flush()); }
 
 } // namespace OvPipeline

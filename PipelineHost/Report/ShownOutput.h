@@ -31,6 +31,8 @@ public:
     /// Data for programs, whole.
     void Xml(std::string_view xml);
     void Json(const JsonText& json);
+    /// A piece of it; Json, or a piece that ends a line, comes last.
+    void JsonPiece(std::string_view piece);
 
     /// False if anything could not be written.
     bool Flush();

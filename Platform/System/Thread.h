@@ -27,8 +27,8 @@ private:
 class OV_PLATFORM_API Thread {
 public:
     Thread() noexcept = default;
-    /// Starts the work, which throws nothing. task: what it is for, as in "for the output". Throws
-    /// ThreadError.
+    /// Starts the work, which throws nothing. task: what it is for, as in "for the output"; debuggers show
+    /// the beginning of its last words as the thread's name. Throws ThreadError.
     Thread(const std::string& task, std::function<void()> work);
     Thread(Thread&&) noexcept = default;
     /// Only on to one that is not running.
