@@ -5,8 +5,8 @@ file(RELATIVE_PATH OV_PC_PREFIX /${pkgconfig} /)
 string(REGEX REPLACE "/$" "" OV_PC_PREFIX ${OV_PC_PREFIX})
 configure_file(cmake/ov-FilterUtilities.pc.in ov-FilterUtilities.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ov-FilterUtilities.pc DESTINATION ${pkgconfig} COMPONENT dev)
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
-install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
+install(FILES README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ov-pipeline COMPONENT runtime)
+install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/ov-pipeline COMPONENT runtime)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ov-pipeline)
@@ -19,17 +19,16 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ov-pipeline)
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "Plays the print filter pipeline outside a spooler
- The program ov-pipeline, the libraries of a printer driver's filters that it
- runs on, sample filters and queues, and a filter for CUPS.")
+set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "The program ov-pipeline, which plays the print filter pipeline outside a
+spooler, the libraries that filters run on, sample filters and queues.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS "fonts-dejavu-core, ghostscript")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SUGGESTS "cups, mupdf-tools, libgxps-utils")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_SOURCE_DIR}/cmake/triggers)
 set(CPACK_DEBIAN_DEV_PACKAGE_NAME libov-filterutilities-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION libdevel)
-set(CPACK_COMPONENT_DEV_DESCRIPTION "Filter utilities of a printer driver: development files
- Headers, the files of CMake and pkg-config, and the sources of the samples.")
+set(CPACK_COMPONENT_DEV_DESCRIPTION "What filters are built with: headers, the files of CMake and pkg-config, and the
+sources of the samples.")
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "ov-pipeline (= ${PROJECT_VERSION}), g++ (>= 4:12)")
 
 set(CPACK_SOURCE_GENERATOR TGZ)

@@ -11,7 +11,7 @@ using Options = CommandOptions;
 
 constexpr auto optionRows = std::to_array<OptionRow>({
     {"--queue", nullptr, "DIR", Naming::Folder, &Options::queue,
-     "the queue folder of the printer; without it, the sample queue ColorOffice"},
+     "the queue folder of the printer, or the name of a sample queue; without it, the sample queue ColorOffice"},
     {"--config", nullptr, "FILE", Naming::File, &Options::config,
      "a pipeline configuration: the filters and how they are connected"},
     {"--filter", nullptr, "MODULE...", Naming::Module, &Options::filters, "filter modules in order"},

@@ -23,6 +23,8 @@ constexpr auto environmentVariables = std::to_array<ExplainedName>({
      "folders, separated by colons, whose subfolders are queue folders: a printer that a job names is looked "
      "for there"},
     {"OV_DEBUG_OUTPUT", "not empty: what filters tell a debugger goes to the error stream"},
+    {"OV_REGISTRY", "the file that stands for the system's registry"},
+    {"OV_USER_PROPERTIES", "the folder of what printers know of users"},
     {"TMPDIR", "the folder for temporary files; without it, /tmp"},
     {"COLUMNS", "how wide tables and help are, where that is not the terminal's width"},
 });

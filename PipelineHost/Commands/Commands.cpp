@@ -88,8 +88,13 @@ Warner WarnOf(const CommandOptions& options, ShownOutput& errors) {
 }
 
 std::shared_ptr<const OvPlatform::QueueFolder> LoadQueue(const CommandOptions& options) {
-    if (!options.queue.empty()) return LoadChecked(options.queue);
-    if (const auto folder = Installation::SampleQueue(sampleQueue)) return LoadChecked(*folder);
+    const std::string& named = options.queue;
+    std::error_code error;
+    const bool isFolder = named.find('/') != std::string::npos || std::filesystem::exists(named, error);
+    if (!named.empty() && isFolder) return LoadChecked(named);
+    if (const auto folder = Installation::SampleQueue(named.empty() ? sampleQueue : named.c_str()))
+        return LoadChecked(*folder);
+    if (!named.empty()) return LoadChecked(named); // which says what is wrong with it
     throw UsageError(std::string("no queue: name one with --queue DIR; the sample queue ") + sampleQueue +
                      " is not installed");
 }

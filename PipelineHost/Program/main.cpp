@@ -30,12 +30,28 @@ std::size_t TerminalWidth() {
     return columns;
 }
 
+// Where no job runs that had to be shut down.
+extern "C" void EndAtOnce(int) {
+    constexpr char line[] = "ov-pipeline: cancelled\n";
+    const ssize_t ignored = write(STDERR_FILENO, line, sizeof line - 1);
+    static_cast<void>(ignored);
+    _exit(OvPipeline::ExitCancelled);
+}
+
+void TakeSignals() {
+    // A write that meets the limit on the size of files, or a reader that has gone away, then fails like any
+    // other, and is told.
+    signal(SIGXFSZ, SIG_IGN);
+    signal(SIGPIPE, SIG_IGN);
+    for (const int number : {SIGINT, SIGTERM})
+        if (signal(number, &EndAtOnce) == SIG_IGN) signal(number, SIG_IGN);
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     FillStandardStreams();
-    // A write that meets the limit on the size of files then fails like any other, and is told.
-    signal(SIGXFSZ, SIG_IGN);
+    TakeSignals();
     OvPipeline::JobWatch::StayForTheProgram();
     OvPipeline::ShownOutput out(std::cout, TerminalWidth());
     OvPipeline::ShownOutput errors(std::cerr);
