@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "ObjectModel/MarkupNames.h"
 #include "Package/PartName.h"
 
@@ -60,7 +61,7 @@ struct ReferenceSpan {
     std::size_t begin;
     std::size_t length;
 };
-std::vector<ReferenceSpan> ReferencesIn(ReferenceKind kind, std::string_view value);
+OV_PLATFORM_API std::vector<ReferenceSpan> ReferencesIn(ReferenceKind kind, std::string_view value);
 
 /// The markup of a part that was read, with where its elements and references stand. It does not change.
 class PageSource {

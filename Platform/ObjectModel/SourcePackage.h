@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "ObjectModel/Collections.h"
 #include "ObjectModel/ReferenceList.h"
 #include "ObjectModel/Resources.h"
@@ -38,7 +39,7 @@ struct SourceDocument {
 
 /// The package that a model was read from: which parts are what, and the resources in it as objects, one for
 /// each that was asked for. Parts are read when they are needed. Throws PackageError. One thread at a time.
-class SourcePackage : public std::enable_shared_from_this<SourcePackage> {
+class OV_PLATFORM_API SourcePackage : public std::enable_shared_from_this<SourcePackage> {
 public:
     /// Finds the sequence: XPS_E_MISSING_DOCUMENTSEQUENCE_RELATIONSHIP and the like where there is none.
     static std::shared_ptr<SourcePackage> Open(const std::filesystem::path& file);

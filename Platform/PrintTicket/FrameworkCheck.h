@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/NamespaceScope.h"
 
 #include <libxml/tree.h>
@@ -12,7 +13,7 @@ namespace OvPlatform {
 /// The rules of the Print Schema framework that hold for every ticket and every capabilities document,
 /// whatever the printer: which element may stand where, which must be named, how deep they may nest. Elements
 /// and attributes of other namespaces are nobody's business here.
-class FrameworkCheck {
+class OV_PLATFORM_API FrameworkCheck {
 public:
     enum class Kind { Ticket, Capabilities };
 

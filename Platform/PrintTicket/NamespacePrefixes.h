@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/KeywordName.h"
 
 #include <string>
@@ -12,7 +13,7 @@ namespace OvPlatform {
 
 /// The prefixes under which a queue's tickets are written: those of its capabilities document, so that a
 /// result never depends on the prefixes of the tickets that went into it.
-class NamespacePrefixes {
+class OV_PLATFORM_API NamespacePrefixes {
 public:
     using Declarations = std::vector<std::pair<std::string, std::string>>; // prefix and URI
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
+
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -9,7 +11,7 @@ namespace OvPlatform {
 
 /// The URI of a namespace, or none. Copies share the text, and so do all of one of the schema's own: names
 /// are copied and compared far more often than namespaces are declared. May be shared between threads.
-class NamespaceUri {
+class OV_PLATFORM_API NamespaceUri {
 public:
     NamespaceUri() = default;
     NamespaceUri(std::string_view uri); // empty: none

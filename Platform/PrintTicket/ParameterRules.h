@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/SchemaModel.h"
 #include "PrintTicket/SettingLevel.h"
 
@@ -54,6 +55,6 @@ private:
 };
 
 /// The number that a text spells, as xsd:integer or xsd:decimal has it.
-std::optional<double> NumberOf(std::string_view text, bool integer);
+OV_PLATFORM_API std::optional<double> NumberOf(std::string_view text, bool integer);
 
 } // namespace OvPlatform

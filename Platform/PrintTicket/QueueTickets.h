@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/CapabilitiesIndex.h"
 #include "PrintTicket/MergeMemory.h"
 #include "PrintTicket/ValidatedTicket.h"
@@ -11,7 +12,7 @@ namespace OvPlatform {
 
 /// What tickets are validated against: a queue's capabilities and its default ticket, read once, and
 /// what was lately made for it. May be shared between threads.
-class QueueTickets {
+class OV_PLATFORM_API QueueTickets {
 public:
     /// Kept for as long as somebody uses it, so that opening a queue again costs nothing. Throws
     /// PrintTicketError.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/KeywordName.h"
 #include "PrintTicket/SchemaWords.h"
 
@@ -65,7 +66,7 @@ struct SchemaDocument {
 };
 
 /// The property of that name, or null.
-const SchemaProperty* FindProperty(const std::vector<SchemaProperty>& properties, std::string_view space,
-                                   std::string_view local);
+OV_PLATFORM_API const SchemaProperty* FindProperty(const std::vector<SchemaProperty>& properties,
+                                                   std::string_view space, std::string_view local);
 
 } // namespace OvPlatform

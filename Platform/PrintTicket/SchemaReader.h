@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/FrameworkCheck.h"
 #include "PrintTicket/NamespacePrefixes.h"
 #include "PrintTicket/SchemaModel.h"
@@ -10,12 +11,12 @@
 namespace OvPlatform {
 
 /// Reads a document that has passed the framework's check.
-SchemaDocument ReadSchemaDocument(const xmlDoc* document);
+OV_PLATFORM_API SchemaDocument ReadSchemaDocument(const xmlDoc* document);
 
 /// The namespace declarations of the framework's elements, in source order.
-NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document);
+OV_PLATFORM_API NamespacePrefixes::Declarations DeclaredNamespaces(const xmlDoc* document);
 
 /// Parses, checks and reads. Throws SchemaFormatError.
-SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind);
+OV_PLATFORM_API SchemaDocument ReadSchemaDocument(std::string_view bytes, FrameworkCheck::Kind kind);
 
 } // namespace OvPlatform

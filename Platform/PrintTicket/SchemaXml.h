@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "Xml/XmlPointer.h"
 #include "Xml/XmlString.h"
 
@@ -14,7 +15,7 @@ inline constexpr int maxDeclarations = 256;
 
 /// Parses the bytes of a Print Schema document: UTF-8 or UTF-16, with or without a byte-order mark, the
 /// declared encoding in agreement with the bytes, no document type. Throws SchemaFormatError.
-XmlDocument ParseSchemaXml(std::string_view bytes);
+OV_PLATFORM_API XmlDocument ParseSchemaXml(std::string_view bytes);
 
 bool IsElement(const xmlNode* node, const char* space);
 xmlNode* FirstElement(const xmlNode* parent, const char* space);

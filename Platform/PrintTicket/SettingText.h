@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
 #include "PrintTicket/ValidatedTicket.h"
 
 #include <string>
@@ -7,7 +8,7 @@
 namespace OvPlatform {
 
 /// Options as a person reads them in a report: "psk:ISOA4", "(psk:ResolutionX=600, psk:ResolutionY=600)".
-std::string TextOf(const SchemaOption& option, const NamespacePrefixes& prefixes);
+OV_PLATFORM_API std::string TextOf(const SchemaOption& option, const NamespacePrefixes& prefixes);
 /// Several chosen options are separated by commas.
 std::string TextOf(const FeatureChoice& choice, const CapabilitiesFeature& feature,
                    const NamespacePrefixes& prefixes);
