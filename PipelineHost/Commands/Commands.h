@@ -26,6 +26,9 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
 int PartsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+int CapabilitiesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+/// 0 for no difference, 1 for differences; never 1 for what cannot be compared.
+int DiffCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int StampCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 /// std::runtime_error where nothing is found.
 int TranslateCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
