@@ -11,7 +11,8 @@ using Options = CommandOptions;
 
 constexpr auto optionRows = std::to_array<OptionRow>({
     {"--queue", nullptr, "DIR", Naming::Folder, &Options::queue,
-     "the queue folder of the printer, or the name of a sample queue; without it, the sample queue ColorOffice"},
+     "the queue folder of the printer, or the name of a sample queue; without it, the sample queue "
+     "ColorOffice"},
     {"--config", nullptr, "FILE", Naming::File, &Options::config,
      "a pipeline configuration: the filters and how they are connected"},
     {"--filter", nullptr, "MODULE...", Naming::Module, &Options::filters, "filter modules in order"},
@@ -179,97 +180,155 @@ constexpr OperandRow oneJob{"JOB.xps", Naming::Job, "job", "an XPS file", 1, 1};
 constexpr OperandRow jobOrTicket{
     "JOB.xps|TICKET.xml", Naming::Ticket, "job", "an XPS file or a print ticket", 1, 1};
 
-constexpr auto
-    commandRows =
-        std::to_array<CommandRow>(
-            {
-                {"run",
-                 "sends jobs through filters and writes what the device would get",
-                 "run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps...",
-                 R"(Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or a file of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the filters down and leaves no output.
+constexpr const char* runText =
+    R"(Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or
+a file of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the filters down and leaves no
+output.
 
-Several jobs run one after the other, or by --jobs at the same time, each in a process of its own: one that fails takes none with it. A table says at the end what became of each. The exit code is 0 where all are done, else that of those that are not, or 1 where they do not agree.
+Several jobs run one after the other, or by --jobs at the same time, each in a process of its own: one that
+fails takes none with it. A table says at the end what became of each. The exit code is 0 where all are done,
+else that of those that are not, or 1 where they do not agree.
 
-On a terminal, the error stream shows the progress. The summary goes to the output stream.)",
-                 {"JOB.xps", Naming::Job, "job", "an XPS file", 1, 0},
-                 runOptions},
-                {"ticket", "the merged print ticket of the job, a document or a page",
-                 "ticket [--queue DIR] [--document N] [--page N] [--explain] JOB.xps|TICKET.xml\n"
-                 "ticket --devmode FILE [--queue DIR]",
-                 R"(Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the page laid over it and made valid for the device. Without --document and --page: the job's. A print ticket in a file of its own is taken for the ticket of a job.)",
-                 jobOrTicket, ticketOptions},
-                {"features",
-                 "what the job, a document or a page asks for, feature by feature, and where that was said",
-                 "features [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
-                 R"(Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes in it, the device's factory default, or a rule. Below them, the values that hold in the end. Passwords are not shown. A print ticket in a file of its own is taken for the ticket of a job.)",
-                 jobOrTicket, levelOptions},
-                {"settings",
-                 "what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and the "
-                 "like",
-                 "settings [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
-                 R"(Prints what a filter hears when it asks a snapshot of the tickets at a level: orientation, duplex, job identification, the sizes of the page and of the paper that comes out, scaling, pages on a sheet, and booklet, with units. "default" stands where no ticket says anything. Without --document and --page: the job's.)",
-                 jobOrTicket, levelOptions},
-                {"annotations", "what the driver puts onto a page of the job, and who asked for it",
-                 "annotations [--queue DIR] [--page N] [--json] JOB.xps",
-                 R"(Prints what the driver puts onto a page of the job, texts, time stamps, pictures, Bates and page numbers, the mark of the job and the lines of a fax, with all that is decided for each: where it stands, what it says, its font and why that one, the characters that the font keeps, the picture's size; and who asked for it. The filter Stamp draws them.)",
-                 oneJob, annotationsOptions},
-                {"header", "the instructions that the device gets around the job's pages",
-                 "header [--queue DIR] [--family NAME | --all] [--why] [--json] JOB.xps|TICKET.xml",
-                 R"(Prints what a family of devices gets around the pages of the job: the PJL header that stands before them, the PostScript that sets the device up (or the page ticket of PCLm), and the comments behind them.)",
-                 jobOrTicket, headerOptions},
-                {"parts", "the tree of the job's parts, with sizes and tickets", "parts [--json] JOB.xps",
-                 R"(Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.)",
-                 oneJob, partsOptions},
-                {"policy",
-                 "what an administrator's configuration does, feature by feature",
-                 "policy [--queue DIR | FILE] [--json]",
-                 R"(Reads an administrator's configuration as the filters do, and prints what each feature in it does: what is written into tickets and over what, what decides only which types of jobs there are, what the driver knows and enforces nowhere, and what it does not know. A fault is one line on the error stream: what stands before it holds, what stands behind it is lost. The exit code is 1 then.
+On a terminal, the error stream shows the progress. The summary goes to the output stream.)";
 
-FILE is a configuration by itself, in UTF-8, or in UTF-16 with a byte order mark.)",
-                 {"FILE", Naming::File, "configuration", "a file", 0, 1},
-                 policyOptions},
-                {"queue",
-                 "a queue at a glance: its printer, bags and options, and what print-time programs hear",
-                 "queue [--json] DIR",
-                 R"(Prints a queue folder at a glance: the printer; what is in the bags of the driver, of the queue and of the current user, by name and kind, with short values or sizes; the installable options under the device's names (CPSS), also those that the bag has and the device does not know; and what programs that run beside a job hear when they ask the queue. Settings that cannot be read are one line on the error stream; the exit code is 1 then.)",
-                 {"DIR", Naming::Folder, "queue", "a folder", 1, 1},
-                 queueOptions},
-                {"capabilities",
-                 "what a queue offers: features with options and defaults, parameters, and what goes not "
-                 "together",
-                 "capabilities [--queue DIR] [--feature NAME] [--json]",
-                 R"(Prints what a queue offers: each feature with its options, the default marked with *, and sizes in millimetres and inches; parameters with their bounds, units and defaults; options that are not available; choices that go not together; and what the administrator's configuration makes of a feature. A configuration that cannot be read to its end is one line on the error stream; the exit code is 1 then.)",
-                 {},
-                 capabilitiesOptions},
-                {"diff",
-                 "what is different between two print tickets, packages or device streams, by what they mean",
-                 "diff [--ignore-times] [--json] A B",
-                 R"(Compares two files of one kind by what they mean. Print tickets: settings by their qualified names, whatever the prefixes, order and white space. XPS packages: documents, pages and their markup, tickets, other parts by their content, content types and relationships. Device streams: the lines of the PJL header, the set-up, comments, and the pages.
+constexpr const char* ticketText =
+    R"(Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document
+and the page laid over it and made valid for the device. Without --document and --page: the job's. A print
+ticket in a file of its own is taken for the ticket of a job.)";
 
-The exit code is 0 where there is no difference, 1 where there are some, 2 for wrong usage, as for files of different kinds, and 3 for a file that cannot be read.)",
-                 {"A B", Naming::File, "pair of files", "two of one kind", 2, 2},
-                 diffOptions},
-                {"stamp", "puts a text or a picture on the pages of a job",
-                 "stamp [-o OUT] --text TEXT | --image FILE [--first-page] JOB.xps",
-                 R"(Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it stays as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in points (72 to the inch), from the top left corner of the page.)",
-                 oneJob, stampOptions},
-                {"translate",
-                 "what a feature or a value is called in tickets, in configurations and by the device",
-                 "translate [--feature NAME] [--json] NAME",
-                 R"(Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration and in the device's own vocabulary (CPSS), with its number and enumerator; of a feature, also its values. NAME is any of these, in upper or lower case, with a prefix or without. Everything that has the name is shown.
+constexpr const char* featuresText =
+    R"(Prints every feature that the driver knows: its number and names, whether the device supports it and needs a
+value for it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes
+in it, the device's factory default, or a rule. Below them, the values that hold in the end. Passwords are not
+shown. A print ticket in a file of its own is taken for the ticket of a job.)";
+
+constexpr const char* settingsText =
+    R"(Prints what a filter hears when it asks a snapshot of the tickets at a level: orientation, duplex, job
+identification, the sizes of the page and of the paper that comes out, scaling, pages on a sheet, and booklet,
+with units. "default" stands where no ticket says anything. Without --document and --page: the job's.)";
+
+constexpr const char* annotationsText =
+    R"(Prints what the driver puts onto a page of the job, texts, time stamps, pictures, Bates and page numbers, the
+mark of the job and the lines of a fax, with all that is decided for each: where it stands, what it says, its
+font and why that one, the characters that the font keeps, the picture's size; and who asked for it. The filter
+Stamp draws them.)";
+
+constexpr const char* headerText =
+    R"(Prints what a family of devices gets around the pages of the job: the PJL header that stands before them, the
+PostScript that sets the device up (or the page ticket of PCLm), and the comments behind them.)";
+
+constexpr const char* partsText =
+    R"(Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.)";
+
+constexpr const char* policyText =
+    R"(Reads an administrator's configuration as the filters do, and prints what each feature in it does: what is
+written into tickets and over what, what decides only which types of jobs there are, what the driver knows and
+enforces nowhere, and what it does not know. A fault is one line on the error stream: what stands before it
+holds, what stands behind it is lost. The exit code is 1 then.
+
+FILE is a configuration by itself, in UTF-8, or in UTF-16 with a byte order mark.)";
+
+constexpr const char* queueText =
+    R"(Prints a queue folder at a glance: the printer; what is in the bags of the driver, of the queue and of the
+current user, by name and kind, with short values or sizes; the installable options under the device's names
+(CPSS), also those that the bag has and the device does not know; and what programs that run beside a job hear
+when they ask the queue. Settings that cannot be read are one line on the error stream; the exit code is 1 then.)";
+
+constexpr const char* capabilitiesText =
+    R"(Prints what a queue offers: each feature with its options, the default marked with *, and sizes in millimetres
+and inches; parameters with their bounds, units and defaults; options that are not available; choices that go
+not together; and what the administrator's configuration makes of a feature. A configuration that cannot be read
+to its end is one line on the error stream; the exit code is 1 then.)";
+
+constexpr const char* diffText =
+    R"(Compares two files of one kind by what they mean. Print tickets: settings by their qualified names, whatever the
+prefixes, order and white space. XPS packages: documents, pages and their markup, tickets, other parts by their
+content, content types and relationships. Device streams: the lines of the PJL header, the set-up, comments, and
+the pages.
+
+The exit code is 0 where there is no difference, 1 where there are some, 2 for wrong usage, as for files of
+different kinds, and 3 for a file that cannot be read.)";
+
+constexpr const char* stampText =
+    R"(Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it
+stays as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in
+points (72 to the inch), from the top left corner of the page.)";
+
+constexpr const char* translateText =
+    R"(Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration
+and in the device's own vocabulary (CPSS), with its number and enumerator; of a feature, also its values. NAME
+is any of these, in upper or lower case, with a prefix or without. Everything that has the name is shown.
 
   ov-pipeline translate PageOutputColor
   ov-pipeline translate 5421
-  ov-pipeline translate --feature sides two-sided-long-edge)",
-                 {"NAME", Naming::Nothing, "name", "one", 1, 1},
-                 translateOptions},
-                {"help",
-                 "says more of a command",
-                 "help [COMMAND]",
-                 "Prints what --help behind the command prints.",
-                 {"COMMAND", Naming::Command, "command", "one", 0, 1},
-                 {}},
-            });
+  ov-pipeline translate --feature sides two-sided-long-edge)";
+
+constexpr auto commandRows = std::to_array<CommandRow>({
+    {"run",
+     "sends jobs through filters and writes what the device would get",
+     "run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps...",
+     runText,
+     {"JOB.xps", Naming::Job, "job", "an XPS file", 1, 0},
+     runOptions},
+    {"ticket", "the merged print ticket of the job, a document or a page",
+     "ticket [--queue DIR] [--document N] [--page N] [--explain] JOB.xps|TICKET.xml\n"
+     "ticket --devmode FILE [--queue DIR]",
+     ticketText, jobOrTicket, ticketOptions},
+    {"features", "what the job, a document or a page asks for, feature by feature, and where that was said",
+     "features [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml", featuresText,
+     jobOrTicket, levelOptions},
+    {"settings",
+     "what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and the "
+     "like",
+     "settings [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml", settingsText,
+     jobOrTicket, levelOptions},
+    {"annotations", "what the driver puts onto a page of the job, and who asked for it",
+     "annotations [--queue DIR] [--page N] [--json] JOB.xps", annotationsText, oneJob, annotationsOptions},
+    {"header", "the instructions that the device gets around the job's pages",
+     "header [--queue DIR] [--family NAME | --all] [--why] [--json] JOB.xps|TICKET.xml", headerText,
+     jobOrTicket, headerOptions},
+    {"parts", "the tree of the job's parts, with sizes and tickets", "parts [--json] JOB.xps", partsText,
+     oneJob, partsOptions},
+    {"policy",
+     "what an administrator's configuration does, feature by feature",
+     "policy [--queue DIR | FILE] [--json]",
+     policyText,
+     {"FILE", Naming::File, "configuration", "a file", 0, 1},
+     policyOptions},
+    {"queue",
+     "a queue at a glance: its printer, bags and options, and what print-time programs hear",
+     "queue [--json] DIR",
+     queueText,
+     {"DIR", Naming::Folder, "queue", "a folder", 1, 1},
+     queueOptions},
+    {"capabilities",
+     "what a queue offers: features with options and defaults, parameters, and what goes not "
+     "together",
+     "capabilities [--queue DIR] [--feature NAME] [--json]",
+     capabilitiesText,
+     {},
+     capabilitiesOptions},
+    {"diff",
+     "what is different between two print tickets, packages or device streams, by what they mean",
+     "diff [--ignore-times] [--json] A B",
+     diffText,
+     {"A B", Naming::File, "pair of files", "two of one kind", 2, 2},
+     diffOptions},
+    {"stamp", "puts a text or a picture on the pages of a job",
+     "stamp [-o OUT] --text TEXT | --image FILE [--first-page] JOB.xps", stampText, oneJob, stampOptions},
+    {"translate",
+     "what a feature or a value is called in tickets, in configurations and by the device",
+     "translate [--feature NAME] [--json] NAME",
+     translateText,
+     {"NAME", Naming::Nothing, "name", "one", 1, 1},
+     translateOptions},
+    {"help",
+     "says more of a command",
+     "help [COMMAND]",
+     "Prints what --help behind the command prints.",
+     {"COMMAND", Naming::Command, "command", "one", 0, 1},
+     {}},
+});
 
 const OptionRow& RowOf(const KnownOption& known) {
     return *std::ranges::find(optionRows, std::string_view(known.name), &OptionRow::name);

@@ -47,7 +47,8 @@ struct CommandRow {
     const char* name;
     const char* summary;  // one line, without a period
     const char* synopses; // one in a line, without the program's name
-    /// Paragraphs, an empty line between them. A line that begins with a blank stands as it is.
+    /// Paragraphs, an empty line between them. A line that begins with a blank stands as it is; others are
+    /// filled.
     const char* description;
     OperandRow operand;
     std::span<const KnownOption> options;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <utility>
 
 namespace OvPipeline {
 
@@ -71,26 +72,26 @@ std::string ProgramHelp(std::size_t width) {
 
 std::string WrappedText(const std::string& text, std::size_t width, const std::string& indent) {
     const std::size_t room = width > indent.size() + 20 ? width - indent.size() : 20;
-    std::istringstream lines(text);
     std::string wrapped;
+    std::string current; // a line that is being filled
+    const auto end = [&] {
+        if (!current.empty()) wrapped += indent + std::exchange(current, {}) + "\n";
+    };
+    std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
         if (line.empty() || line.front() == ' ') {
-            wrapped += (line.empty() ? std::string() : indent) + line + "\n";
+            end();
+            wrapped += (line.empty() ? std::string() : indent + line) + "\n";
             continue;
         }
         std::istringstream words(line);
-        std::string current;
         for (std::string word; words >> word;) {
-            if (!current.empty() &&
-                OvPlatform::Utf8::CountCharacters(current) + 1 + OvPlatform::Utf8::CountCharacters(word) >
-                    room) {
-                wrapped += indent + current + "\n";
-                current.clear();
-            }
+            using OvPlatform::Utf8::CountCharacters;
+            if (!current.empty() && CountCharacters(current) + 1 + CountCharacters(word) > room) end();
             current += (current.empty() ? "" : " ") + word;
         }
-        wrapped += indent + current + "\n";
     }
+    end();
     return wrapped;
 }
 

@@ -7,13 +7,12 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-
-#include <unistd.h>
 
 using namespace OvPipeline;
 using testing::HasSubstr;
@@ -81,10 +80,12 @@ TEST(CommandTexts, HelpFitsTheWidthAndBreaksOnlyBetweenWords) {
 
 TEST(CommandTexts, BashCompletesCommandsOptionsAndNames) {
     const auto complete = [](const std::string& typed) {
-        const std::filesystem::path script = std::filesystem::temp_directory_path() / ("ov-completion-" + std::to_string(getpid()));
+        const std::filesystem::path script =
+            std::filesystem::temp_directory_path() / ("ov-completion-" + std::to_string(getpid()));
         std::ofstream(script) << BashCompletion();
-        std::string answer = Heard("bash -c 'source " + script.string() + "; COMP_WORDS=(" + typed +
-                                   "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _ov_pipeline 2>/dev/null; echo ${COMPREPLY[@]}'");
+        std::string answer = Heard(
+            "bash -c 'source " + script.string() + "; COMP_WORDS=(" + typed +
+            "); COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _ov_pipeline 2>/dev/null; echo ${COMPREPLY[@]}'");
         std::filesystem::remove(script);
         return answer;
     };
@@ -96,8 +97,12 @@ TEST(CommandTexts, BashCompletesCommandsOptionsAndNames) {
 
 TEST(NearestName, FindsWhatWasMistypedAndNothingFarther) {
     const std::vector<std::string> names{"ticket", "features", "--pages", "--page"};
-    const std::pair<const char*, const char*> cases[] = {{"tikcet", "ticket"}, {"feature", "features"},
-                                                         {"--pgaes", "--pages"}, {"print", ""}, {"", ""}, {"x", ""}};
+    const std::pair<const char*, const char*> cases[] = {{"tikcet", "ticket"},
+                                                         {"feature", "features"},
+                                                         {"--pgaes", "--pages"},
+                                                         {"print", ""},
+                                                         {"", ""},
+                                                         {"x", ""}};
     for (const auto& [typed, meant] : cases)
         EXPECT_EQ(meant, NearestName(typed, names)) << typed;
     EXPECT_EQ("", NearestName(std::string(100'000, 'p'), names));
