@@ -160,12 +160,15 @@ std::vector<ComparedPackage::Relation> ComparedPackage::RelationsOf(const std::s
             const auto known = m_identities.find(m_package->Reader().Find(relationship.targetPart));
             const std::string identity =
                 known == m_identities.end() ? FoldPartName(relationship.targetPart) : known->second;
-            relations.push_back({type + "\1" + identity, kind, relationship.targetPart});
+            relations.push_back(
+                {std::string(type).append("\1").append(identity), kind, relationship.targetPart});
         }
         // Twice says no more than once.
         std::ranges::stable_sort(relations, {}, &Relation::meaning);
-        const auto repeated = std::ranges::unique(relations, {}, &Relation::meaning);
-        relations.erase(repeated.begin(), repeated.end());
+        const auto isSame = [](const Relation& one, const Relation& other) {
+            return one.meaning == other.meaning;
+        };
+        relations.erase(std::unique(relations.begin(), relations.end(), isSame), relations.end());
         return relations;
     });
 }
