@@ -96,7 +96,9 @@ public:
         return isChanged;
     }
 
+    // Some readers know the prefixes of the root alone, so that it gets those that it has not taken.
     void PutOn(const Ticket& base) const {
+        DeclareAllOf(m_ticket.Root(), base.Root());
         for (xmlNode* each = FirstElement(m_ticket.Root(), SchemaSpace::Framework); each;
              each = NextElement(each, SchemaSpace::Framework))
             Append(each, base.Root());

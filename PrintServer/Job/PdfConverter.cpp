@@ -1,0 +1,133 @@
+#include "Job/PdfConverter.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace OvPrintServer {
+
+namespace {
+
+constexpr int cannotRun = 127;
+
+std::filesystem::path FindProgram(const char* name) {
+    const char* const path = std::getenv("PATH");
+    std::string_view rest = path != nullptr ? path : "/usr/bin:/bin";
+    while (!rest.empty()) {
+        const std::size_t colon = rest.find(':');
+        const std::filesystem::path file = std::filesystem::path(rest.substr(0, colon)) / name;
+        if (file.is_absolute() && access(file.c_str(), X_OK) == 0) return file;
+        rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
+    }
+    return {};
+}
+
+// The environment without what changes the converter's options, and with its own place for temporary files.
+std::vector<std::string> Environment(const std::filesystem::path& folder) {
+    std::vector<std::string> environment;
+    for (char** at = environ; *at != nullptr; ++at) {
+        const std::string_view variable = *at;
+        if (!variable.starts_with("GS_") && !variable.starts_with("TMPDIR=") &&
+            !variable.starts_with("TEMP="))
+            environment.emplace_back(variable);
+    }
+    environment.push_back("TMPDIR=" + folder.string());
+    return environment;
+}
+
+std::vector<char*> Pointers(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (std::string& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// Between fork and exec: nothing but calls of the system.
+[[noreturn]] void BecomeConverter(const char* program, char** arguments, char** environment,
+                                  const char* words) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    signal(SIGTERM, SIG_DFL);
+    signal(SIGINT, SIG_DFL);
+    signal(SIGPIPE, SIG_DFL);
+    const int nothing = open("/dev/null", O_RDONLY);
+    const int said = open(words, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    if (nothing < 0 || said < 0) _exit(cannotRun);
+    dup2(nothing, STDIN_FILENO);
+    dup2(said, STDOUT_FILENO);
+    dup2(said, STDERR_FILENO);
+    close_range(STDERR_FILENO + 1, ~0U, 0);
+    execve(program, arguments, environment);
+    _exit(cannotRun);
+}
+
+// Until it is waited for, its number is not given to another process: none but it gets a signal.
+int WaitFor(pid_t child, CancelWatch& watch) {
+    watch.SetChild(child);
+    siginfo_t ended{};
+    while (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
+    }
+    watch.SetChild(0);
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+std::string FirstLine(const std::filesystem::path& file) {
+    std::ifstream stream(file);
+    std::string line;
+    while (line.empty() && std::getline(stream, line)) {
+    }
+    return line;
+}
+
+} // namespace
+
+void ConvertPdf(const std::filesystem::path& pdf, const std::filesystem::path& xps,
+                const std::filesystem::path& folder, CancelWatch& watch) {
+    const std::filesystem::path program = FindProgram("gs");
+    if (program.empty())
+        throw ConversionError(
+            "the job is a PDF document, and nothing here makes XPS of it: install Ghostscript "
+            "(the package ghostscript), or send XPS",
+            true);
+    std::string output = xps.string(); // a percent sign would begin the number of a page
+    for (std::size_t at = 0; (at = output.find('%', at)) != std::string::npos; at += 2)
+        output.insert(at, 1, '%');
+    std::vector<std::string> arguments{program.string(),
+                                       "-q",
+                                       "-dSAFER",
+                                       "-dBATCH",
+                                       "-dNOPAUSE",
+                                       "-sDEVICE=xpswrite",
+                                       "-sOutputFile=" + output,
+                                       "-f",
+                                       std::filesystem::absolute(pdf).string()};
+    std::vector<std::string> environment = Environment(folder);
+    const std::vector<char*> argumentPointers = Pointers(arguments);
+    const std::vector<char*> environmentPointers = Pointers(environment);
+    const std::string words = (folder / "converter-words").string();
+
+    const pid_t child = fork();
+    if (child < 0) throw ConversionError("the converter cannot be started");
+    if (child == 0)
+        BecomeConverter(program.c_str(), const_cast<char**>(argumentPointers.data()),
+                        const_cast<char**>(environmentPointers.data()), words.c_str());
+    const int status = WaitFor(child, watch);
+    if (watch.IsCancelled()) return;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && std::filesystem::exists(xps)) return;
+    const std::string said = FirstLine(words);
+    throw ConversionError("the PDF document cannot be made XPS: Ghostscript " +
+                          (said.empty() ? std::string("ended without a word") : "says " + said));
+}
+
+} // namespace OvPrintServer

@@ -1,0 +1,56 @@
+// Describes a queue folder to the print server: writes its PPD.
+#include "Ppd/PpdText.h"
+
+#include <Locale/ShownText.h>
+#include <Spooler/QueueFolderError.h>
+
+#include <cstring>
+#include <iostream>
+#include <stdexcept>
+#include <vector>
+
+namespace {
+
+constexpr const char* help = R"(ovppd QUEUE_DIR [--pipeline FILE]
+
+Writes to standard output the PPD of a queue folder: the options that its printer offers, the choices of its default
+ticket, and where ovtoprinter finds the folder.
+
+  --pipeline FILE   the pipeline configuration that its jobs go through; without it, DeviceStream alone
+)";
+
+OvPrintServer::PpdWishes Read(const std::vector<std::string>& arguments) {
+    OvPrintServer::PpdWishes wishes;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i] == "--pipeline") {
+            if (++i == arguments.size()) throw std::invalid_argument("--pipeline needs a file");
+            wishes.pipeline = std::filesystem::canonical(arguments[i]);
+        } else if (arguments[i].starts_with('-') || !wishes.queue.empty()) {
+            throw std::invalid_argument("what is " + arguments[i] + "? (see ovppd --help)");
+        } else {
+            wishes.queue = std::filesystem::canonical(arguments[i]);
+        }
+    }
+    if (wishes.queue.empty()) throw std::invalid_argument("no queue folder is named (see ovppd --help)");
+    return wishes;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    try {
+        const std::vector<std::string> given(arguments + 1, arguments + count);
+        if (!given.empty() && (given[0] == "--help" || given[0] == "-h")) {
+            std::cout << help;
+            return 0;
+        }
+        const OvPrintServer::PpdWishes wishes = Read(given);
+        const OvPrintServer::QueueOffer offer(OvPlatform::QueueFolder::Load(wishes.queue));
+        std::cout << OvPrintServer::PpdText(offer, wishes) << std::flush;
+        if (!std::cout) throw std::runtime_error("the PPD cannot be written");
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "ovppd: " << OvPlatform::Shown(error.what()) << "\n";
+        return 1;
+    }
+}

@@ -1,0 +1,59 @@
+// A filter of the print server: XPS, OpenXPS or PDF in, the stream of the queue's device out.
+#include "Job/FilterJob.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <strings.h>
+#include <unistd.h>
+
+#include <cstring>
+
+namespace {
+
+// A standard stream that was closed before must not become a file of the job's.
+void FillStandardStreams() {
+    int descriptor = 0;
+    while (descriptor >= 0 && descriptor <= 2)
+        descriptor = open("/dev/null", O_RDWR);
+    if (descriptor > 2) close(descriptor);
+}
+
+// Whoever lists the processes sees their arguments.
+void HidePassword(char* options) {
+    constexpr char name[] = "job-password=";
+    for (char* at = options; (at = strcasestr(at, name)) != nullptr;) {
+        at += sizeof name - 1;
+        char quote = 0;
+        for (; *at != '\0' && (quote != 0 || *at != ' '); ++at) {
+            if (*at == '"' || *at == '\'') quote = quote == 0 ? *at : quote == *at ? '\0' : quote;
+            if (*at == '\\' && at[1] != '\0') *at++ = '*';
+            *at = '*';
+        }
+    }
+}
+
+// What anybody else writes to the output stream, also a filter, goes to the error stream. The server's
+// channels are at 3 and 4, whether it has opened them or not.
+int TakeOutput() {
+    const int output = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 5);
+    dup2(STDERR_FILENO, STDOUT_FILENO);
+    return output;
+}
+
+} // namespace
+
+int main(int count, char** arguments) {
+    FillStandardStreams();
+    signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write
+    OvPrintServer::ServerLines lines;
+    try {
+        auto read = OvPrintServer::ReadFilterArguments({arguments + 1, arguments + count});
+        HidePassword(arguments[5]);
+        const int output = TakeOutput();
+        if (output < 0) throw std::runtime_error("there is no output stream");
+        return OvPrintServer::FilterJob(std::move(read), output, lines).Run();
+    } catch (const std::exception& error) {
+        lines.Error(error.what());
+        return 1;
+    }
+}
