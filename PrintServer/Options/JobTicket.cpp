@@ -96,11 +96,12 @@ private:
     void Take(const OptionRow& row, const std::string& value) {
         m_option = {std::string(row.name),
                     row.how == How::Passcode ? std::string(row.name) : std::string(row.name) + "=" + value};
+        if (!row.filler.empty() && Word(row.name, value) == row.filler) return;
         switch (row.how) {
         case How::Choice:
-            return Choose(row.setting, row.words, Word(row.name, value));
+            return Choose(row, Word(row.name, value));
         case How::Bool:
-            return Choose(row.setting, row.words, IsTrue(value) ? "true" : "false");
+            return Choose(row, IsTrue(value) ? "true" : "false");
         case How::Number:
             return SetParameter(row.setting, value);
         case How::Size:
@@ -172,9 +173,12 @@ private:
         return hasWord ? nullptr : feature.Find(value);
     }
 
-    void Choose(std::string_view name, std::span<const OptionWord> words, const std::string& value) {
-        const OfferedFeature* const feature = m_offer.Feature(name);
-        Answer(feature != nullptr && Choose(name, Find(*feature, words, value)), noSuchOption);
+    void Choose(const OptionRow& row, const std::string& value) {
+        const OfferedFeature* const feature = m_offer.Feature(row.setting);
+        const OfferedOption* const option = feature != nullptr ? Find(*feature, row.words, value) : nullptr;
+        const bool isFiller =
+            row.filler == fillerOfQueue && option != nullptr && option == feature->byDefault;
+        Answer(isFiller || Choose(row.setting, option), noSuchOption);
     }
 
     void ChooseByNumber(std::string_view name, std::string_view score, const std::string& value) {
@@ -287,8 +291,7 @@ private:
             for (const FinishingWord& row : GetFinishingWords()) {
                 if (isTaken || row.word != word) continue;
                 if (row.feature.empty()) {
-                    isTaken = true;
-                    m_isUnfinished = true;
+                    isTaken = true; // among others it says nothing
                 } else if (const OfferedFeature* const feature = m_offer.Feature(row.feature)) {
                     // Not one that is merely alike: a staple stands in one corner.
                     const auto option =
@@ -297,17 +300,6 @@ private:
                 }
             }
             if (!isTaken) Leave(noSuchOption);
-        }
-        if (m_isUnfinished) ChooseNoFinishing();
-    }
-
-    // Also where the queue's own ticket has some.
-    void ChooseNoFinishing() {
-        for (const FinishingWord& row : GetFinishingWords()) {
-            const OfferedFeature* const feature = m_offer.Feature(row.feature);
-            if (feature == nullptr || m_text.Has(std::string(row.feature))) continue;
-            if (const OfferedOption* const none = feature->Find("None"); none != feature->byDefault)
-                Choose(row.feature, none);
         }
     }
 
@@ -392,7 +384,6 @@ private:
     TicketText m_text;
     JobTicket m_ticket;
     CurrentOption m_option;
-    bool m_isUnfinished = false; // the job wants no finishing
     std::vector<LeftOption> m_left;
     std::set<std::string> m_taken;
     std::map<std::string, std::string> m_settings;

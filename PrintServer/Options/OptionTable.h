@@ -38,7 +38,11 @@ struct OptionRow {
     How how;
     std::string_view setting; // the feature or parameter without its prefix, or the device's name
     std::span<const OptionWord> words;
+    /// What the server says for jobs that do not say anything: no wish of theirs. "default": the choice of
+    /// the queue's default ticket.
+    std::string_view filler = {};
 };
+inline constexpr std::string_view fillerOfQueue = "default";
 
 /// A word of finishings, the feature that carries it out, and the option there.
 struct FinishingWord {
