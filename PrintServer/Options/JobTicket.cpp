@@ -69,6 +69,12 @@ bool ArePages(const std::string& list) {
     });
 }
 
+struct CaselessOrder {
+    bool operator()(const std::string& left, const std::string& right) const {
+        return strcasecmp(left.c_str(), right.c_str()) < 0;
+    }
+};
+
 bool HasControls(const std::string& text) {
     return std::ranges::any_of(text, [](unsigned char c) { return c < 0x20 || c == 0x7F; });
 }
@@ -79,13 +85,11 @@ public:
         : m_offer(offer), m_options(options), m_text(offer) {}
 
     JobTicket Make(unsigned copies) {
-        std::set<std::string_view> known;
         for (const OptionRow& row : GetOptionRows()) {
-            known.insert(row.name);
             if (const std::string* const value = m_options.Find(row.name)) Take(row, *value);
         }
         LeaveWhatNoRowTook();
-        CountUnknown(known);
+        CountUnknown();
         AddCopies(copies);
         AddSettings();
         if (!m_text.IsEmpty()) m_ticket.xml = m_text.Xml();
@@ -144,7 +148,10 @@ private:
         }
     }
 
-    void CountUnknown(const std::set<std::string_view>& known) {
+    void CountUnknown() {
+        std::set<std::string, CaselessOrder> known;
+        for (const OptionRow& row : GetOptionRows())
+            known.emplace(row.name);
         for (const auto& option : m_options.All())
             if (!known.contains(option.name) && !IsServersOwn(option.name))
                 m_ticket.unknown.push_back(option.name);

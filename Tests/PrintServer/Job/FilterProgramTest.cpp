@@ -1,0 +1,228 @@
+// The filter in a process of its own, as a print server runs it.
+#include "Support/SampleJob.h"
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <thread>
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+const std::string colorQueue = OV_SOURCE_DIR "/Samples/Queues/ColorOffice";
+
+class FilterProgramTest : public testing::Test {
+protected:
+    FilterProgramTest() {
+        WriteJob(2);
+        m_folder.Write("job.pdf", "%PDF-1.4 of nobody's");
+        std::filesystem::create_directory(m_folder / "tmp");
+        std::filesystem::create_directory(m_folder / "programs");
+    }
+    ~FilterProgramTest() override { Finish(); }
+
+    // Pages that a renderer takes.
+    void WriteJob(int pages) const {
+        SampleJob job;
+        job.pages = pages;
+        ZipItems items = job.Items();
+        for (int page = 1; page <= pages; ++page)
+            items[SampleJob::PageName(1, page).substr(1)] =
+                "<FixedPage xmlns=\"" + job.Base() + "\" xml:lang=\"en\" Width=\"794\" Height=\"1123\">" +
+                "<Path Fill=\"#FF3366CC\" Data=\"M 60,300 L 300,300 300,420 60,420 z\"/></FixedPage>";
+        WriteZip(m_folder / "job.xps", items);
+    }
+
+    // What the converter is: a script.
+    void PutConverter(const std::string& script) {
+        std::filesystem::permissions(m_folder.Write("programs/gs", "#!/bin/sh\n" + script),
+                                     std::filesystem::perms::owner_all);
+    }
+
+    // With standard output on a pipe, and files open where the server has its channels.
+    void Start(const std::string& file, const std::string& options = "",
+               const std::string& queue = colorQueue) {
+        int ends[2] = {-1, -1};
+        if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+        m_output = ends[0];
+        const std::vector<std::string> environment{
+            "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
+            "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string()};
+        const std::vector<std::string> arguments{
+            "ovtoprinter", "7", "anna", "A job", "1", options, (m_folder / file).string()};
+        std::vector<char*> environmentList = List(environment);
+        std::vector<char*> argumentList = List(arguments);
+        m_process = fork();
+        if (m_process == 0) {
+            dup2(ends[1], STDOUT_FILENO);
+            dup2(open((m_folder / "said").c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600),
+                 STDERR_FILENO);
+            const int channel = open((m_folder / "channel").c_str(), O_RDWR | O_CREAT, 0600);
+            dup2(channel, 3);
+            dup2(channel, 4);
+            execve(OV_BINARY_DIR "/bin/ovtoprinter", argumentList.data(), environmentList.data());
+            _exit(127);
+        }
+        close(ends[1]);
+    }
+
+    // The exit code, or -1 where a signal ended it. The output is read before.
+    int Finish() {
+        if (m_process <= 0) return -1;
+        char chunk[65536];
+        for (ssize_t size = 0; m_output >= 0 && (size = read(m_output, chunk, sizeof chunk)) > 0;)
+            m_stream.append(chunk, static_cast<std::size_t>(size));
+        CloseOutput();
+        int status = 0;
+        waitpid(m_process, &status, 0);
+        m_process = -1;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+    void CloseOutput() {
+        if (m_output >= 0) close(m_output);
+        m_output = -1;
+    }
+
+    std::string Said() const { return TemporaryFolder::Read(m_folder / "said"); }
+    long LinesOf(const std::string& word) const {
+        const std::string said = "\n" + Said();
+        long count = 0;
+        for (std::size_t at = 0; (at = said.find("\n" + word, at)) != std::string::npos; ++at)
+            ++count;
+        return count;
+    }
+    bool WaitFor(const std::string& name) const {
+        for (int i = 0; i < 200 && !std::filesystem::exists(m_folder / name); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        return std::filesystem::exists(m_folder / name);
+    }
+    void ExpectNothingLeft() const {
+        EXPECT_TRUE(std::filesystem::is_empty(m_folder / "tmp"));
+        EXPECT_EQ("", TemporaryFolder::Read(m_folder / "channel"));
+    }
+
+    TemporaryFolder m_folder;
+    std::string m_path = ":/usr/bin:/bin";
+    pid_t m_process = -1;
+    std::string m_stream;
+
+private:
+    static std::vector<char*> List(const std::vector<std::string>& texts) {
+        std::vector<char*> list;
+        for (const std::string& text : texts)
+            list.push_back(const_cast<char*>(text.c_str()));
+        list.push_back(nullptr);
+        return list;
+    }
+
+    int m_output = -1;
+};
+
+TEST_F(FilterProgramTest, AJobBecomesTheDevicesStreamAndNothingIsLeft) {
+    Start("job.xps");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_THAT(m_stream, HasSubstr("@PJL COMMENT OID_ATT_JOB_OWNER \"anna\""));
+    EXPECT_EQ(2, LinesOf("PAGE: "));
+    EXPECT_EQ(0, LinesOf("ERROR: "));
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {
+    m_folder.Write("empty.xps", "");
+    m_folder.Write("cut.xps", TemporaryFolder::Read(m_folder / "job.xps").substr(0, 900));
+    for (const auto& [file, options, queue] :
+         {std::tuple{"empty.xps", "", colorQueue.c_str()}, std::tuple{"cut.xps", "", colorQueue.c_str()},
+          std::tuple{"none.xps", "", colorQueue.c_str()}, std::tuple{"job.xps", "", "/nowhere"},
+          std::tuple{"job.xps", "job-password=1", colorQueue.c_str()},
+          std::tuple{"job.xps", "page-ranges=90", colorQueue.c_str()},
+          std::tuple{"job.xps", "sides=x ipp-attribute-fidelity=true", colorQueue.c_str()}}) {
+        Start(file, options, queue);
+        EXPECT_EQ(1, Finish()) << file << options;
+        EXPECT_EQ(1, LinesOf("ERROR: ")) << Said();
+        EXPECT_EQ(1, std::ranges::count(Said(), '\n')) << Said();
+        EXPECT_THAT(m_stream, IsEmpty()) << file;
+        ExpectNothingLeft();
+    }
+}
+
+TEST_F(FilterProgramTest, AReaderThatGoesAwayEndsTheJob) {
+    Start("job.xps");
+    CloseOutput();
+    EXPECT_EQ(1, Finish());
+    EXPECT_EQ(1, LinesOf("ERROR: ")) << Said();
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, AConverterGetsItsFilesAndNothingElse) {
+    // It tells what is open, and has something to say and no success.
+    PutConverter(
+        "ls -1 /proc/self/fd >\"$OUT/open\"; echo \"$TMPDIR\" >\"$OUT/where\"; touch \"$TMPDIR/rest\"\n"
+        "printf 'Error: /undefined\\nmore\\n' >&2; exit 1\n");
+    Start("job.pdf", "job-password=80731942");
+    EXPECT_EQ(1, Finish());
+    EXPECT_THAT(
+        Said(),
+        HasSubstr("ERROR: the PDF document cannot be made XPS: Ghostscript says Error: /undefined\n"));
+    EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "open")); // the last is that of the listing
+    EXPECT_THAT(TemporaryFolder::Read(m_folder / "where"),
+                HasSubstr((m_folder / "tmp/ovtoprinter.").string()));
+    EXPECT_THAT(Said(), Not(HasSubstr("80731942")));
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, ACancelledJobEndsItsConverterToo) {
+    PutConverter("echo $$ >\"$TMPDIR/../../pid\"; exec sleep 60\n");
+    Start("job.pdf", "job-password=80731942");
+    ASSERT_TRUE(WaitFor("pid"));
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    const std::string shown = TemporaryFolder::Read("/proc/" + std::to_string(m_process) + "/cmdline");
+    EXPECT_THAT(shown, HasSubstr("job-password="));
+    EXPECT_THAT(shown, Not(HasSubstr("80731942"))); // the list of processes is everybody's
+    const pid_t converter = std::stoi(TemporaryFolder::Read(m_folder / "pid"));
+    kill(m_process, SIGTERM);
+    EXPECT_EQ(0, Finish());
+    EXPECT_EQ(-1, kill(converter, 0));
+    EXPECT_EQ(0, LinesOf("ERROR: ")) << Said();
+    EXPECT_EQ(1, LinesOf("INFO: the job is cancelled")) << Said();
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, ACancelledJobStopsWhereNobodyReads) {
+    WriteJob(60);
+    Start("job.xps");
+    std::this_thread::sleep_for(std::chrono::milliseconds(800)); // the pipe is full by now
+    int status = 0;
+    ASSERT_EQ(0, waitpid(m_process, &status, WNOHANG)) << "the job does not wait for its reader";
+    kill(m_process, SIGTERM);
+    bool isEnded = false;
+    for (int i = 0; i < 200 && !isEnded; ++i) {
+        isEnded = waitpid(m_process, &status, WNOHANG) == m_process;
+        if (!isEnded) std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    ASSERT_TRUE(isEnded);
+    m_process = -1;
+    CloseOutput();
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(0, LinesOf("ERROR: ")) << Said();
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, WithoutAConverterItSaysWhatToInstall) {
+    m_path.clear();
+    Start("job.pdf");
+    EXPECT_EQ(1, Finish());
+    EXPECT_THAT(Said(), HasSubstr("STATE: +cups-missing-filter-warning\nERROR: "));
+    EXPECT_THAT(Said(), HasSubstr("install Ghostscript"));
+}
+
+} // namespace

@@ -1,0 +1,141 @@
+#include "PrintServer/SampleQueues.h"
+#include "Support/InApartment.h"
+#include "Support/Rows.h"
+#include "Support/TemporaryFolder.h"
+
+#include <Ppd/PpdText.h>
+#include <Ppd/QueuePpd.h>
+#include <cups/ppd.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace OvPrintServer;
+using testing::HasSubstr;
+
+namespace {
+
+class PpdTest : public InApartment<> {
+protected:
+    using Ppd = std::unique_ptr<ppd_file_t, decltype(&ppdClose)>;
+
+    static Ppd Open(const std::filesystem::path& file) { return {ppdOpenFile(file.c_str()), &ppdClose}; }
+    Ppd Write(const QueueOffer& offer) {
+        return Open(m_folder.Write("queue.ppd", PpdText(offer, {"/queues/one", "/queues/pipeline.xml"})));
+    }
+
+    TemporaryFolder m_folder;
+};
+
+std::string DefaultOf(ppd_file_t* ppd, const char* keyword) {
+    const ppd_option_t* const option = ppdFindOption(ppd, keyword);
+    return option == nullptr ? "" : option->defchoice;
+}
+
+TEST_F(PpdTest, SaysWhatThePrinterHasAndTheQueueChooses) {
+    const QueueOffer color(SampleQueue("ColorOffice"));
+    const Ppd ppd = Write(color);
+    ASSERT_TRUE(ppd);
+    for (const auto& [keyword, choice] : Rows<const char*, const char*>{{"PageSize", "A4"},
+                                                                        {"InputSlot", "AutoSelect"},
+                                                                        {"MediaType", "Plain"},
+                                                                        {"Duplex", "None"},
+                                                                        {"ColorModel", "RGB"},
+                                                                        {"Resolution", "600dpi"},
+                                                                        {"Stapling", "None"},
+                                                                        {"Punch", "None"}})
+        EXPECT_EQ(choice, DefaultOf(ppd.get(), keyword)) << keyword;
+    EXPECT_EQ(1, ppd->color_device);
+    EXPECT_EQ(1, ppd->variable_sizes);
+    EXPECT_NEAR(4200 * 72 / 25400.0, ppdPageSize(ppd.get(), "A4")->left, 0.01);
+    const QueuePpd read = QueuePpd::Read(m_folder / "queue.ppd");
+    EXPECT_EQ("/queues/one", read.queue);
+    EXPECT_EQ("/queues/pipeline.xml", read.pipeline);
+
+    const QueueOffer mono(SampleQueue("MonoOffice"));
+    const Ppd other = Write(mono);
+    ASSERT_TRUE(other);
+    EXPECT_EQ(0, other->color_device);
+    EXPECT_EQ(nullptr, ppdFindOption(other.get(), "Stapling")); // which it does not have
+}
+
+// Each choice that a client sees comes back as the setting that it was made of.
+TEST_F(PpdTest, EveryChoiceIsASettingOfTheTicket) {
+    for (const char* const name : {"ColorOffice", "MonoOffice"}) {
+        const QueueOffer offer(SampleQueue(name));
+        const Ppd ppd = Write(offer);
+        ASSERT_TRUE(ppd);
+        int choices = 0;
+        for (ppd_option_t* option = ppdFirstOption(ppd.get()); option != nullptr;
+             option = ppdNextOption(ppd.get())) {
+            std::set<std::string> values;
+            for (int i = 0; i < option->num_choices; ++i) {
+                const std::string choice = option->choices[i].choice;
+                if (choice == "Custom") continue;
+                const JobTicket ticket = TicketOf(offer, std::string(option->keyword) + "=" + choice);
+                EXPECT_TRUE(ticket.left.empty()) << option->keyword << " " << choice;
+                ASSERT_EQ(1U, ticket.asked.size()) << option->keyword << " " << choice;
+                EXPECT_TRUE(values.insert(ticket.asked[0].value).second)
+                    << "two choices are " << ticket.asked[0].value;
+                ++choices;
+            }
+        }
+        EXPECT_LT(30, choices);
+    }
+}
+
+TEST_F(PpdTest, SaysWhatExcludesEachOther) {
+    const QueueOffer offer(SampleQueue("ColorOffice"));
+    const Ppd ppd = Write(offer);
+    ASSERT_TRUE(ppd);
+    ppdMarkDefaults(ppd.get());
+    EXPECT_EQ(0, ppdConflicts(ppd.get()));
+    EXPECT_EQ(0, ppdMarkOption(ppd.get(), "MediaType", "Transparency"));
+    EXPECT_NE(0, ppdMarkOption(ppd.get(), "Duplex", "DuplexTumble"));
+}
+
+TEST_F(PpdTest, APpdThatLeadsNowhereIsToldInOneLine) {
+    const QueueOffer offer(SampleQueue("MonoOffice"));
+    const std::string good = PpdText(offer, {"/queues/one", {}});
+    const auto without = [&](const std::string& line) {
+        std::string text = good;
+        const std::size_t at = text.find(line);
+        return text.erase(at, text.find('\n', at) - at + 1);
+    };
+    std::string relative = good;
+    relative.replace(relative.find("/queues/one"), 11, "queues/one");
+    for (const auto& [text, words] :
+         Rows<std::string, const char*>{{without("*ovQueue"), "*ovQueue is missing"},
+                                        {relative, "no absolute path"},
+                                        {"no PPD\n", "cannot be read"},
+                                        {good.substr(0, 20), "*ovQueue is missing"},
+                                        {"", "cannot be read"},
+                                        {std::string(1000, '\0'), "cannot be read"}})
+        try {
+            QueuePpd::Read(m_folder.Write("bad.ppd", text));
+            ADD_FAILURE() << words;
+        } catch (const PpdError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(words));
+            EXPECT_EQ(std::string::npos, std::string(error.what()).find('\n'));
+        }
+    EXPECT_THROW(QueuePpd::Read(m_folder / "none.ppd"), PpdError);
+    for (const char* const path : {"/queues/\"one", "/queues/one\n*cupsFilter: \"x\""})
+        EXPECT_THROW(PpdText(offer, {path, {}}), std::invalid_argument);
+}
+
+// What stands in a queue's documents stays where it stands.
+TEST_F(PpdTest, NamesOfTheQueueEndNoLine) {
+    auto description = SampleQueue("ColorOffice")->Description();
+    const std::string name = ">Recycled<";
+    description.capabilities.replace(description.capabilities.find(name), name.size(),
+                                     ">Re&#10;*cupsFilter2: \"a/b c/d 0 sh\"/:\u00e9\u65e5<");
+    const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
+    const Ppd ppd = Write(offer);
+    ASSERT_TRUE(ppd);
+    const std::string text = TemporaryFolder::Read(m_folder / "queue.ppd");
+    EXPECT_THAT(text, HasSubstr("stationery-recycled/Re *cupsFilter2   a b c d 0 sh   \u00e9\u65e5: \"\""));
+}
+
+} // namespace
