@@ -9,6 +9,7 @@
 #include <atomic>
 #include <cerrno>
 #include <stdexcept>
+#include <utility>
 
 namespace OvPrintServer {
 

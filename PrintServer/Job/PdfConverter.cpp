@@ -23,7 +23,7 @@ std::filesystem::path FindProgram(const char* name) {
     std::string_view rest = path != nullptr ? path : "/usr/bin:/bin";
     while (!rest.empty()) {
         const std::size_t colon = rest.find(':');
-        const std::filesystem::path file = std::filesystem::path(rest.substr(0, colon)) / name;
+        std::filesystem::path file = std::filesystem::path(rest.substr(0, colon)) / name;
         if (file.is_absolute() && access(file.c_str(), X_OK) == 0) return file;
         rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
     }
@@ -45,6 +45,7 @@ std::vector<std::string> Environment(const std::filesystem::path& folder) {
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

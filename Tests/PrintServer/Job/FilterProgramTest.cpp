@@ -119,6 +119,7 @@ protected:
 private:
     static std::vector<char*> List(const std::vector<std::string>& texts) {
         std::vector<char*> list;
+        list.reserve(texts.size() + 1);
         for (const std::string& text : texts)
             list.push_back(const_cast<char*>(text.c_str()));
         list.push_back(nullptr);

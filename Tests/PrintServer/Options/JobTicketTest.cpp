@@ -175,7 +175,7 @@ TEST_F(JobTicketTest, NoValueBreaksTheTicket) {
                                            "-1",
                                            "1,,,,2",
                                            ",",
-                                           "\u202e\u0000",
+                                           "\u202e\u009b31m",
                                            std::string(60000, '9'),
                                            std::string(2000, '{'),
                                            "true",
