@@ -15,14 +15,11 @@ public:
     ServerLines(const ServerLines&) = delete;
     ServerLines& operator=(const ServerLines&) = delete;
 
-    void Debug(std::string_view text) { Say("DEBUG: ", text); }
     void Info(std::string_view text) { Say("INFO: ", text); }
     void Warning(std::string_view text) { Say("WARNING: ", text); }
     void Error(std::string_view text) { Say("ERROR: ", text); }
     /// A reason of the printer's state, on or off.
     void State(bool isOn, std::string_view reason);
-    /// Attributes of the printer or of the job: "job-impressions-completed=3".
-    void Attributes(std::string_view attributes) { Say("ATTR: ", attributes); }
     /// A page that is done, by its number in the job.
     void Page(unsigned long page, unsigned copies);
 

@@ -4,7 +4,6 @@
 #include <Locale/ShownText.h>
 #include <Spooler/QueueFolderError.h>
 
-#include <cstring>
 #include <iostream>
 #include <stdexcept>
 #include <vector>
@@ -19,16 +18,23 @@ ticket, and where ovtoprinter finds the folder.
   --pipeline FILE   the pipeline configuration that its jobs go through; without it, DeviceStream alone
 )";
 
+std::filesystem::path WholePath(const std::string& path) {
+    std::error_code error;
+    auto whole = std::filesystem::canonical(path, error);
+    if (error) throw std::invalid_argument(path + ": " + error.message());
+    return whole;
+}
+
 OvPrintServer::PpdWishes Read(const std::vector<std::string>& arguments) {
     OvPrintServer::PpdWishes wishes;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (arguments[i] == "--pipeline") {
             if (++i == arguments.size()) throw std::invalid_argument("--pipeline needs a file");
-            wishes.pipeline = std::filesystem::canonical(arguments[i]);
+            wishes.pipeline = WholePath(arguments[i]);
         } else if (arguments[i].starts_with('-') || !wishes.queue.empty()) {
             throw std::invalid_argument("what is " + arguments[i] + "? (see ovppd --help)");
         } else {
-            wishes.queue = std::filesystem::canonical(arguments[i]);
+            wishes.queue = WholePath(arguments[i]);
         }
     }
     if (wishes.queue.empty()) throw std::invalid_argument("no queue folder is named (see ovppd --help)");

@@ -59,7 +59,7 @@ protected:
             "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
             "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string()};
         const std::vector<std::string> arguments{
-            "ovtoprinter", "7", "anna", "A job", "1", options, (m_folder / file).string()};
+            "ovtoprinter", "7", m_title, m_title, "1", options, (m_folder / file).string()};
         std::vector<char*> environmentList = List(environment);
         std::vector<char*> argumentList = List(arguments);
         m_process = fork();
@@ -113,6 +113,7 @@ protected:
 
     TemporaryFolder m_folder;
     std::string m_path = ":/usr/bin:/bin";
+    std::string m_title = "anna";
     pid_t m_process = -1;
     std::string m_stream;
 
@@ -136,6 +137,36 @@ TEST_F(FilterProgramTest, AJobBecomesTheDevicesStreamAndNothingIsLeft) {
     EXPECT_EQ(2, LinesOf("PAGE: "));
     EXPECT_EQ(0, LinesOf("ERROR: "));
     ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, NoTitleGetsIntoTheCommands) {
+    std::string controls;
+    for (int c = 1; c < 256; ++c)
+        controls += static_cast<char>(c);
+    const auto count = [&](const std::string& what) {
+        long found = 0;
+        for (std::size_t at = 0; (at = m_stream.find(what, at)) != std::string::npos; ++at)
+            ++found;
+        return found;
+    };
+    const auto shape = [&] {
+        return std::tuple{count("\x1b"), count("\n@PJL"), count("\n%%Page:"), count("\nshowpage"),
+                          count("\n%%EOF")};
+    };
+    Start("job.xps");
+    ASSERT_EQ(0, Finish()) << Said();
+    const auto plain = shape();
+    for (const std::string& title : {controls, std::string("x\";\n@PJL SET COPIES=9\n\x1b%-12345X@PJL RESET"),
+                                     std::string(") \nshowpage (\n%%EOF\n"),
+                                     std::string("\u65e5\u672c \u05e2\u05d1 \u202e\U0001f5a8 \u2028ERROR: x"),
+                                     std::string(30'000, '(')}) {
+        m_title = title;
+        m_stream.clear();
+        Start("job.xps");
+        EXPECT_EQ(0, Finish()) << Said();
+        EXPECT_EQ(plain, shape()) << title.substr(0, 40);
+        EXPECT_EQ(0, LinesOf("ERROR: ")) << Said();
+    }
 }
 
 TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {

@@ -29,11 +29,10 @@ std::string Said(const std::function<void(ServerLines&)>& say) {
 TEST(ServerLinesTest, WhateverIsSaidIsOneLineOfItsKind) {
     EXPECT_EQ("INFO: a\\nERROR: b\\x1b[2J\n",
               Said([](ServerLines& lines) { lines.Info("a\nERROR: b\x1b[2J"); }));
-    EXPECT_EQ("PAGE: 3 2\nSTATE: +x\nSTATE: -x\nATTR: a=b\n", Said([](ServerLines& lines) {
+    EXPECT_EQ("PAGE: 3 2\nSTATE: +x\nSTATE: -x\n", Said([](ServerLines& lines) {
                   lines.Page(3, 2);
                   lines.State(true, "x");
                   lines.State(false, "x");
-                  lines.Attributes("a=b");
               }));
     const std::string longest = Said([](ServerLines& lines) { lines.Error(std::string(100'000, '\xff')); });
     EXPECT_GT(2048U, longest.size()); // the server's own bound
