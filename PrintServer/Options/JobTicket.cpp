@@ -106,8 +106,6 @@ private:
             return Choose(row, Word(row.name, value));
         case How::Bool:
             return Choose(row, IsTrue(value) ? "true" : "false");
-        case How::Number:
-            return SetParameter(row.setting, value);
         case How::Size:
             return Answer(ChooseSize(value), noSuchOption);
         case How::Media:

@@ -180,6 +180,9 @@ constexpr OptionRow rows[] = {
     {"Fold",                       Ppd, Choice, "JobBindAllDocuments", {}},
 };
 
+static_assert(std::ranges::is_partitioned(rows, [](const OptionRow& row) { return row.vocabulary == Ipp; }),
+              "the first who asks for a setting has it, and attributes win");
+
 // The server writes enumerated finishings by their words or their numbers; libcups knows the words.
 constexpr FinishingWord finishings[] = {
     {"none",                 {}, {}},

@@ -16,7 +16,6 @@ struct OptionWord {
 enum class How {
     Choice,        // an option of a feature: by the row's words, else by its own name
     Bool,          // as Choice, of true and false
-    Number,        // a parameter of the ticket
     Size,          // a paper by its size: an option of the feature, or a size of the job's own
     Media,         // sizes, trays and kinds of paper by one list
     MediaCol,      // a collection of them
@@ -38,8 +37,8 @@ struct OptionRow {
     How how;
     std::string_view setting; // the feature or parameter without its prefix, or the device's name
     std::span<const OptionWord> words;
-    /// What the server says for jobs that do not say anything: no wish of theirs. "default": the choice of
-    /// the queue's default ticket.
+    /// What stands there for jobs that do not care: no wish of theirs. "default": the choice of the
+    /// default ticket, which the server fills in.
     std::string_view filler = {};
 };
 inline constexpr std::string_view fillerOfQueue = "default";
