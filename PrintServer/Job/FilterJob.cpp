@@ -182,6 +182,8 @@ OvPipeline::JobDescription FilterJob::Describe() {
     std::vector<LeftOption> left = ticket.left;
     std::ranges::move(FindOverruled(job.queue, ticket), std::back_inserter(left));
     RequireObeyed(ticket, left);
+    if (std::ranges::any_of(ticket.left, [](const LeftOption& option) { return option.name == "copies"; }))
+        m_arguments.copies = 1;
     TellOfLeft(left, m_lines);
     TellOfUnknown(ticket.unknown, m_lines);
     if (!ticket.xml.empty()) job.wishes.ticket = std::make_shared<OvPlatform::TicketOverlay>(ticket.xml);

@@ -126,7 +126,7 @@ constexpr OptionWord outputBins[] = {
 };
 
 // The printer keeps a job for as long as somebody wants; of times, the server knows.
-constexpr OptionWord holding[] = {{"indefinite", "hold-job"}, {"no-hold", "normal-print"}};
+constexpr OptionWord holding[] = {{"indefinite", "hold-job"}};
 
 constexpr OptionWord punching[] = {{"None", "None"}};
 
@@ -157,7 +157,7 @@ constexpr OptionRow rows[] = {
     {"multiple-document-handling", Ipp, Choice, "DocumentCollate", handling},
     {"print-scaling",              Ipp, Choice, "PageScaling", scalings, "auto"},
     {"print-rendering-intent",     Ipp, Choice, "PageICMRenderingIntent", intents, "auto"},
-    {"job-hold-until",             Ipp, Setting, "job-type-api", holding},
+    {"job-hold-until",             Ipp, Setting, "job-type-api", holding, "no-hold"},
     {"job-password",               Ipp, Passcode, passcodeFeature, {}},
     {"ipp-attribute-fidelity",     Ipp, Obey, {}, {}},
     {"job-mandatory-attributes",   Ipp, Obey, {}, {}},

@@ -90,7 +90,8 @@ TEST_F(JobTicketTest, AttributesWinOverKeywords) {
 
 TEST_F(JobTicketTest, WhatTheServerFillsInIsNoWish) {
     EXPECT_EQ("",
-              Make("finishings=3 number-up=1 print-color-mode=color print-scaling=auto job-uuid=urn:uuid:1 "
+              Make("finishings=3 number-up=1 print-color-mode=color print-scaling=auto "
+                   "job-hold-until=no-hold job-uuid=urn:uuid:1 "
                    "job-originating-host-name=localhost date-time-at-creation= document-name-supplied=a.xps")
                   .xml);
     EXPECT_THAT(Make("job-uuid=urn:uuid:1 time-at-creation=1 document-name-supplied=a.xps").unknown,
