@@ -311,7 +311,7 @@ TEST_F(StreamedPackageTest, HoldsWhatIsLargerThanFourGigabytes) {
         EXPECT_EQ(Failure([&] { archive.Finish([] { return true; }); }).first, E_ABORT);
         archive.Finish({});
     }
-    const ZipArchive archive(m_target);
+    const ZipArchive archive(m_target, m_target);
     ZipArchive::Walk walk(archive);
     ZipItem item;
     for (const ZipHeader& entry : {large, largeBehind, behind}) {
@@ -358,7 +358,7 @@ TEST_F(StreamedPackageTest, GoesIntoAPipe) {
     EXPECT_EQ(read, TemporaryFolder::Read(m_target)) << "the same calls give the same bytes";
 
     // Who reads the stream as it comes learns behind a part's bytes what the directory says of them.
-    const ZipArchive archive(m_target);
+    const ZipArchive archive(m_target, m_target);
     ZipArchive::Walk walk(archive);
     ZipItem item;
     ASSERT_TRUE(walk.Next(item));
