@@ -18,6 +18,7 @@ namespace {
 
 constexpr std::size_t mostOfName = 40; // as PPDs have it, both
 constexpr std::size_t mostOfText = 80;
+constexpr long mostOfPassword = 255; // as the attribute has it
 constexpr const char* deviceStream = "application/vnd.ov-device-stream";
 
 // What has a keyword in the PPD, beside papers and their sizes.
@@ -141,6 +142,12 @@ private:
         Line("*cupsManualCopies: False");
         if (const auto* const copies = m_offer.Parameter(copiesParameter); copies != nullptr && copies->max)
             Line("*cupsMaxCopies: ", std::to_string(*copies->max));
+        // A sign of any kind for each that a password may have: so clients see that there are such jobs.
+        const auto* const password = m_offer.Parameter(passcodeParameter);
+        if (m_offer.Feature(passcodeFeature) != nullptr && password != nullptr &&
+            password->max.value_or(0) > 0)
+            Line("*cupsJobPassword: \"",
+                 std::string(static_cast<std::size_t>(std::min(*password->max, mostOfPassword)), '*'), "\"");
         Line("*cupsFilter2: \"application/vnd.ms-xpsdocument ", deviceStream, " 0 ovtoprinter\"");
         Line("*cupsFilter2: \"application/oxps ", deviceStream, " 0 ovtoprinter\"");
         Line("*cupsFilter2: \"application/pdf ", deviceStream, " 10 ovtoprinter\"");

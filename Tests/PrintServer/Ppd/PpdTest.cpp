@@ -49,6 +49,7 @@ TEST_F(PpdTest, SaysWhatThePrinterHasAndTheQueueChooses) {
         EXPECT_EQ(choice, DefaultOf(ppd.get(), keyword)) << keyword;
     EXPECT_EQ(1, ppd->color_device);
     EXPECT_EQ(1, ppd->variable_sizes);
+    EXPECT_STREQ("**********", ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value);
     EXPECT_NEAR(4200 * 72 / 25400.0, ppdPageSize(ppd.get(), "A4")->left, 0.01);
     const QueuePpd read = QueuePpd::Read(m_folder / "queue.ppd");
     EXPECT_EQ("/queues/one", read.queue);
