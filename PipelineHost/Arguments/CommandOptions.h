@@ -38,6 +38,7 @@ struct CommandOptions {
     bool all = false; // families
     bool why = false;
     bool firstPage = false;
+    bool noPictures = false;
     std::string queue; // a folder; the sample queue
     std::string config;
     std::vector<std::string> filters; // MODULE or MODULE,{class id}

@@ -60,6 +60,7 @@ constexpr auto optionRows = std::to_array<OptionRow>({
      "that does not)"},
     {"--opacity", nullptr, "NUMBER", Naming::Nothing, &Options::opacity,
      "of the picture, from 0, not to be seen, to 1"},
+    {"--no-pictures", nullptr, nullptr, Naming::Nothing, &Options::noPictures, "without pictures of pages"},
     {"--trace", nullptr, nullptr, Naming::Nothing, &Options::trace,
      "prints every part and step in order, on the error stream"},
     {"--json", nullptr, nullptr, Naming::Nothing, &Options::json, "the same for programs"},
@@ -146,6 +147,24 @@ constexpr auto policyOptions = std::to_array<KnownOption>({
 constexpr auto queueOptions =
     std::to_array<KnownOption>({{"--json", "the same for programs, with texts whole"}});
 
+constexpr auto reportOptions = std::to_array<KnownOption>({
+    {"--queue"},
+    {"--output", "the report; without it, JOB-report.html in this folder. - stands for the output stream"},
+    {"--family",
+     "the family whose instructions are shown; without it, the one that the queue names. The pages are "
+     "printed for the queue's own"},
+    {"--config", "the filters that the job runs through, as in a pipeline configuration"},
+    {"--filter",
+     "the filters that the job runs through, in order. Without --config and --filter, DeviceStream where its "
+     "pages can be drawn, else PassThrough"},
+    {"--pages"},
+    {"--ticket"},
+    {"--copies"},
+    {"--no-pictures",
+     "without pictures of pages, which are drawn by mutool or xpstopng, and those of the output by gs, where "
+     "these programs are installed"},
+});
+
 constexpr auto stampOptions = std::to_array<KnownOption>({
     {"--output", "the output; without it, JOB-stamped.xps in this folder"},
     {"--first-page"},
@@ -165,77 +184,86 @@ constexpr OperandRow oneJob{"JOB.xps", Naming::Job, "job", "an XPS file", 1, 1};
 constexpr OperandRow jobOrTicket{
     "JOB.xps|TICKET.xml", Naming::Ticket, "job", "an XPS file or a print ticket", 1, 1};
 
-constexpr auto commandRows = std::to_array<CommandRow>({
-    {"run",
-     "sends jobs through filters and writes what the device would get",
-     "run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps...",
-     R"(Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or a file of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the filters down and leaves no output.
+constexpr auto
+    commandRows =
+        std::
+            to_array<CommandRow>(
+                {
+                    {"run",
+                     "sends jobs through filters and writes what the device would get",
+                     "run [--queue DIR] [--config FILE | --filter MODULE...] [-o OUT] JOB.xps...",
+                     R"(Loads the filters, connects them, runs each on its own thread, and writes what the last one gives: a package, or a file of bytes. OUT appears only when every filter has succeeded. Ctrl-C shuts the filters down and leaves no output.
 
 Several jobs run one after the other, or by --jobs at the same time, each in a process of its own: one that fails takes none with it. A table says at the end what became of each. The exit code is 0 where all are done, else that of those that are not, or 1 where they do not agree.
 
 On a terminal, the error stream shows the progress. The summary goes to the output stream.)",
-     {"JOB.xps", Naming::Job, "job", "an XPS file", 1, 0},
-     runOptions},
-    {"ticket", "the merged print ticket of the job, a document or a page",
-     "ticket [--queue DIR] [--document N] [--page N] [--explain] JOB.xps|TICKET.xml\n"
-     "ticket --devmode FILE [--queue DIR]",
-     R"(Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the page laid over it and made valid for the device. Without --document and --page: the job's. A print ticket in a file of its own is taken for the ticket of a job.)",
-     jobOrTicket, ticketOptions},
-    {"features", "what the job, a document or a page asks for, feature by feature, and where that was said",
-     "features [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
-     R"(Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes in it, the device's factory default, or a rule. Below them, the values that hold in the end. Passwords are not shown. A print ticket in a file of its own is taken for the ticket of a job.)",
-     jobOrTicket, levelOptions},
-    {"settings",
-     "what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and the like",
-     "settings [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
-     R"(Prints what a filter hears when it asks a snapshot of the tickets at a level: orientation, duplex, job identification, the sizes of the page and of the paper that comes out, scaling, pages on a sheet, and booklet, with units. "default" stands where no ticket says anything. Without --document and --page: the job's.)",
-     jobOrTicket, levelOptions},
-    {"annotations", "what the driver puts onto a page of the job, and who asked for it",
-     "annotations [--queue DIR] [--page N] [--json] JOB.xps",
-     R"(Prints what the driver puts onto a page of the job, texts, time stamps, pictures, Bates and page numbers, the mark of the job and the lines of a fax, with all that is decided for each: where it stands, what it says, its font and why that one, the characters that the font keeps, the picture's size; and who asked for it. The filter Stamp draws them.)",
-     oneJob, annotationsOptions},
-    {"header", "the instructions that the device gets around the job's pages",
-     "header [--queue DIR] [--family NAME | --all] [--why] [--json] JOB.xps|TICKET.xml",
-     R"(Prints what a family of devices gets around the pages of the job: the PJL header that stands before them, the PostScript that sets the device up (or the page ticket of PCLm), and the comments behind them.)",
-     jobOrTicket, headerOptions},
-    {"parts", "the tree of the job's parts, with sizes and tickets", "parts [--json] JOB.xps",
-     R"(Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.)",
-     oneJob, partsOptions},
-    {"policy",
-     "what an administrator's configuration does, feature by feature",
-     "policy [--queue DIR | FILE] [--json]",
-     R"(Reads an administrator's configuration as the filters do, and prints what each feature in it does: what is written into tickets and over what, what decides only which types of jobs there are, what the driver knows and enforces nowhere, and what it does not know. A fault is one line on the error stream: what stands before it holds, what stands behind it is lost. The exit code is 1 then.
+                     {"JOB.xps", Naming::Job, "job", "an XPS file", 1, 0},
+                     runOptions},
+                    {"ticket", "the merged print ticket of the job, a document or a page",
+                     "ticket [--queue DIR] [--document N] [--page N] [--explain] JOB.xps|TICKET.xml\n"
+                     "ticket --devmode FILE [--queue DIR]",
+                     R"(Prints the print ticket that holds at a level: the queue's default, with the tickets of the job, the document and the page laid over it and made valid for the device. Without --document and --page: the job's. A print ticket in a file of its own is taken for the ticket of a job.)",
+                     jobOrTicket, ticketOptions},
+                    {"features",
+                     "what the job, a document or a page asks for, feature by feature, and where that was "
+                     "said",
+                     "features [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
+                     R"(Prints every feature that the driver knows: its number and names, whether the device supports it and needs a value for it, what the job asks for, and who decided: the ticket, the document settings or the attribute bytes in it, the device's factory default, or a rule. Below them, the values that hold in the end. Passwords are not shown. A print ticket in a file of its own is taken for the ticket of a job.)",
+                     jobOrTicket, levelOptions},
+                    {"settings",
+                     "what a filter hears when it asks for orientation, sizes, scaling, pages on a sheet and "
+                     "the like",
+                     "settings [--queue DIR] [--document N] [--page N] [--json] JOB.xps|TICKET.xml",
+                     R"(Prints what a filter hears when it asks a snapshot of the tickets at a level: orientation, duplex, job identification, the sizes of the page and of the paper that comes out, scaling, pages on a sheet, and booklet, with units. "default" stands where no ticket says anything. Without --document and --page: the job's.)",
+                     jobOrTicket, levelOptions},
+                    {"annotations", "what the driver puts onto a page of the job, and who asked for it",
+                     "annotations [--queue DIR] [--page N] [--json] JOB.xps",
+                     R"(Prints what the driver puts onto a page of the job, texts, time stamps, pictures, Bates and page numbers, the mark of the job and the lines of a fax, with all that is decided for each: where it stands, what it says, its font and why that one, the characters that the font keeps, the picture's size; and who asked for it. The filter Stamp draws them.)",
+                     oneJob, annotationsOptions},
+                    {"header", "the instructions that the device gets around the job's pages",
+                     "header [--queue DIR] [--family NAME | --all] [--why] [--json] JOB.xps|TICKET.xml",
+                     R"(Prints what a family of devices gets around the pages of the job: the PJL header that stands before them, the PostScript that sets the device up (or the page ticket of PCLm), and the comments behind them.)",
+                     jobOrTicket, headerOptions},
+                    {"parts", "the tree of the job's parts, with sizes and tickets", "parts [--json] JOB.xps",
+                     R"(Prints the parts of a job as a tree: documents, pages, and what they use, with sizes and print tickets.)",
+                     oneJob, partsOptions},
+                    {"policy",
+                     "what an administrator's configuration does, feature by feature",
+                     "policy [--queue DIR | FILE] [--json]",
+                     R"(Reads an administrator's configuration as the filters do, and prints what each feature in it does: what is written into tickets and over what, what decides only which types of jobs there are, what the driver knows and enforces nowhere, and what it does not know. A fault is one line on the error stream: what stands before it holds, what stands behind it is lost. The exit code is 1 then.
 
 FILE is a configuration by itself, in UTF-8, or in UTF-16 with a byte order mark.)",
-     {"FILE", Naming::File, "configuration", "a file", 0, 1},
-     policyOptions},
-    {"queue",
-     "a queue at a glance: its printer, bags and options, and what print-time programs hear",
-     "queue [--json] DIR",
-     R"(Prints a queue folder at a glance: the printer; what is in the bags of the driver, of the queue and of the current user, by name and kind, with short values or sizes; the installable options under the device's names (CPSS), also those that the bag has and the device does not know; and what programs that run beside a job hear when they ask the queue. Settings that cannot be read are one line on the error stream; the exit code is 1 then.)",
-     {"DIR", Naming::Folder, "queue", "a folder", 1, 1},
-     queueOptions},
-    {"stamp", "puts a text or a picture on the pages of a job",
-     "stamp [-o OUT] --text TEXT | --image FILE [--first-page] JOB.xps",
-     R"(Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it stays as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in points (72 to the inch), from the top left corner of the page.)",
-     oneJob, stampOptions},
-    {"translate",
-     "what a feature or a value is called in tickets, in configurations and by the device",
-     "translate [--feature NAME] [--json] NAME",
-     R"(Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration and in the device's own vocabulary (CPSS), with its number and enumerator; of a feature, also its values. NAME is any of these, in upper or lower case, with a prefix or without. Everything that has the name is shown.
+                     {"FILE", Naming::File, "configuration", "a file", 0, 1},
+                     policyOptions},
+                    {"queue",
+                     "a queue at a glance: its printer, bags and options, and what print-time programs hear",
+                     "queue [--json] DIR",
+                     R"(Prints a queue folder at a glance: the printer; what is in the bags of the driver, of the queue and of the current user, by name and kind, with short values or sizes; the installable options under the device's names (CPSS), also those that the bag has and the device does not know; and what programs that run beside a job hear when they ask the queue. Settings that cannot be read are one line on the error stream; the exit code is 1 then.)",
+                     {"DIR", Naming::Folder, "queue", "a folder", 1, 1},
+                     queueOptions},
+                    {"report", "one file about a job for a browser: pictures of its pages, settings, annotations, instructions, times", "report [--queue DIR] [--config FILE | --filter MODULE...] [--pages LIST] [--no-pictures] [-o OUT] JOB.xps", R"(Writes what is known of a job into one file that a browser shows, without a server or other files: its documents and pages, with pictures of pages as they came and as they go out; the settings of each level and where they came from; what is put onto the pages; what a device gets around them and why; and how long each filter took, for which the job is run through the filters once.)",
+                     oneJob, reportOptions},
+                    {"stamp", "puts a text or a picture on the pages of a job",
+                     "stamp [-o OUT] --text TEXT | --image FILE [--first-page] JOB.xps",
+                     R"(Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it stays as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in points (72 to the inch), from the top left corner of the page.)",
+                     oneJob, stampOptions},
+                    {"translate",
+                     "what a feature or a value is called in tickets, in configurations and by the device",
+                     "translate [--feature NAME] [--json] NAME",
+                     R"(Prints what a feature or a value of a feature is called in print tickets, in the administrator's configuration and in the device's own vocabulary (CPSS), with its number and enumerator; of a feature, also its values. NAME is any of these, in upper or lower case, with a prefix or without. Everything that has the name is shown.
 
   ov-pipeline translate PageOutputColor
   ov-pipeline translate 5421
   ov-pipeline translate --feature sides two-sided-long-edge)",
-     {"NAME", Naming::Nothing, "name", "one", 1, 1},
-     translateOptions},
-    {"help",
-     "says more of a command",
-     "help [COMMAND]",
-     "Prints what --help behind the command prints.",
-     {"COMMAND", Naming::Command, "command", "one", 0, 1},
-     {}},
-});
+                     {"NAME", Naming::Nothing, "name", "one", 1, 1},
+                     translateOptions},
+                    {"help",
+                     "says more of a command",
+                     "help [COMMAND]",
+                     "Prints what --help behind the command prints.",
+                     {"COMMAND", Naming::Command, "command", "one", 0, 1},
+                     {}},
+                });
 
 const OptionRow& RowOf(const KnownOption& known) {
     return *std::ranges::find(optionRows, std::string_view(known.name), &OptionRow::name);

@@ -27,11 +27,18 @@ int Complain(ShownOutput& errors, const Trouble& trouble) {
 
 using Work = int (*)(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 
-constexpr std::pair<std::string_view, Work> works[] = {
-    {"run", RunCommand},           {"ticket", TicketCommand},           {"features", FeaturesCommand},
-    {"settings", SettingsCommand}, {"annotations", AnnotationsCommand}, {"header", HeaderCommand},
-    {"parts", PartsCommand},       {"policy", PolicyCommand},           {"queue", QueueCommand},
-    {"stamp", StampCommand},       {"translate", TranslateCommand}};
+constexpr std::pair<std::string_view, Work> works[] = {{"run", RunCommand},
+                                                       {"ticket", TicketCommand},
+                                                       {"features", FeaturesCommand},
+                                                       {"settings", SettingsCommand},
+                                                       {"annotations", AnnotationsCommand},
+                                                       {"header", HeaderCommand},
+                                                       {"parts", PartsCommand},
+                                                       {"policy", PolicyCommand},
+                                                       {"queue", QueueCommand},
+                                                       {"report", ReportCommand},
+                                                       {"stamp", StampCommand},
+                                                       {"translate", TranslateCommand}};
 
 constexpr std::size_t helpWidth = 100; // where no terminal has another
 

@@ -26,6 +26,8 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
 int PartsCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int PolicyCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+/// Lies in the room HtmlReport, which stands on the others' reports.
+int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int StampCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 /// std::runtime_error where nothing is found.
 int TranslateCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);

@@ -2,7 +2,7 @@
 
 #include "Arguments/CommandOptions.h"
 #include "Commands/TicketExplanation.h"
-#include "Parts/PartObject.h"
+#include "Parts/StructureParts.h"
 
 #include <Spooler/QueueFolder.h>
 #include <Ticket/PrintTicketManager.h>
@@ -24,6 +24,11 @@ struct LevelParts {
 /// level that --document and --page choose, with what --ticket and --copies lay over it. Throws UsageError if
 /// the job does not go so far, OvPlatform::PackageError and InputError.
 LevelParts OpenLevel(const CommandOptions& options);
+
+/// Takes the ticket of a part, which may be null, into the account. Throws InputError, with words, for a
+/// ticket that cannot be merged, and what its content throws.
+void AddToExplanation(TicketExplanation& explanation, const char* level, EPrintTicketScope scope,
+                      TicketSlot* slot);
 
 /// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,

@@ -104,6 +104,10 @@ void JobRun::RunInto(RunSummary& summary, ShownOutput& errors) const {
     }
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 
+    for (const FilterOutcome& filter : outcome.filters)
+        if (filter.wasStarted)
+            summary.times.push_back({filter.name, filter.seconds, filter.processorSeconds});
+
     if (outcome.isCancelled) {
         summary.exitCode = ExitCancelled;
         summary.trouble = m_options.job.name + ": cancelled; " +
