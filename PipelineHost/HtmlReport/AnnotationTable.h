@@ -5,6 +5,9 @@
 
 namespace OvPipeline {
 
+/// What it is and what it says, "text \"Draft\" on".
+std::string AnnotationTitle(const AnnotationsReport::Facts& facts);
+
 /// All that is decided of one annotation.
 HtmlText AnnotationTable(const AnnotationsReport::Facts& facts);
 

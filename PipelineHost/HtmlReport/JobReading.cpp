@@ -196,7 +196,8 @@ void JobReading::UseSettings(Place place, const Tickets& tickets, const TicketEx
                              XpsFilterPrintTicket& ticket) {
     Known& known = m_known[tickets];
     if (!known.settings)
-        known.settings = m_settings.Add(SettingsTables(explanation.Rows(), SettingsReport(ticket)));
+        known.settings =
+            m_settings.Add("Settings of", SettingsTables(explanation.Rows(), SettingsReport(ticket)));
     m_outline.levels[place].settings = *known.settings;
     m_settings.Use(*known.settings, place);
 }
@@ -218,7 +219,7 @@ void JobReading::ReadAnnotations(Place place, const Tickets& tickets, const Page
     const AnnotationsReport report(annotations, page, static_cast<unsigned>(m_outline.pages - 1));
     std::vector<std::size_t> tables;
     for (const AnnotationsReport::Facts& facts : report.Annotations())
-        tables.push_back(m_annotations.Add(AnnotationTable(facts)));
+        tables.push_back(m_annotations.Add(AnnotationTitle(facts), AnnotationTable(facts)));
     const bool isNumbered = std::ranges::any_of(annotations, [](const PageAnnotation& annotation) {
         return IsNumberedAnnotation(annotation.element);
     });

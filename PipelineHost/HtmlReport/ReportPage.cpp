@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <filesystem>
 
 namespace OvPipeline {
 
@@ -54,7 +55,7 @@ public:
         m_html.Empty("meta", {{"charset", "utf-8"}});
         m_html.Empty("meta", {{"http-equiv", "Content-Security-Policy"}, {"content", Policy()}});
         m_html.Empty("meta", {{"name", "viewport"}, {"content", "width=device-width"}});
-        m_html.Element("title", "Report of " + m_job.file);
+        m_html.Element("title", "Report of " + Name());
         m_html.Open("style").Markup(reportStyles).Close().Close();
         m_html.Open("body");
         Header();
@@ -76,12 +77,14 @@ public:
 
 private:
     void Header() {
-        m_html.Open("header").Element("h1", m_job.file);
+        m_html.Open("header").Element("h1", Name());
         m_html.Element("p", m_job.format + ", " + ByteCount(m_job.bytes) + ", " +
                                 Counted(m_job.documents, "document") + ", " + Counted(m_job.pages, "page") +
                                 ", on the queue " + m_contents.queue);
         m_html.Close();
     }
+
+    std::string Name() const { return std::filesystem::path(m_job.file).filename().string(); }
 
     // What is shown where the level is chosen.
     std::string ShownWith(std::size_t place) const {
@@ -158,7 +161,7 @@ private:
     void Always(const HtmlText& html) { m_html.Open("article", {{"class", "always"}}).Add(html).Close(); }
 
     void Settings() {
-        m_contents.settings->Write(m_html, m_job, "settings", "Settings of");
+        m_contents.settings->Write(m_html, m_job, "settings");
         m_html.Open("article", {{"id", "features"}})
             .Element("h3", "What the job asks for, feature by feature")
             .Add(m_contents.features)
@@ -181,7 +184,7 @@ private:
         m_html.Open("article", {{"id", "no-annotation"}})
             .Element("p", "Nothing is put onto a page without an annotation below.", {{"class", "note"}})
             .Close();
-        m_contents.annotations->Write(m_html, m_job, "annotation", "Annotation on");
+        m_contents.annotations->Write(m_html, m_job, "annotation");
     }
 
     void Levels() {
@@ -204,6 +207,7 @@ private:
         facts.Add("Size", level.size.empty() ? std::string() : level.size + " (1/96 inch)");
         facts.Add("Own ticket", level.ticket.value_or("none"));
         if (level.kind != Kind::Job) return;
+        facts.Add("File", m_job.file);
         facts.Add("Parts of the package", std::to_string(m_job.parts));
         facts.Add("Pictures", m_contents.input.remark);
         facts.Add("Pictures of the output", m_contents.output.remark);

@@ -47,10 +47,7 @@ HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows, const S
     html.Element("h4", "What a filter hears");
     HtmlTable table(html, "What a filter hears", {"setting", "value", "unit", "from"});
     for (const SettingsReport::Setting& setting : heard.Settings())
-        table.Row({setting.name,
-                   {setting.value, setting.isNumber ? HtmlText::Word("number") : HtmlText::Word("")},
-                   setting.unit,
-                   setting.origin});
+        table.Row({setting.name, setting.value, setting.unit, setting.origin});
     return html;
 }
 

@@ -13,18 +13,18 @@ namespace OvPipeline {
 /// all that it holds for.
 class SharedTables {
 public:
-    /// The number of that table, from 0.
-    std::size_t Add(const HtmlText& table);
+    /// The number of that table, from 0. title: what stands before the names of what it holds for.
+    std::size_t Add(const std::string& title, const HtmlText& table);
     /// The table holds for a level of the job, by its place; ascending.
     void Use(std::size_t table, std::size_t level);
 
     std::size_t Count() const { return m_tables.size(); }
-    /// An article for each, called "settings-0" by the prefix. title: stands before the names.
-    void Write(HtmlText& html, const JobOutline& job, const std::string& prefix,
-               const std::string& title) const;
+    /// An article for each, called "settings-0" by the prefix.
+    void Write(HtmlText& html, const JobOutline& job, const std::string& prefix) const;
 
 private:
     struct Table {
+        std::string title;
         HtmlText html;
         std::vector<std::size_t> levels;
     };

@@ -44,7 +44,7 @@ std::vector<Row> RowsOf(const RunSummary& run) {
     std::vector<Row> rows;
     for (const RunSummary::FilterTime& time : run.times)
         rows.push_back({time.filter, time.seconds, time.processorSeconds});
-    rows.push_back({"the whole job", run.seconds, 0});
+    rows.push_back({"the whole job", run.seconds, run.processorSeconds});
     return rows;
 }
 
@@ -93,7 +93,8 @@ HtmlText TimesSection(const RunSummary& run) {
     const std::vector<Row> rows = RowsOf(run);
     html.Open("p", {{"class", "note key"}})
         .Element("span", "by the clock, with waits for others", {{"class", "clock"}})
-        .Element("span", "on a processor, by the filter's own thread", {{"class", "processor"}})
+        .Element("span", "on a processor: the filter's own thread, or all of the job's",
+                 {{"class", "processor"}})
         .Close();
     WriteChart(html, rows);
     WriteTable(html, rows);

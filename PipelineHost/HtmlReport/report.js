@@ -79,7 +79,10 @@
         });
     }
 
+    const wanted = () => items.find((item) => item.firstElementChild.getAttribute("href") === location.hash);
     document.body.classList.add("scripted");
     open(tabs[0]);
-    select(items.find((item) => item.firstElementChild.getAttribute("href") === location.hash) ?? items[0]);
+    select(wanted() ?? items[0]);
+    addEventListener("hashchange", () => wanted() && select(wanted()));
+    addEventListener("load", () => (panels.scrollTop = 0)); // the browser has gone to the address's place
 })();

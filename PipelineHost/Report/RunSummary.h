@@ -29,6 +29,7 @@ struct RunSummary {
     std::uint64_t bytesIn = 0; // of the files
     std::uint64_t bytesOut = 0;
     double seconds = 0;
+    double processorSeconds = 0; // of all threads
     /// Of a filter's work, by the clock with its waits for others, and on a processor by its own thread.
     struct FilterTime {
         std::string filter;
