@@ -3,7 +3,6 @@
 #include "Commands/AnnotationsReport.h"
 #include "Commands/DisplayNames.h"
 #include "Commands/JobWishesOf.h"
-#include "Commands/SettingsReport.h"
 #include "Common/HostError.h"
 #include "HtmlReport/AnnotationTable.h"
 #include "HtmlReport/SettingsTables.h"
@@ -77,9 +76,11 @@ void JobReading::TakeJob(const CComPtr<IFixedDocumentSequence>& sequence) {
     m_tickets = {NumberOf(slot), 0, 0};
     m_ofJob.emplace(m_printer->SharedQueue());
     AddToExplanation(*m_ofJob, "job", kPTJobScope, slot);
+    UseSettings(0, m_settings.Add("Settings of", SettingsTables(m_ofJob->Rows(), Heard(kPTJobScope))));
+    // Those of the job, as the filter has them that draws them.
     XpsFilterPrintTicket ticket(&m_device->Merge().Manager(), DisplayNames());
     Snapshot(kPTJobScope, ticket);
-    UseSettings(0, m_tickets, *m_ofJob, ticket);
+    m_ofPages = AnnotationsOfJob(ticket, *m_printer, m_options.job.name);
 }
 
 void JobReading::TakeDocument(const CComPtr<IFixedDocument>& document) {
@@ -91,11 +92,14 @@ void JobReading::TakeDocument(const CComPtr<IFixedDocument>& document) {
     TicketSlot* const slot = SlotOf(document);
     AddTicket(level, slot);
     m_tickets = {m_tickets[0], NumberOf(slot), 0};
+    m_heard.clear();
     m_ofDocument = m_ofJob;
     AddToExplanation(*m_ofDocument, "document", kPTDocumentScope, slot);
-    XpsFilterPrintTicket ticket(&m_device->Merge().Manager(), DisplayNames());
-    Snapshot(kPTDocumentScope, ticket);
-    UseSettings(place, m_tickets, *m_ofDocument, ticket);
+    const auto [known, isNew] = m_tables.try_emplace(m_tickets, 0);
+    if (isNew)
+        known->second =
+            m_settings.Add("Settings of", SettingsTables(m_ofDocument->Rows(), Heard(kPTDocumentScope)));
+    UseSettings(place, known->second);
 }
 
 void JobReading::TakePage(const CComPtr<IFixedPage>& page) {
@@ -119,25 +123,19 @@ void JobReading::TakePage(const CComPtr<IFixedPage>& page) {
     }
     Tickets tickets = m_tickets;
     tickets[2] = NumberOf(&part.Ticket());
-    const Known& known = m_known[tickets];
-    if (const auto same = known.annotations.find(kind); known.settings && same != known.annotations.end()) {
-        level.settings = *known.settings;
-        m_settings.Use(level.settings, place);
-        UseAnnotations(place, same->second);
-        return;
-    }
-    m_device->Merge().Merge(page);
-    XpsFilterPrintTicket ticket(&m_device->Merge().Manager(), DisplayNames());
-    Snapshot(kPTPageScope, ticket);
-    if (known.settings) {
-        level.settings = *known.settings;
-        m_settings.Use(level.settings, place);
-    } else {
+    const auto [known, isNew] = m_pageTables.try_emplace(tickets, 0);
+    if (isNew) {
         TicketExplanation explanation = *m_ofDocument;
         AddToExplanation(explanation, "page", kPTPageScope, &part.Ticket());
-        UseSettings(place, tickets, explanation, ticket);
+        const auto [heard, isUnheard] = m_heard.try_emplace(explanation.Ticket());
+        if (isUnheard) {
+            m_device->Merge().Merge(page);
+            heard->second = Heard(kPTPageScope);
+        }
+        known->second = m_settings.Add("Settings of", SettingsTables(explanation.Rows(), heard->second));
     }
-    if (level.problem.empty()) ReadAnnotations(place, tickets, kind, ticket);
+    UseSettings(place, known->second);
+    if (level.problem.empty()) UseAnnotations(place, kind);
 }
 
 void JobReading::TakeOther(const PartCore& core) {
@@ -192,39 +190,42 @@ void JobReading::Snapshot(EPrintTicketScope scope, XpsFilterPrintTicket& ticket)
     CheckAttributeBytes(ticket, m_options.job.name);
 }
 
-void JobReading::UseSettings(Place place, const Tickets& tickets, const TicketExplanation& explanation,
-                             XpsFilterPrintTicket& ticket) {
-    Known& known = m_known[tickets];
-    if (!known.settings)
-        known.settings =
-            m_settings.Add("Settings of", SettingsTables(explanation.Rows(), SettingsReport(ticket)));
-    m_outline.levels[place].settings = *known.settings;
-    m_settings.Use(*known.settings, place);
+std::vector<SettingsReport::Setting> JobReading::Heard(EPrintTicketScope scope) {
+    XpsFilterPrintTicket ticket(&m_device->Merge().Manager(), DisplayNames());
+    Snapshot(scope, ticket);
+    return SettingsReport(ticket).Settings();
 }
 
-void JobReading::UseAnnotations(Place place, std::vector<std::size_t> tables) {
+void JobReading::UseSettings(Place place, std::size_t table) {
+    m_outline.levels[place].settings = table;
+    m_settings.Use(table, place);
+}
+
+void JobReading::UseAnnotations(Place place, const PageKind& kind) {
+    const auto known = m_ofKinds.find(kind);
+    std::vector<std::size_t> tables = known != m_ofKinds.end() ? known->second : TablesOf(kind);
     for (const std::size_t table : tables)
         m_annotations.Use(table, place);
     m_outline.levels[place].annotations = std::move(tables);
 }
 
-void JobReading::ReadAnnotations(Place place, const Tickets& tickets, const PageKind& kind,
-                                 XpsFilterPrintTicket& ticket) {
-    const auto& [size, isFirst] = kind;
-    const Gdiplus::SizeF page{size.first, size.second};
-    auto annotations = AnnotationsOfJob(ticket, *m_printer, m_options.job.name)->OfPage(page);
-    if (!isFirst)
+std::vector<std::size_t> JobReading::TablesOf(const PageKind& kind) {
+    const Gdiplus::SizeF size{kind.first.first, kind.first.second};
+    const auto [ofSize, isNew] = m_ofSizes.try_emplace(kind.first);
+    if (isNew) ofSize->second = m_ofPages->OfPage(size);
+    std::vector<PageAnnotation> annotations = ofSize->second;
+    if (!kind.second)
         std::erase_if(annotations,
                       [](const PageAnnotation& annotation) { return annotation.element.isFirstPageOnly; });
-    const AnnotationsReport report(annotations, page, static_cast<unsigned>(m_outline.pages - 1));
+    const AnnotationsReport report(annotations, size, static_cast<unsigned>(m_outline.pages - 1));
     std::vector<std::size_t> tables;
     for (const AnnotationsReport::Facts& facts : report.Annotations())
         tables.push_back(m_annotations.Add(AnnotationTitle(facts), AnnotationTable(facts)));
     const bool isNumbered = std::ranges::any_of(annotations, [](const PageAnnotation& annotation) {
         return IsNumberedAnnotation(annotation.element);
     });
-    if (!isNumbered) m_known[tickets].annotations[kind] = tables;
-    UseAnnotations(place, std::move(tables));
+    if (!isNumbered) m_ofKinds[kind] = tables;
+    return tables;
 }
 
 } // namespace OvPipeline

@@ -2,6 +2,7 @@
 
 #include "Commands/AnnotationsOfJob.h"
 #include "Commands/JobAtDevice.h"
+#include "Commands/SettingsReport.h"
 #include "Commands/TicketExplanation.h"
 #include "HtmlReport/JobOutline.h"
 #include "HtmlReport/SharedTables.h"
@@ -39,12 +40,6 @@ private:
     using PageSize = std::pair<float, float>;
     using PageKind = std::pair<PageSize, bool>; // whether it is the first
 
-    /// What is known of levels under the same tickets.
-    struct Known {
-        std::optional<std::size_t> settings;
-        std::map<PageKind, std::vector<std::size_t>> annotations; // that are the same on every page
-    };
-
     void Take(IUnknown* part);
     void TakeJob(const CComPtr<IFixedDocumentSequence>& sequence);
     void TakeDocument(const CComPtr<IFixedDocument>& document);
@@ -57,11 +52,11 @@ private:
     void ListParts(OutlineLevel& level, const FixedPagePart& page);
     /// The number of a ticket's text; 0 for an empty slot.
     int NumberOf(TicketSlot* slot);
-    void UseSettings(Place place, const Tickets& tickets, const TicketExplanation& explanation,
-                     XpsFilterPrintTicket& ticket);
-    void UseAnnotations(Place place, std::vector<std::size_t> tables);
-    void ReadAnnotations(Place place, const Tickets& tickets, const PageKind& kind,
-                         XpsFilterPrintTicket& ticket);
+    /// What a filter hears at the level that was merged last.
+    std::vector<SettingsReport::Setting> Heard(EPrintTicketScope scope);
+    void UseSettings(Place place, std::size_t table);
+    void UseAnnotations(Place place, const PageKind& kind);
+    std::vector<std::size_t> TablesOf(const PageKind& kind);
     void Snapshot(EPrintTicketScope scope, XpsFilterPrintTicket& ticket);
 
     const CommandOptions& m_options;
@@ -80,7 +75,14 @@ private:
     Tickets m_tickets{};
     std::map<std::string, int> m_ticketNames; // of parts that were read
     std::map<std::string, int, std::less<>> m_ticketTexts;
-    std::map<Tickets, Known> m_known;
+    // Tables of settings, where those of the levels above are on the way to a page's.
+    std::map<Tickets, std::size_t> m_tables;
+    std::map<Tickets, std::size_t> m_pageTables;
+    std::map<std::string, std::vector<SettingsReport::Setting>, std::less<>>
+        m_heard; // on pages of this document
+    std::unique_ptr<JobAnnotations> m_ofPages;
+    std::map<PageSize, std::vector<PageAnnotation>> m_ofSizes;
+    std::map<PageKind, std::vector<std::size_t>> m_ofKinds; // that are the same on all such pages
     std::optional<TicketExplanation> m_ofJob;
     std::optional<TicketExplanation> m_ofDocument;
     std::unordered_set<std::string> m_shownParts;

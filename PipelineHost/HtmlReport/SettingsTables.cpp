@@ -36,7 +36,8 @@ std::string CountOf(const std::vector<TicketExplanation::Row>& rows) {
 
 } // namespace
 
-HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows, const SettingsReport& heard) {
+HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows,
+                        const std::vector<SettingsReport::Setting>& heard) {
     HtmlText html;
     html.Element("p", CountOf(rows), {{"class", "note"}});
     {
@@ -46,7 +47,7 @@ HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows, const S
     }
     html.Element("h4", "What a filter hears");
     HtmlTable table(html, "What a filter hears", {"setting", "value", "unit", "from"});
-    for (const SettingsReport::Setting& setting : heard.Settings())
+    for (const SettingsReport::Setting& setting : heard)
         table.Row({setting.name, setting.value, setting.unit, setting.origin});
     return html;
 }

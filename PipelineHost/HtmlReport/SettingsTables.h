@@ -9,7 +9,8 @@
 namespace OvPipeline {
 
 /// What holds at a level: each setting with where it came from and what was changed, and what a filter hears.
-HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows, const SettingsReport& heard);
+HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows,
+                        const std::vector<SettingsReport::Setting>& heard);
 
 /// What the job asks for, feature by feature: those that the device or the job knows.
 HtmlText FeaturesTable(const FeatureReport& report);
