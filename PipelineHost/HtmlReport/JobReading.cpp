@@ -93,6 +93,7 @@ void JobReading::TakeDocument(const CComPtr<IFixedDocument>& document) {
     AddTicket(level, slot);
     m_tickets = {m_tickets[0], NumberOf(slot), 0};
     m_heard.clear();
+    m_written.clear();
     m_ofDocument = m_ofJob;
     AddToExplanation(*m_ofDocument, "document", kPTDocumentScope, slot);
     const auto [known, isNew] = m_tables.try_emplace(m_tickets, 0);
@@ -132,7 +133,7 @@ void JobReading::TakePage(const CComPtr<IFixedPage>& page) {
             m_device->Merge().Merge(page);
             heard->second = Heard(kPTPageScope);
         }
-        known->second = m_settings.Add("Settings of", SettingsTables(explanation.Rows(), heard->second));
+        known->second = TableOf(explanation.Rows(), heard->second);
     }
     UseSettings(place, known->second);
     if (level.problem.empty()) UseAnnotations(place, kind);
@@ -194,6 +195,19 @@ std::vector<SettingsReport::Setting> JobReading::Heard(EPrintTicketScope scope) 
     XpsFilterPrintTicket ticket(&m_device->Merge().Manager(), DisplayNames());
     Snapshot(scope, ticket);
     return SettingsReport(ticket).Settings();
+}
+
+// Pages whose tickets say the same in other words would have their table written for nothing.
+std::size_t JobReading::TableOf(const std::vector<TicketExplanation::Row>& rows,
+                                const std::vector<SettingsReport::Setting>& heard) {
+    constexpr char end = '\0'; // which no text of a ticket holds
+    std::string key = std::to_string(reinterpret_cast<std::uintptr_t>(&heard)) + end;
+    for (const TicketExplanation::Row& row : rows)
+        for (const std::string* text : {&row.setting, &row.value, &row.origin, &row.remark})
+            key.append(*text).append(1, end);
+    const auto [known, isNew] = m_written.try_emplace(std::move(key), 0);
+    if (isNew) known->second = m_settings.Add("Settings of", SettingsTables(rows, heard));
+    return known->second;
 }
 
 void JobReading::UseSettings(Place place, std::size_t table) {

@@ -54,6 +54,8 @@ private:
     int NumberOf(TicketSlot* slot);
     /// What a filter hears at the level that was merged last.
     std::vector<SettingsReport::Setting> Heard(EPrintTicketScope scope);
+    std::size_t TableOf(const std::vector<TicketExplanation::Row>& rows,
+                        const std::vector<SettingsReport::Setting>& heard);
     void UseSettings(Place place, std::size_t table);
     void UseAnnotations(Place place, const PageKind& kind);
     std::vector<std::size_t> TablesOf(const PageKind& kind);
@@ -79,7 +81,8 @@ private:
     std::map<Tickets, std::size_t> m_tables;
     std::map<Tickets, std::size_t> m_pageTables;
     std::map<std::string, std::vector<SettingsReport::Setting>, std::less<>>
-        m_heard; // on pages of this document
+        m_heard;                                  // on pages of this document
+    std::map<std::string, std::size_t> m_written; // tables of settings, by what they say
     std::unique_ptr<JobAnnotations> m_ofPages;
     std::map<PageSize, std::vector<PageAnnotation>> m_ofSizes;
     std::map<PageKind, std::vector<std::size_t>> m_ofKinds; // that are the same on all such pages
