@@ -22,8 +22,10 @@ void HtmlTable::Row(std::initializer_list<Cell> cells) {
     m_html.Open("tr");
     bool isFirst = true;
     for (const Cell& cell : cells) {
-        if (isFirst)
+        if (isFirst && cell.style.View().empty())
             m_html.Open("th", {{"scope", "row"}});
+        else if (isFirst)
+            m_html.Open("th", {{"scope", "row"}, {"class", std::string(cell.style.View())}});
         else if (cell.style.View().empty())
             m_html.Open("td");
         else

@@ -18,6 +18,12 @@ HtmlText::Word StyleOf(const std::string& origin) {
 }
 
 // A nested feature stands below the one that it belongs to.
+HtmlTable::Cell NameCell(const std::string& setting) {
+    const std::size_t slash = setting.rfind('/');
+    return slash == std::string::npos ? HtmlTable::Cell(setting)
+                                      : HtmlTable::Cell(setting.substr(slash + 1), "nested");
+}
+
 HtmlTable::Cell ValueCell(const std::string& value) {
     return value.empty() ? HtmlTable::Cell("left out", "quiet") : HtmlTable::Cell(value);
 }
@@ -43,7 +49,10 @@ HtmlText SettingsTables(const std::vector<TicketExplanation::Row>& rows,
     {
         HtmlTable table(html, "Settings and where they came from", {"setting", "value", "from", "remark"});
         for (const auto& row : rows)
-            table.Row({row.setting, ValueCell(row.value), {row.origin, StyleOf(row.origin)}, row.remark});
+            table.Row({NameCell(row.setting),
+                       ValueCell(row.value),
+                       {row.origin, StyleOf(row.origin)},
+                       {row.remark, row.remark.empty() ? HtmlText::Word("") : HtmlText::Word("remark")}});
     }
     html.Element("h4", "What a filter hears");
     HtmlTable table(html, "What a filter hears", {"setting", "value", "unit", "from"});
