@@ -39,6 +39,7 @@ struct CommandOptions {
     bool why = false;
     bool firstPage = false;
     bool ignoreTimes = false;
+    bool noPictures = false;
     std::string queue; // a folder; the sample queue
     std::string config;
     std::vector<std::string> filters; // MODULE or MODULE,{class id}

@@ -63,6 +63,7 @@ constexpr auto optionRows = std::to_array<OptionRow>({
      "of the picture, from 0, not to be seen, to 1"},
     {"--ignore-times", nullptr, nullptr, Naming::Nothing, &Options::ignoreTimes,
      "leaves out the times at which the files were made"},
+    {"--no-pictures", nullptr, nullptr, Naming::Nothing, &Options::noPictures, "without pictures of pages"},
     {"--trace", nullptr, nullptr, Naming::Nothing, &Options::trace,
      "prints every part and step in order, on the error stream"},
     {"--json", nullptr, nullptr, Naming::Nothing, &Options::json, "the same for programs"},
@@ -161,6 +162,24 @@ constexpr auto capabilitiesOptions = std::to_array<KnownOption>({
 
 constexpr auto diffOptions = std::to_array<KnownOption>({{"--ignore-times"}, {"--json"}});
 
+constexpr auto reportOptions = std::to_array<KnownOption>({
+    {"--queue"},
+    {"--output", "the report; without it, JOB-report.html in this folder. - stands for the output stream"},
+    {"--family",
+     "the family whose instructions are shown; without it, the one that the queue names. The pages are "
+     "printed for the queue's own"},
+    {"--config", "the filters that the job runs through, as in a pipeline configuration"},
+    {"--filter",
+     "the filters that the job runs through, in order. Without --config and --filter, DeviceStream where its "
+     "pages can be drawn, else PassThrough"},
+    {"--pages"},
+    {"--ticket"},
+    {"--copies"},
+    {"--no-pictures",
+     "without pictures of pages, which are drawn by mutool or xpstopng, and those of the output by gs, where "
+     "these programs are installed"},
+});
+
 constexpr auto stampOptions = std::to_array<KnownOption>({
     {"--output", "the output; without it, JOB-stamped.xps in this folder"},
     {"--first-page"},
@@ -249,6 +268,12 @@ the pages.
 The exit code is 0 where there is no difference, 1 where there are some, 2 for wrong usage, as for files of
 different kinds, and 3 for a file that cannot be read.)";
 
+constexpr const char* reportText =
+    R"(Writes what is known of a job into one file that a browser shows, without a server or other files: its documents
+and pages, with pictures of pages as they came and as they go out; the settings of each level and where they
+came from; what is put onto the pages; what a device gets around them and why; and how long each filter took,
+for which the job is run through the filters once.)";
+
 constexpr const char* stampText =
     R"(Puts a text or a picture over what is on the pages of a job's first document, and writes the job; all else in it
 stays as it is. OUT appears only when everything has been written; it may be JOB.xps itself. Lengths are in
@@ -314,6 +339,12 @@ constexpr auto commandRows = std::to_array<CommandRow>({
      diffText,
      {"A B", Naming::File, "pair of files", "two of one kind", 2, 2},
      diffOptions},
+    {"report",
+     "one file about a job for a browser: pictures of its pages, settings, annotations, "
+     "instructions, times",
+     "report [--queue DIR] [--config FILE | --filter MODULE...] [--pages LIST] [--no-pictures] [-o OUT] "
+     "JOB.xps",
+     reportText, oneJob, reportOptions},
     {"stamp", "puts a text or a picture on the pages of a job",
      "stamp [-o OUT] --text TEXT | --image FILE [--first-page] JOB.xps", stampText, oneJob, stampOptions},
     {"translate",

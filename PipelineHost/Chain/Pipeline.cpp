@@ -13,7 +13,9 @@
 #include <System/Thread.h>
 
 #include <objbase.h>
+#include <time.h>
 
+#include <chrono>
 #include <functional>
 
 namespace OvPipeline {
@@ -39,6 +41,13 @@ struct Node {
     CComPtr<IPrintPipelineFilter> filter;
     FilterOutcome outcome;
 };
+
+// Of the calling thread, on a processor.
+double ThreadSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
 
 } // namespace
 
@@ -326,8 +335,13 @@ private:
     void Start(Node& node) {
         Say("is started");
         node.outcome.wasStarted = true;
+        const auto start = std::chrono::steady_clock::now();
+        const double processorStart = ThreadSeconds();
         const HRESULT hr = CallFilter(*m_state, NameOf(node, "StartOperation"),
                                       [&] { return node.filter->StartOperation(); });
+        node.outcome.processorSeconds = ThreadSeconds() - processorStart;
+        node.outcome.seconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         node.outcome.result = hr;
         if (SUCCEEDED(hr)) return Say("is done");
         JobFailure failure = FailureOf(hr, "filter " + node.spec.name);

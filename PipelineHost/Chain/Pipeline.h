@@ -36,6 +36,9 @@ struct FilterOutcome {
     HRESULT result = S_OK; // of InitializeFilter where that failed, else of StartOperation
     bool wasStarted = false;
     bool closedOutput = false; // by the filter itself
+    // Of StartOperation:
+    double seconds = 0;          // by the clock, waits for other filters among them
+    double processorSeconds = 0; // of the filter's own thread
 };
 
 struct JobOutcome {

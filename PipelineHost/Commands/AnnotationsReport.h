@@ -16,11 +16,6 @@ public:
     /// Pages count from 0. Measures texts in the system's fonts: throws what TextShaper throws.
     AnnotationsReport(const std::vector<PageAnnotation>& annotations, Gdiplus::SizeF page, unsigned number);
 
-    std::string AsTable(std::size_t width) const;
-    /// An object with the page's size and "annotations".
-    JsonText AsJson() const;
-
-private:
     /// What is decided, with its unit where it is a number.
     struct Fact {
         const char* name; // for people
@@ -31,6 +26,12 @@ private:
     };
     using Facts = std::vector<Fact>;
 
+    const std::vector<Facts>& Annotations() const { return m_annotations; }
+    std::string AsTable(std::size_t width) const;
+    /// An object with the page's size and "annotations".
+    JsonText AsJson() const;
+
+private:
     static Facts FactsOf(const PageAnnotation& annotation, Gdiplus::SizeF page, unsigned number);
     static void AddText(Facts& facts, const PageAnnotation& annotation, Gdiplus::SizeF page, unsigned number);
     static void AddPicture(Facts& facts, const PageAnnotation& annotation, Gdiplus::SizeF page);

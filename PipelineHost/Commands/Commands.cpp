@@ -38,6 +38,7 @@ constexpr std::pair<std::string_view, Work> works[] = {{"run", RunCommand},
                                                        {"queue", QueueCommand},
                                                        {"capabilities", CapabilitiesCommand},
                                                        {"diff", DiffCommand},
+                                                       {"report", ReportCommand},
                                                        {"stamp", StampCommand},
                                                        {"translate", TranslateCommand}};
 

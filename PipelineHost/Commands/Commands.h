@@ -29,6 +29,8 @@ int QueueCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& e
 int CapabilitiesCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 /// 0 for no difference, 1 for differences; never 1 for what cannot be compared.
 int DiffCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
+/// Lies in the room HtmlReport, which stands on the others' reports.
+int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 int StampCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);
 /// std::runtime_error where nothing is found.
 int TranslateCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors);

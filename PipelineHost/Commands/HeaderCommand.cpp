@@ -1,39 +1,15 @@
 #include "Commands/Commands.h"
+#include "Commands/FamilyChoice.h"
 #include "Commands/HeaderReport.h"
-#include "Common/Text.h"
 
 #include <ComSupport/MsSafeCoinit.h>
 #include <DeviceControl/CreatorName.h>
-#include <Spooler/QueueFolderError.h>
 
 #include <set>
 
 namespace OvPipeline {
 
 namespace {
-
-std::string FamilyNames() {
-    std::string names;
-    for (const DeviceFamily& family : DeviceFamilies())
-        names += (names.empty() ? "" : ", ") + std::string(family.name);
-    return names;
-}
-
-const DeviceFamily& NamedFamily(const std::string& name) {
-    if (const DeviceFamily* const family = FindDeviceFamily(name)) return *family;
-    throw UsageError("--family names \"" + name + "\", which is none of " + FamilyNames());
-}
-
-const DeviceFamily& FamilyOfQueue(const JobAtDevice& job, const OvPlatform::QueueFolder& queue) {
-    CXString property;
-    job.Properties().GetPrinterPropertyBagString(deviceFamilyPropertyName, property);
-    if (property.IsEmpty())
-        throw UsageError("which family? The queue does not say; --family names one of " + FamilyNames());
-    const std::string name = Utf8(property.View());
-    if (const DeviceFamily* const family = FindDeviceFamily(name)) return *family;
-    throw OvPlatform::QueueFolderError(queue.Folder(), "the driver property DeviceFamily is \"" + name +
-                                                           "\", which is none of " + FamilyNames());
-}
 
 std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, const JobAtDevice& job,
                                                 const OvPlatform::QueueFolder& queue) {
@@ -43,7 +19,9 @@ std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, c
             chosen.push_back(&family);
         return chosen;
     }
-    return {options.family.empty() ? &FamilyOfQueue(job, queue) : &NamedFamily(options.family)};
+    if (!options.family.empty()) return {&NamedFamily(options.family)};
+    if (const DeviceFamily* const family = FamilyOfQueue(job, queue)) return {family};
+    throw UsageError("which family? The queue does not say; --family names one of " + FamilyNames());
 }
 
 } // namespace

@@ -10,20 +10,6 @@ using Lines = std::vector<std::string>;
 
 constexpr std::size_t sectionCount = HeaderText::sectionCount;
 
-// The lines of a piece, without their line feeds; the one that stands before a feature opens no line.
-// Carriage returns stay, to be seen: families differ in them.
-Lines LinesOf(std::string_view piece) {
-    if (piece.starts_with('\n')) piece.remove_prefix(1);
-    if (piece.ends_with('\n')) piece.remove_suffix(1);
-    Lines lines;
-    for (std::size_t start = 0; start <= piece.size();) {
-        const std::size_t end = std::min(piece.find('\n', start), piece.size());
-        lines.emplace_back(piece.substr(start, end - start));
-        start = end + 1;
-    }
-    return lines;
-}
-
 std::string Whole(const HeaderText::Pieces& pieces) {
     std::string text;
     for (const std::string& piece : pieces)
@@ -80,7 +66,7 @@ std::vector<std::string> HeaderReport::AsLines() const {
             if (pieces.empty()) continue;
             lines.push_back(std::string("  ") + HeaderText::Title(header.Family(), section));
             for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
-                for (const std::string& line : LinesOf(pieces[piece]))
+                for (const std::string& line : PieceLines(pieces[piece]))
                     lines.push_back("    " + line);
                 for (const FamilyHeader::Cause& cause : header.Causes(section, piece))
                     lines.push_back(Line(cause));
@@ -108,7 +94,7 @@ std::vector<std::string> HeaderReport::AsComparison() const {
                 marks += Has(header, section, piece) ? 'x' : '.';
                 marks.append(header.Family().name.size() + 1, ' ');
             }
-            for (const std::string& line : LinesOf(piece)) {
+            for (const std::string& line : PieceLines(piece)) {
                 lines.push_back(marks + line);
                 marks.assign(marks.size(), ' ');
             }

@@ -89,4 +89,16 @@ std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const H
     return missing;
 }
 
+HeaderText::Pieces PieceLines(std::string_view piece) {
+    if (piece.starts_with('\n')) piece.remove_prefix(1);
+    if (piece.ends_with('\n')) piece.remove_suffix(1);
+    HeaderText::Pieces lines;
+    for (std::size_t start = 0; start <= piece.size();) {
+        const std::size_t end = std::min(piece.find('\n', start), piece.size());
+        lines.emplace_back(piece.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
 } // namespace OvPipeline

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace OvPipeline {
@@ -36,5 +37,9 @@ struct HeaderText {
 
 /// Which of the pieces the others lack, as positions: what must go so that the one becomes the other.
 std::vector<std::size_t> MissingPieces(const HeaderText::Pieces& pieces, const HeaderText::Pieces& others);
+
+/// The lines of a piece, without their line feeds; the one that stands before a feature opens no line.
+/// Carriage returns stay, to be seen: families differ in them.
+HeaderText::Pieces PieceLines(std::string_view piece);
 
 } // namespace OvPipeline

@@ -8,6 +8,8 @@
 #include <Spooler/QueueRegistry.h>
 #include <SystemServices/User.h>
 
+#include <algorithm>
+
 namespace OvPipeline {
 
 namespace {
@@ -65,8 +67,11 @@ void CheckAttributeBytes(const PrintTicketAttributeBytesReaderWriter& attributeB
 JobAtDevice::JobAtDevice(const std::string& job, const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                          const LevelParts& parts, const Warner& warn) {
     OvPlatform::QueueRegistry::Add(queue);
-    const EPrintTicketScope level = MergeLevel(m_manager, queue, parts, warn);
     m_words.emplace();
+    m_merge.emplace(m_manager, queue);
+    const EPrintTicketScope level = m_merge->Merge(parts);
+    std::ranges::for_each(m_words->Heard(), warn);
+    FilterWords::ForgetAll();
     m_properties = BagOf(queue->DriverProperties());
     m_access = std::make_unique<NativeComPrinterPropertyBagAccess>(
         *m_properties, NativeComPrinterPropertyBagAccess::AssertionPolicyBagIsHeldElsewhere);

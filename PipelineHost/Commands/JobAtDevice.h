@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Commands/JobLevel.h"
+#include "Commands/LevelMerge.h"
 #include "Report/FilterWords.h"
 
 #include <DeviceDescription/OrvelDriverPropertyBag.h>
@@ -35,6 +35,8 @@ public:
     JobAtDevice& operator=(const JobAtDevice&) = delete;
 
     JobSettings& Settings() { return *m_settings; }
+    /// The merge of the level, to go on with to levels below it: the settings stay those of the level.
+    LevelMerge& Merge() { return *m_merge; }
     /// What questions have got over since the merge, in words.
     std::vector<std::string> Troubles() const { return m_words->Heard(); }
     OrvelDriverPropertyBag& Driver() { return *m_driver; }
@@ -42,6 +44,7 @@ public:
 
 private:
     PrintTicketManager m_manager;
+    std::optional<LevelMerge> m_merge;
     std::optional<FilterWords> m_words;
     CComPtr<IPrinterPropertyBag> m_properties;
     std::unique_ptr<NativeComPrinterPropertyBagAccess> m_access;

@@ -2,13 +2,12 @@
 
 #include "Commands/InputBytes.h"
 #include "Commands/JobWishesOf.h"
-#include "Commands/QueueConfiguration.h"
+#include "Commands/LevelMerge.h"
 #include "Common/HostError.h"
 #include "Common/Text.h"
 #include "Report/FilterWords.h"
 #include "Source/OverlaidTicket.h"
 #include "Source/PackageSource.h"
-#include "Streams/PrintReadStream.h"
 
 #include <PrintTicket/PrintTicketError.h>
 
@@ -35,7 +34,10 @@ TicketSlot* SlotOf(IFixedPage* part) {
     return page ? &page->Page().Ticket() : nullptr;
 }
 
-void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketScope scope, TicketSlot* slot) {
+} // namespace
+
+void AddToExplanation(TicketExplanation& explanation, const char* level, EPrintTicketScope scope,
+                      TicketSlot* slot) {
     if (slot == nullptr) return; // the level that is asked for lies above
     if (slot->IsEmpty()) return explanation.Add(level, scope, nullptr);
     const std::string name = slot->Name();
@@ -48,6 +50,8 @@ void AddLevel(TicketExplanation& explanation, const char* level, EPrintTicketSco
         throw InputError(error.Result(), name, name + ": " + error.what());
     }
 }
+
+namespace {
 
 // A ticket is markup, which no package begins like.
 bool IsTicketFile(const std::filesystem::path& file) {
@@ -154,39 +158,17 @@ void ForEachPage(const CommandOptions& options,
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                                const LevelParts& parts) {
     TicketExplanation explanation(queue);
-    AddLevel(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
-    AddLevel(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
-    AddLevel(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
+    AddToExplanation(explanation, "job", kPTJobScope, SlotOf(parts.sequence.p));
+    AddToExplanation(explanation, "document", kPTDocumentScope, SlotOf(parts.document.p));
+    AddToExplanation(explanation, "page", kPTPageScope, SlotOf(parts.page.p));
     return explanation;
 }
 
 EPrintTicketScope MergeLevel(PrintTicketManager& manager,
                              const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
                              const LevelParts& parts, const Warner& warn) {
-    const auto require = [&](HRESULT hr, const char* level) {
-        if (SUCCEEDED(hr)) return;
-        ExplainLevel(queue, parts); // Throws, with words, if it is the ticket that is wrong.
-        throw HostError(hr, level, std::string("the ticket of the ") + level + " cannot be merged");
-    };
     const FilterWords words;
-    CComPtr<IPrintReadStream> defaultTicket;
-    defaultTicket.Attach(new PrintReadStream(MemoryContent(queue->DefaultTicket()).Open()));
-    std::wstring name = queue->PrinterName();
-    require(manager.Initialize(defaultTicket, name.data(), nullptr), "queue");
-
-    NativeXmlConfigurationFeatureSet configuration = ReadConfiguration(*queue);
-    NativeXmlConfigurationFeatureSet* enforced = &configuration;
-    const auto merge = [&](auto* part, EPrintTicketScope level, const char* levelName) {
-        const HRESULT hr =
-            manager.MergeAndValidatePartPrintTicketAndSanitizeFromXmlConfig(part, enforced, true);
-        // The result does not tell of a merge that failed.
-        const bool isMerged = manager.GetPtrToPrintTicketForReading(level) != nullptr;
-        require(isMerged ? hr : E_FAIL, levelName);
-        return level;
-    };
-    EPrintTicketScope level = merge(parts.sequence.p, kPTJobScope, "job");
-    if (parts.document) level = merge(parts.document.p, kPTDocumentScope, "document");
-    if (parts.page) level = merge(parts.page.p, kPTPageScope, "page");
+    const EPrintTicketScope level = LevelMerge(manager, queue).Merge(parts);
     std::ranges::for_each(words.Heard(), warn);
     return level;
 }

@@ -2,7 +2,7 @@
 
 #include "Arguments/CommandOptions.h"
 #include "Commands/TicketExplanation.h"
-#include "Parts/PartObject.h"
+#include "Parts/StructureParts.h"
 
 #include <Spooler/QueueFolder.h>
 #include <Ticket/PrintTicketManager.h>
@@ -29,6 +29,11 @@ LevelParts OpenLevel(const CommandOptions& options);
 /// OpenLevel does, UsageError also where none of them is there.
 void ForEachPage(const CommandOptions& options,
                  const std::function<void(std::uint64_t page, const LevelParts& parts)>& take);
+
+/// Takes the ticket of a part, which may be null, into the account. Throws InputError, with words, for a
+/// ticket that cannot be merged, and what its content throws.
+void AddToExplanation(TicketExplanation& explanation, const char* level, EPrintTicketScope scope,
+                      TicketSlot* slot);
 
 /// An account of the level's tickets. Throws InputError, with words, for a ticket that cannot be merged.
 TicketExplanation ExplainLevel(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,

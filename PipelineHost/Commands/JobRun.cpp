@@ -8,6 +8,8 @@
 
 #include <PrintTicket/PrintTicketMerge.h>
 
+#include <time.h>
+
 #include <chrono>
 #include <optional>
 
@@ -26,6 +28,13 @@ PipelineSpec ChosenPipeline(const CommandOptions& options) {
         }
     }
     return pipeline;
+}
+
+// Of the process.
+double ProcessorSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
 // Not beside the job, so that one in a folder of others' does not leave its output there.
@@ -97,12 +106,18 @@ void JobRun::RunInto(RunSummary& summary, ShownOutput& errors) const {
     const auto state = std::make_shared<JobState>(std::move(trace));
     const OvPlatform::MergeCounts before = OvPlatform::PrintTicketMerge::Counts();
     const auto start = std::chrono::steady_clock::now();
+    const double processorStart = ProcessorSeconds();
     JobOutcome outcome;
     {
         const JobWatch watch(state, m_progress == Progress::Shown && !m_options.trace && !m_options.quiet);
         outcome = Pipeline(std::move(job), state).Run();
     }
     summary.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+
+    summary.processorSeconds = ProcessorSeconds() - processorStart;
+    for (const FilterOutcome& filter : outcome.filters)
+        if (filter.wasStarted)
+            summary.times.push_back({filter.name, filter.seconds, filter.processorSeconds});
 
     if (outcome.isCancelled) {
         summary.exitCode = ExitCancelled;

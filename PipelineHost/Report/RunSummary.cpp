@@ -63,7 +63,6 @@ std::vector<std::string> RunSummary::Lines() const {
     return lines;
 }
 
-// A ticket that was taken and not merged came from the cache of merged ones.
 std::uint64_t RunSummary::SavedMerges() const { return ticketsAsked > merges ? ticketsAsked - merges : 0; }
 
 JsonText RunSummary::AsJson() const {

@@ -29,6 +29,14 @@ struct RunSummary {
     std::uint64_t bytesIn = 0; // of the files
     std::uint64_t bytesOut = 0;
     double seconds = 0;
+    double processorSeconds = 0; // of all threads
+    /// Of a filter's work, by the clock with its waits for others, and on a processor by its own thread.
+    struct FilterTime {
+        std::string filter;
+        double seconds = 0;
+        double processorSeconds = 0;
+    };
+    std::vector<FilterTime> times; // of the filters that were started, also of a job that failed
     std::vector<std::string> warnings;
 
     /// "done", "failed", "refused", "cancelled" or "not started".
@@ -36,8 +44,7 @@ struct RunSummary {
     /// Of a job that is done.
     std::vector<std::string> Lines() const;
     JsonText AsJson() const;
-
-private:
+    /// Tickets that were taken and came from the cache of merged ones.
     std::uint64_t SavedMerges() const;
 };
 

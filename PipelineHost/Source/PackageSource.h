@@ -43,6 +43,11 @@ public:
     /// The same for the host: throws.
     CComPtr<IUnknown> Next();
 
+    // Of the document and the page that were handed out last, counted through the job from 1, also over those
+    // that are not wanted.
+    std::uint64_t DocumentNumber() const { return m_documentCount; }
+    std::uint64_t PageNumber() const { return m_pageCount; }
+
 private:
     ~PackageSource() override = default;
 

@@ -1,0 +1,31 @@
+#include "Commands/FamilyChoice.h"
+
+#include "Common/Text.h"
+
+#include <Spooler/QueueFolderError.h>
+
+namespace OvPipeline {
+
+std::string FamilyNames() {
+    std::string names;
+    for (const DeviceFamily& family : DeviceFamilies())
+        names += (names.empty() ? "" : ", ") + std::string(family.name);
+    return names;
+}
+
+const DeviceFamily& NamedFamily(const std::string& name) {
+    if (const DeviceFamily* const family = FindDeviceFamily(name)) return *family;
+    throw UsageError("--family names \"" + name + "\", which is none of " + FamilyNames());
+}
+
+const DeviceFamily* FamilyOfQueue(const JobAtDevice& job, const OvPlatform::QueueFolder& queue) {
+    CXString property;
+    job.Properties().GetPrinterPropertyBagString(deviceFamilyPropertyName, property);
+    if (property.IsEmpty()) return nullptr;
+    const std::string name = Utf8(property.View());
+    if (const DeviceFamily* const family = FindDeviceFamily(name)) return family;
+    throw OvPlatform::QueueFolderError(queue.Folder(), "the driver property DeviceFamily is \"" + name +
+                                                           "\", which is none of " + FamilyNames());
+}
+
+} // namespace OvPipeline

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "Commands/JobAtDevice.h"
+
+#include <DeviceControl/DeviceFamily.h>
+
+#include <string>
+
+namespace OvPipeline {
+
+/// All of them, for messages.
+std::string FamilyNames();
+
+/// The one that --family names. Throws UsageError.
+const DeviceFamily& NamedFamily(const std::string& name);
+
+/// The one that the queue's driver properties name; null where they name none. Throws
+/// OvPlatform::QueueFolderError for a name that no family has.
+const DeviceFamily* FamilyOfQueue(const JobAtDevice& job, const OvPlatform::QueueFolder& queue);
+
+} // namespace OvPipeline

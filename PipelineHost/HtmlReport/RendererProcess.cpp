@@ -1,0 +1,98 @@
+#include "HtmlReport/RendererProcess.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <string.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <string_view>
+#include <thread>
+
+namespace OvPipeline {
+
+namespace {
+
+constexpr rlim_t largestFile = rlim_t{1} << 30;
+constexpr rlim_t mostMemory = rlim_t{4} << 30;
+constexpr auto patience = std::chrono::milliseconds(2); // between two looks
+constexpr int cannotRun = 127;
+
+void Limit(int what, rlim_t most) {
+    const rlimit limit{most, most};
+    setrlimit(what, &limit);
+}
+
+// Only what is safe behind a fork.
+[[noreturn]] void Become(const char* program, char* const* arguments, const char* folder) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    signal(SIGPIPE, SIG_DFL);
+    const int nothing = open("/dev/null", O_RDWR);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        dup2(nothing, stream);
+    close_range(STDERR_FILENO + 1, ~0U, 0);
+    Limit(RLIMIT_FSIZE, largestFile);
+    Limit(RLIMIT_AS, mostMemory);
+    Limit(RLIMIT_CORE, 0);
+    if (chdir(folder) == 0) execv(program, arguments);
+    _exit(cannotRun);
+}
+
+std::string Words(int status) {
+    if (WIFSIGNALED(status)) return std::string("it was ended by a signal: ") + strsignal(WTERMSIG(status));
+    const int code = WEXITSTATUS(status);
+    if (code == 0) return {};
+    return code == cannotRun ? "it cannot be run" : "it ended with code " + std::to_string(code);
+}
+
+} // namespace
+
+std::filesystem::path RendererProcess::Find(const std::string& name) {
+    const char* const path = std::getenv("PATH");
+    std::string_view rest = path != nullptr ? path : "";
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find(':'), rest.size());
+        const std::filesystem::path file = std::filesystem::path(rest.substr(0, end)) / name;
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        std::error_code error;
+        // Deliberate: a relative folder is passed over, since another one is current where the program runs.
+        if (file.is_absolute() && std::filesystem::is_regular_file(file, error) &&
+            access(file.c_str(), X_OK) == 0)
+            return file;
+    }
+    return {};
+}
+
+std::string RendererProcess::Run(const std::filesystem::path& program,
+                                 const std::vector<std::string>& arguments,
+                                 const std::filesystem::path& folder, double seconds) {
+    std::vector<char*> words{const_cast<char*>(program.c_str())};
+    for (const std::string& argument : arguments)
+        words.push_back(const_cast<char*>(argument.c_str()));
+    words.push_back(nullptr);
+    const pid_t child = fork();
+    if (child == 0) Become(program.c_str(), words.data(), folder.c_str());
+    if (child < 0) return std::string("no process can be started: ") + strerror(errno);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    int status = 0;
+    bool isLate = false;
+    for (pid_t ended = 0; ended != child;) {
+        ended = waitpid(child, &status, isLate ? 0 : WNOHANG);
+        if (ended < 0 && errno != EINTR) return "nothing was heard of its end";
+        if (ended == child || isLate) continue;
+        if (std::chrono::steady_clock::now() > end) {
+            isLate = true;
+            kill(child, SIGKILL);
+        } else {
+            std::this_thread::sleep_for(patience);
+        }
+    }
+    return isLate ? "it took too long" : Words(status);
+}
+
+} // namespace OvPipeline

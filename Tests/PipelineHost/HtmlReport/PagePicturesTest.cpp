@@ -1,0 +1,109 @@
+#include "Support/EnvironmentVariable.h"
+#include "Support/TemporaryFolder.h"
+
+#include <HtmlReport/PagePictures.h>
+#include <HtmlReport/RendererProcess.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+
+using namespace OvPipeline;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr const char* png = "\\211PNG\\r\\n\\032\\n"; // for printf
+
+/// Programs of the test's own, and no others but the system's.
+class PagePicturesTest : public testing::Test {
+protected:
+    void Program(const std::string& name, const std::string& script) {
+        const auto file = m_folder.Write(name, "#!/bin/sh\n" + script + "\n");
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    }
+
+    TemporaryFolder m_folder;
+    const EnvironmentVariable m_path{"PATH", m_folder.Path().string()};
+};
+
+std::vector<bool> Drawn(const DrawnPages& pages) {
+    std::vector<bool> drawn;
+    for (const std::string& picture : pages.pictures)
+        drawn.push_back(!picture.empty());
+    return drawn;
+}
+
+} // namespace
+
+TEST_F(PagePicturesTest, ProgramThatFailsLeavesARemarkInPlaceOfItsPicture) {
+    const auto job = m_folder.Write("a job", "");
+    const PagePictures pictures;
+    EXPECT_THAT(pictures.OfPackage(job, {1}).remark, HasSubstr("neither mutool nor xpstopng"));
+    EXPECT_THAT(pictures.OfPackage(job, {1}).pictures, testing::IsEmpty());
+
+    Program("mutool", std::string("printf '") + png +
+                          "' > page-2.png; echo no picture > page-3.png; "
+                          "/bin/ln -s /etc/passwd page-4.png; exit 3");
+    const DrawnPages drawn = pictures.OfPackage(job, {2, 3, 4, 7});
+    EXPECT_EQ((std::vector<bool>{true, false, false, false}), Drawn(drawn));
+    EXPECT_EQ("1 page drawn by MuPDF, then it ended with code 3", drawn.remark);
+
+    Program("mutool", "kill -9 $$");
+    EXPECT_THAT(pictures.OfPackage(job, {1}).remark, HasSubstr("ended by a signal"));
+}
+
+TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
+    Program("gs", std::string("/bin/cp pages.ps ") + m_folder.Path().string() + "; printf '" + png +
+                      "' > sheet-1.png");
+    const PagePictures pictures;
+    const auto stream = m_folder.Write("stream", "\x1b%-12345X@PJL SET A=1\n%!PS-Adobe-3.0\nshowpage\n"
+                                                 "\x1b%-12345X@PJL EOJ\nnothing\n");
+    EXPECT_EQ((std::vector<bool>{true}), Drawn(pictures.OfStream(stream)));
+    EXPECT_EQ("%!PS-Adobe-3.0\nshowpage\n", TemporaryFolder::Read(m_folder / "pages.ps"));
+    EXPECT_THAT(pictures.OfStream(m_folder.Write("other", "\x1b) HP-PCL XL;\n")).remark,
+                HasSubstr("no PostScript"));
+}
+
+TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
+    const int open = dup(STDERR_FILENO); // which a child would have
+    Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard");
+    EXPECT_EQ("", RendererProcess::Run(RendererProcess::Find("list"), {}, m_folder.Path(), 10));
+    close(open);
+    // The three streams, and the folder that is listed.
+    EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "list.txt"));
+    Program("slow", "exec /bin/sleep 60");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ("it took too long",
+              RendererProcess::Run(RendererProcess::Find("slow"), {}, m_folder.Path(), 0.05));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+    EXPECT_TRUE(RendererProcess::Find("there-is-none").empty());
+}
+
+TEST_F(PagePicturesTest, FolderGoesAwayHoweverTheProgramEnds) {
+    const EnvironmentVariable temporary("TMPDIR", m_folder.Path().string());
+    {
+        const ScratchFolder folder;
+        std::ofstream(folder.Path() / "file") << "text";
+        EXPECT_EQ(1u, m_folder.Names().size());
+    }
+    EXPECT_THAT(m_folder.Names(), testing::IsEmpty());
+
+    const pid_t child = fork();
+    if (child == 0) {
+        const ScratchFolder folder;
+        std::ofstream(folder.Path() / "file") << "text";
+        kill(getpid(), SIGKILL);
+        _exit(1);
+    }
+    int status = 0;
+    ASSERT_EQ(child, waitpid(child, &status, 0));
+    EXPECT_TRUE(WIFSIGNALED(status));
+    for (int wait = 0; wait < 1000 && !m_folder.Names().empty(); ++wait)
+        usleep(10000);
+    EXPECT_THAT(m_folder.Names(), testing::IsEmpty());
+}
