@@ -51,13 +51,15 @@ private:
     NamespaceScope m_scope;
 };
 
+enum class Prefixes { All, Named };
+
 // The names in the values of attributes mean what they meant where they came from: each prefix that is known
 // there is declared at the copy.
-void DeclareAllOf(const xmlNode* original, xmlNode* copy) {
+void DeclareAllOf(const xmlNode* original, xmlNode* copy, Prefixes which) {
     for (const xmlNode* node = original; node != nullptr && node->type == XML_ELEMENT_NODE;
          node = node->parent)
         for (const xmlNs* declaration = node->nsDef; declaration; declaration = declaration->next) {
-            bool isDeclared = false;
+            bool isDeclared = which == Prefixes::Named && declaration->prefix == nullptr;
             for (const xmlNs* own = copy->nsDef; own; own = own->next)
                 isDeclared = isDeclared || View(own->prefix) == View(declaration->prefix);
             if (!isDeclared && xmlNewNs(copy, declaration->href, declaration->prefix) == nullptr)
@@ -69,7 +71,7 @@ void Append(const xmlNode* setting, xmlNode* root) {
     xmlNode* const copy = xmlDocCopyNode(const_cast<xmlNode*>(setting), root->doc, 1);
     if (copy == nullptr) throw std::bad_alloc();
     xmlAddChild(root, copy);
-    DeclareAllOf(setting, copy);
+    DeclareAllOf(setting, copy, Prefixes::All);
 }
 
 } // namespace
@@ -96,9 +98,10 @@ public:
         return isChanged;
     }
 
-    // Some readers know the prefixes of the root alone, so that it gets those that it has not taken.
+    // Some readers know the prefixes of the root alone, so that it gets those that it has not taken. What has
+    // none there stays in no namespace.
     void PutOn(const Ticket& base) const {
-        DeclareAllOf(m_ticket.Root(), base.Root());
+        DeclareAllOf(m_ticket.Root(), base.Root(), Prefixes::Named);
         for (xmlNode* each = FirstElement(m_ticket.Root(), SchemaSpace::Framework); each;
              each = NextElement(each, SchemaSpace::Framework))
             Append(each, base.Root());

@@ -47,20 +47,10 @@ QueuePpd FindQueue() {
     return QueuePpd::Read(ppd);
 }
 
-// The filters' folder where this program is installed, for systems that keep programs of the server apart.
-std::filesystem::path InstalledModules() {
-    std::error_code error;
-    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::filesystem::path()
-                 : (program.parent_path() / OV_MODULES_FROM_FILTERS).lexically_normal();
-}
-
 OvPipeline::PipelineSpec PipelineOf(const QueuePpd& queue) {
     if (!queue.pipeline.empty()) return OvPipeline::ReadPipelineConfiguration(queue.pipeline);
-    OvPipeline::FilterSpec filter = OvPipeline::ParseFilterArgument(renderFilter);
-    filter.beside = InstalledModules();
     OvPipeline::PipelineSpec pipeline;
-    pipeline.filters.push_back(std::move(filter));
+    pipeline.filters.push_back(OvPipeline::ParseFilterArgument(renderFilter));
     return pipeline;
 }
 

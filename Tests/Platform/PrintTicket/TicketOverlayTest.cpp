@@ -53,6 +53,13 @@ TEST(TicketOverlay, KnowsNamesByTheirNamespacesAndLeavesForeignMarkup) {
                             Not(HasSubstr("words:Portrait")), HasSubstr("psk:Portrait")));
 }
 
+// Some readers look for a prefix at the root alone.
+TEST(TicketOverlay, GivesTheRootThePrefixesThatItLacks) {
+    const std::string over = TicketOverlay(wanted).Over(
+        R"(<a:PrintTicket xmlns:a="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework" version="1"/>)");
+    EXPECT_THAT(over.substr(0, over.find("Feature")), AllOf(HasSubstr("xmlns:psk="), HasSubstr("xmlns:a=")));
+}
+
 TEST(TicketOverlay, RefusesWhatIsNoTicketOnEitherSide) {
     for (const char* const text : {"", "<a/>", "no markup", "<!DOCTYPE a><a/>"}) {
         EXPECT_THROW(TicketOverlay{text}, PrintTicketError) << text;
