@@ -122,7 +122,7 @@ void JobWatch::LetGo() {
         GiveSignalsBack();
 }
 
-void JobWatch::StayForTheProgram() { staysForTheProgram = true; }
+void JobWatch::StayForTheProgram(bool stays) { staysForTheProgram = stays; }
 
 void JobWatch::Watch() {
     while (Hear()) {

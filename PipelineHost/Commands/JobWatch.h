@@ -20,8 +20,8 @@ public:
     ~JobWatch();
 
     /// For a program that runs one job and ends: once an output stands under its name, a signal does not make
-    /// the program look as if it were cancelled, also when the watch is gone.
-    static void StayForTheProgram();
+    /// the program look as if it were cancelled, also when the watch is gone. false: it has more to do.
+    static void StayForTheProgram(bool stays = true);
 
 private:
     void Watch();

@@ -31,6 +31,7 @@ void Limit(int what, rlim_t most) {
 // Only what is safe behind a fork.
 [[noreturn]] void Become(const char* program, char* const* arguments, const char* folder) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    setpgid(0, 0); // so that what it starts ends with it
     signal(SIGPIPE, SIG_DFL);
     const int nothing = open("/dev/null", O_RDWR);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
@@ -87,7 +88,7 @@ std::string RendererProcess::Run(const std::filesystem::path& program,
         if (ended == child || isLate) continue;
         if (std::chrono::steady_clock::now() > end) {
             isLate = true;
-            kill(child, SIGKILL);
+            if (kill(-child, SIGKILL) != 0) kill(child, SIGKILL);
         } else {
             std::this_thread::sleep_for(patience);
         }

@@ -2,6 +2,7 @@
 #include "Commands/Commands.h"
 #include "Commands/FamilyChoice.h"
 #include "Commands/JobRun.h"
+#include "Commands/JobWatch.h"
 #include "Commands/QueueConfiguration.h"
 #include "Commands/StandardOutput.h"
 #include "HtmlReport/DeviceSection.h"
@@ -98,7 +99,10 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     const auto queue = LoadQueue(options);
     ReportOutput output(options);
     const PagePictures pictures;
-    const Warner warn = WarnOf(options, errors);
+    std::set<std::string> warned;
+    const Warner warn = [&, tell = WarnOf(options, errors)](const std::string& what) {
+        if (warned.insert(what).second) tell(what);
+    };
     JobReading job(options, queue, warn);
     JobAtDevice& device = job.Device();
 
@@ -113,10 +117,8 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     const DeviceFamily* const family =
         options.family.empty() ? FamilyOfQueue(device, *queue) : &NamedFamily(options.family);
     if (family != nullptr) {
-        std::set<std::string> warned;
-        FamilyHeader header(device, *family, [&](const std::string& what) {
-            if (warned.insert(what).second) warn(CommandSafeFeatureAccess::Warning(what));
-        });
+        FamilyHeader header(device, *family,
+                            [&](const std::string& what) { warn(CommandSafeFeatureAccess::Warning(what)); });
         header.FindCauses(device);
         contents.device = DeviceSection(header);
     } else {
@@ -129,6 +131,7 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
                          ofQueue->language == DeviceFamily::PageLanguage::PostScript &&
                          PagePictures::CanDrawStreams();
     const std::filesystem::path printed = pictures.Folder() / "output";
+    JobWatch::StayForTheProgram(false); // the report is still to be written then
     const RunSummary run = RunChain(options, queue, isDrawn, printed, errors);
     if (run.exitCode == ExitCancelled) {
         errors.Line("ov-pipeline: " + run.trouble);

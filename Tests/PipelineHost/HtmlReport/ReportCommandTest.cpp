@@ -5,6 +5,9 @@
 
 #include <gmock/gmock.h>
 #include <libxml/HTMLparser.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <map>
 #include <regex>
@@ -253,6 +256,37 @@ TEST_F(ReportCommandTest, WhatCannotBeWrittenLeavesNothingBehind) {
         EXPECT_EQ(before, m_folder.Names()) << said;
         EXPECT_TRUE(std::filesystem::is_empty("temporary")) << said;
     }
+}
+
+// Also behind the run through the filters, whose output stands then.
+TEST_F(ReportCommandTest, SignalLeavesNeitherReportNorTemporaryFiles) {
+    SampleJob().Write("job.xps");
+    for (const char* const folder : {"temporary", "programs"})
+        std::filesystem::create_directory(folder);
+    const auto started = m_folder / "started";
+    const auto program =
+        m_folder.Write("programs/mutool", "#!/bin/sh\n: > " + started.string() + "\nexec /bin/sleep 100\n");
+    std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+    const pid_t child = fork();
+    if (child == 0) {
+        setenv("PATH", (m_folder / "programs").c_str(), 1);
+        setenv("TMPDIR", (m_folder / "temporary").c_str(), 1);
+        execl(OV_BINARY_DIR "/bin/ov-pipeline", "ov-pipeline", "report", "job.xps", "-o", "report.html",
+              nullptr);
+        _exit(1);
+    }
+    const auto comes = [](auto&& is) {
+        for (int wait = 0; wait < 3000 && !is(); ++wait)
+            usleep(10000);
+        return is();
+    };
+    EXPECT_TRUE(comes([&] { return std::filesystem::exists(started); }));
+    kill(child, SIGTERM);
+    int status = 0;
+    ASSERT_EQ(child, waitpid(child, &status, 0));
+    EXPECT_TRUE(WIFSIGNALED(status)) << WEXITSTATUS(status);
+    EXPECT_TRUE(comes([] { return std::filesystem::is_empty("temporary"); }));
+    EXPECT_FALSE(std::filesystem::exists("report.html"));
 }
 
 } // namespace
