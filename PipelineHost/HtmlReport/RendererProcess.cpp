@@ -58,7 +58,7 @@ std::filesystem::path RendererProcess::Find(const std::string& name) {
     std::string_view rest = path != nullptr ? path : "";
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(':'), rest.size());
-        const std::filesystem::path file = std::filesystem::path(rest.substr(0, end)) / name;
+        std::filesystem::path file = std::filesystem::path(rest.substr(0, end)) / name;
         rest.remove_prefix(std::min(end + 1, rest.size()));
         std::error_code error;
         // Deliberate: a relative folder is passed over, since another one is current where the program runs.
