@@ -27,7 +27,7 @@ public:
     using Facts = std::vector<Fact>;
 
     const std::vector<Facts>& Annotations() const { return m_annotations; }
-    std::string AsTable(std::size_t width) const;
+    std::string AsTable(std::size_t width = 0) const;
     /// An object with the page's size and "annotations".
     JsonText AsJson() const;
 

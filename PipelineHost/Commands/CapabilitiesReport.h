@@ -22,7 +22,7 @@ public:
     bool KeepOnly(const std::string& name);
 
     /// width: as AlignedTable takes it.
-    std::string AsText(std::size_t width) const;
+    std::string AsText(std::size_t width = 0) const;
     JsonText AsJson() const;
 
 private:

@@ -41,7 +41,7 @@ public:
     const std::vector<Row>& Rows() const { return m_rows; } // in the order of the configuration
 
     /// Aligned columns, and below them how many do what.
-    std::string AsTable(std::size_t width) const;
+    std::string AsTable(std::size_t width = 0) const;
     /// An object with "features" and "fault", which is null where there is none.
     JsonText AsJson() const;
     /// What is wrong, where, and what is lost by it; empty where nothing is.

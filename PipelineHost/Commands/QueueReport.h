@@ -21,7 +21,7 @@ public:
     explicit QueueReport(const OvPlatform::QueueFolder& queue);
 
     /// width: as AlignedTable takes it.
-    std::string AsText(std::size_t width) const;
+    std::string AsText(std::size_t width = 0) const;
     JsonText AsJson() const;
 
 private:

@@ -25,7 +25,7 @@ public:
     explicit SettingsReport(XpsFilterPrintTicket& ticket);
 
     const std::vector<Setting>& Settings() const { return m_settings; }
-    std::string AsTable(std::size_t width) const;
+    std::string AsTable(std::size_t width = 0) const;
     /// An object with "settings". A number stands with its unit.
     JsonText AsJson() const;
 
