@@ -15,6 +15,11 @@ if(OV_LLD AND NOT WIN32)
     add_link_options(-fuse-ld=lld)
 endif()
 
+# Symbols are looked up once, at the start, and not again in the process of each job.
+if(NOT WIN32)
+    add_link_options(LINKER:-z,relro,-z,now)
+endif()
+
 add_library(ov-build-options INTERFACE)
 include(CheckCXXSourceCompiles)
 check_cxx_source_compiles("#include <source_location>

@@ -1,6 +1,6 @@
 // From the start of a filter of the print server to the first byte that it writes, for a job of one page:
 // ovtoprinter beside the filters of the server that do as much with the same page, gstopdf (PostScript to
-// PDF) and pdftops (PDF to PostScript). At most 1.5 times the slower of the two.
+// PDF) and pdftops (PDF to PostScript). At most 1.5 times the faster of the two.
 #include "Limits.h"
 #include "MeasuredCommand.h"
 #include "Support/TemporaryFolder.h"
@@ -74,6 +74,7 @@ int main() {
         const TemporaryFolder folder;
         setenv("OV_QUEUE", OV_SOURCE_DIR "/Samples/Queues/ColorOffice", 1);
         setenv("CUPS_SERVERROOT", "/etc/cups", 1);
+        setenv("CUPS_SERVERBIN", "/usr/lib/cups", 1);
         Filter own{OV_BINARY_DIR "/bin/ovtoprinter", Make(folder, "xpswrite", "page.xps")};
         Filter ownPdf{own.program, Make(folder, "pdfwrite", "page.pdf")};
         Filter toPdf{serverFilters + "gstopdf", Make(folder, "ps2write", "page.ps")};
@@ -81,10 +82,11 @@ int main() {
         for (int round = 0; round < rounds; ++round)
             for (Filter* filter : {&own, &toPdf, &ownPdf, &toPostScript})
                 filter->Run();
-        const double peer = std::max(toPdf.Median(), toPostScript.Median());
+        const double peer = std::min(toPdf.Median(), toPostScript.Median());
         std::printf(
             "to the first byte: ovtoprinter of XPS %.3f s, of PDF %.3f s; gstopdf %.3f s, pdftops %.3f s\n",
             own.Median(), ownPdf.Median(), toPdf.Median(), toPostScript.Median());
+        std::printf("ovtoprinter of PDF beside the faster one: %.2f\n", ownPdf.Median() / peer);
         Limits::Report("first byte of ovtoprinter beside gstopdf or pdftops", own.Median() / peer, 1.5);
         return Limits::Conclude();
     } catch (const std::exception& failure) {

@@ -4,30 +4,22 @@
 #include "Common/Text.h"
 #include "Report/TextTable.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <map>
-#include <ostream>
-#include <streambuf>
+#include <system_error>
 
 namespace OvPipeline {
 
 namespace {
 
 constexpr int pollMilliseconds = 100;
-// What a process tells: lines for the error stream, each behind its mark, then its account to the end.
-constexpr char lineMark = 'e';
-constexpr char accountMark = 'a';
 constexpr char fieldEnd = '\0';
 
 std::atomic<int> cancellations{0};
@@ -51,13 +43,6 @@ public:
     ~CancelSignals() {
         for (std::size_t i = 0; i < std::size(numbers); ++i)
             sigaction(numbers[i], &m_before[i], nullptr);
-    }
-
-    // In the process of a job: who sits at the terminal cancels all jobs at once, by the process that started
-    // them.
-    static void LeaveToTheBatch() {
-        signal(SIGINT, SIG_IGN);
-        signal(SIGTERM, SIG_DFL);
     }
 
 private:
@@ -97,63 +82,26 @@ struct Account {
     }
 };
 
-void WriteAll(int descriptor, const std::string& text) {
-    for (std::size_t done = 0; done < text.size();) {
-        const ssize_t count = write(descriptor, text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return; // nobody hears any more
-        done += static_cast<std::size_t>(count);
-    }
-}
-
-// The error stream of a job's process.
-class LineSender final : public std::streambuf {
-public:
-    explicit LineSender(int descriptor) : m_descriptor(descriptor) {}
-
-private:
-    int_type overflow(int_type character) override {
-        m_line.push_back(traits_type::to_char_type(character));
-        if (m_line.back() == '\n') {
-            WriteAll(m_descriptor, m_line);
-            m_line = lineMark;
-        }
-        return character;
-    }
-
-    int m_descriptor;
-    std::string m_line{lineMark};
-};
-
 } // namespace
 
 JobBatch::JobBatch(const CommandOptions& options, std::shared_ptr<const OvPlatform::QueueFolder> queue)
-    : m_options(options), m_queue(std::move(queue)),
+    : m_options(options), m_atATime(options.parallel.value_or(1)), m_queue(std::move(queue)),
       m_showsProgress(!options.quiet && !options.trace && isatty(STDERR_FILENO)) {}
 
 int JobBatch::Run(ShownOutput& out, ShownOutput& errors) {
     MakeJobs();
+    const auto tickets = ReadQueue();
     const CancelSignals signals;
     int forwarded = 0;
-    std::size_t ended = 0;
-    while (ended < m_jobs.size()) {
-        const auto running =
-            static_cast<std::size_t>(std::ranges::count(m_jobs, State::Running, &Job::state));
-        if (cancellations == 0 && running < m_options.parallel.value_or(1)) {
-            const auto next = std::ranges::find(m_jobs, State::Waiting, &Job::state);
-            if (next != m_jobs.end()) {
-                Start(*next, errors);
-                continue;
-            }
-        }
-        if (running == 0) break;
+    while (m_ended < m_jobs.size()) {
+        if (DoNext(errors)) continue;
+        if (m_running.empty()) break;
         Hear(errors);
         for (; forwarded < cancellations; ++forwarded)
-            for (const Job& job : m_jobs)
-                if (job.state == State::Running) kill(job.process, SIGTERM);
-        ended = static_cast<std::size_t>(std::ranges::count(m_jobs, State::Ended, &Job::state));
-        ShowProgress(ended);
+            for (const Worker& worker : m_running)
+                worker.process->Cancel();
     }
+    m_next.reset();
     if (m_showsProgress) std::fputs("\r\x1b[K", stderr);
     Tell(out, errors);
     return Code();
@@ -169,110 +117,126 @@ void JobBatch::MakeJobs() {
     std::map<std::string, std::string> stems;
     for (const std::string& name : m_options.operands) {
         if (name == standardStream) throw UsageError("- goes without other jobs");
-        const std::filesystem::path file(name);
-        if (const auto [other, isNew] = stems.emplace(file.stem().string(), name); !isNew)
+        if (const auto [other, isNew] = stems.emplace(std::filesystem::path(name).stem().string(), name);
+            !isNew)
             throw UsageError(name + " and " + other->second + " would have one output");
-        Job job;
-        job.options = m_options;
-        job.options.operands = {name};
-        job.options.job = file;
-        job.options.output.clear();
-        m_jobs.push_back(std::move(job));
+        m_jobs.push_back({.name = name});
     }
 }
 
-void JobBatch::Start(Job& job, ShownOutput& errors) {
-    int ends[2] = {-1, -1};
-    errors.Flush();
-    if (pipe2(ends, O_CLOEXEC) == 0) job.process = fork();
-    if (job.process == 0) {
-        close(ends[0]);
-        RunInChild(job, ends[1]);
+// What every job asks of the queue, read once for all of them. What is wrong with it, each job says for
+// itself.
+std::shared_ptr<const OvPlatform::QueueTickets> JobBatch::ReadQueue() const {
+    try {
+        return OvPlatform::QueueTickets::Of(m_queue);
+    } catch (const std::exception&) {
+        return nullptr;
     }
-    const int problem = errno;
-    if (ends[1] >= 0) close(ends[1]);
-    if (job.process > 0) {
-        job.account = ends[0];
-        job.state = State::Running;
-        return;
-    }
-    if (ends[0] >= 0) close(ends[0]);
-    job.state = State::Ended;
-    job.exitCode = ExitJobFailed;
-    job.trouble = job.options.job.name + ": no process can be started: " + std::strerror(problem);
-    errors.Line("ov-pipeline: " + job.trouble);
 }
 
-void JobBatch::RunInChild(const Job& job, int account) {
-    LineSender sender(account);
-    std::ostream stream(&sender);
-    ShownOutput errors(stream);
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
-    CancelSignals::LeaveToTheBatch();
+// The most urgent of what can be done without waiting for a job. False: there is nothing.
+bool JobBatch::DoNext(ShownOutput& errors) {
+    const bool hasRoom = m_running.size() < m_atATime;
+    if (m_next && hasRoom && cancellations == 0) {
+        Begin(std::move(*m_next));
+        m_next.reset();
+        return true;
+    }
+    if (!m_told.empty()) {
+        Worker worker = std::move(m_told.back());
+        m_told.pop_back();
+        Conclude(std::move(worker), errors);
+        return true;
+    }
+    if (m_next || m_prepared == m_jobs.size() || cancellations > 0 || (!hasRoom && m_atATime == 1))
+        return false;
+    Prepare(errors);
+    return true;
+}
+
+// With a job for each processor, each stays on its own.
+void JobBatch::Begin(Worker worker) {
+    if (m_atATime > 1 && m_processors.Count() > 1 && m_processors.Count() <= m_atATime)
+        worker.processor = m_processors.Take(worker.process->Process());
+    worker.process->Begin();
+    worker.job->hasBegun = true;
+    m_running.push_back(std::move(worker));
+}
+
+void JobBatch::Prepare(ShownOutput& errors) {
+    Job& job = m_jobs[m_prepared++];
+    try {
+        m_next.emplace(&job, std::make_unique<JobProcess>(
+                                 [&](ShownOutput& lines) { return Print(job.name, lines); }, errors));
+    } catch (const std::system_error& failure) {
+        job.hasBegun = true;
+        job.exitCode = ExitJobFailed;
+        job.trouble = job.name + ": no process can be started: " + std::strerror(failure.code().value());
+        errors.Line("ov-pipeline: " + job.trouble);
+        ++m_ended;
+    }
+}
+
+// In the job's process.
+JobProcess::Result JobBatch::Print(const std::string& name, ShownOutput& errors) const {
+    CommandOptions options = m_options;
+    options.operands = {name};
+    options.job = std::filesystem::path(name);
+    options.output.clear();
     const RunSummary summary =
-        JobRun(job.options, m_queue, JobRun::Progress::Hidden, m_options.output).Run(errors);
-    const std::string name = "ov-pipeline: ";
-    if (summary.exitCode != ExitOk) errors.Line(name + summary.trouble);
-    if (!job.options.quiet)
+        JobRun(options, m_queue, JobRun::Progress::Hidden, m_options.output).Run(errors);
+    const std::string program = "ov-pipeline: ";
+    if (summary.exitCode != ExitOk) errors.Line(program + summary.trouble);
+    if (!options.quiet)
         for (const std::string& warning : summary.warnings)
-            errors.Line(name + job.options.job.name + ": warning: " + warning);
-    WriteAll(account, accountMark + Account::Of(summary).Text());
-    _exit(summary.exitCode); // what else is to be done at a program's end is the first process's
+            errors.Line(program + options.job.name + ": warning: " + warning);
+    return {Account::Of(summary).Text(), summary.exitCode};
 }
 
-// Takes what is told until something is; a process that says no more has ended.
+// Waits until a job tells something, and takes it.
 void JobBatch::Hear(ShownOutput& errors) {
     std::vector<pollfd> ready;
-    std::vector<Job*> heard;
-    for (Job& job : m_jobs)
-        if (job.state == State::Running) {
-            ready.push_back({job.account, POLLIN, 0});
-            heard.push_back(&job);
-        }
+    for (const Worker& worker : m_running)
+        ready.push_back({worker.process->Descriptor(), POLLIN, 0});
     if (poll(ready.data(), ready.size(), pollMilliseconds) <= 0) return;
-    for (std::size_t i = 0; i < ready.size(); ++i) {
-        if (ready[i].revents == 0) continue;
-        char chunk[4096];
-        const ssize_t count = read(heard[i]->account, chunk, sizeof chunk);
-        if (count > 0)
-            Take(*heard[i], {chunk, static_cast<std::size_t>(count)}, errors);
-        else if (count == 0 || errno != EINTR)
-            End(*heard[i], errors);
+    for (std::size_t i = ready.size(); i-- > 0;) {
+        if (ready[i].revents == 0 || m_running[i].process->Hear(errors)) continue;
+        Leave(i);
     }
 }
 
-void JobBatch::Take(Job& job, std::string_view told, ShownOutput& errors) {
-    job.told += told;
-    std::size_t start = 0;
-    for (std::size_t end = 0; start < job.told.size() && job.told[start] == lineMark; start = end + 1) {
-        end = job.told.find('\n', start);
-        if (end == std::string::npos) break;
-        errors.Line(std::string_view(job.told).substr(start + 1, end - start - 1));
-    }
-    job.told.erase(0, start);
+// One that runs has told all. Where no other takes its place, the rest may spread.
+void JobBatch::Leave(std::size_t running) {
+    std::swap(m_running[running], m_running.back());
+    m_told.push_back(std::move(m_running.back()));
+    m_running.pop_back();
+    if (m_told.back().processor) m_processors.GiveBack(*m_told.back().processor);
+    if (m_next || m_prepared < m_jobs.size()) return;
+    for (Worker& worker : m_running)
+        if (worker.processor) m_processors.Free(worker.process->Process());
 }
 
-void JobBatch::End(Job& job, ShownOutput& errors) {
-    close(job.account);
-    int status = 0;
-    while (waitpid(job.process, &status, 0) < 0 && errno == EINTR) {
-    }
-    job.state = State::Ended;
+void JobBatch::Conclude(Worker worker, ShownOutput& errors) {
+    Job& job = *worker.job;
+    const int status = worker.process->Await();
+    job.account = worker.process->Account();
     job.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : ExitJobFailed;
     if (WIFSIGNALED(status))
-        job.trouble = job.options.job.name + ": its process was ended by signal " +
-                      std::to_string(WTERMSIG(status)) + " (" + strsignal(WTERMSIG(status)) +
-                      "); nothing was written";
-    else if (!job.told.starts_with(accountMark))
-        job.trouble = job.options.job.name + ": its process has ended before the job did";
-    if (job.trouble.empty()) return;
-    if (job.exitCode == ExitOk) job.exitCode = ExitJobFailed;
-    errors.Line("ov-pipeline: " + job.trouble);
+        job.trouble = job.name + ": its process was ended by signal " + std::to_string(WTERMSIG(status)) +
+                      " (" + strsignal(WTERMSIG(status)) + "); nothing was written";
+    else if (!job.account)
+        job.trouble = job.name + ": its process has ended before the job did";
+    if (!job.trouble.empty()) {
+        if (job.exitCode == ExitOk) job.exitCode = ExitJobFailed;
+        errors.Line("ov-pipeline: " + job.trouble);
+    }
+    ++m_ended;
+    ShowProgress();
 }
 
-void JobBatch::ShowProgress(std::size_t ended) const {
+void JobBatch::ShowProgress() const {
     if (!m_showsProgress) return;
-    std::fprintf(stderr, "\r\x1b[K%zu of %s done", ended, Counted(m_jobs.size(), "job").c_str());
+    std::fprintf(stderr, "\r\x1b[K%zu of %s done", m_ended, Counted(m_jobs.size(), "job").c_str());
     std::fflush(stderr);
 }
 
@@ -282,15 +246,14 @@ void JobBatch::Tell(ShownOutput& out, ShownOutput& errors) const {
     json.BeginObject().Key("jobs").BeginArray();
     std::size_t done = 0;
     for (const Job& job : m_jobs) {
-        Account account =
-            Account::Read(job.told.starts_with(accountMark) ? job.told.substr(1) : std::string());
+        Account account = Account::Read(job.account.value_or(std::string()));
         RunSummary untold; // of a job whose process did not come so far
-        untold.job = job.options.job.name;
+        untold.job = job.name;
         untold.exitCode = job.exitCode;
         untold.trouble = job.trouble.empty() ? untold.job + ": not started" : job.trouble;
         if (account.json.empty()) account.json = untold.AsJson().Result();
         json.Whole(account.json);
-        const std::string state = job.state == State::Waiting ? "not started" : untold.State();
+        const std::string state = !job.hasBegun ? "not started" : untold.State();
         table.push_back({untold.job, state, account.pages, account.seconds, account.output});
         if (job.exitCode == ExitOk) ++done;
     }

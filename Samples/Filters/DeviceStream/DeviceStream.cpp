@@ -145,8 +145,8 @@ HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
 
 HRESULT DeviceStream::OnFixedPage(IFixedPage* page) {
     const OperationScope operation("DeviceStream::OnFixedPage");
-    if (!m_stream) Begin();
     std::unique_ptr<ReadPage> read = m_renderer->Read(*page);
+    if (!m_stream) Begin();
     const PageMedia media = MediaOf(*page);
     AddPendingPage();
     m_pendingMedia = media;
@@ -166,6 +166,7 @@ void DeviceStream::Begin() {
     m_stream.emplace(*m_out, m_instructions,
                      GetOrCreateOrvelDriverPropertyBagOnFirstUse()->GetProductPdlDataXml());
     m_stream->Begin(m_title);
+    m_out->PassOn(); // the device wakes up while the first page is imaged
 }
 
 // A page without a ticket has its document's media, and of pages that share one it is read once.

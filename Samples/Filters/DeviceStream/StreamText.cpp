@@ -5,6 +5,8 @@
 #include <ComSupport/ThrowHresult.h>
 #include <LowLevelFacilities/Strings/CPString.h>
 
+#include <atlcomcli.h>
+
 namespace {
 
 constexpr std::size_t pieceSize = 0x10000;
@@ -28,4 +30,10 @@ void StreamText::AddUtf8(const CXString& text) { Add(CPString(text).view()); }
 void StreamText::Flush() {
     Write(m_stream, m_gathered);
     m_gathered.clear();
+}
+
+void StreamText::PassOn() {
+    Flush();
+    const CComQIPtr<IPrintWriteStreamFlush> stream(&m_stream);
+    if (stream) ThrowIfFailed(stream->FlushData());
 }

@@ -18,6 +18,8 @@ public:
     void AddUtf8(const CXString& text);
     /// Must be called at the end: what is gathered goes with this object otherwise.
     void Flush();
+    /// Flush, and the stream passes on what it holds back itself, where it can.
+    void PassOn();
 
 private:
     IPrintWriteStream& m_stream;

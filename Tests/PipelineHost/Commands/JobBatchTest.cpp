@@ -1,9 +1,14 @@
 // Several jobs in one call.
 #include "CommandRun.h"
+#include "Commands/JobProcess.h"
+#include "Commands/Processors.h"
 #include "Support/EnvironmentVariable.h"
 #include "Support/SampleJob.h"
 
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace OvPipeline;
 using testing::AllOf;
@@ -92,6 +97,51 @@ TEST_F(JobBatchTest, QuietSaysOnlyWhatFailed) {
         EXPECT_EQ("", result.out);
         EXPECT_EQ(lines, Lines(result.errors).size()) << result.errors;
     }
+}
+
+TEST_F(JobBatchTest, ASignalCancelsWhatRunsAndStartsNoOther) {
+    const pid_t canceller = fork();
+    if (canceller == 0) {
+        usleep(300'000);
+        kill(getppid(), SIGINT);
+        _exit(0);
+    }
+    const CommandRun result({"run", "-j2", "--filter", misbehaves, "a.xps", "b.xps", "c.xps"});
+    waitpid(canceller, nullptr, 0);
+    EXPECT_EQ(ExitCancelled, result.code);
+    EXPECT_THAT(Lines(result.out), ElementsAre(StartsWith("job "), StartsWith("a.xps  cancelled"),
+                                               StartsWith("b.xps  cancelled"),
+                                               StartsWith("c.xps  not started"), "0 of 3 jobs done"));
+    EXPECT_THAT(result.errors, HasSubstr("ov-pipeline: cancelled"));
+    EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("a.xps", "b.xps", "c.xps"));
+    EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG)) << "a process is left";
+}
+
+// Three processes on the two processors that there are; one of them gets both again.
+TEST(ProcessorsTest, ProcessesAreSpreadAndMaySpread) {
+    Processors processors;
+    if (processors.Count() < 2) GTEST_SKIP() << "one processor";
+    std::vector<std::unique_ptr<JobProcess>> waiting;
+    std::ostringstream lines;
+    ShownOutput errors(lines);
+    const auto allowed = [](pid_t process) {
+        cpu_set_t set;
+        sched_getaffinity(process, sizeof set, &set);
+        return set;
+    };
+    std::map<int, int> users;
+    for (std::size_t i = 0; i <= processors.Count(); ++i) {
+        waiting.push_back(
+            std::make_unique<JobProcess>([](ShownOutput&) { return JobProcess::Result(); }, errors));
+        const int processor = processors.Take(waiting.back()->Process());
+        const cpu_set_t set = allowed(waiting.back()->Process());
+        EXPECT_TRUE(CPU_COUNT(&set) == 1 && CPU_ISSET(processor, &set));
+        ++users[processor];
+    }
+    EXPECT_EQ(processors.Count(), users.size());
+    processors.Free(waiting[0]->Process());
+    const cpu_set_t all = allowed(waiting[0]->Process());
+    EXPECT_EQ(processors.Count(), static_cast<std::size_t>(CPU_COUNT(&all)));
 }
 
 } // namespace
