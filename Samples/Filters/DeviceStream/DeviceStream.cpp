@@ -136,7 +136,7 @@ HRESULT DeviceStream::OnFixedDocument(IFixedDocument* document) {
     m_ticketMedia.clear(); // the same part says other things over another document's ticket
     ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(document));
     JobSettings settings(*GetPTManagerPtr(), kPTDocumentScope, *m_job);
-    m_documentMedia = PageMedia::Of(settings);
+    m_documentMedia = PageMedia::Of(settings, *m_job);
     m_documentMedia.isSizeAsked =
         m_jobNamesASize || NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(document));
     m_progress.Report(XpsJob_FixedDocumentAdded);
@@ -181,7 +181,7 @@ const PageMedia& DeviceStream::MediaOf(IFixedPage& page) {
     if (isNew) {
         ThrowIfFailed(GetPTManagerPtr()->MergeAndValidatePartPrintTicket(&page));
         JobSettings settings(*GetPTManagerPtr(), kPTPageScope, *m_job);
-        known->second = PageMedia::Of(settings);
+        known->second = PageMedia::Of(settings, *m_job);
         known->second.isSizeAsked = m_documentMedia.isSizeAsked ||
                                     NamesASize(GetPTManagerPtr()->GetCopyOfCurrentPrintTicketFromPart(&page));
         // The merged ticket need not be kept as well, as large as it is.

@@ -37,10 +37,11 @@ CXString OptionOf(const IPrintTicketAccess& ticket, const CXString& feature) {
 }
 
 // The narrowest level that names a tray decides; leaving it to the device is not to name one.
-CXString TrayOf(const IPrintTicketAccess& ticket) {
+CXString TrayOf(const IPrintTicketAccess& ticket, const IPrintTicketAccess& job) {
+    const CXString trays[] = {OptionOf(ticket, L"PageInputBin"), OptionOf(ticket, L"DocumentInputBin"),
+                              OptionOf(job, L"JobInputBin")};
     CXString unnamed;
-    for (const wchar_t* const feature : {L"PageInputBin", L"DocumentInputBin", L"JobInputBin"}) {
-        CXString tray = OptionOf(ticket, feature);
+    for (const CXString& tray : trays) {
         if (!tray.IsEmpty() && tray != CXString(L"AutoSelect")) return tray;
         if (unnamed.IsEmpty()) unnamed = tray;
     }
@@ -59,7 +60,7 @@ bool IsUpright(double width, double height) { return width <= height; }
 
 } // namespace
 
-PageMedia PageMedia::Of(JobSettings& settings) {
+PageMedia PageMedia::Of(JobSettings& settings, JobSettings& job) {
     const IPrintTicketAccess& ticket = settings.TicketAccess();
     PageMedia media;
     CXString sizeName;
@@ -69,8 +70,8 @@ PageMedia PageMedia::Of(JobSettings& settings) {
     media.size = {Microns(width), Microns(height)};
     media.type = OptionOf(ticket, L"PageMediaType");
     media.color = OptionOf(ticket, L"PageMediaColor");
-    media.sides = SidesOf(settings.Features());
-    media.tray = TrayOf(ticket);
+    media.sides = SidesOf(job.Features());
+    media.tray = TrayOf(ticket, job.TicketAccess());
     return media;
 }
 

@@ -26,8 +26,9 @@ struct PageMedia {
     CXString sides;
     CXString tray;
 
-    /// Of a level that is merged.
-    static PageMedia Of(JobSettings& settings);
+    /// Of a level that is merged. The tickets of documents and pages do not hold what concerns the job as a
+    /// whole: its sides, and a tray that is named for all of it.
+    static PageMedia Of(JobSettings& settings, JobSettings& job);
 
     /// What the device has to be told where a sheet with the one follows a sheet with the other: texts
     /// "name=value". What the later does not say goes back to the device's own.

@@ -127,6 +127,23 @@ TEST_F(DeviceStreamTest, ChangesTheSheetWhereATicketDoes) {
     EXPECT_THAT(PageSetup(5), AllOf(HasSubstr("\t/MediaType (stationery)\n"), Not(HasSubstr("/PageSize"))));
 }
 
+// What concerns the job as a whole stands in no ticket of a document or page, and holds for all of them.
+TEST_F(DeviceStreamTest, PrintsOnTheSidesThatTheJobSays) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"OneSided", "\t/Duplex true /Tumble false\n"}, // the queue's administrator wants two
+        {"TwoSidedLongEdge", "\t/Duplex true /Tumble false\n"},
+        {"TwoSidedShortEdge", "\t/Duplex true /Tumble true\n"}};
+    for (const auto& [option, command] : cases) {
+        DrawnJob{.pages = {{}, {.ticket = SampleTicket("PageMediaSize", "ISOA3")}},
+                 .jobTicket = SampleTicket("JobDuplexAllDocumentsContiguously", option)}
+            .Write("job.xps");
+        const CommandRun run = Run("job.xps");
+        ASSERT_EQ(run.code, ExitOk) << run.errors;
+        EXPECT_THAT(PageSetup(1), HasSubstr(command));
+        EXPECT_THAT(PageSetup(2), Not(HasSubstr("/Duplex"))) << "as on the page before";
+    }
+}
+
 // With product data, single values are tried by the product's commands. A sheet for a page that lies on its
 // side is turned with it, and a page that was made for another sheet than the printer's own keeps its size.
 TEST_F(DeviceStreamTest, FitsTheSheetToThePage) {
