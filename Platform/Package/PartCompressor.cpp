@@ -175,7 +175,7 @@ private:
 
 PartCompressor::PartCompressor(ZipWriter& archive, ByteOutput& output)
     : m_output(output), m_work(std::make_unique<Work>(archive, output)),
-      m_thread("to compress the package", [this] { Run(); }) {}
+      m_thread("to compress parts", [this] { Run(); }) {}
 
 PartCompressor::~PartCompressor() { Stop(false); }
 
