@@ -1,5 +1,6 @@
 #include "Commands/JobBatch.h"
 
+#include "Commands/Commands.h"
 #include "Commands/JobRun.h"
 #include "Common/Text.h"
 #include "Report/TextTable.h"
@@ -166,8 +167,8 @@ void JobBatch::Begin(Worker worker) {
 void JobBatch::Prepare(ShownOutput& errors) {
     Job& job = m_jobs[m_prepared++];
     try {
-        m_next.emplace(&job, std::make_unique<JobProcess>(
-                                 [&](ShownOutput& lines) { return Print(job.name, lines); }, errors));
+        m_next = Worker{&job, std::make_unique<JobProcess>(
+                                  [&](ShownOutput& lines) { return Print(job.name, lines); }, errors)};
     } catch (const std::system_error& failure) {
         job.hasBegun = true;
         job.exitCode = ExitJobFailed;
@@ -185,11 +186,9 @@ JobProcess::Result JobBatch::Print(const std::string& name, ShownOutput& errors)
     options.output.clear();
     const RunSummary summary =
         JobRun(options, m_queue, JobRun::Progress::Hidden, m_options.output).Run(errors);
-    const std::string program = "ov-pipeline: ";
-    if (summary.exitCode != ExitOk) errors.Line(program + summary.trouble);
-    if (!options.quiet)
-        for (const std::string& warning : summary.warnings)
-            errors.Line(program + options.job.name + ": warning: " + warning);
+    if (summary.exitCode != ExitOk) errors.Line("ov-pipeline: " + summary.trouble);
+    for (const std::string& warning : summary.warnings)
+        WarnOf(options, errors)(warning);
     return {Account::Of(summary).Text(), summary.exitCode};
 }
 
