@@ -55,10 +55,12 @@ struct Filter {
     double Median() const { return MeasuredCommand::Median(seconds); }
 };
 
+const std::string sample = OV_SOURCE_DIR "/Samples/Jobs/sample.ps";
+
 std::string Make(const TemporaryFolder& folder, const char* device, const char* name) {
     MeasuredCommand().Run({"/usr/bin/gs", "-q", "-dSAFER", "-dBATCH", "-dNOPAUSE", "-dLastPage=1",
                            std::string("-sDEVICE=") + device, "-sOutputFile=" + (folder / name).string(),
-                           OV_SOURCE_DIR "/Samples/Jobs/sample.ps"});
+                           sample});
     return folder / name;
 }
 
