@@ -15,18 +15,14 @@ namespace {
 constexpr int jobs = 200;
 constexpr int rounds = 5;
 
+const std::string program = OV_BINARY_DIR "/bin/ov-pipeline";
+
 void Compare(const std::string& filter, const SampleJob& job, const std::string& what) {
     const TemporaryFolder folder;
     std::filesystem::create_directory(folder / "out");
-    std::vector<std::string> command{OV_BINARY_DIR "/bin/ov-pipeline",
-                                     "run",
-                                     "--quiet",
-                                     "--filter",
-                                     OV_BINARY_DIR "/lib/lib" + filter + ".so",
-                                     "-o",
-                                     folder / "out",
-                                     "--jobs",
-                                     ""};
+    std::vector<std::string> command{
+        program, "run",          "--quiet", "--filter", OV_BINARY_DIR "/lib/lib" + filter + ".so",
+        "-o",    folder / "out", "--jobs",  ""};
     const std::size_t place = command.size() - 1;
     for (int number = 0; number < jobs; ++number) {
         const std::filesystem::path file = folder / ("job" + std::to_string(number) + ".xps");
