@@ -12,6 +12,14 @@
 
 namespace OvPipeline {
 
+namespace {
+
+std::string About(const std::string& file, const std::string& line) {
+    return line.starts_with(file + ":") ? line : file + ": " + line;
+}
+
+} // namespace
+
 Trouble Trouble::Caught(const CommandOptions& options) {
     const auto with = [](const char* problem, HRESULT result) {
         return std::string(problem) + ": " + HresultText(result);
@@ -22,8 +30,9 @@ Trouble Trouble::Caught(const CommandOptions& options) {
         return {ExitUsage, std::string(error.what()) + " (see ov-pipeline --help)"};
     } catch (const HostError& error) {
         const std::string line = with(error.what(), error.Result());
-        if (error.FromInput()) return {ExitInputRefused, AboutJob(options, line)};
-        return {ExitJobFailed, line};
+        if (!error.FromInput()) return {ExitJobFailed, line};
+        const bool isTicket = !options.ticket.empty() && error.Subject() == options.ticket;
+        return {ExitInputRefused, isTicket ? About(options.ticket, line) : AboutJob(options, line)};
     } catch (const OvPlatform::PackageError& error) {
         return {ExitInputRefused, AboutJob(options, with(error.what(), error.Result()))};
     } catch (const OvPlatform::QueueFolderError& error) {
@@ -40,8 +49,7 @@ Trouble Trouble::Caught(const CommandOptions& options) {
 }
 
 std::string AboutJob(const CommandOptions& options, const std::string& line) {
-    const std::string& input = options.devmode.empty() ? options.job.name : options.devmode;
-    return line.starts_with(input + ":") ? line : input + ": " + line;
+    return About(options.devmode.empty() ? options.job.name : options.devmode, line);
 }
 
 } // namespace OvPipeline

@@ -206,6 +206,14 @@ TEST_F(CommandsTest, RefusedInputsHaveTheirOwnExitCodeWhateverTheCommand) {
             arguments.pop_back();
         }
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("text.xps", "pageless.xps", "pipe"));
+
+    // Of a ticket beside the job, it is the ticket that is named.
+    SampleJob().Write("job.xps");
+    for (const auto& [ticket, words] : {std::pair{"none.xml", "none.xml: there is no such file: 0x80070002"},
+                                        {"text.xps", "text.xps: the ticket: line 1"}})
+        for (const char* const command : {"run", "features"})
+            ExpectRefusal(CommandRun({command, "--ticket", ticket, "job.xps"}), ExitInputRefused,
+                          std::string("ov-pipeline: ") + words);
 }
 
 TEST_F(CommandsTest, ChainsAndOutputsThatCannotBeFailTheJob) {
