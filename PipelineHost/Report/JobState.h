@@ -17,6 +17,7 @@ namespace OvPipeline {
 /// What a job has done so far. Any thread.
 struct JobCounters {
     std::atomic<std::uint64_t> parts{0};        // handed to the first filter
+    std::atomic<std::uint64_t> pageParts{0};    // in the package, wanted or not: so many pages come at most
     std::atomic<std::uint64_t> pages{0};        // handed to the first filter
     std::atomic<std::uint64_t> pagesWritten{0}; // written into the output package
     std::atomic<std::uint64_t> partsWritten{0};

@@ -40,6 +40,10 @@ PackageSource::PackageSource(SharedContext context, std::shared_ptr<const Stream
     : m_context(std::move(context)), m_taker(std::move(taker)), m_wishes(std::move(wishes)),
       m_reached(m_context->package->Parts().size()) {
     FindSequence();
+    m_context->job->Counters().pageParts =
+        static_cast<std::uint64_t>(std::ranges::count_if(m_context->package->Parts(), [](const Part& part) {
+            return KindOf(part.contentType, {}) == PartKind::Page;
+        }));
 }
 
 void PackageSource::FindSequence() {

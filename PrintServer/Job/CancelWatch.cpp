@@ -5,6 +5,7 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -103,6 +104,7 @@ void CancelWatch::Pipeline::Stop() {
 void CancelWatch::Pipeline::TellAllPages() {
     Stop();
     TellPages(m_job->Counters().pages);
+    m_lines.Progress(100);
 }
 
 void CancelWatch::Pipeline::Watch() {
@@ -114,7 +116,10 @@ void CancelWatch::Pipeline::Watch() {
             m_job->Cancel();
         }
         const std::uint64_t taken = m_job->Counters().pages;
-        if (!m_job->IsStopping() && taken > pagesInHand) TellPages(taken - pagesInHand);
+        if (m_job->IsStopping() || taken < pagesInHand + m_told + 1) continue;
+        TellPages(taken - pagesInHand);
+        // Two documents may have one page part in common.
+        m_lines.Progress(100 * m_told / std::max<std::uint64_t>(m_job->Counters().pageParts, taken));
     }
 }
 

@@ -19,6 +19,10 @@ void ServerLines::State(bool isOn, std::string_view reason) {
     Say("STATE: ", (isOn ? "+" : "-") + std::string(reason));
 }
 
+void ServerLines::Progress(std::uint64_t percent) {
+    Say("ATTR: ", "job-media-progress=" + std::to_string(percent));
+}
+
 void ServerLines::Page(unsigned long page, unsigned copies) {
     Say("PAGE: ", std::to_string(page) + " " + std::to_string(copies));
 }

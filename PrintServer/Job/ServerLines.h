@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -20,6 +21,8 @@ public:
     void Error(std::string_view text) { Say("ERROR: ", text); }
     /// A reason of the printer's state, on or off.
     void State(bool isOn, std::string_view reason);
+    /// How much of the job is done, in percent: an attribute of it, as clients see it.
+    void Progress(std::uint64_t percent);
     /// A page that is done, by its number in the job.
     void Page(unsigned long page, unsigned copies);
 
