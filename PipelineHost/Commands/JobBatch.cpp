@@ -2,6 +2,7 @@
 
 #include "Commands/Commands.h"
 #include "Commands/JobRun.h"
+#include "Commands/JobWatch.h"
 #include "Common/Text.h"
 #include "Report/TextTable.h"
 
@@ -180,6 +181,7 @@ void JobBatch::Prepare(ShownOutput& errors) {
 
 // In the job's process.
 JobProcess::Result JobBatch::Print(const std::string& name, ShownOutput& errors) const {
+    JobWatch::StayForTheProgram(false); // the job is still to be told of then
     CommandOptions options = m_options;
     options.operands = {name};
     options.job = std::filesystem::path(name);
@@ -223,6 +225,8 @@ void JobBatch::Conclude(Worker worker, ShownOutput& errors) {
     if (WIFSIGNALED(status))
         job.trouble = job.name + ": its process was ended by signal " + std::to_string(WTERMSIG(status)) +
                       " (" + strsignal(WTERMSIG(status)) + "); nothing was written";
+    else if (!job.account && job.exitCode == ExitCancelled)
+        job.trouble = job.name + ": cancelled";
     else if (!job.account)
         job.trouble = job.name + ": its process has ended before the job did";
     if (!job.trouble.empty()) {

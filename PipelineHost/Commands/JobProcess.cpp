@@ -1,5 +1,7 @@
 #include "Commands/JobProcess.h"
 
+#include "Arguments/CommandOptions.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -36,6 +38,9 @@ ssize_t ReadSome(int descriptor, char* chunk, std::size_t size) {
     while (count < 0 && errno == EINTR);
     return count;
 }
+
+// Where no job runs in the process that has to be shut down: before it, and once it is over.
+extern "C" void EndCancelled(int) { _exit(ExitCancelled); }
 
 // The error stream of the process.
 class LineSender final : public std::streambuf {
@@ -87,7 +92,7 @@ JobProcess::~JobProcess() {
 void JobProcess::WorkInChild(const Work& work, End& turn, End& account) {
     // Who sits at the terminal cancels all jobs at once, by the process that started them.
     signal(SIGINT, SIG_IGN);
-    signal(SIGTERM, SIG_DFL);
+    signal(SIGTERM, &EndCancelled);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     char word = 0;
     if (ReadSome(turn.Get(), &word, 1) != 1) _exit(0);
@@ -96,6 +101,7 @@ void JobProcess::WorkInChild(const Work& work, End& turn, End& account) {
     std::ostream stream(&sender);
     ShownOutput errors(stream);
     const Result result = work(errors);
+    signal(SIGTERM, SIG_IGN); // what came of it stands
     WriteAll(account.Get(), accountMark + result.account);
     account.Close();        // the next one may begin
     _exit(result.exitCode); // what else is to be done at a program's end is the first process's

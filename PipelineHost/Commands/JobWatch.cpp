@@ -33,6 +33,7 @@ std::array<Watched, 2> signals{{{SIGINT, false, {}}, {SIGTERM, false, {}}}};
 // A handler may do little: it marks the job and writes to a pipe; the watching thread reads it. The pipe
 // stays, since a handler may still be on its way to it when a watch ends.
 std::array<int, 2> pipeEnds{-1, -1};
+pid_t pipeOwner = 0;
 std::atomic<JobState*> job{nullptr};
 std::atomic<bool> wasSignalled{false};
 std::atomic<bool> staysForTheProgram{false};
@@ -63,8 +64,15 @@ extern "C" void OnSignal(int) {
 }
 
 void OpenPipe() {
-    if (pipeEnds[0] < 0 && pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
-        throw std::runtime_error("no pipe can be made");
+    // One that was made before a fork is the other process's, too, which would hear what is told here.
+    if (pipeOwner != getpid()) {
+        for (const int end : pipeEnds)
+            if (end >= 0) close(end);
+        pipeEnds = {-1, -1};
+        if (pipe2(pipeEnds.data(), O_CLOEXEC | O_NONBLOCK) != 0)
+            throw std::runtime_error("no pipe can be made");
+        pipeOwner = getpid();
+    }
     for (char old = 0; read(pipeEnds[0], &old, 1) == 1;) {
     }
 }

@@ -100,10 +100,14 @@ TEST(CommandTexts, BashCompletesCommandsOptionsAndNames) {
 }
 
 TEST(NearestName, FindsWhatWasMistypedAndNothingFarther) {
-    const std::vector<std::string> names{"ticket", "features", "--pages", "--page"};
+    const std::vector<std::string> names{"ticket", "features", "--pages", "--page", "run"};
     const std::pair<const char*, const char*> cases[] = {{"tikcet", "ticket"},
                                                          {"feature", "features"},
                                                          {"--pgaes", "--pages"},
+                                                         {"rnu", "run"}, // two letters swapped are one slip
+                                                         {"rbb", ""},
+                                                         {"tcikte", "ticket"},
+                                                         {"tbbbet", ""},
                                                          {"print", ""},
                                                          {"", ""},
                                                          {"x", ""}};

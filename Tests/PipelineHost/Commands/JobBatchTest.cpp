@@ -100,6 +100,8 @@ TEST_F(JobBatchTest, QuietSaysOnlyWhatFailed) {
 }
 
 TEST_F(JobBatchTest, ASignalCancelsWhatRunsAndStartsNoOther) {
+    // What this process keeps of a job of its own is not for theirs.
+    ASSERT_EQ(ExitOk, CommandRun({"run", "-o", "c.xps", "a.xps"}).code);
     const pid_t canceller = fork();
     if (canceller == 0) {
         usleep(300'000);
@@ -115,6 +117,29 @@ TEST_F(JobBatchTest, ASignalCancelsWhatRunsAndStartsNoOther) {
     EXPECT_THAT(result.errors, HasSubstr("ov-pipeline: cancelled"));
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("a.xps", "b.xps", "c.xps"));
     EXPECT_EQ(-1, waitpid(-1, nullptr, WNOHANG)) << "a process is left";
+}
+
+// A signal that comes before the job takes any, or behind it.
+TEST(JobProcessTest, OneThatIsCancelledOutsideOfItsJobSaysSoByItsCode) {
+    std::ostringstream lines;
+    ShownOutput errors(lines);
+    JobProcess process(
+        [](ShownOutput& told) {
+            told.Line("here");
+            pause();
+            return JobProcess::Result();
+        },
+        errors);
+    process.Begin();
+    while (lines.str().empty() && process.Hear(errors)) {
+    }
+    kill(process.Process(), SIGINT); // as a terminal sends it to all of them: the first process sees to it
+    process.Cancel();
+    const int status = process.Await();
+    EXPECT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(ExitCancelled, WEXITSTATUS(status));
+    EXPECT_FALSE(process.Account());
+    EXPECT_EQ("here\n", lines.str());
 }
 
 // Three processes on the two processors that there are; one of them gets both again.
@@ -139,6 +164,11 @@ TEST(ProcessorsTest, ProcessesAreSpreadAndMaySpread) {
         ++users[processor];
     }
     EXPECT_EQ(processors.Count(), users.size());
+    // The first has two; once both are gone, it is the one that fewest are on.
+    const int first = users.begin()->first;
+    processors.GiveBack(first);
+    processors.GiveBack(first);
+    EXPECT_EQ(first, processors.Take(waiting[0]->Process()));
     processors.Free(waiting[0]->Process());
     const cpu_set_t all = allowed(waiting[0]->Process());
     EXPECT_EQ(processors.Count(), static_cast<std::size_t>(CPU_COUNT(&all)));
