@@ -2,6 +2,7 @@
 
 #include "Chain/FilterCall.h"
 
+#include <sys/uio.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -17,12 +18,14 @@ constexpr int jobFailed = 1; // the program's exit code
 std::atomic<JobState*> guarded{nullptr};
 std::atomic<pid_t> program{0}; // what a filter forks may end as it likes
 
-// Without memory of its own, for a signal's handler.
+// Without memory of its own, for a signal's handler; at once, as other jobs' processes may have words, too.
 void Say(const char* who, const char* what) {
-    for (const char* text : {"ov-pipeline: ", who, what}) {
-        const ssize_t ignored = write(STDERR_FILENO, text, std::strlen(text));
-        static_cast<void>(ignored);
-    }
+    const char* const texts[] = {"ov-pipeline: ", who, what};
+    iovec pieces[std::size(texts)];
+    for (std::size_t i = 0; i < std::size(texts); ++i)
+        pieces[i] = {const_cast<char*>(texts[i]), std::strlen(texts[i])};
+    const ssize_t ignored = writev(STDERR_FILENO, pieces, std::size(pieces));
+    static_cast<void>(ignored);
 }
 
 // What else is to be done at the end of a program, other threads may be in the midst of.
