@@ -1,5 +1,6 @@
 #include "HtmlReport/PagePictures.h"
 
+#include "Common/ProgramPath.h"
 #include "Common/Text.h"
 #include "HtmlReport/JobOutline.h"
 #include "HtmlReport/RendererProcess.h"
@@ -53,7 +54,7 @@ bool CutPjl(const std::filesystem::path& stream, const std::filesystem::path& cu
 
 } // namespace
 
-bool PagePictures::CanDrawStreams() { return !RendererProcess::Find("gs").empty(); }
+bool PagePictures::CanDrawStreams() { return !ProgramPath("gs").empty(); }
 
 std::string PagePictures::Take(const std::string& name) const {
     const std::filesystem::path file = Folder() / name;
@@ -74,7 +75,7 @@ DrawnPages PagePictures::OfPackage(const std::filesystem::path& package,
     std::error_code error;
     std::filesystem::remove(Folder() / job, error);
     std::filesystem::create_symlink(AsOthersSeeIt(package), Folder() / job);
-    std::filesystem::path program = RendererProcess::Find("mutool");
+    std::filesystem::path program = ProgramPath("mutool");
     std::string trouble;
     std::string prefix = "page-";
     std::size_t digits = 0;
@@ -84,7 +85,7 @@ DrawnPages PagePictures::OfPackage(const std::filesystem::path& package,
             program,
             {"draw", "-q", "-F", "png", "-w", pictureWidth, "-o", "page-%d.png", job, RangesOf(pages)},
             Folder(), mostSeconds);
-    } else if (program = RendererProcess::Find("xpstopng"); !program.empty()) {
+    } else if (program = ProgramPath("xpstopng"); !program.empty()) {
         drawn.program = "libgxps";
         trouble = RendererProcess::Run(program,
                                        {"-r", resolution, "-f", std::to_string(pages.front()), "-l",
@@ -110,7 +111,7 @@ DrawnPages PagePictures::OfPackage(const std::filesystem::path& package,
 
 DrawnPages PagePictures::OfStream(const std::filesystem::path& stream) const {
     DrawnPages drawn;
-    const std::filesystem::path program = RendererProcess::Find("gs");
+    const std::filesystem::path program = ProgramPath("gs");
     if (program.empty()) {
         drawn.remark = "none: gs is not installed";
         return drawn;

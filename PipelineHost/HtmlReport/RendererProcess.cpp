@@ -10,8 +10,6 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstdlib>
-#include <string_view>
 #include <thread>
 
 namespace OvPipeline {
@@ -52,22 +50,6 @@ std::string Words(int status) {
 }
 
 } // namespace
-
-std::filesystem::path RendererProcess::Find(const std::string& name) {
-    const char* const path = std::getenv("PATH");
-    std::string_view rest = path != nullptr ? path : "";
-    while (!rest.empty()) {
-        const std::size_t end = std::min(rest.find(':'), rest.size());
-        std::filesystem::path file = std::filesystem::path(rest.substr(0, end)) / name;
-        rest.remove_prefix(std::min(end + 1, rest.size()));
-        std::error_code error;
-        // Deliberate: a relative folder is passed over, since another one is current where the program runs.
-        if (file.is_absolute() && std::filesystem::is_regular_file(file, error) &&
-            access(file.c_str(), X_OK) == 0)
-            return file;
-    }
-    return {};
-}
 
 std::string RendererProcess::Run(const std::filesystem::path& program,
                                  const std::vector<std::string>& arguments,

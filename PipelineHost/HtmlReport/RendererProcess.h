@@ -10,9 +10,6 @@ namespace OvPipeline {
 /// a bounded time, and bounded files. It ends with this program.
 class RendererProcess {
 public:
-    /// Where a program of that name is on the path; empty where it is not.
-    static std::filesystem::path Find(const std::string& name);
-
     /// Runs to its end in the folder. What went wrong, in words; empty where nothing did.
     static std::string Run(const std::filesystem::path& program, const std::vector<std::string>& arguments,
                            const std::filesystem::path& folder, double seconds);

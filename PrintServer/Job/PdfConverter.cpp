@@ -1,5 +1,7 @@
 #include "Job/PdfConverter.h"
 
+#include <Common/ProgramPath.h>
+
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/prctl.h>
@@ -7,9 +9,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace OvPrintServer {
@@ -17,18 +19,6 @@ namespace OvPrintServer {
 namespace {
 
 constexpr int cannotRun = 127;
-
-std::filesystem::path FindProgram(const char* name) {
-    const char* const path = std::getenv("PATH");
-    std::string_view rest = path != nullptr ? path : "/usr/bin:/bin";
-    while (!rest.empty()) {
-        const std::size_t colon = rest.find(':');
-        std::filesystem::path file = std::filesystem::path(rest.substr(0, colon)) / name;
-        if (file.is_absolute() && access(file.c_str(), X_OK) == 0) return file;
-        rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
-    }
-    return {};
-}
 
 // The environment without what changes the converter's options, and with its own place for temporary files.
 std::vector<std::string> Environment(const std::filesystem::path& folder) {
@@ -95,7 +85,7 @@ std::string FirstLine(const std::filesystem::path& file) {
 
 void ConvertPdf(const std::filesystem::path& pdf, const std::filesystem::path& xps,
                 const std::filesystem::path& folder, CancelWatch& watch) {
-    const std::filesystem::path program = FindProgram("gs");
+    const std::filesystem::path program = OvPipeline::ProgramPath("gs");
     if (program.empty())
         throw ConversionError(
             "the job is a PDF document, and nothing here makes XPS of it: install Ghostscript "

@@ -135,6 +135,10 @@ TEST_F(CommandsTest, RunNamesTheOutputAfterTheJobByWhatComesOut) {
     EXPECT_EQ(ExitOk, CommandRun({"run", "jobs/letter.oxps"}).code);
     EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", pageList, streamCopy, "jobs/letter.oxps"}).code);
     EXPECT_THAT(m_folder.Names(), UnorderedElementsAre("jobs", "letter-printed.oxps", "letter-printed.prn"));
+    // Which of the two comes is known late: neither may be the job itself.
+    SampleJob().Write("own.xps");
+    std::filesystem::create_hard_link("own.xps", "own-printed.prn");
+    ExpectRefusal(CommandRun({"run", "--filter", pageList, "own.xps"}), ExitUsage, "would take the place");
     EXPECT_EQ(2u, Lines(TemporaryFolder::Read("letter-printed.prn")).size());
     EXPECT_TRUE(ReadZip("letter-printed.oxps").contains("Documents/1/Pages/2.fpage"));
 }

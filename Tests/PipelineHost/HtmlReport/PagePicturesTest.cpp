@@ -1,6 +1,7 @@
 #include "Support/EnvironmentVariable.h"
 #include "Support/TemporaryFolder.h"
 
+#include <Common/ProgramPath.h>
 #include <HtmlReport/PagePictures.h>
 #include <HtmlReport/RendererProcess.h>
 
@@ -72,16 +73,15 @@ TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
 TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
     const int open = dup(STDERR_FILENO); // which a child would have
     Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard");
-    EXPECT_EQ("", RendererProcess::Run(RendererProcess::Find("list"), {}, m_folder.Path(), 10));
+    EXPECT_EQ("", RendererProcess::Run(ProgramPath("list"), {}, m_folder.Path(), 10));
     close(open);
     // The three streams, and the folder that is listed.
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "list.txt"));
     Program("slow", "exec /bin/sleep 60");
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ("it took too long",
-              RendererProcess::Run(RendererProcess::Find("slow"), {}, m_folder.Path(), 0.05));
+    EXPECT_EQ("it took too long", RendererProcess::Run(ProgramPath("slow"), {}, m_folder.Path(), 0.05));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
-    EXPECT_TRUE(RendererProcess::Find("there-is-none").empty());
+    EXPECT_TRUE(ProgramPath("there-is-none").empty());
 }
 
 TEST_F(PagePicturesTest, FolderGoesAwayHoweverTheProgramEnds) {

@@ -33,6 +33,10 @@ TEST(TicketOverlay, TakesThePlaceOfWhatItNamesAndLeavesTheRest) {
     EXPECT_THAT(overlay.GivingWay(base),
                 AllOf(Not(HasSubstr("PageOrientation")), Not(HasSubstr("JobCopiesAllDocuments")),
                       HasSubstr("PageMediaType")));
+    // What has the name and is of another kind is another setting.
+    const std::string property =
+        R"(<psf:Property name="psk:PageOrientation"><psf:Value xsi:type="xsd:string">kept</psf:Value></psf:Property>)";
+    EXPECT_THAT(overlay.Over(Ticket(property)), HasSubstr("kept"));
     const std::string other = Ticket(Feature("PageMediaType", "Plain"));
     EXPECT_EQ(other, overlay.GivingWay(other)); // byte by byte, where nothing gives way
 }
