@@ -26,7 +26,7 @@ constexpr auto environmentVariables = std::to_array<ExplainedName>({
     {"OV_REGISTRY", "the file that stands for the system's registry"},
     {"OV_USER_PROPERTIES", "the folder of what printers know of users"},
     {"TMPDIR", "the folder for temporary files; without it, /tmp"},
-    {"COLUMNS", "how wide tables and help are, where that is not the terminal's width"},
+    {"COLUMNS", "how wide tables and help are on a terminal, in place of its own width"},
 });
 
 } // namespace

@@ -149,6 +149,15 @@ TEST_F(CommandsTest, AFilterLearnsWhatTheJobIsCalledAndAsksFor) {
     EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", summary, "-o", "out.txt", "job.xps"}).code);
     EXPECT_THAT(TemporaryFolder::Read("out.txt"),
                 testing::MatchesRegex("job.xps of .+, copies: 1, booklet: no\n"));
+    // As the user wants it.
+    EXPECT_EQ(ExitOk, CommandRun({"run", "--filter", summary, "-o", "out.txt", "--title", "A letter",
+                                  "--user=anna", "--copies", "3", "job.xps"})
+                          .code);
+    EXPECT_EQ("A letter of anna, copies: 3, booklet: no\n", TemporaryFolder::Read("out.txt"));
+    std::ofstream("ticket.xml") << SampleTicket("PageOrientation", "Landscape");
+    EXPECT_THAT(
+        CommandRun({"ticket", "--explain", "--ticket", "ticket.xml", "--copies", "3", "job.xps"}).out,
+        AllOf(HasSubstr("psk:Landscape"), testing::ContainsRegex("psk:JobCopiesAllDocuments +3 +job")));
 }
 
 TEST_F(CommandsTest, PagesThatShareATicketPartHaveTheSettingsOfTheirOwnDocument) {

@@ -122,7 +122,15 @@ TEST_F(ProgramTest, TakesAJobFromTheInputStream) {
     const auto pipe = [] { dup2(popen("cat \"$OV_TEST_JOB\"", "r")->_fileno, STDIN_FILENO); };
     const auto file = [] { dup2(open(std::getenv("OV_TEST_JOB"), O_RDONLY), STDIN_FILENO); };
     const auto nothing = [] { dup2(open("/dev/null", O_RDONLY), STDIN_FILENO); };
-    for (const Program::Preparation prepare : {Program::Preparation(pipe), Program::Preparation(file)}) {
+    // Of a file that somebody has read a part of, the rest.
+    m_folder.Write("out/behind.xps", "read" + TemporaryFolder::Read(job));
+    const auto rest = [] {
+        const std::string behind = std::string(std::getenv("OV_TEST_JOB")) + "/../out/behind.xps";
+        dup2(open(std::filesystem::path(behind).lexically_normal().c_str(), O_RDONLY), STDIN_FILENO);
+        lseek(STDIN_FILENO, 4, SEEK_SET);
+    };
+    for (const Program::Preparation prepare :
+         {Program::Preparation(pipe), Program::Preparation(file), Program::Preparation(rest)}) {
         Program run({"run", "-q", "-o", "out/job.xps", "-"}, m_folder.Path(), Program::Errors::Pipe, prepare);
         EXPECT_EQ(0, run.Finish()) << run.Said();
         const std::string page = "Documents/1/Pages/2.fpage";
