@@ -24,15 +24,13 @@ JobWishes WishesOf(const CommandOptions& options) {
     JobWishes wishes;
     wishes.pages = options.pages;
     std::string ticket;
+    if (!options.ticket.empty()) ticket = ReadInputBytes(std::filesystem::path(options.ticket));
     try {
-        if (!options.ticket.empty()) ticket = ReadInputBytes(std::filesystem::path(options.ticket));
         if (!options.ticket.empty()) wishes.ticket = std::make_shared<TicketOverlay>(ticket);
         if (!options.copies) return wishes;
         const std::string copies = TicketOfCopies(*options.copies);
         wishes.ticket = std::make_shared<TicketOverlay>(
             options.ticket.empty() ? copies : TicketOverlay(copies).Over(ticket));
-    } catch (const HostError& error) {
-        throw InputError(error.Result(), options.ticket, options.ticket + ": " + error.what());
     } catch (const OvPlatform::PrintTicketError& error) {
         throw InputError(error.Result(), options.ticket, options.ticket + ": " + error.what());
     }
