@@ -58,6 +58,7 @@ TEST_F(DiffCommandTest, SaysByItsExitCodeWhetherFilesDiffer) {
 TEST_F(DiffCommandTest, RefusesInOneLine) {
     m_folder.Write("damaged.xml", "<PrintTicket");
     m_folder.Write("damaged.xps", "PK\3\4 but no more");
+    m_folder.Write("empty.xps", "PK\5\6" + std::string(18, '\0'));
     m_folder.Write("text.txt", "text");
     const Rows<std::vector<std::string>, int, const char*> rows{
         {{}, ExitUsage, "which pair of files? ov-pipeline diff wants two of one kind"},
@@ -69,6 +70,8 @@ TEST_F(DiffCommandTest, RefusesInOneLine) {
         {{"a.xml", "text.txt"}, ExitInputRefused, "text.txt: this is no print ticket, no package and no"},
         {{"a.xml", "damaged.xml"}, ExitInputRefused, "ov-pipeline: damaged.xml: line 1"},
         {{"damaged.xps", "a.xps"}, ExitInputRefused, "ov-pipeline: damaged.xps: the package is cut short"},
+        {{"empty.xps", "a.xps"}, ExitInputRefused, "ov-pipeline: empty.xps: "},
+        {{"empty.xps", "a.xml"}, ExitUsage, "empty.xps is a package, a.xml a print ticket"},
     };
     for (auto [arguments, code, words] : rows) {
         arguments.insert(arguments.begin(), "diff");

@@ -45,11 +45,14 @@ TEST(Alignment, EqualItemsStandTogether) {
 }
 
 TEST(Alignment, PairsWhatIsTooLongToBeSearchedInOrder) {
-    const std::vector<std::string> a(9000, "a");
+    std::vector<std::string> a(9000, "a");
     std::vector<std::string> b(9001, "b");
     b[4000] = "a"; // which a search would find
+    a.emplace_back("the same");
+    b.emplace_back("the same");
     const auto pairs = Align(a, b);
-    ASSERT_EQ(9001u, pairs.size());
+    ASSERT_EQ(9002u, pairs.size());
+    EXPECT_EQ((AlignedPair{9000, 9001}), pairs[9001]);
     EXPECT_EQ((AlignedPair{8999, 8999}), pairs[8999]);
     EXPECT_EQ((AlignedPair{std::nullopt, 9000}), pairs[9000]);
 }

@@ -133,6 +133,9 @@ TEST(StreamComparison, TellsDifferencesByWhatTheyAreAbout) {
     EXPECT_THAT(Differences(Stream("", "<</A 1>>setpagedevice<</A 2>>setpagedevice", ""),
                             Stream("", "<</A 2>>setpagedevice<</A 1>>setpagedevice", "")),
                 ElementsAre("page device | order of /A: 1, 2 -> 2, 1"));
+    const std::string raster = "\x1B%-12345X@PJL ENTER LANGUAGE=PCLXL\nbytes";
+    EXPECT_THAT(Differences(raster, raster), IsEmpty());
+    EXPECT_THAT(Differences(raster, raster + "!"), ElementsAre("other job 1 | content: 5 bytes -> 6 bytes"));
 }
 
 TEST(StreamComparison, TimesAreToldAsSuch) {
