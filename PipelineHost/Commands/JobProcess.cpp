@@ -42,6 +42,26 @@ ssize_t ReadSome(int descriptor, char* chunk, std::size_t size) {
 // Where no job runs in the process that has to be shut down: before it, and once it is over.
 extern "C" void EndCancelled(int) { _exit(ExitCancelled); }
 
+// While it lives, signals that cancel wait: a process that was just made would take them by the handlers of
+// the first one, and forget them.
+class HeldSignals {
+public:
+    HeldSignals() {
+        sigset_t held;
+        sigemptyset(&held);
+        sigaddset(&held, SIGINT);
+        sigaddset(&held, SIGTERM);
+        sigprocmask(SIG_BLOCK, &held, &m_before);
+    }
+    HeldSignals(const HeldSignals&) = delete;
+    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~HeldSignals() { LetGo(); }
+    void LetGo() const { sigprocmask(SIG_SETMASK, &m_before, nullptr); }
+
+private:
+    sigset_t m_before;
+};
+
 // The error stream of the process.
 class LineSender final : public std::streambuf {
 public:
@@ -75,9 +95,14 @@ JobProcess::JobProcess(const Work& work, ShownOutput& errors) {
     join(turn, m_turn);
     join(m_told, account);
     errors.Flush();
+    const HeldSignals signals;
     m_process = fork();
     if (m_process < 0) throw std::system_error(errno, std::generic_category());
     if (m_process > 0) return;
+    // Who sits at the terminal cancels all jobs at once, by the process that started them.
+    signal(SIGINT, SIG_IGN);
+    signal(SIGTERM, &EndCancelled);
+    signals.LetGo();
     m_turn.Close();
     m_told.Close();
     WorkInChild(work, turn, account);
@@ -90,9 +115,6 @@ JobProcess::~JobProcess() {
 }
 
 void JobProcess::WorkInChild(const Work& work, End& turn, End& account) {
-    // Who sits at the terminal cancels all jobs at once, by the process that started them.
-    signal(SIGINT, SIG_IGN);
-    signal(SIGTERM, &EndCancelled);
     prctl(PR_SET_PDEATHSIG, SIGTERM);
     char word = 0;
     if (ReadSome(turn.Get(), &word, 1) != 1) _exit(0);

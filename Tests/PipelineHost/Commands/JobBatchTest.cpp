@@ -142,6 +142,26 @@ TEST(JobProcessTest, OneThatIsCancelledOutsideOfItsJobSaysSoByItsCode) {
     EXPECT_EQ("here\n", lines.str());
 }
 
+// The first process takes signals by a handler, which is no more there for one that was just made.
+TEST(JobProcessTest, OneThatIsCancelledAsSoonAsItIsMadeIsCancelled) {
+    void (*const before)(int) = signal(SIGTERM, [](int) {});
+    std::ostringstream lines;
+    ShownOutput errors(lines);
+    for (int i = 0; i < 100; ++i) {
+        JobProcess process(
+            [](ShownOutput&) {
+                sleep(1);
+                return JobProcess::Result();
+            },
+            errors);
+        process.Begin();
+        process.Cancel();
+        EXPECT_EQ(ExitCancelled, WEXITSTATUS(process.Await()));
+        if (HasFailure()) break;
+    }
+    signal(SIGTERM, before);
+}
+
 // Three processes on the two processors that there are; one of them gets both again.
 TEST(ProcessorsTest, ProcessesAreSpreadAndMaySpread) {
     Processors processors;
