@@ -59,7 +59,7 @@ protected:
             "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
             "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string()};
         const std::vector<std::string> arguments{
-            "ovtoprinter", "7", m_title, m_title, "1", options, (m_folder / file).string()};
+            "ovtoprinter", "7", m_title, m_title, m_copies, options, (m_folder / file).string()};
         std::vector<char*> environmentList = List(environment);
         std::vector<char*> argumentList = List(arguments);
         m_process = fork();
@@ -114,6 +114,7 @@ protected:
     TemporaryFolder m_folder;
     std::string m_path = ":/usr/bin:/bin";
     std::string m_title = "anna";
+    std::string m_copies = "1";
     pid_t m_process = -1;
     std::string m_stream;
 
@@ -176,7 +177,8 @@ TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {
           std::tuple{"none.xps", "", colorQueue.c_str()}, std::tuple{"job.xps", "", "/nowhere"},
           std::tuple{"job.xps", "job-password=1", colorQueue.c_str()},
           std::tuple{"job.xps", "page-ranges=90", colorQueue.c_str()},
-          std::tuple{"job.xps", "sides=x ipp-attribute-fidelity=true", colorQueue.c_str()}}) {
+          std::tuple{"job.xps", "sides=x ipp-attribute-fidelity=true", colorQueue.c_str()},
+          std::tuple{"job.xps", "folding=z job-mandatory-attributes=folding", colorQueue.c_str()}}) {
         Start(file, options, queue);
         EXPECT_EQ(1, Finish()) << file << options;
         EXPECT_EQ(1, LinesOf("ERROR: ")) << Said();
@@ -184,6 +186,20 @@ TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {
         EXPECT_THAT(m_stream, IsEmpty()) << file;
         ExpectNothingLeft();
     }
+}
+
+// More copies than the printer makes are one, also in what is counted.
+TEST_F(FilterProgramTest, WhatThePrinterOrItsQueueDoesOtherwiseIsSaid) {
+    m_copies = "20000";
+    Start("job.xps", "number-up=4");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(1, LinesOf("WARNING: copies=20000: ")) << Said();
+    EXPECT_EQ(1, LinesOf("WARNING: number-up=4: ")) << Said();
+    EXPECT_EQ(1, LinesOf("PAGE: 2 1\n")) << Said();
+    m_copies = "3";
+    Start("job.xps");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(1, LinesOf("PAGE: 2 3\n")) << Said();
 }
 
 TEST_F(FilterProgramTest, AReaderThatGoesAwayEndsTheJob) {
