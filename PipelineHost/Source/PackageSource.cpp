@@ -6,6 +6,7 @@
 
 #include <xpsobjectmodel.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace OvPipeline {
