@@ -1,6 +1,7 @@
 #include "Commands/TicketExplanation.h"
 
 #include "Commands/QueueConfiguration.h"
+#include "Common/SecretSettings.h"
 #include "Common/Text.h"
 #include "Report/TextTable.h"
 
@@ -57,8 +58,9 @@ std::string Indented(const std::string& setting) {
 
 std::string Remark(const OvPlatform::SettingReport& setting) {
     if (setting.reason.empty()) return {};
-    return setting.requested.empty() ? setting.reason
-                                     : Shortened(setting.requested) + " was asked for: " + setting.reason;
+    if (setting.requested.empty()) return setting.reason;
+    return (IsSecretSetting(setting.name) ? hiddenValue : Shortened(setting.requested)) +
+           " was asked for: " + setting.reason;
 }
 
 } // namespace
@@ -140,7 +142,8 @@ TicketExplanation::Row TicketExplanation::RowOf(const OvPlatform::SettingReport&
         if (above == nullptr || origin != byValidation) break;
         remark = Remark(*above);
     }
-    return {setting.name, setting.value, origin, std::move(remark)};
+    const bool isHidden = !setting.value.empty() && IsSecretSetting(setting.name);
+    return {setting.name, isHidden ? hiddenValue : setting.value, origin, std::move(remark)};
 }
 
 std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {

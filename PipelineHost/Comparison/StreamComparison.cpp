@@ -1,5 +1,6 @@
 #include "Comparison/StreamComparison.h"
 
+#include "Common/SecretSettings.h"
 #include "Common/Text.h"
 #include "Comparison/Alignment.h"
 
@@ -42,10 +43,14 @@ void CompareTimes(const std::string& name, const Texts& a, const Texts& b, Diffe
 }
 
 void CompareTexts(const std::string& name, const Texts& a, const Texts& b, DifferenceReport& report) {
-    const Texts left = Missing(a, b);
-    const Texts right = Missing(b, a);
+    Texts left = Missing(a, b);
+    Texts right = Missing(b, a);
+    if (IsSecretCommand(name)) {
+        std::ranges::fill(left, hiddenValue);
+        std::ranges::fill(right, hiddenValue);
+    }
     if (left.empty() && right.empty()) {
-        if (a != b) report.Changed("order of " + name, Joined(a), Joined(b));
+        if (a != b && !IsSecretCommand(name)) report.Changed("order of " + name, Joined(a), Joined(b));
         return;
     }
     const std::size_t changed = (std::min)(left.size(), right.size());

@@ -1,5 +1,7 @@
 #include "Comparison/TicketComparison.h"
 
+#include "Common/SecretSettings.h"
+
 #include <PrintTicket/FrameworkCheck.h>
 #include <PrintTicket/ParameterRules.h>
 #include <PrintTicket/SchemaReader.h>
@@ -62,7 +64,7 @@ public:
                  {},
                  Meaning(parameter.value),
                  NameOf(parameter.name),
-                 ValueOf(parameter.value)});
+                 IsSecretSetting(parameter.name.local) ? hiddenValue : ValueOf(parameter.value)});
         AddProperties(root, "property", ticket.properties);
     }
 

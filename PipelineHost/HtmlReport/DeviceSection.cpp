@@ -1,6 +1,9 @@
 #include "HtmlReport/DeviceSection.h"
 
+#include "Common/SecretSettings.h"
 #include "HtmlReport/HtmlTable.h"
+
+#include <algorithm>
 
 namespace OvPipeline {
 
@@ -9,7 +12,16 @@ namespace {
 constexpr std::size_t lineBound = 1000; // characters
 constexpr std::size_t mostLines = 2000; // of a piece: a product may bring lines by the thousand
 
-void WritePiece(HtmlText& html, const std::string& piece) {
+using Causes = std::vector<FamilyHeader::Cause>;
+
+// A line that a secret is behind, without what is said.
+std::string WithoutValue(const std::string& line) {
+    return line.substr(0, line.find_first_of("=\"") + 1) + hiddenValue;
+}
+
+void WritePiece(HtmlText& html, const std::string& piece, const Causes& causes) {
+    const bool isSecret =
+        std::ranges::any_of(causes, [](const FamilyHeader::Cause& cause) { return cause.answer.isSecret; });
     html.Open("pre");
     std::size_t count = 0;
     for (const std::string& line : PieceLines(piece)) {
@@ -17,12 +29,12 @@ void WritePiece(HtmlText& html, const std::string& piece) {
             html.Element("span", "more lines are left out", {{"class", "quiet"}});
             break;
         }
-        html.Text(line, lineBound).Markup("\n");
+        html.Text(isSecret ? WithoutValue(line) : line, lineBound).Markup("\n");
     }
     html.Close();
 }
 
-void WriteCauses(HtmlText& html, const std::vector<FamilyHeader::Cause>& causes) {
+void WriteCauses(HtmlText& html, const Causes& causes) {
     if (causes.empty()) {
         html.Element("p", "the family, where nothing else is asked for", {{"class", "quiet"}});
         return;
@@ -58,9 +70,10 @@ HtmlText DeviceSection(const FamilyHeader& header) {
         html.Close().Close().Open("tbody");
         for (std::size_t piece = 0; piece < pieces.size(); ++piece) {
             html.Open("tr").Open("td");
-            WritePiece(html, pieces[piece]);
+            const Causes& causes = header.Causes(section, piece);
+            WritePiece(html, pieces[piece], causes);
             html.Close().Open("td");
-            WriteCauses(html, header.Causes(section, piece));
+            WriteCauses(html, causes);
             html.Close().Close();
         }
         html.Close().Close().Close();

@@ -18,6 +18,7 @@ using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::MatchesRegex;
+using testing::Not;
 using testing::StartsWith;
 using testing::UnorderedElementsAre;
 
@@ -444,6 +445,51 @@ TEST_F(CommandsTest, AnOutputStreamThatCannotBeWrittenIsAFailure) {
     ShownOutput shownErrors(errors);
     EXPECT_EQ(ExitJobFailed, RunProgram({"parts", "job.xps"}, shownNowhere, shownErrors));
     EXPECT_EQ("ov-pipeline: what was to be printed cannot be written\n", errors.str());
+}
+
+// But header, whose business is what the device gets.
+TEST_F(CommandsTest, NoReportShowsAPassword) {
+    const std::string passwords[] = {"80731942", "55667788"};
+    const auto ticket = [](const std::string& password) {
+        return R"(<psf:PrintTicket version="1"
+ xmlns:psf="http://schemas.microsoft.com/windows/2003/08/printing/printschemaframework"
+ xmlns:psk="http://schemas.microsoft.com/windows/2003/08/printing/printschemakeywords"
+ xmlns:psk11="http://schemas.microsoft.com/windows/2013/05/printing/printschemakeywordsv11"
+ xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance" xmlns:xsd="http://www.w3.org/2001/XMLSchema">
+<psf:Feature name="psk11:JobPasscode"><psf:Option name="psk:On"/></psf:Feature>
+<psf:ParameterInit name="psk11:JobPasscodeString"><psf:Value xsi:type="xsd:string">)" +
+               password + R"(</psf:Value></psf:ParameterInit>
+<psf:ParameterInit name="psk:JobPasscodeString"><psf:Value xsi:type="xsd:string">)" +
+               password + R"(</psf:Value></psf:ParameterInit></psf:PrintTicket>)";
+    };
+    SampleJob().Write("job.xps");
+    for (const std::string& password : passwords) {
+        std::ofstream(password[0] == '8' ? "a.xml" : "b.xml") << ticket(password);
+        std::ofstream(password[0] == '8' ? "a.prn" : "b.prn")
+            << "\x1B%-12345X@PJL XJOBPASSWORD = " + password + "\r\n@PJL COMMENT OID_ATT_JOB_PASSWORD \"" +
+                   password + "\";\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS-Adobe-3.0\n%%EOF\n\x1B%-12345X";
+    }
+    const std::pair<std::vector<std::string>, const char*> reports[] = {
+        {{"ticket", "--explain", "job.xps"}, "JobPasscodeString "},
+        {{"ticket", "--explain", "--json", "job.xps"}, "JobPasscodeString\""},
+        {{"features", "job.xps"}, "FEAT_JOB_PASSWORD"},
+        {{"report", "--family", "Kestrel", "--no-pictures", "-o", "out.html", "job.xps"},
+         "OID_ATT_JOB_PASSWORD "},
+        {{"report", "--family", "Harrier", "--no-pictures", "-o", "out.html", "job.xps"}, "XJOBPASSWORD ="}};
+    for (auto [arguments, words] : reports) {
+        arguments.insert(arguments.end(), {"--ticket", "a.xml"});
+        const CommandRun result(arguments);
+        EXPECT_EQ(ExitOk, result.code) << result.errors;
+        const std::string told = arguments[0] == "report" ? TemporaryFolder::Read("out.html") : result.out;
+        EXPECT_TRUE(told.find(words) != std::string::npos && told.find("(hidden)") != std::string::npos)
+            << words;
+        EXPECT_TRUE((told + result.errors).find(passwords[0]) == std::string::npos) << words;
+    }
+    for (const char* const ending : {"xml", "prn"}) {
+        const CommandRun result({"diff", std::string("a.") + ending, std::string("b.") + ending});
+        EXPECT_THAT(result.out, AllOf(HasSubstr("(hidden) -> (hidden)"), HasSubstr("2 differences"),
+                                      Not(HasSubstr(passwords[0])), Not(HasSubstr(passwords[1]))));
+    }
 }
 
 } // namespace
