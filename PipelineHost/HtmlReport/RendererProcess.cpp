@@ -62,18 +62,19 @@ std::string RendererProcess::Run(const std::filesystem::path& program,
     if (child == 0) Become(program.c_str(), words.data(), folder.c_str());
     if (child < 0) return std::string("no process can be started: ") + strerror(errno);
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    int status = 0;
+    setpgid(child, child); // whoever of the two comes first
     bool isLate = false;
-    for (pid_t ended = 0; ended != child;) {
-        ended = waitpid(child, &status, isLate ? 0 : WNOHANG);
-        if (ended < 0 && errno != EINTR) return "nothing was heard of its end";
-        if (ended == child || isLate) continue;
-        if (std::chrono::steady_clock::now() > end) {
-            isLate = true;
-            if (kill(-child, SIGKILL) != 0) kill(child, SIGKILL);
-        } else {
-            std::this_thread::sleep_for(patience);
-        }
+    for (siginfo_t ended{}; ended.si_pid != child && !isLate;) {
+        if (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT | WNOHANG) < 0 &&
+            errno != EINTR)
+            return "nothing was heard of its end";
+        if (ended.si_pid == child) continue;
+        isLate = std::chrono::steady_clock::now() > end;
+        if (!isLate) std::this_thread::sleep_for(patience);
+    }
+    kill(-child, SIGKILL); // with what it has started; until it is waited for, the group is no other's
+    int status = 0;
+    while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
     return isLate ? "it took too long" : Words(status);
 }

@@ -25,6 +25,7 @@ constexpr std::uint64_t pagesInHand = 2;
 // For the handler, which may do little: it marks the job, ends the converter and writes to a pipe.
 std::array<int, 2> pipeEnds{-1, -1};
 std::atomic<bool> wasSignalled{false};
+std::atomic<bool> endsAtOnce{false};
 std::atomic<pid_t> converter{0};
 std::atomic<OvPipeline::JobState*> job{nullptr};
 struct sigaction beforeTerm {};
@@ -38,8 +39,14 @@ void Tell(char what) {
 
 extern "C" void OnSignal(int) {
     const int error = errno;
+    if (endsAtOnce) {
+        constexpr char line[] = "INFO: the job is cancelled\n";
+        const ssize_t ignored = write(STDERR_FILENO, line, sizeof line - 1);
+        static_cast<void>(ignored);
+        _exit(0);
+    }
     wasSignalled = true;
-    if (const pid_t child = converter; child > 0) kill(child, SIGTERM);
+    if (const pid_t child = converter; child > 0) kill(-child, SIGTERM);
     if (OvPipeline::JobState* const watched = job) watched->AskCancel();
     Tell(signalByte);
     errno = error;
@@ -74,8 +81,11 @@ bool CancelWatch::IsCancelled() const { return wasSignalled; }
 
 void CancelWatch::SetChild(pid_t child) {
     converter = child;
-    if (child > 0 && wasSignalled) kill(child, SIGTERM);
+    if (child > 0 && wasSignalled) kill(-child, SIGTERM);
 }
+
+CancelWatch::AtOnce::AtOnce() { endsAtOnce = true; }
+CancelWatch::AtOnce::~AtOnce() { endsAtOnce = false; }
 
 CancelWatch::Pipeline::Pipeline(std::shared_ptr<OvPipeline::JobState> watched, ServerLines& lines,
                                 unsigned copies)

@@ -21,8 +21,18 @@ public:
     CancelWatch& operator=(const CancelWatch&) = delete;
     ~CancelWatch();
 
+    /// While it lives, nothing is under way that had to be ended first: a signal ends the program, whatever
+    /// it waits for.
+    class AtOnce {
+    public:
+        AtOnce();
+        AtOnce(const AtOnce&) = delete;
+        AtOnce& operator=(const AtOnce&) = delete;
+        ~AtOnce();
+    };
+
     bool IsCancelled() const;
-    /// The converter that runs; 0: none.
+    /// The converter that runs, with a process group of its own; 0: none.
     void SetChild(pid_t child);
 
     /// Watches a pipeline, and tells of its pages as they are done.

@@ -137,11 +137,12 @@ int FilterJob::Run() {
 }
 
 int FilterJob::RunWatched(CancelWatch& watch) {
+    std::optional<CancelWatch::AtOnce> atOnce(std::in_place);
     OvPipeline::JobDescription job = Describe(); // a queue that is wrong needs no document
     std::optional<OvPipeline::StandardInput> input;
     if (m_arguments.file.empty()) m_arguments.file = input.emplace().File().path;
     const InputKind kind = KindOfFile(m_arguments.file);
-    if (watch.IsCancelled()) return exitDone;
+    atOnce.reset();
     if (kind == InputKind::Unknown) throw std::runtime_error("the job is no XPS, OpenXPS or PDF document");
     job.file = OvPipeline::JobFile(m_arguments.file, m_arguments.title);
     if (kind == InputKind::Package) return RunPipeline(watch, std::move(job));

@@ -9,9 +9,12 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <fstream>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <vector>
 
 namespace OvPrintServer {
@@ -19,6 +22,8 @@ namespace OvPrintServer {
 namespace {
 
 constexpr int cannotRun = 127;
+constexpr auto betweenLooks = std::chrono::milliseconds(5);
+constexpr auto patience = std::chrono::seconds(2); // with one that was asked to end
 
 // The environment without what changes the converter's options, and with its own place for temporary files.
 std::vector<std::string> Environment(const std::filesystem::path& folder) {
@@ -46,6 +51,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 [[noreturn]] void BecomeConverter(const char* program, char** arguments, char** environment,
                                   const char* words) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    setpgid(0, 0); // so that what it starts ends with it
     signal(SIGTERM, SIG_DFL);
     signal(SIGINT, SIG_DFL);
     signal(SIGPIPE, SIG_DFL);
@@ -60,13 +66,21 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
     _exit(cannotRun);
 }
 
-// Until it is waited for, its number is not given to another process: none but it gets a signal.
+// Until it is waited for, its number is not given to another process or group: none but it and what it has
+// started gets a signal.
 int WaitFor(pid_t child, CancelWatch& watch) {
+    setpgid(child, child); // whoever of the two comes first
     watch.SetChild(child);
-    siginfo_t ended{};
-    while (waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) {
+    std::optional<std::chrono::steady_clock::time_point> asked;
+    for (siginfo_t ended{};; std::this_thread::sleep_for(betweenLooks)) {
+        const int failed = waitid(P_PID, static_cast<id_t>(child), &ended, WEXITED | WNOWAIT | WNOHANG);
+        if (ended.si_pid == child || (failed < 0 && errno != EINTR)) break;
+        if (!watch.IsCancelled()) continue;
+        if (!asked) asked = std::chrono::steady_clock::now();
+        if (std::chrono::steady_clock::now() - *asked > patience) kill(-child, SIGKILL);
     }
     watch.SetChild(0);
+    kill(-child, SIGKILL); // what it has left
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }

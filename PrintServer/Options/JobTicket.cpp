@@ -14,6 +14,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <functional>
+#include <iterator>
 #include <set>
 
 namespace OvPrintServer {
@@ -139,11 +140,10 @@ private:
     void Answer(bool isTaken, const std::string& reason) { isTaken ? Took() : Leave(reason); }
 
     void LeaveWhatNoRowTook() {
-        for (LeftOption& left : m_left) {
-            const bool isToldOf = std::ranges::any_of(
-                m_ticket.left, [&](const LeftOption& told) { return told.option == left.option; });
-            if (!m_taken.contains(left.name) && !isToldOf) m_ticket.left.push_back(std::move(left));
-        }
+        std::set<std::string> told;
+        for (LeftOption& left : m_left)
+            if (!m_taken.contains(left.name) && told.insert(left.option).second)
+                m_ticket.left.push_back(std::move(left));
     }
 
     void CountUnknown() {
@@ -355,7 +355,7 @@ private:
         if (name == "ipp-attribute-fidelity")
             m_ticket.obeysAll = IsTrue(value);
         else
-            m_ticket.obeyed = Pieces(value);
+            std::ranges::move(Pieces(value), std::inserter(m_ticket.obeyed, m_ticket.obeyed.end()));
     }
 
     void AddCopies(unsigned copies) {
@@ -396,9 +396,7 @@ private:
 
 } // namespace
 
-bool JobTicket::MustObey(const std::string& name) const {
-    return obeysAll || std::ranges::find(obeyed, name) != obeyed.end();
-}
+bool JobTicket::MustObey(const std::string& name) const { return obeysAll || obeyed.contains(name); }
 
 JobTicket MakeJobTicket(const QueueOffer& offer, const GivenOptions& options, unsigned copies) {
     return Maker(offer, options).Make(copies);

@@ -3,6 +3,7 @@
 #include "Options/GivenOptions.h"
 #include "Queue/QueueOffer.h"
 
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -42,7 +43,7 @@ struct JobTicket {
     bool MustObey(const std::string& name) const;
 
     bool obeysAll = false;
-    std::vector<std::string> obeyed;
+    std::set<std::string> obeyed;
 };
 
 /// Makes a ticket of the options by the one table of them. copies: 1 where the server has seen to them.

@@ -4,6 +4,8 @@
 #include <Locale/ShownText.h>
 #include <Spooler/QueueFolderError.h>
 
+#include <signal.h>
+
 #include <iostream>
 #include <stdexcept>
 #include <vector>
@@ -41,20 +43,25 @@ OvPrintServer::PpdWishes Read(const std::vector<std::string>& arguments) {
     return wishes;
 }
 
+int Finish() {
+    if (!std::cout.flush()) throw std::runtime_error("the output stream cannot be written");
+    return 0;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
+    signal(SIGPIPE, SIG_IGN); // a reader that goes away is a failed write
     try {
         const std::vector<std::string> given(arguments + 1, arguments + count);
         if (!given.empty() && (given[0] == "--help" || given[0] == "-h")) {
             std::cout << help;
-            return 0;
+            return Finish();
         }
         const OvPrintServer::PpdWishes wishes = Read(given);
         const OvPrintServer::QueueOffer offer(OvPlatform::QueueFolder::Load(wishes.queue));
-        std::cout << OvPrintServer::PpdText(offer, wishes) << std::flush;
-        if (!std::cout) throw std::runtime_error("the PPD cannot be written");
-        return 0;
+        std::cout << OvPrintServer::PpdText(offer, wishes);
+        return Finish();
     } catch (const std::exception& error) {
         std::cerr << "ovppd: " << OvPlatform::Shown(error.what()) << "\n";
         return 1;

@@ -10,26 +10,23 @@
 
 namespace {
 
-// A standard stream that was closed before must not become a file of the job's.
+// A standard stream that was closed before must not become a file of the job's. Its place is taken by one
+// that cannot be written either.
 void FillStandardStreams() {
     int descriptor = 0;
     while (descriptor >= 0 && descriptor <= 2)
-        descriptor = open("/dev/null", O_RDWR);
+        descriptor = open("/dev/null", O_RDONLY);
     if (descriptor > 2) close(descriptor);
 }
 
-// Whoever lists the processes sees their arguments.
+// Whoever lists the processes sees their arguments. Quotes, braces and blanks may stand in a password and
+// around it, so that all behind its name goes.
 void HidePassword(char* options) {
-    constexpr char name[] = "job-password=";
-    for (char* at = options; (at = strcasestr(at, name)) != nullptr;) {
-        at += sizeof name - 1;
-        char quote = 0;
-        for (; *at != '\0' && (quote != 0 || *at != ' '); ++at) {
-            if (*at == '"' || *at == '\'') quote = quote == 0 ? *at : quote == *at ? '\0' : quote;
-            if (*at == '\\' && at[1] != '\0') *at++ = '*';
-            *at = '*';
-        }
-    }
+    constexpr char name[] = "job-password";
+    char* at = strcasestr(options, name);
+    if (at == nullptr) return;
+    for (at += sizeof name - 1; *at != '\0'; ++at)
+        if (*at != '=') *at = '*';
 }
 
 // What anybody else writes to the output stream, also a filter, goes to the error stream. The server's

@@ -77,6 +77,17 @@ TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
     close(open);
     // The three streams, and the folder that is listed.
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "list.txt"));
+    Program("leaver", "/bin/sleep 60 & echo $! > left.txt");
+    EXPECT_EQ("", RendererProcess::Run(ProgramPath("leaver"), {}, m_folder.Path(), 10));
+    std::string left = TemporaryFolder::Read(m_folder / "left.txt");
+    left.pop_back();
+    const auto isRunning = [state = "/proc/" + left + "/stat"] {
+        return std::filesystem::exists(state) &&
+               TemporaryFolder::Read(state).find(") Z ") == std::string::npos;
+    };
+    for (int wait = 0; wait < 1000 && isRunning(); ++wait)
+        usleep(10000);
+    EXPECT_FALSE(isRunning());
     Program("slow", "exec /bin/sleep 60");
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ("it took too long", RendererProcess::Run(ProgramPath("slow"), {}, m_folder.Path(), 0.05));

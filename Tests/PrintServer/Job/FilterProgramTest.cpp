@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,8 +59,8 @@ protected:
         const std::vector<std::string> environment{
             "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
             "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string()};
-        const std::vector<std::string> arguments{
-            "ovtoprinter", "7", m_title, m_title, m_copies, options, (m_folder / file).string()};
+        std::vector<std::string> arguments{"ovtoprinter", "7", m_title, m_title, m_copies, options};
+        if (!file.empty()) arguments.push_back((m_folder / file).string());
         std::vector<char*> environmentList = List(environment);
         std::vector<char*> argumentList = List(arguments);
         m_process = fork();
@@ -105,6 +106,16 @@ protected:
         for (int i = 0; i < 200 && !std::filesystem::exists(m_folder / name); ++i)
             std::this_thread::sleep_for(std::chrono::milliseconds(50));
         return std::filesystem::exists(m_folder / name);
+    }
+    // The process of which a converter wrote the number.
+    bool IsGone(const std::string& name) const {
+        const pid_t process = std::stoi(TemporaryFolder::Read(m_folder / name));
+        const std::filesystem::path state = "/proc/" + std::to_string(process) + "/stat";
+        for (int i = 0; i < 200 && std::filesystem::exists(state); ++i) {
+            if (TemporaryFolder::Read(state).find(") Z ") != std::string::npos) return true;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return !std::filesystem::exists(state);
     }
     void ExpectNothingLeft() const {
         EXPECT_TRUE(std::filesystem::is_empty(m_folder / "tmp"));
@@ -229,12 +240,12 @@ TEST_F(FilterProgramTest, AConverterGetsItsFilesAndNothingElse) {
 
 TEST_F(FilterProgramTest, ACancelledJobEndsItsConverterToo) {
     PutConverter("echo $$ >\"$TMPDIR/../../pid\"; exec sleep 60\n");
-    Start("job.pdf", "job-password=80731942");
+    Start("job.pdf", "sides=one-sided job-password ={80 1942}");
     ASSERT_TRUE(WaitFor("pid"));
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     const std::string shown = TemporaryFolder::Read("/proc/" + std::to_string(m_process) + "/cmdline");
-    EXPECT_THAT(shown, HasSubstr("job-password="));
-    EXPECT_THAT(shown, Not(HasSubstr("80731942"))); // the list of processes is everybody's
+    EXPECT_THAT(shown, HasSubstr("job-password*="));
+    EXPECT_THAT(shown, Not(HasSubstr("1942"))); // the list of processes is everybody's
     const pid_t converter = std::stoi(TemporaryFolder::Read(m_folder / "pid"));
     kill(m_process, SIGTERM);
     EXPECT_EQ(0, Finish());
@@ -242,6 +253,42 @@ TEST_F(FilterProgramTest, ACancelledJobEndsItsConverterToo) {
     EXPECT_EQ(0, LinesOf("ERROR: ")) << Said();
     EXPECT_EQ(1, LinesOf("INFO: the job is cancelled")) << Said();
     ExpectNothingLeft();
+}
+
+// One that does not listen, and one that leaves another behind.
+TEST_F(FilterProgramTest, NoConverterOutlivesItsJob) {
+    PutConverter(
+        "trap '' TERM; sleep 61 & echo $! >\"$OUT/second\"; echo $$ >\"$OUT/pid\"; while :; do wait; done\n");
+    Start("job.pdf");
+    ASSERT_TRUE(WaitFor("pid"));
+    kill(m_process, SIGTERM);
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_TRUE(IsGone("pid"));
+    EXPECT_TRUE(IsGone("second"));
+    PutConverter("sleep 62 & echo $! >\"$OUT/second\"; exit 1\n");
+    Start("job.pdf");
+    EXPECT_EQ(1, Finish()) << Said();
+    EXPECT_TRUE(IsGone("second"));
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, ACancelledJobDoesNotWaitForItsDocument) {
+    ASSERT_EQ(0, mkfifo((m_folder / "nobody-writes").c_str(), 0600));
+    int ends[2] = {-1, -1}; // of an input stream that says nothing
+    ASSERT_EQ(0, pipe2(ends, O_CLOEXEC));
+    const int before = dup(STDIN_FILENO);
+    dup2(ends[0], STDIN_FILENO);
+    for (const char* const file : {"nobody-writes", ""}) {
+        Start(file);
+        std::this_thread::sleep_for(std::chrono::milliseconds(500)); // it waits by now
+        kill(m_process, SIGTERM);
+        EXPECT_EQ(0, Finish());
+        EXPECT_EQ("INFO: the job is cancelled\n", Said());
+        ExpectNothingLeft();
+    }
+    dup2(before, STDIN_FILENO);
+    for (const int end : {before, ends[0], ends[1]})
+        close(end);
 }
 
 TEST_F(FilterProgramTest, ACancelledJobStopsWhereNobodyReads) {

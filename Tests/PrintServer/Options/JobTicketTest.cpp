@@ -1,4 +1,5 @@
 #include "PrintServer/SampleQueues.h"
+#include "Support/Growth.h"
 #include "Support/InApartment.h"
 #include "Support/Rows.h"
 #include "Support/TemporaryFolder.h"
@@ -9,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <regex>
 #include <set>
 
@@ -134,6 +136,24 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
     }
     EXPECT_THAT(Make("", 10000).left, testing::SizeIs(1)); // copies beyond the printer's
     EXPECT_THAT(Make("nothing=1 NoThing=2 x SIDES=one-sided").unknown, ElementsAre("nothing", "x"));
+}
+
+TEST_F(JobTicketTest, WorkIsInProportionToTheOptions) {
+    const auto number = [](std::size_t i) { return std::to_string(i) + ","; };
+    ExpectLinearGrowth({"Choices", [&](std::size_t n) {
+                            const std::string options =
+                                "media=" + Times(n, number) + "a4 finishings=" + Times(n, number);
+                            return [this, options] { Make(options); };
+                        }});
+    ExpectLinearGrowth({"Obeyed", [&](std::size_t n) {
+                            const auto ticket = std::make_shared<JobTicket>(
+                                Make("job-mandatory-attributes=" + Times(n, number) +
+                                     Times(n, [](std::size_t i) { return " o" + std::to_string(i); })));
+                            return [ticket] {
+                                for (const std::string& name : ticket->unknown)
+                                    EXPECT_FALSE(ticket->MustObey(name));
+                            };
+                        }});
 }
 
 TEST_F(JobTicketTest, AJobIsNotPrintedWithoutItsPassword) {
