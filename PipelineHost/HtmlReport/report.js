@@ -5,8 +5,32 @@
     const items = [...document.querySelectorAll("[role=treeitem]")];
     const tabs = [...document.querySelectorAll("[role=tab]")];
     const panels = document.querySelector(".panels");
+    const withPages = new Set();
 
+    // Under the job and each document its pages at a glance, made when they are first shown: the pictures that
+    // stand at the pages, small, each the way to its page.
+    const addPages = (item) => {
+        const list = document.createElement("ul");
+        list.className = "pages";
+        for (const page of item.querySelectorAll("[data-leaf]")) {
+            const { hash, textContent } = page.firstElementChild;
+            const picture = document.querySelector(`${hash} img`)?.cloneNode();
+            if (!picture) continue;
+            const link = document.createElement("a");
+            link.href = hash;
+            picture.alt = "";
+            link.append(picture, textContent);
+            link.addEventListener("click", (event) => {
+                event.preventDefault();
+                goTo(page);
+            });
+            list.appendChild(document.createElement("li")).append(link);
+        }
+        if (list.hasChildNodes()) document.querySelector(item.firstElementChild.hash).append(list);
+        withPages.add(item);
+    };
     const show = (item) => {
+        if (!item.dataset.leaf && !withPages.has(item)) addPages(item);
         const ids = item.dataset.shows.split(" ");
         for (const article of document.querySelectorAll("article"))
             article.classList.toggle("shown", article.classList.contains("always") || ids.includes(article.id));
