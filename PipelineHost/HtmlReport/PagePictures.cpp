@@ -4,9 +4,12 @@
 #include "Common/Text.h"
 #include "HtmlReport/JobOutline.h"
 #include "HtmlReport/RendererProcess.h"
+#include "Source/PackageSource.h"
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <string_view>
@@ -36,6 +39,18 @@ void Tell(DrawnPages& drawn, const std::string& trouble) {
         if (!picture.empty()) ++count;
     drawn.remark = Counted(count, "page") + " drawn by " + drawn.program;
     if (!trouble.empty()) drawn.remark += ", then " + trouble;
+}
+
+// The number of each document's last page, counted through the package.
+std::vector<std::uint64_t> LastPages(const std::filesystem::path& package) {
+    CComPtr<PackageSource> source;
+    source.Attach(new PackageSource(OpenJobPackage(package, std::make_shared<JobState>())));
+    std::vector<std::uint64_t> last;
+    while (const CComPtr<IUnknown> part = source->Next()) {
+        if (CComQIPtr<IFixedDocument>(part)) last.emplace_back();
+        if (!last.empty()) last.back() = source->PageNumber();
+    }
+    return last;
 }
 
 // The PostScript of a device's stream: the lines from its first to the end of the job, but for those of PJL.
@@ -75,38 +90,56 @@ DrawnPages PagePictures::OfPackage(const std::filesystem::path& package,
     std::error_code error;
     std::filesystem::remove(Folder() / job, error);
     std::filesystem::create_symlink(AsOthersSeeIt(package), Folder() / job);
-    std::filesystem::path program = ProgramPath("mutool");
     std::string trouble;
-    std::string prefix = "page-";
-    std::size_t digits = 0;
-    if (!program.empty()) {
+    if (const std::filesystem::path mutool = ProgramPath("mutool"); !mutool.empty()) {
         drawn.program = "MuPDF";
         trouble = RendererProcess::Run(
-            program,
+            mutool,
             {"draw", "-q", "-F", "png", "-w", pictureWidth, "-o", "page-%d.png", job, RangesOf(pages)},
             Folder(), mostSeconds);
-    } else if (program = ProgramPath("xpstopng"); !program.empty()) {
+        for (const std::uint64_t page : pages)
+            drawn.pictures.push_back(Take("page-" + std::to_string(page) + ".png"));
+    } else if (const std::filesystem::path xpstopng = ProgramPath("xpstopng"); !xpstopng.empty()) {
         drawn.program = "libgxps";
-        trouble = RendererProcess::Run(program,
-                                       {"-r", resolution, "-f", std::to_string(pages.front()), "-l",
-                                        std::to_string(pages.back()), job, "page"},
-                                       Folder(), mostSeconds);
-        // Its names have as many digits as the document's last page.
-        for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
-            const std::string name = entry.path().filename().string();
-            if (name.starts_with(prefix)) digits = name.size() - prefix.size() - std::string(".png").size();
-        }
+        trouble = DrawByDocument(xpstopng, job, LastPages(package), pages, drawn.pictures);
     } else {
         drawn.remark = "none: neither mutool nor xpstopng is installed";
         return drawn;
     }
-    for (const std::uint64_t page : pages) {
-        std::string number = std::to_string(page);
-        if (number.size() < digits) number.insert(0, digits - number.size(), '0');
-        drawn.pictures.push_back(Take(prefix + number + ".png"));
-    }
     Tell(drawn, trouble);
     return drawn;
+}
+
+std::string PagePictures::DrawByDocument(const std::filesystem::path& program, const std::string& job,
+                                         const std::vector<std::uint64_t>& lastPages,
+                                         const std::vector<std::uint64_t>& pages,
+                                         std::vector<std::string>& pictures) const {
+    using Seconds = std::chrono::duration<double>;
+    const auto end = std::chrono::steady_clock::now() + Seconds(mostSeconds);
+    std::string trouble;
+    auto page = pages.begin();
+    for (std::uint64_t document = 1, before = 0; document <= lastPages.size(); ++document) {
+        const std::uint64_t last = lastPages[document - 1];
+        const auto next = std::upper_bound(page, pages.end(), last);
+        const std::string prefix = "document-" + std::to_string(document);
+        if (page != next) {
+            const std::string told = RendererProcess::Run(
+                program,
+                {"-r", resolution, "-d", std::to_string(document), "-f", std::to_string(*page - before), "-l",
+                 std::to_string(*std::prev(next) - before), job, prefix},
+                Folder(), Seconds(end - std::chrono::steady_clock::now()).count());
+            if (trouble.empty()) trouble = told;
+        }
+        const std::size_t digits = std::to_string(last - before).size();
+        for (; page != next; ++page) {
+            const std::string number = std::to_string(*page - before);
+            std::string name = prefix + "-";
+            name.append(digits - number.size(), '0').append(number).append(".png");
+            pictures.push_back(Take(name));
+        }
+        before = last;
+    }
+    return trouble;
 }
 
 DrawnPages PagePictures::OfStream(const std::filesystem::path& stream) const {

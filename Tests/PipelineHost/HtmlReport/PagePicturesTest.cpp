@@ -1,4 +1,5 @@
 #include "Support/EnvironmentVariable.h"
+#include "Support/SampleJob.h"
 #include "Support/TemporaryFolder.h"
 
 #include <Common/ProgramPath.h>
@@ -56,6 +57,24 @@ TEST_F(PagePicturesTest, ProgramThatFailsLeavesARemarkInPlaceOfItsPicture) {
 
     Program("mutool", "kill -9 $$");
     EXPECT_THAT(pictures.OfPackage(job, {1}).remark, HasSubstr("ended by a signal"));
+}
+
+// It draws those from -f to -l of the document -d, but never the first of the second, as printf's %0*d names
+// them.
+TEST_F(PagePicturesTest, ProgramThatDrawsOneDocumentAtATimeDrawsThemAll) {
+    Program("xpstopng", std::string("for page in $(/usr/bin/seq -f %02.0f $6 $8); do\n") +
+                            "test $4$page = 201 || printf '" + png + " %s %s' $4 $page > ${10}-$page.png\n" +
+                            "done; test $4 != 2 || exit 2");
+    SampleJob job;
+    job.documents = 3;
+    job.pages = 12;
+    job.Write(m_folder / "job.xps");
+    const DrawnPages drawn = PagePictures().OfPackage(m_folder / "job.xps", {2, 12, 13, 23, 36});
+    std::vector<std::string> names;
+    for (const std::string& picture : drawn.pictures)
+        names.push_back(picture.substr(std::min<std::size_t>(8, picture.size())));
+    EXPECT_THAT(names, testing::ElementsAre(" 1 02", " 1 12", "", " 2 11", " 3 12"));
+    EXPECT_EQ("4 pages drawn by libgxps, then it ended with code 2", drawn.remark);
 }
 
 TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
