@@ -38,7 +38,7 @@ void CompareAsStreams(const std::string& bytes) {
     }
 }
 
-MarkupReader::ReadBytes From(const std::string& bytes) {
+OvPlatform::PartMarkup::ReadBytes From(const std::string& bytes) {
     return [&bytes, at = std::size_t{0}](void* buffer, std::size_t size) mutable {
         size = (std::min)(size, bytes.size() - at);
         std::memcpy(buffer, bytes.data() + at, size);

@@ -3,17 +3,12 @@
 #include <ObjectModel/MarkupNames.h>
 #include <ObjectModel/PageSource.h>
 #include <ObjectModel/XpsVocabulary.h>
-#include <Package/PackageError.h>
-#include <Xml/DocumentBound.h>
-#include <Xml/ParserError.h>
 #include <Xml/XmlString.h>
 
 #include <libxml/xmlreader.h>
-#include <xpsobjectmodel.h>
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <string_view>
 #include <utility>
 
@@ -36,9 +31,6 @@ constexpr std::array referring{
     Referring{"ResourceDictionary", "Source", ReferenceKind::Whole},
 };
 constexpr std::string_view contextColor = "ContextColor ";
-
-// Problems are told by the exception, not on the error stream.
-void Ignore(void*, xmlErrorPtr) {}
 
 std::string Text(const xmlChar* text) { return std::string(View(text)); }
 
@@ -94,48 +86,9 @@ bool MarkupEvent::Means(const MarkupEvent& other) const {
            });
 }
 
-MarkupReader::MarkupReader(std::string partName, ReadBytes bytes, Resolve resolve)
-    : m_partName(std::move(partName)), m_bytes(std::move(bytes)), m_resolve(std::move(resolve)) {
-    // The depth and the size are bounded here, hence the option for huge documents.
-    m_reader.reset(xmlReaderForIO(&MarkupReader::PassBytes, nullptr, this, nullptr, nullptr,
-                                  XML_PARSE_NONET | XML_PARSE_HUGE));
-    if (!m_reader) throw std::bad_alloc();
-    xmlTextReaderSetStructuredErrorHandler(m_reader.get(), &Ignore, nullptr);
-}
-
-int MarkupReader::PassBytes(void* context, char* buffer, int size) {
-    auto* const self = static_cast<MarkupReader*>(context);
-    try {
-        const std::size_t read = self->m_bytes(buffer, static_cast<std::size_t>(size));
-        self->m_size += read;
-        if (self->m_size > mostDocumentBytes)
-            throw PackageError(XPS_E_INVALID_MARKUP, self->m_partName, "the markup is too large");
-        if (!self->m_attributes.Passes({buffer, read}))
-            throw PackageError(XPS_E_INVALID_MARKUP, self->m_partName,
-                               "elements have more attributes and declarations than are allowed");
-        return static_cast<int>(read);
-    } catch (...) {
-        self->m_readFailure = std::current_exception();
-        return -1;
-    }
-}
-
-void MarkupReader::Refuse(const std::string& problem) const {
-    throw PackageError(XPS_E_INVALID_MARKUP, m_partName, xmlTextReaderGetParserLineNumber(m_reader.get()),
-                       problem);
-}
-
-bool MarkupReader::Advance() {
-    const int more = xmlTextReaderRead(m_reader.get());
-    if (m_readFailure) std::rethrow_exception(m_readFailure);
-    if (more < 0) {
-        const xmlError* const error = xmlGetLastError();
-        Refuse(error != nullptr ? ParserError::FirstLine(error) : "the markup cannot be read");
-    }
-    if (more == 1 && xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_DOCUMENT_TYPE)
-        Refuse("document type declarations are not allowed");
-    return more == 1;
-}
+MarkupReader::MarkupReader(std::string partName, PartMarkup::ReadBytes bytes, Resolve resolve)
+    : m_markup(std::move(partName), std::move(bytes), PartMarkup::Bounds::Owners),
+      m_resolve(std::move(resolve)) {}
 
 bool MarkupReader::Next(MarkupEvent& event) {
     if (m_due) {
@@ -152,13 +105,13 @@ bool MarkupReader::Next(MarkupEvent& event) {
     std::string text;
     MarkupEvent tag;
     bool isTag = false;
-    while (!isTag && Advance()) {
-        switch (xmlTextReaderNodeType(m_reader.get())) {
+    while (!isTag && m_markup.Advance()) {
+        switch (xmlTextReaderNodeType(m_markup.Reader())) {
         case XML_READER_TYPE_TEXT:
         case XML_READER_TYPE_CDATA:
         case XML_READER_TYPE_WHITESPACE:
         case XML_READER_TYPE_SIGNIFICANT_WHITESPACE:
-            text += View(xmlTextReaderConstValue(m_reader.get()));
+            text += View(xmlTextReaderConstValue(m_markup.Reader()));
             break;
         case XML_READER_TYPE_ELEMENT:
         case XML_READER_TYPE_END_ELEMENT:
@@ -170,7 +123,7 @@ bool MarkupReader::Next(MarkupEvent& event) {
     }
     const bool isBlank = text.find_first_not_of(blanks) == std::string::npos;
     if (isTag) {
-        const bool isStart = xmlTextReaderNodeType(m_reader.get()) == XML_READER_TYPE_ELEMENT;
+        const bool isStart = xmlTextReaderNodeType(m_markup.Reader()) == XML_READER_TYPE_ELEMENT;
         isStart ? TakeStart(tag) : TakeEnd(tag);
     }
     if (!isBlank) {
@@ -183,15 +136,15 @@ bool MarkupReader::Next(MarkupEvent& event) {
 }
 
 std::string MarkupReader::NameHere(bool isAttribute) const {
-    const std::string uri = Text(xmlTextReaderConstNamespaceUri(m_reader.get()));
-    const std::string local = Text(xmlTextReaderConstLocalName(m_reader.get()));
+    const std::string uri = Text(xmlTextReaderConstNamespaceUri(m_markup.Reader()));
+    const std::string local = Text(xmlTextReaderConstLocalName(m_markup.Reader()));
     // An attribute without a prefix belongs to its element.
     return (isAttribute && uri.empty() ? std::string() : SpaceOf(uri)) + local;
 }
 
 std::string MarkupReader::MeaningHere(const std::string& element, const std::string& name,
                                       const std::string& value) const {
-    if (IsRule(element, name)) return MeaningOfRule(m_reader.get(), value);
+    if (IsRule(element, name)) return MeaningOfRule(m_markup.Reader(), value);
     const auto kind = m_resolve ? KindOfReference(element, name, value) : std::nullopt;
     if (!kind) return value;
     std::string meaning;
@@ -207,21 +160,21 @@ std::string MarkupReader::MeaningHere(const std::string& element, const std::str
 void MarkupReader::TakeStart(MarkupEvent& event) {
     if (m_hasEnded) m_open.pop_back();
     m_hasEnded = false;
-    if (m_open.size() >= deepest) Refuse("elements are nested too deeply");
+    if (m_open.size() >= deepest) m_markup.Refuse("elements are nested too deeply");
     event.kind = MarkupEvent::Kind::Start;
     event.name = NameHere(false);
     const std::size_t number = m_open.empty() ? 1 : ++m_open.back().children;
     m_open.push_back({event.name, number});
-    m_isEmptyElement = xmlTextReaderIsEmptyElement(m_reader.get()) == 1;
-    while (xmlTextReaderMoveToNextAttribute(m_reader.get()) == 1) {
-        if (xmlTextReaderIsNamespaceDecl(m_reader.get()) == 1) continue;
+    m_isEmptyElement = xmlTextReaderIsEmptyElement(m_markup.Reader()) == 1;
+    while (xmlTextReaderMoveToNextAttribute(m_markup.Reader()) == 1) {
+        if (xmlTextReaderIsNamespaceDecl(m_markup.Reader()) == 1) continue;
         MarkupEvent::Attribute attribute;
         attribute.name = NameHere(true);
-        attribute.written = View(xmlTextReaderConstValue(m_reader.get()));
+        attribute.written = View(xmlTextReaderConstValue(m_markup.Reader()));
         attribute.meaning = MeaningHere(event.name, attribute.name, attribute.written);
         event.attributes.push_back(std::move(attribute));
     }
-    xmlTextReaderMoveToElement(m_reader.get());
+    xmlTextReaderMoveToElement(m_markup.Reader());
     std::ranges::sort(event.attributes, {}, &MarkupEvent::Attribute::name);
 }
 

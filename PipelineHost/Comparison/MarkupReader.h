@@ -1,10 +1,8 @@
 #pragma once
 
-#include <Xml/AttributeBound.h>
-#include <Xml/XmlPointer.h>
+#include <ObjectModel/PartMarkup.h>
 
 #include <cstddef>
-#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
@@ -35,14 +33,12 @@ struct MarkupEvent {
 /// the markup, but for what one element holds.
 class MarkupReader {
 public:
-    /// Up to size bytes; 0 at the end. May throw.
-    using ReadBytes = std::function<std::size_t(void* buffer, std::size_t size)>;
     /// What a reference to a part stands for; nothing for one that leads to none.
     using Resolve = std::function<std::optional<std::string>(const std::string& reference)>;
 
     static constexpr std::size_t deepest = 256; // levels of elements
 
-    MarkupReader(std::string partName, ReadBytes bytes, Resolve resolve);
+    MarkupReader(std::string partName, OvPlatform::PartMarkup::ReadBytes bytes, Resolve resolve);
     MarkupReader(const MarkupReader&) = delete;
     MarkupReader& operator=(const MarkupReader&) = delete;
 
@@ -54,14 +50,11 @@ public:
     std::string Place() const;
 
 private:
-    static int PassBytes(void* context, char* buffer, int size);
-    bool Advance();
     void TakeStart(MarkupEvent& event);
     void TakeEnd(MarkupEvent& event);
     std::string NameHere(bool isAttribute) const;
     std::string MeaningHere(const std::string& element, const std::string& name,
                             const std::string& value) const;
-    [[noreturn]] void Refuse(const std::string& problem) const;
 
     struct Open {
         std::string name;
@@ -69,13 +62,8 @@ private:
         std::size_t children = 0;
     };
 
-    std::string m_partName;
-    ReadBytes m_bytes;
+    OvPlatform::PartMarkup m_markup;
     Resolve m_resolve;
-    std::size_t m_size = 0; // bytes so far
-    OvPlatform::AttributeBound m_attributes;
-    std::exception_ptr m_readFailure;
-    OvPlatform::XmlPointer<_xmlTextReader> m_reader;
     std::vector<Open> m_open;
     bool m_isEmptyElement = false; // its end is due
     bool m_hasEnded = false;       // the element at the back of m_open

@@ -1,7 +1,7 @@
 #include "Commands/Commands.h"
 #include "Commands/JobWatch.h"
+#include "Common/StandardStreams.h"
 
-#include <fcntl.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -10,15 +10,6 @@
 #include <iostream>
 
 namespace {
-
-// A standard stream that was closed before must not become a file of the job's, which would then get what is
-// said to the user. Its place is taken by one that cannot be written either.
-void FillStandardStreams() {
-    int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= 2)
-        descriptor = open("/dev/null", O_RDONLY);
-    if (descriptor > 2) close(descriptor);
-}
 
 // Of the output stream, in characters; 0 where it leads to no terminal, or to one that does not say.
 std::size_t TerminalWidth() {
@@ -50,7 +41,7 @@ void TakeSignals() {
 } // namespace
 
 int main(int count, char** arguments) {
-    FillStandardStreams();
+    OvPipeline::FillStandardStreams();
     TakeSignals();
     OvPipeline::JobWatch::StayForTheProgram();
     OvPipeline::ShownOutput out(std::cout, TerminalWidth());

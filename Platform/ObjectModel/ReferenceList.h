@@ -1,12 +1,7 @@
 #pragma once
 
-#include "Package/PackageReader.h"
-#include "Xml/AttributeBound.h"
-#include "Xml/XmlPointer.h"
+#include "ObjectModel/PartMarkup.h"
 
-#include <exception>
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,10 +23,7 @@ class OV_PLATFORM_API ReferenceList {
 public:
     enum class Of { Sequence, Document };
 
-    /// Up to size bytes of the part's; 0 at the end. May throw.
-    using ReadBytes = std::function<std::size_t(void* buffer, std::size_t size)>;
-
-    ReferenceList(Of kind, std::string partName, ReadBytes bytes);
+    ReferenceList(Of kind, std::string partName, PartMarkup::ReadBytes bytes);
     ReferenceList(const ReferenceList&) = delete;
     ReferenceList& operator=(const ReferenceList&) = delete;
 
@@ -39,21 +31,14 @@ public:
     std::optional<PageReference> Next();
 
 private:
-    static int PassBytes(void* context, char* buffer, int size);
-    bool Advance();
     void CheckRoot();
     PageReference TakeReference();
     void TakeLinkTargets(PageReference& reference);
     std::string Attribute(const char* name) const;
     bool IsElement(const char* name) const;
-    [[noreturn]] void Refuse(const std::string& problem) const;
 
     Of m_kind;
-    std::string m_partName;
-    ReadBytes m_bytes;
-    AttributeBound m_attributes;
-    std::exception_ptr m_readFailure;
-    XmlPointer<_xmlTextReader> m_reader;
+    PartMarkup m_markup;
     bool m_started = false;
     bool m_ended = false;
 };

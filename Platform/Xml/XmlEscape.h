@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Com/PlatformExport.h"
+
 #include <string>
 #include <string_view>
 
@@ -10,6 +12,7 @@ enum class XmlPlace { Content, Attribute };
 
 /// Appends a text in UTF-8 with the characters written by name or number that cannot stand for themselves
 /// there, or that reading would change. lineFeed: what a line feed of the content becomes.
-void AppendXml(std::string& target, std::string_view text, XmlPlace place, std::string_view lineFeed = "\n");
+OV_PLATFORM_API void AppendXml(std::string& target, std::string_view text, XmlPlace place,
+                               std::string_view lineFeed = "\n");
 
 } // namespace OvPlatform

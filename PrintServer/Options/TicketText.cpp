@@ -1,5 +1,7 @@
 #include "Options/TicketText.h"
 
+#include <Xml/XmlEscape.h>
+
 namespace OvPrintServer {
 
 namespace {
@@ -11,26 +13,7 @@ constexpr std::string_view instanceUri = "http://www.w3.org/2001/XMLSchema-insta
 
 std::string Escaped(std::string_view text) {
     std::string escaped;
-    for (const char c : text)
-        switch (c) {
-        case '&':
-            escaped += "&amp;";
-            break;
-        case '<':
-            escaped += "&lt;";
-            break;
-        case '>':
-            escaped += "&gt;";
-            break;
-        case '"':
-            escaped += "&quot;";
-            break;
-        case '\r':
-            escaped += "&#13;";
-            break;
-        default:
-            escaped += c;
-        }
+    OvPlatform::AppendXml(escaped, text, OvPlatform::XmlPlace::Attribute);
     return escaped;
 }
 

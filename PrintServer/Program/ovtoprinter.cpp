@@ -1,6 +1,8 @@
 // A filter of the print server: XPS, OpenXPS or PDF in, the stream of the queue's device out.
 #include "Job/FilterJob.h"
 
+#include <Common/StandardStreams.h>
+
 #include <fcntl.h>
 #include <signal.h>
 #include <strings.h>
@@ -9,15 +11,6 @@
 #include <cstring>
 
 namespace {
-
-// A standard stream that was closed before must not become a file of the job's. Its place is taken by one
-// that cannot be written either.
-void FillStandardStreams() {
-    int descriptor = 0;
-    while (descriptor >= 0 && descriptor <= 2)
-        descriptor = open("/dev/null", O_RDONLY);
-    if (descriptor > 2) close(descriptor);
-}
 
 // Whoever lists the processes sees their arguments. Quotes, braces and blanks may stand in a password and
 // around it, so that all behind its name goes.
@@ -40,7 +33,7 @@ int TakeOutput() {
 } // namespace
 
 int main(int count, char** arguments) {
-    FillStandardStreams();
+    OvPipeline::FillStandardStreams();
     signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write
     OvPrintServer::ServerLines lines;
     try {
