@@ -138,6 +138,8 @@ PlacedPicture Place(const CommandOptions& options, const XPS_POINT& at) {
 }
 
 std::string OutputOf(const CommandOptions& options) {
+    if (options.output == standardStream)
+        throw UsageError("stamp writes a file, not the output stream: -o names it");
     if (!options.output.empty()) return options.output;
     if (options.job.name != options.job.path)
         throw UsageError("what comes by the input stream has no name: -o names the output");

@@ -94,6 +94,7 @@ TEST_F(StampCommand, RefusesWithOneLineAndLeavesNoOutput) {
         {{"stamp", "job.xps", "--text", "a\nb"}, ExitUsage, "--text is one line"},
         {{"stamp", "job.xps", "--text", "a\uFFFE"}, ExitUsage, "--text holds what is no character"},
         {{"stamp", "--text", "a"}, ExitUsage, "which job?"},
+        {{"stamp", "job.xps", "--text", "a", "-o", "-"}, ExitUsage, "a file, not the output stream"},
         {{"stamp", "job.xps", "--text", "a", "--size", "0"}, ExitUsage, "from 1 to 1000"},
         {{"stamp", "job.xps", "--text", "a", "--color", "red"}, ExitUsage, "RRGGBB or AARRGGBB, not \"red\""},
         {{"stamp", "job.xps", "--text", "a", "--at", "1;2"}, ExitUsage, "X,Y in points"},
