@@ -92,6 +92,17 @@ RunSummary RunChain(const CommandOptions& options,
     return JobRun(chain, queue, JobRun::Progress::Hidden).Run(errors);
 }
 
+// One that cannot be read is a fault of the queue's, with which the job is printed all the same.
+HtmlText PolicyOf(const OvPlatform::QueueFolder& queue) {
+    try {
+        return PolicyTable(PolicyReport(XmlConfigurationReading(ReadConfigurationText(queue))));
+    } catch (const std::runtime_error& error) {
+        HtmlText html;
+        html.Element("p", error.what(), {{"class", "trouble"}});
+        return html;
+    }
+}
+
 } // namespace
 
 int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& errors) {
@@ -112,7 +123,7 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     contents.settings = &job.Settings();
     contents.annotations = &job.Annotations();
     contents.features = FeaturesTable(FeatureReport(device.Settings()));
-    contents.policy = PolicyTable(PolicyReport(XmlConfigurationReading(ReadConfigurationText(*queue))));
+    contents.policy = PolicyOf(*queue);
     CreatorName::FillIn(device.Settings().Features());
     const DeviceFamily* const family =
         options.family.empty() ? FamilyOfQueue(device, *queue) : &NamedFamily(options.family);

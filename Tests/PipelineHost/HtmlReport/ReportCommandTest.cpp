@@ -177,6 +177,19 @@ TEST_F(ReportCommandTest, SettingsSayWhereTheyCameFrom) {
     EXPECT_THAT(html, HasSubstr("<td class=\"quiet\">default</td>"));
 }
 
+// Jobs are printed with such a queue, and so the report has all else, and says it once.
+TEST_F(ReportCommandTest, ConfigurationThatCannotBeReadIsSaidInItsPlace) {
+    std::filesystem::copy(OV_SOURCE_DIR "/Samples/Queues/ColorOffice", "queue");
+    std::filesystem::permissions("queue/queue-properties.xml", std::filesystem::perms::owner_all);
+    m_folder.Write("queue/queue-properties.xml", "<OrvelQueueProperties><a");
+    SampleJob().Write("job.xps");
+    const CommandRun result({"report", "job.xps", "--queue", "queue", "--no-pictures", "-o", "report.html"});
+    EXPECT_EQ(0, result.code) << result.errors;
+    EXPECT_THAT(Lines(result.errors), ElementsAre(HasSubstr("warning: a filter went on without something")));
+    EXPECT_THAT(TemporaryFolder::Read("report.html"),
+                AllOf(HasSubstr("<article id=\"settings-"), HasSubstr("no configuration is enforced</p>")));
+}
+
 TEST_F(ReportCommandTest, HundredPagesOfTheirOwnStayBelowTwoMegabytes) {
     SampleJob job;
     job.pages = 100;
