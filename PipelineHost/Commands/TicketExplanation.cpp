@@ -19,34 +19,6 @@ constexpr const char* byPolicy = "policy";
 constexpr const char* byValidation = "changed by validation";
 constexpr const char* jobPasscode = "JobPasscode"; // a feature, without its prefix
 
-// "a:B/c:D" without the prefixes: those of private namespaces may differ from level to level.
-std::string LocalPath(std::string_view setting) {
-    std::string path;
-    while (!setting.empty()) {
-        const std::size_t slash = setting.find('/');
-        std::string_view step = setting.substr(0, slash);
-        setting.remove_prefix(slash == std::string_view::npos ? setting.size() : slash + 1);
-        step.remove_prefix(step.find(':') + 1);
-        path += (path.empty() ? "" : "/") + std::string(step);
-    }
-    return path;
-}
-
-const OvPlatform::SettingReport* Find(const OvPlatform::MergeReport& report, const std::string& setting) {
-    if (const auto* exact = report.Find(setting)) return exact;
-    const std::string path = LocalPath(setting);
-    for (const auto& other : report.settings)
-        if (LocalPath(other.name) == path) return &other;
-    return nullptr;
-}
-
-// Whether the ticket that was laid over the others names the setting.
-bool IsAskedFor(const OvPlatform::MergeReport& report, std::string_view localPath) {
-    return std::ranges::any_of(report.settings, [&](const OvPlatform::SettingReport& setting) {
-        return setting.origin == OvPlatform::SettingOrigin::Delta && LocalPath(setting.name) == localPath;
-    });
-}
-
 // The whole of a snapshot of the driver's settings would fill the screen.
 std::string Shortened(const std::string& text) { return OvPlatform::Shown(text, 48); }
 
@@ -69,9 +41,9 @@ TicketExplanation::TicketExplanation(std::shared_ptr<const OvPlatform::QueueFold
     : m_queue(std::move(queue)), m_merge(m_queue), m_ticket(m_queue->DefaultTicket()),
       m_configuration(ReadConfiguration(*m_queue)) {
     // The default ticket laid over nothing: tells its settings.
-    Level level{defaultLevel, {}};
-    m_merge.Merge(m_ticket, nullptr, kPTJobScope, &level.report);
-    m_levels.push_back(std::move(level));
+    OvPlatform::MergeReport report;
+    m_merge.Merge(m_ticket, nullptr, kPTJobScope, &report);
+    m_levels.push_back({defaultLevel, std::make_shared<const ReportedSettings>(std::move(report))});
 }
 
 void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, const std::string* ticket) {
@@ -79,14 +51,15 @@ void TicketExplanation::Add(const std::string& level, EPrintTicketScope scope, c
     // default.
     if (ticket == nullptr && scope != kPTJobScope) return;
     if (ticket == nullptr) return Enforce(scope);
-    Level next{level, {}};
+    OvPlatform::MergeReport report;
     const std::string_view delta = *ticket;
-    m_ticket = m_merge.Merge(m_ticket, &delta, scope, &next.report).ticket;
+    m_ticket = m_merge.Merge(m_ticket, &delta, scope, &report).ticket;
+    Level next{level, std::make_shared<const ReportedSettings>(std::move(report))};
     // A passcode is the job's own: one of the queue's default does not pass to a job that brings a ticket
     // without.
-    if (scope == kPTJobScope) m_hasDroppedPasscode = !IsAskedFor(next.report, jobPasscode);
+    if (scope == kPTJobScope) m_hasDroppedPasscode = !next.settings->IsAskedFor(jobPasscode);
     // What this level says for itself holds, as long as it is not overruled again.
-    std::erase_if(m_overruled, [&](const auto& one) { return IsAskedFor(next.report, one.first); });
+    std::erase_if(m_overruled, [&](const auto& one) { return next.settings->IsAskedFor(one.first); });
     m_levels.push_back(std::move(next));
     Enforce(scope);
 }
@@ -100,16 +73,17 @@ void TicketExplanation::Enforce(EPrintTicketScope scope) {
     if (FAILED(ticket.get_xml(&text))) throw std::bad_alloc();
     m_ticket = Utf8Argument(text);
     // Tells the values as the others are told.
-    OvPlatform::MergeReport enforced;
-    m_merge.Merge(m_ticket, nullptr, scope, &enforced);
+    OvPlatform::MergeReport report;
+    m_merge.Merge(m_ticket, nullptr, scope, &report);
+    const ReportedSettings enforced(std::move(report));
     for (const EnforcedChange& change : changes)
         TakeOver(change, enforced);
 }
 
-void TicketExplanation::TakeOver(const EnforcedChange& change, const OvPlatform::MergeReport& enforced) {
+void TicketExplanation::TakeOver(const EnforcedChange& change, const ReportedSettings& enforced) {
     const std::string name = Utf8Argument(change.feature->ticketName);
-    const auto* const before = Find(m_levels.back().report, name);
-    const auto* const now = Find(enforced, name);
+    const auto* const before = m_levels.back().settings->Find(name);
+    const auto* const now = enforced.Find(name);
     if (now == nullptr) return;
     const std::string asked = before != nullptr ? before->value : Utf8Argument(change.before);
     const std::string behavior(change.configured->GetBehaviorString().view());
@@ -122,7 +96,7 @@ void TicketExplanation::TakeOver(const EnforcedChange& change, const OvPlatform:
 
 std::string TicketExplanation::OriginOf(const std::string& setting) const {
     for (std::size_t at = m_levels.size(); at-- > 0;) {
-        const OvPlatform::SettingReport* report = Find(m_levels[at].report, setting);
+        const OvPlatform::SettingReport* report = m_levels[at].settings->Find(setting);
         if (report == nullptr) break;
         if (!report->reason.empty()) return byValidation;
         if (report->origin == OvPlatform::SettingOrigin::Delta) return m_levels[at].name;
@@ -138,7 +112,7 @@ TicketExplanation::Row TicketExplanation::RowOf(const OvPlatform::SettingReport&
     std::string remark = Remark(setting);
     // What a level above changed, this level only took over.
     for (auto level = m_levels.rbegin() + 1; remark.empty() && level != m_levels.rend(); ++level) {
-        const auto* above = Find(level->report, setting.name);
+        const auto* above = level->settings->Find(setting.name);
         if (above == nullptr || origin != byValidation) break;
         remark = Remark(*above);
     }
@@ -148,7 +122,7 @@ TicketExplanation::Row TicketExplanation::RowOf(const OvPlatform::SettingReport&
 
 std::vector<TicketExplanation::Row> TicketExplanation::Rows() const {
     std::vector<Row> rows;
-    for (const auto& setting : m_levels.back().report.settings)
+    for (const auto& setting : m_levels.back().settings->Settings())
         if (!m_hasDroppedPasscode || LocalPath(setting.name) != jobPasscode) rows.push_back(RowOf(setting));
     return rows;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Commands/ReportedSettings.h"
 #include "Report/JsonText.h"
 
 #include <Configuration/NativeXmlConfigurationFeatureSet.h>
@@ -8,6 +9,7 @@
 #include <Ticket/EnforcedValue.h>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -38,7 +40,7 @@ public:
 private:
     struct Level {
         std::string name;
-        OvPlatform::MergeReport report;
+        std::shared_ptr<const ReportedSettings> settings;
     };
 
     /// A setting that the configuration has overruled.
@@ -49,7 +51,7 @@ private:
 
     std::string OriginOf(const std::string& setting) const;
     void Enforce(EPrintTicketScope scope);
-    void TakeOver(const EnforcedChange& change, const OvPlatform::MergeReport& enforced);
+    void TakeOver(const EnforcedChange& change, const ReportedSettings& enforced);
     Row RowOf(const OvPlatform::SettingReport& setting) const;
 
     std::shared_ptr<const OvPlatform::QueueFolder> m_queue;
