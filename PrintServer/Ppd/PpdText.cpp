@@ -18,7 +18,8 @@ namespace {
 
 constexpr std::size_t mostOfName = 40; // as PPDs have it, both
 constexpr std::size_t mostOfText = 80;
-constexpr long mostOfPassword = 255; // as the attribute has it
+constexpr std::size_t mostOfLine = 255; // readers refuse a PPD with a longer one
+constexpr long mostOfPassword = mostOfLine - sizeof "*cupsJobPassword: ''" + 1;
 constexpr const char* deviceStream = "application/vnd.ov-device-stream";
 
 // What has a keyword in the PPD, beside papers and their sizes.
@@ -71,17 +72,41 @@ std::string TextFor(std::string_view text) {
     return result.substr(0, end);
 }
 
-std::string Quoted(const std::string& what, const std::string& text) {
+std::string PathLine(const char* keyword, const std::string& what, const std::string& path) {
     const bool isWritable =
-        std::ranges::none_of(text, [](unsigned char c) { return c < 0x20 || c == 0x7F || c == '"'; });
-    if (!isWritable) throw std::invalid_argument(what + " has characters that no PPD can hold: " + text);
-    return "\"" + text + "\"";
+        std::ranges::none_of(path, [](unsigned char c) { return c < 0x20 || c == 0x7F || c == '"'; });
+    if (!isWritable) throw std::invalid_argument(what + " has characters that no PPD can hold: " + path);
+    std::string line = std::string("*") + keyword + ": \"" + path + "\"";
+    if (line.size() > mostOfLine)
+        throw std::invalid_argument(what + " has a path of " + std::to_string(path.size()) +
+                                    " bytes, too long for a line of a PPD: " + path);
+    return line;
 }
 
 struct Choice {
     std::string name;
     std::string text;
     const OfferedOption* option;
+};
+
+// Of one feature, each name once.
+class Choices {
+public:
+    void Add(Choice choice) {
+        if (!m_names.insert(choice.name).second) return;
+        m_byOption.emplace(choice.option->localName, m_all.size());
+        m_all.push_back(std::move(choice));
+    }
+    const std::vector<Choice>& All() const { return m_all; }
+    const Choice* Find(std::string_view option) const {
+        const auto found = m_byOption.find(option);
+        return found == m_byOption.end() ? nullptr : &m_all[found->second];
+    }
+
+private:
+    std::vector<Choice> m_all;
+    std::set<std::string> m_names;
+    std::map<std::string_view, std::size_t> m_byOption;
 };
 
 class Writer {
@@ -151,9 +176,9 @@ private:
         Line("*cupsFilter2: \"application/vnd.ms-xpsdocument ", deviceStream, " 0 ovtoprinter\"");
         Line("*cupsFilter2: \"application/oxps ", deviceStream, " 0 ovtoprinter\"");
         Line("*cupsFilter2: \"application/pdf ", deviceStream, " 10 ovtoprinter\"");
-        Line("*ovQueue: ", Quoted("the folder", wishes.queue.string()));
+        Line(PathLine("ovQueue", "the folder", wishes.queue.string()));
         if (!wishes.pipeline.empty())
-            Line("*ovPipeline: ", Quoted("the configuration", wishes.pipeline.string()));
+            Line(PathLine("ovPipeline", "the configuration", wishes.pipeline.string()));
     }
 
     // ---- Papers
@@ -186,7 +211,7 @@ private:
             if (!names.insert(name).second) continue;
             papers.push_back({name, TextFor(option.displayName), Points(*width), Points(*height)});
             if (feature->byDefault == &option || standard.empty()) standard = name;
-            m_choices[std::string(mediaSizeFeature)].push_back({name, option.displayName, &option});
+            m_choices[std::string(mediaSizeFeature)].Add({name, option.displayName, &option});
         }
         if (papers.empty()) throw std::invalid_argument("the queue offers no paper");
         for (const char* const keyword : {"PageSize", "PageRegion"}) {
@@ -262,23 +287,21 @@ private:
         const OptionRow& row = RowOf(ppd.keyword);
         const OfferedFeature* const feature = m_offer.Feature(row.setting);
         if (feature == nullptr) return;
-        std::vector<Choice>& choices = m_choices[std::string(row.setting)];
+        Choices& choices = m_choices[std::string(row.setting)];
         std::string standard;
         for (const OfferedOption& option : feature->options) {
             std::string name = HasOwnWords(row) || row.how == How::Resolution ? ChoiceName(row, option)
                                                                               : NameFor(option.localName);
-            const bool isKnown =
-                std::ranges::any_of(choices, [&](const Choice& c) { return c.name == name; });
             if (name.empty()) continue;
             if (feature->byDefault == &option) standard = name;
-            if (!isKnown) choices.push_back({std::move(name), TextFor(option.displayName), &option});
+            choices.Add({std::move(name), TextFor(option.displayName), &option});
         }
-        if (choices.size() < 2) return; // nothing to choose
-        if (standard.empty()) standard = choices.front().name;
+        if (choices.All().size() < 2) return; // nothing to choose
+        if (standard.empty()) standard = choices.All().front().name;
         Line("*OpenUI *", ppd.keyword, "/", ppd.text, ": PickOne");
         Line("*OrderDependency: 20 AnySetup *", ppd.keyword);
         Line("*Default", ppd.keyword, ": ", standard);
-        for (const Choice& choice : choices)
+        for (const Choice& choice : choices.All())
             Line("*", ppd.keyword, " ", choice.name, "/", choice.text, ": \"\"");
         Line("*CloseUI: *", ppd.keyword);
         m_keywords[std::string(row.setting)] = ppd.keyword;
@@ -286,10 +309,7 @@ private:
 
     const Choice* FindChoice(const std::string& feature, std::string_view option) const {
         const auto found = m_choices.find(feature);
-        if (found == m_choices.end()) return nullptr;
-        for (const Choice& choice : found->second)
-            if (choice.option->localName == option) return &choice;
-        return nullptr;
+        return found == m_choices.end() ? nullptr : found->second.Find(option);
     }
 
     // The attribute's numbers, so that clients see them offered.
@@ -332,8 +352,8 @@ private:
 
     const QueueOffer& m_offer;
     std::string m_text;
-    std::map<std::string, std::vector<Choice>> m_choices; // by the feature
-    std::map<std::string, std::string> m_keywords;        // of the PPD, by the feature
+    std::map<std::string, Choices> m_choices;      // by the feature
+    std::map<std::string, std::string> m_keywords; // of the PPD, by the feature
 };
 
 } // namespace

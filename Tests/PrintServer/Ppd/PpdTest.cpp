@@ -126,6 +126,24 @@ TEST_F(PpdTest, APpdThatLeadsNowhereIsToldInOneLine) {
         EXPECT_THROW(PpdText(offer, {path, {}}), std::invalid_argument);
 }
 
+// Of more than 255 bytes a line is, and its PPD nothing that a server reads.
+TEST_F(PpdTest, NoLineIsTooLongForReaders) {
+    auto description = SampleQueue("ColorOffice")->Description();
+    std::string& capabilities = description.capabilities;
+    const std::size_t most = capabilities.find(
+        "psf:MaxLength", capabilities.find("<psf:ParameterDef name=\"pskv11:JobPasscodeString\""));
+    capabilities.replace(capabilities.find(">10<", most), 4, ">10000<");
+    const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
+    const std::string path = "/" + std::string(242, 'q');
+    const std::string text = PpdText(offer, {path, {}});
+    const Ppd ppd = Open(m_folder.Write("queue.ppd", text));
+    ASSERT_TRUE(ppd);
+    EXPECT_EQ(path, QueuePpd::Read(m_folder / "queue.ppd").queue);
+    EXPECT_EQ(235u, std::string(ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value).size());
+    EXPECT_THROW(PpdText(offer, {path + "q", {}}), std::invalid_argument);
+    EXPECT_THROW(PpdText(offer, {"/queues/one", path}), std::invalid_argument);
+}
+
 // What stands in a queue's documents stays where it stands.
 TEST_F(PpdTest, NamesOfTheQueueEndNoLine) {
     auto description = SampleQueue("ColorOffice")->Description();
