@@ -1,9 +1,9 @@
 #include "Commands/FamilyHeader.h"
 
+#include "Commands/StoppedClock.h"
 #include "Common/Text.h"
 
 #include <DataModel/FeatureNameTable.h>
-#include <DeviceControl/HeldJobPasscode.h>
 #include <DeviceControl/PrintInstructionGenerator.h>
 
 #include <algorithm>
@@ -42,19 +42,6 @@ constexpr NameRow names[] = {
     {Name::Document, "the document's name", &IFilterFeatureAccess::GetPrintJobDocumentName},
     {Name::User, "the user's name", &IFilterFeatureAccess::GetPrintJobUserName},
     {Name::Domain, "the user's domain", &IFilterFeatureAccess::GetPrintJobUserDomainName}};
-
-// While causes are looked for: the passcode of a held job depends on the second in which it is made, which
-// must not look like one.
-class StoppedClock {
-public:
-    StoppedClock() : m_before(HeldJobPasscode::SetClock([] { return UtcTime(); })) {}
-    StoppedClock(const StoppedClock&) = delete;
-    StoppedClock& operator=(const StoppedClock&) = delete;
-    ~StoppedClock() { HeldJobPasscode::SetClock(m_before); }
-
-private:
-    HeldJobPasscode::Clock m_before;
-};
 
 std::string NameOf(const FeatureQuestion& question) {
     const auto features = question.path.Features();

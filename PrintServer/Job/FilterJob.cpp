@@ -1,5 +1,6 @@
 #include "Job/FilterJob.h"
 
+#include "Job/FinishingCheck.h"
 #include "Job/InputKind.h"
 #include "Job/PdfConverter.h"
 #include "Job/PrivateFolder.h"
@@ -52,6 +53,25 @@ OvPipeline::PipelineSpec PipelineOf(const QueuePpd& queue) {
     OvPipeline::PipelineSpec pipeline;
     pipeline.filters.push_back(OvPipeline::ParseFilterArgument(renderFilter));
     return pipeline;
+}
+
+// Other filters may find commands of their own.
+bool WritesDeviceStream(const OvPipeline::PipelineSpec& pipeline) {
+    return std::ranges::any_of(pipeline.filters, [](const OvPipeline::FilterSpec& filter) {
+        return std::filesystem::path(filter.module).stem().string().ends_with(renderFilter);
+    });
+}
+
+// What the ticket cannot say, and what becomes of it otherwise than it says: each option once.
+std::vector<LeftOption> FindLeft(const QueueOffer& offer, const OvPipeline::PipelineSpec& pipeline,
+                                 const JobTicket& ticket) {
+    std::vector<LeftOption> left = ticket.left;
+    std::ranges::move(FindOverruled(offer.SharedQueue(), ticket), std::back_inserter(left));
+    if (!WritesDeviceStream(pipeline)) return left;
+    for (LeftOption& untold : FindUntold(offer, ticket))
+        if (std::ranges::find(left, untold.option, &LeftOption::option) == left.end())
+            left.push_back(std::move(untold));
+    return left;
 }
 
 InputKind KindOfFile(const std::filesystem::path& file) {
@@ -170,8 +190,7 @@ OvPipeline::JobDescription FilterJob::Describe() {
     const MsSafeCoInit apartment;
     const GivenOptions options(m_arguments.options.c_str());
     const JobTicket ticket = MakeJobTicket(offer, options, m_arguments.copies);
-    std::vector<LeftOption> left = ticket.left;
-    std::ranges::move(FindOverruled(job.queue, ticket), std::back_inserter(left));
+    const std::vector<LeftOption> left = FindLeft(offer, job.pipeline, ticket);
     RequireObeyed(ticket, left);
     if (std::ranges::any_of(ticket.left, [](const LeftOption& option) { return option.name == "copies"; }))
         m_arguments.copies = 1;

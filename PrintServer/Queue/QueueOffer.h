@@ -5,6 +5,7 @@
 #include <libxml/tree.h>
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -81,6 +82,7 @@ public:
     QueueOffer& operator=(const QueueOffer&) = delete;
 
     const OvPlatform::QueueFolder& Queue() const { return *m_queue; }
+    const std::shared_ptr<const OvPlatform::QueueFolder>& SharedQueue() const { return m_queue; }
 
     /// Null where the printer has none.
     const OfferedFeature* Feature(std::string_view localName) const;

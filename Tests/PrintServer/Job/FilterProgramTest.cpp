@@ -188,6 +188,7 @@ TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {
           std::tuple{"none.xps", "", colorQueue.c_str()}, std::tuple{"job.xps", "", "/nowhere"},
           std::tuple{"job.xps", "job-password=1", colorQueue.c_str()},
           std::tuple{"job.xps", "page-ranges=90", colorQueue.c_str()},
+          std::tuple{"job.xps", "finishings=20 job-mandatory-attributes=finishings", colorQueue.c_str()},
           std::tuple{"job.xps", "sides=x ipp-attribute-fidelity=true", colorQueue.c_str()},
           std::tuple{"job.xps", "folding=z job-mandatory-attributes=folding", colorQueue.c_str()}}) {
         Start(file, options, queue);
@@ -202,8 +203,10 @@ TEST_F(FilterProgramTest, WhatGoesWrongIsOneLine) {
 // More copies than the printer makes are one, also in what is counted.
 TEST_F(FilterProgramTest, WhatThePrinterOrItsQueueDoesOtherwiseIsSaid) {
     m_copies = "20000";
-    Start("job.xps", "number-up=4");
+    Start("job.xps", "number-up=4 finishings=20,fold-z Stapling=StapleTopRight");
     EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(3, LinesOf("WARNING: ")) << Said();
+    EXPECT_EQ(1, LinesOf("WARNING: finishings=20: devices of the family Kestrel get no command")) << Said();
     EXPECT_EQ(1, LinesOf("WARNING: copies=20000: ")) << Said();
     EXPECT_EQ(1, LinesOf("WARNING: number-up=4: ")) << Said();
     EXPECT_EQ(1, LinesOf("PAGE: 2 1\n")) << Said();

@@ -1,0 +1,66 @@
+#include "PrintServer/SampleQueues.h"
+#include "Support/InApartment.h"
+#include "Support/Rows.h"
+
+#include <Common/Text.h>
+#include <Job/FinishingCheck.h>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <regex>
+
+using namespace OvPrintServer;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace {
+
+class FinishingCheckTest : public InApartment<> {
+protected:
+    static std::vector<std::string> Untold(const OvPlatform::QueueDescription& description,
+                                           const std::string& options) {
+        const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
+        std::vector<std::string> untold;
+        for (const LeftOption& option : FindUntold(offer, TicketOf(offer, options)))
+            untold.push_back(option.option);
+        return untold;
+    }
+
+    OvPlatform::QueueDescription m_color = SampleQueue("ColorOffice")->Description();
+};
+
+// Kestrel staples and punches by counts, and a queue that offers corners and edges has none.
+TEST_F(FinishingCheckTest, WhatTheDeviceGetsNoCommandForIsFound) {
+    EXPECT_THAT(Untold(m_color, "finishings=20,74,100"), ElementsAre("finishings=20", "finishings=74"));
+    EXPECT_THAT(Untold(m_color, "Stapling=StapleTopRight Fold=FoldZ"),
+                ElementsAre("Stapling=StapleTopRight"));
+    // A held job's passcode is another one in each second.
+    EXPECT_THAT(Untold(m_color, "job-hold-until=indefinite finishings=20"), ElementsAre("finishings=20"));
+    // Nothing is asked of the finisher.
+    EXPECT_THAT(Untold(m_color, "Stapling=None Punch=None sides=one-sided mirror"), IsEmpty());
+}
+
+TEST_F(FinishingCheckTest, ItDependsOnQueueAndFamily) {
+    auto byCounts = m_color;
+    const std::regex corner("<psf:Option name=\"psk:StapleTopRight\"[^]*?</psf:Option>|psk:StapleTopRight ");
+    byCounts.capabilities = std::regex_replace(byCounts.capabilities, corner, "");
+    EXPECT_THAT(Untold(byCounts, "finishings=20"), IsEmpty());
+    EXPECT_THAT(Untold(byCounts, "finishings=21,28"), ElementsAre("finishings=21"));
+    auto stapling = byCounts; // whose default is the staple
+    const std::string none =
+        "<psf:Feature name=\"psk:JobStapleAllDocuments\">\n    <psf:Option name=\"psk:None\"/>";
+    const std::size_t at = stapling.defaultTicket.find(none);
+    ASSERT_NE(std::string::npos, at);
+    stapling.defaultTicket.replace(stapling.defaultTicket.find("None", at), 4, "StapleTopLeft");
+    EXPECT_THAT(Untold(stapling, "Stapling=None"), IsEmpty());
+    EXPECT_THAT(Untold(stapling, "Stapling=StapleBottomLeft"), IsEmpty());
+    for (const auto& [family, untold] : Rows<const wchar_t*, std::size_t>{
+             {L"Osprey", 0}, {L"kestrel", 0}, {L"Harrier", 1}, {L"LowEndPS", 1}, {L"", 0}, {L"None", 0}}) {
+        auto other = byCounts;
+        other.driverProperties[L"DeviceFamily"] = std::wstring(family);
+        EXPECT_EQ(untold, Untold(other, "finishings=20").size()) << OvPipeline::Utf8(family);
+    }
+}
+
+} // namespace
