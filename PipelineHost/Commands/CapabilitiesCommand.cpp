@@ -1,4 +1,5 @@
-#include "Commands/CapabilitiesReport.h"
+#include "Commands/CapabilitiesJson.h"
+#include "Commands/CapabilitiesText.h"
 #include "Commands/Commands.h"
 #include "Commands/QueueConfiguration.h"
 
@@ -28,13 +29,13 @@ int CapabilitiesCommand(const CommandOptions& options, ShownOutput& out, ShownOu
     const MsSafeCoInit apartment;
     std::string trouble;
     const PolicyReport policy{XmlConfigurationReading(ConfigurationOf(*queue, trouble))};
-    CapabilitiesReport report(*tickets, policy);
-    if (!options.feature.empty() && !report.KeepOnly(options.feature))
+    OfferedSettings offered = OfferedSettings::Read(*tickets, policy);
+    if (!options.feature.empty() && !offered.KeepOnly(options.feature))
         throw std::runtime_error("the queue has no feature and no parameter \"" + options.feature + "\"");
     if (options.json)
-        out.Json(report.AsJson());
+        out.Json(CapabilitiesJson(offered));
     else
-        out.Text(report.AsText(out.Width()));
+        out.Text(CapabilitiesText(offered, out.Width()));
     if (trouble.empty()) trouble = policy.FaultLine();
     if (trouble.empty()) return ExitOk;
     errors.Line("ov-pipeline: the queue's configuration: " + trouble);
