@@ -293,4 +293,15 @@ std::span<const OptionWord> GetMediaTypeWords() noexcept { return mediaTypes; }
 
 bool IsServersOwn(std::string_view name) noexcept { return std::ranges::binary_search(serversOwn, name); }
 
+const OfferedOption* FindByWords(const OfferedFeature& feature, std::span<const OptionWord> words,
+                                 std::string_view value) {
+    bool hasWord = false;
+    for (const OptionWord& row : words) {
+        if (!AreAlike(row.word, value)) continue;
+        hasWord = true;
+        if (const OfferedOption* const option = feature.Find(row.option)) return option;
+    }
+    return hasWord ? nullptr : feature.Find(value);
+}
+
 } // namespace OvPrintServer

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Queue/QueueOffer.h"
+
 #include <span>
 #include <string_view>
 
@@ -70,5 +72,13 @@ inline constexpr std::string_view settingsParameter = "JobOrvelPublicDocSettings
 
 std::span<const OptionWord> GetMediaSourceWords() noexcept;
 std::span<const OptionWord> GetMediaTypeWords() noexcept;
+
+/// Why an option is left that nothing more can be said of.
+inline constexpr const char* noSuchOption = "the printer does not have it";
+
+/// The option that the first row of the word names which the printer has; where no row has the word, one of
+/// the printer's own names. Null where there is none.
+const OfferedOption* FindByWords(const OfferedFeature& feature, std::span<const OptionWord> words,
+                                 std::string_view value);
 
 } // namespace OvPrintServer

@@ -9,7 +9,6 @@ namespace OvPrintServer {
 namespace {
 
 constexpr long nearEnough = 500;           // microns
-constexpr long micronsOfPwgUnit = 10;      // which is a hundredth of a millimetre
 constexpr long largestPwgSize = 1'000'000; // ten metres: what is larger is no paper
 
 // People write "a5" for A5, and "letter" for Letter.

@@ -7,6 +7,8 @@
 
 namespace OvPrintServer {
 
+inline constexpr long micronsOfPwgUnit = 10; // which is a hundredth of a millimetre
+
 /// A paper's size, in microns.
 struct PaperSize {
     long width = 0;
