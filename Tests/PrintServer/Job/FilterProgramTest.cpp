@@ -226,15 +226,22 @@ TEST_F(FilterProgramTest, AReaderThatGoesAwayEndsTheJob) {
 
 TEST_F(FilterProgramTest, AConverterGetsItsFilesAndNothingElse) {
     // It tells what is open, and has something to say and no success.
-    PutConverter(
-        "ls -1 /proc/self/fd >\"$OUT/open\"; echo \"$TMPDIR\" >\"$OUT/where\"; touch \"$TMPDIR/rest\"\n"
-        "printf 'Error: /undefined\\nmore\\n' >&2; exit 1\n");
-    Start("job.pdf", "job-password=80731942");
+    PutConverter("ls -1 /proc/self/fd >\"$OUT/open\"; readlink /proc/self/fd/0 >\"$OUT/input\"; echo "
+                 "\"$TMPDIR\" >\"$OUT/where\"; touch \"$TMPDIR/rest\"\n"
+                 "printf 'Error: /undefined\\nmore\\n' >&2; exit 1\n");
+    const int before = dup(STDIN_FILENO);
+    const int document = open((m_folder / "job.pdf").c_str(), O_RDONLY | O_CLOEXEC);
+    dup2(document, STDIN_FILENO);
+    Start("", "job-password=80731942");
     EXPECT_EQ(1, Finish());
+    dup2(before, STDIN_FILENO);
+    close(before);
+    close(document);
     EXPECT_THAT(
         Said(),
         HasSubstr("ERROR: the PDF document cannot be made XPS: Ghostscript says Error: /undefined\n"));
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "open")); // the last is that of the listing
+    EXPECT_EQ("/dev/null\n", TemporaryFolder::Read(m_folder / "input"));
     EXPECT_THAT(TemporaryFolder::Read(m_folder / "where"),
                 HasSubstr((m_folder / "tmp/ovtoprinter.").string()));
     EXPECT_THAT(Said(), Not(HasSubstr("80731942")));

@@ -34,9 +34,14 @@ TEST(ServerLinesTest, WhateverIsSaidIsOneLineOfItsKind) {
                   lines.State(true, "x");
                   lines.State(false, "x");
               }));
-    const std::string longest = Said([](ServerLines& lines) { lines.Error(std::string(100'000, '\xff')); });
-    EXPECT_GT(2048U, longest.size()); // the server's own bound
-    EXPECT_EQ(longest.size() - 1, longest.find('\n'));
+    std::string wide; // of characters of four bytes
+    for (int i = 0; i < 10'000; ++i)
+        wide += "\U0001f5a8";
+    for (const std::string& text : {std::string(100'000, '\xff'), wide}) {
+        const std::string longest = Said([&](ServerLines& lines) { lines.Error(text); });
+        EXPECT_GT(2048U, longest.size()); // the server's own bound
+        EXPECT_EQ(longest.size() - 1, longest.find('\n'));
+    }
 }
 
 TEST(FilterArgumentsTest, AreThoseOfAFilter) {
@@ -58,6 +63,7 @@ TEST(FilterArgumentsTest, AreThoseOfAFilter) {
 TEST(InputKindTest, TheFirstBytesTell) {
     for (const auto& [bytes, kind] :
          Rows<std::string, InputKind>{{"PK\x03\x04rest", InputKind::Package},
+                                      {"PK\x05\x06", InputKind::Package}, // an empty one
                                       {"%PDF-1.7", InputKind::Pdf},
                                       {std::string(500, ' ') + "%PDF-", InputKind::Pdf},
                                       {std::string(1020, ' ') + "%PDF-", InputKind::Unknown},

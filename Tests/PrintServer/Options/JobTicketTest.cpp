@@ -51,6 +51,10 @@ TEST_F(JobTicketTest, OptionsBecomeTheTicketsSettings) {
               "psk:PageInputBin", "ok:tray-3"},
              {"media-col={media-size={x-dimension=14800 y-dimension=21000} media-color=blue}",
               "psk:PageMediaSize", "psk:ISOA5"},
+             {"media-col={media-size-name=na_letter_8.5x11in media-type=stationery-letterhead}",
+              "psk:PageMediaSize", "psk:NorthAmericaLetter"},
+             {"media-col={media-size-name=na_letter_8.5x11in media-type=stationery-letterhead}",
+              "psk:PageMediaType", "psk:Letterhead"},
              {"media-type=stationery-recycled", "psk:PageMediaType", "ok:stationery-recycled"},
              {"print-color-mode=monochrome", "psk:PageOutputColor", "psk:Monochrome"},
              {"ColorModel=Gray", "psk:PageOutputColor", "psk:Monochrome"},
@@ -85,6 +89,7 @@ TEST_F(JobTicketTest, AttributesWinOverKeywords) {
     EXPECT_EQ("psk:OneSided",
               Setting("Duplex=DuplexTumble sides=one-sided", "psk:JobDuplexAllDocumentsContiguously"));
     EXPECT_EQ("psk:ISOA5", Setting("PageSize=A3 media=iso_a5_148x210mm", "psk:PageMediaSize"));
+    EXPECT_THAT(Make("PageSize=Custom.200x300mm media=iso_a5_148x210mm").xml, Not(HasSubstr("200000")));
     EXPECT_EQ("ok:tray-2", Setting("media=a4 InputSlot=tray-2", "psk:PageInputBin"));
     EXPECT_EQ("psk:StapleDualLeft",
               Setting("Stapling=StapleTopRight finishings=28", "psk:JobStapleAllDocuments"));
@@ -110,6 +115,10 @@ TEST_F(JobTicketTest, SettingsOfTheDeviceStandBesideTheQueuesOwn) {
     EXPECT_THAT(settings, HasSubstr("hold-job</job-type-api>"));
     EXPECT_THAT(settings, HasSubstr("outlines-on")); // the queue's own
     EXPECT_THAT(settings, Not(HasSubstr("enhanced")));
+    EXPECT_THAT(Setting("print-quality=normal", "ok:JobOrvelPublicDocSettings"), HasSubstr(">standard<"));
+    // A queue without any.
+    EXPECT_THAT(Merged(m_mono, TicketOf(m_mono, "print-quality=draft").xml, "ok:JobOrvelPublicDocSettings"),
+                HasSubstr(">toner-saver<"));
 }
 
 TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
@@ -118,7 +127,8 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
              {"media=a4,tray-77", "media=tray-77"},
              {"media=custom_huge_5000x5000mm", "media=custom_huge_5000x5000mm"},
              {"PageSize=Custom.-1x99999999999mm", "PageSize=Custom.-1x99999999999mm"},
-             {"media-col={media-size={x-dimension=999999999999 y-dimension=1}}", "media-col=media-size"},
+             {"media-col={media-size={x-dimension=99999999999999999999 y-dimension=1}}",
+              "media-col=media-size"},
              {"number-up=5", "number-up=5"},
              {"number-up=99999999999999999999", "number-up=99999999999999999999"},
              {"finishings=20,78", "finishings=78"},
@@ -126,6 +136,7 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
              {"Resolution=600x", "Resolution=600x"},
              {"page-ranges=0-4", "page-ranges=0-4"},
              {"page-ranges=4-2", "page-ranges=4-2"},
+             {"page-ranges=1-4x", "page-ranges=1-4x"},
              {"page-ranges=18446744073709551617", "page-ranges=18446744073709551617"},
              {"job-hold-until=evening", "job-hold-until=evening"},
          }) {
@@ -135,6 +146,12 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
         EXPECT_EQ("", ticket.pages);
     }
     EXPECT_THAT(Make("", 10000).left, testing::SizeIs(1)); // copies beyond the printer's
+    // Of two settings that an option may be, the printer has one.
+    auto description = SampleQueue("ColorOffice")->Description();
+    const std::regex ofJobs("psk:JobCollateAllDocuments");
+    description.capabilities = std::regex_replace(description.capabilities, ofJobs, "psk:JobCollateNothing");
+    const QueueOffer withOne(std::make_shared<OvPlatform::QueueFolder>(description));
+    EXPECT_THAT(TicketOf(withOne, "Collate=false").left, IsEmpty());
     EXPECT_THAT(Make("nothing=1 NoThing=2 x SIDES=one-sided").unknown, ElementsAre("nothing", "x"));
 }
 

@@ -50,7 +50,11 @@ TEST_F(PpdTest, SaysWhatThePrinterHasAndTheQueueChooses) {
     EXPECT_EQ(1, ppd->color_device);
     EXPECT_EQ(1, ppd->variable_sizes);
     EXPECT_STREQ("**********", ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value);
-    EXPECT_NEAR(4200 * 72 / 25400.0, ppdPageSize(ppd.get(), "A4")->left, 0.01);
+    const ppd_size_t* const paper = ppdPageSize(ppd.get(), "A4");
+    const double margin = 4200 * 72 / 25400.0;
+    for (const double blank :
+         {paper->left, paper->bottom, paper->width - paper->right, paper->length - paper->top})
+        EXPECT_NEAR(margin, blank, 0.011);
     const QueuePpd read = QueuePpd::Read(m_folder / "queue.ppd");
     EXPECT_EQ("/queues/one", read.queue);
     EXPECT_EQ("/queues/pipeline.xml", read.pipeline);
@@ -95,6 +99,8 @@ TEST_F(PpdTest, SaysWhatExcludesEachOther) {
     EXPECT_EQ(0, ppdConflicts(ppd.get()));
     EXPECT_EQ(0, ppdMarkOption(ppd.get(), "MediaType", "Transparency"));
     EXPECT_NE(0, ppdMarkOption(ppd.get(), "Duplex", "DuplexTumble"));
+    EXPECT_EQ(0, ppdMarkOption(ppd.get(), "MediaType", "Plain"));
+    EXPECT_NE(0, ppdMarkOption(ppd.get(), "PageSize", "Env10"));
 }
 
 TEST_F(PpdTest, APpdThatLeadsNowhereIsToldInOneLine) {
@@ -142,6 +148,35 @@ TEST_F(PpdTest, NoLineIsTooLongForReaders) {
     EXPECT_EQ(235u, std::string(ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value).size());
     EXPECT_THROW(PpdText(offer, {path + "q", {}}), std::invalid_argument);
     EXPECT_THROW(PpdText(offer, {"/queues/one", path}), std::invalid_argument);
+}
+
+// Two papers of one size are one, what is ruled out for every ticket is no choice, and one choice is none.
+TEST_F(PpdTest, LeavesOutWhatNobodyCanChoose) {
+    auto description = SampleQueue("ColorOffice")->Description();
+    std::string& text = description.capabilities;
+    const auto replace = [&](const std::string& before, const std::string& after) {
+        for (std::size_t at = 0; (at = text.find(before, at)) != std::string::npos; at += after.size())
+            text.replace(at, before.size(), after);
+    };
+    const std::size_t a5 = text.find("psk:ISOA5");
+    text.replace(text.find(">148000<", a5), 8, ">210000<");
+    text.replace(text.find(">210000<", text.find("MediaSizeHeight", a5)), 8, ">297000<");
+    replace("psk:Letterhead\" constrained=\"psk:None",
+            "psk:Letterhead\" constrained=\"psk:PrintTicketSettings");
+    for (const char* const holes : {"Dual", "Quad"})
+        for (const char* const edge : {"Left", "Top", "Right", "Bottom"})
+            replace(std::string("psk:HolePunch") + holes + edge + "\" constrained=\"psk:None",
+                    std::string("psk:HolePunch") + holes + edge + "\" constrained=\"psk:PrintTicketSettings");
+    const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
+    const Ppd ppd = Write(offer);
+    ASSERT_TRUE(ppd);
+    ppd_option_t* const sizes = ppdFindOption(ppd.get(), "PageSize");
+    EXPECT_EQ(1,
+              std::count_if(sizes->choices, sizes->choices + sizes->num_choices,
+                            [](const ppd_choice_t& choice) { return std::string(choice.choice) == "A4"; }));
+    EXPECT_EQ(nullptr, ppdFindChoice(ppdFindOption(ppd.get(), "MediaType"), "Letterhead"));
+    EXPECT_NE(nullptr, ppdFindChoice(ppdFindOption(ppd.get(), "MediaType"), "Plain"));
+    EXPECT_EQ(nullptr, ppdFindOption(ppd.get(), "Punch"));
 }
 
 // What stands in a queue's documents stays where it stands.
