@@ -6,6 +6,7 @@
 
 #include <Options/OptionTable.h>
 #include <PrintTicket/TicketOverlay.h>
+#include <cups/cups.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,11 +79,45 @@ TEST_F(JobTicketTest, OptionsBecomeTheTicketsSettings) {
         EXPECT_EQ(value, Setting(options, setting)) << options;
         EXPECT_THAT(Make(options).left, IsEmpty()) << options;
     }
+    EXPECT_THAT(Make("job-password=80731942").xml, HasSubstr("\"xsd:string\">80731942<"));
     EXPECT_EQ("7", Merged(m_color, Make("", 7).xml, "psk:JobCopiesAllDocuments"));
     EXPECT_EQ("1-3,7,9-", Make("page-ranges=1-3,7,9-").pages);
     // A printer's nearest: one without colours, and with a grey of another name.
     EXPECT_EQ("psk:Grayscale", Merged(m_mono, TicketOf(m_mono, "print-color-mode=process-monochrome").xml,
                                       "psk:PageOutputColor"));
+}
+
+// The words of both are made by rule.
+TEST_F(JobTicketTest, LayoutsAndFinishingsHaveAllTheirWords) {
+    const std::pair<std::string, std::string> across[] = {{"lr", "Right"}, {"rl", "Left"}};
+    const std::pair<std::string, std::string> along[] = {{"tb", "Bottom"}, {"bt", "Top"}};
+    const auto direction = [&](const std::string& word) {
+        return Setting("number-up=4 number-up-layout=" + word,
+                       "psk:JobNUpAllDocumentsContiguously/psk:PresentationDirection");
+    };
+    for (const auto& [row, to] : across)
+        for (const auto& [column, then] : along) {
+            EXPECT_EQ("psk:" + to + then, direction(row + column));
+            EXPECT_EQ("psk:" + then + to, direction(column + row));
+        }
+    const auto options = [](const std::string& word) {
+        std::set<std::string> found;
+        for (const FinishingWord& row : GetFinishingWords())
+            if (row.word == word) found.emplace(row.option);
+        return found;
+    };
+    for (const auto& [edge, name] :
+         {std::pair{"left", "Left"}, {"top", "Top"}, {"right", "Right"}, {"bottom", "Bottom"}}) {
+        EXPECT_THAT(options(std::string("staple-dual-") + edge),
+                    ElementsAre(std::string("StapleDual") + name));
+        EXPECT_THAT(options(std::string("edge-stitch-") + edge),
+                    ElementsAre(std::string("StapleDual") + name));
+        for (const auto& [holes, count] : {std::pair{"dual", "Dual"}, {"triple", "Triple"}, {"quad", "Quad"}})
+            EXPECT_THAT(options(std::string("punch-") + holes + "-" + edge),
+                        ElementsAre(std::string("HolePunch") + count + name));
+    }
+    for (const FinishingWord& row : GetFinishingWords())
+        EXPECT_LT(0, ippEnumValue("finishings", std::string(row.word).c_str())) << row.word;
 }
 
 TEST_F(JobTicketTest, AttributesWinOverKeywords) {
