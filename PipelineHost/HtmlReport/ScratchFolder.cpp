@@ -16,7 +16,7 @@ namespace OvPipeline {
 namespace {
 
 [[noreturn]] void RemoveAtTheEnd(int alive, const std::filesystem::path& folder) {
-    setsid(); // what a terminal sends is not for this process
+    setpgid(0, 0); // what a terminal sends is not for this process
     for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
         signal(number, SIG_IGN);
     dup2(alive, STDIN_FILENO);
@@ -43,6 +43,7 @@ ScratchFolder::ScratchFolder() {
         RemoveAtTheEnd(ends[0], m_path);
     }
     const int problem = errno;
+    if (m_remover > 0) setpgid(m_remover, m_remover); // whoever of the two comes first
     if (ends[0] >= 0) close(ends[0]);
     m_alive = ends[1];
     if (m_remover > 0) return;

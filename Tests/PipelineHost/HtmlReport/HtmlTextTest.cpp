@@ -1,3 +1,4 @@
+#include <HtmlReport/HtmlTable.h>
 #include <HtmlReport/HtmlText.h>
 #include <HtmlReport/JobOutline.h>
 #include <HtmlReport/SharedTables.h>
@@ -32,6 +33,10 @@ TEST(HtmlText, LongTextIsShortenedBeforeItIsEscaped) {
     html.Text(std::string(5000, '<'), 30);
     EXPECT_LT(html.Result().size(), 200u);
     EXPECT_THAT(html.Result(), testing::EndsWith("&lt;"));
+    HtmlText table;
+    HtmlTable(table, "label", {"head"}).Row({std::string(5000, 'x')});
+    FactList(table).Add("name", std::string(5000, 'x'));
+    EXPECT_LT(table.Result().size(), 3000u);
 }
 
 TEST(SharedTables, TableStandsOnceWithTheNamesOfItsLevels) {

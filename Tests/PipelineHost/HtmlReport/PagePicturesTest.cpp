@@ -50,10 +50,13 @@ TEST_F(PagePicturesTest, ProgramThatFailsLeavesARemarkInPlaceOfItsPicture) {
 
     Program("mutool", std::string("printf '") + png +
                           "' > page-2.png; echo no picture > page-3.png; "
-                          "/bin/ln -s /etc/passwd page-4.png; exit 3");
-    const DrawnPages drawn = pictures.OfPackage(job, {2, 3, 4, 7});
-    EXPECT_EQ((std::vector<bool>{true, false, false, false}), Drawn(drawn));
+                          "/bin/ln -s /etc/passwd page-4.png; /bin/cp page-2.png page-5.png; "
+                          "/usr/bin/truncate -s 9M page-5.png; exit 3");
+    const DrawnPages drawn = pictures.OfPackage(job, {2, 3, 4, 5, 7});
+    EXPECT_EQ((std::vector<bool>{true, false, false, false, false}), Drawn(drawn));
     EXPECT_EQ("1 page drawn by MuPDF, then it ended with code 3", drawn.remark);
+    Program("mutool", "exit 0"); // what the one before has left is not its work
+    EXPECT_EQ("0 pages drawn by MuPDF", pictures.OfPackage(job, {2}).remark);
 
     Program("mutool", "kill -9 $$");
     EXPECT_THAT(pictures.OfPackage(job, {1}).remark, HasSubstr("ended by a signal"));
@@ -79,11 +82,11 @@ TEST_F(PagePicturesTest, ProgramThatDrawsOneDocumentAtATimeDrawsThemAll) {
 
 TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
     Program("gs", std::string("/bin/cp pages.ps ") + m_folder.Path().string() + "; printf '" + png +
-                      "' > sheet-1.png");
+                      "' > sheet-1.png; /bin/cp sheet-1.png sheet-2.png");
     const PagePictures pictures;
     const auto stream = m_folder.Write("stream", "\x1b%-12345X@PJL SET A=1\n%!PS-Adobe-3.0\nshowpage\n"
                                                  "\x1b%-12345X@PJL EOJ\nnothing\n");
-    EXPECT_EQ((std::vector<bool>{true}), Drawn(pictures.OfStream(stream)));
+    EXPECT_EQ((std::vector<bool>{true, true}), Drawn(pictures.OfStream(stream)));
     EXPECT_EQ("%!PS-Adobe-3.0\nshowpage\n", TemporaryFolder::Read(m_folder / "pages.ps"));
     EXPECT_THAT(pictures.OfStream(m_folder.Write("other", "\x1b) HP-PCL XL;\n")).remark,
                 HasSubstr("no PostScript"));
@@ -91,11 +94,13 @@ TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
 
 TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
     const int open = dup(STDERR_FILENO); // which a child would have
-    Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard");
+    Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard; "
+                    "echo $(ulimit -f) $(ulimit -v) $(ulimit -c) > bounds.txt");
     EXPECT_EQ("", RendererProcess::Run(ProgramPath("list"), {}, m_folder.Path(), 10));
     close(open);
     // The three streams, and the folder that is listed.
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "list.txt"));
+    EXPECT_EQ("2097152 4194304 0\n", TemporaryFolder::Read(m_folder / "bounds.txt")); // 1 GB, 4 GB, none
     Program("leaver", "/bin/sleep 60 & echo $! > left.txt");
     EXPECT_EQ("", RendererProcess::Run(ProgramPath("leaver"), {}, m_folder.Path(), 10));
     std::string left = TemporaryFolder::Read(m_folder / "left.txt");
@@ -125,9 +130,10 @@ TEST_F(PagePicturesTest, FolderGoesAwayHoweverTheProgramEnds) {
 
     const pid_t child = fork();
     if (child == 0) {
+        setpgid(0, 0);
         const ScratchFolder folder;
         std::ofstream(folder.Path() / "file") << "text";
-        kill(getpid(), SIGKILL);
+        kill(0, SIGKILL); // as a terminal ends all that it knows of
         _exit(1);
     }
     int status = 0;

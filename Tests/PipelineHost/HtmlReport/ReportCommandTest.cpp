@@ -161,8 +161,18 @@ TEST_F(ReportCommandTest, LevelsOfTheSameTicketsShareATable) {
     items["Documents/1/Pages/_rels/2.fpage.rels"] =
         SampleJob::Relationships({{job.Base() + "/printticket", "/Metadata/Other_PT.xml"}});
     WriteZip("job.xps", items);
-    ASSERT_EQ(0, CommandRun({"report", "job.xps", "--no-pictures", "-o", "report.html"}).code);
+    EXPECT_EQ("report.html: 6 pages of job.xps\n",
+              CommandRun({"report", "job.xps", "--no-pictures", "-o", "report.html"}).out);
     EXPECT_EQ(2u, CountOf(TemporaryFolder::Read("report.html"), "<article id=\"settings-"));
+    // Pages without a ticket of their own are under that of their document.
+    job.pageTicket.clear();
+    job.documentTicket = TicketText(Choice("psk:PageOrientation", "psk:Landscape"));
+    items = job.Items();
+    items["Documents/2/Metadata/Doc_PT.xml"] = TicketText(Choice("psk:PageMediaType", "psk:Bond"));
+    WriteZip("job.xps", items);
+    EXPECT_EQ("", CommandRun({"report", "job.xps", "--no-pictures", "-q", "-o", "report.html"}).out);
+    EXPECT_THAT(TemporaryFolder::Read("report.html"),
+                AllOf(HasSubstr("document 1, pages 1-3<"), HasSubstr("document 2, pages 4-6<")));
 }
 
 TEST_F(ReportCommandTest, SettingsSayWhereTheyCameFrom) {
@@ -210,6 +220,7 @@ TEST_F(ReportCommandTest, HundredPagesOfTheirOwnStayBelowTwoMegabytes) {
     const std::string html = TemporaryFolder::Read("report.html");
     EXPECT_EQ(102u, CountOf(html, "<article id=\"level-"));
     EXPECT_LT(html.size(), 2u << 20);
+    EXPECT_EQ(99u, CountOf(html, "<td class=\"quiet\">shown before<")); // the picture
 }
 
 TEST_F(ReportCommandTest, OnlyThePagesThatAreWanted) {
@@ -227,7 +238,8 @@ TEST_F(ReportCommandTest, TimesAreThoseOfTheChain) {
     EXPECT_TRUE(std::regex_search(
         html, std::regex(R"(<tr><th scope="row">PassThrough</th><td class="number">\d+\.\d ms</td>)")));
     EXPECT_THAT(html, HasSubstr("<th scope=\"row\">PageList</th>"));
-    EXPECT_THAT(html, HasSubstr("saved by the cache"));
+    EXPECT_THAT(html,
+                AllOf(HasSubstr("<th scope=\"row\">the whole job</th>"), HasSubstr("saved by the cache")));
     // A job that does not get through is reported all the same.
     const std::string failed = Report({}, {"--filter", "Nowhere"});
     EXPECT_THAT(failed, HasSubstr("The job did not come to its end"));

@@ -58,7 +58,8 @@ protected:
         m_output = ends[0];
         const std::vector<std::string> environment{
             "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
-            "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string()};
+            "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string(),
+            "OV_PIPELINE=" + m_pipeline};
         std::vector<std::string> arguments{"ovtoprinter", "7", m_title, m_title, m_copies, options};
         if (!file.empty()) arguments.push_back((m_folder / file).string());
         std::vector<char*> environmentList = List(environment);
@@ -124,6 +125,7 @@ protected:
 
     TemporaryFolder m_folder;
     std::string m_path = ":/usr/bin:/bin";
+    std::string m_pipeline;
     std::string m_title = "anna";
     std::string m_copies = "1";
     pid_t m_process = -1;
@@ -210,7 +212,17 @@ TEST_F(FilterProgramTest, WhatThePrinterOrItsQueueDoesOtherwiseIsSaid) {
     EXPECT_EQ(1, LinesOf("WARNING: copies=20000: ")) << Said();
     EXPECT_EQ(1, LinesOf("WARNING: number-up=4: ")) << Said();
     EXPECT_EQ(1, LinesOf("PAGE: 2 1\n")) << Said();
+    Start("job.xps", "media=na_number-10_4.125x9.5in finishings=20"); // neither is had, for one reason
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(1, LinesOf("WARNING: finishings=20: ")) << Said();
     m_copies = "3";
+    m_pipeline =
+        OV_SOURCE_DIR "/Samples/Pipelines/pass-through.xml"; // which may know what to do about staples
+    Start("job.xps", "finishings=20");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(0, LinesOf("WARNING: ")) << Said();
+    EXPECT_EQ(m_stream.substr(m_stream.size() - 22, 4), "PK\x05\x06");
+    m_pipeline.clear();
     Start("job.xps");
     EXPECT_EQ(0, Finish()) << Said();
     EXPECT_EQ(1, LinesOf("PAGE: 2 3\n")) << Said();

@@ -3,6 +3,7 @@
 #include "Support/Rows.h"
 
 #include <Common/Text.h>
+#include <DeviceControl/HeldJobPasscode.h>
 #include <Job/FinishingCheck.h>
 
 #include <gmock/gmock.h>
@@ -35,8 +36,6 @@ TEST_F(FinishingCheckTest, WhatTheDeviceGetsNoCommandForIsFound) {
     EXPECT_THAT(Untold(m_color, "finishings=20,74,100"), ElementsAre("finishings=20", "finishings=74"));
     EXPECT_THAT(Untold(m_color, "Stapling=StapleTopRight Fold=FoldZ"),
                 ElementsAre("Stapling=StapleTopRight"));
-    // A held job's passcode is another one in each second.
-    EXPECT_THAT(Untold(m_color, "job-hold-until=indefinite finishings=20"), ElementsAre("finishings=20"));
     // Nothing is asked of the finisher.
     EXPECT_THAT(Untold(m_color, "Stapling=None Punch=None sides=one-sided mirror"), IsEmpty());
 }
@@ -61,6 +60,25 @@ TEST_F(FinishingCheckTest, ItDependsOnQueueAndFamily) {
         other.driverProperties[L"DeviceFamily"] = std::wstring(family);
         EXPECT_EQ(untold, Untold(other, "finishings=20").size()) << OvPipeline::Utf8(family);
     }
+}
+
+// The passcode of a job that is held for a card is another one in each second.
+TEST_F(FinishingCheckTest, TimeMakesNoDifference) {
+    const HeldJobPasscode::Clock clock = HeldJobPasscode::SetClock([] {
+        static int minutes = 0;
+        std::tm time{};
+        time.tm_year = 126;
+        time.tm_mday = 1;
+        time.tm_min = ++minutes % 60;
+        return UtcTime(time);
+    });
+    m_color.driverProperties[L"DeviceFamily"] = std::wstring(L"Osprey");
+    const std::string hold = "&lt;hold-for-authentication syntax=\"keyword\"&gt;";
+    const std::size_t at = m_color.defaultTicket.find(hold + "none");
+    ASSERT_NE(std::string::npos, at);
+    m_color.defaultTicket.replace(at + hold.size(), 4, "user-id");
+    EXPECT_THAT(Untold(m_color, "job-password=80731942 finishings=20"), ElementsAre("finishings=20"));
+    HeldJobPasscode::SetClock(clock);
 }
 
 } // namespace

@@ -187,6 +187,12 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
     description.capabilities = std::regex_replace(description.capabilities, ofJobs, "psk:JobCollateNothing");
     const QueueOffer withOne(std::make_shared<OvPlatform::QueueFolder>(description));
     EXPECT_THAT(TicketOf(withOne, "Collate=false").left, IsEmpty());
+    // A size of its own, and no bounds of it.
+    const std::regex width(
+        "<psf:ParameterDef name=\"psk:PageMediaSizeMediaSizeWidth\"[^]*?</psf:ParameterDef>");
+    description.capabilities = std::regex_replace(description.capabilities, width, "");
+    const QueueOffer unbounded(std::make_shared<OvPlatform::QueueFolder>(description));
+    EXPECT_THAT(TicketOf(unbounded, "PageSize=Custom.200x300mm").left, testing::SizeIs(1));
     EXPECT_THAT(Make("nothing=1 NoThing=2 x SIDES=one-sided").unknown, ElementsAre("nothing", "x"));
 }
 
