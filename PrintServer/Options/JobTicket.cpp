@@ -46,8 +46,7 @@ public:
 
 private:
     void Take(const OptionRow& row, const std::string& value) {
-        const std::string name(row.name);
-        m_draft.Begin(name, row.how == How::Passcode ? name : name + "=" + value);
+        row.how == How::Passcode ? m_draft.BeginSecret(row.name) : m_draft.Begin(row.name, value);
         if (!row.filler.empty() && WordOf(row.name, value) == row.filler) return;
         switch (row.how) {
         case How::Choice:
@@ -65,7 +64,7 @@ private:
         case How::PagesPerSheet:
             return ChooseByNumber(row.setting, "PagesPerSheet", value);
         case How::Finishings:
-            return TakeFinishings(name, value);
+            return TakeFinishings(row.name, value);
         case How::Setting:
             return TakeSetting(row, WordOf(row.name, value));
         case How::Passcode:
@@ -123,9 +122,9 @@ private:
 
     // ---- Lists, numbers, settings
 
-    void TakeFinishings(const std::string& name, const std::string& value) {
+    void TakeFinishings(std::string_view name, const std::string& value) {
         for (const std::string& piece : Pieces(value)) {
-            m_draft.Begin(name, name + "=" + piece);
+            m_draft.Begin(name, piece);
             const std::string word = WordOf(name, piece);
             bool isTaken = false;
             for (const FinishingWord& row : GetFinishingWords()) {
@@ -185,7 +184,7 @@ private:
     void AddCopies(unsigned copies) {
         if (copies <= 1) return; // what the queue's own ticket says holds
         const std::string value = std::to_string(copies);
-        m_draft.Begin("copies", "copies=" + value);
+        m_draft.Begin("copies", value);
         const OfferedParameter* const rules = m_offer.Parameter(copiesParameter);
         if (rules == nullptr) return m_draft.Leave(noSuchOption);
         if (const std::string problem = rules->ProblemOf(value); !problem.empty())

@@ -23,7 +23,7 @@ void PaperOptions::TakeSize(const std::string& value) { m_draft.Answer(ChooseSiz
 void PaperOptions::TakeMedia(const std::string& value) {
     const std::string name = m_draft.OptionName();
     for (const std::string& piece : Pieces(value)) {
-        m_draft.Begin(name, name + "=" + piece);
+        m_draft.Begin(name, piece);
         if (!ChooseSize(piece) && !ChooseSource(piece) && !ChooseType(piece)) m_draft.Leave(noSuchPaper);
     }
 }
@@ -33,7 +33,7 @@ void PaperOptions::TakeCollection(const std::string& value) {
     const GivenOptions members(value.c_str());
     const auto take = [&](const char* member, bool (PaperOptions::*choose)(const std::string&)) {
         const std::string* const found = members.Find(member);
-        m_draft.Begin(name, name + "=" + member);
+        m_draft.Begin(name, member);
         if (found != nullptr && !(this->*choose)(*found)) m_draft.Leave(noSuchPaper);
     };
     take("media-size", &PaperOptions::ChooseDimensions);

@@ -4,6 +4,11 @@
 
 namespace OvPrintServer {
 
+void TicketDraft::Begin(std::string_view name, std::string_view value) {
+    BeginSecret(name);
+    m_option.text.append("=").append(value);
+}
+
 bool TicketDraft::Choose(std::string_view feature, const OfferedOption* option) {
     if (option == nullptr) return false;
     if (Has(feature)) return true;

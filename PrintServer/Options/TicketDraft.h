@@ -15,8 +15,10 @@ class TicketDraft {
 public:
     explicit TicketDraft(const QueueOffer& offer) : m_text(offer) {}
 
-    /// What follows is asked for by that option. text: for messages, and never that of a password.
-    void Begin(std::string_view name, std::string text) { m_option = {std::string(name), std::move(text)}; }
+    /// What follows is asked for by that option.
+    void Begin(std::string_view name, std::string_view value);
+    /// The same, and its value is in no message.
+    void BeginSecret(std::string_view name) { m_option = {std::string(name), std::string(name)}; }
     const std::string& OptionName() const { return m_option.name; }
 
     /// The first who asks for a feature has it. False for no option.
@@ -41,7 +43,7 @@ public:
 private:
     struct CurrentOption {
         std::string name;
-        std::string text;
+        std::string text; // for messages
     };
 
     TicketText m_text;

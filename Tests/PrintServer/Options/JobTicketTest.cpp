@@ -73,6 +73,10 @@ TEST_F(JobTicketTest, OptionsBecomeTheTicketsSettings) {
              {"Collate=false", "psk:DocumentCollate", "psk:Uncollated"},
              {"output-bin=FinisherTray", "psk:JobOutputBin", "ok:FinisherTray"},
              {"fit-to-page", "psk:PageScaling", "psk:FitApplicationMediaSizeToPageImageableSize"},
+             {"fit-to-page=yes", "psk:PageScaling", "psk:FitApplicationMediaSizeToPageImageableSize"},
+             {"mirror=On", "psk:PageMirrorImage", "psk:MirrorImageWidth"},
+             {"landscape=1", "psk:PageOrientation", "psk:Landscape"},
+             {"landscape=2", "psk:PageOrientation", "psk:Portrait"},
              {"job-password=80731942", "pskv11:JobPasscode", "psk:On"},
              {"job-password=\"8&<'31\"", "pskv11:JobPasscodeString", "8&<'31"},
          }) {
