@@ -46,6 +46,9 @@ std::string Id(const char* prefix, std::size_t number) {
     return std::string(prefix) + "-" + std::to_string(number);
 }
 
+std::string TabId(const char* section) { return std::string("tab-") + section; }
+std::string PanelId(const char* section) { return std::string("panel-") + section; }
+
 class Writing {
 public:
     explicit Writing(const ReportContents& contents) : m_contents(contents), m_job(*contents.outline) {}
@@ -64,11 +67,8 @@ public:
         m_html.Open("main");
         Tabs();
         m_html.Open("div", {{"class", "panels"}});
-        Panel("job", "Job", [this] { Levels(); });
-        Panel("settings", "Settings", [this] { Settings(); });
-        Panel("annotations", "Annotations", [this] { Annotations(); });
-        Panel("device", "Device", [this] { Always(m_contents.device); });
-        Panel("times", "Times", [this] { Always(m_contents.times); });
+        for (const Section& section : sections)
+            Panel(section);
         m_html.Close().Close().Close();
         m_html.Open("script").Markup(reportScript).Close();
         m_html.Close().Close().Markup("\n");
@@ -76,6 +76,13 @@ public:
     }
 
 private:
+    struct Section {
+        const char* key;
+        const char* name;
+        void (Writing::*write)();
+    };
+    static const Section sections[5];
+
     void Header() {
         m_html.Open("header").Element("h1", Name());
         m_html.Element("p", m_job.format + ", " + ByteCount(m_job.bytes) + ", " +
@@ -131,34 +138,30 @@ private:
 
     void Tabs() {
         m_html.Open("div", {{"role", "tablist"}, {"aria-label", "Sections"}});
-        for (const auto& [key, name] :
-             std::initializer_list<std::pair<std::string, const char*>>{{"job", "Job"},
-                                                                        {"settings", "Settings"},
-                                                                        {"annotations", "Annotations"},
-                                                                        {"device", "Device"},
-                                                                        {"times", "Times"}})
+        for (const auto& [key, name, write] : sections)
             m_html.Element("button", name,
                            {{"type", "button"},
                             {"role", "tab"},
-                            {"id", "tab-" + key},
-                            {"aria-controls", "panel-" + key},
+                            {"id", TabId(key)},
+                            {"aria-controls", PanelId(key)},
                             {"aria-selected", "false"}});
         m_html.Close();
     }
 
-    template <class Write>
-    void Panel(const std::string& key, const char* name, Write&& write) {
+    void Panel(const Section& section) {
         m_html.Open("section", {{"class", "panel"},
                                 {"role", "tabpanel"},
-                                {"id", "panel-" + key},
-                                {"aria-labelledby", "tab-" + key},
+                                {"id", PanelId(section.key)},
+                                {"aria-labelledby", TabId(section.key)},
                                 {"tabindex", "0"}});
-        m_html.Element("h2", name);
-        write();
+        m_html.Element("h2", section.name);
+        (this->*section.write)();
         m_html.Close();
     }
 
     void Always(const HtmlText& html) { m_html.Open("article", {{"class", "always"}}).Add(html).Close(); }
+    void Device() { Always(m_contents.device); }
+    void Times() { Always(m_contents.times); }
 
     void Settings() {
         m_contents.settings->Write(m_html, m_job, "settings");
@@ -254,6 +257,14 @@ private:
     const ReportContents& m_contents;
     const JobOutline& m_job;
     HtmlText m_html;
+};
+
+const Writing::Section Writing::sections[5] = {
+    {"job", "Job", &Writing::Levels},
+    {"settings", "Settings", &Writing::Settings},
+    {"annotations", "Annotations", &Writing::Annotations},
+    {"device", "Device", &Writing::Device},
+    {"times", "Times", &Writing::Times},
 };
 
 } // namespace

@@ -49,6 +49,7 @@ public:
 
     private:
         void Watch();
+        void Stop();
         void TellPages(std::uint64_t done);
 
         std::shared_ptr<OvPipeline::JobState> m_job;
@@ -57,8 +58,6 @@ public:
         std::uint64_t m_told = 0;
         bool m_isStopped = false;
         OvPlatform::Thread m_thread;
-
-        void Stop();
     };
 };
 

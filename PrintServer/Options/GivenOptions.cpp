@@ -23,9 +23,8 @@ GivenOptions::GivenOptions(const char* text) {
     for (int i = 0; i < count; ++i)
         m_options.push_back({options[i].name, options[i].value});
     cupsFreeOptions(count, options);
-    std::ranges::stable_sort(m_options, [](const Option& left, const Option& right) {
-        return strcasecmp(left.name.c_str(), right.name.c_str()) < 0;
-    });
+    std::ranges::stable_sort(
+        m_options, [](const Option& left, const Option& right) { return IsBefore(left, right.name); });
 }
 
 const std::string* GivenOptions::Find(std::string_view name) const {

@@ -8,7 +8,7 @@ namespace OvPrintServer {
 
 namespace {
 
-std::filesystem::path FolderOf(ppd_file_t* ppd, const char* keyword) {
+std::filesystem::path PathOf(ppd_file_t* ppd, const char* keyword) {
     const ppd_attr_t* const attribute = ppdFindAttr(ppd, keyword, nullptr);
     return attribute == nullptr || attribute->value == nullptr ? "" : attribute->value;
 }
@@ -23,7 +23,7 @@ QueuePpd QueuePpd::Read(const std::filesystem::path& file) {
         const std::string place = line > 0 ? file.string() + " line " + std::to_string(line) : file.string();
         throw PpdError(place + ": the queue's PPD cannot be read: " + ppdErrorString(status));
     }
-    QueuePpd found{FolderOf(ppd.get(), "ovQueue"), FolderOf(ppd.get(), "ovPipeline")};
+    QueuePpd found{PathOf(ppd.get(), "ovQueue"), PathOf(ppd.get(), "ovPipeline")};
     if (found.queue.empty())
         throw PpdError(file.string() +
                        ": the queue's PPD names no queue folder: *ovQueue is missing (make it "

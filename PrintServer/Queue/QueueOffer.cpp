@@ -53,7 +53,6 @@ std::string ValueOf(const xmlNode* node, std::string* type = nullptr) {
     std::string value;
     ForEach(node, "Value", [&](const xmlNode* child) {
         value = TextOf(child);
-        if (type != nullptr) OvPlatform::GetAttribute(child, "type", *type);
         for (const xmlAttr* attribute = child->properties; type != nullptr && attribute != nullptr;
              attribute = attribute->next)
             if (std::string_view(reinterpret_cast<const char*>(attribute->name)) == "type")
