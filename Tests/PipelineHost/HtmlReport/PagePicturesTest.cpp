@@ -6,6 +6,7 @@
 #include <HtmlReport/PagePictures.h>
 #include <HtmlReport/RendererProcess.h>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -57,6 +58,14 @@ TEST_F(PagePicturesTest, ProgramThatFailsLeavesARemarkInPlaceOfItsPicture) {
     EXPECT_EQ("1 page drawn by MuPDF, then it ended with code 3", drawn.remark);
     Program("mutool", "exit 0"); // what the one before has left is not its work
     EXPECT_EQ("0 pages drawn by MuPDF", pictures.OfPackage(job, {2}).remark);
+
+    // What comes by a stream has its name in this process alone.
+    Program("mutool", "/bin/cat job.xps > " + (m_folder / "seen").string());
+    const int stream = open(m_folder.Write("streamed", "the job").c_str(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ("0 pages drawn by MuPDF",
+              pictures.OfPackage("/proc/self/fd/" + std::to_string(stream), {1}).remark);
+    close(stream);
+    EXPECT_EQ("the job", TemporaryFolder::Read(m_folder / "seen"));
 
     Program("mutool", "kill -9 $$");
     EXPECT_THAT(pictures.OfPackage(job, {1}).remark, HasSubstr("ended by a signal"));

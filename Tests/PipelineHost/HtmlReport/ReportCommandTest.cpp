@@ -149,7 +149,9 @@ TEST_F(ReportCommandTest, LevelsOfTheSameTicketsShareATable) {
     job.pages = 3;
     job.documents = 2;
     job.jobTicket = TicketText(Choice("psk:PageOrientation", "psk:Landscape"));
-    EXPECT_EQ(1u, CountOf(Report(job), "<article id=\"settings-"));
+    const std::string same = Report(job);
+    EXPECT_EQ(1u, CountOf(same, "<article id=\"settings-"));
+    EXPECT_THAT(same, HasSubstr(" on page 1</h3>")); // the queue's mark of whose the job is
     job.pageTicket = TicketText(Choice("psk:PageOrientation", "psk:Portrait"));
     const std::string html = Report(job);
     EXPECT_EQ(2u, CountOf(html, "<article id=\"settings-"));
@@ -220,6 +222,9 @@ TEST_F(ReportCommandTest, HundredPagesOfTheirOwnStayBelowTwoMegabytes) {
     const std::string html = TemporaryFolder::Read("report.html");
     EXPECT_EQ(102u, CountOf(html, "<article id=\"level-"));
     EXPECT_LT(html.size(), 2u << 20);
+    EXPECT_EQ(101u, CountOf(html, "<article id=\"annotation-")); // a number for each page, and the job's mark
+    EXPECT_EQ(3u, CountOf(html, "<article id=\"settings-"));
+    EXPECT_THAT(html, HasSubstr("Settings of pages 1,3,5,7,"));
     EXPECT_EQ(99u, CountOf(html, "<td class=\"quiet\">shown before<")); // the picture
 }
 
@@ -247,7 +252,9 @@ TEST_F(ReportCommandTest, TimesAreThoseOfTheChain) {
 }
 
 TEST_F(ReportCommandTest, FamilyIsTheChosenOne) {
-    EXPECT_THAT(Report({}, {"--family", "LowEndPCLm"}), HasSubstr("<b>LowEndPCLm</b>"));
+    const std::string html = Report({}, {"--family", "LowEndPCLm"});
+    EXPECT_THAT(html, HasSubstr("<b>LowEndPCLm</b>"));
+    EXPECT_EQ(2u, CountOf(html, "<table class=\"pieces\"")); // it has no comments
     EXPECT_EQ(2, CommandRun({"report", "job.xps", "--family", "None", "-o", "x.html"}).code);
 }
 
@@ -270,6 +277,7 @@ TEST_F(ReportCommandTest, WhatCannotBeWrittenLeavesNothingBehind) {
         {{"report", "job.xps", "-o", "/proc/report.html"}, 1, "/proc/report.html"},
         {{"report", "job.xps", "-o", "temporary"}, 1, "temporary"},
         {{"report", "job.xps", "-o", "job.xps"}, 2, "take the place of the job"},
+        {{"report", "-"}, 2, "-o names the output"},
         {{"report", "broken.xps", "-o", "report.html"}, 3, "names the page Pages/2.fpage"},
         {{"report", "none.xps", "-o", "report.html"}, 3, "none.xps"},
     };
