@@ -63,4 +63,5 @@ TEST(SharedTables, TableStandsOnceWithTheNamesOfItsLevels) {
         "<article id=\"t-0\"><h3>What holds for the job, document 1, pages 1,3-5</h3><p>one</p></article>"
         "<article id=\"t-1\"><h3>What holds for page 2</h3><p>other</p></article>",
         html.Result());
+    EXPECT_NE(tables.Add("What else holds for", one), tables.Add("What holds for", one));
 }

@@ -3,6 +3,7 @@
 #include <HtmlReport/ReportFiles.h>
 #include <HtmlReport/ReportPage.h>
 #include <HtmlReport/SettingsTables.h>
+#include <HtmlReport/TimesSection.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,6 +79,20 @@ TEST(SettingsTables, CountsWhereSettingsCameFrom) {
                 HasSubstr("5 settings, 2 from the job&#39;s tickets, 2 changed by validation or policy"));
     EXPECT_THAT(html, HasSubstr("<th scope=\"row\" class=\"nested\">psk:Inner</th>"));
     EXPECT_THAT(html, HasSubstr("<td class=\"quiet\">left out</td>"));
+}
+
+TEST(TimesSection, DrawsEachTimeInProportion) {
+    RunSummary run;
+    run.seconds = 0.2;
+    run.processorSeconds = 0.05;
+    run.times = {{"Quick", 0.1, 0}};
+    run.leftOut.Add("signature", "/a");
+    const std::string html = TimesSection(run).Result();
+    EXPECT_THAT(html, AllOf(HasSubstr("class=\"clock\" x=\"190\" y=\"9\" width=\"220\""),
+                            HasSubstr("class=\"clock\" x=\"190\" y=\"43\" width=\"440\""),
+                            HasSubstr("class=\"processor\" x=\"190\" y=\"43\" width=\"110\""),
+                            Not(HasSubstr("class=\"processor\" x=\"190\" y=\"9\"")),
+                            HasSubstr("<dt>Left out</dt><dd>1 signature part (/a)</dd>")));
 }
 
 TEST(AnnotationTable, TitleSaysWhatItShows) {
