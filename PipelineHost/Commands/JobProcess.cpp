@@ -135,7 +135,10 @@ void JobProcess::Begin() {
     m_turn.Close();
 }
 
-void JobProcess::Cancel() const { kill(m_process, SIGTERM); }
+void JobProcess::Cancel() const {
+    kill(m_process, SIGTERM);
+    kill(m_process, SIGCONT); // one that somebody has stopped would not hear of it
+}
 
 bool JobProcess::Hear(ShownOutput& errors) {
     char chunk[4096];

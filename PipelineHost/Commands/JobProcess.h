@@ -32,7 +32,8 @@ public:
 
     pid_t Process() const { return m_process; }
     void Begin();
-    /// SIGTERM. Work that does not take the signal ends without an account, with ExitCancelled.
+    /// SIGTERM, also for one that is stopped. Work that does not take the signal ends without an account,
+    /// with ExitCancelled.
     void Cancel() const;
     /// What poll(2) is to wait for.
     int Descriptor() const { return m_told.Get(); }

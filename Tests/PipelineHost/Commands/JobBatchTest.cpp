@@ -6,6 +6,7 @@
 #include "Support/SampleJob.h"
 
 #include <gmock/gmock.h>
+#include <poll.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -140,6 +141,26 @@ TEST(JobProcessTest, OneThatIsCancelledOutsideOfItsJobSaysSoByItsCode) {
     EXPECT_EQ(ExitCancelled, WEXITSTATUS(status));
     EXPECT_FALSE(process.Account());
     EXPECT_EQ("here\n", lines.str());
+}
+
+// Nobody who cancels the jobs waits for one that has been stopped.
+TEST(JobProcessTest, OneThatIsStoppedIsCancelledLikeAnyOther) {
+    std::ostringstream lines;
+    ShownOutput errors(lines);
+    JobProcess process(
+        [](ShownOutput&) {
+            pause();
+            return JobProcess::Result();
+        },
+        errors);
+    process.Begin();
+    kill(process.Process(), SIGSTOP);
+    ASSERT_EQ(process.Process(), waitpid(process.Process(), nullptr, WUNTRACED));
+    process.Cancel();
+    pollfd told{process.Descriptor(), POLLIN, 0};
+    EXPECT_EQ(1, poll(&told, 1, 5000));
+    kill(process.Process(), SIGKILL);
+    EXPECT_EQ(ExitCancelled, WEXITSTATUS(process.Await()));
 }
 
 // The first process takes signals by a handler, which is no more there for one that was just made.
