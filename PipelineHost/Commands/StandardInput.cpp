@@ -2,6 +2,7 @@
 
 #include "Arguments/CommandOptions.h"
 #include "Common/HostError.h"
+#include "Common/TemporaryFiles.h"
 
 #include <System/NamelessFile.h>
 
@@ -50,9 +51,9 @@ StandardInput::StandardInput() : m_file(STDIN_FILENO) {
     struct stat state {};
     if (fstat(STDIN_FILENO, &state) == 0 && S_ISREG(state.st_mode) && lseek(STDIN_FILENO, 0, SEEK_CUR) == 0)
         return;
-    const std::filesystem::path folder = std::filesystem::temp_directory_path();
+    const std::filesystem::path folder = FolderForTemporaryFiles();
     m_file = OvPlatform::OpenNamelessFile(folder);
-    if (m_file < 0) ThrowFull(folder);
+    if (m_file < 0) ThrowNoTemporary(folder);
     try {
         Copy(STDIN_FILENO, m_file, folder);
     } catch (...) {

@@ -1,5 +1,7 @@
 #include "HtmlReport/ScratchFolder.h"
 
+#include "Common/TemporaryFiles.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <stdlib.h>
@@ -7,8 +9,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
-#include <stdexcept>
 #include <string>
 
 namespace OvPipeline {
@@ -32,7 +32,8 @@ namespace {
 } // namespace
 
 ScratchFolder::ScratchFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "ov-report-XXXXXX").string();
+    const std::filesystem::path folder = FolderForTemporaryFiles();
+    std::string name = (folder / "ov-report-XXXXXX").string();
     int ends[2] = {-1, -1};
     if (pipe2(ends, O_CLOEXEC) == 0 && mkdtemp(name.data()) != nullptr) {
         m_path = name;
@@ -50,8 +51,8 @@ ScratchFolder::ScratchFolder() {
     if (m_alive >= 0) close(m_alive);
     std::error_code ignored;
     if (!m_path.empty()) std::filesystem::remove(m_path, ignored);
-    throw std::runtime_error(std::string("no folder for temporary files can be made: ") +
-                             std::strerror(problem));
+    errno = problem;
+    ThrowNoTemporary(folder);
 }
 
 ScratchFolder::~ScratchFolder() {

@@ -1,6 +1,7 @@
 #include "Streams/SpooledBytes.h"
 
 #include "Common/HostError.h"
+#include "Common/TemporaryFiles.h"
 
 #include <System/NamelessFile.h>
 
@@ -19,11 +20,9 @@ namespace OvPipeline {
 namespace {
 
 int MakeNamelessFile() {
-    const std::filesystem::path folder = std::filesystem::temp_directory_path();
+    const std::filesystem::path folder = FolderForTemporaryFiles();
     const int file = OvPlatform::OpenNamelessFile(folder);
-    if (file < 0)
-        throw HostError(STG_E_MEDIUMFULL, folder.string(),
-                        "cannot make a temporary file in " + folder.string() + ": " + std::strerror(errno));
+    if (file < 0) ThrowNoTemporary(folder);
     return file;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Package/PackageError.h"
 #include "Package/ZipRecords.h"
+#include "System/HandleTable.h"
 
 #include <fcntl.h>
 #include <msopc.h>
@@ -72,7 +73,7 @@ ZipArchive::ZipArchive(const std::filesystem::path& file, std::filesystem::path 
             throw PackageError(HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND), m_path.string(),
                                "there is no such file");
         if (m_file < 0 || fstat(m_file, &state) != 0)
-            throw PackageError(OPC_E_ZIP_CORRUPTED_ARCHIVE, m_path.string(),
+            throw PackageError(HRESULT_FROM_WIN32(ErrorFromErrno(error)), m_path.string(),
                                std::string("it cannot be read: ") + std::strerror(error));
         if (!S_ISREG(state.st_mode))
             throw PackageError(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED), m_path.string(),

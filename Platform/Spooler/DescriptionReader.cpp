@@ -4,6 +4,8 @@
 #include "Spooler/QueueSchema.h"
 #include "Xml/XmlString.h"
 
+#include <cerrno>
+#include <cstring>
 #include <fstream>
 
 namespace OvPlatform {
@@ -59,16 +61,20 @@ std::string QuotedWord(std::string_view text) { return "'" + std::string(text) +
 std::string ReadDescriptionFile(const std::filesystem::path& file, std::uintmax_t largest) {
     std::error_code failure;
     const auto status = std::filesystem::status(file, failure);
-    if (!std::filesystem::exists(status)) throw QueueFolderError(file, "the file is missing");
+    if (status.type() == std::filesystem::file_type::not_found)
+        throw QueueFolderError(file, "the file is missing");
+    if (failure) throw QueueFolderError(file, "the file cannot be read: " + failure.message());
     if (!std::filesystem::is_regular_file(status)) throw QueueFolderError(file, "this is not a file");
     const auto size = std::filesystem::file_size(file, failure);
     if (failure) throw QueueFolderError(file, "the file cannot be read: " + failure.message());
     if (size > largest)
         throw QueueFolderError(file, "the file has more than " + std::to_string(largest) + " bytes");
+    errno = 0;
     std::ifstream stream(file, std::ios::binary);
     std::string bytes(static_cast<std::size_t>(size), '\0');
     if (!stream.read(bytes.data(), static_cast<std::streamsize>(size)) && size != 0)
-        throw QueueFolderError(file, "the file cannot be read");
+        throw QueueFolderError(file, "the file cannot be read" +
+                                         (errno == 0 ? "" : std::string(": ") + std::strerror(errno)));
     return bytes;
 }
 

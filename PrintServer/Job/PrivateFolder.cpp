@@ -1,16 +1,16 @@
 #include "Job/PrivateFolder.h"
 
-#include <cerrno>
+#include <Common/TemporaryFiles.h>
+
 #include <cstdlib>
 
 namespace OvPrintServer {
 
 PrivateFolder::PrivateFolder() {
     // The server names its own, which it clears when it starts.
-    std::string name = (std::filesystem::temp_directory_path() / "ovtoprinter.XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr)
-        throw std::filesystem::filesystem_error("a folder for temporary files cannot be made", name,
-                                                std::error_code(errno, std::generic_category()));
+    const std::filesystem::path folder = OvPipeline::FolderForTemporaryFiles();
+    std::string name = (folder / "ovtoprinter.XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) OvPipeline::ThrowNoTemporary(folder);
     m_path = name;
 }
 

@@ -289,6 +289,11 @@ TEST_F(ReportCommandTest, WhatCannotBeWrittenLeavesNothingBehind) {
         EXPECT_EQ(before, m_folder.Names()) << said;
         EXPECT_TRUE(std::filesystem::is_empty("temporary")) << said;
     }
+    const EnvironmentVariable none("TMPDIR", "/none");
+    const CommandRun run({"report", "job.xps", "-o", "report.html"});
+    EXPECT_EQ(1, run.code);
+    EXPECT_THAT(Lines(run.errors), ElementsAre(HasSubstr("no folder for temporary files: /none: ")));
+    EXPECT_EQ(before, m_folder.Names());
 }
 
 // Also behind the run through the filters, whose output stands then.

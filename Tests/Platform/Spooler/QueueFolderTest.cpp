@@ -104,6 +104,9 @@ TEST(QueueFolder, SaysWhatIsWrongWithAFolder) {
     };
     const TemporaryFolder folder;
     EXPECT_THAT(Problem(folder / "nowhere"), HasSubstr("queue.xml: the file is missing"));
+    // As one that this user may not look into, which root may.
+    std::filesystem::create_symlink("circle", folder / "circle");
+    EXPECT_THAT(Problem(folder / "circle"), HasSubstr("queue.xml: the file cannot be read: Too many levels"));
     for (const auto& [description, wantedProblem] : rows) {
         MakeFolder(folder, description);
         const std::string problem = Problem(folder.Path());
