@@ -265,7 +265,7 @@ void JobBatch::Tell(ShownOutput& out, ShownOutput& errors) const {
     if (m_options.quiet) return;
     out.Text(AlignedTable(std::move(table), out.Width()));
     out.Line(std::to_string(done) + " of " + Counted(m_jobs.size(), "job") + " done");
-    if (cancellations > 0) errors.Line("ov-pipeline: cancelled");
+    if (cancellations > 0 && done < m_jobs.size()) errors.Line("ov-pipeline: cancelled");
 }
 
 int JobBatch::Code() const {

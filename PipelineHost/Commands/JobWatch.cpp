@@ -37,14 +37,17 @@ pid_t pipeOwner = 0;
 std::atomic<JobState*> job{nullptr};
 std::atomic<bool> wasSignalled{false};
 std::atomic<bool> staysForTheProgram{false};
+std::atomic<bool> isTerminal{false};
 
 void Tell(char what) {
     const ssize_t ignored = write(pipeEnds[1], &what, 1);
     static_cast<void>(ignored);
 }
 
+// A terminal shows there what was typed, or how far the job is.
 [[noreturn]] void EndNow(const char* line, int code) {
-    const ssize_t ignored = write(STDERR_FILENO, line, std::strlen(line));
+    ssize_t ignored = isTerminal ? write(STDERR_FILENO, "\n", 1) : 0;
+    ignored = write(STDERR_FILENO, line, std::strlen(line));
     static_cast<void>(ignored);
     _exit(code);
 }
@@ -57,9 +60,9 @@ extern "C" void OnSignal(int) {
         watched->AskCancel();
         Tell(signalByte);
     } else if (watched->AskCancel())
-        EndNow("\nov-pipeline: ended at once; nothing was written\n", ExitCancelled);
+        EndNow("ov-pipeline: ended at once; nothing was written\n", ExitCancelled);
     else if (watched->IsPublished())
-        EndNow("\nov-pipeline: ended at once; the output was written before\n", ExitOk);
+        EndNow("ov-pipeline: ended at once; the output was written before\n", ExitOk);
     errno = error;
 }
 
@@ -105,6 +108,7 @@ std::string Joined(const std::vector<std::string>& names) {
 JobWatch::JobWatch(std::shared_ptr<JobState> watched, bool showsProgress)
     : m_job(std::move(watched)), m_showsProgress(showsProgress && isatty(STDERR_FILENO)) {
     OpenPipe();
+    isTerminal = isatty(STDERR_FILENO) != 0;
     wasSignalled = false;
     job = m_job.get();
     TakeSignals();

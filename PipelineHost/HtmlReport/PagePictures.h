@@ -37,7 +37,7 @@ private:
                                std::vector<std::string>& pictures) const;
     std::string Take(const std::string& name) const;
 
-    ScratchFolder m_folder;
+    ScratchFolder m_folder{"ov-report"};
 };
 
 } // namespace OvPipeline

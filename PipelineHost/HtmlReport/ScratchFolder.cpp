@@ -9,11 +9,16 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <string>
+#include <thread>
 
 namespace OvPipeline {
 
 namespace {
+
+constexpr int mostAttempts = 20;
+constexpr auto betweenAttempts = std::chrono::milliseconds(10);
 
 [[noreturn]] void RemoveAtTheEnd(int alive, const std::filesystem::path& folder) {
     setpgid(0, 0); // what a terminal sends is not for this process
@@ -24,16 +29,20 @@ namespace {
     char byte = 0;
     while (read(STDIN_FILENO, &byte, 1) < 0 && errno == EINTR) {
     }
+    // A program that ends with this one may still write a file.
     std::error_code ignored;
-    std::filesystem::remove_all(folder, ignored);
+    for (int attempt = 0; attempt < mostAttempts && std::filesystem::exists(folder, ignored); ++attempt) {
+        if (attempt > 0) std::this_thread::sleep_for(betweenAttempts);
+        std::filesystem::remove_all(folder, ignored);
+    }
     _exit(0);
 }
 
 } // namespace
 
-ScratchFolder::ScratchFolder() {
+ScratchFolder::ScratchFolder(const std::string& purpose) {
     const std::filesystem::path folder = FolderForTemporaryFiles();
-    std::string name = (folder / "ov-report-XXXXXX").string();
+    std::string name = (folder / (purpose + "-XXXXXX")).string();
     int ends[2] = {-1, -1};
     if (pipe2(ends, O_CLOEXEC) == 0 && mkdtemp(name.data()) != nullptr) {
         m_path = name;

@@ -3,15 +3,16 @@
 #include <sys/types.h>
 
 #include <filesystem>
+#include <string>
 
 namespace OvPipeline {
 
-/// A folder for the files of other programs. It goes away with the object, and also where the program is
-/// ended from outside, by whatever signal: a process of its own waits for that.
+/// A folder for the files of other programs, which only this user may enter. It goes away with the object,
+/// and also where the program is ended from outside, by whatever signal: a process of its own waits for that.
 class ScratchFolder {
 public:
-    /// Throws std::runtime_error.
-    ScratchFolder();
+    /// purpose begins its name. Throws HostError.
+    explicit ScratchFolder(const std::string& purpose);
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
     ~ScratchFolder();

@@ -3,7 +3,6 @@
 #include "Job/FinishingCheck.h"
 #include "Job/InputKind.h"
 #include "Job/PdfConverter.h"
-#include "Job/PrivateFolder.h"
 #include "Job/TicketCheck.h"
 #include "Options/JobTicket.h"
 #include "Ppd/QueuePpd.h"
@@ -12,6 +11,7 @@
 #include <ComSupport/MsSafeCoinit.h>
 #include <Commands/StandardInput.h>
 #include <Common/HostError.h>
+#include <HtmlReport/ScratchFolder.h>
 #include <PrintTicket/PrintTicketError.h>
 #include <Report/HresultText.h>
 #include <Spooler/QueueFolderError.h>
@@ -167,7 +167,7 @@ int FilterJob::RunWatched(CancelWatch& watch) {
     job.file = OvPipeline::JobFile(m_arguments.file, m_arguments.title);
     if (kind == InputKind::Package) return RunPipeline(watch, std::move(job));
 
-    const PrivateFolder folder;
+    const OvPipeline::ScratchFolder folder("ovtoprinter"); // the server may kill its filters
     job.file.path = folder.Path() / "converted.xps";
     ConvertPdf(m_arguments.file, job.file.path, folder.Path(), watch);
     if (watch.IsCancelled()) return exitDone;

@@ -131,7 +131,7 @@ TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
 TEST_F(PagePicturesTest, FolderGoesAwayHoweverTheProgramEnds) {
     const EnvironmentVariable temporary("TMPDIR", m_folder.Path().string());
     {
-        const ScratchFolder folder;
+        const ScratchFolder folder("pictures");
         std::ofstream(folder.Path() / "file") << "text";
         EXPECT_EQ(1u, m_folder.Names().size());
     }
@@ -140,7 +140,7 @@ TEST_F(PagePicturesTest, FolderGoesAwayHoweverTheProgramEnds) {
     const pid_t child = fork();
     if (child == 0) {
         setpgid(0, 0);
-        const ScratchFolder folder;
+        const ScratchFolder folder("pictures");
         std::ofstream(folder.Path() / "file") << "text";
         kill(0, SIGKILL); // as a terminal ends all that it knows of
         _exit(1);

@@ -255,7 +255,7 @@ TEST_F(FilterProgramTest, AConverterGetsItsFilesAndNothingElse) {
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "open")); // the last is that of the listing
     EXPECT_EQ("/dev/null\n", TemporaryFolder::Read(m_folder / "input"));
     EXPECT_THAT(TemporaryFolder::Read(m_folder / "where"),
-                HasSubstr((m_folder / "tmp/ovtoprinter.").string()));
+                HasSubstr((m_folder / "tmp/ovtoprinter-").string()));
     EXPECT_THAT(Said(), Not(HasSubstr("80731942")));
     ExpectNothingLeft();
 }
@@ -291,6 +291,16 @@ TEST_F(FilterProgramTest, NoConverterOutlivesItsJob) {
     Start("job.pdf");
     EXPECT_EQ(1, Finish()) << Said();
     EXPECT_TRUE(IsGone("second"));
+    ExpectNothingLeft();
+    std::filesystem::remove(m_folder / "pid");
+    PutConverter("echo text >\"$TMPDIR/file\"; echo $$ >\"$OUT/pid\"; exec sleep 63\n");
+    Start("job.pdf");
+    ASSERT_TRUE(WaitFor("pid"));
+    kill(m_process, SIGKILL); // as a server does that has lost patience
+    EXPECT_EQ(-1, Finish());
+    EXPECT_TRUE(IsGone("pid"));
+    for (int i = 0; i < 500 && !std::filesystem::is_empty(m_folder / "tmp"); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
     ExpectNothingLeft();
 }
 
