@@ -138,11 +138,12 @@ private:
     }
 
     void AddParameters() {
+        KeywordMap<const SchemaParameterDef*> definitions; // of one name the first counts
+        for (const SchemaParameterDef& definition : m_capabilities.Schema().definitions)
+            definitions.emplace(definition.name, &definition);
         for (std::size_t i = 0; i < m_capabilities.Parameters().size(); ++i) {
             const ParameterRules& rules = m_capabilities.Parameters()[i];
-            // Of definitions of one name the first counts.
-            const auto definition = std::ranges::find(m_capabilities.Schema().definitions, rules.Name(),
-                                                      &SchemaParameterDef::name);
+            const SchemaParameterDef* const definition = definitions.at(rules.Name());
             const auto text = [&](const char* name) {
                 const SchemaProperty* const property =
                     FindProperty(definition->properties, SchemaSpace::Framework, name);

@@ -2,6 +2,7 @@
 #include "Ppd/PpdText.h"
 
 #include <Locale/ShownText.h>
+#include <PrintTicket/PrintTicketMerge.h>
 #include <Spooler/QueueFolderError.h>
 
 #include <signal.h>
@@ -59,7 +60,9 @@ int main(int count, char** arguments) {
             return Finish();
         }
         const OvPrintServer::PpdWishes wishes = Read(given);
-        const OvPrintServer::QueueOffer offer(OvPlatform::QueueFolder::Load(wishes.queue));
+        const auto queue = OvPlatform::QueueFolder::Load(wishes.queue);
+        const OvPlatform::PrintTicketMerge readsBoth(queue); // as each job does
+        const OvPrintServer::QueueOffer offer(queue);
         std::cout << OvPrintServer::PpdText(offer, wishes);
         return Finish();
     } catch (const std::exception& error) {

@@ -57,4 +57,23 @@ TEST_F(MakeQueueTest, SaysOneLineOfWhatWentWrongAndLeavesNothing) {
     EXPECT_TRUE(std::filesystem::is_empty(m_folder / "tmp"));
 }
 
+// A queue that no job could use is none.
+TEST_F(MakeQueueTest, DocumentsThatCannotBeUsedMakeNoQueue) {
+    const std::filesystem::path queue = m_folder / "queue";
+    std::filesystem::copy(OV_SOURCE_DIR "/Samples/Queues/MonoOffice", queue);
+    std::string capabilities = TemporaryFolder::Read(queue / "capabilities.xml");
+    capabilities.insert(
+        capabilities.rfind("</"),
+        "<c:Constraint xmlns:c=\"urn:ov-platform:queue-constraints:1\"><c:Choice feature=\"psk:None\" "
+        "options=\"psk:A\"/><c:Choice feature=\"psk:PageMediaSize\" options=\"psk:ISOA4\"/>"
+        "</c:Constraint>");
+    std::filesystem::remove(queue / "capabilities.xml");
+    m_folder.Write("queue/capabilities.xml", capabilities);
+    const auto [ended, said] =
+        Run("OV_PPD=" OV_BINARY_DIR "/bin/ovppd", "a --queue " + queue.string() + " --device a:b");
+    EXPECT_EQ(1, ended);
+    EXPECT_NE(said.find("constraint: there is no feature"), std::string::npos) << said;
+    EXPECT_EQ(said.size() - 1, said.find('\n')) << said;
+}
+
 } // namespace
