@@ -290,9 +290,10 @@ private:
         Choices& choices = m_choices[std::string(row.setting)];
         std::string standard;
         for (const OfferedOption& option : feature->options) {
-            std::string name = HasOwnWords(row) || row.how == How::Resolution ? ChoiceName(row, option)
-                                                                              : NameFor(option.localName);
-            if (name.empty()) continue;
+            const bool hasOwnName = !HasOwnWords(row) && row.how != How::Resolution;
+            std::string name = hasOwnName ? NameFor(option.localName) : ChoiceName(row, option);
+            // A name that a PPD does not hold whole is none that a job could choose.
+            if (name.empty() || (hasOwnName && !AreAlike(name, option.localName))) continue;
             if (feature->byDefault == &option) standard = name;
             choices.Add({std::move(name), TextFor(option.displayName), &option});
         }

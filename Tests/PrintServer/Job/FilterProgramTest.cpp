@@ -27,7 +27,7 @@ protected:
     FilterProgramTest() {
         WriteJob(2);
         m_folder.Write("job.pdf", "%PDF-1.4 of nobody's");
-        std::filesystem::create_directory(m_folder / "tmp");
+        std::filesystem::create_directory(m_folder / "tm%p");
         std::filesystem::create_directory(m_folder / "programs");
     }
     ~FilterProgramTest() override { Finish(); }
@@ -56,10 +56,12 @@ protected:
         int ends[2] = {-1, -1};
         if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
         m_output = ends[0];
-        const std::vector<std::string> environment{
-            "OV_QUEUE=" + queue, "TMPDIR=" + (m_folder / "tmp").string(),
-            "PATH=" + (m_folder / "programs").string() + m_path, "OUT=" + m_folder.Path().string(),
-            "OV_PIPELINE=" + m_pipeline};
+        const std::vector<std::string> environment{"OV_QUEUE=" + queue,
+                                                   "TMPDIR=" + (m_folder / "tm%p").string(),
+                                                   "PATH=" + (m_folder / "programs").string() + m_path,
+                                                   "OUT=" + m_folder.Path().string(),
+                                                   "OV_PIPELINE=" + m_pipeline,
+                                                   "GS_OPTIONS=-dSAFER"};
         std::vector<std::string> arguments{"ovtoprinter", "7", m_title, m_title, m_copies, options};
         if (!file.empty()) arguments.push_back((m_folder / file).string());
         std::vector<char*> environmentList = List(environment);
@@ -119,7 +121,7 @@ protected:
         return !std::filesystem::exists(state);
     }
     void ExpectNothingLeft() const {
-        EXPECT_TRUE(std::filesystem::is_empty(m_folder / "tmp"));
+        EXPECT_TRUE(std::filesystem::is_empty(m_folder / "tm%p"));
         EXPECT_EQ("", TemporaryFolder::Read(m_folder / "channel"));
     }
 
@@ -228,6 +230,23 @@ TEST_F(FilterProgramTest, WhatThePrinterOrItsQueueDoesOtherwiseIsSaid) {
     EXPECT_EQ(1, LinesOf("PAGE: 2 3\n")) << Said();
 }
 
+TEST_F(FilterProgramTest, OfManyOptionsThatCannotBeHadSomeAreSaid) {
+    std::string options = "media=";
+    for (int i = 0; i < 20; ++i)
+        options += "tray-9" + std::to_string(i) + ",";
+    for (int i = 0; i < 10; ++i)
+        options += " thing" + std::to_string(i) + "=1";
+    Start("job.xps", options, OV_SOURCE_DIR "/Samples/Queues/MonoOffice");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(12, LinesOf("WARNING: media=")) << Said();
+    EXPECT_EQ(1, LinesOf("WARNING: 8 more options cannot be had\n")) << Said();
+    EXPECT_THAT(Said(),
+                HasSubstr("INFO: 10 options mean nothing to this printer: thing0, thing1, thing2, thing3, "
+                          "thing4, thing5, thing6, thing7, ...\n"));
+    // What the filters have got over is said as well.
+    EXPECT_EQ(1, LinesOf("WARNING: the job asks for several pages on a sheet")) << Said();
+}
+
 TEST_F(FilterProgramTest, AReaderThatGoesAwayEndsTheJob) {
     Start("job.xps");
     CloseOutput();
@@ -255,8 +274,20 @@ TEST_F(FilterProgramTest, AConverterGetsItsFilesAndNothingElse) {
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "open")); // the last is that of the listing
     EXPECT_EQ("/dev/null\n", TemporaryFolder::Read(m_folder / "input"));
     EXPECT_THAT(TemporaryFolder::Read(m_folder / "where"),
-                HasSubstr((m_folder / "tmp/ovtoprinter-").string()));
+                HasSubstr((m_folder / "tm%p/ovtoprinter-").string()));
     EXPECT_THAT(Said(), Not(HasSubstr("80731942")));
+    ExpectNothingLeft();
+}
+
+TEST_F(FilterProgramTest, AConvertedDocumentIsPrintedAndTheConverterNotMissedAnyMore) {
+    // A percent sign in the name of its output stands there twice.
+    PutConverter("for a; do case $a in -sOutputFile=*) o=${a#*=};; esac; done\n"
+                 "cp \"$OUT/job.xps\" \"$(echo \"$o\" | sed s/%%/%/g)\"\n"
+                 "case $o in *%%*) ;; *) exit 1;; esac; [ -z \"$GS_OPTIONS\" ]\n");
+    Start("job.pdf", "page-ranges=2");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ("STATE: -cups-missing-filter-warning\nPAGE: 1 1\nATTR: job-media-progress=100\n", Said());
+    EXPECT_THAT(m_stream, HasSubstr("%%Pages: 1\n"));
     ExpectNothingLeft();
 }
 
@@ -299,7 +330,7 @@ TEST_F(FilterProgramTest, NoConverterOutlivesItsJob) {
     kill(m_process, SIGKILL); // as a server does that has lost patience
     EXPECT_EQ(-1, Finish());
     EXPECT_TRUE(IsGone("pid"));
-    for (int i = 0; i < 500 && !std::filesystem::is_empty(m_folder / "tmp"); ++i)
+    for (int i = 0; i < 500 && !std::filesystem::is_empty(m_folder / "tm%p"); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
     ExpectNothingLeft();
 }

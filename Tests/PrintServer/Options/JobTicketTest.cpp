@@ -83,6 +83,9 @@ TEST_F(JobTicketTest, OptionsBecomeTheTicketsSettings) {
         EXPECT_EQ(value, Setting(options, setting)) << options;
         EXPECT_THAT(Make(options).left, IsEmpty()) << options;
     }
+    const std::string nUp = Make("number-up=4 number-up-layout=tblr").xml;
+    const std::string feature = "\"psk:JobNUpAllDocumentsContiguously\"";
+    EXPECT_EQ(nUp.find(feature), nUp.rfind(feature)); // with its direction inside
     EXPECT_THAT(Make("job-password=80731942").xml, HasSubstr("\"xsd:string\">80731942<"));
     EXPECT_EQ("7", Merged(m_color, Make("", 7).xml, "psk:JobCopiesAllDocuments"));
     EXPECT_EQ("1-3,7,9-", Make("page-ranges=1-3,7,9-").pages);
@@ -173,6 +176,7 @@ TEST_F(JobTicketTest, WhatCannotBeHadIsLeftAndNamed) {
              {"finishings=20,78", "finishings=78"},
              {"print-quality=9", "print-quality=9"},
              {"Resolution=600x", "Resolution=600x"},
+             {"printer-resolution=600x300dpi", "printer-resolution=600x300dpi"},
              {"page-ranges=0-4", "page-ranges=0-4"},
              {"page-ranges=4-2", "page-ranges=4-2"},
              {"page-ranges=1-4x", "page-ranges=1-4x"},

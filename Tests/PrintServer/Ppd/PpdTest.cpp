@@ -49,6 +49,9 @@ TEST_F(PpdTest, SaysWhatThePrinterHasAndTheQueueChooses) {
         EXPECT_EQ(choice, DefaultOf(ppd.get(), keyword)) << keyword;
     EXPECT_EQ(1, ppd->color_device);
     EXPECT_EQ(1, ppd->variable_sizes);
+    EXPECT_STREQ("9999", ppdFindAttr(ppd.get(), "cupsMaxCopies", nullptr)->value);
+    EXPECT_NEAR(330200 * 72 / 25400.0, ppd->custom_max[0], 0.01);
+    EXPECT_NEAR(1200000 * 72 / 25400.0, ppd->custom_max[1], 0.01);
     EXPECT_STREQ("**********", ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value);
     const ppd_size_t* const paper = ppdPageSize(ppd.get(), "A4");
     const double margin = 4200 * 72 / 25400.0;
@@ -167,15 +170,27 @@ TEST_F(PpdTest, LeavesOutWhatNobodyCanChoose) {
         for (const char* const edge : {"Left", "Top", "Right", "Bottom"})
             replace(std::string("psk:HolePunch") + holes + edge + "\" constrained=\"psk:None",
                     std::string("psk:HolePunch") + holes + edge + "\" constrained=\"psk:PrintTicketSettings");
+    // A name that a PPD would cut, a rule about one feature alone, and a default that is not the first.
+    replace("stationery-recycled", "stationery-that-has-been-used-once-before-and-not-more");
+    text.insert(text.find("<qc:Constraint>"), "<qc:Constraint><qc:Choice feature=\"psk:PageMediaType\" "
+                                              "options=\"psk:Plain\"/></qc:Constraint>");
+    std::string& ticket = description.defaultTicket;
+    ticket.replace(ticket.find("psk:ISOA4"), 9, "psk:NorthAmericaLetter");
     const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
     const Ppd ppd = Write(offer);
     ASSERT_TRUE(ppd);
+    EXPECT_EQ("Letter", DefaultOf(ppd.get(), "PageSize"));
+    ppd_option_t* const types = ppdFindOption(ppd.get(), "MediaType");
+    EXPECT_TRUE(
+        std::none_of(types->choices, types->choices + types->num_choices, [](const ppd_choice_t& choice) {
+            return std::string(choice.choice).starts_with("stationery-that");
+        }));
     ppd_option_t* const sizes = ppdFindOption(ppd.get(), "PageSize");
     EXPECT_EQ(1,
               std::count_if(sizes->choices, sizes->choices + sizes->num_choices,
                             [](const ppd_choice_t& choice) { return std::string(choice.choice) == "A4"; }));
-    EXPECT_EQ(nullptr, ppdFindChoice(ppdFindOption(ppd.get(), "MediaType"), "Letterhead"));
-    EXPECT_NE(nullptr, ppdFindChoice(ppdFindOption(ppd.get(), "MediaType"), "Plain"));
+    EXPECT_EQ(nullptr, ppdFindChoice(types, "Letterhead"));
+    EXPECT_NE(nullptr, ppdFindChoice(types, "Plain"));
     EXPECT_EQ(nullptr, ppdFindOption(ppd.get(), "Punch"));
 }
 
@@ -185,11 +200,17 @@ TEST_F(PpdTest, NamesOfTheQueueEndNoLine) {
     const std::string name = ">Recycled<";
     description.capabilities.replace(description.capabilities.find(name), name.size(),
                                      ">Re&#10;*cupsFilter2: \"a/b c/d 0 sh\"/:\u00e9\u65e5<");
+    const std::string plain = ">Bond<"; // 79 bytes, and a character of two
+    description.capabilities.replace(description.capabilities.find(plain), plain.size(),
+                                     ">" + std::string(79, 'x') + "\u00e9<");
+    description.driverProperties[L"ProductName"] = std::wstring(L"A (fast)\n*One");
     const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
     const Ppd ppd = Write(offer);
     ASSERT_TRUE(ppd);
     const std::string text = TemporaryFolder::Read(m_folder / "queue.ppd");
     EXPECT_THAT(text, HasSubstr("stationery-recycled/Re *cupsFilter2   a b c d 0 sh   \u00e9\u65e5: \"\""));
+    EXPECT_THAT(text, HasSubstr("/" + std::string(79, 'x') + ": \"\""));
+    EXPECT_THAT(text, HasSubstr("*Product: \"(A  fast  *One)\""));
 }
 
 } // namespace
