@@ -289,6 +289,14 @@ TEST_F(FilterProgramTest, AConvertedDocumentIsPrintedAndTheConverterNotMissedAny
     EXPECT_EQ("STATE: -cups-missing-filter-warning\nPAGE: 1 1\nATTR: job-media-progress=100\n", Said());
     EXPECT_THAT(m_stream, HasSubstr("%%Pages: 1\n"));
     ExpectNothingLeft();
+    // One that has written and failed all the same.
+    PutConverter(
+        "for a; do case $a in -sOutputFile=*) cp \"$OUT/job.xps\" \"$(echo \"${a#*=}\" | sed s/%%/%/g)\";; "
+        "esac; done; exit 3\n");
+    m_stream.clear();
+    Start("job.pdf");
+    EXPECT_EQ(1, Finish()) << Said();
+    EXPECT_THAT(m_stream, IsEmpty());
 }
 
 TEST_F(FilterProgramTest, ACancelledJobEndsItsConverterToo) {
@@ -305,6 +313,7 @@ TEST_F(FilterProgramTest, ACancelledJobEndsItsConverterToo) {
     EXPECT_EQ(-1, kill(converter, 0));
     EXPECT_EQ(0, LinesOf("ERROR: ")) << Said();
     EXPECT_EQ(1, LinesOf("INFO: the job is cancelled")) << Said();
+    EXPECT_EQ(0, LinesOf("STATE: ")) << Said();
     ExpectNothingLeft();
 }
 
