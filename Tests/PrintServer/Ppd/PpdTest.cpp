@@ -50,6 +50,10 @@ TEST_F(PpdTest, SaysWhatThePrinterHasAndTheQueueChooses) {
     EXPECT_EQ(1, ppd->color_device);
     EXPECT_EQ(1, ppd->variable_sizes);
     EXPECT_STREQ("9999", ppdFindAttr(ppd.get(), "cupsMaxCopies", nullptr)->value);
+    EXPECT_STREQ("3401.57", ppdFindAttr(ppd.get(), "MaxMediaHeight", nullptr)->value);
+    const std::string text = TemporaryFolder::Read(m_folder / "queue.ppd");
+    EXPECT_THAT(text, HasSubstr("\n*cupsIPPFinishings 20/staple-top-left: \"*Stapling StapleTopLeft\"\n"));
+    EXPECT_THAT(text, HasSubstr("\n*cupsIPPFinishings 74/punch-dual-left: \"*Punch HolePunchDualLeft\"\n"));
     EXPECT_NEAR(330200 * 72 / 25400.0, ppd->custom_max[0], 0.01);
     EXPECT_NEAR(1200000 * 72 / 25400.0, ppd->custom_max[1], 0.01);
     EXPECT_STREQ("**********", ppdFindAttr(ppd.get(), "cupsJobPassword", nullptr)->value);
