@@ -1,5 +1,7 @@
 #include "HtmlReport/RendererProcess.h"
 
+#include "Common/ProgramEnvironment.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <string.h>
@@ -27,7 +29,8 @@ void Limit(int what, rlim_t most) {
 }
 
 // Only what is safe behind a fork.
-[[noreturn]] void Become(const char* program, char* const* arguments, const char* folder) {
+[[noreturn]] void Become(const char* program, char* const* arguments, char* const* environment,
+                         const char* folder) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setpgid(0, 0); // so that what it starts ends with it
     signal(SIGPIPE, SIG_DFL);
@@ -38,7 +41,7 @@ void Limit(int what, rlim_t most) {
     Limit(RLIMIT_FSIZE, largestFile);
     Limit(RLIMIT_AS, mostMemory);
     Limit(RLIMIT_CORE, 0);
-    if (chdir(folder) == 0) execv(program, arguments);
+    if (chdir(folder) == 0) execve(program, arguments, environment);
     _exit(cannotRun);
 }
 
@@ -58,8 +61,9 @@ std::string RendererProcess::Run(const std::filesystem::path& program,
     for (const std::string& argument : arguments)
         words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
+    const ProgramEnvironment environment(folder);
     const pid_t child = fork();
-    if (child == 0) Become(program.c_str(), words.data(), folder.c_str());
+    if (child == 0) Become(program.c_str(), words.data(), environment.Pointers(), folder.c_str());
     if (child < 0) return std::string("no process can be started: ") + strerror(errno);
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
     setpgid(child, child); // whoever of the two comes first

@@ -1,5 +1,6 @@
 #include "Job/PdfConverter.h"
 
+#include <Common/ProgramEnvironment.h>
 #include <Common/ProgramPath.h>
 
 #include <fcntl.h>
@@ -13,7 +14,6 @@
 #include <fstream>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -22,21 +22,13 @@ namespace OvPrintServer {
 namespace {
 
 constexpr int cannotRun = 127;
+// The converter leaves out pages without a mark, and a sheet's back would become its front: each gets one,
+// white and beside the paper.
+constexpr const char* marksEachPage =
+    "<</EndPage{exch pop dup 2 lt{gsave initgraphics 1 setgray newpath -9 -9 moveto -8 -9 lineto stroke "
+    "grestore}if 2 ne}>>setpagedevice";
 constexpr auto betweenLooks = std::chrono::milliseconds(5);
 constexpr auto patience = std::chrono::seconds(2); // with one that was asked to end
-
-// The environment without what changes the converter's options, and with its own place for temporary files.
-std::vector<std::string> Environment(const std::filesystem::path& folder) {
-    std::vector<std::string> environment;
-    for (char** at = environ; *at != nullptr; ++at) {
-        const std::string_view variable = *at;
-        if (!variable.starts_with("GS_") && !variable.starts_with("TMPDIR=") &&
-            !variable.starts_with("TEMP="))
-            environment.emplace_back(variable);
-    }
-    environment.push_back("TMPDIR=" + folder.string());
-    return environment;
-}
 
 std::vector<char*> Pointers(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
@@ -48,7 +40,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 }
 
 // Between fork and exec: nothing but calls of the system.
-[[noreturn]] void BecomeConverter(const char* program, char** arguments, char** environment,
+[[noreturn]] void BecomeConverter(const char* program, char* const* arguments, char* const* environment,
                                   const char* words) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     setpgid(0, 0); // so that what it starts ends with it
@@ -115,18 +107,18 @@ void ConvertPdf(const std::filesystem::path& pdf, const std::filesystem::path& x
                                        "-dNOPAUSE",
                                        "-sDEVICE=xpswrite",
                                        "-sOutputFile=" + output,
+                                       "-c",
+                                       marksEachPage,
                                        "-f",
                                        std::filesystem::absolute(pdf).string()};
-    std::vector<std::string> environment = Environment(folder);
+    const OvPipeline::ProgramEnvironment environment(folder);
     const std::vector<char*> argumentPointers = Pointers(arguments);
-    const std::vector<char*> environmentPointers = Pointers(environment);
     const std::string words = (folder / "converter-words").string();
 
     const pid_t child = fork();
     if (child < 0) throw ConversionError("the converter cannot be started");
     if (child == 0)
-        BecomeConverter(program.c_str(), const_cast<char**>(argumentPointers.data()),
-                        const_cast<char**>(environmentPointers.data()), words.c_str());
+        BecomeConverter(program.c_str(), argumentPointers.data(), environment.Pointers(), words.c_str());
     const int status = WaitFor(child, watch);
     if (watch.IsCancelled()) return;
     if (WIFEXITED(status) && WEXITSTATUS(status) == 0 && std::filesystem::exists(xps)) return;

@@ -103,13 +103,14 @@ TEST_F(PagePicturesTest, StreamIsCutFreeOfItsPjl) {
 
 TEST_F(PagePicturesTest, ProcessInheritsNothingAndDoesNotStayForEver) {
     const int open = dup(STDERR_FILENO); // which a child would have
-    Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard; "
+    Program("list", "/bin/ls /proc/self/fd > list.txt; echo heard; echo $TMPDIR > where.txt; "
                     "echo $(ulimit -f) $(ulimit -v) $(ulimit -c) > bounds.txt");
     EXPECT_EQ("", RendererProcess::Run(ProgramPath("list"), {}, m_folder.Path(), 10));
     close(open);
     // The three streams, and the folder that is listed.
     EXPECT_EQ("0\n1\n2\n3\n", TemporaryFolder::Read(m_folder / "list.txt"));
     EXPECT_EQ("2097152 4194304 0\n", TemporaryFolder::Read(m_folder / "bounds.txt")); // 1 GB, 4 GB, none
+    EXPECT_EQ(m_folder.Path().string() + "\n", TemporaryFolder::Read(m_folder / "where.txt"));
     Program("leaver", "/bin/sleep 60 & echo $! > left.txt");
     EXPECT_EQ("", RendererProcess::Run(ProgramPath("leaver"), {}, m_folder.Path(), 10));
     std::string left = TemporaryFolder::Read(m_folder / "left.txt");

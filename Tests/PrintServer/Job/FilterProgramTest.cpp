@@ -1,6 +1,8 @@
 // The filter in a process of its own, as a print server runs it.
 #include "Support/SampleJob.h"
 
+#include <Common/ProgramPath.h>
+
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -252,6 +254,23 @@ TEST_F(FilterProgramTest, AReaderThatGoesAwayEndsTheJob) {
     CloseOutput();
     EXPECT_EQ(1, Finish());
     EXPECT_EQ(1, LinesOf("ERROR: ")) << Said();
+    ExpectNothingLeft();
+}
+
+// Also one without a mark, which would bring the other sides of sheets into disorder.
+TEST_F(FilterProgramTest, EveryPageOfAConvertedDocumentIsPrinted) {
+    if (OvPipeline::ProgramPath("gs").empty()) GTEST_SKIP() << "no converter is installed";
+    const std::string pdf =
+        "%PDF-1.4\n1 0 obj<</Type/Catalog/Pages 2 0 R>>endobj\n"
+        "2 0 obj<</Type/Pages/Count 3/Kids[3 0 R 4 0 R 3 0 R]/MediaBox[0 0 595 842]>>endobj\n"
+        "3 0 obj<</Type/Page/Parent 2 0 R/Contents 5 0 R>>endobj\n"
+        "4 0 obj<</Type/Page/Parent 2 0 R>>endobj\n"
+        "5 0 obj<</Length 21>>stream\n100 100 200 200 re f \nendstream endobj\n"
+        "trailer<</Root 1 0 R>>\n";
+    m_folder.Write("job.pdf", pdf);
+    Start("job.pdf");
+    EXPECT_EQ(0, Finish()) << Said();
+    EXPECT_EQ(3, LinesOf("PAGE: ")) << Said();
     ExpectNothingLeft();
 }
 
