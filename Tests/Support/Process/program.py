@@ -88,14 +88,14 @@ def is_markup(text):
         return False
 
 
-def faults(outcome, codes=(0, 1, 3), prints_ticket=False):
+def faults(outcome, codes=(0, 1, 3), prints_ticket=False, longest=LINE):
     """What is wrong with how it ended and what it said, whatever it was asked. A ticket's lines end as the DOM has it."""
     if outcome.is_late:
         return [f"does not end within {SECONDS} s"]
     if outcome.code not in codes:
         return [f"ends with {outcome.code}: {outcome.err.decode(errors='replace')[:1500]!a}"]
     said = outcome.out.replace(b"\r\n", b"\n") if prints_ticket else outcome.out
-    found = faults_of_text(said, "the output", None if prints_ticket else LINE)
+    found = faults_of_text(said, "the output", None if prints_ticket else longest)
     found += faults_of_text(outcome.err, "the error line")
     if outcome.megabytes > MEGABYTES:
         found.append(f"takes {outcome.megabytes} MB")
