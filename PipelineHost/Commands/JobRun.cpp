@@ -3,6 +3,7 @@
 #include "Chain/Pipeline.h"
 #include "Commands/JobWatch.h"
 #include "Commands/JobWishesOf.h"
+#include "Commands/KeptInputs.h"
 #include "Commands/StandardOutput.h"
 #include "Commands/Trouble.h"
 
@@ -63,11 +64,10 @@ void NameOutput(JobDescription& job, const CommandOptions& options, const std::f
         job.output = folder / DefaultOutput(job.file.path, job.file.path.extension().string());
         job.byteOutput = folder / DefaultOutput(job.file.path, ".prn");
     }
-    std::error_code error;
-    if ((stream && stream->LeadsTo(job.file.path)) ||
-        std::filesystem::equivalent(job.file.path, job.output, error) ||
-        std::filesystem::equivalent(job.file.path, job.byteOutput, error))
+    if (stream && stream->LeadsTo(job.file.path))
         throw UsageError("the output would take the place of the job " + job.file.name);
+    KeepInputs(options, "the output", job.output);
+    KeepInputs(options, "the output", job.byteOutput);
 }
 
 } // namespace

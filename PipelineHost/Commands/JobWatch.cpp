@@ -46,9 +46,9 @@ void Tell(char what) {
 
 // A terminal shows there what was typed, or how far the job is.
 [[noreturn]] void EndNow(const char* line, int code) {
-    ssize_t ignored = isTerminal ? write(STDERR_FILENO, "\n", 1) : 0;
-    ignored = write(STDERR_FILENO, line, std::strlen(line));
-    static_cast<void>(ignored);
+    const ssize_t ended = isTerminal ? write(STDERR_FILENO, "\n", 1) : 0;
+    const ssize_t said = write(STDERR_FILENO, line, std::strlen(line));
+    static_cast<void>(ended + said);
     _exit(code);
 }
 

@@ -3,6 +3,7 @@
 #include "Commands/FamilyChoice.h"
 #include "Commands/JobRun.h"
 #include "Commands/JobWatch.h"
+#include "Commands/KeptInputs.h"
 #include "Commands/QueueConfiguration.h"
 #include "Commands/StandardOutput.h"
 #include "HtmlReport/DeviceSection.h"
@@ -39,9 +40,7 @@ public:
                 throw UsageError("what comes by the input stream has no name: -o names the output");
             file = options.job.path.stem().string() + "-report.html";
         }
-        std::error_code error;
-        if (std::filesystem::equivalent(options.job.path, file, error))
-            throw UsageError("the report would take the place of the job " + options.job.name);
+        KeepInputs(options, "the report", file);
         m_output = std::make_unique<OvPlatform::OutputFile>(file);
     }
 

@@ -3,6 +3,7 @@
 #include "Support/EnvironmentVariable.h"
 #include "Support/Rows.h"
 #include "Support/SampleJob.h"
+#include "Support/TicketText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -93,6 +94,25 @@ TEST_F(CommandsTest, WrongUsageIsOneLineAndItsOwnExitCode) {
         EXPECT_THAT(result.errors, HasSubstr("(see ov-pipeline --help)"));
     }
     EXPECT_THAT(m_folder.Names(), ElementsAre("job.xps"));
+}
+
+TEST_F(CommandsTest, NoOutputTakesThePlaceOfATicketOrAConfiguration) {
+    SampleJob().Write("job.xps");
+    const std::string ticket = TicketText("");
+    m_folder.Write("t.xml", ticket);
+    const std::string configuration =
+        TemporaryFolder::Read(OV_SOURCE_DIR "/Samples/Pipelines/pass-through.xml");
+    m_folder.Write("c.xml", configuration);
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"run", "--ticket", "t.xml", "--filter", passThrough, "-o", "./t.xml"},
+          {"run", "--config", "c.xml", "-o", "c.xml"},
+          {"report", "--no-pictures", "--ticket", "t.xml", "-o", "t.xml"}}) {
+        std::vector<std::string> whole = arguments;
+        whole.emplace_back("job.xps");
+        ExpectRefusal(CommandRun(whole), ExitUsage, "would take the place of the ");
+    }
+    EXPECT_EQ(ticket, TemporaryFolder::Read("t.xml"));
+    EXPECT_EQ(configuration, TemporaryFolder::Read("c.xml"));
 }
 
 TEST_F(CommandsTest, RunSumsUpWhatItDidAndWhatDidNotReachTheOutput) {
