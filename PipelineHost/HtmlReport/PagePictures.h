@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HtmlReport/ScratchFolder.h"
+#include "Common/ScratchFolder.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -11,7 +11,7 @@
 #include <ComSupport/MsSafeCoinit.h>
 #include <Commands/StandardInput.h>
 #include <Common/HostError.h>
-#include <HtmlReport/ScratchFolder.h>
+#include <Common/ScratchFolder.h>
 #include <PrintTicket/PrintTicketError.h>
 #include <Report/HresultText.h>
 #include <Spooler/QueueFolderError.h>

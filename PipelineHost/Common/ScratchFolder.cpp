@@ -1,4 +1,4 @@
-#include "HtmlReport/ScratchFolder.h"
+#include "Common/ScratchFolder.h"
 
 #include "Common/TemporaryFiles.h"
 
