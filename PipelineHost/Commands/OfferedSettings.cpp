@@ -99,6 +99,7 @@ private:
 
     std::vector<Setting> ReadScored(const std::vector<SchemaProperty>& properties) const {
         std::vector<Setting> scored;
+        scored.reserve(properties.size());
         for (const SchemaProperty& property : properties)
             scored.push_back({NameOf(property.name), ValueOf(property), !property.parameter.Empty()});
         return scored;

@@ -486,8 +486,8 @@ TEST_F(CommandsTest, NoReportShowsAPassword) {
     for (const std::string& password : passwords) {
         std::ofstream(password[0] == '8' ? "a.xml" : "b.xml") << ticket(password);
         std::ofstream(password[0] == '8' ? "a.prn" : "b.prn")
-            << "\x1B%-12345X@PJL XJOBPASSWORD = " + password + "\r\n@PJL COMMENT OID_ATT_JOB_PASSWORD \"" +
-                   password + "\";\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS-Adobe-3.0\n%%EOF\n\x1B%-12345X";
+            << "\x1B%-12345X@PJL XJOBPASSWORD = " << password << "\r\n@PJL COMMENT OID_ATT_JOB_PASSWORD \""
+            << password << "\";\n@PJL ENTER LANGUAGE=POSTSCRIPT\n%!PS-Adobe-3.0\n%%EOF\n\x1B%-12345X";
     }
     const std::pair<std::vector<std::string>, const char*> reports[] = {
         {{"ticket", "--explain", "job.xps"}, "JobPasscodeString "},

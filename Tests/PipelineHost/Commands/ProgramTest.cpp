@@ -26,6 +26,11 @@ namespace {
 const std::string passThrough = OV_BINARY_DIR "/lib/libPassThrough.so";
 const std::string misbehaves = OV_BINARY_DIR "/lib/libMisbehaves.so";
 
+std::string Value(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr ? value : "";
+}
+
 // ov-pipeline with its error stream on a pipe or a terminal. Killed at the end if it still runs.
 class Program {
 public:
@@ -122,12 +127,12 @@ TEST_F(ProgramTest, TakesAJobFromTheInputStream) {
     const std::string job = m_folder / "job.xps";
     const EnvironmentVariable name("OV_TEST_JOB", job);
     const auto pipe = [] { dup2(popen("cat \"$OV_TEST_JOB\"", "r")->_fileno, STDIN_FILENO); };
-    const auto file = [] { dup2(open(std::getenv("OV_TEST_JOB"), O_RDONLY), STDIN_FILENO); };
+    const auto file = [] { dup2(open(Value("OV_TEST_JOB").c_str(), O_RDONLY), STDIN_FILENO); };
     const auto nothing = [] { dup2(open("/dev/null", O_RDONLY), STDIN_FILENO); };
     // Of a file that somebody has read a part of, the rest.
     m_folder.Write("out/behind.xps", "read" + TemporaryFolder::Read(job));
     const auto rest = [] {
-        const std::string behind = std::string(std::getenv("OV_TEST_JOB")) + "/../out/behind.xps";
+        const std::string behind = Value("OV_TEST_JOB") + "/../out/behind.xps";
         dup2(open(std::filesystem::path(behind).lexically_normal().c_str(), O_RDONLY), STDIN_FILENO);
         lseek(STDIN_FILENO, 4, SEEK_SET);
     };

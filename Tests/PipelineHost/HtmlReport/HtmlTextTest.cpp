@@ -24,7 +24,9 @@ TEST(HtmlText, TextAndValuesAreEscapedAndShown) {
     for (const auto& [text, shown] : rows) {
         HtmlText html;
         html.Open("p", {{"title", text}}).Text(text).Close();
-        EXPECT_EQ("<p title=\"" + shown + "\">" + shown + "</p>", html.Result());
+        std::string written = "<p title=\"";
+        written.append(shown).append("\">").append(shown).append("</p>");
+        EXPECT_EQ(written, html.Result());
     }
 }
 

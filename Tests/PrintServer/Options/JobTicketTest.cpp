@@ -104,10 +104,13 @@ TEST_F(JobTicketTest, LayoutsAndFinishingsHaveAllTheirWords) {
         return Setting("number-up=4 number-up-layout=" + word,
                        "psk:JobNUpAllDocumentsContiguously/psk:PresentationDirection");
     };
+    const auto named = [](const std::string& one, const std::string& two) {
+        return std::string("psk:").append(one).append(two);
+    };
     for (const auto& [row, to] : across)
         for (const auto& [column, then] : along) {
-            EXPECT_EQ("psk:" + to + then, direction(row + column));
-            EXPECT_EQ("psk:" + then + to, direction(column + row));
+            EXPECT_EQ(named(to, then), direction(row + column));
+            EXPECT_EQ(named(then, to), direction(column + row));
         }
     const auto options = [](const std::string& word) {
         std::set<std::string> found;
