@@ -1,6 +1,6 @@
 #include "Job/FilterJob.h"
 
-#include "Job/FinishingCheck.h"
+#include "Job/DeviceCheck.h"
 #include "Job/InputKind.h"
 #include "Job/PdfConverter.h"
 #include "Job/TicketCheck.h"

@@ -4,7 +4,7 @@
 
 #include <Common/Text.h>
 #include <DeviceControl/HeldJobPasscode.h>
-#include <Job/FinishingCheck.h>
+#include <Job/DeviceCheck.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 namespace {
 
-class FinishingCheckTest : public InApartment<> {
+class DeviceCheckTest : public InApartment<> {
 protected:
     static std::vector<std::string> Untold(const OvPlatform::QueueDescription& description,
                                            const std::string& options) {
@@ -32,15 +32,31 @@ protected:
 };
 
 // Kestrel staples and punches by counts, and a queue that offers corners and edges has none.
-TEST_F(FinishingCheckTest, WhatTheDeviceGetsNoCommandForIsFound) {
+TEST_F(DeviceCheckTest, WhatTheDeviceGetsNoCommandForIsFound) {
     EXPECT_THAT(Untold(m_color, "finishings=20,74,100"), ElementsAre("finishings=20", "finishings=74"));
     EXPECT_THAT(Untold(m_color, "Stapling=StapleTopRight Fold=FoldZ"),
                 ElementsAre("Stapling=StapleTopRight"));
-    // Nothing is asked of the finisher.
-    EXPECT_THAT(Untold(m_color, "Stapling=None Punch=None sides=one-sided mirror"), IsEmpty());
+    EXPECT_THAT(
+        Untold(m_color, "mirror printer-resolution=1200dpi print-scaling=fit orientation-requested=6"),
+        ElementsAre("printer-resolution=1200dpi", "orientation-requested=6", "print-scaling=fit",
+                    "mirror=true"));
+    // One of two settings is enough, by the family or by the device's own.
+    EXPECT_THAT(Untold(m_color, "print-color-mode=monochrome orientation-requested=4 print-quality=3"),
+                IsEmpty());
+    // As the queue has it, or told with the pages.
+    EXPECT_THAT(Untold(m_color, "Stapling=None Punch=None sides=one-sided media=a5,tray-2 number-up=2 "
+                                "print-rendering-intent=perceptual printer-resolution=600dpi"),
+                IsEmpty());
 }
 
-TEST_F(FinishingCheckTest, ItDependsOnQueueAndFamily) {
+TEST_F(DeviceCheckTest, OneCopyNeedsNoCollating) {
+    const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(m_color));
+    const std::string handling = "multiple-document-handling=separate-documents-uncollated-copies";
+    EXPECT_THAT(FindUntold(offer, TicketOf(offer, handling)), IsEmpty());
+    EXPECT_THAT(FindUntold(offer, TicketOf(offer, handling, 3)), testing::SizeIs(1));
+}
+
+TEST_F(DeviceCheckTest, ItDependsOnQueueAndFamily) {
     auto byCounts = m_color;
     const std::regex corner("<psf:Option name=\"psk:StapleTopRight\"[^]*?</psf:Option>|psk:StapleTopRight ");
     byCounts.capabilities = std::regex_replace(byCounts.capabilities, corner, "");
@@ -63,7 +79,7 @@ TEST_F(FinishingCheckTest, ItDependsOnQueueAndFamily) {
 }
 
 // The passcode of a job that is held for a card is another one in each second.
-TEST_F(FinishingCheckTest, TimeMakesNoDifference) {
+TEST_F(DeviceCheckTest, TimeMakesNoDifference) {
     const HeldJobPasscode::Clock clock = HeldJobPasscode::SetClock([] {
         static int minutes = 0;
         std::tm time{};
