@@ -6,8 +6,7 @@
 
 namespace OvPipeline {
 
-/// An outside program that draws pages, in a process that has nothing of this one: no open files, no streams,
-/// a bounded time, and bounded files. It ends with this program.
+/// An outside program that draws pages, with bounds of its time, its memory and its files.
 class RendererProcess {
 public:
     /// Runs to its end in the folder. What went wrong, in words; empty where nothing did.

@@ -1,6 +1,6 @@
 #include "Commands/Commands.h"
 #include "Commands/JobWatch.h"
-#include "Common/StandardStreams.h"
+#include "Common/ProgramStart.h"
 
 #include <signal.h>
 #include <sys/ioctl.h>
@@ -41,7 +41,7 @@ void TakeSignals() {
 } // namespace
 
 int main(int count, char** arguments) {
-    OvPipeline::FillStandardStreams();
+    OvPipeline::StartProgram();
     TakeSignals();
     OvPipeline::JobWatch::StayForTheProgram();
     OvPipeline::ShownOutput out(std::cout, TerminalWidth());

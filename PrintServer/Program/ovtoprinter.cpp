@@ -1,7 +1,7 @@
 // A filter of the print server: XPS, OpenXPS or PDF in, the stream of the queue's device out.
 #include "Job/FilterJob.h"
 
-#include <Common/StandardStreams.h>
+#include <Common/ProgramStart.h>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -33,7 +33,7 @@ int TakeOutput() {
 } // namespace
 
 int main(int count, char** arguments) {
-    OvPipeline::FillStandardStreams();
+    OvPipeline::StartProgram();
     signal(SIGXFSZ, SIG_IGN); // a file that grows too large is a failed write
     OvPrintServer::ServerLines lines;
     try {

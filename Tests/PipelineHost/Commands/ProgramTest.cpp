@@ -151,6 +151,13 @@ TEST_F(ProgramTest, TakesAJobFromTheInputStream) {
     EXPECT_THAT(empty.Said(), HasSubstr("ov-pipeline: standard input: "));
 }
 
+// Whoever ignores how its children end hands that down.
+TEST_F(ProgramTest, HearsHowItsJobsEnd) {
+    const auto ignores = [] { signal(SIGCHLD, SIG_IGN); };
+    Program run({"run", "-q", "job.xps", "none.xps"}, m_folder.Path(), Program::Errors::Pipe, ignores);
+    EXPECT_EQ(3, run.Finish());
+}
+
 // The first signal reaches all jobs that run, and the ones behind them are not begun.
 TEST_F(ProgramTest, CancelsAllJobsOfACall) {
     for (const char* const name : {"b.xps", "c.xps"})
