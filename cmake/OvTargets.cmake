@@ -37,7 +37,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
         $<$<NOT:$<CONFIG:Debug>>:-Wno-stringop-overflow -Wno-stringop-overread -Wno-array-bounds>)
 endif()
 if(OV_BUILD_FUZZERS)
-    target_compile_options(ov-build-options INTERFACE -fsanitize=fuzzer-no-link)
+    define_property(TARGET PROPERTY OV_IS_TEST INITIALIZE_FROM_VARIABLE OV_IS_TEST)
+    target_compile_options(ov-build-options INTERFACE
+        $<$<NOT:$<BOOL:$<TARGET_PROPERTY:OV_IS_TEST>>>:-fsanitize=fuzzer-no-link>)
 endif()
 if(OV_SANITIZE)
     target_compile_options(ov-build-options INTERFACE
@@ -45,16 +47,16 @@ if(OV_SANITIZE)
     target_link_options(ov-build-options INTERFACE -fsanitize=${OV_SANITIZE})
 endif()
 
-# The standard headers that most sources share are parsed once for each floor. Not in the release build, where a source
-# that does not include what it uses is to be noticed. ccache looks into what the preprocessor leaves of them, by these
-# options.
-option(OV_PRECOMPILE "Precompile the standard headers of the libraries" OFF)
+# ov_precompile(<target> [headers...]): the standard headers that most sources share, and those of the platform that
+# are named, are parsed once for each floor. Not in the release build, where a source that does not include what it uses
+# is to be noticed. ccache looks into what the preprocessor leaves of them, by these options.
+option(OV_PRECOMPILE "Precompile the headers that most sources of a library share" OFF)
 set(OV_PRECOMPILED_OPTIONS $<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>
     "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 function(ov_precompile target)
     if(OV_PRECOMPILE)
         target_precompile_headers(${target} PRIVATE <algorithm> <functional> <map> <memory> <optional> <string>
-            <string_view> <utility> <vector>)
+            <string_view> <utility> <vector> ${ARGN})
         target_compile_options(${target} PRIVATE ${OV_PRECOMPILED_OPTIONS})
     endif()
 endfunction()
@@ -82,7 +84,7 @@ function(ov_floor target export_macro)
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}>)
     target_link_libraries(${target} PUBLIC ${floor_PUBLIC}
         PRIVATE $<BUILD_INTERFACE:ov-build-options> ${floor_PRIVATE})
-    ov_precompile(${target})
+    ov_precompile(${target} <atlcomcli.h> <msxml6.h> <windows.h>)
 endfunction()
 
 # ov_install(<targets>): the libraries, for find_package(ov-FilterUtilities).

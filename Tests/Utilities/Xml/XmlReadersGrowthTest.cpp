@@ -56,8 +56,10 @@ const std::string deviceEnd = "</DeviceCapabilities>";
 
 const GrowthCase cases[] = {
     {"ReadsFeatures", Reading(deviceStart, "<Text name='#'/>\n", deviceEnd, ReadCapabilities), 2'500},
-    {"ReadsValues", Reading(deviceStart + "<Option name='all' default='0'>", "<Value name='#'/>\n",
-                            "</Option>" + deviceEnd, ReadCapabilities)},
+    {"ReadsValues",
+     Reading(deviceStart + "<Option name='all' default='0'>", "<Value name='#'/>\n", "</Option>" + deviceEnd,
+             ReadCapabilities),
+     40'000},
     {"RunsQueries", Reading("<s>", "<t n='#'>text</t>\n", "</s>", RunQueries)},
     {"WalksAndWrites", Reading("<s>", "<t n='#'>text</t>\n", "</s>", WalkAndWrite)},
 };
