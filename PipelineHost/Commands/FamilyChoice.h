@@ -1,8 +1,7 @@
 #pragma once
 
-#include "Commands/JobAtDevice.h"
-
 #include <DeviceControl/DeviceFamily.h>
+#include <Spooler/QueueFolder.h>
 
 #include <string>
 
@@ -16,6 +15,6 @@ const DeviceFamily& NamedFamily(const std::string& name);
 
 /// The one that the queue's driver properties name; null where they name none. Throws
 /// OvPlatform::QueueFolderError for a name that no family has.
-const DeviceFamily* FamilyOfQueue(const JobAtDevice& job, const OvPlatform::QueueFolder& queue);
+const DeviceFamily* FamilyOfQueue(const OvPlatform::QueueFolder& queue);
 
 } // namespace OvPipeline

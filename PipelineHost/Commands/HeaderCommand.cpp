@@ -11,7 +11,7 @@ namespace OvPipeline {
 
 namespace {
 
-std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, const JobAtDevice& job,
+std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options,
                                                 const OvPlatform::QueueFolder& queue) {
     std::vector<const DeviceFamily*> chosen;
     if (options.all) {
@@ -20,7 +20,7 @@ std::vector<const DeviceFamily*> ChosenFamilies(const CommandOptions& options, c
         return chosen;
     }
     if (!options.family.empty()) return {&NamedFamily(options.family)};
-    if (const DeviceFamily* const family = FamilyOfQueue(job, queue)) return {family};
+    if (const DeviceFamily* const family = FamilyOfQueue(queue)) return {family};
     throw UsageError("which family? The queue does not say; --family names one of " + FamilyNames());
 }
 
@@ -38,7 +38,7 @@ int HeaderCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
         if (warned.insert(what).second) tell(CommandSafeFeatureAccess::Warning(what));
     };
     std::vector<FamilyHeader> headers;
-    for (const DeviceFamily* const family : ChosenFamilies(options, job, *queue)) {
+    for (const DeviceFamily* const family : ChosenFamilies(options, *queue)) {
         headers.emplace_back(job, *family, warn);
         if (options.why) headers.back().FindCauses(job);
     }

@@ -124,8 +124,8 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
     contents.features = FeaturesTable(FeatureReport(device.Settings()));
     contents.policy = PolicyOf(*queue);
     CreatorName::FillIn(device.Settings().Features());
-    const DeviceFamily* const family =
-        options.family.empty() ? FamilyOfQueue(device, *queue) : &NamedFamily(options.family);
+    const DeviceFamily* const ofQueue = FamilyOfQueue(*queue);
+    const DeviceFamily* const family = options.family.empty() ? ofQueue : &NamedFamily(options.family);
     if (family != nullptr) {
         FamilyHeader header(device, *family,
                             [&](const std::string& what) { warn(CommandSafeFeatureAccess::Warning(what)); });
@@ -136,7 +136,6 @@ int ReportCommand(const CommandOptions& options, ShownOutput& out, ShownOutput& 
                                          FamilyNames() + ".");
     }
 
-    const DeviceFamily* const ofQueue = FamilyOfQueue(device, *queue);
     const bool isDrawn = !options.noPictures && ofQueue != nullptr &&
                          ofQueue->language == DeviceFamily::PageLanguage::PostScript &&
                          PagePictures::CanDrawStreams();

@@ -3,9 +3,9 @@
 #include "Options/OptionTable.h"
 #include "Options/TicketText.h"
 
+#include <Commands/FamilyChoice.h>
 #include <Commands/QueueConfiguration.h>
 #include <Commands/StoppedClock.h>
-#include <Commands/TicketExplanation.h>
 #include <Common/Text.h>
 #include <DeviceControl/CommandSafeFeatureAccess.h>
 #include <DeviceControl/DeviceFamily.h>
@@ -24,13 +24,6 @@
 namespace OvPrintServer {
 
 namespace {
-
-const DeviceFamily* FamilyOf(const OvPlatform::QueueFolder& queue) {
-    const auto found = queue.DriverProperties().find(deviceFamilyPropertyName);
-    if (found == queue.DriverProperties().end()) return nullptr;
-    const auto* const name = std::get_if<std::wstring>(&found->second);
-    return name == nullptr ? nullptr : FindDeviceFamily(OvPipeline::Utf8(*name));
-}
 
 // The queue's device, without any job.
 class Device {
@@ -120,21 +113,20 @@ std::optional<std::string> Without(const QueueOffer& offer, const AskedSetting& 
 
 } // namespace
 
-std::vector<LeftOption> FindUntold(const QueueOffer& offer, const JobTicket& ticket) {
+std::vector<LeftOption> FindUntold(const QueueOffer& offer, const JobTicket& ticket,
+                                   const std::string& merged) {
     const std::vector<AskedSetting> forCommands = ForCommands(ticket.asked);
-    const DeviceFamily* const family = FamilyOf(offer.Queue());
+    const DeviceFamily* const family = OvPipeline::FamilyOfQueue(offer.Queue());
     if (forCommands.empty() || family == nullptr) return {};
-    OvPipeline::TicketExplanation merge(offer.SharedQueue());
-    merge.Add("job", kPTJobScope, &ticket.xml);
     const OvPipeline::StoppedClock clock;
     Device device(offer.Queue(), *family);
-    const CXString commands = device.Commands(merge.Ticket());
+    const CXString commands = device.Commands(merged);
     const std::string reason =
         "devices of the family " + std::string(family->name) + " get no command for it";
     std::vector<LeftOption> untold;
     std::set<std::string> heard; // an option may ask for several settings: one is enough
     for (const AskedSetting& asked : forCommands) {
-        const std::optional<std::string> without = Without(offer, asked, merge.Ticket());
+        const std::optional<std::string> without = Without(offer, asked, merged);
         if (!without || device.Commands(*without) != commands)
             heard.insert(asked.option);
         else if (std::ranges::find(untold, asked.option, &LeftOption::option) == untold.end())

@@ -10,6 +10,7 @@
 #include <Chain/Pipeline.h>
 #include <ComSupport/MsSafeCoinit.h>
 #include <Commands/StandardInput.h>
+#include <Commands/TicketExplanation.h>
 #include <Common/HostError.h>
 #include <Common/ScratchFolder.h>
 #include <PrintTicket/PrintTicketError.h>
@@ -66,9 +67,12 @@ bool WritesDeviceStream(const OvPipeline::PipelineSpec& pipeline) {
 std::vector<LeftOption> FindLeft(const QueueOffer& offer, const OvPipeline::PipelineSpec& pipeline,
                                  const JobTicket& ticket) {
     std::vector<LeftOption> left = ticket.left;
-    std::ranges::move(FindOverruled(offer.SharedQueue(), ticket), std::back_inserter(left));
+    if (ticket.asked.empty()) return left;
+    OvPipeline::TicketExplanation merged(offer.SharedQueue());
+    merged.Add("job", kPTJobScope, &ticket.xml);
+    std::ranges::move(FindOverruled(merged, ticket), std::back_inserter(left));
     if (!WritesDeviceStream(pipeline)) return left;
-    for (LeftOption& untold : FindUntold(offer, ticket))
+    for (LeftOption& untold : FindUntold(offer, ticket, merged.Ticket()))
         if (std::ranges::find(left, untold.option, &LeftOption::option) == left.end())
             left.push_back(std::move(untold));
     return left;

@@ -1,7 +1,5 @@
 #include "Job/TicketCheck.h"
 
-#include <Commands/TicketExplanation.h>
-
 namespace OvPrintServer {
 
 namespace {
@@ -20,13 +18,9 @@ std::string LocalPath(std::string_view setting) {
 
 } // namespace
 
-std::vector<LeftOption> FindOverruled(const std::shared_ptr<const OvPlatform::QueueFolder>& queue,
-                                      const JobTicket& ticket) {
+std::vector<LeftOption> FindOverruled(const OvPipeline::TicketExplanation& merged, const JobTicket& ticket) {
     std::vector<LeftOption> overruled;
-    if (ticket.asked.empty()) return overruled;
-    OvPipeline::TicketExplanation explanation(queue);
-    explanation.Add("job", kPTJobScope, &ticket.xml);
-    const auto rows = explanation.Rows();
+    const auto rows = merged.Rows();
     for (const AskedSetting& asked : ticket.asked)
         for (const auto& row : rows) {
             if (LocalPath(row.setting) != asked.setting) continue;

@@ -83,10 +83,12 @@ const GrowthCase cases[] = {
                           Times(n, [](std::size_t) { return ">>setpagedevice "; });
                }),
      100'000},
-    {"OpenStrings", Comparing(ComparedKind::Stream,
-                              [](std::size_t n, const std::string& end) {
-                                  return "%!\n" + Times(n, [](std::size_t) { return "[(<"; }) + end;
-                              })},
+    {"OpenStrings",
+     Comparing(ComparedKind::Stream,
+               [](std::size_t n, const std::string& end) {
+                   return "%!\n" + Times(n, [](std::size_t) { return "[(<"; }) + end;
+               }),
+     600'000},
     {"Resources", ComparingPackages([](ZipItems& items, std::size_t n, bool isB) {
          for (std::size_t i = 0; i < n; ++i)
              items["Resources/" + Name(isB ? "B" : "A", i) + ".png"] = std::to_string(i);

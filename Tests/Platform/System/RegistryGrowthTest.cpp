@@ -16,10 +16,12 @@ GrowthMaker Registry(const std::string& head, Item item) {
 const GrowthCase cases[] = {
     {"ReadsRegistryKeys",
      Registry("",
-              [](std::size_t i) { return "[HKEY_CURRENT_USER\\a\\" + std::to_string(i) + "]\n@=\"x\"\n"; })},
+              [](std::size_t i) { return "[HKEY_CURRENT_USER\\a\\" + std::to_string(i) + "]\n@=\"x\"\n"; }),
+     28'000},
     {"ReadsRegistryValues",
      Registry("[HKEY_CURRENT_USER\\a]\n",
-              [](std::size_t i) { return "\"v" + std::to_string(i) + "\"=dword:1\n"; })},
+              [](std::size_t i) { return "\"v" + std::to_string(i) + "\"=dword:1\n"; }),
+     50'000},
 };
 
 class RegistryGrowth : public testing::TestWithParam<GrowthCase> {};

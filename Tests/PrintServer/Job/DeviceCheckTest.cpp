@@ -2,9 +2,11 @@
 #include "Support/InApartment.h"
 #include "Support/Rows.h"
 
+#include <Commands/TicketExplanation.h>
 #include <Common/Text.h>
 #include <DeviceControl/HeldJobPasscode.h>
 #include <Job/DeviceCheck.h>
+#include <Spooler/QueueFolderError.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -23,9 +25,15 @@ protected:
                                            const std::string& options) {
         const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(description));
         std::vector<std::string> untold;
-        for (const LeftOption& option : FindUntold(offer, TicketOf(offer, options)))
+        for (const LeftOption& option : Untold(offer, TicketOf(offer, options)))
             untold.push_back(option.option);
         return untold;
+    }
+
+    static std::vector<LeftOption> Untold(const QueueOffer& offer, const JobTicket& ticket) {
+        OvPipeline::TicketExplanation merged(offer.SharedQueue());
+        merged.Add("job", kPTJobScope, &ticket.xml);
+        return FindUntold(offer, ticket, merged.Ticket());
     }
 
     OvPlatform::QueueDescription m_color = SampleQueue("ColorOffice")->Description();
@@ -52,8 +60,8 @@ TEST_F(DeviceCheckTest, WhatTheDeviceGetsNoCommandForIsFound) {
 TEST_F(DeviceCheckTest, OneCopyNeedsNoCollating) {
     const QueueOffer offer(std::make_shared<OvPlatform::QueueFolder>(m_color));
     const std::string handling = "multiple-document-handling=separate-documents-uncollated-copies";
-    EXPECT_THAT(FindUntold(offer, TicketOf(offer, handling)), IsEmpty());
-    EXPECT_THAT(FindUntold(offer, TicketOf(offer, handling, 3)), testing::SizeIs(1));
+    EXPECT_THAT(Untold(offer, TicketOf(offer, handling)), IsEmpty());
+    EXPECT_THAT(Untold(offer, TicketOf(offer, handling, 3)), testing::SizeIs(1));
 }
 
 TEST_F(DeviceCheckTest, ItDependsOnQueueAndFamily) {
@@ -71,11 +79,13 @@ TEST_F(DeviceCheckTest, ItDependsOnQueueAndFamily) {
     EXPECT_THAT(Untold(stapling, "Stapling=None"), IsEmpty());
     EXPECT_THAT(Untold(stapling, "Stapling=StapleBottomLeft"), IsEmpty());
     for (const auto& [family, untold] : Rows<const wchar_t*, std::size_t>{
-             {L"Osprey", 0}, {L"kestrel", 0}, {L"Harrier", 1}, {L"LowEndPS", 1}, {L"", 0}, {L"None", 0}}) {
+             {L"Osprey", 0}, {L"kestrel", 0}, {L"Harrier", 1}, {L"LowEndPS", 1}, {L"", 0}}) {
         auto other = byCounts;
         other.driverProperties[L"DeviceFamily"] = std::wstring(family);
         EXPECT_EQ(untold, Untold(other, "finishings=20").size()) << OvPipeline::Utf8(family);
     }
+    byCounts.driverProperties[L"DeviceFamily"] = std::wstring(L"None");
+    EXPECT_THROW(Untold(byCounts, "finishings=20"), OvPlatform::QueueFolderError);
 }
 
 // The passcode of a job that is held for a card is another one in each second.

@@ -26,7 +26,7 @@ std::function<void()> Describing(std::size_t n) {
     };
 }
 
-const GrowthCase cases[] = {{"DescribesManyOptions", Describing}};
+const GrowthCase cases[] = {{"DescribesManyOptions", Describing, 40'000}};
 
 class PpdGrowth : public InApartment<testing::TestWithParam<GrowthCase>> {};
 TEST_P(PpdGrowth, IsInProportion) { ExpectLinearGrowth(GetParam()); }
