@@ -14,7 +14,8 @@ std::string Ticket(const std::string& content) {
 }
 
 // Compares two files, made of n and of n with something else at their end.
-GrowthMaker Comparing(ComparedKind kind, std::function<std::string(std::size_t, const std::string&)> make) {
+GrowthMaker Comparing(ComparedKind kind,
+                      const std::function<std::string(std::size_t, const std::string&)>& make) {
     return [=](std::size_t n) {
         auto folder = std::make_shared<TemporaryFolder>();
         folder->Write("a", make(n, "a"));
@@ -23,7 +24,7 @@ GrowthMaker Comparing(ComparedKind kind, std::function<std::string(std::size_t, 
     };
 }
 
-GrowthMaker ComparingPackages(std::function<void(ZipItems&, std::size_t, bool)> change) {
+GrowthMaker ComparingPackages(const std::function<void(ZipItems&, std::size_t, bool)>& change) {
     return [=](std::size_t n) {
         auto folder = std::make_shared<TemporaryFolder>();
         for (const bool isB : {false, true}) {

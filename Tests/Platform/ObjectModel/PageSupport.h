@@ -173,6 +173,7 @@ public:
         std::vector<OvPlatform::UsedPart> parts;
         EXPECT_EQ(S_OK, OvPlatform::ListUsedParts(page, parts));
         std::vector<std::string> names;
+        names.reserve(parts.size());
         for (const OvPlatform::UsedPart& part : parts)
             names.push_back(part.name);
         return names;

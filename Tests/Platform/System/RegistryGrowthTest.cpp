@@ -6,7 +6,7 @@ using namespace OvPlatform;
 
 namespace {
 
-GrowthMaker Registry(const std::string& head, Item item) {
+GrowthMaker Registry(const std::string& head, const Item& item) {
     return [=](std::size_t n) {
         return
             [text = "OvRegistry 1\n" + head + Times(n, item)] { PrintRegistryFile(ParseRegistryFile(text)); };

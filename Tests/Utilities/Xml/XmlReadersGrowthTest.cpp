@@ -11,7 +11,8 @@
 namespace {
 
 // Items that differ by the number in the place of their '#'.
-GrowthMaker Reading(std::string open, std::string item, std::string close, void (*read)(const std::string&)) {
+GrowthMaker Reading(const std::string& open, const std::string& item, const std::string& close,
+                    void (*read)(const std::string&)) {
     return [=](std::size_t n) {
         const auto numbered = [&](std::size_t i) {
             return std::string(item).replace(item.find('#'), 1, std::to_string(i));
